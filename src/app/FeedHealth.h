@@ -9,32 +9,39 @@ namespace vx {
 
 /// Tells a live feed from a quiet or a dead one, whatever the feed client's last status word was.
 ///
-/// Units   times in milliseconds of a clock that never goes back
+/// Noting a line costs a store of a flag, for it happens on every line; Tick turns the flags into times.
+///
+/// Units   times in milliseconds of a clock that never goes back, as precise as Tick is frequent
 /// Thread  GUI thread only
 class CFeedHealth {
 public:
-    /// Both ports silent for this long: the feed counts as silent.
+    /// Both the admin and the level-1 port silent for this long: the feed counts as silent.
     static constexpr int64_t kSilentMs = 5000;
 
-    explicit CFeedHealth(int64_t startMs) : m_startMs(startMs) {}
+    explicit CFeedHealth(int64_t startMs) : m_nowMs(startMs), m_heardMs(startMs) {}
 
-    void OnAdminLine(int64_t nowMs) { m_adminMs = nowMs; }
-    void OnLevel1Line(int64_t nowMs) { m_level1Ms = nowMs; }
-    /// A line that carries values of a symbol.
-    void OnDataLine(int64_t nowMs) { m_dataMs = m_level1Ms = nowMs; }
+    /// A line came on the admin or the level-1 port.
+    void NoteLine() { m_lineSeen = true; }
+    /// A line came that carries values of a symbol.
+    void NoteData() { m_lineSeen = m_dataSeen = true; }
+    /// The feed client's own word for its state: "Connected", "Not Connected".
     void SetStatusWord(std::string_view word) { m_word = word; }
+    void Tick(int64_t nowMs);
 
-    bool IsSilent(int64_t nowMs) const;
+    bool IsSilent() const { return m_nowMs - m_heardMs >= kSilentMs; }
+    /// Whether the values on the screen follow the market: connected by its own word, and not silent.
+    bool IsLive() const { return m_word == "Connected" && !IsSilent(); }
     /// "Feed: Connected", "Feed: Not Connected", "Feed: silent 7 s", or "Feed: waiting" before anything was heard.
-    std::string StateText(int64_t nowMs) const;
+    std::string StateText() const;
     /// "Data: 3 s ago", "Data: now" below one second, "Data: none yet" before the first.
-    std::string AgeText(int64_t nowMs) const;
+    std::string AgeText() const;
 
 private:
-    std::optional<int64_t> LastHeardMs() const;
-
-    int64_t m_startMs;
-    std::optional<int64_t> m_adminMs, m_level1Ms, m_dataMs;
+    int64_t m_nowMs;
+    int64_t m_heardMs;
+    std::optional<int64_t> m_dataMs;
+    bool m_lineSeen = false;
+    bool m_dataSeen = false;
     std::string m_word;
 };
 

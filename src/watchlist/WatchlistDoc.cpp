@@ -132,12 +132,16 @@ void CWatchlistDoc::UnwatchSymbol(std::string_view symbol) {
     if (!symbol.empty()) {
         m_store.Unwatch(symbol, m_changes);
         m_watched.Remove(symbol);
+        m_frame.OnUnwatched(symbol);
     }
     ShowSymbolCount();
 }
 
 void CWatchlistDoc::UnwatchAll() {
-    for (const std::string& symbol : m_symbols.Symbols()) m_store.Unwatch(symbol, m_changes);
+    for (const std::string& symbol : m_symbols.Symbols()) {
+        m_store.Unwatch(symbol, m_changes);
+        m_frame.OnUnwatched(symbol);
+    }
     m_watched.Clear();
     SetStatus("Symbols:  0");
 }
@@ -229,7 +233,7 @@ void CWatchlistDoc::RebuildGrid() {
     if (m_observer && !m_loading) m_observer->OnGridRebuilt();
 }
 
-void CWatchlistDoc::SetColumnsByName(std::string_view names) { m_columns.SetByNames(names); }
+void CWatchlistDoc::SetColumnsByName(std::string_view names) { m_columns.SetNames(names); }
 
 // Updates
 

@@ -37,7 +37,7 @@ void ReadColumns(Doc& doc, std::string_view value) {
         const int width = std::min(ReadInt32(entry) / kStoredPerPixel, kMaxColumnWidth);
         if (name.empty() || width < 1) continue;
         if (name == "RowNumbers")
-            doc.Columns().SetRowNumberWidth(width);
+            doc.Columns().SetWidth(kRowNumberColumn, width);
         else
             doc.Columns().Append(name, width);
     }

@@ -23,6 +23,8 @@ public:
     virtual void SetDocumentTitle(std::string_view title) = 0;
     /// Moves the window to the placement of an opened watchlist; a width or height below 1 moves nothing.
     virtual void ApplyPlacement(const SPlacement& placement) = 0;
+    /// No row holds the symbol any more: whatever the session still plans for it is off.
+    virtual void OnUnwatched(std::string_view symbol) = 0;
 };
 
 /// What the document tells the view that shows it.
