@@ -61,9 +61,12 @@ int CAsyncSocket::Receive(void* buffer, int length, int) {
     }
     const CNativeSocket::SResult result = m_native.Receive(static_cast<char*>(buffer), length);
     m_socketError = result.error;
-    if (result.count > 0) m_received = EReceived::Data;
-    else if (result.count == 0) m_received = EReceived::End;
-    else m_received = result.error == kSocketWouldBlock ? EReceived::WouldBlock : EReceived::Error;
+    if (result.count > 0)
+        m_received = EReceived::Data;
+    else if (result.count == 0)
+        m_received = EReceived::End;
+    else
+        m_received = result.error == kSocketWouldBlock ? EReceived::WouldBlock : EReceived::Error;
     return result.count;
 }
 
@@ -93,7 +96,8 @@ void CAsyncSocket::WatchForConnect() {
     if (!m_readNotifier) {
         m_readNotifier = std::make_unique<QSocketNotifier>(QSocketNotifier::Read);
         m_writeNotifier = std::make_unique<QSocketNotifier>(QSocketNotifier::Write);
-        QObject::connect(m_readNotifier.get(), &QSocketNotifier::activated, m_readNotifier.get(), [this] { Readable(); });
+        QObject::connect(m_readNotifier.get(), &QSocketNotifier::activated, m_readNotifier.get(),
+                         [this] { Readable(); });
         QObject::connect(m_writeNotifier.get(), &QSocketNotifier::activated, m_writeNotifier.get(),
                          [this] { Writable(); });
     }
@@ -132,9 +136,13 @@ void CAsyncSocket::Readable() {
 void CAsyncSocket::AfterReceive() {
     switch (m_received) {
     case EReceived::Data:
-    case EReceived::WouldBlock: m_readNotifier->setEnabled(true); break;
+    case EReceived::WouldBlock:
+        m_readNotifier->setEnabled(true);
+        break;
     case EReceived::Nothing:
-    case EReceived::NoRoom: m_readNotifier->setEnabled(false); break;
+    case EReceived::NoRoom:
+        m_readNotifier->setEnabled(false);
+        break;
     case EReceived::End:
     case EReceived::Error:
         StopNotifiers();

@@ -55,8 +55,10 @@ protected:
             socket.m_deleted = &m_deleted;
         }
         ~CDeleteWatch() {
-            if (!m_deleted) m_socket.m_deleted = m_outer;
-            else if (m_outer) *m_outer = true;
+            if (!m_deleted)
+                m_socket.m_deleted = m_outer;
+            else if (m_outer)
+                *m_outer = true;
         }
         CDeleteWatch(const CDeleteWatch&) = delete;
         CDeleteWatch& operator=(const CDeleteWatch&) = delete;

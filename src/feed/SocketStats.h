@@ -15,8 +15,9 @@ struct SNamedCounter {
 
 /// What happened on one feed connection so far.
 struct SocketStats {
-    SDateTime connectTime;     ///< Local time of the connect; invalid before it.
-    SDateTime lastMessageTime; ///< Local time of the read that brought the last line; invalid before it and after Close.
+    SDateTime connectTime; ///< Local time of the connect; invalid before it.
+    SDateTime
+        lastMessageTime; ///< Local time of the read that brought the last line; invalid before it and after Close.
     SNamedCounter bytesSent{"BytesSent"};
     /// Grows by twice the bytes read: the receive counts them and so does the line cutting. Users compare this figure
     /// between versions of the program, so it stays.
