@@ -15,9 +15,9 @@ namespace vx {
 
 CAboutDlg::CAboutDlg(CNorvMainFrame& frame, QWidget* parent) : QDialog(parent), m_frame(frame) {
     setObjectName(QStringLiteral("aboutDialog"));
-    setWindowTitle(tr("About %1").arg(QApplication::applicationDisplayName()));
+    setWindowTitle(tr("About %1").arg(QString::fromLatin1(kProgramName)));
 
-    auto* name = new QLabel(QApplication::applicationDisplayName());
+    auto* name = new QLabel(QString::fromLatin1(kProgramName));
     QFont large = name->font();
     large.setPointSizeF(large.pointSizeF() * 1.5);
     large.setBold(true);
@@ -58,7 +58,7 @@ CAboutDlg::CAboutDlg(CNorvMainFrame& frame, QWidget* parent) : QDialog(parent), 
 void CAboutDlg::ShowStatistics() {
     std::string text;
     m_frame.GetConnectionStats(text);
-    const QString shown = ToQString(text);
+    const QString shown = QtText(text);
     if (shown == m_statistics->toPlainText()) return;
     const int position = m_statistics->verticalScrollBar()->value();
     m_statistics->setPlainText(shown);

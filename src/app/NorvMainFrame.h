@@ -6,7 +6,8 @@
 
 namespace vx {
 
-/// The feed client is started under this product and version.
+/// The program's name for people, and the product and version under which it starts the feed client.
+inline constexpr const char* kProgramName = "Zantrel Watchlist";
 inline constexpr const char* kProductId = "ZANTREL_WATCHLIST";
 inline constexpr const char* kProgramVersion = "1.8.3.0";
 

@@ -65,8 +65,8 @@ void InstallQtMessageBoxes(QWidget* parent) {
         QMessageBox window(over);
         window.setObjectName(QStringLiteral("messageBox"));
         window.setTextFormat(Qt::PlainText);
-        window.setText(ToQString(box.text));
-        window.setWindowTitle(box.caption.empty() ? QApplication::applicationDisplayName() : ToQString(box.caption));
+        window.setText(QtText(box.text));
+        window.setWindowTitle(QtText(box.caption));
         window.setIcon(IconOf(box.icon));
         window.setStandardButtons(ButtonsOf(box.buttons));
         return AnswerOf(window.exec(), box.buttons);

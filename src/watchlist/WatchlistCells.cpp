@@ -21,23 +21,27 @@ bool IsNumber(EValueClass valueClass) {
     case EValueClass::Integer:
     case EValueClass::Unsigned:
     case EValueClass::Ratio:
-    case EValueClass::FourPlaces: return true;
-    default: return false;
+    case EValueClass::FourPlaces:
+        return true;
+    default:
+        return false;
     }
 }
 
 ETextRole RoleOf(EDirection direction) {
     switch (direction) {
-    case EDirection::Down: return ETextRole::Down;
-    case EDirection::Up: return ETextRole::Up;
-    default: return ETextRole::Unchanged;
+    case EDirection::Down:
+        return ETextRole::Down;
+    case EDirection::Up:
+        return ETextRole::Up;
+    default:
+        return ETextRole::Unchanged;
     }
 }
 
 } // namespace
 
-CWatchlistCells::CWatchlistCells(const CWatchlistDoc& doc, uint8_t symbolFont)
-    : m_doc(doc), m_symbolFont(symbolFont) {
+CWatchlistCells::CWatchlistCells(const CWatchlistDoc& doc, uint8_t symbolFont) : m_doc(doc), m_symbolFont(symbolFont) {
     ColumnsChanged();
 }
 
@@ -61,7 +65,7 @@ void CWatchlistCells::ColumnsChanged() {
 
 const CWatchlistCells::SColumn* CWatchlistCells::Column(int column) const {
     return column >= 1 && static_cast<size_t>(column) < m_columns.size() ? &m_columns[static_cast<size_t>(column)]
-                                                                          : nullptr;
+                                                                         : nullptr;
 }
 
 bool CWatchlistCells::DiffersFromPainted(int row, int column) const {

@@ -3,7 +3,7 @@
 #include "base/Text.h"
 #include "data/L1DataStore.h"
 #include "data/L1SymbolRec.h"
-#include "settings/SettingsReader.h"
+#include "settings/Settings.h"
 #include "watchlist/WatchlistFile.h"
 
 #include <fmt/format.h>
@@ -20,7 +20,7 @@ constexpr int kRoomBelowCommandLineSymbols = 3;
 
 } // namespace
 
-CWatchlistDoc::CWatchlistDoc(CL1DataStore& store, CConfigWriterMux& settings, CWatchlistFrame& frame)
+CWatchlistDoc::CWatchlistDoc(CL1DataStore& store, CSettings& settings, CWatchlistFrame& frame)
     : m_store(store), m_settings(settings), m_frame(frame), m_changes(*this), m_status("Ready") {}
 
 CWatchlistDoc::~CWatchlistDoc() {
@@ -44,7 +44,7 @@ void CWatchlistDoc::PostPaint() {
 void CWatchlistDoc::NewDocument() {
     m_frame.SetStatusText("Creating New Document");
     Reset();
-    SetColumnsByName(ReadTextSetting(m_settings, ESetting::DefaultColumnNames));
+    SetColumnsByName(m_settings.ReadTextOrDefault(kDefaultColumnNames));
     m_options.showToolBar = true;
     m_options.showRowNumbers = true;
     m_frame.SetDocumentTitle({});

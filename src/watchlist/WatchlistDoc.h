@@ -17,7 +17,7 @@
 
 namespace vx {
 
-class CConfigWriterMux;
+class CSettings;
 class CL1DataStore;
 class CL1SymbolRec;
 
@@ -34,7 +34,7 @@ enum class ERowKind { Empty, Symbol, Annotation };
 /// Thread  GUI thread only
 class CWatchlistDoc : private CChangeWaker {
 public:
-    CWatchlistDoc(CL1DataStore& store, CConfigWriterMux& settings, CWatchlistFrame& frame);
+    CWatchlistDoc(CL1DataStore& store, CSettings& settings, CWatchlistFrame& frame);
     ~CWatchlistDoc() override;
     CWatchlistDoc(const CWatchlistDoc&) = delete;
     CWatchlistDoc& operator=(const CWatchlistDoc&) = delete;
@@ -122,7 +122,7 @@ private:
     void DetachSymbol(int row);
 
     CL1DataStore& m_store;
-    CConfigWriterMux& m_settings;
+    CSettings& m_settings;
     CWatchlistFrame& m_frame;
     CWatchlistObserver* m_observer = nullptr;
     CChangeQueue m_changes;

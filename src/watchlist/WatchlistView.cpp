@@ -1,7 +1,7 @@
 #include "watchlist/WatchlistView.h"
 
 #include "data/MessageNames.h"
-#include "settings/SettingsReader.h"
+#include "settings/Settings.h"
 #include "watchlist/RegisteredMessage.h"
 #include "watchlist/WatchlistDoc.h"
 #include "watchlist/WatchlistGrid.h"
@@ -13,7 +13,7 @@
 
 namespace vx {
 
-CWatchlistView::CWatchlistView(CWatchlistDoc& doc, CConfigWriterMux& settings, QWidget* parent)
+CWatchlistView::CWatchlistView(CWatchlistDoc& doc, CSettings& settings, QWidget* parent)
     : QWidget(parent), m_doc(doc), m_settings(settings), m_grid(new CWatchlistGrid(doc, this)),
       m_paintMessage(RegisterMessage(kPaintMessageName)), m_connectMessage(RegisterMessage(kConnectStatusMessageName)) {
     setObjectName(QStringLiteral("watchlistView"));
@@ -36,10 +36,8 @@ CWatchlistView::~CWatchlistView() {
 }
 
 void CWatchlistView::ApplyViewSettings() {
-    m_grid->ApplyViewSettings(ReadBooleanSetting(m_settings, ESetting::ShowGridLines),
-                              ReadBooleanSetting(m_settings, ESetting::ShowShading),
-                              ReadBooleanSetting(m_settings, ESetting::ShowEllipsis),
-                              ReadBooleanSetting(m_settings, ESetting::ReducedMotion));
+    m_grid->ApplyViewSettings(m_settings.ReadBoolean(kShowGridLines), m_settings.ReadBoolean(kShowShading),
+                              m_settings.ReadBoolean(kShowEllipsis), m_settings.ReadBoolean(kReducedMotion));
 }
 
 void CWatchlistView::OnRepaintTimer() {

@@ -8,7 +8,7 @@
 
 namespace vx {
 
-class CConfigWriterMux;
+class CSettings;
 class CWatchlistDoc;
 class CWatchlistGrid;
 
@@ -23,7 +23,7 @@ public:
     static constexpr int kRepaintTimer = 1030;
     static constexpr int kRepaintMs = 250;
 
-    CWatchlistView(CWatchlistDoc& doc, CConfigWriterMux& settings, QWidget* parent);
+    CWatchlistView(CWatchlistDoc& doc, CSettings& settings, QWidget* parent);
     ~CWatchlistView() override;
 
     CWatchlistGrid& Grid() { return *m_grid; }
@@ -44,7 +44,7 @@ protected:
 
 private:
     CWatchlistDoc& m_doc;
-    CConfigWriterMux& m_settings;
+    CSettings& m_settings;
     CWatchlistGrid* m_grid;
     QTimer m_repaint;
     QEvent::Type m_paintMessage;
