@@ -13,7 +13,7 @@ namespace vx {
 
 namespace {
 
-constexpr int kRowPadding = 5;    // above and below the tallest font's line together
+constexpr int kRowPadding = 6;    // above and below the tallest font's line together
 constexpr int kHeaderPadding = 9; // the same for the header row
 constexpr int kMinNumberDigits = 3;
 constexpr int kFitRows = 10000;
