@@ -162,7 +162,7 @@ void CMainFrame::StartFeedOnce() {
 
 // Lines of the feed
 
-void CMainFrame::OnFeedConnected() { OpenDataPorts(kUpdateFieldList); }
+void CMainFrame::OnFeedConnected() { OpenDataPorts(UpdateFieldList()); }
 
 void CMainFrame::OnUpdateMessage(std::string_view line) {
     m_health.NoteData();
@@ -215,7 +215,7 @@ void CMainFrame::OnStatusTimer() {
     m_health.Tick(CClock::Instance().MonotonicMs());
     const bool live = m_health.IsLive();
     m_panes->SetFeed(QtText(m_health.StateText()), QtText(m_health.AgeText()), live);
-    m_panes->SetClock(QtText(m_clock.DisplayText()));
+    m_panes->SetClock(QtText(m_clock.Text()));
     if (live == m_live) return;
     m_live = live;
     QCoreApplication::postEvent(m_view,

@@ -22,7 +22,7 @@ CStatusPanes::CStatusPanes(QWidget* parent) : QStatusBar(parent) {
     addWidget(m_status, 1);
     m_feed = AddPane("paneFeed", QStringLiteral("Feed: Not Connected"),
                      tr("What the feed client last said of itself, or how long it has been silent"));
-    m_clock = AddPane("paneClock", QStringLiteral("2000-00-00 00:00:00"), tr("Market time"));
+    m_clock = AddPane("paneClock", QStringLiteral("00/00/00 00:00:00"), tr("Market time"));
     m_age = AddPane("paneAge", QStringLiteral("Data: 000 min ago"), tr("Age of the last quote or trade received"));
 }
 

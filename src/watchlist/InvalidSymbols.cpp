@@ -4,18 +4,18 @@
 
 namespace vx {
 
-void CInvalidSymbols::Add(std::string_view symbol, const std::vector<int>& rows) {
-    std::vector<int>& kept = m_rows[std::string(symbol)];
+void CInvalidSymbols::Add(std::string_view symbol, const std::vector<uint32_t>& rows) {
+    std::vector<uint32_t>& kept = m_rows[std::string(symbol)];
     kept.insert(kept.end(), rows.begin(), rows.end());
     std::sort(kept.begin(), kept.end());
     kept.erase(std::unique(kept.begin(), kept.end()), kept.end());
 }
 
-void CInvalidSymbols::RemoveRow(int row) {
+void CInvalidSymbols::RemoveRow(uint32_t row) {
     for (auto& [symbol, rows] : m_rows) rows.erase(std::remove(rows.begin(), rows.end(), row), rows.end());
 }
 
-std::string_view CInvalidSymbols::SymbolAt(int row) const {
+std::string_view CInvalidSymbols::SymbolAt(uint32_t row) const {
     for (const auto& [symbol, rows] : m_rows)
         if (std::binary_search(rows.begin(), rows.end(), row)) return symbol;
     return {};

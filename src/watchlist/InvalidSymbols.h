@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
@@ -14,20 +15,20 @@ namespace vx {
 /// Thread  GUI thread only
 class CInvalidSymbols {
 public:
-    void Add(std::string_view symbol, const std::vector<int>& rows);
+    void Add(std::string_view symbol, const std::vector<uint32_t>& rows);
     /// Takes a row from whatever symbol is shown there: it was overwritten.
-    void RemoveRow(int row);
+    void RemoveRow(uint32_t row);
     void Clear() { m_rows.clear(); }
 
     bool Has(std::string_view symbol) const { return m_rows.find(symbol) != m_rows.end(); }
     /// The symbol whose message stands at a row, or nothing.
-    std::string_view SymbolAt(int row) const;
+    std::string_view SymbolAt(uint32_t row) const;
 
     auto begin() const { return m_rows.begin(); }
     auto end() const { return m_rows.end(); }
 
 private:
-    std::map<std::string, std::vector<int>, std::less<>> m_rows;
+    std::map<std::string, std::vector<uint32_t>, std::less<>> m_rows;
 };
 
 /// What a rejected symbol's row shows, with the annotation mark in front:

@@ -3,7 +3,6 @@
 #include "data/CellText.h"
 #include "data/DataInfo.h"
 #include "data/L1DataStore.h"
-#include "data/L1SymbolRec.h"
 #include "watchlist/WatchlistDoc.h"
 
 #include <algorithm>
@@ -84,21 +83,22 @@ void CWatchlistCells::Fill(int row, int column, SCell& cell) const {
     const std::string_view symbol = m_doc.RowSymbol(row);
     if (!info || !info->entry || symbol.empty()) return;
     cell.align = info->align;
-    if (const CL1SymbolRec* record = m_doc.Store().Find(symbol)) FillFromRecord(*record, symbol, *info, cell);
+    if (const CSymbolRec* record = m_doc.Store().Find(symbol)) FillFromRecord(*record, *info, cell);
     if (info->symbol) {
         cell.font = m_symbolFont;
         if (cell.length == 0) cell.SetText(symbol);
     }
 }
 
-void CWatchlistCells::FillFromRecord(const CL1SymbolRec& record, std::string_view symbol, const SColumn& column,
-                                     SCell& cell) const {
-    cell.length = static_cast<uint16_t>(CellText(record, symbol, *column.entry, column.decimals, cell.text));
+void CWatchlistCells::FillFromRecord(const CSymbolRec& record, const SColumn& column, SCell& cell) const {
+    const SFieldEntry& entry = *column.entry;
+    const int places = PlacesFor(record, entry, column.decimals);
+    cell.length = static_cast<uint16_t>(CellText(record, entry, places, std::span<char, kMostCellText>(cell.text, kMostCellText)));
     cell.tickTrend = column.tickTrend;
     if (m_stale)
         cell.role = ETextRole::Stale;
     else if (column.directed)
-        cell.role = RoleOf(CellDirection(record, symbol, *column.entry));
+        cell.role = RoleOf(CellDirection(record, entry));
 }
 
 void CWatchlistCells::FillHeader(int column, SCell& cell) const {

@@ -8,7 +8,7 @@
 
 namespace vx {
 
-class CL1SymbolRec;
+class CSymbolRec;
 class CWatchlistDoc;
 
 /// What stands in the cells of a watchlist: the fields of each row's symbol, or the row's annotation.
@@ -48,7 +48,7 @@ private:
 
     const SColumn* Column(int column) const;
     void Fill(int row, int column, SCell& cell) const;
-    void FillFromRecord(const CL1SymbolRec& record, std::string_view symbol, const SColumn& column, SCell& cell) const;
+    void FillFromRecord(const CSymbolRec& record, const SColumn& column, SCell& cell) const;
 
     const CWatchlistDoc& m_doc;
     uint8_t m_symbolFont;

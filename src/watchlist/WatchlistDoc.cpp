@@ -18,6 +18,12 @@ constexpr std::string_view kRegionMark = "--";
 constexpr char kAnnotationMark = '#';
 constexpr int kRoomBelowCommandLineSymbols = 3;
 
+// A region without a trade of its own is no unknown symbol: only the symbol's own record speaks for it.
+bool IsNotFound(const CSymbolRec& record) {
+    const auto* symbol = dynamic_cast<const CL1SymbolRec*>(&record);
+    return symbol && symbol->IsNotFound();
+}
+
 } // namespace
 
 CWatchlistDoc::CWatchlistDoc(CL1DataStore& store, CSettings& settings, CWatchlistFrame& frame)
@@ -25,7 +31,7 @@ CWatchlistDoc::CWatchlistDoc(CL1DataStore& store, CSettings& settings, CWatchlis
 
 CWatchlistDoc::~CWatchlistDoc() {
     m_observer = nullptr;
-    for (const std::string& symbol : m_symbols.Symbols()) m_store.Unwatch(symbol, m_changes);
+    m_store.RemoveListener(m_changes);
 }
 
 void CWatchlistDoc::SetObserver(CWatchlistObserver* observer) {
@@ -80,7 +86,7 @@ void CWatchlistDoc::Reset() {
     m_annotations.Clear();
     m_invalid.Clear();
     m_symbols.Clear();
-    m_updates.Clear();
+    m_updates.TakeAll();
     m_rows.Clear();
     m_grownRows = 0;
     m_options.placement.alwaysOnTop = false;
@@ -100,12 +106,12 @@ void CWatchlistDoc::SetFeedReady() {
 }
 
 void CWatchlistDoc::WatchMissing() {
-    for (const std::string& symbol : m_symbols.Symbols()) {
-        const bool regional = ContainsText(symbol, kRegionMark);
-        if (!regional && m_watched.Has(symbol)) continue;
-        if (!regional) m_watched.Record(symbol);
-        m_store.Watch(symbol, m_changes);
-    }
+    m_symbols.ForEach([&](const SYMBOL_DATA& data) {
+        const bool regional = ContainsText(data.symbol, kRegionMark);
+        if (!regional && m_watched.Has(data.symbol)) return;
+        if (!regional) m_watched.Record(data.symbol);
+        m_store.Watch(data.symbol, m_changes);
+    });
 }
 
 void CWatchlistDoc::PlaceCommandLineSymbols(const std::vector<std::string>& symbols) {
@@ -115,7 +121,7 @@ void CWatchlistDoc::PlaceCommandLineSymbols(const std::vector<std::string>& symb
         const int row = static_cast<int>(i) + 1;
         if (m_rows.Symbol(row) == symbols[i]) continue;
         EmptyRow(row);
-        const bool isNew = m_symbols.Rows(symbols[i]).empty();
+        const bool isNew = !m_symbols.Find(symbols[i]);
         PlaceSymbol(row, symbols[i]);
         if (isNew && m_feedReady) WatchSymbol(symbols[i]);
     }
@@ -138,23 +144,24 @@ void CWatchlistDoc::UnwatchSymbol(std::string_view symbol) {
 }
 
 void CWatchlistDoc::UnwatchAll() {
-    for (const std::string& symbol : m_symbols.Symbols()) {
-        m_store.Unwatch(symbol, m_changes);
-        m_frame.OnUnwatched(symbol);
-    }
+    m_symbols.ForEach([&](const SYMBOL_DATA& data) {
+        m_store.Unwatch(data.symbol, m_changes);
+        m_frame.OnUnwatched(data.symbol);
+    });
     m_watched.Clear();
     SetStatus("Symbols:  0");
 }
 
 void CWatchlistDoc::SymbolNotFound(std::string_view symbol) {
     const std::string rejected(symbol); // The caller's text may live in what is taken away below.
-    const std::vector<int> rows = m_symbols.RemoveSymbol(rejected);
+    const std::vector<uint32_t> rows = m_symbols.RemoveSymbol(rejected);
     m_store.Forget(rejected);
     m_watched.Remove(rejected);
     if (!rows.empty()) {
         m_invalid.Add(rejected, rows);
         const std::string text = InvalidSymbolText(rejected);
-        for (const int row : rows) {
+        for (const uint32_t gridRow : rows) {
+            const int row = static_cast<int>(gridRow);
             m_rows.ClearSymbol(row);
             m_annotations.Set(row, text);
             RowChanged(row);
@@ -163,7 +170,7 @@ void CWatchlistDoc::SymbolNotFound(std::string_view symbol) {
     ShowSymbolCount();
 }
 
-size_t CWatchlistDoc::SymbolCount() const { return m_symbols.Count(); }
+size_t CWatchlistDoc::SymbolCount() const { return static_cast<size_t>(m_symbols.Count()); }
 
 void CWatchlistDoc::ShowSymbolCount() { SetStatus(fmt::format("Symbols:  {}", m_symbols.Count())); }
 
@@ -178,14 +185,14 @@ void CWatchlistDoc::DetachSymbol(int row) {
     const std::string symbol(m_rows.Symbol(row));
     if (symbol.empty()) return;
     m_rows.ClearSymbol(row);
-    m_symbols.RemoveRow(symbol, row);
-    if (m_symbols.Rows(symbol).empty() && m_feedReady) UnwatchSymbol(symbol);
+    m_symbols.RemoveRow(static_cast<uint32_t>(row));
+    if (!m_symbols.Find(symbol) && m_feedReady) UnwatchSymbol(symbol);
 }
 
 void CWatchlistDoc::EmptyRow(int row) {
     DetachSymbol(row);
     m_annotations.Remove(row);
-    m_invalid.RemoveRow(row);
+    m_invalid.RemoveRow(static_cast<uint32_t>(row));
     RowChanged(row);
 }
 
@@ -196,7 +203,7 @@ void CWatchlistDoc::PlaceSymbol(int row, std::string_view symbol) {
     const std::string placed(trimmed);
     EmptyRow(row);
     m_rows.SetSymbol(row, placed);
-    m_symbols.Add(placed, row);
+    m_symbols.Add(placed, static_cast<uint32_t>(row), m_loading ? 1 : 0);
     RowChanged(row);
 }
 
@@ -240,21 +247,21 @@ void CWatchlistDoc::SetColumnsByName(std::string_view names) { m_columns.SetName
 void CWatchlistDoc::OnPaintMessage() {
     std::vector<std::string> rejected;
     m_changes.Drain([&](const SChangeNotice& notice) {
-        const CL1SymbolRec* record = m_store.FindById(notice.id1, notice.id2);
+        const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2);
         if (!record) return;
-        if (record->IsNotFound()) rejected.emplace_back(record->Symbol());
-        m_updates.Add(notice.id1, notice.id2);
+        if (IsNotFound(*record)) rejected.emplace_back(record->Symbol());
+        m_updates.Add(record->Symbol());
     });
     for (const std::string& symbol : rejected) SymbolNotFound(symbol);
     if (m_observer && !m_updates.IsEmpty()) m_observer->OnUpdatesPending();
 }
 
 void CWatchlistDoc::RepaintChangedRows() {
-    m_updates.TakeAll([&](uint32_t id1, uint32_t id2) {
-        const CL1SymbolRec* record = m_store.FindById(id1, id2);
-        if (!record || !m_observer) return;
-        for (const int row : m_symbols.Rows(record->Symbol())) m_observer->OnRowChanged(row);
-    });
+    for (const std::string& symbol : m_updates.TakeAll()) {
+        const SYMBOL_DATA* data = m_symbols.Find(symbol);
+        if (!data || !m_observer) continue;
+        for (const uint32_t row : data->rows) m_observer->OnRowChanged(static_cast<int>(row));
+    }
 }
 
 } // namespace vx
