@@ -54,9 +54,8 @@ int CWatchlistApp::Run() {
 }
 
 void CWatchlistApp::StartLog() {
-    const std::string folder = ReadLogPath(Registry());
     ApplyLogCategories(m_settings);
-    if (!folder.empty()) ConfigureLog({.folder = folder});
+    ConfigureLog({.folder = ReadLogPath(Registry())});
 }
 
 bool CWatchlistApp::ProcessShellCommand() {

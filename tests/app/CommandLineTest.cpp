@@ -29,7 +29,7 @@ TEST(CNorvCommandLineInfo, TheFirstOfMaxAndMinWins) {
 
 TEST(CNorvCommandLineInfo, AtMostAHundredSymbolsAreTaken) {
     std::string list;
-    for (int i = 0; i < 150; ++i) list += "S" + std::to_string(i) + ",";
+    for (int i = 0; i < 150; ++i) list.append("S").append(std::to_string(i)).append(",");
     const auto symbols = Info({"-symbol", list}).Symbols();
     EXPECT_EQ(symbols.size(), 100u);
     EXPECT_EQ(symbols.back(), "S99");
