@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/Catalogue.h"
 #include "settings/SettingKind.h"
 
 #include <array>
