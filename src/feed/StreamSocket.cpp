@@ -1,9 +1,11 @@
 #include "feed/StreamSocket.h"
 
 #include "base/Clock.h"
-#include "feed/LineScan.h"
+#include "feed/LineIndex.h"
 
+#include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace vx {
 
@@ -15,7 +17,7 @@ bool EndsLine(char c) { return c == '\r' || c == '\n'; }
 
 } // namespace
 
-CZTLStreamSocket::CZTLStreamSocket() : m_buffer(std::make_unique<char[]>(kCapacity + kLineScanSlack)) {}
+CZTLStreamSocket::CZTLStreamSocket() : m_buffer(std::make_unique<char[]>(kCapacity + kLineSlack)) {}
 
 void CZTLStreamSocket::Close() {
     m_fill = 0;
@@ -79,30 +81,29 @@ void CZTLStreamSocket::ProcessReceivedData(int count) {
     char* const end = m_buffer.get() + m_fill + count;
     *end = '\0';
     char* line = m_buffer.get();
-    // What waited since earlier reads holds no line end, but it may hold the NUL at which its line's text ends.
-    char* textEnd = m_fill > 0 ? static_cast<char*>(std::memchr(line, '\0', static_cast<size_t>(m_fill))) : nullptr;
+    // The clock is read once for all the lines of a read: its whole seconds hardly ever differ in between.
     SDateTime now;
-    for (char* at = line + m_fill; (at = FindLineByte(at)) < end;) {
-        if (*at == '\0') {
-            if (!textEnd) textEnd = at;
-            ++at;
-            continue;
-        }
-        if (!textEnd) textEnd = at;
-        do *at++ = '\0';
-        while (EndsLine(*at));
-        if (textEnd > line) {
-            // The clock is read once for all the lines of a read: its whole seconds hardly ever differ in between.
+    uint16_t ends[kLineBlock / 2 + 2];
+    for (char* block = line + m_fill; block < end; block += kLineBlock) {
+        const SLineEnds found = IndexLineEnds(block, std::min(kLineBlock, static_cast<size_t>(end - block)), ends);
+        m_nulsWait = m_nulsWait || found.hasNul;
+        for (size_t i = 0; i < found.count; ++i) {
+            char* const lineEnd = block + ends[i];
+            char* next = lineEnd;
+            do *next++ = '\0';
+            while (EndsLine(*next));
+            const size_t size = m_nulsWait ? std::strlen(line) : static_cast<size_t>(lineEnd - line);
+            const std::string_view text{std::exchange(line, next), size};
+            if (text.empty()) continue;
             if (!now.valid) now = Now();
             m_stats.lastMessageTime = now;
             ++m_stats.messagesReceived.value;
-            OnMessage({line, static_cast<size_t>(textEnd - line)});
+            OnMessage(text);
             if (watch.Deleted()) return;
         }
-        line = at;
-        textEnd = nullptr;
     }
     m_fill = static_cast<int>(end - line);
+    m_nulsWait = m_nulsWait && std::memchr(line, '\0', static_cast<size_t>(m_fill)) != nullptr;
     if (line > m_buffer.get()) std::memmove(m_buffer.get(), line, static_cast<size_t>(m_fill));
 }
 

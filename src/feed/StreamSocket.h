@@ -56,7 +56,8 @@ protected:
     void MarkConnected();
 
 private:
-    int m_fill = 0; ///< Bytes at the front of the buffer that wait for their line end.
+    int m_fill = 0;          ///< Bytes at the front of the buffer that wait for their line end.
+    bool m_nulsWait = false; ///< Whether NULs are among them: the text of a line ends at its first one.
     int m_lastReceived = 0;
     std::unique_ptr<char[]> m_buffer;
     int m_lastError = 0;
