@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Log.h"
 #include "data/Catalogue.h"
 #include "settings/SettingKind.h"
 
