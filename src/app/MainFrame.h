@@ -43,6 +43,8 @@ public:
     void ShowPlaced();
     /// Places the window and starts the feed without showing anything on a screen, for pictures.
     void ShowSized(int width, int height);
+    /// Leaves the feed alone when the window is shown: the caller opens the ports itself.
+    void KeepFeedClosed() { m_feedStarted = true; }
     void ShowAbout();
     void SetAlwaysOnTop(bool onTop);
 

@@ -34,6 +34,7 @@ protected:
 
     CMainFrame& Frame(const std::vector<std::string>& arguments = {}) {
         m_frame = std::make_unique<CMainFrame>(settings, CNorvCommandLineInfo(arguments));
+        m_frame->KeepFeedClosed();
         m_frame->Document().NewDocument();
         return *m_frame;
     }
