@@ -33,6 +33,7 @@ function(zw_tests name)
   add_executable(${name} ${A_SOURCES})
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/src" "${PROJECT_SOURCE_DIR}/tests")
   target_compile_definitions(${name} PRIVATE ZW_TEST_FILES="${PROJECT_SOURCE_DIR}/tests/files"
+                                             ZW_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
                                              ZW_BIN_DIR="${CMAKE_BINARY_DIR}/bin")
   target_link_libraries(${name} PRIVATE ${A_LINKS} GTest::gmock GTest::gtest)
   if(A_GUI)

@@ -1,6 +1,7 @@
 #include "base/Registry.h"
 
 #include "base/Clock.h"
+#include "base/Log.h"
 #include "base/UserFolders.h"
 
 #include <cerrno>
@@ -18,8 +19,6 @@ namespace {
 constexpr size_t kMaxFileBytes = 16 * 1024 * 1024;
 /// How long a file that looks damaged may still be on its way from an editor that writes it in place.
 constexpr int kSettleMs = 50;
-
-void Report(const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); }
 
 /// The error numbers of LastError's list.
 int ShownError(int error) {
@@ -134,8 +133,8 @@ void CRegistry::Refresh() {
     Load();
     if (m_state == EState::Unreadable) {
         if (m_readError != m_loggedReadError)
-            Report(fmt::format("Settings: {} cannot be read ({}). Defaults apply and nothing is saved.", m_path,
-                               std::strerror(m_readError)));
+            LogInformation(fmt::format("Settings: {} cannot be read ({}). Defaults apply and nothing is saved.", m_path,
+                                       std::strerror(m_readError)));
         m_loggedReadError = m_readError;
         return;
     }
@@ -148,7 +147,7 @@ void CRegistry::Refresh() {
     }
     if (error == 0) return;
     m_leftInPlace = m_image.signature;
-    Report(
+    LogInformation(
         fmt::format("Settings: {} is damaged ({}) and cannot be set aside ({}). Defaults apply and nothing is saved.",
                     m_path, m_damage, std::strerror(error)));
 }
@@ -160,7 +159,8 @@ int CRegistry::SetAside() {
     if (m_state != EState::Damaged) return 0;
     const std::string name = FreeDamagedName(m_folder);
     if (std::rename(m_path.c_str(), name.c_str()) != 0) return errno;
-    Report(fmt::format("Settings: {} is damaged ({}). It is kept as {}; defaults apply.", m_path, m_damage, name));
+    LogInformation(
+        fmt::format("Settings: {} is damaged ({}). It is kept as {}; defaults apply.", m_path, m_damage, name));
     Load();
     return 0;
 }
@@ -191,8 +191,9 @@ bool CRegistry::Change(SChange change) {
     const int error = nothingToDo ? 0 : ApplyLocked(change);
     m_lastError = ShownError(error);
     if (error != 0)
-        Report(fmt::format("Settings: \"{}\" of \"{}\" could not be saved in {} ({}). The file stays as it was.",
-                           change.name.value_or(""), change.key, m_path, std::strerror(error)));
+        LogInformation(
+            fmt::format("Settings: \"{}\" of \"{}\" could not be saved in {} ({}). The file stays as it was.",
+                        change.name.value_or(""), change.key, m_path, std::strerror(error)));
     return error == 0;
 }
 

@@ -19,6 +19,12 @@ void CChangeQueue::Push(const SChangeNotice& notice) {
     m_waker.PostPaint();
 }
 
+void CChangeQueue::DrainNow() {
+    const bool onItsWay = m_woken;
+    m_waker.DrainNow();
+    m_woken = m_woken || onItsWay;
+}
+
 void CChangeQueue::AddSource() {
     ++m_sources;
     while (m_sources > m_ring.size()) Grow();

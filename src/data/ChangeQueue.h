@@ -52,7 +52,8 @@ public:
     /// Changes with every drain: a record whose last notice bears the present number still waits in the queue.
     uint64_t DrainNumber() const { return m_drainNumber; }
     void Push(const SChangeNotice& notice);
-    void DrainNow() { m_waker.DrainNow(); }
+    /// Has the window drain the queue at once; the wake that is on its way stays the only one.
+    void DrainNow();
     /// One more, or one fewer, record notifies this queue; keeps room for one notice of each.
     void AddSource();
     void RemoveSource() { --m_sources; }
@@ -68,7 +69,7 @@ private:
     size_t m_count = 0;
     size_t m_sources = 0;
     uint64_t m_drainNumber = 1;
-    bool m_woken = false;
+    bool m_woken = false; ///< A wake was posted and its message has not come back yet.
 };
 
 } // namespace vx

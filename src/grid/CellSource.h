@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+namespace vx {
+
+enum class EAlign : uint8_t { Left, Center, Right };
+
+/// What a text's colour means; the theme turns it into a colour for light and dark.
+enum class ETextRole : uint8_t {
+    Normal,
+    Up,
+    Down,
+    Unchanged,
+    Stale,   ///< A value that is shown but no longer fed.
+    Explicit ///< SCell::textColor holds the colour.
+};
+
+/// No colour of its own: the theme chooses.
+inline constexpr int32_t kAutomaticColor = -1;
+
+/// One cell as it is to be painted. The painter keeps one record and lets the source fill it again and again.
+///
+/// Shape   text is not terminated and not cleared between cells: only its first length bytes count
+/// Units   colours 0xBBGGRR or kAutomaticColor
+struct SCell {
+    static constexpr int kCapacity = 256;
+    static constexpr int kMaxLength = 255;
+
+    char text[kCapacity];
+    uint16_t length;
+    EAlign align;
+    ETextRole role;
+    uint8_t font;       ///< Id in the control's font table; 0 is the default font, unknown ids show the default.
+    bool tickTrend;     ///< The bytes AD, AF and B7 are drawn as an up, a down and a dot symbol in their colours.
+    int32_t textColor;  ///< Counts only with ETextRole::Explicit.
+    int32_t background; ///< kAutomaticColor: the row's own.
+
+    SCell() { Reset(); }
+    /// An empty, left aligned cell of the default look.
+    void Reset() {
+        length = 0;
+        align = EAlign::Left;
+        role = ETextRole::Normal;
+        font = 0;
+        tickTrend = false;
+        textColor = kAutomaticColor;
+        background = kAutomaticColor;
+    }
+    std::string_view Text() const { return {text, length}; }
+    /// Copies a text; what goes beyond kMaxLength bytes is cut.
+    void SetText(std::string_view bytes) {
+        length = static_cast<uint16_t>(bytes.size() < kMaxLength ? bytes.size() : kMaxLength);
+        std::memcpy(text, bytes.data(), length);
+    }
+};
+
+/// What stands in the cells of a grid control. The control asks for a cell when it paints it and keeps nothing.
+///
+/// Shape   rows 1..row count, columns 1..column count in display order; row 0 is the header row, column 0 the row
+///         numbers; texts Windows-1252. Each cell arrives Reset(), so a source sets only what differs
+/// Errors  none: a source answers every cell within the counts that the control was given, an unknown one with an empty
+///         cell
+/// Thread  GUI thread only. FillCell, FillSpan and FillRowNumber run inside painting: no allocation, no change of the
+///         control
+class CCellSource {
+public:
+    virtual ~CCellSource() = default;
+
+    virtual void FillCell(int row, int column, SCell& cell) const = 0;
+    /// The header of a column; its alignment is usually that of the column's cells.
+    virtual void FillHeader(int column, SCell& cell) const = 0;
+    /// A row that shows one text across all its columns (a heading or remark) fills it and answers true. Asked once per
+    /// painted row, before its cells.
+    virtual bool FillSpan(int /*row*/, SCell& /*cell*/) const { return false; }
+    /// The cell in the row-number column: the row's number unless a source says otherwise.
+    virtual void FillRowNumber(int row, SCell& cell) const;
+
+    /// Plain texts for tooltips; lines end with "\n"; empty shows none, or the whole text where a cell's text is cut.
+    virtual std::string HeaderTip(int /*column*/) const { return {}; }
+    virtual std::string CellTip(int /*row*/, int /*column*/) const { return {}; }
+};
+
+} // namespace vx

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "grid/CellFlash.h"
+#include "grid/GridGeometry.h"
+
+#include <QRegion>
+#include <cstdint>
+#include <vector>
+
+namespace vx {
+
+/// Which of the cells on the screen have changed since they were last painted. A change elsewhere costs two
+/// comparisons and leaves no trace.
+///
+/// Thread  GUI thread only
+class CDirtyCells {
+public:
+    /// Takes the cells that can now be seen; everything marked is forgotten, for the caller repaints all.
+    void SetVisible(const CGridGeometry& geometry);
+
+    void MarkCell(int row, int column) {
+        const auto r = static_cast<unsigned>(row - m_firstRow);
+        const auto c = static_cast<unsigned>(column);
+        if (r >= m_rows || c >= m_columnVisible.size() || m_columnVisible[c] == 0) return;
+        m_bits[r * m_words + c / 64] |= uint64_t{1} << c % 64;
+        m_any = true;
+    }
+    void MarkRow(int row) {
+        const auto r = static_cast<unsigned>(row - m_firstRow);
+        if (r >= m_rows) return;
+        m_wholeRow[r] = 1;
+        m_any = true;
+    }
+    bool Any() const { return m_any; }
+
+    /// The places of the marked cells, few and large enough to be painted cheaply; nothing is marked afterwards.
+    /// flash, unless null, lights the cells that were marked one by one; rows marked as a whole have only new content.
+    QRegion Take(const CGridGeometry& geometry, CCellFlash* flash, int64_t now);
+
+private:
+    void TakeRow(const CGridGeometry& geometry, unsigned r, CCellFlash* flash, int64_t now);
+    void AddRect(const QRect& rect);
+
+    int m_firstRow = 1;
+    unsigned m_rows = 0;
+    size_t m_words = 1; // per row
+    bool m_any = false;
+    std::vector<uint8_t> m_columnVisible;
+    std::vector<uint64_t> m_bits;
+    std::vector<uint8_t> m_wholeRow;
+    std::vector<QRect> m_rects;
+};
+
+} // namespace vx

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <QRect>
+#include <QSize>
+#include <vector>
+
+namespace vx {
+
+/// Where the cells of a grid stand in its viewport: the header row and the row-number column at the top and left edge,
+/// then the locked columns, then the columns that scroll.
+///
+/// Shape   row 0 is the header row, column 0 the row-number column; rows are all of one height, a column of width 0 is
+///         hidden. Rows are found by division, columns by binary search over the sums of the widths: no cost grows
+///         with the number of rows
+/// Units   logical pixels; viewport coordinates, (0,0) at the top left
+/// Errors  values out of range are clamped; a place without a cell is column -1 or row -1
+class CGridGeometry {
+public:
+    static constexpr int kMaxRows = 1'000'000;
+    static constexpr int kMaxColumnWidth = 2000;
+
+    CGridGeometry();
+
+    void SetRowCount(int rows);
+    int RowCount() const { return m_rowCount; }
+    void SetRowHeights(int header, int row);
+    int RowHeight() const { return m_rowHeight; }
+    int HeaderHeight() const { return m_headerHeight; }
+
+    /// Columns 1..columns; those that are added get the given width.
+    void SetColumnCount(int columns, int width);
+    int ColumnCount() const { return static_cast<int>(m_widths.size()) - 1; }
+    void SetColumnWidth(int column, int width);
+    int ColumnWidth(int column) const;
+    /// The first columns (not counting the row numbers) that stay while the others scroll.
+    void SetLockedColumns(int columns);
+    int LockedColumns() const { return m_locked; }
+    /// The locked columns that a narrow viewport has room for; the rest scroll until it is wider.
+    int ShownLockedColumns() const { return m_shownLocked; }
+
+    void SetViewport(const QSize& size);
+    QSize Viewport() const { return m_viewport; }
+    void SetScroll(int x, int y);
+    int ScrollX() const { return m_scrollX; }
+    int ScrollY() const { return m_scrollY; }
+    int MaxScrollX() const;
+    int MaxScrollY() const;
+    /// The part of the viewport in which columns scroll, and rows.
+    int ScrolledWidth() const { return m_viewport.width() - FixedWidth(); }
+    int ScrolledHeight() const { return m_viewport.height() - m_headerHeight; }
+
+    /// Right edge of the row-number column and the locked columns.
+    int FixedWidth() const { return m_left[static_cast<size_t>(m_shownLocked) + 1]; }
+    /// Left edge of the last column's right neighbour, were there one.
+    int ContentRight() const;
+    int ContentBottom() const;
+
+    int ColumnLeft(int column) const;
+    int RowTop(int row) const;
+    /// The whole cell, whether or not it can be seen. Row or column 0 gives header cells.
+    QRect CellRect(int row, int column) const;
+    /// The part of a cell that the fixed parts and the viewport's edges leave to be seen.
+    QRect VisibleCellRect(int row, int column) const;
+
+    int ColumnAt(int x) const;
+    int RowAt(int y) const;
+
+    /// First and last row (1..) that can be seen, even in part; first > last when there is none.
+    int FirstVisibleRow() const { return m_scrollY / m_rowHeight + 1; }
+    int LastVisibleRow() const;
+    /// First and last of the columns behind the locked ones that can be seen; first > last when there is none.
+    int FirstScrolledColumn() const;
+    int LastScrolledColumn() const;
+
+    /// The scroll position, next to the present one, at which a cell is seen whole (or its beginning, if it is larger
+    /// than the place for it).
+    QPoint ScrollToShow(int row, int column) const;
+
+private:
+    void Relayout();
+    int ColumnAtContent(int x) const;
+
+    std::vector<int> m_widths; // [0] is the row-number column
+    std::vector<int> m_left;   // sums of the widths; one more than columns
+    int m_rowCount = 0;
+    int m_rowHeight = 20;
+    int m_headerHeight = 24;
+    int m_locked = 0;
+    int m_shownLocked = 0;
+    int m_scrollX = 0;
+    int m_scrollY = 0;
+    QSize m_viewport;
+};
+
+} // namespace vx

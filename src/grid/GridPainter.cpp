@@ -1,0 +1,294 @@
+#include "grid/GridPainter.h"
+
+#include "grid/CellFlash.h"
+
+#include <QPainter>
+#include <cmath>
+
+namespace vx {
+
+namespace {
+
+constexpr std::string_view kEllipsis = "...";
+// A user's own text colour on a background that the theme chose gives way when it would hardly be seen there, as black
+// chosen in the light theme is on the dark one.
+constexpr double kHardlySeen = 2.0;
+
+constexpr unsigned char kUpByte = 0xAD;
+constexpr unsigned char kDownByte = 0xAF;
+constexpr unsigned char kDotByte = 0xB7;
+
+int SymbolOf(unsigned char byte) {
+    switch (byte) {
+    case kUpByte:
+        return kSymbolUp;
+    case kDownByte:
+        return kSymbolDown;
+    case kDotByte:
+        return kSymbolDot;
+    default:
+        return byte;
+    }
+}
+
+QRgb SymbolColor(int code, QRgb other, const SGridTheme& theme) {
+    switch (code) {
+    case kSymbolUp:
+        return theme.up;
+    case kSymbolDown:
+        return theme.down;
+    case kSymbolDot:
+        return theme.unchanged;
+    default:
+        return other;
+    }
+}
+
+int RunWidth(CGlyphAtlas& atlas, const SCell& cell) {
+    if (!cell.tickTrend) return atlas.TextWidth(cell.Text());
+    int width = 0;
+    for (const char c : cell.Text()) width += atlas.Glyph(SymbolOf(static_cast<unsigned char>(c))).advance;
+    return width;
+}
+
+} // namespace
+
+int CGridPainter::NeededWidth(const SCell& cell, CGridFonts& fonts) {
+    return RunWidth(fonts.Atlas(cell.font, 1), cell) + 2 * kTextPadding + 1;
+}
+
+int CGridPainter::Device(int length) const { return static_cast<int>(std::lround(length * m_scale)); }
+
+QRect CGridPainter::Device(const QRect& rect) const {
+    const int left = Device(rect.left());
+    const int top = Device(rect.top());
+    return {left, top, Device(rect.left() + rect.width()) - left, Device(rect.top() + rect.height()) - top};
+}
+
+int CGridPainter::Paint(QPainter& painter, const QRect& rect, const SGridScene& scene) {
+    m_scene = &scene;
+    m_painted = 0;
+    m_selected = scene.selection.Range();
+    const double scale = painter.deviceTransform().m11();
+    m_scale = scale > 0 ? scale : 1;
+    m_line = std::max(1, static_cast<int>(m_scale));
+
+    painter.save();
+    painter.scale(1 / m_scale, 1 / m_scale);
+    const CGridGeometry& geometry = scene.geometry;
+    if (rect.top() < geometry.HeaderHeight()) PaintStrip(painter, 0, rect);
+    const int top = std::max(rect.top(), geometry.HeaderHeight());
+    const int firstRow = geometry.RowAt(top);
+    if (firstRow > 0 && rect.bottom() >= top)
+        for (int row = firstRow; row <= geometry.RowCount() && geometry.RowTop(row) <= rect.bottom(); ++row)
+            PaintStrip(painter, row, rect);
+    PaintEmptySpace(painter, rect);
+    painter.restore();
+    return m_painted;
+}
+
+void CGridPainter::PaintEmptySpace(QPainter& painter, const QRect& rect) {
+    const int top = std::max(rect.top(), m_scene->geometry.ContentBottom());
+    if (top <= rect.bottom())
+        painter.fillRect(Device(QRect(rect.left(), top, rect.width(), rect.bottom() - top + 1)),
+                         QColor::fromRgb(m_scene->theme.base));
+}
+
+void CGridPainter::PaintStrip(QPainter& painter, int row, const QRect& clip) {
+    const CGridGeometry& geometry = m_scene->geometry;
+    const QRect line(clip.left(), geometry.RowTop(row), clip.width(),
+                     row == 0 ? geometry.HeaderHeight() : geometry.RowHeight());
+    QRect place = line.intersected(clip);
+    if (row > 0) place.setTop(std::max(place.top(), geometry.HeaderHeight()));
+    if (place.isEmpty()) return;
+    m_canvas.Begin(Device(place));
+    PaintRow(row);
+    m_canvas.Flush(painter);
+}
+
+void CGridPainter::PaintRow(int row) {
+    const CGridGeometry& geometry = m_scene->geometry;
+    const SGridTheme& theme = m_scene->theme;
+    m_cell.Reset();
+    const bool header = row == 0;
+    const bool span = !header && m_scene->source != nullptr && m_scene->source->FillSpan(row, m_cell);
+    m_rowColor = header ? theme.header : m_scene->options.shading && row % 2 == 0 ? theme.shade : theme.base;
+    m_canvas.Fill(m_canvas.Place(), m_rowColor);
+    if (span) {
+        PaintSpan(row);
+    } else {
+        PaintColumns(row, 1, geometry.ShownLockedColumns());
+        PaintColumns(row, geometry.FirstScrolledColumn(), geometry.LastScrolledColumn());
+        if (header || m_scene->options.lines == EGridLines::Both) {
+            const QRect all = Device(QRect(0, geometry.RowTop(row), geometry.Viewport().width(),
+                                           header ? geometry.HeaderHeight() : geometry.RowHeight()));
+            const int from = header ? 0 : Device(geometry.ContentRight());
+            m_canvas.Fill({from, all.bottom() - m_line + 1, all.width(), m_line},
+                          header ? theme.headerLine : theme.gridLine);
+        }
+    }
+    if (geometry.ColumnWidth(0) > 0) PaintHeaderCell(row, 0);
+}
+
+void CGridPainter::PaintSpan(int row) {
+    const CGridGeometry& geometry = m_scene->geometry;
+    const SGridTheme& theme = m_scene->theme;
+    const int left = geometry.ColumnWidth(0);
+    const QRect rect =
+        Device(QRect(left, geometry.RowTop(row), geometry.Viewport().width() - left, geometry.RowHeight()));
+    const bool selected = m_selected.HasRow(row);
+    const QRgb background = selected                               ? theme.selected
+                            : m_cell.background != kAutomaticColor ? RgbFromColorRef(m_cell.background)
+                                                                   : theme.span;
+    m_canvas.Fill(rect, background);
+    if (m_scene->options.lines == EGridLines::Both)
+        m_canvas.Fill({rect.left(), rect.bottom() - m_line + 1, rect.width(), m_line}, theme.gridLine);
+    const bool plain = m_cell.role == ETextRole::Normal && m_cell.background == kAutomaticColor;
+    DrawText(rect, rect, plain ? theme.spanText : TextColor(background));
+    if (m_scene->selection.focus.row == row)
+        m_canvas.Frame(rect, m_scene->hasKeyboard ? 2 * m_line : m_line,
+                       m_scene->hasKeyboard ? theme.focus : theme.focusIdle);
+    ++m_painted;
+}
+
+void CGridPainter::PaintColumns(int row, int first, int last) {
+    const CGridGeometry& geometry = m_scene->geometry;
+    const QRect& place = m_canvas.Place();
+    for (int column = first; column <= last; ++column) {
+        if (geometry.ColumnWidth(column) == 0) continue;
+        const QRect visible = Device(geometry.VisibleCellRect(row, column)).intersected(place);
+        if (visible.isEmpty()) continue;
+        if (row == 0)
+            PaintHeaderCell(row, column);
+        else
+            PaintCell(row, column, Device(geometry.CellRect(row, column)), visible);
+    }
+}
+
+QRgb CGridPainter::CellBackground(int row, int column) const {
+    if (m_selected.Has(row, column)) return m_scene->theme.selected;
+    const SGridTheme& theme = m_scene->theme;
+    if (m_scene->flash.IsLit(row, column)) {
+        if (m_cell.role == ETextRole::Up) return theme.flashUp;
+        if (m_cell.role == ETextRole::Down) return theme.flashDown;
+        if (m_cell.background == kAutomaticColor) return theme.flashOther;
+    }
+    return m_cell.background != kAutomaticColor ? RgbFromColorRef(m_cell.background) : m_rowColor;
+}
+
+void CGridPainter::PaintCell(int row, int column, const QRect& rect, const QRect& clip) {
+    const SGridTheme& theme = m_scene->theme;
+    m_cell.Reset();
+    if (m_scene->source != nullptr) m_scene->source->FillCell(row, column, m_cell);
+    ++m_painted;
+
+    const QRgb background = CellBackground(row, column);
+    if (background != m_rowColor) m_canvas.Fill(clip, background);
+    const bool lastLocked = column == m_scene->geometry.ShownLockedColumns();
+    QRect inner = clip;
+    if (m_scene->options.lines == EGridLines::Both) {
+        m_canvas.Fill(QRect(rect.left(), rect.bottom() - m_line + 1, rect.width(), m_line).intersected(clip),
+                      theme.gridLine);
+        m_canvas.Fill(QRect(rect.right() - m_line + 1, rect.top(), m_line, rect.height()).intersected(clip),
+                      theme.gridLine);
+        inner = inner.intersected(rect.adjusted(0, 0, -m_line, -m_line));
+    }
+    if (lastLocked)
+        m_canvas.Fill(QRect(rect.right() - m_line + 1, rect.top(), m_line, rect.height()).intersected(clip),
+                      theme.headerLine);
+    if (m_cell.length > 0) DrawText(rect, inner, TextColor(background));
+    if (m_scene->selection.focus == SGridCell{row, column}) {
+        // The frame keeps to what can be seen of the cell, so that it is whole under the locked columns' edge too.
+        const QRect seen = Device(m_scene->geometry.VisibleCellRect(row, column));
+        const bool strong = m_scene->hasKeyboard;
+        m_canvas.Frame(seen, strong ? 2 * m_line : m_line, strong ? theme.focus : theme.focusIdle);
+    }
+}
+
+void CGridPainter::PaintHeaderCell(int row, int column) {
+    const CGridGeometry& geometry = m_scene->geometry;
+    const SGridTheme& theme = m_scene->theme;
+    const QRect rect = Device(geometry.CellRect(row, column));
+    const QRect clip = Device(geometry.VisibleCellRect(row, column)).intersected(m_canvas.Place());
+    if (clip.isEmpty()) return;
+    m_cell.Reset();
+    if (m_scene->source != nullptr && column > 0) m_scene->source->FillHeader(column, m_cell);
+    if (m_scene->source != nullptr && column == 0 && row > 0) m_scene->source->FillRowNumber(row, m_cell);
+    ++m_painted;
+
+    const bool selected = (row > 0 && m_selected.HasRow(row)) || (column > 0 && m_selected.HasColumn(column));
+    const bool reached = selected && geometry.RowCount() > 0;
+    const QRgb background = reached ? theme.headerSelected : theme.header;
+    m_canvas.Fill(clip, background);
+    const QRgb below = row == 0 ? theme.headerLine : theme.gridLine;
+    if (row == 0 || m_scene->options.lines == EGridLines::Both)
+        m_canvas.Fill(QRect(rect.left(), rect.bottom() - m_line + 1, rect.width(), m_line).intersected(clip), below);
+    m_canvas.Fill(QRect(rect.right() - m_line + 1, rect.top(), m_line, rect.height()).intersected(clip),
+                  theme.headerLine);
+    if (m_cell.length > 0)
+        DrawText(rect, clip.intersected(rect.adjusted(0, 0, -m_line, -m_line)),
+                 m_cell.role == ETextRole::Normal ? theme.headerText : TextColor(background));
+}
+
+QRgb CGridPainter::TextColor(QRgb background) {
+    const bool own = m_cell.role == ETextRole::Explicit && m_cell.textColor != kAutomaticColor;
+    const bool ownBackground = m_cell.background != kAutomaticColor;
+    const QRgb wanted = own ? RgbFromColorRef(m_cell.textColor) : m_scene->theme.RoleColor(m_cell.role);
+    if (own == ownBackground) return wanted;
+    SReadable& known = m_readable[(background ^ wanted ^ background >> 7 ^ wanted >> 13) % m_readable.size()];
+    if (known.color != 0 && known.background == background && known.wanted == wanted) return known.color;
+    QRgb color = wanted;
+    if (!own)
+        color = ReadableRoleColor(m_scene->theme, m_cell.role, background);
+    else if (ContrastRatio(wanted, background) < kHardlySeen)
+        color = m_scene->theme.text;
+    known = {background, wanted, color};
+    return color;
+}
+
+void CGridPainter::DrawText(const QRect& rect, const QRect& clip, QRgb color) {
+    CGlyphAtlas& atlas = m_scene->fonts.Atlas(m_cell.font, m_scale);
+    const int padding = Device(kTextPadding);
+    const int room = rect.width() - 2 * padding - m_line;
+    const int baseline =
+        rect.top() + (rect.height() - m_line - atlas.Ascent() - atlas.Descent() + 1) / 2 + atlas.Ascent();
+    int x = rect.left() + padding;
+    std::string_view text = m_cell.Text();
+    const int width = RunWidth(atlas, m_cell);
+    if (width <= room) {
+        if (m_cell.align == EAlign::Right) x = rect.right() - m_line - padding - width + 1;
+        if (m_cell.align == EAlign::Center) x += (room - width) / 2;
+        return DrawRun(atlas, text, x, baseline, color, clip);
+    }
+    // A cut text always starts at its beginning: the end of a number alone would read as another number.
+    if (!m_scene->options.ellipsis) return DrawRun(atlas, text, x, baseline, color, clip);
+    int left = room - atlas.EllipsisWidth();
+    size_t kept = 0;
+    for (; kept < text.size(); ++kept) {
+        const auto byte = static_cast<unsigned char>(text[kept]);
+        left -= atlas.Glyph(m_cell.tickTrend ? SymbolOf(byte) : byte).advance;
+        if (left < 0) break;
+    }
+    text = text.substr(0, kept);
+    DrawRun(atlas, text, x, baseline, color, clip);
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        x += atlas.Glyph(m_cell.tickTrend ? SymbolOf(byte) : byte).advance;
+    }
+    DrawRun(atlas, kEllipsis, x, baseline, color, clip);
+}
+
+void CGridPainter::DrawRun(CGlyphAtlas& atlas, std::string_view text, int x, int baseline, QRgb color,
+                           const QRect& clip) {
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        const int code = m_cell.tickTrend ? SymbolOf(byte) : byte;
+        const SGlyph& glyph = atlas.Glyph(code);
+        if (x > clip.right()) return;
+        m_canvas.Glyph(atlas, glyph, x, baseline, code < kSymbolUp ? color : SymbolColor(code, color, m_scene->theme),
+                       clip);
+        x += glyph.advance;
+    }
+}
+
+} // namespace vx

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "grid/CellSource.h"
+#include "grid/GlyphAtlas.h"
+#include "grid/GridCanvas.h"
+#include "grid/GridGeometry.h"
+#include "grid/GridSelection.h"
+#include "grid/GridTheme.h"
+
+#include <array>
+
+class QPainter;
+
+namespace vx {
+
+enum class EGridLines : uint8_t { Both, None };
+
+/// How a grid looks, apart from its colours and fonts.
+struct SGridOptions {
+    EGridLines lines = EGridLines::Both;
+    bool shading = true;  ///< Every second row stands on the theme's shade.
+    bool ellipsis = true; ///< A text wider than its cell ends in "..." instead of at the cell's edge.
+    bool flash = true;    ///< A changed cell's background lights up for a moment; off for reduced motion.
+
+    bool operator==(const SGridOptions&) const = default;
+};
+
+class CCellFlash;
+
+/// What a painter reads; all of it belongs to the control.
+struct SGridScene {
+    const CGridGeometry& geometry;
+    const SGridTheme& theme;
+    const SGridOptions& options;
+    const SGridSelection& selection;
+    const CCellFlash& flash;
+    CGridFonts& fonts;
+    const CCellSource* source; ///< Null: an empty grid.
+    bool hasKeyboard;          ///< The focus rectangle is the strong one.
+};
+
+/// Paints the cells of a grid that lie in a rectangle of its viewport, row by row through one strip of pixels.
+///
+/// Shape   at most one FillCell per cell that the rectangle touches; nothing is allocated once fonts and strip exist
+/// Thread  GUI thread only
+class CGridPainter {
+public:
+    /// The painter's transformation may scale (high-DPI screens, pictures), equally both ways; texts and lines then
+    /// stand on whole device pixels.
+    ///
+    /// Returns the number of cells painted, header cells and spanning rows counted once each
+    int Paint(QPainter& painter, const QRect& rect, const SGridScene& scene);
+
+    /// Space between a cell's edge and its text, in logical pixels.
+    static constexpr int kTextPadding = 5;
+    /// The width in logical pixels that a cell needs to show its text whole.
+    static int NeededWidth(const SCell& cell, CGridFonts& fonts);
+
+private:
+    QRect Device(const QRect& rect) const;
+    int Device(int length) const;
+
+    void PaintStrip(QPainter& painter, int row, const QRect& clip);
+    void PaintRow(int row);
+    void PaintSpan(int row);
+    void PaintColumns(int row, int first, int last);
+    void PaintCell(int row, int column, const QRect& rect, const QRect& clip);
+    void PaintHeaderCell(int row, int column);
+    void PaintEmptySpace(QPainter& painter, const QRect& rect);
+
+    QRgb CellBackground(int row, int column) const;
+    QRgb TextColor(QRgb background);
+    void DrawText(const QRect& rect, const QRect& clip, QRgb color);
+    void DrawRun(CGlyphAtlas& atlas, std::string_view text, int x, int baseline, QRgb color, const QRect& clip);
+
+    const SGridScene* m_scene = nullptr;
+    double m_scale = 1;
+    int m_line = 1; // thickness in device pixels
+    int m_painted = 0;
+    SGridRange m_selected;
+    QRgb m_rowColor = 0;
+    SCell m_cell;
+    CGridCanvas m_canvas;
+
+    struct SReadable {
+        QRgb background = 0;
+        QRgb wanted = 0;
+        QRgb color = 0;
+    };
+    std::array<SReadable, 64> m_readable{};
+};
+
+} // namespace vx

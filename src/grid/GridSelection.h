@@ -1,0 +1,43 @@
+#pragma once
+
+#include <algorithm>
+
+namespace vx {
+
+/// A grid cell; row 0 is the header row, column 0 the row-number column.
+struct SGridCell {
+    int row = 1;
+    int column = 1;
+
+    bool operator==(const SGridCell&) const = default;
+};
+
+/// A range of cells, first to last, both included.
+struct SGridRange {
+    int firstRow = 1;
+    int lastRow = 1;
+    int firstColumn = 1;
+    int lastColumn = 1;
+
+    bool operator==(const SGridRange&) const = default;
+    bool HasRow(int row) const { return row >= firstRow && row <= lastRow; }
+    bool HasColumn(int column) const { return column >= firstColumn && column <= lastColumn; }
+    bool Has(int row, int column) const { return HasRow(row) && HasColumn(column); }
+};
+
+/// The focus cell and the one selected range, which stretches between an anchor and the cell last reached.
+///
+/// Shape   the focus cell is the anchor unless a move keeps it; all cells are real ones (1..)
+struct SGridSelection {
+    SGridCell focus;
+    SGridCell anchor;
+    SGridCell reach;
+
+    SGridRange Range() const {
+        return {std::min(anchor.row, reach.row), std::max(anchor.row, reach.row), std::min(anchor.column, reach.column),
+                std::max(anchor.column, reach.column)};
+    }
+    bool operator==(const SGridSelection&) const = default;
+};
+
+} // namespace vx

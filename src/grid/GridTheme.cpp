@@ -1,0 +1,35 @@
+#include "grid/GridTheme.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vx {
+
+namespace {
+
+constexpr double kReadable = 4.5;
+
+double LinearChannel(int value) {
+    const double c = value / 255.0;
+    return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+}
+
+double Luminance(QRgb color) {
+    return 0.2126 * LinearChannel(qRed(color)) + 0.7152 * LinearChannel(qGreen(color)) +
+           0.0722 * LinearChannel(qBlue(color));
+}
+
+} // namespace
+
+double ContrastRatio(QRgb a, QRgb b) {
+    const auto [low, high] = std::minmax(Luminance(a), Luminance(b));
+    return (high + 0.05) / (low + 0.05);
+}
+
+QRgb ReadableRoleColor(const SGridTheme& theme, ETextRole role, QRgb background) {
+    for (const QRgb color : {theme.RoleColor(role), kLightGridTheme.RoleColor(role), kDarkGridTheme.RoleColor(role)})
+        if (ContrastRatio(color, background) >= kReadable) return color;
+    return ContrastRatio(0xFF000000, background) >= kReadable ? 0xFF000000 : 0xFFFFFFFF;
+}
+
+} // namespace vx

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "base/Windows1252.h"
+
+#include <QString>
+#include <string>
+#include <string_view>
+
+namespace vx {
+
+// The program's texts are Windows-1252 bytes, a widget's are QString: these two stand between them.
+
+/// Windows-1252 bytes to a QString.
+inline QString QtText(std::string_view bytes) { return QString::fromStdU16String(Utf16FromWindows1252(bytes)); }
+
+/// A QString to Windows-1252 bytes; a character that the code page does not hold becomes "?".
+inline std::string BytesFromQt(const QString& text) {
+    return Windows1252FromUtf16({reinterpret_cast<const char16_t*>(text.utf16()), static_cast<size_t>(text.size())});
+}
+
+/// A text for a tooltip or another place that would take "<b>" from a feed for markup: shown as it stands, long lines
+/// wrapped. Empty stays empty.
+inline QString PlainTipText(const QString& text) {
+    if (text.isEmpty()) return {};
+    return QStringLiteral("<p style='white-space:pre-wrap; margin:0'>") + text.toHtmlEscaped() + QStringLiteral("</p>");
+}
+
+} // namespace vx
