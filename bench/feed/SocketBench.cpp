@@ -2,7 +2,9 @@
 // line ends. Rates and CPU are the receiving thread's own; the last lines print the ratios of medians and minima.
 
 #include "feed/ClientAppSocket.h"
+#include "feed/FeedLog.h"
 #include "feed/FeedOwner.h"
+#include "feed/FeedSlots.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -148,6 +150,7 @@ size_t ReceiveByProduct(uint16_t port) {
     CCountingOwner owner;
     CZantrelClientAppSocket socket(0);
     socket.SetOwner(&owner);
+    socket.SetLog(&FeedLogOf(kLevel1Slot));
     if (!socket.Create()) std::abort();
     socket.Connect("127.0.0.1", port);
     QEventLoop loop;
@@ -208,6 +211,7 @@ private:
 
 int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
+    Stream(); // Made before anything is timed.
     std::vector<char*> arguments(argv, argv + argc);
     char interleave[] = "--benchmark_enable_random_interleaving=true";
     arguments.insert(arguments.begin() + 1, interleave);

@@ -126,12 +126,9 @@ void CAsyncSocket::Readable() {
     CDeleteWatch watch(*this);
     const uint32_t attempt = m_attempt;
     m_inReceive = true;
-    int left = kReceivesPerTurn;
-    do {
-        m_received = EReceived::Nothing;
-        OnReceive(0);
-        if (watch.Deleted()) return;
-    } while (--left > 0 && m_received == EReceived::AllOfIt && attempt == m_attempt);
+    m_received = EReceived::Nothing;
+    OnReceive(0);
+    if (watch.Deleted()) return;
     m_inReceive = false;
     if (attempt == m_attempt) AfterReceive();
 }
@@ -139,7 +136,6 @@ void CAsyncSocket::Readable() {
 void CAsyncSocket::AfterReceive() {
     switch (m_received) {
     case EReceived::Data:
-    case EReceived::AllOfIt:
     case EReceived::WouldBlock:
         m_readNotifier->setEnabled(true);
         break;
