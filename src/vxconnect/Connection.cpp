@@ -124,7 +124,7 @@ void CConnection::KeepRest(size_t begin) {
     if (m_inputEnd == m_input->size()) {
         m_skipping = true;
         m_inputEnd = 0;
-        OnOverlongLine();
+        if (HasRoom()) OnOverlongLine();
     }
 }
 

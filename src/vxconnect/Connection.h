@@ -58,7 +58,7 @@ public:
 
 protected:
     virtual void OnLine(std::string_view line) = 0;
-    /// A command line was too long and is passed over.
+    /// A command line was too long and is passed over; only called while the queue has room.
     virtual void OnOverlongLine() {}
     /// The queue has become less than half full: what was held back may be added.
     virtual void OnRoom() {}

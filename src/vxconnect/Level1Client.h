@@ -48,6 +48,7 @@ private:
     void Watch(std::string_view symbol);
     void Unwatch(std::string_view symbol);
     void SendAll(SSubscription& subscription);
+    void SendFundamentals(SSubscription& subscription);
     void SendQuote(char letter, const CInstrument& instrument, const CFieldMask& fields, uint32_t contents);
     void Hold(SSubscription& subscription, const SUpdate& update);
     void Release(SSubscription& subscription);
