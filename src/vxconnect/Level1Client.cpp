@@ -126,12 +126,12 @@ void CLevel1Client::SendQuote(char letter, const CInstrument& instrument, const 
 
 void CLevel1Client::Tell(SSubscription& subscription, const SUpdate& update) {
     if (!IsOpen()) return;
+    FlushWhenFull();
     if (HeldCount() > 0 || !HasRoom()) return Hold(subscription, update);
     if (update.newSession) return SendAll(subscription);
     if (update.newExtreme) SendFundamentals(subscription);
     const CInstrument& instrument = *subscription.watched->instrument;
     SendQuote('Q', instrument, update.changed, static_cast<uint32_t>(instrument.Value(EField::MessageContents)));
-    FlushWhenFull();
 }
 
 void CLevel1Client::Hold(SSubscription& subscription, const SUpdate& update) {

@@ -39,6 +39,7 @@ public:
 protected:
     void OnLine(std::string_view line) override;
     void OnOverlongLine() override;
+    bool HoldsBack() const override { return HeldCount() > 0; }
     void OnRoom() override;
     void OnEndOfInput() override;
 
