@@ -53,7 +53,7 @@ CInstrument::CInstrument(std::string symbol, const STicker& ticker, uint64_t see
     Put(EField::FractionDisplayCode, 14);
     Put(EField::DecimalPrecision, Decimals());
     Put(EField::PreviousDayVolume, Rounded(static_cast<double>(m_averageVolume) * m_random.Between(0.7, 1.3)));
-    m_highest = m_lowest = m_base;
+    MakePast(seed);
     StartSession(
         OnGrid(static_cast<double>(m_base) * (1 + SectorOf(ticker.sector).dayDeviation * 0.4 * m_random.Normal())));
     for (int i = 0; i < kWarmUpEvents; ++i) Step(kWarmUpPaceMs, kWarmUpWeight);
@@ -61,9 +61,28 @@ CInstrument::CInstrument(std::string symbol, const STicker& ticker, uint64_t see
     for (int i = 0; i < kSettlingEvents; ++i) Step(kEventPaceMs, 1);
 }
 
+// The year before the simulation: its extremes lie around the price it starts from.
+void CInstrument::MakePast(uint64_t seed) {
+    CRandom past(SymbolSeed(seed + 1, m_symbol));
+    const double base = static_cast<double>(m_base);
+    const auto day = [&](uint32_t least, uint32_t most) {
+        return AddDays(m_date, -static_cast<int>(least + past.Below(most - least)));
+    };
+    const auto dayOfThisYear = [&] {
+        const PackedDate date = day(1, 29);
+        return date / 10000 == m_date / 10000 ? date : m_date;
+    };
+    m_calendarExtremes = {OnGrid(base * past.Between(1.005, 1.06)), OnGrid(base * past.Between(0.94, 0.995)),
+                          dayOfThisYear(), dayOfThisYear()};
+    m_yearExtremes = {OnGrid(static_cast<double>(m_calendarExtremes.high) * past.Between(1.0, 1.35)),
+                      OnGrid(static_cast<double>(m_calendarExtremes.low) * past.Between(0.62, 1.0)), day(32, 364),
+                      day(32, 364)};
+}
+
 SUpdate CInstrument::Tick() {
     m_changed = {};
     m_contents = 0;
+    m_newExtreme = false;
     SUpdate out;
     if (m_clockMs >= int64_t{kSessionClose} * 1000) {
         EndSession();
@@ -73,6 +92,7 @@ SUpdate CInstrument::Tick() {
     }
     Announce(EField::MessageContents, m_contents);
     out.changed = m_changed;
+    out.newExtreme = m_newExtreme;
     return out;
 }
 
@@ -133,7 +153,9 @@ void CInstrument::StartSession(int64_t open) {
 
 void CInstrument::EndSession() {
     const int64_t last = Value(EField::Last);
+    const PackedDate newYear = m_date / 10000 * 10000 + 1231;
     m_date = NextSessionDate(m_date);
+    if (m_date > newYear) m_calendarExtremes = {last, last, m_date, m_date};
     Put(EField::Close, last);
     Put(EField::PreviousDayVolume, Value(EField::TotalVolume));
     m_contents |= kContentsClose;
@@ -222,8 +244,8 @@ void CInstrument::LastTrade(int64_t price, int64_t size, int weight) {
         Put(EField::Low, price);
         m_contents |= kContentsLow;
     }
-    m_highest = std::max(m_highest, price);
-    m_lowest = std::min(m_lowest, price);
+    m_newExtreme |= m_calendarExtremes.Include(price, m_date);
+    m_newExtreme |= m_yearExtremes.Include(price, m_date);
     m_notional += price * size * weight;
     m_qualifying += size * weight;
     Put(EField::Vwap, (m_notional + m_qualifying / 2) / m_qualifying);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vxconnect/Extremes.h"
 #include "vxconnect/Random.h"
 #include "vxconnect/SessionClock.h"
 #include "vxconnect/Tickers.h"
@@ -21,6 +22,7 @@ constexpr int kTickSame = 183;
 struct SUpdate {
     CFieldMask changed;
     bool newSession = false; ///< A new day began: everything is to be told again, the fundamentals too.
+    bool newExtreme = false; ///< The year's high or low was passed: the fundamentals are to be told again.
 };
 
 /// One simulated security: its quote, its trades and every figure derived from them.
@@ -49,15 +51,16 @@ public:
     /// The smallest step of the price, in ten-thousandths: a cent from one dollar up, else 1.
     int64_t TickSize() const { return m_tickSize; }
     PackedDate Date() const { return m_date; }
-    /// The highest and the lowest qualifying trade since the simulation began.
-    int64_t HighestSeen() const { return m_highest; }
-    int64_t LowestSeen() const { return m_lowest; }
+    /// Of the last 52 weeks and of the calendar year; no qualifying trade lies outside.
+    const SExtremes& YearExtremes() const { return m_yearExtremes; }
+    const SExtremes& CalendarExtremes() const { return m_calendarExtremes; }
 
 private:
     void Put(EField field, int64_t value);
     void Announce(EField field, int64_t value);
     void Step(int meanMs, int weight);
     void MoveMid(int weight);
+    void MakePast(uint64_t seed);
     void StartSession(int64_t open);
     void EndSession();
     void Quote();
@@ -92,8 +95,9 @@ private:
     int64_t m_earnings;
     int64_t m_notional = 0;   // Of today's qualifying trades.
     int64_t m_qualifying = 0; // Shares of today's qualifying trades.
-    int64_t m_highest = 0;
-    int64_t m_lowest = 0;
+    SExtremes m_yearExtremes;
+    SExtremes m_calendarExtremes;
+    bool m_newExtreme = false;
     std::string m_symbol;
 };
 

@@ -39,6 +39,7 @@ public:
 protected:
     void OnLine(std::string_view line) override;
     void OnOverlongLine() override;
+    bool HoldsBack() const override { return HeldCount() > 0; }
     void OnRoom() override;
     void OnEndOfInput() override;
 
@@ -48,6 +49,7 @@ private:
     void Watch(std::string_view symbol);
     void Unwatch(std::string_view symbol);
     void SendAll(SSubscription& subscription);
+    void SendFundamentals(SSubscription& subscription);
     void SendQuote(char letter, const CInstrument& instrument, const CFieldMask& fields, uint32_t contents);
     void Hold(SSubscription& subscription, const SUpdate& update);
     void Release(SSubscription& subscription);

@@ -31,6 +31,7 @@ bool CWatchBoard::Join(SSubscription& subscription, CMarket::Index index) {
         watched->place = m_active.size();
         watched->activity = ActivityOf(m_market.Listing(index).ticker);
         m_active.push_back(watched.get());
+        if (OnWatchedChanged) OnWatchedChanged();
     }
     watched->subscriptions.push_back(&subscription);
     subscription.watched = watched.get();
@@ -46,6 +47,7 @@ void CWatchBoard::Leave(SSubscription& subscription) {
     m_active[watched.place]->place = watched.place;
     m_active.pop_back();
     m_watched.erase(watched.index);
+    if (OnWatchedChanged) OnWatchedChanged();
 }
 
 SWatched& CWatchBoard::PickOne() {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <unordered_map>
 #include <vector>
@@ -18,8 +19,9 @@ struct SWatched;
 struct SSubscription {
     CLevel1Client* client = nullptr;
     SWatched* watched = nullptr;
-    bool held = false;        ///< Something waits in the three below.
+    bool held = false;        ///< Something waits in the four below.
     bool heldSession = false; ///< A new session began meanwhile.
+    bool heldExtreme = false; ///< The fundamentals changed meanwhile.
     uint32_t heldContents = 0;
     CFieldMask heldFields;
 };
@@ -51,6 +53,9 @@ public:
     /// Enters a subscription; false when one more symbol would pass the limit.
     bool Join(SSubscription& subscription, CMarket::Index index);
     void Leave(SSubscription& subscription);
+
+    /// Called when a symbol came to those watched, or went.
+    std::function<void()> OnWatchedChanged;
 
     /// Makes one watched symbol's next event happen, busy symbols more often, and tells its watchers.
     void Step();
