@@ -2,9 +2,11 @@
 
 #include "app/AboutDlg.h"
 #include "app/FramePlacement.h"
+#include "app/ProcessAge.h"
 #include "app/StatusPanes.h"
 #include "app/Theme.h"
 #include "base/Clock.h"
+#include "base/Log.h"
 #include "base/Text.h"
 #include "data/MessageNames.h"
 #include "data/UpdateFields.h"
@@ -20,6 +22,8 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QScreen>
+
+#include <fmt/format.h>
 
 #include <utility>
 
@@ -151,6 +155,7 @@ void CMainFrame::closeEvent(QCloseEvent* event) {
 bool CMainFrame::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Paint) {
         watched->removeEventFilter(this);
+        if (const auto age = ProcessAgeMs()) LogInformation(fmt::format("First paint {} ms after the start.", *age));
         QTimer::singleShot(0, this, &CMainFrame::StartFeedOnce);
     }
     return CNorvMainFrame::eventFilter(watched, event);
