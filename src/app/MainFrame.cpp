@@ -18,6 +18,7 @@
 #include "watchlist/WatchlistGrid.h"
 #include "watchlist/WatchlistView.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -65,6 +66,8 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
         QString::fromStdString(commandLine.theme.empty() ? m_settings.ReadTextOrDefault(kTheme) : commandLine.theme),
         false);
 
+    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, this,
+            [this] { m_store.NewTurn(); });
     connect(&m_status, &QTimer::timeout, this, &CMainFrame::OnStatusTimer);
     m_status.start(kStatusMs);
 }
