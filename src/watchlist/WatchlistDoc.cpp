@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "data/L1DataStore.h"
 #include "data/L1SymbolRec.h"
+#include "data/SymbolHash.h"
 #include "settings/Settings.h"
 #include "watchlist/WatchlistFile.h"
 
@@ -14,7 +15,6 @@ namespace vx {
 
 namespace {
 
-constexpr std::string_view kRegionMark = "--";
 constexpr char kAnnotationMark = '#';
 constexpr int kRoomBelowCommandLineSymbols = 3;
 
@@ -86,7 +86,7 @@ void CWatchlistDoc::Reset() {
     m_annotations.Clear();
     m_invalid.Clear();
     m_symbols.Clear();
-    m_updates.TakeAll();
+    m_updates.Clear();
     m_rows.Clear();
     m_grownRows = 0;
     m_options.placement.alwaysOnTop = false;
@@ -107,7 +107,7 @@ void CWatchlistDoc::SetFeedReady() {
 
 void CWatchlistDoc::WatchMissing() {
     m_symbols.ForEach([&](const SYMBOL_DATA& data) {
-        const bool regional = ContainsText(data.symbol, kRegionMark);
+        const bool regional = IsRegionalName(data.symbol);
         if (!regional && m_watched.Has(data.symbol)) return;
         if (!regional) m_watched.Record(data.symbol);
         m_store.Watch(data.symbol, m_changes);
@@ -129,7 +129,7 @@ void CWatchlistDoc::PlaceCommandLineSymbols(const std::vector<std::string>& symb
 }
 
 void CWatchlistDoc::WatchSymbol(std::string_view symbol) {
-    if (!ContainsText(symbol, kRegionMark)) m_watched.Record(symbol);
+    if (!IsRegionalName(symbol)) m_watched.Record(symbol);
     m_store.Watch(symbol, m_changes);
     ShowSymbolCount();
 }
@@ -185,7 +185,7 @@ void CWatchlistDoc::DetachSymbol(int row) {
     const std::string symbol(m_rows.Symbol(row));
     if (symbol.empty()) return;
     m_rows.ClearSymbol(row);
-    m_symbols.RemoveRow(static_cast<uint32_t>(row));
+    m_symbols.Remove(symbol, static_cast<uint32_t>(row));
     if (!m_symbols.Find(symbol) && m_feedReady) UnwatchSymbol(symbol);
 }
 
@@ -250,18 +250,19 @@ void CWatchlistDoc::OnPaintMessage() {
         const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2);
         if (!record) return;
         if (IsNotFound(*record)) rejected.emplace_back(record->Symbol());
-        m_updates.Add(record->Symbol());
+        m_updates.Add(notice);
     });
     for (const std::string& symbol : rejected) SymbolNotFound(symbol);
     if (m_observer && !m_updates.IsEmpty()) m_observer->OnUpdatesPending();
 }
 
 void CWatchlistDoc::RepaintChangedRows() {
-    for (const std::string& symbol : m_updates.TakeAll()) {
-        const SYMBOL_DATA* data = m_symbols.Find(symbol);
-        if (!data || !m_observer) continue;
+    m_updates.TakeAll([&](const SChangeNotice& ids) {
+        const CSymbolRec* record = m_store.FindById(ids.id1, ids.id2);
+        const SYMBOL_DATA* data = record ? m_symbols.Find(record->Symbol()) : nullptr;
+        if (!data || !m_observer) return;
         for (const uint32_t row : data->rows) m_observer->OnRowChanged(static_cast<int>(row));
-    }
+    });
 }
 
 } // namespace vx
