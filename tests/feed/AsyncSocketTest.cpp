@@ -178,6 +178,22 @@ TEST(AsyncSocket, ALineWithoutEndStopsTheConnectionWithoutSpinning) {
     EXPECT_THAT(socket.closes, IsEmpty());
 }
 
+TEST(AsyncSocket, AFloodLeavesTimersTheirTurn) {
+    CScriptedPort port;
+    CWatchedSocket socket;
+    socket.ConnectTo(port);
+    std::string flood;
+    while (flood.size() < 8000000) flood += "Q,IBM,1.25,2.25,\r\n";
+    int turns = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] { ++turns; });
+    timer.start(0);
+    port.Says(flood);
+    ASSERT_TRUE(WaitUntil([&] { return socket.lines.size() == flood.size() / 18; }));
+    // Each turn may take a few receives of 64 KiB, never more.
+    EXPECT_GE(turns, 8000000 / 65535 / CAsyncSocket::kReceivesPerTurn);
+}
+
 TEST(AsyncSocket, AnEventLoopInsideAHandlerNeitherSpinsNorReenters) {
     CScriptedPort port;
     CWatchedSocket socket;
