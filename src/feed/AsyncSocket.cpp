@@ -11,9 +11,8 @@ CAsyncSocket::CAsyncSocket() = default;
 
 CAsyncSocket::~CAsyncSocket() {
     StopNotifiers();
-    if (!m_deleted) return;
+    if (m_watches == 0) return;
     // A handler deletes the socket that called it: the notifier whose signal is under way must outlive the call.
-    *m_deleted = true;
     if (m_readNotifier) m_readNotifier.release()->deleteLater();
     if (m_writeNotifier) m_writeNotifier.release()->deleteLater();
 }

@@ -56,23 +56,17 @@ protected:
     /// Tells a function whether the socket was deleted while one of its handlers ran.
     class CDeleteWatch {
     public:
-        explicit CDeleteWatch(CAsyncSocket& socket) : m_socket(socket), m_outer(socket.m_deleted) {
-            socket.m_deleted = &m_deleted;
-        }
+        explicit CDeleteWatch(CAsyncSocket& socket) : m_socket(socket), m_life(socket.m_life) { ++m_socket.m_watches; }
         ~CDeleteWatch() {
-            if (!m_deleted)
-                m_socket.m_deleted = m_outer;
-            else if (m_outer)
-                *m_outer = true;
+            if (!Deleted()) --m_socket.m_watches;
         }
         CDeleteWatch(const CDeleteWatch&) = delete;
         CDeleteWatch& operator=(const CDeleteWatch&) = delete;
-        bool Deleted() const { return m_deleted; }
+        bool Deleted() const { return m_life.expired(); }
 
     private:
         CAsyncSocket& m_socket;
-        bool* m_outer;
-        bool m_deleted = false;
+        std::weak_ptr<char> m_life;
     };
 
 private:
@@ -96,7 +90,8 @@ private:
     int m_socketError = 0;
     uint32_t m_attempt = 0; ///< Number of connects begun; an outcome of an older one is dropped.
     bool m_inReceive = false;
-    bool* m_deleted = nullptr;
+    int m_watches = 0; ///< Above 0 while a handler runs.
+    std::shared_ptr<char> m_life = std::make_shared<char>();
 };
 
 } // namespace vx
