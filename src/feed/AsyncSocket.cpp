@@ -11,9 +11,8 @@ CAsyncSocket::CAsyncSocket() = default;
 
 CAsyncSocket::~CAsyncSocket() {
     StopNotifiers();
-    if (!m_deleted) return;
+    if (m_watches == 0) return;
     // A handler deletes the socket that called it: the notifier whose signal is under way must outlive the call.
-    *m_deleted = true;
     if (m_readNotifier) m_readNotifier.release()->deleteLater();
     if (m_writeNotifier) m_writeNotifier.release()->deleteLater();
 }
@@ -62,7 +61,7 @@ int CAsyncSocket::Receive(void* buffer, int length, int) {
     const CNativeSocket::SResult result = m_native.Receive(static_cast<char*>(buffer), length);
     m_socketError = result.error;
     if (result.count > 0)
-        m_received = EReceived::Data;
+        m_received = result.count == length ? EReceived::AllOfIt : EReceived::Data;
     else if (result.count == 0)
         m_received = EReceived::End;
     else
@@ -126,9 +125,12 @@ void CAsyncSocket::Readable() {
     CDeleteWatch watch(*this);
     const uint32_t attempt = m_attempt;
     m_inReceive = true;
-    m_received = EReceived::Nothing;
-    OnReceive(0);
-    if (watch.Deleted()) return;
+    int left = kReceivesPerTurn;
+    do {
+        m_received = EReceived::Nothing;
+        OnReceive(0);
+        if (watch.Deleted()) return;
+    } while (m_received == EReceived::AllOfIt && attempt == m_attempt && --left > 0);
     m_inReceive = false;
     if (attempt == m_attempt) AfterReceive();
 }
@@ -136,6 +138,7 @@ void CAsyncSocket::Readable() {
 void CAsyncSocket::AfterReceive() {
     switch (m_received) {
     case EReceived::Data:
+    case EReceived::AllOfIt:
     case EReceived::WouldBlock:
         m_readNotifier->setEnabled(true);
         break;

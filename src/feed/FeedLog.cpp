@@ -44,7 +44,7 @@ void SFeedLog::Closed(int lastError) const {
 const SFeedLog& FeedLogOf(int slot) {
     static constexpr SFeedLog kLevel1{"Level1", L1Data, L1Request, L1System, L1Error};
     static constexpr SFeedLog kMarketDepth{"MarketDepth", L2Data, L2Request, L2System, L2Error};
-    static constexpr SFeedLog kLookup{"Lookup", LookupData, LookupRequest, LookupRequest, LookupError};
+    static constexpr SFeedLog kLookup{"Lookup", LookupData, LookupRequest, LookupData, LookupError};
     static constexpr SFeedLog kAdmin{"Admin", Admin, Admin, Admin, Admin};
     static constexpr SFeedLog kScans{"Scans", Debug, Debug, Debug, Debug};
     static constexpr SFeedLog kUnknown{"Unknown", Debug, Debug, Debug, Debug};
