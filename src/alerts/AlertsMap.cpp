@@ -1,0 +1,144 @@
+#include "alerts/AlertsMap.h"
+
+#include "alerts/AlertCondition.h"
+#include "alerts/AlertField.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace vx {
+
+namespace {
+
+bool IsSameAlert(const A_INFO& a, const A_INFO& b) {
+    return a.fieldId == b.fieldId && a.condition == b.condition && a.value == b.value && a.noZero == b.noZero;
+}
+
+bool IsCondition(uint32_t condition) { return !ConditionWords(condition).empty(); }
+
+bool HasIndex(const CAlertArray& alerts, int index) { return index >= 0 && static_cast<size_t>(index) < alerts.size(); }
+
+} // namespace
+
+bool CAlertsMap::Add(std::string_view symbol, const A_INFO& alert, EAlertMap map) {
+    if (symbol.empty()) return false;
+    SSymbolAlerts* entry = Find(symbol, map);
+    if (entry) {
+        const auto same = std::ranges::find_if(entry->alerts, [&](const A_INFO& a) { return IsSameAlert(a, alert); });
+        if (same != entry->alerts.end()) {
+            same->enabled = alert.enabled;
+            if (map == EAlertMap::Live) Rearm(symbol, *entry);
+            return true;
+        }
+        if (entry->alerts.size() >= kMostPerSymbol) return false;
+    }
+    if (Total(map) >= kMostAlerts) return false;
+    if (!entry) entry = &Map(map)[std::string(symbol)];
+    entry->alerts.push_back(alert);
+    ++Total(map);
+    if (map == EAlertMap::Live) {
+        AppendArmed(*entry, entry->alerts.size() - 1);
+        Announce(symbol, entry->armed.size());
+    }
+    return true;
+}
+
+void CAlertsMap::Remove(std::string_view symbol, int index, EAlertMap map) {
+    SSymbolAlerts* entry = Find(symbol, map);
+    if (!entry || !HasIndex(entry->alerts, index)) return;
+    if (entry->alerts.size() == 1) return Erase(symbol, map);
+    entry->alerts.erase(entry->alerts.begin() + index);
+    --Total(map);
+    if (map == EAlertMap::Live) Rearm(symbol, *entry);
+}
+
+void CAlertsMap::RemoveSymbol(std::string_view symbol) { Erase(symbol, EAlertMap::Live); }
+
+void CAlertsMap::Clear(EAlertMap map) {
+    CMap cleared;
+    cleared.swap(Map(map));
+    Total(map) = 0;
+    if (map != EAlertMap::Live) return;
+    for (const auto& [symbol, entry] : cleared) Announce(symbol, 0);
+}
+
+void CAlertsMap::CopyTo(EAlertMap target) {
+    Clear(target);
+    const EAlertMap source = target == EAlertMap::Live ? EAlertMap::WorkingCopy : EAlertMap::Live;
+    for (const auto& [symbol, entry] : Map(source))
+        for (const A_INFO& alert : entry.alerts) Add(symbol, alert, target);
+}
+
+void CAlertsMap::SetEnabled(std::string_view symbol, int index, bool enabled) {
+    SSymbolAlerts* entry = Find(symbol, EAlertMap::WorkingCopy);
+    if (!entry) return;
+    At(*entry, index);
+    entry->alerts[static_cast<size_t>(index)].enabled = enabled ? 1 : 0;
+}
+
+int CAlertsMap::Count(std::string_view symbol, EAlertMap map) const {
+    const SSymbolAlerts* entry = Find(symbol, map);
+    return entry ? static_cast<int>(entry->alerts.size()) : 0;
+}
+
+const CAlertArray& CAlertsMap::Get(std::string_view symbol, EAlertMap map) const {
+    static const CAlertArray none;
+    const SSymbolAlerts* entry = Find(symbol, map);
+    return entry ? entry->alerts : none;
+}
+
+std::vector<std::string> CAlertsMap::Symbols(EAlertMap map) const {
+    std::vector<std::string> out;
+    out.reserve(Map(map).size());
+    for (const auto& [symbol, entry] : Map(map)) out.push_back(symbol);
+    std::ranges::sort(out);
+    return out;
+}
+
+int CAlertsMap::ArmedCount(std::string_view symbol) const {
+    const SSymbolAlerts* entry = Find(symbol, EAlertMap::Live);
+    return entry ? static_cast<int>(entry->armed.size()) : 0;
+}
+
+const CAlertsMap::SSymbolAlerts* CAlertsMap::Find(std::string_view symbol, EAlertMap map) const {
+    const auto found = Map(map).find(symbol);
+    return found == Map(map).end() ? nullptr : &found->second;
+}
+
+CAlertsMap::SSymbolAlerts* CAlertsMap::Find(std::string_view symbol, EAlertMap map) {
+    const auto found = Map(map).find(symbol);
+    return found == Map(map).end() ? nullptr : &found->second;
+}
+
+void CAlertsMap::Erase(std::string_view symbol, EAlertMap map) {
+    const auto found = Map(map).find(symbol);
+    if (found == Map(map).end()) return;
+    Total(map) -= found->second.alerts.size();
+    const auto gone = Map(map).extract(found); // Keeps the text that `symbol` may point into.
+    if (map == EAlertMap::Live) Announce(gone.key(), 0);
+}
+
+const A_INFO& CAlertsMap::At(const SSymbolAlerts& entry, int index) {
+    if (!HasIndex(entry.alerts, index)) throw std::invalid_argument("no such alert");
+    return entry.alerts[static_cast<size_t>(index)];
+}
+
+// What can be judged without a look at anything else: armed, a field with numbers, a condition that exists.
+void CAlertsMap::AppendArmed(SSymbolAlerts& entry, size_t index) {
+    const A_INFO& alert = entry.alerts[index];
+    const SFieldEntry* field = JudgedField(alert.fieldId);
+    if (alert.enabled == 0 || !field || !IsCondition(alert.condition)) return;
+    entry.armed.push_back({alert.value, field, alert.condition, static_cast<int>(index), alert.noZero != 0});
+}
+
+void CAlertsMap::Rearm(std::string_view symbol, SSymbolAlerts& entry) {
+    entry.armed.clear();
+    for (size_t i = 0; i < entry.alerts.size(); ++i) AppendArmed(entry, i);
+    Announce(symbol, entry.armed.size());
+}
+
+void CAlertsMap::Announce(std::string_view symbol, size_t armed) {
+    if (m_observer) m_observer->OnAlertsChanged(symbol, static_cast<int>(armed));
+}
+
+} // namespace vx

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace vx {
+
+struct SSymbolKeyHash {
+    using is_transparent = void;
+    size_t operator()(std::string_view symbol) const { return std::hash<std::string_view>{}(symbol); }
+};
+
+/// A hash map from symbol to a value; symbols are compared exactly, case included, and looked up without a copy.
+template <typename T> using CSymbolKeyed = std::unordered_map<std::string, T, SSymbolKeyHash, std::equal_to<>>;
+
+} // namespace vx

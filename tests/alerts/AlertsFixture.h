@@ -1,0 +1,57 @@
+#pragma once
+
+#include "alerts/AlertCondition.h"
+#include "alerts/AlertField.h"
+#include "alerts/AlertsMap.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vx::test {
+
+/// An alert map that remembers what it posted and what it announced.
+class AlertsTest : public testing::Test, protected CAlertNotices, protected CAlertsObserver {
+protected:
+    AlertsTest() {
+        alerts.SetNotices(this);
+        alerts.SetObserver(this);
+    }
+
+    static A_INFO Alert(std::string_view field, std::string_view condition, double value, bool noZero = false) {
+        A_INFO alert;
+        alert.enabled = 1;
+        alert.noZero = noZero ? 1 : 0;
+        alert.value = value;
+        alert.fieldId = AlertFieldId(field).value();
+        alert.condition = ReadCondition(condition);
+        return alert;
+    }
+
+    bool Add(std::string_view symbol, std::string_view field, std::string_view condition, double value,
+             bool noZero = false) {
+        return alerts.Add(symbol, Alert(field, condition, value, noZero));
+    }
+
+    /// Loads into an empty map and saves it again.
+    std::string Reread(std::string_view text) {
+        alerts.Clear(EAlertMap::Live);
+        alerts.Load(text);
+        return alerts.Save();
+    }
+
+    void PostNotice(std::string record) override { posted.push_back(std::move(record)); }
+    void PostNewsNotice(SAlertNotice notice) override { news.push_back(std::move(notice)); }
+    void OnAlertsChanged(std::string_view symbol, int armed) override { announced[std::string(symbol)] = armed; }
+
+    CAlertsMap alerts;
+    std::vector<std::string> posted;
+    std::vector<SAlertNotice> news;
+    std::map<std::string, int> announced; ///< The last word about each symbol.
+};
+
+} // namespace vx::test

@@ -1,0 +1,193 @@
+#include "AlertsFixture.h"
+
+#include <limits>
+#include <stdexcept>
+
+using namespace vx;
+using namespace vx::test;
+
+class CAlertsMapTest : public AlertsTest {
+protected:
+    bool Fires(std::string_view symbol, int index, double value) {
+        return alerts.EvaluateFieldAlert(symbol, index, value, 0, 0, 0);
+    }
+};
+
+TEST_F(CAlertsMapTest, AnEqualAlertOnlyHandsOverItsEnabledFlag) {
+    A_INFO first = Alert("Last", ">", 10);
+    first.soundType = 2;
+    first.soundFile = "first.wav";
+    alerts.Add("IBM", first);
+
+    A_INFO second = first;
+    second.enabled = 0;
+    second.soundType = 1;
+    second.loopSound = 1;
+    second.soundFile.clear();
+    alerts.Add("IBM", second);
+
+    ASSERT_EQ(alerts.Count("IBM"), 1);
+    first.enabled = 0;
+    EXPECT_EQ(alerts.Get("IBM")[0], first);
+}
+
+TEST_F(CAlertsMapTest, AlertsThatDifferInWhatCountsStandInTheirOrder) {
+    Add("IBM", "Last", ">", 10);
+    Add("IBM", "Last", ">=", 10);
+    Add("IBM", "Bid", ">", 10);
+    Add("IBM", "Last", ">", 11);
+    Add("IBM", "Last", ">", 10, true);
+    Add("ibm", "Last", ">", 10);
+    EXPECT_EQ(alerts.Count("IBM"), 5);
+    EXPECT_EQ(alerts.Count("ibm"), 1);
+    EXPECT_EQ(alerts.Get("IBM")[2].fieldId, AlertFieldId("Bid"));
+    EXPECT_EQ(alerts.Symbols(), (std::vector<std::string>{"IBM", "ibm"}));
+}
+
+TEST_F(CAlertsMapTest, RemovingTheLastAlertRemovesTheSymbol) {
+    Add("IBM", "Last", ">", 10);
+    Add("IBM", "Last", ">", 11);
+    for (const int index : {-1, 2, 99}) alerts.Remove("IBM", index);
+    alerts.Remove("MSFT", 0);
+    ASSERT_EQ(alerts.Count("IBM"), 2);
+    alerts.Remove("IBM", 0);
+    EXPECT_EQ(alerts.Get("IBM")[0].value, 11);
+    EXPECT_EQ(announced["IBM"], 1);
+    alerts.Remove("IBM", 0);
+    EXPECT_TRUE(alerts.IsEmpty());
+    EXPECT_EQ(announced["IBM"], 0);
+}
+
+TEST_F(CAlertsMapTest, TheWorkingCopyIsEditedApartAndCopiedBack) {
+    Add("IBM", "Last", ">", 10);
+    Add("MSFT", "Last", "<", 5);
+    alerts.CopyTo(EAlertMap::WorkingCopy);
+    announced.clear();
+    alerts.SetEnabled("IBM", 0, false);
+    alerts.Remove("MSFT", 0, EAlertMap::WorkingCopy);
+    alerts.Add("ABC", Alert("Bid", "=", 1), EAlertMap::WorkingCopy);
+    EXPECT_TRUE(announced.empty()) << "the working copy arms nothing";
+    EXPECT_EQ(alerts.ArmedCount("IBM"), 1);
+
+    alerts.CopyTo(EAlertMap::Live);
+    EXPECT_EQ(announced, (std::map<std::string, int>{{"ABC", 1}, {"IBM", 0}, {"MSFT", 0}}));
+    EXPECT_EQ(alerts.Symbols(), (std::vector<std::string>{"ABC", "IBM"}));
+    EXPECT_EQ(alerts.Get("IBM")[0].enabled, 0u);
+}
+
+TEST_F(CAlertsMapTest, EachConditionFiresExactlyWhereItSays) {
+    struct SCase {
+        const char* condition;
+        bool below, at, above;
+    };
+    for (const SCase& c : {SCase{"equal to", false, true, false},
+                           {"greater than", false, false, true},
+                           {"greater than or equal to", false, true, true},
+                           {"less than", true, false, false},
+                           {"less than or equal to", true, true, false}}) {
+        alerts.Clear(EAlertMap::Live);
+        Add("IBM", "Last", c.condition, 0.3);
+        EXPECT_EQ(Fires("IBM", 0, 0.2), c.below) << c.condition;
+        EXPECT_EQ(Fires("IBM", 0, 0.3), c.at) << c.condition;
+        EXPECT_EQ(Fires("IBM", 0, 0.1 + 0.2), c.above) << c.condition << ": no tolerance";
+        EXPECT_FALSE(Fires("IBM", 0, std::numeric_limits<double>::quiet_NaN())) << c.condition;
+    }
+    A_INFO unknown = Alert("Last", "=", 5);
+    unknown.condition = 5;
+    alerts.Add("ODD", unknown);
+    EXPECT_FALSE(Fires("ODD", 0, 5));
+    EXPECT_EQ(alerts.ArmedCount("ODD"), 0);
+}
+
+TEST_F(CAlertsMapTest, ZeroFiresUnlessTheAlertForbidsIt) {
+    Add("IBM", "Last", "<", 10, true);
+    Add("IBM", "Last", "<", 10);
+    EXPECT_FALSE(Fires("IBM", 0, 0.0));
+    EXPECT_FALSE(Fires("IBM", 0, -0.0));
+    EXPECT_TRUE(Fires("IBM", 0, 9.99));
+    EXPECT_TRUE(Fires("IBM", 1, 0.0));
+}
+
+TEST_F(CAlertsMapTest, FiringDisarmsAndUnknownAlertsDoNotFire) {
+    Add("IBM", "Last", ">", 10);
+    EXPECT_EQ(announced["IBM"], 1);
+    EXPECT_TRUE(Fires("IBM", 0, 11));
+    EXPECT_EQ(alerts.Get("IBM")[0].enabled, 0u);
+    EXPECT_EQ(announced["IBM"], 0);
+    EXPECT_FALSE(Fires("IBM", 1, 11));
+    EXPECT_FALSE(Fires("IBM", -1, 11));
+    EXPECT_FALSE(Fires("MSFT", 0, 11));
+    EXPECT_EQ(posted.size(), 1u);
+}
+
+TEST_F(CAlertsMapTest, OnlyArmedAlertsOfNumbersCountAsArmed) {
+    for (const char* field : {"Last", "Volume", "Tick Vol", "% Chg", "Split1 Ratio"}) Add("IBM", field, ">", 1);
+    EXPECT_EQ(announced["IBM"], 5);
+    for (const char* field : {"News", "T Time", "Trade Date", "Type", "Trade Aggressor", "Div Amt", "Alerts"})
+        Add("IBM", field, ">", 1);
+    A_INFO off = Alert("Bid", ">", 1);
+    off.enabled = 0;
+    alerts.Add("IBM", off);
+    for (const int32_t fieldId : {-2, 137, 1 << 30}) {
+        A_INFO nowhere = Alert("Last", ">", 7);
+        nowhere.fieldId = fieldId;
+        alerts.Add("IBM", nowhere);
+    }
+    EXPECT_EQ(alerts.Count("IBM"), 16);
+    EXPECT_EQ(alerts.ArmedCount("IBM"), 5);
+    alerts.RemoveSymbol("IBM");
+    EXPECT_EQ(announced["IBM"], 0);
+    EXPECT_EQ(alerts.ArmedCount("IBM"), 0);
+}
+
+TEST_F(CAlertsMapTest, ResettingSetsTheThresholdAndArms) {
+    Add("IBM", "Last", ">", 10);
+    Fires("IBM", 0, 11);
+    for (const char* record : {"", "IBM", "IBM,0", "IBM,0,", "MSFT,0,5", "MSFT,7,5"}) {
+        alerts.ResetFromRecord(record);
+        EXPECT_EQ(announced["IBM"], 0) << record;
+    }
+    alerts.ResetFromRecord("IBM,0,12.500000");
+    EXPECT_EQ(alerts.Get("IBM")[0].value, 12.5);
+    EXPECT_EQ(announced["IBM"], 1);
+    EXPECT_FALSE(Fires("IBM", 0, 12));
+    EXPECT_TRUE(Fires("IBM", 0, 13));
+}
+
+TEST_F(CAlertsMapTest, AnIndexThatTheArrayCannotHoldIsAnInvalidArgument) {
+    Add("IBM", "Last", ">", 10);
+    alerts.CopyTo(EAlertMap::WorkingCopy);
+    for (const int index : {-1, 1, 1 << 30}) {
+        EXPECT_THROW(alerts.SetEnabled("IBM", index, true), std::invalid_argument) << index;
+        EXPECT_THROW(alerts.ResetFromRecord("IBM," + std::to_string(index) + ",5"), std::invalid_argument) << index;
+    }
+    EXPECT_EQ(alerts.Get("IBM")[0], Alert("Last", ">", 10));
+}
+
+TEST_F(CAlertsMapTest, NewsFiresTheArmedNewsAlertsOfTheNamedSymbols) {
+    A_INFO loud = Alert("News", "=", 1, true);
+    loud.soundType = 2;
+    loud.loopSound = 1;
+    loud.soundFile = "bell.wav";
+    for (const char* symbol : {"IBM", "MSFT", "ABC"}) {
+        Add(symbol, "Last", ">", 10);
+        alerts.Add(symbol, loud);
+    }
+    alerts.CheckNews("XYZ,MSFT,,IBM,MSFT,");
+    ASSERT_EQ(news.size(), 2u);
+    EXPECT_EQ(news[0].symbol, "MSFT");
+    EXPECT_EQ(news[1].symbol, "IBM");
+    EXPECT_EQ(news[1].fieldName, "News");
+    EXPECT_EQ(news[1].condition, "");
+    EXPECT_EQ(news[1].soundType, 2);
+    EXPECT_EQ(news[1].loopSound, 1);
+    EXPECT_EQ(news[1].soundFile, "bell.wav");
+    EXPECT_EQ(news[1].index, 1);
+    EXPECT_TRUE(news[1].isNews);
+    EXPECT_EQ(alerts.Get("IBM")[1].enabled, 0u);
+    EXPECT_EQ(alerts.Get("IBM")[0].enabled, 1u);
+    EXPECT_EQ(announced["IBM"], 1);
+    alerts.CheckNews("IBM,");
+    EXPECT_EQ(news.size(), 2u);
+    EXPECT_TRUE(posted.empty());
+}
