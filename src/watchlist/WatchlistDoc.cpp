@@ -27,10 +27,13 @@ bool IsNotFound(const CSymbolRec& record) {
 } // namespace
 
 CWatchlistDoc::CWatchlistDoc(CL1DataStore& store, CSettings& settings, CWatchlistFrame& frame)
-    : m_store(store), m_settings(settings), m_frame(frame), m_changes(*this), m_status("Ready") {}
+    : m_store(store), m_settings(settings), m_frame(frame), m_changes(*this), m_status("Ready") {
+    m_alerts.SetObserver(this);
+}
 
 CWatchlistDoc::~CWatchlistDoc() {
     m_observer = nullptr;
+    m_alerts.SetObserver(nullptr);
     m_store.RemoveListener(m_changes);
 }
 
@@ -83,7 +86,10 @@ void CWatchlistDoc::CloseDocument() {
 void CWatchlistDoc::Reset() {
     UnwatchAll();
     m_columns.Clear();
+    m_notes.Clear();
     m_annotations.Clear();
+    m_alerts.Clear(EAlertMap::Live);
+    m_formats.Clear();
     m_invalid.Clear();
     m_symbols.Clear();
     m_updates.Clear();
@@ -110,7 +116,7 @@ void CWatchlistDoc::WatchMissing() {
         const bool regional = IsRegionalName(data.symbol);
         if (!regional && m_watched.Has(data.symbol)) return;
         if (!regional) m_watched.Record(data.symbol);
-        m_store.Watch(data.symbol, m_changes);
+        Watch(data.symbol);
     });
 }
 
@@ -128,9 +134,15 @@ void CWatchlistDoc::PlaceCommandLineSymbols(const std::vector<std::string>& symb
     RebuildGrid();
 }
 
+void CWatchlistDoc::Watch(std::string_view symbol) {
+    m_store.Watch(symbol, m_changes);
+    m_store.SetArmedAlerts(symbol, m_alerts.ArmedCount(symbol));
+    if (!IsRegionalName(symbol) && !m_news.Find(symbol)) m_news.AddSymbol(symbol);
+}
+
 void CWatchlistDoc::WatchSymbol(std::string_view symbol) {
     if (!IsRegionalName(symbol)) m_watched.Record(symbol);
-    m_store.Watch(symbol, m_changes);
+    Watch(symbol);
     ShowSymbolCount();
 }
 
@@ -149,6 +161,7 @@ void CWatchlistDoc::UnwatchAll() {
         m_frame.OnUnwatched(data.symbol);
     });
     m_watched.Clear();
+    m_news.Clear();
     SetStatus("Symbols:  0");
 }
 
@@ -250,11 +263,14 @@ void CWatchlistDoc::OnPaintMessage() {
         const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2);
         if (!record) return;
         if (IsNotFound(*record)) rejected.emplace_back(record->Symbol());
+        m_alerts.Evaluate(*record);
         m_updates.Add(notice);
     });
     for (const std::string& symbol : rejected) SymbolNotFound(symbol);
     if (m_observer && !m_updates.IsEmpty()) m_observer->OnUpdatesPending();
 }
+
+void CWatchlistDoc::OnAlertsChanged(std::string_view symbol, int armed) { m_store.SetArmedAlerts(symbol, armed); }
 
 void CWatchlistDoc::RepaintChangedRows() {
     m_updates.TakeAll([&](const SChangeNotice& ids) {
