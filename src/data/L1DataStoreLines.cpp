@@ -110,9 +110,8 @@ void CL1DataStore::OnRegional(std::string_view line) {
     SCutLine cut;
     if (IsDataLine(line)) m_kernel.cut(line, kRegionLayout.size(), cut);
     const std::string_view symbol = cut.Symbol(line);
-    if (symbol.empty() || cut.count < 2 || cut.fields[1].slot != RegionSlot("Region")) return;
-    const SCutField& field = cut.fields[1];
-    const std::string_view name = TrimBlanks(line.substr(field.begin, field.end - field.begin));
+    if (symbol.empty() || cut.count < 2 || cut.slots[1] != RegionSlot("Region")) return;
+    const std::string_view name = cut.Trimmed(line, 1);
 
     // The feed sends every region of a symbol; only those that somebody asked for have a record.
     const auto find = [&]() -> sRegQuoteData* {
