@@ -118,7 +118,7 @@ ZW_TARGET inline int64_t ReadWhole(const char* line, const char* first, const ch
 ZW_TARGET void Merge(std::string_view line, const SCutLine& cut, const SFieldSlots& block, SMergeNotes& notes) {
     const char* const lineEnd = line.data() + line.size();
     for (size_t i = 0; i < cut.count; ++i) {
-        const SSlot slot = block.layout[cut.slots[i]];
+        const SSlot& slot = block.layout[cut.slots[i]];
         const char* first = line.data() + cut.begins[i];
         const char* last = line.data() + cut.ends[i];
         if ((*first == ' ' || last[-1] == ' ') && !Trim(first, last)) continue;
