@@ -37,10 +37,17 @@ enum class EPriceWord : uint8_t { None, Price, NotFound };
 
 /// What a merge came across.
 struct SMergeNotes {
-    std::array<uint64_t, 2> carried{}; ///< One bit for each slot that held more than blanks.
+    uint64_t carriedLow = 0;  ///< One bit for each of the first 64 slots that held more than blanks.
+    uint64_t carriedHigh = 0; ///< The same for the slots behind them.
     EPriceWord priceWord = EPriceWord::None;
 
-    bool Carried(size_t slot) const { return (carried[slot / 64] >> (slot % 64) & 1) != 0; }
+    void Carry(size_t slot) {
+        const uint64_t bit = uint64_t{1} << (slot % 64);
+        carriedLow |= slot < 64 ? bit : 0;
+        carriedHigh |= slot < 64 ? 0 : bit;
+    }
+
+    bool Carried(size_t slot) const { return ((slot < 64 ? carriedLow : carriedHigh) >> (slot % 64) & 1) != 0; }
 };
 
 /// One implementation of the two steps that every data line goes through. All of them give the same results, bit for

@@ -84,24 +84,22 @@ ZW_TARGET inline bool Trim(const char*& first, const char*& last) {
     return first != last;
 }
 
-ZW_TARGET inline void MergeNumber(const char* line, const char* first, const char* last, const SSlot& slot,
-                                  const SFieldSlots& block, SMergeNotes& notes) {
-    SFieldValue& value = block.values[slot.value];
-    EDirection& direction = block.directions[slot.value];
-    const double scale = slot.rule == EParseRule::Percent ? 100.0 : 1.0;
+ZW_TARGET inline void MergeNumber(const char* line, const char* first, const char* last, EParseRule rule, double& slot,
+                                  EDirection& direction, EPriceWord& priceWord) {
+    const double scale = rule == EParseRule::Percent ? 100.0 : 1.0;
     SPlainNumber plain;
     if (ReadPlain(line, first, last, plain)) {
-        if (slot.rule == EParseRule::Price) notes.priceWord = EPriceWord::Price;
-        Set(value.number, direction, PlainDouble(plain) * scale);
+        priceWord = rule == EParseRule::Price ? EPriceWord::Price : priceWord;
+        Set(slot, direction, PlainDouble(plain) * scale);
         return;
     }
     const std::string_view text{first, static_cast<size_t>(last - first)};
-    if (slot.rule == EParseRule::Price) {
+    if (rule == EParseRule::Price) {
         const EPriceWord word = slowpath::ClassifyPrice(text);
-        if (word != EPriceWord::None) notes.priceWord = word;
+        if (word != EPriceWord::None) priceWord = word;
         if (word == EPriceWord::NotFound) return;
     }
-    Set(value.number, direction, ReadDouble(text) * scale);
+    Set(slot, direction, ReadDouble(text) * scale);
 }
 
 ZW_TARGET inline int64_t ReadWhole(const char* line, const char* first, const char* last, bool isUnsigned) {
@@ -116,33 +114,41 @@ ZW_TARGET inline int64_t ReadWhole(const char* line, const char* first, const ch
 }
 
 ZW_TARGET void Merge(std::string_view line, const SCutLine& cut, const SFieldSlots& block, SMergeNotes& notes) {
-    const char* const lineEnd = line.data() + line.size();
-    for (size_t i = 0; i < cut.count; ++i) {
-        const SSlot& slot = block.layout[cut.slots[i]];
-        const char* first = line.data() + cut.begins[i];
-        const char* last = line.data() + cut.ends[i];
+    // Copies, because a text that is written may be anything to the compiler, these included.
+    const SSlot* const layout = block.layout.data();
+    SFieldValue* const values = block.values;
+    EDirection* const directions = block.directions;
+    const char* const begin = line.data();
+    const char* const end = begin + line.size();
+    const size_t count = cut.count;
+    SMergeNotes seen;
+    for (size_t i = 0; i < count; ++i) {
+        const size_t position = cut.slots[i];
+        const SSlot& slot = layout[position];
+        const char* first = begin + cut.begins[i];
+        const char* last = begin + cut.ends[i];
         if ((*first == ' ' || last[-1] == ' ') && !Trim(first, last)) continue;
-        notes.carried[cut.slots[i] / 64] |= uint64_t{1} << (cut.slots[i] % 64);
+        seen.Carry(position);
+        EDirection& direction = directions[slot.value];
         switch (slot.kind) {
         case EMergeKind::Number:
-            MergeNumber(line.data(), first, last, slot, block, notes);
+            MergeNumber(begin, first, last, slot.rule, values[slot.value].number, direction, seen.priceWord);
             break;
         case EMergeKind::Whole:
-            Set(block.values[slot.value].whole, block.directions[slot.value],
-                ReadWhole(line.data(), first, last, slot.rule == EParseRule::Unsigned));
+            Set(values[slot.value].whole, direction, ReadWhole(begin, first, last, slot.rule == EParseRule::Unsigned));
             break;
         case EMergeKind::Text: {
             const std::string_view text{first, static_cast<size_t>(last - first)};
             CSlotText& to = block.texts[slot.extra];
-            if (static_cast<size_t>(lineEnd - first) > CSlotText::kInlineSize)
+            if (static_cast<size_t>(end - first) > CSlotText::kInlineSize)
                 to.AssignReadable(text);
             else
                 to.Assign(text);
-            block.directions[slot.value] = EDirection::Unchanged;
+            direction = EDirection::Unchanged;
             break;
         }
         case EMergeKind::Tick:
-            slowpath::MergeTick(ReadWhole(line.data(), first, last, false), slot, block);
+            slowpath::MergeTick(ReadWhole(begin, first, last, false), slot, block);
             break;
         case EMergeKind::Rare:
             slowpath::MergeRareField({first, static_cast<size_t>(last - first)}, slot, block);
@@ -151,4 +157,5 @@ ZW_TARGET void Merge(std::string_view line, const SCutLine& cut, const SFieldSlo
             break;
         }
     }
+    notes = seen;
 }
