@@ -261,6 +261,7 @@ void CGridCtrl::UpdateSelection(const SGridSelection& next) {
     if (m_selection == old) return;
     const QRect header(0, 0, viewport()->width(), m_geometry.HeaderHeight());
     viewport()->update(QRegion(header) | RangeRect(old.Range()) | RangeRect(m_selection.Range()));
+    if (m_selection.focus != old.focus) AnnounceFocusCell(*this);
     if (m_selection.focus != old.focus) Q_EMIT FocusCellChanged(m_selection.focus.row, m_selection.focus.column);
     if (m_selection.Range() != old.Range()) Q_EMIT SelectionChanged();
 }

@@ -1,5 +1,5 @@
-#include "TestGrid.h"
 #include "base/Clock.h"
+#include "grid/TestGrid.h"
 
 using namespace vx;
 
