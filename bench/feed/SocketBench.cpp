@@ -1,0 +1,223 @@
+// What one line costs the receiver from the socket to the handler, beside a bare receive loop that only looks for the
+// line ends. Rates and CPU are the receiving thread's own; the last lines print the ratios of medians and minima.
+
+#include "feed/ClientAppSocket.h"
+#include "feed/FeedLog.h"
+#include "feed/FeedOwner.h"
+#include "feed/FeedSlots.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+
+#include <benchmark/benchmark.h>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+using namespace vx;
+
+namespace {
+
+constexpr int kRepetitions = 9;
+constexpr double kBar = 1.2;
+
+// Update lines as a feed sends them: 69 fields of which some are filled, 60 % quotes, 30 % trades, 10 % heavier.
+struct SStream {
+    std::string bytes;
+    size_t lines = 0;
+
+    explicit SStream(size_t count) {
+        std::mt19937 random(20240131);
+        for (; lines < count; ++lines) {
+            const uint32_t kind = random() % 10;
+            const uint32_t filled = kind < 6 ? 8 : kind < 9 ? 20 : 40;
+            bytes += "Q,SYM" + std::to_string(random() % 1000);
+            for (uint32_t field = 1; field < 69; ++field) {
+                bytes += ',';
+                if (random() % 69 < filled)
+                    bytes += std::to_string(random() % 100000) + "." + std::to_string(random() % 100);
+            }
+            bytes += ",\r\n";
+        }
+    }
+};
+
+const SStream& Stream() {
+    static const SStream stream(400000);
+    return stream;
+}
+
+double ThreadCpuSeconds() {
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+// Sends the whole stream to the first who connects, from a thread of its own.
+class CSender {
+public:
+    CSender() {
+        m_listener = socket(AF_INET, SOCK_STREAM, 0);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof address;
+        if (bind(m_listener, reinterpret_cast<sockaddr*>(&address), size) != 0 || listen(m_listener, 1) != 0 ||
+            getsockname(m_listener, reinterpret_cast<sockaddr*>(&address), &size) != 0)
+            std::abort();
+        m_port = ntohs(address.sin_port);
+        m_thread = std::thread([this] { Run(); });
+    }
+    ~CSender() {
+        m_thread.join();
+        close(m_listener);
+    }
+    CSender(const CSender&) = delete;
+    CSender& operator=(const CSender&) = delete;
+    uint16_t Port() const { return m_port; }
+
+private:
+    void Run() const {
+        const int peer = accept(m_listener, nullptr, nullptr);
+        const std::string& bytes = Stream().bytes;
+        for (size_t sent = 0; sent < bytes.size();) {
+            const auto count =
+                send(peer, bytes.data() + sent, std::min<size_t>(bytes.size() - sent, 262144), MSG_NOSIGNAL);
+            if (count < 0) std::abort();
+            sent += static_cast<size_t>(count);
+        }
+        shutdown(peer, SHUT_WR);
+        char rest;
+        while (recv(peer, &rest, 1, 0) > 0) {
+        }
+        close(peer);
+    }
+
+    int m_listener;
+    uint16_t m_port = 0;
+    std::thread m_thread;
+};
+
+// The limit: blocking receives of 64 KiB and memchr from line end to line end.
+size_t ReceiveBare(uint16_t port) {
+    const int peer = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    if (connect(peer, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) std::abort();
+    std::vector<char> buffer(65536);
+    size_t lines = 0;
+    for (;;) {
+        const auto count = recv(peer, buffer.data(), buffer.size(), 0);
+        if (count <= 0) break;
+        const char* at = buffer.data();
+        const char* const end = at + count;
+        while ((at = static_cast<const char*>(std::memchr(at, '\n', static_cast<size_t>(end - at))))) {
+            ++lines;
+            if (++at == end) break;
+        }
+    }
+    close(peer);
+    return lines;
+}
+
+class CCountingOwner final : public CFeedOwner {
+public:
+    size_t lines = 0;
+    size_t bytes = 0;
+
+    void OnUpdateMessage(std::string_view line) override { bytes += line.size(), ++lines; }
+    void ReceiveSystemLine(std::string_view) override {}
+    void ReceiveTimeLine(std::string_view) override {}
+    void ReceiveFundamentalLine(std::string_view) override {}
+    void PostMessageBox(SMessageBox) override { std::abort(); }
+};
+
+size_t ReceiveByProduct(uint16_t port) {
+    CCountingOwner owner;
+    CZantrelClientAppSocket socket(0);
+    socket.SetOwner(&owner);
+    socket.SetLog(&FeedLogOf(kLevel1Slot));
+    if (!socket.Create()) std::abort();
+    socket.Connect("127.0.0.1", port);
+    QEventLoop loop;
+    while (owner.lines < Stream().lines) loop.processEvents(QEventLoop::WaitForMoreEvents);
+    benchmark::DoNotOptimize(owner.bytes);
+    return owner.lines;
+}
+
+template <size_t (*Receive)(uint16_t)> void Lines(benchmark::State& state) {
+    for (auto _ : state) {
+        CSender sender;
+        const double before = ThreadCpuSeconds();
+        const size_t lines = Receive(sender.Port());
+        state.SetIterationTime(ThreadCpuSeconds() - before);
+        if (lines != Stream().lines) state.SkipWithError("lines were lost");
+    }
+    state.SetItemsProcessed(static_cast<int64_t>(Stream().lines));
+}
+
+BENCHMARK(Lines<ReceiveBare>)->Name("bare recv and memchr")->UseManualTime()->Iterations(1)->Repetitions(kRepetitions);
+BENCHMARK(Lines<ReceiveByProduct>)
+    ->Name("socket to handler")
+    ->UseManualTime()
+    ->Iterations(1)
+    ->Repetitions(kRepetitions);
+
+class CRatioReporter final : public benchmark::ConsoleReporter {
+public:
+    void ReportRuns(const std::vector<Run>& runs) override {
+        ConsoleReporter::ReportRuns(runs);
+        for (const Run& run : runs)
+            if (run.run_type == Run::RT_Iteration)
+                m_seconds[run.run_name.function_name].push_back(run.GetAdjustedRealTime());
+    }
+    // Returns the ratio of the medians.
+    double Print() {
+        std::vector<double>& bare = m_seconds["bare recv and memchr"];
+        std::vector<double>& product = m_seconds["socket to handler"];
+        if (bare.empty() || product.empty()) return 0;
+        std::sort(bare.begin(), bare.end());
+        std::sort(product.begin(), product.end());
+        const double lines = static_cast<double>(Stream().lines);
+        const double perLine = 1 / lines; // The reporter's unit is nanoseconds.
+        const double median = product[product.size() / 2] / bare[bare.size() / 2];
+        std::printf("\n%.0f lines of %.0f bytes; CPU of the receiving thread per line, median\n", lines,
+                    static_cast<double>(Stream().bytes.size()) / lines);
+        std::printf("bare recv and memchr %6.1f ns\nsocket to handler    %6.1f ns\n", bare[bare.size() / 2] * perLine,
+                    product[product.size() / 2] * perLine);
+        std::printf("ratio of medians %.2f (bar %.2f), of minima %.2f\n", median, kBar, product[0] / bare[0]);
+        return median;
+    }
+
+private:
+    std::map<std::string, std::vector<double>> m_seconds;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    Stream(); // Made before anything is timed.
+    std::vector<char*> arguments(argv, argv + argc);
+    char interleave[] = "--benchmark_enable_random_interleaving=true";
+    arguments.insert(arguments.begin() + 1, interleave);
+    int count = static_cast<int>(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+    CRatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    return reporter.Print() <= kBar ? 0 : 1;
+}

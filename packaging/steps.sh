@@ -1,0 +1,71 @@
+# Shared by ./run and ./test: the folder, the steps, the packages. Sourced, not run.
+
+set -u
+ZW_ROOT=$(cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." && pwd -P)
+
+# What the programs are built with and run on, by Debian package name.
+ZW_BUILD_PACKAGES=(cmake ninja-build g++ ccache qt6-base-dev libqt6svg6-dev libgl-dev
+                   libfmt-dev libspdlog-dev fonts-liberation)
+# What the tests and benchmarks need besides.
+ZW_TEST_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev)
+# What the sanitizer build needs besides.
+ZW_ASAN_PACKAGES=(clang-14 libclang-rt-14-dev)
+
+fail() {
+  printf '%s: %s\n' "$(basename "$0")" "$1" >&2
+  exit 1
+}
+
+# step "what it is" command...: runs the command; when it fails, one line names the step and everything stops.
+step() {
+  local name=$1
+  shift
+  "$@" || fail "failed: $name"
+}
+
+# quietly "what it is" command...: the same, but what the command prints is shown only when it fails.
+quietly() {
+  local name=$1 log
+  shift
+  log=$(mktemp) || fail "failed: $name (no room for a temporary file)"
+  if ! "$@" >"$log" 2>&1; then
+    cat "$log" >&2
+    rm -f "$log"
+    fail "failed: $name"
+  fi
+  rm -f "$log"
+}
+
+# Installs those of the named packages that are missing, after saying which.
+install_packages() {
+  command -v dpkg-query >/dev/null && command -v apt-get >/dev/null ||
+    fail "this script installs with apt-get, which is not here; install these and build with CMake: $*"
+  local package missing=() as_root=()
+  for package in "$@"; do
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null ||
+      fail "these packages are missing and there is no sudo; as root, run: apt-get install ${missing[*]}"
+    as_root=(sudo)
+  fi
+  echo "Installing with apt-get: ${missing[*]}"
+  quietly "apt-get update" "${as_root[@]}" apt-get update
+  quietly "apt-get install ${missing[*]}" \
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"
+}
+
+# configure PRESET [cmake arguments]
+configure() {
+  local preset=$1
+  shift
+  quietly "configuring the $preset build" cmake --preset "$preset" "$@"
+}
+
+# build PRESET TARGET...: all targets when none is named.
+build() {
+  local preset=$1
+  shift
+  step "building $preset" cmake --build "build/$preset" ${1:+--target "$@"}
+}

@@ -1,0 +1,235 @@
+#include "app/MainFrame.h"
+
+#include "app/AboutDlg.h"
+#include "app/FramePlacement.h"
+#include "app/ProcessAge.h"
+#include "app/StatusPanes.h"
+#include "app/Theme.h"
+#include "base/Clock.h"
+#include "base/Log.h"
+#include "base/Text.h"
+#include "data/MessageNames.h"
+#include "data/UpdateFields.h"
+#include "grid/QtText.h"
+#include "settings/ConfigLogger.h"
+#include "settings/Settings.h"
+#include "watchlist/RegisteredMessage.h"
+#include "watchlist/WatchlistDoc.h"
+#include "watchlist/WatchlistGrid.h"
+#include "watchlist/WatchlistView.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <fmt/format.h>
+
+#include <utility>
+
+namespace vx {
+
+namespace {
+
+constexpr int kDefaultWidth = 1320;
+constexpr int kDefaultHeight = 800;
+// A window that is never painted (started minimised) gets its feed all the same, after this long.
+constexpr int kFeedWithoutPaintMs = 500;
+
+std::vector<SScreenArea> Screens() {
+    std::vector<SScreenArea> out;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect area = screen->availableGeometry();
+        out.push_back({area.left(), area.top(), area.width(), area.height()});
+    }
+    return out;
+}
+
+} // namespace
+
+CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandLine)
+    : m_settings(settings), m_commandLine(commandLine), m_configLogger(std::make_shared<CConfigLogger>()),
+      m_health(CClock::Instance().MonotonicMs()), m_panes(new CStatusPanes(this)) {
+    setObjectName(QStringLiteral("mainFrame"));
+    m_settings.SetLogger(m_configLogger);
+    m_store.SetCommandPort(&Level1Commands());
+    SetFrameTitle(QString::fromLatin1(kProgramName));
+    setStatusBar(m_panes);
+
+    m_doc = std::make_unique<CWatchlistDoc>(m_store, m_settings, *this);
+    m_view = new CWatchlistView(*m_doc, m_settings, this);
+    setCentralWidget(m_view);
+    m_view->setFocus();
+    MakeMenus();
+    UseTheme(
+        QString::fromStdString(commandLine.theme.empty() ? m_settings.ReadTextOrDefault(kTheme) : commandLine.theme),
+        false);
+
+    connect(&m_status, &QTimer::timeout, this, &CMainFrame::OnStatusTimer);
+    m_status.start(kStatusMs);
+}
+
+CMainFrame::~CMainFrame() {
+    m_status.stop();
+    delete m_view; // The view looks at the document until it is gone.
+    m_view = nullptr;
+    m_doc.reset();
+    m_store.SetCommandPort(nullptr);
+}
+
+// The window's place
+
+void CMainFrame::ShowPlaced() {
+    SPlacement placement = ReadStoredPlacement(m_settings);
+    if (placement.width < 1 || placement.height < 1) {
+        const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+        placement.width = std::min(kDefaultWidth, area.width() * 9 / 10);
+        placement.height = std::min(kDefaultHeight, area.height() * 9 / 10);
+        placement.left = area.left() + (area.width() - placement.width) / 2;
+        placement.top = area.top() + (area.height() - placement.height) / 3;
+    }
+    const SPlacement& own = m_doc->Options().placement;
+    if (own.width >= 1 && own.height >= 1) placement = own;
+    placement = WithCommandLineEdges(placement, m_commandLine);
+    MoveTo(placement);
+    if (placement.alwaysOnTop) SetAlwaysOnTop(true);
+
+    m_view->Grid().viewport()->installEventFilter(this);
+    QTimer::singleShot(kFeedWithoutPaintMs, this, &CMainFrame::StartFeedOnce);
+    if (m_commandLine.show == CNorvCommandLineInfo::EShow::Minimised)
+        showMinimized();
+    else if (placement.maximised)
+        showMaximized();
+    else
+        show();
+}
+
+void CMainFrame::ShowSized(int width, int height) {
+    resize(width, height);
+    m_view->Grid().viewport()->installEventFilter(this);
+    show();
+}
+
+void CMainFrame::ApplyPlacement(const SPlacement& placement) {
+    if (!isVisible() || placement.width < 1 || placement.height < 1) return;
+    MoveTo(placement);
+    SetAlwaysOnTop(placement.alwaysOnTop);
+    if (placement.maximised) showMaximized();
+}
+
+void CMainFrame::MoveTo(SPlacement placement) {
+    if (placement.width < 1 || placement.height < 1) return;
+    placement = BroughtInside(placement, Screens());
+    resize(placement.width, placement.height);
+    move(placement.left, placement.top);
+}
+
+SPlacement CMainFrame::Placement() const {
+    const QRect normal = isMaximized() || isMinimized() ? normalGeometry() : QRect(frameGeometry().topLeft(), size());
+    return {normal.left(), normal.top(), normal.width(), normal.height(), isMaximized(), m_alwaysOnTop->isChecked()};
+}
+
+void CMainFrame::SetAlwaysOnTop(bool onTop) {
+    m_alwaysOnTop->setChecked(onTop);
+    if (windowFlags().testFlag(Qt::WindowStaysOnTopHint) == onTop) return;
+    // Changing the flag makes the platform window anew: it hides, and forgets where it was.
+    const bool shown = isVisible();
+    const QPoint place = pos();
+    const QSize extent = size();
+    setWindowFlag(Qt::WindowStaysOnTopHint, onTop);
+    if (!shown) return;
+    if (!isMaximized()) {
+        resize(extent);
+        move(place);
+    }
+    show();
+}
+
+void CMainFrame::closeEvent(QCloseEvent* event) {
+    if (m_commandLine.screenshot.empty()) WriteStoredPlacement(m_settings, Placement());
+    event->accept();
+}
+
+// Starting the feed: only after the first paint, since a feed client that is not there yet holds the thread.
+
+bool CMainFrame::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Paint) {
+        watched->removeEventFilter(this);
+        if (const auto age = ProcessAgeMs()) LogInformation(fmt::format("First paint {} ms after the start.", *age));
+        QTimer::singleShot(0, this, &CMainFrame::StartFeedOnce);
+    }
+    return CNorvMainFrame::eventFilter(watched, event);
+}
+
+void CMainFrame::StartFeedOnce() {
+    if (!std::exchange(m_feedStarted, true)) StartFeed();
+}
+
+// Lines of the feed
+
+void CMainFrame::OnFeedConnected() { OpenDataPorts(UpdateFieldList()); }
+
+void CMainFrame::OnUpdateMessage(std::string_view line) {
+    m_health.NoteData();
+    m_store.OnUpdate(line);
+}
+
+void CMainFrame::OnSummaryMessage(std::string_view line) {
+    m_health.NoteData();
+    m_store.OnSummary(line);
+}
+
+void CMainFrame::OnFundamentalMessage(std::string_view line) {
+    m_health.NoteLine();
+    m_store.OnFundamental(line);
+}
+
+void CMainFrame::OnRegionalMessage(std::string_view line) {
+    m_health.NoteData();
+    m_store.OnRegional(line);
+}
+
+void CMainFrame::OnSystemMessage(std::string_view line) {
+    m_health.NoteLine();
+    m_health.SetStatusWord(Stats().status);
+    if (!HandleReadyLine(line)) return;
+    m_doc->SetFeedReady();
+    m_doc->PlaceCommandLineSymbols(m_commandLine.Symbols());
+}
+
+void CMainFrame::OnTimeMessage(std::string_view line) {
+    m_health.NoteLine();
+    m_clock.OnTimeMessage(line);
+}
+
+void CMainFrame::OnSymbolNotFound(std::string_view line) {
+    m_health.NoteLine();
+    constexpr size_t kSymbolStart = 2;
+    if (line.size() > kSymbolStart) m_doc->SymbolNotFound(line.substr(kSymbolStart));
+}
+
+// What the document shows of itself
+
+void CMainFrame::SetStatusText(std::string_view text) { m_panes->SetStatus(QtText(text)); }
+
+void CMainFrame::SetDocumentTitle(std::string_view title) { SetTitleDocument(QtText(title)); }
+
+void CMainFrame::OnUnwatched(std::string_view symbol) { LimitedSymbols().Forget(symbol); }
+
+void CMainFrame::OnStatusTimer() {
+    m_health.Tick(CClock::Instance().MonotonicMs());
+    const bool live = m_health.IsLive();
+    m_panes->SetFeed(QtText(m_health.StateText()), QtText(m_health.AgeText()), live);
+    m_panes->SetClock(QtText(m_clock.Text()));
+    if (live == m_live) return;
+    m_live = live;
+    QCoreApplication::postEvent(m_view,
+                                new CRegisteredMessage(RegisterMessage(kConnectStatusMessageName), live ? 1 : 0, 0));
+}
+
+void CMainFrame::ShowAbout() {
+    CAboutDlg dialog(*this, this);
+    dialog.exec();
+}
+
+} // namespace vx

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "app/FeedHealth.h"
+#include "app/NorvCommandLineInfo.h"
+#include "app/NorvMainFrame.h"
+#include "data/L1DataStore.h"
+#include "data/MarketClock.h"
+#include "watchlist/WatchlistFrame.h"
+
+#include <QTimer>
+
+#include <memory>
+
+class QAction;
+
+namespace vx {
+
+class CConfigLogger;
+class CSettings;
+class CStatusPanes;
+class CWatchlistDoc;
+class CWatchlistView;
+
+/// The watchlist program's main window: owns the level-1 store, the document and its view, and hands every line of the
+/// feed to whom it concerns.
+///
+/// Owns    all of the above; not the settings, which outlive it
+/// Thread  GUI thread only
+class CMainFrame : public CNorvMainFrame, public CWatchlistFrame {
+    Q_OBJECT
+public:
+    static constexpr int kAlwaysOnTopCommand = 10101;
+    static constexpr int kStatusMs = 250;
+
+    CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandLine);
+    ~CMainFrame() override;
+
+    CWatchlistDoc& Document() { return *m_doc; }
+    CWatchlistView& View() { return *m_view; }
+    CL1DataStore& Store() { return m_store; }
+
+    /// Shows the window where the last run or the command line wants it, and starts the feed after the first paint.
+    void ShowPlaced();
+    /// Places the window and starts the feed without showing anything on a screen, for pictures.
+    void ShowSized(int width, int height);
+    /// Leaves the feed alone when the window is shown: the caller opens the ports itself.
+    void KeepFeedClosed() { m_feedStarted = true; }
+    void ShowAbout();
+    void SetAlwaysOnTop(bool onTop);
+
+    void SetStatusText(std::string_view text) override;
+    void SetDocumentTitle(std::string_view title) override;
+    void ApplyPlacement(const SPlacement& placement) override;
+    void OnUnwatched(std::string_view symbol) override;
+
+protected:
+    void OnFeedConnected() override;
+    void OnUpdateMessage(std::string_view line) override;
+    void OnSummaryMessage(std::string_view line) override;
+    void OnFundamentalMessage(std::string_view line) override;
+    void OnRegionalMessage(std::string_view line) override;
+    void OnSystemMessage(std::string_view line) override;
+    void OnTimeMessage(std::string_view line) override;
+    void OnSymbolNotFound(std::string_view line) override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void MakeMenus();
+    void AddThemeMenu(class QMenu& view);
+    void OnStatusTimer();
+    void UseTheme(const QString& name, bool keep);
+    void StartFeedOnce();
+    SPlacement Placement() const;
+    void MoveTo(SPlacement placement);
+
+    CSettings& m_settings;
+    CNorvCommandLineInfo m_commandLine;
+    std::shared_ptr<CConfigLogger> m_configLogger;
+    CL1DataStore m_store;
+    CMarketClock m_clock;
+    CFeedHealth m_health;
+    CStatusPanes* m_panes;
+    std::unique_ptr<CWatchlistDoc> m_doc;
+    CWatchlistView* m_view = nullptr;
+    QAction* m_alwaysOnTop = nullptr;
+    QTimer m_status;
+    bool m_live = true;
+    bool m_feedStarted = false;
+};
+
+} // namespace vx

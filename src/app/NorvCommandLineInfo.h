@@ -1,0 +1,49 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vx {
+
+/// What the command line asked for.
+///
+/// Shape   options start with "-" or "--" and are compared without case; those with a value take the next argument,
+///         or what follows "=". The first argument that is no option is the watchlist file; a path may begin with "/".
+/// Errors  none: an option without its value, and one that is not known, is kept in unknown and otherwise ignored
+/// Units   edges in pixels of the virtual screen; integers are read leniently (text that is no number gives 0)
+class CNorvCommandLineInfo {
+public:
+    enum class EShow { Normal, Maximised, Minimised };
+
+    CNorvCommandLineInfo() = default;
+    /// arguments: without the program's own name
+    explicit CNorvCommandLineInfo(const std::vector<std::string>& arguments);
+
+    /// The symbols of -symbol: cut at commas, trimmed, upper-cased, empty ones left out, at most kMaxSymbols.
+    std::vector<std::string> Symbols() const;
+
+    static constexpr size_t kMaxSymbols = 100;
+
+    std::string symbol;                          ///< -symbol IBM,MSFT, as given
+    std::optional<int> top, bottom, left, right; ///< initial edges of the frame
+    EShow show = EShow::Normal;                  ///< -max or -min, whichever came first
+    std::string type;                            ///< -type, kept for the caller
+    std::string interval;                        ///< -interval, kept for the caller
+    std::string file;                            ///< watchlist to open
+    bool starter = false;                        ///< --starter: an untitled copy of the starter list
+    std::string screenshot;                      ///< --screenshot FILE: render offscreen, write a PNG, end
+    std::optional<int> seconds;                  ///< --seconds N: how long the window runs before the picture
+    std::optional<int> width, height;            ///< --width, --height of the picture
+    std::string scale;                           ///< --scale 2: device pixels per pixel
+    std::string theme;                           ///< --theme system, light or dark; empty: the setting
+    bool about = false;                          ///< --about: with --screenshot, the about box is shown too
+    bool help = false;
+    bool version = false;
+    std::vector<std::string> unknown; ///< options that were not understood
+};
+
+/// The text of --help.
+const char* CommandLineHelp();
+
+} // namespace vx

@@ -1,0 +1,54 @@
+#include "app/StatusPanes.h"
+
+#include <QLabel>
+
+namespace vx {
+
+namespace {
+
+void ShowText(QLabel* pane, const QString& text) {
+    if (pane->text() != text) pane->setText(text);
+}
+
+} // namespace
+
+CStatusPanes::CStatusPanes(QWidget* parent) : QStatusBar(parent) {
+    setObjectName(QStringLiteral("statusBar"));
+    m_status = new QLabel(QString::fromLatin1(kReadyText));
+    m_status->setObjectName(QStringLiteral("paneStatus"));
+    m_status->setTextFormat(Qt::PlainText);
+    m_status->setMinimumWidth(fontMetrics().horizontalAdvance(QString::fromLatin1(kReservedText)));
+    m_status->setContentsMargins(6, 0, 6, 0);
+    addWidget(m_status, 1);
+    m_feed = AddPane("paneFeed", QStringLiteral("Feed: Not Connected"),
+                     tr("What the feed client last said of itself, or how long it has been silent"));
+    m_clock = AddPane("paneClock", QStringLiteral("00/00/00 00:00:00"), tr("Market time"));
+    m_age = AddPane("paneAge", QStringLiteral("Data: 000 min ago"), tr("Age of the last quote or trade received"));
+}
+
+QLabel* CStatusPanes::AddPane(const char* name, const QString& widest, const QString& tip) {
+    auto* pane = new QLabel;
+    pane->setObjectName(QString::fromLatin1(name));
+    pane->setTextFormat(Qt::PlainText);
+    pane->setMinimumWidth(fontMetrics().horizontalAdvance(widest) + 12);
+    pane->setContentsMargins(6, 0, 6, 0);
+    pane->setToolTip(tip);
+    addPermanentWidget(pane);
+    return pane;
+}
+
+void CStatusPanes::SetStatus(const QString& text) { ShowText(m_status, text); }
+
+void CStatusPanes::SetClock(const QString& text) { ShowText(m_clock, text); }
+
+void CStatusPanes::SetFeed(const QString& state, const QString& age, bool live) {
+    ShowText(m_feed, state);
+    ShowText(m_age, age);
+    if (live == m_live) return;
+    m_live = live;
+    QFont font = m_feed->font();
+    font.setBold(!live);
+    m_feed->setFont(font);
+}
+
+} // namespace vx

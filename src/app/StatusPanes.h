@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QStatusBar>
+
+class QLabel;
+
+namespace vx {
+
+/// The frame's status bar: the document's status, then the feed's state, the market clock and the age of the last data.
+///
+/// Thread  GUI thread only
+class CStatusPanes : public QStatusBar {
+    Q_OBJECT
+public:
+    /// What the first pane shows until something else is to be said, and the text whose width it is given.
+    static constexpr const char* kReadyText = "Ready...";
+    static constexpr const char* kReservedText = "BUFFER SPACE";
+
+    explicit CStatusPanes(QWidget* parent);
+
+    void SetStatus(const QString& text);
+    /// live: false marks the feed's state as one to look at.
+    void SetFeed(const QString& state, const QString& age, bool live);
+    void SetClock(const QString& text);
+
+private:
+    QLabel* AddPane(const char* name, const QString& widest, const QString& tip);
+
+    QLabel* m_status;
+    QLabel* m_feed;
+    QLabel* m_clock;
+    QLabel* m_age;
+    bool m_live = true;
+};
+
+} // namespace vx

@@ -1,0 +1,83 @@
+#include "app/WatchlistApp.h"
+
+#include "app/MainFrame.h"
+#include "app/QtMessageBox.h"
+#include "app/Screenshot.h"
+#include "base/Log.h"
+#include "base/MessageBox.h"
+#include "settings/LogSettings.h"
+#include "watchlist/WatchlistDoc.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QIcon>
+#include <fmt/format.h>
+
+namespace vx {
+
+namespace {
+
+constexpr int kScreenshotWidth = 1320;
+constexpr int kScreenshotHeight = 760;
+constexpr qint64 kMaxFileBytes = 256 * 1024 * 1024;
+
+// The starter list is part of the program.
+constexpr const char* kStarterList = ":/starter.vxw";
+
+} // namespace
+
+CWatchlistApp::CWatchlistApp(int& argc, char** argv, CRegistry& registry, const CNorvCommandLineInfo& commandLine)
+    : CNorvWinAppEx(argc, argv, registry), m_commandLine(commandLine), m_configWriter(Profile()),
+      m_settings(m_configWriter) {}
+
+CWatchlistApp::~CWatchlistApp() = default;
+
+bool CWatchlistApp::InitInstance() {
+    StartLog();
+    setWindowIcon(QIcon(QStringLiteral(":/watchlist.svg")));
+    m_frame = std::make_unique<CMainFrame>(m_settings, m_commandLine);
+    InstallQtMessageBoxes(m_frame.get());
+    for (const std::string& option : m_commandLine.unknown)
+        LogInformation(fmt::format("Command line: \"{}\" is not understood and was ignored.", option));
+    if (!ProcessShellCommand()) m_frame->Document().NewDocument();
+    if (m_commandLine.screenshot.empty())
+        m_frame->ShowPlaced();
+    else
+        m_frame->ShowSized(m_commandLine.width.value_or(kScreenshotWidth),
+                           m_commandLine.height.value_or(kScreenshotHeight));
+    return true;
+}
+
+int CWatchlistApp::Run() {
+    if (!m_commandLine.screenshot.empty()) return RunScreenshot(*m_frame, m_commandLine);
+    return CNorvWinAppEx::Run();
+}
+
+void CWatchlistApp::StartLog() {
+    ApplyLogCategories(m_settings);
+    ConfigureLog({.folder = ReadLogPath(Registry())});
+}
+
+bool CWatchlistApp::ProcessShellCommand() {
+    const bool starter = m_commandLine.starter && m_commandLine.symbol.empty() && m_commandLine.file.empty();
+    if (!starter && m_commandLine.file.empty()) return false;
+    const QString path = starter ? QString::fromLatin1(kStarterList) : QString::fromLocal8Bit(m_commandLine.file);
+    QFile file(path);
+    const auto failed = [&](const QString& reason) {
+        ShowMessageBox(
+            {fmt::format("The watchlist \"{}\" could not be opened: {}", m_commandLine.file, reason.toStdString()),
+             {},
+             EBoxButtons::Ok,
+             EBoxIcon::Exclamation});
+        return false;
+    };
+    if (!QFileInfo(path).isFile()) return failed(tr("there is no such file."));
+    if (!file.open(QIODevice::ReadOnly)) return failed(file.errorString());
+    if (file.size() > kMaxFileBytes) return failed(tr("it is larger than a watchlist can be."));
+    const QByteArray text = file.readAll();
+    const std::string title = starter ? std::string() : QFileInfo(path).completeBaseName().toStdString();
+    m_frame->Document().OpenText({text.constData(), static_cast<size_t>(text.size())}, title);
+    return true;
+}
+
+} // namespace vx

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "app/NorvCommandLineInfo.h"
+#include "app/NorvWinAppEx.h"
+#include "settings/ConfigWriter.h"
+#include "settings/Settings.h"
+
+#include <memory>
+
+namespace vx {
+
+class CMainFrame;
+
+/// The watchlist program: sets up log and settings, makes the main frame with its document and view, and opens what the
+/// command line names.
+///
+/// Thread  GUI thread only
+class CWatchlistApp : public CNorvWinAppEx {
+public:
+    CWatchlistApp(int& argc, char** argv, CRegistry& registry, const CNorvCommandLineInfo& commandLine);
+    ~CWatchlistApp() override;
+
+    bool InitInstance() override;
+    int Run() override;
+
+    CMainFrame& Frame() { return *m_frame; }
+    CSettings& Settings() { return m_settings; }
+
+private:
+    void StartLog();
+    bool ProcessShellCommand();
+
+    CNorvCommandLineInfo m_commandLine;
+    CConfigWriter m_configWriter;
+    CSettings m_settings;
+    std::unique_ptr<CMainFrame> m_frame;
+};
+
+} // namespace vx

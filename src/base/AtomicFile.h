@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace vx {
+
+// Files that other windows of the program may read and write at the same time, and that must stay whole whatever
+// happens to the process. Paths are bytes as the system takes them; errors are errno values, 0 for success.
+
+/// An open file descriptor, closed with its owner.
+class CFileDescriptor {
+public:
+    CFileDescriptor() = default;
+    explicit CFileDescriptor(int descriptor) : m_descriptor(descriptor) {}
+    CFileDescriptor(CFileDescriptor&& other) noexcept : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
+    CFileDescriptor& operator=(CFileDescriptor&& other) noexcept {
+        std::swap(m_descriptor, other.m_descriptor);
+        return *this;
+    }
+    ~CFileDescriptor();
+
+    int Get() const { return m_descriptor; }
+    bool IsOpen() const { return m_descriptor >= 0; }
+
+private:
+    int m_descriptor = -1;
+};
+
+/// An exclusive lock between processes, and between two locks of one process, for as long as the object lives. The
+/// system takes it back when the process dies.
+class CFileLock {
+public:
+    /// Takes the lock on a file that is made when missing and never removed.
+    ///
+    /// Units   waitMs: how long to try while another one holds it
+    /// Thread  blocks the calling thread for at most waitMs
+    CFileLock(const std::string& path, int waitMs);
+
+    bool IsHeld() const { return m_error == 0; }
+    /// Why the lock is not held: EWOULDBLOCK when another one kept it.
+    int Error() const { return m_error; }
+
+private:
+    CFileDescriptor m_file;
+    int m_error = 0;
+};
+
+/// What tells one state of a file from another without reading it.
+struct SFileSignature {
+    uint64_t device = 0;
+    uint64_t inode = 0; ///< 0 with everything else 0: there is no file.
+    int64_t size = 0;
+    int64_t modifiedNs = 0;
+
+    bool operator==(const SFileSignature&) const = default;
+};
+
+/// Asks for the present state of the file at a path; a missing file is no error and gives an empty signature.
+int ReadSignature(const std::string& path, SFileSignature& signature);
+
+/// A whole regular file as read. While it lives its descriptor stays open, so that no other file can get the same
+/// inode number and the signature stays unique.
+struct SFileImage {
+    CFileDescriptor file;
+    SFileSignature signature;
+    std::string content;
+};
+
+/// Reads a whole file. A missing file is no error and gives an empty image.
+///
+/// Errors  EFBIG for more than maxBytes (the image then holds the signature and the beginning), EINVAL when the path
+/// names no regular file (it never waits for a pipe)
+int ReadWholeFile(const std::string& path, size_t maxBytes, SFileImage& image);
+
+/// Puts a file with new content in the place of the one at the path: written beside it as "<path>.new", brought to
+/// disk, then renamed. At every moment the path holds the old or the new content, whole. A link is followed, so that
+/// it still points to the file; the file's permissions stay, a new file is readable by its owner only.
+///
+/// Errors  after any error the old file is as it was
+/// Thread  one writer at a time: hold a CFileLock
+int ReplaceFile(const std::string& path, std::string_view content);
+
+/// Makes a folder and those above it, for its owner only.
+int MakeFolders(const std::string& path);
+
+} // namespace vx

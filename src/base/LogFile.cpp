@@ -1,0 +1,143 @@
+#include "base/LogFile.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <tuple>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace vx {
+
+namespace {
+
+constexpr size_t kWriteBytes = 64 * 1024;
+constexpr size_t kTimeStampBytes = 23;
+
+struct SLogPart {
+    SLogDay day;
+    int part = 1;
+
+    bool operator<(const SLogPart& other) const {
+        return std::tie(day.year, day.month, day.day, part) <
+               std::tie(other.day.year, other.day.month, other.day.day, other.part);
+    }
+};
+
+std::string FileName(const SLogPart& part) {
+    const std::string stem = fmt::format("zantrel-{:04}-{:02}-{:02}", part.day.year, part.day.month, part.day.day);
+    return part.part == 1 ? stem + ".log" : fmt::format("{}.{}.log", stem, part.part);
+}
+
+/// The files of the log in a folder, oldest first; other files are none of its business.
+std::vector<SLogPart> PartsIn(const std::string& folder) {
+    std::vector<SLogPart> parts;
+    std::error_code error;
+    for (std::filesystem::directory_iterator i(folder, error), end; !error && i != end; i.increment(error)) {
+        const std::string name = i->path().filename().string();
+        SLogPart part;
+        if (std::sscanf(name.c_str(), "zantrel-%4d-%2d-%2d.%d.log", &part.day.year, &part.day.month, &part.day.day,
+                        &part.part) >= 3 &&
+            name == FileName(part))
+            parts.push_back(part);
+    }
+    std::sort(parts.begin(), parts.end());
+    return parts;
+}
+
+} // namespace
+
+CLogFile::CLogFile(std::string folder, uint64_t maxFileBytes, int keptFiles)
+    : m_folder(std::move(folder)), m_maxFileBytes(maxFileBytes), m_keptFiles(std::max(keptFiles, 1)) {}
+
+CLogFile::~CLogFile() { Flush(); }
+
+std::string CLogFile::PathOf(const SLogDay& day, int part) const { return m_folder + "/" + FileName({day, part}); }
+
+int CLogFile::Open(const SLogDay& day) {
+    m_file = CFileDescriptor();
+    m_day = day;
+    if (const int error = MakeFolders(m_folder)) return error;
+    int part = 1;
+    for (const SLogPart& present : PartsIn(m_folder))
+        if (present.day == day) part = present.part;
+    struct stat status {};
+    if (stat(PathOf(day, part).c_str(), &status) == 0 && static_cast<uint64_t>(status.st_size) >= m_maxFileBytes)
+        ++part;
+    const int flags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK;
+    m_file = CFileDescriptor(open(PathOf(day, part).c_str(), flags, 0600));
+    if (!m_file.IsOpen()) return errno;
+    RemoveOldest();
+    return 0;
+}
+
+void CLogFile::RemoveOldest() const {
+    const std::vector<SLogPart> parts = PartsIn(m_folder);
+    const size_t kept = static_cast<size_t>(m_keptFiles);
+    for (size_t i = 0; i + kept < parts.size(); ++i) unlink(PathOf(parts[i].day, parts[i].part).c_str());
+}
+
+void CLogFile::Append(const SLogDay& day, std::string_view line) {
+    if (!(day == m_day)) {
+        Flush();
+        m_file = CFileDescriptor();
+        m_day = day;
+    }
+    m_waiting.append(line);
+    m_waiting.push_back('\n');
+    ++m_waitingLines;
+    if (m_waiting.size() >= kWriteBytes) Flush();
+}
+
+/// Makes sure that there is a file that takes more: not full, and not removed by someone else.
+bool CLogFile::Reopen() {
+    struct stat status {};
+    if (m_file.IsOpen() && fstat(m_file.Get(), &status) == 0 && status.st_nlink > 0 &&
+        static_cast<uint64_t>(status.st_size) < m_maxFileBytes)
+        return true;
+    const int error = Open(m_day);
+    if (error != 0) Lose(error);
+    return error == 0;
+}
+
+void CLogFile::Flush() {
+    if (m_waiting.empty() || !Reopen()) return;
+    std::string text = std::move(m_waiting);
+    const uint64_t lines = std::exchange(m_waitingLines, 0);
+    m_waiting.clear();
+    if (m_lostLines > 0)
+        text = fmt::format("{}{} [Information] [STATUS] {} lines of the log could not be written ({}).\n{}",
+                           m_brokenLine ? "\n" : "", text.substr(0, kTimeStampBytes), m_lostLines, m_lostReason, text);
+    size_t done = 0;
+    while (done < text.size()) {
+        const ssize_t count = write(m_file.Get(), text.data() + done, text.size() - done);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) {
+            const int error = errno;
+            m_brokenLine = done > 0 ? text[done - 1] != '\n' : m_brokenLine;
+            m_waitingLines = lines;
+            return Lose(error);
+        }
+        done += static_cast<size_t>(count);
+    }
+    m_lostLines = 0;
+    m_saidSo = m_brokenLine = false;
+}
+
+/// Gives the waiting lines up.
+void CLogFile::Lose(int error) {
+    m_lostLines += std::exchange(m_waitingLines, 0);
+    m_waiting.clear();
+    m_lostReason = std::strerror(error);
+    if (!m_saidSo)
+        std::fprintf(stderr, "The log in %s cannot be written: %s\n", m_folder.c_str(), m_lostReason.c_str());
+    m_saidSo = true;
+}
+
+} // namespace vx

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+namespace vx {
+
+// The folders that belong to the current user, after the XDG base directory rules. A variable that is not an absolute
+// path counts as not set. No folder is made here; paths end without "/".
+
+/// Where settings stand: $XDG_CONFIG_HOME/zantrel, else ~/.config/zantrel.
+std::string UserConfigFolder();
+
+/// Where logs and recovery files stand: $XDG_STATE_HOME/zantrel, else ~/.local/state/zantrel.
+std::string UserStateFolder();
+
+} // namespace vx

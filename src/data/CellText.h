@@ -1,0 +1,37 @@
+#pragma once
+
+#include "data/FieldEntry.h"
+#include "data/FieldValue.h"
+#include "data/SymbolRec.h"
+
+#include <array>
+#include <cstddef>
+#include <span>
+
+namespace vx {
+
+inline constexpr size_t kMostCellText = 255;
+using CellBuffer = std::array<char, kMostCellText>;
+
+/// Turns one field of a record into the text of one grid cell.
+///
+/// Shape   a symbol's record or a regional quote's, and one catalogue entry in -> the bytes written into the buffer, at
+///         most 255, Windows-1252, not terminated; 0 when the field was never set or the column reads nothing of such
+///         a record. In the tick trend the bytes AD, AF and B7 stand for up, down and unchanged
+/// Units   places: digits after the point, 0..15; see PlacesFor
+/// Errors  none; an impossible date reads "Invalid DateTime"
+/// Owns    nothing, and allocates nothing
+/// Thread  GUI thread only
+size_t CellText(const CSymbolRec& record, const SFieldEntry& entry, int places, std::span<char, kMostCellText> out);
+
+/// The number by which a cell is sorted or compared: 0 for texts, dates and records that never received data.
+double CellNumber(const CSymbolRec& record, const SFieldEntry& entry);
+
+/// Which way the cell's value went with its last change; NeverSet where the column reads nothing of such a record.
+EDirection CellDirection(const CSymbolRec& record, const SFieldEntry& entry);
+
+/// The places to show: for prices no more than the symbol's own decimal precision, once the feed has told it; for
+/// every other column those of the cell.
+int PlacesFor(const CSymbolRec& record, const SFieldEntry& entry, int cellPlaces);
+
+} // namespace vx

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace vx {
+
+/// What a window hears of a changed record: the two identifiers by which the store finds the record again.
+struct SChangeNotice {
+    uint32_t id1 = 0; ///< Hash of the record's symbol.
+    uint32_t id2 = 0; ///< Running number of the record, never reused, from 1.
+};
+
+/// How a change queue reaches the window whose notices it holds.
+///
+/// Thread  GUI thread only
+class CChangeWaker {
+public:
+    virtual ~CChangeWaker() = default;
+
+    /// The queue was empty and holds a notice now: post one "VXDOCS PAINT MSG" to the window and return.
+    virtual void PostPaint() = 0;
+
+    /// A record with armed alerts is about to change again: drain the queue now, so that no value is missed.
+    /// Records may be unwatched from inside; nothing that opens a window or a nested event loop may run.
+    virtual void DrainNow() = 0;
+};
+
+/// The change notices that wait for one listening window, oldest first. It stands for the window towards the store.
+///
+/// Shape   a record stands in it at most once between two drains; the first notice after a drain wakes the window
+/// Owns    its ring, which grows when a record is watched and not when one changes; not the waker
+/// Thread  GUI thread only
+class CChangeQueue {
+public:
+    explicit CChangeQueue(CChangeWaker& waker);
+    CChangeQueue(const CChangeQueue&) = delete;
+    CChangeQueue& operator=(const CChangeQueue&) = delete;
+
+    /// Takes out every notice that waits and hands it to visit(const SChangeNotice&). Notices that arrive meanwhile
+    /// wait for the next drain and wake the window again.
+    template <typename Visit> void Drain(Visit&& visit) {
+        for (size_t left = BeginDrain(); left > 0 && m_count > 0; --left) visit(Pop());
+    }
+
+    bool IsEmpty() const { return m_count == 0; }
+    size_t Size() const { return m_count; }
+
+    // What follows is for the records of the store.
+
+    /// Changes with every drain: a record whose last notice bears the present number still waits in the queue.
+    uint64_t DrainNumber() const { return m_drainNumber; }
+    void Push(const SChangeNotice& notice);
+    /// Has the window drain the queue at once; the wake that is on its way stays the only one.
+    void DrainNow();
+    /// One more, or one fewer, record notifies this queue; keeps room for one notice of each.
+    void AddSource();
+    void RemoveSource() { --m_sources; }
+
+private:
+    size_t BeginDrain();
+    SChangeNotice Pop();
+    void Grow();
+
+    CChangeWaker& m_waker;
+    std::vector<SChangeNotice> m_ring; ///< Size is a power of two.
+    size_t m_first = 0;
+    size_t m_count = 0;
+    size_t m_sources = 0;
+    uint64_t m_drainNumber = 1;
+    bool m_woken = false; ///< A wake was posted and its message has not come back yet.
+};
+
+} // namespace vx

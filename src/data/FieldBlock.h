@@ -1,0 +1,51 @@
+#pragma once
+
+#include "data/FieldLayout.h"
+#include "data/FieldValue.h"
+#include "data/SlotText.h"
+
+#include <array>
+#include <cstddef>
+#include <span>
+#include <string_view>
+
+namespace vx {
+
+/// A block of slots seen without its size: what a merge writes into.
+struct SFieldSlots {
+    std::span<const SSlot> layout;
+    SFieldValue* values;
+    EDirection* directions;
+    CSlotText* texts;
+};
+
+/// The values, directions and texts of one layout's slots, each in an array of its own.
+template <const auto& kLayout, size_t kValues, size_t kTexts> class CFieldBlock {
+public:
+    double Number(size_t slot) const { return m_values[kLayout[slot].value].number; }
+    int32_t Integer(size_t slot) const { return m_values[kLayout[slot].value].integer; }
+    uint32_t Unsigned(size_t slot) const { return m_values[kLayout[slot].value].count; }
+    const SDate& Date(size_t slot) const { return m_values[kLayout[slot].value].date; }
+    const STimeOfDay& Time(size_t slot) const { return m_values[kLayout[slot].value].time; }
+    /// The date half of a split.
+    const SDate& SplitDate(size_t slot) const { return m_values[kLayout[slot].extra].date; }
+    const SFieldValue& Value(size_t slot) const { return m_values[kLayout[slot].value]; }
+    static constexpr bool HasText(size_t slot) { return KeepsText(kLayout[slot].rule); }
+    std::string_view Text(size_t slot) const { return m_texts[kLayout[slot].extra].View(); }
+    EDirection Direction(size_t slot) const { return m_directions[kLayout[slot].value]; }
+
+    void SetText(size_t slot, std::string_view text) {
+        m_texts[kLayout[slot].extra].Assign(text);
+        SetDirection(slot, EDirection::Unchanged);
+    }
+    void SetDirection(size_t slot, EDirection direction) { m_directions[kLayout[slot].value] = direction; }
+
+    SFieldSlots Slots() { return {kLayout, m_values.data(), m_directions.data(), m_texts.data()}; }
+
+private:
+    std::array<EDirection, kValues> m_directions{};
+    std::array<SFieldValue, kValues> m_values{};
+    std::array<CSlotText, kTexts> m_texts;
+};
+
+} // namespace vx

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "data/FundamentalFields.h"
+#include "data/RegionFields.h"
+#include "data/UpdateFields.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace vx {
+
+/// One comma-separated field of a data line: how it is read and where in the record's block it goes.
+struct SSlot {
+    EParseRule rule = EParseRule::None; ///< None: the field is looked at by the store itself, not by the merge.
+    uint8_t value = 0;                  ///< Index of its value and direction.
+    uint8_t extra = 0; ///< Index of its text where the rule keeps one; of a split's date among the values.
+};
+
+namespace layout {
+
+template <size_t kSize> constexpr size_t CountTexts(const std::array<SSlot, kSize>& slots) {
+    size_t texts = 0;
+    for (const SSlot& slot : slots) texts += KeepsText(slot.rule) ? 1 : 0;
+    return texts;
+}
+
+// The symbol stands in the record itself: slot 0 of every layout keeps nothing.
+template <size_t kSize> constexpr std::array<SSlot, kSize> FromRules(const std::array<EParseRule, kSize>& rules) {
+    std::array<SSlot, kSize> slots{};
+    uint8_t texts = 0;
+    uint8_t splits = 0;
+    for (size_t i = 1; i < kSize; ++i) {
+        slots[i] = {rules[i], static_cast<uint8_t>(i), 0};
+        if (KeepsText(rules[i])) slots[i].extra = texts++;
+        if (rules[i] == EParseRule::Split) slots[i].extra = static_cast<uint8_t>(kSize + splits++);
+    }
+    return slots;
+}
+
+} // namespace layout
+
+/// Update and summary lines: the update fields, and a last one that some feeds add and that repeats the symbol's
+/// decimal precision.
+inline constexpr std::array kUpdateLayout = [] {
+    std::array<EParseRule, kUpdateFieldCount> rules{};
+    for (size_t i = 0; i < rules.size(); ++i) rules[i] = kUpdateFields[i].rule;
+    const auto named = layout::FromRules(rules);
+    std::array<SSlot, kUpdateFieldCount + 1> slots{};
+    for (size_t i = 0; i < named.size(); ++i) slots[i] = named[i];
+    slots.back() = slots[UpdateSlot("Decimal Precision")];
+    return slots;
+}();
+
+inline constexpr std::array kFundamentalLayout = [] {
+    std::array<EParseRule, kFundamentalSlotCount> rules{};
+    for (size_t row = 0; row < kFundamentalColumnCount; ++row)
+        if (kFundamentalFields[row].rule != EParseRule::None)
+            rules[FundamentalSlotOfRow(row)] = kFundamentalFields[row].rule;
+    return layout::FromRules(rules);
+}();
+
+inline constexpr std::array kRegionLayout = [] {
+    std::array<EParseRule, kRegionFieldCount> rules{};
+    for (size_t i = 0; i < rules.size(); ++i) rules[i] = kRegionFields[i].rule;
+    rules[RegionSlot("Region")] = EParseRule::None; // Part of the record's name.
+    return layout::FromRules(rules);
+}();
+
+inline constexpr size_t kSplitCount = 2;
+inline constexpr size_t kQuoteValueCount = kUpdateFieldCount;
+inline constexpr size_t kQuoteTextCount = layout::CountTexts(kUpdateLayout);
+inline constexpr size_t kFundamentalValueCount = kFundamentalSlotCount + kSplitCount;
+inline constexpr size_t kFundamentalTextCount = layout::CountTexts(kFundamentalLayout);
+inline constexpr size_t kRegionTextCount = layout::CountTexts(kRegionLayout);
+
+} // namespace vx

@@ -1,0 +1,163 @@
+#include "data/L1DataStore.h"
+
+#include "data/SymbolHash.h"
+
+#include <algorithm>
+
+// Watching: which records there are, who listens to them, and what the feed is told. The data lines are handled in
+// L1DataStoreLines.cpp.
+
+namespace vx {
+
+namespace {
+
+bool CanBeWatched(std::string_view symbol) {
+    return !FeedSymbol(symbol).empty() &&
+           std::ranges::none_of(symbol, [](char c) { return static_cast<unsigned char>(c) < ' '; });
+}
+
+} // namespace
+
+CL1DataStore::CL1DataStore(const SMergeKernel& kernel) : m_kernel(kernel) {}
+
+void CL1DataStore::SetCodeNames(CCodeNames* names) {
+    m_names = names;
+    m_markets = {};
+    m_securityTypes = {};
+    m_records.ForEach([&](CL1SymbolRec& record) { record.m_names = names; });
+}
+
+bool CL1DataStore::Watch(std::string_view symbol, CChangeQueue& listener) {
+    if (!CanBeWatched(symbol)) return false;
+    const std::string_view feedSymbol = FeedSymbol(symbol);
+    CL1SymbolRec* record = m_records.Find(feedSymbol);
+    if (!record) record = &AddRecord(feedSymbol);
+    if (record->m_stray) Adopt(*record);
+
+    CSymbolRec* target = record;
+    if (IsRegionalName(symbol)) {
+        target = FindMutable(symbol);
+        if (!target) target = &AddRegion(*record, symbol);
+    }
+    target->AddListener(listener);
+    if (!record->m_watched && !SendWatch(*record)) RewatchAll();
+    if (target != record) SendCommand("S,REGON,", feedSymbol);
+    target->Notify();
+    return true;
+}
+
+void CL1DataStore::Unwatch(std::string_view symbol, CChangeQueue& listener) {
+    CSymbolRec* target = FindMutable(symbol);
+    if (!target || !target->RemoveListener(listener)) return;
+    CL1SymbolRec& record = *m_records.Find(FeedSymbol(symbol));
+    if (target != &record && !target->HasListeners()) RemoveRegion(record, *target);
+    ReleaseIfUnwanted(record);
+}
+
+void CL1DataStore::Forget(std::string_view symbol) {
+    if (CL1SymbolRec* record = m_records.Find(symbol)) RemoveRecord(*record);
+}
+
+void CL1DataStore::RemoveListener(CChangeQueue& listener) {
+    std::vector<std::string> watched;
+    m_records.ForEach([&](CL1SymbolRec& record) {
+        if (record.HasListener(listener)) watched.push_back(record.Symbol());
+        for (const auto& region : record.m_regions)
+            if (region->HasListener(listener)) watched.push_back(region->Symbol());
+    });
+    for (const std::string& symbol : watched) Unwatch(symbol, listener);
+}
+
+void CL1DataStore::RewatchAll() {
+    if (m_rewatchedThisTurn || !m_port || !m_port->IsOpen()) return;
+    m_rewatchedThisTurn = true;
+    m_records.ForEach([&](CL1SymbolRec& record) {
+        if (record.IsWanted()) SendWatch(record);
+    });
+}
+
+void CL1DataStore::SendPendingWatches() {
+    if (!m_port || !m_port->IsOpen()) return;
+    bool failed = false;
+    m_records.ForEach([&](CL1SymbolRec& record) {
+        if (!failed && record.IsWanted() && !record.m_watched) failed = !SendWatch(record);
+    });
+}
+
+CSymbolRec* CL1DataStore::FindMutable(std::string_view symbol) const {
+    CL1SymbolRec* record = m_records.Find(FeedSymbol(symbol));
+    if (record && IsRegionalName(symbol)) return record->FindRegion(symbol);
+    return record;
+}
+
+const CSymbolRec* CL1DataStore::Find(std::string_view symbol) const { return FindMutable(symbol); }
+
+const CSymbolRec* CL1DataStore::FindById(uint32_t id1, uint32_t id2) const {
+    const auto found = m_byNumber.find(id2);
+    return found != m_byNumber.end() && found->second->Ids().id1 == id1 ? found->second : nullptr;
+}
+
+void CL1DataStore::SetArmedAlerts(std::string_view symbol, int count) {
+    if (CSymbolRec* record = FindMutable(symbol)) record->SetArmedAlerts(count);
+}
+
+void CL1DataStore::SetHistoryLimit(std::string_view symbol, size_t limit) {
+    if (CL1SymbolRec* record = m_records.Find(symbol)) record->SetHistoryLimit(limit);
+}
+
+CL1SymbolRec& CL1DataStore::AddRecord(std::string_view symbol) {
+    CL1SymbolRec& record = m_records.Add(std::make_unique<CL1SymbolRec>(symbol, ++m_lastNumber));
+    record.m_names = m_names;
+    m_byNumber[record.Ids().id2] = &record;
+    return record;
+}
+
+sRegQuoteData& CL1DataStore::AddRegion(CL1SymbolRec& record, std::string_view fullName) {
+    record.m_regions.push_back(std::make_unique<sRegQuoteData>(fullName, ++m_lastNumber, record));
+    sRegQuoteData& region = *record.m_regions.back();
+    m_byNumber[region.Ids().id2] = &region;
+    return region;
+}
+
+void CL1DataStore::RemoveRecord(CL1SymbolRec& record) {
+    if (record.m_stray) Adopt(record);
+    for (const auto& region : record.m_regions) m_byNumber.erase(region->Ids().id2);
+    m_byNumber.erase(record.Ids().id2);
+    m_records.Remove(record.Symbol());
+}
+
+void CL1DataStore::RemoveRegion(CL1SymbolRec& record, const CSymbolRec& region) {
+    m_byNumber.erase(region.Ids().id2);
+    std::erase_if(record.m_regions, [&](const auto& each) { return each.get() == &region; });
+}
+
+CL1SymbolRec& CL1DataStore::AddStray(std::string_view symbol) {
+    if (m_strays.size() == kMostStrayRecords) RemoveRecord(*m_strays.front());
+    CL1SymbolRec& record = AddRecord(symbol);
+    record.m_stray = true;
+    record.m_strayPlace = m_strays.insert(m_strays.end(), &record);
+    return record;
+}
+
+void CL1DataStore::Adopt(CL1SymbolRec& record) {
+    m_strays.erase(record.m_strayPlace);
+    record.m_stray = false;
+}
+
+void CL1DataStore::ReleaseIfUnwanted(CL1SymbolRec& record) {
+    if (record.IsWanted()) return;
+    SendCommand("r", record.Symbol());
+    RemoveRecord(record);
+}
+
+bool CL1DataStore::SendCommand(std::string_view verb, std::string_view symbol) {
+    m_command.assign(verb).append(symbol).append("\n");
+    return m_port && m_port->Send(m_command) == static_cast<int>(m_command.size());
+}
+
+bool CL1DataStore::SendWatch(CL1SymbolRec& record) {
+    record.m_watched = SendCommand("w", record.Symbol());
+    return record.m_watched;
+}
+
+} // namespace vx

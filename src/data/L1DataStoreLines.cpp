@@ -1,0 +1,230 @@
+#include "data/L1DataStore.h"
+
+#include "base/Clock.h"
+#include "base/Number.h"
+#include "base/Text.h"
+
+namespace vx {
+
+namespace {
+
+constexpr int kMarketCount = 256;
+constexpr std::string_view kSummaryText = "SUMMARY";
+constexpr char kQualifyingTrade = 'C'; ///< In the message contents.
+
+constexpr size_t kContents = UpdateSlot("Message Contents");
+
+bool IsDataLine(std::string_view line) { return line.size() > kFirstFieldOffset && line[1] == ','; }
+
+// Changes are coloured by their sign, not by whether they grew.
+void ColourBySign(CQuoteData& quote, const SMergeNotes& notes) {
+    for (const size_t slot : {UpdateSlot("Change"), UpdateSlot("Change From Open")}) {
+        if (!notes.Carried(slot)) continue;
+        const double value = quote.Number(slot);
+        quote.SetDirection(slot, value > 0 ? EDirection::Up : value < 0 ? EDirection::Down : EDirection::Unchanged);
+    }
+}
+
+void Flatten(CQuoteData& quote) {
+    for (size_t slot = 0; slot < kUpdateFieldCount; ++slot) {
+        const EDirection direction = quote.Direction(slot);
+        if (IsFlattenedBySummary(kUpdateLayout[slot].rule) && direction != EDirection::NeverSet)
+            quote.SetDirection(slot, EDirection::Unchanged);
+    }
+}
+
+std::string_view SubTypeName(std::string_view typeName, int32_t subType) {
+    const std::string name = LowerAscii(typeName);
+    if (ContainsText(name, "option"))
+        return subType == 1 ? "Binary Option" : subType == 2 ? "Non-Standard Option" : std::string_view{};
+    if (ContainsText(name, "fund")) return subType == 1 ? "Exchange Traded Fund" : "Fund";
+    return {};
+}
+
+void AddTrade(CTimeAndSales& history, const CQuoteData& quote) {
+    sTimeAndSalesRec trade;
+    trade.price = quote.Number(UpdateSlot("Last"));
+    trade.size = quote.Integer(UpdateSlot("Last Size"));
+    trade.extendedPrice = quote.Number(UpdateSlot("Extended Trade"));
+    trade.extendedSize = quote.Integer(UpdateSlot("Extended Trade Size"));
+    history.Add(trade, quote.Text(UpdateSlot("Last Time")));
+}
+
+} // namespace
+
+void CL1DataStore::OnLevel1Message(std::string_view line) {
+    switch (line.empty() ? '\0' : line.front()) {
+    case 'Q':
+        OnUpdate(line);
+        break;
+    case 'P':
+        OnSummary(line);
+        break;
+    case 'F':
+        OnFundamental(line);
+        break;
+    case 'R':
+        OnRegional(line);
+        break;
+    default:
+        break;
+    }
+}
+
+void CL1DataStore::OnUpdate(std::string_view line) {
+    SMergeNotes notes;
+    CL1SymbolRec* record = MergeQuote(line, notes);
+    if (!record) return;
+    ColourBySign(record->m_quote, notes);
+    if (record->m_history && notes.Carried(kContents) &&
+        record->m_quote.Text(kContents).find(kQualifyingTrade) != std::string_view::npos)
+        AddTrade(*record->m_history, record->m_quote);
+    FinishMerge(*record, notes);
+}
+
+void CL1DataStore::OnSummary(std::string_view line) {
+    SMergeNotes notes;
+    CL1SymbolRec* record = MergeQuote(line, notes);
+    if (!record) return;
+    record->m_quote.SetText(kContents, kSummaryText);
+    Flatten(record->m_quote);
+    FinishMerge(*record, notes);
+}
+
+void CL1DataStore::OnFundamental(std::string_view line) {
+    SCutLine cut;
+    if (IsDataLine(line)) m_kernel.cut(line, kFundamentalLayout.size(), cut);
+    const std::string_view symbol = cut.Symbol(line);
+    if (symbol.empty()) return;
+    CL1SymbolRec& record = RecordForLine(symbol);
+    SMergeNotes notes;
+    m_kernel.merge(line, cut, record.m_fundamentals.Slots(), notes);
+    NameFundamentalCodes(record, notes.Carried(FundamentalSlot("Listed Market")),
+                         notes.Carried(FundamentalSlot("Security Type")),
+                         notes.Carried(FundamentalSlot("Security SubType")));
+    record.m_updated = record.m_hasData = true;
+    record.NotifyAll(); // Rows of regional quotes show the fundamentals too.
+}
+
+void CL1DataStore::OnRegional(std::string_view line) {
+    SCutLine cut;
+    if (IsDataLine(line)) m_kernel.cut(line, kRegionLayout.size(), cut);
+    const std::string_view symbol = cut.Symbol(line);
+    if (symbol.empty() || cut.count < 2 || cut.fields[1].slot != RegionSlot("Region")) return;
+    const SCutField& field = cut.fields[1];
+    const std::string_view name = TrimBlanks(line.substr(field.begin, field.end - field.begin));
+
+    // The feed sends every region of a symbol; only those that somebody asked for have a record.
+    const auto find = [&]() -> sRegQuoteData* {
+        CL1SymbolRec* record = m_records.Find(symbol);
+        return record ? record->FindRegionOf(name) : nullptr;
+    };
+    sRegQuoteData* region = find();
+    if (!region) return;
+    if (region->ArmedAlerts() > 0) {
+        DrainBeforeChange(std::string(region->Symbol()));
+        region = find();
+        if (!region) return;
+    }
+    SMergeNotes notes;
+    m_kernel.merge(line, cut, region->data.Slots(), notes);
+    if (notes.priceWord != EPriceWord::None) region->notFound = notes.priceWord == EPriceWord::NotFound;
+    region->updated = region->hasData = true;
+    region->Notify();
+}
+
+CL1SymbolRec* CL1DataStore::MergeQuote(std::string_view line, SMergeNotes& notes) {
+    SCutLine cut;
+    if (IsDataLine(line)) m_kernel.cut(line, kUpdateLayout.size(), cut);
+    const std::string_view symbol = cut.Symbol(line);
+    if (symbol.empty()) return nullptr;
+    CL1SymbolRec& record = RecordForLine(symbol);
+    m_kernel.merge(line, cut, record.m_quote.Slots(), notes);
+    NameMarkets(record, notes);
+    return &record;
+}
+
+void CL1DataStore::FinishMerge(CL1SymbolRec& record, const SMergeNotes& notes) {
+    record.m_updated = record.m_hasData = true;
+    const bool notFound =
+        notes.priceWord == EPriceWord::None ? record.m_notFound : notes.priceWord == EPriceWord::NotFound;
+    if (notFound == record.m_notFound) {
+        record.Notify();
+    } else {
+        record.m_notFound = notFound;
+        record.NotifyAll();
+    }
+}
+
+CL1SymbolRec& CL1DataStore::RecordForLine(std::string_view symbol) {
+    CL1SymbolRec* record = m_records.Find(symbol);
+    if (record && record->ArmedAlerts() > 0) {
+        DrainBeforeChange(symbol);
+        record = m_records.Find(symbol);
+    }
+    return record ? *record : AddStray(symbol);
+}
+
+// A listener may unwatch the symbol while it drains, so that the record is looked up anew after each.
+void CL1DataStore::DrainBeforeChange(std::string_view symbol) {
+    const CChangeQueue* last = nullptr;
+    for (const CSymbolRec* record = FindMutable(symbol); record; record = FindMutable(symbol)) {
+        CChangeQueue* queue = record->NextWaiting();
+        if (!queue || queue == last) return;
+        last = queue;
+        queue->DrainNow();
+    }
+}
+
+// Market centres arrive as ids; the record keeps the names in the same fields.
+void CL1DataStore::NameMarkets(CL1SymbolRec& record, const SMergeNotes& notes) {
+    for (const size_t slot : {UpdateSlot("Last Market Center"), UpdateSlot("Extended Trade Market Center"),
+                              UpdateSlot("Most Recent Trade Market Center")}) {
+        if (!notes.Carried(slot)) continue;
+        const int32_t id = ReadInt32(record.m_quote.Text(slot));
+        const bool named = id >= 0 && id < kMarketCount && HaveMarkets();
+        record.m_quote.SetText(slot, named ? m_names->MarketName(id) : std::string_view{});
+    }
+}
+
+void CL1DataStore::NameFundamentalCodes(CL1SymbolRec& record, bool market, bool type, bool subType) {
+    constexpr size_t kMarket = FundamentalSlot("Listed Market");
+    constexpr size_t kType = FundamentalSlot("Security Type");
+    constexpr size_t kTypeName = FundamentalSlot("Security Type Name");
+    constexpr size_t kSubType = FundamentalSlot("Security SubType");
+    CFundamentalData& data = record.m_fundamentals;
+    if (market && HaveMarkets())
+        data.SetText(FundamentalSlot("Listed Market Name"), m_names->MarketName(data.Integer(kMarket)));
+    if (type && HaveSecurityTypes()) data.SetText(kTypeName, m_names->SecurityTypeName(data.Integer(kType)));
+    if ((type || subType) && data.Direction(kSubType) != EDirection::NeverSet)
+        data.SetText(FundamentalSlot("Security SubType Name"),
+                     SubTypeName(data.Text(kTypeName), data.Integer(kSubType)));
+}
+
+bool CL1DataStore::LoadMarkets() {
+    return Load(m_markets, [](CCodeNames& names) { return names.EnsureMarketsLoaded(); });
+}
+
+bool CL1DataStore::LoadSecurityTypes() {
+    return Load(m_securityTypes, [](CCodeNames& names) { return names.EnsureSecurityTypesLoaded(); });
+}
+
+template <typename TLoad> bool CL1DataStore::Load(SLoad& state, TLoad load) {
+    if (!m_names) return false;
+    const int64_t now = CClock::Instance().MonotonicMs();
+    if (now < state.nextTryMs) return false;
+    state.done = load(*m_names);
+    if (!state.done) {
+        state.nextTryMs = CClock::Instance().MonotonicMs() + kLoadRetryMs;
+        return false;
+    }
+    // Records that came while the names could not be loaded have been waiting for them.
+    m_records.ForEach([&](CL1SymbolRec& record) {
+        const auto known = [&](size_t slot) { return record.m_fundamentals.Direction(slot) != EDirection::NeverSet; };
+        NameFundamentalCodes(record, m_markets.done && known(FundamentalSlot("Listed Market")),
+                             m_securityTypes.done && known(FundamentalSlot("Security Type")), false);
+    });
+    return true;
+}
+
+} // namespace vx

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "data/L1SymbolRec.h"
+
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace vx {
+
+/// The level-1 records by symbol, compared exactly.
+///
+/// Shape   open addressing; the first eight bytes of a symbol stand in the table, so that most look-ups touch one entry
+///         of it and then the record
+/// Owns    the records
+class CSymbolTable {
+public:
+    CSymbolTable();
+
+    CL1SymbolRec* Find(std::string_view symbol) const {
+        const uint64_t key = Key(symbol);
+        for (size_t i = Slot(key, symbol);; i = (i + 1) & m_mask) {
+            const SEntry& entry = m_entries[i];
+            if (!entry.record) return nullptr;
+            if (entry.key == key && entry.record->Symbol() == symbol) return entry.record.get();
+        }
+    }
+
+    /// The symbol may not be in the table yet.
+    CL1SymbolRec& Add(std::unique_ptr<CL1SymbolRec> record);
+    void Remove(std::string_view symbol);
+
+    size_t Size() const { return m_size; }
+
+    template <typename Visit> void ForEach(Visit&& visit) const {
+        for (const SEntry& entry : m_entries)
+            if (entry.record) visit(*entry.record);
+    }
+
+private:
+    struct SEntry {
+        uint64_t key = 0;
+        std::unique_ptr<CL1SymbolRec> record;
+    };
+
+    static uint64_t Load(const char* bytes, size_t size) {
+        uint64_t word = 0;
+        if (size >= 8) {
+            std::memcpy(&word, bytes, 8);
+        } else {
+            for (size_t i = 0; i < size; ++i) word |= uint64_t{static_cast<unsigned char>(bytes[i])} << (8 * i);
+        }
+        return word;
+    }
+    static uint64_t Key(std::string_view symbol) { return Load(symbol.data(), symbol.size()); }
+
+    // Long symbols of one root (options) share their first eight bytes and differ in the last ones.
+    size_t Slot(uint64_t key, std::string_view symbol) const {
+        constexpr uint64_t kSpread = 0x9E3779B97F4A7C15;
+        uint64_t mixed = key * kSpread;
+        if (symbol.size() > 8) mixed = (mixed ^ mixed >> 29 ^ Load(symbol.data() + symbol.size() - 8, 8)) * kSpread;
+        return static_cast<size_t>(mixed >> m_shift);
+    }
+    void Grow();
+
+    std::vector<SEntry> m_entries; ///< Size is a power of two, at most half full.
+    size_t m_mask = 0;
+    int m_shift = 0;
+    size_t m_size = 0;
+};
+
+} // namespace vx

@@ -1,0 +1,43 @@
+#pragma once
+
+namespace vx {
+
+/// One non-blocking TCP socket (IPv4) of the operating system; the only place of the feed link that calls it.
+///
+/// Errors  every operation reports its error as a number of SocketError.h, 0 when it went well
+/// Owns    the descriptor, closed by the destructor; no child process inherits it
+/// Thread  one thread at a time; no operation blocks
+class CNativeSocket {
+public:
+    CNativeSocket() = default;
+    ~CNativeSocket() { Close(); }
+    CNativeSocket(const CNativeSocket&) = delete;
+    CNativeSocket& operator=(const CNativeSocket&) = delete;
+
+    struct SResult {
+        int count; ///< Bytes moved, 0 when the peer has closed (receive only), -1 on an error.
+        int error;
+    };
+
+    /// Makes the socket, any local port and address; a socket that was open before is closed.
+    int Open();
+    void Close();
+    bool IsOpen() const { return m_descriptor >= 0; }
+    int Descriptor() const { return m_descriptor; }
+
+    /// Begins to connect; kSocketWouldBlock means that the outcome shows when the socket becomes writable.
+    ///
+    /// Shape   host: four decimal numbers with dots, nothing is looked up
+    int Connect(const char* host, unsigned port);
+    /// The outcome of a connect, asked once the socket is writable. A socket that met itself, which loopback allows
+    /// when nobody listens on the port, counts as refused.
+    int ConnectOutcome();
+
+    SResult Receive(char* buffer, int length);
+    SResult Send(const char* buffer, int length);
+
+private:
+    int m_descriptor = -1;
+};
+
+} // namespace vx

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <string>
+#include <string_view>
+
+namespace vx {
+
+/// The error number of a start, in the two forms that the error texts show; 0 and 0 when the program runs.
+///
+/// Source  the system error numbers of program starts: 2 not found, 5 access denied
+struct SStartResult {
+    int error = 0;
+    int instance = 0;
+    bool Started() const { return error == 0; }
+};
+
+/// Starts a program by its bare name and does not wait for it.
+///
+/// Shape   name: "vxconnect.exe" or "vxconnect", the ending is tried with and without; arguments: one item each, no
+///         shell reads them
+/// Errors  2/2 when no such program lies beside this one or on the search path; 5/5 when there is one that may not be,
+///         or could not be, executed
+SStartResult StartProgram(std::string_view name, const QStringList& arguments);
+
+/// Starts the feed client for a product in a version, whether or not one runs already.
+SStartResult StartFeedClient(std::string_view product, std::string_view version);
+
+/// What the user reads when the feed client did not start.
+std::string FeedClientStartError(const SStartResult& result);
+
+} // namespace vx

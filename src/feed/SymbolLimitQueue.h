@@ -1,0 +1,48 @@
+#pragma once
+
+#include "feed/FeedStats.h"
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vx {
+
+/// The symbols that the feed client refused because it watches as many as it may, and their way back.
+///
+/// A refused symbol is pending until the feed client has room; watched again, it is awaiting until its fundamental
+/// line shows that the feed client took it, and takes one place of the room until then.
+///
+/// Thread  GUI thread only
+class CSymbolLimitQueue {
+public:
+    /// Sends one command on the level-1 port: the bytes sent, or -1; nothing at all when there is no such port.
+    using SendCommand = std::function<int(std::string_view command)>;
+
+    /// The feed client refused a symbol: it is no longer awaiting and becomes pending, last in order.
+    void Refused(std::string_view symbol);
+    /// The symbol's fundamental line came.
+    void Arrived(std::string_view symbol);
+    /// Nobody wants the symbol any more.
+    void Forget(std::string_view symbol);
+
+    /// Watches pending symbols again, first come first, while there is room. A command that was not sent leaves its
+    /// symbol pending, first in order; one sent in part drops it. Without a port (an empty send), the first symbol is
+    /// appended once more and nothing is sent.
+    ///
+    /// Returns the number of commands sent whole
+    uint32_t Pump(const FeedStats& stats, const SendCommand& send);
+
+    const std::deque<std::string>& Pending() const { return m_pending; }
+    const std::vector<std::string>& Awaiting() const { return m_awaiting; }
+
+private:
+    bool HasRoom(const FeedStats& stats) const;
+
+    std::deque<std::string> m_pending;
+    std::vector<std::string> m_awaiting;
+};
+
+} // namespace vx

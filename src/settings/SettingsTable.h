@@ -1,0 +1,44 @@
+#pragma once
+
+#include "base/Log.h"
+#include "data/Catalogue.h"
+#include "settings/SettingKind.h"
+
+#include <array>
+#include <string_view>
+
+namespace vx {
+
+/// One application-wide setting as declared in SettingsTable.def.
+struct SSetting {
+    std::string_view name; ///< In the store, and in reports.
+    ESettingKind kind;
+    std::string_view defaultText; ///< In the form that the kind accepts, or empty.
+    std::string_view purpose;     ///< One sentence for users.
+};
+
+// One type for each type of value, so that a setting can only be read and written as what it is.
+struct STextSetting : SSetting {};
+struct SIntegerSetting : SSetting {};
+struct SBooleanSetting : SSetting {};
+struct SNumberSetting : SSetting {};
+struct SColorSetting : SSetting {};
+
+// kShowGridLines and so on, a constant for each row of the table.
+#define ZW_SETTING(constant, type, kind, name, defaultText, purpose)                                                   \
+    inline constexpr type constant{{name, ESettingKind::kind, defaultText, purpose}};
+#include "settings/SettingsTable.def"
+#undef ZW_SETTING
+
+/// Every setting there is, in the order of the table.
+inline constexpr std::array kAllSettings{
+#define ZW_SETTING(constant, type, kind, name, defaultText, purpose) static_cast<const SSetting*>(&constant),
+#include "settings/SettingsTable.def"
+#undef ZW_SETTING
+};
+
+/// The sound list's entries in their order.
+inline constexpr std::array kSoundFiles{&kSoundFile1, &kSoundFile2, &kSoundFile3, &kSoundFile4, &kSoundFile5,
+                                        &kSoundFile6, &kSoundFile7, &kSoundFile8, &kSoundFile9, &kSoundFile10};
+
+} // namespace vx

@@ -1,0 +1,143 @@
+#include "vxconnect/Connection.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace vx::sim {
+
+namespace {
+
+// Enough to keep a fast reader busy between two slices, little enough that a slow one is not fed old news.
+constexpr int kSystemSendBytes = 512 * 1024;
+
+bool IsLineEnd(char c) { return c == '\r' || c == '\n'; }
+
+bool WouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR; }
+
+} // namespace
+
+CConnection::CConnection(qintptr socket, size_t queueLimit)
+    : m_socket(static_cast<int>(socket)), m_queueLimit(queueLimit),
+      m_input(std::make_unique<std::array<char, kMaxLine>>()), m_readable(socket, QSocketNotifier::Read),
+      m_writable(socket, QSocketNotifier::Write) {
+    fcntl(m_socket, F_SETFL, fcntl(m_socket, F_GETFL, 0) | O_NONBLOCK);
+    const int on = 1;
+    setsockopt(m_socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    setsockopt(m_socket, SOL_SOCKET, SO_SNDBUF, &kSystemSendBytes, sizeof kSystemSendBytes);
+    m_writable.setEnabled(false);
+    connect(&m_readable, &QSocketNotifier::activated, this, [this] { OnReadable(); });
+    connect(&m_writable, &QSocketNotifier::activated, this, [this] { OnWritable(); });
+}
+
+CConnection::~CConnection() { close(m_socket); }
+
+void CConnection::Send(std::string_view line) {
+    if (m_open) m_queue.Append(line);
+}
+
+void CConnection::Flush() {
+    while (m_open && m_queue.Size() > 0) {
+        const std::string_view waiting = m_queue.Waiting();
+        const ssize_t count = send(m_socket, waiting.data(), waiting.size(), MSG_NOSIGNAL);
+        if (count > 0) {
+            m_sent += static_cast<uint64_t>(count);
+            m_queue.Drop(static_cast<size_t>(count));
+        } else if (count < 0 && !WouldBlock()) {
+            return Fail();
+        } else {
+            break;
+        }
+    }
+    if (!m_open) return;
+    m_writable.setEnabled(m_queue.Size() > 0 || m_waiting || HoldsBack());
+    if (m_closing && m_queue.Size() == 0) Fail();
+}
+
+void CConnection::CloseWhenSent() {
+    m_closing = true;
+    Flush();
+}
+
+void CConnection::OnReadable() {
+    if (!m_open || m_waiting || m_inputEnded) return;
+    char* const free = m_input->data() + m_inputEnd;
+    const ssize_t count = recv(m_socket, free, m_input->size() - m_inputEnd, 0);
+    if (count < 0) {
+        if (!WouldBlock()) Fail();
+        return;
+    }
+    if (count == 0) {
+        m_inputEnded = true;
+        m_readable.setEnabled(false);
+        OnEndOfInput();
+        return;
+    }
+    m_inputEnd += static_cast<size_t>(count);
+    HandleLines();
+}
+
+void CConnection::OnWritable() {
+    Flush();
+    if (!m_open || m_queue.Size() > m_queueLimit / 2) return;
+    OnRoom();
+    Flush();
+    if (!m_waiting || !HasRoom()) return;
+    m_waiting = false;
+    HandleLines();
+}
+
+void CConnection::HandleLines() {
+    size_t begin = 0;
+    size_t i = m_searched;
+    for (; m_open && i < m_inputEnd; ++i) {
+        if (!IsLineEnd((*m_input)[i])) continue;
+        const std::string_view line(m_input->data() + begin, i - begin);
+        const bool wanted = !line.empty() && !m_skipping;
+        if (wanted && !HasRoom()) {
+            Flush();
+            m_waiting = m_open && !HasRoom();
+            if (m_waiting) break;
+        }
+        begin = i + 1;
+        m_skipping = false;
+        if (wanted) OnLine(line);
+    }
+    KeepRest(begin);
+    m_searched = std::min(i - begin, m_inputEnd);
+    Flush();
+    if (m_open) m_readable.setEnabled(!m_waiting && !m_inputEnded);
+}
+
+void CConnection::KeepRest(size_t begin) {
+    if (begin > 0) std::memmove(m_input->data(), m_input->data() + begin, m_inputEnd - begin);
+    m_inputEnd -= begin;
+    if (m_waiting) return;
+    if (m_skipping) m_inputEnd = 0;
+    if (m_inputEnd == m_input->size()) {
+        m_skipping = true;
+        m_inputEnd = 0;
+        if (HasRoom()) OnOverlongLine();
+    }
+}
+
+void CConnection::Fail() {
+    if (!m_open) return;
+    m_open = false;
+    m_readable.setEnabled(false);
+    m_writable.setEnabled(false);
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (OnGone) OnGone(*this);
+        },
+        Qt::QueuedConnection);
+}
+
+} // namespace vx::sim

@@ -1,0 +1,153 @@
+#include "vxconnect/Fundamentals.h"
+
+#include "vxconnect/CodeTables.h"
+#include "vxconnect/Sector.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string_view>
+
+#include <fmt/format.h>
+
+namespace vx::sim {
+
+namespace {
+
+std::string DateText(PackedDate date) { return fmt::format("{}/{}/{}", date / 100 % 100, date % 100, date / 10000); }
+
+std::string SplitText(double ratio, PackedDate date) { return fmt::format("{:.2f} {}", ratio, DateText(date)); }
+
+// Writes a line field by field. Every figure that is not the market's comes from the symbol's own seed, so that it is
+// the same each time it is told; the draws therefore happen for every symbol, whether or not they are used.
+class CFundamentalWriter {
+public:
+    CFundamentalWriter(CMarket& market, CMarket::Index index)
+        : m_listing(market.Listing(index)), m_ticker(m_listing.ticker), m_now(market.At(index)),
+          m_start(market.StartDate()), m_random(SymbolSeed(~market.Seed(), m_listing.symbol)) {}
+
+    std::string Line() {
+        Text("F");
+        Text(m_listing.symbol);
+        Text("SIM");
+        Text(m_listing.name);
+        Text(m_fund ? "" : m_listing.symbol);
+        Extremes(m_now.YearExtremes());
+        Earnings();
+        Balance();
+        Dates();
+        Codes();
+        Contract();
+        m_line += "\r\n";
+        return std::move(m_line);
+    }
+
+private:
+    void Text(std::string_view text) {
+        m_line += text;
+        m_line += ',';
+    }
+    void Empty(int count = 1) { m_line.append(static_cast<size_t>(count), ','); }
+    void Number(double value, int places = 2) { Text(fmt::format("{:.{}f}", value, places)); }
+    void Whole(double value) { Text(fmt::format("{:.0f}", value)); }
+    void Price(double value) { Number(value, m_now.Decimals()); }
+    double Last() const { return static_cast<double>(m_now.Value(EField::Last)) / kPriceUnit; }
+    PackedDate DaysAgo(uint32_t least, uint32_t most) {
+        return AddDays(m_start, -static_cast<int>(least + m_random.Below(most - least)));
+    }
+
+    void Extremes(const SExtremes& extremes) {
+        Price(static_cast<double>(extremes.high) / kPriceUnit);
+        Price(static_cast<double>(extremes.low) / kPriceUnit);
+    }
+
+    void Earnings() {
+        const double growth = m_random.Between(-8, 28);
+        const double beta = std::max(0.05, m_sector.beta + 0.25 * m_random.Normal());
+        const double dividend = m_ticker.dividend, earnings = m_ticker.earnings;
+        m_fund ? Empty() : Number(growth);
+        Number(beta);
+        Extremes(m_now.CalendarExtremes());
+        earnings != 0 ? Number(earnings) : Empty();
+        dividend > 0 ? Number(dividend / 4, 4) : Empty();
+        dividend > 0 ? Number(dividend, 4) : Empty();
+        dividend > 0 ? Number(dividend / Last() * 100) : Empty();
+        m_fund || earnings == 0 ? Empty() : Number(earnings + std::abs(earnings) * growth / 100);
+        earnings > 0 ? Number(Last() / earnings) : Empty();
+    }
+
+    void Balance() {
+        const double held = m_random.Between(35, 92);
+        const double assets = m_ticker.sharesMillions * m_ticker.price * m_random.Between(0.2, 0.9);
+        const double liabilities = assets * m_random.Between(0.1, 0.5);
+        const double debt = assets * m_random.Between(0.02, 0.4);
+        constexpr std::array<std::string_view, 6> kYearEnds = {"December",  "December", "December",
+                                                               "September", "June",     "January"};
+        const std::string_view yearEnd = kYearEnds[m_random.Below(kYearEnds.size())];
+        Number(held);
+        Whole(m_ticker.volumeMillions * 1e6);
+        Whole(m_ticker.sharesMillions * 1000);
+        m_fund ? Empty() : Number(assets);
+        m_fund ? Empty() : Number(liabilities);
+        Text(yearEnd);
+        m_fund ? Empty() : Whole(debt);
+    }
+
+    void Dates() {
+        constexpr std::array<double, 3> kRatios = {0.50, 0.33, 0.25};
+        const bool split = m_random.Below(3) == 0, splitTwice = m_random.Below(3) == 0;
+        const std::string second = SplitText(kRatios[m_random.Below(3)], DaysAgo(400, 3000));
+        const std::string first = SplitText(kRatios[m_random.Below(3)], DaysAgo(3100, 7000));
+        const PackedDate balance = (m_start / 10000 - 1) * 10000 + 1231;
+        const PackedDate exDividend = DaysAgo(5, 85), paid = AddDays(exDividend, 18);
+        split ? Text(second) : Empty();
+        split&& splitTwice ? Text(first) : Empty();
+        m_fund ? Empty() : Text(DateText(balance));
+        const bool pays = m_ticker.dividend > 0;
+        pays ? Text(fmt::format("{}/{}", exDividend / 100 % 100, exDividend % 100)) : Empty();
+        pays ? Text(DateText(paid)) : Empty();
+        Whole(m_sector.sic);
+        Number(m_sector.dayDeviation * std::sqrt(252.0) * 100 * m_random.Between(0.85, 1.2));
+        for (const SExtremes& extremes : {m_now.YearExtremes(), m_now.CalendarExtremes()}) {
+            Text(DateText(extremes.highDate));
+            Text(DateText(extremes.lowDate));
+        }
+    }
+
+    void Codes() {
+        Whole(ListedMarketOf(m_ticker.sector, m_listing.symbol));
+        Whole(m_fund ? kTypeFund : kTypeEquity);
+        Empty(2); // The names of the two, which the client knows from its tables.
+        Whole(m_sector.naics);
+        m_fund ? Empty() : Price(m_ticker.price * m_random.Between(0.95, 1.04));
+    }
+
+    void Contract() {
+        Empty(6); // Maturity, coupon, expiration, strike, root, premium multiplier: not of shares.
+        Empty();  // Multiple deliverables.
+        Text("09:30:00");
+        Text("16:00:00");
+        Text("USD");
+        Empty(2); // Contract size and months.
+        Text(m_now.Decimals() == 2 ? "0.01" : "0.0001");
+        Empty();
+        Text(fmt::format("SIM{:09}", m_random.Below(1'000'000'000)));
+        m_fund ? Whole(kSubTypeExchangeTradedFund) : Empty();
+        Empty();
+    }
+
+    const CMarket::SListing m_listing;
+    const STicker& m_ticker;
+    const CInstrument& m_now;
+    const SSector& m_sector = SectorOf(m_ticker.sector);
+    const bool m_fund = m_ticker.sector == ESector::Fund;
+    const PackedDate m_start;
+    CRandom m_random;
+    std::string m_line;
+};
+
+} // namespace
+
+std::string FundamentalLine(CMarket& market, CMarket::Index index) { return CFundamentalWriter(market, index).Line(); }
+
+} // namespace vx::sim

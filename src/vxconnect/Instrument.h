@@ -1,0 +1,104 @@
+#pragma once
+
+#include "vxconnect/Extremes.h"
+#include "vxconnect/Random.h"
+#include "vxconnect/SessionClock.h"
+#include "vxconnect/Tickers.h"
+#include "vxconnect/UpdateFields.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace vx::sim {
+
+constexpr int64_t kPriceUnit = 10000; ///< Prices are integers in ten-thousandths of a dollar.
+constexpr int kEventPaceMs = 500;     ///< Mean time between two events of one symbol, on the symbol's own clock.
+constexpr int kTickUp = 173;          ///< Tick codes: how a last-qualifying trade compares with the one before.
+constexpr int kTickDown = 175;
+constexpr int kTickSame = 183;
+
+/// What one event changed.
+struct SUpdate {
+    CFieldMask changed;
+    bool newSession = false; ///< A new day began: everything is to be told again, the fundamentals too.
+    bool newExtreme = false; ///< The year's high or low was passed: the fundamentals are to be told again.
+};
+
+/// One simulated security: its quote, its trades and every figure derived from them.
+///
+/// The price is a random walk on the exchange's tick grid: its volatility comes in clusters, is higher after the open
+/// and before the close, and it is drawn slowly back to the day's own level. The n-th event depends on nothing but
+/// the seed, the symbol and n; its time stamp comes from the symbol's own clock, kEventPaceMs an event on average.
+///
+/// Units   money in ten-thousandths of a dollar, fractions in millionths, times in seconds of the day
+/// Thread  any one
+class CInstrument {
+public:
+    /// Starts on the given day with half an hour of trading behind it.
+    CInstrument(std::string symbol, const STicker& ticker, uint64_t seed, PackedDate date);
+
+    /// Makes the next event happen; never allocates.
+    SUpdate Tick();
+
+    const std::string& Symbol() const { return m_symbol; }
+    /// The value of a field that Present() holds, else 0; the shape is the one of kFields.
+    int64_t Value(EField field) const { return m_values[static_cast<size_t>(field)]; }
+    /// Every field that has a value.
+    const CFieldMask& Present() const { return m_present; }
+    /// Places after the point of this symbol's prices, 2 or 4.
+    int Decimals() const { return m_tickSize == 1 ? 4 : 2; }
+    /// The smallest step of the price, in ten-thousandths: a cent from one dollar up, else 1.
+    int64_t TickSize() const { return m_tickSize; }
+    PackedDate Date() const { return m_date; }
+    /// Of the last 52 weeks and of the calendar year; no qualifying trade lies outside.
+    const SExtremes& YearExtremes() const { return m_yearExtremes; }
+    const SExtremes& CalendarExtremes() const { return m_calendarExtremes; }
+
+private:
+    void Put(EField field, int64_t value);
+    void Announce(EField field, int64_t value);
+    void Step(int meanMs, int weight);
+    void MoveMid(int weight);
+    void MakePast(uint64_t seed);
+    void StartSession(int64_t open);
+    void EndSession();
+    void Quote();
+    void QuoteSide(bool bid, int64_t price, bool newSize);
+    void Trade(int weight);
+    void LastTrade(int64_t price, int64_t size, int weight);
+    void RecentTrade(int64_t price, int64_t size, int conditions);
+    void ExtendedTrade(int64_t price, int64_t size);
+    void AddVolume(int64_t size);
+    void Derive();
+    int64_t TradeSize();
+    int64_t OnGrid(double price) const;
+    int64_t Seconds() const { return m_clockMs / 1000; }
+
+    std::array<int64_t, kFieldCount> m_values{};
+    CFieldMask m_present;
+    CFieldMask m_changed;
+    CRandom m_random;
+    uint32_t m_contents = 0;
+    PackedDate m_date;
+    int64_t m_clockMs = 0;
+    double m_mid = 0;        // Where the price really is, between the ticks.
+    double m_anchor = 0;     // The level that the day is drawn to.
+    double m_variance = 1;   // Of one event, as a multiple of its long-run mean.
+    double m_eventDeviation; // Relative, of one event.
+    double m_spreadTicks;    // Mean distance of bid and ask.
+    double m_meanTradeSize;
+    int64_t m_tickSize;
+    int64_t m_base; // The price that the years are drawn to.
+    int64_t m_sharesThousands;
+    int64_t m_averageVolume;
+    int64_t m_earnings;
+    int64_t m_notional = 0;   // Of today's qualifying trades.
+    int64_t m_qualifying = 0; // Shares of today's qualifying trades.
+    SExtremes m_yearExtremes;
+    SExtremes m_calendarExtremes;
+    bool m_newExtreme = false;
+    std::string m_symbol;
+};
+
+} // namespace vx::sim

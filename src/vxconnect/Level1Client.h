@@ -1,0 +1,68 @@
+#pragma once
+
+#include "vxconnect/Connection.h"
+#include "vxconnect/WatchBoard.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace vx::sim {
+
+/// A client of the level-1 port: its field list, its watches and what it has still to be told.
+///
+/// While its queue has room, every event is a line. Beyond that the events of one symbol fold into one line that
+/// carries every field that has changed, with its newest value, and is written when the client has read enough.
+///
+/// Thread  the one of its event loop
+class CLevel1Client final : public CConnection {
+public:
+    /// The clock gives the time lines their text; both outlive the client.
+    CLevel1Client(qintptr socket, size_t queueLimit, CWatchBoard& board, const CSessionClock& clock, uint16_t port);
+    ~CLevel1Client() override;
+
+    /// Tells one event of a watched symbol, now or folded with later ones.
+    void Tell(SSubscription& subscription, const SUpdate& update);
+    /// Sends the market's time, unless the queue is full: a later one will do.
+    void TellTime();
+    /// Ends all watches.
+    void Leave();
+
+    size_t WatchCount() const { return m_watches.size(); }
+    /// Symbols whose news wait, folded, for the client to read.
+    size_t HeldCount() const { return m_held.size() - m_heldBegin; }
+    bool WantsNews() const { return m_wantsNews; }
+
+protected:
+    void OnLine(std::string_view line) override;
+    void OnOverlongLine() override;
+    bool HoldsBack() const override { return HeldCount() > 0; }
+    void OnRoom() override;
+    void OnEndOfInput() override;
+
+private:
+    void OnSystemCommand(std::string_view command);
+    void SelectFields(std::string_view names);
+    void Watch(std::string_view symbol);
+    void Unwatch(std::string_view symbol);
+    void SendAll(SSubscription& subscription);
+    void SendFundamentals(SSubscription& subscription);
+    void SendQuote(char letter, const CInstrument& instrument, const CFieldMask& fields, uint32_t contents);
+    void Hold(SSubscription& subscription, const SUpdate& update);
+    void Release(SSubscription& subscription);
+
+    CWatchBoard& m_board;
+    const CSessionClock& m_clock;
+    const uint16_t m_port;
+    CFieldSelection m_selection;
+    CFieldMask m_worthALine; // The selected fields without those that come with every line.
+    bool m_wantsNews = false;
+    std::unordered_map<CMarket::Index, std::unique_ptr<SSubscription>> m_watches;
+    std::vector<SSubscription*> m_held; // Oldest first from m_heldBegin; null: unwatched meanwhile.
+    size_t m_heldBegin = 0;
+};
+
+} // namespace vx::sim

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "vxconnect/Market.h"
+#include "vxconnect/Options.h"
+#include "vxconnect/Port.h"
+#include "vxconnect/SessionClock.h"
+#include "vxconnect/UpdatePump.h"
+#include "vxconnect/WatchBoard.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace vx::sim {
+
+/// The three ports of the feed client and the market behind them.
+///
+/// Thread  the one of its event loop
+class CServer : public QObject {
+public:
+    /// The ports in the options must be set.
+    explicit CServer(const SOptions& options);
+    ~CServer() override;
+
+    enum class EStart { Serving, AlreadyServed, Failed };
+    /// Opens the ports, all or none. Message() tells in one line what came of it.
+    EStart Start();
+    const std::string& Message() const { return m_message; }
+
+    uint16_t Level1Port() const { return m_level1.serverPort(); }
+    uint16_t LookupPort() const { return m_lookup.serverPort(); }
+    uint16_t AdminPort() const { return m_admin.serverPort(); }
+
+    /// Called when nobody needs the server any more; never with the option stay.
+    std::function<void()> OnFinished;
+    /// Called once a second with a line of figures, for --verbose.
+    std::function<void(const std::string&)> OnFigures;
+
+    const CWatchBoard& Board() const { return m_board; }
+    /// The most bytes that have waited for one level-1 client during this second and the last.
+    size_t LongestQueue() const;
+    /// Symbols whose updates wait, folded, over all level-1 clients.
+    size_t HeldCount() const;
+
+private:
+    void WirePorts();
+    void OnClientCountChanged();
+    void OnSecond();
+    void OnWatchesChanged();
+    void FlushLevel1();
+    size_t ClientCount() const;
+    std::string StatsLine(std::string_view status) const;
+    std::string FiguresLine() const;
+    bool Open(CPort& port, uint16_t number, std::string_view name, EStart& outcome);
+
+    const SOptions m_options;
+    const std::string m_startText; // When the server started, on the market's clock.
+    CSessionClock m_clock;
+    CMarket m_market;
+    CWatchBoard m_board;
+    CPort m_admin;
+    CPort m_lookup;
+    CPort m_level1;
+    CUpdatePump m_pump;
+    QTimer m_second;
+    QTimer m_soon; // Gathers the changes of a burst of commands into one statistics line.
+    QTimer m_ending;
+    std::string m_message;
+    bool m_hadClient = false;
+    uint64_t m_seconds = 0;
+    uint64_t m_eventsBefore = 0;
+    uint64_t m_eventsLastSecond = 0;
+    uint64_t m_bytesBefore = 0;
+    uint64_t m_bytesLastSecond = 0;
+    size_t m_longestQueue = 0;
+    size_t m_longestLastSecond = 0;
+};
+
+} // namespace vx::sim

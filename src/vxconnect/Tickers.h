@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace vx::sim {
+
+/// The trade a company is in; it decides its industry codes and how much its price moves.
+enum class ESector : uint8_t {
+    Technology,
+    Semiconductors,
+    Software,
+    Media,
+    Retail,
+    Consumer,
+    Autos,
+    Banks,
+    Insurance,
+    Health,
+    Pharma,
+    Industry,
+    Aerospace,
+    Transport,
+    Energy,
+    Utilities,
+    Materials,
+    Telecom,
+    Property,
+    Leisure,
+    Fund,
+};
+
+/// What the simulated market starts from for one symbol. Only ticker and name are those of the world: every figure is
+/// a round starting point of the simulation.
+struct STicker {
+    std::string_view symbol;
+    std::string_view name;
+    ESector sector = ESector::Industry;
+    double price = 0;          ///< Yesterday's close on the first day, dollars.
+    double sharesMillions = 0; ///< Shares outstanding.
+    double earnings = 0;       ///< Per share, last twelve months, dollars; 0 or less: no price-earnings ratio.
+    double dividend = 0;       ///< Per share and year, dollars.
+    double volumeMillions = 0; ///< Average shares traded a day.
+};
+
+/// The well-known tickers, in no order that means anything.
+std::span<const STicker> KnownTickers();
+
+/// A made-up company, the same for the same number and seed.
+struct SMadeUpTicker {
+    std::string symbol; ///< "S" and five digits.
+    std::string name;
+    STicker ticker; ///< Its texts are empty: they are the two above.
+};
+
+/// Makes the company number 1 to 99,999.
+SMadeUpTicker MakeTicker(uint32_t number, uint64_t seed);
+
+/// The number of a made-up symbol ("S00042" -> 42), 0 for any other text.
+uint32_t MadeUpNumber(std::string_view symbol);
+
+} // namespace vx::sim

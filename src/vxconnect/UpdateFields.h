@@ -1,0 +1,188 @@
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace vx::sim {
+
+/// The fields of a quote line in their standard order; a client may ask for others or another order by name.
+enum class EField : uint8_t {
+    Symbol,
+    ExchangeId,
+    Change,
+    PercentChange,
+    TotalVolume,
+    High,
+    Low,
+    Bid,
+    Ask,
+    BidSize,
+    AskSize,
+    Tick,
+    Range,
+    OpenInterest,
+    Open,
+    Close,
+    Spread,
+    Settle,
+    Delay,
+    RestrictedCode,
+    NetAssetValue,
+    AverageMaturity,
+    PriceEarningsRatio,
+    SevenDayYield,
+    PercentOffAverageVolume,
+    BidChange,
+    AskChange,
+    ChangeFromOpen,
+    MarketOpen,
+    Volatility,
+    MarketCapitalization,
+    FractionDisplayCode,
+    DecimalPrecision,
+    DaysToExpiration,
+    PreviousDayVolume,
+    OpenRange1,
+    CloseRange1,
+    OpenRange2,
+    CloseRange2,
+    TradesToday,
+    BidTime,
+    AskTime,
+    Vwap,
+    TickId,
+    FinancialStatusIndicator,
+    SettlementDate,
+    BidMarketCenter,
+    AskMarketCenter,
+    AvailableRegions,
+    MessageContents,
+    RecentConditions,
+    RecentTrade,
+    RecentSize,
+    RecentTime,
+    RecentMarketCenter,
+    RecentDate,
+    ExtendedTrade,
+    ExtendedSize,
+    ExtendedTime,
+    ExtendedMarketCenter,
+    ExtendedDate,
+    ExtendedChange,
+    ExtendedDifference,
+    Last,
+    LastSize,
+    LastTime,
+    LastMarketCenter,
+    LastDate,
+    RecentAggressor,
+};
+
+constexpr size_t kFieldCount = 69;
+
+/// How the stored integer of a field is written on the wire.
+enum class EShape : uint8_t {
+    Symbol,     ///< The ticker itself.
+    Integer,    ///< As it is.
+    Hex,        ///< Hexadecimal, as many digits as it takes.
+    HexPair,    ///< Two hexadecimal digits.
+    Price,      ///< Ten-thousandths, written with the symbol's own decimals.
+    FinePrice,  ///< Ten-thousandths, written with four decimals.
+    Hundredths, ///< Hundredths, written with two decimals.
+    Fraction,   ///< Millionths, written with six decimals; 0.01 is one percent.
+    Time,       ///< Seconds of the day, written hh:mm:ss.
+    Date,       ///< year * 10000 + month * 100 + day, written m/d/yyyy.
+    Letter,     ///< One character.
+    Contents,   ///< A set of EContents bits, written as letters.
+};
+
+struct SFieldInfo {
+    std::string_view name;
+    EShape shape;
+};
+
+/// The name and shape of every field, indexed by EField.
+extern const std::array<SFieldInfo, kFieldCount> kFields;
+
+/// The field of a name, matched exactly; -1 for a name that is none.
+int FindField(std::string_view name);
+
+/// What a quote line is about. The bits stand in the order in which the letters are written: quotes come newest, last.
+enum EContents : uint32_t {
+    kContentsTrade = 1u << 0,         ///< "C"
+    kContentsExtendedTrade = 1u << 1, ///< "E"
+    kContentsOtherTrade = 1u << 2,    ///< "O"
+    kContentsOpen = 1u << 3,          ///< "o"
+    kContentsHigh = 1u << 4,          ///< "h"
+    kContentsLow = 1u << 5,           ///< "l"
+    kContentsClose = 1u << 6,         ///< "c"
+    kContentsSettlement = 1u << 7,    ///< "s"
+    kContentsVolume = 1u << 8,        ///< "v"
+    kContentsBid = 1u << 9,           ///< "b"
+    kContentsAsk = 1u << 10,          ///< "a"
+};
+constexpr std::string_view kContentsLetters = "CEOohlcsvba";
+
+/// A set of fields.
+class CFieldMask {
+public:
+    constexpr void Set(EField field) { m_words[Word(field)] |= Bit(field); }
+    constexpr void Clear(EField field) { m_words[Word(field)] &= ~Bit(field); }
+    constexpr bool Has(EField field) const { return (m_words[Word(field)] & Bit(field)) != 0; }
+    constexpr bool Empty() const { return (m_words[0] | m_words[1]) == 0; }
+    constexpr int Count() const { return std::popcount(m_words[0]) + std::popcount(m_words[1]); }
+    constexpr void operator|=(const CFieldMask& other) {
+        m_words[0] |= other.m_words[0];
+        m_words[1] |= other.m_words[1];
+    }
+    constexpr CFieldMask operator&(const CFieldMask& other) const {
+        CFieldMask out;
+        out.m_words = {m_words[0] & other.m_words[0], m_words[1] & other.m_words[1]};
+        return out;
+    }
+    constexpr bool operator==(const CFieldMask&) const = default;
+
+    /// Calls the function with every field of the set, lowest first.
+    template <class TFunction> constexpr void ForEach(TFunction&& function) const {
+        for (size_t word = 0; word < m_words.size(); ++word)
+            for (uint64_t bits = m_words[word]; bits != 0; bits &= bits - 1)
+                function(static_cast<EField>(word * 64 + static_cast<size_t>(std::countr_zero(bits))));
+    }
+
+private:
+    static constexpr size_t Word(EField field) { return static_cast<size_t>(field) / 64; }
+    static constexpr uint64_t Bit(EField field) { return uint64_t{1} << (static_cast<unsigned>(field) % 64); }
+
+    std::array<uint64_t, 2> m_words{};
+};
+
+/// The fields that one client asked for, in its order.
+///
+/// Shape   at most kMaxSelected names are honoured, the rest of a longer list is dropped; an unknown name keeps its
+///         place and stays empty
+class CFieldSelection {
+public:
+    static constexpr size_t kMaxSelected = 256;
+
+    /// The standard list.
+    CFieldSelection();
+    /// The names between commas, blanks around them allowed.
+    explicit CFieldSelection(std::string_view names);
+
+    bool IsStandard() const { return m_standard; }
+    /// Field numbers in the client's order, -1 for an unknown name.
+    const std::vector<int16_t>& Order() const { return m_order; }
+    const CFieldMask& Mask() const { return m_mask; }
+    bool operator==(const CFieldSelection& other) const { return m_order == other.m_order; }
+
+private:
+    std::vector<int16_t> m_order;
+    CFieldMask m_mask;
+    bool m_standard = false;
+};
+
+} // namespace vx::sim

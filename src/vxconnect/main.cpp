@@ -1,0 +1,59 @@
+#include "base/Number.h"
+#include "base/Registry.h"
+#include "base/RegistryPaths.h"
+#include "vxconnect/Options.h"
+#include "vxconnect/Server.h"
+
+#include <QCoreApplication>
+
+#include <csignal>
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+constexpr uint16_t kLevel1Port = 5009;
+constexpr uint16_t kLookupPort = 9100;
+constexpr uint16_t kAdminPort = 9300;
+
+// The port that the programs of this user connect to; text that is no port number counts as none.
+uint16_t PortOfSettings(std::string_view valueName, uint16_t standard) {
+    const auto value = vx::CRegistry::CurrentUser().Read(vx::kStartupKey, valueName);
+    const auto port = value && value->kind == vx::ERegistryKind::Text
+                          ? static_cast<uint16_t>(vx::ReadInt32(value->text))
+                          : uint16_t{0};
+    return port != 0 ? port : standard;
+}
+
+int Serve(const vx::sim::SOptions& options) {
+    vx::sim::CServer server(options);
+    const auto outcome = server.Start();
+    std::FILE* const out = outcome == vx::sim::CServer::EStart::Failed ? stderr : stdout;
+    std::fprintf(out, "%s\n", server.Message().c_str());
+    std::fflush(out);
+    if (outcome == vx::sim::CServer::EStart::Failed) return 1;
+    if (outcome == vx::sim::CServer::EStart::AlreadyServed) return 0;
+    server.OnFinished = [] { QCoreApplication::quit(); };
+    if (options.verbose) server.OnFigures = [](const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); };
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    std::signal(SIGPIPE, SIG_IGN); // Whoever read our output may be gone.
+    vx::sim::SOptions options = vx::sim::ReadOptions(std::vector<std::string>(argv + 1, argv + argc));
+    if (!options.error.empty()) {
+        std::fprintf(stderr, "vxconnect: %s\n", options.error.c_str());
+        return 2;
+    }
+    if (options.help) return std::fputs(std::string(vx::sim::HelpText()).c_str(), stdout) < 0;
+    if (options.version) return std::printf("vxconnect %s\n", VXCONNECT_VERSION) < 0;
+    if (!options.level1Port) options.level1Port = PortOfSettings(vx::kLevel1PortValue, kLevel1Port);
+    if (!options.lookupPort) options.lookupPort = PortOfSettings(vx::kLookupPortValue, kLookupPort);
+    if (!options.adminPort) options.adminPort = PortOfSettings(vx::kAdminPortValue, kAdminPort);
+    return Serve(options);
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "grid/CellSource.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace vx {
+
+/// Remembers what was last painted in each of the cells on the screen, as one number per cell.
+///
+/// Shape   rows share places modulo kRows, more than a screen shows; a cell that was never painted, or whose place
+///         another row took, matches nothing
+/// Thread  GUI thread only; nothing allocates after SetColumnCount
+class CPaintedCells {
+public:
+    static constexpr size_t kRows = 512;
+
+    /// columns: grid columns, the row-number column included. Forgets everything.
+    void SetColumnCount(size_t columns) {
+        m_columns = columns;
+        m_cells.assign(kRows * columns, {});
+    }
+
+    void Note(int row, int column, const SCell& cell) {
+        if (SPlace* place = Place(row, column)) *place = {row, Fingerprint(cell)};
+    }
+    bool Matches(int row, int column, const SCell& cell) const {
+        const SPlace* place = const_cast<CPaintedCells*>(this)->Place(row, column);
+        return place && place->row == row && place->fingerprint == Fingerprint(cell);
+    }
+
+    /// A number that differs for cells that look different, but for one case in four billion.
+    static uint32_t Fingerprint(const SCell& cell);
+
+private:
+    struct SPlace {
+        int row = 0;
+        uint32_t fingerprint = 0;
+    };
+
+    SPlace* Place(int row, int column) {
+        if (row < 1 || column < 0 || static_cast<size_t>(column) >= m_columns) return nullptr;
+        return &m_cells[static_cast<size_t>(row) % kRows * m_columns + static_cast<size_t>(column)];
+    }
+
+    size_t m_columns = 0;
+    std::vector<SPlace> m_cells;
+};
+
+} // namespace vx

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vx {
+
+/// Which symbol stands in each grid row, and the number a row keeps wherever it moves.
+///
+/// Shape   grid row (1 and up) -> symbol, empty for annotation and empty rows; rows beyond the table are empty
+/// Units   rows at most kMaxRow; a greater row is refused
+/// Thread  GUI thread only
+class CRowTable {
+public:
+    /// The greatest row that a watchlist can have; what a file asks beyond it is not believed.
+    static constexpr int kMaxRow = 100000;
+
+    /// Errors  false for a row outside 1..kMaxRow, and nothing changes
+    bool SetSymbol(int row, std::string_view symbol);
+    void ClearSymbol(int row);
+    std::string_view Symbol(int row) const;
+    bool HasSymbol(int row) const { return !Symbol(row).empty(); }
+
+    /// A number that stays with the row when rows move; 0 for a row that was never used.
+    uint32_t Id(int row) const;
+
+    /// The greatest row with a symbol, 0 when there is none.
+    int LastSymbolRow() const;
+    void Clear();
+
+private:
+    struct SRow {
+        uint32_t id = 0;
+        std::string symbol;
+    };
+
+    std::vector<SRow> m_rows; ///< Index is row - 1.
+    uint32_t m_lastId = 0;
+    int m_lastSymbolRow = 0;
+};
+
+} // namespace vx

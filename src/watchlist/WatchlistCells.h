@@ -1,0 +1,60 @@
+#pragma once
+
+#include "data/FieldEntry.h"
+#include "grid/CellSource.h"
+#include "watchlist/PaintedCells.h"
+
+#include <vector>
+
+namespace vx {
+
+class CSymbolRec;
+class CWatchlistDoc;
+
+/// What stands in the cells of a watchlist: the fields of each row's symbol, or the row's annotation.
+///
+/// Nothing is stored but a fingerprint of each cell last asked for, by which DiffersFromPainted tells whether an update
+/// of a row's record changed what one of its cells shows.
+///
+/// Owns    nothing of the document, which outlives it
+/// Thread  GUI thread only
+class CWatchlistCells final : public CCellSource {
+public:
+    /// symbolFont: font id of the cells in the symbol column and of annotations.
+    CWatchlistCells(const CWatchlistDoc& doc, uint8_t symbolFont);
+
+    /// Reads the document's columns again; call it when they, or the options, changed.
+    void ColumnsChanged();
+    /// Values stay readable, but in the colour of what is no longer fed.
+    void SetStale(bool stale) { m_stale = stale; }
+
+    bool DiffersFromPainted(int row, int column) const;
+
+    void FillCell(int row, int column, SCell& cell) const override;
+    void FillHeader(int column, SCell& cell) const override;
+    bool FillSpan(int row, SCell& cell) const override;
+    std::string HeaderTip(int column) const override;
+
+private:
+    /// What is the same for all cells of one column.
+    struct SColumn {
+        const SFieldEntry* entry = nullptr; ///< Null: the column stays empty.
+        int decimals = 0;
+        EAlign align = EAlign::Left;
+        bool symbol = false;
+        bool directed = false; ///< Shown in the colour of its value's direction.
+        bool tickTrend = false;
+    };
+
+    const SColumn* Column(int column) const;
+    void Fill(int row, int column, SCell& cell) const;
+    void FillFromRecord(const CSymbolRec& record, const SColumn& column, SCell& cell) const;
+
+    const CWatchlistDoc& m_doc;
+    uint8_t m_symbolFont;
+    bool m_stale = false;
+    std::vector<SColumn> m_columns; ///< By grid column.
+    mutable CPaintedCells m_painted;
+};
+
+} // namespace vx

@@ -1,0 +1,267 @@
+#include "watchlist/WatchlistDoc.h"
+
+#include "base/Text.h"
+#include "data/L1DataStore.h"
+#include "data/L1SymbolRec.h"
+#include "settings/Settings.h"
+#include "watchlist/WatchlistFile.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace vx {
+
+namespace {
+
+constexpr std::string_view kRegionMark = "--";
+constexpr char kAnnotationMark = '#';
+constexpr int kRoomBelowCommandLineSymbols = 3;
+
+// A region without a trade of its own is no unknown symbol: only the symbol's own record speaks for it.
+bool IsNotFound(const CSymbolRec& record) {
+    const auto* symbol = dynamic_cast<const CL1SymbolRec*>(&record);
+    return symbol && symbol->IsNotFound();
+}
+
+} // namespace
+
+CWatchlistDoc::CWatchlistDoc(CL1DataStore& store, CSettings& settings, CWatchlistFrame& frame)
+    : m_store(store), m_settings(settings), m_frame(frame), m_changes(*this), m_status("Ready") {}
+
+CWatchlistDoc::~CWatchlistDoc() {
+    m_observer = nullptr;
+    m_store.RemoveListener(m_changes);
+}
+
+void CWatchlistDoc::SetObserver(CWatchlistObserver* observer) {
+    m_observer = observer;
+    if (!m_observer) return;
+    if (!m_changes.IsEmpty()) m_observer->PostPaintMessage();
+    RebuildGrid();
+}
+
+void CWatchlistDoc::PostPaint() {
+    if (m_observer) m_observer->PostPaintMessage();
+}
+
+// Lifecycle
+
+void CWatchlistDoc::NewDocument() {
+    m_frame.SetStatusText("Creating New Document");
+    Reset();
+    SetColumnsByName(m_settings.ReadTextOrDefault(kDefaultColumnNames));
+    m_options.showToolBar = true;
+    m_options.showRowNumbers = true;
+    m_frame.SetDocumentTitle({});
+    SetStatus("Ready");
+    RebuildGrid();
+}
+
+void CWatchlistDoc::OpenText(std::string_view text, std::string_view title) {
+    m_frame.SetStatusText("Opening Watchlist");
+    Reset();
+    m_options = {};
+    m_loading = true;
+    ReadWatchlistText(*this, text);
+    m_loading = false;
+    m_frame.SetDocumentTitle(title);
+    m_frame.ApplyPlacement(m_options.placement);
+    if (m_feedReady) WatchMissing();
+    SetModified(false);
+    SetStatus("Ready");
+    if (m_feedReady) ShowSymbolCount();
+    RebuildGrid();
+}
+
+void CWatchlistDoc::CloseDocument() {
+    Reset();
+    m_frame.SetDocumentTitle({});
+    RebuildGrid();
+}
+
+void CWatchlistDoc::Reset() {
+    UnwatchAll();
+    m_columns.Clear();
+    m_annotations.Clear();
+    m_invalid.Clear();
+    m_symbols.Clear();
+    m_updates.TakeAll();
+    m_rows.Clear();
+    m_grownRows = 0;
+    m_options.placement.alwaysOnTop = false;
+    m_options.useDefaultAlignment = true;
+    m_options.lockedColumns = 0;
+    m_options.useGridPrecision = false;
+    m_options.sort = {};
+    SetModified(false);
+}
+
+// Symbols
+
+void CWatchlistDoc::SetFeedReady() {
+    m_feedReady = true;
+    WatchMissing();
+    ShowSymbolCount();
+}
+
+void CWatchlistDoc::WatchMissing() {
+    m_symbols.ForEach([&](const SYMBOL_DATA& data) {
+        const bool regional = ContainsText(data.symbol, kRegionMark);
+        if (!regional && m_watched.Has(data.symbol)) return;
+        if (!regional) m_watched.Record(data.symbol);
+        m_store.Watch(data.symbol, m_changes);
+    });
+}
+
+void CWatchlistDoc::PlaceCommandLineSymbols(const std::vector<std::string>& symbols) {
+    if (symbols.empty()) return;
+    m_grownRows = std::max(m_grownRows, static_cast<int>(symbols.size()) + kRoomBelowCommandLineSymbols);
+    for (size_t i = 0; i < symbols.size(); ++i) {
+        const int row = static_cast<int>(i) + 1;
+        if (m_rows.Symbol(row) == symbols[i]) continue;
+        EmptyRow(row);
+        const bool isNew = !m_symbols.Find(symbols[i]);
+        PlaceSymbol(row, symbols[i]);
+        if (isNew && m_feedReady) WatchSymbol(symbols[i]);
+    }
+    RebuildGrid();
+}
+
+void CWatchlistDoc::WatchSymbol(std::string_view symbol) {
+    if (!ContainsText(symbol, kRegionMark)) m_watched.Record(symbol);
+    m_store.Watch(symbol, m_changes);
+    ShowSymbolCount();
+}
+
+void CWatchlistDoc::UnwatchSymbol(std::string_view symbol) {
+    if (!symbol.empty()) {
+        m_store.Unwatch(symbol, m_changes);
+        m_watched.Remove(symbol);
+        m_frame.OnUnwatched(symbol);
+    }
+    ShowSymbolCount();
+}
+
+void CWatchlistDoc::UnwatchAll() {
+    m_symbols.ForEach([&](const SYMBOL_DATA& data) {
+        m_store.Unwatch(data.symbol, m_changes);
+        m_frame.OnUnwatched(data.symbol);
+    });
+    m_watched.Clear();
+    SetStatus("Symbols:  0");
+}
+
+void CWatchlistDoc::SymbolNotFound(std::string_view symbol) {
+    const std::string rejected(symbol); // The caller's text may live in what is taken away below.
+    const std::vector<uint32_t> rows = m_symbols.RemoveSymbol(rejected);
+    m_store.Forget(rejected);
+    m_watched.Remove(rejected);
+    if (!rows.empty()) {
+        m_invalid.Add(rejected, rows);
+        const std::string text = InvalidSymbolText(rejected);
+        for (const uint32_t gridRow : rows) {
+            const int row = static_cast<int>(gridRow);
+            m_rows.ClearSymbol(row);
+            m_annotations.Set(row, text);
+            RowChanged(row);
+        }
+    }
+    ShowSymbolCount();
+}
+
+size_t CWatchlistDoc::SymbolCount() const { return static_cast<size_t>(m_symbols.Count()); }
+
+void CWatchlistDoc::ShowSymbolCount() { SetStatus(fmt::format("Symbols:  {}", m_symbols.Count())); }
+
+void CWatchlistDoc::SetStatus(std::string_view text) {
+    m_status = text;
+    m_frame.SetStatusText(m_status);
+}
+
+// Rows
+
+void CWatchlistDoc::DetachSymbol(int row) {
+    const std::string symbol(m_rows.Symbol(row));
+    if (symbol.empty()) return;
+    m_rows.ClearSymbol(row);
+    m_symbols.RemoveRow(static_cast<uint32_t>(row));
+    if (!m_symbols.Find(symbol) && m_feedReady) UnwatchSymbol(symbol);
+}
+
+void CWatchlistDoc::EmptyRow(int row) {
+    DetachSymbol(row);
+    m_annotations.Remove(row);
+    m_invalid.RemoveRow(static_cast<uint32_t>(row));
+    RowChanged(row);
+}
+
+void CWatchlistDoc::PlaceSymbol(int row, std::string_view symbol) {
+    const std::string_view trimmed = TrimBlanks(symbol);
+    if (trimmed.empty() || row < 1 || row > CRowTable::kMaxRow) return;
+    if (m_rows.Symbol(row) == trimmed) return;
+    const std::string placed(trimmed);
+    EmptyRow(row);
+    m_rows.SetSymbol(row, placed);
+    m_symbols.Add(placed, static_cast<uint32_t>(row), m_loading ? 1 : 0);
+    RowChanged(row);
+}
+
+void CWatchlistDoc::SetAnnotation(int row, std::string_view text) {
+    if (row < 1 || row > CRowTable::kMaxRow) return;
+    EmptyRow(row);
+    if (text.empty()) return;
+    m_annotations.Set(row, text.front() == kAnnotationMark ? std::string(text) : kAnnotationMark + std::string(text));
+    RowChanged(row);
+}
+
+ERowKind CWatchlistDoc::RowKind(int row) const {
+    if (m_rows.HasSymbol(row)) return ERowKind::Symbol;
+    return m_annotations.Has(row) ? ERowKind::Annotation : ERowKind::Empty;
+}
+
+std::string_view CWatchlistDoc::AnnotationText(int row) const {
+    std::string_view text = m_annotations.Get(row);
+    if (!text.empty() && text.front() == kAnnotationMark) text.remove_prefix(1);
+    return text;
+}
+
+int CWatchlistDoc::LastUsedRow() const { return std::max(m_rows.LastSymbolRow(), m_annotations.LastRow()); }
+
+int CWatchlistDoc::RowCount() const {
+    return std::min(std::max(LastUsedRow() + m_options.trailingRows, m_grownRows), CRowTable::kMaxRow);
+}
+
+void CWatchlistDoc::RowChanged(int row) {
+    if (m_observer && !m_loading) m_observer->OnRowChanged(row);
+}
+
+void CWatchlistDoc::RebuildGrid() {
+    if (m_observer && !m_loading) m_observer->OnGridRebuilt();
+}
+
+void CWatchlistDoc::SetColumnsByName(std::string_view names) { m_columns.SetNames(names); }
+
+// Updates
+
+void CWatchlistDoc::OnPaintMessage() {
+    std::vector<std::string> rejected;
+    m_changes.Drain([&](const SChangeNotice& notice) {
+        const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2);
+        if (!record) return;
+        if (IsNotFound(*record)) rejected.emplace_back(record->Symbol());
+        m_updates.Add(record->Symbol());
+    });
+    for (const std::string& symbol : rejected) SymbolNotFound(symbol);
+    if (m_observer && !m_updates.IsEmpty()) m_observer->OnUpdatesPending();
+}
+
+void CWatchlistDoc::RepaintChangedRows() {
+    for (const std::string& symbol : m_updates.TakeAll()) {
+        const SYMBOL_DATA* data = m_symbols.Find(symbol);
+        if (!data || !m_observer) continue;
+        for (const uint32_t row : data->rows) m_observer->OnRowChanged(static_cast<int>(row));
+    }
+}
+
+} // namespace vx

@@ -1,0 +1,146 @@
+#pragma once
+
+#include "data/ChangeQueue.h"
+#include "data/ColumnMap.h"
+#include "data/SymbolMap.h"
+#include "data/SymbolUpdateMap.h"
+#include "watchlist/InvalidSymbols.h"
+#include "watchlist/RowTable.h"
+#include "watchlist/RowTextMap.h"
+#include "watchlist/WatchTable.h"
+#include "watchlist/WatchlistFrame.h"
+#include "watchlist/WatchlistOptions.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vx {
+
+class CSettings;
+class CL1DataStore;
+class CL1SymbolRec;
+
+/// What stands in a grid row.
+enum class ERowKind { Empty, Symbol, Annotation };
+
+/// One open watchlist: its rows and columns, the options saved with it, and the bookkeeping that keeps the feed
+/// watching exactly the symbols that stand in it.
+///
+/// Shape   rows are grid row numbers, 1 is the first row under the header; a row holds a symbol, an annotation or
+///         nothing; one symbol may stand in several rows and is watched once. Texts are Windows-1252
+/// Owns    the stores of its rows; not the level-1 store, the settings, the frame or the view, which outlive it
+/// Errors  a row outside 1..CRowTable::kMaxRow is ignored
+/// Thread  GUI thread only
+class CWatchlistDoc : private CChangeWaker {
+public:
+    CWatchlistDoc(CL1DataStore& store, CSettings& settings, CWatchlistFrame& frame);
+    ~CWatchlistDoc() override;
+    CWatchlistDoc(const CWatchlistDoc&) = delete;
+    CWatchlistDoc& operator=(const CWatchlistDoc&) = delete;
+
+    /// The view that shows the document; null while there is none.
+    void SetObserver(CWatchlistObserver* observer);
+
+    // Lifecycle.
+
+    /// An empty watchlist with the default columns.
+    void NewDocument();
+    /// Reads a watchlist from its text. title: what the window shows; empty for an untitled one.
+    void OpenText(std::string_view text, std::string_view title);
+    /// Unwatches and empties everything, and takes the title from the window.
+    void CloseDocument();
+
+    // Symbols.
+
+    /// The level-1 connection is ready. Asks for every symbol that is not watched yet; regional symbols are asked for
+    /// each time. Before the first call nothing is asked for.
+    void SetFeedReady();
+    bool IsFeedReady() const { return m_feedReady; }
+    /// Puts symbols into rows 1, 2, ... and watches them; a row that already holds its symbol is left alone. The grid
+    /// is grown to at least their number plus 3 rows first.
+    void PlaceCommandLineSymbols(const std::vector<std::string>& symbols);
+    void WatchSymbol(std::string_view symbol);
+    void UnwatchSymbol(std::string_view symbol);
+    void UnwatchAll();
+    /// The feed does not know the symbol, or does not permit it: its rows show a message instead.
+    void SymbolNotFound(std::string_view symbol);
+
+    // Rows.
+
+    /// Puts a symbol into a row, whatever stood there, without watching it.
+    void PlaceSymbol(int row, std::string_view symbol);
+    void SetAnnotation(int row, std::string_view text);
+    /// Empties a row; a symbol whose last row this was is unwatched.
+    void EmptyRow(int row);
+
+    ERowKind RowKind(int row) const;
+    std::string_view RowSymbol(int row) const { return m_rows.Symbol(row); }
+    /// An annotation's text without its mark.
+    std::string_view AnnotationText(int row) const;
+    int LastUsedRow() const;
+    /// Rows the grid shows: up to the last used one, and the empty rows kept below it.
+    int RowCount() const;
+    size_t SymbolCount() const;
+
+    // Updates.
+
+    /// The paint message arrived: notes which symbols changed and tells the view that there is something to show.
+    void OnPaintMessage();
+    /// Hands each row whose record changed since the last call to the observer.
+    void RepaintChangedRows();
+
+    // Columns and options.
+
+    CColumnMap& Columns() { return m_columns; }
+    const CColumnMap& Columns() const { return m_columns; }
+    SWatchlistOptions& Options() { return m_options; }
+    const SWatchlistOptions& Options() const { return m_options; }
+    /// Shows the named columns, ";" between them, each with its default width.
+    void SetColumnsByName(std::string_view names);
+
+    const CInvalidSymbols& InvalidSymbols() const { return m_invalid; }
+    const CWatchTable& WatchTable() const { return m_watched; }
+    CL1DataStore& Store() const { return m_store; }
+
+    bool IsModified() const { return m_modified; }
+    void SetModified(bool modified) { m_modified = modified; }
+    const std::string& StatusText() const { return m_status; }
+
+    /// Tells the observer that everything may have changed; a no-op while a watchlist is being read.
+    void RebuildGrid();
+
+private:
+    void PostPaint() override;
+    void DrainNow() override { OnPaintMessage(); }
+
+    void Reset();
+    void WatchMissing();
+    void ShowSymbolCount();
+    void SetStatus(std::string_view text);
+    void RowChanged(int row);
+    void DetachSymbol(int row);
+
+    CL1DataStore& m_store;
+    CSettings& m_settings;
+    CWatchlistFrame& m_frame;
+    CWatchlistObserver* m_observer = nullptr;
+    CChangeQueue m_changes;
+
+    CColumnMap m_columns;
+    SWatchlistOptions m_options;
+    CRowTable m_rows;
+    CRowTextMap m_annotations;
+    CSymbolMap m_symbols;
+    CSymbolUpdateMap m_updates;
+    CWatchTable m_watched;
+    CInvalidSymbols m_invalid;
+
+    std::string m_status;
+    int m_grownRows = 0; ///< Rows that were asked for besides those in use.
+    bool m_feedReady = false;
+    bool m_loading = false;
+    bool m_modified = false;
+};
+
+} // namespace vx

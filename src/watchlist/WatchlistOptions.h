@@ -1,0 +1,32 @@
+#pragma once
+
+#include "watchlist/WatchlistFrame.h"
+
+namespace vx {
+
+/// By which column the rows are sorted, and whether a timer does it again and again.
+struct SSortRecord {
+    static constexpr int kNoColumn = -1;
+    static constexpr int kDefaultIntervalMs = 5000;
+
+    int column = kNoColumn; ///< Grid column, 1 is the first after the row numbers.
+    bool ascending = true;
+    bool autoSort = false;
+    int intervalMs = kDefaultIntervalMs;
+};
+
+/// What a watchlist saves besides its rows and columns.
+struct SWatchlistOptions {
+    static constexpr int kMaxTrailingRows = 1000;
+
+    SPlacement placement;
+    int trailingRows = 1; ///< Empty rows kept below the last used one, 0..kMaxTrailingRows.
+    int lockedColumns = 0;
+    bool showRowNumbers = true;
+    bool showToolBar = true;
+    bool useGridPrecision = false;
+    bool useDefaultAlignment = true;
+    SSortRecord sort;
+};
+
+} // namespace vx

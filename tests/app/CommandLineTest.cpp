@@ -1,0 +1,85 @@
+#include "app/FeedHealth.h"
+#include "app/FramePlacement.h"
+#include "app/NorvCommandLineInfo.h"
+
+#include <gmock/gmock.h>
+
+using namespace vx;
+using testing::ElementsAre;
+using Info = CNorvCommandLineInfo;
+
+TEST(CNorvCommandLineInfo, OptionsTakeTheirValuesAndFilesAreNoOptions) {
+    const Info info({"-symbol", " ibm, msft ,,-x", "-TOP", "12abc", "--left=-5", "-right", "-900", "-interval", "1d",
+                     "/tmp/a list.vxw", "second.vxw", "-nonsense", "-type"});
+    EXPECT_THAT(info.Symbols(), ElementsAre("IBM", "MSFT", "-X"));
+    EXPECT_EQ(info.top, 12);
+    EXPECT_EQ(info.left, -5);
+    EXPECT_EQ(info.right, -900);
+    EXPECT_FALSE(info.bottom);
+    EXPECT_EQ(info.interval, "1d");
+    EXPECT_EQ(info.file, "/tmp/a list.vxw");
+    EXPECT_THAT(info.unknown, ElementsAre("-nonsense", "-type"));
+}
+
+TEST(CNorvCommandLineInfo, TheFirstOfMaxAndMinWins) {
+    EXPECT_EQ(Info({"-max", "-min"}).show, Info::EShow::Maximised);
+    EXPECT_EQ(Info({"--min", "--max"}).show, Info::EShow::Minimised);
+    EXPECT_EQ(Info({"-", "-maximum"}).show, Info::EShow::Normal);
+}
+
+TEST(CNorvCommandLineInfo, AtMostAHundredSymbolsAreTaken) {
+    std::string list;
+    for (int i = 0; i < 150; ++i) list.append("S").append(std::to_string(i)).append(",");
+    const auto symbols = Info({"-symbol", list}).Symbols();
+    EXPECT_EQ(symbols.size(), 100u);
+    EXPECT_EQ(symbols.back(), "S99");
+}
+
+TEST(FramePlacement, CommandLineEdgesStandInPlaceOfStoredOnes) {
+    const SPlacement stored{100, 50, 800, 600, true, false};
+    const SPlacement placed = WithCommandLineEdges(stored, Info({"-left", "10", "-right", "510", "-min"}));
+    EXPECT_EQ(placed.left, 10);
+    EXPECT_EQ(placed.width, 500);
+    EXPECT_EQ(placed.top, 50);
+    EXPECT_EQ(placed.height, 600);
+    EXPECT_FALSE(placed.maximised);
+    EXPECT_EQ(WithCommandLineEdges(stored, Info({"-left", "-2147483648", "-right", "2147483647"})).width, 32767);
+    EXPECT_EQ(WithCommandLineEdges(stored, Info({"-bottom", "0"})).height, 0);
+}
+
+TEST(FramePlacement, AWindowOffEveryScreenIsBroughtInside) {
+    const std::vector<SScreenArea> screens{{0, 0, 1920, 1080}, {1920, 0, 1280, 1024}};
+    const auto at = [&](SPlacement p) { return BroughtInside(p, screens); };
+    EXPECT_EQ(at({1900, 10, 800, 600}).left, 1900) << "enough of it lies on the second screen";
+    EXPECT_EQ(at({-5000, 10, 800, 600}).left, 0);
+    EXPECT_EQ(at({100, 1070, 800, 600}).top, 480);
+    EXPECT_EQ(at({100, -20, 800, 600}).top, 0) << "its title cannot be grasped";
+    const SPlacement huge = at({9000, 9000, 9000, 9000});
+    EXPECT_EQ(huge.width, 1920);
+    EXPECT_EQ(huge.height, 1080);
+    EXPECT_EQ(BroughtInside({-5000, 10, 800, 600}, {}).left, -5000);
+}
+
+TEST(CFeedHealth, ASilentFeedIsNoQuietMarket) {
+    CFeedHealth health(1000);
+    EXPECT_EQ(health.StateText(), "Feed: waiting");
+    EXPECT_EQ(health.AgeText(), "Data: none yet");
+    health.SetStatusWord("Connected");
+    health.NoteData();
+    health.Tick(2000);
+    EXPECT_EQ(health.StateText(), "Feed: Connected");
+    EXPECT_EQ(health.AgeText(), "Data: now");
+    EXPECT_TRUE(health.IsLive());
+    health.NoteLine();
+    health.Tick(6000);
+    EXPECT_EQ(health.StateText(), "Feed: Connected");
+    EXPECT_EQ(health.AgeText(), "Data: 4 s ago");
+    health.Tick(13000);
+    EXPECT_EQ(health.StateText(), "Feed: silent 7 s");
+    EXPECT_FALSE(health.IsLive());
+    health.SetStatusWord("Not Connected");
+    health.NoteLine();
+    health.Tick(13250);
+    EXPECT_EQ(health.StateText(), "Feed: Not Connected");
+    EXPECT_FALSE(health.IsLive());
+}

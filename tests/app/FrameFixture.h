@@ -1,0 +1,59 @@
+#pragma once
+
+#include "app/MainFrame.h"
+#include "base/Registry.h"
+#include "base/RegistryPaths.h"
+#include "settings/ApplicationProfile.h"
+#include "settings/ConfigWriter.h"
+#include "settings/Settings.h"
+#include "support/TempFolder.h"
+#include "watchlist/WatchlistDoc.h"
+#include "watchlist/WatchlistGrid.h"
+#include "watchlist/WatchlistView.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vx::test {
+
+/// A main frame whose settings and ports stand in a folder of the test's own.
+class CFrameFixture : public testing::Test {
+protected:
+    CFrameFixture() { setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1); }
+
+    void PortsAre(uint16_t level1, uint16_t lookup, uint16_t admin) {
+        CRegistry& registry = CRegistry::CurrentUser();
+        registry.WriteText(kStartupKey, kLevel1PortValue, std::to_string(level1));
+        registry.WriteText(kStartupKey, kLookupPortValue, std::to_string(lookup));
+        registry.WriteText(kStartupKey, kAdminPortValue, std::to_string(admin));
+    }
+
+    CMainFrame& Frame(const std::vector<std::string>& arguments = {}) {
+        m_frame = std::make_unique<CMainFrame>(settings, CNorvCommandLineInfo(arguments));
+        m_frame->KeepFeedClosed();
+        m_frame->Document().NewDocument();
+        return *m_frame;
+    }
+
+    /// What a cell shows.
+    std::string Shown(int row, int column) const {
+        SCell cell;
+        m_frame->View().Grid().Source()->FillCell(row, column, cell);
+        return std::string(cell.Text());
+    }
+    int ColumnOf(std::string_view name) const { return m_frame->Document().Columns().PositionOf(name); }
+
+    CTempFolder folder;
+    CApplicationProfile profile{CRegistry::CurrentUser(), kApplicationProfileKey};
+    CConfigWriter writer{profile};
+    CSettings settings{writer};
+
+private:
+    std::unique_ptr<CMainFrame> m_frame;
+};
+
+} // namespace vx::test

@@ -1,0 +1,142 @@
+#include "app/FrameFixture.h"
+
+#include "app/AboutDlg.h"
+#include "data/UpdateFields.h"
+#include "support/EventLoop.h"
+#include "support/ScriptedFeed.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QPlainTextEdit>
+
+#include <gmock/gmock.h>
+
+using namespace vx;
+using namespace vx::test;
+using testing::HasSubstr;
+
+namespace {
+
+const std::string kGreeting = "S,SET PROTOCOL,6.2\nS,SET CLIENT NAME,VxWatchlist\n";
+
+class CMainFrameTest : public CFrameFixture {
+protected:
+    CMainFrameTest() { PortsAre(feed.level1.Number(), feed.lookup.Number(), feed.admin.Number()); }
+
+    /// Brings the session up to the point where watches may begin.
+    void Connect(CMainFrame& frame) {
+        frame.OpenAdminPort();
+        feed.admin.Says(StatusLine("Connected"));
+        feed.level1.Says("S,IP,127.0.0.1,5009\r\n");
+        m_heard = kGreeting + "S,SELECT UPDATE FIELDS," + UpdateFieldList() + "\nS,NEWSON\r\n";
+    }
+    testing::AssertionResult Level1Heard(const std::string& more) { return feed.level1.Heard(m_heard += more); }
+
+    QString Pane(CMainFrame& frame, const char* name) {
+        return frame.findChild<QLabel*>(QString::fromLatin1(name))->text();
+    }
+
+    CScriptedFeed feed;
+    std::string m_heard;
+};
+
+} // namespace
+
+TEST_F(CMainFrameTest, PortsComeUpInOrderAndSymbolsAreWatchedWhenTheFeedIsReady) {
+    CMainFrame& frame = Frame({"-symbol", "ibm, msft"});
+    frame.OpenAdminPort();
+    EXPECT_TRUE(feed.admin.Heard(kGreeting));
+    EXPECT_EQ(feed.level1.Connections(), 0);
+    Connect(frame);
+    EXPECT_TRUE(feed.lookup.Heard(kGreeting));
+    EXPECT_TRUE(Level1Heard("wIBM\nwMSFT\n"));
+    EXPECT_EQ(Shown(1, 1), "IBM");
+    EXPECT_EQ(frame.View().Grid().RowCount(), 5);
+    EXPECT_EQ(Pane(frame, "paneStatus"), QStringLiteral("Symbols:  2"));
+
+    feed.level1.Says("S,IP,127.0.0.1,5009\r\nT,20240131 09:30:05\r\n");
+    EXPECT_TRUE(Level1Heard("S,NEWSON\r\n")) << "a second ready line asks for news alone";
+    EXPECT_TRUE(WaitUntil([&] { return Pane(frame, "paneClock").contains(QStringLiteral("09:30:05")); }));
+}
+
+TEST_F(CMainFrameTest, AnUpdateReachesTheScreenWithinABeatAndOnlyItsCellsAreRepainted) {
+    CMainFrame& frame = Frame({"-symbol", "IBM,MSFT"});
+    frame.ShowSized(1300, 500);
+    Connect(frame);
+    EXPECT_TRUE(Level1Heard("wIBM\nwMSFT\n"));
+    const int last = ColumnOf("Bid");
+    feed.level1.Says("Q,IBM,,,,,,,100.25,100.50,\r\nQ,MSFT,,,,,,,50,\r\n");
+    ASSERT_TRUE(WaitUntil([&] { return Shown(1, last) == "100.2500"; }));
+    ASSERT_TRUE(WaitUntil([&] { return frame.View().Grid().Counters().cells > 0; }));
+
+    // Two quiet beats later nothing of the first painting is on its way any more.
+    const auto painted = [&] { return frame.View().Grid().Counters().cells; };
+    int64_t before = -1;
+    ASSERT_TRUE(WaitUntil([&] {
+        frame.View().OnRepaintTimer();
+        TurnEventLoop(3);
+        return std::exchange(before, painted()) == painted();
+    }));
+    feed.level1.Says("Q,IBM,,,,,,,100.25,\r\nQ,IBM,,,,,,,100.75,\r\n");
+    ASSERT_TRUE(WaitUntil([&] { return Shown(1, last) == "100.7500" || painted() > before; }));
+    ASSERT_TRUE(WaitUntil([&] { return painted() > before; }));
+    EXPECT_LE(painted() - before, 2) << "more than the changed cell was painted";
+}
+
+TEST_F(CMainFrameTest, AnUnknownSymbolsRowSaysSo) {
+    CMainFrame& frame = Frame({"-symbol", "NOPE"});
+    Connect(frame);
+    EXPECT_TRUE(Level1Heard("wNOPE\n"));
+    feed.level1.Says("n,NOPE\r\n");
+    ASSERT_TRUE(WaitUntil([&] { return frame.Document().SymbolCount() == 0; }));
+    EXPECT_EQ(frame.Document().AnnotationText(1), "\"NOPE\" is an Invalid or Unauthorized Symbol.");
+    EXPECT_EQ(Pane(frame, "paneStatus"), QStringLiteral("Symbols:  0"));
+}
+
+TEST_F(CMainFrameTest, AnUnwatchedSymbolNoLongerWaitsForRoom) {
+    CMainFrame& frame = Frame({"-symbol", "IBM"});
+    Connect(frame);
+    EXPECT_TRUE(Level1Heard("wIBM\n"));
+    feed.level1.Says("S,SYMBOL LIMIT REACHED,IBM\r\n");
+    ASSERT_TRUE(WaitUntil([&] { return !frame.LimitedSymbols().Pending().empty(); }));
+    frame.Document().EmptyRow(1);
+    EXPECT_TRUE(frame.LimitedSymbols().Pending().empty());
+    EXPECT_TRUE(Level1Heard("rIBM\n"));
+}
+
+TEST_F(CMainFrameTest, TheTitleIsTheProgramsAndTheDocuments) {
+    CMainFrame& frame = Frame();
+    EXPECT_EQ(frame.windowTitle(), QStringLiteral("Zantrel Watchlist"));
+    frame.Document().OpenText("TrailingRows=1\r\n", "Banks");
+    EXPECT_EQ(frame.windowTitle(), QStringLiteral("Zantrel Watchlist - Banks"));
+    frame.Document().CloseDocument();
+    EXPECT_EQ(frame.windowTitle(), QStringLiteral("Zantrel Watchlist"));
+}
+
+TEST_F(CMainFrameTest, TheAboutBoxShowsTheConnections) {
+    CMainFrame& frame = Frame();
+    Connect(frame);
+    EXPECT_TRUE(Level1Heard(""));
+    CAboutDlg about(frame, nullptr);
+    const std::string text =
+        about.findChild<QPlainTextEdit*>(QStringLiteral("statistics"))->toPlainText().toStdString();
+    EXPECT_THAT(text, testing::StartsWith("Level1: 127.0.0.1:" + std::to_string(feed.level1.Number()) +
+                                          "\n\tMessages Sent:4\tReceived:1\n"));
+    EXPECT_THAT(text, HasSubstr("Lookup: 127.0.0.1:"));
+    EXPECT_THAT(text, HasSubstr("Admin: 127.0.0.1:"));
+}
+
+TEST_F(CMainFrameTest, AlwaysOnTopKeepsTheWindowsPlaceAndIsKept) {
+    CMainFrame& frame = Frame();
+    frame.ShowPlaced();
+    auto* action = frame.findChild<QAction*>(QStringLiteral("alwaysOnTop"));
+    EXPECT_EQ(action->data().toInt(), 10101);
+    frame.setGeometry(40, 50, 700, 400);
+    action->trigger();
+    EXPECT_TRUE(frame.isVisible());
+    EXPECT_TRUE(frame.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    EXPECT_EQ(frame.size(), QSize(700, 400));
+    frame.close();
+    EXPECT_TRUE(settings.ReadBoolean(kAlwaysOnTop));
+    EXPECT_EQ(settings.ReadInteger(kRectWidth), 700);
+}

@@ -1,0 +1,211 @@
+// What the registry does when processes die, files are damaged and disks refuse.
+
+#include "base/Log.h"
+#include "base/Number.h"
+#include "base/Registry.h"
+#include "support/ChildProcess.h"
+#include "support/TempFolder.h"
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <random>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+using namespace vx;
+using namespace vx::test;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+namespace {
+
+constexpr char kKey[] = "Software\\Norv\\Zantrel\\Startup";
+
+class RegistrySafety : public testing::Test {
+protected:
+    RegistrySafety() {
+        chmod(m_folder.Path().c_str(), 0777);
+        SetLogSink([this](const SLogEvent& event) { m_log.push_back(event.text); });
+    }
+    ~RegistrySafety() override { SetLogSink({}); }
+
+    std::string Text(std::string_view name) {
+        const auto value = CRegistry(m_folder.Path()).Read(kKey, name);
+        return value ? value->text : "";
+    }
+
+    CTempFolder m_folder;
+    std::vector<std::string> m_log;
+};
+
+} // namespace
+
+TEST_F(RegistrySafety, WritersInSeveralProcessesLoseNothing) {
+    constexpr int kProcesses = 4;
+    constexpr int kValues = 40;
+    std::vector<pid_t> children;
+    for (int p = 0; p < kProcesses; ++p)
+        children.push_back(Fork([&, p] {
+            CRegistry registry(m_folder.Path(), 60'000);
+            for (int i = 0; i < kValues; ++i)
+                if (!registry.WriteDword(kKey, std::to_string(p * kValues + i), static_cast<uint32_t>(i))) return 1;
+            return 0;
+        }));
+    for (const pid_t child : children) EXPECT_EQ(ExitCode(child), 0);
+    EXPECT_THAT(CRegistry(m_folder.Path()).EnumerateValues(kKey), SizeIs(kProcesses * kValues));
+    EXPECT_THAT(m_log, IsEmpty());
+}
+
+TEST_F(RegistrySafety, AKilledWriterLeavesAWholeFileWithEveryValueItHadSaved) {
+    constexpr int kRounds = 200;
+    std::mt19937 random(7);
+    ASSERT_TRUE(CRegistry(m_folder.Path()).WriteText(kKey, "first", std::string(4000, 'x')));
+    uint32_t next = 0;
+    for (int round = 0; round < kRounds; ++round) {
+        int saved[2];
+        ASSERT_EQ(pipe(saved), 0);
+        const pid_t child = Fork([&] {
+            CRegistry registry(m_folder.Path(), 60'000);
+            for (uint32_t n = next;; ++n)
+                if (!registry.WriteDword(kKey, "n", n) || write(saved[1], &n, sizeof n) != sizeof n) return 1;
+        });
+        close(saved[1]);
+        uint32_t known = next; // one less than this was stored before
+        for (auto wait = random() % 2; wait > 0; --wait)
+            if (uint32_t n; read(saved[0], &n, sizeof n) == sizeof n) known = n + 1;
+        usleep(std::uniform_int_distribution<useconds_t>(0, 10'000)(random));
+        kill(child, SIGKILL);
+        EXPECT_EQ(ExitCode(child), -1);
+        for (uint32_t n; read(saved[0], &n, sizeof n) == sizeof n;) known = n + 1;
+        close(saved[0]);
+        CRegistry registry(m_folder.Path());
+        const auto stored = registry.Read(kKey, "n");
+        ASSERT_GE(stored ? stored->dword + 1 : 0, known) << "round " << round;
+        ASSERT_EQ(registry.Read(kKey, "first")->text.size(), 4000u) << "round " << round;
+        next = stored ? stored->dword + 1 : 0;
+    }
+    EXPECT_GT(next, 50u);
+    EXPECT_TRUE(CRegistry(m_folder.Path()).WriteText(kKey, "last", "y"));
+    EXPECT_THAT(m_folder.Files(), ElementsAre("registry.lock", "registry.txt"));
+    EXPECT_THAT(m_log, IsEmpty());
+}
+
+TEST_F(RegistrySafety, ADamagedFileIsSetAsideAndDefaultsApply) {
+    CRegistry registry(m_folder.Path());
+    for (const std::string& damaged : {std::string("zantrel registry 1\n[A]\n\"a\" = tex"), std::string(),
+                                       std::string(3000, '\0'), std::string("\xFF\xFE[\x80]")}) {
+        ASSERT_TRUE(registry.WriteText(kKey, "a", "before"));
+        WriteFile(registry.FilePath(), damaged);
+        m_log.clear();
+        EXPECT_FALSE(registry.KeyExists(kKey));
+        EXPECT_TRUE(registry.IsReadable());
+        const auto kept = m_folder.Files("registry.damaged-");
+        ASSERT_THAT(kept, SizeIs(1));
+        EXPECT_EQ(ReadFile(m_folder / kept[0]), damaged);
+        ASSERT_THAT(m_log, SizeIs(1));
+        EXPECT_THAT(m_log[0], HasSubstr(registry.FilePath() + " is damaged (line "));
+        EXPECT_THAT(m_log[0], HasSubstr("It is kept as " + m_folder / kept[0]));
+        EXPECT_TRUE(registry.WriteText(kKey, "a", "after"));
+        EXPECT_EQ(Text("a"), "after");
+        std::filesystem::remove(m_folder / kept[0]);
+    }
+}
+
+TEST_F(RegistrySafety, ASecondDamagedFileDoesNotReplaceTheFirst) {
+    CRegistry registry(m_folder.Path());
+    for (const char* damaged : {"one", "two", "three"}) {
+        WriteFile(registry.FilePath(), damaged);
+        EXPECT_FALSE(registry.KeyExists(kKey));
+    }
+    EXPECT_THAT(m_folder.Files("registry.damaged-"), SizeIs(3));
+}
+
+TEST_F(RegistrySafety, ADamagedFileThatCannotBeSetAsideIsNotOverwritten) {
+    WriteFile(m_folder / "registry.txt", "precious");
+    chmod((m_folder / "registry.txt").c_str(), 0644);
+    chmod(m_folder.Path().c_str(), 0555);
+    EXPECT_EQ(RunAsOrdinaryUser([&] {
+                  CRegistry registry(m_folder.Path());
+                  if (registry.KeyExists(kKey) || registry.KeyExists(kKey) || m_log.size() != 1) return 1;
+                  if (m_log[0].find("cannot be set aside") == std::string::npos) return 2;
+                  return registry.WriteText(kKey, "a", "b") ? 3 : 0;
+              }),
+              0);
+    EXPECT_EQ(ReadFile(m_folder / "registry.txt"), "precious");
+}
+
+TEST_F(RegistrySafety, AReadOnlyFolderRefusesWritesAndStillReads) {
+    ASSERT_TRUE(CRegistry(m_folder.Path()).WriteText(kKey, "a", "old"));
+    chmod((m_folder / "registry.txt").c_str(), 0644);
+    chmod(m_folder.Path().c_str(), 0555);
+    EXPECT_EQ(RunAsOrdinaryUser([&] {
+                  CRegistry registry(m_folder.Path());
+                  if (registry.WriteText(kKey, "a", "new") || registry.LastError() != 5) return 1;
+                  if (!registry.WriteText(kKey, "a", "old") || registry.LastError() != 0) return 2;
+                  if (m_log.size() != 1 || m_log[0].find("could not be saved") == std::string::npos) return 3;
+                  return registry.Read(kKey, "a")->text == "old" ? 0 : 4;
+              }),
+              0);
+}
+
+TEST_F(RegistrySafety, AFileWithoutPermissionIsNeitherReadNorReplaced) {
+    ASSERT_TRUE(CRegistry(m_folder.Path()).WriteText(kKey, "a", "mine"));
+    chmod((m_folder / "registry.lock").c_str(), 0666);
+    EXPECT_EQ(RunAsOrdinaryUser([&] {
+                  chmod((m_folder / "registry.txt").c_str(), 0); // when the test has an ordinary user anyway
+                  CRegistry registry(m_folder.Path());
+                  if (registry.IsReadable() || registry.Read(kKey, "a") || m_log.size() != 1) return 1;
+                  return registry.WriteText(kKey, "a", "theirs") || registry.LastError() != 5 ? 2 : 0;
+              }),
+              0);
+    chmod((m_folder / "registry.txt").c_str(), 0600);
+    EXPECT_EQ(Text("a"), "mine");
+}
+
+TEST_F(RegistrySafety, AFullDiskLeavesTheOldFile) {
+    ASSERT_TRUE(CRegistry(m_folder.Path()).WriteText(kKey, "a", "old"));
+    EXPECT_EQ(ExitCode(Fork([&] {
+                  std::signal(SIGXFSZ, SIG_IGN);
+                  const rlimit limit{4096, 4096};
+                  setrlimit(RLIMIT_FSIZE, &limit);
+                  CRegistry registry(m_folder.Path());
+                  return registry.WriteText(kKey, "a", std::string(9000, 'x')) || registry.LastError() != 112;
+              })),
+              0);
+    EXPECT_EQ(Text("a"), "old");
+    EXPECT_THAT(m_folder.Files(), ElementsAre("registry.lock", "registry.txt"));
+}
+
+TEST_F(RegistrySafety, PlacesWhereNoFileCanBeNeitherHangNorThrow) {
+    WriteFile(m_folder / "file", "");
+    CRegistry below(m_folder / "file/zantrel");
+    EXPECT_FALSE(below.WriteText(kKey, "a", "b"));
+    EXPECT_FALSE(below.IsReadable());
+    ASSERT_EQ(mkfifo((m_folder / "registry.txt").c_str(), 0600), 0);
+    CRegistry pipe(m_folder.Path());
+    EXPECT_FALSE(pipe.IsReadable());
+    EXPECT_FALSE(pipe.WriteText(kKey, "a", "b"));
+    EXPECT_EQ(pipe.LastError(), 31);
+}
+
+TEST_F(RegistrySafety, ALockThatStaysHeldMakesTheWriteFail) {
+    const CFileLock held(m_folder / "registry.lock", 0);
+    ASSERT_TRUE(held.IsHeld());
+    CRegistry registry(m_folder.Path(), 20);
+    EXPECT_FALSE(registry.WriteText(kKey, "a", "b"));
+    EXPECT_EQ(registry.LastError(), 33);
+}
+
+TEST_F(RegistrySafety, ALinkedFileIsWrittenWhereItIs) {
+    std::filesystem::create_directory(m_folder / "dotfiles");
+    std::filesystem::create_symlink("dotfiles/settings", m_folder / "registry.txt");
+    WriteFile(m_folder / "dotfiles/settings", "zantrel registry 1\nend\n");
+    chmod((m_folder / "dotfiles/settings").c_str(), 0640);
+    EXPECT_TRUE(CRegistry(m_folder.Path()).WriteText(kKey, "a", "b"));
+    EXPECT_TRUE(std::filesystem::is_symlink(m_folder / "registry.txt"));
+    EXPECT_THAT(ReadFile(m_folder / "dotfiles/settings"), HasSubstr("\"a\" = text \"b\""));
+    EXPECT_EQ(static_cast<int>(std::filesystem::status(m_folder / "dotfiles/settings").permissions()), 0640);
+}

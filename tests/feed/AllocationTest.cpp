@@ -1,0 +1,67 @@
+#include "feed/ClientAppSocket.h"
+#include "feed/FeedSession.h"
+#include "feed/ReadsSocket.h"
+#include "support/EventLoop.h"
+#include "support/ScriptedFeed.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+
+using namespace vx;
+using namespace vx::test;
+
+namespace {
+
+size_t g_allocations = 0;
+
+void* Allocate(std::size_t size) {
+    ++g_allocations;
+    if (void* const memory = std::malloc(size ? size : 1)) return memory;
+    throw std::bad_alloc();
+}
+
+} // namespace
+
+void* operator new(std::size_t size) { return Allocate(size); }
+void* operator new[](std::size_t size) { return Allocate(size); }
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
+
+namespace {
+
+class CCountingSession final : public CFeedSession {
+public:
+    using CFeedSession::CFeedSession;
+    void OnUpdateMessage(std::string_view line) override { bytes += line.size(), ++lines; }
+    void OnFundamentalMessage(std::string_view line) override { bytes += line.size(), ++lines; }
+    void OnTimeMessage(std::string_view line) override { bytes += line.size(), ++lines; }
+
+    size_t lines = 0;
+    size_t bytes = 0;
+};
+
+} // namespace
+
+TEST(Allocation, NoLineCostsOneOnItsWayToTheHandler) {
+    QTemporaryDir folder;
+    CRegistry registry(folder.path().toStdString());
+    CCountingSession session(registry);
+    CReadsSocket<CZantrelClientAppSocket> socket(0u);
+    socket.SetOwner(&session);
+    socket.asked.reserve(200);
+    std::string read;
+    while (read.size() < 20000) read += "Q,IBM,,,1.25,,,\r\nF,A SYMBOL OF SOME LENGTH,x,\r\nT,20240131 09:30:05\r\n";
+    socket.Read(read);
+
+    const size_t before = g_allocations;
+    for (int i = 0; i < 100; ++i) socket.Read(read);
+    EXPECT_EQ(g_allocations, before);
+    EXPECT_GT(session.lines, 80000u);
+    EXPECT_GT(session.bytes, session.lines);
+}

@@ -1,0 +1,260 @@
+#include "feed/FeedSession.h"
+
+#include "base/Log.h"
+#include "feed/ClientAppSocket.h"
+#include "support/EventLoop.h"
+#include "support/FakeClock.h"
+#include "support/MessageBoxes.h"
+#include "support/ScriptedFeed.h"
+
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+using namespace vx;
+using namespace vx::test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+namespace {
+
+constexpr const char* kHello = "S,SET PROTOCOL,6.2\nS,SET CLIENT NAME,VxWatchlist\n";
+constexpr const char* kLevel1Hello = "S,SET PROTOCOL,6.2\nS,SET CLIENT NAME,VxWatchlist\n"
+                                     "S,SELECT UPDATE FIELDS,Symbol,Last\n\n";
+
+class CSession final : public CFeedSession {
+public:
+    using CFeedSession::CFeedSession;
+
+    int connected = 0;
+    int disconnected = 0;
+    int ready = 0;
+    std::vector<std::string> system;
+    std::vector<std::string> times;
+    std::vector<std::string> updates;
+
+    void OnSystemMessage(std::string_view line) override {
+        system.emplace_back(line);
+        if (HandleReadyLine(line)) ++ready;
+    }
+    void OnTimeMessage(std::string_view line) override { times.emplace_back(line); }
+    void OnUpdateMessage(std::string_view line) override { updates.emplace_back(line); }
+
+protected:
+    void OnFeedConnected() override {
+        ++connected;
+        OpenDataPorts("Symbol,Last\n");
+    }
+    void OnFeedDisconnected() override { ++disconnected; }
+};
+
+struct FeedSessionTest : testing::Test {
+    QTemporaryDir folder;
+    CRegistry registry{folder.path().toStdString()};
+    CScriptedFeed feed;
+    CMessageBoxes boxes;
+    CSession session{registry};
+
+    FeedSessionTest() { Announce(feed.admin.Number(), feed.lookup.Number(), feed.level1.Number()); }
+
+    void Announce(uint16_t admin, uint16_t lookup, uint16_t level1) {
+        registry.WriteText(kStartupKey, "AdminPort", std::to_string(admin));
+        registry.WriteText(kStartupKey, "LookupPort", std::to_string(lookup));
+        registry.WriteText(kStartupKey, "Level1Port", std::to_string(level1));
+    }
+    void BringUp() {
+        session.OpenAdminPort();
+        feed.admin.Says(StatusLine("Connected"));
+        ASSERT_TRUE(feed.lookup.Heard(kHello));
+        ASSERT_TRUE(feed.level1.Heard(kLevel1Hello));
+    }
+    void BringUpReady() {
+        BringUp();
+        feed.level1.Says("S,IP,127.0.0.1,5009\r\n");
+        ASSERT_TRUE(feed.level1.Heard(kLevel1Hello + std::string("S,NEWSON\r\n")));
+        ASSERT_EQ(session.ready, 1);
+    }
+};
+
+} // namespace
+
+TEST_F(FeedSessionTest, TheFirstConnectedStatusOpensTheDataPortsOnce) {
+    session.OpenAdminPort();
+    ASSERT_TRUE(feed.admin.Heard(kHello));
+    feed.admin.Says("S,STATS,,,,,,,,,,,Connected,,,,,,,,\r\n"); // The text after the last comma is empty: 20 fields.
+    feed.admin.Says("S,STATSX,,,,,,,,,,,Connected,,,,,,,,,x\r\n");
+    feed.admin.Says(StatusLine("Not Connected"));
+    ASSERT_TRUE(WaitUntil([&] { return session.disconnected == 1; }));
+    EXPECT_EQ(session.connected, 0);
+    feed.admin.Says(StatusLine("Connected") + StatusLine("Connected", 7, 3));
+    ASSERT_TRUE(feed.lookup.Heard(kHello));
+    ASSERT_TRUE(feed.level1.Heard(kLevel1Hello));
+    EXPECT_EQ(session.connected, 1);
+    EXPECT_EQ(session.Stats().symbolLimit, 7u);
+    EXPECT_EQ(session.Stats().symbolsWatched, 3u);
+
+    feed.admin.Says(StatusLine("Not Connected") + StatusLine("Resting") + StatusLine("Connected"));
+    ASSERT_TRUE(WaitUntil([&] { return session.connected == 2; }));
+    TurnEventLoop(50);
+    EXPECT_EQ(session.disconnected, 2);
+    EXPECT_EQ(feed.lookup.Connections() + feed.level1.Connections() + feed.admin.Connections(), 3);
+    EXPECT_THAT(session.system, SizeIs(8)) << "every system line reaches the frame, whatever became of it";
+    EXPECT_FALSE(session.Level1Commands().IsOpen());
+    EXPECT_EQ(session.Level1Commands().Send("wIBM\n"), -1);
+}
+
+TEST_F(FeedSessionTest, AllOfAStatusLineIsKept) {
+    session.ReceiveSystemLine(
+        "S,STATS,host,-1,abc,12x,1,2,3,99999999999,20240131 09:30:05,never,Resting,a,b,1.5,x,-2,1e3,,7");
+    const FeedStats& stats = session.Stats();
+    EXPECT_EQ(stats.field2, "host");
+    EXPECT_EQ(stats.field3, 0u);
+    EXPECT_EQ(stats.symbolLimit, 0u);
+    EXPECT_EQ(stats.symbolsWatched, 12u);
+    EXPECT_THAT(stats.fields6To9, ElementsAre(1u, 2u, 3u, 4294967295u));
+    EXPECT_TRUE(stats.fields10And11[0].valid);
+    EXPECT_FALSE(stats.fields10And11[1].valid);
+    EXPECT_EQ(stats.status, "Resting");
+    EXPECT_EQ(stats.field13 + stats.field14, "ab");
+    EXPECT_THAT(stats.fields15To20, ElementsAre(1.5, 0, -2, 1000, 0, 7));
+    EXPECT_EQ(session.connected + session.disconnected, 0);
+    session.ReceiveSystemLine("S,STATS,,,,,,,,,,,Connected,,,,,,,,");
+    EXPECT_EQ(session.Stats().status, "Resting") << "too short, so the status before stays";
+}
+
+TEST_F(FeedSessionTest, TheReadyLineOpensTheCommandsAndAsksForNews) {
+    BringUpReady();
+    EXPECT_TRUE(session.Level1Commands().IsOpen());
+    EXPECT_EQ(session.Level1Commands().Send("wIBM\n"), 5);
+    EXPECT_TRUE(feed.level1.Heard(kLevel1Hello + std::string("S,NEWSON\r\nwIBM\n")));
+    EXPECT_EQ(session.FeedSocket(kLevel1Slot)->Stats().messagesSent.value, 5u);
+
+    feed.lookup.Says("S,anything S,IP, here\n");
+    EXPECT_TRUE(feed.level1.Heard(kLevel1Hello + std::string("S,NEWSON\r\nwIBM\nS,NEWSON\r\n")));
+    EXPECT_TRUE(feed.lookup.Heard(kHello));
+    feed.level1.HangsUp();
+    EXPECT_TRUE(WaitUntil([&] { return !session.Level1Commands().IsOpen(); }));
+}
+
+TEST_F(FeedSessionTest, RefusedSymbolsAreWatchedAgainWhenThereIsRoom) {
+    BringUpReady();
+    const std::string before = feed.level1.HeardSoFar();
+    feed.admin.Says(StatusLine("Connected", 10, 9));
+    feed.level1.Says("S,SYMBOL LIMIT REACHED,ABC\r\nS,SYMBOL LIMIT REACHED,X Y\r\nS,SYMBOL LIMIT REACHED\r\n");
+    ASSERT_TRUE(WaitUntil([&] { return session.Stats().symbolsWatched == 9 && session.system.size() >= 6; }));
+    EXPECT_THAT(session.LimitedSymbols().Pending(), ElementsAre("ABC", "X Y"));
+    feed.level1.Says("TX\nT,20240131 09:30:05\r\nT,20240131 09:30:06\r\n");
+    EXPECT_TRUE(feed.level1.Heard(before + "wABC\n"));
+    feed.level1.Says("F,ABC,1,2,\r\nT,20240131 09:30:07\r\n");
+    EXPECT_TRUE(feed.level1.Heard(before + "wABC\nwX Y\n"));
+    EXPECT_THAT(session.LimitedSymbols().Awaiting(), ElementsAre("X Y"));
+    EXPECT_EQ(session.FeedSocket(kLevel1Slot)->Stats().messagesSent.value, 6u);
+    feed.level1.Says("F,X Y\nF\nF,\n");
+    EXPECT_TRUE(WaitUntil([&] { return session.LimitedSymbols().Awaiting().empty(); }));
+    EXPECT_EQ(session.times.back(), "T,20240131 09:30:07");
+}
+
+TEST_F(FeedSessionTest, ARefusedLookupPortNeverKeepsLevel1Away) {
+    CFakeClock clock;
+    Announce(feed.admin.Number(), FreePort(), feed.level1.Number());
+    session.OpenAdminPort();
+    feed.admin.Says(StatusLine("Connected"));
+    ASSERT_TRUE(feed.level1.Heard(kLevel1Hello));
+    EXPECT_LT(clock.sleeps.size(), 240u);
+    ASSERT_TRUE(WaitUntil([&] { return boxes.shown.size() == 1; }));
+    EXPECT_THAT(clock.sleeps, SizeIs(240));
+}
+
+TEST_F(FeedSessionTest, ABoxIsShownAfterTheNotificationAndDataRunsOnBehindIt) {
+    BringUpReady();
+    bool inHandler = true;
+    boxes.whileOpen = [&] {
+        EXPECT_FALSE(inHandler);
+        if (boxes.shown.size() > 1) return;
+        session.PostMessageBox({"second", "", EBoxButtons::Ok, EBoxIcon::None});
+        feed.level1.Says("Q,IBM,1\nQ,IBM,2\n");
+        EXPECT_TRUE(WaitUntil([&] { return session.updates.size() == 2; }));
+        TurnEventLoop(20);
+        EXPECT_THAT(boxes.shown, SizeIs(1)) << "one box at a time";
+    };
+    session.PostMessageBox({"first", "", EBoxButtons::Ok, EBoxIcon::None});
+    EXPECT_THAT(boxes.shown, IsEmpty());
+    inHandler = false;
+    ASSERT_TRUE(WaitUntil([&] { return boxes.shown.size() == 2; }));
+    EXPECT_EQ(boxes.shown[1].text, "second");
+}
+
+TEST_F(FeedSessionTest, ABoxMayOutliveTheSession) {
+    auto other = std::make_unique<CSession>(registry);
+    boxes.whileOpen = [&] { other.reset(); };
+    other->PostMessageBox({"first", "", EBoxButtons::Ok, EBoxIcon::None});
+    other->PostMessageBox({"never", "", EBoxButtons::Ok, EBoxIcon::None});
+    ASSERT_TRUE(WaitUntil([&] { return boxes.shown.size() == 1; }));
+    TurnEventLoop(20);
+    EXPECT_THAT(boxes.shown, SizeIs(1));
+}
+
+TEST_F(FeedSessionTest, ASlotIsMadeOnce) {
+    EXPECT_TRUE(session.CreateFeedSocket(kScansSlot, 3));
+    CZantrelClientAppSocket* const socket = session.FeedSocket(kScansSlot);
+    EXPECT_FALSE(session.CreateFeedSocket(kScansSlot, 3));
+    EXPECT_EQ(session.FeedSocket(kScansSlot), socket);
+    EXPECT_EQ(session.SendToFeed(kScansSlot, "x\n"), -1);
+    EXPECT_EQ(socket->Stats().messagesSent.value, 1u);
+    EXPECT_EQ(session.SendToFeed(kLookupSlot, "x\n"), -1);
+    for (const int slot : {-1, 5, 1000}) {
+        EXPECT_FALSE(session.CreateFeedSocket(slot, 3));
+        EXPECT_EQ(session.SendToFeed(slot, "x\n"), -1);
+        EXPECT_STREQ(CFeedSession::FeedSlotName(slot), "Unknown");
+    }
+}
+
+TEST_F(FeedSessionTest, StatisticsNameTheOpenSlotsInOrder) {
+    std::string text = "old";
+    session.GetConnectionStats(text);
+    EXPECT_EQ(text, "");
+    BringUpReady();
+    session.GetConnectionStats(text);
+    const auto address = [](const CScriptedPort& port) {
+        return "127.0.0.1:" + std::to_string(port.Number()) + "\r\n";
+    };
+    EXPECT_EQ(text, "Level1: " + address(feed.level1) + "\tMessages Sent:4\tReceived:1\r\n\r\n" +
+                        "Lookup: " + address(feed.lookup) + "\tMessages Sent:2\tReceived:0\r\n\r\n" +
+                        "Admin: " + address(feed.admin) + "\tMessages Sent:2\tReceived:1\r\n\r\n");
+}
+
+TEST_F(FeedSessionTest, AFeedClientThatIsNotThereIsSaidAndNothingElseHappens) {
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", "/nowhere");
+    session.LaunchFeedClient();
+    qputenv("PATH", path);
+    EXPECT_THAT(boxes.shown, IsEmpty());
+    ASSERT_TRUE(WaitUntil([&] { return boxes.shown.size() == 1; }));
+    EXPECT_EQ(boxes.shown[0].text, "Unable to launch vxconnect.exe.  Error Code: 2 hInst: 2");
+    BringUp();
+}
+
+TEST_F(FeedSessionTest, TheLogTellsTrafficByPortAndKind) {
+    std::vector<std::string> events;
+    const LogSink previousSink = SetLogSink([&](const SLogEvent& event) {
+        events.push_back(std::string(LogName(event.category)) + " " + std::string(LogName(event.direction)) + " " +
+                         event.text);
+    });
+    SetLogCategories(ReadLogCategories("L1Data;L1Request;L1System;L1Error"));
+    BringUpReady();
+    feed.level1.Says("Q,IBM,1\nE,bad\n");
+    ASSERT_TRUE(WaitUntil([&] { return !session.updates.empty(); }));
+    SetLogCategories(ReadLogCategories("L1Error;Connectivity"));
+    session.FeedSocket(kLevel1Slot)->Close();
+    session.SendToFeed(kLevel1Slot, "wX\n");
+    SetLogCategories(ReadLogCategories(kDefaultLogCategories));
+    SetLogSink(previousSink);
+    EXPECT_THAT(events, ElementsAre("L1Request TO SERVER S,SET PROTOCOL,6.2",
+                                    "L1Request TO SERVER S,SET CLIENT NAME,VxWatchlist",
+                                    "L1Request TO SERVER S,SELECT UPDATE FIELDS,Symbol,Last",
+                                    "L1System FROM SERVER S,IP,127.0.0.1,5009", "L1Request TO SERVER S,NEWSON",
+                                    "L1Data FROM SERVER Q,IBM,1", "L1Error FROM SERVER E,bad",
+                                    "Connectivity STATUS Level1: connection closed, error 0",
+                                    "L1Error STATUS Level1: 0 of 3 bytes sent, error 10057: wX"));
+}
