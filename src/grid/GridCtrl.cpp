@@ -226,7 +226,8 @@ void CGridCtrl::FlushChanges() {
     const QRegion region = m_dirty.Take(m_geometry, flash ? &m_flash : nullptr, CClock::Instance().MonotonicMs());
     if (region.isEmpty()) return;
     viewport()->update(region);
-    if (m_flash.Any() && !m_flashTimer.isActive()) m_flashTimer.start(static_cast<int>(CCellFlash::kShowMs), this);
+    if (m_flash.Any() && !m_flashTimer.isActive())
+        m_flashTimer.start(static_cast<int>(CCellFlash::kShowMs), Qt::PreciseTimer, this);
 }
 
 void CGridCtrl::timerEvent(QTimerEvent* event) {
