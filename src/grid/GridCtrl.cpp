@@ -226,7 +226,8 @@ void CGridCtrl::FlushChanges() {
     const QRegion region = m_dirty.Take(m_geometry, flash ? &m_flash : nullptr, CClock::Instance().MonotonicMs());
     if (region.isEmpty()) return;
     viewport()->update(region);
-    if (m_flash.Any() && !m_flashTimer.isActive()) m_flashTimer.start(static_cast<int>(CCellFlash::kShowMs), this);
+    if (m_flash.Any() && !m_flashTimer.isActive())
+        m_flashTimer.start(static_cast<int>(CCellFlash::kShowMs), Qt::PreciseTimer, this);
 }
 
 void CGridCtrl::timerEvent(QTimerEvent* event) {
@@ -261,6 +262,7 @@ void CGridCtrl::UpdateSelection(const SGridSelection& next) {
     if (m_selection == old) return;
     const QRect header(0, 0, viewport()->width(), m_geometry.HeaderHeight());
     viewport()->update(QRegion(header) | RangeRect(old.Range()) | RangeRect(m_selection.Range()));
+    if (m_selection.focus != old.focus) AnnounceFocusCell(*this);
     if (m_selection.focus != old.focus) Q_EMIT FocusCellChanged(m_selection.focus.row, m_selection.focus.column);
     if (m_selection.Range() != old.Range()) Q_EMIT SelectionChanged();
 }

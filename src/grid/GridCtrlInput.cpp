@@ -234,8 +234,8 @@ void CGridCtrl::DragTo(const QPoint& place) {
     verticalScrollBar()->setValue(verticalScrollBar()->value() + down);
     horizontalScrollBar()->setValue(horizontalScrollBar()->value() + right);
 
-    const int x = std::clamp(place.x(), m_geometry.ColumnWidth(0),
-                             std::max(0, std::min(cells.right(), m_geometry.ContentRight() - 1)));
+    const int left = m_geometry.ColumnWidth(0);
+    const int x = std::clamp(place.x(), left, std::max(left, std::min(cells.right(), m_geometry.ContentRight() - 1)));
     const int y = std::clamp(place.y(), cells.top(),
                              std::max(cells.top(), std::min(cells.bottom(), m_geometry.ContentBottom() - 1)));
     const SGridCell at = CellAt({x, y});

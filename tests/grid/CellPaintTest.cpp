@@ -1,4 +1,4 @@
-#include "TestGrid.h"
+#include "grid/TestGrid.h"
 
 #include <QPainter>
 #include <random>

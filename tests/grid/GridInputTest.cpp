@@ -1,4 +1,4 @@
-#include "TestGrid.h"
+#include "grid/TestGrid.h"
 
 #include "grid/QtText.h"
 
@@ -70,6 +70,17 @@ TEST_F(GridInput, DraggingSelectsAndScrollsBeyondTheEdge) {
     EXPECT_TRUE(WaitFor([&] { return grid.SelectedRange().lastRow > 25; }));
     QTest::mouseRelease(Cells(), Qt::LeftButton, {}, Middle(2, 2));
     EXPECT_EQ(grid.SelectedRange().firstRow, 2);
+
+    grid.SetLockedColumns(1);
+    grid.verticalScrollBar()->setValue(0);
+    grid.horizontalScrollBar()->setValue(100);
+    Drag(Middle(3, 1), Middle(5, 1));
+    EXPECT_EQ(grid.horizontalScrollBar()->value(), 100) << "a drag among the locked columns leaves the others alone";
+    QTest::mousePress(Cells(), Qt::LeftButton, {}, Middle(3, 4));
+    QTest::mouseMove(Cells(), Middle(3, 1));
+    EXPECT_TRUE(WaitFor([&] { return grid.horizontalScrollBar()->value() == 0; }));
+    QTest::mouseRelease(Cells(), Qt::LeftButton, {}, Middle(3, 1));
+    EXPECT_EQ(grid.SelectedRange(), (SGridRange{3, 3, 1, 4}));
 }
 
 TEST_F(GridInput, HeadersSelectColumnsRowsAndAll) {
@@ -154,6 +165,15 @@ TEST_F(GridInput, SelectionAndScrollPositionShrinkWithTheGrid) {
     EXPECT_EQ(grid.SelectedRange(), (SGridRange{5, 5, 2, 2}));
     EXPECT_EQ(grid.horizontalScrollBar()->value(), 0);
     EXPECT_EQ(moved.size(), 3);
+}
+
+TEST_F(GridInput, TheFocusLeavesAColumnThatIsHidden) {
+    grid.SetFocusCell(4, 3);
+    grid.SetColumnWidth(3, 0);
+    EXPECT_EQ(grid.SelectedRange(), (SGridRange{4, 4, 4, 4}));
+    grid.SetFocusCell(4, 10);
+    grid.SetColumnWidth(10, 0);
+    EXPECT_EQ(grid.FocusCell(), (SGridCell{4, 9}));
 }
 
 TEST_F(GridInput, ABorderOfTheHeaderIsDraggedToAWidth) {

@@ -1,5 +1,8 @@
-#include "TestGrid.h"
 #include "base/Clock.h"
+
+#include "grid/TestGrid.h"
+#include <QBackingStore>
+#include <random>
 
 using namespace vx;
 
@@ -117,6 +120,40 @@ TEST_F(GridRepaint, AsksForAsManyCellsWithManyRowsAsWithFew) {
     const int few = askedOnScrolling(1300);
     EXPECT_GT(few, 0);
     EXPECT_EQ(askedOnScrolling(100'000), few);
+}
+
+TEST_F(GridRepaint, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
+    std::mt19937 random(11);
+    std::vector<int> values(100 * 11, 1234);
+    source.cell = [&](int row, int column, SCell& cell) {
+        cell.SetText(std::to_string(values[static_cast<size_t>(row * 11 + column - 11)]));
+        cell.align = EAlign::Right;
+    };
+    source.span = [](int row, SCell& cell) {
+        if (row % 9 == 0) cell.SetText("A heading");
+        return row % 9 == 0;
+    };
+    grid.SetLockedColumns(1);
+    grid.UpdateAll();
+    for (int pass = 0; pass < 40; ++pass) {
+        for (int i = 0; i < 30; ++i) {
+            const int row = static_cast<int>(random() % 100) + 1;
+            const int column = static_cast<int>(random() % 10) + 1;
+            values[static_cast<size_t>(row * 11 + column - 11)] = static_cast<int>(random() % 100'000);
+            grid.MarkCellChanged(row, column);
+        }
+        grid.FlushChanges();
+        if (pass % 3 == 1) grid.SetFocusCell(static_cast<int>(random() % 100) + 1, static_cast<int>(random() % 10) + 1);
+        if (pass % 5 == 2) Key(Qt::Key_Down, Qt::ShiftModifier);
+        ProcessAll();
+    }
+    // The offscreen platform keeps what its windows show in an image.
+    const auto* store = dynamic_cast<const QImage*>(grid.backingStore()->paintDevice());
+    ASSERT_NE(store, nullptr);
+    const QImage shown = store->convertToFormat(QImage::Format_RGB32);
+    const QImage whole = grid.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QRect cells = QRectF(QPointF(), QSizeF(Cells()->size()) * grid.devicePixelRatioF()).toRect();
+    EXPECT_EQ(shown.copy(cells), whole.copy(cells));
 }
 
 TEST_F(GridRepaint, MovingTheFocusRepaintsTheRowsConcerned) {

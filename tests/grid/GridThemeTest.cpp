@@ -27,25 +27,18 @@ TEST(GridTheme, ContrastIsThatOfTheGuidelines) {
 
 TEST(GridTheme, EveryTextCanBeReadOnEveryBackground) {
     for (const SGridTheme& t : {kLightGridTheme, kDarkGridTheme}) {
-        SCOPED_TRACE(&t == &kLightGridTheme ? "light" : "theme");
-        const std::vector<SNamed> plain = {
-            {"base", t.base}, {"shade", t.shade}, {"selected", t.selected}, {"lit", t.flashOther}};
-        const std::vector<SNamed> all = {
-            {"base", t.base},      {"shade", t.shade},        {"selected", t.selected},
-            {"span", t.span},      {"header", t.header},      {"lit", t.flashOther},
-            {"lit up", t.flashUp}, {"lit down", t.flashDown}, {"header selected", t.headerSelected}};
-        ExpectContrast(
-            {{"text", t.text}, {"unchanged", t.unchanged}, {"stale", t.stale}, {"up", t.up}, {"down", t.down}}, plain,
-            4.5);
-        ExpectContrast({{"text", t.text}}, all, 4.5);
-        ExpectContrast({{"up", t.up}, {"unchanged", t.unchanged}}, {{"lit up", t.flashUp}}, 4.5);
-        ExpectContrast({{"down", t.down}, {"unchanged", t.unchanged}}, {{"lit down", t.flashDown}}, 4.5);
+        SCOPED_TRACE(t.base == kLightGridTheme.base ? "light" : "dark");
+        const std::vector<SNamed> texts = {
+            {"text", t.text}, {"up", t.up}, {"down", t.down}, {"unchanged", t.unchanged}, {"stale", t.stale}};
+        const std::vector<SNamed> cells = {{"base", t.base}, {"shade", t.shade},   {"selected", t.selected},
+                                           {"span", t.span}, {"header", t.header}, {"lit", t.flashOther}};
+        ExpectContrast(texts, cells, 4.5);
+        ExpectContrast({{"up", t.up}}, {{"lit up", t.flashUp}}, 4.5);
+        ExpectContrast({{"down", t.down}}, {{"lit down", t.flashDown}}, 4.5);
         ExpectContrast({{"span text", t.spanText}}, {{"span", t.span}, {"selected", t.selected}}, 4.5);
         ExpectContrast({{"header text", t.headerText}}, {{"header", t.header}, {"selected", t.headerSelected}}, 4.5);
-        ExpectContrast({{"focus", t.focus}},
-                       {{"base", t.base}, {"shade", t.shade}, {"selected", t.selected}, {"span", t.span}}, 3);
-        ExpectContrast({{"idle focus", t.focusIdle}}, {{"selected", t.selected}, {"span", t.span}}, 3);
-        EXPECT_NE(t.base, t.shade);
+        ExpectContrast({{"focus", t.focus}, {"idle focus", t.focusIdle}}, {{"selected", t.selected}, {"span", t.span}},
+                       3);
     }
 }
 

@@ -6,7 +6,7 @@
 // Cases run in random order, nine times each; medians and worst are printed. The program fails when a pass without a
 // visible change paints, when what is seen is not painted, or when a ratio misses its bar.
 
-#include "BoardSource.h"
+#include "grid/BoardSource.h"
 #include "grid/NorvGridCtrl.h"
 #include "grid/QtText.h"
 

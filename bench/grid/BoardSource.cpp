@@ -1,4 +1,4 @@
-#include "BoardSource.h"
+#include "grid/BoardSource.h"
 
 #include <charconv>
 
