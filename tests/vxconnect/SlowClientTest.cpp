@@ -87,10 +87,13 @@ TEST_F(SlowClient, HeldSymbolsMayBeUnwatched) {
     MoveWithoutReading(50'000);
     ASSERT_EQ(m_client->HeldCount(), symbols.size());
     m_peer->Send(unwatches + "wKO\n"); // Carried out as soon as there is room, while most are still held.
+    ASSERT_TRUE(WaitUntil([&] {
+        m_peer->Read();
+        return m_client->WatchCount() == 1;
+    }));
     ReadEverything();
-    m_peer->TakeLine("P,KO,");
-    EXPECT_EQ(m_client->WatchCount(), 1u);
     EXPECT_EQ(m_board.WatchedCount(), 1u);
+    EXPECT_EQ(m_peer->TakeLines().back().substr(0, 5), "P,KO,");
     MoveWithoutReading(3);
     EXPECT_EQ(m_peer->TakeLine("").substr(0, 5), "Q,KO,");
 }
