@@ -50,9 +50,7 @@ private:
         m_line += ',';
     }
     void Empty(int count = 1) { m_line.append(static_cast<size_t>(count), ','); }
-    void Number(double value, int places = 2) {
-        fmt::format_to(std::back_inserter(m_line), "{:.{}f},", value, places);
-    }
+    void Number(double value, int places = 2) { fmt::format_to(std::back_inserter(m_line), "{:.{}f},", value, places); }
     void Whole(double value) { Number(value, 0); }
     void Price(double value) { Number(value, m_now.Decimals()); }
     double Last() const { return static_cast<double>(m_now.Value(EField::Last)) / kPriceUnit; }

@@ -1,5 +1,6 @@
 #include "vxconnect/SessionClock.h"
 
+#include <algorithm>
 #include <chrono>
 
 #include <fmt/format.h>
@@ -36,16 +37,14 @@ PackedDate NextSessionDate(PackedDate date) {
     return Packed(next);
 }
 
-void CSessionClock::AdvanceSeconds(int seconds) {
-    m_second += seconds;
-    while (m_second >= kSessionClose) {
-        m_second = m_second - kSessionClose + kSessionOpen;
-        m_date = NextSessionDate(m_date);
-    }
+void CSessionClock::MoveTo(MarketMs now) {
+    m_now = std::max(m_now, now);
+    for (; m_now >= m_sessionBegin + kSessionMs; m_sessionBegin += kSessionMs) m_date = NextSessionDate(m_date);
 }
 
 std::string CSessionClock::Text() const {
-    return fmt::format("{:08} {:02}:{:02}:{:02}", m_date, m_second / 3600, m_second / 60 % 60, m_second % 60);
+    const int64_t second = kSessionOpen + (m_now - m_sessionBegin) / 1000;
+    return fmt::format("{:08} {:02}:{:02}:{:02}", m_date, second / 3600, second / 60 % 60, second % 60);
 }
 
 } // namespace vx::sim

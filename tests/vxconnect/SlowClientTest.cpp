@@ -28,7 +28,7 @@ protected:
         NeedEventLoop();
         int sockets[2];
         EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, sockets), 0);
-        m_client = std::make_unique<CLevel1Client>(sockets[0], kQueueBytes, m_board, m_clock, uint16_t{5009});
+        m_client = std::make_unique<CLevel1Client>(sockets[0], kQueueBytes, m_board, uint16_t{5009});
         m_peer = std::make_unique<CPeer>(sockets[1], true);
     }
 
@@ -52,8 +52,7 @@ protected:
     }
 
     CMarket m_market{1, 0, kFirstSessionDate};
-    CWatchBoard m_board{m_market, 1000, 1};
-    CSessionClock m_clock{kFirstSessionDate};
+    CWatchBoard m_board{m_market, 1000};
     std::unique_ptr<CLevel1Client> m_client;
     std::unique_ptr<CPeer> m_peer;
 };
