@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <string_view>
 
 #include <fmt/format.h>
@@ -27,6 +28,7 @@ public:
           m_start(market.StartDate()), m_random(SymbolSeed(~market.Seed(), m_listing.symbol)) {}
 
     std::string Line() {
+        m_line.reserve(512);
         Text("F");
         Text(m_listing.symbol);
         Text("SIM");
@@ -48,8 +50,8 @@ private:
         m_line += ',';
     }
     void Empty(int count = 1) { m_line.append(static_cast<size_t>(count), ','); }
-    void Number(double value, int places = 2) { Text(fmt::format("{:.{}f}", value, places)); }
-    void Whole(double value) { Text(fmt::format("{:.0f}", value)); }
+    void Number(double value, int places = 2) { fmt::format_to(std::back_inserter(m_line), "{:.{}f},", value, places); }
+    void Whole(double value) { Number(value, 0); }
     void Price(double value) { Number(value, m_now.Decimals()); }
     double Last() const { return static_cast<double>(m_now.Value(EField::Last)) / kPriceUnit; }
     PackedDate DaysAgo(uint32_t least, uint32_t most) {

@@ -13,7 +13,6 @@
 namespace vx::sim {
 
 constexpr int64_t kPriceUnit = 10000; ///< Prices are integers in ten-thousandths of a dollar.
-constexpr int kEventPaceMs = 500;     ///< Mean time between two events of one symbol, on the symbol's own clock.
 constexpr int kTickUp = 173;          ///< Tick codes: how a last-qualifying trade compares with the one before.
 constexpr int kTickDown = 175;
 constexpr int kTickSame = 183;
@@ -29,7 +28,8 @@ struct SUpdate {
 ///
 /// The price is a random walk on the exchange's tick grid: its volatility comes in clusters, is higher after the open
 /// and before the close, and it is drawn slowly back to the day's own level. The n-th event depends on nothing but
-/// the seed, the symbol and n; its time stamp comes from the symbol's own clock, kEventPaceMs an event on average.
+/// the seed, the symbol and n; its time stamp comes from the symbol's own clock, which an event moves on by 300 to 900
+/// milliseconds on average, the less the more the symbol is traded.
 ///
 /// Units   money in ten-thousandths of a dollar, fractions in millionths, times in seconds of the day
 /// Thread  any one
@@ -40,6 +40,11 @@ public:
 
     /// Makes the next event happen; never allocates.
     SUpdate Tick();
+    /// When the last event was, on this symbol's own clock, and when the next one will be.
+    MarketMs Now() const { return m_now; }
+    MarketMs Next() const { return m_next; }
+    /// Puts the symbol's own clock forward without an event, over the nights in between if need be.
+    void SkipTo(MarketMs now);
 
     const std::string& Symbol() const { return m_symbol; }
     /// The value of a field that Present() holds, else 0; the shape is the one of kFields.
@@ -58,7 +63,8 @@ public:
 private:
     void Put(EField field, int64_t value);
     void Announce(EField field, int64_t value);
-    void Step(int meanMs, int weight);
+    void Step(int weight);
+    void PlanNext();
     void MoveMid(int weight);
     void MakePast(uint64_t seed);
     void StartSession(int64_t open);
@@ -73,7 +79,7 @@ private:
     void Derive();
     int64_t TradeSize();
     int64_t OnGrid(double price) const;
-    int64_t Seconds() const { return m_clockMs / 1000; }
+    int64_t Seconds() const { return kSessionOpen + (m_now - m_sessionBegin) / 1000; }
 
     std::array<int64_t, kFieldCount> m_values{};
     CFieldMask m_present;
@@ -81,7 +87,11 @@ private:
     CRandom m_random;
     uint32_t m_contents = 0;
     PackedDate m_date;
-    int64_t m_clockMs = 0;
+    MarketMs m_now = kFirstSessionBegin;
+    MarketMs m_next = 0;
+    MarketMs m_sessionBegin = kFirstSessionBegin;
+    int m_paceMs; // Mean time between two events.
+    double m_eventsPerSession;
     double m_mid = 0;        // Where the price really is, between the ticks.
     double m_anchor = 0;     // The level that the day is drawn to.
     double m_variance = 1;   // Of one event, as a multiple of its long-run mean.

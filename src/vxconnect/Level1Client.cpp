@@ -37,9 +37,8 @@ CFieldMask WithoutCompanions(CFieldMask mask) {
 
 } // namespace
 
-CLevel1Client::CLevel1Client(qintptr socket, size_t queueLimit, CWatchBoard& board, const CSessionClock& clock,
-                             uint16_t port)
-    : CConnection(socket, queueLimit), m_board(board), m_clock(clock), m_port(port),
+CLevel1Client::CLevel1Client(qintptr socket, size_t queueLimit, CWatchBoard& board, uint16_t port)
+    : CConnection(socket, queueLimit), m_board(board), m_port(port),
       m_worthALine(WithoutCompanions(m_selection.Mask())) {}
 
 CLevel1Client::~CLevel1Client() { Leave(); }
@@ -169,7 +168,7 @@ void CLevel1Client::OnRoom() {
 }
 
 void CLevel1Client::TellTime() {
-    if (HasRoom() && HeldCount() == 0) Send(fmt::format("T,{}\r\n", m_clock.Text()));
+    if (HasRoom() && HeldCount() == 0) Send(fmt::format("T,{}\r\n", m_board.Clock().Text()));
     Flush();
 }
 

@@ -20,8 +20,8 @@ namespace vx::sim {
 /// Thread  the one of its event loop
 class CLevel1Client final : public CConnection {
 public:
-    /// The clock gives the time lines their text; both outlive the client.
-    CLevel1Client(qintptr socket, size_t queueLimit, CWatchBoard& board, const CSessionClock& clock, uint16_t port);
+    /// The board outlives the client; port is the one it came to.
+    CLevel1Client(qintptr socket, size_t queueLimit, CWatchBoard& board, uint16_t port);
     ~CLevel1Client() override;
 
     /// Tells one event of a watched symbol, now or folded with later ones.
@@ -55,7 +55,6 @@ private:
     void Release(SSubscription& subscription);
 
     CWatchBoard& m_board;
-    const CSessionClock& m_clock;
     const uint16_t m_port;
     CFieldSelection m_selection;
     CFieldMask m_worthALine; // The selected fields without those that come with every line.

@@ -22,8 +22,8 @@ double CpuSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 } // namespace
 
 CServer::CServer(const SOptions& options)
-    : m_options(options), m_startText(CSessionClock(options.date).Text()), m_clock(options.date),
-      m_market(options.seed, options.symbols, options.date), m_board(m_market, options.limit, options.seed),
+    : m_options(options), m_startText(CSessionClock(options.date).Text()),
+      m_market(options.seed, options.symbols, options.date), m_board(m_market, options.limit),
       m_admin([this](qintptr socket) {
           return std::make_unique<CAdminClient>(socket, size_t{m_options.queueKilobytes} * 1024,
                                                 [this](std::string_view status) { return StatsLine(status); });
@@ -32,10 +32,10 @@ CServer::CServer(const SOptions& options)
           return std::make_unique<CLookupClient>(socket, size_t{m_options.queueKilobytes} * 1024);
       }),
       m_level1([this](qintptr socket) {
-          return std::make_unique<CLevel1Client>(socket, size_t{m_options.queueKilobytes} * 1024, m_board, m_clock,
+          return std::make_unique<CLevel1Client>(socket, size_t{m_options.queueKilobytes} * 1024, m_board,
                                                  Level1Port());
       }),
-      m_pump([this] { m_board.Step(); }, [this] { FlushLevel1(); }) {
+      m_pump(m_board, [this] { FlushLevel1(); }) {
     WirePorts();
     m_board.OnWatchedChanged = [this] {
         if (!m_soon.isActive()) m_soon.start(kSoonMs);
@@ -110,7 +110,7 @@ void CServer::OnClientCountChanged() {
 
 void CServer::OnSecond() {
     ++m_seconds;
-    m_clock.AdvanceSeconds(1);
+    m_pump.Run();
     m_eventsLastSecond = m_board.EventCount() - m_eventsBefore;
     m_eventsBefore = m_board.EventCount();
     m_longestLastSecond = std::exchange(m_longestQueue, 0);
@@ -124,9 +124,8 @@ void CServer::OnSecond() {
 
 void CServer::OnWatchesChanged() {
     const uint32_t watched = m_board.WatchedCount();
-    const uint32_t automatic = std::min(watched * kAutoRatePerSymbol, kMaxAutoRate);
-    m_pump.SetRate(watched == 0 ? 0 : m_options.rate > 0 ? m_options.rate : automatic);
-    for (const auto& connection : m_admin.Connections()) static_cast<CAdminClient&>(*connection).TellStats();
+    const bool tooMany = uint64_t{watched} * kAutoRatePerSymbol > kMaxAutoRate;
+    m_pump.SetRate(m_options.rate > 0 ? m_options.rate : tooMany ? kMaxAutoRate : 0);
 }
 
 void CServer::FlushLevel1() {
@@ -140,15 +139,15 @@ std::string CServer::StatsLine(std::string_view status) const {
     return fmt::format("S,STATS,simulated market,{},{},{},{},{},{},{},{},{},{},seed {},simulation,"
                        "{:.2f},{:.2f},{:.2f},{},{},{:.2f},\r\n",
                        m_level1.serverPort(), m_board.Limit(), m_board.WatchedCount(), m_level1.Connections().size(),
-                       LongestQueue(), HeldCount(), m_seconds, m_startText, m_clock.Text(), status, m_options.seed,
-                       kilobytes, static_cast<double>(m_bytesLastSecond) / 1024, average, m_eventsLastSecond,
-                       m_board.EventCount(), CpuSeconds());
+                       LongestQueue(), HeldCount(), m_seconds, m_startText, m_board.Clock().Text(), status,
+                       m_options.seed, kilobytes, static_cast<double>(m_bytesLastSecond) / 1024, average,
+                       m_eventsLastSecond, m_board.EventCount(), CpuSeconds());
 }
 
 std::string CServer::FiguresLine() const {
-    return fmt::format("{} clients={} watched={} updates/s={} KB/s={} queue={} held={} cpu={:.2f}s", m_clock.Text(),
-                       m_level1.Connections().size(), m_board.WatchedCount(), m_eventsLastSecond,
-                       m_bytesLastSecond / 1024, LongestQueue(), HeldCount(), CpuSeconds());
+    return fmt::format("{} clients={} watched={} updates/s={} KB/s={} queue={} held={} cpu={:.2f}s",
+                       m_board.Clock().Text(), m_level1.Connections().size(), m_board.WatchedCount(),
+                       m_eventsLastSecond, m_bytesLastSecond / 1024, LongestQueue(), HeldCount(), CpuSeconds());
 }
 
 } // namespace vx::sim

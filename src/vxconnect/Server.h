@@ -59,7 +59,6 @@ private:
 
     const SOptions m_options;
     const std::string m_startText; // When the server started, on the market's clock.
-    CSessionClock m_clock;
     CMarket m_market;
     CWatchBoard m_board;
     CPort m_admin;

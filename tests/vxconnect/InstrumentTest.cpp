@@ -9,7 +9,7 @@
 namespace vx::sim {
 namespace {
 
-constexpr int kSeveralSessions = 150'000;
+constexpr int kSeveralSessions = 200'000;
 
 CInstrument& Find(CMarket& market, std::string_view symbol) { return market.At(market.Find(symbol).value()); }
 
@@ -170,7 +170,11 @@ TEST(Market, KnowsItsSymbolsAndNoOthers) {
 TEST(SessionClock, JumpsOverNightsAndWeekends) {
     CSessionClock clock(20240202);
     EXPECT_EQ(clock.Text(), "20240202 10:00:00");
-    clock.AdvanceSeconds(6 * 3600 + 5);
+    clock.MoveTo((6 * 3600 - 1) * 1000 + 999);
+    EXPECT_EQ(clock.Text(), "20240202 15:59:59");
+    clock.MoveTo((6 * 3600 + 5) * 1000);
+    EXPECT_EQ(clock.Text(), "20240205 09:30:05");
+    clock.MoveTo(0);
     EXPECT_EQ(clock.Text(), "20240205 09:30:05");
     EXPECT_EQ(NextSessionDate(20241231), 20250101);
     EXPECT_EQ(AddDays(20240301, -1), 20240229);

@@ -80,11 +80,26 @@ TEST_F(Level1, FieldListIsHonouredAndUpdatesOutsideItAreNotSent) {
     }
 }
 
+TEST_F(Level1, SameSeedTellsTheSameStoryWhateverElseHappens) {
+    m_options.rate = 3000;
+    const auto story = [&](std::string_view othersFirst, std::string_view othersLater) {
+        Start();
+        const auto peer = Level1Peer(std::string(othersFirst) + "wIBM\n" + std::string(othersLater));
+        std::vector<std::string> lines = {peer->TakeLine("F,IBM,"), peer->TakeLine("P,IBM,")};
+        while (lines.size() < 300) lines.push_back(peer->TakeLine("Q,IBM,"));
+        return lines;
+    };
+    const std::vector<std::string> alone = story("", "");
+    EXPECT_EQ(story("wF\nwGE\n", "wSPY\n"), alone);
+    m_options.seed = 2;
+    EXPECT_NE(story("", ""), alone);
+}
+
 TEST_F(Level1, TimeComesEverySecondAndSharedSymbolsReachEveryone) {
     m_options.rate = 200;
     Start();
     const auto first = Level1Peer("wIBM\n"), second = Level1Peer("wIBM\n");
-    EXPECT_THAT(first->TakeLine("T,"), testing::MatchesRegex("T,20240131 10:00:[0-9][0-9]"));
+    EXPECT_THAT(first->TakeLine("T,"), testing::MatchesRegex("T,20240131 1[0-9]:[0-9][0-9]:[0-9][0-9]"));
     const std::string update = first->TakeLine("Q,IBM,");
     EXPECT_EQ(second->TakeLine(update), update);
 }

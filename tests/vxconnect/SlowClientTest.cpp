@@ -28,7 +28,7 @@ protected:
         NeedEventLoop();
         int sockets[2];
         EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, sockets), 0);
-        m_client = std::make_unique<CLevel1Client>(sockets[0], kQueueBytes, m_board, m_clock, uint16_t{5009});
+        m_client = std::make_unique<CLevel1Client>(sockets[0], kQueueBytes, m_board, uint16_t{5009});
         m_peer = std::make_unique<CPeer>(sockets[1], true);
     }
 
@@ -52,8 +52,7 @@ protected:
     }
 
     CMarket m_market{1, 0, kFirstSessionDate};
-    CWatchBoard m_board{m_market, 1000, 1};
-    CSessionClock m_clock{kFirstSessionDate};
+    CWatchBoard m_board{m_market, 1000};
     std::unique_ptr<CLevel1Client> m_client;
     std::unique_ptr<CPeer> m_peer;
 };
@@ -87,10 +86,13 @@ TEST_F(SlowClient, HeldSymbolsMayBeUnwatched) {
     MoveWithoutReading(50'000);
     ASSERT_EQ(m_client->HeldCount(), symbols.size());
     m_peer->Send(unwatches + "wKO\n"); // Carried out as soon as there is room, while most are still held.
+    ASSERT_TRUE(WaitUntil([&] {
+        m_peer->Read();
+        return m_client->WatchCount() == 1;
+    }));
     ReadEverything();
-    m_peer->TakeLine("P,KO,");
-    EXPECT_EQ(m_client->WatchCount(), 1u);
     EXPECT_EQ(m_board.WatchedCount(), 1u);
+    EXPECT_EQ(m_peer->TakeLines().back().substr(0, 5), "P,KO,");
     MoveWithoutReading(3);
     EXPECT_EQ(m_peer->TakeLine("").substr(0, 5), "Q,KO,");
 }
