@@ -2,9 +2,11 @@
 
 #include "app/AboutDlg.h"
 #include "app/FramePlacement.h"
+#include "app/ProcessAge.h"
 #include "app/StatusPanes.h"
 #include "app/Theme.h"
 #include "base/Clock.h"
+#include "base/Log.h"
 #include "base/Text.h"
 #include "data/MessageNames.h"
 #include "data/UpdateFields.h"
@@ -16,10 +18,13 @@
 #include "watchlist/WatchlistGrid.h"
 #include "watchlist/WatchlistView.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QScreen>
+
+#include <fmt/format.h>
 
 #include <utility>
 
@@ -61,6 +66,8 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
         QString::fromStdString(commandLine.theme.empty() ? m_settings.ReadTextOrDefault(kTheme) : commandLine.theme),
         false);
 
+    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, this,
+            [this] { m_store.NewTurn(); });
     connect(&m_status, &QTimer::timeout, this, &CMainFrame::OnStatusTimer);
     m_status.start(kStatusMs);
 }
@@ -151,6 +158,7 @@ void CMainFrame::closeEvent(QCloseEvent* event) {
 bool CMainFrame::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Paint) {
         watched->removeEventFilter(this);
+        if (const auto age = ProcessAgeMs()) LogInformation(fmt::format("First paint {} ms after the start.", *age));
         QTimer::singleShot(0, this, &CMainFrame::StartFeedOnce);
     }
     return CNorvMainFrame::eventFilter(watched, event);

@@ -2,11 +2,23 @@
 #include "app/NorvMainFrame.h"
 #include "app/Screenshot.h"
 #include "app/WatchlistApp.h"
+#include "base/Log.h"
 #include "base/Registry.h"
 
 #include <cstdio>
 #include <string>
 #include <vector>
+
+namespace {
+
+// What the toolkit has to say belongs into the log, not onto the terminal of whoever started the program.
+void LogToolkitMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type == QtFatalMsg) std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
+    vx::Log(type == QtDebugMsg ? vx::ELogCategory::Debug : vx::ELogCategory::Information, vx::ELogDirection::Status,
+            "Toolkit: " + text.toStdString());
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     const vx::CNorvCommandLineInfo commandLine(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc));
@@ -18,6 +30,7 @@ int main(int argc, char** argv) {
         std::printf("zantrel-watchlist %s\n", vx::kProgramVersion);
         return 0;
     }
+    qInstallMessageHandler(LogToolkitMessage);
     vx::PrepareScreenshot(commandLine);
     QApplication::setApplicationName(QStringLiteral("zantrel-watchlist"));
     QApplication::setApplicationVersion(QString::fromLatin1(vx::kProgramVersion));

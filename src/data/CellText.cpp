@@ -47,7 +47,7 @@ SCellValue ReadBase(const CL1SymbolRec& record, const SFieldEntry& entry) {
     }
     case ESource::MarketName: {
         SCellValue out = FromBlock(record.Quote(), entry.slot);
-        out.text = record.MarketName(out.value.integer);
+        out.text = record.MarketName(static_cast<int>(out.value.whole));
         return out;
     }
     case ESource::None:
@@ -138,14 +138,14 @@ size_t CellText(const CSymbolRec& record, const SFieldEntry& entry, int places, 
     case EValueClass::FourPlaces:
         return set ? Number(cell.value.number, 4, entry, out) : 0;
     case EValueClass::Integer:
-        return set ? Integer(cell.value.integer, entry, out) : 0;
+        return set ? Integer(static_cast<int32_t>(cell.value.whole), entry, out) : 0;
     case EValueClass::Unsigned:
-        return set ? WriteUnsigned(cell.value.count, out) : 0;
+        return set ? WriteUnsigned(static_cast<uint32_t>(cell.value.whole), out) : 0;
     case EValueClass::Aggressor:
-        return cell.value.integer == kBuy ? Copy("BUY", out) : cell.value.integer == kSell ? Copy("SELL", out) : 0;
+        return cell.value.whole == kBuy ? Copy("BUY", out) : cell.value.whole == kSell ? Copy("SELL", out) : 0;
     case EValueClass::Character:
         if (!set) return 0;
-        out[0] = static_cast<char>(cell.value.integer);
+        out[0] = static_cast<char>(cell.value.whole);
         return 1;
     }
     return 0;
@@ -158,9 +158,8 @@ double CellNumber(const CSymbolRec& record, const SFieldEntry& entry) {
     if (!received) return 0;
     switch (entry.valueClass) {
     case EValueClass::Integer:
-        return Read(record, entry).value.integer;
     case EValueClass::Unsigned:
-        return Read(record, entry).value.count;
+        return static_cast<double>(Read(record, entry).value.whole);
     case EValueClass::Fixed:
     case EValueClass::Price:
     case EValueClass::Ratio:

@@ -23,8 +23,8 @@ struct SFieldSlots {
 template <const auto& kLayout, size_t kValues, size_t kTexts> class CFieldBlock {
 public:
     double Number(size_t slot) const { return m_values[kLayout[slot].value].number; }
-    int32_t Integer(size_t slot) const { return m_values[kLayout[slot].value].integer; }
-    uint32_t Unsigned(size_t slot) const { return m_values[kLayout[slot].value].count; }
+    int32_t Integer(size_t slot) const { return static_cast<int32_t>(m_values[kLayout[slot].value].whole); }
+    uint32_t Unsigned(size_t slot) const { return static_cast<uint32_t>(m_values[kLayout[slot].value].whole); }
     const SDate& Date(size_t slot) const { return m_values[kLayout[slot].value].date; }
     const STimeOfDay& Time(size_t slot) const { return m_values[kLayout[slot].value].time; }
     /// The date half of a split.

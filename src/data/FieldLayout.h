@@ -10,10 +10,39 @@
 
 namespace vx {
 
+/// The ways of the merge; several rules share one.
+enum class EMergeKind : uint8_t { Skip, Number, Whole, Text, Tick, Rare };
+
+constexpr EMergeKind MergeKindOf(EParseRule rule) {
+    switch (rule) {
+    case EParseRule::None:
+        return EMergeKind::Skip;
+    case EParseRule::Number:
+    case EParseRule::Percent:
+    case EParseRule::Price:
+        return EMergeKind::Number;
+    case EParseRule::Text:
+    case EParseRule::Regions:
+        return EMergeKind::Text;
+    case EParseRule::Tick:
+        return EMergeKind::Tick;
+    case EParseRule::Hex:
+    case EParseRule::Date:
+    case EParseRule::MonthDay:
+    case EParseRule::Time:
+    case EParseRule::Split:
+    case EParseRule::Month:
+        return EMergeKind::Rare;
+    default:
+        return EMergeKind::Whole;
+    }
+}
+
 /// One comma-separated field of a data line: how it is read and where in the record's block it goes.
 struct SSlot {
     EParseRule rule = EParseRule::None; ///< None: the field is looked at by the store itself, not by the merge.
-    uint8_t value = 0;                  ///< Index of its value and direction.
+    EMergeKind kind = EMergeKind::Skip;
+    uint8_t value = 0; ///< Index of its value and direction.
     uint8_t extra = 0; ///< Index of its text where the rule keeps one; of a split's date among the values.
 };
 
@@ -31,7 +60,7 @@ template <size_t kSize> constexpr std::array<SSlot, kSize> FromRules(const std::
     uint8_t texts = 0;
     uint8_t splits = 0;
     for (size_t i = 1; i < kSize; ++i) {
-        slots[i] = {rules[i], static_cast<uint8_t>(i), 0};
+        slots[i] = {rules[i], MergeKindOf(rules[i]), static_cast<uint8_t>(i), 0};
         if (KeepsText(rules[i])) slots[i].extra = texts++;
         if (rules[i] == EParseRule::Split) slots[i].extra = static_cast<uint8_t>(kSize + splits++);
     }

@@ -44,10 +44,10 @@ int32_t ReadMonth(std::string_view text);
 std::string_view MonthName(int32_t month);
 
 /// The mark that a tick code adds to the trend ('+', '-', '.'), or 0 for a code that has none.
-constexpr char TickMark(int32_t code) {
-    constexpr int32_t kUpTick = 173;
-    constexpr int32_t kDownTick = 175;
-    constexpr int32_t kUnchangedTick = 183;
+constexpr char TickMark(int64_t code) {
+    constexpr int64_t kUpTick = 173;
+    constexpr int64_t kDownTick = 175;
+    constexpr int64_t kUnchangedTick = 183;
     return code == kUpTick ? '+' : code == kDownTick ? '-' : code == kUnchangedTick ? '.' : '\0';
 }
 

@@ -41,8 +41,7 @@ struct STimeOfDay {
 /// What one slot of a record holds; the parse rule of the slot says which member.
 union SFieldValue {
     double number = 0;
-    int32_t integer;
-    uint32_t count;
+    int64_t whole; ///< Every integer, signed or not: 32 bits of it are used.
     SDate date;
     STimeOfDay time;
 };

@@ -16,6 +16,16 @@ constexpr size_t kContents = UpdateSlot("Message Contents");
 
 bool IsDataLine(std::string_view line) { return line.size() > kFirstFieldOffset && line[1] == ','; }
 
+// Market ids are numbers of a few digits; everything else is left to the lenient reader.
+int32_t ReadMarketId(std::string_view text) {
+    int32_t id = 0;
+    for (const char c : text) {
+        if (c < '0' || c > '9' || id >= kMarketCount) return ReadInt32(text);
+        id = id * 10 + (c - '0');
+    }
+    return id;
+}
+
 // Changes are coloured by their sign, not by whether they grew.
 void ColourBySign(CQuoteData& quote, const SMergeNotes& notes) {
     for (const size_t slot : {UpdateSlot("Change"), UpdateSlot("Change From Open")}) {
@@ -110,9 +120,8 @@ void CL1DataStore::OnRegional(std::string_view line) {
     SCutLine cut;
     if (IsDataLine(line)) m_kernel.cut(line, kRegionLayout.size(), cut);
     const std::string_view symbol = cut.Symbol(line);
-    if (symbol.empty() || cut.count < 2 || cut.fields[1].slot != RegionSlot("Region")) return;
-    const SCutField& field = cut.fields[1];
-    const std::string_view name = TrimBlanks(line.substr(field.begin, field.end - field.begin));
+    if (symbol.empty() || cut.count < 2 || cut.slots[1] != RegionSlot("Region")) return;
+    const std::string_view name = cut.Trimmed(line, 1);
 
     // The feed sends every region of a symbol; only those that somebody asked for have a record.
     const auto find = [&]() -> sRegQuoteData* {
@@ -181,7 +190,7 @@ void CL1DataStore::NameMarkets(CL1SymbolRec& record, const SMergeNotes& notes) {
     for (const size_t slot : {UpdateSlot("Last Market Center"), UpdateSlot("Extended Trade Market Center"),
                               UpdateSlot("Most Recent Trade Market Center")}) {
         if (!notes.Carried(slot)) continue;
-        const int32_t id = ReadInt32(record.m_quote.Text(slot));
+        const int32_t id = ReadMarketId(record.m_quote.Text(slot));
         const bool named = id >= 0 && id < kMarketCount && HaveMarkets();
         record.m_quote.SetText(slot, named ? m_names->MarketName(id) : std::string_view{});
     }

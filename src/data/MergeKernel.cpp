@@ -4,9 +4,8 @@
 
 namespace vx {
 
-std::string_view SCutLine::Symbol(std::string_view line) const {
-    if (count == 0 || fields[0].slot != 0) return {};
-    return TrimBlanks(line.substr(fields[0].begin, fields[0].end - fields[0].begin));
+std::string_view SCutLine::Trimmed(std::string_view line, size_t index) const {
+    return TrimBlanks(line.substr(begins[index], ends[index] - begins[index]));
 }
 
 const SMergeKernel& BestKernel() {

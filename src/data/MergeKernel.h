@@ -14,22 +14,22 @@ inline constexpr size_t kFirstFieldOffset = 2;
 /// No layout has more slots.
 inline constexpr size_t kMostSlots = 72;
 
-/// One field of a line that holds at least one character.
-struct SCutField {
-    uint32_t begin; ///< Offsets into the line.
-    uint32_t end;
-    uint32_t slot; ///< Position among all fields, empty ones included.
-};
-
-/// The filled fields of one data line, left to right.
+/// The filled fields of one data line, left to right: those that hold at least one character and that a comma ends.
 struct SCutLine {
-    size_t count = 0;
-    /// A block of 64 bytes is cut whole, so that a few fields beyond the last slot can be written before they are
-    /// dropped.
-    std::array<SCutField, kMostSlots + 32> fields;
+    /// A block of 64 bytes is cut whole, and four fields at a time: some are written behind the last slot and dropped.
+    static constexpr size_t kRoom = kMostSlots + 64;
 
+    size_t count = 0;
+    std::array<uint32_t, kRoom> begins; ///< Offsets into the line.
+    std::array<uint32_t, kRoom> ends;
+    std::array<uint32_t, kRoom> slots; ///< Positions among all fields, empty ones included.
+
+    /// Field `index` without the blanks around it.
+    std::string_view Trimmed(std::string_view line, size_t index) const;
     /// The symbol's field, without the blanks around it; empty when the line has none.
-    std::string_view Symbol(std::string_view line) const;
+    std::string_view Symbol(std::string_view line) const {
+        return count > 0 && slots[0] == 0 ? Trimmed(line, 0) : std::string_view{};
+    }
 };
 
 /// Whether a message said something about the symbol's existence.
@@ -37,10 +37,17 @@ enum class EPriceWord : uint8_t { None, Price, NotFound };
 
 /// What a merge came across.
 struct SMergeNotes {
-    std::array<uint64_t, 2> carried{}; ///< One bit for each slot that held more than blanks.
+    uint64_t carriedLow = 0;  ///< One bit for each of the first 64 slots that held more than blanks.
+    uint64_t carriedHigh = 0; ///< The same for the slots behind them.
     EPriceWord priceWord = EPriceWord::None;
 
-    bool Carried(size_t slot) const { return (carried[slot / 64] >> (slot % 64) & 1) != 0; }
+    void Carry(size_t slot) {
+        const uint64_t bit = uint64_t{1} << (slot % 64);
+        carriedLow |= slot < 64 ? bit : 0;
+        carriedHigh |= slot < 64 ? 0 : bit;
+    }
+
+    bool Carried(size_t slot) const { return ((slot < 64 ? carriedLow : carriedHigh) >> (slot % 64) & 1) != 0; }
 };
 
 /// One implementation of the two steps that every data line goes through. All of them give the same results, bit for

@@ -6,32 +6,21 @@
 //                                           reads a text that is nothing but an optional sign and 1 to 15 digits with
 //                                           at most one point among them; any other text gives false
 
-// One exact power for each number of places that a plain number can have.
-constexpr double kPowersOfTen[16] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                     1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-
-// Both the digits (below 2^53) and the power are exact, so the quotient is the correctly rounded value of the text.
+// Digits (below 2^53) and divisor are exact, so the quotient is the correctly rounded value of the text.
 ZW_TARGET inline double PlainDouble(const SPlainNumber& plain) {
-    const double digits = static_cast<double>(static_cast<int64_t>(plain.digits)) / kPowersOfTen[plain.places];
-    return plain.negative ? -digits : digits;
+    const double size = static_cast<double>(static_cast<int64_t>(plain.digits)) / plain.divisor;
+    return std::bit_cast<double>(std::bit_cast<uint64_t>(size) | uint64_t{plain.negative} << 63);
 }
 
-ZW_TARGET inline int32_t PlainInt(const SPlainNumber& plain) {
-    const int64_t digits = static_cast<int64_t>(plain.digits);
-    const int64_t value = plain.negative ? -digits : digits;
-    return static_cast<int32_t>(
-        std::clamp<int64_t>(value, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
-}
-
-ZW_TARGET inline uint32_t PlainUnsigned(const SPlainNumber& plain) {
-    if (plain.negative) return 0;
-    return static_cast<uint32_t>(std::min<uint64_t>(plain.digits, std::numeric_limits<uint32_t>::max()));
+ZW_TARGET inline int64_t PlainWhole(const SPlainNumber& plain) {
+    const int64_t sign = -static_cast<int64_t>(plain.negative);
+    return (static_cast<int64_t>(plain.digits) ^ sign) - sign;
 }
 
 template <typename TNumber> ZW_TARGET inline void Set(TNumber& slot, EDirection& direction, TNumber now) {
     const int step = static_cast<int>(now > slot) - static_cast<int>(now < slot);
-    const int known = direction != EDirection::NeverSet ? 1 : 0;
-    direction = static_cast<EDirection>(static_cast<int>(EDirection::Unchanged) + step * known);
+    const int known = -static_cast<int>(direction != EDirection::NeverSet);
+    direction = static_cast<EDirection>(static_cast<int>(EDirection::Unchanged) + (step & known));
     slot = now;
 }
 
@@ -43,27 +32,50 @@ ZW_TARGET inline uint64_t TailCommas(std::string_view line, size_t from) {
     return Commas64(block);
 }
 
-ZW_TARGET void Cut(std::string_view line, size_t slots, SCutLine& out) {
-    size_t count = 0;
-    size_t slot = 0;
-    size_t begin = kFirstFieldOffset; // Of the field that is open at the start of the block.
-    uint64_t afterComma = 1;          // Whether the block starts right behind a comma.
-    for (size_t from = kFirstFieldOffset; from < line.size() && slot < slots; from += 64) {
-        const uint64_t commas = line.size() - from >= 64 ? Commas64(line.data() + from) : TailCommas(line, from);
-        uint64_t ends = commas & ~(commas << 1 | afterComma);
-        for (; ends != 0; ends &= ends - 1) {
-            const auto bit = static_cast<size_t>(std::countr_zero(ends));
-            const uint64_t before = commas & ((uint64_t{1} << bit) - 1);
-            const size_t start = before != 0 ? from + 64 - static_cast<size_t>(std::countl_zero(before)) : begin;
-            out.fields[count++] = {static_cast<uint32_t>(start), static_cast<uint32_t>(from + bit),
-                                   static_cast<uint32_t>(slot + static_cast<size_t>(std::popcount(before)))};
+// Writes the position of every set bit, four at a time: what is written too much is written over later, and the number
+// of rounds is easier to foresee than the number of bits.
+ZW_TARGET inline size_t WritePositions(uint64_t bits, size_t from, uint32_t* out) {
+    const auto count = static_cast<size_t>(std::popcount(bits));
+    for (size_t done = 0; done < count; done += 4)
+        for (size_t i = 0; i < 4; ++i) {
+            out[done + i] = static_cast<uint32_t>(from) + static_cast<uint32_t>(std::countr_zero(bits));
+            bits &= bits - 1;
         }
+    return count;
+}
+
+ZW_TARGET inline void WriteStarts(uint64_t bits, uint64_t commas, size_t from, size_t slot, uint32_t* begins,
+                                  uint32_t* slots) {
+    const auto count = static_cast<size_t>(std::popcount(bits));
+    for (size_t done = 0; done < count; done += 4)
+        for (size_t i = 0; i < 4; ++i) {
+            begins[done + i] = static_cast<uint32_t>(from) + static_cast<uint32_t>(std::countr_zero(bits));
+            const uint64_t before = commas & (bits - 1);
+            slots[done + i] = static_cast<uint32_t>(slot) + static_cast<uint32_t>(std::popcount(before));
+            bits &= bits - 1;
+        }
+}
+
+ZW_TARGET void Cut(std::string_view line, size_t slots, SCutLine& out) {
+    size_t begun = 0;
+    size_t ended = 0;
+    size_t slot = 0;
+    uint64_t afterComma = 1; // Whether the block starts right behind a comma.
+    for (size_t from = kFirstFieldOffset; from < line.size() && slot < slots; from += 64) {
+        const size_t left = line.size() - from;
+        const uint64_t commas = left >= 64 ? Commas64(line.data() + from) : TailCommas(line, from);
+        const uint64_t behind = commas << 1 | afterComma;
+        const uint64_t inside = left >= 64 ? ~uint64_t{0} : (uint64_t{1} << left) - 1;
+        const uint64_t starts = ~commas & behind & inside;
+        WriteStarts(starts, commas, from, slot, out.begins.data() + begun, out.slots.data() + begun);
+        begun += static_cast<size_t>(std::popcount(starts));
+        ended += WritePositions(commas & ~behind, from, out.ends.data() + ended);
         slot += static_cast<size_t>(std::popcount(commas));
-        if (commas != 0) begin = from + 64 - static_cast<size_t>(std::countl_zero(commas));
         afterComma = commas >> 63;
     }
-    while (count > 0 && out.fields[count - 1].slot >= slots) --count;
-    out.count = count;
+    // The text behind the last comma has begun and not ended.
+    while (ended > 0 && out.slots[ended - 1] >= slots) --ended;
+    out.count = ended;
 }
 
 ZW_TARGET inline bool Trim(const char*& first, const char*& last) {
@@ -72,63 +84,78 @@ ZW_TARGET inline bool Trim(const char*& first, const char*& last) {
     return first != last;
 }
 
+ZW_TARGET inline void MergeNumber(const char* line, const char* first, const char* last, EParseRule rule, double& slot,
+                                  EDirection& direction, EPriceWord& priceWord) {
+    const double scale = rule == EParseRule::Percent ? 100.0 : 1.0;
+    SPlainNumber plain;
+    if (ReadPlain(line, first, last, plain)) {
+        priceWord = rule == EParseRule::Price ? EPriceWord::Price : priceWord;
+        Set(slot, direction, PlainDouble(plain) * scale);
+        return;
+    }
+    const std::string_view text{first, static_cast<size_t>(last - first)};
+    if (rule == EParseRule::Price) {
+        const EPriceWord word = slowpath::ClassifyPrice(text);
+        if (word != EPriceWord::None) priceWord = word;
+        if (word == EPriceWord::NotFound) return;
+    }
+    Set(slot, direction, ReadDouble(text) * scale);
+}
+
+ZW_TARGET inline int64_t ReadWhole(const char* line, const char* first, const char* last, bool isUnsigned) {
+    SPlainNumber plain;
+    if (ReadPlain(line, first, last, plain) && plain.whole) {
+        const int64_t least = isUnsigned ? 0 : std::numeric_limits<int32_t>::min();
+        const int64_t most = isUnsigned ? std::numeric_limits<uint32_t>::max() : std::numeric_limits<int32_t>::max();
+        return std::clamp(PlainWhole(plain), least, most);
+    }
+    const std::string_view text{first, static_cast<size_t>(last - first)};
+    return isUnsigned ? int64_t{ReadUInt32(text)} : int64_t{ReadInt32(text)};
+}
+
 ZW_TARGET void Merge(std::string_view line, const SCutLine& cut, const SFieldSlots& block, SMergeNotes& notes) {
-    for (size_t i = 0; i < cut.count; ++i) {
-        const SCutField field = cut.fields[i];
-        const SSlot slot = block.layout[field.slot];
-        const char* first = line.data() + field.begin;
-        const char* last = line.data() + field.end;
+    // Copies, because a text that is written may be anything to the compiler, these included.
+    const SSlot* const layout = block.layout.data();
+    SFieldValue* const values = block.values;
+    EDirection* const directions = block.directions;
+    const char* const begin = line.data();
+    const char* const end = begin + line.size();
+    const size_t count = cut.count;
+    SMergeNotes seen;
+    for (size_t i = 0; i < count; ++i) {
+        const size_t position = cut.slots[i];
+        const SSlot& slot = layout[position];
+        const char* first = begin + cut.begins[i];
+        const char* last = begin + cut.ends[i];
         if ((*first == ' ' || last[-1] == ' ') && !Trim(first, last)) continue;
-        const std::string_view text{first, static_cast<size_t>(last - first)};
-        SFieldValue& value = block.values[slot.value];
-        EDirection& direction = block.directions[slot.value];
-        SPlainNumber plain;
-        switch (slot.rule) {
-        case EParseRule::None:
+        seen.Carry(position);
+        EDirection& direction = directions[slot.value];
+        switch (slot.kind) {
+        case EMergeKind::Number:
+            MergeNumber(begin, first, last, slot.rule, values[slot.value].number, direction, seen.priceWord);
             break;
-        case EParseRule::Number:
-            Set(value.number, direction,
-                ReadPlain(line.data(), first, last, plain) ? PlainDouble(plain) : ReadDouble(text));
+        case EMergeKind::Whole:
+            Set(values[slot.value].whole, direction, ReadWhole(begin, first, last, slot.rule == EParseRule::Unsigned));
             break;
-        case EParseRule::Percent:
-            Set(value.number, direction,
-                (ReadPlain(line.data(), first, last, plain) ? PlainDouble(plain) : ReadDouble(text)) * 100.0);
-            break;
-        case EParseRule::Price:
-            if (ReadPlain(line.data(), first, last, plain)) {
-                notes.priceWord = EPriceWord::Price;
-                Set(value.number, direction, PlainDouble(plain));
-            } else {
-                const EPriceWord word = slowpath::ClassifyPrice(text);
-                if (word != EPriceWord::None) notes.priceWord = word;
-                if (word != EPriceWord::NotFound) Set(value.number, direction, ReadDouble(text));
-            }
-            break;
-        case EParseRule::Integer:
-        case EParseRule::Integer15:
-        case EParseRule::Integer16:
-        case EParseRule::Integer17:
-        case EParseRule::Integer18:
-        case EParseRule::BidMarketCenter:
-        case EParseRule::AskMarketCenter:
-        case EParseRule::SecurityType:
-            Set(value.integer, direction,
-                ReadPlain(line.data(), first, last, plain) && plain.places == 0 ? PlainInt(plain) : ReadInt32(text));
-            break;
-        case EParseRule::Unsigned:
-            Set(value.count, direction,
-                ReadPlain(line.data(), first, last, plain) && plain.places == 0 ? PlainUnsigned(plain)
-                                                                                : ReadUInt32(text));
-            break;
-        case EParseRule::Text:
-        case EParseRule::Regions:
-            block.texts[slot.extra].Assign(text);
+        case EMergeKind::Text: {
+            const std::string_view text{first, static_cast<size_t>(last - first)};
+            CSlotText& to = block.texts[slot.extra];
+            if (static_cast<size_t>(end - first) > CSlotText::kInlineSize)
+                to.AssignReadable(text);
+            else
+                to.Assign(text);
             direction = EDirection::Unchanged;
             break;
-        default:
-            slowpath::MergeRareField(text, slot, block);
+        }
+        case EMergeKind::Tick:
+            slowpath::MergeTick(ReadWhole(begin, first, last, false), slot, block);
+            break;
+        case EMergeKind::Rare:
+            slowpath::MergeRareField({first, static_cast<size_t>(last - first)}, slot, block);
+            break;
+        case EMergeKind::Skip:
             break;
         }
-        notes.carried[field.slot / 64] |= uint64_t{1} << (field.slot % 64);
     }
+    notes = seen;
 }

@@ -27,16 +27,20 @@ ZW_TARGET inline uint64_t Commas64(const char* bytes) {
     return uint64_t{highMask} << 32 | lowMask;
 }
 
-// Row p moves the bytes before byte p one up, over it; byte 0 becomes 0. Row 0 moves nothing.
-struct SCloseGap {
-    alignas(16) int8_t rows[16][16];
+// By the place of the point among sixteen bytes; 16 stands for none.
+constexpr unsigned kNoPoint = 16;
+struct SPointTables {
+    alignas(16) int8_t closeGap[17][16]; ///< Moves the bytes before the point one up, over it; byte 0 becomes 0.
+    double divisor[17];
 };
 
-constexpr SCloseGap kCloseGap = [] {
-    SCloseGap table{};
-    for (int p = 0; p < 16; ++p)
+constexpr SPointTables kPoint = [] {
+    SPointTables table{};
+    for (int p = 0; p <= 16; ++p) {
         for (int i = 0; i < 16; ++i)
-            table.rows[p][i] = static_cast<int8_t>(i > p || p == 0 ? i : i == 0 ? -128 : i - 1);
+            table.closeGap[p][i] = static_cast<int8_t>(i > p || p == kNoPoint ? i : i == 0 ? -128 : i - 1);
+        table.divisor[p] = p == kNoPoint ? 1 : kPowersOfTen[static_cast<size_t>(15 - p)];
+    }
     return table;
 }();
 
@@ -69,25 +73,30 @@ ZW_TARGET inline __m128i KeepLast(unsigned count) {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(kKeepLast + count));
 }
 
+// Without a branch but for the texts that are no plain number: signs, lengths and points follow no pattern.
 ZW_TARGET inline bool ReadPlain(const char* line, const char* first, const char* last, SPlainNumber& out) {
-    out.negative = *first == '-';
-    if (out.negative || *first == '+') ++first;
+    const bool minus = *first == '-';
+    const bool plus = *first == '+';
+    first += static_cast<int>(minus) | static_cast<int>(plus);
     const auto size = static_cast<unsigned>(last - first);
     if (size - 1 > kMostPlainDigits) return false; // None, or more than 16 bytes.
     const __m128i bytes = LoadEndingAt(line, first, last);
     const auto points = static_cast<unsigned>(
         _mm_movemask_epi8(_mm_and_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('.')), KeepLast(size))));
-    const unsigned count = size - (points != 0 ? 1 : 0);
-    if ((points & (points - 1)) != 0 || count - 1 >= kMostPlainDigits) return false;
-    const unsigned point = points != 0 ? static_cast<unsigned>(std::countr_zero(points)) : 0;
+    const unsigned count = size - static_cast<unsigned>(std::popcount(points));
+    const auto point = static_cast<unsigned>(std::countr_zero(points | 1u << kNoPoint));
 
-    const __m128i row = _mm_load_si128(reinterpret_cast<const __m128i*>(kCloseGap.rows[point]));
+    const __m128i row = _mm_load_si128(reinterpret_cast<const __m128i*>(kPoint.closeGap[point]));
     const __m128i closed = _mm_sub_epi8(_mm_shuffle_epi8(bytes, row), _mm_set1_epi8('0'));
-    const __m128i digits = _mm_and_si128(closed, KeepLast(count));
+    // With two points, one of them stays in the text and is no digit.
+    const __m128i digits = _mm_and_si128(closed, KeepLast(size - (points != 0 ? 1 : 0)));
     const __m128i nine = _mm_set1_epi8(9);
-    if (_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_max_epu8(digits, nine), nine)) != 0xFFFF) return false;
+    const bool allDigits = _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_max_epu8(digits, nine), nine)) == 0xFFFF;
+    if (!allDigits || count - 1 >= kMostPlainDigits) return false;
     out.digits = SumDigits(digits);
-    out.places = points != 0 ? static_cast<int>(15 - point) : 0;
+    out.divisor = kPoint.divisor[point];
+    out.whole = point >= 15;
+    out.negative = minus;
     return true;
 }
 

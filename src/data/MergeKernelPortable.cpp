@@ -49,8 +49,10 @@ bool ReadPlain(const char* /*line*/, const char* first, const char* last, SPlain
     }
     const auto count = last - first - (point ? 1 : 0);
     if (count == 0 || count > kMostPlainDigits) return false;
+    const auto places = point ? last - point - 1 : 0;
     out.digits = digits;
-    out.places = point ? static_cast<int>(last - point) - 1 : 0;
+    out.divisor = kPowersOfTen[static_cast<size_t>(places)];
+    out.whole = places == 0;
     return true;
 }
 

@@ -5,28 +5,12 @@
 
 namespace vx::slowpath {
 
-namespace {
-
-constexpr size_t kTrendMarks = 10; ///< Newest first.
-
-void MergeTick(std::string_view text, EDirection& direction, CSlotText& trend) {
-    const char mark = TickMark(ReadInt32(text));
-    if (mark != '\0') trend.PushFront(mark, kTrendMarks);
-    direction = mark == '+'   ? EDirection::Up
-                : mark == '-' ? EDirection::Down
-                : mark == '.' ? EDirection::Unchanged
-                              : EDirection::NeverSet;
-}
-
-} // namespace
-
 void MergeRareField(std::string_view text, const SSlot& slot, const SFieldSlots& block) {
     SFieldValue& value = block.values[slot.value];
-    EDirection& direction = block.directions[slot.value];
-    direction = EDirection::Unchanged;
+    block.directions[slot.value] = EDirection::Unchanged;
     switch (slot.rule) {
     case EParseRule::Hex:
-        value.count = ReadHex32(text);
+        value.whole = ReadHex32(text);
         break;
     case EParseRule::Date:
         value.date = ReadDate(text);
@@ -35,10 +19,7 @@ void MergeRareField(std::string_view text, const SSlot& slot, const SFieldSlots&
         value.date = ReadMonthDay(text);
         break;
     case EParseRule::Month:
-        value.integer = ReadMonth(text);
-        break;
-    case EParseRule::Tick:
-        MergeTick(text, direction, block.texts[slot.extra]);
+        value.whole = ReadMonth(text);
         break;
     case EParseRule::Time: {
         const SLetteredTime time = ReadTime(text);
@@ -56,6 +37,16 @@ void MergeRareField(std::string_view text, const SSlot& slot, const SFieldSlots&
     default:
         break;
     }
+}
+
+void MergeTick(int64_t code, const SSlot& slot, const SFieldSlots& block) {
+    constexpr size_t kTrendMarks = 10; // Newest first.
+    const char mark = TickMark(code);
+    if (mark != '\0') block.texts[slot.extra].PushFront(mark, kTrendMarks);
+    block.directions[slot.value] = mark == '+'   ? EDirection::Up
+                                   : mark == '-' ? EDirection::Down
+                                   : mark == '.' ? EDirection::Unchanged
+                                                 : EDirection::NeverSet;
 }
 
 EPriceWord ClassifyPrice(std::string_view text) {

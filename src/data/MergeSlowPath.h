@@ -6,10 +6,13 @@
 
 namespace vx::slowpath {
 
-// The rules that are rare in a stream, shared by all kernels. The text is trimmed and not empty.
+// What is rare in a stream or not worth a vector, shared by all kernels. The text is trimmed and not empty.
 
-/// Handles every rule but the plain numbers and texts.
+/// Handles the slots of kind Rare.
 void MergeRareField(std::string_view text, const SSlot& slot, const SFieldSlots& block);
+
+/// Adds a tick to the trend. A code without a mark leaves the trend and takes the direction away.
+void MergeTick(int64_t code, const SSlot& slot, const SFieldSlots& block);
 
 /// A price that is no plain decimal number: "Not Found", or whatever the lenient reader makes of it. Says which.
 EPriceWord ClassifyPrice(std::string_view text);

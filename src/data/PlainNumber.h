@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace vx {
@@ -7,11 +9,19 @@ namespace vx {
 /// More digits than these may not fit a double exactly.
 inline constexpr int kMostPlainDigits = 15;
 
-/// A decimal number as it was written: digits without the point, and how many of them stood behind it.
+/// A decimal number as it was written.
 struct SPlainNumber {
-    uint64_t digits;
-    int places;
+    uint64_t digits; ///< Without the point, below 10^15.
+    double divisor;  ///< 10 to the number of digits behind the point; exact.
+    bool whole;      ///< Nothing stood behind a point.
     bool negative;
 };
+
+/// 10^0 to 10^15.
+inline constexpr std::array<double, kMostPlainDigits + 1> kPowersOfTen = [] {
+    std::array<double, kMostPlainDigits + 1> powers{1};
+    for (size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
+    return powers;
+}();
 
 } // namespace vx

@@ -33,11 +33,19 @@ void CSlotText::AssignLong(std::string_view text) {
 void CSlotText::FreeLong() { delete[] Long().bytes; }
 
 void CSlotText::PushFront(char c, size_t limit) {
-    char text[kInlineSize];
-    text[0] = c;
-    const size_t kept = std::min({View().size(), limit - 1, kInlineSize - 1});
-    std::copy_n(View().data(), kept, text + 1);
-    Assign({text, kept + 1});
+    if (IsLong()) { // Only a text that was assigned can be.
+        const std::string_view now = View().substr(0, kInlineSize - 1);
+        char text[kInlineSize];
+        std::copy(now.begin(), now.end(), text + 1);
+        text[0] = c;
+        Assign({text, std::min(now.size() + 1, limit)});
+        return;
+    }
+    char text[kInlineSize - 1];
+    std::memcpy(text, m_bytes, sizeof(text));
+    std::memcpy(m_bytes + 1, text, sizeof(text));
+    m_bytes[0] = c;
+    m_tag = static_cast<uint8_t>(std::min<size_t>(m_tag + size_t{1}, limit));
 }
 
 } // namespace vx

@@ -36,6 +36,16 @@ public:
         }
     }
 
+    /// Assign, where kInlineSize + 1 bytes from text.data() on may be read: short texts of any length cost the same.
+    void AssignReadable(std::string_view text) {
+        if (text.size() <= kInlineSize && !IsLong()) {
+            std::memcpy(m_bytes, text.data(), kInlineSize + 1); // The last byte is the tag's.
+            m_tag = static_cast<uint8_t>(text.size());
+        } else {
+            AssignLong(text);
+        }
+    }
+
     void Clear() { Assign({}); }
 
     /// Puts one character in front and keeps the first `limit` characters, at most kInlineSize.

@@ -7,53 +7,55 @@
 
 namespace vx {
 
+namespace {
+
+template <typename Array> auto* FindIn(Array& symbols, std::string_view symbol) {
+    const auto found =
+        std::find_if(symbols.begin(), symbols.end(), [&](const SYMBOL_DATA& data) { return data.symbol == symbol; });
+    return found == symbols.end() ? nullptr : &*found;
+}
+
+} // namespace
+
 void CSymbolMap::Add(std::string_view symbol, uint32_t row, uint32_t flag) {
     symbol = TrimBlanks(symbol);
     if (symbol.empty()) return;
-    if (SymbolAt(row) != symbol) RemoveRow(row);
     CSymbolRecArray& symbols = m_arrays[SymbolHash(symbol)];
-    auto entry = std::ranges::find(symbols, symbol, &SYMBOL_DATA::symbol);
-    if (entry == symbols.end()) {
-        symbols.push_back({std::string(symbol), {}, flag});
-        entry = symbols.end() - 1;
+    SYMBOL_DATA* data = FindIn(symbols, symbol);
+    if (!data) {
+        data = &symbols.emplace_back(SYMBOL_DATA{std::string(symbol), {}, flag});
         ++m_count;
     }
-    entry->flag = flag;
-    if (m_rows.try_emplace(row, symbol).second) entry->rows.push_back(row);
+    data->flag = flag;
+    const auto place = std::lower_bound(data->rows.begin(), data->rows.end(), row);
+    if (place == data->rows.end() || *place != row) data->rows.insert(place, row);
 }
 
-std::string CSymbolMap::RemoveRow(uint32_t row) {
-    const auto place = m_rows.find(row);
-    if (place == m_rows.end()) return {};
-    std::string symbol = std::move(place->second);
-    m_rows.erase(place);
-    CSymbolRecArray& symbols = m_arrays[SymbolHash(symbol)];
-    const auto entry = std::ranges::find(symbols, symbol, &SYMBOL_DATA::symbol);
-    std::erase(entry->rows, row);
-    if (entry->rows.empty()) Erase(symbol);
-    return symbol;
+bool CSymbolMap::Remove(std::string_view symbol, uint32_t row) {
+    SYMBOL_DATA* data = Entry(symbol);
+    if (!data) return false;
+    const auto place = std::lower_bound(data->rows.begin(), data->rows.end(), row);
+    if (place == data->rows.end() || *place != row) return false;
+    data->rows.erase(place);
+    if (data->rows.empty()) Erase(symbol);
+    return true;
 }
 
 std::vector<uint32_t> CSymbolMap::RemoveSymbol(std::string_view symbol) {
-    const SYMBOL_DATA* data = Find(symbol);
+    SYMBOL_DATA* data = Entry(symbol);
     if (!data) return {};
-    std::vector<uint32_t> rows = data->rows;
-    for (const uint32_t row : rows) m_rows.erase(row);
+    std::vector<uint32_t> rows = std::move(data->rows);
     Erase(symbol);
     return rows;
 }
 
 void CSymbolMap::Clear() {
     m_arrays.clear();
-    m_rows.clear();
     m_count = 0;
 }
 
 const SYMBOL_DATA* CSymbolMap::Find(std::string_view symbol) const {
-    const CSymbolRecArray* symbols = FindHash(SymbolHash(symbol));
-    if (!symbols) return nullptr;
-    const auto entry = std::ranges::find(*symbols, symbol, &SYMBOL_DATA::symbol);
-    return entry == symbols->end() ? nullptr : &*entry;
+    return const_cast<CSymbolMap*>(this)->Entry(symbol);
 }
 
 const CSymbolRecArray* CSymbolMap::FindHash(uint32_t hash) const {
@@ -61,9 +63,9 @@ const CSymbolRecArray* CSymbolMap::FindHash(uint32_t hash) const {
     return found == m_arrays.end() ? nullptr : &found->second;
 }
 
-std::string_view CSymbolMap::SymbolAt(uint32_t row) const {
-    const auto place = m_rows.find(row);
-    return place == m_rows.end() ? std::string_view{} : place->second;
+SYMBOL_DATA* CSymbolMap::Entry(std::string_view symbol) {
+    const auto found = m_arrays.find(SymbolHash(symbol));
+    return found == m_arrays.end() ? nullptr : FindIn(found->second, symbol);
 }
 
 void CSymbolMap::Erase(std::string_view symbol) {

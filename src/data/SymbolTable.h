@@ -24,7 +24,7 @@ public:
         for (size_t i = Slot(key, symbol);; i = (i + 1) & m_mask) {
             const SEntry& entry = m_entries[i];
             if (!entry.record) return nullptr;
-            if (entry.key == key && entry.record->Symbol() == symbol) return entry.record.get();
+            if (entry.key == key && IsNamed(*entry.record, symbol)) return entry.record.get();
         }
     }
 
@@ -45,6 +45,12 @@ private:
         std::unique_ptr<CL1SymbolRec> record;
     };
 
+    /// For a record whose key is the symbol's.
+    static bool IsNamed(const CL1SymbolRec& record, std::string_view symbol) {
+        const std::string& name = record.Symbol();
+        return name.size() == symbol.size() &&
+               (name.size() <= sizeof(uint64_t) || std::memcmp(name.data(), symbol.data(), name.size()) == 0);
+    }
     static uint64_t Load(const char* bytes, size_t size) {
         uint64_t word = 0;
         if (size >= 8) {

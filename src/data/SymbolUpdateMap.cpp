@@ -1,48 +1,73 @@
 #include "data/SymbolUpdateMap.h"
 
-#include "data/SymbolHash.h"
-
 #include <algorithm>
+#include <utility>
 
 namespace vx {
 
 namespace {
 
-template <typename Map> auto Find(Map& symbols, std::string_view symbol) {
-    const auto [first, last] = symbols.equal_range(SymbolHash(symbol));
-    const auto found = std::find_if(first, last, [&](const auto& entry) { return entry.second == symbol; });
-    return found == last ? symbols.end() : found;
+constexpr size_t kFirstSize = 64;
+
+size_t Mixed(const SChangeNotice& record) {
+    constexpr uint64_t kMix = 0x9E3779B97F4A7C15ull; // 2^64 divided by the golden ratio, odd.
+    return static_cast<size_t>(((uint64_t{record.id1} << 32 | record.id2) * kMix) >> 32);
 }
 
 } // namespace
 
-void CSymbolUpdateMap::Add(std::string_view symbol) {
+void CSymbolUpdateMap::Add(const SChangeNotice& record) {
     const std::scoped_lock lock(m_lock);
-    if (Find(m_symbols, symbol) == m_symbols.end()) m_symbols.emplace(SymbolHash(symbol), symbol);
+    if (m_places.size() < 2 * (m_waiting.size() + 1)) Grow();
+    SPlace& place = PlaceOf(record);
+    if (place.round == m_round) return;
+    place = {m_round, static_cast<uint32_t>(m_waiting.size())};
+    m_waiting.push_back(record);
 }
 
-bool CSymbolUpdateMap::Remove(std::string_view symbol) {
+void CSymbolUpdateMap::Clear() {
     const std::scoped_lock lock(m_lock);
-    const auto found = Find(m_symbols, symbol);
-    if (found == m_symbols.end()) return false;
-    m_symbols.erase(found);
-    return true;
+    m_waiting.clear();
+    NextRound();
 }
 
-std::vector<std::string> CSymbolUpdateMap::TakeAll() {
+bool CSymbolUpdateMap::IsEmpty() const {
     const std::scoped_lock lock(m_lock);
-    std::vector<std::string> taken;
-    taken.reserve(m_symbols.size());
-    for (auto& [hash, symbol] : m_symbols) taken.push_back(std::move(symbol));
-    m_symbols.clear();
-    return taken;
+    return m_waiting.empty();
 }
 
-bool CSymbolUpdateMap::IsEmpty() const { return Size() == 0; }
-
-size_t CSymbolUpdateMap::Size() const {
+std::vector<SChangeNotice> CSymbolUpdateMap::BeginTake() {
     const std::scoped_lock lock(m_lock);
-    return m_symbols.size();
+    NextRound();
+    return std::exchange(m_waiting, std::move(m_spare));
+}
+
+void CSymbolUpdateMap::EndTake(std::vector<SChangeNotice> taken) {
+    const std::scoped_lock lock(m_lock);
+    taken.clear();
+    m_spare = std::move(taken);
+}
+
+// The record's own place, or the free one where it belongs.
+CSymbolUpdateMap::SPlace& CSymbolUpdateMap::PlaceOf(const SChangeNotice& record) {
+    const size_t mask = m_places.size() - 1;
+    for (size_t i = Mixed(record) & mask;; i = (i + 1) & mask) {
+        SPlace& place = m_places[i];
+        if (place.round != m_round) return place;
+        const SChangeNotice& there = m_waiting[place.position];
+        if (there.id1 == record.id1 && there.id2 == record.id2) return place;
+    }
+}
+
+void CSymbolUpdateMap::NextRound() {
+    if (++m_round != 0) return;
+    std::fill(m_places.begin(), m_places.end(), SPlace{});
+    m_round = 1;
+}
+
+void CSymbolUpdateMap::Grow() {
+    m_places.assign(std::max(kFirstSize, m_places.size() * 2), SPlace{});
+    for (uint32_t i = 0; i < m_waiting.size(); ++i) PlaceOf(m_waiting[i]) = {m_round, i};
 }
 
 } // namespace vx

@@ -11,9 +11,8 @@ CAsyncSocket::CAsyncSocket() = default;
 
 CAsyncSocket::~CAsyncSocket() {
     StopNotifiers();
-    if (!m_deleted) return;
+    if (m_watches == 0) return;
     // A handler deletes the socket that called it: the notifier whose signal is under way must outlive the call.
-    *m_deleted = true;
     if (m_readNotifier) m_readNotifier.release()->deleteLater();
     if (m_writeNotifier) m_writeNotifier.release()->deleteLater();
 }
@@ -62,7 +61,7 @@ int CAsyncSocket::Receive(void* buffer, int length, int) {
     const CNativeSocket::SResult result = m_native.Receive(static_cast<char*>(buffer), length);
     m_socketError = result.error;
     if (result.count > 0)
-        m_received = EReceived::Data;
+        m_received = result.count == length ? EReceived::AllOfIt : EReceived::Data;
     else if (result.count == 0)
         m_received = EReceived::End;
     else
@@ -131,7 +130,7 @@ void CAsyncSocket::Readable() {
         m_received = EReceived::Nothing;
         OnReceive(0);
         if (watch.Deleted()) return;
-    } while (--left > 0 && m_received == EReceived::AllOfIt && attempt == m_attempt);
+    } while (m_received == EReceived::AllOfIt && attempt == m_attempt && --left > 0);
     m_inReceive = false;
     if (attempt == m_attempt) AfterReceive();
 }

@@ -13,17 +13,17 @@ namespace vx {
 ///
 /// A connect is answered by OnConnect, arrived bytes by OnReceive (again and again until they are received), room to
 /// send again by OnSend, the peer's end by OnClose. Each OnReceive should receive once: what is left is notified again,
-/// at once after a receive that got all it had asked for (at most kReceivesPerTurn times), else in the next turn of
-/// the event loop, so that timers and windows get theirs. Nothing is notified again after a receive that found the
-/// end, failed, or had no room for a single byte, and none while OnReceive still runs (a dialog opened by a handler).
+/// at once after a receive that got all it had asked for (up to kReceivesPerTurn times), else in the next turn of the
+/// event loop, so that timers and windows get theirs. Nothing is notified again after a receive that found the end,
+/// failed, or had no room for a single byte, and none while OnReceive still runs (a dialog opened by a handler).
 ///
 /// Errors  operations return -1 or false and leave the number in GetLastError (SocketError.h)
 /// Owns    the native socket and its notifiers
 /// Thread  the thread that made it, which must run an event loop; a handler may delete the socket it was called by
 class CAsyncSocket {
 public:
-    /// A turn of the event loop costs as much as the cutting of a hundred lines; four receives of a 64 KiB buffer hold
-    /// the others up for about a millisecond.
+    /// A turn of the event loop costs as much as the cutting of a hundred lines. Four receives of 64 KiB share one and
+    /// hold timers and windows up for a millisecond at most.
     static constexpr int kReceivesPerTurn = 4;
 
     CAsyncSocket();
@@ -56,23 +56,17 @@ protected:
     /// Tells a function whether the socket was deleted while one of its handlers ran.
     class CDeleteWatch {
     public:
-        explicit CDeleteWatch(CAsyncSocket& socket) : m_socket(socket), m_outer(socket.m_deleted) {
-            socket.m_deleted = &m_deleted;
-        }
+        explicit CDeleteWatch(CAsyncSocket& socket) : m_socket(socket), m_life(socket.m_life) { ++m_socket.m_watches; }
         ~CDeleteWatch() {
-            if (!m_deleted)
-                m_socket.m_deleted = m_outer;
-            else if (m_outer)
-                *m_outer = true;
+            if (!Deleted()) --m_socket.m_watches;
         }
         CDeleteWatch(const CDeleteWatch&) = delete;
         CDeleteWatch& operator=(const CDeleteWatch&) = delete;
-        bool Deleted() const { return m_deleted; }
+        bool Deleted() const { return m_life.expired(); }
 
     private:
         CAsyncSocket& m_socket;
-        bool* m_outer;
-        bool m_deleted = false;
+        std::weak_ptr<char> m_life;
     };
 
 private:
@@ -96,7 +90,8 @@ private:
     int m_socketError = 0;
     uint32_t m_attempt = 0; ///< Number of connects begun; an outcome of an older one is dropped.
     bool m_inReceive = false;
-    bool* m_deleted = nullptr;
+    int m_watches = 0; ///< Above 0 while a handler runs.
+    std::shared_ptr<char> m_life = std::make_shared<char>();
 };
 
 } // namespace vx

@@ -1,11 +1,13 @@
 #include "feed/ClientAppSocket.h"
 
 #include "base/Clock.h"
+#include "feed/FeedLog.h"
 #include "feed/LineHandlers.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace vx {
 
@@ -15,19 +17,33 @@ bool CZantrelClientAppSocket::Connect(const char* host, unsigned port) {
     return CZTLStreamSocket::Connect(m_host.c_str(), port);
 }
 
+int CZantrelClientAppSocket::Send(const void* buffer, int length, int flags) {
+    const int count = CZTLStreamSocket::Send(buffer, length, flags);
+    if (m_log) m_log->Sent({static_cast<const char*>(buffer), static_cast<size_t>(length)}, count, LastError());
+    return count;
+}
+
 void CZantrelClientAppSocket::OnMessage(std::string_view line) {
+    if (m_log) m_log->Received(line);
     if (m_owner) (m_owner->*kLineHandlers[static_cast<unsigned char>(line.front())])(line);
 }
 
 void CZantrelClientAppSocket::OnConnect(int error) {
-    if (error == 0)
+    if (error == 0) {
+        if (m_log) m_log->Connected(m_host, m_port);
         SayHandshake();
-    else
+    } else {
+        // The first failure and the last one; those between say nothing new.
+        if (m_log && (m_retriesLeft == 0 || !std::exchange(m_failed, true)))
+            m_log->ConnectFailed(m_host, m_port, error, m_retriesLeft);
         TryAgainOrGiveUp(error);
+    }
     CZTLStreamSocket::OnConnect(error);
 }
 
-void CZantrelClientAppSocket::OnClose(int) {}
+void CZantrelClientAppSocket::OnClose(int error) {
+    if (m_log) m_log->Closed(error);
+}
 
 void CZantrelClientAppSocket::SayHandshake() {
     SayCommand("S,SET PROTOCOL,", m_handshake.protocol);

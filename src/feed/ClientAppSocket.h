@@ -7,6 +7,7 @@
 namespace vx {
 
 class CFeedOwner;
+struct SFeedLog;
 
 /// What a feed connection says as soon as it stands; an empty text is not sent.
 struct SHandshake {
@@ -32,9 +33,12 @@ public:
     explicit CZantrelClientAppSocket(uint32_t retries) : m_retriesLeft(retries) {}
 
     void SetOwner(CFeedOwner* owner) { m_owner = owner; }
+    /// Whose events the traffic becomes; null, as at first, for none.
+    void SetLog(const SFeedLog* log) { m_log = log; }
     void SetHandshake(SHandshake handshake) { m_handshake = std::move(handshake); }
 
     bool Connect(const char* host, unsigned port) override;
+    int Send(const void* buffer, int length, int flags = 0) override;
     const std::string& Host() const { return m_host; }
     unsigned Port() const { return m_port; }
     uint32_t RetriesLeft() const { return m_retriesLeft; }
@@ -50,8 +54,10 @@ private:
     void TryAgainOrGiveUp(int error);
 
     CFeedOwner* m_owner = nullptr;
+    const SFeedLog* m_log = nullptr;
     SHandshake m_handshake;
     uint32_t m_retriesLeft;
+    bool m_failed = false; ///< A connect has failed before.
     std::string m_host;
     unsigned m_port = 0;
 };

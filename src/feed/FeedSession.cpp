@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "feed/ClientAppSocket.h"
+#include "feed/FeedLog.h"
 #include "feed/ProgramStart.h"
 
 #include <fmt/format.h>
@@ -33,6 +34,7 @@ bool CFeedSession::CreateFeedSocket(int slot, uint32_t retries) {
     if (slot < 0 || slot >= kFeedSlotCount || m_sockets[static_cast<size_t>(slot)]) return false;
     auto& socket = m_sockets[static_cast<size_t>(slot)];
     socket = std::make_unique<CZantrelClientAppSocket>(retries);
+    socket->SetLog(&FeedLogOf(slot));
     return socket->Create();
 }
 
@@ -47,22 +49,7 @@ int CFeedSession::SendToFeed(int slot, std::string_view text) {
     return socket->SendText(text);
 }
 
-const char* CFeedSession::FeedSlotName(int slot) {
-    switch (slot) {
-    case kLevel1Slot:
-        return "Level1";
-    case kMarketDepthSlot:
-        return "MarketDepth";
-    case kLookupSlot:
-        return "Lookup";
-    case kAdminSlot:
-        return "Admin";
-    case kScansSlot:
-        return "Scans";
-    default:
-        return "Unknown";
-    }
-}
+const char* CFeedSession::FeedSlotName(int slot) { return FeedLogOf(slot).port; }
 
 void CFeedSession::LaunchFeedClient() {
     const SStartResult result = StartFeedClient(kProduct, kVersion);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "feed/FeedOwner.h"
+#include "feed/FeedSlots.h"
 #include "feed/FeedStats.h"
 #include "feed/Level1Port.h"
 #include "feed/MessageBoxQueue.h"
@@ -15,9 +16,6 @@
 namespace vx {
 
 class CZantrelClientAppSocket;
-
-/// The places of the socket table, one per port of the feed client.
-enum EFeedSlot { kLevel1Slot, kMarketDepthSlot, kLookupSlot, kAdminSlot, kScansSlot, kFeedSlotCount };
 
 /// The session with the feed client: its sockets, what it says about itself, and the symbols that it refused for now.
 ///

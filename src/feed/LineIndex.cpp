@@ -56,43 +56,69 @@ SLineEnds IndexLineEndsSse2(const char* block, size_t size, uint16_t* ends) {
 
 #define VX_AVX2 __attribute__((target("avx2,bmi,popcnt")))
 
-// A table look-up compares with CR and LF at once: the low four bits of a byte pick the only byte with these bits that
-// would be a match, or 1 for low bits 0 and 0 for the others, which differ from it. Bytes from 0x80 on pick 0.
-VX_AVX2 static inline uint64_t LineEndMask(__m256i low, __m256i high, __m256i table) {
-    const auto mask = [](__m256i equal) VX_AVX2 { return static_cast<uint32_t>(_mm256_movemask_epi8(equal)); };
-    return mask(_mm256_cmpeq_epi8(_mm256_shuffle_epi8(table, low), low)) |
-           uint64_t{mask(_mm256_cmpeq_epi8(_mm256_shuffle_epi8(table, high), high))} << 32;
+namespace {
+
+struct SBytes64 {
+    __m256i low;
+    __m256i high;
+};
+
+VX_AVX2 inline SBytes64 Load64(const char* text) {
+    return {_mm256_loadu_si256(reinterpret_cast<const __m256i*>(text)),
+            _mm256_loadu_si256(reinterpret_cast<const __m256i*>(text + 32))};
 }
 
-// Lines are longer than a few bytes, so a block of 64 has mostly none or one end: two offsets are written whether or
-// not they are there, without a branch that would be mispredicted at every line.
-VX_AVX2 SLineEnds IndexLineEndsAvx2(const char* block, size_t size, uint16_t* ends) {
+VX_AVX2 inline uint64_t Mask64(__m256i equalLow, __m256i equalHigh) {
+    return static_cast<uint32_t>(_mm256_movemask_epi8(equalLow)) |
+           uint64_t{static_cast<uint32_t>(_mm256_movemask_epi8(equalHigh))} << 32;
+}
+
+// A table look-up compares with CR and LF at once: the low four bits of a byte pick the only byte with these bits that
+// would be a match, or 1 for low bits 0 and 0 for the others, which differ from it. Bytes from 0x80 on pick 0.
+VX_AVX2 inline uint64_t LineEnds64(const SBytes64& bytes) {
     const __m256i table = _mm256_setr_epi8(1, 0, 0, 0, 0, 0, 0, 0, 0, 0, '\n', 0, 0, '\r', 0, 0, //
                                            1, 0, 0, 0, 0, 0, 0, 0, 0, 0, '\n', 0, 0, '\r', 0, 0);
+    return Mask64(_mm256_cmpeq_epi8(_mm256_shuffle_epi8(table, bytes.low), bytes.low),
+                  _mm256_cmpeq_epi8(_mm256_shuffle_epi8(table, bytes.high), bytes.high));
+}
+
+VX_AVX2 inline uint64_t Nuls64(const SBytes64& bytes) {
     const __m256i zero = _mm256_setzero_si256();
-    uint64_t nuls = 0;
+    return Mask64(_mm256_cmpeq_epi8(bytes.low, zero), _mm256_cmpeq_epi8(bytes.high, zero));
+}
+
+// Lines are longer than a few bytes, so 64 bytes hold mostly none or one end: two offsets are written whether or not
+// they are there, without a branch that would be mispredicted at every line.
+VX_AVX2 inline size_t WriteOffsets(uint64_t bits, size_t base, uint16_t* ends, size_t count) {
+    const size_t next = count + static_cast<size_t>(__builtin_popcountll(bits));
+    ends[count++] = static_cast<uint16_t>(base + _tzcnt_u64(bits));
+    bits &= bits - 1;
+    ends[count++] = static_cast<uint16_t>(base + _tzcnt_u64(bits));
+    for (bits &= bits - 1; bits != 0; bits &= bits - 1) ends[count++] = static_cast<uint16_t>(base + _tzcnt_u64(bits));
+    return next;
+}
+
+} // namespace
+
+VX_AVX2 SLineEnds IndexLineEndsAvx2(const char* block, size_t size, uint16_t* ends) {
+    // The smallest byte that stood at each place tells in the end, at once, whether there was a NUL.
+    __m256i smallest = _mm256_set1_epi8(-1);
     uint64_t carry = 0;
     size_t count = 0;
-    for (size_t i = 0; i < size; i += 64) {
-        const uint64_t valid = FirstBits(size - i);
-        const __m256i low = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(block + i));
-        const __m256i high = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(block + i + 32));
-        const uint64_t isEnd = LineEndMask(low, high, table) & valid;
-        // The smaller of two unsigned bytes is 0 where one of them is; which one matters only at the end of the block.
-        if (_mm256_movemask_epi8(_mm256_cmpeq_epi8(_mm256_min_epu8(low, high), zero)) != 0) {
-            const auto lowNuls = static_cast<uint32_t>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(low, zero)));
-            const auto highNuls = static_cast<uint32_t>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(high, zero)));
-            nuls |= (lowNuls | uint64_t{highNuls} << 32) & valid;
-        }
-        uint64_t first = isEnd & ~(isEnd << 1 | carry);
+    size_t i = 0;
+    for (; i + 64 <= size; i += 64) {
+        const SBytes64 bytes = Load64(block + i);
+        smallest = _mm256_min_epu8(smallest, _mm256_min_epu8(bytes.low, bytes.high));
+        const uint64_t isEnd = LineEnds64(bytes);
+        count = WriteOffsets(isEnd & ~(isEnd << 1 | carry), i, ends, count);
         carry = isEnd >> 63;
-        const size_t next = count + static_cast<size_t>(__builtin_popcountll(first));
-        ends[count] = static_cast<uint16_t>(i + _tzcnt_u64(first));
-        first &= first - 1;
-        ends[count + 1] = static_cast<uint16_t>(i + _tzcnt_u64(first));
-        for (count += 2, first &= first - 1; first != 0; first &= first - 1)
-            ends[count++] = static_cast<uint16_t>(i + _tzcnt_u64(first));
-        count = next;
+    }
+    uint64_t nuls = Nuls64({smallest, smallest});
+    if (i < size) {
+        const SBytes64 bytes = Load64(block + i);
+        const uint64_t isEnd = LineEnds64(bytes) & FirstBits(size - i);
+        nuls |= Nuls64(bytes) & FirstBits(size - i);
+        count = WriteOffsets(isEnd & ~(isEnd << 1 | carry), i, ends, count);
     }
     return {count, nuls != 0};
 }

@@ -6,7 +6,7 @@ namespace vx {
 
 namespace {
 // Above this many pieces one rectangle around all of them is cheaper to clip and paint.
-constexpr size_t kMaxPieces = 128;
+constexpr size_t kMaxPieces = 512;
 } // namespace
 
 void CDirtyCells::SetVisible(const CGridGeometry& geometry) {

@@ -120,9 +120,14 @@ void CGlyphAtlas::Store(SGlyph& glyph, const QImage& image, int originX, int ori
     glyph.width = Small(right - left + 1);
     glyph.height = Small(bottom - top + 1);
     glyph.offset = static_cast<uint32_t>(m_pixels.size());
-    for (int y = top; y <= bottom; ++y) {
+    const auto rowBytes = static_cast<size_t>(glyph.RowBytes());
+    m_pixels.resize(m_pixels.size() + rowBytes * static_cast<size_t>(glyph.height), 0);
+    uint8_t* to = m_pixels.data() + glyph.offset;
+    for (int y = top; y <= bottom; ++y, to += rowBytes) {
         const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        for (int x = left; x <= right; ++x) m_pixels.push_back(static_cast<uint8_t>(qAlpha(line[x])));
+        for (int x = left; x <= right; ++x)
+            std::fill_n(to + (x - left) * SGlyph::kBytesPerPixel, SGlyph::kBytesPerPixel,
+                        static_cast<uint8_t>(qAlpha(line[x])));
     }
 }
 

@@ -25,8 +25,16 @@ struct SGridFont {
 
 /// One prepared character: how much of each pixel it covers, 0 to 255, row by row.
 ///
+/// Shape   four equal bytes per pixel, one for each channel, and rows filled up with zeros to a multiple of kPixelGroup
+///         pixels, so that whole groups can be blended at once
 /// Units   device pixels; left and top from the pen position on the baseline
 struct SGlyph {
+    static constexpr int kPixelGroup = 4;
+    static constexpr int kBytesPerPixel = 4;
+
+    /// Bytes from one row of pixels to the next.
+    int RowBytes() const { return (width + kPixelGroup - 1) / kPixelGroup * kPixelGroup * kBytesPerPixel; }
+
     int16_t left = 0;
     int16_t top = 0;
     int16_t width = 0;

@@ -52,4 +52,12 @@ void InstallGridAccessibility() {
     (void)installed;
 }
 
+void AnnounceFocusCell(CGridCtrl& grid) {
+    if (!QAccessible::isActive()) return;
+    const QAccessibleInterface* table = QAccessible::queryAccessibleInterface(&grid);
+    if (table == nullptr) return;
+    QAccessibleValueChangeEvent event(&grid, table->text(QAccessible::Value));
+    QAccessible::updateAccessibility(&event);
+}
+
 } // namespace vx

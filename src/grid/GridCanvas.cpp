@@ -2,14 +2,56 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <array>
+#include <bit>
+#include <cstring>
 
 namespace vx {
 
 namespace {
 
-// Both colours are opaque; coverage 1..255. Red and blue are blended together in one multiplication, green in another;
-// adding half and a 256th of the product divides by 255 exactly.
-inline QRgb Blend(QRgb under, QRgb over, uint32_t coverage) {
+constexpr int kGroup = SGlyph::kPixelGroup;
+constexpr int kGroupBytes = kGroup * SGlyph::kBytesPerPixel;
+
+// Vectors of the compiler, one processor register each: a group of four pixels as bytes, and half a group as 16-bit
+// channels while it is blended.
+using Bytes = uint8_t __attribute__((vector_size(kGroupBytes)));
+using Channels = uint16_t __attribute__((vector_size(kGroupBytes)));
+static_assert(std::endian::native == std::endian::little, "widening puts a zero byte behind each byte");
+
+inline Bytes Load(const void* bytes) {
+    Bytes value;
+    std::memcpy(&value, bytes, sizeof(value));
+    return value;
+}
+inline Channels WidenLow(Bytes b) {
+    return reinterpret_cast<Channels>(
+        __builtin_shufflevector(b, Bytes{}, 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23));
+}
+inline Channels WidenHigh(Bytes b) {
+    return reinterpret_cast<Channels>(
+        __builtin_shufflevector(b, Bytes{}, 8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31));
+}
+
+// Each channel over the other by its coverage; adding a 256th of the rounded sum to it divides by 255 exactly, so
+// coverage 0 leaves a pixel as it is and 255 gives the colour itself.
+inline Channels BlendChannels(Channels under, Channels over, Channels cover) {
+    const Channels sum = over * cover + under * (255 - cover) + 128;
+    return (sum + (sum >> 8)) >> 8;
+}
+
+// Four pixels; over is the colour in each half group's channels.
+inline void BlendGroup(QRgb* to, const uint8_t* coverage, Channels over) {
+    const Bytes under = Load(to);
+    const Bytes cover = Load(coverage);
+    const auto low = reinterpret_cast<Bytes>(BlendChannels(WidenLow(under), over, WidenLow(cover)));
+    const auto high = reinterpret_cast<Bytes>(BlendChannels(WidenHigh(under), over, WidenHigh(cover)));
+    const Bytes blended = __builtin_shufflevector(low, high, 0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30);
+    std::memcpy(to, &blended, sizeof(blended));
+}
+
+// One pixel of the same.
+inline QRgb BlendPixel(QRgb under, QRgb over, uint32_t coverage) {
     const uint32_t rest = 255 - coverage;
     uint32_t rb = (over & 0xFF00FFu) * coverage + (under & 0xFF00FFu) * rest + 0x800080u;
     rb = (rb + (rb >> 8 & 0xFF00FFu)) >> 8 & 0xFF00FFu;
@@ -22,8 +64,9 @@ inline QRgb Blend(QRgb under, QRgb over, uint32_t coverage) {
 
 void CGridCanvas::Begin(const QRect& place) {
     m_place = place;
-    if (m_image.width() < place.width() || m_image.height() < place.height())
-        m_image = QImage(std::max(m_image.width(), place.width()), std::max(m_image.height(), place.height()),
+    if (m_image.width() < place.width() + kGroup || m_image.height() < place.height())
+        // The last group of a character may reach over the edge of the strip.
+        m_image = QImage(std::max(m_image.width(), place.width() + kGroup), std::max(m_image.height(), place.height()),
                          QImage::Format_RGB32);
     m_pixels = reinterpret_cast<QRgb*>(m_image.bits());
     m_stride = static_cast<int>(m_image.bytesPerLine() / static_cast<qsizetype>(sizeof(QRgb)));
@@ -51,15 +94,22 @@ void CGridCanvas::Glyph(const CGlyphAtlas& atlas, const SGlyph& glyph, int x, in
     const int x1 = std::min({left + glyph.width - 1, clip.right(), m_place.right()});
     const int y0 = std::max({top, clip.top(), m_place.top()});
     const int y1 = std::min({top + glyph.height - 1, clip.bottom(), m_place.bottom()});
-    const uint8_t* pixels = atlas.Pixels(glyph);
-    for (int row = y0; row <= y1; ++row) {
-        const uint8_t* cover = pixels + (row - top) * glyph.width + (x0 - left);
-        QRgb* to = Line(row) + (x0 - m_place.left());
-        for (int n = x1 - x0; n >= 0; --n, ++cover, ++to) {
-            if (*cover == 0) continue;
-            *to = *cover == 255 ? color : Blend(*to, color, *cover);
-        }
+    if (x0 > x1 || y0 > y1) return;
+    const int rowBytes = glyph.RowBytes();
+    const uint8_t* cover = atlas.Pixels(glyph) + (y0 - top) * rowBytes;
+    QRgb* to = Line(y0) + (left - m_place.left());
+    if (x1 - x0 + 1 < glyph.width) {
+        for (int y = y0; y <= y1; ++y, cover += rowBytes, to += m_stride)
+            for (int i = x0 - left; i <= x1 - left; ++i)
+                to[i] = BlendPixel(to[i], color, cover[i * SGlyph::kBytesPerPixel]);
+        return;
     }
+    std::array<QRgb, kGroup> group;
+    group.fill(color);
+    const Channels channels = WidenLow(Load(group.data()));
+    for (int y = y0; y <= y1; ++y, cover += rowBytes, to += m_stride)
+        for (int i = 0; i < rowBytes; i += kGroupBytes)
+            BlendGroup(to + i / SGlyph::kBytesPerPixel, cover + i, channels);
 }
 
 void CGridCanvas::Flush(QPainter& painter) const {

@@ -21,7 +21,7 @@ constexpr int kMinFitWidth = 24;
 
 } // namespace
 
-CGridCtrl::CGridCtrl(QWidget* parent) : QAbstractScrollArea(parent) {
+CGridCtrl::CGridCtrl(QWidget* parent) : QAbstractScrollArea(parent), m_corner(new QWidget) {
     InstallGridAccessibility();
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
@@ -29,6 +29,8 @@ CGridCtrl::CGridCtrl(QWidget* parent) : QAbstractScrollArea(parent) {
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->setAttribute(Qt::WA_NoSystemBackground);
     viewport()->setMouseTracking(true);
+    m_corner->setAutoFillBackground(true);
+    setCornerWidget(m_corner);
     m_fonts.SetDotsPerInch(logicalDpiY());
     ChooseTheme();
     MeasureFonts();
@@ -63,14 +65,14 @@ int CGridCtrl::FitWidth(int column) {
     if (m_source == nullptr || column < 1 || column > ColumnCount()) return ColumnWidth(column);
     m_cell.Reset();
     m_source->FillHeader(column, m_cell);
-    int width = std::max(kMinFitWidth, CGridPainter::NeededWidth(m_cell, m_fonts));
+    int width = std::max(kMinFitWidth, CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()));
     const auto measure = [&](int first, int last) {
         for (int row = first; row <= last; ++row) {
             m_cell.Reset();
             if (m_source->FillSpan(row, m_cell)) continue;
             m_cell.Reset();
             m_source->FillCell(row, column, m_cell);
-            width = std::max(width, CGridPainter::NeededWidth(m_cell, m_fonts));
+            width = std::max(width, CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()));
         }
     };
     measure(1, std::min(RowCount(), kFitRows));
@@ -108,7 +110,23 @@ void CGridCtrl::ChooseTheme() {
     const bool dark = m_themeMode == EThemeMode::Dark ||
                       (m_themeMode == EThemeMode::System && palette().color(QPalette::Base).lightness() < kMiddleGray);
     m_theme = dark ? &kDarkGridTheme : &kLightGridTheme;
+    DressScrollBars();
     UpdateAll();
+}
+
+void CGridCtrl::DressScrollBars() {
+    // A theme of the grid's own reaches to its edges; otherwise they are the desktop's.
+    QPalette own;
+    if (m_themeMode != EThemeMode::System) {
+        own.setColor(QPalette::Window, QColor::fromRgb(m_theme->header));
+        own.setColor(QPalette::Base, QColor::fromRgb(m_theme->header));
+        own.setColor(QPalette::Button, QColor::fromRgb(m_theme->headerSelected));
+        own.setColor(QPalette::WindowText, QColor::fromRgb(m_theme->headerText));
+        own.setColor(QPalette::ButtonText, QColor::fromRgb(m_theme->headerText));
+    }
+    horizontalScrollBar()->setPalette(own);
+    verticalScrollBar()->setPalette(own);
+    m_corner->setPalette(own);
 }
 
 int CGridCtrl::AddFont(const SGridFont& font) {
@@ -138,7 +156,7 @@ void CGridCtrl::FitRowNumbers() {
         m_cell.Reset();
         const std::array<char, 16> zeros = {'0', '0', '0', '0', '0', '0', '0', '0', '0', '0'};
         m_cell.SetText({zeros.data(), static_cast<size_t>(std::max(digits, kMinNumberDigits))});
-        width = CGridPainter::NeededWidth(m_cell, m_fonts);
+        width = CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF());
     }
     m_geometry.SetColumnWidth(0, width);
 }
@@ -155,9 +173,18 @@ void CGridCtrl::LayoutChanged() {
     verticalScrollBar()->setPageStep(std::max(1, m_geometry.ScrolledHeight()));
     verticalScrollBar()->setRange(0, m_geometry.MaxScrollY());
     verticalScrollBar()->setValue(scroll.y());
-    const SGridSelection clamped = Clamped(m_selection);
-    if (clamped != m_selection) UpdateSelection(clamped);
+    KeepSelectionInside();
     VisibleCellsChanged();
+}
+
+void CGridCtrl::KeepSelectionInside() {
+    UpdateSelection(Clamped(m_selection));
+    SGridCell focus = m_selection.focus;
+    if (ColumnWidth(focus.column) > 0) return;
+    // The column under the focus has been hidden: on to its neighbour, the next one if there is one.
+    const int next = NextColumn(focus.column, 1);
+    focus.column = next != focus.column ? next : NextColumn(focus.column, -1);
+    UpdateSelection({focus, focus, focus});
 }
 
 void CGridCtrl::VisibleCellsChanged() {
@@ -190,7 +217,7 @@ void CGridCtrl::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     const SGridScene scene = Scene();
     ++m_counters.passes;
-    for (const QRect& rect : event->region()) m_counters.cells += m_painter.Paint(painter, rect, scene);
+    m_counters.cells += m_painter.Paint(painter, event->region(), scene);
 }
 
 void CGridCtrl::FlushChanges() {
@@ -199,7 +226,8 @@ void CGridCtrl::FlushChanges() {
     const QRegion region = m_dirty.Take(m_geometry, flash ? &m_flash : nullptr, CClock::Instance().MonotonicMs());
     if (region.isEmpty()) return;
     viewport()->update(region);
-    if (m_flash.Any() && !m_flashTimer.isActive()) m_flashTimer.start(static_cast<int>(CCellFlash::kShowMs), this);
+    if (m_flash.Any() && !m_flashTimer.isActive())
+        m_flashTimer.start(static_cast<int>(CCellFlash::kShowMs), Qt::PreciseTimer, this);
 }
 
 void CGridCtrl::timerEvent(QTimerEvent* event) {
@@ -234,6 +262,7 @@ void CGridCtrl::UpdateSelection(const SGridSelection& next) {
     if (m_selection == old) return;
     const QRect header(0, 0, viewport()->width(), m_geometry.HeaderHeight());
     viewport()->update(QRegion(header) | RangeRect(old.Range()) | RangeRect(m_selection.Range()));
+    if (m_selection.focus != old.focus) AnnounceFocusCell(*this);
     if (m_selection.focus != old.focus) Q_EMIT FocusCellChanged(m_selection.focus.row, m_selection.focus.column);
     if (m_selection.Range() != old.Range()) Q_EMIT SelectionChanged();
 }

@@ -123,6 +123,8 @@ private:
     void MeasureFonts();
     void FitRowNumbers();
     void ChooseTheme();
+    void DressScrollBars();
+    void KeepSelectionInside();
     void UpdateSelection(const SGridSelection& next);
     SGridSelection Clamped(SGridSelection selection) const;
     QRect RangeRect(const SGridRange& range) const;
@@ -146,6 +148,7 @@ private:
     void UpdateCursor(const QPoint& place);
     void ResizeByUser(int column, int width);
 
+    QWidget* m_corner; // between the scroll bars; the scroll area owns it
     const CCellSource* m_source = nullptr;
     CGridGeometry m_geometry;
     CGridFonts m_fonts;

@@ -221,11 +221,11 @@ void CGridCtrl::DragTo(const QPoint& place) {
     const bool columnsMove = m_drag != EDrag::SelectRows;
     const int step = m_geometry.RowHeight();
     const int down = !rowsMove ? 0 : place.y() > cells.bottom() ? step : place.y() < cells.top() ? -step : 0;
-    const bool overLocked = place.x() >= 0 && place.x() < cells.left();
-    const int right = !columnsMove                                                ? 0
-                      : place.x() > cells.right()                                 ? step
-                      : place.x() < 0 || (overLocked && m_geometry.ScrollX() > 0) ? -step
-                                                                                  : 0;
+    const bool fromScrolled = m_selection.anchor.column > m_geometry.ShownLockedColumns();
+    const int right = !columnsMove                                    ? 0
+                      : place.x() > cells.right()                     ? step
+                      : place.x() < (fromScrolled ? cells.left() : 0) ? -step
+                                                                      : 0;
     m_dragPlace = place;
     if (down == 0 && right == 0)
         m_dragTimer.stop();
@@ -234,8 +234,8 @@ void CGridCtrl::DragTo(const QPoint& place) {
     verticalScrollBar()->setValue(verticalScrollBar()->value() + down);
     horizontalScrollBar()->setValue(horizontalScrollBar()->value() + right);
 
-    const int x = std::clamp(place.x(), m_geometry.ColumnWidth(0),
-                             std::max(0, std::min(cells.right(), m_geometry.ContentRight() - 1)));
+    const int left = m_geometry.ColumnWidth(0);
+    const int x = std::clamp(place.x(), left, std::max(left, std::min(cells.right(), m_geometry.ContentRight() - 1)));
     const int y = std::clamp(place.y(), cells.top(),
                              std::max(cells.top(), std::min(cells.bottom(), m_geometry.ContentBottom() - 1)));
     const SGridCell at = CellAt({x, y});
@@ -316,7 +316,7 @@ QString CGridCtrl::TipAt(int row, int column) {
         m_cell.Reset();
         m_source->FillCell(row, column, m_cell);
     }
-    return CGridPainter::NeededWidth(m_cell, m_fonts) > room ? QtText(m_cell.Text()) : QString();
+    return CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()) > room ? QtText(m_cell.Text()) : QString();
 }
 
 } // namespace vx

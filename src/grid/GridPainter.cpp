@@ -53,11 +53,11 @@ int RunWidth(CGlyphAtlas& atlas, const SCell& cell) {
 
 } // namespace
 
-int CGridPainter::NeededWidth(const SCell& cell, CGridFonts& fonts) {
-    return RunWidth(fonts.Atlas(cell.font, 1), cell) + 2 * kTextPadding + 1;
+int CGridPainter::NeededWidth(const SCell& cell, CGridFonts& fonts, double scale) {
+    // One pixel for the grid line and one for edges that fall between device pixels.
+    const double text = RunWidth(fonts.Atlas(cell.font, scale), cell) / scale;
+    return static_cast<int>(std::ceil(text)) + 2 * kTextPadding + 2;
 }
-
-int CGridPainter::Device(int length) const { return static_cast<int>(std::lround(length * m_scale)); }
 
 QRect CGridPainter::Device(const QRect& rect) const {
     const int left = Device(rect.left());
@@ -65,17 +65,25 @@ QRect CGridPainter::Device(const QRect& rect) const {
     return {left, top, Device(rect.left() + rect.width()) - left, Device(rect.top() + rect.height()) - top};
 }
 
-int CGridPainter::Paint(QPainter& painter, const QRect& rect, const SGridScene& scene) {
+int CGridPainter::Paint(QPainter& painter, const QRegion& region, const SGridScene& scene) {
     m_scene = &scene;
     m_painted = 0;
     m_selected = scene.selection.Range();
     const double scale = painter.deviceTransform().m11();
     m_scale = scale > 0 ? scale : 1;
+    m_scaleFixed = std::lround(m_scale * (int64_t{1} << kFixedBits));
     m_line = std::max(1, static_cast<int>(m_scale));
 
     painter.save();
     painter.scale(1 / m_scale, 1 / m_scale);
-    const CGridGeometry& geometry = scene.geometry;
+    for (const QRect& rect : region) PaintRect(painter, rect);
+    painter.restore();
+    m_scene = nullptr;
+    return m_painted;
+}
+
+void CGridPainter::PaintRect(QPainter& painter, const QRect& rect) {
+    const CGridGeometry& geometry = m_scene->geometry;
     if (rect.top() < geometry.HeaderHeight()) PaintStrip(painter, 0, rect);
     const int top = std::max(rect.top(), geometry.HeaderHeight());
     const int firstRow = geometry.RowAt(top);
@@ -83,8 +91,6 @@ int CGridPainter::Paint(QPainter& painter, const QRect& rect, const SGridScene& 
         for (int row = firstRow; row <= geometry.RowCount() && geometry.RowTop(row) <= rect.bottom(); ++row)
             PaintStrip(painter, row, rect);
     PaintEmptySpace(painter, rect);
-    painter.restore();
-    return m_painted;
 }
 
 void CGridPainter::PaintEmptySpace(QPainter& painter, const QRect& rect) {

@@ -45,21 +45,23 @@ struct SGridScene {
 /// Thread  GUI thread only
 class CGridPainter {
 public:
-    /// The painter's transformation may scale (high-DPI screens, pictures), equally both ways; texts and lines then
-    /// stand on whole device pixels.
+    /// Paints the rectangles of a region. The painter's transformation may scale (high-DPI screens, pictures), equally
+    /// both ways; texts and lines then stand on whole device pixels.
     ///
     /// Returns the number of cells painted, header cells and spanning rows counted once each
-    int Paint(QPainter& painter, const QRect& rect, const SGridScene& scene);
+    int Paint(QPainter& painter, const QRegion& region, const SGridScene& scene);
 
     /// Space between a cell's edge and its text, in logical pixels.
     static constexpr int kTextPadding = 5;
-    /// The width in logical pixels that a cell needs to show its text whole.
-    static int NeededWidth(const SCell& cell, CGridFonts& fonts);
+    /// The width in logical pixels that a cell needs to show its text whole on a screen of a scale.
+    static int NeededWidth(const SCell& cell, CGridFonts& fonts, double scale);
 
 private:
     QRect Device(const QRect& rect) const;
-    int Device(int length) const;
+    /// The nearest device pixel.
+    int Device(int length) const { return static_cast<int>((length * m_scaleFixed + kHalf) >> kFixedBits); }
 
+    void PaintRect(QPainter& painter, const QRect& rect);
     void PaintStrip(QPainter& painter, int row, const QRect& clip);
     void PaintRow(int row);
     void PaintSpan(int row);
@@ -74,7 +76,10 @@ private:
     void DrawRun(CGlyphAtlas& atlas, std::string_view text, int x, int baseline, QRgb color, const QRect& clip);
 
     const SGridScene* m_scene = nullptr;
+    static constexpr int kFixedBits = 16;
+    static constexpr int64_t kHalf = int64_t{1} << (kFixedBits - 1);
     double m_scale = 1;
+    int64_t m_scaleFixed = int64_t{1} << kFixedBits;
     int m_line = 1; // thickness in device pixels
     int m_painted = 0;
     SGridRange m_selected;

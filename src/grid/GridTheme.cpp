@@ -22,8 +22,9 @@ double Luminance(QRgb color) {
 } // namespace
 
 double ContrastRatio(QRgb a, QRgb b) {
-    const auto [low, high] = std::minmax(Luminance(a), Luminance(b));
-    return (high + 0.05) / (low + 0.05);
+    const double one = Luminance(a);
+    const double other = Luminance(b);
+    return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
 }
 
 QRgb ReadableRoleColor(const SGridTheme& theme, ETextRole role, QRgb background) {

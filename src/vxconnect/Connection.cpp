@@ -56,7 +56,7 @@ void CConnection::Flush() {
         }
     }
     if (!m_open) return;
-    m_writable.setEnabled(m_queue.Size() > 0);
+    m_writable.setEnabled(m_queue.Size() > 0 || m_waiting || HoldsBack());
     if (m_closing && m_queue.Size() == 0) Fail();
 }
 
@@ -88,10 +88,9 @@ void CConnection::OnWritable() {
     if (!m_open || m_queue.Size() > m_queueLimit / 2) return;
     OnRoom();
     Flush();
-    if (m_waiting && HasRoom()) {
-        m_waiting = false;
-        HandleLines();
-    }
+    if (!m_waiting || !HasRoom()) return;
+    m_waiting = false;
+    HandleLines();
 }
 
 void CConnection::HandleLines() {
@@ -124,7 +123,7 @@ void CConnection::KeepRest(size_t begin) {
     if (m_inputEnd == m_input->size()) {
         m_skipping = true;
         m_inputEnd = 0;
-        OnOverlongLine();
+        if (HasRoom()) OnOverlongLine();
     }
 }
 

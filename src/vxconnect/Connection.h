@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QSocketNotifier>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <functional>
@@ -51,15 +52,17 @@ public:
     void Flush();
     /// Flushes when enough has gathered to be worth a call.
     void FlushWhenFull() {
-        if (m_queue.Size() >= kFlushBytes) Flush();
+        if (m_queue.Size() >= std::min(kFlushBytes, m_queueLimit)) Flush();
     }
     /// Closes as soon as the queue is empty.
     void CloseWhenSent();
 
 protected:
     virtual void OnLine(std::string_view line) = 0;
-    /// A command line was too long and is passed over.
+    /// A command line was too long and is passed over; only called while the queue has room.
     virtual void OnOverlongLine() {}
+    /// Whether lines are held back until there is room.
+    virtual bool HoldsBack() const { return false; }
     /// The queue has become less than half full: what was held back may be added.
     virtual void OnRoom() {}
     /// The client will send nothing more.

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <string_view>
 
 #include <fmt/format.h>
@@ -27,12 +28,13 @@ public:
           m_start(market.StartDate()), m_random(SymbolSeed(~market.Seed(), m_listing.symbol)) {}
 
     std::string Line() {
+        m_line.reserve(512);
         Text("F");
         Text(m_listing.symbol);
         Text("SIM");
         Text(m_listing.name);
         Text(m_fund ? "" : m_listing.symbol);
-        YearRange();
+        Extremes(m_now.YearExtremes());
         Earnings();
         Balance();
         Dates();
@@ -48,33 +50,17 @@ private:
         m_line += ',';
     }
     void Empty(int count = 1) { m_line.append(static_cast<size_t>(count), ','); }
-    void Number(double value, int places = 2) { Text(fmt::format("{:.{}f}", value, places)); }
-    void Whole(double value) { Text(fmt::format("{:.0f}", value)); }
+    void Number(double value, int places = 2) { fmt::format_to(std::back_inserter(m_line), "{:.{}f},", value, places); }
+    void Whole(double value) { Number(value, 0); }
     void Price(double value) { Number(value, m_now.Decimals()); }
     double Last() const { return static_cast<double>(m_now.Value(EField::Last)) / kPriceUnit; }
     PackedDate DaysAgo(uint32_t least, uint32_t most) {
         return AddDays(m_start, -static_cast<int>(least + m_random.Below(most - least)));
     }
 
-    // The extremes that the simulation itself sets move the figures told, and their dates.
-    void YearRange() {
-        const double seenHigh = static_cast<double>(m_now.HighestSeen()) / kPriceUnit;
-        const double seenLow = static_cast<double>(m_now.LowestSeen()) / kPriceUnit;
-        m_calHigh = m_ticker.price * m_random.Between(1.005, 1.06);
-        m_calLow = m_ticker.price * m_random.Between(0.94, 0.995);
-        m_yearHigh = m_calHigh * m_random.Between(1.0, 1.35);
-        m_yearLow = m_calLow * m_random.Between(0.62, 1.0);
-        const std::array<double*, 2> highs = {&m_yearHigh, &m_calHigh};
-        const std::array<double*, 2> lows = {&m_yearLow, &m_calLow};
-        for (size_t i = 0; i < highs.size(); ++i) {
-            const uint32_t least = i == 0 ? 32 : 1, most = i == 0 ? 364 : 29;
-            m_highDates[i] = seenHigh > *highs[i] ? m_now.Date() : DaysAgo(least, most);
-            m_lowDates[i] = seenLow < *lows[i] ? m_now.Date() : DaysAgo(least, most);
-            *highs[i] = std::max(*highs[i], seenHigh);
-            *lows[i] = std::min(*lows[i], seenLow);
-        }
-        Price(m_yearHigh);
-        Price(m_yearLow);
+    void Extremes(const SExtremes& extremes) {
+        Price(static_cast<double>(extremes.high) / kPriceUnit);
+        Price(static_cast<double>(extremes.low) / kPriceUnit);
     }
 
     void Earnings() {
@@ -83,8 +69,7 @@ private:
         const double dividend = m_ticker.dividend, earnings = m_ticker.earnings;
         m_fund ? Empty() : Number(growth);
         Number(beta);
-        Price(m_calHigh);
-        Price(m_calLow);
+        Extremes(m_now.CalendarExtremes());
         earnings != 0 ? Number(earnings) : Empty();
         dividend > 0 ? Number(dividend / 4, 4) : Empty();
         dividend > 0 ? Number(dividend, 4) : Empty();
@@ -125,10 +110,10 @@ private:
         pays ? Text(DateText(paid)) : Empty();
         Whole(m_sector.sic);
         Number(m_sector.dayDeviation * std::sqrt(252.0) * 100 * m_random.Between(0.85, 1.2));
-        Text(DateText(m_highDates[0]));
-        Text(DateText(m_lowDates[0]));
-        Text(DateText(m_highDates[1]));
-        Text(DateText(m_lowDates[1]));
+        for (const SExtremes& extremes : {m_now.YearExtremes(), m_now.CalendarExtremes()}) {
+            Text(DateText(extremes.highDate));
+            Text(DateText(extremes.lowDate));
+        }
     }
 
     void Codes() {
@@ -161,8 +146,6 @@ private:
     const PackedDate m_start;
     CRandom m_random;
     std::string m_line;
-    double m_yearHigh = 0, m_yearLow = 0, m_calHigh = 0, m_calLow = 0;
-    std::array<PackedDate, 2> m_highDates{}, m_lowDates{}; // Of the last 52 weeks, of the calendar year.
 };
 
 } // namespace

@@ -10,13 +10,13 @@ namespace vx::sim {
 
 namespace {
 
-constexpr int kSessionSeconds = kSessionClose - kSessionOpen;
-constexpr double kEventsPerSession = kSessionSeconds * 1000.0 / kEventPaceMs;
+constexpr int kBusyPaceMs = 300;
+constexpr int kQuietPaceMs = 900;
+constexpr double kBusyMillions = 25; // Shares a day.
 constexpr double kTradesPerEvent = 0.37;
 constexpr int kWarmUpEvents = 60;
 constexpr int kSettlingEvents = 20; // At the usual pace, so that quote and last trade belong together.
-constexpr int kWarmUpPaceMs = (kFeedStart - kSessionOpen) * 1000 / kWarmUpEvents;
-constexpr int kWarmUpWeight = kWarmUpPaceMs / kEventPaceMs; // Each event stands for so many.
+constexpr MarketMs kWarmUpPaceMs = -kFirstSessionBegin / (kWarmUpEvents + 2);
 constexpr int64_t kFraction = 1'000'000;
 
 // How much more the price moves in each half hour of the session than on average.
@@ -38,8 +38,11 @@ CInstrument::CInstrument(std::string symbol, const STicker& ticker, uint64_t see
     m_sharesThousands = Rounded(ticker.sharesMillions * 1000);
     m_averageVolume = Rounded(ticker.volumeMillions * 1e6);
     m_earnings = Rounded(ticker.earnings * kPriceUnit);
-    m_eventDeviation = SectorOf(ticker.sector).dayDeviation / std::sqrt(kEventsPerSession);
-    m_meanTradeSize = std::max(1.0, static_cast<double>(m_averageVolume) / (kEventsPerSession * kTradesPerEvent));
+    const double busy = std::min(1.0, ticker.volumeMillions / kBusyMillions);
+    m_paceMs = kQuietPaceMs - static_cast<int>(busy * (kQuietPaceMs - kBusyPaceMs));
+    m_eventsPerSession = static_cast<double>(kSessionMs) / m_paceMs;
+    m_eventDeviation = SectorOf(ticker.sector).dayDeviation / std::sqrt(m_eventsPerSession);
+    m_meanTradeSize = std::max(1.0, static_cast<double>(m_averageVolume) / (m_eventsPerSession * kTradesPerEvent));
     const double priceTicks = static_cast<double>(m_base) / static_cast<double>(m_tickSize);
     m_spreadTicks = std::max(1.0, priceTicks * (ticker.volumeMillions > 10 ? 0.00008 : 0.0003));
 
@@ -53,26 +56,50 @@ CInstrument::CInstrument(std::string symbol, const STicker& ticker, uint64_t see
     Put(EField::FractionDisplayCode, 14);
     Put(EField::DecimalPrecision, Decimals());
     Put(EField::PreviousDayVolume, Rounded(static_cast<double>(m_averageVolume) * m_random.Between(0.7, 1.3)));
-    m_highest = m_lowest = m_base;
+    MakePast(seed);
     StartSession(
         OnGrid(static_cast<double>(m_base) * (1 + SectorOf(ticker.sector).dayDeviation * 0.4 * m_random.Normal())));
-    for (int i = 0; i < kWarmUpEvents; ++i) Step(kWarmUpPaceMs, kWarmUpWeight);
-    m_clockMs = int64_t{kFeedStart} * 1000 - kSettlingEvents * kEventPaceMs;
-    for (int i = 0; i < kSettlingEvents; ++i) Step(kEventPaceMs, 1);
+    // Each event stands for so many as its time would have held.
+    for (int i = 0; i < kWarmUpEvents; ++i, m_now += kWarmUpPaceMs) Step(static_cast<int>(kWarmUpPaceMs) / m_paceMs);
+    for (m_now = -kSettlingEvents * m_paceMs; m_now < 0; m_now += m_paceMs) Step(1);
+    m_now = 0;
+    PlanNext();
+}
+
+// The year before the simulation: its extremes lie around the price it starts from.
+void CInstrument::MakePast(uint64_t seed) {
+    CRandom past(SymbolSeed(seed + 1, m_symbol));
+    const double base = static_cast<double>(m_base);
+    const auto day = [&](uint32_t least, uint32_t most) {
+        return AddDays(m_date, -static_cast<int>(least + past.Below(most - least)));
+    };
+    const auto dayOfThisYear = [&] {
+        const PackedDate date = day(1, 29);
+        return date / 10000 == m_date / 10000 ? date : m_date;
+    };
+    m_calendarExtremes = {OnGrid(base * past.Between(1.005, 1.06)), OnGrid(base * past.Between(0.94, 0.995)),
+                          dayOfThisYear(), dayOfThisYear()};
+    m_yearExtremes = {OnGrid(static_cast<double>(m_calendarExtremes.high) * past.Between(1.0, 1.35)),
+                      OnGrid(static_cast<double>(m_calendarExtremes.low) * past.Between(0.62, 1.0)), day(32, 364),
+                      day(32, 364)};
 }
 
 SUpdate CInstrument::Tick() {
     m_changed = {};
     m_contents = 0;
+    m_newExtreme = false;
     SUpdate out;
-    if (m_clockMs >= int64_t{kSessionClose} * 1000) {
+    m_now = m_next;
+    if (m_now >= m_sessionBegin + kSessionMs) {
         EndSession();
         out.newSession = true;
     } else {
-        Step(kEventPaceMs, 1);
+        Step(1);
     }
+    PlanNext();
     Announce(EField::MessageContents, m_contents);
     out.changed = m_changed;
+    out.newExtreme = m_newExtreme;
     return out;
 }
 
@@ -93,8 +120,22 @@ int64_t CInstrument::OnGrid(double price) const {
     return std::max<int64_t>(10, Rounded(ticks)) * m_tickSize;
 }
 
-void CInstrument::Step(int meanMs, int weight) {
-    m_clockMs += 1 + m_random.Below(static_cast<uint32_t>(2 * meanMs - 1));
+void CInstrument::PlanNext() {
+    m_next = m_now + 1 + m_random.Below(static_cast<uint32_t>(2 * m_paceMs - 1));
+    const MarketMs nextSession = m_sessionBegin + kSessionMs;
+    if (m_next >= nextSession) m_next = nextSession + m_random.Below(1000);
+}
+
+void CInstrument::SkipTo(MarketMs now) {
+    while (now >= m_sessionBegin + kSessionMs) {
+        m_now = m_sessionBegin + kSessionMs;
+        EndSession();
+    }
+    m_now = std::max(m_now, now);
+    PlanNext();
+}
+
+void CInstrument::Step(int weight) {
     MoveMid(weight);
     if (m_random.Unit() < 1 - kTradesPerEvent) {
         Quote();
@@ -105,20 +146,19 @@ void CInstrument::Step(int meanMs, int weight) {
 
 void CInstrument::MoveMid(int weight) {
     constexpr double kFloor = 0.02, kShock = 0.05, kMemory = 0.93; // Together 1: the variance keeps its mean.
-    constexpr double kPull = 1.0 / 20000;
+    const double pull = 2 / m_eventsPerSession;
     const double shock = m_random.Normal();
     const int64_t halfHour = std::clamp<int64_t>((Seconds() - kSessionOpen) / 1800, 0, kHalfHours.size() - 1);
     const double deviation = m_eventDeviation * kHalfHours[static_cast<size_t>(halfHour)] *
                              std::sqrt(m_variance * static_cast<double>(weight));
-    m_mid += m_mid * deviation * shock + (m_anchor - m_mid) * kPull * weight;
+    m_mid += m_mid * deviation * shock + (m_anchor - m_mid) * pull * weight;
     m_mid = std::clamp(m_mid, m_anchor * 0.5, m_anchor * 1.5);
     m_variance = std::clamp(kFloor + m_variance * (kShock * shock * shock + kMemory), 0.1, 25.0);
 }
 
 void CInstrument::StartSession(int64_t open) {
-    m_clockMs = int64_t{kSessionOpen} * 1000 + m_random.Below(1000);
     m_mid = static_cast<double>(open);
-    m_anchor = m_mid * (1 + m_eventDeviation * std::sqrt(kEventsPerSession) * 0.5 * m_random.Normal());
+    m_anchor = m_mid * (1 + m_eventDeviation * std::sqrt(m_eventsPerSession) * 0.5 * m_random.Normal());
     m_notional = m_qualifying = 0;
     Put(EField::TotalVolume, 0);
     Put(EField::TradesToday, 0);
@@ -133,11 +173,14 @@ void CInstrument::StartSession(int64_t open) {
 
 void CInstrument::EndSession() {
     const int64_t last = Value(EField::Last);
+    const PackedDate newYear = m_date / 10000 * 10000 + 1231;
     m_date = NextSessionDate(m_date);
+    m_sessionBegin += kSessionMs;
+    if (m_date > newYear) m_calendarExtremes = {last, last, m_date, m_date};
     Put(EField::Close, last);
     Put(EField::PreviousDayVolume, Value(EField::TotalVolume));
     m_contents |= kContentsClose;
-    const double night = m_eventDeviation * std::sqrt(kEventsPerSession) * 0.4 * m_random.Normal();
+    const double night = m_eventDeviation * std::sqrt(m_eventsPerSession) * 0.4 * m_random.Normal();
     const double level = static_cast<double>(m_base) + 0.98 * static_cast<double>(last - m_base);
     StartSession(
         OnGrid(std::clamp(level * (1 + night), 0.2 * static_cast<double>(m_base), 5.0 * static_cast<double>(m_base))));
@@ -222,8 +265,8 @@ void CInstrument::LastTrade(int64_t price, int64_t size, int weight) {
         Put(EField::Low, price);
         m_contents |= kContentsLow;
     }
-    m_highest = std::max(m_highest, price);
-    m_lowest = std::min(m_lowest, price);
+    m_newExtreme |= m_calendarExtremes.Include(price, m_date);
+    m_newExtreme |= m_yearExtremes.Include(price, m_date);
     m_notional += price * size * weight;
     m_qualifying += size * weight;
     Put(EField::Vwap, (m_notional + m_qualifying / 2) / m_qualifying);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vxconnect/Extremes.h"
 #include "vxconnect/Random.h"
 #include "vxconnect/SessionClock.h"
 #include "vxconnect/Tickers.h"
@@ -12,7 +13,6 @@
 namespace vx::sim {
 
 constexpr int64_t kPriceUnit = 10000; ///< Prices are integers in ten-thousandths of a dollar.
-constexpr int kEventPaceMs = 500;     ///< Mean time between two events of one symbol, on the symbol's own clock.
 constexpr int kTickUp = 173;          ///< Tick codes: how a last-qualifying trade compares with the one before.
 constexpr int kTickDown = 175;
 constexpr int kTickSame = 183;
@@ -21,13 +21,15 @@ constexpr int kTickSame = 183;
 struct SUpdate {
     CFieldMask changed;
     bool newSession = false; ///< A new day began: everything is to be told again, the fundamentals too.
+    bool newExtreme = false; ///< The year's high or low was passed: the fundamentals are to be told again.
 };
 
 /// One simulated security: its quote, its trades and every figure derived from them.
 ///
 /// The price is a random walk on the exchange's tick grid: its volatility comes in clusters, is higher after the open
 /// and before the close, and it is drawn slowly back to the day's own level. The n-th event depends on nothing but
-/// the seed, the symbol and n; its time stamp comes from the symbol's own clock, kEventPaceMs an event on average.
+/// the seed, the symbol and n; its time stamp comes from the symbol's own clock, which an event moves on by 300 to 900
+/// milliseconds on average, the less the more the symbol is traded.
 ///
 /// Units   money in ten-thousandths of a dollar, fractions in millionths, times in seconds of the day
 /// Thread  any one
@@ -38,6 +40,11 @@ public:
 
     /// Makes the next event happen; never allocates.
     SUpdate Tick();
+    /// When the last event was, on this symbol's own clock, and when the next one will be.
+    MarketMs Now() const { return m_now; }
+    MarketMs Next() const { return m_next; }
+    /// Puts the symbol's own clock forward without an event, over the nights in between if need be.
+    void SkipTo(MarketMs now);
 
     const std::string& Symbol() const { return m_symbol; }
     /// The value of a field that Present() holds, else 0; the shape is the one of kFields.
@@ -49,15 +56,17 @@ public:
     /// The smallest step of the price, in ten-thousandths: a cent from one dollar up, else 1.
     int64_t TickSize() const { return m_tickSize; }
     PackedDate Date() const { return m_date; }
-    /// The highest and the lowest qualifying trade since the simulation began.
-    int64_t HighestSeen() const { return m_highest; }
-    int64_t LowestSeen() const { return m_lowest; }
+    /// Of the last 52 weeks and of the calendar year; no qualifying trade lies outside.
+    const SExtremes& YearExtremes() const { return m_yearExtremes; }
+    const SExtremes& CalendarExtremes() const { return m_calendarExtremes; }
 
 private:
     void Put(EField field, int64_t value);
     void Announce(EField field, int64_t value);
-    void Step(int meanMs, int weight);
+    void Step(int weight);
+    void PlanNext();
     void MoveMid(int weight);
+    void MakePast(uint64_t seed);
     void StartSession(int64_t open);
     void EndSession();
     void Quote();
@@ -70,7 +79,7 @@ private:
     void Derive();
     int64_t TradeSize();
     int64_t OnGrid(double price) const;
-    int64_t Seconds() const { return m_clockMs / 1000; }
+    int64_t Seconds() const { return kSessionOpen + (m_now - m_sessionBegin) / 1000; }
 
     std::array<int64_t, kFieldCount> m_values{};
     CFieldMask m_present;
@@ -78,7 +87,11 @@ private:
     CRandom m_random;
     uint32_t m_contents = 0;
     PackedDate m_date;
-    int64_t m_clockMs = 0;
+    MarketMs m_now = kFirstSessionBegin;
+    MarketMs m_next = 0;
+    MarketMs m_sessionBegin = kFirstSessionBegin;
+    int m_paceMs; // Mean time between two events.
+    double m_eventsPerSession;
     double m_mid = 0;        // Where the price really is, between the ticks.
     double m_anchor = 0;     // The level that the day is drawn to.
     double m_variance = 1;   // Of one event, as a multiple of its long-run mean.
@@ -92,8 +105,9 @@ private:
     int64_t m_earnings;
     int64_t m_notional = 0;   // Of today's qualifying trades.
     int64_t m_qualifying = 0; // Shares of today's qualifying trades.
-    int64_t m_highest = 0;
-    int64_t m_lowest = 0;
+    SExtremes m_yearExtremes;
+    SExtremes m_calendarExtremes;
+    bool m_newExtreme = false;
     std::string m_symbol;
 };
 

@@ -1,6 +1,5 @@
 #include "vxconnect/Level1Client.h"
 
-#include "base/Text.h"
 #include "vxconnect/Fundamentals.h"
 #include "vxconnect/QuoteLine.h"
 
@@ -14,16 +13,16 @@ namespace vx::sim {
 
 namespace {
 
-constexpr size_t kMaxSymbol = 64;
+constexpr size_t kMaxSymbol = 255;
 constexpr int kProbeMs = 100;
 constexpr std::string_view kSyntaxError = "E,!SYNTAX_ERROR!,\r\n";
 
 bool IsSymbolText(std::string_view text) {
-    return !text.empty() && text.size() <= kMaxSymbol &&
-           std::all_of(text.begin(), text.end(), [](char c) { return c > 0x20 && c < 0x7F && c != ','; });
+    const auto fits = [](char c) { return static_cast<unsigned char>(c) >= 0x20 && c != 0x7F && c != ','; };
+    return !text.empty() && text.size() <= kMaxSymbol && std::all_of(text.begin(), text.end(), fits);
 }
 
-// The text after a prefix; nothing when the line does not begin with it.
+// Cuts a prefix off; false when the line does not begin with it.
 bool TakePrefix(std::string_view& line, std::string_view prefix) {
     if (line.substr(0, prefix.size()) != prefix) return false;
     line.remove_prefix(prefix.size());
@@ -38,9 +37,8 @@ CFieldMask WithoutCompanions(CFieldMask mask) {
 
 } // namespace
 
-CLevel1Client::CLevel1Client(qintptr socket, size_t queueLimit, CWatchBoard& board, const CSessionClock& clock,
-                             uint16_t port)
-    : CConnection(socket, queueLimit), m_board(board), m_clock(clock), m_port(port),
+CLevel1Client::CLevel1Client(qintptr socket, size_t queueLimit, CWatchBoard& board, uint16_t port)
+    : CConnection(socket, queueLimit), m_board(board), m_port(port),
       m_worthALine(WithoutCompanions(m_selection.Mask())) {}
 
 CLevel1Client::~CLevel1Client() { Leave(); }
@@ -54,7 +52,7 @@ void CLevel1Client::Leave() {
 
 void CLevel1Client::OnLine(std::string_view line) {
     const char command = line.front();
-    const std::string_view symbol = TrimBlanks(line.substr(1));
+    const std::string_view symbol = line.substr(1);
     if (line.substr(0, 2) == "S,") {
         OnSystemCommand(line.substr(2));
     } else if (command == 'w' && IsSymbolText(symbol)) {
@@ -111,8 +109,12 @@ void CLevel1Client::Unwatch(std::string_view symbol) {
 
 void CLevel1Client::SendAll(SSubscription& subscription) {
     const CInstrument& instrument = *subscription.watched->instrument;
-    Send(FundamentalLine(m_board.Market(), subscription.watched->index));
+    SendFundamentals(subscription);
     SendQuote('P', instrument, instrument.Present(), static_cast<uint32_t>(instrument.Value(EField::MessageContents)));
+}
+
+void CLevel1Client::SendFundamentals(SSubscription& subscription) {
+    Send(FundamentalLine(m_board.Market(), subscription.watched->index));
 }
 
 void CLevel1Client::SendQuote(char letter, const CInstrument& instrument, const CFieldMask& fields, uint32_t contents) {
@@ -123,11 +125,12 @@ void CLevel1Client::SendQuote(char letter, const CInstrument& instrument, const 
 
 void CLevel1Client::Tell(SSubscription& subscription, const SUpdate& update) {
     if (!IsOpen()) return;
+    FlushWhenFull();
     if (HeldCount() > 0 || !HasRoom()) return Hold(subscription, update);
     if (update.newSession) return SendAll(subscription);
+    if (update.newExtreme) SendFundamentals(subscription);
     const CInstrument& instrument = *subscription.watched->instrument;
     SendQuote('Q', instrument, update.changed, static_cast<uint32_t>(instrument.Value(EField::MessageContents)));
-    FlushWhenFull();
 }
 
 void CLevel1Client::Hold(SSubscription& subscription, const SUpdate& update) {
@@ -135,6 +138,7 @@ void CLevel1Client::Hold(SSubscription& subscription, const SUpdate& update) {
     subscription.heldContents |=
         static_cast<uint32_t>(subscription.watched->instrument->Value(EField::MessageContents));
     subscription.heldSession |= update.newSession;
+    subscription.heldExtreme |= update.newExtreme;
     if (subscription.held) return;
     subscription.held = true;
     m_held.push_back(&subscription);
@@ -144,9 +148,10 @@ void CLevel1Client::Release(SSubscription& subscription) {
     if (subscription.heldSession) {
         SendAll(subscription);
     } else {
+        if (subscription.heldExtreme) SendFundamentals(subscription);
         SendQuote('Q', *subscription.watched->instrument, subscription.heldFields, subscription.heldContents);
     }
-    subscription.held = subscription.heldSession = false;
+    subscription.held = subscription.heldSession = subscription.heldExtreme = false;
     subscription.heldContents = 0;
     subscription.heldFields = {};
 }
@@ -163,7 +168,7 @@ void CLevel1Client::OnRoom() {
 }
 
 void CLevel1Client::TellTime() {
-    if (HasRoom() && HeldCount() == 0) Send(fmt::format("T,{}\r\n", m_clock.Text()));
+    if (HasRoom() && HeldCount() == 0) Send(fmt::format("T,{}\r\n", m_board.Clock().Text()));
     Flush();
 }
 

@@ -20,8 +20,8 @@ namespace vx::sim {
 /// Thread  the one of its event loop
 class CLevel1Client final : public CConnection {
 public:
-    /// The clock gives the time lines their text; both outlive the client.
-    CLevel1Client(qintptr socket, size_t queueLimit, CWatchBoard& board, const CSessionClock& clock, uint16_t port);
+    /// The board outlives the client; port is the one it came to.
+    CLevel1Client(qintptr socket, size_t queueLimit, CWatchBoard& board, uint16_t port);
     ~CLevel1Client() override;
 
     /// Tells one event of a watched symbol, now or folded with later ones.
@@ -39,6 +39,7 @@ public:
 protected:
     void OnLine(std::string_view line) override;
     void OnOverlongLine() override;
+    bool HoldsBack() const override { return HeldCount() > 0; }
     void OnRoom() override;
     void OnEndOfInput() override;
 
@@ -48,12 +49,12 @@ private:
     void Watch(std::string_view symbol);
     void Unwatch(std::string_view symbol);
     void SendAll(SSubscription& subscription);
+    void SendFundamentals(SSubscription& subscription);
     void SendQuote(char letter, const CInstrument& instrument, const CFieldMask& fields, uint32_t contents);
     void Hold(SSubscription& subscription, const SUpdate& update);
     void Release(SSubscription& subscription);
 
     CWatchBoard& m_board;
-    const CSessionClock& m_clock;
     const uint16_t m_port;
     CFieldSelection m_selection;
     CFieldMask m_worthALine; // The selected fields without those that come with every line.

@@ -102,8 +102,10 @@ std::string_view HelpText() {
 
 Usage: vxconnect [options]
 
-  --rate N            updates a second over all watched symbols, 1 to 500000
-                      (default: 2 for each watched symbol, at most 5000)
+  --rate N            updates a second over all watched symbols, 1 to 500000;
+                      the market's clock runs faster or slower to match
+                      (default: real time, about 2 for each watched symbol,
+                      at most 5000)
   --symbols N         symbols that exist, 1 to 100000 (default: the well-known
                       tickers; more are made up and called S00001, S00002 ...)
   --limit N           symbols watched at once by all clients (default 2000)

@@ -17,7 +17,7 @@ struct SOptions {
     std::optional<uint16_t> adminPort;
     uint64_t seed = 1;
     uint32_t symbols = 0;  ///< 0: the well-known tickers.
-    uint32_t rate = 0;     ///< Updates a second over all symbols; 0: kAutoRatePerSymbol for each.
+    uint32_t rate = 0;     ///< Updates a second over all symbols; 0: those of real time.
     uint32_t limit = 2000; ///< Symbols watched at once, over all clients.
     PackedDate date = kFirstSessionDate;
     bool stay = false;
@@ -31,7 +31,7 @@ struct SOptions {
 };
 
 constexpr uint32_t kMaxRate = 500'000;
-constexpr uint32_t kAutoRatePerSymbol = 2;
+constexpr uint32_t kAutoRatePerSymbol = 2; ///< About what a symbol has at the pace of real time.
 constexpr uint32_t kMaxAutoRate = 5'000;
 
 /// Reads "--name value" and "--name=value". Arguments that are not ours are passed over.

@@ -1,8 +1,22 @@
 #include "vxconnect/Port.h"
 
+#include <QTimer>
+
 #include <algorithm>
 
 namespace vx::sim {
+
+namespace {
+
+constexpr int kAcceptAgainMs = 500;
+
+} // namespace
+
+CPort::CPort(Maker maker) : m_maker(std::move(maker)) {
+    // Out of file handles, for example: the server has stopped accepting by itself, else it would spin.
+    connect(this, &QTcpServer::acceptError, this,
+            [this] { QTimer::singleShot(kAcceptAgainMs, this, [this] { resumeAccepting(); }); });
+}
 
 CPort::EListening CPort::Listen(uint16_t port) {
     if (listen(QHostAddress::LocalHost, port)) return EListening::Yes;

@@ -19,7 +19,7 @@ class CPort : public QTcpServer {
 public:
     using Maker = std::function<std::unique_ptr<CConnection>(qintptr socket)>;
 
-    explicit CPort(Maker maker) : m_maker(std::move(maker)) {}
+    explicit CPort(Maker maker);
 
     enum class EListening { Yes, Taken, Failed };
     /// Port 0 chooses a free one; serverPort() tells which. errorString() explains a failure.

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -21,8 +22,8 @@ double CpuSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 } // namespace
 
 CServer::CServer(const SOptions& options)
-    : m_options(options), m_startText(CSessionClock(options.date).Text()), m_clock(options.date),
-      m_market(options.seed, options.symbols, options.date), m_board(m_market, options.limit, options.seed),
+    : m_options(options), m_startText(CSessionClock(options.date).Text()),
+      m_market(options.seed, options.symbols, options.date), m_board(m_market, options.limit),
       m_admin([this](qintptr socket) {
           return std::make_unique<CAdminClient>(socket, size_t{m_options.queueKilobytes} * 1024,
                                                 [this](std::string_view status) { return StatsLine(status); });
@@ -31,22 +32,25 @@ CServer::CServer(const SOptions& options)
           return std::make_unique<CLookupClient>(socket, size_t{m_options.queueKilobytes} * 1024);
       }),
       m_level1([this](qintptr socket) {
-          return std::make_unique<CLevel1Client>(socket, size_t{m_options.queueKilobytes} * 1024, m_board, m_clock,
+          return std::make_unique<CLevel1Client>(socket, size_t{m_options.queueKilobytes} * 1024, m_board,
                                                  Level1Port());
       }),
-      m_pump([this] { m_board.Step(); }, [this] { FlushLevel1(); }) {
+      m_pump(m_board, [this] { FlushLevel1(); }) {
     WirePorts();
+    m_board.OnWatchedChanged = [this] {
+        if (!m_soon.isActive()) m_soon.start(kSoonMs);
+    };
     m_second.setTimerType(Qt::PreciseTimer);
     m_soon.setSingleShot(true);
     m_ending.setSingleShot(true);
     connect(&m_second, &QTimer::timeout, this, [this] { OnSecond(); });
-    connect(&m_soon, &QTimer::timeout, this, [this] { OnWatchesMayHaveChanged(); });
+    connect(&m_soon, &QTimer::timeout, this, [this] { OnWatchesChanged(); });
     connect(&m_ending, &QTimer::timeout, this, [this] {
         if (OnFinished) OnFinished();
     });
 }
 
-CServer::~CServer() = default;
+CServer::~CServer() { m_board.OnWatchedChanged = nullptr; }
 
 void CServer::WirePorts() {
     for (CPort* port : {&m_admin, &m_lookup, &m_level1}) port->OnCountChanged = [this] { OnClientCountChanged(); };
@@ -75,13 +79,16 @@ CServer::EStart CServer::Start() {
     m_message = fmt::format("vxconnect: simulated market on 127.0.0.1, level1={} lookup={} admin={}", Level1Port(),
                             LookupPort(), AdminPort());
     m_second.start(kSecondMs);
-    m_soon.start(kSoonMs);
     if (!m_options.stay) m_ending.start(m_options.firstClientMs);
     return outcome;
 }
 
 size_t CServer::ClientCount() const {
     return m_admin.Connections().size() + m_lookup.Connections().size() + m_level1.Connections().size();
+}
+
+size_t CServer::LongestQueue() const {
+    return std::max({m_longestQueue, m_longestLastSecond, m_level1.LongestQueue()});
 }
 
 size_t CServer::HeldCount() const {
@@ -103,9 +110,10 @@ void CServer::OnClientCountChanged() {
 
 void CServer::OnSecond() {
     ++m_seconds;
-    m_clock.AdvanceSeconds(1);
+    m_pump.Run();
     m_eventsLastSecond = m_board.EventCount() - m_eventsBefore;
     m_eventsBefore = m_board.EventCount();
+    m_longestLastSecond = std::exchange(m_longestQueue, 0);
     const uint64_t bytes = m_level1.SentBytes();
     m_bytesLastSecond = bytes - m_bytesBefore;
     m_bytesBefore = bytes;
@@ -114,18 +122,15 @@ void CServer::OnSecond() {
     if (OnFigures) OnFigures(FiguresLine());
 }
 
-void CServer::OnWatchesMayHaveChanged() {
+void CServer::OnWatchesChanged() {
     const uint32_t watched = m_board.WatchedCount();
-    const uint32_t automatic = std::min(watched * kAutoRatePerSymbol, kMaxAutoRate);
-    m_pump.SetRate(watched == 0 ? 0 : m_options.rate > 0 ? m_options.rate : automatic);
-    if (watched != m_watchedTold)
-        for (const auto& connection : m_admin.Connections()) static_cast<CAdminClient&>(*connection).TellStats();
-    m_watchedTold = watched;
-    m_soon.start(kSoonMs);
+    const bool tooMany = uint64_t{watched} * kAutoRatePerSymbol > kMaxAutoRate;
+    m_pump.SetRate(m_options.rate > 0 ? m_options.rate : tooMany ? kMaxAutoRate : 0);
 }
 
 void CServer::FlushLevel1() {
     for (const auto& connection : m_level1.Connections()) connection->Flush();
+    m_longestQueue = std::max(m_longestQueue, m_level1.LongestQueue());
 }
 
 std::string CServer::StatsLine(std::string_view status) const {
@@ -134,15 +139,15 @@ std::string CServer::StatsLine(std::string_view status) const {
     return fmt::format("S,STATS,simulated market,{},{},{},{},{},{},{},{},{},{},seed {},simulation,"
                        "{:.2f},{:.2f},{:.2f},{},{},{:.2f},\r\n",
                        m_level1.serverPort(), m_board.Limit(), m_board.WatchedCount(), m_level1.Connections().size(),
-                       m_level1.LongestQueue(), HeldCount(), m_seconds, m_startText, m_clock.Text(), status,
+                       LongestQueue(), HeldCount(), m_seconds, m_startText, m_board.Clock().Text(), status,
                        m_options.seed, kilobytes, static_cast<double>(m_bytesLastSecond) / 1024, average,
                        m_eventsLastSecond, m_board.EventCount(), CpuSeconds());
 }
 
 std::string CServer::FiguresLine() const {
-    return fmt::format("{} clients={} watched={} updates/s={} KB/s={} queue={} held={} cpu={:.2f}s", m_clock.Text(),
-                       m_level1.Connections().size(), m_board.WatchedCount(), m_eventsLastSecond,
-                       m_bytesLastSecond / 1024, m_level1.LongestQueue(), HeldCount(), CpuSeconds());
+    return fmt::format("{} clients={} watched={} updates/s={} KB/s={} queue={} held={} cpu={:.2f}s",
+                       m_board.Clock().Text(), m_level1.Connections().size(), m_board.WatchedCount(),
+                       m_eventsLastSecond, m_bytesLastSecond / 1024, LongestQueue(), HeldCount(), CpuSeconds());
 }
 
 } // namespace vx::sim

@@ -41,8 +41,8 @@ public:
     std::function<void(const std::string&)> OnFigures;
 
     const CWatchBoard& Board() const { return m_board; }
-    /// The most bytes that wait for one level-1 client.
-    size_t LongestQueue() const { return m_level1.LongestQueue(); }
+    /// The most bytes that have waited for one level-1 client during this second and the last.
+    size_t LongestQueue() const;
     /// Symbols whose updates wait, folded, over all level-1 clients.
     size_t HeldCount() const;
 
@@ -50,7 +50,7 @@ private:
     void WirePorts();
     void OnClientCountChanged();
     void OnSecond();
-    void OnWatchesMayHaveChanged();
+    void OnWatchesChanged();
     void FlushLevel1();
     size_t ClientCount() const;
     std::string StatsLine(std::string_view status) const;
@@ -59,7 +59,6 @@ private:
 
     const SOptions m_options;
     const std::string m_startText; // When the server started, on the market's clock.
-    CSessionClock m_clock;
     CMarket m_market;
     CWatchBoard m_board;
     CPort m_admin;
@@ -76,7 +75,8 @@ private:
     uint64_t m_eventsLastSecond = 0;
     uint64_t m_bytesBefore = 0;
     uint64_t m_bytesLastSecond = 0;
-    uint32_t m_watchedTold = 0;
+    size_t m_longestQueue = 0;
+    size_t m_longestLastSecond = 0;
 };
 
 } // namespace vx::sim

@@ -1,56 +1,50 @@
 #include "vxconnect/SessionClock.h"
 
-#include "base/DateTime.h"
+#include <algorithm>
+#include <chrono>
 
 #include <fmt/format.h>
 
 namespace vx::sim {
 
+namespace {
+
+std::chrono::year_month_day Unpacked(PackedDate date) {
+    return {std::chrono::year(date / 10000), std::chrono::month(static_cast<unsigned>(date / 100 % 100)),
+            std::chrono::day(static_cast<unsigned>(date % 100))};
+}
+
+PackedDate Packed(std::chrono::sys_days day) {
+    const std::chrono::year_month_day parts = day;
+    return static_cast<int>(parts.year()) * 10000 + static_cast<int>(static_cast<unsigned>(parts.month())) * 100 +
+           static_cast<int>(static_cast<unsigned>(parts.day()));
+}
+
+} // namespace
+
 bool IsPackedDate(PackedDate date) {
     const int year = date / 10000;
-    return year >= 1900 && year <= 2199 && IsCalendarDay(year, date / 100 % 100, date % 100);
+    return year >= 1900 && year <= 2199 && Unpacked(date).ok();
 }
 
 PackedDate AddDays(PackedDate date, int days) {
-    int year = date / 10000, month = date / 100 % 100, day = date % 100;
-    for (; days > 0; --days) {
-        if (IsCalendarDay(year, month, day + 1)) {
-            ++day;
-        } else {
-            day = 1;
-            month = month % 12 + 1;
-            if (month == 1) ++year;
-        }
-    }
-    for (; days < 0; ++days) {
-        if (--day == 0) {
-            if (--month == 0) month = 12, --year;
-            day = 31;
-            while (!IsCalendarDay(year, month, day)) --day;
-        }
-    }
-    return year * 10000 + month * 100 + day;
+    return Packed(std::chrono::sys_days(Unpacked(date)) + std::chrono::days(days));
 }
 
 PackedDate NextSessionDate(PackedDate date) {
-    constexpr int kSaturday = 0, kSunday = 1; // Day 0 of the count, 30 December 1899, was a Saturday.
-    PackedDate next = AddDays(date, 1);
-    for (;; next = AddDays(next, 1)) {
-        const int weekday = DaysSince1899(next / 10000, next / 100 % 100, next % 100) % 7;
-        if (weekday != kSaturday && weekday != kSunday) return next;
-    }
+    std::chrono::sys_days next = std::chrono::sys_days(Unpacked(date)) + std::chrono::days(1);
+    while (std::chrono::weekday(next).iso_encoding() > 5) next += std::chrono::days(1);
+    return Packed(next);
 }
 
-void CSessionClock::AdvanceSeconds(int seconds) {
-    m_second += seconds;
-    while (m_second >= kSessionClose) {
-        m_second = m_second - kSessionClose + kSessionOpen;
-        m_date = NextSessionDate(m_date);
-    }
+void CSessionClock::MoveTo(MarketMs now) {
+    m_now = std::max(m_now, now);
+    for (; m_now >= m_sessionBegin + kSessionMs; m_sessionBegin += kSessionMs) m_date = NextSessionDate(m_date);
 }
 
 std::string CSessionClock::Text() const {
-    return fmt::format("{:08} {:02}:{:02}:{:02}", m_date, m_second / 3600, m_second / 60 % 60, m_second % 60);
+    const int64_t second = kSessionOpen + (m_now - m_sessionBegin) / 1000;
+    return fmt::format("{:08} {:02}:{:02}:{:02}", m_date, second / 3600, second / 60 % 60, second % 60);
 }
 
 } // namespace vx::sim

@@ -22,21 +22,28 @@ PackedDate AddDays(PackedDate date, int days);
 /// The next Monday to Friday.
 PackedDate NextSessionDate(PackedDate date);
 
-/// The market's own clock: it starts at kFeedStart, runs as fast as real time and jumps over nights and weekends.
+/// Milliseconds of trading time since lines began to flow, at kFeedStart of the first day; nights do not count.
+using MarketMs = int64_t;
+
+constexpr MarketMs kSessionMs = int64_t{kSessionClose - kSessionOpen} * 1000;
+constexpr MarketMs kFirstSessionBegin = -int64_t{kFeedStart - kSessionOpen} * 1000;
+
+/// The market's clock: it jumps over nights and weekends.
 class CSessionClock {
 public:
     explicit CSessionClock(PackedDate date) : m_date(date) {}
 
-    /// Moves on; time after the close is carried into the next session.
-    void AdvanceSeconds(int seconds);
+    /// Moves on; an earlier time than the present one changes nothing.
+    void MoveTo(MarketMs now);
+    MarketMs Now() const { return m_now; }
     PackedDate Date() const { return m_date; }
-    int SecondOfDay() const { return m_second; }
     /// "20240131 09:30:05"
     std::string Text() const;
 
 private:
     PackedDate m_date;
-    int m_second = kFeedStart;
+    MarketMs m_now = 0;
+    MarketMs m_sessionBegin = kFirstSessionBegin;
 };
 
 } // namespace vx::sim

@@ -4,38 +4,47 @@
 
 namespace vx::sim {
 
-CUpdatePump::CUpdatePump(std::function<void()> step, std::function<void()> sliceDone)
-    : m_step(std::move(step)), m_sliceDone(std::move(sliceDone)) {
+CUpdatePump::CUpdatePump(CWatchBoard& board, std::function<void()> sliceDone)
+    : m_board(board), m_sliceDone(std::move(sliceDone)) {
     m_timer.setTimerType(Qt::PreciseTimer);
-    connect(&m_timer, &QTimer::timeout, this, [this] { OnTimer(); });
+    connect(&m_timer, &QTimer::timeout, this, [this] { Run(); });
+    m_timer.start(kSliceMs);
+    m_elapsed.start();
 }
 
 void CUpdatePump::SetRate(uint32_t rate) {
     if (rate == m_rate) return;
+    Run();
     m_rate = rate;
-    if (rate == 0) {
-        m_timer.stop();
-        return;
-    }
-    // A slow market needs no more wake-ups than events.
-    m_timer.setInterval(std::clamp(static_cast<int>(1000 / rate), kSliceMs, 100));
-    if (m_timer.isActive()) return;
     m_due = 0;
-    m_elapsed.start();
-    m_timer.start();
 }
 
-void CUpdatePump::OnTimer() {
-    constexpr int kEventsBetweenLooks = 256;
-    m_due += static_cast<double>(m_elapsed.nsecsElapsed()) * 1e-9 * m_rate;
+void CUpdatePump::Run() {
+    const double seconds =
+        std::min(static_cast<double>(m_elapsed.nsecsElapsed()) * 1e-9, static_cast<double>(kMaxLagMs) / 1000);
     m_elapsed.start();
-    m_due = std::min(m_due, static_cast<double>(m_rate) * kMaxLagMs / 1000 + 1);
-    bool inTime = true;
-    while (m_due >= 1 && inTime) {
-        for (int i = 0; i < kEventsBetweenLooks && m_due >= 1; ++i, m_due -= 1) m_step();
-        inTime = m_elapsed.elapsed() < kSliceBudgetMs;
+    if (m_rate > 0 && m_board.WatchedCount() > 0) {
+        RunAtRate(seconds);
+    } else {
+        RunAtRealTime(seconds);
     }
+    const int interval = m_board.WatchedCount() > 0 ? kSliceMs : kIdleSliceMs;
+    if (interval != m_timer.interval()) m_timer.setInterval(interval);
     m_sliceDone();
+}
+
+void CUpdatePump::RunAtRealTime(double seconds) {
+    m_due += seconds * 1000;
+    const auto whole = static_cast<MarketMs>(m_due);
+    m_due -= static_cast<double>(whole);
+    m_board.RunTo(m_board.Clock().Now() + whole);
+}
+
+void CUpdatePump::RunAtRate(double seconds) {
+    constexpr int kEventsBetweenLooks = 256;
+    m_due = std::min(m_due + seconds * m_rate, static_cast<double>(m_rate) * kMaxLagMs / 1000 + 1);
+    for (bool inTime = true; m_due >= 1 && inTime; inTime = m_elapsed.elapsed() < kSliceBudgetMs)
+        for (int i = 0; i < kEventsBetweenLooks && m_due >= 1; ++i, m_due -= 1) m_board.Step();
 }
 
 } // namespace vx::sim

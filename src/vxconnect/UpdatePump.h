@@ -1,5 +1,7 @@
 #pragma once
 
+#include "vxconnect/WatchBoard.h"
+
 #include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
@@ -9,7 +11,8 @@
 
 namespace vx::sim {
 
-/// Makes a number of events happen each second, in slices short enough that everything else gets its turn.
+/// Keeps the market going, in slices short enough that everything else gets its turn: either as fast as real time, or
+/// at a number of events a second, which makes the market's clock run faster or slower than real time.
 ///
 /// A slice that takes longer than kSliceBudgetMs is cut off; what could not be made within kMaxLagMs is given up, so
 /// that a machine that is too slow makes fewer events instead of falling ever further behind.
@@ -18,25 +21,28 @@ namespace vx::sim {
 class CUpdatePump : public QObject {
 public:
     static constexpr int kSliceMs = 10;
+    static constexpr int kIdleSliceMs = 100; ///< While nobody watches anything.
     static constexpr int kSliceBudgetMs = 25;
     static constexpr int kMaxLagMs = 250;
 
-    /// step makes one event; sliceDone is called after each slice.
-    CUpdatePump(std::function<void()> step, std::function<void()> sliceDone);
+    /// sliceDone is called after each slice.
+    CUpdatePump(CWatchBoard& board, std::function<void()> sliceDone);
 
-    /// Events a second; 0 stops.
+    /// Events a second over all watched symbols; 0: as many as real time brings.
     void SetRate(uint32_t rate);
-    uint32_t Rate() const { return m_rate; }
+    /// Makes what is due by now.
+    void Run();
 
 private:
-    void OnTimer();
+    void RunAtRealTime(double seconds);
+    void RunAtRate(double seconds);
 
-    std::function<void()> m_step;
+    CWatchBoard& m_board;
     std::function<void()> m_sliceDone;
     QTimer m_timer;
     QElapsedTimer m_elapsed;
     uint32_t m_rate = 0;
-    double m_due = 0;
+    double m_due = 0; // Events at a rate, else milliseconds.
 };
 
 } // namespace vx::sim

@@ -6,34 +6,24 @@
 
 namespace vx::sim {
 
-namespace {
-
-// From a quarter of all turns for a quiet symbol to every turn for a busy one.
-uint32_t ActivityOf(const STicker& ticker) {
-    return static_cast<uint32_t>(std::clamp(64 + ticker.volumeMillions * 10, 64.0, 256.0));
-}
-
-} // namespace
-
-CWatchBoard::CWatchBoard(CMarket& market, uint32_t limit, uint64_t seed)
-    : m_market(market), m_limit(limit), m_random(seed) {}
+CWatchBoard::CWatchBoard(CMarket& market, uint32_t limit)
+    : m_market(market), m_limit(limit), m_clock(market.StartDate()) {}
 
 bool CWatchBoard::Join(SSubscription& subscription, CMarket::Index index) {
-    std::unique_ptr<SWatched>& watched = m_watched[index];
-    if (!watched) {
-        if (WatchedCount() >= m_limit) {
-            m_watched.erase(index);
-            return false;
-        }
-        watched = std::make_unique<SWatched>();
-        watched->index = index;
-        watched->instrument = &m_market.At(index);
-        watched->place = m_active.size();
-        watched->activity = ActivityOf(m_market.Listing(index).ticker);
-        m_active.push_back(watched.get());
+    auto found = m_watched.find(index);
+    if (found == m_watched.end()) {
+        if (WatchedCount() >= m_limit) return false;
+        found = m_watched.emplace(index, std::make_unique<SWatched>()).first;
+        SWatched& watched = *found->second;
+        watched.index = index;
+        watched.instrument = &m_market.At(index);
+        if (m_clock.Now() - watched.instrument->Now() > kMostBehindMs) watched.instrument->SkipTo(m_clock.Now());
+        watched.behind = m_clock.Now() - watched.instrument->Now();
+        Enter(watched);
+        if (OnWatchedChanged) OnWatchedChanged();
     }
-    watched->subscriptions.push_back(&subscription);
-    subscription.watched = watched.get();
+    found->second->subscriptions.push_back(&subscription);
+    subscription.watched = found->second.get();
     return true;
 }
 
@@ -42,26 +32,45 @@ void CWatchBoard::Leave(SSubscription& subscription) {
     std::erase(watched.subscriptions, &subscription);
     subscription.watched = nullptr;
     if (!watched.subscriptions.empty()) return;
-    m_active[watched.place] = m_active.back();
-    m_active[watched.place]->place = watched.place;
-    m_active.pop_back();
+    TakeOut(watched);
     m_watched.erase(watched.index);
+    if (OnWatchedChanged) OnWatchedChanged();
 }
 
-SWatched& CWatchBoard::PickOne() {
-    const uint32_t count = WatchedCount();
-    SWatched* picked = m_active[m_random.Below(count)];
-    for (int tries = 0; tries < 3 && m_random.Below(256) >= picked->activity; ++tries)
-        picked = m_active[m_random.Below(count)];
-    return *picked;
+void CWatchBoard::Enter(SWatched& watched) {
+    watched.due = watched.instrument->Next() + watched.behind;
+    SWatched*& first = SlotOf(watched.due);
+    watched.before = nullptr;
+    watched.after = first;
+    if (first) first->before = &watched;
+    first = &watched;
+}
+
+void CWatchBoard::TakeOut(SWatched& watched) {
+    (watched.before ? watched.before->after : SlotOf(watched.due)) = watched.after;
+    if (watched.after) watched.after->before = watched.before;
+}
+
+void CWatchBoard::Happen(SWatched& watched) {
+    TakeOut(watched);
+    m_clock.MoveTo(watched.due);
+    const SUpdate update = watched.instrument->Tick();
+    Enter(watched);
+    ++m_events;
+    for (SSubscription* subscription : watched.subscriptions) subscription->client->Tell(*subscription, update);
 }
 
 void CWatchBoard::Step() {
-    if (m_active.empty()) return;
-    SWatched& watched = PickOne();
-    const SUpdate update = watched.instrument->Tick();
-    ++m_events;
-    for (SSubscription* subscription : watched.subscriptions) subscription->client->Tell(*subscription, update);
+    if (m_watched.empty()) return;
+    while (!SlotOf(m_wheelTime)) ++m_wheelTime;
+    Happen(*SlotOf(m_wheelTime));
+}
+
+void CWatchBoard::RunTo(MarketMs time) {
+    if (m_watched.empty()) m_wheelTime = std::max(m_wheelTime, time);
+    for (; m_wheelTime < time; ++m_wheelTime)
+        while (SWatched* const first = SlotOf(m_wheelTime)) Happen(*first);
+    m_clock.MoveTo(time);
 }
 
 } // namespace vx::sim

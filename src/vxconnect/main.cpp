@@ -1,3 +1,6 @@
+#include "base/Number.h"
+#include "base/Registry.h"
+#include "base/RegistryPaths.h"
 #include "vxconnect/Options.h"
 #include "vxconnect/Server.h"
 
@@ -6,6 +9,7 @@
 #include <csignal>
 #include <cstdio>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -13,6 +17,15 @@ namespace {
 constexpr uint16_t kLevel1Port = 5009;
 constexpr uint16_t kLookupPort = 9100;
 constexpr uint16_t kAdminPort = 9300;
+
+// The port that the programs of this user connect to; text that is no port number counts as none.
+uint16_t PortOfSettings(std::string_view valueName, uint16_t standard) {
+    const auto value = vx::CRegistry::CurrentUser().Read(vx::kStartupKey, valueName);
+    const auto port = value && value->kind == vx::ERegistryKind::Text
+                          ? static_cast<uint16_t>(vx::ReadInt32(value->text))
+                          : uint16_t{0};
+    return port != 0 ? port : standard;
+}
 
 int Serve(const vx::sim::SOptions& options) {
     vx::sim::CServer server(options);
@@ -39,8 +52,8 @@ int main(int argc, char** argv) {
     }
     if (options.help) return std::fputs(std::string(vx::sim::HelpText()).c_str(), stdout) < 0;
     if (options.version) return std::printf("vxconnect %s\n", VXCONNECT_VERSION) < 0;
-    if (!options.level1Port) options.level1Port = kLevel1Port;
-    if (!options.lookupPort) options.lookupPort = kLookupPort;
-    if (!options.adminPort) options.adminPort = kAdminPort;
+    if (!options.level1Port) options.level1Port = PortOfSettings(vx::kLevel1PortValue, kLevel1Port);
+    if (!options.lookupPort) options.lookupPort = PortOfSettings(vx::kLookupPortValue, kLookupPort);
+    if (!options.adminPort) options.adminPort = PortOfSettings(vx::kAdminPortValue, kAdminPort);
     return Serve(options);
 }

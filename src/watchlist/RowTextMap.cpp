@@ -1,19 +1,8 @@
 #include "watchlist/RowTextMap.h"
 
-#include <utility>
+#include "watchlist/RowKeyed.h"
 
 namespace vx {
-
-namespace {
-
-template <typename Move> void Rearrange(std::map<int, std::string>& texts, Move newRow) {
-    std::map<int, std::string> moved;
-    for (auto& [row, text] : texts)
-        if (const int to = newRow(row); to >= 1) moved.insert_or_assign(to, std::move(text));
-    texts = std::move(moved);
-}
-
-} // namespace
 
 std::string_view CRowTextMap::Get(int row) const {
     const auto found = m_texts.find(row);
@@ -28,22 +17,11 @@ void CRowTextMap::Set(int row, std::string_view text) {
         m_texts.insert_or_assign(row, std::string(text));
 }
 
-void CRowTextMap::ShiftDown(int firstRow, int count) {
-    Rearrange(m_texts, [=](int row) { return row < firstRow ? row : row + count; });
-}
+void CRowTextMap::ShiftDown(int firstRow, int count) { ShiftRowsDown(m_texts, firstRow, count); }
 
-void CRowTextMap::ShiftUp(int firstRow, int count) {
-    Rearrange(m_texts, [=](int row) {
-        if (row < firstRow) return row;
-        return row < firstRow + count ? 0 : row - count;
-    });
-}
+void CRowTextMap::ShiftUp(int firstRow, int count) { ShiftRowsUp(m_texts, firstRow, count); }
 
-void CRowTextMap::Reorder(const std::vector<int>& newRowOf) {
-    Rearrange(m_texts, [&](int row) {
-        return static_cast<size_t>(row) < newRowOf.size() ? newRowOf[static_cast<size_t>(row)] : row;
-    });
-}
+void CRowTextMap::Reorder(const std::vector<int>& newRowOf) { ReorderRows(m_texts, newRowOf); }
 
 std::string CRowTextMap::Serialise() const {
     std::string out;

@@ -93,7 +93,8 @@ void CWatchlistCells::Fill(int row, int column, SCell& cell) const {
 void CWatchlistCells::FillFromRecord(const CSymbolRec& record, const SColumn& column, SCell& cell) const {
     const SFieldEntry& entry = *column.entry;
     const int places = PlacesFor(record, entry, column.decimals);
-    cell.length = static_cast<uint16_t>(CellText(record, entry, places, std::span<char, kMostCellText>(cell.text, kMostCellText)));
+    cell.length = static_cast<uint16_t>(
+        CellText(record, entry, places, std::span<char, kMostCellText>(cell.text, kMostCellText)));
     cell.tickTrend = column.tickTrend;
     if (m_stale)
         cell.role = ETextRole::Stale;

@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "data/L1DataStore.h"
 #include "data/L1SymbolRec.h"
+#include "data/SymbolHash.h"
 #include "settings/Settings.h"
 #include "watchlist/WatchlistFile.h"
 
@@ -14,7 +15,6 @@ namespace vx {
 
 namespace {
 
-constexpr std::string_view kRegionMark = "--";
 constexpr char kAnnotationMark = '#';
 constexpr int kRoomBelowCommandLineSymbols = 3;
 
@@ -27,10 +27,13 @@ bool IsNotFound(const CSymbolRec& record) {
 } // namespace
 
 CWatchlistDoc::CWatchlistDoc(CL1DataStore& store, CSettings& settings, CWatchlistFrame& frame)
-    : m_store(store), m_settings(settings), m_frame(frame), m_changes(*this), m_status("Ready") {}
+    : m_store(store), m_settings(settings), m_frame(frame), m_changes(*this), m_status("Ready") {
+    m_alerts.SetObserver(this);
+}
 
 CWatchlistDoc::~CWatchlistDoc() {
     m_observer = nullptr;
+    m_alerts.SetObserver(nullptr);
     m_store.RemoveListener(m_changes);
 }
 
@@ -83,10 +86,13 @@ void CWatchlistDoc::CloseDocument() {
 void CWatchlistDoc::Reset() {
     UnwatchAll();
     m_columns.Clear();
+    m_notes.Clear();
     m_annotations.Clear();
+    m_alerts.Clear(EAlertMap::Live);
+    m_formats.Clear();
     m_invalid.Clear();
     m_symbols.Clear();
-    m_updates.TakeAll();
+    m_updates.Clear();
     m_rows.Clear();
     m_grownRows = 0;
     m_options.placement.alwaysOnTop = false;
@@ -107,10 +113,10 @@ void CWatchlistDoc::SetFeedReady() {
 
 void CWatchlistDoc::WatchMissing() {
     m_symbols.ForEach([&](const SYMBOL_DATA& data) {
-        const bool regional = ContainsText(data.symbol, kRegionMark);
+        const bool regional = IsRegionalName(data.symbol);
         if (!regional && m_watched.Has(data.symbol)) return;
         if (!regional) m_watched.Record(data.symbol);
-        m_store.Watch(data.symbol, m_changes);
+        Watch(data.symbol);
     });
 }
 
@@ -128,9 +134,15 @@ void CWatchlistDoc::PlaceCommandLineSymbols(const std::vector<std::string>& symb
     RebuildGrid();
 }
 
-void CWatchlistDoc::WatchSymbol(std::string_view symbol) {
-    if (!ContainsText(symbol, kRegionMark)) m_watched.Record(symbol);
+void CWatchlistDoc::Watch(std::string_view symbol) {
     m_store.Watch(symbol, m_changes);
+    m_store.SetArmedAlerts(symbol, m_alerts.ArmedCount(symbol));
+    if (!IsRegionalName(symbol) && !m_news.Find(symbol)) m_news.AddSymbol(symbol);
+}
+
+void CWatchlistDoc::WatchSymbol(std::string_view symbol) {
+    if (!IsRegionalName(symbol)) m_watched.Record(symbol);
+    Watch(symbol);
     ShowSymbolCount();
 }
 
@@ -149,6 +161,7 @@ void CWatchlistDoc::UnwatchAll() {
         m_frame.OnUnwatched(data.symbol);
     });
     m_watched.Clear();
+    m_news.Clear();
     SetStatus("Symbols:  0");
 }
 
@@ -185,7 +198,7 @@ void CWatchlistDoc::DetachSymbol(int row) {
     const std::string symbol(m_rows.Symbol(row));
     if (symbol.empty()) return;
     m_rows.ClearSymbol(row);
-    m_symbols.RemoveRow(static_cast<uint32_t>(row));
+    m_symbols.Remove(symbol, static_cast<uint32_t>(row));
     if (!m_symbols.Find(symbol) && m_feedReady) UnwatchSymbol(symbol);
 }
 
@@ -250,18 +263,22 @@ void CWatchlistDoc::OnPaintMessage() {
         const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2);
         if (!record) return;
         if (IsNotFound(*record)) rejected.emplace_back(record->Symbol());
-        m_updates.Add(record->Symbol());
+        m_alerts.Evaluate(*record);
+        m_updates.Add(notice);
     });
     for (const std::string& symbol : rejected) SymbolNotFound(symbol);
     if (m_observer && !m_updates.IsEmpty()) m_observer->OnUpdatesPending();
 }
 
+void CWatchlistDoc::OnAlertsChanged(std::string_view symbol, int armed) { m_store.SetArmedAlerts(symbol, armed); }
+
 void CWatchlistDoc::RepaintChangedRows() {
-    for (const std::string& symbol : m_updates.TakeAll()) {
-        const SYMBOL_DATA* data = m_symbols.Find(symbol);
-        if (!data || !m_observer) continue;
+    m_updates.TakeAll([&](const SChangeNotice& ids) {
+        const CSymbolRec* record = m_store.FindById(ids.id1, ids.id2);
+        const SYMBOL_DATA* data = record ? m_symbols.Find(record->Symbol()) : nullptr;
+        if (!data || !m_observer) return;
         for (const uint32_t row : data->rows) m_observer->OnRowChanged(static_cast<int>(row));
-    }
+    });
 }
 
 } // namespace vx

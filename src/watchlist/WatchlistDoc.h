@@ -1,10 +1,14 @@
 #pragma once
 
+#include "alerts/AlertsMap.h"
+#include "alerts/NewsMap.h"
+#include "data/CellFormatStore.h"
 #include "data/ChangeQueue.h"
 #include "data/ColumnMap.h"
 #include "data/SymbolMap.h"
 #include "data/SymbolUpdateMap.h"
 #include "watchlist/InvalidSymbols.h"
+#include "watchlist/NoteStore.h"
 #include "watchlist/RowTable.h"
 #include "watchlist/RowTextMap.h"
 #include "watchlist/WatchTable.h"
@@ -32,7 +36,7 @@ enum class ERowKind { Empty, Symbol, Annotation };
 /// Owns    the stores of its rows; not the level-1 store, the settings, the frame or the view, which outlive it
 /// Errors  a row outside 1..CRowTable::kMaxRow is ignored
 /// Thread  GUI thread only
-class CWatchlistDoc : private CChangeWaker {
+class CWatchlistDoc : private CChangeWaker, private CAlertsObserver {
 public:
     CWatchlistDoc(CL1DataStore& store, CSettings& settings, CWatchlistFrame& frame);
     ~CWatchlistDoc() override;
@@ -99,7 +103,19 @@ public:
     /// Shows the named columns, ";" between them, each with its default width.
     void SetColumnsByName(std::string_view names);
 
+    // Stores by row and by symbol.
+
     const CInvalidSymbols& InvalidSymbols() const { return m_invalid; }
+    const CSymbolMap& Symbols() const { return m_symbols; }
+    const CRowTextMap& Annotations() const { return m_annotations; }
+    CNoteStore& Notes() { return m_notes; }
+    const CNoteStore& Notes() const { return m_notes; }
+    CAlertsMap& Alerts() { return m_alerts; }
+    const CAlertsMap& Alerts() const { return m_alerts; }
+    CNewsMap& News() { return m_news; }
+    const CNewsMap& News() const { return m_news; }
+    CCellFormatStore& Formats() { return m_formats; }
+    const CCellFormatStore& Formats() const { return m_formats; }
     const CWatchTable& WatchTable() const { return m_watched; }
     CL1DataStore& Store() const { return m_store; }
 
@@ -113,9 +129,11 @@ public:
 private:
     void PostPaint() override;
     void DrainNow() override { OnPaintMessage(); }
+    void OnAlertsChanged(std::string_view symbol, int armed) override;
 
     void Reset();
     void WatchMissing();
+    void Watch(std::string_view symbol);
     void ShowSymbolCount();
     void SetStatus(std::string_view text);
     void RowChanged(int row);
@@ -131,6 +149,10 @@ private:
     SWatchlistOptions m_options;
     CRowTable m_rows;
     CRowTextMap m_annotations;
+    CNoteStore m_notes;
+    CAlertsMap m_alerts;
+    CNewsMap m_news;
+    CCellFormatStore m_formats;
     CSymbolMap m_symbols;
     CSymbolUpdateMap m_updates;
     CWatchTable m_watched;

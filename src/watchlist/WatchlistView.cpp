@@ -22,6 +22,7 @@ CWatchlistView::CWatchlistView(CWatchlistDoc& doc, CSettings& settings, QWidget*
     layout->addWidget(m_grid);
     setFocusProxy(m_grid);
 
+    if (!m_settings.ReadBoolean(kShowEllipsis)) m_settings.WriteBoolean(kShowEllipsis, true);
     ApplyViewSettings();
     m_grid->SetFocusCell(1, 1);
     m_repaint.setProperty("timerId", kRepaintTimer);

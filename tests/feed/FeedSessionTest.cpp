@@ -1,5 +1,6 @@
 #include "feed/FeedSession.h"
 
+#include "base/Log.h"
 #include "feed/ClientAppSocket.h"
 #include "support/EventLoop.h"
 #include "support/FakeClock.h"
@@ -232,4 +233,28 @@ TEST_F(FeedSessionTest, AFeedClientThatIsNotThereIsSaidAndNothingElseHappens) {
     ASSERT_TRUE(WaitUntil([&] { return boxes.shown.size() == 1; }));
     EXPECT_EQ(boxes.shown[0].text, "Unable to launch vxconnect.exe.  Error Code: 2 hInst: 2");
     BringUp();
+}
+
+TEST_F(FeedSessionTest, TheLogTellsTrafficByPortAndKind) {
+    std::vector<std::string> events;
+    const LogSink previousSink = SetLogSink([&](const SLogEvent& event) {
+        events.push_back(std::string(LogName(event.category)) + " " + std::string(LogName(event.direction)) + " " +
+                         event.text);
+    });
+    SetLogCategories(ReadLogCategories("L1Data;L1Request;L1System;L1Error"));
+    BringUpReady();
+    feed.level1.Says("Q,IBM,1\nE,bad\n");
+    ASSERT_TRUE(WaitUntil([&] { return !session.updates.empty(); }));
+    SetLogCategories(ReadLogCategories("L1Error;Connectivity"));
+    session.FeedSocket(kLevel1Slot)->Close();
+    session.SendToFeed(kLevel1Slot, "wX\n");
+    SetLogCategories(ReadLogCategories(kDefaultLogCategories));
+    SetLogSink(previousSink);
+    EXPECT_THAT(events, ElementsAre("L1Request TO SERVER S,SET PROTOCOL,6.2",
+                                    "L1Request TO SERVER S,SET CLIENT NAME,VxWatchlist",
+                                    "L1Request TO SERVER S,SELECT UPDATE FIELDS,Symbol,Last",
+                                    "L1System FROM SERVER S,IP,127.0.0.1,5009", "L1Request TO SERVER S,NEWSON",
+                                    "L1Data FROM SERVER Q,IBM,1", "L1Error FROM SERVER E,bad",
+                                    "Connectivity STATUS Level1: connection closed, error 0",
+                                    "L1Error STATUS Level1: 0 of 3 bytes sent, error 10057: wX"));
 }

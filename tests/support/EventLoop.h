@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTimer>
@@ -40,10 +41,13 @@ template <class Condition> bool WaitUntil(Condition condition, int deadlineMs = 
     return true;
 }
 
-/// Gives the event loop a number of turns without waiting in any. What is ready stays ready, so a notifier that spins
-/// fires in every turn.
-inline void TurnEventLoop(int turns) {
-    for (int i = 0; i < turns; ++i) QCoreApplication::processEvents();
+/// Gives the event loop a number of turns without waiting in any, and counts those that had something to do. What is
+/// ready stays ready, so something that spins is busy in every turn.
+inline int TurnEventLoop(int turns) {
+    int busy = 0;
+    for (int i = 0; i < turns; ++i)
+        if (QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents)) ++busy;
+    return busy;
 }
 
 } // namespace vx::test

@@ -3,10 +3,10 @@
 //
 //   bench_grid [picture.png]     the picture shows what was painted
 //
-// Cases run in random order, each nine times; medians and worst are printed, and the program fails when a bar that
-// docs/performance.md names is missed or when a pass without a visible change paints.
+// Cases run in random order, nine times each; medians and worst are printed. The program fails when a pass without a
+// visible change paints, when what is seen is not painted, or when a ratio misses its bar.
 
-#include "BoardSource.h"
+#include "grid/BoardSource.h"
 #include "grid/NorvGridCtrl.h"
 #include "grid/QtText.h"
 
@@ -32,8 +32,8 @@ using namespace vx;
 constexpr int kRepetitions = 9;
 constexpr int kFewRows = 1300;
 constexpr int kManyRows = 100'000;
-constexpr double kPass = 0.25;     // seconds of feed in a pass
-constexpr int kQuiet = 5'000;      // changes a second; of 1,300 rows 53 are seen, so about 50 cells are painted a pass
+constexpr double kPass = 0.25; // seconds of feed in a pass
+constexpr int kQuiet = 5'000;  // changes a second; of 1,300 rows 53 are seen, so about 50 cells are painted a pass
 constexpr int kFlood = 500'000;
 constexpr int kWidth = 1920;
 constexpr int kHeight = 1080;
@@ -120,11 +120,12 @@ struct SCase {
     std::string name;
     SBoardWindow* window;
     std::function<Changes(int pass)> changes;
-    int passes;        // averaged in one repetition
+    int passes;         // averaged in one repetition
     bool waitForLights; // the beat's lights going out are part of it
     std::vector<double> ms;
 
-    double Median() const { return ms[ms.size() / 2]; }
+    double Median() const { return ms[ms.size() / 2]; } // ms is sorted by then
+    double Least() const { return ms.front(); }
 };
 
 void Run(SCase& entry) {
@@ -213,7 +214,18 @@ int main(int argc, char** argv) {
     const auto some = [&](int) { return Feed(kQuiet, 1, kFewRows, random); };
     const auto flood = [&](int) { return Feed(kFlood, 1, kManyRows, random); };
 
-    enum EIndex { FullOurs, FullMany, FullTable, SomeOurs, SomeMany, SomeTable, FloodOurs, FloodTable, FullLit, SomeLit };
+    enum EIndex {
+        FullOurs,
+        FullMany,
+        FullTable,
+        SomeOurs,
+        SomeMany,
+        SomeTable,
+        FloodOurs,
+        FloodTable,
+        FullLit,
+        SomeLit
+    };
     std::vector<SCase> cases = {
         {"every visible cell, grid, 1,300 rows", &few, every, 10, false, {}},
         {"every visible cell, grid, 100,000 rows", &many, every, 10, false, {}},
@@ -235,7 +247,8 @@ int main(int argc, char** argv) {
     std::shuffle(order.begin(), order.end(), random);
     for (const size_t i : order) Run(cases[i]);
 
-    std::printf("%d visible cells; CPU ms per pass\n%-52s %9s %9s\n", last * CBoardSource::kColumns, "", "median", "worst");
+    std::printf("%d visible cells; CPU ms per pass\n%-52s %9s %9s\n", last * CBoardSource::kColumns, "", "median",
+                "worst");
     for (SCase& entry : cases) {
         std::sort(entry.ms.begin(), entry.ms.end());
         std::printf("%-52s %9.3f %9.3f\n", entry.name.c_str(), entry.Median(), entry.ms.back());
@@ -245,8 +258,10 @@ int main(int argc, char** argv) {
     good &= Bar("every visible cell / QTableWidget", ratio(FullOurs, FullTable), 1.0 / 18);
     good &= Bar("5,000 changes/s / QTableWidget", ratio(SomeOurs, SomeTable), 1.0 / 5);
     good &= Bar("500,000 changes/s / QTableWidget", ratio(FloodOurs, FloodTable), 1.0 / 30);
-    good &= Bar("every visible cell, 100,000 / 1,300 rows", ratio(FullMany, FullOurs), 1.25);
-    good &= Bar("5,000 changes/s, 100,000 / 1,300 rows", ratio(SomeMany, SomeOurs), 1.25);
+    // Equal work: the least times are compared, which other programs on the machine disturb least.
+    const auto leastRatio = [&](EIndex a, EIndex b) { return cases[a].Least() / cases[b].Least(); };
+    good &= Bar("every visible cell, 100,000 / 1,300 rows", leastRatio(FullMany, FullOurs), 1.2);
+    good &= Bar("5,000 changes/s, 100,000 / 1,300 rows", leastRatio(SomeMany, SomeOurs), 1.2);
     good &= Bar("every visible cell, lit and put out / QTableWidget", ratio(FullLit, FullTable), 1.0 / 8);
     good &= Bar("5,000 changes/s, lit and put out / QTableWidget", ratio(SomeLit, SomeTable), 1.0 / 4);
     good &= PaintsNothingUnseen(many, random);

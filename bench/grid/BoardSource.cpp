@@ -1,4 +1,4 @@
-#include "BoardSource.h"
+#include "grid/BoardSource.h"
 
 #include <charconv>
 
@@ -6,9 +6,10 @@ namespace vx {
 
 namespace {
 
-constexpr std::array<std::string_view, 30> kSymbols = {
-    "AAPL", "MSFT", "IBM", "ORCL", "INTC", "CSCO", "NVDA", "AMD", "TXN", "QCOM", "JPM", "BAC", "WFC", "GS", "MS",
-    "C", "XOM", "CVX", "COP", "SLB", "KO", "PEP", "PG", "WMT", "COST", "BRK.B", "GOOGL", "AMZN", "META", "TSLA"};
+constexpr std::array<std::string_view, 30> kSymbols = {"AAPL", "MSFT",  "IBM",   "ORCL", "INTC", "CSCO", "NVDA", "AMD",
+                                                       "TXN",  "QCOM",  "JPM",   "BAC",  "WFC",  "GS",   "MS",   "C",
+                                                       "XOM",  "CVX",   "COP",   "SLB",  "KO",   "PEP",  "PG",   "WMT",
+                                                       "COST", "BRK.B", "GOOGL", "AMZN", "META", "TSLA"};
 constexpr std::array<std::string_view, 4> kHeadings = {"Technology", "Banks", "Energy", "Consumer staples"};
 constexpr int kGroup = 9; // a heading and eight symbols
 
@@ -84,7 +85,8 @@ void CBoardSource::FillCell(int row, int column, SCell& cell) const {
     cell.role = kRoles[value.direction];
     switch (kind) {
     case EKind::Symbol:
-        cell.SetText(kSymbols[static_cast<size_t>(row - 1 - (m_headings ? (row - 1) / kGroup + 1 : 0)) % kSymbols.size()]);
+        cell.SetText(
+            kSymbols[static_cast<size_t>(row - 1 - (m_headings ? (row - 1) / kGroup + 1 : 0)) % kSymbols.size()]);
         cell.align = EAlign::Left;
         cell.role = ETextRole::Normal;
         return;
@@ -113,7 +115,9 @@ void CBoardSource::FillCell(int row, int column, SCell& cell) const {
         out.Integer(int64_t{value.value} * 137);
         cell.role = ETextRole::Normal;
         break;
-    case EKind::Size: out.Integer(value.value % 90 * 100 + 100); break;
+    case EKind::Size:
+        out.Integer(value.value % 90 * 100 + 100);
+        break;
     case EKind::Time:
         out.Fraction(9 + value.value % 7, 10);
         out.Char(':');

@@ -1,13 +1,14 @@
-// Paints a made-up board into a picture: grid_picture FILE [light|dark] [width height].
+// Paints a made-up board into a picture: grid_picture FILE [light|dark] [width height [column-width]].
 // QT_SCALE_FACTOR=2 shows it as a high-DPI screen does.
 
-#include "BoardSource.h"
+#include "grid/BoardSource.h"
 #include "grid/NorvGridCtrl.h"
 
 #include <QApplication>
 #include <QImage>
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <string_view>
 
 int main(int argc, char** argv) {
@@ -15,7 +16,7 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
     if (argc < 2) {
-        std::fputs("usage: grid_picture FILE [light|dark] [width height]\n", stderr);
+        std::fputs("usage: grid_picture FILE [light|dark] [width height [column-width]]\n", stderr);
         return 2;
     }
     vx::CBoardSource board(31, true);
@@ -27,6 +28,8 @@ int main(int argc, char** argv) {
     grid.SetRowCount(board.Rows());
     for (int c = 1; c <= grid.ColumnCount(); ++c) grid.SetColumnWidth(c, grid.FitWidth(c) + 6);
     grid.SetColumnWidth(vx::CBoardSource::kColumns, 96);
+    if (argc > 5)
+        for (int c = 1; c <= grid.ColumnCount(); ++c) grid.SetColumnWidth(c, std::atoi(argv[5]));
     grid.SetLockedColumns(1);
     grid.resize(argc > 4 ? std::atoi(argv[3]) : 1100, argc > 4 ? std::atoi(argv[4]) : 560);
     grid.show();

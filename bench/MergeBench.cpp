@@ -1,0 +1,146 @@
+// From the bytes of update lines to merged records: the product on each of its kernels beside the plain store and
+// beside the least that any reader of such lines must do, a vector scan that writes the position of every comma and
+// line end. Before anything is timed the records of product and plain store are compared, slot by slot.
+
+#include "MergeScan.h"
+#include "support/Agreement.h"
+#include "support/FakeCodeNames.h"
+#include "support/LineGenerator.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <cstring>
+#include <map>
+#include <sstream>
+
+namespace {
+
+using namespace vx;
+using namespace vx::test;
+
+constexpr uint64_t kSeed = 20240131;
+constexpr size_t kLines = 200'000;     ///< About 33 MB: more than the caches hold.
+constexpr size_t kLinesPerBeat = 1250; ///< Between two drains: 5,000 lines a second and a beat of 250 ms.
+
+struct SNoWindow : CChangeWaker {
+    void PostPaint() override {}
+    void DrainNow() override {}
+};
+
+struct SInput {
+    std::vector<std::string> symbols;
+    std::string file;
+};
+
+const SInput& Input(size_t symbols) {
+    static std::map<size_t, SInput> inputs;
+    SInput& input = inputs[symbols];
+    if (input.file.empty()) {
+        input.symbols = CLineGenerator(symbols, kSeed).Symbols();
+        input.file = GenerateFile(kLines, symbols, kSeed);
+    }
+    return input;
+}
+
+/// The store with every symbol watched, and the window's queue that it fills.
+class CProduct {
+public:
+    CProduct(const SMergeKernel& kernel, const SInput& input) : m_store(kernel) {
+        m_names.EnsureMarketsLoaded();
+        m_store.SetCodeNames(&m_names);
+        for (const std::string& symbol : input.symbols) m_store.Watch(symbol, m_queue);
+    }
+
+    void Run(const std::string& file) {
+        size_t inBeat = 0;
+        for (const char *at = file.data(), *end = at + file.size(); at != end;) {
+            const char* lf = static_cast<const char*>(std::memchr(at, '\n', static_cast<size_t>(end - at)));
+            m_store.OnLevel1Message({at, static_cast<size_t>(lf - at)});
+            at = lf + 1;
+            if (++inBeat == kLinesPerBeat) {
+                inBeat = 0;
+                m_queue.Drain([&](const SChangeNotice& notice) { m_changes += notice.id2; });
+            }
+        }
+        benchmark::DoNotOptimize(m_changes);
+    }
+    const CL1DataStore& Store() const { return m_store; }
+
+private:
+    SNoWindow m_window;
+    CChangeQueue m_queue{m_window};
+    CFakeCodeNames m_names;
+    CL1DataStore m_store;
+    uint64_t m_changes = 0;
+};
+
+void RunPlain(CPlainStore& store, const std::string& file) {
+    std::istringstream in(file);
+    for (std::string line; std::getline(in, line);) store.OnLine(line);
+}
+
+void Report(benchmark::State& state, const SInput& input) {
+    state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(kLines));
+    state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(input.file.size()));
+    state.counters["ns/line"] =
+        benchmark::Counter(static_cast<double>(kLines) * 1e-9,
+                           benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+void BM_Product(benchmark::State& state, const SMergeKernel* kernel) {
+    if (!kernel) return state.SkipWithError("this machine cannot run the kernel");
+    const SInput& input = Input(static_cast<size_t>(state.range(0)));
+    CProduct product(*kernel, input);
+    product.Run(input.file);
+    for ([[maybe_unused]] auto _ : state) product.Run(input.file);
+    Report(state, input);
+}
+
+void BM_Plain(benchmark::State& state) {
+    const SInput& input = Input(static_cast<size_t>(state.range(0)));
+    CFakeCodeNames names;
+    names.EnsureMarketsLoaded();
+    CPlainStore store(&names);
+    RunPlain(store, input.file);
+    for ([[maybe_unused]] auto _ : state) RunPlain(store, input.file);
+    Report(state, input);
+}
+
+void BM_VectorScan(benchmark::State& state) {
+    const SInput& input = Input(static_cast<size_t>(state.range(0)));
+    std::vector<uint32_t> positions(input.file.size() + 64);
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(bench::ScanSeparators(input.file, positions.data()));
+    Report(state, input);
+}
+
+bool Agree(const SMergeKernel* kernel) {
+    if (!kernel) return true;
+    const SInput& input = Input(1000);
+    CProduct product(*kernel, input);
+    product.Run(input.file);
+    CFakeCodeNames names;
+    names.EnsureMarketsLoaded();
+    CPlainStore plain(&names);
+    RunPlain(plain, input.file);
+    for (const std::string& symbol : input.symbols) plain.Record(symbol);
+    const std::string difference = Difference(product.Store(), plain);
+    std::printf("%s kernel and plain store: %s\n", kernel->name, difference.empty() ? "equal" : difference.c_str());
+    return difference.empty();
+}
+
+} // namespace
+
+BENCHMARK(BM_VectorScan)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Product, avx2, Avx2Kernel())->Arg(100)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Product, portable, &PortableKernel())->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Plain)->Arg(1000)->Unit(benchmark::kMillisecond);
+
+int main(int argc, char** argv) {
+    if (!Agree(Avx2Kernel()) || !Agree(&PortableKernel())) return 1;
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

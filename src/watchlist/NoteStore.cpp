@@ -1,0 +1,35 @@
+#include "watchlist/NoteStore.h"
+
+#include "watchlist/RowKeyed.h"
+
+#include <algorithm>
+
+namespace vx {
+
+std::string_view CNoteStore::Get(int row) const {
+    const auto found = m_notes.find(row);
+    return found == m_notes.end() ? std::string_view{} : std::string_view(found->second);
+}
+
+void CNoteStore::Set(int row, std::string_view text) {
+    if (row < 1) return;
+    std::string cleaned = Cleaned(text);
+    if (cleaned.empty())
+        m_notes.erase(row);
+    else
+        m_notes.insert_or_assign(row, std::move(cleaned));
+}
+
+std::string CNoteStore::Cleaned(std::string_view text) {
+    std::string out(text);
+    std::erase_if(out, [](char c) { return c == ';' || c == ':' || c == ','; });
+    return out;
+}
+
+void CNoteStore::ShiftDown(int firstRow, int count) { ShiftRowsDown(m_notes, firstRow, count); }
+
+void CNoteStore::ShiftUp(int firstRow, int count) { ShiftRowsUp(m_notes, firstRow, count); }
+
+void CNoteStore::Reorder(const std::vector<int>& newRowOf) { ReorderRows(m_notes, newRowOf); }
+
+} // namespace vx

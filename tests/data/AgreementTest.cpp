@@ -1,0 +1,77 @@
+#include "support/Agreement.h"
+#include "support/FakeCodeNames.h"
+#include "support/HostileLines.h"
+
+#include <gtest/gtest.h>
+
+using namespace vx;
+using namespace vx::test;
+
+namespace {
+
+struct SNoWindow : CChangeWaker {
+    void PostPaint() override {}
+    void DrainNow() override {}
+};
+
+/// The store on one kernel beside the plain model, both with every symbol watched, a region and a trade history.
+class CSideBySide {
+public:
+    CSideBySide(const SMergeKernel& kernel, const std::vector<std::string>& symbols)
+        : m_store(kernel), m_plain(&m_names) {
+        m_names.EnsureMarketsLoaded();
+        m_store.SetCodeNames(&m_names);
+        for (const std::string& symbol : symbols) {
+            m_store.Watch(std::string(symbol).append("--X"), m_queue);
+            m_store.SetHistoryLimit(symbol, 5);
+            m_plain.AddRegion(symbol, "X");
+            m_plain.Record(symbol).tradeLimit = 5;
+        }
+    }
+
+    void Feed(const std::string& line) {
+        m_store.OnLevel1Message(line);
+        m_plain.OnLine(line);
+    }
+    std::string Difference() const { return test::Difference(m_store, m_plain); }
+
+private:
+    SNoWindow m_window;
+    CChangeQueue m_queue{m_window};
+    CFakeCodeNames m_names;
+    CL1DataStore m_store;
+    CPlainStore m_plain;
+};
+
+class Agreement : public testing::TestWithParam<const SMergeKernel*> {
+protected:
+    void SetUp() override {
+        if (!GetParam()) GTEST_SKIP() << "this machine has no AVX2";
+    }
+};
+
+} // namespace
+
+TEST_P(Agreement, OnRealisticLinesTheStoreIsThePlainModel) {
+    CLineGenerator generator(200, 1);
+    CSideBySide both(*GetParam(), generator.Symbols());
+    for (int i = 0; i < 20000; ++i) both.Feed(generator.Next());
+    EXPECT_EQ(both.Difference(), "");
+}
+
+TEST_P(Agreement, OnHostileLinesTheStoreIsThePlainModel) {
+    CHostileLines lines(2);
+    CSideBySide both(*GetParam(), lines.Symbols());
+    for (int i = 0; i < 60000; ++i) {
+        const std::string line = lines.Next();
+        both.Feed(line);
+        // All records now and then, so that a difference is found near the line that made it.
+        if (i % 50 == 0) {
+            ASSERT_EQ(both.Difference(), "") << "near line " << i << ": " << testing::PrintToString(line);
+        }
+    }
+    EXPECT_EQ(both.Difference(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Portable, Agreement, testing::Values(&PortableKernel()));
+INSTANTIATE_TEST_SUITE_P(Avx2, Agreement, testing::Values(Avx2Kernel()));

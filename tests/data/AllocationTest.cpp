@@ -1,0 +1,76 @@
+#include "support/FakeFeed.h"
+#include "support/LineGenerator.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+std::atomic<size_t> g_allocations = 0;
+
+void* Allocate(size_t size) {
+    ++g_allocations;
+    if (void* memory = std::malloc(size != 0 ? size : 1)) return memory;
+    throw std::bad_alloc();
+}
+
+} // namespace
+
+void* operator new(size_t size) { return Allocate(size); }
+void* operator new[](size_t size) { return Allocate(size); }
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory, size_t) noexcept { std::free(memory); }
+
+using namespace vx;
+using namespace vx::test;
+
+namespace {
+
+/// Runs the same lines twice; the second time every text and queue has found its size.
+size_t AllocationsOfSecondRun(const SMergeKernel& kernel) {
+    CLineGenerator generator(100, 7);
+    std::vector<std::string> lines;
+    for (int i = 0; i < 20000; ++i) lines.push_back(generator.Next());
+    CFakeCodeNames names;
+    CL1DataStore store(kernel);
+    CFakeWindow window(store);
+    store.SetCodeNames(&names);
+    for (const std::string& symbol : generator.Symbols()) {
+        store.Watch(symbol, window.queue);
+        store.SetHistoryLimit(symbol, 500);
+    }
+    size_t painted = 0;
+    CellBuffer buffer;
+    const auto run = [&] {
+        for (size_t i = 0; i < lines.size(); ++i) {
+            store.OnLevel1Message(lines[i]);
+            if (i % 100 == 0)
+                window.queue.Drain([&](const SChangeNotice& notice) {
+                    const CSymbolRec* record = store.FindById(notice.id1, notice.id2);
+                    for (const SFieldEntry& entry : Catalogue()) painted += CellText(*record, entry, 4, buffer);
+                });
+        }
+    };
+    run();
+    const size_t before = g_allocations;
+    run();
+    EXPECT_GT(painted, 0u);
+    return g_allocations - before;
+}
+
+} // namespace
+
+TEST(Allocation, MergingAndFormattingAllocateNothing) {
+    const size_t before = g_allocations;
+    ::operator delete(::operator new(1));
+    ASSERT_EQ(g_allocations, before + 1) << "the count works";
+    EXPECT_EQ(AllocationsOfSecondRun(PortableKernel()), 0u);
+    if (Avx2Kernel()) {
+        EXPECT_EQ(AllocationsOfSecondRun(*Avx2Kernel()), 0u);
+    }
+}

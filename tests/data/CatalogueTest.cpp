@@ -1,0 +1,198 @@
+#include "data/Catalogue.h"
+#include "data/ColumnMap.h"
+#include "data/DataInfo.h"
+#include "data/FieldLayout.h"
+
+#include <gmock/gmock.h>
+
+#include <set>
+
+using namespace vx;
+using testing::ElementsAre;
+
+namespace {
+
+EParseRule RuleOf(const SFieldEntry& entry) {
+    switch (entry.source) {
+    case ESource::Quote:
+        return kUpdateLayout[entry.slot].rule;
+    case ESource::Fundamental:
+        return kFundamentalLayout[entry.slot].rule;
+    case ESource::SplitDate:
+        return EParseRule::Date;
+    case ESource::MarketName:
+        return EParseRule::Text;
+    case ESource::None:
+        break;
+    }
+    return EParseRule::None;
+}
+
+EStorage StorageNeededBy(EValueClass valueClass) {
+    switch (valueClass) {
+    case EValueClass::Date:
+        return EStorage::Date;
+    case EValueClass::Text:
+    case EValueClass::Contents:
+        return EStorage::Text;
+    case EValueClass::Unsigned:
+        return EStorage::Unsigned;
+    case EValueClass::Integer:
+    case EValueClass::Aggressor:
+    case EValueClass::Character:
+        return EStorage::Integer;
+    default:
+        return EStorage::Double;
+    }
+}
+
+std::vector<std::string> NamesOf(const CColumnMap& map) {
+    std::vector<std::string> names;
+    for (const sColumnInfo& column : map.Columns()) names.push_back(column.name);
+    return names;
+}
+
+} // namespace
+
+TEST(Catalogue, EveryColumnReadsAFieldThatIsStoredAsItsClassNeeds) {
+    for (const SFieldEntry& entry : Catalogue()) {
+        if (entry.source == ESource::None || entry.name == "Symbol") continue;
+        EXPECT_EQ(StorageOf(RuleOf(entry)), StorageNeededBy(entry.valueClass)) << entry.name;
+        if (entry.regionSlot != kNoRegionSlot) {
+            const EParseRule regional = kRegionLayout[static_cast<size_t>(entry.regionSlot)].rule;
+            EXPECT_TRUE(StorageOf(regional) == StorageNeededBy(entry.valueClass) || KeepsText(regional)) << entry.name;
+        }
+    }
+}
+
+TEST(Catalogue, NamesAreDistinctAndFitTheirRecords) {
+    std::set<std::string_view> names;
+    for (const SFieldEntry& entry : Catalogue()) {
+        EXPECT_TRUE(names.insert(entry.name).second) << entry.name;
+        EXPECT_LT(entry.name.size(), 40u);
+        EXPECT_LT(entry.format.size(), 20u);
+        EXPECT_EQ(entry.description.empty(), entry.group == EFieldGroup::RowNumber) << entry.name;
+        EXPECT_EQ(&entry, FindField(entry.name));
+    }
+}
+
+TEST(Catalogue, TheGroupsFollowEachOther) {
+    const std::tuple<int, const char*, EFieldGroup> places[] = {
+        {0, " ", EFieldGroup::RowNumber},
+        {1, "Symbol", EFieldGroup::Level1},
+        {75, "Trade Aggressor", EFieldGroup::Level1},
+        {76, "Exchange", EFieldGroup::Fundamental},
+        {133, "Security SubType Name", EFieldGroup::Fundamental},
+        {134, "Alerts", EFieldGroup::Own},
+        {137, "Latest Headline", EFieldGroup::Own}};
+    for (const auto& [index, name, group] : places) {
+        EXPECT_EQ(FieldIndex(name), index) << name;
+        EXPECT_EQ(Catalogue()[static_cast<size_t>(index)].group, group) << name;
+    }
+}
+
+TEST(Catalogue, NamesAreMatchedExactly) {
+    EXPECT_NE(FieldIndex("% Chg"), kNoField);
+    for (const char* name : {"% chg", "%Chg", "% Chg ", "", "Session Close Time", "ET Change"})
+        EXPECT_EQ(FieldIndex(name), kNoField) << name;
+    EXPECT_NE(FieldIndex("Sesson Close Time"), kNoField);
+}
+
+TEST(Catalogue, TellingEntries) {
+    const std::tuple<const char*, const char*, int, const char*> entries[] = {
+        {"LQT Size", "%d", 5, "Last Qualifying Trade Size - includes only last-qualifying trades."},
+        {"Trade Date", "%m/%d/%y", 1, "Last Qualifying Trade Date - includes only last-qualifying trades."},
+        {"ET Diff", "%+0.*lf", 4,
+         "Extended Trading Difference\n Difference in price since market close (ET Last - Last)"},
+        {"MRT Time", "%s", 3, "Most Recent Trade Time - includes extended, last-qualifying, and and other trades."},
+        {"Delay", "%d min", 5,
+         "Number of minutes data is intentionally delayed by our servers based on user authorizations "
+         "(Delayed symbols only)"},
+        {"% OffAvgVol", "%+0.*lf%%", 4,
+         "Percentage of the current volume in comparison to the previous 4 weeks average volume, as provided in the "
+         "fundamental data."},
+        {"Type", "%s", 9, "Message contents"},
+        {"Mkt Cap", "%u", 6, "Total market capitilization (Last Price * Common Shares Outstanding)"},
+        {"Div Rate", "%0.4lf", 11, "Indicated annual dividend rate based on the latest payment"},
+        {"Ex Div Date", "%m/%d", 1, "Interval of time between the announcement and payment of a confirmed dividend."},
+        {"Split2 Date", "%m/%d/%y", 1, "2nd Split Date "},
+        {"Beta", "%0.*lf", 8,
+         "Measures a stock\x92"
+         "s volatility in relation to the rest of the market as measured by the S&P 500 index"},
+        {"Trade Aggressor", "%d", 10, "Most Recent Trade Aggressor"}};
+    for (const auto& [name, format, valueClass, description] : entries) {
+        const SFieldEntry& entry = *FindField(name);
+        EXPECT_EQ(entry.format, format) << name;
+        EXPECT_EQ(static_cast<int>(entry.valueClass), valueClass) << name;
+        EXPECT_EQ(entry.description, description) << name;
+    }
+}
+
+TEST(Catalogue, TheUpdateFieldListIsSentByteForByte) {
+    EXPECT_EQ(
+        UpdateFieldList(),
+        "Symbol,Exchange ID,Change,Percent Change,Total Volume,High,Low,Bid,Ask,Bid Size,Ask Size,Tick,Range,Open "
+        "Interest,Open,Close,Spread,Settle,Delay,Restricted Code,Net Asset Value,Average Maturity,Price-Earnings "
+        "Ratio,7 Day Yield,Percent Off Average Volume,Bid Change,Ask Change,Change From Open,Market "
+        "Open,Volatility,Market Capitalization,Fraction Display Code,Decimal Precision,Days to "
+        "Expiration,Previous Day Volume,Open Range 1,Close Range 1,Open Range 2,Close Range 2,Number of Trades "
+        "Today,Bid Time,Ask Time,VWAP,TickID,Financial Status Indicator,Settlement Date,Bid Market Center,Ask "
+        "Market Center,Available Regions,Message Contents,Most Recent Trade Conditions,Most Recent Trade,Most "
+        "Recent Trade Size,Most Recent Trade Time,Most Recent Trade Market Center,Most Recent Trade "
+        "Date,Extended Trade,Extended Trade Size,Extended Trade Time,Extended Trade Market Center,Extended Trade "
+        "Date,Extended Trading Change,Extended Trading Difference,Last,Last Size,Last Time,Last Market "
+        "Center,Last Date,Most Recent Trade Aggressor\n");
+}
+
+TEST(DataInfo, GivesPlacesToFortyOneNamesOldSpellingsIncluded) {
+    EXPECT_EQ(CDataInfo::Count(), 41);
+    EXPECT_EQ(CDataInfo::DecimalPlaces("MRT Price"), 4);
+    EXPECT_EQ(CDataInfo::DecimalPlaces("Bid Chg"), 2);
+    EXPECT_EQ(CDataInfo::DecimalPlaces("ET Change"), 4);
+    EXPECT_EQ(CDataInfo::DecimalPlaces("ET Chg"), std::nullopt);
+    EXPECT_EQ(CDataInfo::DecimalPlaces("last"), std::nullopt);
+}
+
+TEST(ColumnMap, ReadsTheDefaultColumns) {
+    CColumnMap map;
+    map.SetNames(kDefaultColumnNames);
+    EXPECT_EQ(map.Count(), 1 + 16);
+    EXPECT_EQ(map.Names(), kDefaultColumnNames);
+    EXPECT_EQ(map.At(0).width, 30);
+    EXPECT_EQ(map.At(16).width, 100);
+    EXPECT_EQ(map.At(2).number, FieldIndex("Tick Trend"));
+}
+
+TEST(ColumnMap, KeepsUnknownNamesAndSkipsRepeatedOnes) {
+    CColumnMap map;
+    map.SetNames("Last;;Mystery;Last;Bid; ");
+    EXPECT_THAT(NamesOf(map), ElementsAre(" ", "Last", "Mystery", "Bid"));
+    EXPECT_EQ(map.At(2).number, static_cast<int>(kCatalogueSize));
+    EXPECT_EQ(map.At(2).Entry(), nullptr);
+    EXPECT_EQ(map.NameOf(map.NumberOf("Mystery")), "Mystery");
+    EXPECT_EQ(map.NameOf(FieldIndex("Last")), "Last");
+    EXPECT_EQ(map.NumberOf("Other"), kNoField);
+    EXPECT_EQ(map.NameOf(4711), "");
+
+    map.SetWidth(3, 55);
+    map.SetNames("Bid;Ask");
+    EXPECT_EQ(map.At(1).width, 55) << "a column that stays keeps its width";
+    EXPECT_EQ(map.Append("Bid", 70), 1) << "first place, last width";
+    EXPECT_EQ(map.At(1).width, 70);
+}
+
+TEST(ColumnMap, ColumnsAreInsertedMovedAndRemovedBehindTheRowNumbers) {
+    CColumnMap map;
+    map.SetNames("A;B;C");
+    EXPECT_TRUE(map.Insert(2, "D"));
+    EXPECT_FALSE(map.Insert(1, "C"));
+    EXPECT_THAT(NamesOf(map), ElementsAre(" ", "A", "D", "B", "C"));
+    map.Move(1, 4), map.Move(3, -7), map.Move(0, 2), map.Move(9, 1);
+    EXPECT_THAT(NamesOf(map), ElementsAre(" ", "C", "D", "B", "A"));
+    map.Remove(0), map.Remove(2), map.Remove(99);
+    EXPECT_THAT(NamesOf(map), ElementsAre(" ", "C", "B", "A"));
+    EXPECT_EQ(map.PositionOf("A"), 3);
+    map.Clear();
+    EXPECT_EQ(map.Count(), 1);
+    EXPECT_EQ(map.NumberOf("A"), kNoField);
+}

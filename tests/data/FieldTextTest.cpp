@@ -1,0 +1,39 @@
+#include "data/FieldText.h"
+#include "data/SlotText.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+using namespace vx;
+
+TEST(FieldText, MonthsAreNamesInAnyCase) {
+    EXPECT_EQ(ReadMonth("January"), 1);
+    EXPECT_EQ(ReadMonth("dECEMBER"), 12);
+    EXPECT_EQ(ReadMonth("Jan"), 0);
+    EXPECT_EQ(MonthName(9), "September");
+    EXPECT_EQ(MonthName(0), "Invalid");
+    EXPECT_EQ(MonthName(13), "Invalid");
+}
+
+TEST(SlotText, KeepsTextsOfEveryLengthThroughManyChanges) {
+    CSlotText slot;
+    for (const size_t size : {0, 1, 2, 3, 4, 7, 8, 15, 16, 17, 22, 23, 24, 63, 64, 5000, 40, 23, 1, 0, 24, 2000, 3}) {
+        std::string text;
+        for (size_t i = 0; i < size; ++i) text += static_cast<char>('a' + (i + size) % 26);
+        slot.Assign(text);
+        EXPECT_EQ(slot.View(), text);
+        std::string readable = text + std::string(CSlotText::kInlineSize + 1, '#');
+        slot.AssignReadable(std::string_view{readable}.substr(0, size));
+        EXPECT_EQ(slot.View(), text);
+    }
+}
+
+TEST(SlotText, PutsMarksInFrontUpToALimit) {
+    CSlotText slot;
+    for (const char c : {'a', 'b', 'c', 'd'}) slot.PushFront(c, 3);
+    EXPECT_EQ(slot.View(), "dcb");
+    slot.Assign(std::string(30, 'x'));
+    slot.PushFront('y', 3);
+    EXPECT_EQ(slot.View(), "yxx");
+}

@@ -1,0 +1,190 @@
+#include "support/FakeFeed.h"
+
+#include <gmock/gmock.h>
+
+using namespace vx;
+using namespace vx::test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+namespace {
+
+struct L1DataStore : testing::Test, CFakeFeed {
+    bool Watch(std::string_view symbol) { return store.Watch(symbol, window.queue); }
+    void Unwatch(std::string_view symbol) { store.Unwatch(symbol, window.queue); }
+};
+
+} // namespace
+
+TEST_F(L1DataStore, AsksTheFeedForASymbolOnceHoweverManyListen) {
+    CFakeWindow other{store};
+    Watch("IBM"), Watch("IBM");
+    store.Watch("IBM", other.queue);
+    EXPECT_THAT(port.TakeSent(), ElementsAre("wIBM\n"));
+
+    Unwatch("IBM");
+    EXPECT_THAT(port.TakeSent(), IsEmpty());
+    store.Unwatch("IBM", window.queue);
+    store.Unwatch("IBM", other.queue);
+    EXPECT_THAT(port.TakeSent(), ElementsAre("rIBM\n"));
+    EXPECT_EQ(store.Find("IBM"), nullptr);
+}
+
+TEST_F(L1DataStore, TellsEveryListenerAtOnceWhenOneJoins) {
+    CFakeWindow other{store};
+    Watch("IBM");
+    EXPECT_THAT(window.TakeChanged(), ElementsAre("IBM"));
+    store.Watch("IBM", other.queue);
+    EXPECT_THAT(window.TakeChanged(), ElementsAre("IBM"));
+    EXPECT_THAT(other.TakeChanged(), ElementsAre("IBM"));
+    store.RemoveListener(other.queue);
+}
+
+TEST_F(L1DataStore, RefusesWhatCannotBeASymbol) {
+    for (const char* symbol : {"", "--", "--X", "IBM\nrMSFT", "A\rB"}) EXPECT_FALSE(Watch(symbol)) << symbol;
+    EXPECT_THAT(port.TakeSent(), IsEmpty());
+    EXPECT_EQ(store.Size(), 0u);
+}
+
+TEST_F(L1DataStore, ARegionalQuoteIsRequestedEveryTimeAndItsSymbolOnce) {
+    Watch("ABC--X");
+    EXPECT_THAT(port.TakeSent(), ElementsAre("wABC\n", "S,REGON,ABC\n"));
+    Watch("ABC--X");
+    Watch("ABC--Y");
+    EXPECT_THAT(port.TakeSent(), ElementsAre("S,REGON,ABC\n", "S,REGON,ABC\n"));
+    Watch("ABC");
+    EXPECT_THAT(port.TakeSent(), IsEmpty());
+
+    Unwatch("ABC--X"), Unwatch("ABC");
+    EXPECT_EQ(store.Find("ABC--X"), nullptr);
+    EXPECT_THAT(port.TakeSent(), IsEmpty());
+    Unwatch("ABC--Y");
+    EXPECT_THAT(port.TakeSent(), ElementsAre("rABC\n"));
+}
+
+TEST_F(L1DataStore, AFailedWatchSendsAllAgainOncePerTurn) {
+    Watch("A"), Watch("B");
+    port.TakeSent();
+    port.failures = 1;
+    Watch("C");
+    EXPECT_THAT(port.TakeSent(), UnorderedElementsAre("wA\n", "wB\n", "wC\n"));
+    port.failures = 1, port.failWith = 2; // A part of the command went out.
+    Watch("D");
+    EXPECT_THAT(port.TakeSent(), IsEmpty());
+    store.NewTurn();
+    port.failures = 1;
+    Watch("E");
+    EXPECT_THAT(port.TakeSent(), UnorderedElementsAre("wA\n", "wB\n", "wC\n", "wD\n", "wE\n"));
+}
+
+TEST_F(L1DataStore, WithTheConnectionClosedNothingIsSentAgainUntilItOpens) {
+    port.open = false, port.failures = 1;
+    Watch("A");
+    EXPECT_THAT(port.TakeSent(), IsEmpty());
+    store.SendPendingWatches();
+    EXPECT_THAT(port.TakeSent(), IsEmpty());
+    port.open = true;
+    store.SendPendingWatches();
+    store.SendPendingWatches();
+    EXPECT_THAT(port.TakeSent(), ElementsAre("wA\n"));
+    store.SetCommandPort(nullptr);
+    Watch("B");
+    store.SetCommandPort(&port);
+    Watch("B"); // The feed never took it, so it is asked again.
+    EXPECT_THAT(port.TakeSent(), ElementsAre("wB\n"));
+}
+
+TEST_F(L1DataStore, NoticesOfOneRecordMergeUntilTheWindowDrains) {
+    Watch("IBM");
+    window.TakeChanged();
+    window.wakes = 0;
+    for (int i = 0; i < 1000; ++i) Update("Last=1");
+    EXPECT_EQ(window.wakes, 1);
+    EXPECT_THAT(window.TakeChanged(), ElementsAre("IBM"));
+    Update("Last=2");
+    EXPECT_EQ(window.wakes, 2);
+    Unwatch("IBM");
+    EXPECT_THAT(window.TakeChanged(), ElementsAre("(gone)"));
+}
+
+TEST_F(L1DataStore, WithAnArmedAlertEveryValueReachesTheListenersAndOneWakeIsPosted) {
+    Watch("IBM"), Watch("ABC");
+    std::vector<double> seen;
+    window.TakeChanged();
+    window.wakes = 0;
+    window.onChange = [&](const CSymbolRec& record) {
+        seen.push_back(record.Base().Quote().Number(UpdateSlot("Last")));
+    };
+    store.SetArmedAlerts("IBM", 2);
+    for (const char* last : {"Last=1", "Last=2", "Last=3"}) Update(last);
+    window.Drain();
+    EXPECT_THAT(seen, ElementsAre(1, 2, 3));
+    EXPECT_EQ(window.wakes, 1);
+    store.SetArmedAlerts("IBM", 0);
+    seen.clear();
+    for (const char* last : {"Last=4", "Last=5"}) Update(last);
+    window.Drain();
+    EXPECT_THAT(seen, ElementsAre(5));
+}
+
+TEST_F(L1DataStore, ASymbolMayBeUnwatchedWhileItsAlertsAreDrained) {
+    Watch("IBM");
+    store.SetArmedAlerts("IBM", 1);
+    Update("Last=Not Found");
+    window.onChange = [&](const CSymbolRec& record) {
+        if (record.Base().IsNotFound()) store.Forget("IBM");
+    };
+    Update("Last=5");
+    EXPECT_EQ(Ibm().Quote().Number(UpdateSlot("Last")), 5);
+    EXPECT_FALSE(Ibm().HasListeners());
+}
+
+TEST_F(L1DataStore, KeepsALimitedNumberOfRecordsThatNobodyWatchesOldestOutFirst) {
+    for (size_t i = 0; i <= CL1DataStore::kMostStrayRecords; ++i) store.OnUpdate("Q,S" + std::to_string(i) + ",");
+    EXPECT_EQ(store.Size(), CL1DataStore::kMostStrayRecords);
+    EXPECT_EQ(store.Find("S0"), nullptr);
+    Watch("S1"); // Stays beyond the limit now, and the feed is asked for it.
+    EXPECT_THAT(port.TakeSent(), ElementsAre("wS1\n"));
+    for (int i = 0; i < 3; ++i) store.OnUpdate("Q,T" + std::to_string(i) + ",");
+    EXPECT_NE(store.Find("S1"), nullptr);
+    EXPECT_EQ(store.Find("S2"), nullptr);
+    EXPECT_EQ(store.Size(), CL1DataStore::kMostStrayRecords + 1);
+}
+
+TEST_F(L1DataStore, AnUnknownSymbolIsForgottenWithoutTellingTheFeedAndCanBeAskedForAgain) {
+    Watch("IBM"), Watch("IBM--X");
+    const SChangeNotice ids = store.Find("IBM--X")->Ids();
+    port.TakeSent();
+    store.Forget("IBM");
+    EXPECT_EQ(store.FindById(ids.id1, ids.id2), nullptr);
+    EXPECT_THAT(port.TakeSent(), IsEmpty());
+    Watch("IBM");
+    EXPECT_THAT(port.TakeSent(), ElementsAre("wIBM\n"));
+}
+
+TEST_F(L1DataStore, AListenerCanBeTakenOffEverything) {
+    CFakeWindow other{store};
+    Watch("A");
+    for (const char* symbol : {"A", "B", "C--X"}) store.Watch(symbol, other.queue);
+    port.TakeSent();
+    store.RemoveListener(other.queue);
+    EXPECT_THAT(port.TakeSent(), UnorderedElementsAre("rB\n", "rC\n"));
+    EXPECT_EQ(store.Size(), 1u);
+}
+
+TEST_F(L1DataStore, DropsLinesWithoutASymbolOrOfOtherKinds) {
+    for (const char* line :
+         {"", "Q", "Q,", "Q,,1,2,", "Q,IBM", "Q, ,1,", "QXIBM,1,", "Z,IBM,1,", "F,,", "R,IBM,", "R,,X,1,"})
+        store.OnLevel1Message(line);
+    EXPECT_EQ(store.Size(), 0u);
+}
+
+TEST_F(L1DataStore, FindsThousandsOfSymbolsThatShareTheirFirstLetters) {
+    std::vector<std::string> symbols;
+    for (int i = 0; i < 3000; ++i) symbols.push_back("OPTIONROOT" + std::to_string(i * 37));
+    for (const std::string& symbol : symbols) Watch(symbol);
+    for (size_t i = 0; i < symbols.size(); i += 2) Unwatch(symbols[i]);
+    for (size_t i = 0; i < symbols.size(); ++i) EXPECT_EQ(store.Find(symbols[i]) != nullptr, i % 2 == 1) << symbols[i];
+    EXPECT_EQ(store.Find("OPTIONROOT"), nullptr);
+}

@@ -1,0 +1,296 @@
+#include "grid/TestGrid.h"
+
+#include <QPainter>
+#include <random>
+
+using namespace vx;
+
+namespace {
+
+class CellPaint : public GridTest {
+protected:
+    /// From which column of a cell's place to which something stands on its background; -1 for nothing.
+    std::pair<int, int> Extent(const QImage& image, const QRect& place) {
+        const QRgb background = image.pixel(place.left() + 1, place.top() + 1);
+        const int height = place.height() - 1; // the grid line is left out
+        int first = -1, last = -1;
+        for (int x = 0; x < place.width() - 1; ++x)
+            if (CountColor(image, {place.left() + x, place.top(), 1, height}, background) < height) {
+                if (first < 0) first = x;
+                last = x;
+            }
+        return {first, last};
+    }
+    void Show(const std::string& text, EAlign align) {
+        source.cell = [=](int row, int column, SCell& cell) {
+            if (row != 3 || column != 2) return;
+            cell.SetText(text);
+            cell.align = align;
+        };
+    }
+    std::pair<int, int> Ink() { return Extent(Picture(), Place(3, 2)); }
+};
+
+} // namespace
+
+TEST_F(CellPaint, EachRoleHasItsColour) {
+    const std::vector<std::pair<ETextRole, QRgb>> roles = {
+        {ETextRole::Normal, kLightGridTheme.text}, {ETextRole::Up, kLightGridTheme.up},
+        {ETextRole::Down, kLightGridTheme.down},   {ETextRole::Unchanged, kLightGridTheme.unchanged},
+        {ETextRole::Stale, kLightGridTheme.stale}, {ETextRole::Explicit, 0xFF0000FF}};
+    source.cell = [&](int row, int, SCell& cell) {
+        cell.SetText("1234");
+        if (row <= static_cast<int>(roles.size())) cell.role = roles[static_cast<size_t>(row - 1)].first;
+        cell.textColor = 0xFF0000; // blue
+    };
+    const QImage picture = Picture(3); // thick enough to hold the pure colour
+    for (size_t i = 0; i < roles.size(); ++i)
+        for (size_t k = 0; k < roles.size(); ++k)
+            if (i != k) {
+                const QRect place = Place(static_cast<int>(i) + 1, 2, 3);
+                EXPECT_GT(CountColor(picture, place, roles[i].second), 2 * CountColor(picture, place, roles[k].second));
+            }
+}
+
+TEST_F(CellPaint, TheTickTrendIsDrawnAsArrowsAndDots) {
+    source.cell = [](int row, int, SCell& cell) {
+        cell.SetText(row == 3 ? "\xAD" : row == 4 ? "\xAF" : row == 5 ? "\xB7" : "\xAD\xAF\xB7");
+        cell.tickTrend = row <= 6;
+    };
+    const QImage picture = Picture(2);
+    const auto half = [&](int row, QRgb color, bool upper) {
+        QRect place = Place(row, 2, 2);
+        place.setHeight(place.height() / 2);
+        if (!upper) place.translate(0, place.height());
+        return CountColor(picture, place, color);
+    };
+    const SGridTheme& theme = grid.Theme();
+    EXPECT_GT(half(3, theme.up, false), half(3, theme.up, true)) << "wide at the bottom";
+    EXPECT_GT(half(4, theme.down, true), half(4, theme.down, false)) << "wide at the top";
+    EXPECT_GT(half(5, theme.unchanged, true), 0);
+    for (const QRgb color : {theme.up, theme.down, theme.unchanged}) {
+        EXPECT_GT(CountColor(picture, Place(6, 2, 2), color), 0);
+        EXPECT_EQ(CountColor(picture, Place(7, 2, 2), color), 0) << "only in cells that say so";
+    }
+    EXPECT_GT(CountColor(picture, Place(7, 2, 2), theme.text), 0);
+}
+
+TEST_F(CellPaint, TextStandsWhereItsAlignmentSays) {
+    const int width = 80;
+    Show("HH", EAlign::Left);
+    EXPECT_LT(Ink().second, width / 3);
+    Show("HH", EAlign::Center);
+    EXPECT_NEAR((Ink().first + Ink().second) / 2, width / 2, 3);
+    Show("HH", EAlign::Right);
+    EXPECT_GT(Ink().first, 2 * width / 3);
+    EXPECT_GT(width - Ink().second, CGridPainter::kTextPadding);
+}
+
+TEST_F(CellPaint, NumbersOfOneLengthStandOnTheSamePlaces) {
+    CGridFonts fonts;
+    for (const double scale : {1.0, 1.25, 2.0}) {
+        CGlyphAtlas& atlas = fonts.Atlas(0, scale);
+        for (char digit = '0'; digit <= '9'; ++digit) EXPECT_EQ(atlas.Glyph(digit).advance, atlas.Glyph('0').advance);
+        EXPECT_EQ(atlas.TextWidth("1111.11"), atlas.TextWidth("4638.09"));
+    }
+}
+
+TEST_F(CellPaint, ACutTextShowsItsBeginning) {
+    const auto inkOf = [&](EAlign align, bool ellipsis) {
+        grid.ApplyViewSettings(true, true, ellipsis, true);
+        Show("1.234.567.890.123", align);
+        return Picture().copy(Place(3, 2));
+    };
+    EXPECT_EQ(inkOf(EAlign::Right, false), inkOf(EAlign::Left, false));
+    EXPECT_EQ(inkOf(EAlign::Right, true), inkOf(EAlign::Left, true));
+    EXPECT_NE(inkOf(EAlign::Left, true), inkOf(EAlign::Left, false));
+    grid.ApplyViewSettings(true, true, true, true);
+    EXPECT_LT(Ink().second, 80 - CGridPainter::kTextPadding) << "the dots end inside the cell";
+    grid.ApplyViewSettings(true, true, false, true);
+    EXPECT_GE(Ink().second, 80 - CGridPainter::kTextPadding - 2) << "without dots the text runs to the edge";
+    EXPECT_EQ(Extent(Picture(), Place(3, 3)).first, -1) << "and not over it";
+}
+
+TEST_F(CellPaint, AFittedColumnCutsNothing) {
+    Show("1.234.567.890.123", EAlign::Right);
+    grid.SetColumnWidth(2, grid.FitWidth(2));
+    const QImage fitted = Picture().copy(Place(3, 2));
+    grid.ApplyViewSettings(true, true, false, true);
+    EXPECT_EQ(Picture().copy(Place(3, 2)), fitted);
+    grid.ApplyViewSettings(true, true, true, true);
+    grid.SetColumnWidth(2, grid.ColumnWidth(2) - 2);
+    const QImage cut = Picture().copy(Place(3, 2));
+    grid.ApplyViewSettings(true, true, false, true);
+    EXPECT_NE(Picture().copy(Place(3, 2)), cut) << "narrower than fitted, the text has to be cut";
+}
+
+TEST_F(CellPaint, LockedColumnsStandStillWhileTheOthersScroll) {
+    source.cell = [](int row, int column, SCell& cell) { cell.SetText(std::to_string(row * 100 + column)); };
+    grid.SetLockedColumns(1);
+    const QRect fixed(0, 0, Geometry().FixedWidth(), grid.viewport()->height());
+    const QRect rest(fixed.right() + 1, 0, grid.viewport()->width() - fixed.width(), fixed.height());
+    const QImage before = Picture();
+    grid.EnsureVisible(1, 10);
+    const QImage after = Picture();
+    EXPECT_EQ(before.copy(fixed), after.copy(fixed));
+    EXPECT_NE(before.copy(rest), after.copy(rest));
+    grid.EnsureVisible(90, 10);
+    const QRect header(0, 0, grid.viewport()->width(), Geometry().HeaderHeight());
+    EXPECT_EQ(Picture().copy(header), after.copy(header));
+}
+
+TEST_F(CellPaint, ASpanningRowIsOneTextWithoutColumnLines) {
+    source.span = [](int row, SCell& cell) {
+        if (row == 5) cell.SetText("A heading that is longer than any one column of the grid");
+        return row == 5;
+    };
+    grid.SetFocusCell(1, 1);
+    const QImage picture = Picture();
+    const QRect row(Geometry().ColumnWidth(0), Geometry().RowTop(5), 300, Geometry().RowHeight() - 1);
+    EXPECT_EQ(CountColor(picture, row, grid.Theme().gridLine), 0);
+    EXPECT_GT(Extent(picture, Place(5, 3)).second, 70) << "the text reaches over the third column";
+    grid.EnsureVisible(5, 10);
+    EXPECT_EQ(Picture().copy(row), picture.copy(row)) << "and stays to be read when columns scroll";
+}
+
+TEST_F(CellPaint, GridLinesAndShadingFollowTheOptions) {
+    const auto lines = [&] { return CountColor(Picture(), Place(4, 2), grid.Theme().gridLine); };
+    const auto shade = [&] { return CountColor(Picture(), Place(4, 2), grid.Theme().shade); };
+    EXPECT_EQ(lines(), 80 + Geometry().RowHeight() - 1);
+    EXPECT_GT(shade(), 500);
+    EXPECT_EQ(CountColor(Picture(), Place(5, 2), grid.Theme().shade), 0);
+    grid.ApplyViewSettings(false, false, true, true);
+    EXPECT_EQ(lines(), 0);
+    EXPECT_EQ(shade(), 0);
+}
+
+TEST_F(CellPaint, FocusAndSelectionAreSeen) {
+    grid.SelectRange({2, 4, 2, 3});
+    const QImage picture = Picture();
+    for (const auto& [row, column] : {std::pair{2, 3}, {4, 2}, {3, 3}})
+        EXPECT_GT(CountColor(picture, Place(row, column), grid.Theme().selected), 500);
+    EXPECT_EQ(CountColor(picture, Place(5, 2), grid.Theme().selected), 0);
+    const QRgb frame = grid.hasFocus() ? grid.Theme().focus : grid.Theme().focusIdle;
+    const QRect focus = Place(2, 2);
+    EXPECT_EQ(CountColor(picture, {focus.topLeft(), QSize(focus.width(), 1)}, frame), focus.width());
+    EXPECT_EQ(CountColor(picture, Place(3, 2), frame), 0);
+}
+
+TEST_F(CellPaint, AChosenBackgroundIsPaintedAndItsTextCanBeRead) {
+    source.cell = [](int, int, SCell& cell) {
+        cell.SetText("HHH");
+        cell.background = 0x80FFFF; // light yellow
+        cell.role = ETextRole::Up;
+    };
+    for (const char* theme : {"light", "dark"}) {
+        grid.ApplyTheme(theme);
+        const QImage picture = Picture(2);
+        EXPECT_GT(CountColor(picture, Place(3, 2, 2), 0xFFFFFF80), 1000);
+        EXPECT_GT(CountColor(picture, Place(3, 2, 2), kLightGridTheme.up), 0) << theme;
+    }
+    source.cell = [](int, int, SCell& cell) {
+        cell.SetText("HHH");
+        cell.role = ETextRole::Explicit;
+        cell.textColor = 0x000000;
+    };
+    EXPECT_GT(CountColor(Picture(2), Place(3, 2, 2), kDarkGridTheme.text), 0) << "black on dark would not be seen";
+}
+
+TEST_F(CellPaint, PiecesGiveThePictureOfTheWhole) {
+    std::mt19937 random(7);
+    source.span = [](int row, SCell& cell) {
+        if (row % 7 == 0) cell.SetText("A heading");
+        return row % 7 == 0;
+    };
+    const int bold = grid.AddFont({QStringLiteral("Arial"), 11, true, true});
+    source.cell = [bold](int row, int column, SCell& cell) {
+        cell.SetText(std::to_string(row * column * 7919));
+        cell.align = static_cast<EAlign>(column % 3);
+        cell.role = static_cast<ETextRole>(row % 5);
+        cell.font = static_cast<uint8_t>(column % 4 == 0 ? bold : 0);
+        if (row % 5 == 0) cell.background = 0xC0FFC0;
+    };
+    grid.SetLockedColumns(1);
+    grid.SetColumnWidth(4, 33);
+    grid.SelectRange({3, 5, 2, 4});
+    grid.EnsureVisible(50, 9);
+    QApplication::processEvents();
+    for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+        const QImage whole = Picture(scale);
+        QImage pieces((QSizeF(Cells()->size()) * scale).toSize(), QImage::Format_RGB32);
+        pieces.fill(Qt::magenta);
+        pieces.setDevicePixelRatio(scale);
+        std::vector<QRect> rects;
+        for (int i = 0; i < 60; ++i)
+            rects.push_back(QRect(static_cast<int>(random() % 440), static_cast<int>(random() % 400), 30, 17) &
+                            Cells()->rect());
+        QRegion done;
+        for (const QRect& rect : rects) {
+            Cells()->render(&pieces, rect.topLeft(), rect, QWidget::DrawChildren);
+            done |= rect;
+        }
+        pieces.setDevicePixelRatio(1);
+        for (const QRect& rect : done) {
+            // At a broken scale a piece's outermost pixels may belong to its neighbour.
+            const QRect sure = QRectF(QPointF(rect.topLeft()) * scale, QSizeF(rect.size()) * scale)
+                                   .toAlignedRect()
+                                   .adjusted(1, 1, -1, -1);
+            EXPECT_EQ(pieces.copy(sure), whole.copy(sure)) << "scale " << scale;
+        }
+    }
+}
+
+TEST_F(CellPaint, LinesAreWholePixelsOnAHighResolutionScreen) {
+    const QImage picture = Picture(2);
+    const QRect cell = Place(4, 2, 2);
+    EXPECT_EQ(CountColor(picture, {cell.right() - 1, cell.top(), 2, cell.height()}, grid.Theme().gridLine),
+              2 * cell.height());
+    EXPECT_EQ(CountColor(picture, {cell.right() - 2, cell.top(), 1, cell.height() - 2}, grid.Theme().gridLine), 0);
+}
+
+TEST_F(CellPaint, EveryByteAndTheLongestTextCanBePainted) {
+    std::string all;
+    for (int i = 0; i < 255; ++i) all.push_back(static_cast<char>(i + 1));
+    source.cell = [&](int row, int column, SCell& cell) {
+        cell.SetText(row == 1 ? all : std::string(300, static_cast<char>(row * 16 + column)));
+        cell.tickTrend = column % 2 == 0;
+        cell.font = static_cast<uint8_t>(row); // ids that no font has
+    };
+    grid.SetColumnWidth(1, 2000);
+    const SGlyph glyph = CGlyphAtlas({}, 96, 1).Glyph('W');
+    EXPECT_GT(CountColor(Picture(), Place(1, 1), grid.Theme().text), glyph.height);
+    grid.SetColumnWidth(1, 1);
+    for (const double scale : {0.3, 1.0, 3.0}) Picture(scale);
+}
+
+TEST_F(CellPaint, WithoutRowsColumnsOrSourceNothingIsBroken) {
+    grid.SetRowCount(0);
+    const QImage picture = Picture();
+    EXPECT_EQ(CountColor(picture, picture.rect(), grid.Theme().focus), 0);
+    EXPECT_EQ(CountColor(picture, picture.rect(), grid.Theme().selected), 0);
+    EXPECT_EQ(picture.pixel(200, 300), grid.Theme().base);
+    EXPECT_GT(CountColor(picture, Place(0, 2), grid.Theme().header), 500);
+    EXPECT_EQ(CountColor(picture, Place(0, 1), grid.Theme().headerSelected), 0);
+    grid.SetColumnCount(0);
+    grid.SetSource(nullptr);
+    Picture();
+    Key(Qt::Key_Down);
+    Key(Qt::Key_End, Qt::ControlModifier);
+    Key(Qt::Key_A, Qt::ControlModifier);
+    QTest::mouseClick(Cells(), Qt::LeftButton, {}, {5, 5});
+    QTest::mouseClick(Cells(), Qt::LeftButton, {}, {100, 100});
+    grid.SetRowCount(5);
+    grid.SetColumnCount(3);
+    EXPECT_GT(CountColor(Picture(), Place(3, 2), grid.Theme().base), 500);
+}
+
+TEST_F(CellPaint, TheThemeFollowsTheDesktopUnlessItIsChosen) {
+    QPalette dark = grid.palette();
+    dark.setColor(QPalette::Base, QColor(20, 20, 20));
+    grid.setPalette(dark);
+    EXPECT_EQ(grid.Theme().base, kLightGridTheme.base);
+    grid.ApplyTheme("system");
+    EXPECT_EQ(grid.Theme().base, kDarkGridTheme.base);
+    grid.setPalette(QPalette());
+    EXPECT_EQ(grid.Theme().base, kLightGridTheme.base);
+}

@@ -1,0 +1,128 @@
+#include "grid/GridGeometry.h"
+
+#include <gtest/gtest.h>
+
+using namespace vx;
+
+namespace {
+
+// Row numbers 30 px, columns of 100 px, rows of 20 px under a header of 24 px, in a viewport of 330 x 124: three
+// columns and five rows fit exactly.
+CGridGeometry Sample(int columns = 10, int rows = 50) {
+    CGridGeometry geometry;
+    geometry.SetRowHeights(24, 20);
+    geometry.SetColumnCount(columns, 100);
+    geometry.SetColumnWidth(0, 30);
+    geometry.SetRowCount(rows);
+    geometry.SetViewport({330, 124});
+    return geometry;
+}
+
+} // namespace
+
+TEST(GridGeometry, FindsTheCellUnderAPlace) {
+    CGridGeometry geometry = Sample();
+    EXPECT_EQ(geometry.RowAt(23), 0);
+    EXPECT_EQ(geometry.RowAt(24), 1);
+    EXPECT_EQ(geometry.ColumnAt(29), 0);
+    EXPECT_EQ(geometry.ColumnAt(30), 1);
+    EXPECT_EQ(geometry.ColumnAt(329), 3);
+    geometry.SetScroll(150, 30);
+    EXPECT_EQ(geometry.RowAt(24), 2);
+    EXPECT_EQ(geometry.RowAt(34), 3);
+    EXPECT_EQ(geometry.ColumnAt(30), 2);
+    EXPECT_EQ(geometry.ColumnAt(80), 3);
+    EXPECT_EQ(geometry.FirstVisibleRow(), 2);
+    EXPECT_EQ(geometry.LastVisibleRow(), 7);
+    for (int row = 2; row <= 7; ++row)
+        for (int column = 2; column <= 5; ++column) {
+            const QPoint inside = geometry.VisibleCellRect(row, column).center();
+            EXPECT_EQ(geometry.RowAt(inside.y()), row);
+            EXPECT_EQ(geometry.ColumnAt(inside.x()), column);
+        }
+    EXPECT_TRUE(geometry.VisibleCellRect(1, 2).isEmpty());
+    EXPECT_TRUE(geometry.VisibleCellRect(2, 1).isEmpty());
+}
+
+TEST(GridGeometry, PlacesWithoutACellHaveNone) {
+    CGridGeometry geometry = Sample(2, 3);
+    EXPECT_EQ(geometry.ColumnAt(230), -1);
+    EXPECT_EQ(geometry.ColumnAt(-1), -1);
+    EXPECT_EQ(geometry.RowAt(84), -1);
+    EXPECT_EQ(geometry.RowAt(-1), -1);
+    CGridGeometry empty;
+    empty.SetViewport({300, 200});
+    EXPECT_EQ(empty.ColumnAt(10), -1);
+    EXPECT_EQ(empty.RowAt(100), -1);
+    EXPECT_GT(empty.FirstVisibleRow(), empty.LastVisibleRow());
+    EXPECT_GT(empty.FirstScrolledColumn(), empty.LastScrolledColumn());
+    EXPECT_EQ(empty.MaxScrollX(), 0);
+    EXPECT_EQ(empty.MaxScrollY(), 0);
+}
+
+TEST(GridGeometry, HiddenColumnsTakeNoPlaceAndAreNeverFound) {
+    CGridGeometry geometry = Sample(5);
+    geometry.SetColumnWidth(1, 0);
+    geometry.SetColumnWidth(3, 0);
+    geometry.SetColumnWidth(5, 0);
+    EXPECT_EQ(geometry.ColumnAt(30), 2);
+    EXPECT_EQ(geometry.ColumnAt(129), 2);
+    EXPECT_EQ(geometry.ColumnAt(130), 4);
+    EXPECT_EQ(geometry.ColumnAt(230), -1);
+    EXPECT_EQ(geometry.ColumnAt(29), 0);
+    EXPECT_EQ(geometry.ContentRight(), 230);
+}
+
+TEST(GridGeometry, LockedColumnsStayAndHideWhatScrollsUnderThem) {
+    CGridGeometry geometry = Sample();
+    geometry.SetLockedColumns(2);
+    geometry.SetScroll(150, 0);
+    EXPECT_EQ(geometry.ColumnLeft(2), 130);
+    EXPECT_EQ(geometry.ColumnAt(229), 2);
+    EXPECT_EQ(geometry.ColumnAt(230), 4);
+    EXPECT_EQ(geometry.FirstScrolledColumn(), 4);
+    EXPECT_TRUE(geometry.VisibleCellRect(1, 3).isEmpty());
+    EXPECT_EQ(geometry.VisibleCellRect(1, 4).left(), 230);
+    EXPECT_EQ(geometry.VisibleCellRect(1, 4).width(), 50);
+    geometry.SetScroll(1'000'000, 0);
+    EXPECT_EQ(geometry.ColumnLeft(10) + geometry.ColumnWidth(10), 330);
+}
+
+TEST(GridGeometry, ANarrowViewportLocksFewerColumnsAndAWideOneAllAgain) {
+    CGridGeometry geometry = Sample();
+    geometry.SetLockedColumns(3);
+    EXPECT_EQ(geometry.ShownLockedColumns(), 2);
+    geometry.SetViewport({90, 124});
+    EXPECT_EQ(geometry.ShownLockedColumns(), 0);
+    geometry.SetViewport({800, 124});
+    EXPECT_EQ(geometry.ShownLockedColumns(), 3);
+    EXPECT_EQ(geometry.LockedColumns(), 3);
+}
+
+TEST(GridGeometry, ScrollsNoFurtherThanACellNeedsToBeSeen) {
+    CGridGeometry geometry = Sample();
+    geometry.SetLockedColumns(1);
+    EXPECT_EQ(geometry.ScrollToShow(5, 3), QPoint(0, 0));
+    EXPECT_EQ(geometry.ScrollToShow(6, 4), QPoint(100, 20));
+    geometry.SetScroll(300, 400);
+    EXPECT_EQ(geometry.ScrollToShow(3, 2), QPoint(0, 40));
+    EXPECT_EQ(geometry.ScrollToShow(3, 1), QPoint(300, 40)); // locked: seen wherever the rest stands
+    geometry.SetColumnWidth(4, 900);
+    EXPECT_EQ(geometry.ScrollToShow(21, 4).x(), 200); // larger than its place: from its beginning
+}
+
+TEST(GridGeometry, HoldsAMillionRowsAndRefusesNonsense) {
+    CGridGeometry geometry = Sample(3, 2'000'000'000);
+    EXPECT_EQ(geometry.RowCount(), CGridGeometry::kMaxRows);
+    geometry.SetScroll(0, geometry.MaxScrollY());
+    EXPECT_EQ(geometry.LastVisibleRow(), CGridGeometry::kMaxRows);
+    EXPECT_EQ(geometry.RowAt(123), CGridGeometry::kMaxRows);
+    geometry.SetColumnWidth(2, 99999);
+    geometry.SetColumnWidth(7, 10);
+    geometry.SetColumnWidth(1, -5);
+    EXPECT_EQ(geometry.ColumnWidth(2), CGridGeometry::kMaxColumnWidth);
+    EXPECT_EQ(geometry.ColumnWidth(7), 0);
+    EXPECT_EQ(geometry.ColumnWidth(1), 0);
+    geometry.SetViewport({0, 0});
+    EXPECT_GT(geometry.FirstVisibleRow(), geometry.LastVisibleRow());
+}

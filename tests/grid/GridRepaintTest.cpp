@@ -1,0 +1,195 @@
+#include "base/Clock.h"
+
+#include "grid/TestGrid.h"
+#include <QBackingStore>
+#include <random>
+
+using namespace vx;
+
+namespace {
+
+/// A clock that stands still until it is moved, in place of the program's own for as long as it lives.
+class CStoppedClock : public CClock {
+public:
+    CStoppedClock() { SetInstance(this); }
+    ~CStoppedClock() override { SetInstance(nullptr); }
+    SLocalTime Now() const override { return {}; }
+    int64_t MonotonicMs() const override { return now; }
+    void SleepMs(int milliseconds) override { now += milliseconds; }
+
+    int64_t now = 1000;
+};
+
+class GridRepaint : public GridTest {
+protected:
+    /// What is painted from Start() to Painted(), after everything pending is delivered.
+    void Start() {
+        ProcessAll();
+        m_before = grid.Counters();
+    }
+    SPaintCounters Painted() {
+        ProcessAll();
+        return {grid.Counters().passes - m_before.passes, grid.Counters().cells - m_before.cells};
+    }
+    int VisibleRows() const { return Geometry().LastVisibleRow() - Geometry().FirstVisibleRow() + 1; }
+    int VisibleColumns() const { return Geometry().LastScrolledColumn() - Geometry().FirstScrolledColumn() + 1; }
+
+private:
+    SPaintCounters m_before;
+};
+
+} // namespace
+
+TEST_F(GridRepaint, PaintsOnlyTheCellsThatChanged) {
+    Start();
+    grid.MarkCellChanged(3, 2);
+    EXPECT_EQ(Painted().passes, 0) << "nothing before the flush";
+    grid.FlushChanges();
+    EXPECT_EQ(Painted().passes, 1);
+    EXPECT_EQ(Painted().cells, 1);
+    Start();
+    for (int i = 0; i < 1000; ++i) grid.MarkCellChanged(i % 2 + 4, 1);
+    grid.FlushChanges();
+    EXPECT_EQ(Painted().passes, 1);
+    EXPECT_EQ(Painted().cells, 2);
+    Start();
+    grid.FlushChanges();
+    EXPECT_EQ(Painted().passes, 0) << "the marks are used up";
+}
+
+TEST_F(GridRepaint, PaintsNothingForWhatCannotBeSeen) {
+    grid.SetColumnWidth(2, 0);
+    Start();
+    for (int row = Geometry().LastVisibleRow() + 1; row <= 100; ++row) {
+        grid.MarkRowChanged(row);
+        grid.MarkCellChanged(row, 1);
+    }
+    grid.MarkCellChanged(1, 2);
+    grid.MarkCellChanged(1, 9);
+    for (const int nonsense : {-1, 101, 2'000'000'000, -2'000'000'000}) {
+        grid.MarkCellChanged(nonsense, 1);
+        grid.MarkCellChanged(1, nonsense);
+        grid.MarkRowChanged(nonsense);
+    }
+    grid.FlushChanges();
+    EXPECT_EQ(Painted().passes, 0);
+}
+
+TEST_F(GridRepaint, PaintsARowOrTheWholeScreenInOnePass) {
+    Start();
+    grid.MarkRowChanged(4);
+    grid.FlushChanges();
+    EXPECT_EQ(Painted().passes, 1);
+    EXPECT_EQ(Painted().cells, VisibleColumns() + 1) << "and its number";
+    Start();
+    for (int row = 1; row <= 100; ++row)
+        for (int column = 1; column <= 10; ++column) grid.MarkCellChanged(row, column);
+    grid.FlushChanges();
+    EXPECT_EQ(Painted().passes, 1);
+    EXPECT_EQ(Painted().cells, VisibleRows() * VisibleColumns());
+}
+
+TEST_F(GridRepaint, FollowsTheScrollPositionAndTheLockedColumns) {
+    grid.SetLockedColumns(1);
+    grid.EnsureVisible(60, 10);
+    Start();
+    grid.MarkCellChanged(5, 1);
+    grid.FlushChanges();
+    EXPECT_EQ(Painted().passes, 0);
+    grid.MarkCellChanged(60, 1);
+    grid.MarkCellChanged(60, 2);
+    grid.FlushChanges();
+    EXPECT_EQ(Painted().cells, 1) << "the locked column is seen, its scrolled neighbour is not";
+    grid.MarkCellChanged(60, 1);
+    grid.EnsureVisible(1, 1);
+    Start();
+    grid.FlushChanges();
+    EXPECT_EQ(Painted().passes, 0) << "scrolling has painted everything already";
+}
+
+TEST_F(GridRepaint, AsksForAsManyCellsWithManyRowsAsWithFew) {
+    const auto askedOnScrolling = [&](int rows) {
+        grid.SetRowCount(rows);
+        grid.SetRowNumbersVisible(false);
+        ProcessAll();
+        source.filled = 0;
+        grid.EnsureVisible(rows / 2, 1);
+        ProcessAll();
+        return source.filled;
+    };
+    const int few = askedOnScrolling(1300);
+    EXPECT_GT(few, 0);
+    EXPECT_EQ(askedOnScrolling(100'000), few);
+}
+
+TEST_F(GridRepaint, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
+    std::mt19937 random(11);
+    std::vector<int> values(100 * 11, 1234);
+    source.cell = [&](int row, int column, SCell& cell) {
+        cell.SetText(std::to_string(values[static_cast<size_t>(row * 11 + column - 11)]));
+        cell.align = EAlign::Right;
+    };
+    source.span = [](int row, SCell& cell) {
+        if (row % 9 == 0) cell.SetText("A heading");
+        return row % 9 == 0;
+    };
+    grid.SetLockedColumns(1);
+    grid.UpdateAll();
+    for (int pass = 0; pass < 40; ++pass) {
+        for (int i = 0; i < 30; ++i) {
+            const int row = static_cast<int>(random() % 100) + 1;
+            const int column = static_cast<int>(random() % 10) + 1;
+            values[static_cast<size_t>(row * 11 + column - 11)] = static_cast<int>(random() % 100'000);
+            grid.MarkCellChanged(row, column);
+        }
+        grid.FlushChanges();
+        if (pass % 3 == 1) grid.SetFocusCell(static_cast<int>(random() % 100) + 1, static_cast<int>(random() % 10) + 1);
+        if (pass % 5 == 2) Key(Qt::Key_Down, Qt::ShiftModifier);
+        ProcessAll();
+    }
+    // The offscreen platform keeps what its windows show in an image.
+    const auto* store = dynamic_cast<const QImage*>(grid.backingStore()->paintDevice());
+    ASSERT_NE(store, nullptr);
+    const QImage shown = store->convertToFormat(QImage::Format_RGB32);
+    const QImage whole = grid.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QRect cells = QRectF(QPointF(), QSizeF(Cells()->size()) * grid.devicePixelRatioF()).toRect();
+    EXPECT_EQ(shown.copy(cells), whole.copy(cells));
+}
+
+TEST_F(GridRepaint, MovingTheFocusRepaintsTheRowsConcerned) {
+    grid.SetFocusCell(3, 1);
+    Start();
+    grid.SetFocusCell(4, 1);
+    EXPECT_LE(Painted().cells, 3 * (VisibleColumns() + 1)) << "two rows and the header";
+}
+
+TEST_F(GridRepaint, LightsAChangedCellAndPutsItOut) {
+    CStoppedClock clock;
+    grid.ApplyViewSettings(true, true, true, false);
+    source.cell = [](int row, int, SCell& cell) { cell.role = row == 1 ? ETextRole::Up : ETextRole::Down; };
+    const auto lit = [&](int row, QRgb color) { return CountColor(Picture(), Place(row, 2), color) > 500; };
+    grid.MarkCellChanged(1, 2);
+    grid.MarkCellChanged(2, 2);
+    grid.FlushChanges();
+    EXPECT_TRUE(lit(1, grid.Theme().flashUp));
+    EXPECT_TRUE(lit(2, grid.Theme().flashDown));
+    clock.now += CCellFlash::kShowMs;
+    EXPECT_TRUE(WaitFor([&] { return !lit(1, grid.Theme().flashUp); }));
+    EXPECT_FALSE(lit(2, grid.Theme().flashDown));
+
+    grid.MarkCellChanged(1, 2);
+    grid.FlushChanges();
+    EXPECT_FALSE(lit(1, grid.Theme().flashUp)) << "too soon after the last time";
+    clock.now += CCellFlash::kRestartMs - CCellFlash::kShowMs;
+    grid.MarkCellChanged(1, 2);
+    grid.FlushChanges();
+    EXPECT_TRUE(lit(1, grid.Theme().flashUp));
+}
+
+TEST_F(GridRepaint, ReducedMotionLightsNothing) {
+    CStoppedClock clock;
+    source.cell = [](int, int, SCell& cell) { cell.role = ETextRole::Up; };
+    grid.MarkCellChanged(1, 2);
+    grid.FlushChanges();
+    EXPECT_EQ(CountColor(Picture(), Place(1, 2), grid.Theme().flashUp), 0);
+}

@@ -1,0 +1,55 @@
+#include "grid/GridTheme.h"
+
+#include <gtest/gtest.h>
+#include <vector>
+
+using namespace vx;
+
+namespace {
+
+struct SNamed {
+    const char* name;
+    QRgb color;
+};
+
+void ExpectContrast(const std::vector<SNamed>& front, const std::vector<SNamed>& back, double least) {
+    for (const SNamed& f : front)
+        for (const SNamed& b : back) EXPECT_GE(ContrastRatio(f.color, b.color), least) << f.name << " on " << b.name;
+}
+
+} // namespace
+
+TEST(GridTheme, ContrastIsThatOfTheGuidelines) {
+    EXPECT_NEAR(ContrastRatio(0xFF000000, 0xFFFFFFFF), 21, 0.001);
+    EXPECT_NEAR(ContrastRatio(0xFF777777, 0xFFFFFFFF), 4.478, 0.001);
+    EXPECT_EQ(ContrastRatio(0xFF123456, 0xFF123456), 1);
+}
+
+TEST(GridTheme, EveryTextCanBeReadOnEveryBackground) {
+    for (const SGridTheme& t : {kLightGridTheme, kDarkGridTheme}) {
+        SCOPED_TRACE(t.base == kLightGridTheme.base ? "light" : "dark");
+        const std::vector<SNamed> texts = {
+            {"text", t.text}, {"up", t.up}, {"down", t.down}, {"unchanged", t.unchanged}, {"stale", t.stale}};
+        const std::vector<SNamed> cells = {{"base", t.base}, {"shade", t.shade},   {"selected", t.selected},
+                                           {"span", t.span}, {"header", t.header}, {"lit", t.flashOther}};
+        ExpectContrast(texts, cells, 4.5);
+        ExpectContrast({{"up", t.up}}, {{"lit up", t.flashUp}}, 4.5);
+        ExpectContrast({{"down", t.down}}, {{"lit down", t.flashDown}}, 4.5);
+        ExpectContrast({{"span text", t.spanText}}, {{"span", t.span}, {"selected", t.selected}}, 4.5);
+        ExpectContrast({{"header text", t.headerText}}, {{"header", t.header}, {"selected", t.headerSelected}}, 4.5);
+        ExpectContrast({{"focus", t.focus}, {"idle focus", t.focusIdle}}, {{"selected", t.selected}, {"span", t.span}},
+                       3);
+    }
+}
+
+TEST(GridTheme, TextOnAChosenBackgroundKeepsItsMeaningAndCanBeRead) {
+    const QRgb yellow = 0xFFFFFF80;
+    EXPECT_EQ(ReadableRoleColor(kLightGridTheme, ETextRole::Up, yellow), kLightGridTheme.up);
+    EXPECT_EQ(ReadableRoleColor(kDarkGridTheme, ETextRole::Up, yellow), kLightGridTheme.up);
+    EXPECT_EQ(ReadableRoleColor(kLightGridTheme, ETextRole::Down, 0xFF000040), kDarkGridTheme.down);
+    for (int gray = 0; gray < 256; gray += 5) {
+        const QRgb background = qRgb(gray, gray, gray);
+        EXPECT_GE(ContrastRatio(ReadableRoleColor(kLightGridTheme, ETextRole::Stale, background), background), 4.5);
+    }
+    EXPECT_EQ(RgbFromColorRef(0x112233), 0xFF332211);
+}

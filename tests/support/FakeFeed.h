@@ -1,0 +1,92 @@
+#pragma once
+
+#include "data/Catalogue.h"
+#include "data/CellText.h"
+#include "data/L1DataStore.h"
+#include "support/FakeCodeNames.h"
+
+#include <functional>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vx::test {
+
+/// A connection that records what is sent on it.
+class CFakePort : public CL1CommandPort {
+public:
+    int Send(std::string_view command) override {
+        if (failures > 0) {
+            --failures;
+            return failWith;
+        }
+        sent.emplace_back(command);
+        return static_cast<int>(command.size());
+    }
+    bool IsOpen() const override { return open; }
+
+    std::vector<std::string> TakeSent() { return std::exchange(sent, {}); }
+
+    std::vector<std::string> sent;
+    int failures = 0; ///< So many sends fail before one succeeds.
+    int failWith = -1;
+    bool open = true;
+};
+
+/// A listening window: counts its wakes and keeps the symbols of the notices that it drained.
+class CFakeWindow : public CChangeWaker {
+public:
+    explicit CFakeWindow(const CL1DataStore& store) : m_store(store) {}
+
+    void PostPaint() override { ++wakes; }
+    void DrainNow() override { Drain(); }
+    void Drain() {
+        queue.Drain([&](const SChangeNotice& notice) {
+            const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2);
+            changed.push_back(record ? record->Symbol() : "(gone)");
+            if (onChange && record) onChange(*record);
+        });
+    }
+    std::vector<std::string> TakeChanged() {
+        Drain();
+        return std::exchange(changed, {});
+    }
+
+    CChangeQueue queue{*this};
+    int wakes = 0;
+    std::vector<std::string> changed;
+    std::function<void(const CSymbolRec&)> onChange;
+
+private:
+    const CL1DataStore& m_store;
+};
+
+/// A store with names, a connection and one window; lines are written as "name=text" lists.
+class CFakeFeed {
+public:
+    CFakeFeed() {
+        store.SetCodeNames(&names);
+        store.SetCommandPort(&port);
+    }
+
+    /// An update of IBM with the given fields: Update("Last=1.5,Last Size=100").
+    void Update(std::string_view fields) { Send('Q', fields); }
+    void Summary(std::string_view fields) { Send('P', fields); }
+    /// A fundamental line of IBM; fields are named by their columns.
+    void Fundamental(std::string_view fields);
+    void Send(char kind, std::string_view fields, std::string_view symbol = "IBM");
+
+    const CL1SymbolRec& Ibm() const { return *store.FindSymbol("IBM"); }
+    /// The text of IBM's cell in a column.
+    std::string Cell(std::string_view column, int places = 4) const { return Cell("IBM", column, places); }
+    std::string Cell(std::string_view symbol, std::string_view column, int places) const;
+    EDirection Direction(std::string_view column) const { return CellDirection(Ibm(), *FindField(column)); }
+
+    CFakeCodeNames names;
+    CFakePort port;
+    CL1DataStore store;
+    CFakeWindow window{store};
+};
+
+} // namespace vx::test

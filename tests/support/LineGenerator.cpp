@@ -1,0 +1,170 @@
+#include "support/LineGenerator.h"
+
+#include "data/UpdateFields.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdarg>
+#include <cstdio>
+
+namespace vx::test {
+
+namespace {
+
+[[gnu::format(printf, 1, 2)]] std::string Print(const char* format, ...) {
+    char text[64];
+    va_list arguments;
+    va_start(arguments, format);
+    std::vsnprintf(text, sizeof(text), format, arguments);
+    va_end(arguments);
+    return text;
+}
+
+std::string Price(double value) { return Print("%.2f", value); }
+
+// 1 to 5 letters, and now and then the long name of an option.
+std::string MakeSymbol(size_t index) {
+    std::string name;
+    for (size_t i = index + 3; i > 0; i /= 26) name += static_cast<char>('A' + i % 26);
+    if (index % 16 == 15) name += Print("2419C%zu.5", 50 + index % 100);
+    return name;
+}
+
+size_t SlotOf(const char* field) {
+    size_t slot = 0;
+    while (kUpdateFields[slot].name != field) ++slot;
+    return slot;
+}
+
+} // namespace
+
+CLineGenerator::CLineGenerator(size_t symbols, uint64_t seed) : m_random(seed), m_instruments(symbols) {
+    double sum = 0;
+    for (size_t i = 0; i < symbols; ++i) {
+        m_symbols.push_back(MakeSymbol(i));
+        m_cumulated.push_back(sum += 1.0 / static_cast<double>(i + 1));
+        m_instruments[i].open = m_instruments[i].last = 5 + m_random.Unit() * 400;
+    }
+}
+
+const std::string& CLineGenerator::Next() {
+    const size_t symbol = PickSymbol();
+    SInstrument& instrument = m_instruments[symbol];
+    m_microseconds += m_random.Below(400);
+    for (std::string& field : m_fields) field.clear();
+    m_fields[0] = m_symbols[symbol];
+    const uint32_t kind = m_random.Below(10);
+    if (kind < 6)
+        Quote(instrument);
+    else if (kind < 9)
+        Trade(instrument);
+    else
+        Heavy(instrument);
+    m_line = "Q,";
+    for (size_t i = 0; i < kUpdateFieldCount; ++i) m_line.append(m_fields[i]).append(",");
+    return m_line;
+}
+
+size_t CLineGenerator::PickSymbol() {
+    const double at = m_random.Unit() * m_cumulated.back();
+    const auto found = std::lower_bound(m_cumulated.begin(), m_cumulated.end(), at);
+    return std::min(static_cast<size_t>(found - m_cumulated.begin()), m_symbols.size() - 1);
+}
+
+void CLineGenerator::Put(const char* field, std::string text) { m_fields[SlotOf(field)] = std::move(text); }
+
+std::string CLineGenerator::Clock() {
+    const uint64_t seconds = m_microseconds / 1'000'000 % 86400;
+    return Print("%02d:%02d:%02d.%06d", static_cast<int>(seconds / 3600), static_cast<int>(seconds / 60 % 60),
+                 static_cast<int>(seconds % 60), static_cast<int>(m_microseconds % 1'000'000));
+}
+
+void CLineGenerator::Quote(SInstrument& i) {
+    const bool bid = m_random.OneIn(2);
+    const double half = 0.01 * (1 + m_random.Below(3));
+    Put(bid ? "Bid" : "Ask", Price(bid ? i.last - half : i.last + half));
+    Put(bid ? "Bid Size" : "Ask Size", Print("%u", 100 * (1 + m_random.Below(40))));
+    Put(bid ? "Bid Change" : "Ask Change", Price(0.01 * static_cast<double>(m_random.Below(5)) - 0.02));
+    Put(bid ? "Bid Time" : "Ask Time", Clock());
+    Put(bid ? "Bid Market Center" : "Ask Market Center", Print("%u", m_random.Below(60)));
+    Put("Spread", Price(2 * half));
+    Put("Message Contents", bid ? "b" : "a");
+}
+
+void CLineGenerator::Trade(SInstrument& i) {
+    const double before = i.last;
+    i.last = std::max(0.01, i.last + 0.01 * (static_cast<double>(m_random.Below(9)) - 4));
+    const uint32_t size = 1 + m_random.Below(500);
+    i.volume += size;
+    ++i.trades;
+    const std::string time = Clock();
+    const std::string market = Print("%u", m_random.Below(60));
+    Put("Change", Price(i.last - i.open));
+    Put("Percent Change", Print("%.6f", (i.last - i.open) / i.open));
+    Put("Change From Open", Price(i.last - i.open));
+    Put("Volatility", Print("%.6f", std::fabs(i.last - i.open) / i.last));
+    Put("Total Volume", Print("%u", i.volume));
+    Put("Tick", i.last > before ? "173" : i.last < before ? "175" : "183");
+    Put("Market Capitalization", Print("%.0f", i.last * 100000));
+    Put("Number of Trades Today", Print("%d", i.trades));
+    Put("VWAP", Print("%.4f", (i.last + i.open) / 2));
+    Put("TickID", Print("%u", m_random.Below(1u << 30)));
+    Put("Message Contents", "C");
+    Put("Most Recent Trade", Price(i.last));
+    Put("Most Recent Trade Size", Print("%u", size));
+    Put("Most Recent Trade Time", time);
+    Put("Most Recent Trade Market Center", market);
+    Put("Last", Price(i.last));
+    Put("Last Size", Print("%u", size));
+    Put("Last Time", time);
+    Put("Last Market Center", market);
+    Put("Most Recent Trade Aggressor", Print("%u", 1 + m_random.Below(2)));
+}
+
+void CLineGenerator::Heavy(SInstrument& i) {
+    for (size_t slot = 1; slot < kUpdateFieldCount; ++slot) {
+        if (m_random.OneIn(10)) continue;
+        switch (kUpdateFields[slot].rule) {
+        case EParseRule::Text:
+            m_fields[slot] = m_random.OneIn(2) ? "3D" : "R";
+            break;
+        case EParseRule::Date:
+            m_fields[slot] = Print("%u/%u/2024", 1 + m_random.Below(12), 1 + m_random.Below(28));
+            break;
+        case EParseRule::Hex:
+            m_fields[slot] = Print("%X", m_random.Below(256));
+            break;
+        case EParseRule::Percent:
+            m_fields[slot] = Print("%.6f", m_random.Unit() - 0.5);
+            break;
+        case EParseRule::Number:
+            m_fields[slot] = Price(i.last * (0.9 + 0.2 * m_random.Unit()));
+            break;
+        case EParseRule::Unsigned:
+            m_fields[slot] = Print("%u", m_random.Below(50'000'000));
+            break;
+        case EParseRule::Regions:
+            m_fields[slot] = "N;P;Q;T";
+            break;
+        default:
+            m_fields[slot] = Print("%u", m_random.Below(200));
+            break;
+        }
+    }
+    Quote(i);
+    Trade(i);
+    for (const char* time : {"Bid Time", "Ask Time", "Extended Trade Time"}) Put(time, Clock());
+    Put("Extended Trade", Price(i.last));
+    Put("Extended Trade Market Center", Print("%u", m_random.Below(60)));
+    Put("Message Contents", "Cbaohl");
+}
+
+std::string GenerateFile(size_t count, size_t symbols, uint64_t seed) {
+    CLineGenerator generator(symbols, seed);
+    std::string file;
+    file.reserve(count * 180);
+    for (size_t i = 0; i < count; ++i) file.append(generator.Next()).append("\n");
+    return file;
+}
+
+} // namespace vx::test

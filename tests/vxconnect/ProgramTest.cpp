@@ -1,0 +1,83 @@
+#include "base/Registry.h"
+#include "base/RegistryPaths.h"
+#include "vxconnect/Peer.h"
+
+#include <QProcess>
+#include <QTcpServer>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace vx::sim {
+namespace {
+
+constexpr int kAbsurdMs = 20000;
+
+// The program itself, with a settings folder of its own.
+class Program : public testing::Test {
+protected:
+    Program() {
+        NeedEventLoop();
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_folder.path());
+        for (QProcess* process : {&m_first, &m_second}) process->setProcessEnvironment(environment);
+    }
+    ~Program() override {
+        for (QProcess* process : {&m_first, &m_second}) {
+            process->kill();
+            process->waitForFinished(kAbsurdMs);
+        }
+    }
+
+    static std::string Run(QProcess& process, const QStringList& arguments) {
+        process.start(QStringLiteral(ZW_BIN_DIR "/vxconnect"), arguments);
+        WaitUntil([&] { return process.canReadLine() || process.state() == QProcess::NotRunning; });
+        return process.readLine().trimmed().toStdString();
+    }
+    static bool Ends(QProcess& process) {
+        return process.state() == QProcess::NotRunning || process.waitForFinished(kAbsurdMs);
+    }
+
+    QTemporaryDir m_folder;
+    QProcess m_first;
+    QProcess m_second;
+};
+
+TEST_F(Program, ServesThePortsOfTheSettingsOnceAndEndsAfterItsClient) {
+    std::array<QTcpServer, 3> finders;
+    CRegistry registry(m_folder.path().toStdString() + "/zantrel");
+    const std::array<std::string_view, 3> names = {kLevel1PortValue, kLookupPortValue, kAdminPortValue};
+    std::array<uint16_t, 3> ports{};
+    for (size_t i = 0; i < 3; ++i) {
+        ASSERT_TRUE(finders[i].listen(QHostAddress::LocalHost));
+        ports[i] = finders[i].serverPort();
+        ASSERT_TRUE(registry.WriteText(kStartupKey, names[i], std::to_string(ports[i])));
+    }
+    for (QTcpServer& finder : finders) finder.close();
+    const QStringList arguments = {QStringLiteral("-product"), QStringLiteral("ZANTREL_WATCHLIST"),
+                                   QStringLiteral("-version"), QStringLiteral("1.8.3.0"),
+                                   QStringLiteral("--linger"), QStringLiteral("0")};
+    const std::string line = Run(m_first, arguments);
+    EXPECT_THAT(line, testing::HasSubstr("level1=" + std::to_string(ports[0]) + " lookup=" + std::to_string(ports[1]) +
+                                         " admin=" + std::to_string(ports[2])));
+    EXPECT_THAT(Run(m_second, arguments), testing::HasSubstr("already served"));
+    ASSERT_TRUE(Ends(m_second));
+    EXPECT_EQ(m_second.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(m_second.exitCode(), 0);
+    EXPECT_EQ(m_first.state(), QProcess::Running);
+    { CPeer peer(ports[2]); }
+    ASSERT_TRUE(Ends(m_first));
+    EXPECT_EQ(m_first.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(m_first.exitCode(), 0);
+}
+
+TEST_F(Program, BadArgumentIsOneLineOnStandardError) {
+    Run(m_first, {QStringLiteral("--rate"), QStringLiteral("many")});
+    ASSERT_TRUE(Ends(m_first));
+    EXPECT_EQ(m_first.exitCode(), 2);
+    EXPECT_EQ(m_first.readAllStandardError().toStdString(),
+              "vxconnect: --rate: \"many\" is not a whole number from 1 to 500000\n");
+}
+
+} // namespace
+} // namespace vx::sim

@@ -1,0 +1,102 @@
+#include "vxconnect/QuoteLine.h"
+
+#include "vxconnect/Peer.h"
+
+#include <gtest/gtest.h>
+
+namespace vx::sim {
+namespace {
+
+std::string Line(char letter, const CInstrument& instrument, const CFieldMask& fields,
+                 const CFieldSelection& selection = {}) {
+    std::string out(kMaxQuoteLine, '\0');
+    const auto contents = static_cast<uint32_t>(instrument.Value(EField::MessageContents));
+    out.resize(
+        static_cast<size_t>(WriteQuoteLine(out.data(), letter, instrument, fields, contents, selection) - out.data()));
+    return out;
+}
+
+TEST(QuoteLine, DeltasCarryOnlyWhatChangedAndAddUpToTheSummary) {
+    CMarket market(11, 0, kFirstSessionDate);
+    struct SCase {
+        const char* symbol;
+        int events;
+    };
+    for (const SCase& run : {SCase{"IBM", 50'000}, SCase{"NKLA", 3'000}}) { // The first beyond the end of a session.
+        CInstrument& instrument = market.At(market.Find(run.symbol).value());
+        CMergedRecord record;
+        record.Merge(Line('P', instrument, instrument.Present()));
+        size_t filled = 0;
+        for (int i = 0; i < run.events && !HasFatalFailure(); ++i) {
+            const SUpdate update = instrument.Tick();
+            const std::string line = Line('Q', instrument, update.changed);
+            const std::vector<std::string> fields = Fields(line);
+            ASSERT_EQ(line.substr(0, 2), "Q,");
+            ASSERT_EQ(line.substr(line.size() - 3), ",\r\n");
+            for (size_t at = 0; at < kFieldCount && !update.newSession; ++at) {
+                const auto field = static_cast<EField>(at);
+                if (field == EField::Symbol || field == EField::Tick || field == EField::MessageContents) continue;
+                ASSERT_TRUE(fields[at].empty() || fields[at] != record.Get(field)) << kFields[at].name << " " << line;
+            }
+            record.Merge(line);
+            filled += static_cast<size_t>(update.changed.Count());
+        }
+        EXPECT_THAT(record.DifferencesTo(Line('P', instrument, instrument.Present())), testing::IsEmpty());
+        EXPECT_LT(filled / static_cast<size_t>(run.events), 20u);
+    }
+}
+
+TEST(QuoteLine, ValuesAreWrittenAsClientsReadThem) {
+    CMarket market(1, 0, kFirstSessionDate);
+    CInstrument& cents = market.At(market.Find("KO").value());
+    CInstrument& fine = market.At(market.Find("NKLA").value());
+    for (int i = 0; i < 50; ++i) cents.Tick(), fine.Tick();
+    CMergedRecord record, fineRecord;
+    record.Merge(Line('P', cents, cents.Present()));
+    fineRecord.Merge(Line('P', fine, fine.Present()));
+    EXPECT_THAT(record.Get(EField::Last), testing::MatchesRegex("[0-9]+\\.[0-9][0-9]"));
+    EXPECT_THAT(fineRecord.Get(EField::Last), testing::MatchesRegex("0\\.[0-9][0-9][0-9][0-9]"));
+    EXPECT_EQ(record.Get(EField::DecimalPrecision), "2");
+    EXPECT_EQ(fineRecord.Get(EField::DecimalPrecision), "4");
+    EXPECT_EQ(record.Get(EField::LastDate), "1/31/2024");
+    EXPECT_THAT(record.Get(EField::LastTime), testing::MatchesRegex("10:0[0-9]:[0-9][0-9]"));
+    EXPECT_THAT(record.Get(EField::PercentChange), testing::MatchesRegex("-?0\\.[0-9]+"));
+    EXPECT_NEAR(std::stod(record.Get(EField::PercentChange)),
+                std::stod(record.Get(EField::Change)) / std::stod(record.Get(EField::Close)), 1e-6);
+    EXPECT_LE(std::stoi(record.Get(EField::LastMarketCenter)), 255);
+}
+
+TEST(QuoteLine, ContentsNameTheNewestLast) {
+    CMarket market(1, 0, kFirstSessionDate);
+    CInstrument& instrument = market.At(0);
+    std::string out(kMaxQuoteLine, '\0');
+    CFieldMask contents;
+    contents.Set(EField::MessageContents);
+    const auto letters = [&](uint32_t bits) {
+        out.resize(kMaxQuoteLine);
+        out.resize(static_cast<size_t>(
+            WriteQuoteLine(out.data(), 'Q', instrument, contents, bits, CFieldSelection("Message Contents")) -
+            out.data()));
+        return out;
+    };
+    EXPECT_EQ(letters(kContentsTrade | kContentsBid | kContentsAsk), "Q,Cba,\r\n");
+    EXPECT_EQ(letters(kContentsHigh | kContentsTrade | kContentsOpen), "Q,Coh,\r\n");
+    EXPECT_EQ(letters(kContentsExtendedTrade | kContentsVolume), "Q,Ev,\r\n");
+}
+
+TEST(QuoteLine, FieldsStandInTheOrderAskedFor) {
+    CMarket market(1, 0, kFirstSessionDate);
+    CInstrument& instrument = market.At(market.Find("IBM").value());
+    const std::string line =
+        Line('P', instrument, instrument.Present(), CFieldSelection("Close,No Such Field, Symbol,close,,Symbol"));
+    EXPECT_EQ(line, "P,183.70,,IBM,,,IBM,\r\n");
+    std::string many;
+    for (int i = 0; i < 5000; ++i) many += "Most Recent Trade Date,";
+    const CFieldSelection selection(many);
+    EXPECT_LT(Line('P', instrument, instrument.Present(), selection).size(), kMaxQuoteLine);
+    EXPECT_EQ(selection.Order().size(), CFieldSelection::kMaxSelected);
+    EXPECT_FALSE(selection.IsStandard());
+}
+
+} // namespace
+} // namespace vx::sim

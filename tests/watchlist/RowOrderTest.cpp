@@ -1,0 +1,85 @@
+#include "watchlist/RowOrder.h"
+#include "base/Text.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <functional>
+#include <list>
+#include <random>
+#include <string>
+
+using namespace vx;
+using testing::ElementsAre;
+
+namespace {
+
+// The rule as it reads: each row goes before the first element that says so.
+template <typename Key>
+std::vector<uint32_t> InsertLiterally(const std::vector<Key>& keys,
+                                      const std::function<bool(const Key& added, const Key& there)>& goesBefore) {
+    std::list<uint32_t> order;
+    for (uint32_t i = 0; i < keys.size(); ++i) {
+        auto place = order.begin();
+        while (place != order.end() && !goesBefore(keys[i], keys[*place])) ++place;
+        order.insert(place, i);
+    }
+    return {order.begin(), order.end()};
+}
+
+std::vector<uint32_t> InsertTexts(const std::vector<std::string_view>& keys, bool ascending) {
+    return InsertLiterally<std::string_view>(keys, [&](std::string_view added, std::string_view there) {
+        if (added.empty() && there.empty()) return true;
+        const int folds = CompareNoCase(added, there);
+        const int exact = added.compare(there);
+        if (ascending) return folds < 0 || (folds == 0 && exact <= 0);
+        return folds > 0 || (folds == 0 && exact >= 0);
+    });
+}
+
+std::vector<uint32_t> InsertNumbers(const std::vector<double>& keys, bool ascending) {
+    return InsertLiterally<double>(keys, [&](double added, double there) {
+        if (added == 0.0 && there == 0.0) return true;
+        return ascending ? there > added : there < added;
+    });
+}
+
+} // namespace
+
+TEST(RowOrder, TiesEmptiesAndZerosStandAsInsertionPlacesThem) {
+    const std::vector<std::string_view> texts = {"b", "", "B", "a", "", "b"};
+    EXPECT_THAT(OrderByText(texts, true), ElementsAre(4, 1, 3, 2, 5, 0));
+    EXPECT_THAT(OrderByText(texts, false), ElementsAre(5, 0, 2, 3, 4, 1));
+    const std::vector<double> numbers = {2, 0, -1, 2, -0.0, 5};
+    EXPECT_THAT(OrderByNumber(numbers, true), ElementsAre(2, 4, 1, 0, 3, 5));
+    EXPECT_THAT(OrderByNumber(numbers, false), ElementsAre(5, 0, 3, 4, 1, 2));
+}
+
+TEST(RowOrder, TheResultIsThatOfTheLiteralInsertion) {
+    std::mt19937 random(7);
+    const auto below = [&](uint32_t n) { return static_cast<uint32_t>(random() % n); };
+    const std::string letters = "aAbBzZ\xC4\xE4 9-";
+    for (int round = 0; round < 400; ++round) {
+        const size_t count = below(40);
+        std::vector<std::string> texts(count);
+        for (std::string& text : texts) {
+            text = std::string(below(3) == 0 ? below(12) : 0, 'x');
+            for (uint32_t i = below(4); i > 0; --i) text += letters[below(static_cast<uint32_t>(letters.size()))];
+        }
+        const std::vector<std::string_view> keys(texts.begin(), texts.end());
+        std::vector<double> numbers;
+        for (size_t i = 0; i < count; ++i) numbers.push_back((static_cast<int>(below(7)) - 3) * 0.5);
+        for (const bool ascending : {true, false}) {
+            ASSERT_EQ(OrderByText(keys, ascending), InsertTexts(keys, ascending)) << round;
+            ASSERT_EQ(OrderByNumber(numbers, ascending), InsertNumbers(numbers, ascending)) << round;
+        }
+    }
+}
+
+TEST(RowOrder, CellTextsReadAsTheNumbersTheyShow) {
+    EXPECT_EQ(SortNumber("+1.23%"), 1.23);
+    EXPECT_EQ(SortNumber("-5 min"), -5);
+    for (const char* zero : {"", "Not Found", "nan", "-0", "0x"}) EXPECT_EQ(SortNumber(zero), 0.0) << zero;
+    const double nan = std::nan("");
+    EXPECT_THAT(OrderByNumber({1, nan, 0}, true), ElementsAre(2, 1, 0));
+}
