@@ -18,6 +18,12 @@ void LogToolkitMessage(QtMsgType type, const QMessageLogContext&, const QString&
             "Toolkit: " + text.toStdString());
 }
 
+// Without a display the toolkit would end the program with a core dump.
+bool HasDisplay() {
+    return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -32,6 +38,12 @@ int main(int argc, char** argv) {
     }
     qInstallMessageHandler(LogToolkitMessage);
     vx::PrepareScreenshot(commandLine);
+    if (!HasDisplay()) {
+        std::fputs("zantrel-watchlist: there is no display here; --screenshot FILE renders the live window into a PNG "
+                   "instead.\n",
+                   stderr);
+        return 1;
+    }
     QApplication::setApplicationName(QStringLiteral("zantrel-watchlist"));
     QApplication::setApplicationVersion(QString::fromLatin1(vx::kProgramVersion));
     vx::CWatchlistApp app(argc, argv, vx::CRegistry::CurrentUser(), commandLine);
