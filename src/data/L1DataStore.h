@@ -49,7 +49,7 @@ public:
     void Unwatch(std::string_view symbol, CChangeQueue& listener);
     /// The feed does not know the symbol: its record and regional quotes go, and the feed is not told.
     void Forget(std::string_view symbol);
-    /// Takes a listener off everything it watches, as it must before it is destroyed.
+    /// Takes a listener off everything it watches, as must be done before it is destroyed while the store lives on.
     void RemoveListener(CChangeQueue& listener);
 
     /// Sends the watch command again for every symbol that somebody watches, once per turn of the event loop and only
@@ -93,7 +93,7 @@ private:
     CL1SymbolRec& AddRecord(std::string_view symbol);
     sRegQuoteData& AddRegion(CL1SymbolRec& record, std::string_view fullName);
     void RemoveRecord(CL1SymbolRec& record);
-    void RemoveRegion(CL1SymbolRec& record, const CSymbolRec& region);
+    void RemoveRegion(CL1SymbolRec& record, CSymbolRec& region);
     CL1SymbolRec& AddStray(std::string_view symbol);
     void Adopt(CL1SymbolRec& record);
     void ReleaseIfUnwanted(CL1SymbolRec& record);
