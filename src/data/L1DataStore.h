@@ -106,8 +106,8 @@ private:
     void DrainBeforeChange(std::string_view symbol);
     CL1SymbolRec* MergeQuote(std::string_view line, SMergeNotes& notes);
     void FinishMerge(CL1SymbolRec& record, const SMergeNotes& notes);
-    void NameMarkets(CL1SymbolRec& record, const SMergeNotes& notes);
-    void NameFundamentalCodes(CL1SymbolRec& record, bool market, bool type, bool subType);
+    void NameMarket(CL1SymbolRec& record, size_t slot);
+    void NameFundamentalCodes(CL1SymbolRec& record, unsigned carried);
     bool HaveMarkets() { return m_markets.done || LoadMarkets(); }
     bool LoadMarkets();
     bool HaveSecurityTypes() { return m_securityTypes.done || LoadSecurityTypes(); }
