@@ -42,21 +42,19 @@ constexpr EMergeKind MergeKindOf(EParseRule rule) {
     }
 }
 
-/// What the store wants to know of a message beside its values: that it carried one of these fields. The numbers are
-/// bits; those of the update and of the fundamental layout overlap.
-enum ENote : uint8_t {
-    kNoteChange = 1,
-    kNoteChangeFromOpen = 2,
-    kNoteContents = 4,
-    kNoteLastMarket = 8,
-    kNoteExtendedMarket = 16,
-    kNoteRecentMarket = 32,
-    kNoteAnyMarket = kNoteLastMarket | kNoteExtendedMarket | kNoteRecentMarket,
+// What the store wants to know of a message beside its values: that it carried one of these fields. The numbers are
+// bits of SSlot::note; those of the update and of the fundamental layout overlap.
+inline constexpr uint8_t kNoteChange = 1;
+inline constexpr uint8_t kNoteChangeFromOpen = 2;
+inline constexpr uint8_t kNoteContents = 4;
+inline constexpr uint8_t kNoteLastMarket = 8;
+inline constexpr uint8_t kNoteExtendedMarket = 16;
+inline constexpr uint8_t kNoteRecentMarket = 32;
+inline constexpr uint8_t kNoteAnyMarket = kNoteLastMarket | kNoteExtendedMarket | kNoteRecentMarket;
 
-    kNoteListedMarket = 1,
-    kNoteSecurityType = 2,
-    kNoteSecuritySubType = 4
-};
+inline constexpr uint8_t kNoteListedMarket = 1;
+inline constexpr uint8_t kNoteSecurityType = 2;
+inline constexpr uint8_t kNoteSecuritySubType = 4;
 
 /// One comma-separated field of a data line: how it is read and where in the record's block it goes.
 struct SSlot {
@@ -64,7 +62,7 @@ struct SSlot {
     EMergeKind kind = EMergeKind::Skip;
     uint8_t value = 0; ///< Index of its value and direction.
     uint8_t extra = 0; ///< Index of its text where the rule keeps one; of a split's date among the values.
-    uint8_t note = 0;  ///< An ENote, or 0.
+    uint8_t note = 0;  ///< One of the bits above, or 0.
 };
 
 namespace layout {

@@ -38,7 +38,7 @@ enum class EPriceWord : uint8_t { None, Price, NotFound };
 
 /// What a merge came across.
 struct SMergeNotes {
-    uint8_t carried = 0; ///< The notes (ENote) of all slots that held more than blanks.
+    uint8_t carried = 0; ///< The notes of all slots that held more than blanks.
     EPriceWord priceWord = EPriceWord::None;
 
     bool Carried(unsigned note) const { return (carried & note) != 0; }
