@@ -115,12 +115,14 @@ TEST_F(CCellEntry, TheKindOfTheRowDecidesWhatBecomesOfATypedText) {
         const std::string what = std::string(each.before) + " + " + each.typed;
         EXPECT_EQ(Row(kRow), each.after) << what;
         EXPECT_EQ(boxes.shown.size(), *each.message ? 1u : 0u) << what;
-        if (!boxes.shown.empty()) EXPECT_EQ(boxes.shown.back().caption, "") << what;
+        for (const SMessageBox& box : boxes.shown) EXPECT_EQ(box.caption, "") << what;
         EXPECT_EQ(TakeMessage(), each.message) << what;
         EXPECT_EQ(Sent(), each.sent) << what;
         EXPECT_EQ(counts.Take().size(), each.asks ? 1u : 0u) << what;
         const bool changed = std::string_view(each.before) != Row(kRow) && doc.ShownText(kRow).empty();
-        if (changed || *each.message) EXPECT_EQ(doc.IsModified(), changed) << what;
+        if (changed || *each.message) {
+            EXPECT_EQ(doc.IsModified(), changed) << what;
+        }
     }
 }
 

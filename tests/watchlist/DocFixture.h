@@ -3,6 +3,7 @@
 #include "alerts/NewsRequest.h"
 #include "base/Registry.h"
 #include "data/L1DataStore.h"
+#include "data/UpdateFields.h"
 #include "settings/ApplicationProfile.h"
 #include "settings/ConfigWriter.h"
 #include "settings/Settings.h"
@@ -87,6 +88,13 @@ protected:
         store.OnLevel1Message(line);
         doc.OnPaintMessage();
     }
+    /// An update comes that carries one field, by the feed's name of it.
+    void FeedSets(std::string_view symbol, std::string_view field, std::string_view value) {
+        std::string line("Q,");
+        line.append(symbol);
+        for (size_t i = 0; kUpdateFields[i].name != field; ++i) line += ',';
+        FeedSays(line.append(value).append(","));
+    }
     /// The symbol stands at the row and is watched, as after typing it.
     void Place(int row, std::string_view symbol) {
         doc.PlaceSymbol(row, symbol);
@@ -94,7 +102,7 @@ protected:
     }
     /// What stands in a row: "IBM", "IBM showing two words more", "#an annotation", or nothing.
     std::string Row(int row) const {
-        if (doc.RowKind(row) == ERowKind::Annotation) return "#" + std::string(doc.AnnotationText(row));
+        if (doc.RowKind(row) == ERowKind::Annotation) return std::string("#").append(doc.AnnotationText(row));
         std::string out(doc.RowSymbol(row));
         if (!doc.ShownText(row).empty()) out += " showing " + std::string(doc.ShownText(row));
         return out;
@@ -102,7 +110,7 @@ protected:
     /// The rows from 1 on, "|" between them.
     std::string Rows() const {
         std::string out;
-        for (int row = 1; row <= doc.LastUsedRow(); ++row) out += (row > 1 ? "|" : "") + Row(row);
+        for (int row = 1; row <= doc.LastUsedRow(); ++row) out.append(row > 1 ? "|" : "").append(Row(row));
         return out;
     }
     std::string TakeMessage() {

@@ -76,9 +76,9 @@ TEST_F(CDocNews, AlertsOutliveTheLastRowAndAreJudgedAgainWhenTheSymbolReturns) {
     alert.value = 100;
     doc.Alerts().Add("IBM", alert);
     doc.DeleteRows(1, 1);
-    FeedSays("Q,IBM,,150,");
+    FeedSets("IBM", "Last", "150");
     EXPECT_EQ(doc.Alerts().ArmedCount("IBM"), 1) << "judged although nobody watches";
     doc.EnterSymbol(1, "IBM");
-    FeedSays("Q,IBM,,150,");
+    FeedSets("IBM", "Last", "150");
     EXPECT_EQ(doc.Alerts().ArmedCount("IBM"), 0);
 }
