@@ -41,17 +41,19 @@ bool CColumnReader::IsNumber() const {
     return m_kind == EKind::News || (m_kind == EKind::Field && IsNumberClass(m_entry->valueClass));
 }
 
-size_t CColumnReader::Read(int row, std::span<char, kMostCellText> out) const {
-    const std::string_view symbol = m_doc.RowSymbol(row);
-    if (symbol.empty() || m_kind == EKind::Nothing) return 0;
-    if (m_kind != EKind::Field) return ReadOwn(row, symbol, out);
-    const CSymbolRec* record = m_doc.Store().Find(symbol);
+const CSymbolRec* CColumnReader::FindRecord(int row) const {
+    return m_kind == EKind::Field ? m_doc.Store().Find(m_doc.RowSymbol(row)) : nullptr;
+}
+
+size_t CColumnReader::Read(int row, const CSymbolRec* record, std::span<char, kMostCellText> out) const {
+    if (m_kind != EKind::Field) return ReadOwn(row, m_doc.RowSymbol(row), out);
     if (!record) return 0;
     const int places = m_doc.Formats().Decimals(row, m_column, m_doc.Options().useGridPrecision);
     return CellText(*record, *m_entry, PlacesFor(*record, *m_entry, places), out);
 }
 
 size_t CColumnReader::ReadOwn(int row, std::string_view symbol, std::span<char, kMostCellText> out) const {
+    if (symbol.empty()) return 0;
     switch (m_kind) {
     case EKind::Symbol: {
         const std::string_view shown = m_doc.ShownText(row);

@@ -31,7 +31,14 @@ public:
     /// news count or headline, the number of its alerts, or the first line of its note. Other rows give nothing.
     ///
     /// Returns the bytes written, at most kMostCellText
-    size_t Read(int row, std::span<char, kMostCellText> out) const;
+    size_t Read(int row, std::span<char, kMostCellText> out) const { return Read(row, FindRecord(row), out); }
+
+    // The same in two steps, for whoever reads a whole column: the records of many rows are found sooner when nothing
+    // else is done between them.
+
+    /// The record that the row's cell reads from, null when it needs none or there is none.
+    const CSymbolRec* FindRecord(int row) const;
+    size_t Read(int row, const CSymbolRec* record, std::span<char, kMostCellText> out) const;
 
 private:
     enum class EKind { Nothing, Field, Symbol, Alerts, Notes, News, Headline };

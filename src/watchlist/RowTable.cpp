@@ -12,14 +12,16 @@ bool CRowTable::SetSymbol(int row, std::string_view symbol) {
         return true;
     }
     MakeId(row);
+    if (At(row).symbol.empty()) Count(row, 1);
     At(row).symbol = symbol;
     m_lastSymbolRow = std::max(m_lastSymbolRow, row);
     return true;
 }
 
 void CRowTable::ClearSymbol(int row) {
-    if (!Find(row)) return;
+    if (!HasSymbol(row)) return;
     At(row).symbol.clear();
+    Count(row, -1);
     if (row == m_lastSymbolRow) FindLastSymbolRow(row);
 }
 
@@ -50,7 +52,7 @@ int CRowTable::LastSymbolRow() const { return m_lastSymbolRow; }
 
 void CRowTable::Clear() {
     m_rows.clear();
-    m_lastSymbolRow = 0;
+    CountAll();
 }
 
 void CRowTable::InsertRows(int firstRow, int count) {
@@ -60,7 +62,7 @@ void CRowTable::InsertRows(int firstRow, int count) {
     m_rows.resize(static_cast<size_t>(size + count));
     std::rotate(m_rows.begin() + (firstRow - 1), m_rows.begin() + size, m_rows.end());
     if (m_rows.size() > kMaxRow) m_rows.resize(kMaxRow);
-    FindLastSymbolRow(static_cast<int>(m_rows.size()));
+    CountAll();
 }
 
 void CRowTable::RemoveRows(int firstRow, int count) {
@@ -68,7 +70,7 @@ void CRowTable::RemoveRows(int firstRow, int count) {
     if (firstRow < 1 || count < 1 || firstRow > size) return;
     const auto first = m_rows.begin() + (firstRow - 1);
     m_rows.erase(first, first + std::min(count, size - firstRow + 1));
-    FindLastSymbolRow(static_cast<int>(m_rows.size()));
+    CountAll();
 }
 
 void CRowTable::Reorder(const std::vector<int>& newRowOf) {
@@ -79,7 +81,7 @@ void CRowTable::Reorder(const std::vector<int>& newRowOf) {
     for (int row = 1; row <= covered; ++row)
         moved[static_cast<size_t>(newRowOf[static_cast<size_t>(row)]) - 1] = std::move(At(row));
     std::move(moved.begin(), moved.end(), m_rows.begin());
-    FindLastSymbolRow(static_cast<int>(m_rows.size()));
+    CountAll();
 }
 
 const CRowTable::SRow* CRowTable::Find(int row) const {
@@ -90,9 +92,22 @@ void CRowTable::GrowTo(int row) {
     if (m_rows.size() < static_cast<size_t>(row)) m_rows.resize(static_cast<size_t>(row));
 }
 
+void CRowTable::Count(int row, int change) {
+    uint16_t& block = m_blocks[static_cast<size_t>((row - 1) / kBlock)];
+    block = static_cast<uint16_t>(block + change);
+}
+
+void CRowTable::CountAll() {
+    m_blocks.fill(0);
+    for (int row = 1; row <= static_cast<int>(m_rows.size()); ++row)
+        if (!At(row).symbol.empty()) Count(row, 1);
+    FindLastSymbolRow(static_cast<int>(m_rows.size()));
+}
+
 void CRowTable::FindLastSymbolRow(int from) {
+    while (from > 0 && m_blocks[static_cast<size_t>((from - 1) / kBlock)] == 0) from = (from - 1) / kBlock * kBlock;
+    while (from > 0 && At(from).symbol.empty()) --from;
     m_lastSymbolRow = from;
-    while (m_lastSymbolRow > 0 && At(m_lastSymbolRow).symbol.empty()) --m_lastSymbolRow;
 }
 
 } // namespace vx

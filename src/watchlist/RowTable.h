@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -45,6 +46,8 @@ public:
     void Reorder(const std::vector<int>& newRowOf);
 
 private:
+    static constexpr int kBlock = 256;
+
     struct SRow {
         uint32_t id = 0;
         std::string symbol;
@@ -53,9 +56,13 @@ private:
     SRow& At(int row) { return m_rows[static_cast<size_t>(row) - 1]; }
     const SRow* Find(int row) const;
     void GrowTo(int row);
+    void Count(int row, int change);
+    void CountAll();
     void FindLastSymbolRow(int from);
 
     std::vector<SRow> m_rows; ///< Index is row - 1.
+    /// Symbol rows in each block of kBlock rows, so that the last one is found in few steps wherever it is.
+    std::array<uint16_t, kMaxRow / kBlock + 1> m_blocks{};
     uint32_t m_lastId = 0;
     int m_lastSymbolRow = 0;
 };

@@ -25,19 +25,27 @@ std::vector<int> SymbolRows(const CWatchlistDoc& doc, int firstRow, int lastRow)
 
 std::string_view Text(const CellBuffer& cell, size_t size) { return {cell.data(), size}; }
 
+std::vector<const CSymbolRec*> Records(const CColumnReader& column, const std::vector<int>& rows) {
+    std::vector<const CSymbolRec*> records(rows.size());
+    for (size_t i = 0; i < rows.size(); ++i) records[i] = column.FindRecord(rows[i]);
+    return records;
+}
+
 std::vector<uint32_t> NumberOrder(const CColumnReader& column, const std::vector<int>& rows, bool ascending) {
+    const std::vector<const CSymbolRec*> records = Records(column, rows);
     std::vector<double> keys(rows.size());
     CellBuffer cell;
-    for (size_t i = 0; i < rows.size(); ++i) keys[i] = SortNumber(Text(cell, column.Read(rows[i], cell)));
+    for (size_t i = 0; i < rows.size(); ++i) keys[i] = SortNumber(Text(cell, column.Read(rows[i], records[i], cell)));
     return OrderByNumber(keys, ascending);
 }
 
 std::vector<uint32_t> TextOrder(const CColumnReader& column, const std::vector<int>& rows, bool ascending) {
+    const std::vector<const CSymbolRec*> records = Records(column, rows);
     std::string texts; // Behind each other: one allocation for all.
     std::vector<size_t> ends(rows.size());
     CellBuffer cell;
     for (size_t i = 0; i < rows.size(); ++i) {
-        texts += Text(cell, column.Read(rows[i], cell));
+        texts += Text(cell, column.Read(rows[i], records[i], cell));
         ends[i] = texts.size();
     }
     std::vector<std::string_view> keys(rows.size());
