@@ -155,9 +155,9 @@ TEST(DataInfo, GivesPlacesToFortyOneNamesOldSpellingsIncluded) {
 
 TEST(ColumnMap, ReadsTheDefaultColumns) {
     CColumnMap map;
-    map.SetNames(kDefaultColumnNames);
+    map.SetNames(kDefaultColumnList);
     EXPECT_EQ(map.Count(), 1 + 16);
-    EXPECT_EQ(map.Names(), kDefaultColumnNames);
+    EXPECT_EQ(map.Names(), kDefaultColumnList);
     EXPECT_EQ(map.At(0).width, 30);
     EXPECT_EQ(map.At(16).width, 100);
     EXPECT_EQ(map.At(2).number, FieldIndex("Tick Trend"));
