@@ -57,6 +57,7 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
     setObjectName(QStringLiteral("mainFrame"));
     m_settings.SetLogger(m_configLogger);
     m_store.SetCommandPort(&Level1Commands());
+    m_store.SetCodeNames(&m_lookupTables);
     SetFrameTitle(QString::fromLatin1(kProgramName));
     setStatusBar(m_panes);
 
@@ -204,6 +205,8 @@ void CMainFrame::OnSystemMessage(std::string_view line) {
     m_doc->SetFeedReady();
     m_store.SendPendingWatches();
     m_doc->PlaceCommandLineSymbols(m_commandLine.Symbols());
+    // The feed client is already busy with the watches while we wait, and the names are there before the first line.
+    m_lookupTables.Load();
 }
 
 void CMainFrame::OnTimeMessage(std::string_view line) {

@@ -5,6 +5,7 @@
 #include "app/NorvMainFrame.h"
 #include "data/L1DataStore.h"
 #include "data/MarketClock.h"
+#include "feed/LookupTables.h"
 #include "watchlist/WatchlistFrame.h"
 
 #include <QTimer>
@@ -38,6 +39,8 @@ public:
     CWatchlistDoc& Document() { return *m_doc; }
     CWatchlistView& View() { return *m_view; }
     CL1DataStore& Store() { return m_store; }
+    /// The names of markets and security types that the store shows.
+    CLookupTables& LookupTables() { return m_lookupTables; }
 
     /// Shows the window where the last run or the command line wants it, and starts the feed after the first paint.
     void ShowPlaced();
@@ -79,6 +82,7 @@ private:
     CSettings& m_settings;
     CNorvCommandLineInfo m_commandLine;
     std::shared_ptr<CConfigLogger> m_configLogger;
+    CLookupTables m_lookupTables;
     CL1DataStore m_store;
     CMarketClock m_clock;
     CFeedHealth m_health;

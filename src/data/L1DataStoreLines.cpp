@@ -231,6 +231,9 @@ template <typename TLoad> bool CL1DataStore::Load(SLoad& state, TLoad load) {
         state.nextTryMs = CClock::Instance().MonotonicMs() + kLoadRetryMs;
         return false;
     }
+    // The tables mostly come together, and nobody may ask for the other one again for long.
+    if (!m_markets.done) m_markets.done = m_names->EnsureMarketsLoaded();
+    if (!m_securityTypes.done) m_securityTypes.done = m_names->EnsureSecurityTypesLoaded();
     // Records that came while the names could not be loaded have been waiting for them.
     m_records.ForEach([&](CL1SymbolRec& record) {
         const auto known = [&](size_t slot) { return record.m_fundamentals.Direction(slot) != EDirection::NeverSet; };

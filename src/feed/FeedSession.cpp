@@ -70,6 +70,13 @@ void CFeedSession::OpenPort(EFeedSlot slot, uint32_t retries, const SPortSetting
     socket.Connect(kFeedHost, m_ports.GetPort(port));
 }
 
+void CFeedSession::SymbolSearch(ESearchBy by, std::string_view text, std::string_view marketFilter,
+                                std::string_view typeFilter) {
+    if (text.empty()) return;
+    m_lookupReplies.search.Clear();
+    SendToFeed(kLookupSlot, SymbolSearchRequest(by, text, marketFilter, typeFilter));
+}
+
 void CFeedSession::GetConnectionStats(std::string& text) const {
     text.clear();
     for (int slot = 0; slot < kFeedSlotCount; ++slot) {

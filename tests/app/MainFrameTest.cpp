@@ -83,6 +83,22 @@ TEST_F(CMainFrameTest, AnUpdateReachesTheScreenWithinABeatAndOnlyItsCellsAreRepa
     EXPECT_LE(painted() - before, 2) << "more than the changed cell was painted";
 }
 
+// The scripted port takes the request and cannot answer while the frame waits for it.
+TEST_F(CMainFrameTest, ALookupPortThatNeverAnswersHoldsTheFrameOnce) {
+    CMainFrame& frame = Frame({"-symbol", "ibm"});
+    frame.LookupTables().SetTimeoutMs(30);
+    Connect(frame);
+    ASSERT_TRUE(Level1Heard("wIBM\n"));
+    for (int i = 1; i <= 50; ++i) {
+        std::string line = "Q,IBM" + std::string(UpdateSlot("Last"), ',') + std::to_string(i);
+        line += std::string(UpdateSlot("Last Market Center") - UpdateSlot("Last"), ',') + "7,\r\n";
+        feed.level1.Says(line);
+    }
+    const int last = ColumnOf("Last");
+    EXPECT_TRUE(WaitUntil([&] { return Shown(1, last) == "50.0000"; })) << Shown(1, last);
+    EXPECT_TRUE(feed.lookup.Heard(kGreeting + "SLM\r\n"));
+}
+
 TEST_F(CMainFrameTest, AnUnknownSymbolsRowSaysSo) {
     CMainFrame& frame = Frame({"-symbol", "NOPE"});
     Connect(frame);
