@@ -9,8 +9,6 @@
 #include "base/Log.h"
 #include "base/Text.h"
 #include "data/MessageNames.h"
-#include "data/SymbolHash.h"
-#include "data/UpdateFields.h"
 #include "grid/QtText.h"
 #include "settings/ConfigLogger.h"
 #include "settings/Settings.h"
@@ -58,10 +56,13 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
     m_settings.SetLogger(m_configLogger);
     m_store.SetCommandPort(&Level1Commands());
     m_store.SetCodeNames(&m_lookupTables);
+    LookupReplies().newsCounts.SetReceiver(this);
     SetFrameTitle(QString::fromLatin1(kProgramName));
     setStatusBar(m_panes);
 
     m_doc = std::make_unique<CWatchlistDoc>(m_store, m_settings, *this);
+    m_doc->SetNewsCountsPort(this);
+    m_doc->Alerts().SetNotices(this);
     m_view = new CWatchlistView(*m_doc, m_settings, this);
     setCentralWidget(m_view);
     m_view->setFocus();
@@ -172,68 +173,11 @@ void CMainFrame::StartFeedOnce() {
     if (!std::exchange(m_feedStarted, true)) StartFeed();
 }
 
-// Lines of the feed
-
-void CMainFrame::OnFeedConnected() { OpenDataPorts(UpdateFieldList()); }
-
-void CMainFrame::OnUpdateMessage(std::string_view line) {
-    m_health.NoteData();
-    m_store.OnUpdate(line);
-}
-
-void CMainFrame::OnSummaryMessage(std::string_view line) {
-    m_health.NoteData();
-    m_store.OnSummary(line);
-}
-
-void CMainFrame::OnFundamentalMessage(std::string_view line) {
-    m_health.NoteLine();
-    m_store.OnFundamental(line);
-}
-
-void CMainFrame::OnRegionalMessage(std::string_view line) {
-    m_health.NoteData();
-    m_store.OnRegional(line);
-}
-
-void CMainFrame::OnSystemMessage(std::string_view line) {
-    m_health.NoteLine();
-    m_health.SetStatusWord(Stats().status);
-    if (const auto& pending = LimitedSymbols().Pending(); !pending.empty())
-        ForgetIfUnwanted(std::string(pending.back()));
-    if (!HandleReadyLine(line)) return;
-    m_doc->SetFeedReady();
-    m_store.SendPendingWatches();
-    m_doc->PlaceCommandLineSymbols(m_commandLine.Symbols());
-    // The feed client is already busy with the watches while we wait, and the names are there before the first line.
-    m_lookupTables.Load();
-}
-
-void CMainFrame::OnTimeMessage(std::string_view line) {
-    m_health.NoteLine();
-    m_clock.OnTimeMessage(line);
-}
-
-void CMainFrame::OnSymbolNotFound(std::string_view line) {
-    m_health.NoteLine();
-    constexpr size_t kSymbolStart = 2;
-    if (line.size() <= kSymbolStart) return;
-    LimitedSymbols().Forget(line.substr(kSymbolStart));
-    m_doc->SymbolNotFound(line.substr(kSymbolStart));
-}
-
 // What the document shows of itself
 
 void CMainFrame::SetStatusText(std::string_view text) { m_panes->SetStatus(QtText(text)); }
 
 void CMainFrame::SetDocumentTitle(std::string_view title) { SetTitleDocument(QtText(title)); }
-
-void CMainFrame::OnUnwatched(std::string_view symbol) { ForgetIfUnwanted(FeedSymbol(symbol)); }
-
-// What still has a record is still wanted: a symbol by its own row, or by that of one of its regions.
-void CMainFrame::ForgetIfUnwanted(std::string_view feedSymbol) {
-    if (!m_store.FindSymbol(feedSymbol)) LimitedSymbols().Forget(feedSymbol);
-}
 
 void CMainFrame::OnStatusTimer() {
     m_health.Tick(CClock::Instance().MonotonicMs());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "alerts/AlertNotice.h"
+#include "alerts/NewsRequest.h"
 #include "app/FeedHealth.h"
 #include "app/NorvCommandLineInfo.h"
 #include "app/NorvMainFrame.h"
@@ -27,7 +29,11 @@ class CWatchlistView;
 ///
 /// Owns    all of the above; not the settings, which outlive it
 /// Thread  GUI thread only
-class CMainFrame : public CNorvMainFrame, public CWatchlistFrame {
+class CMainFrame : public CNorvMainFrame,
+                   public CWatchlistFrame,
+                   private CNewsCountsPort,
+                   private CNewsCountsReceiver,
+                   private CAlertNotices {
     Q_OBJECT
 public:
     static constexpr int kAlwaysOnTopCommand = 10101;
@@ -64,12 +70,18 @@ protected:
     void OnRegionalMessage(std::string_view line) override;
     void OnSystemMessage(std::string_view line) override;
     void OnTimeMessage(std::string_view line) override;
+    void OnNewsMessage(std::string_view line) override;
     void OnSymbolNotFound(std::string_view line) override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void SendNewsRequest(std::string_view request) override;
+    void OnNewsCounts(std::string_view reply) override;
+    void PostNotice(std::string record) override;
+    void PostNewsNotice(SAlertNotice notice) override;
+
     void MakeMenus();
     void AddThemeMenu(class QMenu& view);
     void OnStatusTimer();

@@ -1,0 +1,92 @@
+// What the main frame does with the lines of the feed, and what the document asks of the feed.
+
+#include "app/MainFrame.h"
+
+#include "base/Log.h"
+#include "data/SymbolHash.h"
+#include "data/UpdateFields.h"
+#include "watchlist/WatchlistDoc.h"
+
+#include <fmt/format.h>
+
+#include <string>
+
+namespace vx {
+
+void CMainFrame::OnFeedConnected() { OpenDataPorts(UpdateFieldList()); }
+
+void CMainFrame::OnUpdateMessage(std::string_view line) {
+    m_health.NoteData();
+    m_store.OnUpdate(line);
+}
+
+void CMainFrame::OnSummaryMessage(std::string_view line) {
+    m_health.NoteData();
+    m_store.OnSummary(line);
+}
+
+void CMainFrame::OnFundamentalMessage(std::string_view line) {
+    m_health.NoteLine();
+    m_store.OnFundamental(line);
+}
+
+void CMainFrame::OnRegionalMessage(std::string_view line) {
+    m_health.NoteData();
+    m_store.OnRegional(line);
+}
+
+void CMainFrame::OnSystemMessage(std::string_view line) {
+    m_health.NoteLine();
+    m_health.SetStatusWord(Stats().status);
+    if (const auto& pending = LimitedSymbols().Pending(); !pending.empty())
+        ForgetIfUnwanted(std::string(pending.back()));
+    if (!HandleReadyLine(line)) return;
+    m_doc->SetFeedReady();
+    m_store.SendPendingWatches();
+    m_doc->PlaceCommandLineSymbols(m_commandLine.Symbols());
+    // The feed client is already busy with the watches while we wait, and the names are there before the first line.
+    m_lookupTables.Load();
+}
+
+void CMainFrame::OnTimeMessage(std::string_view line) {
+    m_health.NoteLine();
+    m_clock.OnTimeMessage(line);
+}
+
+void CMainFrame::OnSymbolNotFound(std::string_view line) {
+    m_health.NoteLine();
+    constexpr size_t kSymbolStart = 2;
+    if (line.size() <= kSymbolStart) return;
+    LimitedSymbols().Forget(line.substr(kSymbolStart));
+    m_doc->SymbolNotFound(line.substr(kSymbolStart));
+}
+
+void CMainFrame::OnNewsMessage(std::string_view line) {
+    m_health.NoteLine();
+    m_doc->OnNewsLine(line);
+}
+
+void CMainFrame::OnNewsCounts(std::string_view reply) { m_doc->OnNewsCounts(reply); }
+
+void CMainFrame::OnUnwatched(std::string_view symbol) { ForgetIfUnwanted(FeedSymbol(symbol)); }
+
+// What still has a record is still wanted: a symbol by its own row, or by that of one of its regions.
+void CMainFrame::ForgetIfUnwanted(std::string_view feedSymbol) {
+    if (!m_store.FindSymbol(feedSymbol)) LimitedSymbols().Forget(feedSymbol);
+}
+
+void CMainFrame::SendNewsRequest(std::string_view request) { SendToFeed(kLookupSlot, request); }
+
+// Fired alerts stand in the log, whatever else becomes of them.
+
+void CMainFrame::PostNotice(std::string record) {
+    const SAlertNotice notice = ReadAlertNotice(record);
+    LogInformation(fmt::format("Alert: {} {} is {}, {} {}", notice.symbol, notice.fieldName, notice.value,
+                               notice.condition, notice.threshold));
+}
+
+void CMainFrame::PostNewsNotice(SAlertNotice notice) {
+    LogInformation(fmt::format("Alert: news for {}", notice.symbol));
+}
+
+} // namespace vx
