@@ -17,22 +17,34 @@ std::string_view ConditionShortForm(uint32_t condition);
 /// The code of a condition's words or short form; Equal for any other text.
 uint32_t ReadCondition(std::string_view text);
 
-/// Whether a value meets a condition, compared exactly and without tolerance; false for a code that is none and for
-/// what is no number.
-constexpr bool ConditionHolds(uint32_t condition, double value, double threshold) {
+/// How two numbers stand to each other, as a bit; none when one of them is no number.
+enum ECompared : uint8_t { kBelow = 1, kEqual = 2, kAbove = 4 };
+
+constexpr uint8_t Compare(double value, double threshold) {
+    return static_cast<uint8_t>((value < threshold ? kBelow : 0) | (value == threshold ? kEqual : 0) |
+                                (value > threshold ? kAbove : 0));
+}
+
+/// The results of Compare that meet a condition; 0 for a code that is none.
+constexpr uint8_t MeetingResults(uint32_t condition) {
     switch (static_cast<EAlertCondition>(condition)) {
     case EAlertCondition::Equal:
-        return value == threshold;
+        return kEqual;
     case EAlertCondition::Greater:
-        return value > threshold;
+        return kAbove;
     case EAlertCondition::GreaterOrEqual:
-        return value >= threshold;
+        return kAbove | kEqual;
     case EAlertCondition::Less:
-        return value < threshold;
+        return kBelow;
     case EAlertCondition::LessOrEqual:
-        return value <= threshold;
+        return kBelow | kEqual;
     }
-    return false;
+    return 0;
+}
+
+/// Whether a value meets an alert, compared exactly and without tolerance. noZero: a value of exactly 0 never does.
+constexpr bool IsMet(uint8_t meetingResults, double value, double threshold, bool noZero) {
+    return (Compare(value, threshold) & meetingResults) != 0 && !(noZero && value == 0.0);
 }
 
 } // namespace vx

@@ -14,8 +14,6 @@ bool IsSameAlert(const A_INFO& a, const A_INFO& b) {
     return a.fieldId == b.fieldId && a.condition == b.condition && a.value == b.value && a.noZero == b.noZero;
 }
 
-bool IsCondition(uint32_t condition) { return !ConditionWords(condition).empty(); }
-
 bool HasIndex(const CAlertArray& alerts, int index) { return index >= 0 && static_cast<size_t>(index) < alerts.size(); }
 
 } // namespace
@@ -33,7 +31,10 @@ bool CAlertsMap::Add(std::string_view symbol, const A_INFO& alert, EAlertMap map
         if (entry->alerts.size() >= kMostPerSymbol) return false;
     }
     if (Total(map) >= kMostAlerts) return false;
-    if (!entry) entry = &Map(map)[std::string(symbol)];
+    if (!entry) {
+        entry = &Map(map)[std::string(symbol)];
+        ++m_liveKeys;
+    }
     entry->alerts.push_back(alert);
     ++Total(map);
     if (map == EAlertMap::Live) {
@@ -58,6 +59,7 @@ void CAlertsMap::Clear(EAlertMap map) {
     CMap cleared;
     cleared.swap(Map(map));
     Total(map) = 0;
+    ++m_liveKeys;
     if (map != EAlertMap::Live) return;
     for (const auto& [symbol, entry] : cleared) Announce(symbol, 0);
 }
@@ -114,6 +116,7 @@ void CAlertsMap::Erase(std::string_view symbol, EAlertMap map) {
     const auto found = Map(map).find(symbol);
     if (found == Map(map).end()) return;
     Total(map) -= found->second.alerts.size();
+    ++m_liveKeys;
     const auto gone = Map(map).extract(found); // Keeps the text that `symbol` may point into.
     if (map == EAlertMap::Live) Announce(gone.key(), 0);
 }
@@ -123,12 +126,26 @@ const A_INFO& CAlertsMap::At(const SSymbolAlerts& entry, int index) {
     return entry.alerts[static_cast<size_t>(index)];
 }
 
-// What can be judged without a look at anything else: armed, a field with numbers, a condition that exists.
+CAlertsMap::EPlace CAlertsMap::PlaceOf(const SFieldEntry& field) {
+    if (field.source != ESource::Quote) return EPlace::Elsewhere;
+    switch (field.valueClass) {
+    case EValueClass::Integer:
+        return EPlace::QuoteInteger;
+    case EValueClass::Unsigned:
+        return EPlace::QuoteUnsigned;
+    default:
+        return EPlace::QuoteNumber;
+    }
+}
+
+// Only what can fire is armed: enabled, a field with numbers, a condition that exists.
 void CAlertsMap::AppendArmed(SSymbolAlerts& entry, size_t index) {
     const A_INFO& alert = entry.alerts[index];
     const SFieldEntry* field = JudgedField(alert.fieldId);
-    if (alert.enabled == 0 || !field || !IsCondition(alert.condition)) return;
-    entry.armed.push_back({alert.value, field, alert.condition, static_cast<int>(index), alert.noZero != 0});
+    const uint8_t meetingResults = MeetingResults(alert.condition);
+    if (alert.enabled == 0 || !field || meetingResults == 0) return;
+    entry.armed.push_back(
+        {alert.value, static_cast<int32_t>(index), PlaceOf(*field), field->slot, meetingResults, alert.noZero != 0});
 }
 
 void CAlertsMap::Rearm(std::string_view symbol, SSymbolAlerts& entry) {

@@ -3,6 +3,7 @@
 #include "alerts/AlertInfo.h"
 #include "alerts/AlertNotice.h"
 #include "alerts/SymbolKeyed.h"
+#include "data/ChangeQueue.h"
 
 #include <array>
 #include <cstddef>
@@ -55,6 +56,10 @@ public:
     /// More alerts of one symbol, or in all, are not taken: only a broken file has so many.
     static constexpr size_t kMostPerSymbol = 1000;
     static constexpr size_t kMostAlerts = 1'000'000;
+
+    CAlertsMap() = default;
+    CAlertsMap(const CAlertsMap&) = delete;
+    CAlertsMap& operator=(const CAlertsMap&) = delete;
 
     void SetNotices(CAlertNotices* notices) { m_notices = notices; }
     void SetObserver(CAlertsObserver* observer) { m_observer = observer; }
@@ -121,20 +126,34 @@ public:
     static bool CanSave(std::string_view symbol, const A_INFO& alert);
 
 private:
-    /// An armed live alert in the form in which it is judged.
+    /// Where the value of a field stands: in a slot of the quote, in one of three forms, or elsewhere.
+    enum class EPlace : uint8_t { QuoteNumber, QuoteInteger, QuoteUnsigned, Elsewhere };
+
+    /// An armed live alert in the form in which it is judged: four of them fill a cache line.
     struct SArmed {
         double threshold;
-        const SFieldEntry* entry;
-        uint32_t condition;
-        int index;
+        int32_t index;
+        EPlace place;
+        uint8_t slot;
+        uint8_t meetingResults;
         bool noZero;
     };
+    static_assert(sizeof(SArmed) == 16);
     struct SSymbolAlerts {
         CAlertArray alerts;
         std::vector<SArmed> armed; ///< In the order of the alerts; empty in the working copy.
     };
     using CMap = CSymbolKeyed<SSymbolAlerts>;
 
+    /// The live alerts of a record whose symbol was looked up before; null when it has none.
+    struct SFound {
+        SChangeNotice record;
+        uint32_t liveKeys = 0; ///< m_liveKeys of that time; another one makes it void.
+        const SSymbolAlerts* alerts = nullptr;
+    };
+    static constexpr size_t kFoundRecords = 4096; ///< Power of two; records whose numbers meet here share a place.
+
+    static EPlace PlaceOf(const SFieldEntry& field);
     static void AppendArmed(SSymbolAlerts& entry, size_t index);
     static const A_INFO& At(const SSymbolAlerts& entry, int index);
 
@@ -146,10 +165,15 @@ private:
     void Erase(std::string_view symbol, EAlertMap map);
     void Rearm(std::string_view symbol, SSymbolAlerts& entry);
     void Announce(std::string_view symbol, size_t armed);
+    const SSymbolAlerts* FindFor(const CSymbolRec& record);
+    template <typename Visit>
+    static void ForEachMet(const SSymbolAlerts& entry, const CSymbolRec& record, Visit&& visit);
     bool LoadRecord(std::string_view record);
 
     std::array<CMap, 2> m_maps;
     std::array<size_t, 2> m_totals{};
+    uint32_t m_liveKeys = 1; ///< Changes whenever a symbol comes to the live map or goes.
+    std::vector<SFound> m_found;
     CAlertNotices* m_notices = nullptr;
     CAlertsObserver* m_observer = nullptr;
 };

@@ -31,10 +31,6 @@ SPrices PricesOf(const CSymbolRec& record) {
     return {CellNumber(record, last), CellNumber(record, bid), CellNumber(record, ask)};
 }
 
-bool IsMet(uint32_t condition, double value, double threshold, bool noZero) {
-    return !(noZero && value == 0.0) && ConditionHolds(condition, value, threshold);
-}
-
 SAlertNotice NewsNotice(std::string_view symbol, const A_INFO& alert, int index) {
     SAlertNotice notice;
     notice.symbol = symbol;
@@ -49,21 +45,53 @@ SAlertNotice NewsNotice(std::string_view symbol, const A_INFO& alert, int index)
 
 } // namespace
 
+// Updates of one record follow each other closely: its alerts are found by its number, without a look at its symbol.
+const CAlertsMap::SSymbolAlerts* CAlertsMap::FindFor(const CSymbolRec& record) {
+    if (Map(EAlertMap::Live).empty()) return nullptr;
+    if (m_found.empty()) m_found.resize(kFoundRecords);
+    const SChangeNotice ids = record.Ids();
+    SFound& found = m_found[ids.id2 % kFoundRecords];
+    if (found.record.id2 != ids.id2 || found.record.id1 != ids.id1 || found.liveKeys != m_liveKeys)
+        found = {ids, m_liveKeys, Find(record.Symbol(), EAlertMap::Live)};
+    return found.alerts;
+}
+
+// The values are those of the fields' cells. The quote of a symbol is read without a detour.
+template <typename Visit>
+void CAlertsMap::ForEachMet(const SSymbolAlerts& entry, const CSymbolRec& record, Visit&& visit) {
+    const bool isRegion = record.AsRegion() != nullptr;
+    const CQuoteData& quote = record.Base().Quote();
+    const auto valueOf = [&](const SArmed& armed) -> double {
+        switch (isRegion ? EPlace::Elsewhere : armed.place) {
+        case EPlace::QuoteNumber:
+            return quote.Number(armed.slot);
+        case EPlace::QuoteInteger:
+            return quote.Integer(armed.slot);
+        case EPlace::QuoteUnsigned:
+            return quote.Unsigned(armed.slot);
+        case EPlace::Elsewhere:
+            break;
+        }
+        return CellNumber(record, *JudgedField(entry.alerts[static_cast<size_t>(armed.index)].fieldId));
+    };
+    for (const SArmed& armed : entry.armed)
+        if (const double value = valueOf(armed); IsMet(armed.meetingResults, value, armed.threshold, armed.noZero))
+            visit(armed.index, value);
+}
+
 std::vector<int> CAlertsMap::Evaluate(const CSymbolRec& record) {
-    std::vector<int> met;
-    const SSymbolAlerts* entry = Find(record.Symbol(), EAlertMap::Live);
-    if (!entry || entry->armed.empty() || !HasReceived(record)) return met;
-    for (const SArmed& alert : entry->armed)
-        if (IsMet(alert.condition, CellNumber(record, *alert.entry), alert.threshold, alert.noZero))
-            met.push_back(alert.index);
-    if (met.empty()) return met;
+    std::vector<int> fired;
+    const SSymbolAlerts* entry = FindFor(record);
+    if (!entry || entry->armed.empty() || !HasReceived(record)) return fired;
+    std::vector<std::pair<int, double>> met; // First all, since firing changes the list that is walked.
+    ForEachMet(*entry, record, [&](int index, double value) { met.emplace_back(index, value); });
+    if (met.empty()) return fired;
 
     const SPrices prices = PricesOf(record);
-    std::erase_if(met, [&](int index) {
-        const double value = CellNumber(record, *JudgedField(entry->alerts[static_cast<size_t>(index)].fieldId));
-        return !EvaluateFieldAlert(record.Symbol(), index, value, prices.last, prices.bid, prices.ask);
-    });
-    return met;
+    for (const auto& [index, value] : met)
+        if (EvaluateFieldAlert(record.Symbol(), index, value, prices.last, prices.bid, prices.ask))
+            fired.push_back(index);
+    return fired;
 }
 
 bool CAlertsMap::EvaluateFieldAlert(std::string_view symbol, int index, double newValue, double last, double bid,
@@ -71,7 +99,7 @@ bool CAlertsMap::EvaluateFieldAlert(std::string_view symbol, int index, double n
     SSymbolAlerts* entry = Find(symbol, EAlertMap::Live);
     if (!entry || index < 0 || static_cast<size_t>(index) >= entry->alerts.size()) return false;
     A_INFO& alert = entry->alerts[static_cast<size_t>(index)];
-    if (!IsMet(alert.condition, newValue, alert.value, alert.noZero != 0)) return false;
+    if (!IsMet(MeetingResults(alert.condition), newValue, alert.value, alert.noZero != 0)) return false;
     std::string record =
         FormatAlertNotice(symbol, entry->alerts, static_cast<size_t>(index), {newValue, last, bid, ask});
     alert.enabled = 0;

@@ -23,7 +23,7 @@ enum class ENewsStyle { Fresh = 1, Plain = 2 };
 /// Shape   symbols are compared exactly, case included
 /// Errors  none: what cannot be read changes nothing
 /// Thread  GUI thread only
-/// Source  docs/feed-protocol.md, "News"
+/// Source  docs/feed-protocol.md
 class CNewsMap {
 public:
     /// A longer reply is not read: it would be one for far more symbols than one request asks for.

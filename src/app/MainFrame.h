@@ -75,6 +75,7 @@ private:
     void OnStatusTimer();
     void UseTheme(const QString& name, bool keep);
     void StartFeedOnce();
+    void ForgetIfUnwanted(std::string_view feedSymbol);
     SPlacement Placement() const;
     void MoveTo(SPlacement placement);
 
@@ -91,6 +92,7 @@ private:
     QAction* m_alwaysOnTop = nullptr;
     QTimer m_status;
     bool m_live = true;
+    int m_statusTick = 0;
     bool m_feedStarted = false;
 };
 

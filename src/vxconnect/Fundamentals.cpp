@@ -97,13 +97,15 @@ private:
 
     void Dates() {
         constexpr std::array<double, 3> kRatios = {0.50, 0.33, 0.25};
-        const bool split = m_random.Below(3) == 0, splitTwice = m_random.Below(3) == 0;
-        const std::string second = SplitText(kRatios[m_random.Below(3)], DaysAgo(400, 3000));
-        const std::string first = SplitText(kRatios[m_random.Below(3)], DaysAgo(3100, 7000));
+        const bool split = m_random.Below(3) == 0;
+        const bool splitTwice = m_random.Below(3) == 0 && split;
+        const PackedDate lastDay = DaysAgo(400, 3000), firstDay = DaysAgo(3100, 7000);
+        const double lastRatio = kRatios[m_random.Below(kRatios.size())];
+        const double firstRatio = kRatios[m_random.Below(kRatios.size())];
         const PackedDate balance = (m_start / 10000 - 1) * 10000 + 1231;
         const PackedDate exDividend = DaysAgo(5, 85), paid = AddDays(exDividend, 18);
-        split ? Text(second) : Empty();
-        split&& splitTwice ? Text(first) : Empty();
+        Text(split ? SplitText(lastRatio, lastDay) : std::string());
+        Text(splitTwice ? SplitText(firstRatio, firstDay) : std::string());
         m_fund ? Empty() : Text(DateText(balance));
         const bool pays = m_ticker.dividend > 0;
         pays ? Text(fmt::format("{}/{}", exDividend / 100 % 100, exDividend % 100)) : Empty();

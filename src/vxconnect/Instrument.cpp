@@ -10,8 +10,8 @@ namespace vx::sim {
 
 namespace {
 
-constexpr int kBusyPaceMs = 300;
-constexpr int kQuietPaceMs = 900;
+constexpr int kBusyPaceMs = 250;
+constexpr int kQuietPaceMs = 650;
 constexpr double kBusyMillions = 25; // Shares a day.
 constexpr double kTradesPerEvent = 0.37;
 constexpr int kWarmUpEvents = 60;
@@ -206,7 +206,9 @@ void CInstrument::QuoteSide(bool bid, int64_t price, bool newSize) {
     const int64_t old = Value(priceField);
     if (m_present.Has(priceField) && price != old) Put(bid ? EField::BidChange : EField::AskChange, price - old);
     Put(priceField, price);
-    int64_t lots = 1 + m_random.Below(8) * (m_random.Below(6) == 0 ? 10 : 1);
+    int64_t lots = m_random.Below(8);
+    if (m_random.Below(6) == 0) lots *= 10;
+    ++lots;
     if (newSize && lots * 100 == Value(sizeField)) ++lots;
     Put(sizeField, lots * 100);
     Put(bid ? EField::BidTime : EField::AskTime, Seconds());

@@ -28,7 +28,7 @@ struct SUpdate {
 ///
 /// The price is a random walk on the exchange's tick grid: its volatility comes in clusters, is higher after the open
 /// and before the close, and it is drawn slowly back to the day's own level. The n-th event depends on nothing but
-/// the seed, the symbol and n; its time stamp comes from the symbol's own clock, which an event moves on by 300 to 900
+/// the seed, the symbol and n; its time stamp comes from the symbol's own clock, which an event moves on by 250 to 650
 /// milliseconds on average, the less the more the symbol is traded.
 ///
 /// Units   money in ten-thousandths of a dollar, fractions in millionths, times in seconds of the day

@@ -6,7 +6,8 @@
 
 namespace vx::sim {
 
-/// A small fast generator of random bits, equal on every machine for an equal seed.
+/// A small fast generator of random bits, equal on every machine for an equal seed. Two draws in one expression would
+/// come in the order that the compiler likes: give each its own statement.
 ///
 /// Source  SplitMix64 (Steele, Lea, Flood: Fast splittable pseudorandom number generators, 2014)
 class CRandom {

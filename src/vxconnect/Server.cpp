@@ -126,6 +126,7 @@ void CServer::OnWatchesChanged() {
     const uint32_t watched = m_board.WatchedCount();
     const bool tooMany = uint64_t{watched} * kAutoRatePerSymbol > kMaxAutoRate;
     m_pump.SetRate(m_options.rate > 0 ? m_options.rate : tooMany ? kMaxAutoRate : 0);
+    for (const auto& connection : m_admin.Connections()) static_cast<CAdminClient&>(*connection).TellStats();
 }
 
 void CServer::FlushLevel1() {

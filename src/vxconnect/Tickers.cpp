@@ -35,8 +35,9 @@ SMadeUpTicker MakeTicker(uint32_t number, uint64_t seed) {
     out.symbol = fmt::format("S{:05}", number);
     CRandom random(SymbolSeed(seed, out.symbol));
     const STrade& trade = kTrades[random.Below(kTrades.size())];
-    out.name = fmt::format("{} {} {}", kFirstWords[random.Below(kFirstWords.size())], trade.word,
-                           kForms[random.Below(kForms.size())]);
+    const std::string_view firstWord = kFirstWords[random.Below(kFirstWords.size())];
+    const std::string_view form = kForms[random.Below(kForms.size())];
+    out.name = fmt::format("{} {} {}", firstWord, trade.word, form);
     STicker& ticker = out.ticker;
     ticker.sector = trade.sector;
     const double spread = random.Unit();

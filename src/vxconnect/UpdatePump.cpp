@@ -16,7 +16,7 @@ void CUpdatePump::SetRate(uint32_t rate) {
     if (rate == m_rate) return;
     Run();
     m_rate = rate;
-    m_due = 0;
+    m_dueEvents = 0;
 }
 
 void CUpdatePump::Run() {
@@ -34,17 +34,17 @@ void CUpdatePump::Run() {
 }
 
 void CUpdatePump::RunAtRealTime(double seconds) {
-    m_due += seconds * 1000;
-    const auto whole = static_cast<MarketMs>(m_due);
-    m_due -= static_cast<double>(whole);
+    m_dueMs += seconds * 1000;
+    const auto whole = static_cast<MarketMs>(m_dueMs);
+    m_dueMs -= static_cast<double>(whole);
     m_board.RunTo(m_board.Clock().Now() + whole);
 }
 
 void CUpdatePump::RunAtRate(double seconds) {
     constexpr int kEventsBetweenLooks = 256;
-    m_due = std::min(m_due + seconds * m_rate, static_cast<double>(m_rate) * kMaxLagMs / 1000 + 1);
-    for (bool inTime = true; m_due >= 1 && inTime; inTime = m_elapsed.elapsed() < kSliceBudgetMs)
-        for (int i = 0; i < kEventsBetweenLooks && m_due >= 1; ++i, m_due -= 1) m_board.Step();
+    m_dueEvents = std::min(m_dueEvents + seconds * m_rate, static_cast<double>(m_rate) * kMaxLagMs / 1000 + 1);
+    for (bool inTime = true; m_dueEvents >= 1 && inTime; inTime = m_elapsed.elapsed() < kSliceBudgetMs)
+        for (int i = 0; i < kEventsBetweenLooks && m_dueEvents >= 1; ++i, m_dueEvents -= 1) m_board.Step();
 }
 
 } // namespace vx::sim

@@ -42,7 +42,8 @@ private:
     QTimer m_timer;
     QElapsedTimer m_elapsed;
     uint32_t m_rate = 0;
-    double m_due = 0; // Events at a rate, else milliseconds.
+    double m_dueEvents = 0;
+    double m_dueMs = 0;
 };
 
 } // namespace vx::sim

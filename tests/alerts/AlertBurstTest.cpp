@@ -4,6 +4,7 @@
 #include "AlertsFixture.h"
 
 #include "data/ChangeQueue.h"
+#include "data/FundamentalFields.h"
 #include "data/L1DataStore.h"
 #include "data/UpdateFields.h"
 
@@ -93,6 +94,55 @@ TEST_F(AlertBurst, WithoutArmedAlertsABurstIsJudgedOnce) {
     Beat();
     EXPECT_EQ(posted.size(), 1u) << "an alert armed while the symbol is watched misses nothing";
     EXPECT_EQ(Judged() - before, 1u + 50u + 1u) << "and once it has fired, bursts are judged once again";
+}
+
+TEST_F(AlertBurst, AlertsThatComeAndGoAreFollowed) {
+    Watch("IBM");
+    const auto fires = [&] {
+        posted.clear();
+        Update("IBM", {{"Last", "1"}});
+        Beat();
+        return posted.size();
+    };
+    EXPECT_EQ(fires(), 0u);
+    Add("MSFT", "Last", "=", 1);
+    EXPECT_EQ(fires(), 0u);
+    Add("IBM", "Last", "=", 1);
+    EXPECT_EQ(fires(), 1u);
+    alerts.ResetFromRecord("IBM,0,1");
+    alerts.CopyTo(EAlertMap::WorkingCopy);
+    alerts.RemoveSymbol("IBM");
+    EXPECT_EQ(fires(), 0u);
+    alerts.CopyTo(EAlertMap::Live);
+    EXPECT_EQ(fires(), 1u);
+    alerts.Clear(EAlertMap::Live);
+    alerts.Load("IBM:Last,>,0,TRUE;IBM:Last,=,1,FALSE;IBM:Last,=,1,TRUE;");
+    EXPECT_EQ(fires(), 2u);
+    alerts.Clear(EAlertMap::Live);
+    EXPECT_EQ(fires(), 0u);
+}
+
+TEST_F(AlertBurst, EveryKindOfNumberIsJudgedAsItsCellShowsIt) {
+    const std::map<std::string, std::pair<std::string, double>> columns = {
+        {"Volume", {"Total Volume", 4e9}},
+        {"Tick Vol", {"Last Size", -7}},
+        {"% Chg", {"Percent Change", 0.0125}},
+        {"Bid Market Center", {"Bid Market Center", 11}}};
+    for (const auto& [column, field] : columns) Add("IBM", column, "=", column == "% Chg" ? 1.25 : field.second);
+    Add("IBM", "Beta", "=", 1.5);
+    Watch("IBM");
+    Update("IBM", {{"Total Volume", "4000000000"},
+                   {"Last Size", "-7"},
+                   {"Percent Change", "0.0125"},
+                   {"Bid Market Center", "11"}});
+    Beat();
+    EXPECT_EQ(posted.size(), columns.size());
+    EXPECT_EQ(alerts.ArmedCount("IBM"), 1) << "the fundamental one";
+    std::string line = "F,IBM,";
+    for (size_t slot = 1; slot < FundamentalSlot("Beta"); ++slot) line += ',';
+    store.OnLevel1Message(line + "1.5,");
+    Beat();
+    EXPECT_EQ(alerts.ArmedCount("IBM"), 0);
 }
 
 TEST_F(AlertBurst, ASymbolThatNeverReceivedDataFiresNothing) {

@@ -55,6 +55,16 @@ TEST_F(CLiveMarketTest, TheBoardFillsAndMoves) {
     EXPECT_EQ(frame.Stats().status, "Connected");
 }
 
+TEST_F(CLiveMarketTest, APictureOfAListThatIsNotThereEndsWithOneSentence) {
+    QProcess program;
+    program.start(QStringLiteral(ZW_BIN_DIR "/zantrel-watchlist"),
+                  {QStringLiteral("--screenshot"), QString::fromStdString(folder / "a.png"),
+                   QString::fromStdString(folder / "missing.vxw")});
+    ASSERT_TRUE(WaitUntil([&] { return program.state() == QProcess::NotRunning; }));
+    EXPECT_EQ(program.exitCode(), 1);
+    EXPECT_TRUE(program.readAllStandardError().contains("missing.vxw"));
+}
+
 TEST_F(CLiveMarketTest, SymbolsBeyondTheLimitComeWhenThereIsRoom) {
     StartMarket({QStringLiteral("--limit"), QStringLiteral("2"), QStringLiteral("--rate"), QStringLiteral("100")});
     CMainFrame& frame = Frame({"-symbol", "IBM,MSFT,AAPL"});

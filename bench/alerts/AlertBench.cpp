@@ -1,0 +1,128 @@
+// What armed alerts cost on top of merging: the same update lines through the store and its queue with no alerts, and
+// with alerts on every symbol that are judged for every line and never met. Without alerts the queue is drained once a
+// beat; with them before each change of a record that waits. The difference of the two is the price of a line.
+
+#include "alerts/AlertCondition.h"
+#include "alerts/AlertField.h"
+#include "alerts/AlertsMap.h"
+#include "data/ChangeQueue.h"
+#include "data/L1DataStore.h"
+#include "support/LineGenerator.h"
+
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <cstring>
+#include <map>
+
+namespace {
+
+using namespace vx;
+using namespace vx::test;
+
+constexpr uint64_t kSeed = 20240131;
+constexpr size_t kLines = 200'000;     ///< About 33 MB: more than the caches hold.
+constexpr size_t kLinesPerBeat = 1250; ///< 5,000 lines a second and a beat of 250 ms.
+
+struct SInput {
+    std::vector<std::string> symbols;
+    std::string file;
+};
+
+const SInput& Input(size_t symbols) {
+    static std::map<size_t, SInput> inputs;
+    SInput& input = inputs[symbols];
+    if (input.file.empty()) {
+        input.symbols = CLineGenerator(symbols, kSeed).Symbols();
+        input.file = GenerateFile(kLines, symbols, kSeed);
+    }
+    return input;
+}
+
+/// The fields that people watch, with thresholds that no line of the feed meets.
+A_INFO UnmetAlert(int number) {
+    constexpr std::array kFields = {"Last", "Bid", "Ask", "% Chg", "Volume"};
+    A_INFO alert;
+    alert.enabled = 1;
+    alert.noZero = 1;
+    alert.fieldId = *AlertFieldId(kFields[static_cast<size_t>(number) % kFields.size()]);
+    alert.condition = static_cast<uint32_t>(EAlertCondition::GreaterOrEqual);
+    alert.value = 1e12 + number;
+    return alert;
+}
+
+/// A store, a watchlist's queue and its alerts, without a window.
+class CBoard : CChangeWaker {
+public:
+    CBoard(const SInput& input, int alertsPerSymbol) {
+        for (const std::string& symbol : input.symbols) {
+            m_store.Watch(symbol, m_queue);
+            for (int i = 0; i < alertsPerSymbol; ++i) m_alerts.Add(symbol, UnmetAlert(i));
+            m_store.SetArmedAlerts(symbol, m_alerts.ArmedCount(symbol));
+        }
+    }
+
+    void Run(const std::string& file) {
+        size_t inBeat = 0;
+        for (const char *at = file.data(), *end = at + file.size(); at != end;) {
+            const char* lf = static_cast<const char*>(std::memchr(at, '\n', static_cast<size_t>(end - at)));
+            m_store.OnLevel1Message({at, static_cast<size_t>(lf - at)});
+            at = lf + 1;
+            if (++inBeat != kLinesPerBeat) continue;
+            inBeat = 0;
+            DrainNow();
+        }
+    }
+    size_t Fired() const { return m_fired; }
+
+private:
+    void PostPaint() override {}
+    void DrainNow() override {
+        m_queue.Drain([&](const SChangeNotice& notice) {
+            if (const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2))
+                m_fired += m_alerts.Evaluate(*record).size();
+        });
+    }
+
+    CAlertsMap m_alerts;
+    CChangeQueue m_queue{*this};
+    CL1DataStore m_store;
+    size_t m_fired = 0;
+};
+
+void BM_Lines(benchmark::State& state) {
+    const SInput& input = Input(static_cast<size_t>(state.range(0)));
+    CBoard board(input, static_cast<int>(state.range(1)));
+    board.Run(input.file);
+    for ([[maybe_unused]] auto _ : state) board.Run(input.file);
+    if (board.Fired() != 0) state.SkipWithError("an alert fired that never should");
+    state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(kLines));
+    state.counters["time/line"] = benchmark::Counter(
+        static_cast<double>(kLines), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+// Ten alerts on each of 10,000 symbols, as a watchlist file has them.
+void BM_SaveAndLoad(benchmark::State& state) {
+    CAlertsMap saved;
+    for (int i = 0; i < 10'000; ++i)
+        for (int j = 0; j < 10; ++j) saved.Add("SYM" + std::to_string(i), UnmetAlert(j));
+    for ([[maybe_unused]] auto _ : state) {
+        CAlertsMap loaded;
+        loaded.Load(saved.Save());
+        benchmark::DoNotOptimize(loaded);
+    }
+    state.SetItemsProcessed(state.iterations() * 100'000);
+}
+
+} // namespace
+
+BENCHMARK(BM_Lines)
+    ->ArgNames({"symbols", "alerts"})
+    ->Args({1000, 0})
+    ->Args({1000, 1})
+    ->Args({1000, 10})
+    ->Args({10000, 0})
+    ->Args({10000, 10})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SaveAndLoad)->Unit(benchmark::kMillisecond);
+BENCHMARK_MAIN();
