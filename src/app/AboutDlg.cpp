@@ -60,7 +60,8 @@ void CAboutDlg::ShowStatistics() {
     std::string text;
     m_frame.GetConnectionStats(text);
     const QString shown = QtText(text);
-    if (shown == m_statistics->toPlainText()) return;
+    if (shown == m_shown) return; // Writing it again would lose what the user has selected.
+    m_shown = shown;
     const int position = m_statistics->verticalScrollBar()->value();
     m_statistics->setPlainText(shown);
     m_statistics->verticalScrollBar()->setValue(position);

@@ -25,6 +25,7 @@ private:
 
     CNorvMainFrame& m_frame;
     QPlainTextEdit* m_statistics;
+    QString m_shown;
 };
 
 } // namespace vx

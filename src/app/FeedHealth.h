@@ -25,13 +25,16 @@ public:
     /// A line came that carries values of a symbol.
     void NoteData() { m_lineSeen = m_dataSeen = true; }
     /// The feed client's own word for its state: "Connected", "Not Connected".
-    void SetStatusWord(std::string_view word) { m_word = word; }
+    /// Longer ones are cut: it is shown in a pane.
+    static constexpr size_t kLongestWord = 40;
+    void SetStatusWord(std::string_view word) { m_word = word.substr(0, kLongestWord); }
     void Tick(int64_t nowMs);
 
     bool IsSilent() const { return m_nowMs - m_heardMs >= kSilentMs; }
     /// Whether the values on the screen follow the market: connected by its own word, and not silent.
     bool IsLive() const { return m_word == "Connected" && !IsSilent(); }
-    /// "Feed: Connected", "Feed: Not Connected", "Feed: silent 7 s", or "Feed: waiting" before anything was heard.
+    /// "Feed: Connected", "Feed: Not Connected", "Feed: silent 7 s", or "Feed: waiting" until
+    /// something was heard or could have been.
     std::string StateText() const;
     /// "Data: 3 s ago", "Data: now" below one second, "Data: none yet" before the first.
     std::string AgeText() const;

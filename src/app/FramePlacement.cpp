@@ -20,12 +20,12 @@ bool CanBeGrasped(const SPlacement& p, const SScreenArea& screen) {
            int64_t{p.top} + kGraspPx <= int64_t{screen.top} + screen.height;
 }
 
-void WriteIfChanged(CSettings& settings, const SIntegerSetting& setting, int value) {
-    if (settings.ReadInteger(setting) != value) settings.WriteInteger(setting, value);
+bool WriteIfChanged(CSettings& settings, const SIntegerSetting& setting, int value) {
+    return settings.ReadInteger(setting) == value || settings.WriteInteger(setting, value);
 }
 
-void WriteIfChanged(CSettings& settings, const SBooleanSetting& setting, bool value) {
-    if (settings.ReadBoolean(setting) != value) settings.WriteBoolean(setting, value);
+bool WriteIfChanged(CSettings& settings, const SBooleanSetting& setting, bool value) {
+    return settings.ReadBoolean(setting) == value || settings.WriteBoolean(setting, value);
 }
 
 } // namespace
@@ -42,12 +42,12 @@ SPlacement ReadStoredPlacement(const CSettings& settings) {
 }
 
 void WriteStoredPlacement(CSettings& settings, const SPlacement& placement) {
-    WriteIfChanged(settings, kRectLeft, placement.left);
-    WriteIfChanged(settings, kRectTop, placement.top);
-    WriteIfChanged(settings, kRectWidth, placement.width);
-    WriteIfChanged(settings, kRectHeight, placement.height);
-    WriteIfChanged(settings, kMaximized, placement.maximised);
-    WriteIfChanged(settings, kAlwaysOnTop, placement.alwaysOnTop);
+    // A store that takes one value not in time takes none of them, and the window is closing.
+    WriteIfChanged(settings, kRectLeft, placement.left) && WriteIfChanged(settings, kRectTop, placement.top) &&
+        WriteIfChanged(settings, kRectWidth, placement.width) &&
+        WriteIfChanged(settings, kRectHeight, placement.height) &&
+        WriteIfChanged(settings, kMaximized, placement.maximised) &&
+        WriteIfChanged(settings, kAlwaysOnTop, placement.alwaysOnTop);
 }
 
 SPlacement WithCommandLineEdges(SPlacement placement, const CNorvCommandLineInfo& commandLine) {
@@ -65,6 +65,15 @@ SPlacement WithCommandLineEdges(SPlacement placement, const CNorvCommandLineInfo
 
 SPlacement BroughtInside(SPlacement placement, const std::vector<SScreenArea>& screens) {
     if (screens.empty()) return placement;
+    int64_t right = screens.front().left, bottom = screens.front().top;
+    int left = screens.front().left, top = screens.front().top;
+    for (const SScreenArea& screen : screens) {
+        left = std::min(left, screen.left), top = std::min(top, screen.top);
+        right = std::max(right, int64_t{screen.left} + screen.width);
+        bottom = std::max(bottom, int64_t{screen.top} + screen.height);
+    }
+    placement.width = static_cast<int>(std::min<int64_t>(placement.width, right - left));
+    placement.height = static_cast<int>(std::min<int64_t>(placement.height, bottom - top));
     for (const SScreenArea& screen : screens)
         if (CanBeGrasped(placement, screen)) return placement;
     const SScreenArea& home = screens.front();

@@ -23,7 +23,8 @@ struct SScreenArea {
 };
 
 /// A rectangle of which too little lies on any screen for its title to be grasped is moved onto the first screen, and
-/// made no larger than it; others stay as they are. Without screens nothing changes.
+/// made no larger than it; others stay where they are. None is larger than all screens together. Without screens
+/// nothing changes.
 SPlacement BroughtInside(SPlacement placement, const std::vector<SScreenArea>& screens);
 
 } // namespace vx

@@ -9,6 +9,7 @@
 #include "base/Log.h"
 #include "base/Text.h"
 #include "data/MessageNames.h"
+#include "data/SymbolHash.h"
 #include "data/UpdateFields.h"
 #include "grid/QtText.h"
 #include "settings/ConfigLogger.h"
@@ -36,6 +37,8 @@ constexpr int kDefaultWidth = 1320;
 constexpr int kDefaultHeight = 800;
 // A window that is never painted (started minimised) gets its feed all the same, after this long.
 constexpr int kFeedWithoutPaintMs = 500;
+// Watch commands that did not go out are tried again once a second.
+constexpr int kTicksPerResend = 1000 / CMainFrame::kStatusMs;
 
 std::vector<SScreenArea> Screens() {
     std::vector<SScreenArea> out;
@@ -54,6 +57,7 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
     setObjectName(QStringLiteral("mainFrame"));
     m_settings.SetLogger(m_configLogger);
     m_store.SetCommandPort(&Level1Commands());
+    m_store.SetCodeNames(&m_lookupTables);
     SetFrameTitle(QString::fromLatin1(kProgramName));
     setStatusBar(m_panes);
 
@@ -195,9 +199,14 @@ void CMainFrame::OnRegionalMessage(std::string_view line) {
 void CMainFrame::OnSystemMessage(std::string_view line) {
     m_health.NoteLine();
     m_health.SetStatusWord(Stats().status);
+    if (const auto& pending = LimitedSymbols().Pending(); !pending.empty())
+        ForgetIfUnwanted(std::string(pending.back()));
     if (!HandleReadyLine(line)) return;
     m_doc->SetFeedReady();
+    m_store.SendPendingWatches();
     m_doc->PlaceCommandLineSymbols(m_commandLine.Symbols());
+    // The feed client is already busy with the watches while we wait, and the names are there before the first line.
+    m_lookupTables.Load();
 }
 
 void CMainFrame::OnTimeMessage(std::string_view line) {
@@ -208,7 +217,9 @@ void CMainFrame::OnTimeMessage(std::string_view line) {
 void CMainFrame::OnSymbolNotFound(std::string_view line) {
     m_health.NoteLine();
     constexpr size_t kSymbolStart = 2;
-    if (line.size() > kSymbolStart) m_doc->SymbolNotFound(line.substr(kSymbolStart));
+    if (line.size() <= kSymbolStart) return;
+    LimitedSymbols().Forget(line.substr(kSymbolStart));
+    m_doc->SymbolNotFound(line.substr(kSymbolStart));
 }
 
 // What the document shows of itself
@@ -217,13 +228,19 @@ void CMainFrame::SetStatusText(std::string_view text) { m_panes->SetStatus(QtTex
 
 void CMainFrame::SetDocumentTitle(std::string_view title) { SetTitleDocument(QtText(title)); }
 
-void CMainFrame::OnUnwatched(std::string_view symbol) { LimitedSymbols().Forget(symbol); }
+void CMainFrame::OnUnwatched(std::string_view symbol) { ForgetIfUnwanted(FeedSymbol(symbol)); }
+
+// What still has a record is still wanted: a symbol by its own row, or by that of one of its regions.
+void CMainFrame::ForgetIfUnwanted(std::string_view feedSymbol) {
+    if (!m_store.FindSymbol(feedSymbol)) LimitedSymbols().Forget(feedSymbol);
+}
 
 void CMainFrame::OnStatusTimer() {
     m_health.Tick(CClock::Instance().MonotonicMs());
     const bool live = m_health.IsLive();
     m_panes->SetFeed(QtText(m_health.StateText()), QtText(m_health.AgeText()), live);
     m_panes->SetClock(QtText(m_clock.Text()));
+    if (m_statusTick++ % kTicksPerResend == 0) m_store.SendPendingWatches();
     if (live == m_live) return;
     m_live = live;
     QCoreApplication::postEvent(m_view,

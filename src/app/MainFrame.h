@@ -5,6 +5,7 @@
 #include "app/NorvMainFrame.h"
 #include "data/L1DataStore.h"
 #include "data/MarketClock.h"
+#include "feed/LookupTables.h"
 #include "watchlist/WatchlistFrame.h"
 
 #include <QTimer>
@@ -38,6 +39,8 @@ public:
     CWatchlistDoc& Document() { return *m_doc; }
     CWatchlistView& View() { return *m_view; }
     CL1DataStore& Store() { return m_store; }
+    /// The names of markets and security types that the store shows.
+    CLookupTables& LookupTables() { return m_lookupTables; }
 
     /// Shows the window where the last run or the command line wants it, and starts the feed after the first paint.
     void ShowPlaced();
@@ -72,12 +75,14 @@ private:
     void OnStatusTimer();
     void UseTheme(const QString& name, bool keep);
     void StartFeedOnce();
+    void ForgetIfUnwanted(std::string_view feedSymbol);
     SPlacement Placement() const;
     void MoveTo(SPlacement placement);
 
     CSettings& m_settings;
     CNorvCommandLineInfo m_commandLine;
     std::shared_ptr<CConfigLogger> m_configLogger;
+    CLookupTables m_lookupTables;
     CL1DataStore m_store;
     CMarketClock m_clock;
     CFeedHealth m_health;
@@ -87,6 +92,7 @@ private:
     QAction* m_alwaysOnTop = nullptr;
     QTimer m_status;
     bool m_live = true;
+    int m_statusTick = 0;
     bool m_feedStarted = false;
 };
 

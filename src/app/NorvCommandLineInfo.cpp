@@ -50,6 +50,14 @@ const SOption* FindOption(std::string_view name) {
     return nullptr;
 }
 
+// Pasted lists bring tabs and line ends along.
+std::string_view TrimSpace(std::string_view text) {
+    const auto isSpace = [](char c) { return static_cast<unsigned char>(c) <= ' '; };
+    while (!text.empty() && isSpace(text.front())) text.remove_prefix(1);
+    while (!text.empty() && isSpace(text.back())) text.remove_suffix(1);
+    return text;
+}
+
 bool IsOption(const std::string& argument) { return argument.size() > 1 && argument[0] == '-'; }
 
 } // namespace
@@ -82,7 +90,7 @@ std::vector<std::string> CNorvCommandLineInfo::Symbols() const {
     std::vector<std::string> out;
     for (const std::string_view piece : SplitCountingTail(symbol, ',')) {
         if (out.size() == kMaxSymbols) break;
-        const std::string_view trimmed = TrimBlanks(piece);
+        const std::string_view trimmed = TrimSpace(piece);
         if (!trimmed.empty()) out.push_back(UpperAscii(trimmed));
     }
     return out;
@@ -100,7 +108,7 @@ const char* CommandLineHelp() {
            "  --theme NAME             system, light or dark, for this run\n"
            "  --screenshot FILE        renders the live window without a display and writes a PNG\n"
            "      --seconds N          ... after N seconds (default 4)\n"
-           "      --width N --height N ... of this size (default 1280 by 720)\n"
+           "      --width N --height N ... of this size (default 1320 by 760)\n"
            "      --scale N            ... with N device pixels to a pixel (default 1)\n"
            "      --about              ... with the about box open\n"
            "  --help, --version        this text; the version\n";

@@ -20,7 +20,8 @@ public:
     /// arguments: without the program's own name
     explicit CNorvCommandLineInfo(const std::vector<std::string>& arguments);
 
-    /// The symbols of -symbol: cut at commas, trimmed, upper-cased, empty ones left out, at most kMaxSymbols.
+    /// The symbols of -symbol: cut at commas, trimmed of white space, upper-cased, empty ones left out, at most
+    /// kMaxSymbols.
     std::vector<std::string> Symbols() const;
 
     static constexpr size_t kMaxSymbols = 100;

@@ -6,10 +6,8 @@
 
 namespace vx {
 
-/// The program's name for people, and the product and version under which it starts the feed client.
+/// The program's name for people.
 inline constexpr const char* kProgramName = "Zantrel Watchlist";
-inline constexpr const char* kProductId = "ZANTREL_WATCHLIST";
-inline constexpr const char* kProgramVersion = "1.8.3.0";
 
 /// A main window that holds a session with the feed client and a title made of the program's and the document's.
 ///

@@ -14,9 +14,6 @@ class CRegistry;
 /// Thread  GUI thread only
 class CNorvWinAppEx : public QApplication {
 public:
-    /// Recent files that the menu lists.
-    static constexpr int kRecentFiles = 10;
-
     /// argc and argv must outlive the application.
     CNorvWinAppEx(int& argc, char** argv, CRegistry& registry);
 

@@ -2,6 +2,7 @@
 
 #include "app/AboutDlg.h"
 #include "app/MainFrame.h"
+#include "base/Number.h"
 
 #include <QApplication>
 #include <QImageWriter>
@@ -17,6 +18,8 @@ namespace {
 
 constexpr int kDefaultSeconds = 4;
 constexpr int kMaxSeconds = 3600;
+constexpr double kSmallestScale = 0.5;
+constexpr double kLargestScale = 8;
 
 // The frame, and on top of it the dialog that is open, as a window manager would show them.
 QImage Picture(QWidget& frame) {
@@ -43,7 +46,9 @@ int Save(const QImage& image, const std::string& file) {
 void PrepareScreenshot(const CNorvCommandLineInfo& commandLine) {
     if (commandLine.screenshot.empty()) return;
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    if (!commandLine.scale.empty()) qputenv("QT_SCALE_FACTOR", QByteArray::fromStdString(commandLine.scale));
+    if (commandLine.scale.empty()) return;
+    const double scale = std::clamp(ReadDouble(commandLine.scale), kSmallestScale, kLargestScale);
+    qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
 }
 
 int RunScreenshot(CMainFrame& frame, const CNorvCommandLineInfo& commandLine) {

@@ -19,6 +19,7 @@ CStatusPanes::CStatusPanes(QWidget* parent) : QStatusBar(parent) {
     m_status->setTextFormat(Qt::PlainText);
     m_status->setMinimumWidth(fontMetrics().horizontalAdvance(QString::fromLatin1(kReservedText)));
     m_status->setContentsMargins(6, 0, 6, 0);
+    m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // A long text does not widen the window.
     addWidget(m_status, 1);
     m_feed = AddPane("paneFeed", QStringLiteral("Feed: Not Connected"),
                      tr("What the feed client last said of itself, or how long it has been silent"));

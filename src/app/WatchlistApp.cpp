@@ -5,6 +5,7 @@
 #include "app/Screenshot.h"
 #include "base/Log.h"
 #include "base/MessageBox.h"
+#include "grid/QtText.h"
 #include "settings/LogSettings.h"
 #include "watchlist/WatchlistDoc.h"
 
@@ -13,12 +14,15 @@
 #include <QIcon>
 #include <fmt/format.h>
 
+#include <algorithm>
+
 namespace vx {
 
 namespace {
 
 constexpr int kScreenshotWidth = 1320;
 constexpr int kScreenshotHeight = 760;
+constexpr int kLargestPicture = 8192;
 constexpr qint64 kMaxFileBytes = 256 * 1024 * 1024;
 
 // The starter list is part of the program.
@@ -26,9 +30,12 @@ constexpr const char* kStarterList = ":/starter.vxw";
 
 } // namespace
 
-CWatchlistApp::CWatchlistApp(int& argc, char** argv, CRegistry& registry, const CNorvCommandLineInfo& commandLine)
-    : CNorvWinAppEx(argc, argv, registry), m_commandLine(commandLine), m_configWriter(Profile()),
-      m_settings(m_configWriter) {}
+CWatchlistApp::CWatchlistApp(int& argc, char** argv, CRegistry& registry)
+    : CNorvWinAppEx(argc, argv, registry),
+      m_commandLine(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc)), m_configWriter(Profile()),
+      m_settings(m_configWriter) {
+    m_commandLine.symbol = BytesFromQt(QString::fromLocal8Bit(m_commandLine.symbol));
+}
 
 CWatchlistApp::~CWatchlistApp() = default;
 
@@ -36,15 +43,19 @@ bool CWatchlistApp::InitInstance() {
     StartLog();
     setWindowIcon(QIcon(QStringLiteral(":/watchlist.svg")));
     m_frame = std::make_unique<CMainFrame>(m_settings, m_commandLine);
-    InstallQtMessageBoxes(m_frame.get());
+    const bool picture = !m_commandLine.screenshot.empty();
+    if (!picture) InstallQtMessageBoxes(m_frame.get()); // Nobody could answer a box in a picture: it is printed.
     for (const std::string& option : m_commandLine.unknown)
         LogInformation(fmt::format("Command line: \"{}\" is not understood and was ignored.", option));
-    if (!ProcessShellCommand()) m_frame->Document().NewDocument();
-    if (m_commandLine.screenshot.empty())
-        m_frame->ShowPlaced();
+    if (!ProcessShellCommand()) {
+        if (picture && !m_commandLine.file.empty()) return false;
+        m_frame->Document().NewDocument();
+    }
+    if (picture)
+        m_frame->ShowSized(std::clamp(m_commandLine.width.value_or(kScreenshotWidth), 1, kLargestPicture),
+                           std::clamp(m_commandLine.height.value_or(kScreenshotHeight), 1, kLargestPicture));
     else
-        m_frame->ShowSized(m_commandLine.width.value_or(kScreenshotWidth),
-                           m_commandLine.height.value_or(kScreenshotHeight));
+        m_frame->ShowPlaced();
     return true;
 }
 
@@ -65,7 +76,7 @@ bool CWatchlistApp::ProcessShellCommand() {
     QFile file(path);
     const auto failed = [&](const QString& reason) {
         ShowMessageBox(
-            {fmt::format("The watchlist \"{}\" could not be opened: {}", m_commandLine.file, reason.toStdString()),
+            {fmt::format("The watchlist \"{}\" could not be opened: {}", m_commandLine.file, BytesFromQt(reason)),
              {},
              EBoxButtons::Ok,
              EBoxIcon::Exclamation});
@@ -75,7 +86,7 @@ bool CWatchlistApp::ProcessShellCommand() {
     if (!file.open(QIODevice::ReadOnly)) return failed(file.errorString());
     if (file.size() > kMaxFileBytes) return failed(tr("it is larger than a watchlist can be."));
     const QByteArray text = file.readAll();
-    const std::string title = starter ? std::string() : QFileInfo(path).completeBaseName().toStdString();
+    const std::string title = starter ? std::string() : BytesFromQt(QFileInfo(path).completeBaseName());
     m_frame->Document().OpenText({text.constData(), static_cast<size_t>(text.size())}, title);
     return true;
 }

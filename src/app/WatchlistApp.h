@@ -17,7 +17,8 @@ class CMainFrame;
 /// Thread  GUI thread only
 class CWatchlistApp : public CNorvWinAppEx {
 public:
-    CWatchlistApp(int& argc, char** argv, CRegistry& registry, const CNorvCommandLineInfo& commandLine);
+    /// Reads the command line after the toolkit has taken its own options out of it.
+    CWatchlistApp(int& argc, char** argv, CRegistry& registry);
     ~CWatchlistApp() override;
 
     bool InitInstance() override;

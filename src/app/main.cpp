@@ -1,9 +1,12 @@
 #include "app/NorvCommandLineInfo.h"
-#include "app/NorvMainFrame.h"
 #include "app/Screenshot.h"
 #include "app/WatchlistApp.h"
 #include "base/Log.h"
 #include "base/Registry.h"
+#include "feed/Product.h"
+#include "grid/QtText.h"
+
+#include <algorithm>
 
 #include <cstdio>
 #include <string>
@@ -15,19 +18,24 @@ namespace {
 void LogToolkitMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
     if (type == QtFatalMsg) std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
     vx::Log(type == QtDebugMsg ? vx::ELogCategory::Debug : vx::ELogCategory::Information, vx::ELogDirection::Status,
-            "Toolkit: " + text.toStdString());
+            "Toolkit: " + vx::BytesFromQt(text));
 }
 
-// Without a display the toolkit would end the program with a core dump.
-bool HasDisplay() {
-    return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY") ||
+// Without a display the toolkit would end the program with a core dump. Its own options may name one.
+bool HasDisplay(const std::vector<std::string>& arguments) {
+    const bool named = std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
+        const std::string_view body = std::string_view(argument).substr(argument.rfind("--", 0) == 0 ? 1 : 0);
+        return body.rfind("-platform", 0) == 0 || body.rfind("-display", 0) == 0;
+    });
+    return named || qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY") ||
            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    const vx::CNorvCommandLineInfo commandLine(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc));
+    const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+    const vx::CNorvCommandLineInfo commandLine(arguments);
     if (commandLine.help) {
         std::fputs(vx::CommandLineHelp(), stdout);
         return 0;
@@ -38,7 +46,7 @@ int main(int argc, char** argv) {
     }
     qInstallMessageHandler(LogToolkitMessage);
     vx::PrepareScreenshot(commandLine);
-    if (!HasDisplay()) {
+    if (!HasDisplay(arguments)) {
         std::fputs("zantrel-watchlist: there is no display here; --screenshot FILE renders the live window into a PNG "
                    "instead.\n",
                    stderr);
@@ -46,6 +54,6 @@ int main(int argc, char** argv) {
     }
     QApplication::setApplicationName(QStringLiteral("zantrel-watchlist"));
     QApplication::setApplicationVersion(QString::fromLatin1(vx::kProgramVersion));
-    vx::CWatchlistApp app(argc, argv, vx::CRegistry::CurrentUser(), commandLine);
+    vx::CWatchlistApp app(argc, argv, vx::CRegistry::CurrentUser());
     return app.InitInstance() ? app.Run() : 1;
 }

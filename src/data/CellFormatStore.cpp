@@ -16,20 +16,7 @@ namespace {
 
 constexpr char kPieceEnd = ';';
 
-bool ShowsNumbers(const SFieldEntry* entry) {
-    if (!entry) return false;
-    switch (entry->valueClass) {
-    case EValueClass::Fixed:
-    case EValueClass::Price:
-    case EValueClass::Integer:
-    case EValueClass::Unsigned:
-    case EValueClass::Ratio:
-    case EValueClass::FourPlaces:
-        return true;
-    default:
-        return false;
-    }
-}
+bool ShowsNumbers(const SFieldEntry* entry) { return entry && IsNumberClass(entry->valueClass); }
 
 // Where a row or column stands after one of them moved.
 int PlaceAfterMove(int place, int from, int to) {

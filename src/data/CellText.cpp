@@ -6,7 +6,6 @@
 #include "data/NumberText.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace vx {
 
@@ -85,7 +84,7 @@ size_t Integer(int32_t value, const SFieldEntry& entry, std::span<char, kMostCel
 
 size_t Copy(std::string_view text, std::span<char, kMostCellText> out) {
     const size_t size = std::min(text.size(), out.size());
-    std::memcpy(out.data(), text.data(), size);
+    std::copy_n(text.data(), size, out.data());
     return size;
 }
 

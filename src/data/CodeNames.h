@@ -13,8 +13,8 @@ class CCodeNames {
 public:
     virtual ~CCodeNames() = default;
 
-    /// Loads the markets' names unless they are there already, and says whether they are there now. Every call while
-    /// they are missing tries again: the caller spaces its calls.
+    /// Loads the markets' names unless they are there already, and says whether they are there now. A call while they
+    /// are missing tries again; the caller spaces its calls, and an implementation may pause longer.
     virtual bool EnsureMarketsLoaded() = 0;
     /// The same for the security types.
     virtual bool EnsureSecurityTypesLoaded() = 0;

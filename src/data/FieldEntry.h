@@ -22,6 +22,21 @@ enum class EValueClass : uint8_t {
     FourPlaces = 11 ///< Number, always with four places.
 };
 
+/// Whether values of a class are numbers: shown right aligned, and sorted as numbers.
+constexpr bool IsNumberClass(EValueClass valueClass) {
+    switch (valueClass) {
+    case EValueClass::Fixed:
+    case EValueClass::Price:
+    case EValueClass::Integer:
+    case EValueClass::Unsigned:
+    case EValueClass::Ratio:
+    case EValueClass::FourPlaces:
+        return true;
+    default:
+        return false;
+    }
+}
+
 enum class EFieldGroup : uint8_t { RowNumber, Level1, Fundamental, Own };
 
 /// From where in a symbol's record a column reads.

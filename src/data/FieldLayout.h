@@ -11,16 +11,20 @@
 namespace vx {
 
 /// The ways of the merge; several rules share one.
-enum class EMergeKind : uint8_t { Skip, Number, Whole, Text, Tick, Rare };
+enum class EMergeKind : uint8_t { Skip, Number, Percent, Price, Integer, Unsigned, Text, Tick, Rare };
 
 constexpr EMergeKind MergeKindOf(EParseRule rule) {
     switch (rule) {
     case EParseRule::None:
         return EMergeKind::Skip;
     case EParseRule::Number:
-    case EParseRule::Percent:
-    case EParseRule::Price:
         return EMergeKind::Number;
+    case EParseRule::Percent:
+        return EMergeKind::Percent;
+    case EParseRule::Price:
+        return EMergeKind::Price;
+    case EParseRule::Unsigned:
+        return EMergeKind::Unsigned;
     case EParseRule::Text:
     case EParseRule::Regions:
         return EMergeKind::Text;
@@ -34,9 +38,23 @@ constexpr EMergeKind MergeKindOf(EParseRule rule) {
     case EParseRule::Month:
         return EMergeKind::Rare;
     default:
-        return EMergeKind::Whole;
+        return EMergeKind::Integer;
     }
 }
+
+// What the store wants to know of a message beside its values: that it carried one of these fields. The numbers are
+// bits of SSlot::note; those of the update and of the fundamental layout overlap.
+inline constexpr uint8_t kNoteChange = 1;
+inline constexpr uint8_t kNoteChangeFromOpen = 2;
+inline constexpr uint8_t kNoteContents = 4;
+inline constexpr uint8_t kNoteLastMarket = 8;
+inline constexpr uint8_t kNoteExtendedMarket = 16;
+inline constexpr uint8_t kNoteRecentMarket = 32;
+inline constexpr uint8_t kNoteAnyMarket = kNoteLastMarket | kNoteExtendedMarket | kNoteRecentMarket;
+
+inline constexpr uint8_t kNoteListedMarket = 1;
+inline constexpr uint8_t kNoteSecurityType = 2;
+inline constexpr uint8_t kNoteSecuritySubType = 4;
 
 /// One comma-separated field of a data line: how it is read and where in the record's block it goes.
 struct SSlot {
@@ -44,6 +62,7 @@ struct SSlot {
     EMergeKind kind = EMergeKind::Skip;
     uint8_t value = 0; ///< Index of its value and direction.
     uint8_t extra = 0; ///< Index of its text where the rule keeps one; of a split's date among the values.
+    uint8_t note = 0;  ///< One of the bits above, or 0.
 };
 
 namespace layout {
@@ -60,7 +79,7 @@ template <size_t kSize> constexpr std::array<SSlot, kSize> FromRules(const std::
     uint8_t texts = 0;
     uint8_t splits = 0;
     for (size_t i = 1; i < kSize; ++i) {
-        slots[i] = {rules[i], MergeKindOf(rules[i]), static_cast<uint8_t>(i), 0};
+        slots[i] = {rules[i], MergeKindOf(rules[i]), static_cast<uint8_t>(i), 0, 0};
         if (KeepsText(rules[i])) slots[i].extra = texts++;
         if (rules[i] == EParseRule::Split) slots[i].extra = static_cast<uint8_t>(kSize + splits++);
     }
@@ -78,6 +97,12 @@ inline constexpr std::array kUpdateLayout = [] {
     std::array<SSlot, kUpdateFieldCount + 1> slots{};
     for (size_t i = 0; i < named.size(); ++i) slots[i] = named[i];
     slots.back() = slots[UpdateSlot("Decimal Precision")];
+    slots[UpdateSlot("Change")].note = kNoteChange;
+    slots[UpdateSlot("Change From Open")].note = kNoteChangeFromOpen;
+    slots[UpdateSlot("Message Contents")].note = kNoteContents;
+    slots[UpdateSlot("Last Market Center")].note = kNoteLastMarket;
+    slots[UpdateSlot("Extended Trade Market Center")].note = kNoteExtendedMarket;
+    slots[UpdateSlot("Most Recent Trade Market Center")].note = kNoteRecentMarket;
     return slots;
 }();
 
@@ -86,7 +111,11 @@ inline constexpr std::array kFundamentalLayout = [] {
     for (size_t row = 0; row < kFundamentalColumnCount; ++row)
         if (kFundamentalFields[row].rule != EParseRule::None)
             rules[FundamentalSlotOfRow(row)] = kFundamentalFields[row].rule;
-    return layout::FromRules(rules);
+    auto slots = layout::FromRules(rules);
+    slots[FundamentalSlot("Listed Market")].note = kNoteListedMarket;
+    slots[FundamentalSlot("Security Type")].note = kNoteSecurityType;
+    slots[FundamentalSlot("Security SubType")].note = kNoteSecuritySubType;
+    return slots;
 }();
 
 inline constexpr std::array kRegionLayout = [] {

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 namespace vx {
 
@@ -27,14 +28,19 @@ size_t SkipSpaceAndSign(std::string_view text) {
 
 // Up to three integers with "/" between them, as far as the text goes; the rest stay 0.
 std::array<int32_t, 3> ReadSlashed(std::string_view text, size_t wanted) {
+    constexpr int64_t kMost = std::numeric_limits<int32_t>::max();
     std::array<int32_t, 3> parts{};
+    size_t at = 0;
     for (size_t i = 0; i < wanted; ++i) {
-        size_t end = SkipSpaceAndSign(text);
-        if (end == text.size() || !IsDigit(text[end])) break;
-        while (end < text.size() && IsDigit(text[end])) ++end;
-        parts[i] = ReadInt32(text.substr(0, end));
-        if (end == text.size() || text[end] != '/') break;
-        text.remove_prefix(end + 1);
+        at += SkipSpaceAndSign(text.substr(at));
+        const bool minus = at > 0 && text[at - 1] == '-';
+        const size_t first = at;
+        int64_t value = 0;
+        for (; at < text.size() && IsDigit(text[at]); ++at) value = std::min(value * 10 + (text[at] - '0'), kMost + 1);
+        if (at == first) break;
+        parts[i] = static_cast<int32_t>(minus ? -value : std::min(value, kMost));
+        if (at == text.size() || text[at] != '/') break;
+        ++at;
     }
     return parts;
 }

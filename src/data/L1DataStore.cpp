@@ -121,12 +121,14 @@ sRegQuoteData& CL1DataStore::AddRegion(CL1SymbolRec& record, std::string_view fu
 
 void CL1DataStore::RemoveRecord(CL1SymbolRec& record) {
     if (record.m_stray) Adopt(record);
-    for (const auto& region : record.m_regions) m_byNumber.erase(region->Ids().id2);
+    while (!record.m_regions.empty()) RemoveRegion(record, *record.m_regions.back());
+    record.RemoveAllListeners();
     m_byNumber.erase(record.Ids().id2);
     m_records.Remove(record.Symbol());
 }
 
-void CL1DataStore::RemoveRegion(CL1SymbolRec& record, const CSymbolRec& region) {
+void CL1DataStore::RemoveRegion(CL1SymbolRec& record, CSymbolRec& region) {
+    region.RemoveAllListeners();
     m_byNumber.erase(region.Ids().id2);
     std::erase_if(record.m_regions, [&](const auto& each) { return each.get() == &region; });
 }

@@ -49,7 +49,7 @@ public:
     void Unwatch(std::string_view symbol, CChangeQueue& listener);
     /// The feed does not know the symbol: its record and regional quotes go, and the feed is not told.
     void Forget(std::string_view symbol);
-    /// Takes a listener off everything it watches, as it must before it is destroyed.
+    /// Takes a listener off everything it watches, as must be done before it is destroyed while the store lives on.
     void RemoveListener(CChangeQueue& listener);
 
     /// Sends the watch command again for every symbol that somebody watches, once per turn of the event loop and only
@@ -93,7 +93,7 @@ private:
     CL1SymbolRec& AddRecord(std::string_view symbol);
     sRegQuoteData& AddRegion(CL1SymbolRec& record, std::string_view fullName);
     void RemoveRecord(CL1SymbolRec& record);
-    void RemoveRegion(CL1SymbolRec& record, const CSymbolRec& region);
+    void RemoveRegion(CL1SymbolRec& record, CSymbolRec& region);
     CL1SymbolRec& AddStray(std::string_view symbol);
     void Adopt(CL1SymbolRec& record);
     void ReleaseIfUnwanted(CL1SymbolRec& record);
@@ -106,8 +106,8 @@ private:
     void DrainBeforeChange(std::string_view symbol);
     CL1SymbolRec* MergeQuote(std::string_view line, SMergeNotes& notes);
     void FinishMerge(CL1SymbolRec& record, const SMergeNotes& notes);
-    void NameMarkets(CL1SymbolRec& record, const SMergeNotes& notes);
-    void NameFundamentalCodes(CL1SymbolRec& record, bool market, bool type, bool subType);
+    void NameMarket(CL1SymbolRec& record, size_t slot);
+    void NameFundamentalCodes(CL1SymbolRec& record, unsigned carried);
     bool HaveMarkets() { return m_markets.done || LoadMarkets(); }
     bool LoadMarkets();
     bool HaveSecurityTypes() { return m_securityTypes.done || LoadSecurityTypes(); }

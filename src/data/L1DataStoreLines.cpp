@@ -14,6 +14,12 @@ constexpr char kQualifyingTrade = 'C'; ///< In the message contents.
 
 constexpr size_t kContents = UpdateSlot("Message Contents");
 
+// Asks for a record's memory before the merge walks over it: with many symbols little of it is in the caches, and the
+// lines can come all at once.
+inline void Prefetch(const void* memory, size_t size) {
+    for (size_t at = 0; at < size; at += 64) __builtin_prefetch(static_cast<const char*>(memory) + at, 1);
+}
+
 bool IsDataLine(std::string_view line) { return line.size() > kFirstFieldOffset && line[1] == ','; }
 
 // Market ids are numbers of a few digits; everything else is left to the lenient reader.
@@ -27,12 +33,9 @@ int32_t ReadMarketId(std::string_view text) {
 }
 
 // Changes are coloured by their sign, not by whether they grew.
-void ColourBySign(CQuoteData& quote, const SMergeNotes& notes) {
-    for (const size_t slot : {UpdateSlot("Change"), UpdateSlot("Change From Open")}) {
-        if (!notes.Carried(slot)) continue;
-        const double value = quote.Number(slot);
-        quote.SetDirection(slot, value > 0 ? EDirection::Up : value < 0 ? EDirection::Down : EDirection::Unchanged);
-    }
+void ColourBySign(CQuoteData& quote, size_t slot) {
+    const double value = quote.Number(slot);
+    quote.SetDirection(slot, value > 0 ? EDirection::Up : value < 0 ? EDirection::Down : EDirection::Unchanged);
 }
 
 void Flatten(CQuoteData& quote) {
@@ -85,8 +88,9 @@ void CL1DataStore::OnUpdate(std::string_view line) {
     SMergeNotes notes;
     CL1SymbolRec* record = MergeQuote(line, notes);
     if (!record) return;
-    ColourBySign(record->m_quote, notes);
-    if (record->m_history && notes.Carried(kContents) &&
+    if (notes.Carried(kNoteChange)) ColourBySign(record->m_quote, UpdateSlot("Change"));
+    if (notes.Carried(kNoteChangeFromOpen)) ColourBySign(record->m_quote, UpdateSlot("Change From Open"));
+    if (record->m_history && notes.Carried(kNoteContents) &&
         record->m_quote.Text(kContents).find(kQualifyingTrade) != std::string_view::npos)
         AddTrade(*record->m_history, record->m_quote);
     FinishMerge(*record, notes);
@@ -109,9 +113,7 @@ void CL1DataStore::OnFundamental(std::string_view line) {
     CL1SymbolRec& record = RecordForLine(symbol);
     SMergeNotes notes;
     m_kernel.merge(line, cut, record.m_fundamentals.Slots(), notes);
-    NameFundamentalCodes(record, notes.Carried(FundamentalSlot("Listed Market")),
-                         notes.Carried(FundamentalSlot("Security Type")),
-                         notes.Carried(FundamentalSlot("Security SubType")));
+    NameFundamentalCodes(record, notes.carried);
     record.m_updated = record.m_hasData = true;
     record.NotifyAll(); // Rows of regional quotes show the fundamentals too.
 }
@@ -148,8 +150,13 @@ CL1SymbolRec* CL1DataStore::MergeQuote(std::string_view line, SMergeNotes& notes
     const std::string_view symbol = cut.Symbol(line);
     if (symbol.empty()) return nullptr;
     CL1SymbolRec& record = RecordForLine(symbol);
+    Prefetch(&record.m_quote, sizeof(record.m_quote));
     m_kernel.merge(line, cut, record.m_quote.Slots(), notes);
-    NameMarkets(record, notes);
+    if (notes.Carried(kNoteAnyMarket)) {
+        if (notes.Carried(kNoteLastMarket)) NameMarket(record, UpdateSlot("Last Market Center"));
+        if (notes.Carried(kNoteExtendedMarket)) NameMarket(record, UpdateSlot("Extended Trade Market Center"));
+        if (notes.Carried(kNoteRecentMarket)) NameMarket(record, UpdateSlot("Most Recent Trade Market Center"));
+    }
     return &record;
 }
 
@@ -186,26 +193,23 @@ void CL1DataStore::DrainBeforeChange(std::string_view symbol) {
 }
 
 // Market centres arrive as ids; the record keeps the names in the same fields.
-void CL1DataStore::NameMarkets(CL1SymbolRec& record, const SMergeNotes& notes) {
-    for (const size_t slot : {UpdateSlot("Last Market Center"), UpdateSlot("Extended Trade Market Center"),
-                              UpdateSlot("Most Recent Trade Market Center")}) {
-        if (!notes.Carried(slot)) continue;
-        const int32_t id = ReadMarketId(record.m_quote.Text(slot));
-        const bool named = id >= 0 && id < kMarketCount && HaveMarkets();
-        record.m_quote.SetText(slot, named ? m_names->MarketName(id) : std::string_view{});
-    }
+void CL1DataStore::NameMarket(CL1SymbolRec& record, size_t slot) {
+    const int32_t id = ReadMarketId(record.m_quote.Text(slot));
+    const bool named = id >= 0 && id < kMarketCount && HaveMarkets();
+    record.m_quote.SetText(slot, named ? m_names->MarketName(id) : std::string_view{});
 }
 
-void CL1DataStore::NameFundamentalCodes(CL1SymbolRec& record, bool market, bool type, bool subType) {
+void CL1DataStore::NameFundamentalCodes(CL1SymbolRec& record, unsigned carried) {
     constexpr size_t kMarket = FundamentalSlot("Listed Market");
     constexpr size_t kType = FundamentalSlot("Security Type");
     constexpr size_t kTypeName = FundamentalSlot("Security Type Name");
     constexpr size_t kSubType = FundamentalSlot("Security SubType");
     CFundamentalData& data = record.m_fundamentals;
-    if (market && HaveMarkets())
+    if ((carried & kNoteListedMarket) != 0 && HaveMarkets())
         data.SetText(FundamentalSlot("Listed Market Name"), m_names->MarketName(data.Integer(kMarket)));
-    if (type && HaveSecurityTypes()) data.SetText(kTypeName, m_names->SecurityTypeName(data.Integer(kType)));
-    if ((type || subType) && data.Direction(kSubType) != EDirection::NeverSet)
+    if ((carried & kNoteSecurityType) != 0 && HaveSecurityTypes())
+        data.SetText(kTypeName, m_names->SecurityTypeName(data.Integer(kType)));
+    if ((carried & (kNoteSecurityType | kNoteSecuritySubType)) != 0 && data.Direction(kSubType) != EDirection::NeverSet)
         data.SetText(FundamentalSlot("Security SubType Name"),
                      SubTypeName(data.Text(kTypeName), data.Integer(kSubType)));
 }
@@ -227,11 +231,15 @@ template <typename TLoad> bool CL1DataStore::Load(SLoad& state, TLoad load) {
         state.nextTryMs = CClock::Instance().MonotonicMs() + kLoadRetryMs;
         return false;
     }
+    // The tables mostly come together, and nobody may ask for the other one again for long.
+    if (!m_markets.done) m_markets.done = m_names->EnsureMarketsLoaded();
+    if (!m_securityTypes.done) m_securityTypes.done = m_names->EnsureSecurityTypesLoaded();
     // Records that came while the names could not be loaded have been waiting for them.
     m_records.ForEach([&](CL1SymbolRec& record) {
         const auto known = [&](size_t slot) { return record.m_fundamentals.Direction(slot) != EDirection::NeverSet; };
-        NameFundamentalCodes(record, m_markets.done && known(FundamentalSlot("Listed Market")),
-                             m_securityTypes.done && known(FundamentalSlot("Security Type")), false);
+        const bool market = m_markets.done && known(FundamentalSlot("Listed Market"));
+        const bool type = m_securityTypes.done && known(FundamentalSlot("Security Type"));
+        NameFundamentalCodes(record, (market ? kNoteListedMarket : 0u) | (type ? kNoteSecurityType : 0u));
     });
     return true;
 }

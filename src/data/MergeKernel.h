@@ -20,6 +20,7 @@ struct SCutLine {
     static constexpr size_t kRoom = kMostSlots + 64;
 
     size_t count = 0;
+    bool hasBlanks = false;             ///< Some blank stands in the line; without one there is nothing to trim.
     std::array<uint32_t, kRoom> begins; ///< Offsets into the line.
     std::array<uint32_t, kRoom> ends;
     std::array<uint32_t, kRoom> slots; ///< Positions among all fields, empty ones included.
@@ -37,17 +38,10 @@ enum class EPriceWord : uint8_t { None, Price, NotFound };
 
 /// What a merge came across.
 struct SMergeNotes {
-    uint64_t carriedLow = 0;  ///< One bit for each of the first 64 slots that held more than blanks.
-    uint64_t carriedHigh = 0; ///< The same for the slots behind them.
+    uint8_t carried = 0; ///< The notes of all slots that held more than blanks.
     EPriceWord priceWord = EPriceWord::None;
 
-    void Carry(size_t slot) {
-        const uint64_t bit = uint64_t{1} << (slot % 64);
-        carriedLow |= slot < 64 ? bit : 0;
-        carriedHigh |= slot < 64 ? 0 : bit;
-    }
-
-    bool Carried(size_t slot) const { return ((slot < 64 ? carriedLow : carriedHigh) >> (slot % 64) & 1) != 0; }
+    bool Carried(unsigned note) const { return (carried & note) != 0; }
 };
 
 /// One implementation of the two steps that every data line goes through. All of them give the same results, bit for

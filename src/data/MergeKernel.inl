@@ -1,7 +1,7 @@
 // The merge, written once and compiled for each instruction set. The including file is inside an unnamed namespace of
 // vx and has defined before
 //   ZW_TARGET                               the attribute of every function, empty or the instruction set
-//   uint64_t Commas64(const char*)          one bit for each of 64 bytes that is a comma
+//   SBlock ReadBlock(const char*)           what stands in 64 bytes
 //   bool ReadPlain(const char* line, const char* first, const char* last, SPlainNumber&)
 //                                           reads a text that is nothing but an optional sign and 1 to 15 digits with
 //                                           at most one point among them; any other text gives false
@@ -24,58 +24,55 @@ template <typename TNumber> ZW_TARGET inline void Set(TNumber& slot, EDirection&
     slot = now;
 }
 
-ZW_TARGET inline uint64_t TailCommas(std::string_view line, size_t from) {
+ZW_TARGET inline SBlock TailBlock(std::string_view line, size_t from) {
     const size_t left = line.size() - from;
-    if (line.size() >= 64) return Commas64(line.data() + line.size() - 64) >> (64 - left);
-    char block[64] = {};
-    std::memcpy(block, line.data() + from, left);
-    return Commas64(block);
+    if (line.size() >= 64) {
+        const SBlock block = ReadBlock(line.data() + line.size() - 64);
+        return {block.commas >> (64 - left), block.hasBlanks};
+    }
+    char copy[64] = {};
+    std::memcpy(copy, line.data() + from, left);
+    return ReadBlock(copy);
 }
 
-// Writes the position of every set bit, four at a time: what is written too much is written over later, and the number
-// of rounds is easier to foresee than the number of bits.
-ZW_TARGET inline size_t WritePositions(uint64_t bits, size_t from, uint32_t* out) {
-    const auto count = static_cast<size_t>(std::popcount(bits));
+// Writes the fields that end at the set bits, four at a time: what is written too much is written over later, and the
+// number of rounds is easier to foresee than the number of bits.
+ZW_TARGET inline size_t WriteFields(uint64_t ends, uint64_t commas, size_t from, size_t slot, size_t at,
+                                    SCutLine& out) {
+    const auto count = static_cast<size_t>(std::popcount(ends));
     for (size_t done = 0; done < count; done += 4)
-        for (size_t i = 0; i < 4; ++i) {
-            out[done + i] = static_cast<uint32_t>(from) + static_cast<uint32_t>(std::countr_zero(bits));
-            bits &= bits - 1;
+        for (size_t i = at + done; i < at + done + 4; ++i) {
+            const uint64_t before = commas & (ends - 1) & ~ends;
+            out.ends[i] = static_cast<uint32_t>(from) + static_cast<uint32_t>(std::countr_zero(ends));
+            out.begins[i] = static_cast<uint32_t>(from) + 64 - static_cast<uint32_t>(std::countl_zero(before));
+            out.slots[i] = static_cast<uint32_t>(slot) + static_cast<uint32_t>(std::popcount(before));
+            ends &= ends - 1;
         }
     return count;
 }
 
-ZW_TARGET inline void WriteStarts(uint64_t bits, uint64_t commas, size_t from, size_t slot, uint32_t* begins,
-                                  uint32_t* slots) {
-    const auto count = static_cast<size_t>(std::popcount(bits));
-    for (size_t done = 0; done < count; done += 4)
-        for (size_t i = 0; i < 4; ++i) {
-            begins[done + i] = static_cast<uint32_t>(from) + static_cast<uint32_t>(std::countr_zero(bits));
-            const uint64_t before = commas & (bits - 1);
-            slots[done + i] = static_cast<uint32_t>(slot) + static_cast<uint32_t>(std::popcount(before));
-            bits &= bits - 1;
-        }
-}
-
 ZW_TARGET void Cut(std::string_view line, size_t slots, SCutLine& out) {
-    size_t begun = 0;
-    size_t ended = 0;
+    size_t count = 0;
     size_t slot = 0;
-    uint64_t afterComma = 1; // Whether the block starts right behind a comma.
+    size_t begin = kFirstFieldOffset; // Of the field that is open at the start of the block.
+    uint64_t afterComma = 1;          // Whether the block starts right behind a comma.
+    bool hasBlanks = false;
     for (size_t from = kFirstFieldOffset; from < line.size() && slot < slots; from += 64) {
-        const size_t left = line.size() - from;
-        const uint64_t commas = left >= 64 ? Commas64(line.data() + from) : TailCommas(line, from);
-        const uint64_t behind = commas << 1 | afterComma;
-        const uint64_t inside = left >= 64 ? ~uint64_t{0} : (uint64_t{1} << left) - 1;
-        const uint64_t starts = ~commas & behind & inside;
-        WriteStarts(starts, commas, from, slot, out.begins.data() + begun, out.slots.data() + begun);
-        begun += static_cast<size_t>(std::popcount(starts));
-        ended += WritePositions(commas & ~behind, from, out.ends.data() + ended);
+        const SBlock block = line.size() - from >= 64 ? ReadBlock(line.data() + from) : TailBlock(line, from);
+        hasBlanks |= block.hasBlanks;
+        const uint64_t commas = block.commas;
+        const uint64_t ends = commas & ~(commas << 1 | afterComma);
+        const size_t found = WriteFields(ends, commas, from, slot, count, out);
+        // A field that ends at the block's first comma began before the block, or at its start.
+        if ((commas & (0 - commas) & ends) != 0) out.begins[count] = static_cast<uint32_t>(begin);
+        count += found;
         slot += static_cast<size_t>(std::popcount(commas));
+        if (commas != 0) begin = from + 64 - static_cast<size_t>(std::countl_zero(commas));
         afterComma = commas >> 63;
     }
-    // The text behind the last comma has begun and not ended.
-    while (ended > 0 && out.slots[ended - 1] >= slots) --ended;
-    out.count = ended;
+    while (count > 0 && out.slots[count - 1] >= slots) --count;
+    out.count = count;
+    out.hasBlanks = hasBlanks;
 }
 
 ZW_TARGET inline bool Trim(const char*& first, const char*& last) {
@@ -84,33 +81,37 @@ ZW_TARGET inline bool Trim(const char*& first, const char*& last) {
     return first != last;
 }
 
-ZW_TARGET inline void MergeNumber(const char* line, const char* first, const char* last, EParseRule rule, double& slot,
+template <EMergeKind kKind>
+ZW_TARGET inline void MergeNumber(const char* line, const char* first, const char* last, double& slot,
                                   EDirection& direction, EPriceWord& priceWord) {
-    const double scale = rule == EParseRule::Percent ? 100.0 : 1.0;
     SPlainNumber plain;
+    double number;
     if (ReadPlain(line, first, last, plain)) {
-        priceWord = rule == EParseRule::Price ? EPriceWord::Price : priceWord;
-        Set(slot, direction, PlainDouble(plain) * scale);
-        return;
+        if constexpr (kKind == EMergeKind::Price) priceWord = EPriceWord::Price;
+        number = PlainDouble(plain);
+    } else {
+        const std::string_view text{first, static_cast<size_t>(last - first)};
+        if constexpr (kKind == EMergeKind::Price) {
+            const EPriceWord word = slowpath::ClassifyPrice(text);
+            if (word != EPriceWord::None) priceWord = word;
+            if (word == EPriceWord::NotFound) return;
+        }
+        number = ReadDouble(text);
     }
-    const std::string_view text{first, static_cast<size_t>(last - first)};
-    if (rule == EParseRule::Price) {
-        const EPriceWord word = slowpath::ClassifyPrice(text);
-        if (word != EPriceWord::None) priceWord = word;
-        if (word == EPriceWord::NotFound) return;
-    }
-    Set(slot, direction, ReadDouble(text) * scale);
+    if constexpr (kKind == EMergeKind::Percent) number *= 100.0;
+    Set(slot, direction, number);
 }
 
-ZW_TARGET inline int64_t ReadWhole(const char* line, const char* first, const char* last, bool isUnsigned) {
+template <typename TInteger> ZW_TARGET inline int64_t ReadWhole(const char* line, const char* first, const char* last) {
     SPlainNumber plain;
-    if (ReadPlain(line, first, last, plain) && plain.whole) {
-        const int64_t least = isUnsigned ? 0 : std::numeric_limits<int32_t>::min();
-        const int64_t most = isUnsigned ? std::numeric_limits<uint32_t>::max() : std::numeric_limits<int32_t>::max();
-        return std::clamp(PlainWhole(plain), least, most);
-    }
+    if (ReadPlain(line, first, last, plain) && plain.whole)
+        return std::clamp<int64_t>(PlainWhole(plain), std::numeric_limits<TInteger>::min(),
+                                   std::numeric_limits<TInteger>::max());
     const std::string_view text{first, static_cast<size_t>(last - first)};
-    return isUnsigned ? int64_t{ReadUInt32(text)} : int64_t{ReadInt32(text)};
+    if constexpr (std::is_signed_v<TInteger>)
+        return ReadInt32(text);
+    else
+        return ReadUInt32(text);
 }
 
 ZW_TARGET void Merge(std::string_view line, const SCutLine& cut, const SFieldSlots& block, SMergeNotes& notes) {
@@ -121,21 +122,30 @@ ZW_TARGET void Merge(std::string_view line, const SCutLine& cut, const SFieldSlo
     const char* const begin = line.data();
     const char* const end = begin + line.size();
     const size_t count = cut.count;
+    const bool hasBlanks = cut.hasBlanks;
     SMergeNotes seen;
     for (size_t i = 0; i < count; ++i) {
-        const size_t position = cut.slots[i];
-        const SSlot& slot = layout[position];
+        const SSlot& slot = layout[cut.slots[i]];
         const char* first = begin + cut.begins[i];
         const char* last = begin + cut.ends[i];
-        if ((*first == ' ' || last[-1] == ' ') && !Trim(first, last)) continue;
-        seen.Carry(position);
+        if (hasBlanks && !Trim(first, last)) continue;
+        seen.carried = static_cast<uint8_t>(seen.carried | slot.note);
         EDirection& direction = directions[slot.value];
         switch (slot.kind) {
         case EMergeKind::Number:
-            MergeNumber(begin, first, last, slot.rule, values[slot.value].number, direction, seen.priceWord);
+            MergeNumber<EMergeKind::Number>(begin, first, last, values[slot.value].number, direction, seen.priceWord);
             break;
-        case EMergeKind::Whole:
-            Set(values[slot.value].whole, direction, ReadWhole(begin, first, last, slot.rule == EParseRule::Unsigned));
+        case EMergeKind::Percent:
+            MergeNumber<EMergeKind::Percent>(begin, first, last, values[slot.value].number, direction, seen.priceWord);
+            break;
+        case EMergeKind::Price:
+            MergeNumber<EMergeKind::Price>(begin, first, last, values[slot.value].number, direction, seen.priceWord);
+            break;
+        case EMergeKind::Integer:
+            Set(values[slot.value].whole, direction, ReadWhole<int32_t>(begin, first, last));
+            break;
+        case EMergeKind::Unsigned:
+            Set(values[slot.value].whole, direction, ReadWhole<uint32_t>(begin, first, last));
             break;
         case EMergeKind::Text: {
             const std::string_view text{first, static_cast<size_t>(last - first)};
@@ -148,7 +158,7 @@ ZW_TARGET void Merge(std::string_view line, const SCutLine& cut, const SFieldSlo
             break;
         }
         case EMergeKind::Tick:
-            slowpath::MergeTick(ReadWhole(begin, first, last, false), slot, block);
+            slowpath::MergeTick(ReadWhole<int32_t>(begin, first, last), slot, block);
             break;
         case EMergeKind::Rare:
             slowpath::MergeRareField({first, static_cast<size_t>(last - first)}, slot, block);

@@ -3,14 +3,15 @@
 #if defined(__x86_64__)
 
 #include "base/Number.h"
+#include "data/KernelTypes.h"
 #include "data/MergeSlowPath.h"
-#include "data/PlainNumber.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
 #include <immintrin.h>
 #include <limits>
+#include <type_traits>
 
 namespace vx {
 
@@ -18,13 +19,15 @@ namespace {
 
 #define ZW_TARGET __attribute__((target("avx2,bmi,bmi2,lzcnt,popcnt")))
 
-ZW_TARGET inline uint64_t Commas64(const char* bytes) {
+ZW_TARGET inline SBlock ReadBlock(const char* bytes) {
     const __m256i comma = _mm256_set1_epi8(',');
+    const __m256i blank = _mm256_set1_epi8(' ');
     const __m256i low = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(bytes));
     const __m256i high = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(bytes + 32));
     const auto lowMask = static_cast<uint32_t>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(low, comma)));
     const auto highMask = static_cast<uint32_t>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(high, comma)));
-    return uint64_t{highMask} << 32 | lowMask;
+    const __m256i blanks = _mm256_or_si256(_mm256_cmpeq_epi8(low, blank), _mm256_cmpeq_epi8(high, blank));
+    return {uint64_t{highMask} << 32 | lowMask, _mm256_testz_si256(blanks, blanks) == 0};
 }
 
 // By the place of the point among sixteen bytes; 16 stands for none.
@@ -75,24 +78,21 @@ ZW_TARGET inline __m128i KeepLast(unsigned count) {
 
 // Without a branch but for the texts that are no plain number: signs, lengths and points follow no pattern.
 ZW_TARGET inline bool ReadPlain(const char* line, const char* first, const char* last, SPlainNumber& out) {
+    constexpr char kPointLessZero = '.' - '0';
     const bool minus = *first == '-';
-    const bool plus = *first == '+';
-    first += static_cast<int>(minus) | static_cast<int>(plus);
+    first += static_cast<int>(minus);
     const auto size = static_cast<unsigned>(last - first);
-    if (size - 1 > kMostPlainDigits) return false; // None, or more than 16 bytes.
-    const __m128i bytes = LoadEndingAt(line, first, last);
-    const auto points = static_cast<unsigned>(
-        _mm_movemask_epi8(_mm_and_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('.')), KeepLast(size))));
-    const unsigned count = size - static_cast<unsigned>(std::popcount(points));
+    if (size - 1 >= kMostPlainDigits) return false; // None, or too many.
+    const __m128i shown = _mm_sub_epi8(LoadEndingAt(line, first, last), _mm_set1_epi8('0'));
+    const __m128i kept = _mm_and_si128(shown, KeepLast(size));
+    const auto points = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(kept, _mm_set1_epi8(kPointLessZero))));
     const auto point = static_cast<unsigned>(std::countr_zero(points | 1u << kNoPoint));
-
-    const __m128i row = _mm_load_si128(reinterpret_cast<const __m128i*>(kPoint.closeGap[point]));
-    const __m128i closed = _mm_sub_epi8(_mm_shuffle_epi8(bytes, row), _mm_set1_epi8('0'));
     // With two points, one of them stays in the text and is no digit.
-    const __m128i digits = _mm_and_si128(closed, KeepLast(size - (points != 0 ? 1 : 0)));
+    const __m128i row = _mm_load_si128(reinterpret_cast<const __m128i*>(kPoint.closeGap[point]));
+    const __m128i digits = _mm_shuffle_epi8(kept, row);
     const __m128i nine = _mm_set1_epi8(9);
-    const bool allDigits = _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_max_epu8(digits, nine), nine)) == 0xFFFF;
-    if (!allDigits || count - 1 >= kMostPlainDigits) return false;
+    const int areDigits = _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_max_epu8(digits, nine), nine));
+    if (areDigits != 0xFFFF || size + point == kNoPoint) return false; // The second: the point comes first.
     out.digits = SumDigits(digits);
     out.divisor = kPoint.divisor[point];
     out.whole = point >= 15;

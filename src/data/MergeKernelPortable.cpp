@@ -1,13 +1,14 @@
 #include "data/MergeKernel.h"
 
 #include "base/Number.h"
+#include "data/KernelTypes.h"
 #include "data/MergeSlowPath.h"
-#include "data/PlainNumber.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
 #include <limits>
+#include <type_traits>
 
 namespace vx {
 
@@ -15,21 +16,27 @@ namespace {
 
 #define ZW_TARGET
 
-static_assert(std::endian::native == std::endian::little, "Commas64 takes the lowest byte of a word as the first");
+static_assert(std::endian::native == std::endian::little, "ReadBlock takes the lowest byte of a word as the first");
 
-uint64_t Commas64(const char* bytes) {
-    constexpr uint64_t kEachByte = 0x0101010101010101;
+constexpr uint64_t kEachByte = 0x0101010101010101;
+
+// 0x80 in each byte of the word that is the character.
+uint64_t Hits(uint64_t word, char c) {
     constexpr uint64_t kLowBits = 0x7F * kEachByte;
+    const uint64_t x = word ^ kEachByte * static_cast<unsigned char>(c);
+    return ~(((x & kLowBits) + kLowBits) | x | kLowBits);
+}
+
+SBlock ReadBlock(const char* bytes) {
     constexpr uint64_t kGather = 0x0102040810204080; ///< Moves the low bit of byte i to bit 56 + i.
-    uint64_t mask = 0;
-    for (int word = 0; word < 8; ++word) {
-        uint64_t x;
-        std::memcpy(&x, bytes + word * 8, 8);
-        x ^= kEachByte * static_cast<uint64_t>(',');
-        const uint64_t hits = ~(((x & kLowBits) + kLowBits) | x | kLowBits); // 0x80 in each byte that was a comma
-        mask |= ((hits >> 7) * kGather >> 56) << (word * 8);
+    SBlock block{0, false};
+    for (int i = 0; i < 8; ++i) {
+        uint64_t word;
+        std::memcpy(&word, bytes + i * 8, 8);
+        block.commas |= ((Hits(word, ',') >> 7) * kGather >> 56) << (i * 8);
+        block.hasBlanks |= Hits(word, ' ') != 0;
     }
-    return mask;
+    return block;
 }
 
 bool ReadPlain(const char* /*line*/, const char* first, const char* last, SPlainNumber& out) {

@@ -27,24 +27,21 @@ void CSymbolMap::Add(std::string_view symbol, uint32_t row, uint32_t flag) {
         ++m_count;
     }
     data->flag = flag;
-    const auto place = std::lower_bound(data->rows.begin(), data->rows.end(), row);
-    if (place == data->rows.end() || *place != row) data->rows.insert(place, row);
+    data->rows.Insert(row);
 }
 
 bool CSymbolMap::Remove(std::string_view symbol, uint32_t row) {
     SYMBOL_DATA* data = Entry(symbol);
-    if (!data) return false;
-    const auto place = std::lower_bound(data->rows.begin(), data->rows.end(), row);
-    if (place == data->rows.end() || *place != row) return false;
-    data->rows.erase(place);
+    if (!data || !data->rows.Erase(row)) return false;
     if (data->rows.empty()) Erase(symbol);
     return true;
 }
 
-std::vector<uint32_t> CSymbolMap::RemoveSymbol(std::string_view symbol) {
+CRowList CSymbolMap::RemoveSymbol(std::string_view symbol) {
     SYMBOL_DATA* data = Entry(symbol);
     if (!data) return {};
-    std::vector<uint32_t> rows = std::move(data->rows);
+    CRowList rows;
+    std::swap(rows, data->rows);
     Erase(symbol);
     return rows;
 }

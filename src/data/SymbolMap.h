@@ -1,5 +1,7 @@
 #pragma once
 
+#include "data/RowList.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -10,9 +12,9 @@ namespace vx {
 
 /// One symbol of a document and the rows where it stands.
 struct SYMBOL_DATA {
-    std::string symbol;         ///< Without blanks around it, at least one character.
-    std::vector<uint32_t> rows; ///< Grid row numbers in rising order, each once; at least one.
-    uint32_t flag = 0;          ///< As given when the symbol was last added; 1 when a file put it there.
+    std::string symbol; ///< Without blanks around it, at least one character.
+    CRowList rows;      ///< Grid row numbers; at least one.
+    uint32_t flag = 0;  ///< As given when the symbol was last added; 1 when a file put it there.
 };
 
 /// The symbols that share one hash.
@@ -30,8 +32,22 @@ public:
     /// Takes a row from a symbol, and the symbol with its last row; false when it did not stand there.
     bool Remove(std::string_view symbol, uint32_t row);
     /// Takes a symbol off all its rows and returns them.
-    std::vector<uint32_t> RemoveSymbol(std::string_view symbol);
+    CRowList RemoveSymbol(std::string_view symbol);
     void Clear();
+
+    /// Gives every row the number newRow(row), 0 to drop it; no two rows may get the same one.
+    ///
+    /// Returns the symbols that stand nowhere any more, in no particular order
+    template <typename NewRow> std::vector<std::string> Renumber(NewRow&& newRow) {
+        std::vector<std::string> gone;
+        for (auto& [hash, symbols] : m_arrays)
+            for (SYMBOL_DATA& data : symbols) {
+                data.rows.Renumber(newRow);
+                if (data.rows.empty()) gone.push_back(data.symbol);
+            }
+        for (const std::string& symbol : gone) Erase(symbol);
+        return gone;
+    }
 
     /// Null when the symbol stands nowhere.
     const SYMBOL_DATA* Find(std::string_view symbol) const;

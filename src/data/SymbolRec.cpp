@@ -9,9 +9,11 @@ namespace vx {
 CSymbolRec::CSymbolRec(std::string_view symbol, uint32_t number)
     : m_symbol(symbol), m_ids{SymbolHash(symbol), number} {}
 
-CSymbolRec::~CSymbolRec() {
+void CSymbolRec::RemoveAllListeners() {
     if (m_first.queue) m_first.queue->RemoveSource();
     for (const SListener& listener : m_more) listener.queue->RemoveSource();
+    m_first = {};
+    m_more.clear();
 }
 
 bool CSymbolRec::HasListener(const CChangeQueue& listener) const {

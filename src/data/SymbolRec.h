@@ -19,7 +19,7 @@ struct sRegQuoteData;
 class CSymbolRec {
 public:
     CSymbolRec(std::string_view symbol, uint32_t number);
-    virtual ~CSymbolRec();
+    virtual ~CSymbolRec() = default; ///< Leaves the listeners alone: they may be gone by then.
     CSymbolRec(const CSymbolRec&) = delete;
     CSymbolRec& operator=(const CSymbolRec&) = delete;
 
@@ -35,6 +35,7 @@ public:
     void AddListener(CChangeQueue& listener);
     /// Returns whether it was there.
     bool RemoveListener(CChangeQueue& listener);
+    void RemoveAllListeners();
     bool HasListener(const CChangeQueue& listener) const;
     bool HasListeners() const { return m_first.queue != nullptr; }
 

@@ -109,7 +109,8 @@ void CAsyncSocket::WatchForConnect() {
 void CAsyncSocket::PostConnectFailure(int error) {
     WatchForConnect();
     StopNotifiers();
-    const auto tell = [this, error, attempt = m_attempt] {
+    const auto tell = [this, life = std::weak_ptr<char>(m_life), error, attempt = m_attempt] {
+        if (life.expired()) return;
         CDeleteWatch watch(*this);
         if (attempt == m_attempt) ConnectEnded(error);
     };

@@ -41,6 +41,10 @@ void SFeedLog::Closed(int lastError) const {
     if (IsOn(Connectivity)) Note(fmt::format("{}: connection closed, error {}", port, lastError));
 }
 
+void SFeedLog::Failed(std::string_view what) const {
+    if (IsOn(error)) Log(error, ELogDirection::Status, fmt::format("{}: {}", port, what));
+}
+
 const SFeedLog& FeedLogOf(int slot) {
     static constexpr SFeedLog kLevel1{"Level1", L1Data, L1Request, L1System, L1Error};
     static constexpr SFeedLog kMarketDepth{"MarketDepth", L2Data, L2Request, L2System, L2Error};

@@ -27,6 +27,8 @@ struct SFeedLog {
     void Connected(std::string_view host, unsigned port) const;
     void ConnectFailed(std::string_view host, unsigned port, int error, uint32_t retriesLeft) const;
     void Closed(int error) const;
+    /// Something else that went wrong with the port's traffic, under its category of errors.
+    void Failed(std::string_view what) const;
 };
 
 /// The log of a slot of the socket table.

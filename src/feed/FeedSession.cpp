@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "feed/ClientAppSocket.h"
 #include "feed/FeedLog.h"
+#include "feed/Product.h"
 #include "feed/ProgramStart.h"
 
 #include <fmt/format.h>
@@ -11,8 +12,6 @@ namespace vx {
 
 namespace {
 
-constexpr const char* kProduct = "ZANTREL_WATCHLIST";
-constexpr const char* kVersion = "1.8.3.0";
 constexpr const char* kClientName = "VxWatchlist";
 constexpr const char* kProtocol = "6.2";
 constexpr uint32_t kAdminRetries = 10;
@@ -52,7 +51,7 @@ int CFeedSession::SendToFeed(int slot, std::string_view text) {
 const char* CFeedSession::FeedSlotName(int slot) { return FeedLogOf(slot).port; }
 
 void CFeedSession::LaunchFeedClient() {
-    const SStartResult result = StartFeedClient(kProduct, kVersion);
+    const SStartResult result = StartFeedClient(kProductId, kProgramVersion);
     if (!result.Started()) PostMessageBox({FeedClientStartError(result), "", EBoxButtons::Ok, EBoxIcon::Exclamation});
 }
 
@@ -69,6 +68,13 @@ void CFeedSession::OpenPort(EFeedSlot slot, uint32_t retries, const SPortSetting
     socket.SetOwner(this);
     socket.SetHandshake({kProtocol, kClientName, std::string(updateFields), ""});
     socket.Connect(kFeedHost, m_ports.GetPort(port));
+}
+
+void CFeedSession::SymbolSearch(ESearchBy by, std::string_view text, std::string_view marketFilter,
+                                std::string_view typeFilter) {
+    if (text.empty()) return;
+    m_lookupReplies.search.Clear();
+    SendToFeed(kLookupSlot, SymbolSearchRequest(by, text, marketFilter, typeFilter));
 }
 
 void CFeedSession::GetConnectionStats(std::string& text) const {

@@ -4,6 +4,7 @@
 #include "feed/FeedSlots.h"
 #include "feed/FeedStats.h"
 #include "feed/Level1Port.h"
+#include "feed/LookupReplies.h"
 #include "feed/MessageBoxQueue.h"
 #include "feed/Ports.h"
 #include "feed/SymbolLimitQueue.h"
@@ -58,6 +59,12 @@ public:
     CSymbolLimitQueue& LimitedSymbols() { return m_limited; }
     const CSymbolLimitQueue& LimitedSymbols() const { return m_limited; }
 
+    /// Asks for symbols on the lookup port, see SymbolSearchRequest; the results so far are dropped. Nothing happens
+    /// for an empty text.
+    void SymbolSearch(ESearchBy by, std::string_view text, std::string_view marketFilter, std::string_view typeFilter);
+    /// What has come for searches and requests for news counts.
+    CLookupReplies& LookupReplies() { return m_lookupReplies; }
+
     /// Appends one block per open slot to an emptied text: the slot's name and address, and its message counts.
     virtual void GetConnectionStats(std::string& text) const;
 
@@ -66,6 +73,8 @@ public:
     void ReceiveSystemLine(std::string_view line) final;
     void ReceiveTimeLine(std::string_view line) final;
     void ReceiveFundamentalLine(std::string_view line) final;
+
+    void OnLookupMessage(std::string_view line) override { m_lookupReplies.OnLine(line); }
 
     void PostMessageBox(SMessageBox box) override;
 
@@ -86,6 +95,7 @@ private:
     FeedStats m_stats;
     CSymbolLimitQueue m_limited;
     CLevel1Port m_level1Port;
+    CLookupReplies m_lookupReplies;
     CMessageBoxQueue m_messageBoxes;
     std::array<std::unique_ptr<CZantrelClientAppSocket>, kFeedSlotCount> m_sockets;
 };

@@ -5,6 +5,7 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -74,6 +75,21 @@ CNativeSocket::SResult CNativeSocket::Send(const char* buffer, int length) {
         if (count >= 0) return {static_cast<int>(count), 0};
         if (errno != EINTR) return {-1, LastError()};
     }
+}
+
+bool CNativeSocket::Wait(EWait what, Deadline deadline) const {
+    for (;;) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+        if (left.count() <= 0) return false;
+        pollfd waiting{m_descriptor, static_cast<short>(what == EWait::Readable ? POLLIN : POLLOUT), 0};
+        const int ready = ::poll(&waiting, 1, static_cast<int>(left.count()));
+        if (ready > 0) return true;
+        if (ready < 0 && errno != EINTR) return false;
+    }
+}
+
+void CNativeSocket::Shutdown() {
+    if (m_descriptor >= 0) ::shutdown(m_descriptor, SHUT_RDWR);
 }
 
 } // namespace vx

@@ -1,12 +1,14 @@
 #pragma once
 
+#include <chrono>
+
 namespace vx {
 
 /// One non-blocking TCP socket (IPv4) of the operating system; the only place of the feed link that calls it.
 ///
 /// Errors  every operation reports its error as a number of SocketError.h, 0 when it went well
 /// Owns    the descriptor, closed by the destructor; no child process inherits it
-/// Thread  one thread at a time; no operation blocks
+/// Thread  one thread at a time; only Wait blocks
 class CNativeSocket {
 public:
     CNativeSocket() = default;
@@ -35,6 +37,14 @@ public:
 
     SResult Receive(char* buffer, int length);
     SResult Send(const char* buffer, int length);
+
+    enum class EWait { Readable, Writable };
+    using Deadline = std::chrono::steady_clock::time_point;
+    /// Waits until the socket can be read (the peer's end and errors included) or written; false once the deadline has
+    /// come, even when the socket is ready then.
+    bool Wait(EWait what, Deadline deadline) const;
+    /// Ends the connection in both directions.
+    void Shutdown();
 
 private:
     int m_descriptor = -1;

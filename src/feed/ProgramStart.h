@@ -21,8 +21,8 @@ struct SStartResult {
 ///
 /// Shape   name: "vxconnect.exe" or "vxconnect", the ending is tried with and without; arguments: one item each, no
 ///         shell reads them
-/// Errors  2/2 when no such program lies beside this one or on the search path; 5/5 when there is one that may not be,
-///         or could not be, executed
+/// Errors  2/2 when no such program lies beside this one or on the search path; 5/5 when one beside this program
+///         may not be executed, or one that was found could not be
 SStartResult StartProgram(std::string_view name, const QStringList& arguments);
 
 /// Starts the feed client for a product in a version, whether or not one runs already.

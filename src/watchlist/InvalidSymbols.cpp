@@ -1,24 +1,37 @@
 #include "watchlist/InvalidSymbols.h"
 
-#include <algorithm>
-
 namespace vx {
 
-void CInvalidSymbols::Add(std::string_view symbol, const std::vector<uint32_t>& rows) {
-    std::vector<uint32_t>& kept = m_rows[std::string(symbol)];
-    kept.insert(kept.end(), rows.begin(), rows.end());
-    std::sort(kept.begin(), kept.end());
-    kept.erase(std::unique(kept.begin(), kept.end()), kept.end());
+void CInvalidSymbols::Add(std::string_view symbol, const CRowList& rows) {
+    const auto entry = m_rows.try_emplace(std::string(symbol)).first;
+    for (const uint32_t row : rows) {
+        RemoveRow(row);
+        entry->second.Insert(row);
+        m_places[row] = entry;
+    }
 }
 
 void CInvalidSymbols::RemoveRow(uint32_t row) {
-    for (auto& [symbol, rows] : m_rows) rows.erase(std::remove(rows.begin(), rows.end(), row), rows.end());
+    const auto place = m_places.find(row);
+    if (place == m_places.end()) return;
+    place->second->second.Erase(row);
+    m_places.erase(place);
+}
+
+void CInvalidSymbols::Clear() {
+    m_places.clear();
+    m_rows.clear();
 }
 
 std::string_view CInvalidSymbols::SymbolAt(uint32_t row) const {
-    for (const auto& [symbol, rows] : m_rows)
-        if (std::binary_search(rows.begin(), rows.end(), row)) return symbol;
-    return {};
+    const auto place = m_places.find(row);
+    return place == m_places.end() ? std::string_view{} : std::string_view{place->second->first};
+}
+
+void CInvalidSymbols::FindPlaces() {
+    m_places.clear();
+    for (auto entry = m_rows.begin(); entry != m_rows.end(); ++entry)
+        for (const uint32_t row : entry->second) m_places[row] = entry;
 }
 
 std::string InvalidSymbolText(std::string_view symbol) {

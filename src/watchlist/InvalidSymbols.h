@@ -1,24 +1,32 @@
 #pragma once
 
+#include "data/RowList.h"
+
 #include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <unordered_map>
 
 namespace vx {
 
 /// The symbols of a watchlist that the feed rejected, each with the rows where its message is shown.
 ///
-/// Shape   symbol, exact case -> grid rows in rising order; a symbol that stands at no row is kept until Clear, so
-///         that a later rejection of it is recognised
+/// Shape   symbol, exact case -> grid rows; a row shows the message of one symbol; a symbol that stands at no row is
+///         kept until Clear, so that a later rejection of it is recognised
 /// Thread  GUI thread only
 class CInvalidSymbols {
 public:
-    void Add(std::string_view symbol, const std::vector<uint32_t>& rows);
+    void Add(std::string_view symbol, const CRowList& rows);
     /// Takes a row from whatever symbol is shown there: it was overwritten.
     void RemoveRow(uint32_t row);
-    void Clear() { m_rows.clear(); }
+    void Clear();
+
+    /// Gives every row the number newRow(row), 0 to drop it; no two rows may get the same one.
+    template <typename NewRow> void Renumber(NewRow&& newRow) {
+        for (auto& [symbol, rows] : m_rows) rows.Renumber(newRow);
+        FindPlaces();
+    }
 
     bool Has(std::string_view symbol) const { return m_rows.find(symbol) != m_rows.end(); }
     /// The symbol whose message stands at a row, or nothing.
@@ -28,7 +36,12 @@ public:
     auto end() const { return m_rows.end(); }
 
 private:
-    std::map<std::string, std::vector<uint32_t>, std::less<>> m_rows;
+    using CMap = std::map<std::string, CRowList, std::less<>>;
+
+    void FindPlaces();
+
+    CMap m_rows;
+    std::unordered_map<uint32_t, CMap::iterator> m_places; ///< Row -> the symbol shown there.
 };
 
 /// What a rejected symbol's row shows, with the annotation mark in front:

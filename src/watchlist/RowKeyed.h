@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <utility>
@@ -13,9 +14,14 @@ using RowTexts = std::map<int, std::string>;
 
 /// Gives every text the row that newRow(old row) names; those whose new row is below 1 go.
 template <typename NewRow> void MoveRows(RowTexts& texts, NewRow&& newRow) {
+    if (std::none_of(texts.begin(), texts.end(), [&](const auto& text) { return newRow(text.first) != text.first; }))
+        return;
     RowTexts moved;
-    for (auto& [row, text] : texts)
-        if (const int to = newRow(row); to >= 1) moved.insert_or_assign(to, std::move(text));
+    while (!texts.empty()) {
+        auto node = texts.extract(texts.begin());
+        node.key() = newRow(node.key());
+        if (node.key() >= 1) moved.insert(moved.end(), std::move(node));
+    }
     texts = std::move(moved);
 }
 

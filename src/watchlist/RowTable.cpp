@@ -1,5 +1,8 @@
 #include "watchlist/RowTable.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace vx {
 
 bool CRowTable::SetSymbol(int row, std::string_view symbol) {
@@ -8,34 +11,103 @@ bool CRowTable::SetSymbol(int row, std::string_view symbol) {
         ClearSymbol(row);
         return true;
     }
-    if (m_rows.size() < static_cast<size_t>(row)) m_rows.resize(static_cast<size_t>(row));
-    SRow& entry = m_rows[static_cast<size_t>(row) - 1];
-    if (entry.id == 0) entry.id = ++m_lastId;
-    entry.symbol = symbol;
-    if (row > m_lastSymbolRow) m_lastSymbolRow = row;
+    MakeId(row);
+    if (At(row).symbol.empty()) Count(row, 1);
+    At(row).symbol = symbol;
+    m_lastSymbolRow = std::max(m_lastSymbolRow, row);
     return true;
 }
 
 void CRowTable::ClearSymbol(int row) {
-    if (row < 1 || static_cast<size_t>(row) > m_rows.size()) return;
-    m_rows[static_cast<size_t>(row) - 1].symbol.clear();
-    while (m_lastSymbolRow > 0 && m_rows[static_cast<size_t>(m_lastSymbolRow) - 1].symbol.empty()) --m_lastSymbolRow;
+    if (!HasSymbol(row)) return;
+    At(row).symbol.clear();
+    Count(row, -1);
+    if (row == m_lastSymbolRow) FindLastSymbolRow(row);
 }
 
 std::string_view CRowTable::Symbol(int row) const {
-    if (row < 1 || static_cast<size_t>(row) > m_rows.size()) return {};
-    return m_rows[static_cast<size_t>(row) - 1].symbol;
+    const SRow* entry = Find(row);
+    return entry ? std::string_view(entry->symbol) : std::string_view{};
 }
 
 uint32_t CRowTable::Id(int row) const {
-    return row < 1 || static_cast<size_t>(row) > m_rows.size() ? 0 : m_rows[static_cast<size_t>(row) - 1].id;
+    const SRow* entry = Find(row);
+    return entry ? entry->id : 0;
+}
+
+uint32_t CRowTable::MakeId(int row) {
+    if (row < 1 || row > kMaxRow) return 0;
+    GrowTo(row);
+    if (At(row).id == 0) At(row).id = ++m_lastId;
+    return At(row).id;
+}
+
+int CRowTable::RowOfId(uint32_t id) const {
+    if (id == 0) return 0;
+    const auto found = std::find_if(m_rows.begin(), m_rows.end(), [=](const SRow& row) { return row.id == id; });
+    return found == m_rows.end() ? 0 : static_cast<int>(found - m_rows.begin()) + 1;
 }
 
 int CRowTable::LastSymbolRow() const { return m_lastSymbolRow; }
 
 void CRowTable::Clear() {
     m_rows.clear();
-    m_lastSymbolRow = 0;
+    CountAll();
+}
+
+void CRowTable::InsertRows(int firstRow, int count) {
+    const int size = static_cast<int>(m_rows.size());
+    if (firstRow < 1 || count < 1 || firstRow > size) return;
+    count = std::min(count, kMaxRow);
+    m_rows.resize(static_cast<size_t>(size + count));
+    std::rotate(m_rows.begin() + (firstRow - 1), m_rows.begin() + size, m_rows.end());
+    if (m_rows.size() > kMaxRow) m_rows.resize(kMaxRow);
+    CountAll();
+}
+
+void CRowTable::RemoveRows(int firstRow, int count) {
+    const int size = static_cast<int>(m_rows.size());
+    if (firstRow < 1 || count < 1 || firstRow > size) return;
+    const auto first = m_rows.begin() + (firstRow - 1);
+    m_rows.erase(first, first + std::min(count, size - firstRow + 1));
+    CountAll();
+}
+
+void CRowTable::Reorder(const std::vector<int>& newRowOf) {
+    const int covered = static_cast<int>(newRowOf.size()) - 1;
+    if (covered < 1 || covered > kMaxRow) return;
+    GrowTo(covered);
+    std::vector<SRow> moved(static_cast<size_t>(covered));
+    for (int row = 1; row <= covered; ++row)
+        moved[static_cast<size_t>(newRowOf[static_cast<size_t>(row)]) - 1] = std::move(At(row));
+    std::move(moved.begin(), moved.end(), m_rows.begin());
+    CountAll();
+}
+
+const CRowTable::SRow* CRowTable::Find(int row) const {
+    return row < 1 || static_cast<size_t>(row) > m_rows.size() ? nullptr : &m_rows[static_cast<size_t>(row) - 1];
+}
+
+void CRowTable::GrowTo(int row) {
+    if (m_rows.size() < static_cast<size_t>(row)) m_rows.resize(static_cast<size_t>(row));
+}
+
+void CRowTable::Count(int row, int change) {
+    uint16_t& block = m_blocks[static_cast<size_t>((row - 1) / kBlock)];
+    block = static_cast<uint16_t>(block + change);
+}
+
+void CRowTable::CountAll() {
+    m_blocks.fill(0);
+    for (int row = 1; row <= static_cast<int>(m_rows.size()); ++row)
+        if (!At(row).symbol.empty()) Count(row, 1);
+    FindLastSymbolRow(static_cast<int>(m_rows.size()));
+}
+
+void CRowTable::FindLastSymbolRow(int from) {
+    while (from > 0 && m_blocks[static_cast<size_t>((from - 1) / kBlock)] == 0) from = (from - 1) / kBlock * kBlock;
+    while (from > 0 && At(from).symbol.empty()) --from;
+    m_lastSymbolRow = from;
 }
 
 } // namespace vx

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -23,20 +24,45 @@ public:
     std::string_view Symbol(int row) const;
     bool HasSymbol(int row) const { return !Symbol(row).empty(); }
 
-    /// A number that stays with the row when rows move; 0 for a row that was never used.
+    /// A number that stays with the row when rows move; 0 for a row that nobody asked about yet and that never held a
+    /// symbol.
     uint32_t Id(int row) const;
+    /// The same, and gives the row a number when it has none.
+    ///
+    /// Errors  0 for a row outside 1..kMaxRow
+    uint32_t MakeId(int row);
+    /// The row that has the number now, 0 when there is none. Looks at every row.
+    int RowOfId(uint32_t id) const;
 
     /// The greatest row with a symbol, 0 when there is none.
     int LastSymbolRow() const;
     void Clear();
 
+    // Rows that move, with their symbols and numbers. What would leave the table is dropped.
+
+    void InsertRows(int firstRow, int count);
+    void RemoveRows(int firstRow, int count);
+    /// newRowOf[r] is where row r went, a permutation of the rows 1.. that it covers, at most kMaxRow; the others stay.
+    void Reorder(const std::vector<int>& newRowOf);
+
 private:
+    static constexpr int kBlock = 256;
+
     struct SRow {
         uint32_t id = 0;
         std::string symbol;
     };
 
+    SRow& At(int row) { return m_rows[static_cast<size_t>(row) - 1]; }
+    const SRow* Find(int row) const;
+    void GrowTo(int row);
+    void Count(int row, int change);
+    void CountAll();
+    void FindLastSymbolRow(int from);
+
     std::vector<SRow> m_rows; ///< Index is row - 1.
+    /// Symbol rows in each block of kBlock rows, so that the last one is found in few steps wherever it is.
+    std::array<uint16_t, kMaxRow / kBlock + 1> m_blocks{};
     uint32_t m_lastId = 0;
     int m_lastSymbolRow = 0;
 };

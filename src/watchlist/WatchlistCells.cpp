@@ -1,31 +1,13 @@
 #include "watchlist/WatchlistCells.h"
 
 #include "data/CellText.h"
-#include "data/DataInfo.h"
-#include "data/L1DataStore.h"
 #include "watchlist/WatchlistDoc.h"
 
-#include <algorithm>
+#include <span>
 
 namespace vx {
 
 namespace {
-
-constexpr int kGridDefaultDecimals = 4;
-
-bool IsNumber(EValueClass valueClass) {
-    switch (valueClass) {
-    case EValueClass::Fixed:
-    case EValueClass::Price:
-    case EValueClass::Integer:
-    case EValueClass::Unsigned:
-    case EValueClass::Ratio:
-    case EValueClass::FourPlaces:
-        return true;
-    default:
-        return false;
-    }
-}
 
 ETextRole RoleOf(EDirection direction) {
     switch (direction) {
@@ -46,18 +28,15 @@ CWatchlistCells::CWatchlistCells(const CWatchlistDoc& doc, uint8_t symbolFont) :
 
 void CWatchlistCells::ColumnsChanged() {
     m_columns.clear();
-    for (const sColumnInfo& info : m_doc.Columns().Columns()) {
-        SColumn column;
-        column.entry = info.Entry();
-        if (column.entry) {
-            const bool number = IsNumber(column.entry->valueClass);
-            column.decimals = CDataInfo::DecimalPlaces(info.name).value_or(kGridDefaultDecimals);
-            column.align = number && m_doc.Options().useDefaultAlignment ? EAlign::Right : EAlign::Left;
-            column.directed = number;
-            column.symbol = info.name == "Symbol";
-            column.tickTrend = info.name == "Tick Trend";
-        }
-        m_columns.push_back(column);
+    const auto& columns = m_doc.Columns().Columns();
+    for (size_t position = 0; position < columns.size(); ++position) {
+        const sColumnInfo& info = columns[position];
+        const CColumnReader reader(m_doc, static_cast<int>(position));
+        const bool number = reader.IsNumber();
+        const bool news = info.name == kNewsColumn;
+        m_columns.push_back({reader, info.Entry(),
+                             number && m_doc.Options().useDefaultAlignment ? EAlign::Right : EAlign::Left,
+                             info.name == kSymbolColumn, number && !news, news, info.name == "Tick Trend"});
     }
     m_painted.SetColumnCount(m_columns.size());
 }
@@ -82,24 +61,19 @@ void CWatchlistCells::Fill(int row, int column, SCell& cell) const {
     const SColumn* info = Column(column);
     const std::string_view symbol = m_doc.RowSymbol(row);
     if (!info || !info->entry || symbol.empty()) return;
+    const CSymbolRec* record = info->reader.FindRecord(row);
+    const size_t length = info->reader.Read(row, record, std::span<char, kMostCellText>(cell.text, kMostCellText));
+    cell.length = static_cast<uint16_t>(length);
     cell.align = info->align;
-    if (const CSymbolRec* record = m_doc.Store().Find(symbol)) FillFromRecord(*record, *info, cell);
-    if (info->symbol) {
-        cell.font = m_symbolFont;
-        if (cell.length == 0) cell.SetText(symbol);
-    }
+    cell.tickTrend = info->tickTrend;
+    if (info->symbol) cell.font = m_symbolFont;
+    cell.role = Role(*info, symbol, record);
 }
 
-void CWatchlistCells::FillFromRecord(const CSymbolRec& record, const SColumn& column, SCell& cell) const {
-    const SFieldEntry& entry = *column.entry;
-    const int places = PlacesFor(record, entry, column.decimals);
-    cell.length = static_cast<uint16_t>(
-        CellText(record, entry, places, std::span<char, kMostCellText>(cell.text, kMostCellText)));
-    cell.tickTrend = column.tickTrend;
-    if (m_stale)
-        cell.role = ETextRole::Stale;
-    else if (column.directed)
-        cell.role = RoleOf(CellDirection(record, entry));
+ETextRole CWatchlistCells::Role(const SColumn& column, std::string_view symbol, const CSymbolRec* record) const {
+    if (m_stale && record) return ETextRole::Stale;
+    if (column.news) return m_doc.News().CountStyle(symbol) == ENewsStyle::Fresh ? ETextRole::Up : ETextRole::Normal;
+    return column.directed && record ? RoleOf(CellDirection(*record, *column.entry)) : ETextRole::Normal;
 }
 
 void CWatchlistCells::FillHeader(int column, SCell& cell) const {

@@ -3,6 +3,7 @@
 #include "data/FieldEntry.h"
 #include "grid/CellSource.h"
 #include "watchlist/PaintedCells.h"
+#include "watchlist/RowCellText.h"
 
 #include <vector>
 
@@ -38,17 +39,18 @@ public:
 private:
     /// What is the same for all cells of one column.
     struct SColumn {
-        const SFieldEntry* entry = nullptr; ///< Null: the column stays empty.
-        int decimals = 0;
-        EAlign align = EAlign::Left;
-        bool symbol = false;
-        bool directed = false; ///< Shown in the colour of its value's direction.
-        bool tickTrend = false;
+        CColumnReader reader;
+        const SFieldEntry* entry; ///< Null: the column stays empty.
+        EAlign align;
+        bool symbol;   ///< Bold, as the row's name.
+        bool directed; ///< Shown in the colour of its value's direction.
+        bool news;     ///< The count of stories, which stands out once it has grown.
+        bool tickTrend;
     };
 
     const SColumn* Column(int column) const;
     void Fill(int row, int column, SCell& cell) const;
-    void FillFromRecord(const CSymbolRec& record, const SColumn& column, SCell& cell) const;
+    ETextRole Role(const SColumn& column, std::string_view symbol, const CSymbolRec* record) const;
 
     const CWatchlistDoc& m_doc;
     uint8_t m_symbolFont;

@@ -1,15 +1,18 @@
 #include "watchlist/WatchlistDoc.h"
 
+#include "alerts/NewsRequest.h"
 #include "base/Text.h"
 #include "data/L1DataStore.h"
 #include "data/L1SymbolRec.h"
 #include "data/SymbolHash.h"
 #include "settings/Settings.h"
 #include "watchlist/WatchlistFile.h"
+#include "watchlist/WatchlistFolder.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace vx {
 
@@ -52,6 +55,7 @@ void CWatchlistDoc::PostPaint() {
 
 void CWatchlistDoc::NewDocument() {
     m_frame.SetStatusText("Creating New Document");
+    EnterWatchlistFolder(m_settings);
     Reset();
     SetColumnsByName(m_settings.ReadTextOrDefault(kDefaultColumnNames));
     m_options.showToolBar = true;
@@ -88,6 +92,7 @@ void CWatchlistDoc::Reset() {
     m_columns.Clear();
     m_notes.Clear();
     m_annotations.Clear();
+    m_shown.Clear();
     m_alerts.Clear(EAlertMap::Live);
     m_formats.Clear();
     m_invalid.Clear();
@@ -97,9 +102,11 @@ void CWatchlistDoc::Reset() {
     m_grownRows = 0;
     m_options.placement.alwaysOnTop = false;
     m_options.useDefaultAlignment = true;
+    m_options.trailingRows = SWatchlistOptions{}.trailingRows;
     m_options.lockedColumns = 0;
     m_options.useGridPrecision = false;
     m_options.sort = {};
+    if (m_observer) m_observer->OnReset();
     SetModified(false);
 }
 
@@ -112,32 +119,51 @@ void CWatchlistDoc::SetFeedReady() {
 }
 
 void CWatchlistDoc::WatchMissing() {
+    std::vector<std::string> added;
     m_symbols.ForEach([&](const SYMBOL_DATA& data) {
         const bool regional = IsRegionalName(data.symbol);
         if (!regional && m_watched.Has(data.symbol)) return;
-        if (!regional) m_watched.Record(data.symbol);
+        if (!regional) {
+            m_watched.Record(data.symbol);
+            added.push_back(data.symbol);
+        }
         Watch(data.symbol);
     });
+    RequestNewsCounts(added);
 }
 
 void CWatchlistDoc::PlaceCommandLineSymbols(const std::vector<std::string>& symbols) {
     if (symbols.empty()) return;
     m_grownRows = std::max(m_grownRows, static_cast<int>(symbols.size()) + kRoomBelowCommandLineSymbols);
+    std::vector<std::string> added;
     for (size_t i = 0; i < symbols.size(); ++i) {
         const int row = static_cast<int>(i) + 1;
-        if (m_rows.Symbol(row) == symbols[i]) continue;
-        EmptyRow(row);
-        const bool isNew = !m_symbols.Find(symbols[i]);
-        PlaceSymbol(row, symbols[i]);
-        if (isNew && m_feedReady) WatchSymbol(symbols[i]);
+        if (m_rows.Symbol(row) != symbols[i] && PlaceAndWatch(row, symbols[i])) added.push_back(symbols[i]);
     }
+    RequestNewsCounts(added);
     RebuildGrid();
+}
+
+void CWatchlistDoc::EnterSymbol(int row, std::string_view symbol) {
+    const std::string entered(TrimBlanks(symbol));
+    if (PlaceAndWatch(row, entered)) RequestNewsCounts({entered});
+}
+
+// Returns whether the feed was asked for the symbol. The row is emptied before the symbol is looked for: retyping the
+// only IBM as IBM watches it anew.
+bool CWatchlistDoc::PlaceAndWatch(int row, std::string_view symbol) {
+    EmptyRow(row);
+    const bool isNew = !m_symbols.Find(symbol);
+    PlaceSymbol(row, symbol);
+    if (!isNew || !m_feedReady || !m_symbols.Find(symbol)) return false;
+    WatchSymbol(symbol);
+    return true;
 }
 
 void CWatchlistDoc::Watch(std::string_view symbol) {
     m_store.Watch(symbol, m_changes);
     m_store.SetArmedAlerts(symbol, m_alerts.ArmedCount(symbol));
-    if (!IsRegionalName(symbol) && !m_news.Find(symbol)) m_news.AddSymbol(symbol);
+    m_news.AddSymbol(symbol);
 }
 
 void CWatchlistDoc::WatchSymbol(std::string_view symbol) {
@@ -146,12 +172,14 @@ void CWatchlistDoc::WatchSymbol(std::string_view symbol) {
     ShowSymbolCount();
 }
 
+void CWatchlistDoc::Unwatch(const std::string& symbol) {
+    m_store.Unwatch(symbol, m_changes);
+    m_watched.Remove(symbol);
+    m_frame.OnUnwatched(symbol);
+}
+
 void CWatchlistDoc::UnwatchSymbol(std::string_view symbol) {
-    if (!symbol.empty()) {
-        m_store.Unwatch(symbol, m_changes);
-        m_watched.Remove(symbol);
-        m_frame.OnUnwatched(symbol);
-    }
+    if (!symbol.empty()) Unwatch(std::string(symbol));
     ShowSymbolCount();
 }
 
@@ -167,7 +195,7 @@ void CWatchlistDoc::UnwatchAll() {
 
 void CWatchlistDoc::SymbolNotFound(std::string_view symbol) {
     const std::string rejected(symbol); // The caller's text may live in what is taken away below.
-    const std::vector<uint32_t> rows = m_symbols.RemoveSymbol(rejected);
+    const CRowList rows = m_symbols.RemoveSymbol(rejected);
     m_store.Forget(rejected);
     m_watched.Remove(rejected);
     if (!rows.empty()) {
@@ -176,6 +204,7 @@ void CWatchlistDoc::SymbolNotFound(std::string_view symbol) {
         for (const uint32_t gridRow : rows) {
             const int row = static_cast<int>(gridRow);
             m_rows.ClearSymbol(row);
+            m_shown.Remove(row);
             m_annotations.Set(row, text);
             RowChanged(row);
         }
@@ -206,6 +235,7 @@ void CWatchlistDoc::EmptyRow(int row) {
     DetachSymbol(row);
     m_annotations.Remove(row);
     m_invalid.RemoveRow(static_cast<uint32_t>(row));
+    m_shown.Remove(row);
     RowChanged(row);
 }
 
@@ -245,6 +275,77 @@ int CWatchlistDoc::RowCount() const {
     return std::min(std::max(LastUsedRow() + m_options.trailingRows, m_grownRows), CRowTable::kMaxRow);
 }
 
+void CWatchlistDoc::ShowText(int row, std::string_view text) {
+    if (row < 1 || row > CRowTable::kMaxRow) return;
+    m_shown.Set(row, text);
+    RowChanged(row);
+}
+
+void CWatchlistDoc::RowEdited(int row) {
+    m_shown.Remove(row);
+    SetModified(true);
+    RowChanged(row);
+}
+
+// Rows that move
+
+SRowStores CWatchlistDoc::RowStores() {
+    return {m_rows, m_symbols, m_invalid, m_annotations, m_notes, m_shown, m_formats};
+}
+
+bool CWatchlistDoc::InsertRows(int firstRow, int count) {
+    if (firstRow < 1 || count < 1 || firstRow > CRowTable::kMaxRow || count > CRowTable::kMaxRow) return false;
+    const SRowStores stores = RowStores();
+    if (const int last = stores.LastRow(); last >= firstRow && last + count > CRowTable::kMaxRow) return false;
+    if (firstRow > LastUsedRow())
+        m_grownRows = RowCount() + count;
+    else if (m_grownRows >= firstRow)
+        m_grownRows += count;
+    RowStores().InsertRows(firstRow, count);
+    SetModified(true);
+    RebuildGrid();
+    return true;
+}
+
+void CWatchlistDoc::DeleteRows(int firstRow, int count) {
+    if (firstRow < 1 || count < 1 || firstRow > CRowTable::kMaxRow) return;
+    count = std::min(count, CRowTable::kMaxRow);
+    if (m_grownRows >= firstRow) m_grownRows -= std::min(count, m_grownRows - firstRow + 1);
+    const std::vector<std::string> gone = RowStores().RemoveRows(firstRow, count);
+    if (m_feedReady && !gone.empty()) {
+        for (const std::string& symbol : gone) Unwatch(symbol);
+        ShowSymbolCount();
+    }
+    SetModified(true);
+    RebuildGrid();
+}
+
+void CWatchlistDoc::MoveRows(int firstRow, int count, int before) {
+    count = std::min(count, RowCount() - firstRow + 1);
+    if (before > RowCount() + 1) return;
+    if (ReorderRows(MoveOfBlock(firstRow, count, before))) SetModified(true);
+}
+
+bool CWatchlistDoc::ReorderRows(const std::vector<int>& newRowOf) {
+    const int covered = static_cast<int>(newRowOf.size()) - 1;
+    if (covered < 1 || covered > CRowTable::kMaxRow) return false;
+    std::vector<bool> taken(newRowOf.size());
+    int first = 0;
+    int last = 0;
+    for (int row = 1; row <= covered; ++row) {
+        const int to = newRowOf[static_cast<size_t>(row)];
+        if (to < 1 || to > covered || taken[static_cast<size_t>(to)]) return false;
+        taken[static_cast<size_t>(to)] = true;
+        if (to == row) continue;
+        if (first == 0) first = row;
+        last = row;
+    }
+    if (first == 0) return true;
+    RowStores().Reorder(newRowOf);
+    if (m_observer && !m_loading) m_observer->OnRowsChanged(first, last);
+    return true;
+}
+
 void CWatchlistDoc::RowChanged(int row) {
     if (m_observer && !m_loading) m_observer->OnRowChanged(row);
 }
@@ -253,7 +354,11 @@ void CWatchlistDoc::RebuildGrid() {
     if (m_observer && !m_loading) m_observer->OnGridRebuilt();
 }
 
-void CWatchlistDoc::SetColumnsByName(std::string_view names) { m_columns.SetNames(names); }
+void CWatchlistDoc::SetColumnsByName(std::string_view names) {
+    m_columns.SetNames(names);
+    for (int column = 1; column < m_columns.Count(); ++column)
+        m_formats.SetNewColumn(column, m_columns.At(column).name);
+}
 
 // Updates
 
@@ -279,6 +384,29 @@ void CWatchlistDoc::RepaintChangedRows() {
         if (!data || !m_observer) return;
         for (const uint32_t row : data->rows) m_observer->OnRowChanged(static_cast<int>(row));
     });
+}
+
+// News
+
+void CWatchlistDoc::RequestNewsCounts(const std::vector<std::string>& symbols) {
+    if (!m_newsPort) return;
+    std::vector<std::string> asked;
+    std::copy_if(symbols.begin(), symbols.end(), std::back_inserter(asked),
+                 [](const std::string& symbol) { return !IsRegionalName(symbol); });
+    vx::RequestNewsCounts(asked, *m_newsPort);
+}
+
+void CWatchlistDoc::OnNewsLine(std::string_view line) {
+    const std::string affected = m_news.ApplyHeadline(line);
+    for (const std::string_view symbol : SplitTerminated(affected, ','))
+        if (const CSymbolRec* record = m_store.Find(symbol)) m_updates.Add(record->Ids());
+    if (m_observer && !m_updates.IsEmpty()) m_observer->OnUpdatesPending();
+    m_alerts.CheckNews(affected);
+}
+
+void CWatchlistDoc::OnNewsCounts(std::string_view xml) {
+    m_news.ApplyCountsReply(xml);
+    if (m_observer) m_observer->OnRowsChanged(1, RowCount());
 }
 
 } // namespace vx

@@ -9,8 +9,10 @@
 #include "data/SymbolUpdateMap.h"
 #include "watchlist/InvalidSymbols.h"
 #include "watchlist/NoteStore.h"
+#include "watchlist/RowStores.h"
 #include "watchlist/RowTable.h"
 #include "watchlist/RowTextMap.h"
+#include "watchlist/ShownTexts.h"
 #include "watchlist/WatchTable.h"
 #include "watchlist/WatchlistFrame.h"
 #include "watchlist/WatchlistOptions.h"
@@ -24,6 +26,7 @@ namespace vx {
 class CSettings;
 class CL1DataStore;
 class CL1SymbolRec;
+class CNewsCountsPort;
 
 /// What stands in a grid row.
 enum class ERowKind { Empty, Symbol, Annotation };
@@ -45,10 +48,12 @@ public:
 
     /// The view that shows the document; null while there is none.
     void SetObserver(CWatchlistObserver* observer);
+    /// Who asks for the news counts of symbols; null, as at first, asks nobody.
+    void SetNewsCountsPort(CNewsCountsPort* port) { m_newsPort = port; }
 
     // Lifecycle.
 
-    /// An empty watchlist with the default columns.
+    /// An empty watchlist with the default columns; file dialogs open in the folder of the last saved one from now on.
     void NewDocument();
     /// Reads a watchlist from its text. title: what the window shows; empty for an untitled one.
     void OpenText(std::string_view text, std::string_view title);
@@ -69,6 +74,8 @@ public:
     void UnwatchAll();
     /// The feed does not know the symbol, or does not permit it: its rows show a message instead.
     void SymbolNotFound(std::string_view symbol);
+    /// Empties a row and puts a symbol into it; one that stood nowhere before is watched, and its news count asked for.
+    void EnterSymbol(int row, std::string_view symbol);
 
     // Rows.
 
@@ -87,6 +94,30 @@ public:
     int RowCount() const;
     size_t SymbolCount() const;
 
+    /// A text in the symbol column in place of a symbol row's symbol, until the row is next changed; empty for none.
+    std::string_view ShownText(int row) const { return m_shown.Get(row); }
+    void ShowText(int row, std::string_view text);
+    /// The user changed something in a row that is none of the above: a note, a format. The document is modified.
+    void RowEdited(int row);
+
+    // Rows that move, each with all that belongs to it. The document is modified, but by ReorderRows.
+
+    /// Puts empty rows before a row.
+    ///
+    /// Errors  false, and nothing changes, when a row that is in use would leave the grid
+    bool InsertRows(int firstRow, int count);
+    /// Takes rows out; a symbol that stood nowhere else is unwatched.
+    void DeleteRows(int firstRow, int count);
+    /// Moves rows so that they stand before the row that is `before` now, at most RowCount() + 1.
+    void MoveRows(int firstRow, int count, int before);
+    /// newRowOf[r] is where row r goes; see SRowStores.
+    ///
+    /// Errors  false, and nothing changes, for what is no permutation or goes beyond CRowTable::kMaxRow
+    bool ReorderRows(const std::vector<int>& newRowOf);
+    /// The number that a row keeps wherever it moves.
+    uint32_t RowId(int row) { return m_rows.MakeId(row); }
+    int RowOfId(uint32_t id) const { return m_rows.RowOfId(id); }
+
     // Updates.
 
     /// The paint message arrived: notes which symbols changed and tells the view that there is something to show.
@@ -94,13 +125,20 @@ public:
     /// Hands each row whose record changed since the last call to the observer.
     void RepaintChangedRows();
 
+    // News.
+
+    /// A headline came on the level-1 connection: its symbols' rows change at the next repaint, their alerts fire.
+    void OnNewsLine(std::string_view line);
+    /// The counts came that were asked for.
+    void OnNewsCounts(std::string_view xml);
+
     // Columns and options.
 
     CColumnMap& Columns() { return m_columns; }
     const CColumnMap& Columns() const { return m_columns; }
     SWatchlistOptions& Options() { return m_options; }
     const SWatchlistOptions& Options() const { return m_options; }
-    /// Shows the named columns, ";" between them, each with its default width.
+    /// Shows the named columns, ";" between them, each with its default width and format.
     void SetColumnsByName(std::string_view names);
 
     // Stores by row and by symbol.
@@ -134,6 +172,10 @@ private:
     void Reset();
     void WatchMissing();
     void Watch(std::string_view symbol);
+    void Unwatch(const std::string& symbol);
+    bool PlaceAndWatch(int row, std::string_view symbol);
+    void RequestNewsCounts(const std::vector<std::string>& symbols);
+    SRowStores RowStores();
     void ShowSymbolCount();
     void SetStatus(std::string_view text);
     void RowChanged(int row);
@@ -143,6 +185,7 @@ private:
     CSettings& m_settings;
     CWatchlistFrame& m_frame;
     CWatchlistObserver* m_observer = nullptr;
+    CNewsCountsPort* m_newsPort = nullptr;
     CChangeQueue m_changes;
 
     CColumnMap m_columns;
@@ -150,6 +193,7 @@ private:
     CRowTable m_rows;
     CRowTextMap m_annotations;
     CNoteStore m_notes;
+    CShownTexts m_shown;
     CAlertsMap m_alerts;
     CNewsMap m_news;
     CCellFormatStore m_formats;

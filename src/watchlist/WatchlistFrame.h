@@ -39,6 +39,10 @@ public:
     virtual void OnGridRebuilt() = 0;
     /// The content of one row changed by something else than the feed.
     virtual void OnRowChanged(int row) = 0;
+    /// The content of many rows changed, and neither their number nor the columns: rows were moved or sorted.
+    virtual void OnRowsChanged(int /*firstRow*/, int /*lastRow*/) { OnGridRebuilt(); }
+    /// The document was reset: the look of the rows is again as the settings have it.
+    virtual void OnReset() {}
     /// The feed changed rows; the view asks for them at its next display update.
     virtual void OnUpdatesPending() = 0;
 };

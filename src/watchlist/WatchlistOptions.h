@@ -13,6 +13,8 @@ struct SSortRecord {
     bool ascending = true;
     bool autoSort = false;
     int intervalMs = kDefaultIntervalMs;
+
+    bool operator==(const SSortRecord&) const = default;
 };
 
 /// What a watchlist saves besides its rows and columns.

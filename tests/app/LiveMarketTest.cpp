@@ -55,6 +55,16 @@ TEST_F(CLiveMarketTest, TheBoardFillsAndMoves) {
     EXPECT_EQ(frame.Stats().status, "Connected");
 }
 
+TEST_F(CLiveMarketTest, APictureOfAListThatIsNotThereEndsWithOneSentence) {
+    QProcess program;
+    program.start(QStringLiteral(ZW_BIN_DIR "/zantrel-watchlist"),
+                  {QStringLiteral("--screenshot"), QString::fromStdString(folder / "a.png"),
+                   QString::fromStdString(folder / "missing.vxw")});
+    ASSERT_TRUE(WaitUntil([&] { return program.state() == QProcess::NotRunning; }));
+    EXPECT_EQ(program.exitCode(), 1);
+    EXPECT_TRUE(program.readAllStandardError().contains("missing.vxw"));
+}
+
 TEST_F(CLiveMarketTest, SymbolsBeyondTheLimitComeWhenThereIsRoom) {
     StartMarket({QStringLiteral("--limit"), QStringLiteral("2"), QStringLiteral("--rate"), QStringLiteral("100")});
     CMainFrame& frame = Frame({"-symbol", "IBM,MSFT,AAPL"});
@@ -64,4 +74,21 @@ TEST_F(CLiveMarketTest, SymbolsBeyondTheLimitComeWhenThereIsRoom) {
     EXPECT_EQ(Shown(3, last), "");
     frame.Document().EmptyRow(1);
     EXPECT_TRUE(WaitUntil([&] { return !Shown(3, last).empty(); }));
+}
+
+TEST_F(CLiveMarketTest, MarketsAndSecurityTypesShowTheirNames) {
+    StartMarket({QStringLiteral("--rate"), QStringLiteral("400")});
+    CMainFrame& frame = Frame({"-symbol", "IBM"});
+    frame.LookupTables().SetTimeoutMs(10000);
+    const std::string columns = "Trade Market Center;Trade Market Center Name;LQT Market Center;MRT Market Center;"
+                                "Bid Market Center Name;Ask Market Center Name;Listed Market Name;";
+    frame.Document().SetColumnsByName(columns + "Security Type Name;");
+    frame.OpenAdminPort();
+    const int type = ColumnOf("Security Type Name");
+    for (int column = 1; column < type; ++column) {
+        EXPECT_TRUE(WaitUntil([&] { return !Shown(1, column).empty(); })) << column;
+        EXPECT_EQ(Shown(1, column).find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ"), std::string::npos)
+            << Shown(1, column) << " is not the short name of a market";
+    }
+    EXPECT_TRUE(WaitUntil([&] { return Shown(1, type) == "Equity"; })) << Shown(1, type);
 }

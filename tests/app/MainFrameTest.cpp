@@ -83,6 +83,22 @@ TEST_F(CMainFrameTest, AnUpdateReachesTheScreenWithinABeatAndOnlyItsCellsAreRepa
     EXPECT_LE(painted() - before, 2) << "more than the changed cell was painted";
 }
 
+// The scripted port takes the request and cannot answer while the frame waits for it.
+TEST_F(CMainFrameTest, ALookupPortThatNeverAnswersHoldsTheFrameOnce) {
+    CMainFrame& frame = Frame({"-symbol", "ibm"});
+    frame.LookupTables().SetTimeoutMs(30);
+    Connect(frame);
+    ASSERT_TRUE(Level1Heard("wIBM\n"));
+    for (int i = 1; i <= 50; ++i) {
+        std::string line = "Q,IBM" + std::string(UpdateSlot("Last"), ',') + std::to_string(i);
+        line += std::string(UpdateSlot("Last Market Center") - UpdateSlot("Last"), ',') + "7,\r\n";
+        feed.level1.Says(line);
+    }
+    const int last = ColumnOf("Last");
+    EXPECT_TRUE(WaitUntil([&] { return Shown(1, last) == "50.0000"; })) << Shown(1, last);
+    EXPECT_TRUE(feed.lookup.Heard(kGreeting + "SLM\r\n"));
+}
+
 TEST_F(CMainFrameTest, AnUnknownSymbolsRowSaysSo) {
     CMainFrame& frame = Frame({"-symbol", "NOPE"});
     Connect(frame);
@@ -102,6 +118,41 @@ TEST_F(CMainFrameTest, AnUnwatchedSymbolNoLongerWaitsForRoom) {
     frame.Document().EmptyRow(1);
     EXPECT_TRUE(frame.LimitedSymbols().Pending().empty());
     EXPECT_TRUE(Level1Heard("rIBM\n"));
+}
+
+TEST_F(CMainFrameTest, WatchesThatFoundNoConnectionGoOutWhenThereIsOne) {
+    CMainFrame& frame = Frame({"-symbol", "IBM"});
+    frame.OpenAdminPort();
+    feed.admin.Says("S,IP,127.0.0.1,5009\r\n");
+    ASSERT_TRUE(WaitUntil([&] { return frame.Document().IsFeedReady(); }));
+    Connect(frame);
+    EXPECT_TRUE(Level1Heard("wIBM\n"));
+}
+
+TEST_F(CMainFrameTest, ARefusedSymbolThatIsUnknownMakesRoomForTheNext) {
+    CMainFrame& frame = Frame({"-symbol", "BAD,GOOD"});
+    Connect(frame);
+    EXPECT_TRUE(Level1Heard("wBAD\nwGOOD\n"));
+    feed.level1.Says("S,SYMBOL LIMIT REACHED,BAD\r\nS,SYMBOL LIMIT REACHED,GOOD\r\n");
+    feed.admin.Says(StatusLine("Connected", 10, 9));
+    ASSERT_TRUE(WaitUntil([&] { return frame.Stats().symbolsWatched == 9; }));
+    feed.level1.Says("T,20240131 09:30:05\r\n");
+    EXPECT_TRUE(Level1Heard("wBAD\n"));
+    feed.level1.Says("n,BAD\r\nT,20240131 09:30:06\r\n");
+    EXPECT_TRUE(Level1Heard("wGOOD\n"));
+}
+
+TEST_F(CMainFrameTest, TheCommandLinePlacesTheWindowBeforeTheFileAndTheLastRun) {
+    settings.WriteInteger(kRectWidth, 640);
+    settings.WriteInteger(kRectHeight, 360);
+    settings.WriteInteger(kRectLeft, 30);
+    CMainFrame& stored = Frame();
+    stored.ShowPlaced();
+    EXPECT_EQ(QRect(stored.pos(), stored.size()), QRect(30, 0, 640, 360));
+    CMainFrame& named = Frame({"-left", "100", "-right", "800", "-top", "20"});
+    named.Document().OpenText("Window=10;60;700;300;FALSE;FALSE\r\n", "Test");
+    named.ShowPlaced();
+    EXPECT_EQ(QRect(named.pos(), named.size()), QRect(100, 20, 700, 300));
 }
 
 TEST_F(CMainFrameTest, TheTitleIsTheProgramsAndTheDocuments) {
@@ -131,11 +182,13 @@ TEST_F(CMainFrameTest, AlwaysOnTopKeepsTheWindowsPlaceAndIsKept) {
     frame.ShowPlaced();
     auto* action = frame.findChild<QAction*>(QStringLiteral("alwaysOnTop"));
     EXPECT_EQ(action->data().toInt(), 10101);
-    frame.setGeometry(40, 50, 700, 400);
+    frame.move(40, 50);
+    frame.resize(700, 400);
     action->trigger();
     EXPECT_TRUE(frame.isVisible());
     EXPECT_TRUE(frame.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     EXPECT_EQ(frame.size(), QSize(700, 400));
+    EXPECT_EQ(frame.pos(), QPoint(40, 50));
     frame.close();
     EXPECT_TRUE(settings.ReadBoolean(kAlwaysOnTop));
     EXPECT_EQ(settings.ReadInteger(kRectWidth), 700);

@@ -126,8 +126,9 @@ TEST_F(DataLine, NamesThatCannotBeLoadedAreAskedForAgainAfterFiveSeconds) {
     Update("Last Market Center=5");
     EXPECT_EQ(Cell("Trade Market Center"), "M5");
     EXPECT_EQ(Cell("Listed Market Name"), "A market with quite a long name") << "what came before is named now";
+    EXPECT_EQ(Cell("Security Type Name"), "EQUITY") << "and no further line is needed for the other table";
     Update("Last Market Center=6");
-    EXPECT_EQ(names.loads, 3);
+    EXPECT_EQ(names.loads, 4);
     CClock::SetInstance(nullptr);
 }
 

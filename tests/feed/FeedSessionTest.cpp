@@ -258,3 +258,29 @@ TEST_F(FeedSessionTest, TheLogTellsTrafficByPortAndKind) {
                                     "Connectivity STATUS Level1: connection closed, error 0",
                                     "L1Error STATUS Level1: 0 of 3 bytes sent, error 10057: wX"));
 }
+
+TEST_F(FeedSessionTest, TheLogTellsAdminAndLookupTrafficUnderTheirOwnCategories) {
+    std::vector<std::string> events;
+    const LogSink previousSink = SetLogSink([&](const SLogEvent& event) {
+        events.push_back(std::string(LogName(event.category)) + " " + std::string(LogName(event.direction)) + " " +
+                         event.text);
+    });
+    BringUp();
+    events.clear();
+    SetLogCategories(ReadLogCategories("Admin;LookupRequest;LookupData;LookupError"));
+    session.SymbolSearch(ESearchBy::Symbol, "IBM", "", "");
+    feed.lookup.Says("LSearch,!ENDMSG!,\r\nS,CURRENT PROTOCOL,6.2\r\nE,!NO_DATA!\r\n");
+    ASSERT_TRUE(WaitUntil([&] { return events.size() == 4; }));
+    feed.admin.Says("S,X\r\n");
+    ASSERT_TRUE(WaitUntil([&] { return events.size() == 5; }));
+    SetLogCategories(ReadLogCategories("Off"));
+    session.SymbolSearch(ESearchBy::Symbol, "IBM", "", "");
+    feed.admin.Says("S,Y\r\n");
+    ASSERT_TRUE(WaitUntil([&] { return session.system.back() == "S,Y"; }));
+    SetLogCategories(ReadLogCategories(kDefaultLogCategories));
+    SetLogSink(previousSink);
+    EXPECT_THAT(events,
+                ElementsAre("LookupRequest TO SERVER SBF,s,IBM,,,LSearch", "LookupData FROM SERVER LSearch,!ENDMSG!,",
+                            "LookupData FROM SERVER S,CURRENT PROTOCOL,6.2", "LookupError FROM SERVER E,!NO_DATA!",
+                            "Admin FROM SERVER S,X"));
+}

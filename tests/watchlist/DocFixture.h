@@ -1,10 +1,13 @@
 #pragma once
 
+#include "alerts/NewsRequest.h"
 #include "base/Registry.h"
 #include "data/L1DataStore.h"
+#include "data/UpdateFields.h"
 #include "settings/ApplicationProfile.h"
 #include "settings/ConfigWriter.h"
 #include "settings/Settings.h"
+#include "support/MessageBoxes.h"
 #include "support/TempFolder.h"
 #include "watchlist/WatchlistDoc.h"
 
@@ -55,12 +58,25 @@ public:
     bool pending = false;
 };
 
+/// A lookup connection that keeps for which symbols news counts were asked for.
+class CAskedCounts final : public CNewsCountsPort {
+public:
+    void SendNewsRequest(std::string_view request) override {
+        const size_t list = request.find(',') + 1;
+        lists.emplace_back(request.substr(list, request.find(',', list) - list));
+    }
+    std::vector<std::string> Take() { return std::exchange(lists, {}); }
+
+    std::vector<std::string> lists;
+};
+
 /// A document with a store, a feed and a frame that a test drives in verbs.
 class CDocFixture : public testing::Test {
 protected:
     CDocFixture() {
         store.SetCommandPort(&feed);
         doc.SetObserver(&shown);
+        doc.SetNewsCountsPort(&counts);
         doc.NewDocument();
         shown.rows.clear();
     }
@@ -72,10 +88,35 @@ protected:
         store.OnLevel1Message(line);
         doc.OnPaintMessage();
     }
+    /// An update comes that carries one field, by the feed's name of it.
+    void FeedSets(std::string_view symbol, std::string_view field, std::string_view value) {
+        std::string line("Q,");
+        line.append(symbol);
+        for (size_t i = 0; kUpdateFields[i].name != field; ++i) line += ',';
+        FeedSays(line.append(value).append(","));
+    }
     /// The symbol stands at the row and is watched, as after typing it.
     void Place(int row, std::string_view symbol) {
         doc.PlaceSymbol(row, symbol);
         doc.WatchSymbol(symbol);
+    }
+    /// What stands in a row: "IBM", "IBM showing two words more", "#an annotation", or nothing.
+    std::string Row(int row) const {
+        if (doc.RowKind(row) == ERowKind::Annotation) return std::string("#").append(doc.AnnotationText(row));
+        std::string out(doc.RowSymbol(row));
+        if (!doc.ShownText(row).empty()) out += " showing " + std::string(doc.ShownText(row));
+        return out;
+    }
+    /// The rows from 1 on, "|" between them.
+    std::string Rows() const {
+        std::string out;
+        for (int row = 1; row <= doc.LastUsedRow(); ++row) out.append(row > 1 ? "|" : "").append(Row(row));
+        return out;
+    }
+    std::string TakeMessage() {
+        const std::string text = boxes.shown.empty() ? std::string() : boxes.shown.back().text;
+        boxes.shown.clear();
+        return text;
     }
 
     CTempFolder folder;
@@ -83,7 +124,9 @@ protected:
     CApplicationProfile profile{registry, "Software\\Test"};
     CConfigWriter writer{profile};
     CSettings settings{writer};
+    CMessageBoxes boxes;
     CSentCommands feed;
+    CAskedCounts counts;
     CL1DataStore store;
     CFrameAndView shown;
     CWatchlistDoc doc{store, settings, shown};

@@ -1,50 +1,15 @@
 #include "watchlist/RowOrder.h"
-#include "base/Text.h"
+#include "watchlist/LiteralInsertion.h"
 
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <functional>
-#include <list>
 #include <random>
 #include <string>
 
 using namespace vx;
+using namespace vx::test;
 using testing::ElementsAre;
-
-namespace {
-
-// The rule as it reads: each row goes before the first element that says so.
-template <typename Key>
-std::vector<uint32_t> InsertLiterally(const std::vector<Key>& keys,
-                                      const std::function<bool(const Key& added, const Key& there)>& goesBefore) {
-    std::list<uint32_t> order;
-    for (uint32_t i = 0; i < keys.size(); ++i) {
-        auto place = order.begin();
-        while (place != order.end() && !goesBefore(keys[i], keys[*place])) ++place;
-        order.insert(place, i);
-    }
-    return {order.begin(), order.end()};
-}
-
-std::vector<uint32_t> InsertTexts(const std::vector<std::string_view>& keys, bool ascending) {
-    return InsertLiterally<std::string_view>(keys, [&](std::string_view added, std::string_view there) {
-        if (added.empty() && there.empty()) return true;
-        const int folds = CompareNoCase(added, there);
-        const int exact = added.compare(there);
-        if (ascending) return folds < 0 || (folds == 0 && exact <= 0);
-        return folds > 0 || (folds == 0 && exact >= 0);
-    });
-}
-
-std::vector<uint32_t> InsertNumbers(const std::vector<double>& keys, bool ascending) {
-    return InsertLiterally<double>(keys, [&](double added, double there) {
-        if (added == 0.0 && there == 0.0) return true;
-        return ascending ? there > added : there < added;
-    });
-}
-
-} // namespace
 
 TEST(RowOrder, TiesEmptiesAndZerosStandAsInsertionPlacesThem) {
     const std::vector<std::string_view> texts = {"b", "", "B", "a", "", "b"};

@@ -17,6 +17,12 @@ struct SPlainNumber {
     bool negative;
 };
 
+/// What a kernel sees in 64 bytes of a line.
+struct SBlock {
+    uint64_t commas; ///< One bit for each byte, the first byte lowest.
+    bool hasBlanks;  ///< At least one is a blank.
+};
+
 /// 10^0 to 10^15.
 inline constexpr std::array<double, kMostPlainDigits + 1> kPowersOfTen = [] {
     std::array<double, kMostPlainDigits + 1> powers{1};

@@ -1,0 +1,224 @@
+// What sorting and moving rows of a long watchlist costs, with everything that belongs to a row: symbols and their
+// rows, annotations, notes, formats. Before the times of single operations, the order of a sort is computed beside the
+// literal insertion of 10,000 rows from the same keys; the program fails when the two differ or when ours is not at
+// least 100 times as fast.
+
+#include "data/L1DataStore.h"
+#include "data/UpdateFields.h"
+#include "settings/ConfigWriterMux.h"
+#include "settings/Settings.h"
+#include "watchlist/LiteralInsertion.h"
+#include "watchlist/RowOrder.h"
+#include "watchlist/SortRows.h"
+#include "watchlist/WatchlistDoc.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <memory>
+#include <random>
+
+namespace {
+
+using namespace vx;
+
+constexpr int kManyRows = 100'000;
+constexpr size_t kComparedRows = 10'000;
+constexpr double kLeastRatio = 100;
+constexpr int kLastColumn = 2;
+
+class CNoSettings final : public CConfigWriterMux {
+public:
+    std::string ReadString(std::string_view, std::string_view defaultText) override { return std::string(defaultText); }
+    bool WriteString(std::string_view, std::string_view) override { return true; }
+};
+
+class CNoFrame final : public CWatchlistFrame {
+public:
+    void SetStatusText(std::string_view) override {}
+    void SetDocumentTitle(std::string_view) override {}
+    void ApplyPlacement(const SPlacement&) override {}
+    void OnUnwatched(std::string_view) override {}
+};
+
+class CFeedThatTakesAll final : public CL1CommandPort {
+public:
+    int Send(std::string_view command) override { return static_cast<int>(command.size()); }
+    bool IsOpen() const override { return true; }
+};
+
+std::string SymbolName(int row) { return "SYM" + std::to_string(row); }
+
+/// A connected document and what it stands on.
+struct SList {
+    SList() {
+        store.SetCommandPort(&feed);
+        doc.NewDocument();
+        doc.SetFeedReady();
+        doc.Columns().Clear();
+        doc.SetColumnsByName("Symbol;Last;Bid;Ask;");
+    }
+
+    /// Every row a symbol of its own with a price; each hundredth row an annotation, each fiftieth with a note and a
+    /// format.
+    void Fill(int rows) {
+        std::mt19937 random(5);
+        SCellFormat bold;
+        bold.bold = true;
+        for (int row = 1; row <= rows; ++row) {
+            if (row % 100 == 0) {
+                doc.SetAnnotation(row, "a heading");
+                continue;
+            }
+            const std::string symbol = SymbolName(static_cast<int>(random() % 9'000'000));
+            doc.EnterSymbol(row, symbol);
+            SetLast(symbol, static_cast<double>(random() % 5'000'000) / 100);
+            if (row % 50 == 1) {
+                doc.Notes().Set(row, "a note");
+                doc.Formats().Set(row, 2, bold);
+            }
+        }
+        doc.OnPaintMessage();
+    }
+
+    void SetLast(const std::string& symbol, double value) {
+        std::string line = "Q," + symbol;
+        for (size_t i = 0; kUpdateFields[i].name != "Last"; ++i) line += ',';
+        store.OnLevel1Message(line + std::to_string(value) + ",");
+    }
+
+    CNoSettings texts;
+    CSettings settings{texts};
+    CNoFrame frame;
+    CFeedThatTakesAll feed;
+    CL1DataStore store;
+    CWatchlistDoc doc{store, settings, frame};
+};
+
+SList& LongList() {
+    static const auto list = [] {
+        auto made = std::make_unique<SList>();
+        made->Fill(kManyRows);
+        return made;
+    }();
+    return *list;
+}
+
+void BM_SortWholeList(benchmark::State& state) {
+    SList& list = LongList();
+    bool ascending = true;
+    for ([[maybe_unused]] auto _ : state) {
+        SortRows(list.doc, 1, kManyRows, static_cast<int>(state.range(0)), ascending);
+        ascending = !ascending;
+    }
+    state.SetItemsProcessed(state.iterations() * kManyRows);
+}
+
+void BM_MoveBlockToTheEndAndBack(benchmark::State& state) {
+    CWatchlistDoc& doc = LongList().doc;
+    for ([[maybe_unused]] auto _ : state) {
+        doc.MoveRows(1, 1000, kManyRows + 1);
+        doc.MoveRows(kManyRows - 999, 1000, 1);
+    }
+}
+
+void BM_DeleteAndInsertAtTheTop(benchmark::State& state) {
+    SList list;
+    list.Fill(kManyRows - 1000);
+    for ([[maybe_unused]] auto _ : state) {
+        list.doc.InsertRows(1, 500);
+        list.doc.DeleteRows(1, 500);
+    }
+}
+
+void BM_PlaceOneByOneAndDeleteAll(benchmark::State& state) {
+    const int rows = static_cast<int>(state.range(0));
+    SList list;
+    for ([[maybe_unused]] auto _ : state) {
+        for (int row = 1; row <= rows; ++row) list.doc.EnterSymbol(row, SymbolName(row));
+        list.doc.DeleteRows(1, rows);
+    }
+    state.SetItemsProcessed(state.iterations() * rows);
+}
+
+/// One symbol in every row, placed from the last row to the first and emptied from the first to the last.
+void BM_OneSymbolEverywhere(benchmark::State& state) {
+    const int rows = static_cast<int>(state.range(0));
+    SList list;
+    for ([[maybe_unused]] auto _ : state) {
+        for (int row = rows; row >= 1; --row) list.doc.EnterSymbol(row, "IBM");
+        for (int row = 1; row <= rows; ++row) list.doc.EmptyRow(row);
+    }
+    state.SetItemsProcessed(state.iterations() * rows);
+}
+
+/// As many rejected symbols as rows, each overwritten by an annotation.
+void BM_RejectAndOverwriteEveryRow(benchmark::State& state) {
+    const int rows = static_cast<int>(state.range(0));
+    for ([[maybe_unused]] auto _ : state) {
+        SList list;
+        for (int row = 1; row <= rows; ++row) {
+            list.doc.EnterSymbol(row, SymbolName(row));
+            list.doc.SymbolNotFound(SymbolName(row));
+        }
+        for (int row = 1; row <= rows; ++row) list.doc.SetAnnotation(row, "over");
+    }
+    state.SetItemsProcessed(state.iterations() * rows);
+}
+
+template <typename Function> double MedianMs(int runs, Function function) {
+    std::vector<double> times;
+    for (int run = 0; run < runs; ++run) {
+        const auto start = std::chrono::steady_clock::now();
+        benchmark::DoNotOptimize(function());
+        times.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+    }
+    std::sort(times.begin(), times.end());
+    return times[times.size() / 2];
+}
+
+template <typename Ours, typename Literal> bool Compare(const char* what, Ours ours, Literal literal) {
+    const bool equal = ours() == literal();
+    const double oursMs = MedianMs(25, ours);
+    const double literalMs = MedianMs(5, literal);
+    const bool good = equal && literalMs / oursMs >= kLeastRatio;
+    std::printf("order of %zu rows by %s: %.2f ms, literal insertion %.0f ms, ratio %.0f, %s%s\n", kComparedRows, what,
+                oursMs, literalMs, literalMs / oursMs, equal ? "equal" : "DIFFERENT", good ? "" : "  FAILED");
+    return good;
+}
+
+bool CompareWithLiteral() {
+    std::mt19937 random(9);
+    std::vector<std::string> texts;
+    std::vector<double> numbers;
+    for (size_t i = 0; i < kComparedRows; ++i) {
+        texts.push_back(SymbolName(static_cast<int>(random() % 900'000)));
+        numbers.push_back(static_cast<double>(random() % 500'000) / 100);
+    }
+    const std::vector<std::string_view> keys(texts.begin(), texts.end());
+    const bool byText = Compare(
+        "text", [&] { return OrderByText(keys, true); }, [&] { return test::InsertTexts(keys, true); });
+    const bool byNumber = Compare(
+        "number", [&] { return OrderByNumber(numbers, true); }, [&] { return test::InsertNumbers(numbers, true); });
+    return byText && byNumber;
+}
+
+} // namespace
+
+BENCHMARK(BM_SortWholeList)->ArgName("column")->Arg(1)->Arg(kLastColumn)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_MoveBlockToTheEndAndBack)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_DeleteAndInsertAtTheTop)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_PlaceOneByOneAndDeleteAll)->Arg(10'000)->Arg(kManyRows)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_OneSymbolEverywhere)->Arg(10'000)->Arg(kManyRows)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RejectAndOverwriteEveryRow)->Arg(10'000)->Arg(kManyRows)->Unit(benchmark::kMillisecond);
+
+int main(int argc, char** argv) {
+    const bool good = CompareWithLiteral();
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return good ? 0 : 1;
+}

@@ -1,0 +1,48 @@
+#include "feed/LookupTables.h"
+
+#include "base/Clock.h"
+#include "base/Log.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <chrono>
+
+namespace vx {
+
+CLookupTables::CLookupTables(CRegistry& registry, int timeoutMs)
+    : m_markets(registry), m_types(registry), m_timeoutMs(timeoutMs) {}
+
+void CLookupTables::Load() {
+    if (m_markets.IsLoaded() && m_types.IsLoaded()) return;
+    if (CClock::Instance().MonotonicMs() < m_nextTryMs) return;
+    using Clock = std::chrono::steady_clock;
+    const auto deadline = Clock::now() + std::chrono::milliseconds(m_timeoutMs);
+    const auto left = [&] {
+        return static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count());
+    };
+    m_markets.SetTimeoutMs(left());
+    m_markets.Load();
+    if (!m_markets.IsLoaded()) return Pause(m_markets.WasUnanswered());
+    m_types.SetTimeoutMs(left());
+    m_types.Load();
+    if (!m_types.IsLoaded()) return Pause(m_types.WasUnanswered());
+    LogInformation(fmt::format("Lookup: {} listed markets and {} security types.", m_markets.Count(), m_types.Count()));
+}
+
+void CLookupTables::Pause(bool unanswered) {
+    m_nextTryMs = CClock::Instance().MonotonicMs() + (unanswered ? m_pauseMs : kPauseMs);
+    if (unanswered) m_pauseMs = std::min(m_pauseMs * 2, kMostPauseMs);
+}
+
+bool CLookupTables::EnsureMarketsLoaded() {
+    if (!m_markets.IsLoaded()) Load();
+    return m_markets.IsLoaded();
+}
+
+bool CLookupTables::EnsureSecurityTypesLoaded() {
+    if (!m_types.IsLoaded()) Load();
+    return m_types.IsLoaded();
+}
+
+} // namespace vx

@@ -1,0 +1,61 @@
+#include "feed/SymbolSearch.h"
+
+#include "base/Text.h"
+#include "feed/FeedLog.h"
+#include "feed/FeedSlots.h"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+namespace vx {
+
+namespace {
+
+constexpr std::string_view kEnd = "LSearch,!ENDMSG!";
+constexpr std::string_view kNothingFound = "No Results Found";
+// Places of the texts in a reply line.
+constexpr size_t kSymbol = 2;
+constexpr size_t kMarket = 3;
+constexpr size_t kSecurityType = 4;
+constexpr size_t kDescription = 5;
+constexpr size_t kFieldCount = 6;
+
+std::string AsField(std::string_view text) {
+    std::string out(text);
+    for (char& c : out)
+        if (c == ',' || static_cast<unsigned char>(c) < ' ') c = ' ';
+    return out;
+}
+
+std::string Cut(std::string_view text) { return std::string(text.substr(0, CSearchResults::kMostTextBytes)); }
+
+} // namespace
+
+std::string SymbolSearchRequest(ESearchBy by, std::string_view text, std::string_view marketFilter,
+                                std::string_view typeFilter) {
+    const std::string filter = !marketFilter.empty() ? "e," + AsField(marketFilter)
+                               : !typeFilter.empty() ? "t," + AsField(typeFilter)
+                                                     : ",";
+    return fmt::format("SBF,{},{},{},LSearch\r\n", by == ESearchBy::Description ? 'd' : 's', AsField(text), filter);
+}
+
+void CSearchResults::Clear() {
+    m_results.clear();
+    m_ended = m_dropped = false;
+}
+
+void CSearchResults::OnLine(std::string_view line) {
+    if (const auto fields = SplitCountingTail(line, ','); fields.size() >= kFieldCount) {
+        if (m_results.size() < kMostResults)
+            m_results.push_back(
+                {Cut(fields[kSymbol]), Cut(fields[kDescription]), Cut(fields[kMarket]), Cut(fields[kSecurityType])});
+        else if (!std::exchange(m_dropped, true))
+            FeedLogOf(kLookupSlot).Failed(fmt::format("a search has more than {} results", kMostResults));
+    } else if (ContainsText(line, kEnd)) {
+        m_ended = true;
+        if (m_results.empty()) m_results.push_back({std::string(kNothingFound), "", "", ""});
+    }
+}
+
+} // namespace vx

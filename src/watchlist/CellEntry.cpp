@@ -1,0 +1,146 @@
+#include "watchlist/CellEntry.h"
+
+#include "base/MessageBox.h"
+#include "base/Text.h"
+#include "data/CellText.h"
+#include "settings/Settings.h"
+#include "watchlist/RowCellText.h"
+#include "watchlist/WatchlistDoc.h"
+
+#include <algorithm>
+
+namespace vx {
+
+namespace {
+
+constexpr char kAnnotationMark = '#';
+constexpr char kSymbolMark = '=';
+constexpr std::ptrdiff_t kMostBlanksInSymbol = 1;
+
+bool BeginsWith(std::string_view text, char mark) { return !text.empty() && text.front() == mark; }
+
+bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
+
+std::string UsableText(std::string_view typed) {
+    std::string text(typed.substr(0, kMostCellText));
+    std::replace_if(text.begin(), text.end(), IsControl, ' ');
+    if (text.find(',') != std::string::npos) text = kCommaSymbol;
+    return text;
+}
+
+void Tell(const char* text) { ShowMessageBox({text, {}, EBoxButtons::Ok, EBoxIcon::None}); }
+
+/// One cell of a document whose editing has ended.
+class CCellEntry {
+public:
+    CCellEntry(CWatchlistDoc& doc, int row, int column)
+        : m_doc(doc), m_row(row), m_column(column),
+          m_inSymbolColumn(doc.Columns().PositionOf(kSymbolColumn) == column) {}
+
+    void Enter(const std::string& text) {
+        if (text.empty()) return Clear();
+        switch (m_doc.RowKind(m_row)) {
+        case ERowKind::Symbol:
+            return m_inSymbolColumn ? Retype(text) : RefuseInSymbolRow(text);
+        case ERowKind::Annotation:
+            return BeginsWith(text, kSymbolMark) ? SymbolOverAnnotation(text) : Annotate(text);
+        case ERowKind::Empty:
+            return m_inSymbolColumn ? EnterInEmptyRow(text) : Annotate(text);
+        }
+    }
+
+private:
+    void Clear() {
+        const ERowKind kind = m_doc.RowKind(m_row);
+        if (kind == ERowKind::Annotation || (kind == ERowKind::Symbol && m_inSymbolColumn))
+            m_doc.EmptyRow(m_row);
+        else
+            m_doc.Notes().Remove(m_row);
+        Finish();
+    }
+
+    static void RefuseInSymbolRow(const std::string& text) {
+        Tell(BeginsWith(text, kSymbolMark) ? "This cell is reserved for Symbol Data."
+                                           : "Annotations may not be placed in Symbol Rows.");
+    }
+
+    void Retype(const std::string& text) {
+        if (BeginsWith(text, kAnnotationMark)) return;
+        if (const std::optional<std::string> symbol = TypedSymbol(text))
+            Place(*symbol);
+        else
+            m_doc.ShowText(m_row, TrimBlanks(text));
+    }
+
+    void SymbolOverAnnotation(std::string_view text) {
+        if (!m_inSymbolColumn || m_column != 1) return Tell("This row is reserved for Annotation Data.");
+        text.remove_prefix(1);
+        if (const std::optional<std::string> symbol = TypedSymbol(text))
+            Place(*symbol);
+        else
+            Annotate(TrimBlanks(text));
+    }
+
+    void EnterInEmptyRow(const std::string& text) {
+        if (BeginsWith(text, kAnnotationMark)) return Annotate(text);
+        if (const std::optional<std::string> symbol = TypedSymbol(text))
+            Place(*symbol);
+        else
+            Annotate(TrimBlanks(text));
+    }
+
+    void Place(const std::string& symbol) {
+        m_doc.EnterSymbol(m_row, symbol);
+        Finish();
+    }
+
+    void Annotate(std::string_view text) {
+        m_doc.SetAnnotation(m_row, text);
+        Finish();
+    }
+
+    // What the user had given the old content belongs to it.
+    void Finish() {
+        m_doc.Formats().Reset(m_row, m_column);
+        m_doc.RowEdited(m_row);
+        m_doc.RebuildGrid(); // The empty rows below the last used one move with it.
+    }
+
+    CWatchlistDoc& m_doc;
+    int m_row;
+    int m_column;
+    bool m_inSymbolColumn;
+};
+
+} // namespace
+
+void EnterCellText(CWatchlistDoc& doc, int row, int column, std::string_view oldText, std::string_view newText) {
+    if (newText == oldText) return;
+    if (row < 1 || row > CRowTable::kMaxRow || column < 1 || column >= doc.Columns().Count()) return;
+    CCellEntry(doc, row, column).Enter(UsableText(newText));
+}
+
+std::optional<std::string> TypedSymbol(std::string_view text) {
+    text = TrimBlanks(text);
+    if (std::count(text.begin(), text.end(), ' ') > kMostBlanksInSymbol) return std::nullopt;
+    if (text.find(',') != std::string_view::npos) return std::nullopt;
+    const bool hasUpper = std::any_of(text.begin(), text.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
+    return hasUpper ? std::string(text) : UpperAscii(text);
+}
+
+void AddCurrentSymbol(CWatchlistDoc& doc, const CSettings& settings, int row) {
+    const std::string current = UsableText(settings.ReadTextOrDefault(kCurrentSymbol));
+    const std::string symbol(TrimBlanks(current));
+    if (symbol.empty() || row < 1 || row > CRowTable::kMaxRow) return;
+    if (doc.RowKind(row) != ERowKind::Empty) {
+        const std::string question =
+            "Would you like to replace the contents of the row with symbol information for \"" + symbol + "\"?";
+        if (ShowMessageBox({question, "Replace Row?", EBoxButtons::YesNo, EBoxIcon::Question}) != EBoxAnswer::Yes)
+            return;
+    }
+    doc.EnterSymbol(row, symbol);
+    doc.RowEdited(row);
+    doc.RebuildGrid();
+}
+
+} // namespace vx

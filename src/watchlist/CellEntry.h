@@ -1,0 +1,30 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vx {
+
+class CSettings;
+class CWatchlistDoc;
+
+/// The user ended the editing of a cell: decides whether the text becomes a symbol, an annotation or nothing.
+///
+/// A text with a comma counts as kCommaSymbol; an empty one clears the cell, and with a symbol its row. What the kind
+/// of the row forbids is said in a message box. Control characters in the text count as blanks.
+///
+/// Shape   row and column of the grid; texts Windows-1252, what is beyond the longest cell text is cut
+/// Errors  rows and columns that the document does not have are ignored
+/// Thread  GUI thread only
+void EnterCellText(CWatchlistDoc& doc, int row, int column, std::string_view oldText, std::string_view newText);
+
+/// The symbol that a typed text stands for: without blanks around it, in upper case unless it holds an upper-case
+/// letter already. Nothing for a text of three words or more or with a comma: that is no symbol.
+std::optional<std::string> TypedSymbol(std::string_view text);
+
+/// Puts the symbol that a companion program chose last into a row, after asking when something stands there; does
+/// nothing when none was chosen.
+void AddCurrentSymbol(CWatchlistDoc& doc, const CSettings& settings, int row);
+
+} // namespace vx

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "data/CellText.h"
+
+#include <span>
+#include <string_view>
+
+namespace vx {
+
+class CSymbolRec;
+class CWatchlistDoc;
+
+/// The name of the column in which symbols stand and are typed.
+inline constexpr std::string_view kSymbolColumn = "Symbol";
+/// The program's own columns.
+inline constexpr std::string_view kAlertsColumn = "Alerts";
+inline constexpr std::string_view kNotesColumn = "Notes";
+inline constexpr std::string_view kNewsColumn = "News";
+inline constexpr std::string_view kHeadlineColumn = "Latest Headline";
+
+/// One column of a document, looked up once for all the cells of it that are read.
+class CColumnReader {
+public:
+    /// column: grid column; one that the document does not show reads as empty.
+    CColumnReader(const CWatchlistDoc& doc, int column);
+
+    /// Whether the column's cells hold numbers: its rows are then sorted by number, else by text.
+    bool IsNumber() const;
+
+    /// Writes what the cell of a symbol row shows: a field of its record, the symbol, the text shown in its place, the
+    /// news count or headline, the number of its alerts, or the first line of its note. Other rows give nothing.
+    ///
+    /// Returns the bytes written, at most kMostCellText
+    size_t Read(int row, std::span<char, kMostCellText> out) const { return Read(row, FindRecord(row), out); }
+
+    // The same in two steps, for whoever reads a whole column: the records of many rows are found sooner when nothing
+    // else is done between them.
+
+    /// The record that the row's cell reads from, null when it needs none or there is none.
+    const CSymbolRec* FindRecord(int row) const;
+    size_t Read(int row, const CSymbolRec* record, std::span<char, kMostCellText> out) const;
+
+private:
+    enum class EKind { Nothing, Field, Symbol, Alerts, Notes, News, Headline };
+
+    size_t ReadOwn(int row, std::string_view symbol, std::span<char, kMostCellText> out) const;
+
+    const CWatchlistDoc& m_doc;
+    int m_column;
+    EKind m_kind = EKind::Nothing;
+    const SFieldEntry* m_entry = nullptr;
+};
+
+} // namespace vx

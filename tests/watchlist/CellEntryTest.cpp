@@ -1,0 +1,248 @@
+#include "watchlist/CellEntry.h"
+#include "watchlist/DocFixture.h"
+
+#include <filesystem>
+
+using namespace vx;
+using namespace vx::test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr int kRow = 2;
+
+/// Where the text is typed. The columns are "Symbol;Last;", but for SecondIsSymbol: "Last;Symbol;".
+enum class EColumn { Symbol, Other, SecondIsSymbol };
+
+struct STyping {
+    const char* before; ///< What stands in the row, as CDocFixture::Row says it.
+    EColumn column;
+    const char* typed;
+    const char* after;
+    const char* message; ///< Empty for none.
+    const char* sent;    ///< To the feed, line ends as blanks.
+    bool asks;           ///< News counts are asked for.
+};
+
+constexpr const char* kSymbolCell = "This cell is reserved for Symbol Data.";
+constexpr const char* kNoAnnotation = "Annotations may not be placed in Symbol Rows.";
+constexpr const char* kAnnotationRow = "This row is reserved for Annotation Data.";
+
+class CCellEntry : public CDocFixture {
+protected:
+    CCellEntry() {
+        FeedIsReady();
+        UseColumns("Symbol;Last;");
+    }
+    void UseColumns(std::string_view names) {
+        doc.Columns().Clear();
+        doc.SetColumnsByName(names);
+    }
+    void Prepare(const std::string& row) {
+        doc.EmptyRow(kRow);
+        if (!row.empty() && row[0] == '#')
+            doc.SetAnnotation(kRow, row);
+        else
+            doc.EnterSymbol(kRow, row);
+        feed.Take();
+        counts.Take();
+        doc.SetModified(false);
+    }
+    void Type(std::string_view text, int row = kRow, int column = 1) { EnterCellText(doc, row, column, "old", text); }
+    std::string Sent() {
+        std::string out;
+        for (std::string& command : feed.Take()) {
+            command.back() = ' ';
+            out += command;
+        }
+        return out;
+    }
+};
+
+const STyping kTypings[] = {
+    // An empty row.
+    {"", EColumn::Symbol, "ibm", "IBM", "", "wIBM ", true},
+    {"", EColumn::Symbol, "  MsFt ", "MsFt", "", "wMsFt ", true},
+    {"", EColumn::Symbol, "es #f", "ES #F", "", "wES #F ", true},
+    {"", EColumn::Symbol, "\xE9t\xE9", "\xE9T\xE9", "", "w\xE9T\xE9 ", true},
+    {"", EColumn::Symbol, "=IBM", "=IBM", "", "w=IBM ", true},
+    {"", EColumn::Symbol, "ibm--nys", "IBM--NYS", "", "wIBM S,REGON,IBM ", false},
+    {"", EColumn::Symbol, "A,B", "ERR_COMMA_SYMBOL", "", "wERR_COMMA_SYMBOL ", true},
+    {"", EColumn::Symbol, " Buy at open ", "#Buy at open", "", "", false},
+    {"", EColumn::Symbol, "#Tech", "#Tech", "", "", false},
+    {"", EColumn::Symbol, "   ", "", "", "", false},
+    {"", EColumn::Other, "ibm", "#ibm", "", "", false},
+    {"", EColumn::Other, "#ibm", "#ibm", "", "", false},
+    {"", EColumn::Other, "=ibm", "#=ibm", "", "", false},
+    {"", EColumn::Other, "a,b", "#ERR_COMMA_SYMBOL", "", "", false},
+    {"", EColumn::Symbol, "", "", "", "", false},
+    // A symbol row.
+    {"IBM", EColumn::Symbol, "msft", "MSFT", "", "rIBM wMSFT ", true},
+    {"IBM", EColumn::Symbol, "ibm", "IBM", "", "rIBM wIBM ", true},
+    {"IBM", EColumn::Symbol, "1,2", "ERR_COMMA_SYMBOL", "", "rIBM wERR_COMMA_SYMBOL ", true},
+    {"IBM", EColumn::Symbol, "#Tech", "IBM", "", "", false},
+    {"IBM", EColumn::Symbol, " two words more ", "IBM showing two words more", "", "", false},
+    {"IBM", EColumn::Symbol, "", "", "", "rIBM ", false},
+    {"IBM", EColumn::Other, "", "IBM", "", "", false},
+    {"IBM", EColumn::Other, "hello", "IBM", kNoAnnotation, "", false},
+    {"IBM", EColumn::Other, "#hello", "IBM", kNoAnnotation, "", false},
+    {"IBM", EColumn::Other, "a,b", "IBM", kNoAnnotation, "", false},
+    {"IBM", EColumn::Other, "=MSFT", "IBM", kSymbolCell, "", false},
+    {"IBM", EColumn::SecondIsSymbol, "msft", "MSFT", "", "rIBM wMSFT ", true},
+    // An annotation row.
+    {"#Tech", EColumn::Symbol, "#Banks", "#Banks", "", "", false},
+    {"#Tech", EColumn::Symbol, "ibm", "#ibm", "", "", false},
+    {"#Tech", EColumn::Other, " x ", "# x ", "", "", false},
+    {"#Tech", EColumn::Symbol, "=ibm", "IBM", "", "wIBM ", true},
+    {"#Tech", EColumn::Symbol, "=buy at open", "#buy at open", "", "", false},
+    {"#Tech", EColumn::Other, "=ibm", "#Tech", kAnnotationRow, "", false},
+    {"#Tech", EColumn::SecondIsSymbol, "=ibm", "#Tech", kAnnotationRow, "", false},
+    {"#Tech", EColumn::Symbol, "a,b", "#ERR_COMMA_SYMBOL", "", "", false},
+    {"#Tech", EColumn::Symbol, "", "", "", "", false},
+    {"#Tech", EColumn::Other, "", "", "", "", false},
+    // What cannot stand in a cell.
+    {"", EColumn::Symbol, "IB\nM\t", "IB M", "", "wIB M ", true},
+};
+
+} // namespace
+
+TEST_F(CCellEntry, TheKindOfTheRowDecidesWhatBecomesOfATypedText) {
+    for (const STyping& each : kTypings) {
+        UseColumns(each.column == EColumn::SecondIsSymbol ? "Last;Symbol;" : "Symbol;Last;");
+        Prepare(each.before);
+        Type(each.typed, kRow, each.column == EColumn::Symbol ? 1 : 2);
+        const std::string what = std::string(each.before) + " + " + each.typed;
+        EXPECT_EQ(Row(kRow), each.after) << what;
+        EXPECT_EQ(boxes.shown.size(), *each.message ? 1u : 0u) << what;
+        for (const SMessageBox& box : boxes.shown) EXPECT_EQ(box.caption, "") << what;
+        EXPECT_EQ(TakeMessage(), each.message) << what;
+        EXPECT_EQ(Sent(), each.sent) << what;
+        EXPECT_EQ(counts.Take().size(), each.asks ? 1u : 0u) << what;
+        const bool changed = std::string_view(each.before) != Row(kRow) && doc.ShownText(kRow).empty();
+        if (changed || *each.message) {
+            EXPECT_EQ(doc.IsModified(), changed) << what;
+        }
+    }
+}
+
+TEST_F(CCellEntry, TheSameTextAndCellsOutsideTheGridChangeNothing) {
+    EnterCellText(doc, 1, 1, "IBM", "IBM");
+    for (const int row : {0, -1, CRowTable::kMaxRow + 1}) Type("IBM", row);
+    for (const int column : {0, -1, 3}) Type("IBM", 1, column);
+    EXPECT_EQ(Rows(), "");
+    EXPECT_FALSE(doc.IsModified());
+    EXPECT_THAT(feed.Take(), IsEmpty());
+}
+
+TEST_F(CCellEntry, ClearingACellTakesItsFormatAndItsRowsNoteWhereNothingElseStands) {
+    SCellFormat bold;
+    bold.bold = true;
+    doc.EnterSymbol(1, "IBM");
+    doc.SetAnnotation(2, "Tech");
+    for (const int row : {1, 2, 3}) {
+        doc.Notes().Set(row, "note");
+        doc.Formats().Set(row, 2, bold);
+        Type("", row, 2);
+        EXPECT_EQ(doc.Formats().Find(row, 2), nullptr) << row;
+    }
+    EXPECT_EQ(Rows(), "IBM");
+    EXPECT_FALSE(doc.Notes().Has(1));
+    EXPECT_TRUE(doc.Notes().Has(2)) << "an annotation row lost its note instead of its annotation";
+    EXPECT_FALSE(doc.Notes().Has(3));
+    EXPECT_TRUE(doc.IsModified());
+    doc.Formats().Set(1, 2, bold);
+    Type("refused", 1, 2);
+    EXPECT_NE(doc.Formats().Find(1, 2), nullptr) << "a refused text changed the cell";
+}
+
+TEST_F(CCellEntry, ASymbolInTwoRowsIsWatchedOnceAndGoesWithTheLast) {
+    Type("ibm", 1);
+    Type("ibm", 2);
+    EXPECT_THAT(feed.Take(), ElementsAre("wIBM\n"));
+    EXPECT_THAT(counts.Take(), ElementsAre("IBM"));
+    EXPECT_EQ(shown.Status(), "Symbols:  1");
+    Type("msft", 1);
+    EXPECT_THAT(feed.Take(), ElementsAre("wMSFT\n"));
+    EXPECT_EQ(shown.Status(), "Symbols:  2");
+    Type("msft", 2);
+    EXPECT_THAT(feed.Take(), ElementsAre("rIBM\n"));
+    EXPECT_EQ(shown.Status(), "Symbols:  1");
+    EXPECT_EQ(doc.RowCount(), 3) << "no empty row below the last used one";
+}
+
+TEST_F(CCellEntry, AShownTextStandsUntilTheRowChangesWhateverTheFeedSends) {
+    doc.EnterSymbol(1, "IBM");
+    Type("not a symbol", 1);
+    EXPECT_FALSE(doc.IsModified());
+    FeedSays("Q,IBM,,1.5,");
+    EXPECT_EQ(Rows(), "IBM showing not a symbol");
+    doc.InsertRows(1, 1);
+    EXPECT_EQ(Rows(), "|IBM showing not a symbol");
+    doc.SymbolNotFound("IBM");
+    EXPECT_EQ(doc.ShownText(2), "");
+}
+
+TEST_F(CCellEntry, ATypedCorrectionTakesTheRowOffTheRejectedSymbols) {
+    doc.EnterSymbol(1, "NOPE");
+    doc.SymbolNotFound("NOPE");
+    EXPECT_EQ(Rows(), "#\"NOPE\" is an Invalid or Unauthorized Symbol.");
+    Type("=ibm", 1);
+    EXPECT_EQ(Rows(), "IBM");
+    EXPECT_EQ(doc.InvalidSymbols().SymbolAt(1), "");
+}
+
+TEST_F(CCellEntry, TheCurrentSymbolAsksBeforeItReplacesARow) {
+    AddCurrentSymbol(doc, settings, 1);
+    EXPECT_EQ(Rows(), "") << "none was chosen";
+    settings.WriteText(kCurrentSymbol, "MSFT");
+    AddCurrentSymbol(doc, settings, 1);
+    EXPECT_THAT(boxes.shown, IsEmpty());
+    EXPECT_THAT(feed.Take(), ElementsAre("wMSFT\n"));
+    EXPECT_TRUE(doc.IsModified());
+
+    doc.SetAnnotation(2, "Tech");
+    doc.SetModified(false);
+    boxes.answer = EBoxAnswer::No;
+    AddCurrentSymbol(doc, settings, 2);
+    EXPECT_EQ(Rows(), "MSFT|#Tech");
+    EXPECT_FALSE(doc.IsModified());
+    ASSERT_EQ(boxes.shown.size(), 1u);
+    EXPECT_EQ(boxes.shown[0].text,
+              "Would you like to replace the contents of the row with symbol information for \"MSFT\"?");
+    EXPECT_EQ(boxes.shown[0].caption, "Replace Row?");
+    EXPECT_EQ(boxes.shown[0].buttons, EBoxButtons::YesNo);
+    EXPECT_EQ(boxes.shown[0].icon, EBoxIcon::Question);
+    boxes.answer = EBoxAnswer::Yes;
+    AddCurrentSymbol(doc, settings, 2);
+    EXPECT_EQ(Rows(), "MSFT|MSFT");
+    EXPECT_THAT(feed.Take(), IsEmpty());
+}
+
+TEST_F(CCellEntry, ANewDocumentMakesTheLastFolderTheCurrentOneWhenItExists) {
+    const auto before = std::filesystem::current_path();
+    settings.WriteText(kMyWatchlists, folder.Path() + "/none");
+    doc.NewDocument();
+    EXPECT_EQ(std::filesystem::current_path(), before);
+    settings.WriteText(kMyWatchlists, folder.Path());
+    doc.NewDocument();
+    EXPECT_EQ(std::filesystem::current_path(), std::filesystem::canonical(folder.Path()));
+    std::filesystem::current_path(before);
+}
+
+TEST_F(CCellEntry, ANewDocumentTakesNothingOverFromTheOneBefore) {
+    doc.Options().sort = {3, false, true, 60000};
+    doc.Options().lockedColumns = 2;
+    doc.Options().trailingRows = 9;
+    doc.Options().useGridPrecision = true;
+    doc.EnterSymbol(1, "IBM");
+    doc.ShowText(1, "two words more");
+    doc.NewDocument();
+    EXPECT_EQ(doc.Options().sort, SSortRecord{});
+    EXPECT_EQ(doc.Options().lockedColumns, 0);
+    EXPECT_FALSE(doc.Options().useGridPrecision);
+    EXPECT_EQ(doc.RowCount(), 1);
+    EXPECT_EQ(doc.ShownText(1), "");
+    EXPECT_EQ(doc.Formats().ColumnFormat(doc.Columns().PositionOf("% Chg")).decimals, 2);
+    EXPECT_FALSE(doc.IsModified());
+}

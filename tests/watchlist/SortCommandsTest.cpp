@@ -1,0 +1,221 @@
+#include "watchlist/SortCommands.h"
+#include "watchlist/DocFixture.h"
+#include "watchlist/SortDialogRules.h"
+#include "watchlist/SortRows.h"
+
+using namespace vx;
+using namespace vx::test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr const char* kAskDirection = "Press Yes for ascending, No for descending, or Cancel to exit the sort.";
+constexpr const char* kThreeRanges =
+    "Please select time between:  5 - 36000 Seconds; 1 - 600 Minute(s); or 1 - 10 Hour(s)";
+
+/// Columns 1 Symbol, 2 Last, 3 News, 4 Notes.
+class CSortCommands : public CDocFixture {
+protected:
+    CSortCommands() {
+        FeedIsReady();
+        doc.Columns().Clear();
+        doc.SetColumnsByName("Symbol;Last;News;Notes;");
+    }
+    SSortRecord& Sort() { return doc.Options().sort; }
+    SGridSelection WholeColumn(int column) { return {1, doc.RowCount(), column, column, column}; }
+    static SGridSelection Cells(int firstRow, int lastRow, int column) {
+        return {firstRow, lastRow, column, column, column};
+    }
+};
+
+} // namespace
+
+TEST_F(CSortCommands, OnlySymbolRowsMoveAmongThePlacesOfSymbolRows) {
+    Open("Columns=Symbol:1000;\r\nSymbols=C:1,;B:3,6,;A:7,;\r\nAnnotations=2:#Tech;\r\n");
+    doc.Notes().Set(1, "of C");
+    doc.Notes().Set(4, "of an empty row");
+    SortRows(doc, 1, doc.RowCount(), 1, true);
+    EXPECT_EQ(Rows(), "A|#Tech|B|||B|C");
+    EXPECT_EQ(doc.Notes().Get(7), "of C");
+    EXPECT_EQ(doc.Notes().Get(4), "of an empty row");
+    SortRows(doc, 3, 6, 1, false);
+    EXPECT_EQ(Rows(), "A|#Tech|B|||B|C");
+    SortRows(doc, 6, 7, 1, false);
+    EXPECT_EQ(Rows(), "A|#Tech|B|||C|B");
+    EXPECT_FALSE(doc.IsModified());
+}
+
+TEST_F(CSortCommands, ColumnsSortByWhatTheirCellsShow) {
+    for (const char* symbol : {"A", "B", "C", "D"}) doc.EnterSymbol(doc.LastUsedRow() + 1, symbol);
+    FeedSets("A", "Last", "9.5");
+    FeedSets("B", "Last", "10");
+    FeedSets("C", "Last", "-1");
+    SortRows(doc, 1, 9, 2, true);
+    EXPECT_EQ(Rows(), "C|D|A|B") << "D shows nothing and counts as 0";
+    for (int i = 0; i < 10; ++i) doc.OnNewsLine("N,S,1,A,20240131 093000,Up");
+    for (int i = 0; i < 9; ++i) doc.OnNewsLine("N,S,1,C,20240131 093000,Up");
+    SortRows(doc, 1, 9, 3, false);
+    EXPECT_EQ(Rows().substr(0, 3), "A|C") << "news counts are numbers";
+    doc.Notes().Set(doc.LastUsedRow(), "9\r\nzz");
+    doc.Notes().Set(1, "10");
+    SortRows(doc, 1, 9, 4, true);
+    EXPECT_EQ(Row(3), "A") << "notes are texts";
+    const std::string before = Rows();
+    SortRows(doc, 5, 2, 1, true);
+    SortRows(doc, 1, 1, 1, true);
+    EXPECT_EQ(Rows(), before);
+}
+
+TEST_F(CSortCommands, AWholeColumnIsSortedWithoutAQuestionAndTheSecondTimeTheOtherWayRound) {
+    Open("Columns=Symbol:1000;Last:1000;\r\nSymbols=B:1,;C:2,;A:3,;\r\n");
+    ManualSort(doc, WholeColumn(1));
+    EXPECT_EQ(Rows(), "A|B|C");
+    EXPECT_TRUE(doc.IsModified());
+    ManualSort(doc, WholeColumn(1));
+    EXPECT_EQ(Rows(), "C|B|A");
+    RequestHeaderSort(doc, 1, WholeColumn(1));
+    EXPECT_EQ(Rows(), "A|B|C");
+    ManualSort(doc, WholeColumn(2));
+    EXPECT_EQ(Sort(), (SSortRecord{2, true, false, 5000})) << "another column begins ascending";
+    EXPECT_THAT(boxes.shown, IsEmpty());
+}
+
+TEST_F(CSortCommands, ASelectionIsSortedAfterAQuestionWhateverIsAnswered) {
+    struct SCase {
+        bool descending; ///< The direction after the column was chosen.
+        EBoxAnswer answer;
+        const char* rows;
+        bool ascending;
+    };
+    const std::string autoSort = "An auto sort has been set for column \"Symbol,\" it may not be manually sorted.";
+    for (const SCase& each :
+         {SCase{false, EBoxAnswer::Yes, "D|A|B|C", true}, SCase{false, EBoxAnswer::No, "D|A|B|C", true},
+          SCase{false, EBoxAnswer::Cancel, "D|A|B|C", true}, SCase{true, EBoxAnswer::Yes, "D|A|B|C", true},
+          SCase{true, EBoxAnswer::No, "D|C|B|A", false}, SCase{true, EBoxAnswer::Cancel, "D|C|B|A", false}}) {
+        Open("Columns=Symbol:1000;\r\nSymbols=D:1,;B:2,;C:3,;A:4,;\r\n");
+        if (each.descending) Sort().column = 1;
+        boxes.answer = each.answer;
+        ManualSort(doc, Cells(2, 4, 1));
+        EXPECT_EQ(Rows(), each.rows);
+        EXPECT_EQ(Sort().ascending, each.ascending);
+        EXPECT_TRUE(doc.IsModified());
+        ASSERT_EQ(boxes.shown.size(), 1u);
+        EXPECT_EQ(boxes.shown[0].buttons, EBoxButtons::YesNoCancel);
+        EXPECT_EQ(boxes.shown[0].icon, EBoxIcon::Question);
+        EXPECT_EQ(boxes.shown[0].caption, "");
+        EXPECT_EQ(TakeMessage(), each.descending ? autoSort : kAskDirection);
+    }
+}
+
+TEST_F(CSortCommands, RefusedSortsSayWhyAndLeaveTheRecord) {
+    Open("Columns=Symbol:1000;Last:1000;\r\nSymbols=B:1,;A:2,;\r\n");
+    ManualSort(doc, {1, 3, 1, 2, 1});
+    EXPECT_EQ(TakeMessage(), "Selection sorts must use a single column for the source data.");
+    ManualSort(doc, {1, 3, 0, 0, 0});
+    EXPECT_EQ(Sort(), SSortRecord{});
+
+    Sort() = {2, false, true, 60000};
+    ManualSort(doc, WholeColumn(1));
+    ASSERT_EQ(boxes.shown.size(), 1u);
+    EXPECT_EQ(boxes.shown[0].icon, EBoxIcon::Exclamation);
+    EXPECT_EQ(boxes.shown[0].caption, "");
+    EXPECT_EQ(TakeMessage(), "An auto sort has been set for column \"Last,\" it may not be manually sorted.");
+    RequestHeaderSort(doc, 1, WholeColumn(1));
+    EXPECT_EQ(boxes.shown[0].icon, EBoxIcon::Exclamation);
+    EXPECT_EQ(TakeMessage(), "The \"Symbol\" column may not be sorted because an Auto Sort has been set for the "
+                             "\"Last\" column.");
+    EXPECT_EQ(Sort(), (SSortRecord{2, false, true, 60000}));
+    EXPECT_EQ(Rows(), "B|A");
+    EXPECT_FALSE(doc.IsModified());
+}
+
+TEST_F(CSortCommands, AutoSortSortsAtEachTickUntilItsColumnIsGone) {
+    Open("Columns=Symbol:1000;Last:1000;\r\nSymbols=B:1,;A:2,;\r\nSort=1;TRUE;TRUE;2\r\n");
+    EXPECT_EQ(AutoSortPeriodMs(Sort()), 5000);
+    EXPECT_EQ(AutoSortTick(doc, true), EAutoSortTick::Postponed);
+    EXPECT_EQ(Rows(), "B|A");
+    EXPECT_EQ(AutoSortTick(doc, false), EAutoSortTick::Sorted);
+    EXPECT_EQ(Rows(), "A|B");
+    EXPECT_FALSE(doc.IsModified());
+
+    const auto tick = [&](int column, bool autoSort) {
+        Sort() = {column, true, autoSort, 60000};
+        return AutoSortTick(doc, true) != EAutoSortTick::Off && Sort().autoSort;
+    };
+    EXPECT_TRUE(tick(2, true));
+    EXPECT_FALSE(tick(2, false));
+    EXPECT_FALSE(tick(0, true));
+    EXPECT_FALSE(tick(SSortRecord::kNoColumn, true));
+    EXPECT_FALSE(tick(3, true));
+    doc.Columns().SetWidth(2, 0);
+    EXPECT_FALSE(tick(2, true)) << "the last column of some width is the first";
+    EXPECT_EQ(Sort().intervalMs, 5000);
+}
+
+TEST_F(CSortCommands, DeletingASelectionNeedsAutoSortOff) {
+    EXPECT_TRUE(MayDeleteSelection(doc));
+    EXPECT_THAT(boxes.shown, IsEmpty());
+    Sort() = {1, true, true, 60000};
+    boxes.answer = EBoxAnswer::No;
+    EXPECT_FALSE(MayDeleteSelection(doc));
+    EXPECT_TRUE(Sort().autoSort);
+    ASSERT_EQ(boxes.shown.size(), 1u);
+    EXPECT_EQ(boxes.shown[0].caption, "Turn Off Auto Sort");
+    EXPECT_EQ(boxes.shown[0].buttons, EBoxButtons::YesNo);
+    EXPECT_EQ(boxes.shown[0].icon, EBoxIcon::Stop);
+    EXPECT_EQ(TakeMessage(), "The selection may not be deleted if the Auto Sort is turned on.\n\n"
+                             "Would you like to turn off Auto Sort?");
+    boxes.answer = EBoxAnswer::Yes;
+    EXPECT_TRUE(MayDeleteSelection(doc));
+    EXPECT_EQ(Sort(), (SSortRecord{1, true, false, 5000}));
+}
+
+TEST_F(CSortCommands, TheDialogTakesWhatIsInsideTheRangesAndStaysOpenForTheRest) {
+    struct SCase {
+        SSortEntry entry;
+        const char* message; ///< Empty: accepted.
+        SSortRecord record;
+    };
+    const SSortRecord before{2, false, true, 90000};
+    const SCase cases[] = {
+        {{true, "", true, {5, ETimeUnit::Seconds}}, "Please select a column to sort the Watchlist.", before},
+        {{true, "Last", true, {4, ETimeUnit::Seconds}}, kThreeRanges, before},
+        {{true, "Last", true, {36001, ETimeUnit::Seconds}}, kThreeRanges, before},
+        {{true, "Last", true, {601, ETimeUnit::Minutes}}, kThreeRanges, before},
+        {{true, "Last", true, {2147483647, ETimeUnit::Hours}}, kThreeRanges, before},
+        {{true, "Last", true, {-1, ETimeUnit::Hours}}, kThreeRanges, before},
+        {{true, "Last", true, {5, ETimeUnit::Seconds}}, "", {2, true, true, 5000}},
+        {{true, "Symbol", false, {600, ETimeUnit::Minutes}}, "", {1, false, true, 36000000}},
+        {{true, "Symbol", false, {10, ETimeUnit::Hours}}, "", {1, false, true, 36000000}},
+        {{true, "Bid", true, {2, ETimeUnit::Minutes}}, "", {-1, true, true, 120000}},
+        {{false, "", true, {0, ETimeUnit::Seconds}}, "", {2, false, false, 5000}},
+    };
+    for (const SCase& each : cases) {
+        Sort() = before;
+        doc.SetModified(false);
+        EXPECT_EQ(ApplySortEntry(doc, each.entry), !*each.message);
+        EXPECT_EQ(Sort(), each.record) << each.entry.interval.number;
+        EXPECT_EQ(doc.IsModified(), !*each.message);
+        for (const SMessageBox& box : boxes.shown) EXPECT_EQ(box.caption, "");
+        EXPECT_EQ(TakeMessage(), each.message);
+    }
+    doc.Columns().SetWidth(2, 0);
+    EXPECT_THAT(SortableColumns(doc.Columns()), ElementsAre("Symbol", "News", "Notes"));
+    EXPECT_EQ(SortColumnName(doc.Columns(), {3, true, false, 5000}), "News");
+    EXPECT_EQ(SortColumnName(doc.Columns(), {}), "");
+}
+
+TEST(SortDialog, AnIntervalIsShownInTheLargestUnitThatDividesIt) {
+    struct SCase {
+        int seconds;
+        SShownInterval shown;
+    };
+    for (const SCase& each :
+         {SCase{0, {5, ETimeUnit::Seconds}}, SCase{4, {5, ETimeUnit::Seconds}}, SCase{5, {5, ETimeUnit::Seconds}},
+          SCase{60, {60, ETimeUnit::Seconds}}, SCase{720, {2, ETimeUnit::Minutes}}, SCase{3600, {1, ETimeUnit::Hours}},
+          SCase{36000, {10, ETimeUnit::Hours}}, SCase{36001, {10, ETimeUnit::Hours}},
+          SCase{35640, {99, ETimeUnit::Minutes}}, SCase{3601, {3601, ETimeUnit::Seconds}}})
+        EXPECT_EQ(ShownInterval(each.seconds * 1000), each.shown) << each.seconds;
+    EXPECT_EQ(SecondsOf(ShownInterval(720000)), 120) << "what opens as 2 minutes is stored as 120 seconds";
+}
