@@ -24,8 +24,9 @@ bool CAlertsMap::Add(std::string_view symbol, const A_INFO& alert, EAlertMap map
     if (entry) {
         const auto same = std::ranges::find_if(entry->alerts, [&](const A_INFO& a) { return IsSameAlert(a, alert); });
         if (same != entry->alerts.end()) {
+            const bool changes = same->enabled != alert.enabled;
             same->enabled = alert.enabled;
-            if (map == EAlertMap::Live) Rearm(symbol, *entry);
+            if (changes && map == EAlertMap::Live) Rearm(symbol, *entry);
             return true;
         }
         if (entry->alerts.size() >= kMostPerSymbol) return false;

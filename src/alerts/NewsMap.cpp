@@ -7,6 +7,7 @@
 
 #include <tinyxml2.h>
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <optional>
@@ -67,7 +68,7 @@ void CNewsMap::RaiseCount(std::string_view symbol, int32_t count) {
 
 // The parser knows no entities but the five of XML itself, and refuses what is nested deeper than a hundred elements.
 void CNewsMap::ApplyCountsReply(std::string_view xml) {
-    if (xml.empty() || xml.size() > kMostReplyBytes) return;
+    if (xml.empty() || xml.size() > kMostReplyBytes || std::ranges::count(xml, '=') > kMostReplyAttributes) return;
     tinyxml2::XMLDocument document;
     if (document.Parse(xml.data(), xml.size()) != tinyxml2::XML_SUCCESS) return;
     const tinyxml2::XMLElement* root = document.FirstChildElement();

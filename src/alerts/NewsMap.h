@@ -26,8 +26,10 @@ enum class ENewsStyle { Fresh = 1, Plain = 2 };
 /// Source  docs/feed-protocol.md
 class CNewsMap {
 public:
-    /// A longer reply is not read: it would be one for far more symbols than one request asks for.
-    static constexpr size_t kMostReplyBytes = 16 * 1024 * 1024;
+    /// A reply that is longer or has more attributes is not read: it would be one for ten times the symbols that a
+    /// request asks for. The parser compares each attribute of an element with all before it.
+    static constexpr size_t kMostReplyBytes = 1024 * 1024;
+    static constexpr int kMostReplyAttributes = 10'000;
 
     /// Knows a symbol from now on. For one that is there already count and fresh flag begin anew, and the headline
     /// stays. Regional quotes ("IBM--X") have no news.

@@ -1,41 +1,18 @@
 #pragma once
 
-#include "feed/LookupSystemInfo.h"
-
-#include <array>
+#include "feed/CodeTable.h"
 
 namespace vx {
 
-/// The table of security types as the feed client names them, by security-type id.
+/// The security types as the feed client names them, by security-type id: long name, short name. The feed client sends
+/// the two the other way round.
 ///
-/// Units   ids run from 0 to 255; any other has empty texts
-/// Errors  Load leaves the table as it was when the lookup port cannot be reached or does not answer; a refused
-///         request and a connection that the feed client ends count as loaded
-/// Owns    the texts; a view of one is good until the next load
-/// Thread  Load as CLookupSystemInfo; the readers any
-/// Source  docs/feed-protocol.md, "Lookup"
-class CSecurityTypes : public CLookupSystemInfo {
+/// Source  docs/feed-protocol.md, "Code tables"
+class CSecurityTypes : public CCodeTable<2> {
 public:
-    /// The texts against the order of the reply line: long name, short name.
-    using Entry = std::array<std::string, 2>;
+    using CCodeTable::CCodeTable;
 
-    using CLookupSystemInfo::CLookupSystemInfo;
-
-    void Load() override;
-    bool IsLoaded() const;
-    /// Lines that were taken; one id may have had several.
-    int Count() const;
-
-    /// Whether the id has any text.
-    bool Has(int id) const;
-    Entry At(int id) const;
-    /// The first text: the long name.
-    std::string_view Name(int id) const;
-
-private:
-    bool m_loaded = false;
-    int m_count = 0;
-    std::array<Entry, kTableEntries> m_entries;
+    void Load() override { LoadTable("SST\r\n", EOrder::Reversed); }
 };
 
 } // namespace vx

@@ -86,13 +86,15 @@ TEST_F(CNewsMapTest, AReplyOnlyRaisesCounts) {
 TEST_F(CNewsMapTest, AnyOtherReplyChangesNothing) {
     std::string deep;
     for (int i = 0; i < 100'000; ++i) deep += "<a>";
+    std::string attributes = "<a><b";
+    for (int i = 0; i < 60'000; ++i) attributes += " a" + std::to_string(i) + "='1'";
     const std::string symbol = "<symbol Name='IBM' StoryCount='3'/>";
     const std::string entities = "<!DOCTYPE a [<!ENTITY x \"&y;&y;&y;&y;\"><!ENTITY y \"&x;\">]>";
     for (const std::string& xml :
          {std::string{}, std::string("no xml"), symbol, "<a>" + symbol, "<a>" + symbol + "</b>", deep,
-          "<a>" + symbol + deep, "<a><b>" + symbol + "</b></a>", "<a>" + symbol + "<symbol Name='IBM</a>",
-          entities + "<a><symbol Name='&x;' StoryCount='3'/></a>", std::string("<a>\0</a>", 8),
-          "<a>" + symbol + std::string(CNewsMap::kMostReplyBytes, ' ') + "</a>",
+          "<a>" + symbol + deep, attributes + "/>" + symbol + "</a>", "<a><b>" + symbol + "</b></a>",
+          "<a>" + symbol + "<symbol Name='IBM</a>", entities + "<a><symbol Name='&x;' StoryCount='3'/></a>",
+          std::string("<a>\0</a>", 8), "<a>" + symbol + std::string(CNewsMap::kMostReplyBytes, ' ') + "</a>",
           std::string("<a><symbol Name='IBM' StoryCount='-3'/><symbol Name='IBM' StoryCount='many'/></a>")}) {
         news.ApplyCountsReply(xml);
         EXPECT_EQ(Stories("IBM"), 0) << xml.substr(0, 80);
