@@ -1,5 +1,6 @@
 #include "app/FrameFixture.h"
 
+#include "alerts/NewsRequest.h"
 #include "app/AboutDlg.h"
 #include "data/UpdateFields.h"
 #include "support/EventLoop.h"
@@ -48,7 +49,7 @@ TEST_F(CMainFrameTest, PortsComeUpInOrderAndSymbolsAreWatchedWhenTheFeedIsReady)
     EXPECT_TRUE(feed.admin.Heard(kGreeting));
     EXPECT_EQ(feed.level1.Connections(), 0);
     Connect(frame);
-    EXPECT_TRUE(feed.lookup.Heard(kGreeting));
+    EXPECT_TRUE(feed.lookup.Heard(kGreeting + NewsCountsRequest("IBM:MSFT")));
     EXPECT_TRUE(Level1Heard("wIBM\nwMSFT\n"));
     EXPECT_EQ(Shown(1, 1), "IBM");
     EXPECT_EQ(frame.View().Grid().RowCount(), 5);
@@ -96,7 +97,7 @@ TEST_F(CMainFrameTest, ALookupPortThatNeverAnswersHoldsTheFrameOnce) {
     }
     const int last = ColumnOf("Last");
     EXPECT_TRUE(WaitUntil([&] { return Shown(1, last) == "50.0000"; })) << Shown(1, last);
-    EXPECT_TRUE(feed.lookup.Heard(kGreeting + "SLM\r\n"));
+    EXPECT_TRUE(feed.lookup.Heard(kGreeting + NewsCountsRequest("IBM") + "SLM\r\n"));
 }
 
 TEST_F(CMainFrameTest, AnUnknownSymbolsRowSaysSo) {
@@ -127,6 +128,20 @@ TEST_F(CMainFrameTest, WatchesThatFoundNoConnectionGoOutWhenThereIsOne) {
     ASSERT_TRUE(WaitUntil([&] { return frame.Document().IsFeedReady(); }));
     Connect(frame);
     EXPECT_TRUE(Level1Heard("wIBM\n"));
+}
+
+TEST_F(CMainFrameTest, HeadlinesAndCountsReachTheBoard) {
+    CMainFrame& frame = Frame({"-symbol", "IBM,MSFT"});
+    Connect(frame);
+    EXPECT_TRUE(Level1Heard("wIBM\nwMSFT\n"));
+    ASSERT_TRUE(feed.lookup.Heard(kGreeting + NewsCountsRequest("IBM:MSFT")));
+    feed.lookup.Says("LNewsCounts,LN,<NewsCounts><symbol Name=\"IBM\" StoryCount=\"3\"/></NewsCounts>\r\n"
+                     "LNewsCounts,!ENDMSG!,\r\n");
+    ASSERT_TRUE(WaitUntil([&] { return Shown(1, ColumnOf("News")) == "3"; }));
+    feed.level1.Says("N,SIM,1001,IBM:MSFT,20240131 093000,Simulated: up, and <b>away</b>\r\n");
+    ASSERT_TRUE(WaitUntil([&] { return Shown(1, ColumnOf("News")) == "4"; }));
+    EXPECT_EQ(Shown(2, ColumnOf("News")), "1");
+    EXPECT_EQ(Shown(2, ColumnOf("Latest Headline")), "Simulated: up, and <b>away</b>");
 }
 
 TEST_F(CMainFrameTest, ARefusedSymbolThatIsUnknownMakesRoomForTheNext) {
