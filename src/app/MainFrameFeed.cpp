@@ -70,9 +70,9 @@ void CMainFrame::OnNewsCounts(std::string_view reply) { m_doc->OnNewsCounts(repl
 
 void CMainFrame::OnUnwatched(std::string_view symbol) { ForgetIfUnwanted(FeedSymbol(symbol)); }
 
-// What still has a record is still wanted: a symbol by its own row, or by that of one of its regions.
+// A symbol is still wanted for its own row, or for that of one of its regions.
 void CMainFrame::ForgetIfUnwanted(std::string_view feedSymbol) {
-    if (!m_store.FindSymbol(feedSymbol)) LimitedSymbols().Forget(feedSymbol);
+    if (!m_store.IsWanted(feedSymbol)) LimitedSymbols().Forget(feedSymbol);
 }
 
 void CMainFrame::SendNewsRequest(std::string_view request) { SendToFeed(kLookupSlot, request); }

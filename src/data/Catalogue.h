@@ -38,6 +38,6 @@ constexpr int DefaultWidth(int catalogueIndex) {
 
 /// The columns of a new watchlist, each name followed by ";".
 inline constexpr std::string_view kDefaultColumnList = "Symbol;Tick Trend;News;Latest Headline;Change;% Chg;Last;"
-                                                        "Volume;Bid;Ask;B Size;A Size;High;Low;T Time;Delay;";
+                                                       "Volume;Bid;Ask;B Size;A Size;High;Low;T Time;Delay;";
 
 } // namespace vx

@@ -46,7 +46,7 @@ SCellValue ReadBase(const CL1SymbolRec& record, const SFieldEntry& entry) {
     }
     case ESource::MarketName: {
         SCellValue out = FromBlock(record.Quote(), entry.slot);
-        out.text = record.MarketName(static_cast<int>(out.value.whole));
+        if (out.direction != EDirection::NeverSet) out.text = record.MarketName(static_cast<int>(out.value.whole));
         return out;
     }
     case ESource::None:

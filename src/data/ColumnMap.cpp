@@ -23,6 +23,7 @@ void CColumnMap::SetNames(std::string_view names) {
     const std::vector<sColumnInfo> before = std::move(m_columns);
     m_columns.assign(1, before.front());
     for (const std::string_view name : SplitCountingTail(names, ';')) {
+        if (Count() >= kMostColumns) return;
         if (name.empty() || PositionOf(name) >= 0) continue;
         const auto old = std::ranges::find(before, name, &sColumnInfo::name);
         Append(name, old == before.end() ? kDefaultColumnWidthPx : old->width);
@@ -38,6 +39,7 @@ std::string CColumnMap::Names() const {
 int CColumnMap::Append(std::string_view name, int width) {
     int position = PositionOf(name);
     if (position < 0) {
+        if (Count() >= kMostColumns) return -1;
         position = Count();
         m_columns.push_back({Register(name), std::string(name), kDefaultColumnWidthPx});
     }
@@ -46,7 +48,7 @@ int CColumnMap::Append(std::string_view name, int width) {
 }
 
 bool CColumnMap::Insert(int position, std::string_view name, int width) {
-    if (PositionOf(name) >= 0) return false;
+    if (PositionOf(name) >= 0 || Count() >= kMostColumns) return false;
     Move(Append(name, width), position);
     return true;
 }

@@ -24,6 +24,9 @@ struct sColumnInfo {
 /// Thread  GUI thread only
 class CColumnMap {
 public:
+    /// More columns than this are not taken: only a broken file or setting names so many.
+    static constexpr int kMostColumns = 1000;
+
     CColumnMap();
 
     /// Back to the row-number column alone, at its default width, with no names beyond the catalogue's.
@@ -35,9 +38,11 @@ public:
     /// The names of all columns but the row numbers, each followed by ";".
     std::string Names() const;
 
-    /// Adds a column at the right end, or gives the new width to the column of that name; returns its position.
+    /// Adds a column at the right end, or gives the new width to the column of that name; returns its position, -1 when
+    /// there is no room for another.
     int Append(std::string_view name, int width = kDefaultColumnWidthPx);
-    /// Puts a column before a position (1..Count()); does nothing and returns false when the name is shown already.
+    /// Puts a column before a position (1..Count()); does nothing and returns false when the name is shown
+    /// already or there is no room.
     bool Insert(int position, std::string_view name, int width = kDefaultColumnWidthPx);
     /// Takes a column out; the row-number column stays.
     void Remove(int position);

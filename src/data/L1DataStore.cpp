@@ -31,8 +31,9 @@ bool CL1DataStore::Watch(std::string_view symbol, CChangeQueue& listener) {
     if (!CanBeWatched(symbol)) return false;
     const std::string_view feedSymbol = FeedSymbol(symbol);
     CL1SymbolRec* record = m_records.Find(feedSymbol);
+    // What came for a symbol while nobody watched it is no beginning: an alert could fire on it.
+    if (record && record->m_stray) RemoveRecord(*record), record = nullptr;
     if (!record) record = &AddRecord(feedSymbol);
-    if (record->m_stray) Adopt(*record);
 
     CSymbolRec* target = record;
     if (IsRegionalName(symbol)) {
@@ -41,7 +42,7 @@ bool CL1DataStore::Watch(std::string_view symbol, CChangeQueue& listener) {
     }
     target->AddListener(listener);
     if (!record->m_watched && !SendWatch(*record)) RewatchAll();
-    if (target != record) SendCommand("S,REGON,", feedSymbol);
+    if (target != record) SendRegions(*record);
     target->Notify();
     return true;
 }
@@ -77,10 +78,11 @@ void CL1DataStore::RewatchAll() {
 }
 
 void CL1DataStore::SendPendingWatches() {
-    if (!m_port || !m_port->IsOpen()) return;
-    bool failed = false;
+    if (!m_commandsPending || !m_port || !m_port->IsOpen()) return;
+    m_commandsPending = false;
     m_records.ForEach([&](CL1SymbolRec& record) {
-        if (!failed && record.IsWanted() && !record.m_watched) failed = !SendWatch(record);
+        if (!m_commandsPending && record.IsWanted() && !record.m_watched) SendWatch(record);
+        if (!m_commandsPending && !record.m_regionsAsked && !record.m_regions.empty()) SendRegions(record);
     });
 }
 
@@ -91,6 +93,11 @@ CSymbolRec* CL1DataStore::FindMutable(std::string_view symbol) const {
 }
 
 const CSymbolRec* CL1DataStore::Find(std::string_view symbol) const { return FindMutable(symbol); }
+
+bool CL1DataStore::IsWanted(std::string_view feedSymbol) const {
+    const CL1SymbolRec* record = m_records.Find(feedSymbol);
+    return record && record->IsWanted();
+}
 
 const CSymbolRec* CL1DataStore::FindById(uint32_t id1, uint32_t id2) const {
     const auto found = m_byNumber.find(id2);
@@ -120,7 +127,7 @@ sRegQuoteData& CL1DataStore::AddRegion(CL1SymbolRec& record, std::string_view fu
 }
 
 void CL1DataStore::RemoveRecord(CL1SymbolRec& record) {
-    if (record.m_stray) Adopt(record);
+    if (record.m_stray) m_strays.erase(record.m_strayPlace);
     while (!record.m_regions.empty()) RemoveRegion(record, *record.m_regions.back());
     record.RemoveAllListeners();
     m_byNumber.erase(record.Ids().id2);
@@ -141,11 +148,6 @@ CL1SymbolRec& CL1DataStore::AddStray(std::string_view symbol) {
     return record;
 }
 
-void CL1DataStore::Adopt(CL1SymbolRec& record) {
-    m_strays.erase(record.m_strayPlace);
-    record.m_stray = false;
-}
-
 void CL1DataStore::ReleaseIfUnwanted(CL1SymbolRec& record) {
     if (record.IsWanted()) return;
     SendCommand("r", record.Symbol());
@@ -154,7 +156,13 @@ void CL1DataStore::ReleaseIfUnwanted(CL1SymbolRec& record) {
 
 bool CL1DataStore::SendCommand(std::string_view verb, std::string_view symbol) {
     m_command.assign(verb).append(symbol).append("\n");
-    return m_port && m_port->Send(m_command) == static_cast<int>(m_command.size());
+    const bool whole = m_port && m_port->Send(m_command) == static_cast<int>(m_command.size());
+    if (!whole) m_commandsPending = true;
+    return whole;
+}
+
+void CL1DataStore::SendRegions(CL1SymbolRec& record) {
+    record.m_regionsAsked = SendCommand("S,REGON,", record.Symbol());
 }
 
 bool CL1DataStore::SendWatch(CL1SymbolRec& record) {

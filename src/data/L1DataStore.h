@@ -57,7 +57,8 @@ public:
     void RewatchAll();
     /// A new turn of the event loop has begun.
     void NewTurn() { m_rewatchedThisTurn = false; }
-    /// Sends the watch commands that did not go out yet, until one fails again; meant for a beat of a second or so.
+    /// Sends the watch and region commands that did not go out yet, until one fails again; meant for a beat of a second
+    /// or so. Costs nothing while all went out.
     void SendPendingWatches();
 
     /// One line of the level-1 connection without its line end; anything but a Q, P, F or R line is ignored.
@@ -80,6 +81,9 @@ public:
     /// Trades kept for a symbol; 0, as at first, keeps none.
     void SetHistoryLimit(std::string_view symbol, size_t limit);
 
+    /// Whether anybody listens to a feed symbol or one of its regions.
+    bool IsWanted(std::string_view feedSymbol) const;
+
     /// Records, stray ones included, regional quotes not.
     size_t Size() const { return m_records.Size(); }
 
@@ -95,12 +99,12 @@ private:
     void RemoveRecord(CL1SymbolRec& record);
     void RemoveRegion(CL1SymbolRec& record, CSymbolRec& region);
     CL1SymbolRec& AddStray(std::string_view symbol);
-    void Adopt(CL1SymbolRec& record);
     void ReleaseIfUnwanted(CL1SymbolRec& record);
     CSymbolRec* FindMutable(std::string_view symbol) const;
 
     bool SendCommand(std::string_view verb, std::string_view symbol);
     bool SendWatch(CL1SymbolRec& record);
+    void SendRegions(CL1SymbolRec& record);
 
     CL1SymbolRec& RecordForLine(std::string_view symbol);
     void DrainBeforeChange(std::string_view symbol);
@@ -124,6 +128,7 @@ private:
     std::list<CL1SymbolRec*> m_strays; ///< Oldest first.
     uint32_t m_lastNumber = 0;
     bool m_rewatchedThisTurn = false;
+    bool m_commandsPending = false; ///< A command did not go out whole since the last look at all records.
     std::string m_command;
 };
 

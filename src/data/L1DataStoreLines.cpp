@@ -209,7 +209,8 @@ void CL1DataStore::NameFundamentalCodes(CL1SymbolRec& record, unsigned carried) 
         data.SetText(FundamentalSlot("Listed Market Name"), m_names->MarketName(data.Integer(kMarket)));
     if ((carried & kNoteSecurityType) != 0 && HaveSecurityTypes())
         data.SetText(kTypeName, m_names->SecurityTypeName(data.Integer(kType)));
-    if ((carried & (kNoteSecurityType | kNoteSecuritySubType)) != 0 && data.Direction(kSubType) != EDirection::NeverSet)
+    const bool typed = data.Direction(kSubType) != EDirection::NeverSet || !data.Text(kTypeName).empty();
+    if ((carried & (kNoteSecurityType | kNoteSecuritySubType)) != 0 && typed)
         data.SetText(FundamentalSlot("Security SubType Name"),
                      SubTypeName(data.Text(kTypeName), data.Integer(kSubType)));
 }
@@ -240,6 +241,7 @@ template <typename TLoad> bool CL1DataStore::Load(SLoad& state, TLoad load) {
         const bool market = m_markets.done && known(FundamentalSlot("Listed Market"));
         const bool type = m_securityTypes.done && known(FundamentalSlot("Security Type"));
         NameFundamentalCodes(record, (market ? kNoteListedMarket : 0u) | (type ? kNoteSecurityType : 0u));
+        record.NotifyAll();
     });
     return true;
 }

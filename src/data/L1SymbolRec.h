@@ -81,8 +81,9 @@ private:
     bool m_updated = false;
     bool m_hasData = false;
     bool m_notFound = false;
-    bool m_watched = false; ///< The feed took the watch command.
-    bool m_stray = false;   ///< Made by a line for a symbol that nobody watches.
+    bool m_watched = false;     ///< The feed took the watch command.
+    bool m_regionsAsked = true; ///< The last request for regional quotes, if there was one, went out.
+    bool m_stray = false;       ///< Made by a line for a symbol that nobody watches.
     std::list<CL1SymbolRec*>::iterator m_strayPlace;
     const CCodeNames* m_names = nullptr;
     std::unique_ptr<CTimeAndSales> m_history;

@@ -43,7 +43,7 @@ CWatchlistDoc::~CWatchlistDoc() {
 void CWatchlistDoc::SetObserver(CWatchlistObserver* observer) {
     m_observer = observer;
     if (!m_observer) return;
-    if (!m_changes.IsEmpty()) m_observer->PostPaintMessage();
+    m_observer->PostPaintMessage(); // A wake-up that the view before it was sent may be lost.
     RebuildGrid();
 }
 
@@ -97,6 +97,7 @@ void CWatchlistDoc::Reset() {
     m_formats.Clear();
     m_invalid.Clear();
     m_symbols.Clear();
+    m_hasRegional = false;
     m_updates.Clear();
     m_rows.Clear();
     m_grownRows = 0;
@@ -195,21 +196,33 @@ void CWatchlistDoc::UnwatchAll() {
 
 void CWatchlistDoc::SymbolNotFound(std::string_view symbol) {
     const std::string rejected(symbol); // The caller's text may live in what is taken away below.
-    const CRowList rows = m_symbols.RemoveSymbol(rejected);
+    std::vector<std::string> regional;
+    if (m_hasRegional) {
+        m_symbols.ForEach([&](const SYMBOL_DATA& data) {
+            if (IsRegionalName(data.symbol) && FeedSymbol(data.symbol) == rejected) regional.push_back(data.symbol);
+        });
+    }
+    RejectRows(rejected);
+    for (const std::string& region : regional) RejectRows(region);
     m_store.Forget(rejected);
     m_watched.Remove(rejected);
-    if (!rows.empty()) {
-        m_invalid.Add(rejected, rows);
-        const std::string text = InvalidSymbolText(rejected);
-        for (const uint32_t gridRow : rows) {
-            const int row = static_cast<int>(gridRow);
-            m_rows.ClearSymbol(row);
-            m_shown.Remove(row);
-            m_annotations.Set(row, text);
-            RowChanged(row);
-        }
-    }
+    m_frame.OnUnwatched(rejected);
     ShowSymbolCount();
+}
+
+// The rows of a rejected symbol are emptied and say so.
+void CWatchlistDoc::RejectRows(const std::string& symbol) {
+    const CRowList rows = m_symbols.RemoveSymbol(symbol);
+    if (rows.empty()) return;
+    m_invalid.Add(symbol, rows);
+    const std::string text = InvalidSymbolText(symbol);
+    for (const uint32_t gridRow : rows) {
+        const int row = static_cast<int>(gridRow);
+        m_rows.ClearSymbol(row);
+        m_shown.Remove(row);
+        m_annotations.Set(row, text);
+        RowChanged(row);
+    }
 }
 
 size_t CWatchlistDoc::SymbolCount() const { return static_cast<size_t>(m_symbols.Count()); }
@@ -247,6 +260,7 @@ void CWatchlistDoc::PlaceSymbol(int row, std::string_view symbol) {
     EmptyRow(row);
     m_rows.SetSymbol(row, placed);
     m_symbols.Add(placed, static_cast<uint32_t>(row), m_loading ? 1 : 0);
+    m_hasRegional = m_hasRegional || IsRegionalName(placed);
     RowChanged(row);
 }
 

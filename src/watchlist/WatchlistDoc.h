@@ -171,6 +171,7 @@ private:
 
     void Reset();
     void WatchMissing();
+    void RejectRows(const std::string& symbol);
     void Watch(std::string_view symbol);
     void Unwatch(const std::string& symbol);
     bool PlaceAndWatch(int row, std::string_view symbol);
@@ -205,6 +206,7 @@ private:
     std::string m_status;
     int m_grownRows = 0; ///< Rows that were asked for besides those in use.
     bool m_feedReady = false;
+    bool m_hasRegional = false; ///< A regional symbol was placed since the last reset.
     bool m_loading = false;
     bool m_modified = false;
 };

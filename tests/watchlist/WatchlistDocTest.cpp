@@ -95,6 +95,32 @@ TEST_F(CWatchlistDocTest, ARecordThatReadsNotFoundIsRejectedLikeTheFeedsOwnLine)
     EXPECT_EQ(doc.SymbolCount(), 0u);
 }
 
+TEST_F(CWatchlistDocTest, ARejectedSymbolTakesItsRegionsRowsWithIt) {
+    Open("Symbols=GONE--NYS:1,;IBM:2,;\r\n");
+    FeedIsReady();
+    doc.SymbolNotFound("GONE");
+    EXPECT_EQ(doc.AnnotationText(1), "\"GONE--NYS\" is an Invalid or Unauthorized Symbol.");
+    EXPECT_EQ(shown.Status(), "Symbols:  1");
+}
+
+TEST_F(CWatchlistDocTest, WhatCameWhileNobodyWatchedFiresNoAlert) {
+    FeedIsReady();
+    A_INFO alert;
+    alert.enabled = 1;
+    alert.fieldId = FieldIndex("Bid") - 1;
+    alert.condition = 2;
+    alert.value = 10;
+    doc.Alerts().Add("IBM", alert);
+    Place(1, "IBM");
+    doc.EmptyRow(1);
+    store.OnLevel1Message("Q,IBM,,,,,,,99,");
+    Place(1, "IBM");
+    doc.OnPaintMessage();
+    EXPECT_EQ(doc.Alerts().ArmedCount("IBM"), 1) << "an old price fired it";
+    FeedSays("Q,IBM,,,,,,,11,");
+    EXPECT_EQ(doc.Alerts().ArmedCount("IBM"), 0);
+}
+
 TEST_F(CWatchlistDocTest, TheCommaSymbolHasAMessageOfItsOwn) {
     FeedIsReady();
     Place(4, kCommaSymbol);
