@@ -60,11 +60,11 @@ void ApplyContent(CWatchlistDoc& doc, const SWatchlistContent& content, CReadRep
     for (const auto& [row, text] : content.notes) doc.Notes().Set(row, text);
     const SUnreadAlerts unread = doc.Alerts().Load(content.alerts.text);
     if (unread.count > 0)
-        report.LeftOut(content.alerts.line, fmt::format("{} alerts were not understood, the first is", unread.count),
+        report.LeftOut(content.alerts.line, fmt::format("alerts that were not understood: {}, the first", unread.count),
                        unread.first);
     for (const auto& [symbol, alert] : content.keptAlerts) doc.Alerts().Add(symbol, alert);
     if (const size_t count = doc.Formats().Read(content.formats.text))
-        report.LeftOut(content.formats.line, fmt::format("{} cell formats were not understood", count));
+        report.LeftOut(content.formats.line, fmt::format("cell formats that were not understood: {}", count));
 }
 
 } // namespace vx

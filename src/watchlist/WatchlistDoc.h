@@ -133,6 +133,7 @@ public:
     /// How often the document was marked modified; another number means that something changed.
     uint64_t ChangeCount() const { return m_changeCount; }
     const std::string& StatusText() const { return m_status; }
+    void SetTitle(std::string_view title) { m_frame.SetDocumentTitle(title); }
     /// Shows in the status bar what goes on, until RestoreStatus puts the status text back.
     void ShowProgress(std::string_view text) { m_frame.SetStatusText(text); }
     void RestoreStatus() { m_frame.SetStatusText(m_status); }
