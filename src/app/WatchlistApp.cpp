@@ -8,9 +8,9 @@
 #include "grid/QtText.h"
 #include "settings/LogSettings.h"
 #include "watchlist/WatchlistDoc.h"
+#include "watchlist/WatchlistFile.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QIcon>
 #include <fmt/format.h>
 
@@ -23,7 +23,6 @@ namespace {
 constexpr int kScreenshotWidth = 1320;
 constexpr int kScreenshotHeight = 760;
 constexpr int kLargestPicture = 8192;
-constexpr qint64 kMaxFileBytes = 256 * 1024 * 1024;
 
 // The starter list is part of the program.
 constexpr const char* kStarterList = ":/starter.vxw";
@@ -43,6 +42,7 @@ bool CWatchlistApp::InitInstance() {
     StartLog();
     setWindowIcon(QIcon(QStringLiteral(":/watchlist.svg")));
     m_frame = std::make_unique<CMainFrame>(m_settings, m_commandLine);
+    m_file = std::make_unique<CWatchlistFile>(m_frame->Document());
     const bool picture = !m_commandLine.screenshot.empty();
     if (!picture) InstallQtMessageBoxes(m_frame.get()); // Nobody could answer a box in a picture: it is printed.
     for (const std::string& option : m_commandLine.unknown)
@@ -70,25 +70,21 @@ void CWatchlistApp::StartLog() {
 }
 
 bool CWatchlistApp::ProcessShellCommand() {
-    const bool starter = m_commandLine.starter && m_commandLine.symbol.empty() && m_commandLine.file.empty();
-    if (!starter && m_commandLine.file.empty()) return false;
-    const QString path = starter ? QString::fromLatin1(kStarterList) : QString::fromLocal8Bit(m_commandLine.file);
-    QFile file(path);
-    const auto failed = [&](const QString& reason) {
-        ShowMessageBox(
-            {fmt::format("The watchlist \"{}\" could not be opened: {}", m_commandLine.file, BytesFromQt(reason)),
-             {},
-             EBoxButtons::Ok,
-             EBoxIcon::Exclamation});
-        return false;
-    };
-    if (!QFileInfo(path).isFile()) return failed(tr("there is no such file."));
-    if (!file.open(QIODevice::ReadOnly)) return failed(file.errorString());
-    if (file.size() > kMaxFileBytes) return failed(tr("it is larger than a watchlist can be."));
-    const QByteArray text = file.readAll();
-    const std::string title = starter ? std::string() : BytesFromQt(QFileInfo(path).completeBaseName());
-    m_frame->Document().OpenText({text.constData(), static_cast<size_t>(text.size())}, title);
+    if (!m_commandLine.file.empty()) return OpenFile(m_commandLine.file);
+    if (!m_commandLine.starter || !m_commandLine.symbol.empty()) return false;
+    QFile starter(QString::fromLatin1(kStarterList));
+    if (!starter.open(QIODevice::ReadOnly)) return false;
+    const QByteArray text = starter.readAll();
+    m_frame->Document().OpenText({text.constData(), static_cast<size_t>(text.size())}, {});
     return true;
+}
+
+bool CWatchlistApp::OpenFile(const std::string& path) {
+    const SFileResult result = m_file->Open(path);
+    if (!result.IsDone()) ShowMessageBox({result.error, {}, EBoxButtons::Ok, EBoxIcon::Exclamation});
+    for (const std::string& notice : result.notices)
+        ShowMessageBox({notice, {}, EBoxButtons::Ok, EBoxIcon::Information});
+    return result.IsDone();
 }
 
 } // namespace vx

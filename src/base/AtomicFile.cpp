@@ -26,16 +26,6 @@ SFileSignature SignatureOf(const struct stat& status) {
             static_cast<int64_t>(status.st_mtim.tv_sec) * 1'000'000'000 + status.st_mtim.tv_nsec};
 }
 
-int WriteAll(int descriptor, std::string_view content) {
-    while (!content.empty()) {
-        const ssize_t written = write(descriptor, content.data(), content.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) return errno;
-        content.remove_prefix(static_cast<size_t>(written));
-    }
-    return 0;
-}
-
 /// The file that a path leads to once its links are followed; a path that leads nowhere stays as it is.
 std::string Resolved(const std::string& path) {
     const std::unique_ptr<char, void (*)(void*)> real(realpath(path.c_str(), nullptr), std::free);
@@ -120,6 +110,16 @@ int ReplaceFile(const std::string& path, std::string_view content) {
     else
         SyncFolderOf(target);
     return error;
+}
+
+int WriteAll(int descriptor, std::string_view content) {
+    while (!content.empty()) {
+        const ssize_t written = write(descriptor, content.data(), content.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return errno;
+        content.remove_prefix(static_cast<size_t>(written));
+    }
+    return 0;
 }
 
 int MakeFolders(const std::string& path) {

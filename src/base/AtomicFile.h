@@ -83,6 +83,9 @@ int ReadWholeFile(const std::string& path, size_t maxBytes, SFileImage& image);
 /// Thread  one writer at a time: hold a CFileLock
 int ReplaceFile(const std::string& path, std::string_view content);
 
+/// Writes all bytes to an open file, however many calls that takes.
+int WriteAll(int descriptor, std::string_view content);
+
 /// Makes a folder and those above it, for its owner only.
 int MakeFolders(const std::string& path);
 

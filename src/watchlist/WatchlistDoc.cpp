@@ -6,8 +6,8 @@
 #include "data/L1SymbolRec.h"
 #include "data/SymbolHash.h"
 #include "settings/Settings.h"
-#include "watchlist/WatchlistFile.h"
 #include "watchlist/WatchlistFolder.h"
+#include "watchlist/WatchlistReader.h"
 
 #include <fmt/format.h>
 
@@ -66,11 +66,18 @@ void CWatchlistDoc::NewDocument() {
 }
 
 void CWatchlistDoc::OpenText(std::string_view text, std::string_view title) {
+    CWatchlistReader reader;
+    reader.TakeBlock(text);
+    reader.Finish();
+    OpenContent(reader.Content(), title, reader.Report());
+}
+
+void CWatchlistDoc::OpenContent(const SWatchlistContent& content, std::string_view title, CReadReport& report) {
     m_frame.SetStatusText("Opening Watchlist");
     Reset();
     m_options = {};
     m_loading = true;
-    ReadWatchlistText(*this, text);
+    ApplyContent(*this, content, report);
     m_loading = false;
     m_frame.SetDocumentTitle(title);
     m_frame.ApplyPlacement(m_options.placement);

@@ -27,6 +27,8 @@ class CSettings;
 class CL1DataStore;
 class CL1SymbolRec;
 class CNewsCountsPort;
+class CReadReport;
+struct SWatchlistContent;
 
 /// What stands in a grid row.
 enum class ERowKind { Empty, Symbol, Annotation };
@@ -57,6 +59,8 @@ public:
     void NewDocument();
     /// Reads a watchlist from its text. title: what the window shows; empty for an untitled one.
     void OpenText(std::string_view text, std::string_view title);
+    /// As OpenText, for a text that was read already. report: what of it was left out is added.
+    void OpenContent(const SWatchlistContent& content, std::string_view title, CReadReport& report);
     /// Unwatches and empties everything, and takes the title from the window.
     void CloseDocument();
 
@@ -157,9 +161,20 @@ public:
     const CWatchTable& WatchTable() const { return m_watched; }
     CL1DataStore& Store() const { return m_store; }
 
+    CSettings& Settings() const { return m_settings; }
+
     bool IsModified() const { return m_modified; }
-    void SetModified(bool modified) { m_modified = modified; }
+    void SetModified(bool modified) {
+        m_modified = modified;
+        if (modified) ++m_changeCount;
+    }
+    /// How often the document was marked modified; another number means that something changed.
+    uint64_t ChangeCount() const { return m_changeCount; }
     const std::string& StatusText() const { return m_status; }
+    void SetTitle(std::string_view title) { m_frame.SetDocumentTitle(title); }
+    /// Shows in the status bar what goes on, until RestoreStatus puts the status text back.
+    void ShowProgress(std::string_view text) { m_frame.SetStatusText(text); }
+    void RestoreStatus() { m_frame.SetStatusText(m_status); }
 
     /// Tells the observer that everything may have changed; a no-op while a watchlist is being read.
     void RebuildGrid();
@@ -209,6 +224,7 @@ private:
     bool m_hasRegional = false; ///< A regional symbol was placed since the last reset.
     bool m_loading = false;
     bool m_modified = false;
+    uint64_t m_changeCount = 0;
 };
 
 } // namespace vx

@@ -1,121 +1,227 @@
 #include "watchlist/WatchlistFile.h"
 
-#include "base/Number.h"
-#include "base/Text.h"
+#include "base/ContentHash.h"
+#include "base/ErrorText.h"
+#include "base/Log.h"
+#include "base/SaveFile.h"
+#include "base/UserFolders.h"
+#include "base/Utf8Text.h"
+#include "settings/Settings.h"
+#include "watchlist/RecoveryFile.h"
+#include "watchlist/StateFiles.h"
 #include "watchlist/WatchlistDoc.h"
+#include "watchlist/WatchlistReader.h"
+#include "watchlist/WatchlistWriter.h"
 
-#include <algorithm>
-#include <array>
-#include <string>
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <sys/stat.h>
 
 namespace vx {
 
 namespace {
 
-constexpr int kStoredPerPixel = 10; // Column widths stand in the file as ten times their pixels.
-constexpr int kMaxColumnWidth = 2000;
-
-using Doc = CWatchlistDoc;
-
-bool ReadBoolean(std::string_view text) { return text == "TRUE"; }
-
-// The text before the separator; the rest, without it, stays in text. Without a separator everything is taken.
-std::string_view TakeUntil(std::string_view& text, char separator) {
-    const size_t end = text.find(separator);
-    const std::string_view taken = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    return taken;
+SFileResult Failure(std::string_view what, const std::string& path, const std::string& reason) {
+    SFileResult result{EFileOutcome::Failed, {}, {}, {}};
+    result.error = fmt::format("The watchlist \"{}\" could not be {}: {}.", Windows1252FromUtf8(path), what, reason);
+    LogInformation(result.error);
+    return result;
 }
 
-void ReadColumns(Doc& doc, std::string_view value) {
-    std::string list(value);
-    if (list.empty() || list.rfind(";Symbol:", 0) == 0) list.insert(0, "Symbol:1000;");
-    std::string_view rest = list;
-    while (!rest.empty()) {
-        std::string_view entry = TakeUntil(rest, ';');
-        const std::string_view name = TakeUntil(entry, ':');
-        const int width = std::min(ReadInt32(entry) / kStoredPerPixel, kMaxColumnWidth);
-        if (name.empty() || width < 1) continue;
-        if (name == "RowNumbers")
-            doc.Columns().SetWidth(kRowNumberColumn, width);
-        else
-            doc.Columns().Append(name, width);
+// What can be said of a file without opening it: opening a device may do something.
+int CheckReadable(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) return errno;
+    if (S_ISDIR(status.st_mode)) return EISDIR;
+    if (!S_ISREG(status.st_mode)) return EINVAL;
+    return static_cast<uint64_t>(status.st_size) > CWatchlistFile::kMostBytes ? EFBIG : 0;
+}
+
+int ReadFile(const std::string& path, SFileImage& image) {
+    if (const int error = CheckReadable(path)) return error;
+    return ReadWholeFile(path, CWatchlistFile::kMostBytes, image);
+}
+
+std::string ReadReason(int error) {
+    if (error == EFBIG)
+        return fmt::format("it is larger than {} MB, which no watchlist is", CWatchlistFile::kMostBytes >> 20);
+    return ErrorText(error);
+}
+
+void ReadInBlocks(CWatchlistReader& reader, std::string_view text) {
+    while (!text.empty()) {
+        const std::string_view block = text.substr(0, CWatchlistReader::kBlockBytes);
+        reader.TakeBlock(block);
+        text.remove_prefix(block.size());
     }
+    reader.Finish();
 }
 
-void ReadSymbols(Doc& doc, std::string_view value) {
-    while (!value.empty()) {
-        std::string_view entry = TakeUntil(value, ';');
-        const std::string_view symbol = TakeUntil(entry, ':');
-        while (!entry.empty()) {
-            const int row = ReadInt32(TakeUntil(entry, ','));
-            if (row != 0 && !symbol.empty()) doc.PlaceSymbol(row, symbol);
-        }
-    }
+void LogReport(const std::string& path, const CReadReport& report) {
+    const std::string name = Windows1252FromUtf8(path);
+    for (const std::string& sentence : report.Sentences())
+        LogInformation(fmt::format("Watchlist \"{}\", {}.", name, sentence));
+    if (report.Count() > report.Sentences().size())
+        LogInformation(fmt::format("Watchlist \"{}\": {} more things in it were not understood.", name,
+                                   report.Count() - report.Sentences().size()));
 }
 
-void ReadAnnotations(Doc& doc, std::string_view value) {
-    while (!value.empty()) {
-        std::string_view entry = TakeUntil(value, ';');
-        const int row = ReadInt32(TakeUntil(entry, ':'));
-        if (row > 0 && !entry.empty()) doc.SetAnnotation(row, entry);
-    }
+// A path that stays good when the process's folder changes.
+std::string AbsolutePath(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+    return error || path.empty() ? path : absolute.string();
 }
 
-void ReadWindow(Doc& doc, std::string_view value) {
-    SPlacement& placement = doc.Options().placement;
-    for (int* edge : {&placement.left, &placement.top, &placement.width, &placement.height})
-        *edge = ReadInt32(TakeUntil(value, ';'));
-    placement.maximised = ReadBoolean(TakeUntil(value, ';'));
-    placement.alwaysOnTop = ReadBoolean(TakeUntil(value, ';'));
+void ReadSupplement(CSupplementFiles& files, const std::string& path, uint64_t hash, SWatchlistContent& content,
+                    SFileResult& result) {
+    const CSupplementFiles::SFound found = files.Find(path, hash);
+    if (found.supplement) MergeSupplement(*found.supplement, content);
+    if (found.damaged)
+        result.notices.emplace_back("What was kept for this watchlist besides its file is damaged and was not read.");
+    if (found.otherContent)
+        result.notices.emplace_back("The file was changed by another program: notes and other things that were kept "
+                                    "for its last saved content were not put back.");
 }
-
-void ReadSort(Doc& doc, std::string_view value) {
-    constexpr int kMaxSeconds = 2000000; // Keeps the milliseconds inside 32 bits.
-    SSortRecord& sort = doc.Options().sort;
-    sort.column = ReadInt32(TakeUntil(value, ';'));
-    sort.ascending = ReadBoolean(TakeUntil(value, ';'));
-    sort.autoSort = ReadBoolean(TakeUntil(value, ';'));
-    sort.intervalMs = std::clamp(ReadInt32(TakeUntil(value, ';')), 0, kMaxSeconds) * 1000;
-}
-
-struct SKey {
-    std::string_view name;
-    void (*apply)(Doc&, std::string_view value);
-};
-
-// One row per line of the file.
-constexpr std::array kKeys = {
-    SKey{"Window", ReadWindow},
-    SKey{"TrailingRows",
-         [](Doc& d, std::string_view v) {
-             d.Options().trailingRows = std::clamp(ReadInt32(v), 0, SWatchlistOptions::kMaxTrailingRows);
-         }},
-    SKey{"LockedColumns", [](Doc& d, std::string_view v) { d.Options().lockedColumns = std::max(0, ReadInt32(v)); }},
-    SKey{"ShowRowNumbers", [](Doc& d, std::string_view v) { d.Options().showRowNumbers = ReadBoolean(v); }},
-    SKey{"ShowToolBar", [](Doc& d, std::string_view v) { d.Options().showToolBar = ReadBoolean(v); }},
-    SKey{"UseGridPrecision", [](Doc& d, std::string_view v) { d.Options().useGridPrecision = ReadBoolean(v); }},
-    SKey{"UseDefaultAlignment", [](Doc& d, std::string_view v) { d.Options().useDefaultAlignment = ReadBoolean(v); }},
-    SKey{"Sort", ReadSort},
-    SKey{"Columns", ReadColumns},
-    SKey{"Symbols", ReadSymbols},
-    SKey{"Annotations", ReadAnnotations},
-};
 
 } // namespace
 
-void ReadWatchlistLine(CWatchlistDoc& doc, std::string_view line) {
-    const size_t equals = line.find('=');
-    if (equals == std::string_view::npos) return;
-    for (const SKey& key : kKeys)
-        if (key.name == line.substr(0, equals)) key.apply(doc, line.substr(equals + 1));
+CWatchlistFile::CWatchlistFile(CWatchlistDoc& doc) : CWatchlistFile(doc, UserStateFolder()) {}
+
+CWatchlistFile::CWatchlistFile(CWatchlistDoc& doc, std::string stateFolder)
+    : m_doc(doc), m_generations(stateFolder), m_supplements(stateFolder) {}
+
+SFileResult CWatchlistFile::Open(const std::string& asked) {
+    const std::string path = AbsolutePath(asked);
+    SFileImage image;
+    if (const int error = ReadFile(path, image)) return Failure("opened", path, ReadReason(error));
+    CWatchlistReader reader;
+    ReadInBlocks(reader, image.content);
+    SFileResult result;
+    const uint64_t hash = ContentHash(image.content);
+    ReadSupplement(m_supplements, path, hash, reader.Content(), result);
+    if (reader.Content().knownLines == 0 && !image.content.empty())
+        result.notices.push_back(
+            fmt::format("Nothing in the file \"{}\" could be read as a watchlist.", Windows1252FromUtf8(path)));
+    m_doc.OpenContent(reader.Content(), Windows1252FromUtf8(TitleOfPath(path)), reader.Report());
+    LogReport(path, reader.Report());
+    for (const std::string& notice : result.notices) LogInformation(notice);
+    m_path = path;
+    m_knownHash = hash;
+    m_onDisk = true;
+    m_signature = image.signature;
+    return result;
 }
 
-void ReadWatchlistText(CWatchlistDoc& doc, std::string_view text) {
-    for (size_t end = text.find("\r\n"); end != std::string_view::npos; end = text.find("\r\n")) {
-        ReadWatchlistLine(doc, text.substr(0, end));
-        text.remove_prefix(end + 2);
+SFileResult CWatchlistFile::OpenRecovered(const SRecovery& recovery) {
+    CWatchlistReader reader;
+    ReadInBlocks(reader, recovery.text);
+    MergeSupplement(recovery.supplement, reader.Content());
+    m_doc.OpenContent(reader.Content(), Windows1252FromUtf8(TitleOfPath(recovery.originalPath)), reader.Report());
+    LogReport(recovery.originalPath, reader.Report());
+    m_doc.SetModified(true);
+    m_path = recovery.originalPath;
+    m_knownHash = recovery.knownHash;
+    m_onDisk = !m_path.empty();
+    m_signature = {};
+    return {};
+}
+
+void CWatchlistFile::Forget() {
+    m_path.clear();
+    m_knownHash = 0;
+    m_onDisk = false;
+    m_signature = {};
+}
+
+SFileResult CWatchlistFile::Save(const SPlacement& placement, bool overwrite) {
+    if (m_path.empty()) return {EFileOutcome::Failed, "The watchlist has no file yet.", {}, {}};
+    return Write(m_path, placement, overwrite);
+}
+
+SFileResult CWatchlistFile::SaveAs(const std::string& path, const SPlacement& placement) {
+    return Write(AbsolutePath(path), placement, true);
+}
+
+SFileResult CWatchlistFile::Write(const std::string& path, const SPlacement& placement, bool overwrite) {
+    m_doc.ShowProgress(fmt::format("Saving Watchlist \"{}\"", Windows1252FromUtf8(path)));
+    SFileImage before;
+    const int readError = ReadFile(path, before);
+    SFileResult result;
+    if (readError == EISDIR || readError == EINVAL) {
+        result = Failure("saved", path, ErrorText(readError));
+    } else if (!overwrite && m_onDisk && readError != ENOENT &&
+               (readError != 0 || ContentHash(before.content) != m_knownHash)) {
+        result.outcome = EFileOutcome::ChangedOnDisk;
+        result.error = fmt::format("The file \"{}\" was changed by another program since it was opened.",
+                                   Windows1252FromUtf8(path));
+    } else {
+        result = Replace(path, placement, before, readError == ENOENT ? 0 : readError);
     }
+    m_doc.RestoreStatus();
+    return result;
+}
+
+// What the file cannot carry is on disk before the file is: whichever instant the process is killed at, the content in
+// place has the supplement that belongs to it.
+SFileResult CWatchlistFile::Replace(const std::string& path, const SPlacement& placement, const SFileImage& before,
+                                    int readError) {
+    const std::string text = WriteWatchlistText(m_doc, placement);
+    const uint64_t hash = ContentHash(text);
+    const SWatchlistSupplement supplement = FindUncarried(m_doc);
+    SFileResult result;
+    result.uncarried = DescribeSupplement(supplement);
+    int keptError = 0;
+    if (!supplement.IsEmpty()) keptError = m_supplements.Write(path, hash, supplement);
+    const bool replaces = before.signature.inode != 0 && before.content != text;
+    if (replaces && readError == 0) readError = m_generations.Keep(path, before.content, before.signature.modifiedNs);
+    if (readError != 0)
+        result.notices.push_back(fmt::format("The former content of \"{}\" could not be kept: {}.",
+                                             Windows1252FromUtf8(path), ErrorText(readError)));
+    SFileSignature signature;
+    if (const int error = SaveFile(path, text, &signature)) return Failure("saved", path, ErrorText(error));
+    if (supplement.IsEmpty()) m_supplements.Remove(path, hash);
+    m_supplements.RemoveOld(path);
+    m_knownHash = hash;
+    m_onDisk = true;
+    m_signature = signature;
+    NoteSaved(path, placement);
+    if (keptError != 0) {
+        m_doc.SetModified(true);
+        result.notices.push_back(fmt::format("What the file does not hold could not be kept in \"{}\" either: {}.",
+                                             Windows1252FromUtf8(UserStateFolder()), ErrorText(keptError)));
+    }
+    for (const std::string& sentence : result.uncarried) LogInformation("Not in the file: " + sentence);
+    for (const std::string& notice : result.notices) LogInformation(notice);
+    return result;
+}
+
+void CWatchlistFile::NoteSaved(const std::string& path, const SPlacement& placement) {
+    if (path != m_path) m_doc.SetTitle(Windows1252FromUtf8(TitleOfPath(path)));
+    m_path = path;
+    m_doc.Options().placement = placement;
+    m_doc.SetModified(false);
+    const std::string folder = path.substr(0, path.rfind('/') + 1);
+    if (m_doc.Settings().ReadText(kMyWatchlists) != folder) m_doc.Settings().WriteText(kMyWatchlists, folder);
+}
+
+EDiskState CWatchlistFile::DiskState() {
+    if (m_path.empty() || !m_onDisk) return EDiskState::Unnamed;
+    SFileSignature now;
+    const int error = ReadSignature(m_path, now);
+    if (error == 0 && now.inode == 0) return EDiskState::Missing;
+    if (error == 0 && now == m_signature) return EDiskState::Same;
+    SFileImage image;
+    if (error != 0 || ReadFile(m_path, image) != 0 || ContentHash(image.content) != m_knownHash)
+        return EDiskState::Changed;
+    m_signature = image.signature;
+    return EDiskState::Same;
+}
+
+std::vector<SGeneration> CWatchlistFile::Generations() const {
+    return m_path.empty() ? std::vector<SGeneration>{} : m_generations.List(m_path);
 }
 
 } // namespace vx

@@ -1,19 +1,92 @@
 #pragma once
 
-#include <string_view>
+#include "base/AtomicFile.h"
+#include "watchlist/FileGenerations.h"
+#include "watchlist/SupplementFiles.h"
+#include "watchlist/WatchlistFrame.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
 
 namespace vx {
 
+class CReadReport;
 class CWatchlistDoc;
+struct SRecovery;
 
-/// Applies the text of a watchlist file to a document that was just reset: rows, columns and options.
+enum class EFileOutcome {
+    Done,
+    ChangedOnDisk, ///< Nothing was written: another program changed the file since it was opened or saved.
+    Failed
+};
+
+/// What came of opening or saving, in words for the user (Windows-1252).
+struct SFileResult {
+    EFileOutcome outcome = EFileOutcome::Done;
+    std::string error;                ///< What failed, with the file's name and the reason; empty when done.
+    std::vector<std::string> notices; ///< What worked, but not as expected; a sentence each.
+    /// At a save: what the file itself does not hold, a sentence for each kind. It is kept in the state folder and
+    /// comes back when the file is opened on this computer.
+    std::vector<std::string> uncarried;
+
+    bool IsDone() const { return outcome == EFileOutcome::Done; }
+};
+
+enum class EDiskState { Unnamed, Same, Changed, Missing };
+
+/// The file of the open watchlist: opens and saves it so that nothing a user wrote is lost.
 ///
-/// Shape   lines "key=value", each ended by CR LF; text after the last CR LF is not applied
-/// Errors  none: unknown keys and lines without "=" are left out, malformed numbers read as 0
+/// Shape   paths are bytes as the system takes them; 8 to 256 MB of text are nothing unusual for it
+/// Errors  every failure is a result with its words; the document, and the file, stay as they were
+/// Owns    nothing: the document outlives it
 /// Thread  GUI thread only
-void ReadWatchlistText(CWatchlistDoc& doc, std::string_view text);
+class CWatchlistFile {
+public:
+    /// More is no watchlist: the longest one, with all formats and alerts that it may have, is smaller.
+    static constexpr size_t kMostBytes = size_t{256} * 1024 * 1024;
 
-/// Applies one line without its CR LF.
-void ReadWatchlistLine(CWatchlistDoc& doc, std::string_view line);
+    explicit CWatchlistFile(CWatchlistDoc& doc);
+    CWatchlistFile(CWatchlistDoc& doc, std::string stateFolder);
+
+    /// Puts the watchlist of a file into the document.
+    SFileResult Open(const std::string& path);
+    /// Puts a recovered watchlist into the document, which is modified then. Saving goes to the file that it had.
+    SFileResult OpenRecovered(const SRecovery& recovery);
+
+    /// Writes the document to its file. The content that this replaces is kept as a generation.
+    ///
+    /// Units   placement: where the window stands
+    /// Errors  ChangedOnDisk unless overwrite is true; Failed without a path. The document stays modified unless all of
+    ///         it is on disk
+    SFileResult Save(const SPlacement& placement, bool overwrite = false);
+    /// As Save, to another file, which is the document's from then on.
+    SFileResult SaveAs(const std::string& path, const SPlacement& placement);
+    /// The document is a new one, or closed.
+    void Forget();
+
+    /// Empty for a document without a file.
+    const std::string& Path() const { return m_path; }
+    /// The hash of the content that the file had when it was opened or saved.
+    uint64_t KnownHash() const { return m_knownHash; }
+    /// Whether the file is still the one that was opened or saved. Reads it only when its size or time is another.
+    EDiskState DiskState();
+    /// The contents that saves of the document's file replaced, newest first.
+    std::vector<SGeneration> Generations() const;
+
+private:
+    SFileResult Write(const std::string& path, const SPlacement& placement, bool overwrite);
+    SFileResult Replace(const std::string& path, const SPlacement& placement, const SFileImage& before, int readError);
+    void NoteSaved(const std::string& path, const SPlacement& placement);
+
+    CWatchlistDoc& m_doc;
+    CFileGenerations m_generations;
+    CSupplementFiles m_supplements;
+    std::string m_path;
+    uint64_t m_knownHash = 0;
+    bool m_onDisk = false; ///< m_knownHash stands for a content that is, or was, on disk.
+    SFileSignature m_signature;
+};
 
 } // namespace vx

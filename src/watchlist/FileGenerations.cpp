@@ -1,0 +1,76 @@
+#include "watchlist/FileGenerations.h"
+
+#include "base/AtomicFile.h"
+#include "base/ContentHash.h"
+#include "base/Number.h"
+#include "base/SaveFile.h"
+#include "watchlist/StateFiles.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vx {
+
+namespace {
+
+constexpr int kLockWaitMs = 1000;
+constexpr int64_t kNsPerSecond = 1'000'000'000;
+constexpr const char* kExtension = ".vxw";
+
+bool HoldsSame(const SGeneration& generation, std::string_view content) {
+    if (generation.bytes != content.size()) return false;
+    SFileImage image;
+    return ReadWholeFile(generation.path, content.size(), image) == 0 && image.content == content;
+}
+
+void SetModified(const std::string& path, int64_t ns) {
+    const timespec time{static_cast<time_t>(ns / kNsPerSecond), static_cast<long>(ns % kNsPerSecond)};
+    const timespec times[2] = {time, time};
+    utimensat(AT_FDCWD, path.c_str(), times, 0);
+}
+
+} // namespace
+
+std::string CFileGenerations::Folder(const std::string& path) const {
+    return GenerationsFolder(m_stateFolder) + "/" + HashName(ContentHash(PathKey(path)));
+}
+
+int CFileGenerations::Keep(const std::string& path, std::string_view content, int64_t savedAtNs) {
+    const std::string folder = Folder(path);
+    if (const int error = MakeFolders(folder)) return error;
+    const CFileLock lock(folder + "/lock", kLockWaitMs);
+    if (!lock.IsHeld()) return lock.Error();
+    const std::string pathFile = folder + "/path";
+    if (access(pathFile.c_str(), F_OK) != 0)
+        if (const int error = SaveFile(pathFile, PathKey(path) + "\n")) return error;
+    const std::vector<SGeneration> before = List(path);
+    if (!before.empty() && HoldsSame(before.front(), content)) return 0;
+    const int number = before.empty() ? 1 : before.front().number + 1;
+    const std::string file = fmt::format("{}/{:06}{}", folder, number, kExtension);
+    if (const int error = SaveFile(file, content)) return error;
+    SetModified(file, savedAtNs);
+    for (size_t i = kKept - 1; i < before.size(); ++i) unlink(before[i].path.c_str());
+    return 0;
+}
+
+std::vector<SGeneration> CFileGenerations::List(const std::string& path) const {
+    std::vector<SGeneration> out;
+    std::error_code error;
+    for (std::filesystem::directory_iterator at(Folder(path), error), end; !error && at != end; at.increment(error)) {
+        const std::string name = at->path().filename().string();
+        struct stat status {};
+        if (!name.ends_with(kExtension) || ReadInt32(name) < 1) continue;
+        if (stat(at->path().c_str(), &status) != 0 || !S_ISREG(status.st_mode)) continue;
+        out.push_back({ReadInt32(name), at->path().string(), static_cast<int64_t>(status.st_mtim.tv_sec),
+                       static_cast<uint64_t>(status.st_size)});
+    }
+    std::ranges::sort(out, std::ranges::greater{}, &SGeneration::number);
+    return out;
+}
+
+} // namespace vx

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vx {
+
+/// An earlier content of a file.
+struct SGeneration {
+    int number = 0;      ///< Rises with every one that is kept.
+    std::string path;    ///< Where the content stands, ready to be opened.
+    int64_t savedAt = 0; ///< When it was the file's content first, seconds since 1970 UTC.
+    uint64_t bytes = 0;
+};
+
+/// Keeps the last few contents that a file had before saves replaced them, numbered, each in a file of its own below
+/// the state folder.
+///
+/// Thread  any; several programs at a time
+class CFileGenerations {
+public:
+    static constexpr size_t kKept = 5;
+
+    explicit CFileGenerations(std::string stateFolder) : m_stateFolder(std::move(stateFolder)) {}
+
+    /// Keeps a content of the file at a path, unless it is the newest one kept already; the oldest beyond kKept go.
+    ///
+    /// Units   savedAtNs: nanoseconds since 1970, the file's own time
+    /// Errors  an errno value; what was kept before stays
+    int Keep(const std::string& path, std::string_view content, int64_t savedAtNs);
+
+    /// The earlier contents of the file at a path, newest first.
+    std::vector<SGeneration> List(const std::string& path) const;
+
+private:
+    std::string Folder(const std::string& path) const;
+
+    std::string m_stateFolder;
+};
+
+} // namespace vx

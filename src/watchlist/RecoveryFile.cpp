@@ -1,0 +1,122 @@
+#include "watchlist/RecoveryFile.h"
+
+#include "base/ContentHash.h"
+#include "base/Escape.h"
+#include "base/Log.h"
+#include "base/Utf8Text.h"
+#include "watchlist/StateFiles.h"
+#include "watchlist/WatchlistKeys.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <ctime>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vx {
+
+namespace {
+
+constexpr size_t kMostBytes = size_t{1024} * 1024 * 1024;
+constexpr std::string_view kFirstLine = "zantrel watchlist recovery 1";
+constexpr std::string_view kExtension = ".recovery";
+constexpr std::string_view kLockExtension = ".lock";
+constexpr time_t kUnusedLockSeconds = 24 * 3600;
+
+// Reads "key value" with a whole number, decimal or hexadecimal.
+template <typename Number>
+bool TakeNumber(std::string_view& text, std::string_view key, Number& number, int base = 10) {
+    std::string_view line = TakeUntil(text, '\n');
+    if (TakeUntil(line, ' ') != key) return false;
+    const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), number, base);
+    return error == std::errc{} && end == line.data() + line.size();
+}
+
+bool TakePath(std::string_view& text, std::string& path) {
+    std::string_view line = TakeUntil(text, '\n');
+    return TakeUntil(line, ' ') == "path" && UnescapeBytes(line, path);
+}
+
+// A program that died before it wrote anything leaves its lock alone.
+void RemoveUnusedLock(const std::string& lock) {
+    struct stat status {};
+    if (stat(lock.c_str(), &status) != 0 || time(nullptr) - status.st_mtime < kUnusedLockSeconds) return;
+    if (CFileLock(lock, 0).IsHeld()) unlink(lock.c_str());
+}
+
+std::optional<SRecovery> Claim(const std::string& file) {
+    auto claim = std::make_shared<CFileLock>(RecoveryLockName(file), 0);
+    if (!claim->IsHeld()) return std::nullopt;
+    SFileImage image;
+    if (ReadWholeFile(file, kMostBytes, image) != 0 || image.signature.inode == 0) return std::nullopt;
+    std::optional<SRecovery> recovery = ParseRecovery(image.content);
+    if (!recovery) {
+        LogInformation(
+            fmt::format("The recovery file \"{}\" is damaged and was left alone.", Windows1252FromUtf8(file)));
+        return std::nullopt;
+    }
+    recovery->file = file;
+    recovery->claim = std::move(claim);
+    return recovery;
+}
+
+} // namespace
+
+std::string FormatRecovery(const SRecovery& recovery) {
+    const std::string supplement = recovery.supplement.IsEmpty() ? "" : FormatSupplement(recovery.supplement);
+    return fmt::format("{}\npath {}\nknown {:016x}\nsaved {}\nsupplement {}\ntext {}\nhash {:016x}\n\n{}{}", kFirstLine,
+                       EscapeBytes(recovery.originalPath), recovery.knownHash, recovery.savedAt, supplement.size(),
+                       recovery.text.size(), ContentHash(recovery.text), supplement, recovery.text);
+}
+
+std::optional<SRecovery> ParseRecovery(std::string_view text) {
+    SRecovery out;
+    size_t supplementSize = 0, textSize = 0;
+    uint64_t hash = 0;
+    if (TakeUntil(text, '\n') != kFirstLine || !TakePath(text, out.originalPath) ||
+        !TakeNumber(text, "known", out.knownHash, 16) || !TakeNumber(text, "saved", out.savedAt) ||
+        !TakeNumber(text, "supplement", supplementSize) || !TakeNumber(text, "text", textSize) ||
+        !TakeNumber(text, "hash", hash, 16) || !TakeUntil(text, '\n').empty())
+        return std::nullopt;
+    if (supplementSize > text.size() || text.size() - supplementSize != textSize) return std::nullopt;
+    out.text = text.substr(supplementSize);
+    if (ContentHash(out.text) != hash) return std::nullopt;
+    if (supplementSize == 0) return out;
+    std::optional<SWatchlistSupplement> supplement = ParseSupplement(text.substr(0, supplementSize));
+    if (!supplement) return std::nullopt;
+    out.supplement = std::move(*supplement);
+    return out;
+}
+
+std::string RecoveryLockName(const std::string& file) {
+    std::string name = file.substr(0, file.size() - (file.ends_with(kExtension) ? kExtension.size() : 0));
+    return name += kLockExtension;
+}
+
+std::vector<SRecovery> FindRecoveries(const std::string& stateFolder) {
+    std::vector<std::string> files, locks;
+    std::error_code error;
+    std::filesystem::directory_iterator at(RecoveryFolder(stateFolder), error);
+    for (; !error && at != std::filesystem::directory_iterator(); at.increment(error)) {
+        const std::string path = at->path().string();
+        if (path.ends_with(kExtension)) files.push_back(path);
+        if (path.ends_with(kLockExtension)) locks.push_back(path);
+    }
+    for (const std::string& file : files) std::erase(locks, RecoveryLockName(file));
+    for (const std::string& lock : locks) RemoveUnusedLock(lock);
+    std::vector<SRecovery> out;
+    for (const std::string& file : files)
+        if (std::optional<SRecovery> recovery = Claim(file)) out.push_back(std::move(*recovery));
+    std::ranges::sort(out, {}, [](const SRecovery& r) { return std::pair(r.savedAt, r.file); });
+    return out;
+}
+
+void DiscardRecovery(const SRecovery& recovery) {
+    unlink(recovery.file.c_str());
+    unlink(RecoveryLockName(recovery.file).c_str());
+}
+
+} // namespace vx

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "watchlist/RecoveryFile.h"
+#include "watchlist/RecoveryWriter.h"
+#include "watchlist/WatchlistFrame.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace vx {
+
+class CWatchlistDoc;
+class CWatchlistFile;
+
+/// Keeps the unsaved changes of the open watchlist in a recovery file, so that they outlive a crash or a power cut.
+///
+/// A change is on disk kQuietMs after the user paused, at the latest kMostDelayMs after it was made. The file goes
+/// when the document is saved or closed; it stays when the program ends while the document is modified.
+///
+/// Owns    the recovery file and its lock; not the document and its file, which outlive it
+/// Thread  GUI thread only; the disk is written by a thread of its own
+class CRecoveryKeeper {
+public:
+    static constexpr int64_t kQuietMs = 1000;
+    static constexpr int64_t kMostDelayMs = 5000;
+
+    CRecoveryKeeper(const CWatchlistDoc& doc, const CWatchlistFile& file);
+    CRecoveryKeeper(const CWatchlistDoc& doc, const CWatchlistFile& file, std::string stateFolder);
+    ~CRecoveryKeeper();
+
+    /// Looks whether something is to be written or removed; costs nothing when not. Call it from a timer, at least
+    /// once a second, and right after a save, an open, a new document and a close.
+    ///
+    /// Units   nowMs: CClock's monotonic milliseconds; placement: where the window stands
+    void Poll(const SPlacement& placement, int64_t nowMs);
+
+    /// The program is about to end with the document modified: writes at once what Poll would write later.
+    void KeepNow(const SPlacement& placement);
+
+    /// The document holds this recovery now: its file is the one that is kept up to date from here on.
+    void Adopt(const SRecovery& recovery);
+
+    /// Waits until the disk has what was asked for.
+    void Flush() { m_writer.Flush(); }
+
+private:
+    bool Begin();
+    void Write(const SPlacement& placement);
+    void Drop();
+
+    const CWatchlistDoc& m_doc;
+    const CWatchlistFile& m_watchlistFile;
+    std::string m_stateFolder;
+    std::string m_file; ///< Empty while there is no recovery file.
+    std::shared_ptr<CFileLock> m_lock;
+    uint64_t m_written = 0;           ///< The document's change count that the file holds.
+    uint64_t m_seen = 0;              ///< The change count at the last call.
+    std::optional<int64_t> m_firstMs; ///< When the oldest change was seen that the file does not hold.
+    int64_t m_lastMs = 0;
+    CRecoveryWriter m_writer; ///< Last: its thread ends first.
+};
+
+} // namespace vx

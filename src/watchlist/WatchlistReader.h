@@ -1,0 +1,46 @@
+#pragma once
+
+#include "watchlist/WatchlistContent.h"
+
+#include <string>
+#include <string_view>
+
+namespace vx {
+
+/// Reads the text of a watchlist file, which comes in blocks of any size, line by line.
+///
+/// A text whose first byte is "[" has the older layout: it is kept until its end and read then.
+///
+/// Shape   lines "key=value", each ended by CR LF; what stands behind the last CR LF is not applied. Windows-1252
+/// Errors  none: what is not understood is left out and noted in the report; malformed numbers read as 0; numbers
+/// beyond
+///         what a watchlist can have are brought into bounds
+/// Thread  any
+/// Source  docs/file-format.md
+class CWatchlistReader {
+public:
+    /// The size of the blocks in which files are fed.
+    static constexpr size_t kBlockBytes = 100;
+
+    void TakeBlock(std::string_view bytes);
+    /// The text ended. Nothing may be taken after it.
+    void Finish();
+
+    SWatchlistContent& Content() { return m_content; }
+    CReadReport& Report() { return m_report; }
+
+private:
+    void CutLines();
+    void ApplyLine(std::string_view line);
+
+    std::string m_buffer;
+    size_t m_begin = 0;    ///< Where the line that is not whole yet begins.
+    size_t m_searched = 0; ///< Up to where no line end is; a long line is searched once.
+    size_t m_line = 0;     ///< Lines so far.
+    bool m_legacy = false;
+    bool m_started = false;
+    SWatchlistContent m_content;
+    CReadReport m_report;
+};
+
+} // namespace vx

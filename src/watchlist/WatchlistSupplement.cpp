@@ -1,0 +1,113 @@
+#include "watchlist/WatchlistSupplement.h"
+
+#include "alerts/AlertField.h"
+#include "watchlist/WatchlistContent.h"
+#include "watchlist/WatchlistDoc.h"
+#include "watchlist/WatchlistKeys.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace vx {
+
+namespace {
+
+constexpr size_t kMostNameBytes = 255;
+constexpr size_t kMostNamedRows = 10;
+constexpr std::string_view kLineEnd = "\r\n";
+
+void FindNotes(const CWatchlistDoc& doc, SWatchlistSupplement& out) {
+    out.carriedNotes = doc.Notes().Count();
+    for (const auto& [row, text] : doc.Notes())
+        if (row > out.carriedNotes) out.notes.emplace(row, text);
+}
+
+void FindSymbols(const CWatchlistDoc& doc, SWatchlistSupplement& out) {
+    const auto keep = [&](const std::string& symbol, const auto& rows) {
+        if (IsCarriedName(symbol)) return;
+        for (const uint32_t row : rows) out.symbols.emplace(static_cast<int>(row), symbol);
+    };
+    doc.Symbols().ForEach([&](const SYMBOL_DATA& data) { keep(data.symbol, data.rows); });
+    for (const auto& [symbol, rows] : doc.InvalidSymbols()) keep(symbol, rows);
+}
+
+void FindAnnotations(const CWatchlistDoc& doc, SWatchlistSupplement& out) {
+    for (const auto& [row, text] : doc.Annotations()) {
+        const bool carried = CarriedAnnotation(text).size() == text.size() && OldInvalidSymbol(text).empty();
+        if (!carried && !out.symbols.contains(row)) out.annotations.emplace(row, text);
+    }
+}
+
+void FindAlerts(const CWatchlistDoc& doc, SWatchlistSupplement& out) {
+    for (const std::string& symbol : doc.Alerts().Symbols())
+        for (const A_INFO& alert : doc.Alerts().Get(symbol))
+            if (!CAlertsMap::CanSave(symbol, alert) && !AlertFieldName(alert.fieldId).empty())
+                out.alerts.emplace_back(symbol, alert);
+}
+
+// "row 7", "rows 7, 9 and 12", "rows 1, 2, ... and 5 more".
+std::string RowList(const std::map<int, std::string>& entries) {
+    std::string out = entries.size() == 1 ? "row " : "rows ";
+    size_t named = 0;
+    for (const auto& [row, text] : entries) {
+        if (named == kMostNamedRows) return out + fmt::format(" and {} more", entries.size() - named);
+        if (named > 0) out += named + 1 == entries.size() ? " and " : ", ";
+        out += std::to_string(row);
+        ++named;
+    }
+    return out;
+}
+
+std::string_view Plural(size_t count) { return count == 1 ? "" : "s"; }
+
+} // namespace
+
+bool IsCarriedName(std::string_view name) {
+    return !name.empty() && name.size() <= kMostNameBytes && std::ranges::none_of(name, [](char c) {
+        return c == ':' || c == ';' || static_cast<unsigned char>(c) < ' ' || c == '\x7F';
+    });
+}
+
+std::string_view CarriedAnnotation(std::string_view text) {
+    return text.substr(0, std::min(text.find(';'), text.find(kLineEnd)));
+}
+
+SWatchlistSupplement FindUncarried(const CWatchlistDoc& doc) {
+    SWatchlistSupplement out;
+    FindNotes(doc, out);
+    FindSymbols(doc, out);
+    FindAnnotations(doc, out);
+    FindAlerts(doc, out);
+    return out;
+}
+
+void MergeSupplement(const SWatchlistSupplement& supplement, SWatchlistContent& content) {
+    for (const auto& [row, text] : supplement.notes) content.notes.insert_or_assign(row, text);
+    for (const auto& [row, symbol] : supplement.symbols) content.SetRow(row, symbol, false);
+    for (const auto& [row, text] : supplement.annotations) content.SetRow(row, text, true);
+    content.keptAlerts.insert(content.keptAlerts.end(), supplement.alerts.begin(), supplement.alerts.end());
+}
+
+std::vector<std::string> DescribeSupplement(const SWatchlistSupplement& supplement) {
+    std::vector<std::string> out;
+    const auto& [notes, symbols, annotations, alerts, carriedNotes] = supplement;
+    if (!notes.empty())
+        out.push_back(
+            fmt::format("The note{} of {}: the file holds notes up to row {}, the number of notes in the list.",
+                        Plural(notes.size()), RowList(notes), carriedNotes));
+    if (!symbols.empty())
+        out.push_back(fmt::format("The symbol{} of {}, beginning with \"{}\": the file takes no \":\" or \";\" in a "
+                                  "symbol.",
+                                  Plural(symbols.size()), RowList(symbols), symbols.begin()->second));
+    if (!annotations.empty())
+        out.push_back(fmt::format("The whole text of the annotation{} of {}: in the file it ends at the first \";\".",
+                                  Plural(annotations.size()), RowList(annotations)));
+    if (!alerts.empty())
+        out.push_back(fmt::format("{} alert{}, beginning with one of \"{}\": the file takes no \":\" or \";\" in a "
+                                  "symbol and no \";\" in the name of a sound.",
+                                  alerts.size(), Plural(alerts.size()), alerts.front().first));
+    return out;
+}
+
+} // namespace vx

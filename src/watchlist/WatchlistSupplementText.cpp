@@ -1,0 +1,105 @@
+#include "watchlist/WatchlistSupplement.h"
+
+#include "alerts/AlertField.h"
+#include "base/Escape.h"
+#include "base/Number.h"
+#include "watchlist/RowTable.h"
+#include "watchlist/WatchlistKeys.h"
+
+#include <fmt/format.h>
+
+#include <iterator>
+
+namespace vx {
+
+namespace {
+
+constexpr std::string_view kFirstLine = "zantrel watchlist supplement 1";
+constexpr std::string_view kLastLine = "end";
+
+std::string Quoted(std::string_view text) { return '"' + EscapeBytes(text) + '"'; }
+
+void AppendRows(std::string& out, std::string_view kind, const std::map<int, std::string>& entries) {
+    for (const auto& [row, text] : entries)
+        fmt::format_to(std::back_inserter(out), "{} {} {}\n", kind, row, Quoted(text));
+}
+
+// Takes a quoted text from the beginning of a line, and the blank behind it.
+std::optional<std::string> TakeQuoted(std::string_view& line) {
+    if (!line.starts_with('"')) return std::nullopt;
+    size_t end = 1;
+    while (end < line.size() && line[end] != '"') end += line[end] == '\\' ? 2 : 1;
+    if (end >= line.size()) return std::nullopt;
+    std::string text;
+    if (!UnescapeBytes(line.substr(1, end - 1), text)) return std::nullopt;
+    line.remove_prefix(std::min(line.size(), end + 2));
+    return text;
+}
+
+bool ReadRow(std::string_view line, std::map<int, std::string>& entries) {
+    const int row = ReadInt32(TakeUntil(line, ' '));
+    std::optional<std::string> text = TakeQuoted(line);
+    if (!text || text->empty() || row < 1 || row > CRowTable::kMaxRow) return false;
+    entries.insert_or_assign(row, std::move(*text));
+    return true;
+}
+
+// An alert: symbol, field, sound file, then the numbers in the order of AppendAlert.
+bool ReadAlertLine(std::string_view line, SWatchlistSupplement& out) {
+    const std::optional<std::string> symbol = TakeQuoted(line);
+    const std::optional<std::string> field = TakeQuoted(line);
+    const std::optional<std::string> sound = TakeQuoted(line);
+    if (!symbol || !field || !sound) return false;
+    const std::optional<int32_t> fieldId = AlertFieldId(*field);
+    if (!fieldId) return false;
+    A_INFO alert;
+    alert.fieldId = *fieldId;
+    alert.soundFile = *sound;
+    alert.value = ReadDouble(TakeUntil(line, ' '));
+    for (uint32_t* number : {&alert.condition, &alert.enabled, &alert.noZero, &alert.soundType, &alert.loopSound})
+        *number = ReadUInt32(TakeUntil(line, ' '));
+    out.alerts.emplace_back(*symbol, std::move(alert));
+    return true;
+}
+
+void AppendAlert(std::string& out, const std::string& symbol, const A_INFO& alert) {
+    fmt::format_to(std::back_inserter(out), "alert {} {} {} {} {} {} {} {} {}\n", Quoted(symbol),
+                   Quoted(AlertFieldName(alert.fieldId)), Quoted(alert.soundFile), alert.value, alert.condition,
+                   alert.enabled, alert.noZero, alert.soundType, alert.loopSound);
+}
+
+bool ReadLine(std::string_view line, SWatchlistSupplement& out) {
+    const std::string_view kind = TakeUntil(line, ' ');
+    if (kind == "note") return ReadRow(line, out.notes);
+    if (kind == "symbol") return ReadRow(line, out.symbols);
+    if (kind == "annotation") return ReadRow(line, out.annotations);
+    if (kind == "alert") return ReadAlertLine(line, out);
+    return false;
+}
+
+} // namespace
+
+std::string FormatSupplement(const SWatchlistSupplement& supplement) {
+    std::string out(kFirstLine);
+    out += '\n';
+    AppendRows(out, "note", supplement.notes);
+    AppendRows(out, "symbol", supplement.symbols);
+    AppendRows(out, "annotation", supplement.annotations);
+    for (const auto& [symbol, alert] : supplement.alerts) AppendAlert(out, symbol, alert);
+    out += kLastLine;
+    out += '\n';
+    return out;
+}
+
+std::optional<SWatchlistSupplement> ParseSupplement(std::string_view text) {
+    if (TakeUntil(text, '\n') != kFirstLine) return std::nullopt;
+    SWatchlistSupplement out;
+    while (!text.empty()) {
+        const std::string_view line = TakeUntil(text, '\n');
+        if (line == kLastLine) return out;
+        if (!ReadLine(line, out)) return std::nullopt;
+    }
+    return std::nullopt;
+}
+
+} // namespace vx

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "support/TempFolder.h"
+#include "watchlist/DocFixture.h"
+#include "watchlist/WatchlistFile.h"
+#include "watchlist/WatchlistWriter.h"
+
+#include <fmt/format.h>
+
+#include <string>
+
+namespace vx::test {
+
+/// A document with a file, and folders of the test's own for both the file and what is kept beside it.
+class CFileFixture : public CDocFixture {
+protected:
+    std::string Golden(std::string_view name) const { return std::string(ZW_TEST_FILES "/") + std::string(name); }
+    std::string At(std::string_view name) const { return files / name; }
+
+    /// Opens a text as if it stood in a file of that name.
+    SFileResult OpenAs(std::string_view name, std::string_view text) {
+        WriteFile(At(name), text);
+        return file.Open(At(name));
+    }
+    SFileResult Save() { return file.Save(doc.Options().placement); }
+    SFileResult SaveAs(std::string_view name) { return file.SaveAs(At(name), doc.Options().placement); }
+    std::string Written() const { return WriteWatchlistText(doc, doc.Options().placement); }
+    /// One line of what would be written, without its key.
+    std::string WrittenLine(std::string_view key) const {
+        const std::string text = fmt::format("\r\n{}", Written());
+        const std::string mark = fmt::format("\r\n{}=", key);
+        const size_t begin = text.find(mark) + mark.size();
+        return text.substr(begin, text.find("\r\n", begin) - begin);
+    }
+    void Change(int row, std::string_view symbol) {
+        doc.PlaceSymbol(row, symbol);
+        doc.SetModified(true);
+    }
+
+    CTempFolder files, state;
+    CWatchlistFile file{doc, state.Path()};
+};
+
+} // namespace vx::test

@@ -1,0 +1,108 @@
+#include "watchlist/FileFixture.h"
+#include "watchlist/RecoveryFile.h"
+#include "watchlist/RecoveryKeeper.h"
+
+#include <dirent.h>
+#include <filesystem>
+
+using namespace vx;
+using namespace vx::test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+namespace {
+
+class Recovery : public CFileFixture {
+protected:
+    void PollAt(int64_t ms) {
+        keeper.Poll({}, ms);
+        keeper.Flush();
+    }
+    std::vector<std::string> RecoveryFiles() const {
+        std::vector<std::string> out;
+        std::error_code none;
+        for (const auto& entry : std::filesystem::directory_iterator(state / "recovery", none))
+            if (entry.path().extension() == ".recovery") out.push_back(ReadFile(entry.path().string()));
+        return out;
+    }
+    std::string Kept() const {
+        const std::vector<std::string> found = RecoveryFiles();
+        const auto parsed = found.size() == 1 ? ParseRecovery(found.front()) : std::nullopt;
+        return parsed ? parsed->text : std::string();
+    }
+
+    CRecoveryKeeper keeper{doc, file, state.Path()};
+};
+
+bool HasThreadNamed(std::string_view name) {
+    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task"))
+        if (ReadFile(task.path().string() + "/comm") == std::string(name) + "\n") return true;
+    return false;
+}
+
+} // namespace
+
+TEST_F(Recovery, IsWrittenWhenTheUserPausesAndWhileTheyDoNot) {
+    OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
+    PollAt(0);
+    Change(2, "A");
+    PollAt(10);
+    PollAt(900);
+    EXPECT_THAT(RecoveryFiles(), IsEmpty()) << "written while the user still types";
+    PollAt(1010);
+    EXPECT_EQ(Kept(), Written());
+    const std::string first = Kept();
+    for (int64_t now = 2000; now <= 6000; now += 500) {
+        Change(2, fmt::format("S{}", now));
+        PollAt(now);
+        EXPECT_EQ(Kept(), first) << now;
+    }
+    Change(2, "LAST");
+    PollAt(7000);
+    EXPECT_EQ(Kept(), Written()) << "changes without a pause are never written";
+    EXPECT_TRUE(HasThreadNamed(CRecoveryWriter::kThreadName));
+}
+
+TEST_F(Recovery, GoesWithTheSaveAndWithTheDocument) {
+    OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
+    Change(2, "A");
+    PollAt(0);
+    PollAt(1000);
+    EXPECT_THAT(RecoveryFiles(), SizeIs(1));
+    Save();
+    PollAt(1001);
+    EXPECT_FALSE(std::filesystem::exists(state / "recovery") && !std::filesystem::is_empty(state / "recovery"));
+    Change(2, "B");
+    keeper.KeepNow({});
+    EXPECT_EQ(Kept(), Written());
+    doc.CloseDocument();
+    PollAt(1002);
+    EXPECT_THAT(RecoveryFiles(), IsEmpty());
+}
+
+TEST_F(Recovery, ADamagedOneIsLeftAlone) {
+    SRecovery recovery;
+    recovery.originalPath = "/a b/\xC3\xBC\n.vxw";
+    recovery.knownHash = 0xABCDEF;
+    recovery.savedAt = 12;
+    recovery.text = "Symbols=IBM:1,;\r\n";
+    recovery.supplement.notes[7] = "x\r\n\"y\"";
+    const std::string text = FormatRecovery(recovery);
+    const auto read = ParseRecovery(text);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->originalPath, recovery.originalPath);
+    EXPECT_EQ(read->knownHash, recovery.knownHash);
+    EXPECT_EQ(read->supplement.notes, recovery.supplement.notes);
+    EXPECT_EQ(FormatRecovery(*read), text);
+    for (size_t size = 0; size < text.size(); ++size) ASSERT_FALSE(ParseRecovery(text.substr(0, size))) << size;
+    std::string flipped = text;
+    flipped[flipped.size() - 5] ^= 1;
+    EXPECT_FALSE(ParseRecovery(flipped));
+
+    std::filesystem::create_directories(state / "recovery");
+    WriteFile(state / "recovery/1.recovery", flipped);
+    WriteFile(state / "recovery/2.recovery", text);
+    EXPECT_THAT(FindRecoveries(state.Path()), ElementsAre(testing::Field(&SRecovery::savedAt, 12)));
+    EXPECT_EQ(ReadFile(state / "recovery/1.recovery"), flipped);
+}

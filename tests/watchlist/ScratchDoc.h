@@ -1,0 +1,64 @@
+#pragma once
+
+#include "data/L1DataStore.h"
+#include "settings/ConfigWriterMux.h"
+#include "settings/Settings.h"
+#include "watchlist/WatchlistDoc.h"
+#include "watchlist/WatchlistReader.h"
+#include "watchlist/WatchlistSupplement.h"
+#include "watchlist/WatchlistWriter.h"
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace vx::test {
+
+/// A document that needs nothing of the machine: settings in memory, no feed, no window.
+class CScratchDoc {
+public:
+    /// Reads a file's text as opening does, with what was kept besides it.
+    void Open(std::string_view text, const SWatchlistSupplement& supplement = {}) {
+        CWatchlistReader reader;
+        for (; !text.empty(); text.remove_prefix(std::min(text.size(), CWatchlistReader::kBlockBytes)))
+            reader.TakeBlock(text.substr(0, CWatchlistReader::kBlockBytes));
+        reader.Finish();
+        MergeSupplement(supplement, reader.Content());
+        doc.OpenContent(reader.Content(), {}, reader.Report());
+    }
+    std::string Written() const { return WriteWatchlistText(doc, doc.Options().placement); }
+
+private:
+    class CMemorySettings final : public CConfigWriterMux {
+    public:
+        std::string ReadString(std::string_view name, std::string_view defaultText) override {
+            const auto found = m_texts.find(name);
+            return std::string(found == m_texts.end() ? defaultText : std::string_view(found->second));
+        }
+        bool WriteString(std::string_view name, std::string_view text) override {
+            m_texts.insert_or_assign(std::string(name), std::string(text));
+            return true;
+        }
+
+    private:
+        std::map<std::string, std::string, std::less<>> m_texts;
+    };
+    class CNoFrame final : public CWatchlistFrame {
+    public:
+        void SetStatusText(std::string_view) override {}
+        void SetDocumentTitle(std::string_view) override {}
+        void ApplyPlacement(const SPlacement&) override {}
+        void OnUnwatched(std::string_view) override {}
+    };
+
+    CMemorySettings m_memory;
+    CSettings m_settings{m_memory};
+    CL1DataStore m_store;
+    CNoFrame m_frame;
+
+public:
+    CWatchlistDoc doc{m_store, m_settings, m_frame};
+};
+
+} // namespace vx::test

@@ -1,0 +1,102 @@
+#include "watchlist/WatchlistReader.h"
+#include "data/Catalogue.h"
+#include "watchlist/FileFixture.h"
+#include "watchlist/WatchlistLegacy.h"
+
+#include <string>
+
+using namespace vx;
+using namespace vx::test;
+
+namespace {
+
+SWatchlistContent ReadIn(std::string_view text, size_t blockBytes) {
+    CWatchlistReader reader;
+    for (size_t at = 0; at < text.size(); at += blockBytes) reader.TakeBlock(text.substr(at, blockBytes));
+    reader.Finish();
+    return reader.Content();
+}
+
+std::string Rows(const SWatchlistContent& content) {
+    std::string out;
+    for (size_t row = 0; row < content.rows.size(); ++row)
+        if (!content.rows[row].text.empty()) out += fmt::format("{}={} ", row, content.rows[row].text);
+    return out;
+}
+
+} // namespace
+
+TEST(CWatchlistReader, BlocksOfEverySizeGiveTheSame) {
+    const std::string text =
+        "TrailingRows=7\r\nSymbols=IBM:1,;\rX:2,;\nY:3,;\r\n\r\r\nAnnotations=4:#a\r;5:#b;\r\nSymbols=Z:9,;\r";
+    for (size_t size = 1; size <= text.size(); ++size) {
+        const SWatchlistContent content = ReadIn(text, size);
+        ASSERT_EQ(Rows(content), "1=IBM 4=#a\r 5=#b ") << size;
+        ASSERT_EQ(content.options.trailingRows, 7) << size;
+    }
+}
+
+TEST(CWatchlistReader, OnlyTheFirstByteOfAFileMakesItOneOfTheOlderLayout) {
+    EXPECT_EQ(Rows(ReadIn("Symbols=IBM:1,;\r\n[x\r\nSymbols=MSFT:2,;\r\n", 100)), "1=IBM 2=MSFT ");
+    EXPECT_EQ(Rows(ReadIn("[x]\nSymbols=IBM:1\nSymbolNumbers=2\n", 1)), "2=IBM:1 ");
+}
+
+TEST(CWatchlistReader, LinesAndListsOfAMillionEntriesAreReadInProportion) {
+    std::string symbols = "Symbols=";
+    for (int i = 0; i < 1'000'000; ++i) symbols += fmt::format("S{}:100000,{};", i, i % 2 ? "1," : "");
+    std::string columns = "Columns=";
+    for (int i = 0; i < 1'000'000; ++i) columns += fmt::format("C{}:100;", i);
+    const std::string text = symbols + "\r\n" + columns + "\r\n" + std::string(2'000'000, '\n') + "=\r\n";
+    const SWatchlistContent content = ReadIn(text, CWatchlistReader::kBlockBytes);
+    EXPECT_EQ(Rows(content), "1=S999999 100000=S999999 ");
+    EXPECT_EQ(content.columns.size(), static_cast<size_t>(SWatchlistContent::kMostColumns));
+}
+
+TEST(CWatchlistReader, ALineOfAHundredMegabytesIsSearchedOnce) {
+    const std::string text = fmt::format("Annotations=1:#{};\r\nSymbols=IBM:2,;\r\n", std::string(100'000'000, 'x'));
+    const SWatchlistContent content = ReadIn(text, CWatchlistReader::kBlockBytes);
+    ASSERT_EQ(content.rows.size(), 3u);
+    EXPECT_EQ(content.rows[1].text.size(), 100'000'001u);
+    EXPECT_EQ(content.rows[2].text, "IBM");
+}
+
+TEST(LegacyLayout, RenamesEveryColumnInOrder) {
+    struct SCase {
+        const char* legacy;
+        const char* modern;
+    };
+    for (const SCase& c : {
+             SCase{"", "Symbol;"},
+             {"Last,Symbol", "Symbol;Last;Symbol"},
+             {"Last,Symbol,Bid", "Last;Symbol;Bid"},
+             {"Symbol,Time,Time,Last", "Symbol;T Time;Time;Last"},
+             {"Symbol,Last,Time", "Symbol;Last;Time"},
+             {"Ask Volume,Symbol,Ask Volume,Bid Volume", "Ask Volume;Symbol;A Size;Bid Volume"},
+             {"52 Week High,52 Week Low,Average Volume,Avg Volume", "Symbol;52wk High;52wk Low;Avg Vol;Avg Vol"},
+             {"Balance Date,Chg From Open,Cmn Shr Out", "Symbol;Bal Date;ChgFrmOpn;Shares Out"},
+             {"Cur Assets,Cur EPS,Cur Liab,Debt,LT Debt", "Symbol;Assets;EPS;Liabilities;LT Debt;LT LT Debt"},
+             {"Div Amount,Div Exp Date,Pay Date,ET Change", "Symbol;Div Amt;Ex Div Date;Div Pay Date;ET Chg"},
+             {"Expiration Date,Fisc Yr End,Growth %,Leaps", "Symbol;Exp Date;Fisc Yr End;5yr Growth %;Leap Symbols"},
+             {"Net Asset Value,Open Interest,Options", "Symbol;Tot Assets;Open Int;Option Symbols"},
+             {"Split #1,Split #2", "Symbol;Split1 Date;Split1 Ratio;Split2 Date;Split2 Ratio"},
+             {"Strike Price,Trade Volume,UPC11830 IND", "Symbol;Strike;Tick Vol;Restricted"},
+             {"Years High,Years Low,% Change", "Symbol;Cal High;Cal Low;% Chg"},
+         })
+        EXPECT_EQ(ModernColumnNames(c.legacy), c.modern);
+}
+
+TEST(LegacyLayout, AlertSentencesBecomeRecords) {
+    struct SCase {
+        const char* legacy;
+        const char* modern;
+    };
+    for (const SCase& c : {
+             SCase{"IBM^Enabled^when the Price is less than or equal to 9.5", "IBM:Last,<=,9.5,TRUE;"},
+             {"IBM^enabled^when the Last Price is equal to 1,250^x", "IBM:Last,=,1250,FALSE;"},
+             {"IBM^Enabled^when the News is equal to 1", "IBM:News,=,1,TRUE;"},
+             {"IBM^Enabled^when the Bid is", ""},
+             {"^Enabled^when the Bid is 1", ""},
+             {"IBM", ""},
+         })
+        EXPECT_EQ(ModernAlert(c.legacy), c.modern) << c.legacy;
+}
