@@ -10,8 +10,8 @@ constexpr int kProbeMs = 100;
 
 } // namespace
 
-CAdminClient::CAdminClient(qintptr socket, size_t queueLimit, StatsText stats)
-    : CConnection(socket, queueLimit), m_stats(std::move(stats)) {
+CAdminClient::CAdminClient(qintptr socket, const SLink& link, StatsText stats)
+    : CConnection(socket, link), m_stats(std::move(stats)) {
     connect(&m_greeting, &QTimer::timeout, this, [this] { Greet(); });
     m_greeting.start(kGreetingMs);
     Greet();

@@ -16,7 +16,7 @@ public:
     /// Makes a statistics line with the given status.
     using StatsText = std::function<std::string(std::string_view status)>;
 
-    CAdminClient(qintptr socket, size_t queueLimit, StatsText stats);
+    CAdminClient(qintptr socket, const SLink& link, StatsText stats);
 
     /// Sends a statistics line, once the client has been told that it is connected and unless its queue is full.
     void TellStats();

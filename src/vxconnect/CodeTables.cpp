@@ -29,10 +29,10 @@ constexpr auto kTypes = std::to_array<SSecurityType>({
     {kTypeEquity, "EQUITY", "Equity"},
     {kTypeOption, "OPTION", "Equity or Index Option"},
     {kTypeFund, "FUND", "Fund"},
-    {4, "MONEY", "Money Market Fund"},
+    {kTypeMoneyFund, "MONEY", "Money Market Fund"},
     {5, "BOND", "Bond"},
     {6, "INDEX", "Index"},
-    {7, "FUTURE", "Future"},
+    {kTypeFuture, "FUTURE", "Future"},
     {8, "FUTOPTION", "Future Option"},
     {9, "SPOT", "Spot Price"},
     {10, "FOREX", "Foreign Exchange"},
@@ -46,11 +46,39 @@ constexpr std::array<uint8_t, 16> kCenters = {1, 1, 1, 1, 2, 2, 5, 7, 7, 8, 11, 
 std::span<const SListedMarket> ListedMarkets() { return kMarkets; }
 std::span<const SSecurityType> SecurityTypes() { return kTypes; }
 
-uint8_t ListedMarketOf(ESector sector, std::string_view symbol) {
-    if (sector == ESector::Fund) return 3;
+uint8_t SecurityTypeOf(const STerms& terms) {
+    switch (terms.kind) {
+    case EKind::Option:
+        return kTypeOption;
+    case EKind::Future:
+        return kTypeFuture;
+    case EKind::MoneyFund:
+        return kTypeMoneyFund;
+    case EKind::MutualFund:
+    case EKind::ExchangeTradedFund:
+        return kTypeFund;
+    case EKind::Share:
+        break;
+    }
+    return kTypeEquity;
+}
+
+uint8_t SubTypeOf(const STerms& terms) {
+    if (terms.kind == EKind::ExchangeTradedFund) return kSubTypeExchangeTradedFund;
+    return terms.nonStandard ? kSubTypeNonStandardOption : uint8_t{0};
+}
+
+uint8_t ListedMarketOf(const STerms& terms, std::string_view symbol) {
+    constexpr uint8_t kFunds = 3, kOptions = 40, kFutures = 43, kOverTheCounter = 64;
+    if (terms.kind == EKind::Option) return kOptions;
+    if (terms.kind == EKind::Future) return kFutures;
+    if (terms.IsFund()) return kFunds;
+    if (terms.delayMinutes > 0) return kOverTheCounter;
     constexpr std::array<uint8_t, 3> kHomes = {1, 2, 7};
     return kHomes[SymbolSeed(0, symbol) % kHomes.size()];
 }
+
+bool IsRestricted(const STerms& terms, double price) { return terms.kind == EKind::Share && price < kRestrictedBelow; }
 
 uint8_t RandomMarketCenter(CRandom& random) { return kCenters[random.Below(kCenters.size())]; }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "vxconnect/Random.h"
-#include "vxconnect/Tickers.h"
+#include "vxconnect/Terms.h"
 
 #include <cstdint>
 #include <span>
@@ -31,10 +31,25 @@ std::span<const SSecurityType> SecurityTypes();
 constexpr uint8_t kTypeEquity = 1;
 constexpr uint8_t kTypeOption = 2;
 constexpr uint8_t kTypeFund = 3;
-constexpr uint8_t kSubTypeExchangeTradedFund = 1;
+constexpr uint8_t kTypeMoneyFund = 4;
+constexpr uint8_t kTypeFuture = 7;
+constexpr uint8_t kSubTypeExchangeTradedFund = 1; ///< Of funds.
+constexpr uint8_t kSubTypeNonStandardOption = 2;  ///< Of options.
+
+/// The security type of a symbol.
+uint8_t SecurityTypeOf(const STerms& terms);
+
+/// The subtype of a symbol, 0 for none.
+uint8_t SubTypeOf(const STerms& terms);
 
 /// The market on which a symbol is listed.
-uint8_t ListedMarketOf(ESector sector, std::string_view symbol);
+uint8_t ListedMarketOf(const STerms& terms, std::string_view symbol);
+
+/// Whether selling short is restricted: shares whose price is below kRestrictedBelow on the first day.
+///
+/// Units   price: dollars
+bool IsRestricted(const STerms& terms, double price);
+constexpr double kRestrictedBelow = 5;
 
 /// The market of one quote or trade, busy ones more often.
 uint8_t RandomMarketCenter(CRandom& random);

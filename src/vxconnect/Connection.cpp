@@ -23,10 +23,9 @@ bool WouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == E
 
 } // namespace
 
-CConnection::CConnection(qintptr socket, size_t queueLimit)
-    : m_socket(static_cast<int>(socket)), m_queueLimit(queueLimit),
-      m_input(std::make_unique<std::array<char, kMaxLine>>()), m_readable(socket, QSocketNotifier::Read),
-      m_writable(socket, QSocketNotifier::Write) {
+CConnection::CConnection(qintptr socket, const SLink& link)
+    : m_socket(static_cast<int>(socket)), m_link(link), m_input(std::make_unique<std::array<char, kMaxLine>>()),
+      m_readable(socket, QSocketNotifier::Read), m_writable(socket, QSocketNotifier::Write) {
     fcntl(m_socket, F_SETFL, fcntl(m_socket, F_GETFL, 0) | O_NONBLOCK);
     const int on = 1;
     setsockopt(m_socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
@@ -42,13 +41,22 @@ void CConnection::Send(std::string_view line) {
     if (m_open) m_queue.Append(line);
 }
 
+size_t CConnection::NextPiece() const {
+    size_t bytes = m_queue.Size();
+    if (m_link.pieceBytes > 0) bytes = std::min(bytes, m_link.pieceBytes);
+    if (m_link.dropAfter > 0) bytes = std::min<uint64_t>(bytes, m_link.dropAfter - m_sent);
+    return bytes;
+}
+
 void CConnection::Flush() {
+    if (m_link.mute) m_queue.Drop(m_queue.Size());
     while (m_open && m_queue.Size() > 0) {
-        const std::string_view waiting = m_queue.Waiting();
-        const ssize_t count = send(m_socket, waiting.data(), waiting.size(), MSG_NOSIGNAL);
+        const ssize_t count = send(m_socket, m_queue.Waiting().data(), NextPiece(), MSG_NOSIGNAL);
         if (count > 0) {
             m_sent += static_cast<uint64_t>(count);
             m_queue.Drop(static_cast<size_t>(count));
+            if (m_link.dropAfter > 0 && m_sent >= m_link.dropAfter) return Drop();
+            if (m_link.pieceBytes > 0) break; // The next one when the event loop comes round.
         } else if (count < 0 && !WouldBlock()) {
             return Fail();
         } else {
@@ -58,6 +66,12 @@ void CConnection::Flush() {
     if (!m_open) return;
     m_writable.setEnabled(m_queue.Size() > 0 || m_waiting || HoldsBack());
     if (m_closing && m_queue.Size() == 0) Fail();
+}
+
+// The client sees the end of the stream at once, even while this object waits for its own.
+void CConnection::Drop() {
+    shutdown(m_socket, SHUT_RDWR);
+    Fail();
 }
 
 void CConnection::CloseWhenSent() {
@@ -85,7 +99,7 @@ void CConnection::OnReadable() {
 
 void CConnection::OnWritable() {
     Flush();
-    if (!m_open || m_queue.Size() > m_queueLimit / 2) return;
+    if (!m_open || m_queue.Size() > m_link.queueLimit / 2) return;
     OnRoom();
     Flush();
     if (!m_waiting || !HasRoom()) return;

@@ -14,6 +14,16 @@
 
 namespace vx::sim {
 
+/// How a connection treats its client; a plain number is the queue's limit.
+struct SLink {
+    SLink(size_t queueBytes) : queueLimit(queueBytes) {}
+
+    size_t queueLimit;      ///< Bytes that wait before commands wait and updates fold.
+    size_t pieceBytes = 0;  ///< At most so many bytes go out at a time; 0: as many as the system takes.
+    uint64_t dropAfter = 0; ///< Closed after so many bytes, wherever that is; 0: never.
+    bool mute = false;      ///< Nothing is ever sent.
+};
+
 /// One client on one port: cuts what it sends into lines and keeps what it does not read in a bounded queue.
 ///
 /// Commands are carried out one line at a time and only while the queue has room; a client that does not read is not
@@ -30,16 +40,14 @@ public:
     static constexpr size_t kMaxLine = 65536;
 
     /// Takes over a connected socket.
-    ///
-    /// Units   queueLimit: bytes
-    CConnection(qintptr socket, size_t queueLimit);
+    CConnection(qintptr socket, const SLink& link);
     ~CConnection() override;
 
     /// Called once when the connection is gone; the object is still there.
     std::function<void(CConnection&)> OnGone;
 
     bool IsOpen() const { return m_open; }
-    bool HasRoom() const { return m_queue.Size() < m_queueLimit; }
+    bool HasRoom() const { return m_queue.Size() < m_link.queueLimit; }
     size_t QueuedBytes() const { return m_queue.Size(); }
     /// Bytes handed to the operating system so far.
     uint64_t SentBytes() const { return m_sent; }
@@ -52,7 +60,7 @@ public:
     void Flush();
     /// Flushes when enough has gathered to be worth a call.
     void FlushWhenFull() {
-        if (m_queue.Size() >= std::min(kFlushBytes, m_queueLimit)) Flush();
+        if (m_queue.Size() >= std::min(kFlushBytes, m_link.queueLimit)) Flush();
     }
     /// Closes as soon as the queue is empty.
     void CloseWhenSent();
@@ -75,10 +83,12 @@ private:
     void OnWritable();
     void HandleLines();
     void KeepRest(size_t begin);
+    size_t NextPiece() const;
+    void Drop();
     void Fail();
 
     int m_socket;
-    const size_t m_queueLimit;
+    const SLink m_link;
     CSendQueue m_queue;
     uint64_t m_sent = 0;
     std::unique_ptr<std::array<char, kMaxLine>> m_input;

@@ -24,8 +24,8 @@ std::string SplitText(double ratio, PackedDate date) { return fmt::format("{:.2f
 class CFundamentalWriter {
 public:
     CFundamentalWriter(CMarket& market, CMarket::Index index)
-        : m_listing(market.Listing(index)), m_ticker(m_listing.ticker), m_now(market.At(index)),
-          m_start(market.StartDate()), m_random(SymbolSeed(~market.Seed(), m_listing.symbol)) {}
+        : m_listing(market.Listing(index)), m_now(market.At(index)), m_start(market.StartDate()),
+          m_random(SymbolSeed(~market.Seed(), m_listing.symbol)) {}
 
     std::string Line() {
         m_line.reserve(512);
@@ -33,7 +33,7 @@ public:
         Text(m_listing.symbol);
         Text("SIM");
         Text(m_listing.name);
-        Text(m_fund ? "" : m_listing.symbol);
+        Text(m_terms.kind == EKind::Share && m_terms.delayMinutes == 0 ? m_listing.symbol : "");
         Extremes(m_now.YearExtremes());
         Earnings();
         Balance();
@@ -64,6 +64,11 @@ private:
     }
 
     void Earnings() {
+        if (m_terms.IsContract()) {
+            Empty(2); // Growth and beta.
+            Extremes(m_now.CalendarExtremes());
+            return Empty(6); // Earnings and dividends.
+        }
         const double growth = m_random.Between(-8, 28);
         const double beta = std::max(0.05, m_sector.beta + 0.25 * m_random.Normal());
         const double dividend = m_ticker.dividend, earnings = m_ticker.earnings;
@@ -79,6 +84,11 @@ private:
     }
 
     void Balance() {
+        if (m_terms.IsContract()) {
+            Empty(); // Percent held.
+            Whole(m_ticker.volumeMillions * 1e6);
+            return Empty(5);
+        }
         const double held = m_random.Between(35, 92);
         const double assets = m_ticker.sharesMillions * m_ticker.price * m_random.Between(0.2, 0.9);
         const double liabilities = assets * m_random.Between(0.1, 0.5);
@@ -87,12 +97,16 @@ private:
                                                                "September", "June",     "January"};
         const std::string_view yearEnd = kYearEnds[m_random.Below(kYearEnds.size())];
         Number(held);
-        Whole(m_ticker.volumeMillions * 1e6);
-        Whole(m_ticker.sharesMillions * 1000);
+        m_terms.IsPricedDaily() ? Empty(2) : SharesAndVolume();
         m_fund ? Empty() : Number(assets);
         m_fund ? Empty() : Number(liabilities);
         Text(yearEnd);
         m_fund ? Empty() : Whole(debt);
+    }
+
+    void SharesAndVolume() {
+        Whole(m_ticker.volumeMillions * 1e6);
+        Whole(m_ticker.sharesMillions * 1000);
     }
 
     void Dates() {
@@ -104,6 +118,12 @@ private:
         const double firstRatio = kRatios[m_random.Below(kRatios.size())];
         const PackedDate balance = (m_start / 10000 - 1) * 10000 + 1231;
         const PackedDate exDividend = DaysAgo(5, 85), paid = AddDays(exDividend, 18);
+        if (m_terms.IsContract() || m_terms.IsPricedDaily()) {
+            Empty(6);
+            const double dayDeviation = m_terms.dayDeviation > 0 ? m_terms.dayDeviation : m_sector.dayDeviation;
+            m_terms.kind == EKind::MoneyFund ? Empty() : Number(dayDeviation * std::sqrt(252.0) * 100);
+            return ExtremeDates();
+        }
         Text(split ? SplitText(lastRatio, lastDay) : std::string());
         Text(splitTwice ? SplitText(firstRatio, firstDay) : std::string());
         m_fund ? Empty() : Text(DateText(balance));
@@ -112,6 +132,10 @@ private:
         pays ? Text(DateText(paid)) : Empty();
         Whole(m_sector.sic);
         Number(m_sector.dayDeviation * std::sqrt(252.0) * 100 * m_random.Between(0.85, 1.2));
+        ExtremeDates();
+    }
+
+    void ExtremeDates() {
         for (const SExtremes& extremes : {m_now.YearExtremes(), m_now.CalendarExtremes()}) {
             Text(DateText(extremes.highDate));
             Text(DateText(extremes.lowDate));
@@ -119,32 +143,39 @@ private:
     }
 
     void Codes() {
-        Whole(ListedMarketOf(m_ticker.sector, m_listing.symbol));
-        Whole(m_fund ? kTypeFund : kTypeEquity);
+        Whole(ListedMarketOf(m_terms, m_listing.symbol));
+        Whole(SecurityTypeOf(m_terms));
         Empty(2); // The names of the two, which the client knows from its tables.
-        Whole(m_sector.naics);
-        m_fund ? Empty() : Price(m_ticker.price * m_random.Between(0.95, 1.04));
+        m_terms.IsContract() ? Empty() : Whole(m_sector.naics);
+        m_fund || m_terms.IsContract() ? Empty() : Price(m_ticker.price * m_random.Between(0.95, 1.04));
     }
 
     void Contract() {
-        Empty(6); // Maturity, coupon, expiration, strike, root, premium multiplier: not of shares.
-        Empty();  // Multiple deliverables.
+        const bool option = m_terms.kind == EKind::Option;
+        Empty(2); // Maturity and coupon, of bonds.
+        m_terms.IsContract() ? Text(DateText(m_terms.expiration)) : Empty();
+        option ? Number(m_terms.strike) : Empty();
+        Text(m_terms.root);
+        option ? Number(m_terms.multiplier) : Empty();
+        option ? Whole(m_terms.nonStandard ? 1 : 0) : Empty();
         Text("09:30:00");
         Text("16:00:00");
         Text("USD");
-        Empty(2); // Contract size and months.
-        Text(m_now.Decimals() == 2 ? "0.01" : "0.0001");
-        Empty();
+        Text(m_terms.contractSize);
+        Text(m_terms.contractMonths);
+        Number(static_cast<double>(m_now.TickSize()) / kPriceUnit, m_now.Decimals());
+        Text(m_terms.firstDelivery != 0 ? DateText(m_terms.firstDelivery) : std::string());
         Text(fmt::format("SIM{:09}", m_random.Below(1'000'000'000)));
-        m_fund ? Whole(kSubTypeExchangeTradedFund) : Empty();
+        SubTypeOf(m_terms) != 0 ? Whole(SubTypeOf(m_terms)) : Empty();
         Empty();
     }
 
-    const CMarket::SListing m_listing;
-    const STicker& m_ticker;
+    const SListing m_listing;
+    const STicker& m_ticker = m_listing.ticker;
+    const STerms& m_terms = m_listing.terms;
     const CInstrument& m_now;
     const SSector& m_sector = SectorOf(m_ticker.sector);
-    const bool m_fund = m_ticker.sector == ESector::Fund;
+    const bool m_fund = m_terms.IsFund();
     const PackedDate m_start;
     CRandom m_random;
     std::string m_line;

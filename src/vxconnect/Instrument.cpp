@@ -16,7 +16,6 @@ constexpr double kBusyMillions = 25; // Shares a day.
 constexpr double kTradesPerEvent = 0.37;
 constexpr int kWarmUpEvents = 60;
 constexpr int kSettlingEvents = 20; // At the usual pace, so that quote and last trade belong together.
-constexpr MarketMs kWarmUpPaceMs = -kFirstSessionBegin / (kWarmUpEvents + 2);
 constexpr int64_t kFraction = 1'000'000;
 
 // How much more the price moves in each half hour of the session than on average.
@@ -31,9 +30,12 @@ int64_t Ratio(int64_t numerator, int64_t denominator, int64_t unit) {
 
 } // namespace
 
-CInstrument::CInstrument(std::string symbol, const STicker& ticker, uint64_t seed, PackedDate date)
-    : m_random(SymbolSeed(seed, symbol)), m_date(date), m_symbol(std::move(symbol)) {
-    m_tickSize = ticker.price >= 1 ? kPriceUnit / 100 : 1;
+CInstrument::CInstrument(std::string symbol, const STicker& ticker, STerms terms, uint64_t seed, PackedDate date)
+    : m_random(SymbolSeed(seed, symbol)), m_date(date), m_terms(std::move(terms)),
+      m_delayMs(MarketMs{m_terms.delayMinutes} * 60'000), m_symbol(std::move(symbol)) {
+    const double dayDeviation = m_terms.dayDeviation > 0 ? m_terms.dayDeviation : SectorOf(ticker.sector).dayDeviation;
+    m_tickSize = m_terms.tickSize > 0 ? m_terms.tickSize : ticker.price >= 1 ? kPriceUnit / 100 : 1;
+    if (m_terms.IsContract()) m_lot = 1;
     m_base = OnGrid(ticker.price * kPriceUnit);
     m_sharesThousands = Rounded(ticker.sharesMillions * 1000);
     m_averageVolume = Rounded(ticker.volumeMillions * 1e6);
@@ -41,33 +43,44 @@ CInstrument::CInstrument(std::string symbol, const STicker& ticker, uint64_t see
     const double busy = std::min(1.0, ticker.volumeMillions / kBusyMillions);
     m_paceMs = kQuietPaceMs - static_cast<int>(busy * (kQuietPaceMs - kBusyPaceMs));
     m_eventsPerSession = static_cast<double>(kSessionMs) / m_paceMs;
-    m_eventDeviation = SectorOf(ticker.sector).dayDeviation / std::sqrt(m_eventsPerSession);
+    m_eventDeviation = dayDeviation / std::sqrt(m_eventsPerSession);
     m_meanTradeSize = std::max(1.0, static_cast<double>(m_averageVolume) / (m_eventsPerSession * kTradesPerEvent));
     const double priceTicks = static_cast<double>(m_base) / static_cast<double>(m_tickSize);
     m_spreadTicks = std::max(1.0, priceTicks * (ticker.volumeMillions > 10 ? 0.00008 : 0.0003));
 
     Put(EField::Symbol, 0);
-    Put(EField::ExchangeId, ListedMarketOf(ticker.sector, m_symbol));
+    Put(EField::ExchangeId, ListedMarketOf(m_terms, m_symbol));
     Put(EField::Close, m_base);
-    Put(EField::Delay, 0);
-    Put(EField::RestrictedCode, 'N');
+    Put(EField::Delay, m_terms.delayMinutes);
+    Put(EField::RestrictedCode, IsRestricted(m_terms, ticker.price) ? 'R' : 'N');
     Put(EField::FinancialStatusIndicator, 'N');
     Put(EField::MarketOpen, 1);
     Put(EField::FractionDisplayCode, 14);
     Put(EField::DecimalPrecision, Decimals());
-    Put(EField::PreviousDayVolume, Rounded(static_cast<double>(m_averageVolume) * m_random.Between(0.7, 1.3)));
+    PutTerms();
+    if (!m_terms.IsPricedDaily())
+        Put(EField::PreviousDayVolume, Rounded(static_cast<double>(m_averageVolume) * m_random.Between(0.7, 1.3)));
     MakePast(seed);
-    StartSession(
-        OnGrid(static_cast<double>(m_base) * (1 + SectorOf(ticker.sector).dayDeviation * 0.4 * m_random.Normal())));
-    // Each event stands for so many as its time would have held.
-    for (int i = 0; i < kWarmUpEvents; ++i, m_now += kWarmUpPaceMs) Step(static_cast<int>(kWarmUpPaceMs) / m_paceMs);
-    for (m_now = -kSettlingEvents * m_paceMs; m_now < 0; m_now += m_paceMs) Step(1);
-    m_now = 0;
+    StartSession(OnGrid(static_cast<double>(m_base) * (1 + dayDeviation * 0.4 * m_random.Normal())));
+    MakeFirstHalfHour();
     PlanNext();
+}
+
+void CInstrument::MakeFirstHalfHour() {
+    const MarketMs pace = (-kFirstSessionBegin - m_delayMs) / (kWarmUpEvents + 2);
+    // Each event stands for so many as its time would have held.
+    for (int i = 0; i < kWarmUpEvents; ++i, m_now += pace) Step(static_cast<int>(pace) / m_paceMs);
+    for (m_now = -m_delayMs - kSettlingEvents * m_paceMs; m_now < -m_delayMs; m_now += m_paceMs) Step(1);
+    m_now = -m_delayMs;
+    m_regions.TakeChanged();
 }
 
 // The year before the simulation: its extremes lie around the price it starts from.
 void CInstrument::MakePast(uint64_t seed) {
+    if (m_terms.kind == EKind::MoneyFund) {
+        m_calendarExtremes = m_yearExtremes = {m_base, m_base, m_date, m_date};
+        return;
+    }
     CRandom past(SymbolSeed(seed + 1, m_symbol));
     const double base = static_cast<double>(m_base);
     const auto day = [&](uint32_t least, uint32_t most) {
@@ -99,7 +112,8 @@ SUpdate CInstrument::Tick() {
     PlanNext();
     Announce(EField::MessageContents, m_contents);
     out.changed = m_changed;
-    out.newExtreme = m_newExtreme;
+    out.newFundamentals = m_newExtreme;
+    out.regions = m_regions.TakeChanged();
     return out;
 }
 
@@ -136,6 +150,7 @@ void CInstrument::SkipTo(MarketMs now) {
 }
 
 void CInstrument::Step(int weight) {
+    if (m_terms.IsPricedDaily()) return;
     MoveMid(weight);
     if (m_random.Unit() < 1 - kTradesPerEvent) {
         Quote();
@@ -157,6 +172,7 @@ void CInstrument::MoveMid(int weight) {
 }
 
 void CInstrument::StartSession(int64_t open) {
+    if (m_terms.IsPricedDaily()) return PriceFund(open);
     m_mid = static_cast<double>(open);
     m_anchor = m_mid * (1 + m_eventDeviation * std::sqrt(m_eventsPerSession) * 0.5 * m_random.Normal());
     m_notional = m_qualifying = 0;
@@ -167,7 +183,12 @@ void CInstrument::StartSession(int64_t open) {
     Put(EField::High, open);
     Put(EField::Low, open);
     m_contents |= kContentsOpen;
+    if (m_terms.kind == EKind::Future) {
+        Put(EField::OpenRange1, open - m_tickSize);
+        Put(EField::OpenRange2, open + m_tickSize);
+    }
     Quote();
+    if (m_terms.HasRegions()) m_regions.Open(SideOf(true), SideOf(false), m_tickSize);
     LastTrade(open, TradeSize(), 1);
 }
 
@@ -178,8 +199,9 @@ void CInstrument::EndSession() {
     m_sessionBegin += kSessionMs;
     if (m_date > newYear) m_calendarExtremes = {last, last, m_date, m_date};
     Put(EField::Close, last);
-    Put(EField::PreviousDayVolume, Value(EField::TotalVolume));
+    if (!m_terms.IsPricedDaily()) Put(EField::PreviousDayVolume, Value(EField::TotalVolume));
     m_contents |= kContentsClose;
+    if (m_terms.IsContract()) SettleDay(last);
     const double night = m_eventDeviation * std::sqrt(m_eventsPerSession) * 0.4 * m_random.Normal();
     const double level = static_cast<double>(m_base) + 0.98 * static_cast<double>(last - m_base);
     StartSession(
@@ -198,6 +220,9 @@ void CInstrument::Quote() {
     if (bidMoves || (sizeOnly && bidSide)) QuoteSide(true, bid, !bidMoves);
     if (askMoves || (sizeOnly && !bidSide)) QuoteSide(false, ask, !askMoves);
     Put(EField::Spread, ask - bid);
+    if (!m_terms.HasRegions()) return;
+    m_regions.Bid(bidMoves || (sizeOnly && bidSide) ? Value(EField::BidMarketCenter) : -1, SideOf(true), m_tickSize);
+    m_regions.Ask(askMoves || (sizeOnly && !bidSide) ? Value(EField::AskMarketCenter) : -1, SideOf(false), m_tickSize);
 }
 
 void CInstrument::QuoteSide(bool bid, int64_t price, bool newSize) {
@@ -209,10 +234,10 @@ void CInstrument::QuoteSide(bool bid, int64_t price, bool newSize) {
     int64_t lots = m_random.Below(8);
     if (m_random.Below(6) == 0) lots *= 10;
     ++lots;
-    if (newSize && lots * 100 == Value(sizeField)) ++lots;
-    Put(sizeField, lots * 100);
+    if (newSize && lots * m_lot == Value(sizeField)) ++lots;
+    Put(sizeField, lots * m_lot);
     Put(bid ? EField::BidTime : EField::AskTime, Seconds());
-    Put(bid ? EField::BidMarketCenter : EField::AskMarketCenter, RandomMarketCenter(m_random));
+    Put(bid ? EField::BidMarketCenter : EField::AskMarketCenter, Center());
     m_contents |= bid ? kContentsBid : kContentsAsk;
 }
 
@@ -283,8 +308,11 @@ void CInstrument::RecentTrade(int64_t price, int64_t size, int conditions) {
     Put(EField::RecentSize, size);
     Put(EField::RecentTime, Seconds());
     Put(EField::RecentDate, m_date);
-    Put(EField::RecentMarketCenter, RandomMarketCenter(m_random));
+    Put(EField::RecentMarketCenter, Center());
     Put(EField::RecentConditions, conditions);
+    if (m_terms.HasRegions())
+        m_regions.Trade(Value(EField::RecentMarketCenter),
+                        {price, static_cast<int32_t>(size), static_cast<int32_t>(Seconds())});
 }
 
 void CInstrument::ExtendedTrade(int64_t price, int64_t size) {
@@ -311,7 +339,7 @@ void CInstrument::Derive() {
     Put(EField::ChangeFromOpen, last - Value(EField::Open));
     Put(EField::Range, Value(EField::High) - Value(EField::Low));
     Put(EField::Volatility, Ratio(Value(EField::Range), last, kFraction));
-    Put(EField::MarketCapitalization, Ratio(last, kPriceUnit, m_sharesThousands));
+    if (m_sharesThousands > 0) Put(EField::MarketCapitalization, Ratio(last, kPriceUnit, m_sharesThousands));
     if (m_earnings > 0) Put(EField::PriceEarningsRatio, Ratio(last, m_earnings, 100));
 }
 

@@ -2,7 +2,10 @@
 
 #include "vxconnect/Extremes.h"
 #include "vxconnect/Random.h"
+#include "vxconnect/RegionalQuotes.h"
+#include "vxconnect/Security.h"
 #include "vxconnect/SessionClock.h"
+#include "vxconnect/Terms.h"
 #include "vxconnect/Tickers.h"
 #include "vxconnect/UpdateFields.h"
 
@@ -17,13 +20,6 @@ constexpr int kTickUp = 173;          ///< Tick codes: how a last-qualifying tra
 constexpr int kTickDown = 175;
 constexpr int kTickSame = 183;
 
-/// What one event changed.
-struct SUpdate {
-    CFieldMask changed;
-    bool newSession = false; ///< A new day began: everything is to be told again, the fundamentals too.
-    bool newExtreme = false; ///< The year's high or low was passed: the fundamentals are to be told again.
-};
-
 /// One simulated security: its quote, its trades and every figure derived from them.
 ///
 /// The price is a random walk on the exchange's tick grid: its volatility comes in clusters, is higher after the open
@@ -33,10 +29,10 @@ struct SUpdate {
 ///
 /// Units   money in ten-thousandths of a dollar, fractions in millionths, times in seconds of the day
 /// Thread  any one
-class CInstrument {
+class CInstrument final : public CSecurity {
 public:
     /// Starts on the given day with half an hour of trading behind it.
-    CInstrument(std::string symbol, const STicker& ticker, uint64_t seed, PackedDate date);
+    CInstrument(std::string symbol, const STicker& ticker, STerms terms, uint64_t seed, PackedDate date);
 
     /// Makes the next event happen; never allocates.
     SUpdate Tick();
@@ -49,11 +45,20 @@ public:
     const std::string& Symbol() const { return m_symbol; }
     /// The value of a field that Present() holds, else 0; the shape is the one of kFields.
     int64_t Value(EField field) const { return m_values[static_cast<size_t>(field)]; }
-    /// Every field that has a value.
-    const CFieldMask& Present() const { return m_present; }
+    const CFieldMask& Present() const override { return m_present; }
+    uint32_t Contents() const override { return static_cast<uint32_t>(Value(EField::MessageContents)); }
+    void AppendQuote(CSendQueue& out, char letter, const CFieldMask& fields, uint32_t contents,
+                     const CFieldSelection& selection) const override;
+    size_t RegionCount() const override { return m_terms.HasRegions() ? kRegions.size() : 0; }
+    void AppendRegion(CSendQueue& out, size_t region) const override;
+
+    const STerms& Terms() const { return m_terms; }
+    const CRegionalQuotes& Regions() const { return m_regions; }
+    /// How far its own clock is kept behind the market's.
+    MarketMs DelayMs() const { return m_delayMs; }
     /// Places after the point of this symbol's prices, 2 or 4.
-    int Decimals() const { return m_tickSize == 1 ? 4 : 2; }
-    /// The smallest step of the price, in ten-thousandths: a cent from one dollar up, else 1.
+    int Decimals() const { return m_tickSize % (kPriceUnit / 100) == 0 ? 2 : 4; }
+    /// The smallest step of the price, in ten-thousandths.
     int64_t TickSize() const { return m_tickSize; }
     PackedDate Date() const { return m_date; }
     /// Of the last 52 weeks and of the calendar year; no qualifying trade lies outside.
@@ -67,6 +72,12 @@ private:
     void PlanNext();
     void MoveMid(int weight);
     void MakePast(uint64_t seed);
+    void MakeFirstHalfHour();
+    void PutTerms();
+    void SettleDay(int64_t price);
+    void PriceFund(int64_t price);
+    uint8_t Center();
+    CRegionalQuotes::SSide SideOf(bool bid) const;
     void StartSession(int64_t open);
     void EndSession();
     void Quote();
@@ -105,10 +116,14 @@ private:
     int64_t m_earnings;
     int64_t m_notional = 0;   // Of today's qualifying trades.
     int64_t m_qualifying = 0; // Shares of today's qualifying trades.
+    const STerms m_terms;
+    const MarketMs m_delayMs;
+    int64_t m_lot = 100; // What sizes of quotes are multiples of.
+    CRegionalQuotes m_regions;
     SExtremes m_yearExtremes;
     SExtremes m_calendarExtremes;
     bool m_newExtreme = false;
-    std::string m_symbol;
+    const std::string m_symbol;
 };
 
 } // namespace vx::sim

@@ -1,7 +1,6 @@
 #include "vxconnect/Level1Client.h"
 
-#include "vxconnect/Fundamentals.h"
-#include "vxconnect/QuoteLine.h"
+#include "vxconnect/WireText.h"
 
 #include <QTimer>
 
@@ -13,14 +12,8 @@ namespace vx::sim {
 
 namespace {
 
-constexpr size_t kMaxSymbol = 255;
 constexpr int kProbeMs = 100;
 constexpr std::string_view kSyntaxError = "E,!SYNTAX_ERROR!,\r\n";
-
-bool IsSymbolText(std::string_view text) {
-    const auto fits = [](char c) { return static_cast<unsigned char>(c) >= 0x20 && c != 0x7F && c != ','; };
-    return !text.empty() && text.size() <= kMaxSymbol && std::all_of(text.begin(), text.end(), fits);
-}
 
 // Cuts a prefix off; false when the line does not begin with it.
 bool TakePrefix(std::string_view& line, std::string_view prefix) {
@@ -37,14 +30,13 @@ CFieldMask WithoutCompanions(CFieldMask mask) {
 
 } // namespace
 
-CLevel1Client::CLevel1Client(qintptr socket, size_t queueLimit, CWatchBoard& board, uint16_t port)
-    : CConnection(socket, queueLimit), m_board(board), m_port(port),
-      m_worthALine(WithoutCompanions(m_selection.Mask())) {}
+CLevel1Client::CLevel1Client(qintptr socket, const SLink& link, CFeed& feed, uint16_t port)
+    : CConnection(socket, link), m_feed(feed), m_port(port), m_worthALine(WithoutCompanions(m_selection.Mask())) {}
 
 CLevel1Client::~CLevel1Client() { Leave(); }
 
 void CLevel1Client::Leave() {
-    for (auto& [index, subscription] : m_watches) m_board.Leave(*subscription);
+    for (auto& [index, subscription] : m_watches) m_feed.Leave(*subscription);
     m_watches.clear();
     m_held.clear();
     m_heldBegin = 0;
@@ -69,8 +61,9 @@ void CLevel1Client::OnSystemCommand(std::string_view command) {
         SelectFields(command);
     } else if (command == "NEWSON") {
         m_wantsNews = true;
-    } else if (!TakePrefix(command, "SET PROTOCOL,") && !TakePrefix(command, "SET CLIENT NAME,") &&
-               !TakePrefix(command, "REGON,")) {
+    } else if (TakePrefix(command, "REGON,")) {
+        WantRegions(command);
+    } else if (!TakePrefix(command, "SET PROTOCOL,") && !TakePrefix(command, "SET CLIENT NAME,")) {
         Send(kSyntaxError);
     }
 }
@@ -82,81 +75,113 @@ void CLevel1Client::SelectFields(std::string_view names) {
 }
 
 void CLevel1Client::Watch(std::string_view symbol) {
-    const auto index = m_board.Market().Find(symbol);
+    const auto index = m_feed.Find(symbol);
     if (!index) return Send(fmt::format("n,{}\r\n", symbol));
     std::unique_ptr<SSubscription>& subscription = m_watches[*index];
     if (!subscription) {
         subscription = std::make_unique<SSubscription>();
         subscription->client = this;
-        if (!m_board.Join(*subscription, *index)) {
+        if (!m_feed.Join(*subscription, *index)) {
             m_watches.erase(*index);
             return Send(fmt::format("S,SYMBOL LIMIT REACHED,{}\r\n", symbol));
         }
     }
-    SendAll(*subscription);
+    SendFundamentals(*subscription);
+    SendSummary(*subscription);
 }
 
 void CLevel1Client::Unwatch(std::string_view symbol) {
-    const auto index = m_board.Market().Find(symbol);
+    const auto index = m_feed.Find(symbol);
     const auto found = index ? m_watches.find(*index) : m_watches.end();
     if (found == m_watches.end()) return;
     SSubscription& subscription = *found->second;
     if (subscription.held)
         std::replace(m_held.begin(), m_held.end(), &subscription, static_cast<SSubscription*>(nullptr));
-    m_board.Leave(subscription);
+    m_feed.Leave(subscription);
     m_watches.erase(found);
 }
 
-void CLevel1Client::SendAll(SSubscription& subscription) {
-    const CInstrument& instrument = *subscription.watched->instrument;
-    SendFundamentals(subscription);
-    SendQuote('P', instrument, instrument.Present(), static_cast<uint32_t>(instrument.Value(EField::MessageContents)));
+// The newest of every region comes at once, what changes follows. Whoever does not watch the symbol gets none.
+void CLevel1Client::WantRegions(std::string_view symbol) {
+    const auto index = m_feed.Find(symbol);
+    const auto found = index ? m_watches.find(*index) : m_watches.end();
+    if (found == m_watches.end()) return;
+    found->second->regions = true;
+    SendRegions(*found->second, ~uint64_t{0});
+}
+
+void CLevel1Client::SendSummary(SSubscription& subscription) {
+    const CSecurity& security = *subscription.watched->security;
+    SendQuote('P', security, security.Present(), security.Contents());
 }
 
 void CLevel1Client::SendFundamentals(SSubscription& subscription) {
-    Send(FundamentalLine(m_board.Market(), subscription.watched->index));
+    Send(m_feed.FundamentalLine(subscription.watched->index));
 }
 
-void CLevel1Client::SendQuote(char letter, const CInstrument& instrument, const CFieldMask& fields, uint32_t contents) {
-    if ((fields & m_worthALine).Empty()) return;
-    char* const out = Queue().Reserve(kMaxQuoteLine);
-    Queue().Commit(WriteQuoteLine(out, letter, instrument, fields, contents, m_selection));
+void CLevel1Client::SendRegions(SSubscription& subscription, uint64_t regions) {
+    const CSecurity& security = *subscription.watched->security;
+    for (size_t i = 0; subscription.regions && i < security.RegionCount(); ++i)
+        if (regions >> i & 1) security.AppendRegion(Queue(), i);
+}
+
+void CLevel1Client::SendQuote(char letter, const CSecurity& security, const CFieldMask& fields, uint32_t contents) {
+    if ((fields & m_worthALine).Empty() && letter == 'Q') return;
+    security.AppendQuote(Queue(), letter, fields, contents, m_selection);
 }
 
 void CLevel1Client::Tell(SSubscription& subscription, const SUpdate& update) {
     if (!IsOpen()) return;
     FlushWhenFull();
-    if (HeldCount() > 0 || !HasRoom()) return Hold(subscription, update);
-    if (update.newSession) return SendAll(subscription);
-    if (update.newExtreme) SendFundamentals(subscription);
-    const CInstrument& instrument = *subscription.watched->instrument;
-    SendQuote('Q', instrument, update.changed, static_cast<uint32_t>(instrument.Value(EField::MessageContents)));
+    if (HoldsBack() || !HasRoom()) return Hold(subscription, update);
+    if (update.newSession || update.newFundamentals) SendFundamentals(subscription);
+    const CSecurity& security = *subscription.watched->security;
+    if (update.newSession || update.newSummary) {
+        SendSummary(subscription);
+    } else {
+        SendQuote('Q', security, update.changed, security.Contents());
+    }
+    SendRegions(subscription, update.regions);
 }
 
 void CLevel1Client::Hold(SSubscription& subscription, const SUpdate& update) {
     subscription.heldFields |= update.changed;
-    subscription.heldContents |=
-        static_cast<uint32_t>(subscription.watched->instrument->Value(EField::MessageContents));
-    subscription.heldSession |= update.newSession;
-    subscription.heldExtreme |= update.newExtreme;
+    subscription.heldContents |= subscription.watched->security->Contents();
+    subscription.heldRegions |= update.regions;
+    subscription.heldSummary |= update.newSession || update.newSummary;
+    subscription.heldFundamentals |= update.newSession || update.newFundamentals;
     if (subscription.held) return;
     subscription.held = true;
     m_held.push_back(&subscription);
 }
 
 void CLevel1Client::Release(SSubscription& subscription) {
-    if (subscription.heldSession) {
-        SendAll(subscription);
+    if (subscription.heldFundamentals) SendFundamentals(subscription);
+    if (subscription.heldSummary) {
+        SendSummary(subscription);
     } else {
-        if (subscription.heldExtreme) SendFundamentals(subscription);
-        SendQuote('Q', *subscription.watched->instrument, subscription.heldFields, subscription.heldContents);
+        SendQuote('Q', *subscription.watched->security, subscription.heldFields, subscription.heldContents);
     }
-    subscription.held = subscription.heldSession = subscription.heldExtreme = false;
+    SendRegions(subscription, subscription.heldRegions);
+    subscription.held = subscription.heldSummary = subscription.heldFundamentals = false;
     subscription.heldContents = 0;
+    subscription.heldRegions = 0;
     subscription.heldFields = {};
 }
 
+void CLevel1Client::TellHeadline(const std::string& line) {
+    if (!m_wantsNews || !IsOpen()) return;
+    FlushWhenFull();
+    if (!HoldsBack() && HasRoom()) return Send(line);
+    if (m_heldHeadlines.size() == kMostHeldHeadlines) m_heldHeadlines.pop_front();
+    m_heldHeadlines.push_back(line);
+}
+
 void CLevel1Client::OnRoom() {
+    for (; !m_heldHeadlines.empty() && HasRoom() && IsOpen(); m_heldHeadlines.pop_front()) {
+        Send(m_heldHeadlines.front());
+        FlushWhenFull();
+    }
     while (HeldCount() > 0 && HasRoom() && IsOpen()) {
         if (SSubscription* const subscription = m_held[m_heldBegin++]) Release(*subscription);
         FlushWhenFull();
@@ -168,7 +193,7 @@ void CLevel1Client::OnRoom() {
 }
 
 void CLevel1Client::TellTime() {
-    if (HasRoom() && HeldCount() == 0) Send(fmt::format("T,{}\r\n", m_board.Clock().Text()));
+    if (HasRoom() && !HoldsBack()) Send(fmt::format("T,{}\r\n", m_feed.ClockText()));
     Flush();
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "vxconnect/Connection.h"
-#include "vxconnect/WatchBoard.h"
+#include "vxconnect/Feed.h"
+
+#include <deque>
 
 #include <cstdint>
 #include <memory>
@@ -20,12 +22,17 @@ namespace vx::sim {
 /// Thread  the one of its event loop
 class CLevel1Client final : public CConnection {
 public:
-    /// The board outlives the client; port is the one it came to.
-    CLevel1Client(qintptr socket, size_t queueLimit, CWatchBoard& board, uint16_t port);
+    static constexpr size_t kMostHeldHeadlines = 500;
+
+    /// The feed outlives the client; port is the one it came to.
+    CLevel1Client(qintptr socket, const SLink& link, CFeed& feed, uint16_t port);
     ~CLevel1Client() override;
 
     /// Tells one event of a watched symbol, now or folded with later ones.
     void Tell(SSubscription& subscription, const SUpdate& update);
+    /// Tells a headline ("N" line, with its line end) to a client that wants them, now or when it has read enough; of
+    /// those that wait, the oldest beyond kMostHeldHeadlines are dropped.
+    void TellHeadline(const std::string& line);
     /// Sends the market's time, unless the queue is full: a later one will do.
     void TellTime();
     /// Ends all watches.
@@ -34,12 +41,11 @@ public:
     size_t WatchCount() const { return m_watches.size(); }
     /// Symbols whose news wait, folded, for the client to read.
     size_t HeldCount() const { return m_held.size() - m_heldBegin; }
-    bool WantsNews() const { return m_wantsNews; }
 
 protected:
     void OnLine(std::string_view line) override;
     void OnOverlongLine() override;
-    bool HoldsBack() const override { return HeldCount() > 0; }
+    bool HoldsBack() const override { return HeldCount() > 0 || !m_heldHeadlines.empty(); }
     void OnRoom() override;
     void OnEndOfInput() override;
 
@@ -48,20 +54,23 @@ private:
     void SelectFields(std::string_view names);
     void Watch(std::string_view symbol);
     void Unwatch(std::string_view symbol);
-    void SendAll(SSubscription& subscription);
+    void WantRegions(std::string_view symbol);
+    void SendSummary(SSubscription& subscription);
     void SendFundamentals(SSubscription& subscription);
-    void SendQuote(char letter, const CInstrument& instrument, const CFieldMask& fields, uint32_t contents);
+    void SendRegions(SSubscription& subscription, uint64_t regions);
+    void SendQuote(char letter, const CSecurity& security, const CFieldMask& fields, uint32_t contents);
     void Hold(SSubscription& subscription, const SUpdate& update);
     void Release(SSubscription& subscription);
 
-    CWatchBoard& m_board;
+    CFeed& m_feed;
     const uint16_t m_port;
     CFieldSelection m_selection;
     CFieldMask m_worthALine; // The selected fields without those that come with every line.
     bool m_wantsNews = false;
-    std::unordered_map<CMarket::Index, std::unique_ptr<SSubscription>> m_watches;
+    std::unordered_map<SymbolIndex, std::unique_ptr<SSubscription>> m_watches;
     std::vector<SSubscription*> m_held; // Oldest first from m_heldBegin; null: unwatched meanwhile.
     size_t m_heldBegin = 0;
+    std::deque<std::string> m_heldHeadlines;
 };
 
 } // namespace vx::sim

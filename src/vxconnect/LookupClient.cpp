@@ -1,8 +1,9 @@
 #include "vxconnect/LookupClient.h"
 
 #include "vxconnect/CodeTables.h"
+#include "vxconnect/LookupReplies.h"
 
-#include <array>
+#include <optional>
 #include <string>
 
 #include <fmt/format.h>
@@ -29,22 +30,24 @@ std::string SecurityTypeLines() {
     return out;
 }
 
-struct SRequest {
-    std::string_view verb;
-    std::string (*lines)();
-};
-constexpr std::array<SRequest, 2> kRequests = {{{"SLM", ListedMarketLines}, {"SST", SecurityTypeLines}}};
+// The reply to a request, nothing for one that is not understood.
+std::optional<std::string> ReplyTo(std::string_view line, CDirectory& directory, bool tagged) {
+    if (line == "SLM") return ListedMarketLines() + std::string(kEndOfReply);
+    if (line == "SST") return SecurityTypeLines() + std::string(kEndOfReply);
+    if (line.starts_with("SBF,")) return SearchReply(line, directory, tagged);
+    if (line.starts_with("NSC,")) return NewsCountsReply(line, directory, tagged);
+    return std::nullopt;
+}
 
 } // namespace
 
 void CLookupClient::OnLine(std::string_view line) {
-    if (line.substr(0, 15) == "S,SET PROTOCOL," || line.substr(0, 18) == "S,SET CLIENT NAME,") return;
-    for (const SRequest& request : kRequests) {
-        if (line != request.verb) continue;
+    if (line.starts_with("S,SET PROTOCOL,")) {
+        m_tagged = true;
+    } else if (!line.starts_with("S,SET CLIENT NAME,")) {
         // In one piece: a reader that looks for the end marker in each read on its own finds it whole.
-        return Send(request.lines() + std::string(kEndOfReply));
+        Send(ReplyTo(line, m_directory, m_tagged).value_or(std::string(kSyntaxError)));
     }
-    Send(kSyntaxError);
 }
 
 void CLookupClient::OnOverlongLine() { Send(kSyntaxError); }

@@ -1,8 +1,32 @@
 #include "vxconnect/Market.h"
 
+#include "vxconnect/Funds.h"
+
 #include <algorithm>
 
 namespace vx::sim {
+
+namespace {
+
+constexpr int kDelayMinutes = 15;
+constexpr std::string_view kDelayedSuffix = ".D";
+
+STerms TermsOf(const STicker& ticker) {
+    STerms out;
+    if (ticker.sector == ESector::Fund) out.kind = EKind::ExchangeTradedFund;
+    return out;
+}
+
+bool HasDelayedListing(const STicker& ticker) { return ticker.sector != ESector::Fund; }
+
+SListing DelayedListing(const STicker& ticker) {
+    SListing out{std::string(ticker.symbol) + std::string(kDelayedSuffix), std::string(ticker.name) + " (delayed)",
+                 ticker, TermsOf(ticker)};
+    out.terms.delayMinutes = kDelayMinutes;
+    return out;
+}
+
+} // namespace
 
 CMarket::CMarket(uint64_t seed, uint32_t symbolCount, PackedDate date) : m_seed(seed), m_startDate(date) {
     const auto known = KnownTickers();
@@ -12,27 +36,58 @@ CMarket::CMarket(uint64_t seed, uint32_t symbolCount, PackedDate date) : m_seed(
     m_instruments.resize(m_symbolCount);
 }
 
-std::optional<CMarket::Index> CMarket::Find(std::string_view symbol) const {
+std::optional<CMarket::Index> CMarket::Find(std::string_view symbol) {
     if (const auto found = m_known.find(symbol); found != m_known.end()) return found->second;
-    const uint32_t number = MadeUpNumber(symbol);
-    if (number == 0 || m_known.size() + number > m_symbolCount) return std::nullopt;
-    return static_cast<Index>(m_known.size() + number - 1);
+    if (const uint32_t number = MadeUpNumber(symbol); number != 0 && m_known.size() + number <= m_symbolCount)
+        return static_cast<Index>(m_known.size() + number - 1);
+    if (const auto found = m_besideBySymbol.find(std::string(symbol)); found != m_besideBySymbol.end())
+        return found->second;
+    std::optional<SListing> beside = FindBeside(symbol);
+    if (!beside) return std::nullopt;
+    const auto index = static_cast<Index>(m_instruments.size());
+    m_besideBySymbol.emplace(symbol, index);
+    m_beside.push_back(std::move(*beside));
+    m_instruments.emplace_back();
+    return index;
 }
 
-CMarket::SListing CMarket::Listing(Index index) const {
+std::optional<SListing> CMarket::FindBeside(std::string_view symbol) const {
+    if (symbol.ends_with(kDelayedSuffix)) {
+        const auto found = m_known.find(symbol.substr(0, symbol.size() - kDelayedSuffix.size()));
+        if (found == m_known.end() || !HasDelayedListing(KnownTickers()[found->second])) return std::nullopt;
+        return DelayedListing(KnownTickers()[found->second]);
+    }
+    if (auto fund = FindFund(symbol)) return fund;
+    if (auto future = FindFuture(symbol, m_startDate)) return future;
+    return FindOption(symbol, m_seed, m_startDate, Tickers());
+}
+
+SListing CMarket::Listing(Index index) const {
     const auto known = KnownTickers();
-    if (index < m_known.size()) return {std::string(known[index].symbol), std::string(known[index].name), known[index]};
+    if (index >= m_symbolCount) return m_beside[index - m_symbolCount];
+    if (index < m_known.size())
+        return {std::string(known[index].symbol), std::string(known[index].name), known[index], TermsOf(known[index])};
     SMadeUpTicker made = MakeTicker(static_cast<uint32_t>(index - m_known.size() + 1), m_seed);
-    return {std::move(made.symbol), std::move(made.name), made.ticker};
+    return {std::move(made.symbol), std::move(made.name), made.ticker, {}};
 }
 
 CInstrument& CMarket::At(Index index) {
     std::unique_ptr<CInstrument>& slot = m_instruments[index];
     if (!slot) {
         SListing listing = Listing(index);
-        slot = std::make_unique<CInstrument>(std::move(listing.symbol), listing.ticker, m_seed, m_startDate);
+        slot = std::make_unique<CInstrument>(std::move(listing.symbol), listing.ticker, std::move(listing.terms),
+                                             m_seed, m_startDate);
     }
     return *slot;
+}
+
+void CMarket::ForEach(const ListingVisitor& visit) const {
+    for (Index i = 0; i < m_symbolCount; ++i)
+        if (!visit(Listing(i))) return;
+    if (!ForEachFund(visit) || !ForEachFuture(m_startDate, visit)) return;
+    for (const STicker& ticker : Tickers())
+        if (HasDelayedListing(ticker) && !visit(DelayedListing(ticker))) return;
+    ForEachOption(m_seed, m_startDate, Tickers(), visit);
 }
 
 } // namespace vx::sim

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "vxconnect/Contracts.h"
 #include "vxconnect/Instrument.h"
+#include "vxconnect/Listing.h"
 
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -17,37 +20,42 @@ constexpr uint32_t kMaxSymbols = 100'000;
 /// The whole simulated market: which symbols exist, and their instruments, made when first asked for.
 ///
 /// The symbols are the well-known tickers and, when more are asked for, the made-up companies "S00001", "S00002" ...
-/// Any other text, another case of letters included, is unknown.
+/// Beside these stand the options and futures of Contracts.h, the funds of Funds.h and, for every well-known share,
+/// its delayed listing: the ticker and ".D". Any other text, another case of letters included, is unknown.
 ///
 /// Thread  any one
 class CMarket {
 public:
-    /// A symbol's number, 0 to SymbolCount() - 1.
+    /// A symbol's number: 0 to SymbolCount() - 1 for tickers and companies, the rest have higher ones, given when they
+    /// are first asked for.
     using Index = uint32_t;
 
-    /// A count below that of the well-known tickers leaves the last of them out; 0 means all of them and no other.
+    /// A count below that of the well-known tickers leaves the last of them out; 0 means all of them and no company.
     CMarket(uint64_t seed, uint32_t symbolCount, PackedDate date);
 
+    /// Tickers and companies.
     uint32_t SymbolCount() const { return m_symbolCount; }
     PackedDate StartDate() const { return m_startDate; }
     uint64_t Seed() const { return m_seed; }
-    std::optional<Index> Find(std::string_view symbol) const;
+    std::optional<Index> Find(std::string_view symbol);
     /// Owns    the market does, for its whole life
     CInstrument& At(Index index);
-
-    /// What the market knows of a symbol apart from its prices.
-    struct SListing {
-        std::string symbol;
-        std::string name;
-        STicker ticker; ///< Its two texts may be empty; those above count.
-    };
     SListing Listing(Index index) const;
+    /// The well-known tickers that exist; their numbers are their places.
+    std::span<const STicker> Tickers() const { return KnownTickers().first(m_known.size()); }
+
+    /// Calls the visitor with every symbol, options last, until it returns false.
+    void ForEach(const ListingVisitor& visit) const;
 
 private:
+    std::optional<SListing> FindBeside(std::string_view symbol) const;
+
     uint64_t m_seed;
     uint32_t m_symbolCount;
     PackedDate m_startDate;
     std::unordered_map<std::string_view, Index> m_known;
+    std::vector<SListing> m_beside; // Those that were asked for; the first has the number SymbolCount().
+    std::unordered_map<std::string, Index> m_besideBySymbol;
     std::vector<std::unique_ptr<CInstrument>> m_instruments;
 };
 

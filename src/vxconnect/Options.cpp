@@ -1,5 +1,8 @@
 #include "vxconnect/Options.h"
 
+#include "base/Number.h"
+#include "base/Text.h"
+
 #include <charconv>
 
 #include <fmt/format.h>
@@ -23,7 +26,7 @@ private:
         const size_t equals = argument.find('=');
         m_name = argument.substr(0, equals);
         m_inline = equals == std::string_view::npos ? std::nullopt : std::optional(argument.substr(equals + 1));
-        if (ReadFlag() || ReadPort()) return;
+        if (ReadFlag() || ReadPort() || ReadFault() || ReadFile()) return;
         if (m_name == "--seed")
             m_options.seed = Number(UINT64_MAX);
         else if (m_name == "--symbols")
@@ -63,14 +66,64 @@ private:
         return port != nullptr;
     }
 
+    bool ReadFault() {
+        if (m_name == "--burst")
+            m_options.burst = true;
+        else if (m_name == "--mute")
+            m_options.mute = m_inline ? Ports() : uint8_t{kAllPorts};
+        else if (m_name == "--refuse")
+            m_options.refuse = Ports();
+        else if (m_name == "--split")
+            m_options.split = static_cast<uint32_t>(Number(1'000'000, 1));
+        else if (m_name == "--drop-after")
+            m_options.dropAfter = Number(1'000'000'000'000, 1);
+        else
+            return false;
+        return true;
+    }
+
+    bool ReadFile() {
+        std::string* path = m_name == "--input"    ? &m_options.input
+                            : m_name == "--replay" ? &m_options.replay
+                            : m_name == "--record" ? &m_options.record
+                                                   : nullptr;
+        if (path && TakeValue().empty()) Complain("the name of a file");
+        if (path) *path = m_inline.value_or("");
+        if (m_name == "--speed") ReadSpeed();
+        return path || m_name == "--speed";
+    }
+
+    void ReadSpeed() {
+        constexpr double kSlowest = 0.01, kFastest = 1000;
+        const auto value = ReadWholeDouble(TakeValue());
+        if (!value || !(*value >= kSlowest && *value <= kFastest)) return Complain("a number from 0.01 to 1000");
+        m_options.speed = *value;
+    }
+
+    // One port name or several with commas between them.
+    uint8_t Ports() {
+        uint8_t ports = 0;
+        for (const std::string_view name : SplitCountingTail(TakeValue(), ',')) {
+            const uint8_t port = name == "level1" ? kLevel1 : name == "lookup" ? kLookup : name == "admin" ? kAdmin : 0;
+            if (port == 0) Complain("level1, lookup or admin, or several of them with commas between");
+            ports |= port;
+        }
+        if (ports == 0 && m_options.error.empty()) Complain("level1, lookup or admin");
+        return ports;
+    }
+
     void ReadDate() {
         m_options.date = static_cast<PackedDate>(Number(99'999'999));
         if (m_options.error.empty() && !IsPackedDate(m_options.date)) Complain("a day such as 20240131");
     }
 
-    uint64_t Number(uint64_t most, uint64_t least = 0) {
+    std::string_view TakeValue() {
         if (!m_inline && m_next < m_arguments.size()) m_inline = m_arguments[m_next++];
-        const std::string_view text = m_inline.value_or("");
+        return m_inline.value_or("");
+    }
+
+    uint64_t Number(uint64_t most, uint64_t least = 0) {
+        const std::string_view text = TakeValue();
         uint64_t value = 0;
         const auto [end, status] = std::from_chars(text.data(), text.data() + text.size(), value);
         if (text.empty() || status != std::errc() || end != text.data() + text.size() || value < least || value > most)
@@ -89,11 +142,20 @@ private:
     std::optional<std::string_view> m_inline;
 };
 
+std::string Conflict(const SOptions& options) {
+    if (!options.input.empty() && !options.replay.empty()) return "--input and --replay do not go together";
+    if (!options.record.empty() && (options.record == options.input || options.record == options.replay))
+        return fmt::format("--record would write over \"{}\", which is being read", options.record);
+    if (options.refuse == kAllPorts) return "--refuse leaves no port to serve";
+    return {};
+}
+
 } // namespace
 
 SOptions ReadOptions(std::span<const std::string> arguments) {
     SOptions options;
     CReader(arguments, options).ReadAll();
+    if (options.error.empty()) options.error = Conflict(options);
     return options;
 }
 
@@ -115,11 +177,25 @@ Usage: vxconnect [options]
   --linger SECONDS    how long to wait for another client otherwise (default 5)
   --queue KB          what may wait for a slow client before its updates are
                       folded into the newest of each symbol (default 1024)
+  --input FILE        serve the quotes of a file instead: CSV with a header or
+                      JSON lines; "-" reads standard input and follows it
+  --record FILE       write what is served into a file
+  --replay FILE       serve such a file, or the traffic in the program's log
+  --speed X           of a replay, 0.01 to 1000 times the recorded (default 1)
   --verbose           one line of figures a second on standard error
   --level1-port N     ports other than those of the settings; 0 takes a free one
   --lookup-port N
   --admin-port N
   --help, --version
+
+Faults, to see what a client makes of them:
+
+  --burst             a second's updates come all at once, at its end
+  --mute[=PORT]       clients are accepted and never sent anything; PORT is
+                      level1, lookup or admin, or several (default: all)
+  --split N           at most N bytes are sent at a time
+  --drop-after N      each connection is closed after N bytes
+  --refuse PORT       this port is not opened
 
 The ports served are printed as one line. When they are already served, the
 program says so and ends with status 0. Other arguments are ignored.

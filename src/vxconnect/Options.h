@@ -10,6 +10,9 @@
 
 namespace vx::sim {
 
+/// The ports by name, as bits.
+enum EPorts : uint8_t { kLevel1 = 1, kLookup = 2, kAdmin = 4, kAllPorts = 7 };
+
 /// What the command line asks for.
 struct SOptions {
     std::optional<uint16_t> level1Port; ///< 0: any free port. Without one the port settings count.
@@ -25,6 +28,15 @@ struct SOptions {
     int firstClientMs = 60000;      ///< From the start to the end when no client ever comes.
     uint32_t queueKilobytes = 1024; ///< Beyond so much for one client, updates fold.
     bool verbose = false;
+    bool burst = false;     ///< Everything of kBurstMs comes at its end, all at once.
+    uint8_t mute = 0;       ///< EPorts that accept clients and never send.
+    uint8_t refuse = 0;     ///< EPorts that are not opened.
+    uint32_t split = 0;     ///< At most so many bytes are sent at a time; 0: no limit.
+    uint64_t dropAfter = 0; ///< Each connection is closed after so many bytes; 0: never.
+    std::string input;      ///< The user's own data: a file, "-" for standard input; empty: none.
+    std::string replay;     ///< A recording to be served; empty: none.
+    std::string record;     ///< Where to record what is served; empty: nowhere.
+    double speed = 1;       ///< Of a replay, as a multiple of the recording's.
     bool help = false;
     bool version = false;
     std::string error; ///< What is wrong with the command line; empty: nothing.
@@ -33,6 +45,9 @@ struct SOptions {
 constexpr uint32_t kMaxRate = 500'000;
 constexpr uint32_t kAutoRatePerSymbol = 2; ///< About what a symbol has at the pace of real time.
 constexpr uint32_t kMaxAutoRate = 5'000;
+
+constexpr int kBurstMs = 1000;
+constexpr uint32_t kInputRate = 10; ///< Rows a second of an input file, unless the rate is given.
 
 /// Reads "--name value" and "--name=value". Arguments that are not ours are passed over.
 ///

@@ -1,5 +1,7 @@
 #include "vxconnect/QuoteLine.h"
 
+#include "vxconnect/QuoteLayout.h"
+
 #include <charconv>
 #include <cstring>
 
@@ -7,7 +9,7 @@ namespace vx::sim {
 
 namespace {
 
-constexpr size_t kMaxField = 23;
+constexpr size_t kMaxField = kMaxQuoteField;
 
 char* WriteInteger(char* out, int64_t value) { return std::to_chars(out, out + kMaxField, value).ptr; }
 
@@ -93,6 +95,9 @@ char* WriteField(char* out, const CInstrument& instrument, EField field, uint32_
         return out + 1;
     case EShape::Contents:
         return WriteContents(out, contents);
+    case EShape::Regions:
+        std::memcpy(out, kRegionList.data(), kRegionList.size());
+        return out + kRegionList.size();
     }
     return out;
 }
@@ -101,24 +106,34 @@ char* WriteField(char* out, const CInstrument& instrument, EField field, uint32_
 
 char* WriteQuoteLine(char* out, char letter, const CInstrument& instrument, const CFieldMask& fields, uint32_t contents,
                      const CFieldSelection& selection) {
-    CFieldMask filled = fields;
-    filled.Set(EField::Symbol);
-    *out++ = letter;
-    *out++ = ',';
-    if (selection.IsStandard()) {
-        size_t commas = 0;
-        filled.ForEach([&](EField field) {
-            for (; commas < static_cast<size_t>(field); ++commas) *out++ = ',';
-            out = WriteField(out, instrument, field, contents);
-        });
-        for (; commas < kFieldCount; ++commas) *out++ = ',';
-    } else {
-        for (const int16_t field : selection.Order()) {
-            if (field >= 0 && filled.Has(static_cast<EField>(field)))
-                out = WriteField(out, instrument, static_cast<EField>(field), contents);
-            *out++ = ',';
+    return LayOutQuote(out, letter, fields, selection,
+                       [&](char* at, EField field) { return WriteField(at, instrument, field, contents); });
+}
+
+char* WriteRegionLine(char* out, const CInstrument& instrument, size_t region) {
+    const CRegionalQuotes::SQuote& quote = instrument.Regions().At(region);
+    const auto side = [&](const CRegionalQuotes::SSide& values, char letter) {
+        if (values.price != 0) out = WritePrice(out, values.price, instrument.Decimals());
+        *out++ = ',';
+        if (values.price != 0) out = WriteInteger(out, values.size);
+        *out++ = ',';
+        if (values.price != 0) {
+            out = WriteTime(out, values.time);
+            *out++ = letter;
         }
-    }
+        *out++ = ',';
+    };
+    const auto text = [&](std::string_view value) {
+        std::memcpy(out, value.data(), value.size());
+        out += value.size();
+        *out++ = ',';
+    };
+    text("R");
+    text(instrument.Symbol());
+    text(kRegions[region].name);
+    side(quote.bid, 'b');
+    side(quote.ask, 'a');
+    side(quote.last, 't');
     *out++ = '\r';
     *out++ = '\n';
     return out;

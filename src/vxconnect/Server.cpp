@@ -3,6 +3,7 @@
 #include "vxconnect/AdminClient.h"
 #include "vxconnect/Level1Client.h"
 #include "vxconnect/LookupClient.h"
+#include "vxconnect/SimulatedSource.h"
 
 #include <algorithm>
 #include <ctime>
@@ -21,25 +22,18 @@ double CpuSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 
 } // namespace
 
-CServer::CServer(const SOptions& options)
-    : m_options(options), m_startText(CSessionClock(options.date).Text()),
-      m_market(options.seed, options.symbols, options.date), m_board(m_market, options.limit),
-      m_admin([this](qintptr socket) {
-          return std::make_unique<CAdminClient>(socket, size_t{m_options.queueKilobytes} * 1024,
+CServer::CServer(const SOptions& options, std::unique_ptr<CSource> source)
+    : m_options(options), m_source(source ? std::move(source) : std::make_unique<CSimulatedSource>(options)),
+      m_startText(Feed().ClockText()), m_admin([this](qintptr socket) {
+          return std::make_unique<CAdminClient>(socket, Link(kAdmin),
                                                 [this](std::string_view status) { return StatsLine(status); });
       }),
-      m_lookup([this](qintptr socket) {
-          return std::make_unique<CLookupClient>(socket, size_t{m_options.queueKilobytes} * 1024);
-      }),
+      m_lookup([this](qintptr socket) { return std::make_unique<CLookupClient>(socket, Link(kLookup), *m_source); }),
       m_level1([this](qintptr socket) {
-          return std::make_unique<CLevel1Client>(socket, size_t{m_options.queueKilobytes} * 1024, m_board,
-                                                 Level1Port());
-      }),
-      m_pump(m_board, [this] { FlushLevel1(); }) {
+          return std::make_unique<CLevel1Client>(socket, Link(kLevel1), Feed(), Level1Port());
+      }) {
     WirePorts();
-    m_board.OnWatchedChanged = [this] {
-        if (!m_soon.isActive()) m_soon.start(kSoonMs);
-    };
+    WireSource();
     m_second.setTimerType(Qt::PreciseTimer);
     m_soon.setSingleShot(true);
     m_ending.setSingleShot(true);
@@ -50,14 +44,46 @@ CServer::CServer(const SOptions& options)
     });
 }
 
-CServer::~CServer() { m_board.OnWatchedChanged = nullptr; }
+CServer::~CServer() {
+    Feed().OnWatchedChanged = nullptr;
+    m_source->OnSlice = nullptr;
+    m_source->OnHeadline = nullptr;
+    Feed().SetListener(nullptr);
+}
 
 void CServer::WirePorts() {
     for (CPort* port : {&m_admin, &m_lookup, &m_level1}) port->OnCountChanged = [this] { OnClientCountChanged(); };
     m_level1.OnLeaving = [](CConnection& connection) { static_cast<CLevel1Client&>(connection).Leave(); };
 }
 
-bool CServer::Open(CPort& port, uint16_t number, std::string_view name, EStart& outcome) {
+void CServer::WireSource() {
+    Feed().OnWatchedChanged = [this] {
+        if (!m_soon.isActive()) m_soon.start(kSoonMs);
+    };
+    m_source->OnSlice = [this] { FlushLevel1(); };
+    m_source->OnHeadline = [this](const std::string& line) {
+        if (m_recorder) m_recorder->OnLine(line);
+        for (const auto& connection : m_level1.Connections())
+            static_cast<CLevel1Client&>(*connection).TellHeadline(line);
+    };
+}
+
+SLink CServer::Link(EPorts port) const {
+    SLink link(size_t{m_options.queueKilobytes} * 1024);
+    link.pieceBytes = m_options.split;
+    link.dropAfter = m_options.dropAfter;
+    link.mute = (m_options.mute & port) != 0;
+    return link;
+}
+
+bool CServer::Open(EPorts which, EStart& outcome) {
+    if (m_options.refuse & which) return true;
+    CPort& port = which == kLevel1 ? m_level1 : which == kLookup ? m_lookup : m_admin;
+    const auto& wanted = which == kLevel1   ? m_options.level1Port
+                         : which == kLookup ? m_options.lookupPort
+                                            : m_options.adminPort;
+    const std::string_view name = which == kLevel1 ? "level-1" : which == kLookup ? "lookup" : "admin";
+    const uint16_t number = wanted.value_or(0);
     const CPort::EListening listening = port.Listen(number);
     if (listening == CPort::EListening::Yes) return true;
     const bool taken = listening == CPort::EListening::Taken;
@@ -69,15 +95,24 @@ bool CServer::Open(CPort& port, uint16_t number, std::string_view name, EStart& 
     return false;
 }
 
+std::string CServer::PortText(EPorts which) const {
+    if (m_options.refuse & which) return "refused";
+    return std::to_string(which == kLevel1 ? Level1Port() : which == kLookup ? LookupPort() : AdminPort());
+}
+
 CServer::EStart CServer::Start() {
     EStart outcome = EStart::Serving;
     // The admin port is what clients try first: it opens last, when the others already answer.
-    if (!Open(m_level1, m_options.level1Port.value_or(0), "level-1", outcome) ||
-        !Open(m_lookup, m_options.lookupPort.value_or(0), "lookup", outcome) ||
-        !Open(m_admin, m_options.adminPort.value_or(0), "admin", outcome))
-        return outcome;
-    m_message = fmt::format("vxconnect: simulated market on 127.0.0.1, level1={} lookup={} admin={}", Level1Port(),
-                            LookupPort(), AdminPort());
+    for (const EPorts port : {kLevel1, kLookup, kAdmin})
+        if (!Open(port, outcome)) return outcome;
+    if (!m_options.record.empty()) {
+        m_recorder = std::make_unique<CRecorder>(Feed());
+        m_message = m_recorder->Open(m_options.record);
+        if (!m_message.empty()) return EStart::Failed;
+        Feed().SetListener(m_recorder.get());
+    }
+    m_message = fmt::format("vxconnect: {} on 127.0.0.1, level1={} lookup={} admin={}", m_source->Kind(),
+                            PortText(kLevel1), PortText(kLookup), PortText(kAdmin));
     m_second.start(kSecondMs);
     if (!m_options.stay) m_ending.start(m_options.firstClientMs);
     return outcome;
@@ -110,9 +145,10 @@ void CServer::OnClientCountChanged() {
 
 void CServer::OnSecond() {
     ++m_seconds;
-    m_pump.Run();
-    m_eventsLastSecond = m_board.EventCount() - m_eventsBefore;
-    m_eventsBefore = m_board.EventCount();
+    m_source->Run();
+    if (m_recorder) m_recorder->OnTime();
+    m_eventsLastSecond = Feed().EventCount() - m_eventsBefore;
+    m_eventsBefore = Feed().EventCount();
     m_longestLastSecond = std::exchange(m_longestQueue, 0);
     const uint64_t bytes = m_level1.SentBytes();
     m_bytesLastSecond = bytes - m_bytesBefore;
@@ -123,9 +159,7 @@ void CServer::OnSecond() {
 }
 
 void CServer::OnWatchesChanged() {
-    const uint32_t watched = m_board.WatchedCount();
-    const bool tooMany = uint64_t{watched} * kAutoRatePerSymbol > kMaxAutoRate;
-    m_pump.SetRate(m_options.rate > 0 ? m_options.rate : tooMany ? kMaxAutoRate : 0);
+    m_source->WatchesChanged();
     for (const auto& connection : m_admin.Connections()) static_cast<CAdminClient&>(*connection).TellStats();
 }
 
@@ -137,18 +171,19 @@ void CServer::FlushLevel1() {
 std::string CServer::StatsLine(std::string_view status) const {
     const double kilobytes = static_cast<double>(m_level1.SentBytes()) / 1024;
     const double average = m_seconds > 0 ? kilobytes / static_cast<double>(m_seconds) : 0;
-    return fmt::format("S,STATS,simulated market,{},{},{},{},{},{},{},{},{},{},seed {},simulation,"
-                       "{:.2f},{:.2f},{:.2f},{},{},{:.2f},\r\n",
-                       m_level1.serverPort(), m_board.Limit(), m_board.WatchedCount(), m_level1.Connections().size(),
-                       LongestQueue(), HeldCount(), m_seconds, m_startText, m_board.Clock().Text(), status,
-                       m_options.seed, kilobytes, static_cast<double>(m_bytesLastSecond) / 1024, average,
-                       m_eventsLastSecond, m_board.EventCount(), CpuSeconds());
+    return fmt::format(
+        "S,STATS,{},{},{},{},{},{},{},{},{},{},{},{},{},"
+        "{:.2f},{:.2f},{:.2f},{},{},{:.2f},\r\n",
+        m_source->Kind(), m_level1.serverPort(), Feed().Limit(), Feed().WatchedCount(), m_level1.Connections().size(),
+        LongestQueue(), HeldCount(), m_seconds, m_startText, Feed().ClockText(), status, m_source->Detail(),
+        m_options.replay.empty() && m_options.input.empty() ? "simulation" : "data", kilobytes,
+        static_cast<double>(m_bytesLastSecond) / 1024, average, m_eventsLastSecond, Feed().EventCount(), CpuSeconds());
 }
 
 std::string CServer::FiguresLine() const {
-    return fmt::format("{} clients={} watched={} updates/s={} KB/s={} queue={} held={} cpu={:.2f}s",
-                       m_board.Clock().Text(), m_level1.Connections().size(), m_board.WatchedCount(),
-                       m_eventsLastSecond, m_bytesLastSecond / 1024, LongestQueue(), HeldCount(), CpuSeconds());
+    return fmt::format("{} clients={} watched={} updates/s={} KB/s={} queue={} held={} cpu={:.2f}s", Feed().ClockText(),
+                       m_level1.Connections().size(), Feed().WatchedCount(), m_eventsLastSecond,
+                       m_bytesLastSecond / 1024, LongestQueue(), HeldCount(), CpuSeconds());
 }
 
 } // namespace vx::sim

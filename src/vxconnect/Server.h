@@ -1,29 +1,29 @@
 #pragma once
 
-#include "vxconnect/Market.h"
 #include "vxconnect/Options.h"
 #include "vxconnect/Port.h"
-#include "vxconnect/SessionClock.h"
-#include "vxconnect/UpdatePump.h"
-#include "vxconnect/WatchBoard.h"
+#include "vxconnect/Recorder.h"
+#include "vxconnect/Source.h"
 
 #include <QObject>
 #include <QTimer>
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace vx::sim {
 
-/// The three ports of the feed client and the market behind them.
+/// The three ports of the feed client and what is served behind them.
 ///
 /// Thread  the one of its event loop
 class CServer : public QObject {
 public:
-    /// The ports in the options must be set.
-    explicit CServer(const SOptions& options);
+    /// The ports in the options must be set. Without a source, the simulated market is served.
+    explicit CServer(const SOptions& options, std::unique_ptr<CSource> source = nullptr);
     ~CServer() override;
 
     enum class EStart { Serving, AlreadyServed, Failed };
@@ -40,7 +40,7 @@ public:
     /// Called once a second with a line of figures, for --verbose.
     std::function<void(const std::string&)> OnFigures;
 
-    const CWatchBoard& Board() const { return m_board; }
+    const CFeed& Board() const { return m_source->Feed(); }
     /// The most bytes that have waited for one level-1 client during this second and the last.
     size_t LongestQueue() const;
     /// Symbols whose updates wait, folded, over all level-1 clients.
@@ -48,6 +48,10 @@ public:
 
 private:
     void WirePorts();
+    void WireSource();
+    SLink Link(EPorts port) const;
+    CFeed& Feed() { return m_source->Feed(); }
+    const CFeed& Feed() const { return std::as_const(*m_source).Feed(); }
     void OnClientCountChanged();
     void OnSecond();
     void OnWatchesChanged();
@@ -55,16 +59,16 @@ private:
     size_t ClientCount() const;
     std::string StatsLine(std::string_view status) const;
     std::string FiguresLine() const;
-    bool Open(CPort& port, uint16_t number, std::string_view name, EStart& outcome);
+    bool Open(EPorts which, EStart& outcome);
+    std::string PortText(EPorts which) const;
 
     const SOptions m_options;
+    std::unique_ptr<CSource> m_source;
     const std::string m_startText; // When the server started, on the market's clock.
-    CMarket m_market;
-    CWatchBoard m_board;
+    std::unique_ptr<CRecorder> m_recorder;
     CPort m_admin;
     CPort m_lookup;
     CPort m_level1;
-    CUpdatePump m_pump;
     QTimer m_second;
     QTimer m_soon; // Gathers the changes of a burst of commands into one statistics line.
     QTimer m_ending;

@@ -37,13 +37,27 @@ PackedDate NextSessionDate(PackedDate date) {
     return Packed(next);
 }
 
+PackedDate PreviousSessionDate(PackedDate date) {
+    std::chrono::sys_days day = std::chrono::sys_days(Unpacked(date)) - std::chrono::days(1);
+    while (std::chrono::weekday(day).iso_encoding() > 5) day -= std::chrono::days(1);
+    return Packed(day);
+}
+
+int DaysBetween(PackedDate from, PackedDate to) {
+    return static_cast<int>((std::chrono::sys_days(Unpacked(to)) - std::chrono::sys_days(Unpacked(from))).count());
+}
+
+PackedDate ThirdFriday(int year, int month) {
+    return Packed(std::chrono::sys_days(std::chrono::year(year) / month / std::chrono::Friday[3]));
+}
+
 void CSessionClock::MoveTo(MarketMs now) {
     m_now = std::max(m_now, now);
     for (; m_now >= m_sessionBegin + kSessionMs; m_sessionBegin += kSessionMs) m_date = NextSessionDate(m_date);
 }
 
 std::string CSessionClock::Text() const {
-    const int64_t second = kSessionOpen + (m_now - m_sessionBegin) / 1000;
+    const int second = SecondOfDay();
     return fmt::format("{:08} {:02}:{:02}:{:02}", m_date, second / 3600, second / 60 % 60, second % 60);
 }
 

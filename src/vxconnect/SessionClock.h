@@ -22,6 +22,15 @@ PackedDate AddDays(PackedDate date, int days);
 /// The next Monday to Friday.
 PackedDate NextSessionDate(PackedDate date);
 
+/// The Monday to Friday before.
+PackedDate PreviousSessionDate(PackedDate date);
+
+/// Calendar days from one day to another, negative when the second lies before the first.
+int DaysBetween(PackedDate from, PackedDate to);
+
+/// The third Friday of a month, on which contracts expire.
+PackedDate ThirdFriday(int year, int month);
+
 /// Milliseconds of trading time since lines began to flow, at kFeedStart of the first day; nights do not count.
 using MarketMs = int64_t;
 
@@ -37,6 +46,7 @@ public:
     void MoveTo(MarketMs now);
     MarketMs Now() const { return m_now; }
     PackedDate Date() const { return m_date; }
+    int SecondOfDay() const { return kSessionOpen + static_cast<int>((m_now - m_sessionBegin) / 1000); }
     /// "20240131 09:30:05"
     std::string Text() const;
 

@@ -53,7 +53,7 @@ const std::array<SFieldInfo, kFieldCount> kFields = {{
     {"Settlement Date", EShape::Date},
     {"Bid Market Center", EShape::Integer},
     {"Ask Market Center", EShape::Integer},
-    {"Available Regions", EShape::Letter},
+    {"Available Regions", EShape::Regions},
     {"Message Contents", EShape::Contents},
     {"Most Recent Trade Conditions", EShape::HexPair},
     {"Most Recent Trade", EShape::Price},

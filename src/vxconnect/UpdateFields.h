@@ -98,6 +98,7 @@ enum class EShape : uint8_t {
     Date,       ///< year * 10000 + month * 100 + day, written m/d/yyyy.
     Letter,     ///< One character.
     Contents,   ///< A set of EContents bits, written as letters.
+    Regions,    ///< The names of the regional quotes, with ";" between them.
 };
 
 struct SFieldInfo {

@@ -1,75 +1,61 @@
 #include "vxconnect/WatchBoard.h"
 
-#include "vxconnect/Level1Client.h"
+#include "vxconnect/Fundamentals.h"
 
 #include <algorithm>
 
 namespace vx::sim {
 
 CWatchBoard::CWatchBoard(CMarket& market, uint32_t limit)
-    : m_market(market), m_limit(limit), m_clock(market.StartDate()) {}
+    : CFeed(limit), m_market(market), m_clock(market.StartDate()) {}
 
-bool CWatchBoard::Join(SSubscription& subscription, CMarket::Index index) {
-    auto found = m_watched.find(index);
-    if (found == m_watched.end()) {
-        if (WatchedCount() >= m_limit) return false;
-        found = m_watched.emplace(index, std::make_unique<SWatched>()).first;
-        SWatched& watched = *found->second;
-        watched.index = index;
-        watched.instrument = &m_market.At(index);
-        if (m_clock.Now() - watched.instrument->Now() > kMostBehindMs) watched.instrument->SkipTo(m_clock.Now());
-        watched.behind = m_clock.Now() - watched.instrument->Now();
-        Enter(watched);
-        if (OnWatchedChanged) OnWatchedChanged();
-    }
-    found->second->subscriptions.push_back(&subscription);
-    subscription.watched = found->second.get();
-    return true;
+std::string CWatchBoard::FundamentalLine(SymbolIndex index) { return vx::sim::FundamentalLine(m_market, index); }
+
+std::unique_ptr<SWatched> CWatchBoard::Begin(SymbolIndex index) {
+    auto watched = std::make_unique<SWatchedInstrument>();
+    CInstrument& instrument = m_market.At(index);
+    const MarketMs told = m_clock.Now() - instrument.DelayMs();
+    if (told - instrument.Now() > kMostBehindMs) instrument.SkipTo(told);
+    watched->security = watched->instrument = &instrument;
+    watched->behind = m_clock.Now() - instrument.Now();
+    Enter(*watched);
+    return watched;
 }
 
-void CWatchBoard::Leave(SSubscription& subscription) {
-    SWatched& watched = *subscription.watched;
-    std::erase(watched.subscriptions, &subscription);
-    subscription.watched = nullptr;
-    if (!watched.subscriptions.empty()) return;
-    TakeOut(watched);
-    m_watched.erase(watched.index);
-    if (OnWatchedChanged) OnWatchedChanged();
-}
+void CWatchBoard::End(SWatched& watched) { TakeOut(static_cast<SWatchedInstrument&>(watched)); }
 
-void CWatchBoard::Enter(SWatched& watched) {
+void CWatchBoard::Enter(SWatchedInstrument& watched) {
     watched.due = watched.instrument->Next() + watched.behind;
-    SWatched*& first = SlotOf(watched.due);
+    SWatchedInstrument*& first = SlotOf(watched.due);
     watched.before = nullptr;
     watched.after = first;
     if (first) first->before = &watched;
     first = &watched;
 }
 
-void CWatchBoard::TakeOut(SWatched& watched) {
+void CWatchBoard::TakeOut(SWatchedInstrument& watched) {
     (watched.before ? watched.before->after : SlotOf(watched.due)) = watched.after;
     if (watched.after) watched.after->before = watched.before;
 }
 
-void CWatchBoard::Happen(SWatched& watched) {
+void CWatchBoard::Happen(SWatchedInstrument& watched) {
     TakeOut(watched);
     m_clock.MoveTo(watched.due);
     const SUpdate update = watched.instrument->Tick();
     Enter(watched);
-    ++m_events;
-    for (SSubscription* subscription : watched.subscriptions) subscription->client->Tell(*subscription, update);
+    Tell(watched, update);
 }
 
 void CWatchBoard::Step() {
-    if (m_watched.empty()) return;
+    if (WatchedCount() == 0) return;
     while (!SlotOf(m_wheelTime)) ++m_wheelTime;
     Happen(*SlotOf(m_wheelTime));
 }
 
 void CWatchBoard::RunTo(MarketMs time) {
-    if (m_watched.empty()) m_wheelTime = std::max(m_wheelTime, time);
+    if (WatchedCount() == 0) m_wheelTime = std::max(m_wheelTime, time);
     for (; m_wheelTime < time; ++m_wheelTime)
-        while (SWatched* const first = SlotOf(m_wheelTime)) Happen(*first);
+        while (SWatchedInstrument* const first = SlotOf(m_wheelTime)) Happen(*first);
     m_clock.MoveTo(time);
 }
 

@@ -1,16 +1,23 @@
 #include "base/Number.h"
 #include "base/Registry.h"
 #include "base/RegistryPaths.h"
+#include "vxconnect/InputFileSource.h"
+#include "vxconnect/InputPipeSource.h"
 #include "vxconnect/Options.h"
+#include "vxconnect/ReplaySource.h"
 #include "vxconnect/Server.h"
 
 #include <QCoreApplication>
 
 #include <csignal>
 #include <cstdio>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <unistd.h>
 
 namespace {
 
@@ -27,8 +34,38 @@ uint16_t PortOfSettings(std::string_view valueName, uint16_t standard) {
     return port != 0 ? port : standard;
 }
 
+void Say(const std::string& text) { std::fprintf(stderr, "vxconnect: %s\n", text.c_str()); }
+
+// What is served, null for the simulated market; nothing when a file is wrong, which has been said.
+std::optional<std::unique_ptr<vx::sim::CSource>> MakeSource(const vx::sim::SOptions& options) {
+    if (options.input == "-") {
+        auto pipe = std::make_unique<vx::sim::CInputPipeSource>(options, STDIN_FILENO, Say);
+        pipe->Open();
+        return pipe;
+    }
+    if (!options.input.empty()) {
+        auto file = std::make_unique<vx::sim::CInputFileSource>(options);
+        const std::vector<std::string> errors = file->Open();
+        for (const std::string& error : errors) Say(error);
+        if (!errors.empty()) return std::nullopt;
+        return file;
+    }
+    if (!options.replay.empty()) {
+        auto replay = std::make_unique<vx::sim::CReplaySource>(options);
+        if (const std::string error = replay->Open(); !error.empty()) {
+            Say(error);
+            return std::nullopt;
+        }
+        return replay;
+    }
+    return nullptr;
+}
+
 int Serve(const vx::sim::SOptions& options) {
-    vx::sim::CServer server(options);
+    constexpr int kBadFile = 2;
+    auto source = MakeSource(options);
+    if (!source) return kBadFile;
+    vx::sim::CServer server(options, std::move(*source));
     const auto outcome = server.Start();
     std::FILE* const out = outcome == vx::sim::CServer::EStart::Failed ? stderr : stdout;
     std::fprintf(out, "%s\n", server.Message().c_str());

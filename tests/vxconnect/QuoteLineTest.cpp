@@ -1,5 +1,6 @@
 #include "vxconnect/QuoteLine.h"
 
+#include "vxconnect/Market.h"
 #include "vxconnect/Peer.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,6 @@
 #include "vxconnect/Level1Client.h"
 #include "vxconnect/Peer.h"
+#include "vxconnect/WatchBoard.h"
 #include "vxconnect/QuoteLine.h"
 
 #include <gtest/gtest.h>

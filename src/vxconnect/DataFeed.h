@@ -1,0 +1,47 @@
+#pragma once
+
+#include "vxconnect/DataRecord.h"
+#include "vxconnect/Directory.h"
+#include "vxconnect/Feed.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace vx::sim {
+
+/// A feed of records whose values come from outside: a user's own data or a recording. It has no market of its own.
+class CDataFeed final : public CFeed {
+public:
+    static constexpr size_t kMaxRecords = 100'000;
+
+    /// The clock's text is asked for whenever it is told.
+    CDataFeed(uint32_t limit, std::function<std::string()> clock) : CFeed(limit), m_clock(std::move(clock)) {}
+
+    std::optional<SymbolIndex> Find(std::string_view symbol) override;
+    std::string FundamentalLine(SymbolIndex index) override { return m_records[index]->FundamentalLine(); }
+    std::string ClockText() const override { return m_clock(); }
+
+    /// The record of a symbol, made when there is none yet; nothing when there are kMaxRecords others.
+    std::optional<SymbolIndex> Add(std::string_view symbol);
+    CDataRecord& Record(SymbolIndex index) { return *m_records[index]; }
+    size_t RecordCount() const { return m_records.size(); }
+    /// Tells those who watch a record what changed in it.
+    void Changed(SymbolIndex index, const SUpdate& update);
+
+    void ForEachSymbol(const std::function<bool(const SDirectoryEntry&)>& visit) const;
+
+protected:
+    std::unique_ptr<SWatched> Begin(SymbolIndex index) override;
+
+private:
+    const std::function<std::string()> m_clock;
+    std::vector<std::unique_ptr<CDataRecord>> m_records;
+    std::unordered_map<std::string_view, SymbolIndex> m_bySymbol; // Views of the records' own symbols.
+};
+
+} // namespace vx::sim

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "vxconnect/DataRecord.h"
+
+namespace vx::sim {
+
+/// The figures of a quote that follow from others, for data that do not hold them: Change, Percent Change, Change From
+/// Open, Range, Spread and, when the row holds a last price, Tick. Only those whose parts the row touches, and only as
+/// far as they can be worked out.
+///
+/// Shape   before: the last price before the row, empty for none
+std::vector<SRowValue> DerivedFigures(const CDataRecord& record, const CFieldMask& touched, std::string_view before);
+
+} // namespace vx::sim

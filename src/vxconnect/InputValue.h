@@ -1,0 +1,22 @@
+#pragma once
+
+#include "vxconnect/InputFields.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vx::sim {
+
+/// A value as the wire has it, or why it cannot stand there.
+struct SInputValue {
+    std::string text;
+    std::string error; ///< "\"abc\" is not a number", empty when all is well.
+};
+
+/// Reads one value of a user's own data.
+///
+/// Shape   text: Windows-1252, not empty, blanks around it aside
+SInputValue ReadInputValue(EInputKind kind, std::string_view text);
+
+} // namespace vx::sim

@@ -1,0 +1,35 @@
+#include "vxconnect/LineFile.h"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+
+#include <sys/stat.h>
+
+namespace vx::sim {
+
+std::string CLineFile::Open(const std::string& path) {
+    m_file.reset(std::fopen(path.c_str(), "rb"));
+    m_lines = {};
+    m_ended = false;
+    if (!m_file) return std::strerror(errno);
+    struct stat status {};
+    if (fstat(fileno(m_file.get()), &status) == 0 && S_ISREG(status.st_mode)) return {};
+    m_file.reset();
+    return "not a file; \"-\" reads a stream from standard input";
+}
+
+std::optional<SInputLine> CLineFile::Next() {
+    constexpr size_t kBlock = 64 * 1024;
+    for (;;) {
+        if (auto line = m_lines.Next()) return line;
+        if (m_ended || !m_file) return std::nullopt;
+        std::array<char, kBlock> block;
+        const size_t count = std::fread(block.data(), 1, block.size(), m_file.get());
+        m_lines.Append({block.data(), count});
+        m_ended = count == 0;
+        if (m_ended) m_lines.End();
+    }
+}
+
+} // namespace vx::sim

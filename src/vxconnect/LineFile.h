@@ -1,0 +1,33 @@
+#pragma once
+
+#include "vxconnect/LineBuffer.h"
+
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace vx::sim {
+
+/// A file that is read line by line, from its beginning, as often as wanted.
+///
+/// Owns    the open file
+class CLineFile {
+public:
+    /// Opens a file, or begins it anew.
+    ///
+    /// Returns why it cannot be read, empty for success
+    std::string Open(const std::string& path);
+    /// The next line; nothing at the end.
+    std::optional<SInputLine> Next();
+
+private:
+    struct SClose {
+        void operator()(std::FILE* file) const { std::fclose(file); }
+    };
+    std::unique_ptr<std::FILE, SClose> m_file;
+    CLineBuffer m_lines;
+    bool m_ended = false;
+};
+
+} // namespace vx::sim
