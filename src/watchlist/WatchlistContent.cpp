@@ -19,6 +19,8 @@ void ApplyColumns(CWatchlistDoc& doc, const SWatchlistContent& content) {
     if (content.rowNumberWidth) columns.SetWidth(kRowNumberColumn, *content.rowNumberWidth);
     for (const auto& column : content.columns) columns.Append(column.name, column.width);
     if (columns.Count() == 1) columns.Append("Symbol", kDefaultColumnWidthPx);
+    for (int column = 1; column < columns.Count(); ++column)
+        doc.Formats().SetNewColumn(column, columns.At(column).name);
 }
 
 } // namespace

@@ -213,7 +213,7 @@ void CWatchlistDoc::SymbolNotFound(std::string_view symbol) {
     for (const std::string& region : regional) RejectRows(region);
     m_store.Forget(rejected);
     m_watched.Remove(rejected);
-    m_frame.OnUnwatched(rejected);
+    m_frame.OnUnwatched(rejected); // However the feed said it: nothing is planned for the symbol any more.
     ShowSymbolCount();
 }
 
