@@ -139,6 +139,7 @@ void AddCurrentSymbol(CWatchlistDoc& doc, const CSettings& settings, int row) {
             return;
     }
     doc.EnterSymbol(row, symbol);
+    if (const int column = doc.Columns().PositionOf(kSymbolColumn); column >= 1) doc.Formats().Reset(row, column);
     doc.RowEdited(row);
     doc.RebuildGrid();
 }

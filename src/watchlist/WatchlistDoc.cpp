@@ -316,13 +316,13 @@ SRowStores CWatchlistDoc::RowStores() {
 
 bool CWatchlistDoc::InsertRows(int firstRow, int count) {
     if (firstRow < 1 || count < 1 || firstRow > CRowTable::kMaxRow || count > CRowTable::kMaxRow) return false;
-    const SRowStores stores = RowStores();
+    SRowStores stores = RowStores();
     if (const int last = stores.LastRow(); last >= firstRow && last + count > CRowTable::kMaxRow) return false;
     if (firstRow > LastUsedRow())
-        m_grownRows = RowCount() + count;
+        m_grownRows = std::min(RowCount() + count, CRowTable::kMaxRow);
     else if (m_grownRows >= firstRow)
-        m_grownRows += count;
-    RowStores().InsertRows(firstRow, count);
+        m_grownRows = std::min(m_grownRows + count, CRowTable::kMaxRow);
+    stores.InsertRows(firstRow, count);
     SetModified(true);
     RebuildGrid();
     return true;
@@ -342,8 +342,8 @@ void CWatchlistDoc::DeleteRows(int firstRow, int count) {
 }
 
 void CWatchlistDoc::MoveRows(int firstRow, int count, int before) {
+    if (firstRow < 1 || before < 1 || before > RowCount() + 1) return;
     count = std::min(count, RowCount() - firstRow + 1);
-    if (before > RowCount() + 1) return;
     if (ReorderRows(MoveOfBlock(firstRow, count, before))) SetModified(true);
 }
 

@@ -45,7 +45,9 @@ TEST_F(CDocNews, AHeadlineChangesTheRowsOfItsSymbolsAtTheNextRepaint) {
     doc.RepaintChangedRows();
     EXPECT_THAT(shown.TakeRows(), UnorderedElementsAre(1, 3));
     EXPECT_EQ(doc.News().HeadlineText("IBM"), "Up, and away");
+    const int rebuilds = shown.rebuilds;
     doc.OnNewsCounts(kCounts);
+    EXPECT_GT(shown.rebuilds, rebuilds) << "the counts were not shown";
     EXPECT_EQ(doc.News().CountText("IBM"), "3");
     shown.pending = false;
     HeadlineFor("NONE");

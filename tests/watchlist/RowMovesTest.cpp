@@ -157,7 +157,7 @@ TEST_F(CRowMoves, WhatWouldLeaveTheGridIsRefusedWhole) {
     EXPECT_FALSE(doc.ReorderRows({0, 2, 2}));
     EXPECT_FALSE(doc.ReorderRows({0, 2, 3}));
     doc.MoveRows(1, 1, 200000);
-    doc.MoveRows(-5, 3, 1);
+    for (const int first : {-5, 0, -2147483647 - 1}) doc.MoveRows(first, 3, 5);
     EXPECT_EQ(doc.RowSymbol(1), "IBM");
     EXPECT_EQ(doc.RowSymbol(100000), "IBM");
     EXPECT_FALSE(doc.IsModified());
