@@ -45,11 +45,14 @@ SInputValue ReadSymbol(std::string_view text) {
     return Good(std::string(text));
 }
 
+// The wire has no place for commas: a name does without.
 SInputValue ReadText(std::string_view text) {
-    const auto bad = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F || c == ','; };
-    if (std::any_of(text.begin(), text.end(), bad)) return Bad(text, "a text without commas and control characters");
+    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; };
+    if (std::any_of(text.begin(), text.end(), isControl)) return Bad(text, "a text without control characters");
     if (text.size() > kMostText) return Bad(text, "a text of at most 255 characters");
-    return Good(std::string(text));
+    std::string out(text);
+    std::erase(out, ',');
+    return Good(std::string(TrimBlanks(out)));
 }
 
 SInputValue ReadInteger(std::string_view text) {

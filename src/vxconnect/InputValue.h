@@ -16,7 +16,7 @@ struct SInputValue {
 
 /// Reads one value of a user's own data.
 ///
-/// Shape   text: Windows-1252, not empty, blanks around it aside
+/// Shape   text: Windows-1252, not empty, blanks around it aside; commas in texts are dropped
 SInputValue ReadInputValue(EInputKind kind, std::string_view text);
 
 } // namespace vx::sim

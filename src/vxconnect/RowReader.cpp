@@ -118,6 +118,7 @@ bool CRowReader::Add(const SInputField& field, std::string_view text, SRow& row)
     if (TrimBlanks(text).empty()) return true;
     SInputValue value = ReadInputValue(field.kind, text);
     if (!value.error.empty()) return Complain(fmt::format("field \"{}\": {}", field.name, value.error));
+    if (value.text.empty()) return true; // It was nothing but commas.
     const auto same = [&](const SRowValue& other) { return other.slot == field.slot; };
     if (std::any_of(row.values.begin(), row.values.end(), same) || (field.slot == kSymbolSlot && !row.symbol.empty()))
         return Complain(fmt::format("field \"{}\" is given twice", field.name));

@@ -45,6 +45,24 @@ TEST(Options, OursAreReadAndOthersPassedOver) {
     EXPECT_FALSE(options.help || options.version);
 }
 
+TEST(Options, FaultsAndFilesAreReadAndConflictsTold) {
+    const SOptions options = Read({"--burst", "--mute", "--refuse=lookup,admin", "--split", "7", "--drop-after", "99",
+                                   "--replay", "a.log", "--record=b.log", "--speed", "2.5"});
+    EXPECT_EQ(options.error, "");
+    EXPECT_TRUE(options.burst);
+    EXPECT_EQ(options.mute, kAllPorts);
+    EXPECT_EQ(options.refuse, kLookup | kAdmin);
+    EXPECT_EQ(options.split, 7u);
+    EXPECT_EQ(options.dropAfter, 99u);
+    EXPECT_EQ(options.replay + options.record, "a.logb.log");
+    EXPECT_EQ(options.speed, 2.5);
+    EXPECT_EQ(Read({"--mute=level1"}).mute, kLevel1);
+    EXPECT_EQ(Read({"--mute", "level1"}).mute, kAllPorts) << "a value follows only after =";
+    EXPECT_NE(Read({"--input", "a", "--replay", "b"}).error, "");
+    EXPECT_NE(Read({"--input", "a", "--record", "a"}).error, "");
+    EXPECT_NE(Read({"--refuse", "level1,lookup,admin"}).error, "");
+}
+
 TEST(Options, BadValuesAreNamed) {
     const std::vector<std::vector<std::string>> cases = {{"--rate", "500001"},
                                                          {"--rate", "0"},
@@ -55,7 +73,15 @@ TEST(Options, BadValuesAreNamed) {
                                                          {"--symbols", "100001"},
                                                          {"--admin-port", "65536"},
                                                          {"--seed", "abc"},
-                                                         {"--date", "20230229"}};
+                                                         {"--date", "20230229"},
+                                                         {"--split", "0"},
+                                                         {"--drop-after", "-1"},
+                                                         {"--refuse", "level2"},
+                                                         {"--refuse"},
+                                                         {"--mute=", ""},
+                                                         {"--input"},
+                                                         {"--speed", "0"},
+                                                         {"--speed", "nan"}};
     for (const auto& arguments : cases) {
         const SOptions options = Read(arguments);
         EXPECT_THAT(options.error, testing::StartsWith(arguments[0].substr(0, 6)));

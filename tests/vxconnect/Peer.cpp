@@ -122,8 +122,10 @@ ServerTest::ServerTest() {
 
 ServerTest::~ServerTest() = default;
 
-CServer& ServerTest::Start() {
-    m_server = std::make_unique<CServer>(m_options);
+CServer& ServerTest::Start() { return Start(nullptr); }
+
+CServer& ServerTest::Start(std::unique_ptr<CSource> source) {
+    m_server = std::make_unique<CServer>(m_options, std::move(source));
     EXPECT_EQ(m_server->Start(), CServer::EStart::Serving) << m_server->Message();
     return *m_server;
 }

@@ -70,6 +70,8 @@ protected:
 
     /// Starts the server; change m_options before.
     CServer& Start();
+    /// Starts the server with something else than the simulated market.
+    CServer& Start(std::unique_ptr<CSource> source);
     CServer& Server() { return *m_server; }
     /// A level-1 client past its greeting.
     std::unique_ptr<CPeer> Level1Peer(std::string_view watches = {});

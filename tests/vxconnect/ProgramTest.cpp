@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 namespace vx::sim {
 namespace {
 
@@ -77,6 +79,36 @@ TEST_F(Program, BadArgumentIsOneLineOnStandardError) {
     EXPECT_EQ(m_first.exitCode(), 2);
     EXPECT_EQ(m_first.readAllStandardError().toStdString(),
               "vxconnect: --rate: \"many\" is not a whole number from 1 to 500000\n");
+}
+
+TEST_F(Program, BadInputFileIsToldAndEndsWithStatusTwo) {
+    const std::string path = m_folder.path().toStdString() + "/quotes.csv";
+    std::ofstream(path) << "Symbol,Last\nA,x\n";
+    Run(m_first, {QStringLiteral("--input"), QString::fromStdString(path)});
+    ASSERT_TRUE(Ends(m_first));
+    EXPECT_EQ(m_first.exitCode(), 2);
+    EXPECT_EQ(m_first.readAllStandardError().toStdString(),
+              "vxconnect: " + path + " line 2: field \"Last\": \"x\" is not a number\n");
+}
+
+TEST_F(Program, StandardInputIsFollowed) {
+    QStringList arguments = {QStringLiteral("--input"), QStringLiteral("-")};
+    for (const char* port : {"--level1-port=0", "--lookup-port=0", "--admin-port=0"}) arguments << QLatin1String(port);
+    m_first.start(QStringLiteral(ZW_BIN_DIR "/vxconnect"), arguments);
+    ASSERT_TRUE(m_first.waitForStarted(kAbsurdMs));
+    m_first.write("Symbol,Last\nA,1\n");
+    ASSERT_TRUE(WaitUntil([&] { return m_first.canReadLine(); }));
+    const std::string line = m_first.readLine().toStdString();
+    CPeer peer(static_cast<uint16_t>(std::stoi(line.substr(line.find("level1=") + 7))));
+    peer.Send("S,SELECT UPDATE FIELDS,Symbol,Last\n");
+    peer.TakeLine("S,IP");
+    for (std::string answer = "n"; answer[0] != 'F';) { // The row may come a little later than the ports.
+        peer.Send("wA\n");
+        answer = peer.TakeLine("");
+    }
+    EXPECT_EQ(peer.TakeLine("P,"), "P,A,1,");
+    m_first.write("A,2\n");
+    EXPECT_EQ(peer.TakeLine("Q,"), "Q,A,2,");
 }
 
 } // namespace

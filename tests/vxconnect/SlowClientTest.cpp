@@ -1,7 +1,7 @@
 #include "vxconnect/Level1Client.h"
 #include "vxconnect/Peer.h"
-#include "vxconnect/WatchBoard.h"
 #include "vxconnect/QuoteLine.h"
+#include "vxconnect/WatchBoard.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
+#include "vxconnect/WatchBoard.h"
 #include "vxconnect/Level1Client.h"
 #include "vxconnect/Peer.h"
-#include "vxconnect/WatchBoard.h"
 
 #include <gtest/gtest.h>
 

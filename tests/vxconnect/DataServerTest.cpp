@@ -1,0 +1,247 @@
+#include "vxconnect/InputFileSource.h"
+#include "vxconnect/InputPipeSource.h"
+#include "vxconnect/Peer.h"
+#include "vxconnect/ReplaySource.h"
+#include "vxconnect/TrafficLine.h"
+
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include <fmt/format.h>
+#include <fstream>
+
+#include <unistd.h>
+
+namespace vx::sim {
+namespace {
+
+// A server whose data come from a file or a pipe.
+class DataServer : public ServerTest {
+protected:
+    std::string Write(const std::string& name, const std::string& text) {
+        const std::string path = m_folder.path().toStdString() + "/" + name;
+        std::ofstream(path, std::ios::binary) << text;
+        return path;
+    }
+    std::vector<std::string> StartInput(const std::string& text) {
+        m_options.input = Write("input.csv", text);
+        auto source = std::make_unique<CInputFileSource>(m_options);
+        auto errors = source->Open();
+        if (errors.empty()) Start(std::move(source));
+        return errors;
+    }
+    std::string StartReplay(const std::string& text) {
+        m_options.replay = Write("traffic.log", text);
+        auto source = std::make_unique<CReplaySource>(m_options);
+        auto error = source->Open();
+        if (error.empty()) Start(std::move(source));
+        return error;
+    }
+
+    QTemporaryDir m_folder;
+};
+
+using InputFile = DataServer;
+using InputPipe = DataServer;
+using Replay = DataServer;
+
+TEST_F(InputFile, FirstRowsAreThereAndTheOthersFollowAsDeltas) {
+    m_options.rate = 50;
+    ASSERT_THAT(StartInput("Symbol,Name,Last,Close,T Time,Trade Date\r\nA,Alpha,10.25,10,09:30:00,2024-01-31\r\n"
+                           "B,Beta,5,,,\r\nA,,10.50,,09:30:02,\r\nA,,10.50,,09:30:02,\r\nA,,10.40,,,\r\n"),
+                testing::IsEmpty());
+    EXPECT_EQ(Server().Board().ClockText(), "20240131 09:30:00");
+    const auto peer = Level1Peer("wA\nwB\nwIBM\n");
+    EXPECT_EQ(Fields(peer->TakeLine("F,A,"))[2], "Alpha");
+    CMergedRecord record;
+    record.Merge(peer->TakeLine("P,A,"));
+    EXPECT_EQ(record.Get(EField::Last), "10.25");
+    EXPECT_EQ(record.Get(EField::Change), "0.25");
+    EXPECT_EQ(record.Get(EField::Close), "10");
+    EXPECT_EQ(peer->TakeLine("n,"), "n,IBM");
+    const std::vector<std::string> second = Fields(peer->TakeLine("Q,A,"));
+    EXPECT_EQ(second[static_cast<size_t>(EField::Last)], "10.50");
+    EXPECT_EQ(second[static_cast<size_t>(EField::Close)], "") << "unchanged";
+    EXPECT_EQ(Fields(peer->TakeLine("Q,A,"))[static_cast<size_t>(EField::Last)], "10.40") << "nothing new in between";
+    EXPECT_EQ(Server().Board().ClockText(), "20240131 09:30:02");
+    CPeer lookup(Server().LookupPort());
+    lookup.Send("SBF,d,alp,,,L\r\nNSC,A:X,x,,,L\r\n");
+    EXPECT_EQ(lookup.TakeLine(""), "L,A,0,0,Alpha,");
+    EXPECT_EQ(lookup.TakeLine("L,<"), "L,<NewsCounts><symbol Name=\"A\" StoryCount=\"0\"/></NewsCounts>");
+}
+
+TEST_F(InputFile, ErrorsNameFileLineAndField) {
+    const auto errors = StartInput("Symbol,Last\nA,1\nB,x\nC,2,3\n");
+    ASSERT_EQ(errors.size(), 2u);
+    EXPECT_THAT(errors[0], testing::EndsWith("input.csv line 3: field \"Last\": \"x\" is not a number"));
+    EXPECT_THAT(errors[1], testing::EndsWith("line 4: 3 values where the header names 2"));
+    EXPECT_THAT(StartInput("Symbol,Last\n"), testing::ElementsAre(testing::EndsWith("no rows")));
+    EXPECT_THAT(StartInput("nonsense\nmore\n"), testing::SizeIs(1)) << "the header is the one thing that is wrong";
+    std::string many = "Symbol,Last\n";
+    for (int i = 0; i < 1'000; ++i) many += "A,x\n";
+    const auto capped = StartInput(many);
+    EXPECT_EQ(capped.size(), CInputFileSource::kMostErrors + 1);
+    EXPECT_EQ(capped.back(), "980 more");
+    EXPECT_THAT(StartInput("Symbol,Last\nA," + std::string(2'000'000, '1') + "\n"),
+                testing::ElementsAre(testing::HasSubstr("line 2: longer than")));
+}
+
+TEST_F(InputFile, EveryRowArrivesOrIsFoldedIntoALaterOne) {
+    m_options.rate = 400'000;
+    m_options.queueKilobytes = 16;
+    std::string text = "Symbol,Bid,Ask\n";
+    for (int i = 0; i < 60'000; ++i) text += fmt::format("A,{},{}\n", 1000 + i, 2000 + i);
+    ASSERT_THAT(StartInput(text), testing::IsEmpty());
+    const auto peer = Level1Peer("wA\n");
+    ASSERT_TRUE(WaitUntil([&] { return Server().Board().EventCount() == 59'999; })) << "the client reads nothing";
+    CMergedRecord record;
+    record.Merge(peer->TakeLine("P,A,"));
+    for (std::string line; record.Get(EField::Bid) != "60999"; record.Merge(line)) {
+        line = peer->TakeLine("Q,A,");
+        ASSERT_NE(line, "(none)");
+    }
+    EXPECT_EQ(record.Get(EField::Ask), "61999");
+    EXPECT_EQ(record.Get(EField::Spread), "1000");
+}
+
+TEST_F(InputPipe, RowsAreToldAsTheyComeAndBadLinesPassedOver) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    const auto say = [&](const std::string& text) {
+        ASSERT_EQ(write(ends[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    };
+    std::vector<std::string> complaints;
+    auto source = std::make_unique<CInputPipeSource>(m_options, ends[0],
+                                                     [&](const std::string& text) { complaints.push_back(text); });
+    say("{\"symbol\":\"A\",\"last\":1}\n{\"symbol\":\"A\",");
+    source->Open();
+    Start(std::move(source));
+    const auto peer = Level1Peer("wA\nwB\n");
+    EXPECT_NE(peer->TakeLine("P,A,"), "(none)");
+    EXPECT_EQ(peer->TakeLine("n,"), "n,B") << "not yet";
+    say("\"last\":2}\n{\"symbol\":\"A\",\"bid\":\"x\"}\n\nnonsense\n{\"symbol\":\"B\",\"bid\":3}\n");
+    EXPECT_EQ(Fields(peer->TakeLine("Q,A,"))[static_cast<size_t>(EField::Last)], "2");
+    ASSERT_TRUE(WaitUntil([&] { return complaints.size() == 2; }));
+    EXPECT_EQ(complaints[0], "standard input line 3: field \"Bid\": \"x\" is not a number");
+    peer->Send("wB\n");
+    EXPECT_EQ(Fields(peer->TakeLine("P,B,"))[static_cast<size_t>(EField::Bid)], "3");
+    say("{\"symbol\":\"A\",\"last\":4}"); // No line end: the end of the stream ends it.
+    close(ends[1]);
+    EXPECT_EQ(Fields(peer->TakeLine("Q,A,"))[static_cast<size_t>(EField::Last)], "4");
+    for (int i = 0; i < 2; ++i) EXPECT_NE(peer->TakeLine("T,"), "(none)") << "it serves on";
+    m_server.reset();
+    close(ends[0]);
+}
+
+TEST(TrafficLine, LinesOfTheLogAreReadAndOthersPassedOver) {
+    const auto text = [](std::string_view line) {
+        const auto read = ReadTrafficLine(line);
+        return read ? read->text : std::string("(none)");
+    };
+    EXPECT_EQ(text("2024-01-31 09:30:00.123 [L1Data] [FROM SERVER] Q,IBM,5,"), "Q,IBM,5,");
+    EXPECT_EQ(text("2024-01-31 09:30:00.123 [L1Data] [FROM SERVER] N,a,b,IBM,d,Caf\xC3\xA9\\x92\\x0A\\xZZ"),
+              "N,a,b,IBM,d,Caf\xE9\x92 \\xZZ");
+    EXPECT_EQ(text("Q,IBM,5,"), "Q,IBM,5,");
+    for (const char* other :
+         {"2024-01-31 09:30:00.123 [L1Request] [TO SERVER] wIBM", "2024-01-31 09:30:00.123 [Information] [STATUS] Q,x",
+          "2024-01-31 09:30:00.123 [LookupData] [FROM SERVER] N,IBM,",
+          "2024-02-31 09:30:00.123 [L1Data] [FROM SERVER] Q,A,",
+          "2024-01-31 09:30:00.123 [L1System] [FROM SERVER] S,IP,127.0.0.1", "", "Q", "Q,", "hello", "[L1Data"})
+        EXPECT_EQ(text(other), "(none)") << other;
+    const auto a = ReadTrafficLine("2024-01-31 23:59:59.999 [L1Data] [FROM SERVER] T,x");
+    const auto b = ReadTrafficLine("2024-02-01 00:00:00.001 [L1Data] [FROM SERVER] T,x");
+    ASSERT_TRUE(a && b && a->timeMs && b->timeMs);
+    EXPECT_EQ(*b->timeMs - *a->timeMs, 2);
+}
+
+TEST(TrafficLine, WhatIsWrittenIsReadBack) {
+    std::string all = "N,SIM,1,A,2,\\x41 C:\\x";
+    for (int byte = 0x20; byte < 0x100; ++byte) all += static_cast<char>(byte);
+    const std::string line = TrafficText("2024-01-31 09:30:00.123", all + "\r\n");
+    EXPECT_EQ(line.find('\n'), line.size() - 1);
+    const auto read = ReadTrafficLine(std::string_view(line).substr(0, line.size() - 1));
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->text, all);
+}
+
+TEST_F(Replay, RecordingComesBackLineForLine) {
+    m_options.rate = 3'000;
+    m_options.record = m_folder.path().toStdString() + "/recording.log";
+    std::vector<std::string> lived;
+    {
+        Start();
+        const auto peer = Level1Peer("wIBM\nS,REGON,IBM\nwESH24\n");
+        ASSERT_TRUE(WaitUntil([&] {
+            peer->Read();
+            return Server().Board().EventCount() > 1'500;
+        }));
+        lived = peer->TakeLines();
+        m_server.reset();
+    }
+    std::ifstream in(m_options.record, std::ios::binary);
+    const std::string recorded{std::istreambuf_iterator<char>(in), {}};
+    m_options.record.clear();
+    m_options.speed = 1000;
+    ASSERT_EQ(StartReplay(recorded), "");
+    const auto peer = Level1Peer("wESH24\nwIBM\nS,REGON,IBM\nwKO\n");
+    const uint64_t events = static_cast<uint64_t>(std::count(recorded.begin(), recorded.end(), '\n')) / 2;
+    ASSERT_TRUE(WaitUntil([&] {
+        peer->Read();
+        return Server().Board().EventCount() > events;
+    }));
+    const std::vector<std::string> replayed = peer->TakeLines();
+    const auto only = [](const std::vector<std::string>& lines, std::string_view beginning) {
+        std::vector<std::string> out;
+        for (const std::string& line : lines)
+            if (line.starts_with(beginning)) out.push_back(line);
+        return out;
+    };
+    EXPECT_EQ(only(replayed, "n,"), std::vector<std::string>{"n,KO"});
+    for (const char* kind : {"F,IBM,", "P,IBM,", "F,ESH24,", "P,ESH24,", "Q,IBM,", "Q,ESH24,", "R,IBM,HARBOR,"}) {
+        auto first = only(lived, kind), second = only(replayed, kind);
+        // The first regional line answered the command; it is not of the feed.
+        if (kind[0] == 'R') first.erase(first.begin());
+        const size_t count = std::min(first.size(), second.size());
+        EXPECT_GE(count, kind[0] == 'Q' || kind[0] == 'R' ? 20u : 1u) << kind;
+        first.resize(count);
+        second.resize(count);
+        EXPECT_EQ(first, second);
+    }
+    EXPECT_THAT(Server().Board().ClockText(), testing::StartsWith("20240131 10:0"));
+}
+
+TEST_F(Replay, PaceFollowsTheTimeStampsAndHeadlinesAreCounted) {
+    m_options.speed = 1;
+    const std::string time = "2024-01-31 09:30:0", kind = " [L1Data] [FROM SERVER] ";
+    ASSERT_EQ(StartReplay(time + "0.000" + kind + "T,20240131 09:29:59\n" + time + "0.100" + kind + "Q,A,,1.5,\n" +
+                          time + "0.200" + kind + "N,S,1,A:B,20240131 093000,One, two\n" + time + "0.300" + kind +
+                          "P,A,,2.5,,,,,\n2024-01-31 09:31:00.000" + kind + "Q,A,,3.5,\n"),
+              "");
+    EXPECT_EQ(Server().Board().ClockText(), "20240131 09:29:59");
+    const auto peer = Level1Peer("wA\n");
+    EXPECT_EQ(peer->TakeLine("N,"), "N,S,1,A:B,20240131 093000,One, two");
+    ASSERT_TRUE(WaitUntil([&] {
+        peer->Read();
+        return peer->Text().find("\nT,") != std::string::npos;
+    }));
+    EXPECT_EQ(peer->Text().find("Q,A,,3.5"), std::string::npos) << "a minute later";
+    CPeer lookup(Server().LookupPort());
+    lookup.Send("NSC,A:B,x,,,L\r\n");
+    EXPECT_EQ(lookup.TakeLine(""), "L,<NewsCounts><symbol Name=\"A\" StoryCount=\"1\"/></NewsCounts>");
+}
+
+TEST_F(Replay, FilesWithoutTrafficAreRefused) {
+    EXPECT_THAT(StartReplay("nothing here\n"), testing::EndsWith("traffic.log: no feed traffic"));
+    EXPECT_THAT(StartReplay(std::string(3'000'000, '\0')), testing::EndsWith("no feed traffic"));
+    m_options.replay = m_folder.path().toStdString();
+    EXPECT_THAT(CReplaySource(m_options).Open(), testing::HasSubstr("not a file"));
+    m_options.replay += "/none";
+    EXPECT_THAT(CReplaySource(m_options).Open(), testing::EndsWith("No such file or directory"));
+}
+
+} // namespace
+} // namespace vx::sim
