@@ -271,8 +271,9 @@ void CPlainStore::OnFundamental(const Fields& fields) {
     if (Carried(fields, kMarket)) set(FundamentalSlot("Listed Market Name"), Market(fields[kMarket]));
     if (Carried(fields, kType))
         set(FundamentalSlot("Security Type Name"), m_names->SecurityTypeName(static_cast<int>(ToInt(fields[kType]))));
-    if ((!Carried(fields, kType) && !Carried(fields, kSubType)) || record.fundamentals[kSubType].direction == 0) return;
+    if (!Carried(fields, kType) && !Carried(fields, kSubType)) return;
     const std::string& type = record.fundamentals[FundamentalSlot("Security Type Name")].text;
+    if (record.fundamentals[kSubType].direction == 0 && type.empty()) return;
     const double subType = record.fundamentals[kSubType].number;
     const char* name = "";
     if (strcasestr(type.c_str(), "option"))
