@@ -16,6 +16,8 @@ public:
     void Hear(const CDataRecord& record, const CFieldMask& changed);
     /// Sets it: "20240131 09:30:05" as a recorded time line has it; other texts are passed over.
     void Set(std::string_view text);
+    /// Whether data have told a time of day.
+    bool HasTime() const { return m_second >= 0; }
     /// "20240131 09:30:05"
     std::string Text() const;
 

@@ -16,6 +16,7 @@ namespace vx::sim {
 std::string CRecorder::Open(const std::string& path) {
     m_path = path;
     m_file.reset(std::fopen(path.c_str(), "wb"));
+    if (m_file) OnTime();
     return m_file ? std::string() : fmt::format("vxconnect: cannot record into {}: {}", path, std::strerror(errno));
 }
 

@@ -56,26 +56,33 @@ std::string CReplaySource::Open() {
     return {};
 }
 
-// Finds the symbols, their first fundamentals and summaries, and the first time told.
+// Finds the symbols, their first fundamentals and summaries, and the first time told: by a line of the market's time,
+// else by the first trade or quote, else by the first time stamp.
 bool CReplaySource::Scan() {
     std::unordered_set<SymbolIndex> summaries, fundamentals;
-    std::string firstTime;
-    bool hasTime = false;
+    std::string marketTime, stamp;
+    CDataClock tradeTime;
     while (const auto line = m_file.Next()) {
         const auto traffic = line->tooLong ? std::nullopt : ReadTrafficLine(line->text);
         if (!traffic) continue;
         const char letter = traffic->text[0];
-        if (firstTime.empty() && traffic->timeMs) firstTime = RecordedTime(line->text);
-        if (letter == 'T' && !hasTime) firstTime = traffic->text.substr(2), hasTime = true;
+        if (stamp.empty() && traffic->timeMs) stamp = RecordedTime(line->text);
+        if (letter == 'T' && marketTime.empty()) marketTime = traffic->text.substr(2);
         if (letter == 'T' || letter == 'N' || !ReadDataLine(traffic->text, m_row)) continue;
         const auto index = Data().Add(m_row.symbol);
         if (!index) return false;
+        if (letter != 'R' && !tradeTime.HasTime()) {
+            CDataRecord row(m_row.symbol);
+            tradeTime.Hear(row, row.Merge(m_row, true).changed);
+        }
         const bool wanted = letter == kSummary        ? summaries.insert(*index).second
                             : letter == kFundamentals ? fundamentals.insert(*index).second
                                                       : false;
         if (wanted) Data().Record(*index).Merge(m_row, true);
     }
-    Clock().Set(firstTime);
+    Clock() = tradeTime;
+    if (!tradeTime.HasTime()) Clock().Set(stamp);
+    Clock().Set(marketTime);
     return true;
 }
 
