@@ -1,33 +1,9 @@
-// Counts every allocation of the program, and is one of its own for that.
-
 #include "AlertsFixture.h"
 
 #include "data/ChangeQueue.h"
 #include "data/L1DataStore.h"
+#include "support/Allocations.h"
 #include "support/LineGenerator.h"
-
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
-namespace {
-
-std::atomic<size_t> g_allocations = 0;
-
-void* Allocate(size_t size) {
-    ++g_allocations;
-    if (void* memory = std::malloc(size != 0 ? size : 1)) return memory;
-    throw std::bad_alloc();
-}
-
-} // namespace
-
-void* operator new(size_t size) { return Allocate(size); }
-void* operator new[](size_t size) { return Allocate(size); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, size_t) noexcept { std::free(memory); }
 
 using namespace vx;
 using namespace vx::test;
@@ -62,8 +38,8 @@ TEST_F(AlertAllocation, JudgingAllocatesNothingWhileNothingFires) {
     };
     run();
     const size_t judgedBefore = judged;
-    const size_t before = g_allocations;
+    const size_t before = Allocations();
     run();
-    EXPECT_EQ(g_allocations - before, 0u);
+    EXPECT_EQ(Allocations() - before, 0u);
     EXPECT_EQ(judged - judgedBefore, lines.size()) << "once for every line";
 }

@@ -1,30 +1,8 @@
+#include "support/Allocations.h"
 #include "support/FakeFeed.h"
 #include "support/LineGenerator.h"
 
 #include <gtest/gtest.h>
-
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
-namespace {
-
-std::atomic<size_t> g_allocations = 0;
-
-void* Allocate(size_t size) {
-    ++g_allocations;
-    if (void* memory = std::malloc(size != 0 ? size : 1)) return memory;
-    throw std::bad_alloc();
-}
-
-} // namespace
-
-void* operator new(size_t size) { return Allocate(size); }
-void* operator new[](size_t size) { return Allocate(size); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, size_t) noexcept { std::free(memory); }
 
 using namespace vx;
 using namespace vx::test;
@@ -57,18 +35,18 @@ size_t AllocationsOfSecondRun(const SMergeKernel& kernel) {
         }
     };
     run();
-    const size_t before = g_allocations;
+    const size_t before = Allocations();
     run();
     EXPECT_GT(painted, 0u);
-    return g_allocations - before;
+    return Allocations() - before;
 }
 
 } // namespace
 
 TEST(Allocation, MergingAndFormattingAllocateNothing) {
-    const size_t before = g_allocations;
+    const size_t before = Allocations();
     ::operator delete(::operator new(1));
-    ASSERT_EQ(g_allocations, before + 1) << "the count works";
+    ASSERT_EQ(Allocations(), before + 1) << "the count works";
     EXPECT_EQ(AllocationsOfSecondRun(PortableKernel()), 0u);
     if (Avx2Kernel()) {
         EXPECT_EQ(AllocationsOfSecondRun(*Avx2Kernel()), 0u);

@@ -1,6 +1,7 @@
 #include "feed/ClientAppSocket.h"
 #include "feed/FeedSession.h"
 #include "feed/ReadsSocket.h"
+#include "support/Allocations.h"
 #include "support/EventLoop.h"
 #include "support/ScriptedFeed.h"
 
@@ -8,30 +9,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
-
 using namespace vx;
 using namespace vx::test;
-
-namespace {
-
-size_t g_allocations = 0;
-
-void* Allocate(std::size_t size) {
-    ++g_allocations;
-    if (void* const memory = std::malloc(size ? size : 1)) return memory;
-    throw std::bad_alloc();
-}
-
-} // namespace
-
-void* operator new(std::size_t size) { return Allocate(size); }
-void* operator new[](std::size_t size) { return Allocate(size); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
@@ -59,9 +38,9 @@ TEST(Allocation, NoLineCostsOneOnItsWayToTheHandler) {
     while (read.size() < 20000) read += "Q,IBM,,,1.25,,,\r\nF,A SYMBOL OF SOME LENGTH,x,\r\nT,20240131 09:30:05\r\n";
     socket.Read(read);
 
-    const size_t before = g_allocations;
+    const size_t before = Allocations();
     for (int i = 0; i < 100; ++i) socket.Read(read);
-    EXPECT_EQ(g_allocations, before);
+    EXPECT_EQ(Allocations(), before);
     EXPECT_GT(session.lines, 80000u);
     EXPECT_GT(session.bytes, session.lines);
 }
