@@ -4,6 +4,7 @@
 #include "base/Text.h"
 #include "data/CellFormatStore.h"
 #include "watchlist/RowTable.h"
+#include "watchlist/WatchlistSupplement.h"
 
 #include <algorithm>
 #include <array>
@@ -215,7 +216,7 @@ void CColumnReader::Add(std::string_view name, int width) {
     }
     if (name.size() > kMostNameBytes ||
         m_content.columns.size() >= static_cast<size_t>(SWatchlistContent::kMostColumns))
-        return m_report.LeftOut(m_line, "a column is one too many or its name too long", name);
+        return m_report.LeftOut(m_line, "a column is one too many, or its name too long or no name", name);
     m_places.emplace(name, m_content.columns.size());
     m_content.columns.push_back({std::string(name), width});
 }

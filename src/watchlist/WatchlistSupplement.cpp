@@ -63,10 +63,15 @@ std::string_view Plural(size_t count) { return count == 1 ? "" : "s"; }
 
 } // namespace
 
-bool IsCarriedName(std::string_view name) {
-    return !name.empty() && name.size() <= kMostNameBytes && std::ranges::none_of(name, [](char c) {
+bool IsCarriedName(std::string_view symbol) {
+    return !symbol.empty() && symbol.size() <= kMostNameBytes && std::ranges::none_of(symbol, [](char c) {
         return c == ':' || c == ';' || static_cast<unsigned char>(c) < ' ' || c == '\x7F';
     });
+}
+
+bool IsCarriedColumn(std::string_view name) {
+    return !name.empty() && name.size() <= kMostNameBytes && name.find_first_of(":;") == std::string_view::npos &&
+           name.find(kLineEnd) == std::string_view::npos;
 }
 
 std::string_view CarriedAnnotation(std::string_view text) {

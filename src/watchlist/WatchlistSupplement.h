@@ -26,8 +26,10 @@ struct SWatchlistSupplement {
     bool IsEmpty() const { return notes.empty() && symbols.empty() && annotations.empty() && alerts.empty(); }
 };
 
-/// Whether a symbol or column name can stand in the file: at most 255 bytes, no ":" or ";", no control characters.
-bool IsCarriedName(std::string_view name);
+/// Whether a symbol can stand in the file: at most 255 bytes, no ":" or ";", no control characters.
+bool IsCarriedName(std::string_view symbol);
+/// Whether a column's name can: at most 255 bytes, no ":" or ";", no line end.
+bool IsCarriedColumn(std::string_view name);
 /// The part of an annotation's stored text that can stand in the file: up to its first ";" or line end.
 std::string_view CarriedAnnotation(std::string_view text);
 

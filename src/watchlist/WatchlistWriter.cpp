@@ -45,7 +45,7 @@ void AppendColumns(std::string& out, const CColumnMap& columns) {
     for (int i = 1; i < columns.Count(); ++i) {
         const sColumnInfo& column = columns.At(i);
         const bool hidden = column.width < 1 || column.name == " ";
-        if (!hidden && IsCarriedName(column.name)) Append(out, "{}:{};", column.name, column.width * kStoredPerPixel);
+        if (!hidden && IsCarriedColumn(column.name)) Append(out, "{}:{};", column.name, column.width * kStoredPerPixel);
     }
 }
 

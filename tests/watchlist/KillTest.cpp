@@ -27,7 +27,7 @@ namespace {
 #if defined(__SANITIZE_ADDRESS__) || defined(__clang__) // The sanitizers' builds: each child is slow.
 constexpr int kKills = 60;
 #else
-constexpr int kKills = 600;
+constexpr int kKills = 500;
 #endif
 
 /// A child tells its parent that it is at work.
@@ -73,7 +73,7 @@ protected:
             EXPECT_TRUE(Save().IsDone());
         }
         const std::chrono::duration<double, std::micro> taken = std::chrono::steady_clock::now() - begin;
-        return std::clamp(static_cast<int>(taken.count() / kSaves), 1000, 50000);
+        return std::clamp(static_cast<int>(taken.count() / kSaves), 1000, 25000);
     }
     bool FailsWhole(std::string_view reason) {
         Fill(2);
