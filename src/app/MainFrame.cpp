@@ -98,6 +98,7 @@ void CMainFrame::ShowPlaced() {
     }
     const SPlacement& own = m_doc->Options().placement;
     if (own.width >= 1 && own.height >= 1) placement = own;
+    placement.alwaysOnTop = placement.alwaysOnTop || own.alwaysOnTop;
     placement = WithCommandLineEdges(placement, m_commandLine);
     MoveTo(placement);
     if (placement.alwaysOnTop) SetAlwaysOnTop(true);
@@ -119,7 +120,7 @@ void CMainFrame::ShowSized(int width, int height) {
 }
 
 void CMainFrame::ApplyPlacement(const SPlacement& placement) {
-    if (!isVisible() || placement.width < 1 || placement.height < 1) return;
+    if (!isVisible()) return; // ShowPlaced takes it from the document.
     MoveTo(placement);
     SetAlwaysOnTop(placement.alwaysOnTop);
     if (placement.maximised) showMaximized();

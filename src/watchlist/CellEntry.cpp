@@ -39,6 +39,7 @@ public:
 
     void Enter(const std::string& text) {
         if (text.empty()) return Clear();
+        if (TrimBlanks(text).empty()) return; // Nothing was said, so nothing may be lost.
         switch (m_doc.RowKind(m_row)) {
         case ERowKind::Symbol:
             return m_inSymbolColumn ? Retype(text) : RefuseInSymbolRow(text);
@@ -75,6 +76,7 @@ private:
     void SymbolOverAnnotation(std::string_view text) {
         if (!m_inSymbolColumn || m_column != 1) return Tell("This row is reserved for Annotation Data.");
         text.remove_prefix(1);
+        if (TrimBlanks(text).empty()) return;
         if (const std::optional<std::string> symbol = TypedSymbol(text))
             Place(*symbol);
         else

@@ -54,9 +54,9 @@ bool CRecoveryKeeper::Begin() {
 }
 
 void CRecoveryKeeper::Write(const SPlacement& placement) {
+    if (m_file.empty() && !Begin()) return;
     m_written = m_doc.ChangeCount();
     m_firstMs.reset();
-    if (m_file.empty() && !Begin()) return;
     SRecovery recovery;
     recovery.originalPath = m_watchlistFile.Path();
     recovery.knownHash = m_watchlistFile.KnownHash();

@@ -61,7 +61,9 @@ void CWatchlistDoc::NewDocument() {
     m_options.showToolBar = true;
     m_options.showRowNumbers = true;
     m_frame.SetDocumentTitle({});
+    m_frame.ApplyPlacement({}); // No longer on top; the window stays where it is.
     SetStatus("Ready");
+    if (m_feedReady) ShowSymbolCount();
     RebuildGrid();
 }
 
@@ -104,7 +106,7 @@ void CWatchlistDoc::Reset() {
     m_formats.Clear();
     m_invalid.Clear();
     m_symbols.Clear();
-    m_hasRegional = false;
+    m_regionalBases.clear();
     m_updates.Clear();
     m_rows.Clear();
     m_grownRows = 0;
@@ -204,7 +206,7 @@ void CWatchlistDoc::UnwatchAll() {
 void CWatchlistDoc::SymbolNotFound(std::string_view symbol) {
     const std::string rejected(symbol); // The caller's text may live in what is taken away below.
     std::vector<std::string> regional;
-    if (m_hasRegional) {
+    if (m_regionalBases.count(rejected) != 0) {
         m_symbols.ForEach([&](const SYMBOL_DATA& data) {
             if (IsRegionalName(data.symbol) && FeedSymbol(data.symbol) == rejected) regional.push_back(data.symbol);
         });
@@ -267,15 +269,17 @@ void CWatchlistDoc::PlaceSymbol(int row, std::string_view symbol) {
     EmptyRow(row);
     m_rows.SetSymbol(row, placed);
     m_symbols.Add(placed, static_cast<uint32_t>(row), m_loading ? 1 : 0);
-    m_hasRegional = m_hasRegional || IsRegionalName(placed);
+    if (IsRegionalName(placed)) m_regionalBases.emplace(FeedSymbol(placed));
     RowChanged(row);
 }
 
 void CWatchlistDoc::SetAnnotation(int row, std::string_view text) {
     if (row < 1 || row > CRowTable::kMaxRow) return;
-    EmptyRow(row);
-    if (text.empty()) return;
-    m_annotations.Set(row, text.front() == kAnnotationMark ? std::string(text) : kAnnotationMark + std::string(text));
+    const std::string marked =
+        text.empty() || text.front() == kAnnotationMark ? std::string(text) : kAnnotationMark + std::string(text);
+    EmptyRow(row); // The text may have been the row's own.
+    if (marked.empty()) return;
+    m_annotations.Set(row, marked);
     RowChanged(row);
 }
 

@@ -17,6 +17,7 @@
 #include "watchlist/WatchlistFrame.h"
 #include "watchlist/WatchlistOptions.h"
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -217,11 +218,11 @@ private:
     CSymbolUpdateMap m_updates;
     CWatchTable m_watched;
     CInvalidSymbols m_invalid;
+    std::set<std::string, std::less<>> m_regionalBases; ///< Symbols whose regions were placed since the last reset.
 
     std::string m_status;
     int m_grownRows = 0; ///< Rows that were asked for besides those in use.
     bool m_feedReady = false;
-    bool m_hasRegional = false; ///< A regional symbol was placed since the last reset.
     bool m_loading = false;
     bool m_modified = false;
     uint64_t m_changeCount = 0;

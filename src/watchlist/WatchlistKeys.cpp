@@ -30,7 +30,7 @@ struct SValue {
 void ReadColumns(const SValue& value) {
     std::string list(value.text);
     if (list.empty() || list.starts_with(";Symbol:")) list.insert(0, "Symbol:1000;");
-    CColumnReader columns(value.content, value.report, value.line);
+    CColumnListReader columns(value.content, value.report, value.line);
     std::string_view rest = list;
     while (!rest.empty()) {
         std::string_view entry = TakeUntil(rest, ';');
@@ -203,12 +203,12 @@ void ReadAnnotationAt(int row, std::string_view text, size_t line, SWatchlistCon
     if (!content.SetRow(row, text, true)) report.LeftOut(line, "an annotation's row is out of range", text);
 }
 
-CColumnReader::CColumnReader(SWatchlistContent& content, CReadReport& report, size_t line)
+CColumnListReader::CColumnListReader(SWatchlistContent& content, CReadReport& report, size_t line)
     : m_content(content), m_report(report), m_line(line) {
     for (size_t i = 0; i < content.columns.size(); ++i) m_places.emplace(content.columns[i].name, i);
 }
 
-void CColumnReader::Add(std::string_view name, int width) {
+void CColumnListReader::Add(std::string_view name, int width) {
     if (name == " ") return; // The row numbers' own name; they are always there.
     if (const auto place = m_places.find(name); place != m_places.end()) {
         m_content.columns[place->second].width = width;

@@ -26,9 +26,9 @@ void ReadSymbolAt(int row, std::string_view symbol, size_t line, SWatchlistConte
 void ReadAnnotationAt(int row, std::string_view text, size_t line, SWatchlistContent& content, CReadReport& report);
 
 /// Adds columns one after the other, each name once: the first place and the last width count.
-class CColumnReader {
+class CColumnListReader {
 public:
-    CColumnReader(SWatchlistContent& content, CReadReport& report, size_t line);
+    CColumnListReader(SWatchlistContent& content, CReadReport& report, size_t line);
     void Add(std::string_view name, int width);
 
 private:

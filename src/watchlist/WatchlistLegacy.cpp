@@ -158,7 +158,7 @@ private:
 
     void ReadColumnNames(std::string_view value) {
         m_content.columns.clear();
-        CColumnReader columns(m_content, m_report, m_line);
+        CColumnListReader columns(m_content, m_report, m_line);
         const std::string names = ModernColumnNames(value);
         for (const std::string_view name : SplitCountingTail(names, ';'))
             if (!name.empty()) columns.Add(name, kDefaultColumnWidthPx);
