@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fmt/format.h>
 #include <set>
 #include <string>
 
@@ -23,7 +24,7 @@ TEST(InputFields, EveryColumnThatTheFeedFillsHasItsField) {
         if (!field) continue;
         const size_t slot = entry.slot + (entry.source == ESource::Fundamental ? kFieldCount : 0);
         EXPECT_EQ(field->slot, slot) << entry.name;
-        EXPECT_EQ(FindInputField(" " + std::string(entry.name) + " "), field);
+        EXPECT_EQ(FindInputField(fmt::format(" {} ", entry.name)), field);
         ++columns;
     }
     EXPECT_EQ(columns, 75 + 58 - 5);
