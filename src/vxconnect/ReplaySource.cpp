@@ -141,8 +141,9 @@ void CReplaySource::PlayRow(std::string_view line) {
 }
 
 void CReplaySource::PlayRegion(std::string_view line) {
+    constexpr size_t kLongest = 1024; // They are kept, one for each region.
     const auto fields = SplitTerminated(line, ',');
-    if (fields.size() < 3 || !IsSymbolText(SymbolOf(line))) return;
+    if (fields.size() < 3 || line.size() > kLongest || !IsSymbolText(SymbolOf(line))) return;
     const auto index = Data().Add(SymbolOf(line));
     if (index) Data().Changed(*index, Data().Record(*index).MergeRegion(fields[2], std::string(line) + "\r\n"));
 }
