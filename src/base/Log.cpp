@@ -28,10 +28,10 @@ constexpr size_t kEarlyEvents = 1000;
 constexpr const char* kLinePattern = "%Y-%m-%d %H:%M:%S.%e %v";
 constexpr const char* kColouredPattern = "%^%Y-%m-%d %H:%M:%S.%e %v%$";
 
-/// Whether a byte shows as a character of its own: not the controls, the no-break space, the soft hyphen and the five
-/// bytes without a character.
+/// Whether a byte shows as a character of its own: not the controls, the no-break space, the soft hyphen, the five
+/// bytes without a character, and the backslash that begins the escape of another.
 bool Prints(unsigned char byte) {
-    constexpr std::string_view kBlind = "\x7F\x81\x8D\x8F\x90\x9D\xA0\xAD";
+    constexpr std::string_view kBlind = "\\\x7F\x81\x8D\x8F\x90\x9D\xA0\xAD";
     return byte >= 0x20 && kBlind.find(static_cast<char>(byte)) == std::string_view::npos;
 }
 

@@ -1,5 +1,7 @@
 #include "vxconnect/Connection.h"
 
+#include <QElapsedTimer>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -16,6 +18,8 @@ namespace {
 
 // Enough to keep a fast reader busy between two slices, little enough that a slow one is not fed old news.
 constexpr int kSystemSendBytes = 512 * 1024;
+// How long one client may keep the others waiting with the lines that it sent at once.
+constexpr qint64 kTurnMs = 5;
 
 bool IsLineEnd(char c) { return c == '\r' || c == '\n'; }
 
@@ -102,12 +106,12 @@ void CConnection::OnWritable() {
     if (!m_open || m_queue.Size() > m_link.queueLimit / 2) return;
     OnRoom();
     Flush();
-    if (!m_waiting || !HasRoom()) return;
-    m_waiting = false;
-    HandleLines();
+    ContinueLines();
 }
 
 void CConnection::HandleLines() {
+    QElapsedTimer busy;
+    busy.start();
     size_t begin = 0;
     size_t i = m_searched;
     for (; m_open && i < m_inputEnd; ++i) {
@@ -122,11 +126,27 @@ void CConnection::HandleLines() {
         begin = i + 1;
         m_skipping = false;
         if (wanted) OnLine(line);
+        if (wanted && busy.elapsed() >= kTurnMs) {
+            // The other clients have their turn before the rest of this one's lines.
+            m_waiting = m_open;
+            ++i;
+            break;
+        }
     }
+    const bool tookItsTurn = m_waiting && HasRoom();
     KeepRest(begin);
     m_searched = std::min(i - begin, m_inputEnd);
     Flush();
     if (m_open) m_readable.setEnabled(!m_waiting && !m_inputEnded);
+    if (m_open && tookItsTurn)
+        QMetaObject::invokeMethod(
+            this, [this] { ContinueLines(); }, Qt::QueuedConnection);
+}
+
+void CConnection::ContinueLines() {
+    if (!m_open || !m_waiting || !HasRoom()) return;
+    m_waiting = false;
+    HandleLines();
 }
 
 void CConnection::KeepRest(size_t begin) {

@@ -82,6 +82,7 @@ private:
     void OnReadable();
     void OnWritable();
     void HandleLines();
+    void ContinueLines();
     void KeepRest(size_t begin);
     size_t NextPiece() const;
     void Drop();

@@ -4,17 +4,20 @@
 #include <cerrno>
 #include <cstring>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace vx::sim {
 
 std::string CLineFile::Open(const std::string& path) {
-    m_file.reset(std::fopen(path.c_str(), "rb"));
     m_lines = {};
     m_ended = false;
-    if (!m_file) return std::strerror(errno);
+    // Without waiting: a pipe that nobody writes into would hold the program for ever.
+    const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) return std::strerror(errno);
+    m_file.reset(fdopen(descriptor, "rb"));
     struct stat status {};
-    if (fstat(fileno(m_file.get()), &status) == 0 && S_ISREG(status.st_mode)) return {};
+    if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) return {};
     m_file.reset();
     return "not a file; \"-\" reads a stream from standard input";
 }

@@ -4,6 +4,7 @@
 #include "base/Text.h"
 
 #include <charconv>
+#include <filesystem>
 
 #include <fmt/format.h>
 
@@ -142,9 +143,15 @@ private:
     std::optional<std::string_view> m_inline;
 };
 
+// By whatever names: links and other spellings lead to it too.
+bool SameFile(const std::string& a, const std::string& b) {
+    std::error_code missing;
+    return !a.empty() && (a == b || std::filesystem::equivalent(a, b, missing));
+}
+
 std::string Conflict(const SOptions& options) {
     if (!options.input.empty() && !options.replay.empty()) return "--input and --replay do not go together";
-    if (!options.record.empty() && (options.record == options.input || options.record == options.replay))
+    if (SameFile(options.record, options.input) || SameFile(options.record, options.replay))
         return fmt::format("--record would write over \"{}\", which is being read", options.record);
     if (options.refuse == kAllPorts) return "--refuse leaves no port to serve";
     return {};

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstring>
 #include <ctime>
+#include <filesystem>
 
 #include <fmt/chrono.h>
 #include <fmt/format.h>
@@ -15,6 +16,9 @@ namespace vx::sim {
 
 std::string CRecorder::Open(const std::string& path) {
     m_path = path;
+    std::error_code missing;
+    if (std::filesystem::is_fifo(path, missing))
+        return fmt::format("vxconnect: cannot record into {}: it is a pipe, not a file", path);
     m_file.reset(std::fopen(path.c_str(), "wb"));
     if (m_file) OnTime();
     return m_file ? std::string() : fmt::format("vxconnect: cannot record into {}: {}", path, std::strerror(errno));
