@@ -12,8 +12,7 @@ enum class ESearchBy { Symbol, Description };
 /// The request for a symbol search, its line end included.
 ///
 /// Shape   IBM by symbol -> "SBF,s,IBM,,,LSearch\r\n"; in the markets "7 11" -> "SBF,s,IBM,e,7 11,LSearch\r\n". A
-/// market
-///         filter goes before a type filter; both are ids joined by blanks, empty for no filter.
+///         market filter goes before a type filter; both are ids joined by blanks, empty for no filter.
 /// Errors  none; commas and control characters, which would end a field or the line, become blanks
 std::string SymbolSearchRequest(ESearchBy by, std::string_view text, std::string_view marketFilter,
                                 std::string_view typeFilter);

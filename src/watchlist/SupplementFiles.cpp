@@ -87,17 +87,18 @@ CSupplementFiles::SFound CSupplementFiles::Find(const std::string& path, uint64_
 }
 
 bool CSupplementFiles::TakeFromMovedFile(const std::string& path, uint64_t contentHash) {
+    const bool isGeneration = path.starts_with(GenerationsFolder(m_stateFolder) + "/");
     const std::vector<SKept> kept =
         ListKept(RecoveryFolder(m_stateFolder), {}, fmt::format("-{}{}", HashName(contentHash), kExtension));
     for (const SKept& candidate : kept) {
         SFileImage image;
         if (ReadWholeFile(candidate.file, kMostBytes, image) != 0) continue;
         const std::string oldPath = PathOf(image.content);
-        if (oldPath.empty() || access(oldPath.c_str(), F_OK) == 0) continue;
+        if (oldPath.empty() || (!isGeneration && access(oldPath.c_str(), F_OK) == 0)) continue;
         if (const auto supplement =
                 ParseSupplement(std::string_view(image.content).substr(image.content.find('\n') + 1))) {
             if (Write(path, contentHash, *supplement) != 0) return false;
-            unlink(candidate.file.c_str());
+            if (!isGeneration) unlink(candidate.file.c_str());
             return true;
         }
     }

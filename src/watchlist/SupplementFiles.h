@@ -30,7 +30,7 @@ public:
 
     int Write(const std::string& path, uint64_t contentHash, const SWatchlistSupplement& supplement);
     /// The supplement of a content. A file that was moved takes along the one that was kept under its old path: it is
-    /// put under the new one.
+    /// put under the new one. A former content that was kept shares the one of its file.
     SFound Find(const std::string& path, uint64_t contentHash);
     /// The content has none any more.
     void Remove(const std::string& path, uint64_t contentHash);

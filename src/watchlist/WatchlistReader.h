@@ -12,9 +12,8 @@ namespace vx {
 /// A text whose first byte is "[" has the older layout: it is kept until its end and read then.
 ///
 /// Shape   lines "key=value", each ended by CR LF; what stands behind the last CR LF is not applied. Windows-1252
-/// Errors  none: what is not understood is left out and noted in the report; malformed numbers read as 0; numbers
-/// beyond
-///         what a watchlist can have are brought into bounds
+/// Errors  none: what is not understood is left out and noted in the report; malformed numbers read as 0;
+///         numbers beyond what a watchlist can have are brought into bounds
 /// Thread  any
 /// Source  docs/file-format.md
 class CWatchlistReader {

@@ -190,6 +190,21 @@ TEST_F(WatchlistSave, WhatTheFileCannotCarryIsNamedAndComesBack) {
     EXPECT_FALSE(doc.IsModified());
 }
 
+TEST_F(WatchlistSave, AFormerContentComesBackWithWhatItsFileCouldNotCarry) {
+    doc.Notes().Set(9, "far");
+    ASSERT_TRUE(Save().IsDone());
+    doc.PlaceSymbol(2, "GS");
+    doc.Notes().Remove(9);
+    ASSERT_TRUE(Save().IsDone());
+    ASSERT_THAT(file.Generations(), testing::Not(IsEmpty()));
+    const std::string former = file.Generations().front().path;
+    for (int time = 0; time < 2; ++time) {
+        ASSERT_TRUE(file.Open(former).IsDone());
+        EXPECT_EQ(doc.RowSymbol(2), "");
+        EXPECT_EQ(doc.Notes().Get(9), "far");
+    }
+}
+
 TEST_F(WatchlistSave, WhatIsKeptBelongsToOneContentOfOneFile) {
     doc.Notes().Set(9, "far");
     Save();
