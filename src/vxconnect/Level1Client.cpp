@@ -85,13 +85,16 @@ void CLevel1Client::Watch(std::string_view symbol) {
             m_watches.erase(*index);
             return Send(fmt::format("S,SYMBOL LIMIT REACHED,{}\r\n", symbol));
         }
+        subscription->regions = m_regionsWanted.count(*index) != 0;
     }
     SendFundamentals(*subscription);
     SendSummary(*subscription);
+    SendRegions(*subscription, ~uint64_t{0});
 }
 
 void CLevel1Client::Unwatch(std::string_view symbol) {
     const auto index = m_feed.Find(symbol);
+    if (index) m_regionsWanted.erase(*index);
     const auto found = index ? m_watches.find(*index) : m_watches.end();
     if (found == m_watches.end()) return;
     SSubscription& subscription = *found->second;
@@ -101,10 +104,13 @@ void CLevel1Client::Unwatch(std::string_view symbol) {
     m_watches.erase(found);
 }
 
-// The newest of every region comes at once, what changes follows. Whoever does not watch the symbol gets none.
+// The newest of every region comes at once, what changes follows. Whoever does not watch the symbol, or was refused it
+// for now, gets them from the watch on.
 void CLevel1Client::WantRegions(std::string_view symbol) {
     const auto index = m_feed.Find(symbol);
-    const auto found = index ? m_watches.find(*index) : m_watches.end();
+    if (!index) return;
+    m_regionsWanted.insert(*index);
+    const auto found = m_watches.find(*index);
     if (found == m_watches.end()) return;
     found->second->regions = true;
     SendRegions(*found->second, ~uint64_t{0});

@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace vx::sim {
@@ -68,7 +69,8 @@ private:
     CFieldMask m_worthALine; // The selected fields without those that come with every line.
     bool m_wantsNews = false;
     std::unordered_map<SymbolIndex, std::unique_ptr<SSubscription>> m_watches;
-    std::vector<SSubscription*> m_held; // Oldest first from m_heldBegin; null: unwatched meanwhile.
+    std::unordered_set<SymbolIndex> m_regionsWanted; ///< Until the symbol is no longer watched; no more than there are.
+    std::vector<SSubscription*> m_held;              // Oldest first from m_heldBegin; null: unwatched meanwhile.
     size_t m_heldBegin = 0;
     std::deque<std::string> m_heldHeadlines;
 };

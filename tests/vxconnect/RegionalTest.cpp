@@ -67,6 +67,8 @@ TEST_F(Regional, LinesComeForEveryRegionOnceAskedFor) {
     }
     peer->Read();
     EXPECT_EQ(peer->Text().find("R,KO,"), std::string::npos) << "not watched";
+    peer->Send("wKO\n");
+    EXPECT_NE(peer->TakeLine("R,KO,HARBOR,"), "(none)") << "asked for before the watch";
 }
 
 TEST_F(Regional, SummaryNamesTheRegionsAndContractsHaveNone) {
