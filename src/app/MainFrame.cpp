@@ -1,10 +1,15 @@
 #include "app/MainFrame.h"
 
 #include "app/AboutDlg.h"
+#include "app/AlertDesk.h"
+#include "app/BoardDesk.h"
+#include "app/FileDesk.h"
 #include "app/FramePlacement.h"
+#include "app/LinkDesk.h"
+#include "app/MainMenus.h"
+#include "app/MarketDesk.h"
 #include "app/ProcessAge.h"
 #include "app/StatusPanes.h"
-#include "app/Theme.h"
 #include "base/Clock.h"
 #include "base/Log.h"
 #include "base/Text.h"
@@ -12,6 +17,7 @@
 #include "grid/QtText.h"
 #include "settings/ConfigLogger.h"
 #include "settings/Settings.h"
+#include "watchlist/Commands.h"
 #include "watchlist/RegisteredMessage.h"
 #include "watchlist/WatchlistDoc.h"
 #include "watchlist/WatchlistGrid.h"
@@ -62,12 +68,11 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
 
     m_doc = std::make_unique<CWatchlistDoc>(m_store, m_settings, *this);
     m_doc->SetNewsCountsPort(this);
-    m_doc->Alerts().SetNotices(this);
     m_view = new CWatchlistView(*m_doc, m_settings, this);
     setCentralWidget(m_view);
     m_view->setFocus();
-    MakeMenus();
-    UseTheme(
+    MakeDesks();
+    m_board->UseTheme(
         QString::fromStdString(commandLine.theme.empty() ? m_settings.ReadTextOrDefault(kTheme) : commandLine.theme),
         false);
 
@@ -77,8 +82,24 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
     m_status.start(kStatusMs);
 }
 
+// The desks look at document and view, which are there by now and go after them.
+void CMainFrame::MakeDesks() {
+    m_commands = new CCommands(*this);
+    m_menus = new CMainMenus(*this, *m_commands);
+    m_files = new CFileDesk(*this, *m_commands);
+    m_board = new CBoardDesk(*this, *m_commands);
+    m_alerts = new CAlertDesk(*this, *m_commands);
+    m_market = new CMarketDesk(*this, *m_commands);
+    new CLinkDesk(*this, *m_commands);
+    m_commands->Refresh();
+}
+
 CMainFrame::~CMainFrame() {
     m_status.stop();
+    m_doc->Alerts().SetNotices(nullptr);
+    for (QObject* desk : {static_cast<QObject*>(m_files), static_cast<QObject*>(m_board),
+                          static_cast<QObject*>(m_alerts), static_cast<QObject*>(m_market)})
+        delete desk;
     delete m_view; // The view looks at the document until it is gone.
     m_view = nullptr;
     m_doc.reset();
@@ -135,12 +156,11 @@ void CMainFrame::MoveTo(SPlacement placement) {
 
 SPlacement CMainFrame::Placement() const {
     const QRect normal = isMaximized() || isMinimized() ? normalGeometry() : QRect(frameGeometry().topLeft(), size());
-    return {normal.left(), normal.top(), normal.width(), normal.height(), isMaximized(), m_alwaysOnTop->isChecked()};
+    return {normal.left(), normal.top(), normal.width(), normal.height(), isMaximized(), IsAlwaysOnTop()};
 }
 
 void CMainFrame::SetAlwaysOnTop(bool onTop) {
-    m_alwaysOnTop->setChecked(onTop);
-    if (windowFlags().testFlag(Qt::WindowStaysOnTopHint) == onTop) return;
+    if (IsAlwaysOnTop() == onTop) return;
     // Changing the flag makes the platform window anew: it hides, and forgets where it was.
     const bool shown = isVisible();
     const QPoint place = pos();

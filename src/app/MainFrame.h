@@ -1,6 +1,5 @@
 #pragma once
 
-#include "alerts/AlertNotice.h"
 #include "alerts/NewsRequest.h"
 #include "app/FeedHealth.h"
 #include "app/NorvCommandLineInfo.h"
@@ -14,11 +13,16 @@
 
 #include <memory>
 
-class QAction;
-
 namespace vx {
 
+class CAlertDesk;
+class CBoardDesk;
+class CCommands;
 class CConfigLogger;
+class CFileDesk;
+class CLinkDesk;
+class CMainMenus;
+class CMarketDesk;
 class CSettings;
 class CStatusPanes;
 class CWatchlistDoc;
@@ -29,14 +33,9 @@ class CWatchlistView;
 ///
 /// Owns    all of the above; not the settings, which outlive it
 /// Thread  GUI thread only
-class CMainFrame : public CNorvMainFrame,
-                   public CWatchlistFrame,
-                   private CNewsCountsPort,
-                   private CNewsCountsReceiver,
-                   private CAlertNotices {
+class CMainFrame : public CNorvMainFrame, public CWatchlistFrame, private CNewsCountsPort, private CNewsCountsReceiver {
     Q_OBJECT
 public:
-    static constexpr int kAlwaysOnTopCommand = 10101;
     static constexpr int kStatusMs = 250;
 
     CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandLine);
@@ -45,6 +44,14 @@ public:
     CWatchlistDoc& Document() { return *m_doc; }
     CWatchlistView& View() { return *m_view; }
     CL1DataStore& Store() { return m_store; }
+    CSettings& Settings() { return m_settings; }
+    const CNorvCommandLineInfo& CommandLine() const { return m_commandLine; }
+    CCommands& Commands() { return *m_commands; }
+    CMainMenus& Menus() { return *m_menus; }
+    CFileDesk& Files() { return *m_files; }
+    CBoardDesk& Board() { return *m_board; }
+    CAlertDesk& AlertNotices() { return *m_alerts; }
+    CMarketDesk& Market() { return *m_market; }
     /// The names of markets and security types that the store shows.
     CLookupTables& LookupTables() { return m_lookupTables; }
 
@@ -56,6 +63,9 @@ public:
     void KeepFeedClosed() { m_feedStarted = true; }
     void ShowAbout();
     void SetAlwaysOnTop(bool onTop);
+    bool IsAlwaysOnTop() const { return windowFlags().testFlag(Qt::WindowStaysOnTopHint); }
+    /// Where the window stands, and how.
+    SPlacement Placement() const;
 
     void SetStatusText(std::string_view text) override;
     void SetDocumentTitle(std::string_view title) override;
@@ -79,16 +89,11 @@ protected:
 private:
     void SendNewsRequest(std::string_view request) override;
     void OnNewsCounts(std::string_view reply) override;
-    void PostNotice(std::string record) override;
-    void PostNewsNotice(SAlertNotice notice) override;
 
-    void MakeMenus();
-    void AddThemeMenu(class QMenu& view);
+    void MakeDesks();
     void OnStatusTimer();
-    void UseTheme(const QString& name, bool keep);
     void StartFeedOnce();
     void ForgetIfUnwanted(std::string_view feedSymbol);
-    SPlacement Placement() const;
     void MoveTo(SPlacement placement);
 
     CSettings& m_settings;
@@ -101,7 +106,13 @@ private:
     CStatusPanes* m_panes;
     std::unique_ptr<CWatchlistDoc> m_doc;
     CWatchlistView* m_view = nullptr;
-    QAction* m_alwaysOnTop = nullptr;
+    // Children of the window: the commands and who carries them out.
+    CCommands* m_commands = nullptr;
+    CMainMenus* m_menus = nullptr;
+    CFileDesk* m_files = nullptr;
+    CBoardDesk* m_board = nullptr;
+    CAlertDesk* m_alerts = nullptr;
+    CMarketDesk* m_market = nullptr;
     QTimer m_status;
     bool m_live = true;
     int m_statusTick = 0;

@@ -2,12 +2,9 @@
 
 #include "app/MainFrame.h"
 
-#include "base/Log.h"
 #include "data/SymbolHash.h"
 #include "data/UpdateFields.h"
 #include "watchlist/WatchlistDoc.h"
-
-#include <fmt/format.h>
 
 #include <string>
 
@@ -76,17 +73,5 @@ void CMainFrame::ForgetIfUnwanted(std::string_view feedSymbol) {
 }
 
 void CMainFrame::SendNewsRequest(std::string_view request) { SendToFeed(kLookupSlot, request); }
-
-// Fired alerts stand in the log, whatever else becomes of them.
-
-void CMainFrame::PostNotice(std::string record) {
-    const SAlertNotice notice = ReadAlertNotice(record);
-    LogInformation(fmt::format("Alert: {} {} is {}, {} {}", notice.symbol, notice.fieldName, notice.value,
-                               notice.condition, notice.threshold));
-}
-
-void CMainFrame::PostNewsNotice(SAlertNotice notice) {
-    LogInformation(fmt::format("Alert: news for {}", notice.symbol));
-}
 
 } // namespace vx

@@ -1,72 +1,139 @@
-// The main frame's menus.
+#include "app/MainMenus.h"
 
-#include "app/MainFrame.h"
-#include "app/Theme.h"
-#include "grid/QtText.h"
-#include "settings/Settings.h"
-#include "watchlist/WatchlistDoc.h"
-#include "watchlist/WatchlistGrid.h"
-#include "watchlist/WatchlistView.h"
+#include "watchlist/Commands.h"
 
 #include <QAction>
-#include <QActionGroup>
+#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QToolBar>
 
-#include <array>
+#include <vector>
 
 namespace vx {
 
 namespace {
 
-struct SThemeChoice {
-    const char* name; ///< As in the setting.
-    const char* label;
+using enum ECommand;
+
+/// One line of a menu: a command, a separator, or a menu of its own.
+struct SMenuLine {
+    enum class EKind { Command, Separator, Menu };
+
+    EKind kind = EKind::Separator;
+    ECommand command = ECommand::Count;
+    const char* title = nullptr; ///< Of a menu.
+    const char* name = nullptr;  ///< Of a menu that is filled by somebody else.
+    std::vector<SMenuLine> lines = {};
+
+    SMenuLine() = default;
+    SMenuLine(ECommand id) : kind(EKind::Command), command(id) {} // NOLINT(google-explicit-constructor)
+    SMenuLine(const char* text, const char* objectName) : kind(EKind::Menu), title(text), name(objectName) {}
+    SMenuLine(const char* text, std::vector<SMenuLine> entries)
+        : kind(EKind::Menu), title(text), lines(std::move(entries)) {}
 };
 
-constexpr std::array kThemes = {SThemeChoice{"system", QT_TRANSLATE_NOOP("CMainFrame", "As the &System")},
-                                SThemeChoice{"light", QT_TRANSLATE_NOOP("CMainFrame", "&Light")},
-                                SThemeChoice{"dark", QT_TRANSLATE_NOOP("CMainFrame", "&Dark")}};
+const SMenuLine kLine{};
 
-} // namespace
-
-void CMainFrame::MakeMenus() {
-    QMenu* file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("&New"), QKeySequence::New, this, [this] { m_doc->NewDocument(); });
-    file->addSeparator();
-    file->addAction(tr("E&xit"), QKeySequence::Quit, this, &QWidget::close);
-
-    QMenu* view = menuBar()->addMenu(tr("&View"));
-    AddThemeMenu(*view->addMenu(tr("&Theme")));
-
-    QMenu* window = menuBar()->addMenu(tr("&Window"));
-    m_alwaysOnTop = window->addAction(tr("&Always On Top"));
-    m_alwaysOnTop->setObjectName(QStringLiteral("alwaysOnTop"));
-    m_alwaysOnTop->setCheckable(true);
-    m_alwaysOnTop->setData(kAlwaysOnTopCommand);
-    connect(m_alwaysOnTop, &QAction::triggered, this, [this](bool checked) { SetAlwaysOnTop(checked); });
-
-    QMenu* help = menuBar()->addMenu(tr("&Help"));
-    help->addAction(tr("&About Zantrel Watchlist"), this, &CMainFrame::ShowAbout)->setMenuRole(QAction::AboutRole);
+const std::vector<SMenuLine>& MenuTable() {
+    static const std::vector<SMenuLine> kMenus = {
+        {"&File",
+         {FileNew,
+          FileOpen,
+          {"&Recent Files", CMainMenus::kRecentFiles},
+          kLine,
+          FileSave,
+          FileSaveAs,
+          {"Previous &Versions", CMainMenus::kPreviousVersions},
+          kLine,
+          FileImport,
+          FileExport,
+          FilePrint,
+          kLine,
+          SaveWorkspace,
+          kLine,
+          FileExit}},
+        {"&Edit",
+         {EditUndo, EditRedo, kLine, EditCut, EditCopy, EditPaste, EditDelete, kLine, EditCell, EditNote,
+          EditAddCurrentSymbol, kLine, EditSelectAll, kLine, EditFind, EditFindNext, EditFindPrevious, EditGoToSymbol}},
+        {"&View",
+         {ViewToolBar,
+          ViewRowNumbers,
+          ViewGridLines,
+          ViewShading,
+          ViewEllipsis,
+          ViewReducedMotion,
+          kLine,
+          {"&Theme", CMainMenus::kTheme}}},
+        {"&Watchlist",
+         {{"&Rows", {RowInsert, RowDelete, kLine, RowMoveUp, RowMoveDown}},
+          {"&Columns",
+           {ColumnInsert, ColumnDelete, kLine, ColumnHide, ColumnShow, ColumnFit, kLine, ColumnMoveLeft,
+            ColumnMoveRight, kLine, ColumnLock, ColumnUnlock, kLine, ColumnDefault}},
+          {"&Format", {FormatCells, FormatGrid, kLine, FormatClear}},
+          kLine,
+          SortNow,
+          SortDialog,
+          kLine,
+          SymbolSearch,
+          SearchBySymbol,
+          SearchByDescription}},
+        {"&Alerts", {AlertsEdit, AlertNew, kLine, AlertHistory, AlertMute, kLine, Headlines, TimeAndSales}},
+        {"Application &Links",
+         {LinkSnapQuote, LinkChart, LinkTimeAndSales, LinkNews, LinkWatchlist, LinkOptionChains, LinkMarketDepth,
+          LinkMarketScans}},
+        {"Wi&ndow", {AlwaysOnTop}},
+        {"&Help", {About}}};
+    return kMenus;
 }
 
-void CMainFrame::AddThemeMenu(QMenu& menu) {
-    auto* group = new QActionGroup(this);
-    const std::string current = m_settings.ReadTextOrDefault(kTheme);
-    for (const SThemeChoice& theme : kThemes) {
-        const QString name = QString::fromLatin1(theme.name);
-        QAction* action = menu.addAction(tr(theme.label), this, [this, name] { UseTheme(name, true); });
-        action->setCheckable(true);
-        action->setChecked(current == theme.name);
-        group->addAction(action);
+const std::vector<SMenuLine>& ToolBarTable() {
+    static const std::vector<SMenuLine> kToolBar = {
+        FileNew,   FileOpen, FileSave,     kLine,      EditUndo,     EditRedo,     kLine,     EditCut,     EditCopy,
+        EditPaste, kLine,    RowInsert,    RowDelete,  ColumnInsert, ColumnDelete, kLine,     SortNow,     FormatCells,
+        EditFind,  kLine,    SymbolSearch, AlertsEdit, AlertNew,     AlertMute,    Headlines, TimeAndSales};
+    return kToolBar;
+}
+
+void Fill(QMenu& menu, const std::vector<SMenuLine>& lines, const CCommands& commands,
+          std::map<std::string, QMenu*, std::less<>>& named) {
+    for (const SMenuLine& line : lines) {
+        if (line.kind == SMenuLine::EKind::Command) {
+            menu.addAction(&commands.Action(line.command));
+        } else if (line.kind == SMenuLine::EKind::Separator) {
+            menu.addSeparator();
+        } else {
+            QMenu* inner = menu.addMenu(QString::fromLatin1(line.title));
+            if (line.name != nullptr) {
+                inner->setObjectName(QString::fromLatin1(line.name));
+                named[line.name] = inner;
+            }
+            Fill(*inner, line.lines, commands, named);
+        }
     }
 }
 
-void CMainFrame::UseTheme(const QString& name, bool keep) {
-    const std::string text = BytesFromQt(name);
-    const bool dark = ApplyTheme(ThemeByName(text));
-    m_view->Grid().ApplyTheme(dark ? "dark" : "light");
-    if (keep) m_settings.WriteText(kTheme, text);
+} // namespace
+
+CMainMenus::CMainMenus(QMainWindow& window, CCommands& commands)
+    : QObject(&window), m_commands(commands), m_toolBar(new QToolBar(tr("Tool Bar"), &window)) {
+    for (const SMenuLine& menu : MenuTable()) {
+        QMenu* top = window.menuBar()->addMenu(QString::fromLatin1(menu.title));
+        Fill(*top, menu.lines, commands, m_named);
+        connect(top, &QMenu::aboutToShow, &m_commands, &CCommands::Refresh);
+    }
+    m_toolBar->setObjectName(QStringLiteral("toolBar"));
+    m_toolBar->setMovable(false);
+    m_toolBar->setContextMenuPolicy(Qt::PreventContextMenu);
+    m_toolBar->setIconSize({20, 20});
+    for (const SMenuLine& line : ToolBarTable()) {
+        if (line.kind == SMenuLine::EKind::Command)
+            m_toolBar->addAction(&commands.Action(line.command));
+        else
+            m_toolBar->addSeparator();
+    }
+    window.addToolBar(m_toolBar);
+    window.setContextMenuPolicy(Qt::NoContextMenu);
 }
 
 } // namespace vx

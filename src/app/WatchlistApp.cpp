@@ -1,14 +1,13 @@
 #include "app/WatchlistApp.h"
 
+#include "app/FileDesk.h"
 #include "app/MainFrame.h"
 #include "app/QtMessageBox.h"
 #include "app/Screenshot.h"
 #include "base/Log.h"
-#include "base/MessageBox.h"
 #include "grid/QtText.h"
 #include "settings/LogSettings.h"
 #include "watchlist/WatchlistDoc.h"
-#include "watchlist/WatchlistFile.h"
 
 #include <QFile>
 #include <QIcon>
@@ -42,7 +41,6 @@ bool CWatchlistApp::InitInstance() {
     StartLog();
     setWindowIcon(QIcon(QStringLiteral(":/watchlist.svg")));
     m_frame = std::make_unique<CMainFrame>(m_settings, m_commandLine);
-    m_file = std::make_unique<CWatchlistFile>(m_frame->Document());
     const bool picture = !m_commandLine.screenshot.empty();
     if (!picture) InstallQtMessageBoxes(m_frame.get()); // Nobody could answer a box in a picture: it is printed.
     for (const std::string& option : m_commandLine.unknown)
@@ -70,21 +68,13 @@ void CWatchlistApp::StartLog() {
 }
 
 bool CWatchlistApp::ProcessShellCommand() {
-    if (!m_commandLine.file.empty()) return OpenFile(m_commandLine.file);
+    if (!m_commandLine.file.empty()) return m_frame->Files().Open(m_commandLine.file);
     if (!m_commandLine.starter || !m_commandLine.symbol.empty()) return false;
     QFile starter(QString::fromLatin1(kStarterList));
     if (!starter.open(QIODevice::ReadOnly)) return false;
     const QByteArray text = starter.readAll();
     m_frame->Document().OpenText({text.constData(), static_cast<size_t>(text.size())}, {});
     return true;
-}
-
-bool CWatchlistApp::OpenFile(const std::string& path) {
-    const SFileResult result = m_file->Open(path);
-    if (!result.IsDone()) ShowMessageBox({result.error, {}, EBoxButtons::Ok, EBoxIcon::Exclamation});
-    for (const std::string& notice : result.notices)
-        ShowMessageBox({notice, {}, EBoxButtons::Ok, EBoxIcon::Information});
-    return result.IsDone();
 }
 
 } // namespace vx

@@ -6,12 +6,10 @@
 #include "settings/Settings.h"
 
 #include <memory>
-#include <string>
 
 namespace vx {
 
 class CMainFrame;
-class CWatchlistFile;
 
 /// The watchlist program: sets up log and settings, makes the main frame with its document and view, and opens what the
 /// command line names.
@@ -32,13 +30,11 @@ public:
 private:
     void StartLog();
     bool ProcessShellCommand();
-    bool OpenFile(const std::string& path);
 
     CNorvCommandLineInfo m_commandLine;
     CConfigWriter m_configWriter;
     CSettings m_settings;
     std::unique_ptr<CMainFrame> m_frame;
-    std::unique_ptr<CWatchlistFile> m_file; ///< That of the frame's document.
 };
 
 } // namespace vx

@@ -195,7 +195,7 @@ TEST_F(CMainFrameTest, TheAboutBoxShowsTheConnections) {
 TEST_F(CMainFrameTest, AlwaysOnTopKeepsTheWindowsPlaceAndIsKept) {
     CMainFrame& frame = Frame();
     frame.ShowPlaced();
-    auto* action = frame.findChild<QAction*>(QStringLiteral("alwaysOnTop"));
+    auto* action = frame.findChild<QAction*>(QStringLiteral("AlwaysOnTop"));
     EXPECT_EQ(action->data().toInt(), 10101);
     frame.move(40, 50);
     frame.resize(700, 400);

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QIcon>
+
+namespace vx {
+
+/// A picture of the program's resources, drawn in the text colour of the palette: what is black in the picture takes
+/// the colour.
+///
+/// Errors  an empty icon for a name without a picture
+/// Thread  GUI thread only
+QIcon CommandIcon(const char* name);
+
+} // namespace vx

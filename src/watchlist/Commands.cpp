@@ -1,0 +1,108 @@
+#include "watchlist/Commands.h"
+
+#include "watchlist/CommandIcon.h"
+
+#include <QAction>
+#include <QTimer>
+#include <QWidget>
+
+#include <array>
+#include <utility>
+
+namespace vx {
+
+namespace {
+
+struct SCommandRow {
+    const char* name;
+    int number;
+    const char* text;
+    const char* keys;
+    const char* tip;
+    const char* icon;
+    bool checkable;
+};
+
+constexpr std::array kRows = {
+#define ZW_COMMAND(id, number, text, keys, tip, icon, checkable)                                                       \
+    SCommandRow{#id, number, text, keys, tip, icon, checkable},
+#include "watchlist/CommandTable.def"
+#undef ZW_COMMAND
+};
+static_assert(kRows.size() == static_cast<size_t>(ECommand::Count));
+
+QString PlainText(const char* text) { return QString::fromLatin1(text).remove(QLatin1Char('&')); }
+
+QString TipOf(const SCommandRow& row, const QList<QKeySequence>& keys) {
+    QString tip = row.tip[0] == '\0' ? PlainText(row.text) : QString::fromLatin1(row.tip);
+    if (!keys.isEmpty()) tip += QStringLiteral(" (%1)").arg(keys.front().toString(QKeySequence::NativeText));
+    return tip;
+}
+
+} // namespace
+
+CCommands::CCommands(QWidget& window) : QObject(&window), m_soon(new QTimer(this)) {
+    m_entries.reserve(kRows.size());
+    for (size_t index = 0; index < kRows.size(); ++index) {
+        const SCommandRow& row = kRows[index];
+        auto* action = new QAction(QString::fromLatin1(row.text), this);
+        const QList<QKeySequence> keys = QKeySequence::listFromString(QString::fromLatin1(row.keys));
+        action->setObjectName(QString::fromLatin1(row.name));
+        action->setShortcuts(keys);
+        action->setToolTip(TipOf(row, keys));
+        action->setStatusTip(row.tip[0] == '\0' ? PlainText(row.text) : QString::fromLatin1(row.tip));
+        action->setCheckable(row.checkable);
+        action->setMenuRole(QAction::NoRole);
+        if (row.number != 0) action->setData(row.number);
+        action->setEnabled(false);
+        connect(action, &QAction::triggered, this, [this, index] { Trigger(index); });
+        window.addAction(action);
+        m_entries.push_back({action, {}, {}});
+    }
+    m_soon->setSingleShot(true);
+    m_soon->setInterval(0);
+    connect(m_soon, &QTimer::timeout, this, &CCommands::Refresh);
+    ApplyIcons();
+}
+
+void CCommands::Bind(ECommand command, Handler handler, Update update) {
+    SEntry& entry = m_entries[static_cast<size_t>(command)];
+    entry.handler = std::move(handler);
+    entry.update = std::move(update);
+    RefreshSoon();
+}
+
+void CCommands::Show(const SEntry& entry, const QString& tableText) const {
+    SCommandState state;
+    if (entry.update) entry.update(state);
+    entry.action->setEnabled(entry.handler && state.enabled);
+    if (entry.action->isCheckable()) entry.action->setChecked(state.checked);
+    const QString& text = state.text.isEmpty() ? tableText : state.text;
+    if (entry.action->text() != text) entry.action->setText(text);
+}
+
+void CCommands::Refresh() {
+    m_soon->stop();
+    for (size_t index = 0; index < m_entries.size(); ++index)
+        Show(m_entries[index], QString::fromLatin1(kRows[index].text));
+}
+
+void CCommands::RefreshSoon() {
+    if (!m_soon->isActive()) m_soon->start();
+}
+
+void CCommands::Trigger(size_t index) {
+    const SEntry& entry = m_entries[index];
+    Show(entry, QString::fromLatin1(kRows[index].text));
+    if (!entry.action->isEnabled()) return;
+    const Handler handler = entry.handler;
+    handler();
+    RefreshSoon();
+}
+
+void CCommands::ApplyIcons() {
+    for (size_t index = 0; index < m_entries.size(); ++index)
+        if (kRows[index].icon[0] != '\0') m_entries[index].action->setIcon(CommandIcon(kRows[index].icon));
+}
+
+} // namespace vx
