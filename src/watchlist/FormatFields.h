@@ -7,6 +7,7 @@
 class QCheckBox;
 class QComboBox;
 class QFontComboBox;
+class QFormLayout;
 class QSpinBox;
 
 namespace vx {
@@ -30,7 +31,7 @@ public:
     void DisableDecimals(const QString& why);
 
 private:
-    CColourButton* AddColour(class QFormLayout& form, const char* name, const QString& label,
+    CColourButton* AddColour(QFormLayout& form, const char* name, const QString& label,
                              std::optional<int32_t>& changed);
     void ConnectFields();
 
