@@ -14,6 +14,7 @@ namespace vx {
 class CSymbolRec;
 class CWatchlistDoc;
 struct SCellFormat;
+struct sColumnInfo;
 
 /// What stands in the cells of a watchlist: the fields of each row's symbol, or the row's annotation, each in the
 /// format of its cell.

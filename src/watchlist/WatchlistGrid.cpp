@@ -81,7 +81,7 @@ std::string CWatchlistGrid::EditText(int row, int column) const {
     return {text.data(), length};
 }
 
-bool CWatchlistGrid::AcceptsDrop(const QMimeData& data) const { return data.hasText() && !data.hasUrls(); }
+bool CWatchlistGrid::AcceptsDrop(const QMimeData& offered) const { return offered.hasText() && !offered.hasUrls(); }
 
 bool CWatchlistGrid::StandsForMore(int row, int column) const {
     if (m_doc.RowKind(row) != ERowKind::Symbol) return false;

@@ -36,7 +36,7 @@ public:
 
     bool MayEdit(int row, int column) const override;
     std::string EditText(int row, int column) const override;
-    bool AcceptsDrop(const QMimeData& data) const override;
+    bool AcceptsDrop(const QMimeData& offered) const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -1,0 +1,28 @@
+#include "app/BoardCommands.h"
+
+#include "app/MainFrame.h"
+#include "watchlist/WatchlistGrid.h"
+#include "watchlist/WatchlistView.h"
+
+#include <fmt/format.h>
+
+namespace vx {
+
+CBoardCommands::CBoardCommands(const SBoardSeat& seat)
+    : QObject(&seat.desk), m_frame(seat.frame), m_commands(seat.commands) {}
+
+CWatchlistDoc& CBoardCommands::Doc() const { return m_frame.Document(); }
+
+CWatchlistView& CBoardCommands::View() const { return m_frame.View(); }
+
+CWatchlistGrid& CBoardCommands::Grid() const { return m_frame.View().Grid(); }
+
+CSettings& CBoardCommands::Settings() const { return m_frame.Settings(); }
+
+SGridRegion CBoardCommands::Region() const { return SelectedRegion(Grid()); }
+
+std::string CBoardCommands::Counted(int count, const char* one) {
+    return fmt::format("{} {}{}", count, one, count == 1 ? "" : "s");
+}
+
+} // namespace vx
