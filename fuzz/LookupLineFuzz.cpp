@@ -70,7 +70,7 @@ public:
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    return fuzz::ReadBySession<CCheckedSession>(data, size, [](const CCheckedSession& session) {
+    return fuzz::ReadBySession<CCheckedSession>(data, size, [](CCheckedSession& session) {
         const bool same = session.LookupReplies().search.Results() == session.plain.results;
         if (!same || session.counts != session.plain.counts) std::abort();
     });
