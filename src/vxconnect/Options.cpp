@@ -208,14 +208,15 @@ Usage: vxconnect [options]
 Faults, to see what a client makes of them:
 
   --burst             a second's updates come all at once, at its end
-  --mute[=PORT]       clients are accepted and never sent anything; PORT is
+  --mute [PORT]       clients are accepted and never sent anything; PORT is
                       level1, lookup or admin, or several (default: all)
   --split N           at most N bytes are sent at a time
   --drop-after N      each connection is closed after N bytes
   --refuse PORT       this port is not opened
 
 The ports served are printed as one line. When they are already served, the
-program says so and ends with status 0. Other arguments are ignored.
+program says so and ends with status 0. Values follow after a blank or "=".
+Other arguments are passed over.
 )";
 }
 
