@@ -89,8 +89,7 @@ std::optional<SListing> CMarket::FindUnlisted(std::string_view symbol) const {
 }
 
 bool CMarket::HasOptions(const SListing& listing) const {
-    return listing.terms.kind == EKind::Share && listing.terms.delayMinutes == 0 &&
-           m_known.count(listing.symbol) != 0 && vx::sim::HasOptions(listing.ticker);
+    return m_known.count(listing.symbol) != 0 && vx::sim::HasOptions(listing.ticker);
 }
 
 SListing CMarket::Listing(Index index) const {
