@@ -163,7 +163,8 @@ void CRowOrderOp::Exchange(CUndoTarget& target, STouched&) {
 
 bool CRowOrderOp::DropUnchanged(CUndoTarget& target) {
     const std::vector<int> rows = target.RowsOfIds(m_ids);
-    return !std::is_sorted(rows.begin(), rows.end());
+    const bool allThere = std::find(rows.begin(), rows.end(), 0) == rows.end();
+    return !allThere || !std::is_sorted(rows.begin(), rows.end());
 }
 
 // Layout and alerts
@@ -194,6 +195,7 @@ CAlertOp::CAlertOp(CUndoTarget& target) {
 }
 
 bool CAlertOp::DropUnchanged(CUndoTarget& target) {
+    m_isDifference = true;
     const CAlertsMap& now = target.Alerts();
     std::vector<std::pair<std::string, CAlertArray>> changed;
     for (const std::string& symbol : now.Symbols()) {
@@ -208,6 +210,7 @@ bool CAlertOp::DropUnchanged(CUndoTarget& target) {
 }
 
 void CAlertOp::Exchange(CUndoTarget& target, STouched&) {
+    if (!m_isDifference) DropUnchanged(target);
     CAlertsMap& map = target.Alerts();
     for (auto& [symbol, alerts] : m_alerts) {
         CAlertArray present = map.Get(symbol);

@@ -23,6 +23,9 @@ struct STouched {
     int firstColumn = 0, lastColumn = 0;
 };
 
+/// What an operation is about. Formats are named by their columns: an operation that moves these is of their kind.
+enum class EUndoKind { Rows, Formats, RowCount, RowOrder, Layout, Alerts };
+
 /// One part of an undo step: holds what the document does not have now, and exchanges the two.
 ///
 /// Thread  GUI thread only
@@ -30,8 +33,9 @@ class CUndoOp {
 public:
     virtual ~CUndoOp() = default;
 
+    virtual EUndoKind Kind() const = 0;
     virtual void Exchange(CUndoTarget& target, STouched& touched) = 0;
-    /// Forgets what is the same in the document.
+    /// Forgets what is the same in the document. No operation of the same kind has come after this one.
     ///
     /// Returns whether anything remains
     virtual bool DropUnchanged(CUndoTarget& target) = 0;
@@ -46,6 +50,7 @@ public:
     /// The row is about to change; only the first time counts.
     void Touch(CUndoTarget& target, int row);
 
+    EUndoKind Kind() const override { return EUndoKind::Rows; }
     void Exchange(CUndoTarget& target, STouched& touched) override;
     bool DropUnchanged(CUndoTarget& target) override;
     bool IsEdit() const override { return m_isEdit; }
@@ -62,6 +67,7 @@ class CFormatOp final : public CUndoOp {
 public:
     void Touch(CUndoTarget& target, int row, int column);
 
+    EUndoKind Kind() const override { return EUndoKind::Formats; }
     void Exchange(CUndoTarget& target, STouched& touched) override;
     bool DropUnchanged(CUndoTarget& target) override;
     size_t Bytes() const override { return m_cells.capacity() * sizeof(SCell); }
@@ -84,6 +90,7 @@ class CFormatColumnsOp final : public CUndoOp {
 public:
     CFormatColumnsOp(EFormatColumns change, int from, int to) : m_change(change), m_from(from), m_to(to) {}
 
+    EUndoKind Kind() const override { return EUndoKind::Formats; }
     void Exchange(CUndoTarget& target, STouched& touched) override;
     bool DropUnchanged(CUndoTarget&) override { return true; }
     size_t Bytes() const override { return sizeof *this; }
@@ -100,6 +107,7 @@ public:
     /// rows: rising; inserted: they are in the document now.
     CRowCountOp(std::vector<SRowPlace> places, bool inserted) : m_places(std::move(places)), m_inserted(inserted) {}
 
+    EUndoKind Kind() const override { return EUndoKind::RowCount; }
     void Exchange(CUndoTarget& target, STouched& touched) override;
     bool DropUnchanged(CUndoTarget&) override { return !m_places.empty(); }
     size_t Bytes() const override { return m_places.capacity() * sizeof(SRowPlace); }
@@ -116,6 +124,7 @@ class CRowOrderOp final : public CUndoOp {
 public:
     explicit CRowOrderOp(std::vector<uint32_t> ids) : m_ids(std::move(ids)) {}
 
+    EUndoKind Kind() const override { return EUndoKind::RowOrder; }
     void Exchange(CUndoTarget& target, STouched& touched) override;
     bool DropUnchanged(CUndoTarget& target) override;
     size_t Bytes() const override { return m_ids.capacity() * sizeof(uint32_t); }
@@ -129,6 +138,7 @@ class CLayoutOp final : public CUndoOp {
 public:
     CLayoutOp(SLayout other, SLayout present) : m_other(std::move(other)), m_present(std::move(present)) {}
 
+    EUndoKind Kind() const override { return EUndoKind::Layout; }
     void Exchange(CUndoTarget& target, STouched& touched) override;
     bool DropUnchanged(CUndoTarget&) override { return true; }
     size_t Bytes() const override;
@@ -143,12 +153,14 @@ class CAlertOp final : public CUndoOp {
 public:
     explicit CAlertOp(CUndoTarget& target);
 
+    EUndoKind Kind() const override { return EUndoKind::Alerts; }
     void Exchange(CUndoTarget& target, STouched& touched) override;
     bool DropUnchanged(CUndoTarget& target) override;
     size_t Bytes() const override;
 
 private:
     std::vector<std::pair<std::string, CAlertArray>> m_alerts; ///< By symbol, rising.
+    bool m_isDifference = false;                               ///< Else all symbols that had alerts.
 };
 
 } // namespace vx

@@ -5,7 +5,6 @@
 #include "watchlist/WatchlistDoc.h"
 
 #include <algorithm>
-#include <typeinfo>
 #include <utility>
 
 namespace vx {
@@ -135,7 +134,7 @@ void CUndoStack::BeforeReorder(int firstRow, int lastRow) {
 void CUndoStack::BeforeRowsRemoved(int firstRow, int count) {
     if (!Records()) return;
     CUndoTarget target(m_doc);
-    const int lastRow = std::min(target.LastRow(), firstRow - 1 + count);
+    const int lastRow = firstRow - 1 + count;
     std::vector<SRowPlace> places;
     for (int row = firstRow; row <= lastRow; ++row) {
         places.push_back({row, target.MakeId(row)});
@@ -145,13 +144,12 @@ void CUndoStack::BeforeRowsRemoved(int firstRow, int count) {
         if (row >= firstRow && row <= lastRow) FormatOp().Touch(target, row, column);
     });
     SealOps();
-    if (!places.empty()) Add<CRowCountOp>(std::move(places), false);
+    Add<CRowCountOp>(std::move(places), false);
 }
 
 void CUndoStack::RowsInserted(int firstRow, int count) {
     if (!Records()) return;
     CUndoTarget target(m_doc);
-    if (firstRow > target.LastRow()) return;
     std::vector<SRowPlace> places;
     for (int row = firstRow; row < firstRow + count; ++row) places.push_back({row, target.MakeId(row)});
     SealOps();
@@ -193,12 +191,11 @@ void CUndoStack::AddLayout() {
 // kind alone.
 void CUndoStack::DropUnchanged() {
     CUndoTarget target(m_doc);
-    std::vector<const std::type_info*> seen;
+    std::vector<EUndoKind> seen;
     for (size_t i = m_open.ops.size(); i-- > 0;) {
-        const CUndoOp& op = *m_open.ops[i];
-        const std::type_info& kind = typeid(op);
-        if (std::any_of(seen.begin(), seen.end(), [&](const auto* other) { return *other == kind; })) continue;
-        seen.push_back(&kind);
+        const EUndoKind kind = m_open.ops[i]->Kind();
+        if (std::find(seen.begin(), seen.end(), kind) != seen.end()) continue;
+        seen.push_back(kind);
         if (!m_open.ops[i]->DropUnchanged(target)) m_open.ops.erase(m_open.ops.begin() + static_cast<int>(i));
     }
 }

@@ -49,8 +49,6 @@ uint32_t CUndoTarget::MakeId(int row) { return m_doc.m_rows.MakeId(row); }
 
 std::vector<int> CUndoTarget::RowsOfIds(const std::vector<uint32_t>& ids) const { return m_doc.m_rows.RowsOfIds(ids); }
 
-int CUndoTarget::LastRow() const { return std::max(m_doc.RowStores().LastRow(), m_doc.m_formats.LastRow()); }
-
 bool CUndoTarget::InsertRows(const std::vector<SRowPlace>& places) {
     if (m_doc.LastUsedRow() + static_cast<int>(places.size()) > CRowTable::kMaxRow) return false;
     SRowStores stores = m_doc.RowStores();

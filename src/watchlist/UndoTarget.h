@@ -42,8 +42,6 @@ public:
     uint32_t MakeId(int row);
     /// For each number its row, 0 for one that no row has any more. Looks at every row once.
     std::vector<int> RowsOfIds(const std::vector<uint32_t>& ids) const;
-    /// The greatest row that something belongs to, formats included.
-    int LastRow() const;
 
     /// Puts empty rows where they were taken out. places: rising rows, as they are afterwards.
     ///

@@ -30,8 +30,10 @@ bool CWatchlistDoc::InsertRows(int firstRow, int count) {
         m_grownRows = std::min(RowCount() + count, CRowTable::kMaxRow);
     else if (m_grownRows >= firstRow)
         m_grownRows = std::min(m_grownRows + count, CRowTable::kMaxRow);
-    stores.InsertRows(firstRow, count);
-    m_undo.RowsInserted(firstRow, count);
+    if (firstRow <= std::max(stores.LastRow(), m_formats.LastRow())) { // Below, one empty row is as good as another.
+        stores.InsertRows(firstRow, count);
+        m_undo.RowsInserted(firstRow, count);
+    }
     SetModified(true);
     RebuildGrid();
     return true;
@@ -40,10 +42,14 @@ bool CWatchlistDoc::InsertRows(int firstRow, int count) {
 void CWatchlistDoc::DeleteRows(int firstRow, int count) {
     if (firstRow < 1 || count < 1 || firstRow > CRowTable::kMaxRow) return;
     count = std::min(count, CRowTable::kMaxRow);
-    const CUndoStep step(*this, "delete " + Rows(count));
+    const CUndoStep step(*this, "delete " + Rows(std::clamp(RowCount() - firstRow + 1, 1, count)));
     if (m_grownRows >= firstRow) m_grownRows -= std::min(count, m_grownRows - firstRow + 1);
-    m_undo.BeforeRowsRemoved(firstRow, count);
-    SymbolsLeft(RowStores().RemoveRows(firstRow, count));
+    SRowStores stores = RowStores();
+    count = std::min(count, std::max(stores.LastRow(), m_formats.LastRow()) - firstRow + 1);
+    if (count > 0) {
+        m_undo.BeforeRowsRemoved(firstRow, count);
+        SymbolsLeft(stores.RemoveRows(firstRow, count));
+    }
     SetModified(true);
     RebuildGrid();
 }
