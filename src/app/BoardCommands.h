@@ -2,8 +2,12 @@
 
 #include "watchlist/Commands.h"
 #include "watchlist/GridRegion.h"
+#include "watchlist/ShownCells.h"
 
 #include <QObject>
+
+#include <string>
+#include <string_view>
 
 namespace vx {
 
@@ -36,6 +40,10 @@ protected:
     CWatchlistGrid& Grid() const;
     CSettings& Settings() const;
     SGridRegion Region() const;
+    /// The selection as the document's operations take it.
+    SCellRange CellRange() const;
+    /// Says something in the status bar for a few seconds.
+    void Say(std::string_view text);
 
     /// "3 rows", "1 row"
     static std::string Counted(int count, const char* one);

@@ -1,5 +1,6 @@
 #include "app/BoardDesk.h"
 
+#include "app/ClipboardCommands.h"
 #include "app/ColumnCommands.h"
 #include "app/EditCommands.h"
 #include "app/GridMenus.h"
@@ -21,6 +22,7 @@ CBoardDesk::CBoardDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame)
     auto* rows = new CRowCommands(seat);
     auto* columns = new CColumnCommands(seat);
     new CEditCommands(seat, *rows, *columns);
+    new CClipboardCommands(seat);
     new CGridMenus(seat, *columns);
     BindSort();
     commands.Bind(ECommand::About, [this] { m_frame.ShowAbout(); });

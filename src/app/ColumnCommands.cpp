@@ -198,7 +198,7 @@ void CColumnCommands::SetLocked(int columns, const char* name) {
 
 void CColumnCommands::MakeDefault() {
     Settings().WriteText(kDefaultColumnNames, Doc().Columns().Names());
-    Doc().ShowProgress("New watchlists start with these columns.");
+    Say("New watchlists start with these columns.");
 }
 
 } // namespace vx

@@ -2,7 +2,6 @@
 
 #include "app/BoardCommands.h"
 
-#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -39,7 +38,6 @@ private:
     bool IsOneLeft() const;
     int Neighbour(int column, int step) const;
     std::string ColumnsName(const char* verb) const;
-    void WithSelection(SGridRange range, const std::function<void()>& change);
 
     /// The widths of columns that were hidden here, by name.
     std::map<std::string, int, std::less<>> m_widths;

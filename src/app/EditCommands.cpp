@@ -7,6 +7,7 @@
 #include "settings/Settings.h"
 #include "watchlist/CellEntry.h"
 #include "watchlist/InsertDeleteChoiceDlg.h"
+#include "watchlist/PasteText.h"
 #include "watchlist/SortCommands.h"
 #include "watchlist/WatchlistDoc.h"
 #include "watchlist/WatchlistGrid.h"
@@ -18,8 +19,7 @@ namespace {
 
 // "&Undo delete 3 rows"; an "&" of the name is none of the menu's.
 QString StepText(const QString& verb, const std::string& name) {
-    return name.empty() ? QString()
-                        : verb + QLatin1Char(' ') + QtText(name).replace(QLatin1Char('&'), QLatin1String("&&"));
+    return name.empty() ? QString() : verb + QLatin1Char(' ') + QtText(name).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 } // namespace
@@ -80,8 +80,8 @@ void CEditCommands::Clear() {
     if (region.kind == ERegion::Cell)
         EnterCellText(Doc(), region.focus.row, region.focus.column,
                       Grid().EditText(region.focus.row, region.focus.column), {});
-    else {
-    }
+    else
+        ClearRange(Doc(), CellRange());
     View().ApplySortRecord();
 }
 
