@@ -61,11 +61,14 @@ void CGridCtrl::SetRowCount(int rows) {
     m_geometry.SetRowCount(rows);
     FitRowNumbers();
     LayoutChanged();
+    AnnounceShape(*this);
 }
 
 void CGridCtrl::SetColumnCount(int columns, int defaultWidth) {
+    if (columns == ColumnCount()) return;
     m_geometry.SetColumnCount(columns, defaultWidth);
     LayoutChanged();
+    AnnounceShape(*this);
 }
 
 void CGridCtrl::SetColumnWidth(int column, int width) {

@@ -127,11 +127,18 @@ public:
         return {m_geometry.RowAt(place.y()), m_geometry.ColumnAt(place.x())};
     }
     static EGridPart PartOf(const SGridCell& cell);
+    /// Whether a row shows one text across all its columns.
+    bool IsSpan(int row) const;
+    /// Whether the selection holds all rows (columns) there are.
+    bool WholeColumnsSelected() const;
+    bool WholeRowsSelected() const;
 
     /// Whether a cell can be edited in place; asked each time an edit begins.
     virtual bool MayEdit(int /*row*/, int /*column*/) const { return false; }
     /// The text that the editor starts with, unless the user types a new one.
     virtual std::string EditText(int row, int column) const { return ShownText(row, column); }
+    /// What a row is called towards assistive technology: the text of its first column that is shown.
+    virtual std::string RowName(int row) const { return ShownText(row, NextColumn(0, 1)); }
     /// Whether something dragged here from elsewhere can be dropped.
     virtual bool AcceptsDrop(const QMimeData& /*data*/) const { return false; }
 
@@ -194,7 +201,6 @@ private:
     void DressScrollBars();
     SGridScene Scene();
     void SetMarks(const SGridMarks& marks);
-    bool IsSpan(int row) const;
     bool ShowTip(const QHelpEvent& event);
     QString TipAt(int row, int column);
 
@@ -210,8 +216,6 @@ private:
     void SelectUnder(const SGridCell& at);
     void SelectRow(int row);
     void SelectColumn(int column);
-    bool WholeColumnsSelected() const;
-    bool WholeRowsSelected() const;
 
     // Keyboard
     bool MoveByKey(const QKeyEvent& event);

@@ -1,5 +1,6 @@
 #include "grid/GridCtrl.h"
 
+#include "grid/GridAccessible.h"
 #include "grid/QtText.h"
 
 #include <QGuiApplication>
@@ -75,6 +76,7 @@ void CGridCtrl::DressEditor() {
     font.setPixelSize(std::max(1, qRound(of.size * logicalDpiY() / kPointsPerInch)));
     font.setBold(of.bold);
     font.setItalic(of.italic);
+    m_editor->setAccessibleName(SpokenPlace(*this, m_editedCell.row, m_editedCell.column));
     m_editor->SetLook(font, QtAlignment(m_cell.align), *m_theme);
 }
 

@@ -28,9 +28,11 @@ void CGridCtrl::UpdateSelection(const SGridSelection& next) {
     if (m_selection == old) return;
     const QRect header(0, 0, viewport()->width(), m_geometry.HeaderHeight());
     viewport()->update(QRegion(header) | RangeRect(old.Range()) | RangeRect(m_selection.Range()));
-    if (m_selection.focus != old.focus) AnnounceFocusCell(*this);
-    if (m_selection.focus != old.focus) Q_EMIT FocusCellChanged(m_selection.focus.row, m_selection.focus.column);
-    if (m_selection.Range() != old.Range()) Q_EMIT SelectionChanged();
+    const SGridSelection now = m_selection; // a receiver may select something else
+    if (now.focus != old.focus) AnnounceFocusCell(*this);
+    if (now.Range() != old.Range()) AnnounceSelection(*this);
+    if (now.focus != old.focus) Q_EMIT FocusCellChanged(now.focus.row, now.focus.column);
+    if (now.Range() != old.Range()) Q_EMIT SelectionChanged();
 }
 
 void CGridCtrl::SetFocusCell(int row, int column) {
@@ -135,6 +137,7 @@ bool CGridCtrl::WholeRowsSelected() const {
 
 void CGridCtrl::focusInEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusInEvent(event);
+    AnnounceFocusCell(*this);
     viewport()->update(RangeRect(m_selection.Range()));
 }
 

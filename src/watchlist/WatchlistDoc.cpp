@@ -103,6 +103,7 @@ void CWatchlistDoc::Reset() {
     m_annotations.Clear();
     m_shown.Clear();
     m_alerts.Clear(EAlertMap::Live);
+    m_headlines.Clear();
     m_formats.Clear();
     m_invalid.Clear();
     m_symbols.Clear();
@@ -383,6 +384,7 @@ void CWatchlistDoc::RequestNewsCounts(const std::vector<std::string>& symbols) {
 }
 
 void CWatchlistDoc::OnNewsLine(std::string_view line) {
+    m_headlines.Add(line);
     const std::string affected = m_news.ApplyHeadline(line);
     for (const std::string_view symbol : SplitTerminated(affected, ','))
         if (const CSymbolRec* record = m_store.Find(symbol)) m_updates.Add(record->Ids());
