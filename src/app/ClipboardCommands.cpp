@@ -87,8 +87,7 @@ void CClipboardCommands::PasteAt(const QString& text, int row, int column) {
     Grid().SetMarkedRange({});
     const SPasteResult result =
         PasteText(Doc(), row, column, BytesFromQt(text), ShowProgressBox(Frame(), tr("Pasting rows...")));
-    if (!result.message.empty())
-        ShowMessageBox({result.message, {}, EBoxButtons::Ok, EBoxIcon::Exclamation});
+    if (!result.message.empty()) ShowMessageBox({result.message, {}, EBoxButtons::Ok, EBoxIcon::Exclamation});
     if (result.outcome != EPasteOutcome::Pasted) return;
     Grid().SelectRange({result.firstRow, result.lastRow, 1, Grid().ColumnCount()});
     Grid().EnsureVisible(result.firstRow, Grid().FocusCell().column);

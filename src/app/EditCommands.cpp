@@ -19,7 +19,8 @@ namespace {
 
 // "&Undo delete 3 rows"; an "&" of the name is none of the menu's.
 QString StepText(const QString& verb, const std::string& name) {
-    return name.empty() ? QString() : verb + QLatin1Char(' ') + QtText(name).replace(QLatin1Char('&'), QLatin1String("&&"));
+    return name.empty() ? QString()
+                        : verb + QLatin1Char(' ') + QtText(name).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 } // namespace
@@ -40,8 +41,13 @@ CEditCommands::CEditCommands(const SBoardSeat& seat, CRowCommands& rows, CColumn
     commands.Bind(
         ECommand::EditAddCurrentSymbol, [this] { AddCurrentSymbol(Doc(), Settings(), Grid().FocusCell().row); },
         [this](SCommandState& state) { state.enabled = !Settings().ReadTextOrDefault(kCurrentSymbol).empty(); });
-    commands.Bind(ECommand::SelectionInsert, [this] { InsertOrDelete(true); });
-    commands.Bind(ECommand::SelectionDelete, [this] { InsertOrDelete(false); });
+    const auto bind = [&](ECommand command, bool insert) {
+        commands.Bind(
+            command, [this, insert] { InsertOrDelete(insert); },
+            [this, insert](SCommandState& state) { state.text = TextFor(insert); });
+    };
+    bind(ECommand::SelectionInsert, true);
+    bind(ECommand::SelectionDelete, false);
 }
 
 void CEditCommands::BindUndo() {
@@ -83,6 +89,20 @@ void CEditCommands::Clear() {
     else
         ClearRange(Doc(), CellRange());
     View().ApplySortRecord();
+}
+
+// What is not asked is said.
+QString CEditCommands::TextFor(bool insert) const {
+    const SGridRegion region = Region();
+    switch (region.kind) {
+    case ERegion::Columns:
+        return insert ? tr("&Insert Columns...") : tr("&Delete Columns");
+    case ERegion::Block:
+        return {};
+    default:
+        return region.Rows() == 1 ? (insert ? tr("&Insert Row") : tr("&Delete Row"))
+                                  : (insert ? tr("&Insert %1 Rows") : tr("&Delete %1 Rows")).arg(region.Rows());
+    }
 }
 
 void CEditCommands::InsertOrDelete(bool insert) {

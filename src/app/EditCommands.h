@@ -2,6 +2,8 @@
 
 #include "app/BoardCommands.h"
 
+#include <QString>
+
 namespace vx {
 
 class CColumnCommands;
@@ -20,6 +22,7 @@ private:
     void BindUndo();
     void ShowPlace(const SUndoPlace& place);
     void Clear();
+    QString TextFor(bool insert) const;
     void InsertOrDelete(bool insert);
 
     CRowCommands& m_rows;

@@ -22,6 +22,7 @@ const std::vector<ECommand> kColumns = {ColumnInsert,   ColumnDelete,    ColumnH
 const std::vector<ECommand> kSymbol = {AlertNew, AlertsEdit, Headlines, TimeAndSales};
 const std::vector<ECommand> kLinks = {RowSnapQuote, RowChart,        RowTimeAndSales,
                                       RowNews,      RowOptionChains, RowMarketDepth};
+const std::vector<ECommand> kFormat = {FormatCells, FormatGrid, FormatClear};
 const std::vector<ECommand> kLook = {ViewRowNumbers, ViewGridLines, ViewShading, ViewEllipsis};
 
 } // namespace
@@ -60,7 +61,8 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         Add(menu, kSymbol);
         Add(*menu.addMenu(tr("Application &Links")), kLinks);
         menu.addSeparator();
-        Add(menu, {SortNow, FormatCells});
+        Add(menu, {SortNow});
+        Add(*menu.addMenu(tr("&Format")), kFormat);
         break;
     case EGridPart::RowHeader:
         Add(menu, kEdit);
@@ -72,7 +74,7 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         Add(menu, kSymbol);
         Add(*menu.addMenu(tr("Application &Links")), kLinks);
         menu.addSeparator();
-        Add(menu, {FormatCells});
+        Add(*menu.addMenu(tr("&Format")), kFormat);
         break;
     case EGridPart::ColumnHeader:
         Add(menu, {SortNow, SortDialog});
@@ -80,7 +82,8 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         Add(menu, kColumns);
         AddHiddenColumns(menu);
         menu.addSeparator();
-        Add(menu, {EditCopy, FormatCells, ColumnDefault});
+        Add(*menu.addMenu(tr("&Format")), kFormat);
+        Add(menu, {EditCopy, ColumnDefault});
         break;
     case EGridPart::Corner:
         Add(menu, {EditSelectAll, EditCopy, EditPaste});
@@ -89,7 +92,8 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         AddHiddenColumns(menu);
         Add(menu, {ColumnDefault});
         menu.addSeparator();
-        Add(menu, {SortDialog, FormatGrid});
+        Add(menu, {SortDialog});
+        Add(*menu.addMenu(tr("&Format")), kFormat);
         menu.addSeparator();
         Add(menu, kLook);
         break;
@@ -99,7 +103,7 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         Add(menu, {ColumnInsert});
         AddHiddenColumns(menu);
         menu.addSeparator();
-        Add(menu, {FormatGrid});
+        Add(*menu.addMenu(tr("&Format")), {FormatGrid});
         break;
     }
 }

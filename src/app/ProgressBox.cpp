@@ -14,8 +14,8 @@ constexpr int kMomentMs = 300;
 } // namespace
 
 CWorkProgress ShowProgressBox(QWidget& window, const QString& text) {
-    auto box = std::make_shared<QProgressDialog>(text, QCoreApplication::translate("ProgressBox", "&Cancel"), 0, 1,
-                                                 &window);
+    auto box =
+        std::make_shared<QProgressDialog>(text, QCoreApplication::translate("ProgressBox", "&Cancel"), 0, 1, &window);
     box->setObjectName(QStringLiteral("progressBox"));
     box->setWindowTitle(window.windowTitle());
     box->setWindowModality(Qt::WindowModal);

@@ -6,8 +6,8 @@ namespace vx {
 
 uint8_t CFormatFonts::Find(const SCellFormat& format, bool strong) {
     static const SCellFormat plain;
-    const bool isPlain = format.fontSizePt == plain.fontSizePt && !format.bold && !format.italic &&
-                         format.fontFace == plain.fontFace;
+    const bool isPlain =
+        format.fontSizePt == plain.fontSizePt && !format.bold && !format.italic && format.fontFace == plain.fontFace;
     if (isPlain && !strong) return 0;
     const SFont font{format.fontFace, ShownFontSize(format), format.bold || isPlain, format.italic};
     for (const SKnown& known : m_known) {

@@ -21,6 +21,8 @@ constexpr int kNameColumn = 0;
 constexpr int kExplanationColumn = 1;
 constexpr int kWidthPx = 660;
 constexpr int kHeightPx = 520;
+constexpr int kRowPadding = 8; // Above and below a line of the list together.
+constexpr int kNoMatch = 3;
 
 bool IsShown(const CColumnMap& columns, std::string_view name) {
     const int position = columns.PositionOf(name);
@@ -29,6 +31,14 @@ bool IsShown(const CColumnMap& columns, std::string_view name) {
 
 // The explanation on one line: lists in it are broken for tips.
 QString OneLine(std::string_view text) { return QtText(text).simplified(); }
+
+// How well an entry meets the filter, 0 is best.
+int RankOf(const QTreeWidgetItem& item, const QString& wanted) {
+    const QString name = item.text(kNameColumn);
+    if (name.startsWith(wanted, Qt::CaseInsensitive)) return 0;
+    if (name.contains(wanted, Qt::CaseInsensitive)) return 1;
+    return item.text(kExplanationColumn).contains(wanted, Qt::CaseInsensitive) ? 2 : kNoMatch;
+}
 
 } // namespace
 
@@ -88,6 +98,7 @@ CInsertColumns::CInsertColumns(const CColumnMap& columns, QWidget* parent)
 void CInsertColumns::Fill(const CColumnMap& columns) {
     for (const SFieldEntry* field : InsertableColumns(columns)) {
         auto* item = new QTreeWidgetItem(m_list, {QtText(field->name), OneLine(field->description)});
+        item->setSizeHint(kNameColumn, QSize(0, m_list->fontMetrics().height() + kRowPadding));
         item->setToolTip(kExplanationColumn, PlainTipText(QtText(field->description)));
     }
     m_list->header()->setStretchLastSection(true);
@@ -97,19 +108,14 @@ void CInsertColumns::Fill(const CColumnMap& columns) {
 void CInsertColumns::Filter(const QString& text) {
     const QString wanted = text.trimmed();
     QTreeWidgetItem* best = nullptr;
-    bool bestBegins = false;
+    int bestRank = kNoMatch;
     for (int i = 0; i < m_list->topLevelItemCount(); ++i) {
         QTreeWidgetItem* item = m_list->topLevelItem(i);
-        const QString name = item->text(kNameColumn);
-        const bool meets = name.contains(wanted, Qt::CaseInsensitive) ||
-                           item->text(kExplanationColumn).contains(wanted, Qt::CaseInsensitive);
-        item->setHidden(!meets);
-        if (!meets) continue;
-        const bool begins = name.startsWith(wanted, Qt::CaseInsensitive);
-        if (!best || (begins && !bestBegins)) {
-            best = item;
-            bestBegins = begins;
-        }
+        const int rank = RankOf(*item, wanted);
+        item->setHidden(rank == kNoMatch);
+        if (rank >= bestRank) continue;
+        best = item;
+        bestRank = rank;
     }
     // Enter takes the best one at once.
     m_list->clearSelection();

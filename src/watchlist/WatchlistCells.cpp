@@ -120,10 +120,14 @@ void CWatchlistCells::Fill(int row, int column, SCell& cell) const {
     const size_t length = info->reader.Read(row, record, std::span<char, kMostCellText>(cell.text, kMostCellText));
     cell.length = static_cast<uint16_t>(length);
     if (info->kind == EKind::Notes && m_doc.Notes().Has(row)) PutMark(kNoteMark, cell);
-    cell.align = AlignOf(
-        m_doc.Formats().Alignment(row, column, info->entry, m_doc.Options().useDefaultAlignment));
+    cell.align = Align(*info, format);
     cell.tickTrend = info->kind == EKind::Ticks;
     Colour(*info, format, symbol, record, cell);
+}
+
+EAlign CWatchlistCells::Align(const SColumn& column, const SCellFormat& format) const {
+    if (!m_doc.Options().useDefaultAlignment) return AlignOf(format.alignment);
+    return column.reader.IsNumber() ? EAlign::Right : EAlign::Left;
 }
 
 void CWatchlistCells::Dress(const SCellFormat& format, bool strong, SCell& cell) const {
@@ -148,8 +152,7 @@ void CWatchlistCells::FillHeader(int column, SCell& cell) const {
     const auto& columns = m_doc.Columns().Columns();
     if (column < 1 || static_cast<size_t>(column) >= columns.size()) return;
     cell.SetText(columns[static_cast<size_t>(column)].name);
-    if (const SColumn* info = Column(column))
-        cell.align = AlignOf(m_doc.Formats().Alignment(0, column, info->entry, m_doc.Options().useDefaultAlignment));
+    if (const SColumn* info = Column(column)) cell.align = Align(*info, m_doc.Formats().ColumnFormat(column));
 }
 
 bool CWatchlistCells::FillSpan(int row, SCell& cell) const {

@@ -58,6 +58,7 @@ private:
     EKind KindOf(const sColumnInfo& info, const CColumnReader& reader) const;
     const SColumn* Column(int column) const;
     void Fill(int row, int column, SCell& cell) const;
+    EAlign Align(const SColumn& column, const SCellFormat& format) const;
     void Dress(const SCellFormat& format, bool strong, SCell& cell) const;
     void Colour(const SColumn& column, const SCellFormat& format, std::string_view symbol, const CSymbolRec* record,
                 SCell& cell) const;

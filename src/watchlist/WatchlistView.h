@@ -70,7 +70,7 @@ private:
     CSettings& m_settings;
     CWatchlistGrid* m_grid;
     QTimer m_repaint;
-    QTimer m_autoSort; ///< One-shot: each sort starts a full period.
+    QTimer m_autoSort{this}; ///< One-shot: each sort starts a full period.
     QEvent::Type m_paintMessage;
     QEvent::Type m_connectMessage;
     bool m_pending = false;
