@@ -19,12 +19,15 @@ class CWatchlistFile;
 /// A change is on disk kQuietMs after the user paused, at the latest kMostDelayMs after it was made. The file goes
 /// when the document is saved or closed; it stays when the program ends while the document is modified.
 ///
+/// Errors  what could not be written is tried again with the next change, and every kRetryMs without one; TakeError
+///         tells the user
 /// Owns    the recovery file and its lock; not the document and its file, which outlive it
 /// Thread  GUI thread only; the disk is written by a thread of its own
 class CRecoveryKeeper {
 public:
     static constexpr int64_t kQuietMs = 1000;
     static constexpr int64_t kMostDelayMs = 5000;
+    static constexpr int64_t kRetryMs = 10'000;
 
     CRecoveryKeeper(const CWatchlistDoc& doc, const CWatchlistFile& file);
     CRecoveryKeeper(const CWatchlistDoc& doc, const CWatchlistFile& file, std::string stateFolder);
@@ -42,12 +45,18 @@ public:
     /// The document holds this recovery now: its file is the one that is kept up to date from here on.
     void Adopt(const SRecovery& recovery);
 
+    /// Whether the last attempt to keep unsaved changes failed; after KeepNow: whether they are lost when it ends now.
+    bool HasFailed() const { return m_beginError != 0 || m_writer.Error() != 0; }
+    /// What the user should hear now, a sentence (Windows-1252), usually empty: why unsaved changes are not being kept,
+    /// once until they were kept again. Ask after Poll.
+    std::string TakeError();
+
     /// Waits until the disk has what was asked for.
     void Flush() { m_writer.Flush(); }
 
 private:
-    bool Begin();
-    void Write(const SPlacement& placement);
+    int Begin();
+    void Write(const SPlacement& placement, int64_t nowMs);
     void Drop();
 
     const CWatchlistDoc& m_doc;
@@ -59,6 +68,9 @@ private:
     uint64_t m_seen = 0;              ///< The change count at the last call.
     std::optional<int64_t> m_firstMs; ///< When the oldest change was seen that the file does not hold.
     int64_t m_lastMs = 0;
+    int64_t m_retryMs = 0; ///< When what failed may be tried again.
+    int m_beginError = 0;
+    bool m_told = false;
     CRecoveryWriter m_writer; ///< Last: its thread ends first.
 };
 

@@ -61,13 +61,14 @@ void CRecoveryWriter::Run() {
 void CRecoveryWriter::Do(const SJob& job) {
     if (!job.content) {
         unlink(job.file.c_str());
+        m_error = 0;
         return;
     }
     const int error = SaveFile(job.file, *job.content);
-    if (error != 0 && !m_failed)
+    if (error != 0 && m_error == 0)
         LogInformation(fmt::format("Unsaved changes could not be kept in \"{}\": {}.", Windows1252FromUtf8(job.file),
                                    ErrorText(error)));
-    m_failed = error != 0;
+    m_error = error;
 }
 
 } // namespace vx

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
 #include <mutex>
 #include <optional>
@@ -11,7 +12,7 @@ namespace vx {
 /// A thread, named "vx-recovery", that writes and removes one recovery file, so that a slow disk never holds the
 /// window. What is asked for while the disk is busy replaces what was asked for before: only the last state counts.
 ///
-/// Errors  what cannot be written is tried again with the next content; the log says so once
+/// Errors  what cannot be written is not tried again by itself; the log says so once
 /// Thread  asked from one thread; the destructor waits until the last thing asked for is done
 class CRecoveryWriter {
 public:
@@ -24,6 +25,8 @@ public:
 
     void Write(std::string file, std::string content);
     void Remove(std::string file);
+    /// What came of the last thing done: an errno value, 0 for success.
+    int Error() const { return m_error; }
     /// Waits until nothing is left to do.
     void Flush();
 
@@ -42,7 +45,7 @@ private:
     std::optional<SJob> m_next;
     bool m_busy = false;
     bool m_end = false;
-    bool m_failed = false; ///< Only the thread's.
+    std::atomic<int> m_error{0};
     std::thread m_thread;
 };
 

@@ -86,6 +86,15 @@ void ReadSupplement(CSupplementFiles& files, const std::string& path, uint64_t h
                                     "for its last saved content were not put back.");
 }
 
+void TellNotKept(const std::string& path, int error, bool agreed, SFileResult& result) {
+    const std::string words = fmt::format("The former content of \"{}\" could not be kept: {}.",
+                                          Windows1252FromUtf8(path), ReadReason(error));
+    if (agreed)
+        result.notices.push_back(words);
+    else
+        result = {EFileOutcome::FormerNotKept, words, {}, {}};
+}
+
 } // namespace
 
 CWatchlistFile::CWatchlistFile(CWatchlistDoc& doc) : CWatchlistFile(doc, UserStateFolder()) {}
@@ -136,50 +145,57 @@ void CWatchlistFile::Forget() {
     m_signature = {};
 }
 
-SFileResult CWatchlistFile::Save(const SPlacement& placement, bool overwrite) {
+SFileResult CWatchlistFile::Save(const SPlacement& placement, SSaveConsent consent) {
     if (m_path.empty()) return {EFileOutcome::Failed, "The watchlist has no file yet.", {}, {}};
-    return Write(m_path, placement, overwrite);
+    return Write(m_path, placement, consent);
 }
 
-SFileResult CWatchlistFile::SaveAs(const std::string& path, const SPlacement& placement) {
-    return Write(AbsolutePath(path), placement, true);
+SFileResult CWatchlistFile::SaveAs(const std::string& path, const SPlacement& placement, SSaveConsent consent) {
+    consent.overwriteChanged = true;
+    return Write(AbsolutePath(path), placement, consent);
 }
 
-SFileResult CWatchlistFile::Write(const std::string& path, const SPlacement& placement, bool overwrite) {
+SFileResult CWatchlistFile::Write(const std::string& path, const SPlacement& placement, SSaveConsent consent) {
     m_doc.ShowProgress(fmt::format("Saving Watchlist \"{}\"", Windows1252FromUtf8(path)));
     SFileImage before;
     const int readError = ReadFile(path, before);
     SFileResult result;
     if (readError == EISDIR || readError == EINVAL) {
         result = Failure("saved", path, ErrorText(readError));
-    } else if (!overwrite && m_onDisk && readError != ENOENT &&
+    } else if (!consent.overwriteChanged && m_onDisk && readError != ENOENT &&
                (readError != 0 || ContentHash(before.content) != m_knownHash)) {
         result.outcome = EFileOutcome::ChangedOnDisk;
         result.error = fmt::format("The file \"{}\" was changed by another program since it was opened.",
                                    Windows1252FromUtf8(path));
     } else {
-        result = Replace(path, placement, before, readError == ENOENT ? 0 : readError);
+        const std::string text = WriteWatchlistText(m_doc, placement);
+        const int notKept = KeepFormer(path, text, before, readError == ENOENT ? 0 : readError);
+        if (notKept == 0 || consent.withoutFormer) result = Replace(path, placement, text);
+        if (notKept != 0) TellNotKept(path, notKept, consent.withoutFormer, result);
     }
+    for (const std::string& notice : result.notices) LogInformation(notice);
     m_doc.RestoreStatus();
     return result;
 }
 
+// Keeps what a save is about to replace. An errno value, 0 when nothing is lost.
+int CWatchlistFile::KeepFormer(const std::string& path, const std::string& text, const SFileImage& before,
+                               int readError) {
+    SFileSignature there;
+    if (readError != 0) return ReadSignature(path, there) == 0 && there.inode != 0 ? readError : 0;
+    if (before.content.empty() || before.content == text) return 0;
+    return m_generations.Keep(path, before.content, before.signature.modifiedNs);
+}
+
 // What the file cannot carry is on disk before the file is: whichever instant the process is killed at, the content in
 // place has the supplement that belongs to it.
-SFileResult CWatchlistFile::Replace(const std::string& path, const SPlacement& placement, const SFileImage& before,
-                                    int readError) {
-    const std::string text = WriteWatchlistText(m_doc, placement);
+SFileResult CWatchlistFile::Replace(const std::string& path, const SPlacement& placement, const std::string& text) {
     const uint64_t hash = ContentHash(text);
     const SWatchlistSupplement supplement = FindUncarried(m_doc);
     SFileResult result;
     result.uncarried = DescribeSupplement(supplement);
     int keptError = 0;
     if (!supplement.IsEmpty()) keptError = m_supplements.Write(path, hash, supplement);
-    const bool replaces = before.signature.inode != 0 && before.content != text;
-    if (replaces && readError == 0) readError = m_generations.Keep(path, before.content, before.signature.modifiedNs);
-    if (readError != 0)
-        result.notices.push_back(fmt::format("The former content of \"{}\" could not be kept: {}.",
-                                             Windows1252FromUtf8(path), ErrorText(readError)));
     SFileSignature signature;
     if (const int error = SaveFile(path, text, &signature)) return Failure("saved", path, ErrorText(error));
     if (supplement.IsEmpty()) m_supplements.Remove(path, hash);
@@ -194,7 +210,6 @@ SFileResult CWatchlistFile::Replace(const std::string& path, const SPlacement& p
                                              Windows1252FromUtf8(UserStateFolder()), ErrorText(keptError)));
     }
     for (const std::string& sentence : result.uncarried) LogInformation("Not in the file: " + sentence);
-    for (const std::string& notice : result.notices) LogInformation(notice);
     return result;
 }
 

@@ -19,7 +19,14 @@ struct SRecovery;
 enum class EFileOutcome {
     Done,
     ChangedOnDisk, ///< Nothing was written: another program changed the file since it was opened or saved.
+    FormerNotKept, ///< Nothing was written: the content that the save replaces could not be kept as a generation.
     Failed
+};
+
+/// What a save may do although something is lost by it; each only after the user was told by a save's result.
+struct SSaveConsent {
+    bool overwriteChanged = false; ///< Replace what another program wrote. Asked for by ChangedOnDisk.
+    bool withoutFormer = false;    ///< Replace a content that cannot be kept. Asked for by FormerNotKept.
 };
 
 /// What came of opening or saving, in words for the user (Windows-1252).
@@ -58,11 +65,12 @@ public:
     /// Writes the document to its file. The content that this replaces is kept as a generation.
     ///
     /// Units   placement: where the window stands
-    /// Errors  ChangedOnDisk unless overwrite is true; Failed without a path. The document stays modified unless all of
-    ///         it is on disk
-    SFileResult Save(const SPlacement& placement, bool overwrite = false);
-    /// As Save, to another file, which is the document's from then on.
-    SFileResult SaveAs(const std::string& path, const SPlacement& placement);
+    /// Errors  ChangedOnDisk and FormerNotKept unless the consent covers them, in this order, with a sentence that says
+    ///         what is at stake: ask the user and call again with both consents given so far. Failed without a path.
+    ///         The document stays modified unless all of it is on disk
+    SFileResult Save(const SPlacement& placement, SSaveConsent consent = {});
+    /// As Save, to another file, which is the document's from then on. Never ChangedOnDisk: the user chose the file.
+    SFileResult SaveAs(const std::string& path, const SPlacement& placement, SSaveConsent consent = {});
     /// The document is a new one, or closed.
     void Forget();
 
@@ -76,8 +84,9 @@ public:
     std::vector<SGeneration> Generations() const;
 
 private:
-    SFileResult Write(const std::string& path, const SPlacement& placement, bool overwrite);
-    SFileResult Replace(const std::string& path, const SPlacement& placement, const SFileImage& before, int readError);
+    SFileResult Write(const std::string& path, const SPlacement& placement, SSaveConsent consent);
+    SFileResult Replace(const std::string& path, const SPlacement& placement, const std::string& text);
+    int KeepFormer(const std::string& path, const std::string& text, const SFileImage& before, int readError);
     void NoteSaved(const std::string& path, const SPlacement& placement);
 
     CWatchlistDoc& m_doc;

@@ -77,7 +77,7 @@ protected:
     }
     bool FailsWhole(std::string_view reason) {
         Fill(2);
-        const SFileResult result = Save();
+        const SFileResult result = file.Save({}, {.withoutFormer = true});
         return !result.IsDone() && result.error.find(reason) != std::string::npos &&
                result.error.find(file.Path()) != std::string::npos && doc.IsModified();
     }
@@ -102,7 +102,7 @@ TEST_F(InterruptedSave, LeavesTheOldOrTheNewFileWholeWhenKilledAtAnyInstant) {
         const pid_t child = Fork([&] {
             for (int version = i;; ++version) {
                 Fill(version);
-                if (!file.Save({}, true).IsDone()) return 1;
+                if (!file.Save({}, {.overwriteChanged = true}).IsDone()) return 1;
                 if (version == i) ready.Give(); // The kill falls into one of the saves that follow.
             }
         });

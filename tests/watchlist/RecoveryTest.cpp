@@ -81,6 +81,31 @@ TEST_F(Recovery, GoesWithTheSaveAndWithTheDocument) {
     EXPECT_THAT(RecoveryFiles(), IsEmpty());
 }
 
+TEST_F(Recovery, ThatFailedIsTriedAgainWithoutAnotherChangeAndToldOnce) {
+    OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
+    WriteFile(state / "recovery", "in the way");
+    Change(2, "A");
+    PollAt(0);
+    PollAt(1000);
+    EXPECT_TRUE(keeper.HasFailed());
+    EXPECT_THAT(keeper.TakeError(), testing::HasSubstr("a part of its path is no folder. Save the watchlist"));
+    std::filesystem::remove(state / "recovery");
+    PollAt(1000 + CRecoveryKeeper::kRetryMs - 1);
+    EXPECT_THAT(RecoveryFiles(), IsEmpty()) << "tried again at once";
+    EXPECT_EQ(keeper.TakeError(), "") << "told twice";
+    PollAt(1000 + CRecoveryKeeper::kRetryMs);
+    EXPECT_EQ(Kept(), Written());
+    EXPECT_FALSE(keeper.HasFailed());
+    EXPECT_EQ(keeper.TakeError(), "");
+
+    std::filesystem::remove_all(state / "recovery"); // The disk fails later than at the first file.
+    WriteFile(state / "recovery", "in the way");
+    Change(2, "B");
+    keeper.KeepNow({});
+    EXPECT_TRUE(keeper.HasFailed());
+    EXPECT_NE(keeper.TakeError(), "") << "failed again after it was kept";
+}
+
 TEST_F(Recovery, ADamagedOneIsLeftAlone) {
     SRecovery recovery;
     recovery.originalPath = "/a b/\xC3\xBC\n.vxw";

@@ -94,7 +94,7 @@ TEST_F(WatchlistSave, AFileThatAnotherProgramChangedIsNotOverwrittenUnasked) {
     EXPECT_THAT(asked.error, HasSubstr("banks.vxw"));
     EXPECT_EQ(ReadFile(At("banks.vxw")), "Symbols=BAC:1,;\r\n");
     EXPECT_TRUE(doc.IsModified());
-    EXPECT_TRUE(file.Save({}, true).IsDone());
+    EXPECT_TRUE(file.Save({}, {.overwriteChanged = true}).IsDone());
     EXPECT_THAT(GenerationTexts(), ElementsAre("Symbols=BAC:1,;\r\n"));
     EXPECT_EQ(file.DiskState(), EDiskState::Same);
     std::filesystem::remove(At("banks.vxw"));
@@ -103,6 +103,28 @@ TEST_F(WatchlistSave, AFileThatAnotherProgramChangedIsNotOverwrittenUnasked) {
     file.Forget();
     EXPECT_EQ(file.DiskState(), EDiskState::Unnamed);
     EXPECT_EQ(Save().outcome, EFileOutcome::Failed);
+}
+
+TEST_F(WatchlistSave, AFormerContentThatCannotBeKeptIsNotReplacedUnasked) {
+    std::filesystem::remove_all(state / "generations");
+    WriteFile(state / "generations", "in the way");
+    Change(2, "GS");
+    for (const SFileResult& asked : {Save(), SaveAs("banks.vxw")}) {
+        EXPECT_EQ(asked.outcome, EFileOutcome::FormerNotKept);
+        EXPECT_EQ(asked.error, fmt::format("The former content of \"{}\" could not be kept: a part of its path is no "
+                                           "folder.",
+                                           At("banks.vxw")));
+        EXPECT_EQ(ReadFile(At("banks.vxw")), "Symbols=JPM:1,;\r\n");
+        EXPECT_TRUE(doc.IsModified());
+    }
+    WriteFile(At("banks.vxw"), "Symbols=BAC:1,;\r\n");
+    EXPECT_EQ(file.Save({}, {.withoutFormer = true}).outcome, EFileOutcome::ChangedOnDisk);
+    EXPECT_EQ(file.Save({}, {.overwriteChanged = true}).outcome, EFileOutcome::FormerNotKept);
+    EXPECT_TRUE(SaveAs("new.vxw").IsDone()) << "nothing is replaced";
+    const SFileResult agreed = file.SaveAs(At("banks.vxw"), {}, {.withoutFormer = true});
+    EXPECT_TRUE(agreed.IsDone());
+    EXPECT_THAT(agreed.notices, ElementsAre(HasSubstr("could not be kept")));
+    EXPECT_EQ(ReadFile(At("banks.vxw")), Written());
 }
 
 TEST_F(WatchlistSave, WhatIsNoFileIsNeitherOpenedNorReplaced) {
@@ -139,7 +161,7 @@ TEST_F(WatchlistSave, WhatIsNoFileIsNeitherOpenedNorReplaced) {
 TEST_F(WatchlistSave, WithoutPermissionTheOldFileStaysAndTheDocumentIsModified) {
     Change(2, "BAC");
     const auto fails = [&](const std::string& path) {
-        const SFileResult result = file.SaveAs(path, {});
+        const SFileResult result = file.SaveAs(path, {}, {.withoutFormer = true});
         const bool named = result.error.find("could not be saved: you are not allowed to.") != std::string::npos;
         return !result.IsDone() && named && doc.IsModified();
     };
