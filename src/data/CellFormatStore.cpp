@@ -50,7 +50,21 @@ void AppendRecord(std::string& out, int row, int column, const SCellFormat& form
 
 } // namespace
 
+void CCellFormatStore::TellChange(int row, int column) {
+    if (m_observer) m_observer->BeforeFormat(row, column);
+}
+
+void CCellFormatStore::TellColumns(EFormatColumns change, int from, int to) {
+    if (m_observer) m_observer->FormatColumnsChanged(change, from, to);
+}
+
 void CCellFormatStore::Clear() {
+    TellChange(0, 0);
+    ForEach([&](int row, int column) { TellChange(row, column); });
+    Forget();
+}
+
+void CCellFormatStore::Forget() {
     m_grid = {};
     m_records.clear();
 }
@@ -82,6 +96,11 @@ ECellAlign CCellFormatStore::Alignment(int row, int column, const SFieldEntry* e
 }
 
 bool CCellFormatStore::Set(int row, int column, SCellFormat format) {
+    if (IsInside(row, column)) TellChange(row, column);
+    return Store(row, column, std::move(format));
+}
+
+bool CCellFormatStore::Store(int row, int column, SCellFormat format) {
     if (!IsInside(row, column) || !IsStorableFont(format.fontFace)) return false;
     format.decimals = std::clamp(format.decimals, 0, kMostDecimals);
     if (row == 0 && column == 0) {
@@ -95,7 +114,8 @@ bool CCellFormatStore::Set(int row, int column, SCellFormat format) {
 }
 
 void CCellFormatStore::Reset(int row, int column) {
-    if (!IsInside(row, column)) return;
+    if (!Find(row, column)) return;
+    TellChange(row, column);
     if (row == 0 && column == 0)
         m_grid = {};
     else
@@ -129,17 +149,34 @@ void CCellFormatStore::MoveRow(int from, int to) {
 
 void CCellFormatStore::InsertColumn(int column) {
     if (column < 1) return;
+    if (m_observer)
+        ForEach([&](int row, int old) {
+            if (old == kMostColumn) TellChange(row, old); // It leaves the limits.
+        });
     RenumberColumns([&](int old) { return old < column ? old : old + 1; });
+    TellColumns(EFormatColumns::Insert, column, column);
 }
 
 void CCellFormatStore::RemoveColumn(int column) {
     if (column < 1) return;
+    if (m_observer)
+        ForEach([&](int row, int old) {
+            if (old == column) TellChange(row, old);
+        });
     RenumberColumns([&](int old) { return old < column ? old : old == column ? kNone : old - 1; });
+    TellColumns(EFormatColumns::Remove, column, column);
 }
 
 void CCellFormatStore::MoveColumn(int from, int to) {
     if (!IsMove(from, to, kMostColumn)) return;
     RenumberColumns([&](int column) { return PlaceAfterMove(column, from, to); });
+    TellColumns(EFormatColumns::Move, from, to);
+}
+
+int CCellFormatStore::LastRow() const {
+    int last = 0;
+    ForEach([&](int row, int) { last = std::max(last, row); });
+    return last;
 }
 
 std::vector<const std::pair<const CCellFormatStore::Key, SCellFormat>*> CCellFormatStore::InOrder() const {
@@ -165,7 +202,7 @@ std::string CCellFormatStore::Write() const {
 
 size_t CCellFormatStore::Read(std::string_view text) {
     size_t leftOut = 0;
-    if (!text.empty()) Clear();
+    if (!text.empty()) Forget();
     while (!text.empty()) {
         const size_t end = text.find(kPieceEnd);
         const std::string_view piece = text.substr(0, end);
@@ -180,7 +217,7 @@ bool CCellFormatStore::ReadPiece(std::string_view text) {
     if (!piece || !IsInside(piece->row, piece->column)) return false;
     SCellFormat format = ColumnFormat(piece->column);
     ReadFormatFields(piece->fields, format);
-    return Set(piece->row, piece->column, std::move(format));
+    return Store(piece->row, piece->column, std::move(format));
 }
 
 } // namespace vx

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/CellFormat.h"
+#include "data/CellFormatObserver.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -29,6 +30,9 @@ public:
     static constexpr int kMostRow = 100000;
     static constexpr int kMostColumn = 1000;
     static constexpr size_t kMostRecords = 500'000;
+
+    /// Who is told of changes; null, as at first, is nobody. Rows that move, and Read, are not told.
+    void SetObserver(CCellFormatObserver* observer) { m_observer = observer; }
 
     /// No records are left, and the grid has the default format.
     void Clear();
@@ -70,6 +74,13 @@ public:
     void InsertColumn(int column);
     void RemoveColumn(int column);
     void MoveColumn(int from, int to);
+
+    /// The greatest row that a cell has a record in, 0 when there is none. Looks at every record.
+    int LastRow() const;
+    /// Calls visit(row, column) for every record, the grid's not among them, in no particular order.
+    template <typename Visit> void ForEach(Visit&& visit) const {
+        for (const auto& record : m_records) visit(RowOf(record.first), ColumnOf(record.first));
+    }
 
     /// Records, the grid's not among them.
     size_t Size() const { return m_records.size(); }
@@ -114,9 +125,14 @@ private:
     template <typename NewColumn> void RenumberColumns(NewColumn&& newColumn) {
         Rekey([&](int row, int column) { return std::pair{row, column == 0 ? 0 : newColumn(column)}; });
     }
+    void Forget();
+    bool Store(int row, int column, SCellFormat format);
+    void TellChange(int row, int column);
+    void TellColumns(EFormatColumns change, int from, int to);
     bool ReadPiece(std::string_view piece);
     std::vector<const std::pair<const Key, SCellFormat>*> InOrder() const;
 
+    CCellFormatObserver* m_observer = nullptr;
     SCellFormat m_grid;
     std::unordered_map<Key, SCellFormat> m_records;
 };

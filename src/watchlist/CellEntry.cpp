@@ -5,6 +5,7 @@
 #include "data/CellText.h"
 #include "settings/Settings.h"
 #include "watchlist/RowCellText.h"
+#include "watchlist/UndoStep.h"
 #include "watchlist/WatchlistDoc.h"
 
 #include <algorithm>
@@ -26,6 +27,16 @@ std::string UsableText(std::string_view typed) {
     std::replace_if(text.begin(), text.end(), IsControl, ' ');
     if (text.find(',') != std::string::npos) text = kCommaSymbol;
     return text;
+}
+
+std::string StepName(std::string_view typed) {
+    constexpr size_t kMostShown = 20;
+    if (typed.empty()) return "clear cell";
+    std::string name = "type \"";
+    name += typed.substr(0, kMostShown);
+    name += typed.size() > kMostShown ? "...\"" : "\"";
+    std::replace_if(name.begin(), name.end(), IsControl, ' ');
+    return name;
 }
 
 void Tell(const char* text) { ShowMessageBox({text, {}, EBoxButtons::Ok, EBoxIcon::None}); }
@@ -119,6 +130,8 @@ private:
 void EnterCellText(CWatchlistDoc& doc, int row, int column, std::string_view oldText, std::string_view newText) {
     if (newText == oldText) return;
     if (row < 1 || row > CRowTable::kMaxRow || column < 1 || column >= doc.Columns().Count()) return;
+    CUndoStep step(doc, StepName(newText));
+    step.SelectColumns(column, column);
     CCellEntry(doc, row, column).Enter(UsableText(newText));
 }
 
@@ -140,6 +153,7 @@ void AddCurrentSymbol(CWatchlistDoc& doc, const CSettings& settings, int row) {
         if (ShowMessageBox({question, "Replace Row?", EBoxButtons::YesNo, EBoxIcon::Question}) != EBoxAnswer::Yes)
             return;
     }
+    const CUndoStep step(doc, "add current symbol");
     doc.EnterSymbol(row, symbol);
     if (const int column = doc.Columns().PositionOf(kSymbolColumn); column >= 1) doc.Formats().Reset(row, column);
     doc.RowEdited(row);

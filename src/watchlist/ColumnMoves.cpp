@@ -1,6 +1,7 @@
 #include "watchlist/ColumnMoves.h"
 
 #include "watchlist/SortCommands.h"
+#include "watchlist/UndoStep.h"
 #include "watchlist/WatchlistDoc.h"
 
 #include <algorithm>
@@ -20,6 +21,7 @@ void Changed(CWatchlistDoc& doc) {
 
 bool InsertColumn(CWatchlistDoc& doc, int position, std::string_view name) {
     if (FieldIndex(name) <= kRowNumberColumn) return false;
+    const CUndoStep step(doc, "insert column " + std::string(name));
     position = std::clamp(position, 1, doc.Columns().Count());
     if (!doc.Columns().Insert(position, name)) return false;
     doc.Formats().InsertColumn(position);
@@ -33,6 +35,7 @@ bool InsertColumn(CWatchlistDoc& doc, int position, std::string_view name) {
 
 void RemoveColumn(CWatchlistDoc& doc, int position) {
     if (!IsColumn(doc, position)) return;
+    const CUndoStep step(doc, "remove column " + doc.Columns().At(position).name);
     doc.Columns().Remove(position);
     doc.Formats().RemoveColumn(position);
     SWatchlistOptions& options = doc.Options();
@@ -48,6 +51,7 @@ void RemoveColumn(CWatchlistDoc& doc, int position) {
 
 void MoveColumn(CWatchlistDoc& doc, int from, int to) {
     if (!IsColumn(doc, from) || !IsColumn(doc, to) || from == to) return;
+    const CUndoStep step(doc, "move column " + doc.Columns().At(from).name);
     doc.Columns().Move(from, to);
     doc.Formats().MoveColumn(from, to);
     int& sorted = doc.Options().sort.column;
@@ -57,6 +61,16 @@ void MoveColumn(CWatchlistDoc& doc, int from, int to) {
         --sorted;
     else if (sorted < from && sorted >= to)
         ++sorted;
+    Changed(doc);
+}
+
+void SetColumnWidth(CWatchlistDoc& doc, int position, int width) {
+    if (position < 0 || position >= doc.Columns().Count() || doc.Columns().At(position).width == width) return;
+    const std::string name =
+        position == 0 ? std::string("the row numbers") : "column " + doc.Columns().At(position).name;
+    const bool wasHidden = doc.Columns().At(position).width < 1;
+    const CUndoStep step(doc, (width < 1 ? "hide " : wasHidden ? "show " : "resize ") + name);
+    doc.Columns().SetWidth(position, width);
     Changed(doc);
 }
 

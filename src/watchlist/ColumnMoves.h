@@ -17,5 +17,9 @@ bool InsertColumn(CWatchlistDoc& doc, int position, std::string_view name);
 void RemoveColumn(CWatchlistDoc& doc, int position);
 /// Moves a column so that it stands at `to` afterwards.
 void MoveColumn(CWatchlistDoc& doc, int from, int to);
+/// Gives a column, or that of the row numbers (0), a width; below 1 hides it.
+///
+/// Units   width: pixels
+void SetColumnWidth(CWatchlistDoc& doc, int position, int width);
 
 } // namespace vx

@@ -13,11 +13,19 @@ std::string_view CNoteStore::Get(int row) const {
 
 void CNoteStore::Set(int row, std::string_view text) {
     if (row < 1) return;
+    if (m_observer) m_observer->BeforeNote(row);
     std::string cleaned = Cleaned(text);
     if (cleaned.empty())
         m_notes.erase(row);
     else
         m_notes.insert_or_assign(row, std::move(cleaned));
+}
+
+void CNoteStore::Remove(int row) {
+    const auto found = m_notes.find(row);
+    if (found == m_notes.end()) return;
+    if (m_observer) m_observer->BeforeNote(row);
+    m_notes.erase(found);
 }
 
 std::string CNoteStore::Cleaned(std::string_view text) {

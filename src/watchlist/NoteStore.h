@@ -1,5 +1,7 @@
 #pragma once
 
+#include "watchlist/NoteObserver.h"
+
 #include <map>
 #include <string>
 #include <string_view>
@@ -14,12 +16,16 @@ namespace vx {
 /// Thread  GUI thread only
 class CNoteStore {
 public:
+    /// Who is told before a note is set or removed; null, as at first, is nobody. Clear and rows that move are not
+    /// told.
+    void SetObserver(CNoteObserver* observer) { m_observer = observer; }
+
     /// The note of a row, or an empty text.
     std::string_view Get(int row) const;
     bool Has(int row) const { return m_notes.count(row) != 0; }
     /// Sets a row's note; when nothing remains of the text, the row's note goes. A row below 1 is ignored.
     void Set(int row, std::string_view text);
-    void Remove(int row) { m_notes.erase(row); }
+    void Remove(int row);
     void Clear() { m_notes.clear(); }
     int Count() const { return static_cast<int>(m_notes.size()); }
     int LastRow() const { return m_notes.empty() ? 0 : m_notes.rbegin()->first; }
@@ -36,6 +42,7 @@ public:
     static std::string Cleaned(std::string_view text);
 
 private:
+    CNoteObserver* m_observer = nullptr;
     std::map<int, std::string> m_notes;
 };
 

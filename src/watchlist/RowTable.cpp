@@ -1,6 +1,7 @@
 #include "watchlist/RowTable.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <utility>
 
 namespace vx {
@@ -46,6 +47,24 @@ int CRowTable::RowOfId(uint32_t id) const {
     if (id == 0) return 0;
     const auto found = std::find_if(m_rows.begin(), m_rows.end(), [=](const SRow& row) { return row.id == id; });
     return found == m_rows.end() ? 0 : static_cast<int>(found - m_rows.begin()) + 1;
+}
+
+std::vector<int> CRowTable::RowsOfIds(const std::vector<uint32_t>& ids) const {
+    std::unordered_map<uint32_t, int> rows;
+    rows.reserve(ids.size());
+    for (const uint32_t id : ids) rows.emplace(id, 0);
+    for (size_t i = 0; i < m_rows.size(); ++i)
+        if (const auto found = rows.find(m_rows[i].id); found != rows.end() && m_rows[i].id != 0)
+            found->second = static_cast<int>(i) + 1;
+    std::vector<int> out(ids.size());
+    std::transform(ids.begin(), ids.end(), out.begin(), [&](uint32_t id) { return rows[id]; });
+    return out;
+}
+
+void CRowTable::SetId(int row, uint32_t id) {
+    if (row < 1 || row > kMaxRow) return;
+    GrowTo(row);
+    At(row).id = id;
 }
 
 int CRowTable::LastSymbolRow() const { return m_lastSymbolRow; }

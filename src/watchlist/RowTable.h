@@ -33,6 +33,10 @@ public:
     uint32_t MakeId(int row);
     /// The row that has the number now, 0 when there is none. Looks at every row.
     int RowOfId(uint32_t id) const;
+    /// The same for many numbers, at the cost of one.
+    std::vector<int> RowsOfIds(const std::vector<uint32_t>& ids) const;
+    /// Gives a row the number that it had before it was taken out; no other row may have it.
+    void SetId(int row, uint32_t id);
 
     /// The greatest row with a symbol, 0 when there is none.
     int LastSymbolRow() const;

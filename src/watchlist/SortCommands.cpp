@@ -2,6 +2,7 @@
 
 #include "base/MessageBox.h"
 #include "watchlist/SortRows.h"
+#include "watchlist/UndoStep.h"
 #include "watchlist/WatchlistDoc.h"
 
 #include <algorithm>
@@ -43,6 +44,7 @@ void ManualSort(CWatchlistDoc& doc, const SGridSelection& selection) {
         return;
     }
     if (selection.focusColumn < 1 || selection.focusColumn >= doc.Columns().Count()) return;
+    const CUndoStep step(doc, "sort by " + ColumnName(doc, selection.focusColumn));
     const std::string previous = ColumnName(doc, sort.column);
     sort.ascending = selection.focusColumn != sort.column || !sort.ascending;
     sort.column = selection.focusColumn;
@@ -91,7 +93,7 @@ EAutoSortTick AutoSortTick(CWatchlistDoc& doc, bool busy) {
         SwitchOffAutoSort(sort);
         return EAutoSortTick::Off;
     }
-    if (busy) return EAutoSortTick::Postponed;
+    if (busy || doc.Undo().IsRecording()) return EAutoSortTick::Postponed;
     SortRows(doc, 1, doc.RowCount(), sort.column, sort.ascending);
     return EAutoSortTick::Sorted;
 }

@@ -2,6 +2,7 @@
 
 #include "base/MessageBox.h"
 #include "watchlist/SortCommands.h"
+#include "watchlist/UndoStep.h"
 #include "watchlist/WatchlistDoc.h"
 
 namespace vx {
@@ -61,6 +62,7 @@ bool ApplySortEntry(CWatchlistDoc& doc, const SSortEntry& entry) {
     } else {
         SwitchOffAutoSort(sort);
     }
+    const CUndoStep step(doc, "change the sort settings");
     if (sort != doc.Options().sort) doc.SetModified(true);
     doc.Options().sort = sort;
     return true;

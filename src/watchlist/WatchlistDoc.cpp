@@ -116,6 +116,7 @@ void CWatchlistDoc::Reset() {
     m_options.lockedColumns = 0;
     m_options.useGridPrecision = false;
     m_options.sort = {};
+    m_undo.Clear();
     if (m_observer) m_observer->OnReset();
     SetModified(false);
 }
@@ -166,6 +167,7 @@ bool CWatchlistDoc::PlaceAndWatch(int row, std::string_view symbol) {
     const bool isNew = !m_symbols.Find(symbol);
     PlaceSymbol(row, symbol);
     if (!isNew || !m_feedReady || !m_symbols.Find(symbol)) return false;
+    if (m_batchDepth > 0 && m_batchLeft.erase(std::string(symbol)) != 0) return false;
     WatchSymbol(symbol);
     return true;
 }
@@ -215,6 +217,7 @@ void CWatchlistDoc::SymbolNotFound(std::string_view symbol) {
     for (const std::string& region : regional) RejectRows(region);
     m_store.Forget(rejected);
     m_watched.Remove(rejected);
+    m_batchLeft.erase(rejected);
     m_frame.OnUnwatched(rejected); // However the feed said it: nothing is planned for the symbol any more.
     ShowSymbolCount();
 }
@@ -236,7 +239,9 @@ void CWatchlistDoc::RejectRows(const std::string& symbol) {
 
 size_t CWatchlistDoc::SymbolCount() const { return static_cast<size_t>(m_symbols.Count()); }
 
-void CWatchlistDoc::ShowSymbolCount() { SetStatus(fmt::format("Symbols:  {}", m_symbols.Count())); }
+void CWatchlistDoc::ShowSymbolCount() {
+    if (m_batchDepth == 0) SetStatus(fmt::format("Symbols:  {}", m_symbols.Count()));
+}
 
 void CWatchlistDoc::SetStatus(std::string_view text) {
     m_status = text;
@@ -250,10 +255,19 @@ void CWatchlistDoc::DetachSymbol(int row) {
     if (symbol.empty()) return;
     m_rows.ClearSymbol(row);
     m_symbols.Remove(symbol, static_cast<uint32_t>(row));
-    if (!m_symbols.Find(symbol) && m_feedReady) UnwatchSymbol(symbol);
+    if (!m_symbols.Find(symbol)) SymbolsLeft({symbol});
+}
+
+// Symbols have no row any more. In a batch they may come back.
+void CWatchlistDoc::SymbolsLeft(const std::vector<std::string>& symbols) {
+    if (!m_feedReady || symbols.empty()) return;
+    if (m_batchDepth > 0) return m_batchLeft.insert(symbols.begin(), symbols.end());
+    for (const std::string& symbol : symbols) Unwatch(symbol);
+    ShowSymbolCount();
 }
 
 void CWatchlistDoc::EmptyRow(int row) {
+    m_undo.BeforeRow(row);
     DetachSymbol(row);
     m_annotations.Remove(row);
     m_invalid.RemoveRow(static_cast<uint32_t>(row));
@@ -302,81 +316,24 @@ int CWatchlistDoc::RowCount() const {
 
 void CWatchlistDoc::ShowText(int row, std::string_view text) {
     if (row < 1 || row > CRowTable::kMaxRow) return;
+    m_undo.BeforeRow(row);
     m_shown.Set(row, text);
     RowChanged(row);
 }
 
 void CWatchlistDoc::RowEdited(int row) {
+    m_undo.BeforeRow(row);
     m_shown.Remove(row);
     SetModified(true);
     RowChanged(row);
 }
 
-// Rows that move
-
-SRowStores CWatchlistDoc::RowStores() {
-    return {m_rows, m_symbols, m_invalid, m_annotations, m_notes, m_shown, m_formats};
-}
-
-bool CWatchlistDoc::InsertRows(int firstRow, int count) {
-    if (firstRow < 1 || count < 1 || firstRow > CRowTable::kMaxRow || count > CRowTable::kMaxRow) return false;
-    SRowStores stores = RowStores();
-    if (const int last = stores.LastRow(); last >= firstRow && last + count > CRowTable::kMaxRow) return false;
-    if (firstRow > LastUsedRow())
-        m_grownRows = std::min(RowCount() + count, CRowTable::kMaxRow);
-    else if (m_grownRows >= firstRow)
-        m_grownRows = std::min(m_grownRows + count, CRowTable::kMaxRow);
-    stores.InsertRows(firstRow, count);
-    SetModified(true);
-    RebuildGrid();
-    return true;
-}
-
-void CWatchlistDoc::DeleteRows(int firstRow, int count) {
-    if (firstRow < 1 || count < 1 || firstRow > CRowTable::kMaxRow) return;
-    count = std::min(count, CRowTable::kMaxRow);
-    if (m_grownRows >= firstRow) m_grownRows -= std::min(count, m_grownRows - firstRow + 1);
-    const std::vector<std::string> gone = RowStores().RemoveRows(firstRow, count);
-    if (m_feedReady && !gone.empty()) {
-        for (const std::string& symbol : gone) Unwatch(symbol);
-        ShowSymbolCount();
-    }
-    SetModified(true);
-    RebuildGrid();
-}
-
-void CWatchlistDoc::MoveRows(int firstRow, int count, int before) {
-    if (firstRow < 1 || before < 1 || before > RowCount() + 1) return;
-    count = std::min(count, RowCount() - firstRow + 1);
-    if (ReorderRows(MoveOfBlock(firstRow, count, before))) SetModified(true);
-}
-
-bool CWatchlistDoc::ReorderRows(const std::vector<int>& newRowOf) {
-    const int covered = static_cast<int>(newRowOf.size()) - 1;
-    if (covered < 1 || covered > CRowTable::kMaxRow) return false;
-    std::vector<bool> taken(newRowOf.size());
-    int first = 0;
-    int last = 0;
-    for (int row = 1; row <= covered; ++row) {
-        const int to = newRowOf[static_cast<size_t>(row)];
-        if (to < 1 || to > covered || taken[static_cast<size_t>(to)]) return false;
-        taken[static_cast<size_t>(to)] = true;
-        if (to == row) continue;
-        if (first == 0) first = row;
-        last = row;
-    }
-    if (first == 0) return true;
-    RowStores().Reorder(newRowOf);
-    if (m_observer && !m_loading) m_observer->OnRowsChanged(first, last);
-    return true;
-}
-
 void CWatchlistDoc::RowChanged(int row) {
-    if (m_observer && !m_loading) m_observer->OnRowChanged(row);
+    if (m_observer && !m_loading && m_batchDepth == 0) m_observer->OnRowChanged(row);
 }
 
 void CWatchlistDoc::RebuildGrid() {
-    if (m_observer && !m_loading) m_observer->OnGridRebuilt();
+    if (m_observer && !m_loading && m_batchDepth == 0) m_observer->OnGridRebuilt();
 }
 
 void CWatchlistDoc::SetColumnsByName(std::string_view names) {
@@ -415,6 +372,10 @@ void CWatchlistDoc::RepaintChangedRows() {
 
 void CWatchlistDoc::RequestNewsCounts(const std::vector<std::string>& symbols) {
     if (!m_newsPort) return;
+    if (m_batchDepth > 0) {
+        m_batchAdded.insert(m_batchAdded.end(), symbols.begin(), symbols.end());
+        return;
+    }
     std::vector<std::string> asked;
     std::copy_if(symbols.begin(), symbols.end(), std::back_inserter(asked),
                  [](const std::string& symbol) { return !IsRegionalName(symbol); });

@@ -13,6 +13,7 @@
 #include "watchlist/RowTable.h"
 #include "watchlist/RowTextMap.h"
 #include "watchlist/ShownTexts.h"
+#include "watchlist/UndoStack.h"
 #include "watchlist/WatchTable.h"
 #include "watchlist/WatchlistFrame.h"
 #include "watchlist/WatchlistOptions.h"
@@ -20,6 +21,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace vx {
@@ -123,6 +125,10 @@ public:
     uint32_t RowId(int row) { return m_rows.MakeId(row); }
     int RowOfId(uint32_t id) const { return m_rows.RowOfId(id); }
 
+    /// The user's edits so far; CUndoStep records one.
+    CUndoStack& Undo() { return m_undo; }
+    const CUndoStack& Undo() const { return m_undo; }
+
     // Updates.
 
     /// The paint message arrived: notes which symbols changed and tells the view that there is something to show.
@@ -168,6 +174,7 @@ public:
     void SetModified(bool modified) {
         m_modified = modified;
         if (modified) ++m_changeCount;
+        m_undo.ModifiedSet(modified);
     }
     /// How often the document was marked modified; another number means that something changed.
     uint64_t ChangeCount() const { return m_changeCount; }
@@ -181,6 +188,9 @@ public:
     void RebuildGrid();
 
 private:
+    friend class CEditBatch;
+    friend class CUndoTarget;
+
     void PostPaint() override;
     void DrainNow() override { OnPaintMessage(); }
     void OnAlertsChanged(std::string_view symbol, int armed) override;
@@ -197,6 +207,8 @@ private:
     void SetStatus(std::string_view text);
     void RowChanged(int row);
     void DetachSymbol(int row);
+    void SymbolsLeft(const std::vector<std::string>& symbols);
+    void EndBatch();
 
     CL1DataStore& m_store;
     CSettings& m_settings;
@@ -220,12 +232,18 @@ private:
     CInvalidSymbols m_invalid;
     std::set<std::string, std::less<>> m_regionalBases; ///< Symbols whose regions were placed since the last reset.
 
+    // Only in an edit batch.
+    int m_batchDepth = 0;
+    std::unordered_set<std::string> m_batchLeft; ///< Stood in a row before, and are still watched.
+    std::vector<std::string> m_batchAdded;       ///< Their news counts are to be asked for.
+
     std::string m_status;
     int m_grownRows = 0; ///< Rows that were asked for besides those in use.
     bool m_feedReady = false;
     bool m_loading = false;
     bool m_modified = false;
     uint64_t m_changeCount = 0;
+    CUndoStack m_undo{*this}; ///< Last: it listens to the stores.
 };
 
 } // namespace vx

@@ -1,0 +1,21 @@
+#include "watchlist/UndoStep.h"
+
+#include "watchlist/WatchlistDoc.h"
+
+namespace vx {
+
+CUndoStep::CUndoStep(CWatchlistDoc& doc, std::string_view name) : m_stack(doc.Undo()), m_mark(m_stack.Begin(name)) {}
+
+CUndoStep::~CUndoStep() { m_stack.End(); }
+
+void CUndoStep::Rename(std::string_view name) { m_stack.Rename(name); }
+
+void CUndoStep::SelectColumns(int firstColumn, int lastColumn) { m_stack.SelectColumns(firstColumn, lastColumn); }
+
+void CUndoStep::SelectRows(int firstRow, int lastRow) { m_stack.SelectRows(firstRow, lastRow); }
+
+void CUndoStep::CoverAlerts() { m_stack.CoverAlerts(); }
+
+void CUndoStep::Cancel() { m_stack.CancelTo(m_mark); }
+
+} // namespace vx

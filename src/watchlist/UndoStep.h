@@ -1,0 +1,44 @@
+#pragma once
+
+#include "watchlist/UndoStack.h"
+
+#include <string_view>
+
+namespace vx {
+
+class CWatchlistDoc;
+
+/// One edit of the user: what changes in a document while the step stands is undone and redone together.
+///
+/// Rows, their order, notes and formats, columns and options are recorded where they are kept, so that a step only has
+/// to stand around the edit. Steps inside another join it. One in which nothing changed leaves nothing to undo.
+///
+///     CUndoStep step(doc, "delete 3 rows"); // "Undo delete 3 rows"
+///
+/// Owns    nothing; the document outlives it
+/// Thread  GUI thread only
+class CUndoStep {
+public:
+    /// name: a verb and its object in lower case, Windows-1252. That of the outermost step counts.
+    CUndoStep(CWatchlistDoc& doc, std::string_view name);
+    ~CUndoStep();
+    CUndoStep(const CUndoStep&) = delete;
+    CUndoStep& operator=(const CUndoStep&) = delete;
+
+    /// Another name, when what was done is known only at the end.
+    void Rename(std::string_view name);
+    /// The columns to select after undoing, when the edit was about cells of rows.
+    void SelectColumns(int firstColumn, int lastColumn);
+    /// The rows to select after undoing, when they are not all that changed.
+    void SelectRows(int firstRow, int lastRow);
+    /// The alerts are about to be changed by the user; they are recorded from here on.
+    void CoverAlerts();
+    /// Puts everything back that changed since this step began. Columns and options only by the outermost one.
+    void Cancel();
+
+private:
+    CUndoStack& m_stack;
+    CUndoStack::SMark m_mark;
+};
+
+} // namespace vx

@@ -1,0 +1,363 @@
+#include "watchlist/CellEntry.h"
+#include "watchlist/ColumnMoves.h"
+#include "watchlist/DocFixture.h"
+#include "watchlist/SortCommands.h"
+#include "watchlist/UndoStep.h"
+#include "watchlist/WatchlistSupplement.h"
+#include "watchlist/WatchlistWriter.h"
+
+#include <fmt/format.h>
+
+#include <functional>
+#include <random>
+
+using namespace vx;
+using namespace vx::test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+namespace {
+
+class CUndo : public CDocFixture {
+protected:
+    CUndo() {
+        FeedIsReady();
+        Arrange("Symbol;Last;Notes;");
+    }
+
+    void Arrange(std::string_view columns) {
+        doc.Columns().Clear();
+        doc.SetColumnsByName(columns);
+        doc.Undo().Clear();
+        doc.SetModified(false);
+    }
+    void Type(int row, std::string_view text, int column = 1) { EnterCellText(doc, row, column, "old", text); }
+    SUndoPlace Undo() { return doc.Undo().Undo(); }
+    SUndoPlace Redo() { return doc.Undo().Redo(); }
+
+    /// Everything that an edit can change, as text.
+    std::string Look() {
+        std::string out = WriteWatchlistText(doc, {}) + FormatSupplement(FindUncarried(doc));
+        for (int row = 1; row <= doc.RowCount(); ++row) out.append(doc.ShownText(row)).append("|");
+        return out;
+    }
+    void ExpectBookkeeping() {
+        size_t symbols = 0;
+        doc.Symbols().ForEach([&](const SYMBOL_DATA& data) {
+            ++symbols;
+            EXPECT_TRUE(doc.WatchTable().Has(data.symbol)) << data.symbol;
+            for (const uint32_t row : data.rows) EXPECT_EQ(doc.RowSymbol(static_cast<int>(row)), data.symbol);
+        });
+        EXPECT_EQ(doc.WatchTable().Count(), symbols);
+        EXPECT_EQ(store.Size(), symbols);
+        for (const auto& [symbol, rows] : doc.InvalidSymbols())
+            for (const uint32_t row : rows) EXPECT_EQ(Row(static_cast<int>(row)), InvalidSymbolText(symbol)) << row;
+    }
+};
+
+/// Edits as a user makes them, at random.
+class CRandomEdits : public CUndo {
+protected:
+    int Below(int limit) { return static_cast<int>(random() % static_cast<uint32_t>(limit)); }
+    int AnyRow() { return 1 + Below(doc.RowCount() + 2); }
+    int AnyColumn() { return 1 + Below(doc.Columns().Count()); }
+    std::string AnySymbol() { return fmt::format("S{}", Below(12)); }
+
+    void TypeSomething() {
+        const std::string texts[] = {
+            AnySymbol(), AnySymbol(), "#heading", "three words here", "", fmt::format("={}", AnySymbol()), "a,b"};
+        Type(AnyRow(), texts[Below(7)], AnyColumn());
+    }
+    void EditNote() {
+        const CUndoStep step(doc, "edit note");
+        const int row = AnyRow();
+        doc.Notes().Set(row, Below(3) == 0 ? "" : fmt::format("note {}", Below(50)));
+        doc.RowEdited(row);
+    }
+    void Format() {
+        const CUndoStep step(doc, "format cells");
+        SCellFormat format;
+        format.decimals = Below(6);
+        const int column = Below(2) * AnyColumn();
+        doc.Formats().Set(Below(3) == 0 || column == 0 ? 0 : AnyRow(), column, format);
+        if (Below(5) == 0) doc.Formats().Reset(AnyRow(), AnyColumn());
+        doc.SetModified(true);
+    }
+    void ChangeColumns() {
+        const std::string names[] = {"Bid", "Ask", "Volume", "% Chg", "Last", "News"};
+        switch (Below(4)) {
+        case 0:
+            InsertColumn(doc, AnyColumn(), names[Below(6)]);
+            break;
+        case 1:
+            if (doc.Columns().Count() > 3) RemoveColumn(doc, AnyColumn());
+            break;
+        case 2:
+            MoveColumn(doc, AnyColumn(), AnyColumn());
+            break;
+        default:
+            SetColumnWidth(doc, Below(doc.Columns().Count()), Below(3) * 50);
+        }
+    }
+    void ChangeOptions() {
+        const CUndoStep step(doc, "change options");
+        SWatchlistOptions& options = doc.Options();
+        options.trailingRows = Below(3);
+        options.lockedColumns = Below(2);
+        options.showRowNumbers = Below(2) == 0;
+        options.useGridPrecision = Below(2) == 0;
+        doc.SetModified(true);
+    }
+    void ChangeAlerts() {
+        CUndoStep step(doc, "edit alerts");
+        step.CoverAlerts();
+        A_INFO alert;
+        alert.fieldId = Below(5);
+        alert.value = Below(9);
+        const std::string symbol = AnySymbol();
+        doc.Alerts().Add(symbol, alert);
+        if (Below(3) == 0) doc.Alerts().RemoveSymbol(AnySymbol());
+        doc.SetModified(true);
+    }
+    void Sort() {
+        const int column = AnyColumn();
+        ManualSort(doc, {1, doc.RowCount(), column, column, column});
+    }
+    void Edit() {
+        const std::function<void()> edits[] = {
+            [&] { TypeSomething(); },
+            [&] { TypeSomething(); },
+            [&] { TypeSomething(); },
+            [&] { EditNote(); },
+            [&] { Format(); },
+            [&] { doc.InsertRows(AnyRow(), 1 + Below(3)); },
+            [&] { doc.DeleteRows(AnyRow(), 1 + Below(4)); },
+            [&] { doc.MoveRows(AnyRow(), 1 + Below(3), AnyRow()); },
+            [&] { ChangeColumns(); },
+            [&] { ChangeOptions(); },
+            [&] { ChangeAlerts(); },
+            [&] { Sort(); },
+        };
+        edits[Below(12)]();
+    }
+    /// Several edits in one step, some of them taken back before it is whole.
+    void EditTogether() {
+        CUndoStep outer(doc, "edit together");
+        for (int i = Below(6); i > 0; --i) Edit();
+        if (Below(3) == 0) {
+            CUndoStep inner(doc, "inner");
+            for (int i = Below(4); i > 0; --i) {
+                TypeSomething();
+                doc.DeleteRows(AnyRow(), 2);
+                EditNote();
+            }
+            inner.Cancel();
+        }
+        if (Below(4) == 0) outer.Cancel();
+    }
+
+    std::mt19937 random{17};
+};
+
+} // namespace
+
+TEST_F(CRandomEdits, AreUndoneToEveryFormerStateAndRedoneToEveryLaterOne) {
+    boxes.answer = EBoxAnswer::Yes;
+    for (int round = 0; round < 40; ++round) {
+        doc.NewDocument();
+        Arrange("Symbol;Last;Notes;");
+        std::vector<std::string> looks{Look()};
+        for (int step = 0; step < 60; ++step) {
+            if (Below(6) == 0)
+                for (int back = Below(8); back > 0 && looks.size() > 1; --back) {
+                    Undo();
+                    looks.pop_back();
+                    ASSERT_EQ(Look(), looks.back())
+                        << "round " << round << " step " << step << " undone: " << doc.Undo().RedoName();
+                }
+            Below(5) == 0 ? EditTogether() : Edit();
+            if (doc.Undo().UndoCount() == looks.size())
+                looks.push_back(Look());
+            else
+                ASSERT_EQ(Look(), looks.back()) << "no step, no change: round " << round << " step " << step;
+            ASSERT_EQ(doc.Undo().UndoCount() + 1, looks.size());
+        }
+        for (size_t i = looks.size() - 1; i-- > 0;) {
+            ASSERT_TRUE(Undo().done);
+            ASSERT_EQ(Look(), looks[i]) << "round " << round << " undone to " << i;
+            ASSERT_TRUE(doc.IsModified() || i == 0);
+        }
+        ExpectBookkeeping();
+        ASSERT_FALSE(Undo().done);
+        for (size_t i = 1; i < looks.size(); ++i) {
+            ASSERT_TRUE(Redo().done);
+            ASSERT_EQ(Look(), looks[i]) << "round " << round << " redone to " << i;
+        }
+        ExpectBookkeeping();
+    }
+}
+
+TEST_F(CRandomEdits, SurviveAutoSortsAndRejectionsInBetween) {
+    boxes.answer = EBoxAnswer::Yes;
+    for (int round = 0; round < 40; ++round) {
+        doc.NewDocument();
+        Arrange("Symbol;Last;Notes;");
+        for (int step = 0; step < 60; ++step) {
+            Edit();
+            if (Below(4) == 0) doc.SymbolNotFound(AnySymbol());
+            if (Below(4) == 0) {
+                const SSortRecord before = doc.Options().sort;
+                doc.Options().sort = {AnyColumn(), Below(2) == 0, true, 5000};
+                AutoSortTick(doc, false);
+                doc.Options().sort = before;
+            }
+        }
+        const std::string end = Look();
+        const size_t steps = doc.Undo().UndoCount();
+        for (size_t i = 0; i < steps; ++i) ASSERT_TRUE(Undo().done);
+        EXPECT_EQ(doc.LastUsedRow(), 0) << Rows();
+        EXPECT_EQ(doc.Columns().Names(), "Symbol;Last;Notes;");
+        ExpectBookkeeping();
+        for (size_t i = 0; i < steps; ++i) ASSERT_TRUE(Redo().done);
+        ASSERT_EQ(Look(), end) << "round " << round;
+        ExpectBookkeeping();
+    }
+}
+
+TEST_F(CUndo, NamesStepsAndTellsWhereTheyAreSeen) {
+    Type(1, "ibm");
+    Type(2, "msft");
+    Type(3, "A heading here");
+    Type(4, "aapl");
+    doc.DeleteRows(2, 2);
+    MoveColumn(doc, 2, 3);
+    EXPECT_EQ(doc.Undo().UndoName(), "move column Last");
+    SUndoPlace place = Undo();
+    EXPECT_EQ(place.firstRow, 0);
+    EXPECT_EQ(std::pair(place.firstColumn, place.lastColumn), std::pair(2, 3));
+    EXPECT_EQ(doc.Undo().RedoName(), "move column Last");
+    EXPECT_EQ(doc.Undo().UndoName(), "delete 2 rows");
+    place = Undo();
+    EXPECT_EQ(Rows(), "IBM|MSFT|#A heading here|AAPL");
+    EXPECT_EQ(std::pair(place.firstRow, place.lastRow), std::pair(2, 3));
+    EXPECT_EQ(place.firstColumn, 0) << "whole rows";
+    EXPECT_EQ(doc.Undo().UndoName(), "type \"aapl\"");
+    EXPECT_EQ(Undo().firstRow, 4);
+    Redo();
+    EXPECT_EQ(Redo().firstRow, 2) << "where the deleted rows were";
+    EXPECT_TRUE(doc.Undo().CanRedo());
+    Type(2, "ge");
+    EXPECT_FALSE(doc.Undo().CanRedo()) << "a new edit takes its place";
+    doc.MoveRows(2, 1, 1);
+    Undo();
+    place = Redo();
+    EXPECT_EQ(std::pair(place.firstRow, place.lastRow), std::pair(1, 1)) << "the rows that were moved";
+    doc.NewDocument();
+    EXPECT_FALSE(doc.Undo().CanUndo());
+    EXPECT_EQ(doc.Undo().UndoName(), "");
+}
+
+TEST_F(CUndo, TellsTheFeedWhatAnEditTookAwayOrBrought) {
+    for (const char* symbol : {"IBM", "MSFT", "IBM"}) Type(doc.LastUsedRow() + 1, symbol);
+    doc.DeleteRows(1, 2);
+    feed.Take();
+    counts.Take();
+    Undo();
+    EXPECT_THAT(feed.Take(), ElementsAre("wMSFT\n")) << "the other IBM stayed all along";
+    EXPECT_THAT(counts.Take(), ElementsAre("MSFT"));
+    EXPECT_EQ(shown.Status(), "Symbols:  2");
+    Undo();
+    Undo();
+    EXPECT_THAT(feed.Take(), ElementsAre("rMSFT\n"));
+    Undo();
+    EXPECT_THAT(feed.Take(), ElementsAre("rIBM\n"));
+    EXPECT_EQ(shown.Status(), "Symbols:  0");
+    Redo();
+    Type(1, "MSFT");
+    feed.Take();
+    {
+        const CUndoStep step(doc, "exchange");
+        Type(1, "GE");
+        Type(2, "MSFT");
+    }
+    feed.Take();
+    Undo();
+    EXPECT_THAT(feed.Take(), ElementsAre("rGE\n")) << "MSFT goes from one row to another";
+}
+
+TEST_F(CUndo, WorksOnTheRowsThatWereEditedWhereverTheyAreNow) {
+    for (const char* symbol : {"D", "C", "B", "A"}) Type(doc.LastUsedRow() + 1, symbol);
+    Type(1, "X");
+    {
+        const CUndoStep step(doc, "edit note");
+        doc.Notes().Set(2, "of C");
+        doc.RowEdited(2);
+    }
+    doc.DeleteRows(3, 1);
+    doc.Options().sort = {1, true, true, 5000};
+    ASSERT_EQ(AutoSortTick(doc, false), EAutoSortTick::Sorted);
+    ASSERT_EQ(Rows(), "A|C|X");
+    doc.SymbolNotFound("X");
+    EXPECT_EQ(Undo().firstRow, 3);
+    EXPECT_EQ(Rows(), "A|C|B|#\"X\" is an Invalid or Unauthorized Symbol.");
+    EXPECT_EQ(Undo().firstRow, 2);
+    EXPECT_EQ(doc.Notes().Count(), 0);
+    EXPECT_EQ(Undo().firstRow, 4);
+    EXPECT_EQ(Rows(), "A|C|B|D");
+    EXPECT_TRUE(doc.WatchTable().Has("D"));
+    Redo();
+    EXPECT_EQ(Rows(), "A|C|B|#\"X\" is an Invalid or Unauthorized Symbol.") << "the feed said so";
+    EXPECT_FALSE(doc.WatchTable().Has("D"));
+}
+
+TEST_F(CUndo, TheDocumentIsUnmodifiedInTheStateThatWasSaved) {
+    const auto expect = [&](bool modified, const char* when) { EXPECT_EQ(doc.IsModified(), modified) << when; };
+    Type(1, "IBM");
+    Type(2, "MSFT");
+    doc.SetModified(false);
+    const uint64_t saved = doc.ChangeCount();
+    Undo();
+    expect(true, "before the save");
+    EXPECT_NE(doc.ChangeCount(), saved) << "the recovery file needs to know";
+    Redo();
+    expect(false, "back at the save");
+    doc.DeleteRows(1, 1);
+    Undo();
+    expect(false, "back from later");
+    Type(2, "two words more");
+    expect(false, "a text that is shown only is not saved");
+    Undo();
+    expect(false, "nor its absence");
+    doc.SetModified(true);
+    Type(3, "GE");
+    Undo();
+    expect(true, "something was changed that cannot be undone");
+    doc.SetModified(false);
+    Undo();
+    Type(2, "GE");
+    Undo();
+    Redo();
+    Undo();
+    expect(true, "the saved state is not to be reached any more");
+}
+
+TEST_F(CUndo, KeepsAtLeastAHundredStepsAndForgetsTheOldestOnes) {
+    const size_t kept = CUndoStack::kMostSteps;
+    for (size_t i = 0; i < kept + 50; ++i) Type(1 + static_cast<int>(i % 9), fmt::format("S{}", i));
+    EXPECT_EQ(doc.Undo().UndoCount(), kept);
+    ASSERT_GE(kept, 100U);
+    while (Undo().done) {
+    }
+    EXPECT_EQ(doc.RowSymbol(5), "S49") << "the fifty oldest edits stay";
+    EXPECT_TRUE(doc.IsModified());
+    Open("");
+    const std::string note(20 << 20, 'x');
+    for (int i = 0; i < 16; ++i) {
+        const CUndoStep step(doc, "edit note");
+        doc.Notes().Set(1, note + std::to_string(i));
+    }
+    EXPECT_LE(doc.Undo().Bytes(), CUndoStack::kMostBytes);
+    EXPECT_GT(doc.Undo().UndoCount(), 5U);
+    EXPECT_LT(doc.Undo().UndoCount(), 14U);
+}
