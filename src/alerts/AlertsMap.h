@@ -2,8 +2,8 @@
 
 #include "alerts/AlertInfo.h"
 #include "alerts/AlertNotice.h"
-#include "alerts/SymbolKeyed.h"
 #include "data/ChangeQueue.h"
+#include "data/SymbolKeyed.h"
 
 #include <array>
 #include <cstddef>

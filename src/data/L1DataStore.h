@@ -97,7 +97,7 @@ private:
     CL1SymbolRec& AddRecord(std::string_view symbol);
     sRegQuoteData& AddRegion(CL1SymbolRec& record, std::string_view fullName);
     void RemoveRecord(CL1SymbolRec& record);
-    void RemoveRegion(CL1SymbolRec& record, CSymbolRec& region);
+    void RemoveRegion(CL1SymbolRec& record, sRegQuoteData& region);
     CL1SymbolRec& AddStray(std::string_view symbol);
     void ReleaseIfUnwanted(CL1SymbolRec& record);
     CSymbolRec* FindMutable(std::string_view symbol) const;

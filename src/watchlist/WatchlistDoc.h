@@ -218,7 +218,7 @@ private:
     CSymbolUpdateMap m_updates;
     CWatchTable m_watched;
     CInvalidSymbols m_invalid;
-    std::set<std::string, std::less<>> m_regionalBases; ///< Symbols whose regions were placed since the last reset.
+    std::set<std::string> m_regionals; ///< Regional symbols that were placed since the last reset.
 
     std::string m_status;
     int m_grownRows = 0; ///< Rows that were asked for besides those in use.
