@@ -132,6 +132,7 @@ void CL1DataStore::RemoveRecord(CL1SymbolRec& record) {
     while (!record.m_regions.empty()) RemoveRegion(record, *record.m_regions.begin()->second);
     record.RemoveAllListeners();
     m_byNumber.erase(record.Ids().id2);
+    m_unnamed.erase(record.Ids().id2);
     m_records.Remove(record.Symbol());
 }
 
