@@ -264,3 +264,6 @@ TEST_F(WatchlistSave, RejectedSymbolsStandBehindTheOthersAndNotAmongTheAnnotatio
     doc.PlaceSymbol(5, "GS");
     EXPECT_EQ(WrittenLine("Symbols"), "GS:1,5,;IBM:2,;") << "a rejected symbol that stands nowhere is not written";
 }
+    Change(3, "GS");
+    Save();
+    EXPECT_THAT(file.Open(At("moved.vxw")).notices, IsEmpty()) << "nobody else changed the file";
