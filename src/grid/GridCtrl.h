@@ -30,6 +30,8 @@ enum class EGridPart : uint8_t { Cell, RowHeader, ColumnHeader, Corner, Outside 
 struct SPaintCounters {
     int64_t passes = 0; ///< Paint events.
     int64_t cells = 0;  ///< Cells, header cells included.
+
+    bool operator==(const SPaintCounters&) const = default;
 };
 
 /// A grid of text cells over a source: header row and row-number column that stay, locked columns, a focus cell and a
