@@ -4,6 +4,7 @@
 #include "app/AlertDesk.h"
 #include "app/BoardDesk.h"
 #include "app/FileDesk.h"
+#include "app/FindDesk.h"
 #include "app/FormatDesk.h"
 #include "app/FramePlacement.h"
 #include "app/LinkDesk.h"
@@ -91,6 +92,7 @@ void CMainFrame::MakeDesks() {
     m_board = new CBoardDesk(*this, *m_commands);
     m_alerts = new CAlertDesk(*this, *m_commands);
     m_market = new CMarketDesk(*this, *m_commands);
+    new CFindDesk(*this, *m_commands);
     new CFormatDesk(*this, *m_commands);
     new CLinkDesk(*this, *m_commands);
     m_commands->Refresh();

@@ -19,6 +19,22 @@ constexpr int kMaxListed = 1000; // cells in one answer
 
 QString ShownQt(const CGridCtrl& grid, int row, int column) { return QtText(grid.ShownText(row, column)); }
 
+/// The text of a cell as it is read to the user: arrows and dots have no sound of their own.
+QString SpokenText(const CGridCtrl& grid, const SGridCell& at) {
+    SCell cell;
+    if (at.row > 0 && at.column > 0 && grid.Source() != nullptr && !grid.IsSpan(at.row))
+        grid.Source()->FillCell(at.row, at.column, cell);
+    if (!cell.tickTrend) return ShownQt(grid, at.row, at.column);
+    QStringList words;
+    for (const char c : cell.Text()) {
+        const int symbol = CGridPainter::SymbolOf(static_cast<unsigned char>(c));
+        if (symbol == kSymbolUp) words += CGridCtrl::tr("up");
+        if (symbol == kSymbolDown) words += CGridCtrl::tr("down");
+        if (symbol == kSymbolDot) words += CGridCtrl::tr("unchanged");
+    }
+    return words.join(QLatin1Char(' '));
+}
+
 /// One cell, header cells included.
 ///
 /// Owns    nothing; it is invalid once its grid or its row is gone
@@ -47,7 +63,7 @@ public:
     QString text(QAccessible::Text kind) const override {
         if (!isValid()) return {};
         if (kind == QAccessible::Name) return Name();
-        if (kind == QAccessible::Value) return ShownQt(*m_grid, m_cell.row, m_cell.column);
+        if (kind == QAccessible::Value) return SpokenText(*m_grid, m_cell);
         if (kind != QAccessible::Description || m_grid->Source() == nullptr || m_cell.column == 0) return {};
         return QtText(m_cell.row == 0 ? m_grid->Source()->HeaderTip(m_cell.column)
                                       : m_grid->Source()->CellTip(m_cell.row, m_cell.column));
@@ -104,7 +120,7 @@ public:
 
 private:
     QString Name() const {
-        const QString text = ShownQt(*m_grid, m_cell.row, m_cell.column);
+        const QString text = SpokenText(*m_grid, m_cell);
         if (role() != QAccessible::Cell || m_grid->IsSpan(m_cell.row)) return text;
         return (SpokenPlace(*m_grid, m_cell.row, m_cell.column) + QLatin1Char(' ') + text).trimmed();
     }

@@ -72,6 +72,8 @@ void CGridCtrl::mousePressEvent(QMouseEvent* event) {
 
 void CGridCtrl::mouseMoveEvent(QMouseEvent* event) {
     const QPoint place = event->position().toPoint();
+    // A window that opened while the button was down, such as one about the edit that the press ended, got its release.
+    if (m_drag != EDrag::None && !event->buttons().testFlag(Qt::LeftButton)) CancelDrag();
     if (m_drag != EDrag::None) DragTo(place);
     UpdateCursor(place);
 }

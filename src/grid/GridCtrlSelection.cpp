@@ -1,6 +1,7 @@
 #include "grid/GridAccessible.h"
 #include "grid/GridCtrl.h"
 
+#include <QAccessible>
 #include <QScrollBar>
 #include <algorithm>
 
@@ -137,7 +138,10 @@ bool CGridCtrl::WholeRowsSelected() const {
 
 void CGridCtrl::focusInEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusInEvent(event);
-    AnnounceFocusCell(*this);
+    // After the grid itself has been announced, which happens behind this event.
+    if (QAccessible::isActive())
+        QMetaObject::invokeMethod(
+            this, [this] { AnnounceFocusCell(*this); }, Qt::QueuedConnection);
     viewport()->update(RangeRect(m_selection.Range()));
 }
 

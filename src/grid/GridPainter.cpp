@@ -18,19 +18,6 @@ constexpr unsigned char kUpByte = 0xAD;
 constexpr unsigned char kDownByte = 0xAF;
 constexpr unsigned char kDotByte = 0xB7;
 
-int SymbolOf(unsigned char byte) {
-    switch (byte) {
-    case kUpByte:
-        return kSymbolUp;
-    case kDownByte:
-        return kSymbolDown;
-    case kDotByte:
-        return kSymbolDot;
-    default:
-        return byte;
-    }
-}
-
 QRgb SymbolColor(int code, QRgb other, const SGridTheme& theme) {
     switch (code) {
     case kSymbolUp:
@@ -47,11 +34,25 @@ QRgb SymbolColor(int code, QRgb other, const SGridTheme& theme) {
 int RunWidth(CGlyphAtlas& atlas, const SCell& cell) {
     if (!cell.tickTrend) return atlas.TextWidth(cell.Text());
     int width = 0;
-    for (const char c : cell.Text()) width += atlas.Glyph(SymbolOf(static_cast<unsigned char>(c))).advance;
+    for (const char c : cell.Text())
+        width += atlas.Glyph(CGridPainter::SymbolOf(static_cast<unsigned char>(c))).advance;
     return width;
 }
 
 } // namespace
+
+int CGridPainter::SymbolOf(unsigned char byte) {
+    switch (byte) {
+    case kUpByte:
+        return kSymbolUp;
+    case kDownByte:
+        return kSymbolDown;
+    case kDotByte:
+        return kSymbolDot;
+    default:
+        return byte;
+    }
+}
 
 int CGridPainter::NeededWidth(const SCell& cell, CGridFonts& fonts, double scale) {
     // One pixel for the grid line and one for edges that fall between device pixels.
@@ -143,11 +144,15 @@ void CGridPainter::PaintSpan(int row) {
     const int left = geometry.ColumnWidth(0);
     const QRect rect =
         Device(QRect(left, geometry.RowTop(row), geometry.Viewport().width() - left, geometry.RowHeight()));
-    const bool selected = m_selected.HasRow(row);
+    // A row that is selected among others shows which columns; alone, it is selected as the one text that it is.
+    const bool selected = m_selected.HasRow(row) && m_selected.firstRow == m_selected.lastRow;
     const QRgb background = selected                               ? theme.selected
                             : m_cell.background != kAutomaticColor ? RgbFromColorRef(m_cell.background)
                                                                    : theme.span;
     m_canvas.Fill(rect, background);
+    if (m_selected.HasRow(row) && !selected)
+        for (int column = m_selected.firstColumn; column <= m_selected.lastColumn; ++column)
+            m_canvas.Fill(Device(geometry.VisibleCellRect(row, column)), theme.selected);
     if (m_scene->options.lines == EGridLines::Both)
         m_canvas.Fill({rect.left(), rect.bottom() - m_line + 1, rect.width(), m_line}, theme.gridLine);
     const bool plain = m_cell.role == ETextRole::Normal && m_cell.background == kAutomaticColor;

@@ -59,6 +59,8 @@ public:
     static constexpr int kSortMarkRoom = 12;
     /// The width in logical pixels that a cell needs to show its text whole on a screen of a scale.
     static int NeededWidth(const SCell& cell, CGridFonts& fonts, double scale);
+    /// What a byte of a cell with a tick trend is drawn as: one of EGridSymbol, or the character itself.
+    static int SymbolOf(unsigned char byte);
 
 private:
     QRect Device(const QRect& rect) const;

@@ -63,7 +63,8 @@ TEST_F(GridDrag, SelectedColumnsGoWhereTheirHeaderIsDropped) {
     EXPECT_EQ(Numbers(columns), (Three{2, 3, 1}));
     // To their own place, to places that differ by hidden columns only, and given up.
     grid.SetColumnWidth(4, 0);
-    for (const QPoint& nowhere : {Before(0, 2), Middle(0, 3) + QPoint(20, 0), Middle(0, 2), Before(0, 5)}) Drag(Middle(0, 3), nowhere);
+    for (const QPoint& nowhere : {Before(0, 2), Middle(0, 3) + QPoint(20, 0), Middle(0, 2), Before(0, 5)})
+        Drag(Middle(0, 3), nowhere);
     Press(Middle(0, 3));
     Move(Before(0, 1));
     Key(Qt::Key_Escape);
@@ -90,7 +91,8 @@ TEST_F(GridDrag, SelectedRowsGoWhereTheirNumberIsDropped) {
     EXPECT_EQ(Numbers(rows), (Three{4, 5, 9}));
     Drag(Middle(5, 0), {5, 2});
     EXPECT_EQ(Numbers(rows), (Three{4, 5, 1}));
-    for (const QPoint& nowhere : {Before(5, 0), Middle(5, 0) + QPoint(0, 6), Before(6, 0)}) Drag(Middle(4, 0) - QPoint(0, 5), nowhere);
+    for (const QPoint& nowhere : {Before(5, 0), Middle(5, 0) + QPoint(0, 6), Before(6, 0)})
+        Drag(Middle(4, 0) - QPoint(0, 5), nowhere);
     EXPECT_TRUE(rows.isEmpty());
     Press(Middle(4, 0));
     Move({10, Cells()->height() + 50});
@@ -152,17 +154,20 @@ TEST_F(GridDrag, DataFromElsewhereIsDroppedOnTheNearestCell) {
 
 TEST_F(GridDrag, MenusAreAskedForWithWhatLiesUnderThem) {
     std::vector<int> asked;
-    QObject::connect(&grid, &CGridCtrl::ContextMenuRequested, &grid, [&](EGridPart part, int row, int column, const QPoint& at) {
-        asked = {static_cast<int>(part), row, column};
-        EXPECT_TRUE(Cells()->rect().contains(Cells()->mapFromGlobal(at)));
-    });
+    QObject::connect(&grid, &CGridCtrl::ContextMenuRequested, &grid,
+                     [&](EGridPart part, int row, int column, const QPoint& at) {
+                         asked = {static_cast<int>(part), row, column};
+                         EXPECT_TRUE(Cells()->rect().contains(Cells()->mapFromGlobal(at)));
+                     });
     const auto menuAt = [&](const QPoint& place) {
         QTest::mousePress(Cells(), Qt::RightButton, {}, place);
         QContextMenuEvent event(QContextMenuEvent::Mouse, place, Cells()->mapToGlobal(place));
         QApplication::sendEvent(Cells(), &event);
         return asked;
     };
-    const auto part = [](EGridPart p, int row, int column) { return std::vector<int>{static_cast<int>(p), row, column}; };
+    const auto part = [](EGridPart p, int row, int column) {
+        return std::vector<int>{static_cast<int>(p), row, column};
+    };
     grid.SelectRange({2, 4, 2, 3});
     EXPECT_EQ(menuAt(Middle(3, 3)), part(EGridPart::Cell, 3, 3));
     EXPECT_EQ(grid.SelectedRange(), (SGridRange{2, 4, 2, 3}));

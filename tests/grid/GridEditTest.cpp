@@ -29,17 +29,23 @@ protected:
             if (row == 6) cell.SetText("A heading");
             return row == 6;
         };
-        QObject::connect(&grid, &CGridCtrl::CellEdited, &grid, [this](int row, int column, const QByteArray& old, const QByteArray& text) {
-            log += QStringLiteral("%1,%2 '%3' '%4';").arg(row).arg(column).arg(QtText(old.toStdString()), QtText(text.toStdString()));
-            texts[{row, column}] = text.toStdString();
-            if (onEdited) onEdited();
-        });
+        QObject::connect(&grid, &CGridCtrl::CellEdited, &grid,
+                         [this](int row, int column, const QByteArray& old, const QByteArray& text) {
+                             log += QStringLiteral("%1,%2 '%3' '%4';")
+                                        .arg(row)
+                                        .arg(column)
+                                        .arg(QtText(old.toStdString()), QtText(text.toStdString()));
+                             texts[{row, column}] = text.toStdString();
+                             if (onEdited) onEdited();
+                         });
     }
     QLineEdit& Editor() { return *grid.findChild<QLineEdit*>(QStringLiteral("gridEditor")); }
     void Type(const std::string& text) {
         for (const char c : text) QTest::keyClick(QApplication::focusWidget(), c);
     }
-    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(QApplication::focusWidget(), key, modifiers); }
+    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    }
     QString TakeLog() { return std::exchange(log, {}); }
 
     std::map<std::pair<int, int>, std::string> texts;
@@ -54,9 +60,13 @@ TEST_F(GridEdit, TypingReplacesTheTextAndEachKeyEndsTheEditItsWay) {
         Qt::Key key;
         Qt::KeyboardModifiers modifiers;
         SGridCell to;
-    } ends[] = {{Qt::Key_Return, {}, {4, 2}},  {Qt::Key_Enter, Qt::KeypadModifier, {4, 2}},
-                {Qt::Key_Return, Qt::ShiftModifier, {2, 2}}, {Qt::Key_Tab, {}, {3, 3}},
-                {Qt::Key_Backtab, Qt::ShiftModifier, {3, 1}}, {Qt::Key_Down, {}, {4, 2}}, {Qt::Key_Up, {}, {2, 2}}};
+    } ends[] = {{Qt::Key_Return, {}, {4, 2}},
+                {Qt::Key_Enter, Qt::KeypadModifier, {4, 2}},
+                {Qt::Key_Return, Qt::ShiftModifier, {2, 2}},
+                {Qt::Key_Tab, {}, {3, 3}},
+                {Qt::Key_Backtab, Qt::ShiftModifier, {3, 1}},
+                {Qt::Key_Down, {}, {4, 2}},
+                {Qt::Key_Up, {}, {2, 2}}};
     for (const auto& end : ends) {
         texts.clear();
         grid.SetFocusCell(3, 2);
@@ -104,8 +114,14 @@ TEST_F(GridEdit, F2AndADoubleClickKeepTheText) {
 
 TEST_F(GridEdit, KeysOfTheWindowAreLeftToIt) {
     grid.SetFocusCell(3, 2);
-    for (const auto& [key, modifiers] : {std::pair<Qt::Key, Qt::KeyboardModifiers>{Qt::Key_Delete, {}}, {Qt::Key_Backspace, {}}, {Qt::Key_C, Qt::ControlModifier}, {Qt::Key_V, Qt::ControlModifier}, {Qt::Key_F, Qt::AltModifier}, {Qt::Key_Escape, {}}}) {
-        QKeyEvent event(QEvent::KeyPress, key, modifiers, QStringLiteral("x").left(modifiers == Qt::AltModifier ? 1 : 0));
+    for (const auto& [key, modifiers] : {std::pair<Qt::Key, Qt::KeyboardModifiers>{Qt::Key_Delete, {}},
+                                         {Qt::Key_Backspace, {}},
+                                         {Qt::Key_C, Qt::ControlModifier},
+                                         {Qt::Key_V, Qt::ControlModifier},
+                                         {Qt::Key_F, Qt::AltModifier},
+                                         {Qt::Key_Escape, {}}}) {
+        QKeyEvent event(QEvent::KeyPress, key, modifiers,
+                        QStringLiteral("x").left(modifiers == Qt::AltModifier ? 1 : 0));
         QApplication::sendEvent(&grid, &event);
         EXPECT_FALSE(event.isAccepted()) << key;
     }
@@ -159,8 +175,10 @@ TEST_F(GridEdit, TheEditorFollowsItsCellAndGrowsWithItsText) {
     EXPECT_EQ(Editor().geometry().right(), Cells()->width() - 1);
     EXPECT_EQ(Editor().x(), Geometry().FixedWidth()) << "then to the left, up to the locked columns";
     grid.verticalScrollBar()->setValue(Geometry().RowHeight() * 5 / 2);
-    EXPECT_EQ(Editor().geometry().intersected(Cells()->rect()).bottom(), Geometry().RowTop(3) + Geometry().RowHeight() - 1);
-    EXPECT_EQ(Editor().mask().boundingRect().top(), Geometry().HeaderHeight() - Geometry().RowTop(3)) << "never over the header";
+    EXPECT_EQ(Editor().geometry().intersected(Cells()->rect()).bottom(),
+              Geometry().RowTop(3) + Geometry().RowHeight() - 1);
+    EXPECT_EQ(Editor().mask().boundingRect().top(), Geometry().HeaderHeight() - Geometry().RowTop(3))
+        << "never over the header";
     grid.verticalScrollBar()->setValue(1000);
     EXPECT_FALSE(Editor().geometry().intersects(Cells()->rect()));
     EXPECT_TRUE(grid.IsEditing() && Editor().hasFocus());
@@ -174,7 +192,8 @@ TEST_F(GridEdit, AnEditGoesWithItsCellAndAnotherOneTakesItOver) {
     EXPECT_TRUE(grid.IsBusy());
     EXPECT_TRUE(grid.BeginEdit(4, 2, "new"));
     EXPECT_EQ(TakeLog(), QStringLiteral("3,2 'IBM' 'IBM';"));
-    for (const SGridCell& none : {SGridCell{0, 1}, {1, 0}, {101, 1}, {1, 11}, {9, 1}}) EXPECT_FALSE(grid.BeginEdit(none.row, none.column));
+    for (const SGridCell& none : {SGridCell{0, 1}, {1, 0}, {101, 1}, {1, 11}, {9, 1}})
+        EXPECT_FALSE(grid.BeginEdit(none.row, none.column));
     EXPECT_EQ(TakeLog(), QStringLiteral("4,2 '' 'new';"));
     grid.BeginEdit(50, 2);
     grid.SetRowCount(20);
