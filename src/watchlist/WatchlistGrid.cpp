@@ -35,6 +35,7 @@ void CWatchlistGrid::Rebuild() {
     m_cells.ColumnsChanged();
     SetColumnCount(columns.Count() - 1, kDefaultColumnWidthPx);
     for (int column = 1; column < columns.Count(); ++column) SetColumnWidth(column, columns.At(column).width);
+    if (!IsBusy()) m_draggedWidth.reset(); // The drag was given up.
     if (m_draggedWidth) SetColumnWidth(m_draggedWidth->first, m_draggedWidth->second);
     SetLockedColumns(m_doc.Options().lockedColumns);
     SetRowNumbersVisible(m_doc.Options().showRowNumbers);

@@ -8,6 +8,7 @@
 #include "watchlist/WatchlistGrid.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QVBoxLayout>
 
 #include <string_view>
@@ -124,7 +125,9 @@ void CWatchlistView::PostPaintMessage() {
 }
 
 void CWatchlistView::OnGridRebuilt() {
+    m_grid->SetMarkedRange({});
     m_grid->Rebuild();
+    ApplyViewSettings(); // A file brings some of them along.
     ApplySortRecord();
     Q_EMIT DocumentChanged();
 }
@@ -137,6 +140,7 @@ void CWatchlistView::OnRowChanged(int row) {
 }
 
 void CWatchlistView::OnRowsChanged(int, int) {
+    m_grid->SetMarkedRange({});
     m_grid->UpdateAll();
     ApplySortRecord();
     Q_EMIT DocumentChanged();
@@ -147,6 +151,13 @@ void CWatchlistView::OnReset() {
     m_grid->SetMarkedRange({});
     m_grid->SetFocusCell(1, 1);
     ApplyViewSettings();
+}
+
+void CWatchlistView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        m_grid->SetMarkedRange({});
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void CWatchlistView::customEvent(QEvent* event) {

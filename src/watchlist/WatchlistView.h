@@ -60,6 +60,8 @@ Q_SIGNALS:
 protected:
     /// The paint message, and the connect-status message (first parameter 1 or 0: values live or stale).
     void customEvent(QEvent* event) override;
+    /// Escape takes the border away from what was copied.
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void OnCellEdited(int row, int column, const QByteArray& oldText, const QByteArray& newText);
