@@ -61,7 +61,30 @@ public:
         }
     }
 
+    void Overwrite(const std::string& text) {
+        const std::string_view trimmed = TrimBlanks(text);
+        if (trimmed.empty()) return;
+        if (const auto symbol = TypedSymbol(trimmed); symbol && *symbol == m_doc.RowSymbol(m_row) && IsPlain()) return;
+        m_doc.EmptyRow(m_row);
+        EnterInEmptyRow(text);
+    }
+
+    bool ClearAll(const std::vector<int>& columns) {
+        const ERowKind kind = m_doc.RowKind(m_row);
+        const bool hadNote = m_doc.Notes().Has(m_row);
+        bool changed = false;
+        for (const int column : columns) {
+            const bool hasFormat = m_doc.Formats().Find(m_row, column);
+            if (kind == ERowKind::Empty && !hadNote && !hasFormat) continue;
+            CCellEntry(m_doc, m_row, column).Clear();
+            changed = changed || hasFormat;
+        }
+        return changed || m_doc.RowKind(m_row) != kind || m_doc.Notes().Has(m_row) != hadNote;
+    }
+
 private:
+    bool IsPlain() const { return m_doc.ShownText(m_row).empty(); }
+
     void Clear() {
         const ERowKind kind = m_doc.RowKind(m_row);
         if (kind == ERowKind::Annotation || (kind == ERowKind::Symbol && m_inSymbolColumn))
@@ -114,7 +137,7 @@ private:
 
     // What the user had given the old content belongs to it.
     void Finish() {
-        m_doc.Formats().Reset(m_row, m_column);
+        if (m_column >= 1) m_doc.Formats().Reset(m_row, m_column);
         m_doc.RowEdited(m_row);
         m_doc.RebuildGrid(); // The empty rows below the last used one move with it.
     }
@@ -133,6 +156,22 @@ void EnterCellText(CWatchlistDoc& doc, int row, int column, std::string_view old
     CUndoStep step(doc, StepName(newText));
     step.SelectColumns(column, column);
     CCellEntry(doc, row, column).Enter(UsableText(newText));
+}
+
+void OverwriteRow(CWatchlistDoc& doc, int row, std::string_view text) {
+    if (row < 1 || row > CRowTable::kMaxRow) return;
+    CCellEntry(doc, row, doc.Columns().PositionOf(kSymbolColumn)).Overwrite(UsableText(text));
+}
+
+bool ClearCells(CWatchlistDoc& doc, int row, const std::vector<int>& columns) {
+    if (row < 1 || row > CRowTable::kMaxRow || columns.empty()) return false;
+    return CCellEntry(doc, row, columns.front()).ClearAll(columns);
+}
+
+void AppendWithoutControls(std::string& out, std::string_view text) {
+    const size_t begin = out.size();
+    out += text;
+    std::replace_if(out.begin() + static_cast<std::ptrdiff_t>(begin), out.end(), IsControl, ' ');
 }
 
 std::optional<std::string> TypedSymbol(std::string_view text) {

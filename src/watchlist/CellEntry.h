@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vx {
 
@@ -18,6 +19,18 @@ class CWatchlistDoc;
 /// Errors  rows and columns that the document does not have are ignored
 /// Thread  GUI thread only
 void EnterCellText(CWatchlistDoc& doc, int row, int column, std::string_view oldText, std::string_view newText);
+
+/// Puts into a row what a text becomes when it is typed into the symbol column of an empty row, whatever stood there. A
+/// row that shows the same symbol already is left alone, as it is for an empty text.
+void OverwriteRow(CWatchlistDoc& doc, int row, std::string_view text);
+
+/// Clears cells of a row as EnterCellText does for an empty text.
+///
+/// Returns false when there was nothing to clear
+bool ClearCells(CWatchlistDoc& doc, int row, const std::vector<int>& columns);
+
+/// Appends a text with blanks for its control characters.
+void AppendWithoutControls(std::string& out, std::string_view text);
 
 /// The symbol that a typed text stands for: without blanks around it, in upper case unless it holds an upper-case
 /// letter already. Nothing for a text of three words or more or with a comma: that is no symbol.

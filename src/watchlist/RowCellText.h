@@ -27,6 +27,9 @@ public:
     /// Whether the column's cells hold numbers: its rows are then sorted by number, else by text.
     bool IsNumber() const;
 
+    /// Whether its cells show a field of the symbol's record; any such column finds the record for all of them.
+    bool NeedsRecord() const { return m_kind == EKind::Field; }
+
     /// Writes what the cell of a symbol row shows: a field of its record, the symbol, the text shown in its place, the
     /// news count or headline, the number of its alerts, or the first line of its note. Other rows give nothing.
     ///

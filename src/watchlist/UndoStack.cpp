@@ -52,12 +52,11 @@ CUndoStack::SMark CUndoStack::Begin(std::string_view name) {
     if (m_depth++ == 0) {
         m_open = {};
         m_open.name = name;
-        m_wasModified = m_doc.IsModified();
         m_changesAtBegin = m_doc.ChangeCount();
         if (!m_applying) m_layout = std::make_unique<SLayout>(CUndoTarget(m_doc).Layout());
     }
     SealOps();
-    return {m_open.ops.size(), m_generation};
+    return {m_open.ops.size(), m_generation, m_doc.IsModified(), m_doc.ChangeCount()};
 }
 
 void CUndoStack::End() {
@@ -286,14 +285,15 @@ void CUndoStack::CancelTo(const SMark& mark) {
     SealOps();
     Exchange(m_open, mark.ops, nullptr, true);
     m_open.ops.resize(mark.ops);
-    if (m_depth > 1) return;
-    CUndoTarget target(m_doc);
-    target.ChangeLayout(target.Layout(), *m_layout);
+    if (m_depth == 1) {
+        CUndoTarget target(m_doc);
+        target.ChangeLayout(target.Layout(), *m_layout);
+        m_doc.RebuildGrid();
+    }
     m_applying = true;
-    if (!m_wasModified) m_doc.SetModified(false);
+    if (!mark.modified) m_doc.SetModified(false);
     m_applying = false;
-    m_changesAtBegin = m_doc.ChangeCount();
-    m_doc.RebuildGrid();
+    if (m_changesAtBegin == mark.changes) m_changesAtBegin = m_doc.ChangeCount();
 }
 
 } // namespace vx

@@ -79,6 +79,8 @@ public:
     struct SMark {
         size_t ops = 0;
         uint64_t generation = 0;
+        bool modified = false;
+        uint64_t changes = 0; ///< The document's change count.
     };
     SMark Begin(std::string_view name);
     void End();
@@ -141,7 +143,6 @@ private:
     CFormatOp* m_formatOp = nullptr;
     int m_depth = 0;
     bool m_applying = false;
-    bool m_wasModified = false;
     uint64_t m_changesAtBegin = 0;
     uint64_t m_generation = 0;
     uint64_t m_lastState = 0;

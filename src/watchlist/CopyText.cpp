@@ -1,0 +1,27 @@
+#include "watchlist/CopyText.h"
+
+#include "watchlist/CellEntry.h"
+#include "watchlist/WatchlistDoc.h"
+
+#include <algorithm>
+
+namespace vx {
+
+std::string CopyText(const CWatchlistDoc& doc, const SCellRange& range, EAnnotationMarks marks) {
+    const CShownCells cells(doc, range.firstColumn, range.lastColumn);
+    std::string out;
+    if (cells.Columns().empty()) return out;
+    const int lastRow = std::min(range.lastRow, doc.LastUsedRow());
+    for (int row = std::max(range.firstRow, 1); row <= lastRow; ++row) {
+        if (marks == EAnnotationMarks::Yes && doc.RowKind(row) == ERowKind::Annotation) out += '#';
+        cells.ForEach(row, [&](size_t index, std::string_view text) {
+            if (index > 0) out += '\t';
+            AppendWithoutControls(out, text);
+            return true;
+        });
+        out += "\r\n";
+    }
+    return out;
+}
+
+} // namespace vx

@@ -1,0 +1,181 @@
+#include "watchlist/ImportText.h"
+
+#include "base/Text.h"
+#include "watchlist/CellEntry.h"
+#include "watchlist/PasteText.h"
+#include "watchlist/TextLines.h"
+#include "watchlist/TextTable.h"
+#include "watchlist/UndoStep.h"
+#include "watchlist/WatchlistDoc.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+#include <unordered_set>
+
+namespace vx {
+
+namespace {
+
+constexpr size_t kMostSymbol = 64;
+constexpr size_t kMostQuoted = 60;
+constexpr size_t kLinesPerSlice = 4096;
+constexpr std::string_view kListSeparators = ",; \t";
+constexpr std::string_view kLinkBegin = "=VxLink|'";
+constexpr std::string_view kLinkMiddle = "'!'";
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+bool IsLetterOrDigit(char c) {
+    return IsDigit(c) || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80;
+}
+
+bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
+
+// "150.25" is a price that stands beside a symbol; "0700" may be a symbol.
+bool IsDecimalNumber(std::string_view text) {
+    if (!text.empty() && (text.front() == '-' || text.front() == '+')) text.remove_prefix(1);
+    return text.find('.') != std::string_view::npos &&
+           std::all_of(text.begin(), text.end(), [](char c) { return IsDigit(c) || c == '.'; });
+}
+
+std::string_view WithoutQuotes(std::string_view text) {
+    if (text.size() >= 2 && text.front() == text.back() && (text.front() == '"' || text.front() == '\''))
+        return text.substr(1, text.size() - 2);
+    return text;
+}
+
+std::string_view WithoutLink(std::string_view text) {
+    if (text.substr(0, kLinkBegin.size()) != kLinkBegin) return text;
+    const size_t end = text.find(kLinkMiddle, kLinkBegin.size());
+    return end == std::string_view::npos ? text : text.substr(kLinkBegin.size(), end - kLinkBegin.size());
+}
+
+std::optional<std::string> ImportedSymbol(std::string_view text) {
+    text = WithoutLink(text);
+    if (text.empty() || text.size() > kMostSymbol || text.front() == '#' || IsDecimalNumber(text)) return std::nullopt;
+    if (std::any_of(text.begin(), text.end(), [](char c) { return IsControl(c) || c == '"'; })) return std::nullopt;
+    if (std::none_of(text.begin(), text.end(), IsLetterOrDigit)) return std::nullopt;
+    return TypedSymbol(text);
+}
+
+class CImportReader {
+public:
+    CImportReader(const CWatchlistDoc& doc, const CWorkProgress& progress) : m_doc(doc), m_progress(progress) {}
+
+    SImportPreview Read(std::string_view text) {
+        if (std::optional<STextTableHeader> header = FindTableHeader(text, kSymbolColumn))
+            ReadTable(text, *header);
+        else
+            ReadList(NormalizePastedText(text));
+        return std::move(m_preview);
+    }
+
+private:
+    void ReadTable(std::string_view text, const STextTableHeader& header) {
+        CTextTable table(text, header.separator);
+        while (table.Next()) {
+            if (table.Line() <= header.line) continue;
+            const std::string_view field = TrimBlanks(table.Field(header.column));
+            if (!field.empty()) Take(WithoutQuotes(field), table.Line());
+            if (!GoOn(table.Line(), table.Taken(), text.size())) return;
+        }
+    }
+
+    void ReadList(const std::string& text) {
+        for (CTextLines lines(text); lines.Next();) {
+            TakeListLine(lines.Line(), lines.Number());
+            if (!GoOn(lines.Number(), text.size() - lines.Rest().size(), text.size())) return;
+        }
+    }
+
+    // A marked annotation is one thing, however many words it has.
+    void TakeListLine(std::string_view line, size_t number) {
+        const std::string_view trimmed = TrimBlanks(line);
+        if (!trimmed.empty() && trimmed.front() == '#') return NotUnderstood(trimmed, number);
+        while (!line.empty()) {
+            const std::string_view item = line.substr(0, line.find_first_of(kListSeparators));
+            line.remove_prefix(std::min(item.size() + 1, line.size()));
+            if (const std::string_view symbol = WithoutQuotes(item); !symbol.empty()) Take(symbol, number);
+        }
+    }
+
+    void Take(std::string_view text, size_t line) {
+        const std::optional<std::string> symbol = ImportedSymbol(text);
+        if (!symbol) return NotUnderstood(text, line);
+        if (!m_seen.insert(*symbol).second)
+            Note(*symbol, m_preview.duplicates, m_preview.duplicateCount);
+        else if (m_doc.Symbols().Find(*symbol))
+            Note(*symbol, m_preview.alreadyThere, m_preview.alreadyThereCount);
+        else if (m_preview.toAdd.size() >= static_cast<size_t>(CRowTable::kMaxRow))
+            ++m_preview.beyondCount;
+        else
+            m_preview.toAdd.push_back(*symbol);
+    }
+
+    static void Note(const std::string& symbol, std::vector<std::string>& list, size_t& count) {
+        if (++count <= SImportPreview::kMostKept) list.push_back(symbol);
+    }
+
+    void NotUnderstood(std::string_view text, size_t line) {
+        if (++m_preview.notUnderstoodCount > SImportPreview::kMostKept) return;
+        std::string kept;
+        AppendWithoutControls(kept, text.substr(0, kMostQuoted));
+        m_preview.notUnderstood.push_back({line, std::move(kept)});
+    }
+
+    bool GoOn(size_t line, size_t done, size_t total) {
+        if (!m_progress || line % kLinesPerSlice != 0 || m_progress(done, total)) return true;
+        m_preview.cancelled = true;
+        return false;
+    }
+
+    const CWatchlistDoc& m_doc;
+    const CWorkProgress& m_progress;
+    SImportPreview m_preview;
+    std::unordered_set<std::string> m_seen;
+};
+
+bool AreUnused(const CWatchlistDoc& doc, int firstRow, int count) {
+    const int lastRow = std::min(firstRow + count - 1, std::max(doc.LastUsedRow(), doc.Notes().LastRow()));
+    for (int row = firstRow; row <= lastRow; ++row)
+        if (doc.RowKind(row) != ERowKind::Empty || doc.Notes().Has(row)) return false;
+    return true;
+}
+
+} // namespace
+
+SImportPreview ReadImport(const CWatchlistDoc& doc, std::string_view text, const CWorkProgress& progress) {
+    return CImportReader(doc, progress).Read(text);
+}
+
+SImportResult ApplyImport(CWatchlistDoc& doc, const SImportPreview& preview, int row, const CWorkProgress& progress) {
+    row = std::clamp(row, 1, CRowTable::kMaxRow);
+    const int wanted = static_cast<int>(preview.toAdd.size());
+    if (wanted == 0) return {};
+    int count = std::min(wanted, CRowTable::kMaxRow - row + 1);
+    CUndoStep step(doc, wanted == 1 ? "import " + preview.toAdd.front() : fmt::format("import {} symbols", wanted));
+    if (!AreUnused(doc, row, count)) {
+        const int last = std::max(doc.LastUsedRow(), doc.Notes().LastRow());
+        count = std::min(count, CRowTable::kMaxRow - last);
+        if (count > 0 && !doc.InsertRows(row, count)) count = 0;
+    }
+    const auto end = preview.toAdd.begin() + std::max(count, 0);
+    SImportResult result;
+    result.outcome = FillRows(doc, row, {preview.toAdd.begin(), end}, progress);
+    if (result.outcome == EFillOutcome::Cancelled) step.Cancel();
+    if (result.outcome != EFillOutcome::Filled) return result;
+    result.leftOut = wanted - std::max(count, 0);
+    if (count > 0) {
+        result.firstRow = row;
+        result.lastRow = row + count - 1;
+        step.SelectRows(result.firstRow, result.lastRow);
+    }
+    if (result.leftOut > 0)
+        result.message = fmt::format("{} symbols were left out: a watchlist has at most {} rows.", result.leftOut,
+                                     CRowTable::kMaxRow);
+    return result;
+}
+
+} // namespace vx

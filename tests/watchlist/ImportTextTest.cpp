@@ -1,0 +1,124 @@
+#include "watchlist/ImportText.h"
+#include "watchlist/DocFixture.h"
+#include "watchlist/ExportText.h"
+
+#include <fmt/format.h>
+
+#include <fstream>
+
+using namespace vx;
+using namespace vx::test;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+class CImportText : public CDocFixture {
+protected:
+    CImportText() {
+        FeedIsReady();
+        doc.Columns().Clear();
+        doc.SetColumnsByName("Symbol;Last;");
+    }
+    /// "A B | IBM | A | 3:not this": to add, there already, twice in the text, not understood.
+    std::string Read(std::string_view text) {
+        const SImportPreview preview = ReadImport(doc, text);
+        std::string out = fmt::format("{} | {} | {} |", fmt::join(preview.toAdd, " "),
+                                      fmt::join(preview.alreadyThere, " "), fmt::join(preview.duplicates, " "));
+        for (const auto& other : preview.notUnderstood) out += fmt::format(" {}:{}", other.line, other.text);
+        return out;
+    }
+    std::string Write(std::string_view name, std::string_view bytes) {
+        std::ofstream(folder.Path() + "/" + std::string(name), std::ios::binary) << bytes;
+        return folder.Path() + "/" + std::string(name);
+    }
+};
+
+} // namespace
+
+TEST_F(CImportText, FindsSymbolsInListsAndTables) {
+    doc.EnterSymbol(1, "IBM");
+    const struct {
+        const char *text, *read;
+    } cases[] = {
+        {"ibm\nmsft\r\nAAPL\rge", "MSFT AAPL GE | IBM |  |"},
+        {"a, b;c\td e\n\n;;a", "A B C D E |  | A |"},
+        {"\"ge\",'f'\nBRK.B 600000 @ES# 0700 ^VIX", "GE F BRK.B 600000 @ES# 0700 ^VIX |  |  |"},
+        {"t 20.15 -3.2\n---\n# my cars, old\nf", "T F |  |  | 1:20.15 1:-3.2 2:--- 3:# my cars, old"},
+        {"My WatchList\r\n-- REALTIME --\r\nt f\r\n", "T F |  |  |"},
+        {"Name,Symbol,Last\n\"Ford, Motor\",f,1\n\"AT&T\r\nInc\",\" t\" ,2\r\nx,buy at open\ny\nz,\"F\"\n",
+         "F T |  | F | 5:buy at open"},
+        {"\n SYMBOL ;Last\nBRK A;1\n;2\n#x;3", "BRK A |  |  | 5:#x"},
+        {"symbol\ngeneral motors co\ngm\n", "GM |  |  | 2:general motors co"},
+        {"Symbol\tLast\n=VxLink|'ibm'!'Symbol'\t=VxLink|'ibm'!'Last'\n\"open\tq\n\"F\"x\t1\n",
+         " | IBM |  | 3:\"open 4:\"F\"x"},
+        {"", " |  |  |"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Read(c.text), c.read) << c.text;
+}
+
+TEST_F(CImportText, FilesOfEveryEncodingReadTheSame) {
+    const std::string wide("a\0\r\0\n\0\xE9\0", 8);
+    const std::string bigWide("\0a\0\r\0\n\0\xE9", 8);
+    const struct {
+        const char* name;
+        std::string bytes;
+    } cases[] = {
+        {"Windows-1252", "a\r\n\xE9"},
+        {"UTF-8", "a\r\n\xC3\xA9"},
+        {"UTF-8 mark", "\xEF\xBB\xBF"
+                       "a\r\n\xC3\xA9"},
+        {"UTF-16 LE", "\xFF\xFE" + wide},
+        {"UTF-16 BE", "\xFE\xFF" + bigWide},
+        {"UTF-16 LE without", wide},
+        {"UTF-16 BE without", bigWide},
+        {"odd end", "\xFF\xFE" + wide + "x"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(ReadImportFile(Write("list.txt", c.bytes)).text, "a\r\n\xE9") << c.name;
+    EXPECT_EQ(ReadImportFile(Write("empty.txt", "")).error, "");
+    const std::string missing = folder.Path() + "/none.txt";
+    EXPECT_THAT(ReadImportFile(missing).error, HasSubstr("The file \"" + missing + "\" could not be read: "));
+    const std::string large = Write("large.txt", "");
+    ASSERT_EQ(truncate(large.c_str(), kMostImportBytes + 1), 0);
+    EXPECT_EQ(ReadImportFile(large).error, "The file \"" + large + "\" is larger than 64 MB and was not read.");
+    EXPECT_EQ(ReadImportFile(large).text, "");
+}
+
+TEST_F(CImportText, AddsWithoutOverwritingAndTakesItBackWhole) {
+    for (const char* symbol : {"IBM", "GE"}) doc.EnterSymbol(doc.LastUsedRow() + 1, symbol);
+    doc.Undo().Clear();
+    doc.SetModified(false);
+    SImportResult result = ApplyImport(doc, ReadImport(doc, "t f ibm"), 2);
+    EXPECT_EQ(Rows(), "IBM|T|F|GE");
+    EXPECT_EQ(std::pair(result.firstRow, result.lastRow), std::pair(2, 3));
+    EXPECT_EQ(doc.Undo().UndoName(), "import 2 symbols");
+    doc.Undo().Undo();
+    EXPECT_EQ(Rows(), "IBM|GE");
+    ApplyImport(doc, ReadImport(doc, "t f"), 4);
+    EXPECT_EQ(Rows(), "IBM|GE||T|F");
+    doc.Undo().Undo();
+    EXPECT_EQ(ApplyImport(doc, ReadImport(doc, "ibm ge"), 1).firstRow, 0);
+    std::string many;
+    for (int i = 0; i < 3000; ++i) many += fmt::format("S{} ", i);
+    const auto cancel = [](size_t done, size_t) { return done < 1000; };
+    EXPECT_EQ(ApplyImport(doc, ReadImport(doc, many), 1, cancel).outcome, EFillOutcome::Cancelled);
+    EXPECT_EQ(Rows(), "IBM|GE");
+    EXPECT_EQ(store.Size(), 2U);
+    EXPECT_FALSE(doc.IsModified());
+    doc.EnterSymbol(CRowTable::kMaxRow - 1, "LAST");
+    result = ApplyImport(doc, ReadImport(doc, "t f m"), 2);
+    EXPECT_EQ(result.message, "2 symbols were left out: a watchlist has at most 100000 rows.");
+    EXPECT_EQ(Row(2), "T");
+    EXPECT_EQ(doc.RowSymbol(CRowTable::kMaxRow), "LAST");
+}
+
+TEST_F(CImportText, WhatWasExportedIsImportedAgain) {
+    for (const char* symbol : {"IBM", "BRK A", "GE"}) doc.EnterSymbol(doc.LastUsedRow() + 1, symbol);
+    doc.SetAnnotation(4, "not a symbol");
+    for (const bool formulas : {false, true})
+        for (const bool commas : {false, true}) {
+            const std::string text = ExportText(doc, {formulas, commas, true, false}, true);
+            EXPECT_EQ(Read(text), " | IBM BRK A GE |  | 5:not a symbol") << text;
+        }
+}

@@ -1,0 +1,164 @@
+#include "watchlist/PasteText.h"
+#include "watchlist/CopyText.h"
+#include "watchlist/DocFixture.h"
+
+#include <fmt/format.h>
+
+using namespace vx;
+using namespace vx::test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+namespace {
+
+/// Columns 1 Symbol, 2 Last, 3 Bid (hidden), 4 Notes.
+class CPasteText : public CDocFixture {
+protected:
+    CPasteText() {
+        FeedIsReady();
+        doc.Columns().Clear();
+        doc.SetColumnsByName("Symbol;Last;Bid;Notes;");
+        doc.Columns().SetWidth(3, 0);
+        for (const char* symbol : {"IBM", "MSFT"}) doc.EnterSymbol(doc.LastUsedRow() + 1, symbol);
+        FeedSets("IBM", "Last", "12.5");
+        doc.SetAnnotation(3, "Banks");
+        doc.EnterSymbol(5, "GE");
+        doc.Notes().Set(1, "first line\r\nsecond");
+        doc.SetModified(false);
+        feed.Take();
+        counts.Take();
+    }
+    std::string Pasted(int row, int column, std::string_view text) {
+        const SPasteResult result = PasteText(doc, row, column, text);
+        EXPECT_EQ(result.message, "");
+        return Rows();
+    }
+};
+
+} // namespace
+
+TEST_F(CPasteText, CopiesWhatTheBoardShows) {
+    EXPECT_EQ(CopyText(doc, {1, 5, 1, 4}), "IBM\t12.5000\tfirst line\r\nMSFT\t\t\r\nBanks\r\n\t\t\r\nGE\t\t\r\n");
+    EXPECT_EQ(CopyText(doc, {2, 99, 1, 1}, EAnnotationMarks::Yes), "MSFT\r\n#Banks\r\n\r\nGE\r\n");
+    EXPECT_EQ(CopyText(doc, {1, 1, 3, 99}), "first line\r\n");
+    EXPECT_EQ(CopyText(doc, {1, 1, 3, 3}), "");
+}
+
+TEST_F(CPasteText, ReportsBecomeTheirWordsAndOtherTextsStay) {
+    const struct {
+        const char *text, *words;
+    } cases[] = {
+        {"IBM\r\n\r\nMSFT  ", "IBM\r\n\r\nMSFT  "},
+        {"My WatchList\r\nUser: me\r\n-- REALTIME --\r\n\r\n IBM  12.5 \r\n- - -\r\n====\r\n", "IBM\r\n12.5"},
+        {"-- DELAYED -- x\r\nREALTIME IBM\t\r\nA-B =\r\n", "REALTIME\r\nIBM\r\nA-B\r\n="},
+        {"DELAYED\nIBM MSFT\r\n", "DELAYED\nIBM\r\nMSFT"},
+        {"WatchList", ""},
+    };
+    for (const auto& c : cases) EXPECT_EQ(NormalizePastedText(c.text), c.words) << c.text;
+}
+
+TEST_F(CPasteText, FillsRowsFromTheFocusOn) {
+    const struct {
+        int row, column;
+        const char *text, *rows;
+    } cases[] = {
+        {6, 1, "aapl\r\nBrK A\n\rbuy at open\n#note\n", "IBM|MSFT|#Banks||GE|AAPL|BrK A||#buy at open|#note"},
+        {1, 2, "nvda\namd\nintc", "NVDA|AMD|INTC||GE"},
+        {1, 1, "\n\ncsco\n \n", "IBM|MSFT|CSCO||GE"},
+        {4, 1, "a,b", "IBM|MSFT|#Banks|ERR_COMMA_SYMBOL|GE"},
+        {6, 1, "T\t20.00\tx\r\nCars\r\nF\t10.00\t\r\n", "IBM|MSFT|#Banks||GE|T|#Cars|F"},
+        {6, 2, "20.00\tx\r\n", "IBM|MSFT|#Banks||GE|20.00"},
+        {6, 1, "WatchList\r\nt f\r\n", "IBM|MSFT|#Banks||GE|T|F"},
+        {6, 1, "", "IBM|MSFT|#Banks||GE"},
+    };
+    for (const auto& c : cases) {
+        PasteText(doc, c.row, c.column, c.text);
+        EXPECT_EQ(Rows(), c.rows) << c.text;
+        EXPECT_THAT(boxes.shown, IsEmpty());
+        doc.Undo().Undo();
+        EXPECT_EQ(Rows(), "IBM|MSFT|#Banks||GE") << c.text;
+    }
+}
+
+TEST_F(CPasteText, FindsTheSymbolInTheColumnsThatItsOwnBoardCopied) {
+    doc.Columns().Move(1, 4); // Last, Bid (hidden), Notes, Symbol
+    const std::string copied = CopyText(doc, {1, 5, 1, 4});
+    EXPECT_EQ(copied, "12.5000\tfirst line\tIBM\r\n\t\tMSFT\r\nBanks\r\n\t\t\r\n\t\tGE\r\n");
+    Pasted(6, 1, copied);
+    EXPECT_EQ(Rows(), "IBM|MSFT|#Banks||GE|IBM|MSFT|#Banks||GE");
+    Pasted(11, 3, CopyText(doc, {1, 2, 3, 4}));
+    EXPECT_EQ(Row(11), "IBM");
+    EXPECT_EQ(Row(12), "MSFT");
+    EXPECT_THAT(feed.Take(), IsEmpty()) << "all are watched already";
+}
+
+TEST_F(CPasteText, APasteIsOneStepAndTheFeedIsAskedOnce) {
+    SPasteResult result = PasteText(doc, 1, 1, "A\nB\nIBM\nA\n");
+    EXPECT_EQ(std::pair(result.firstRow, result.lastRow), std::pair(1, 4));
+    EXPECT_EQ(Rows(), "A|B|IBM|A|GE");
+    EXPECT_EQ(doc.Undo().UndoName(), "paste 4 rows");
+    EXPECT_THAT(feed.Take(), UnorderedElementsAre("wA\n", "wB\n", "rMSFT\n")) << "IBM only moved";
+    EXPECT_THAT(counts.Take(), ElementsAre("A:B"));
+    EXPECT_EQ(shown.Status(), "Symbols:  4");
+    doc.Undo().Undo();
+    EXPECT_THAT(feed.Take(), UnorderedElementsAre("wMSFT\n", "rA\n", "rB\n"));
+    EXPECT_FALSE(doc.IsModified());
+}
+
+TEST_F(CPasteText, ALongPasteTellsHowFarItIsAndLeavesNothingWhenCancelled) {
+    std::string text;
+    for (int i = 0; i < 20000; ++i) text += fmt::format("S{}\r\n", i);
+    std::vector<size_t> seen;
+    const SPasteResult cancelled = PasteText(doc, 1, 1, text, [&](size_t done, size_t total) {
+        EXPECT_EQ(total, 20000U);
+        EXPECT_EQ(doc.RowSymbol(static_cast<int>(done)), fmt::format("S{}", done - 1));
+        seen.push_back(done);
+        if (done > 5000) doc.SymbolNotFound("S7"); // The feed may speak meanwhile.
+        return done < 10000;
+    });
+    EXPECT_EQ(cancelled.outcome, EPasteOutcome::Cancelled);
+    EXPECT_GT(seen.size(), 10U);
+    EXPECT_EQ(Rows(), "IBM|MSFT|#Banks||GE");
+    EXPECT_EQ(store.Size(), 3U);
+    EXPECT_FALSE(doc.IsModified());
+    EXPECT_FALSE(doc.Undo().CanUndo());
+    const SPasteResult closed = PasteText(doc, 1, 1, text, [&](size_t, size_t) {
+        if (doc.LastUsedRow() > 10) doc.NewDocument();
+        return true;
+    });
+    EXPECT_EQ(closed.outcome, EPasteOutcome::Cancelled);
+    EXPECT_EQ(doc.LastUsedRow(), 0);
+    EXPECT_EQ(store.Size(), 0U);
+}
+
+TEST_F(CPasteText, WhatDoesNotFitIsSaid) {
+    SPasteResult result = PasteText(doc, CRowTable::kMaxRow - 1, 1, "A\nB\nC\nD\n\n");
+    EXPECT_EQ(result.leftOut, 2);
+    EXPECT_EQ(result.message, "2 lines were left out: a watchlist has at most 100000 rows.");
+    EXPECT_EQ(doc.RowSymbol(CRowTable::kMaxRow), "B");
+    const std::string text(kMostPastedBytes + 1, 'x');
+    result = PasteText(doc, 1, 1, text);
+    EXPECT_EQ(result.outcome, EPasteOutcome::TooLarge);
+    EXPECT_EQ(result.message, "The text on the clipboard is too large to be pasted: 4.0 MB, at most 4 MB.");
+    EXPECT_EQ(doc.RowSymbol(1), "IBM");
+}
+
+TEST_F(CPasteText, ARangeIsClearedCellByCellInOneStep) {
+    SCellFormat bold;
+    bold.bold = true;
+    doc.Formats().Set(2, 2, bold);
+    EXPECT_EQ(ClearRange(doc, {1, 5, 2, 2}), 3) << "a note, a format and, as its only text, an annotation";
+    EXPECT_EQ(Rows(), "IBM|MSFT|||GE");
+    EXPECT_FALSE(doc.Notes().Has(1));
+    EXPECT_FALSE(doc.Formats().Find(2, 2));
+    EXPECT_EQ(doc.Undo().UndoName(), "clear 5 cells");
+    doc.Undo().Undo();
+    EXPECT_EQ(Rows(), "IBM|MSFT|#Banks||GE");
+    EXPECT_EQ(ClearRange(doc, {1, 2, 1, 1}), 2);
+    EXPECT_EQ(Rows(), "||#Banks||GE");
+    EXPECT_TRUE(doc.Notes().Has(1)) << "of the row, not of the symbol";
+    EXPECT_EQ(ClearRange(doc, {1, 5, 3, 3}), 0) << "hidden";
+    EXPECT_EQ(ClearRange(doc, {4, 4, 1, 4}), 0);
+    EXPECT_EQ(doc.Undo().UndoName(), "clear 2 cells");
+}
