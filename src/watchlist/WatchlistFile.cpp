@@ -138,6 +138,20 @@ SFileResult CWatchlistFile::OpenRecovered(const SRecovery& recovery) {
     return {};
 }
 
+SFileResult CWatchlistFile::OpenFormer(const SGeneration& generation) {
+    SFileImage image;
+    if (const int error = ReadFile(generation.path, image))
+        return Failure("opened", generation.path, ReadReason(error));
+    CWatchlistReader reader;
+    ReadInBlocks(reader, image.content);
+    const CSupplementFiles::SFound found = m_supplements.Find(m_path, ContentHash(image.content));
+    if (found.supplement) MergeSupplement(*found.supplement, reader.Content());
+    m_doc.OpenContent(reader.Content(), Windows1252FromUtf8(TitleOfPath(m_path)), reader.Report());
+    LogReport(generation.path, reader.Report());
+    m_doc.SetModified(true);
+    return {};
+}
+
 void CWatchlistFile::Forget() {
     m_path.clear();
     m_knownHash = 0;
