@@ -4,12 +4,23 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 
 namespace vx {
 
 namespace {
 
 constexpr int kEmptyTextMargin = 16;
+constexpr int kRowPadding = 3; ///< Above and below the text.
+
+/// Rows with some air between them.
+class CRowDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, 2 * kRowPadding);
+    }
+};
 
 } // namespace
 
@@ -25,6 +36,7 @@ CListView::CListView(const QString& name, const QString& label, QWidget* parent)
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     setTabKeyNavigation(false);
+    setItemDelegate(new CRowDelegate(this));
     header()->setMinimumSectionSize(24);
     connect(this, &QTreeView::doubleClicked, this, &CListView::RowDoubleClicked);
 }

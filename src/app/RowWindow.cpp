@@ -7,10 +7,19 @@
 #include <QHideEvent>
 #include <QShowEvent>
 
+#include <algorithm>
+#include <utility>
+
 namespace vx {
 
-CRowWindow::CRowWindow(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* parent)
-    : QDialog(parent), m_doc(doc), m_grid(grid) {
+namespace {
+
+constexpr int kMargin = 28; ///< To the edges of the parent window; leaves its status bar in sight.
+
+} // namespace
+
+CRowWindow::CRowWindow(CWatchlistDoc& doc, CWatchlistGrid& grid, Qt::Corner corner, QWidget* parent)
+    : QDialog(parent), m_doc(doc), m_grid(grid), m_corner(corner) {
     setSizeGripEnabled(true);
     m_beat.setInterval(kBeatMs);
     connect(&m_beat, &QTimer::timeout, this, [this] { Refresh(); });
@@ -19,7 +28,17 @@ CRowWindow::CRowWindow(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* parent
     });
 }
 
+void CRowWindow::MoveToCorner() {
+    if (std::exchange(m_placed, true) || !parentWidget()) return;
+    const QRect room = parentWidget()->window()->geometry().adjusted(kMargin, kMargin, -kMargin, -kMargin);
+    const bool left = m_corner == Qt::TopLeftCorner || m_corner == Qt::BottomLeftCorner;
+    const bool top = m_corner == Qt::TopLeftCorner || m_corner == Qt::TopRightCorner;
+    move(left ? room.left() : std::max(room.left(), room.right() - width()),
+         top ? room.top() : std::max(room.top(), room.bottom() - height()));
+}
+
 void CRowWindow::ShowInFront() {
+    MoveToCorner();
     if (isMinimized()) showNormal();
     show();
     raise();

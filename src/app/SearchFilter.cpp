@@ -71,6 +71,8 @@ CSearchFilter::CSearchFilter(QWidget* parent)
     m_again->hide();
 }
 
+std::array<QWidget*, 3> CSearchFilter::InTabOrder() const { return {m_choice, m_again, m_list}; }
+
 void CSearchFilter::SetTimeoutMs(int milliseconds) {
     m_markets.SetTimeoutMs(milliseconds);
     m_types.SetTimeoutMs(milliseconds);

@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+#include <array>
 #include <string>
 
 class QComboBox;
@@ -30,6 +31,7 @@ public:
 
     explicit CSearchFilter(QWidget* parent);
 
+    std::array<QWidget*, 3> InTabOrder() const;
     /// See CLookupSystemInfo::SetTimeoutMs.
     void SetTimeoutMs(int milliseconds);
 
