@@ -76,7 +76,7 @@ void CListView::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (!enter) return QTreeView::keyPressEvent(event);
     event->accept(); // Not for the dialog's default button.
-    if (currentIndex().isValid()) Q_EMIT RowEntered(currentIndex());
+    if (selectionModel() && selectionModel()->hasSelection()) Q_EMIT RowEntered(currentIndex());
 }
 
 } // namespace vx
