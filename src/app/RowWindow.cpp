@@ -14,7 +14,9 @@ namespace vx {
 
 namespace {
 
-constexpr int kMargin = 28; ///< To the edges of the parent window; leaves its status bar in sight.
+constexpr int kMargin = 28; ///< To the edges of the parent window.
+/// The parent's status bar, which stays in sight, and the window's own title bar.
+constexpr int kBarsHeight = 40;
 
 } // namespace
 
@@ -30,7 +32,8 @@ CRowWindow::CRowWindow(CWatchlistDoc& doc, CWatchlistGrid& grid, Qt::Corner corn
 
 void CRowWindow::MoveToCorner() {
     if (std::exchange(m_placed, true) || !parentWidget()) return;
-    const QRect room = parentWidget()->window()->geometry().adjusted(kMargin, kMargin, -kMargin, -kMargin);
+    const QRect room =
+        parentWidget()->window()->geometry().adjusted(kMargin, kMargin, -kMargin, -kMargin - kBarsHeight);
     const bool left = m_corner == Qt::TopLeftCorner || m_corner == Qt::BottomLeftCorner;
     const bool top = m_corner == Qt::TopLeftCorner || m_corner == Qt::TopRightCorner;
     move(left ? room.left() : std::max(room.left(), room.right() - width()),

@@ -49,6 +49,7 @@ private:
     void Fill();
     template <typename TTable> void FillFrom(TTable& table, const QString& nothing);
     void ShowHint();
+    void ShowList(bool shown);
 
     CListedMarkets m_markets;
     CSecurityTypes m_types;
