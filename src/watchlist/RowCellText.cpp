@@ -3,7 +3,10 @@
 #include "data/L1DataStore.h"
 #include "watchlist/WatchlistDoc.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <iterator>
 #include <string>
 
 namespace vx {
@@ -14,6 +17,15 @@ size_t Copy(std::string_view text, std::span<char, kMostCellText> out) {
     const size_t size = std::min(text.size(), out.size());
     std::copy_n(text.begin(), size, out.begin());
     return size;
+}
+
+// An alert that fired is disarmed, as is one that the user switched off.
+std::string AlertsText(const CAlertArray& alerts) {
+    const auto armed = std::ranges::count_if(alerts, [](const A_INFO& alert) { return alert.enabled != 0; });
+    const auto fired = std::ssize(alerts) - armed;
+    if (alerts.empty()) return {};
+    if (fired == 0) return fmt::format("{} armed", armed);
+    return armed == 0 ? fmt::format("{} fired", fired) : fmt::format("{} armed, {} fired", armed, fired);
 }
 
 } // namespace
@@ -59,10 +71,8 @@ size_t CColumnReader::ReadOwn(int row, std::string_view symbol, std::span<char, 
         const std::string_view shown = m_doc.ShownText(row);
         return Copy(shown.empty() ? symbol : shown, out);
     }
-    case EKind::Alerts: {
-        const int count = m_doc.Alerts().Count(symbol);
-        return count > 0 ? Copy(std::to_string(count), out) : 0;
-    }
+    case EKind::Alerts:
+        return Copy(AlertsText(m_doc.Alerts().Get(symbol)), out);
     case EKind::Notes: {
         const std::string_view note = m_doc.Notes().Get(row);
         return Copy(note.substr(0, note.find_first_of("\r\n")), out);

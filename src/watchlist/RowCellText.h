@@ -28,7 +28,8 @@ public:
     bool IsNumber() const;
 
     /// Writes what the cell of a symbol row shows: a field of its record, the symbol, the text shown in its place, the
-    /// news count or headline, the number of its alerts, or the first line of its note. Other rows give nothing.
+    /// news count or headline, how many of its alerts are armed and how many fired, or the first line of its note.
+    /// Other rows give nothing.
     ///
     /// Returns the bytes written, at most kMostCellText
     size_t Read(int row, std::span<char, kMostCellText> out) const { return Read(row, FindRecord(row), out); }

@@ -20,10 +20,14 @@
 
 namespace vx::test {
 
-/// A main frame whose settings and ports stand in a folder of the test's own.
+/// A main frame whose settings, state and ports stand in a folder of the test's own.
 class CFrameFixture : public testing::Test {
 protected:
-    CFrameFixture() { setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1); }
+    CFrameFixture() {
+        setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1);
+        setenv("XDG_STATE_HOME", folder.Path().c_str(), 1);
+        setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent", 1); // No notification reaches a real desktop.
+    }
 
     void PortsAre(uint16_t level1, uint16_t lookup, uint16_t admin) {
         CRegistry& registry = CRegistry::CurrentUser();
