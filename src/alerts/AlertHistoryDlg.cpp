@@ -121,7 +121,6 @@ void CAlertHistoryDlg::LayOut() {
     m_export->setObjectName(QStringLiteral("export"));
     m_export->setToolTip(tr("Write the lines shown to a CSV file"));
     m_export->setAutoDefault(false);
-    buttons->button(QDialogButtonBox::Close)->setDefault(true);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_export, &QPushButton::clicked, this, &CAlertHistoryDlg::ChooseExport);
     auto* bottom = new QHBoxLayout;
@@ -131,6 +130,7 @@ void CAlertHistoryDlg::LayOut() {
     layout->addLayout(filters);
     layout->addWidget(m_table, 1);
     layout->addLayout(bottom);
+    buttons->button(QDialogButtonBox::Close)->setDefault(true);
 }
 
 void CAlertHistoryDlg::RefreshSoon() {

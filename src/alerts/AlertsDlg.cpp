@@ -24,6 +24,7 @@ namespace {
 
 constexpr int kWidth = 620;
 constexpr int kHeight = 380;
+constexpr int kLineSpacing = 2;
 
 int IndexOfEqual(const CAlertArray& alerts, const A_INFO& alert) {
     const auto same = std::ranges::find_if(alerts, [&](const A_INFO& other) {
@@ -53,6 +54,7 @@ CAlertsDlg::CAlertsDlg(CAlertsMap& alerts, const SAlertDialogServices& services,
     setWindowTitle(tr("Alerts"));
     m_list->setObjectName(QStringLiteral("alertList"));
     m_list->setUniformItemSizes(true);
+    m_list->setSpacing(kLineSpacing);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setTextElideMode(Qt::ElideRight);
     m_list->setModel(m_model);

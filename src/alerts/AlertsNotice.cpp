@@ -38,6 +38,7 @@ QPlainTextEdit* MakeText(const QString& text, QWidget* parent) {
     // The document of such a box measures itself in lines.
     const int lines = std::clamp(static_cast<int>(box->document()->size().height()) + 1, 4, kMostTextLines);
     box->setMinimumHeight(lines * box->fontMetrics().lineSpacing());
+    box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored); // Such a box asks for more than its text needs.
     return box;
 }
 
@@ -70,9 +71,9 @@ void CAlertsNotice::MakeButtons() {
     m_dismiss->setToolTip(tr("Close this notice; the alert stays disarmed"));
     m_reset->setAutoDefault(false);
     m_dismissAll->setAutoDefault(false);
-    m_dismiss->setDefault(true);
-    m_dismiss->setFocus();
     layout()->addWidget(buttons);
+    m_dismiss->setDefault(true); // Only a button that stands in its dialog stays the default one.
+    m_dismiss->setFocus();
     connect(m_reset, &QPushButton::clicked, this, &CAlertsNotice::OnReset);
     connect(m_dismissAll, &QPushButton::clicked, this, &CAlertsNotice::DismissAll);
     connect(m_dismiss, &QPushButton::clicked, this, &QDialog::reject);

@@ -47,7 +47,6 @@ CResetAlert::CResetAlert(SAlertNotice notice, QWidget* parent)
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     m_ok = buttons->button(QDialogButtonBox::Ok);
     m_ok->setText(tr("&Reset Alert"));
-    m_ok->setDefault(true);
     connect(buttons, &QDialogButtonBox::accepted, this, &CResetAlert::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
@@ -65,6 +64,7 @@ CResetAlert::CResetAlert(SAlertNotice notice, QWidget* parent)
     }
     layout->addStretch(1);
     layout->addWidget(buttons);
+    m_ok->setDefault(true); // Only a button that stands in its dialog stays the default one.
 }
 
 void CResetAlert::MakeBoxes() {

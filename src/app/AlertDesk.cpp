@@ -64,13 +64,10 @@ CAlertDesk::~CAlertDesk() { delete m_historyDlg; }
 
 void CAlertDesk::BindCommands(CCommands& commands) {
     commands.Bind(ECommand::AlertsEdit, [this] { EditAlerts(FocusSymbol()); });
-    commands.Bind(
-        ECommand::AlertNew,
-        [this] {
-            const SGridCell focus = m_frame.View().Grid().FocusCell();
-            NewAlert(focus.row, focus.column);
-        },
-        [this](SCommandState& state) { state.enabled = !FocusSymbol().empty(); });
+    commands.Bind(ECommand::AlertNew, [this] {
+        const SGridCell focus = m_frame.View().Grid().FocusCell();
+        NewAlert(focus.row, focus.column);
+    });
     commands.Bind(ECommand::AlertHistory, [this] { ShowHistory(); });
     commands.Bind(
         ECommand::AlertMute,
@@ -80,7 +77,6 @@ void CAlertDesk::BindCommands(CCommands& commands) {
             m_notices->SetMuted(mute);
         },
         [this](SCommandState& state) { state.checked = m_frame.Settings().ReadBoolean(kAlertMute); });
-    connect(&m_frame.View().Grid(), &CGridCtrl::FocusCellChanged, &commands, &CCommands::RefreshSoon);
 }
 
 // From the alert to the notice
@@ -140,13 +136,12 @@ void CAlertDesk::NewAlert(int row, int column) {
     CWatchlistDoc& doc = m_frame.Document();
     SAlertDraft draft;
     draft.symbol = doc.RowSymbol(row);
-    if (draft.symbol.empty()) return;
     const bool isColumn = column >= 1 && column < doc.Columns().Count();
     const auto id = isColumn ? AlertFieldId(doc.Columns().At(column).name) : std::nullopt;
     if (id && (JudgedField(*id) || *id == NewsFieldId())) {
         draft.fieldId = id;
         draft.condition = static_cast<uint32_t>(EAlertCondition::Greater);
-        draft.value = ValueNow(draft.symbol, *id);
+        if (!draft.symbol.empty()) draft.value = ValueNow(draft.symbol, *id);
     }
     draft.soundType = static_cast<uint32_t>(EAlertSound::BuiltIn);
     auto* dialog = new CNewAlertDlg(m_services, draft, &m_frame);

@@ -38,7 +38,8 @@ public:
 
     /// The list of alerts, modally, with the first alert of a symbol selected.
     void EditAlerts(std::string_view symbol);
-    /// A new alert on the symbol of a row and the field of a column, with the value of this moment.
+    /// A new alert on the symbol of a row and the field of a column, with the value of this moment; what is not known
+    /// is left to the user.
     void NewAlert(int row, int column);
     /// What fired, first what was missed.
     void ShowHistory();

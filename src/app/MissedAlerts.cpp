@@ -13,9 +13,8 @@ CMissedAlerts::CMissedAlerts(QStatusBar& bar, QObject* parent) : QObject(parent)
     m_button->setObjectName(QStringLiteral("missedAlerts"));
     m_button->setAutoRaise(true);
     m_button->setToolTip(tr("Show what fired while you were away"));
-    m_button->hide();
-    bar.insertPermanentWidget(0, m_button);
-    m_button->hide();
+    bar.addPermanentWidget(m_button);
+    m_button->hide(); // Adding it has shown it.
     connect(m_button, &QToolButton::clicked, this, &CMissedAlerts::Asked);
     m_gather.setSingleShot(true);
     connect(&m_gather, &QTimer::timeout, this, &CMissedAlerts::Notify);

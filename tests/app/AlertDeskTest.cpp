@@ -31,6 +31,7 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTableView>
+#include <QTimer>
 #include <QToolButton>
 
 using namespace vx;
@@ -196,18 +197,22 @@ TEST_F(AlertDesk, CommandsKnowTheRowAndMuteIsKept) {
     frame.Document().Alerts().Add("IBM", Above(10));
     frame.Document().Alerts().Add("MSFT", Above(1000));
     frame.View().Grid().SetFocusCell(3, 1);
-    frame.Commands().Refresh();
-    EXPECT_FALSE(frame.Commands().Action(ECommand::AlertNew).isEnabled()) << "an empty row";
-    EXPECT_TRUE(frame.Commands().Action(ECommand::AlertsEdit).isEnabled());
+    frame.Commands().Action(ECommand::AlertNew).trigger();
+    auto* unknown = frame.findChild<CNewAlertDlg*>();
+    ASSERT_TRUE(unknown);
+    EXPECT_EQ(Named<QComboBox>(*unknown, "symbolList").currentIndex(), -1) << "an empty row";
+    unknown->close();
 
     const int column = ColumnOf("Alerts");
     int selected = -1;
-    QTimer::singleShot(0, &frame, [&] {
-        ASSERT_TRUE(WaitUntil([] { return QApplication::activeModalWidget() != nullptr; }));
-        auto* dialog = QApplication::activeModalWidget();
+    QTimer look; // The dialog's own event loop runs inside the one that waits here.
+    QObject::connect(&look, &QTimer::timeout, &frame, [&] {
+        auto* dialog = qobject_cast<CAlertsDlg*>(QApplication::activeModalWidget());
+        if (!dialog) return;
         selected = Named<QListView>(*dialog, "alertList").currentIndex().row();
-        static_cast<QDialog*>(dialog)->reject();
+        dialog->reject();
     });
+    look.start(5);
     Q_EMIT frame.View().Grid().CellDoubleClicked(2, column);
     ASSERT_TRUE(WaitUntil([&] { return selected != -1; }));
     EXPECT_EQ(selected, 1);
