@@ -356,7 +356,12 @@ void CWatchlistDoc::OnPaintMessage() {
     if (m_observer && !m_updates.IsEmpty()) m_observer->OnUpdatesPending();
 }
 
-void CWatchlistDoc::OnAlertsChanged(std::string_view symbol, int armed) { m_store.SetArmedAlerts(symbol, armed); }
+void CWatchlistDoc::OnAlertsChanged(std::string_view symbol, int armed) {
+    m_store.SetArmedAlerts(symbol, armed);
+    const SYMBOL_DATA* data = m_symbols.Find(symbol);
+    if (!data) return;
+    for (const uint32_t row : data->rows) RowChanged(static_cast<int>(row));
+}
 
 void CWatchlistDoc::RepaintChangedRows() {
     m_updates.TakeAll([&](const SChangeNotice& ids) {
