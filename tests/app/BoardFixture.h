@@ -38,6 +38,7 @@ protected:
         Do(ECommand::EditPaste);
     }
     void Do(ECommand command) {
+        frame->Commands().Refresh();
         frame->Commands().Action(command).trigger();
         ProcessAll();
     }
@@ -51,12 +52,14 @@ protected:
     }
     void Undo() { Do(ECommand::EditUndo); }
     void Type(const QString& text) {
-        QTest::keyClicks(QApplication::focusWidget(), text);
+        for (const QChar c : text)
+            QTest::keyClick(QApplication::focusWidget(), c.toLatin1()); // The first opens an editor.
         ProcessAll();
     }
     /// A key to whatever has the keyboard, shortcuts included.
     void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+        QWidget* focus = QApplication::focusWidget(); // None for a while after a dialog, without a window manager.
+        QTest::keyClick(focus != nullptr ? focus : grid, key, modifiers);
         ProcessAll();
     }
     void SelectRows(int first, int last) { grid->SelectRange({first, last, 1, grid->ColumnCount()}); }
