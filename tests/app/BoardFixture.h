@@ -58,8 +58,12 @@ protected:
     }
     /// A key to whatever has the keyboard, shortcuts included.
     void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        QWidget* focus = QApplication::focusWidget(); // None for a while after a dialog, without a window manager.
-        QTest::keyClick(focus != nullptr ? focus : grid, key, modifiers);
+        if (QApplication::focusWidget() == nullptr) { // Without a window manager nobody gives it back after a dialog.
+            frame->activateWindow();
+            grid->setFocus();
+            ProcessAll();
+        }
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
         ProcessAll();
     }
     void SelectRows(int first, int last) { grid->SelectRange({first, last, 1, grid->ColumnCount()}); }
