@@ -3,10 +3,11 @@
 //
 //   bench_grid [picture.png]     the picture shows what was painted
 //
-// Cases run in random order, nine times each; medians and worst are printed. That the number of rows costs nothing is
-// shown on one window that has few rows and many by turns: two windows differ in more than that, in where their pixels
-// and their board's numbers lie in memory and in the scroll bars they need. The program fails when a pass without a
-// visible change paints, when what is seen is not painted, or when a bar is missed.
+// Cases run in random order, nine times each; least, median and worst are printed. A bar compares the least: what other
+// programs on the machine do only ever adds to a case, and adds most to the one that lives from the caches. That the
+// number of rows costs nothing is shown on one window that has few rows and many by turns: two windows differ in more
+// than that, in where their pixels and their board's numbers lie in memory and in the scroll bars they need. The
+// program fails when a pass without a visible change paints, when what is seen is not painted, or when a bar is missed.
 
 #include "grid/BoardSource.h"
 #include "grid/NorvGridCtrl.h"
@@ -134,7 +135,9 @@ struct SCase {
     bool waitForLights; // the beat's lights going out are part of it
     std::vector<double> ms;
 
-    double Median() const { return ms[ms.size() / 2]; } // ms is sorted by then
+    // ms is sorted by then
+    double Least() const { return ms.front(); }
+    double Median() const { return ms[ms.size() / 2]; }
 };
 
 double Median(std::vector<double> values) {
@@ -283,13 +286,13 @@ int main(int argc, char** argv) {
     std::shuffle(order.begin(), order.end(), random);
     for (const size_t i : order) Run(cases[i]);
 
-    std::printf("%d visible cells; CPU ms per pass\n%-52s %9s %9s\n", last * CBoardSource::kColumns, "", "median",
-                "worst");
+    std::printf("%d visible cells; CPU ms per pass\n%-58s %8s %8s %8s\n", last * CBoardSource::kColumns, "", "least",
+                "median", "worst");
     for (SCase& entry : cases) {
         std::sort(entry.ms.begin(), entry.ms.end());
-        std::printf("%-52s %9.3f %9.3f\n", entry.name.c_str(), entry.Median(), entry.ms.back());
+        std::printf("%-58s %8.3f %8.3f %8.3f\n", entry.name.c_str(), entry.Least(), entry.Median(), entry.ms.back());
     }
-    const auto ratio = [&](EIndex a, EIndex b) { return cases[a].Median() / cases[b].Median(); };
+    const auto ratio = [&](EIndex a, EIndex b) { return cases[a].Least() / cases[b].Least(); };
     bool good = true;
     good &= Bar("every visible cell / QTableWidget", ratio(FullOurs, FullTable), 1.0 / 18);
     good &= Bar("5,000 changes/s / QTableWidget", ratio(SomeOurs, SomeTable), 1.0 / 5);

@@ -2,6 +2,7 @@
 
 #include "base/MessageBox.h"
 #include "base/Text.h"
+#include "watchlist/UndoStep.h"
 #include "watchlist/WatchlistDoc.h"
 
 #include <fmt/format.h>
@@ -30,11 +31,14 @@ SAddedRows AddSymbols(CWatchlistDoc& doc, int focusRow, const std::vector<std::s
     const int focus = std::max(focusRow, 1);
     const int first = doc.RowKind(focus) == ERowKind::Empty ? focus : focus + 1;
     const int missing = count - EmptyRowsFrom(doc, first, count);
-    if (first + count - 1 > CRowTable::kMaxRow || (missing > 0 && !doc.InsertRows(first + count - missing, missing))) {
-        ShowMessageBox({fmt::format("The watchlist has no room for {} more.", count == 1 ? "symbol" : "symbols"), "",
-                        EBoxButtons::Ok, EBoxIcon::Exclamation});
+    if (std::max(first + count - 1, doc.LastUsedRow() + missing) > CRowTable::kMaxRow) {
+        ShowMessageBox(
+            {fmt::format("The watchlist has no room for {} more {}.", count, count == 1 ? "symbol" : "symbols"), "",
+             EBoxButtons::Ok, EBoxIcon::Exclamation});
         return {};
     }
+    const CUndoStep step(doc, count == 1 ? "add symbol" : fmt::format("add {} symbols", count));
+    if (missing > 0 && !doc.InsertRows(first + count - missing, missing)) return {};
     for (int i = 0; i < count; ++i) doc.EnterSymbol(first + i, entered[static_cast<size_t>(i)]);
     doc.SetModified(true);
     doc.RebuildGrid();

@@ -1,37 +1,77 @@
 #pragma once
 
+#include "app/RecentFiles.h"
 #include "watchlist/WatchlistFile.h"
 
 #include <QObject>
 
 #include <string>
+#include <vector>
 
 namespace vx {
 
 class CCommands;
 class CMainFrame;
+class CRegistry;
 
-/// The watchlist file in the user's hands: new, open, save and all that goes with it.
+/// The watchlist file in the user's hands: new, open, save and all that goes with it, each with its questions.
 ///
+/// Shape   paths are bytes as the system takes them
 /// Owns    the file of the frame's document; nothing of the frame, which outlives it
 /// Thread  GUI thread only
 class CFileDesk : public QObject {
     Q_OBJECT
 public:
-    CFileDesk(CMainFrame& frame, CCommands& commands);
+    CFileDesk(CMainFrame& frame, CCommands& commands, CRegistry& registry);
 
-    /// Opens a watchlist file, and says in message boxes what did not go as expected.
+    /// Opens a watchlist file in place of the document, whatever its state, and says in message boxes what did not go
+    /// as expected.
     ///
-    /// Shape   path: bytes as the system takes them
     /// Errors  false when it could not be opened; the document stays as it was
     bool Open(const std::string& path);
+    /// As Open for a file that the user chose: asks first what is to become of unsaved changes.
+    bool OpenInstead(const std::string& path);
+    /// An earlier content of the document's file, as unsaved changes of it.
+    bool OpenFormer(const SGeneration& generation);
+    /// Recovered changes, as unsaved changes of the file that they belong to. Asks as OpenInstead does.
+    bool OpenRecovered(const SRecovery& recovery);
+    /// Files were dropped on the window: the first is opened, or imported when it holds a list of symbols.
+    void TakeDropped(const std::vector<std::string>& paths);
     void New();
 
+    /// Both false when the document is not on disk: it failed, or the user thought better of it.
+    bool Save();
+    bool SaveAs();
+
+    /// Asks whether unsaved changes are to be saved, and saves them; false: the user wants to go on with them.
+    bool MayLeave();
+    /// As MayLeave, then closes the document for good.
+    bool MayClose();
+
+    /// Shows in the window whether the document is modified.
+    void ShowModified();
+
     CWatchlistFile& File() { return m_file; }
+    CRecentFiles& Recent() { return m_recent; }
+
+Q_SIGNALS:
+    /// The document is another one, or was saved.
+    void Changed();
+    /// The user wants the symbols of a file in the watchlist.
+    void ImportAsked(const std::string& path);
 
 private:
+    void AskAndOpen();
+    bool Write(const std::string& path);
+    bool AgreesTo(const SFileResult& result, SSaveConsent& consent, bool& elsewhere) const;
+    void Finish(const SFileResult& result);
+    void TellUncarried(const std::vector<std::string>& uncarried);
+    std::string Name() const;
+
     CMainFrame& m_frame;
     CWatchlistFile m_file;
+    CRecentFiles m_recent;
+    std::vector<std::string> m_toldUncarried; ///< What the user knows of already.
 };
 
 } // namespace vx

@@ -17,6 +17,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSplitter>
+#include <QTextOption>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -28,11 +29,22 @@ namespace {
 constexpr int kMostFilterText = 255;
 /// Symbols of a headline whose row a double click looks for.
 constexpr size_t kMostSymbolsTried = 1000;
+/// Longer words are looked through again for each line that they are broken into, which holds the window for seconds
+/// at 60 KB: a text with one of them is broken anywhere.
+constexpr size_t kMostWord = 300;
+
+bool HasHugeWord(std::string_view text) {
+    size_t length = 0;
+    return std::ranges::any_of(text, [&](char c) {
+        length = c == ' ' ? 0 : length + 1;
+        return length > kMostWord;
+    });
+}
 
 } // namespace
 
 CHeadlinesDlg::CHeadlinesDlg(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* parent)
-    : CRowWindow(doc, grid, parent), m_rowOnly(new QRadioButton(tr("&Row's symbol"))),
+    : CRowWindow(doc, grid, Qt::BottomLeftCorner, parent), m_rowOnly(new QRadioButton(tr("&Row's symbol"))),
       m_all(new QRadioButton(tr("&All symbols"))), m_filter(new QLineEdit),
       m_list(new CListView(QStringLiteral("headlines"), tr("Headlines, newest first"), this)),
       m_detail(new QPlainTextEdit), m_state(new QLabel), m_headlines(new CHeadlineModel(doc.Headlines(), this)) {
@@ -95,7 +107,9 @@ void CHeadlinesDlg::MakeLayout() {
     layout->addLayout(top);
     layout->addWidget(panes, 1);
     layout->addLayout(bottom);
-    resize(760, 480);
+    resize(690, 450);
+    QWidget* order[] = {m_rowOnly, m_all, m_filter, m_list, m_detail, buttons->button(QDialogButtonBox::Close)};
+    for (size_t i = 1; i < std::size(order); ++i) setTabOrder(order[i - 1], order[i]);
     m_list->setFocus();
 }
 
@@ -147,6 +161,8 @@ void CHeadlinesDlg::ShowDetail() {
     if (number == m_detailNumber) return; // Writing it again would lose what the user has selected.
     m_detailNumber = number;
     if (!headline) return m_detail->clear();
+    m_detail->setWordWrapMode(HasHugeWord(headline->text) ? QTextOption::WrapAnywhere
+                                                          : QTextOption::WrapAtWordBoundaryOrAnywhere);
     m_detail->setPlainText(ShownText(HeadlineTime(headline->time), kMostShownRow) + QStringLiteral("   ") +
                            HeadlineSymbols(*headline, kMostShownRow) + QStringLiteral("\n\n") +
                            ShownText(headline->text, headline->text.size()));

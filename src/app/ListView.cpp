@@ -4,12 +4,23 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 
 namespace vx {
 
 namespace {
 
 constexpr int kEmptyTextMargin = 16;
+constexpr int kRowPadding = 3; ///< Above and below the text.
+
+/// Rows with some air between them.
+class CRowDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, 2 * kRowPadding);
+    }
+};
 
 } // namespace
 
@@ -25,6 +36,7 @@ CListView::CListView(const QString& name, const QString& label, QWidget* parent)
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     setTabKeyNavigation(false);
+    setItemDelegate(new CRowDelegate(this));
     header()->setMinimumSectionSize(24);
     connect(this, &QTreeView::doubleClicked, this, &CListView::RowDoubleClicked);
 }
@@ -64,7 +76,7 @@ void CListView::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (!enter) return QTreeView::keyPressEvent(event);
     event->accept(); // Not for the dialog's default button.
-    if (currentIndex().isValid()) Q_EMIT RowEntered(currentIndex());
+    if (selectionModel() && selectionModel()->hasSelection()) Q_EMIT RowEntered(currentIndex());
 }
 
 } // namespace vx

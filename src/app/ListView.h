@@ -29,7 +29,7 @@ public:
 Q_SIGNALS:
     /// Double click on a row.
     void RowDoubleClicked(const QModelIndex& index);
-    /// Enter on the current row.
+    /// Enter while something is selected, on the current row.
     void RowEntered(const QModelIndex& index);
 
 protected:

@@ -4,6 +4,8 @@
 #include "app/AlertDesk.h"
 #include "app/BoardDesk.h"
 #include "app/FileDesk.h"
+#include "app/FileDrop.h"
+#include "app/FileMenus.h"
 #include "app/FindDesk.h"
 #include "app/FormatDesk.h"
 #include "app/FramePlacement.h"
@@ -11,9 +13,11 @@
 #include "app/MainMenus.h"
 #include "app/MarketDesk.h"
 #include "app/ProcessAge.h"
+#include "app/RecoveryDesk.h"
 #include "app/StatusPanes.h"
 #include "base/Clock.h"
 #include "base/Log.h"
+#include "base/Registry.h"
 #include "base/Text.h"
 #include "data/MessageNames.h"
 #include "grid/QtText.h"
@@ -88,21 +92,26 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
 void CMainFrame::MakeDesks() {
     m_commands = new CCommands(*this);
     m_menus = new CMainMenus(*this, *m_commands);
-    m_files = new CFileDesk(*this, *m_commands);
+    m_files = new CFileDesk(*this, *m_commands, CRegistry::CurrentUser());
+    m_recovery = new CRecoveryDesk(*this, *m_files);
+    auto* fileMenus = new CFileMenus(*m_files, *m_menus);
+    connect(fileMenus, &CFileMenus::RecoveryAsked, m_recovery, [this] { m_recovery->Offer(true); });
+    connect(new CFileDrop(*this), &CFileDrop::Dropped, m_files, &CFileDesk::TakeDropped);
     m_board = new CBoardDesk(*this, *m_commands);
     m_alerts = new CAlertDesk(*this, *m_commands);
     m_market = new CMarketDesk(*this, *m_commands);
     new CFindDesk(*this, *m_commands);
     new CFormatDesk(*this, *m_commands);
-    new CLinkDesk(*this, *m_commands);
+    m_links = new CLinkDesk(*this, *m_commands);
     m_commands->Refresh();
 }
 
 CMainFrame::~CMainFrame() {
     m_status.stop();
     m_doc->Alerts().SetNotices(nullptr);
-    for (QObject* desk : {static_cast<QObject*>(m_files), static_cast<QObject*>(m_board),
-                          static_cast<QObject*>(m_alerts), static_cast<QObject*>(m_market)})
+    for (QObject* desk :
+         {static_cast<QObject*>(m_recovery), static_cast<QObject*>(m_files), static_cast<QObject*>(m_board),
+          static_cast<QObject*>(m_alerts), static_cast<QObject*>(m_market), static_cast<QObject*>(m_links)})
         delete desk;
     delete m_view; // The view looks at the document until it is gone.
     m_view = nullptr;
@@ -179,8 +188,17 @@ void CMainFrame::SetAlwaysOnTop(bool onTop) {
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
+    // The answer to the question may take long, and the window may move meanwhile.
+    event->setAccepted(m_files->MayClose());
+    if (event->isAccepted()) StorePlacement();
+}
+
+void CMainFrame::StorePlacement() {
     if (m_commandLine.screenshot.empty()) WriteStoredPlacement(m_settings, Placement());
-    event->accept();
+}
+
+void CMainFrame::customEvent(QEvent* event) {
+    if (event->type() == RegisterMessage(kSaveWorkspaceMessageName)) m_links->SaveWorkspace();
 }
 
 // Starting the feed: only after the first paint, since a feed client that is not there yet holds the thread.
@@ -205,6 +223,8 @@ void CMainFrame::SetStatusText(std::string_view text) { m_panes->SetStatus(QtTex
 void CMainFrame::SetDocumentTitle(std::string_view title) { SetTitleDocument(QtText(title)); }
 
 void CMainFrame::OnStatusTimer() {
+    m_files->ShowModified();
+    m_recovery->Poll();
     m_health.Tick(CClock::Instance().MonotonicMs());
     const bool live = m_health.IsLive();
     m_panes->SetFeed(QtText(m_health.StateText()), QtText(m_health.AgeText()), live);

@@ -23,6 +23,7 @@ class CFileDesk;
 class CLinkDesk;
 class CMainMenus;
 class CMarketDesk;
+class CRecoveryDesk;
 class CSettings;
 class CStatusPanes;
 class CWatchlistDoc;
@@ -52,6 +53,7 @@ public:
     CBoardDesk& Board() { return *m_board; }
     CAlertDesk& AlertNotices() { return *m_alerts; }
     CMarketDesk& Market() { return *m_market; }
+    CRecoveryDesk& Recovery() { return *m_recovery; }
     /// The names of markets and security types that the store shows.
     CLookupTables& LookupTables() { return m_lookupTables; }
 
@@ -62,6 +64,10 @@ public:
     /// Leaves the feed alone when the window is shown: the caller opens the ports itself.
     void KeepFeedClosed() { m_feedStarted = true; }
     void ShowAbout();
+    /// The symbols that the command line named are for the document that the program started with.
+    void ForgetCommandLineSymbols() { m_commandLine.symbol.clear(); }
+    /// Keeps the window's place for the next run.
+    void StorePlacement();
     void SetAlwaysOnTop(bool onTop);
     bool IsAlwaysOnTop() const { return windowFlags().testFlag(Qt::WindowStaysOnTopHint); }
     /// Where the window stands, and how.
@@ -85,6 +91,8 @@ protected:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    /// The registered message that saves the workspace.
+    void customEvent(QEvent* event) override;
 
 private:
     void SendNewsRequest(std::string_view request) override;
@@ -113,6 +121,8 @@ private:
     CBoardDesk* m_board = nullptr;
     CAlertDesk* m_alerts = nullptr;
     CMarketDesk* m_market = nullptr;
+    CRecoveryDesk* m_recovery = nullptr;
+    CLinkDesk* m_links = nullptr;
     QTimer m_status;
     bool m_live = true;
     int m_statusTick = 0;

@@ -33,6 +33,7 @@ constexpr SOption kOptions[] = {
     {"type", true, [](Info& i, const std::string& v) { i.type = v; }},
     {"interval", true, [](Info& i, const std::string& v) { i.interval = v; }},
     {"starter", false, [](Info& i, const std::string&) { i.starter = true; }},
+    {"save-workspace", false, [](Info& i, const std::string&) { i.saveWorkspace = true; }},
     {"screenshot", true, [](Info& i, const std::string& v) { i.screenshot = v; }},
     {"seconds", true, [](Info& i, const std::string& v) { i.seconds = ReadInt32(v); }},
     {"width", true, [](Info& i, const std::string& v) { i.width = ReadInt32(v); }},
@@ -106,6 +107,7 @@ const char* CommandLineHelp() {
            "  -max, -min               starts maximised or minimised\n"
            "  --starter                opens an untitled copy of the starter list\n"
            "  --theme NAME             system, light or dark, for this run\n"
+           "  --save-workspace         has every running window note its place and its file, and ends\n"
            "  --screenshot FILE        renders the live window without a display and writes a PNG\n"
            "      --seconds N          ... after N seconds (default 4)\n"
            "      --width N --height N ... of this size (default 1320 by 760)\n"

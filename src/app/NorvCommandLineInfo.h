@@ -33,6 +33,7 @@ public:
     std::string interval;                        ///< -interval, kept for the caller
     std::string file;                            ///< watchlist to open
     bool starter = false;                        ///< --starter: an untitled copy of the starter list
+    bool saveWorkspace = false;                  ///< --save-workspace: tell the running windows, and end
     std::string screenshot;                      ///< --screenshot FILE: render offscreen, write a PNG, end
     std::optional<int> seconds;                  ///< --seconds N: how long the window runs before the picture
     std::optional<int> width, height;            ///< --width, --height of the picture

@@ -21,8 +21,12 @@ void CNorvMainFrame::SetTitleDocument(const QString& title) {
     ShowTitle();
 }
 
+// The platform puts its mark of a modified document in the place of "[*]"; a name that holds these characters itself
+// has them doubled.
 void CNorvMainFrame::ShowTitle() {
-    setWindowTitle(m_documentTitle.isEmpty() ? m_frameTitle : m_frameTitle + QStringLiteral(" - ") + m_documentTitle);
+    const QString mark = QStringLiteral("[*]");
+    QString title = m_documentTitle.isEmpty() ? m_frameTitle : m_frameTitle + QStringLiteral(" - ") + m_documentTitle;
+    setWindowTitle(title.replace(mark, mark + mark) + mark);
 }
 
 } // namespace vx

@@ -7,10 +7,21 @@
 #include <QHideEvent>
 #include <QShowEvent>
 
+#include <algorithm>
+#include <utility>
+
 namespace vx {
 
-CRowWindow::CRowWindow(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* parent)
-    : QDialog(parent), m_doc(doc), m_grid(grid) {
+namespace {
+
+constexpr int kMargin = 28; ///< To the edges of the parent window.
+/// The parent's status bar, which stays in sight, and the window's own title bar.
+constexpr int kBarsHeight = 40;
+
+} // namespace
+
+CRowWindow::CRowWindow(CWatchlistDoc& doc, CWatchlistGrid& grid, Qt::Corner corner, QWidget* parent)
+    : QDialog(parent), m_doc(doc), m_grid(grid), m_corner(corner) {
     setSizeGripEnabled(true);
     m_beat.setInterval(kBeatMs);
     connect(&m_beat, &QTimer::timeout, this, [this] { Refresh(); });
@@ -19,7 +30,18 @@ CRowWindow::CRowWindow(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* parent
     });
 }
 
+void CRowWindow::MoveToCorner() {
+    if (std::exchange(m_placed, true) || !parentWidget()) return;
+    const QRect room =
+        parentWidget()->window()->geometry().adjusted(kMargin, kMargin, -kMargin, -kMargin - kBarsHeight);
+    const bool left = m_corner == Qt::TopLeftCorner || m_corner == Qt::BottomLeftCorner;
+    const bool top = m_corner == Qt::TopLeftCorner || m_corner == Qt::TopRightCorner;
+    move(left ? room.left() : std::max(room.left(), room.right() - width()),
+         top ? room.top() : std::max(room.top(), room.bottom() - height()));
+}
+
 void CRowWindow::ShowInFront() {
+    MoveToCorner();
     if (isMinimized()) showNormal();
     show();
     raise();

@@ -21,7 +21,8 @@ public:
     /// What it shows follows the feed and the focus row at this beat, and costs nothing while it is closed.
     static constexpr int kBeatMs = 250;
 
-    CRowWindow(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* parent);
+    /// corner: where in its parent window it is first shown, so that it hides little of the board.
+    CRowWindow(CWatchlistDoc& doc, CWatchlistGrid& grid, Qt::Corner corner, QWidget* parent);
 
     void ShowInFront();
     /// Shows what there is now.
@@ -39,8 +40,12 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    void MoveToCorner();
+
     CWatchlistDoc& m_doc;
     CWatchlistGrid& m_grid;
+    Qt::Corner m_corner;
+    bool m_placed = false;
     QTimer m_beat;
 };
 

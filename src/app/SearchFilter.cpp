@@ -67,9 +67,17 @@ CSearchFilter::CSearchFilter(QWidget* parent)
     connect(m_choice, &QComboBox::currentIndexChanged, this, [this](int index) { SetMode(EMode(index)); });
     connect(m_again, &QPushButton::clicked, this, &CSearchFilter::Fill);
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &CSearchFilter::ShowHint);
-    m_list->hide();
+    ShowList(false);
     m_again->hide();
 }
+
+// Without its list the filter leaves its room to the results.
+void CSearchFilter::ShowList(bool shown) {
+    m_list->setVisible(shown);
+    setSizePolicy(QSizePolicy::Preferred, shown ? QSizePolicy::Expanding : QSizePolicy::Maximum);
+}
+
+std::array<QWidget*, 3> CSearchFilter::InTabOrder() const { return {m_choice, m_again, m_list}; }
 
 void CSearchFilter::SetTimeoutMs(int milliseconds) {
     m_markets.SetTimeoutMs(milliseconds);
@@ -85,7 +93,7 @@ void CSearchFilter::SetMode(EMode mode) {
 
 void CSearchFilter::Fill() {
     m_rows->removeRows(0, m_rows->rowCount());
-    m_list->setVisible(m_mode != kNone);
+    ShowList(m_mode != kNone);
     m_again->hide();
     if (m_mode == kMarkets) {
         m_marketsTried = true;

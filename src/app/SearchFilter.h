@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+#include <array>
 #include <string>
 
 class QComboBox;
@@ -30,6 +31,7 @@ public:
 
     explicit CSearchFilter(QWidget* parent);
 
+    std::array<QWidget*, 3> InTabOrder() const;
     /// See CLookupSystemInfo::SetTimeoutMs.
     void SetTimeoutMs(int milliseconds);
 
@@ -47,6 +49,7 @@ private:
     void Fill();
     template <typename TTable> void FillFrom(TTable& table, const QString& nothing);
     void ShowHint();
+    void ShowList(bool shown);
 
     CListedMarkets m_markets;
     CSecurityTypes m_types;

@@ -110,6 +110,10 @@ void CSymbolSearchDlg::MakeLayout() {
     layout->addWidget(m_list, 3);
     layout->addLayout(bottom);
     resize(560, 560);
+
+    const auto [choice, again, names] = m_filter->InTabOrder();
+    QWidget* order[] = {m_text, m_search, m_stop, m_bySymbol, m_byDescription, choice, again, names, m_list, ok};
+    for (size_t i = 1; i < std::size(order); ++i) setTabOrder(order[i - 1], order[i]);
 }
 
 void CSymbolSearchDlg::ConnectWidgets() {
@@ -157,6 +161,7 @@ void CSymbolSearchDlg::TakeResults() {
                         ShownText(result.description, CSearchResults::kMostTextBytes)});
     }
     m_results->Append(rows);
+    if (m_results->rowCount() == 1 && FoundCount() == 0) m_list->setFirstColumnSpanned(0, {}, true);
     ShowState();
 }
 
@@ -166,12 +171,16 @@ void CSymbolSearchDlg::accept() {
     QModelIndexList rows = m_list->selectionModel()->selectedRows();
     std::sort(rows.begin(), rows.end());
     for (const QModelIndex& row : rows) m_allChosen.push_back(m_results->SymbolAt(m_sorted->mapToSource(row).row()));
-    m_timer.stop();
     if (m_allChosen.empty())
         m_results->Clear();
     else
         m_chosen = m_allChosen.front();
     QDialog::accept();
+}
+
+void CSymbolSearchDlg::done(int result) {
+    m_timer.stop();
+    QDialog::done(result);
 }
 
 // What is going on

@@ -44,6 +44,7 @@ public:
     const std::vector<std::string>& ChosenSymbols() const { return m_allChosen; }
 
     void accept() override;
+    void done(int result) override;
 
 private:
     enum class EState { Idle, NotSent, Searching, Stopped };

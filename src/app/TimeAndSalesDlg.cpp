@@ -19,7 +19,8 @@
 namespace vx {
 
 CTimeAndSalesDlg::CTimeAndSalesDlg(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* parent)
-    : CRowWindow(doc, grid, parent), m_name(new QLabel), m_follow(new QCheckBox(tr("&Follow the row"))),
+    : CRowWindow(doc, grid, Qt::BottomRightCorner, parent), m_name(new QLabel),
+      m_follow(new QCheckBox(tr("&Follow the row"))),
       m_list(new CListView(QStringLiteral("trades"), tr("Trades, newest first"), this)), m_state(new QLabel),
       m_trades(new CTradeModel(this)) {
     setObjectName(QStringLiteral("timeAndSales"));
@@ -35,7 +36,7 @@ CTimeAndSalesDlg::CTimeAndSalesDlg(CWatchlistDoc& doc, CWatchlistGrid& grid, QWi
     m_state->setTextFormat(Qt::PlainText);
     m_state->setObjectName(QStringLiteral("state"));
     m_list->setModel(m_trades);
-    m_list->SetColumnWidths({130, 44, 90, 70, 90, 70});
+    m_list->SetColumnWidths({110, 44, 90, 70, 90, 70});
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     buttons->button(QDialogButtonBox::Close)->setAutoDefault(false);
@@ -52,7 +53,9 @@ CTimeAndSalesDlg::CTimeAndSalesDlg(CWatchlistDoc& doc, CWatchlistGrid& grid, QWi
     layout->addLayout(top);
     layout->addWidget(m_list, 1);
     layout->addLayout(bottom);
-    resize(540, 460);
+    resize(520, 450);
+    setTabOrder(m_follow, m_list);
+    setTabOrder(m_list, buttons->button(QDialogButtonBox::Close));
     m_list->setFocus();
 }
 

@@ -3,7 +3,9 @@
 #include "app/FileDesk.h"
 #include "app/MainFrame.h"
 #include "app/QtMessageBox.h"
+#include "app/RecoveryDesk.h"
 #include "app/Screenshot.h"
+#include "app/SessionEnd.h"
 #include "base/Log.h"
 #include "grid/QtText.h"
 #include "settings/LogSettings.h"
@@ -11,6 +13,7 @@
 
 #include <QFile>
 #include <QIcon>
+#include <QTimer>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -22,6 +25,8 @@ namespace {
 constexpr int kScreenshotWidth = 1320;
 constexpr int kScreenshotHeight = 760;
 constexpr int kLargestPicture = 8192;
+// The window is painted and the feed under way before a dialog stands over it.
+constexpr int kOfferRecoveryMs = 400;
 
 // The starter list is part of the program.
 constexpr const char* kStarterList = ":/starter.vxw";
@@ -49,11 +54,14 @@ bool CWatchlistApp::InitInstance() {
         if (picture && !m_commandLine.file.empty()) return false;
         m_frame->Document().NewDocument();
     }
-    if (picture)
+    if (picture) {
         m_frame->ShowSized(std::clamp(m_commandLine.width.value_or(kScreenshotWidth), 1, kLargestPicture),
                            std::clamp(m_commandLine.height.value_or(kScreenshotHeight), 1, kLargestPicture));
-    else
-        m_frame->ShowPlaced();
+        return true;
+    }
+    m_frame->ShowPlaced();
+    new CSessionEnd(*m_frame); // The frame's child.
+    QTimer::singleShot(kOfferRecoveryMs, m_frame.get(), [this] { m_frame->Recovery().Offer(false); });
     return true;
 }
 

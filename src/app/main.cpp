@@ -1,8 +1,10 @@
 #include "app/NorvCommandLineInfo.h"
 #include "app/Screenshot.h"
 #include "app/WatchlistApp.h"
+#include "app/WindowSlot.h"
 #include "base/Log.h"
 #include "base/Registry.h"
+#include "base/UserFolders.h"
 #include "feed/Product.h"
 #include "grid/QtText.h"
 
@@ -31,6 +33,17 @@ bool HasDisplay(const std::vector<std::string>& arguments) {
            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 }
 
+// Asks the running windows to save the workspace; needs no display. Returns the exit code.
+int SaveWorkspace() {
+    constexpr int kAnswerMs = 5000;
+    const vx::SWorkspaceCall call = vx::CallWindows(vx::UserRuntimeFolder(), kAnswerMs);
+    if (call.windows == 0) std::fputs("zantrel-watchlist: no window is running, so nothing was saved.\n", stderr);
+    if (call.saved < call.windows)
+        std::fprintf(stderr, "zantrel-watchlist: %d of %d windows did not save the workspace.\n",
+                     call.windows - call.saved, call.windows);
+    return call.windows > 0 && call.saved == call.windows ? 0 : 1;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -44,6 +57,7 @@ int main(int argc, char** argv) {
         std::printf("zantrel-watchlist %s\n", vx::kProgramVersion);
         return 0;
     }
+    if (commandLine.saveWorkspace) return SaveWorkspace();
     qInstallMessageHandler(LogToolkitMessage);
     vx::PrepareScreenshot(commandLine);
     if (!HasDisplay(arguments)) {
@@ -54,6 +68,7 @@ int main(int argc, char** argv) {
     }
     QApplication::setApplicationName(QStringLiteral("zantrel-watchlist"));
     QApplication::setApplicationVersion(QString::fromLatin1(vx::kProgramVersion));
+    QApplication::setDesktopFileName(QStringLiteral("zantrel-watchlist")); // As the file is called that is installed.
     vx::CWatchlistApp app(argc, argv, vx::CRegistry::CurrentUser());
     return app.InitInstance() ? app.Run() : 1;
 }

@@ -12,6 +12,8 @@ inline constexpr std::string_view kStartupKey = "Software\\Norv\\Zantrel\\Startu
 inline constexpr std::string_view kWorkspacesKey = "Software\\Norv\\Zantrel\\Workspaces";
 /// What the display programs share: recent files and window state of the application framework.
 inline constexpr std::string_view kApplicationProfileKey = "Software\\Norv\\Zantrel\\DisplayApps";
+/// The watchlist files that were opened or saved last: texts "File1" to "File10", the latest first.
+inline constexpr std::string_view kRecentFilesKey = "Software\\Norv\\Zantrel\\DisplayApps\\Watchlist\\Recent File List";
 /// The application-wide settings of the watchlist; docs/settings.md lists them.
 inline constexpr std::string_view kApplicationSettingsKey =
     "Software\\Norv\\Zantrel\\DisplayApps\\Watchlist\\Application Settings";

@@ -1,5 +1,7 @@
 #include "base/UserFolders.h"
 
+#include <fmt/format.h>
+
 #include <cstdlib>
 #include <pwd.h>
 #include <unistd.h>
@@ -24,5 +26,10 @@ std::string Folder(const char* variable, const char* belowHome) {
 std::string UserConfigFolder() { return Folder("XDG_CONFIG_HOME", "/.config"); }
 
 std::string UserStateFolder() { return Folder("XDG_STATE_HOME", "/.local/state"); }
+
+std::string UserRuntimeFolder() {
+    const char* value = std::getenv("XDG_RUNTIME_DIR");
+    return value && *value == '/' ? std::string(value) + "/zantrel" : fmt::format("/tmp/zantrel-{}", geteuid());
+}
 
 } // namespace vx

@@ -13,4 +13,8 @@ std::string UserConfigFolder();
 /// Where logs and recovery files stand: $XDG_STATE_HOME/zantrel, else ~/.local/state/zantrel.
 std::string UserStateFolder();
 
+/// Where the sockets stand by which running windows are reached: $XDG_RUNTIME_DIR/zantrel, else a folder of the user's
+/// own in /tmp. Whoever uses it sees to it that it belongs to the user alone.
+std::string UserRuntimeFolder();
+
 } // namespace vx

@@ -30,6 +30,8 @@ enum class EGridPart : uint8_t { Cell, RowHeader, ColumnHeader, Corner, Outside 
 struct SPaintCounters {
     int64_t passes = 0; ///< Paint events.
     int64_t cells = 0;  ///< Cells, header cells included.
+
+    bool operator==(const SPaintCounters&) const = default;
 };
 
 /// A grid of text cells over a source: header row and row-number column that stay, locked columns, a focus cell and a
@@ -91,7 +93,8 @@ public:
     std::string ShownText(int row, int column) const;
 
     /// Opens the editor in a cell that MayEdit(), which becomes the focus cell. It holds EditText(), selected, or the
-    /// initial text with the caret behind it. An edit of another cell is taken over first.
+    /// initial text with the caret behind it. An edit of another cell is taken over first; one of the same cell goes
+    /// on, unless there is an initial text.
     ///
     /// Returns false, and changes nothing, when the cell cannot be edited or is hidden
     bool BeginEdit(int row, int column, std::optional<std::string> initialText = {});

@@ -27,6 +27,10 @@ bool CGridCtrl::BeginEdit(int row, int column, std::optional<std::string> initia
     if (m_editing && m_editedCell != cell) EndEdit(true);
     const bool there = row >= 1 && row <= RowCount() && column >= 1 && column <= ColumnCount();
     if (!there || m_source == nullptr || ColumnWidth(column) == 0 || !MayEdit(row, column)) return false;
+    if (m_editing && !initialText) {
+        m_editor->SetTyped(false); // already open, perhaps with a new text in it
+        return true;
+    }
     EndDrag();
     if (m_selection.focus != cell)
         MoveTo(cell, false);

@@ -29,7 +29,8 @@ void CGridCtrl::UpdateSelection(const SGridSelection& next) {
     if (m_selection == old) return;
     const QRect header(0, 0, viewport()->width(), m_geometry.HeaderHeight());
     viewport()->update(QRegion(header) | RangeRect(old.Range()) | RangeRect(m_selection.Range()));
-    const SGridSelection now = m_selection; // a receiver may select something else
+    if (m_selection.focus != old.focus && hasFocus()) updateMicroFocus(); // not every cell takes texts
+    const SGridSelection now = m_selection;                               // a receiver may select something else
     if (now.focus != old.focus) AnnounceFocusCell(*this);
     if (now.Range() != old.Range()) AnnounceSelection(*this);
     if (now.focus != old.focus) Q_EMIT FocusCellChanged(now.focus.row, now.focus.column);
@@ -87,6 +88,7 @@ void CGridCtrl::MoveTo(SGridCell cell, bool extend) {
 }
 
 bool CGridCtrl::StepInRow(int step) {
+    if (RowCount() == 0) return false;
     // A row with one text across all columns is one stop.
     SGridCell to = m_selection.focus;
     const int column = IsSpan(to.row) ? to.column : NextColumn(to.column, step);

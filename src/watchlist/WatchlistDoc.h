@@ -234,7 +234,7 @@ private:
     CSymbolUpdateMap m_updates;
     CWatchTable m_watched;
     CInvalidSymbols m_invalid;
-    std::set<std::string, std::less<>> m_regionalBases; ///< Symbols whose regions were placed since the last reset.
+    std::set<std::string> m_regionals; ///< Regional symbols that were placed since the last reset.
 
     // Only in an edit batch.
     int m_batchDepth = 0;

@@ -138,6 +138,20 @@ SFileResult CWatchlistFile::OpenRecovered(const SRecovery& recovery) {
     return {};
 }
 
+SFileResult CWatchlistFile::OpenFormer(const SGeneration& generation) {
+    SFileImage image;
+    if (const int error = ReadFile(generation.path, image))
+        return Failure("opened", generation.path, ReadReason(error));
+    CWatchlistReader reader;
+    ReadInBlocks(reader, image.content);
+    const CSupplementFiles::SFound found = m_supplements.Find(m_path, ContentHash(image.content));
+    if (found.supplement) MergeSupplement(*found.supplement, reader.Content());
+    m_doc.OpenContent(reader.Content(), Windows1252FromUtf8(TitleOfPath(m_path)), reader.Report());
+    LogReport(generation.path, reader.Report());
+    m_doc.SetModified(true);
+    return {};
+}
+
 void CWatchlistFile::Forget() {
     m_path.clear();
     m_knownHash = 0;
@@ -195,10 +209,10 @@ SFileResult CWatchlistFile::Replace(const std::string& path, const SPlacement& p
     SFileResult result;
     result.uncarried = DescribeSupplement(supplement);
     int keptError = 0;
-    if (!supplement.IsEmpty()) keptError = m_supplements.Write(path, hash, supplement);
+    if (!supplement.IsEmpty() || m_supplements.HasAny(path)) keptError = m_supplements.Write(path, hash, supplement);
+    if (supplement.IsEmpty()) keptError = 0; // Nothing is lost.
     SFileSignature signature;
     if (const int error = SaveFile(path, text, &signature)) return Failure("saved", path, ErrorText(error));
-    if (supplement.IsEmpty()) m_supplements.Remove(path, hash);
     m_supplements.RemoveOld(path);
     m_knownHash = hash;
     m_onDisk = true;

@@ -61,6 +61,9 @@ public:
     SFileResult Open(const std::string& path);
     /// Puts a recovered watchlist into the document, which is modified then. Saving goes to the file that it had.
     SFileResult OpenRecovered(const SRecovery& recovery);
+    /// Puts a former content of the document's file into the document, which is modified then: a save would make it the
+    /// file's content again.
+    SFileResult OpenFormer(const SGeneration& generation);
 
     /// Writes the document to its file. The content that this replaces is kept as a generation.
     ///

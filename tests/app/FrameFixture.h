@@ -11,6 +11,8 @@
 #include "watchlist/WatchlistGrid.h"
 #include "watchlist/WatchlistView.h"
 
+#include <QAction>
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -20,10 +22,14 @@
 
 namespace vx::test {
 
-/// A main frame whose settings and ports stand in a folder of the test's own.
+/// A main frame whose settings, ports, recovery files and sockets stand in a folder of the test's own.
 class CFrameFixture : public testing::Test {
 protected:
-    CFrameFixture() { setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1); }
+    CFrameFixture() {
+        for (const char* variable : {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_RUNTIME_DIR"})
+            setenv(variable, folder.Path().c_str(), 1);
+        setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent", 1); // No notification reaches a real desktop.
+    }
 
     void PortsAre(uint16_t level1, uint16_t lookup, uint16_t admin) {
         CRegistry& registry = CRegistry::CurrentUser();
@@ -52,6 +58,11 @@ protected:
     CApplicationProfile profile{CRegistry::CurrentUser(), kApplicationProfileKey};
     CConfigWriter writer{profile};
     CSettings settings{writer};
+
+    /// The window goes without being asked anything, as at a crash.
+    void DropFrame() { m_frame.reset(); }
+    /// A command, by its id.
+    void Do(const char* command) { m_frame->findChild<QAction*>(QString::fromLatin1(command))->trigger(); }
 
 private:
     std::unique_ptr<CMainFrame> m_frame;

@@ -170,13 +170,13 @@ TEST_F(CMainFrameTest, TheCommandLinePlacesTheWindowBeforeTheFileAndTheLastRun) 
     EXPECT_EQ(QRect(named.pos(), named.size()), QRect(100, 20, 700, 300));
 }
 
-TEST_F(CMainFrameTest, TheTitleIsTheProgramsAndTheDocuments) {
+TEST_F(CMainFrameTest, TheTitleIsTheProgramsAndTheDocumentsWithThePlatformsMark) {
     CMainFrame& frame = Frame();
-    EXPECT_EQ(frame.windowTitle(), QStringLiteral("Zantrel Watchlist"));
+    EXPECT_EQ(frame.windowTitle(), QStringLiteral("Zantrel Watchlist[*]"));
     frame.Document().OpenText("TrailingRows=1\r\n", "Banks");
-    EXPECT_EQ(frame.windowTitle(), QStringLiteral("Zantrel Watchlist - Banks"));
+    EXPECT_EQ(frame.windowTitle(), QStringLiteral("Zantrel Watchlist - Banks[*]"));
     frame.Document().CloseDocument();
-    EXPECT_EQ(frame.windowTitle(), QStringLiteral("Zantrel Watchlist"));
+    EXPECT_EQ(frame.windowTitle(), QStringLiteral("Zantrel Watchlist[*]"));
 }
 
 TEST_F(CMainFrameTest, TheAboutBoxShowsTheConnections) {

@@ -191,6 +191,8 @@ TEST_F(GridEdit, AnEditGoesWithItsCellAndAnotherOneTakesItOver) {
     grid.BeginEdit(3, 2);
     EXPECT_TRUE(grid.IsBusy());
     EXPECT_TRUE(grid.BeginEdit(4, 2, "new"));
+    EXPECT_TRUE(grid.BeginEdit(4, 2));
+    EXPECT_EQ(Editor().text(), QStringLiteral("new")) << "what was typed stays";
     EXPECT_EQ(TakeLog(), QStringLiteral("3,2 'IBM' 'IBM';"));
     for (const SGridCell& none : {SGridCell{0, 1}, {1, 0}, {101, 1}, {1, 11}, {9, 1}})
         EXPECT_FALSE(grid.BeginEdit(none.row, none.column));

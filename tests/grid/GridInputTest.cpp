@@ -56,6 +56,11 @@ TEST_F(GridInput, TheMouseSelectsCellsRangesColumnsRowsAndAll) {
     EXPECT_EQ(grid.SelectedRange(), (SGridRange{5, 8, 1, 3})) << "from the same corner";
     Drag(Middle(2, 2), Middle(4, 3));
     EXPECT_EQ(grid.SelectedRange(), (SGridRange{2, 4, 2, 3}));
+    QTest::mousePress(Cells(), Qt::LeftButton, {}, Middle(2, 2));
+    QMouseEvent idle(QEvent::MouseMove, Middle(5, 3), Cells()->mapToGlobal(Middle(5, 3)), Qt::NoButton, {}, {});
+    QApplication::sendEvent(Cells(), &idle);
+    EXPECT_EQ(grid.SelectedRange(), (SGridRange{2, 2, 2, 2})) << "another window got the release";
+    EXPECT_FALSE(grid.IsBusy());
     Click(0, 3);
     EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 3, 3}));
     Click(0, 2, Qt::ShiftModifier);

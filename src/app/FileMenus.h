@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <string>
+
+class QFontMetrics;
+class QMenu;
+
+namespace vx {
+
+class CFileDesk;
+class CMainMenus;
+
+/// How a recent file is called in a menu: its number as access key, and its path, in the middle of which is left out
+/// what would make the menu too wide.
+QString RecentFileLabel(size_t number, const std::string& path, const QFontMetrics& metrics);
+
+/// The two menus of files that change from day to day: the recent files, and the former contents of the open one.
+///
+/// Shape   filled anew each time they open
+/// Owns    nothing: desk and menus outlive it
+/// Thread  GUI thread only
+class CFileMenus : public QObject {
+    Q_OBJECT
+public:
+    CFileMenus(CFileDesk& files, const CMainMenus& menus);
+
+Q_SIGNALS:
+    /// The user looks for unsaved changes of an earlier run.
+    void RecoveryAsked();
+
+private:
+    void FillRecent(QMenu& menu);
+    void FillVersions(QMenu& menu);
+    void OpenRecent(const std::string& path);
+
+    CFileDesk& m_files;
+};
+
+} // namespace vx

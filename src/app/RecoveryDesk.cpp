@@ -1,0 +1,49 @@
+#include "app/RecoveryDesk.h"
+
+#include "app/FileDesk.h"
+#include "app/MainFrame.h"
+#include "app/RecoveryDlg.h"
+#include "base/Clock.h"
+#include "base/Log.h"
+#include "base/MessageBox.h"
+#include "base/UserFolders.h"
+
+#include <QTimer>
+
+namespace vx {
+
+CRecoveryDesk::CRecoveryDesk(CMainFrame& frame, CFileDesk& files)
+    : QObject(&frame), m_frame(frame), m_files(files), m_keeper(frame.Document(), files.File()) {
+    connect(&files, &CFileDesk::Changed, this, &CRecoveryDesk::Poll);
+}
+
+void CRecoveryDesk::Poll() {
+    m_keeper.Poll(m_frame.Placement(), CClock::Instance().MonotonicMs());
+    const std::string error = m_keeper.TakeError();
+    if (error.empty()) return;
+    LogInformation(error);
+    // A box that opened here would hold up the timer that came here.
+    QTimer::singleShot(0, this, [error] { ShowMessageBox({error, {}, EBoxButtons::Ok, EBoxIcon::Exclamation}); });
+}
+
+void CRecoveryDesk::KeepNow() {
+    m_keeper.KeepNow(m_frame.Placement());
+    if (m_keeper.HasFailed()) LogInformation("Unsaved changes could not be kept at the end of the session.");
+}
+
+void CRecoveryDesk::Offer(bool userAsked) {
+    std::vector<SRecovery> found = FindRecoveries(UserStateFolder());
+    if (found.empty()) {
+        if (userAsked)
+            ShowMessageBox(
+                {"There are no unsaved changes of an earlier run.", {}, EBoxButtons::Ok, EBoxIcon::Information});
+        return;
+    }
+    CRecoveryDlg dialog(std::move(found), &m_frame);
+    dialog.exec();
+    // What was not chosen is free again before another box may open: other windows may offer it.
+    const std::optional<SRecovery> chosen = dialog.TakeChosen();
+    if (chosen && m_files.OpenRecovered(*chosen)) m_keeper.Adopt(*chosen);
+}
+
+} // namespace vx

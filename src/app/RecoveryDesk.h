@@ -1,0 +1,38 @@
+#pragma once
+
+#include "watchlist/RecoveryKeeper.h"
+
+#include <QObject>
+
+namespace vx {
+
+class CFileDesk;
+class CMainFrame;
+
+/// Sees to it that unsaved changes outlive the program, and gives those of an earlier run back.
+///
+/// Owns    the keeper of the frame's document; nothing of frame and files, which outlive it
+/// Thread  GUI thread only
+class CRecoveryDesk : public QObject {
+    Q_OBJECT
+public:
+    CRecoveryDesk(CMainFrame& frame, CFileDesk& files);
+
+    /// Keeps what is to be kept by now; the frame's timer calls it.
+    void Poll();
+    /// The program is about to end without a question: what is not saved is on disk when this returns.
+    void KeepNow();
+
+    /// Offers the changes that an earlier run left behind; does nothing when there are none, unless the user asked.
+    void Offer(bool userAsked);
+
+    /// Waits until the disk has what was asked for.
+    void Flush() { m_keeper.Flush(); }
+
+private:
+    CMainFrame& m_frame;
+    CFileDesk& m_files;
+    CRecoveryKeeper m_keeper;
+};
+
+} // namespace vx

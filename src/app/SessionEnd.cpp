@@ -1,0 +1,76 @@
+#include "app/SessionEnd.h"
+
+#include "app/MainFrame.h"
+#include "app/RecoveryDesk.h"
+#include "base/Log.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QSessionManager>
+#include <QSocketNotifier>
+
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace vx {
+
+namespace {
+
+constexpr int kSignals[] = {SIGTERM, SIGINT, SIGHUP};
+// What a shell reports for a program that a signal ended.
+constexpr int kExitOfSignal = 128;
+
+volatile sig_atomic_t g_wakeEnd = -1;
+
+extern "C" void OnEndSignal(int signal) {
+    const int saved = errno;
+    const auto byte = static_cast<unsigned char>(signal);
+    // A full pipe holds a signal already.
+    if (g_wakeEnd >= 0) [[maybe_unused]]
+        const ssize_t ignored = write(g_wakeEnd, &byte, 1);
+    errno = saved;
+}
+
+} // namespace
+
+CSessionEnd::CSessionEnd(CMainFrame& frame) : QObject(&frame), m_frame(frame) {
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager&) { Leave(); });
+    if (pipe2(m_pipe, O_CLOEXEC | O_NONBLOCK) != 0) return;
+    auto* notifier = new QSocketNotifier(m_pipe[0], QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, &CSessionEnd::OnSignal);
+    g_wakeEnd = m_pipe[1];
+    for (const int signal : kSignals) {
+        struct sigaction before {};
+        if (sigaction(signal, nullptr, &before) == 0 && before.sa_handler == SIG_IGN) continue;
+        struct sigaction action {};
+        action.sa_handler = OnEndSignal;
+        action.sa_flags = SA_RESTART;
+        sigemptyset(&action.sa_mask);
+        sigaction(signal, &action, nullptr);
+    }
+}
+
+CSessionEnd::~CSessionEnd() {
+    g_wakeEnd = -1;
+    for (const int end : m_pipe)
+        if (end >= 0) close(end);
+}
+
+void CSessionEnd::OnSignal() {
+    unsigned char signal = 0;
+    if (read(m_pipe[0], &signal, 1) != 1) return;
+    LogInformation(fmt::format("Signal {}: the program ends.", signal));
+    Leave();
+    QCoreApplication::exit(kExitOfSignal + signal);
+}
+
+void CSessionEnd::Leave() {
+    m_frame.Recovery().KeepNow();
+    m_frame.StorePlacement();
+}
+
+} // namespace vx
