@@ -29,8 +29,9 @@ CBoardDesk::CBoardDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame)
 
     CWatchlistView& view = frame.View();
     commands.SetBefore([&view] { view.Grid().EndEdit(true); });
-    const auto refresh = [this] { m_commands.RefreshSoon(); };
-    connect(&view, &CWatchlistView::DocumentChanged, this, refresh);
+    connect(&view, &CWatchlistView::DocumentChanged, this, [this] { m_commands.RefreshSoon(); });
+    // At once: the next key may be that of a command that depends on it.
+    const auto refresh = [this] { m_commands.Refresh(); };
     connect(&view.Grid(), &CGridCtrl::FocusCellChanged, this, refresh);
     connect(&view.Grid(), &CGridCtrl::SelectionChanged, this, refresh);
     connect(&view.Grid(), &CGridCtrl::CellDoubleClicked, this, [this](int, int column) { OpenDetail(column); });

@@ -76,6 +76,7 @@ void CColumnCommands::Place(const std::vector<std::string>& names) {
 }
 
 void CColumnCommands::Delete() {
+    if (!IsOneLeft()) return Say("A watchlist keeps at least one column.");
     const SGridRegion region = Region();
     const std::string name = ColumnsName("delete");
     {
@@ -83,7 +84,8 @@ void CColumnCommands::Delete() {
         for (int column = region.range.lastColumn; column >= region.range.firstColumn; --column)
             RemoveColumn(Doc(), column);
     }
-    Grid().SetFocusCell(region.focus.row, std::min(region.range.firstColumn, Doc().Columns().Count() - 1));
+    const int next = Neighbour(region.range.firstColumn - 1, 1);
+    Grid().SetFocusCell(region.focus.row, next > 0 ? next : Neighbour(region.range.firstColumn, -1));
 }
 
 std::string CColumnCommands::ColumnsName(const char* verb) const {

@@ -21,6 +21,7 @@ std::string ColumnTip(std::string_view name, const SFieldEntry* entry) {
 std::string NoteTip(const CWatchlistDoc& doc, int row) {
     std::string note(doc.Notes().Get(row));
     std::erase(note, '\r');
+    note.erase(note.find_last_not_of(" \n") + 1); // Empty lines at the end would only make the tip taller.
     return note;
 }
 

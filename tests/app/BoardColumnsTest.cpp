@@ -196,9 +196,10 @@ TEST_F(CBoardColumnsTest, RowNumbersAndToolBarFollowTheListAndItsUndo) {
     EXPECT_FALSE(grid->RowNumbersVisible());
     EXPECT_FALSE(frame->Commands().Action(ViewToolBar).isChecked());
     Undo();
-    Undo();
-    EXPECT_FALSE(toolBar.isHidden());
     EXPECT_TRUE(grid->RowNumbersVisible());
+    EXPECT_TRUE(toolBar.isHidden()) << "the window is no edit";
+    Do(ViewToolBar);
+    EXPECT_FALSE(toolBar.isHidden());
     Do(ViewGridLines);
     EXPECT_EQ(grid->Options().lines, EGridLines::None);
     Do(ViewShading);

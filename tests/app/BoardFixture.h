@@ -38,6 +38,7 @@ protected:
         Do(ECommand::EditPaste);
     }
     void Do(ECommand command) {
+        frame->Commands().Refresh();
         frame->Commands().Action(command).trigger();
         ProcessAll();
     }
@@ -51,11 +52,17 @@ protected:
     }
     void Undo() { Do(ECommand::EditUndo); }
     void Type(const QString& text) {
-        QTest::keyClicks(QApplication::focusWidget(), text);
+        for (const QChar c : text)
+            QTest::keyClick(QApplication::focusWidget(), c.toLatin1()); // The first opens an editor.
         ProcessAll();
     }
     /// A key to whatever has the keyboard, shortcuts included.
     void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        if (QApplication::focusWidget() == nullptr) { // Without a window manager nobody gives it back after a dialog.
+            frame->activateWindow();
+            grid->setFocus();
+            ProcessAll();
+        }
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
         ProcessAll();
     }
