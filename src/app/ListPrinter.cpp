@@ -23,6 +23,7 @@ constexpr double kFootHeight = 22;
 constexpr double kPadding = 4;
 constexpr int kTextPixels = 12;
 constexpr int kTitlePixels = 15;
+constexpr int kTickPixels = 8; // So that as many ticks fit into their column as on the screen.
 
 const SGridTheme& Theme() { return kLightGridTheme; }
 
@@ -147,7 +148,7 @@ void CListPrinter::PrintRow(QPainter& painter, const SSheet& sheet, int row, dou
 void CListPrinter::PrintCell(QPainter& painter, const SCell& cell, const QRectF& place, bool bold) const {
     if (cell.background != kAutomaticColor) painter.fillRect(place, FromBlueGreenRed(cell.background));
     if (cell.length == 0) return;
-    painter.setFont(FontOf(kTextPixels, bold));
+    painter.setFont(FontOf(cell.tickTrend ? kTickPixels : kTextPixels, bold));
     painter.setPen(cell.role == ETextRole::Explicit && cell.textColor != kAutomaticColor
                        ? FromBlueGreenRed(cell.textColor)
                        : QColor(Theme().RoleColor(cell.role)));

@@ -69,17 +69,16 @@ CImportDlg::CImportDlg(const SImportPreview& preview, const QString& source, int
                 : tr("%L1 symbols are in the &watchlist already:").arg(preview.alreadyThereCount),
             QtList(preview.alreadyThere, SImportPreview::kMostKept), preview.alreadyThereCount, true);
     AddList(*layout, "duplicates",
-            tr("%1 &repeated and would be added once:")
-                .arg(preview.duplicateCount == 1 ? tr("1 symbol is")
-                                                 : tr("%L1 further mentions are").arg(preview.duplicateCount)),
+            preview.duplicateCount == 1 ? tr("1 symbol is &repeated; it counts once:")
+                                        : tr("%L1 symbols are &repeated; they count once:").arg(preview.duplicateCount),
             QtList(preview.duplicates, SImportPreview::kMostKept), preview.duplicateCount, true);
     QStringList lines;
     for (const SImportPreview::SNotUnderstood& piece : preview.notUnderstood)
         lines << tr("line %L1: %2").arg(piece.line).arg(QtText(piece.text));
     AddList(*layout, "notUnderstood",
-            tr("%1 not &understood and left out:")
-                .arg(preview.notUnderstoodCount == 1 ? tr("1 text was")
-                                                     : tr("%L1 texts were").arg(preview.notUnderstoodCount)),
+            preview.notUnderstoodCount == 1
+                ? tr("1 text was not &understood and is left out:")
+                : tr("%L1 texts were not &understood and are left out:").arg(preview.notUnderstoodCount),
             lines, preview.notUnderstoodCount, false);
     if (preview.beyondCount > 0)
         layout->addWidget(new QLabel(tr("%1 more would not fit into a watchlist and are left out.")
