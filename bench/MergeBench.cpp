@@ -2,67 +2,40 @@
 // beside the least that any reader of such lines must do, a vector scan that writes the position of every comma and
 // line end. Before anything is timed the records of product and plain store are compared, slot by slot.
 
+#include "LinesInput.h"
 #include "MergeScan.h"
 #include "support/Agreement.h"
 #include "support/FakeCodeNames.h"
-#include "support/LineGenerator.h"
 
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
-#include <cstring>
-#include <map>
 #include <sstream>
 
 namespace {
 
 using namespace vx;
+using namespace vx::bench;
 using namespace vx::test;
-
-constexpr uint64_t kSeed = 20240131;
-constexpr size_t kLines = 200'000;     ///< About 33 MB: more than the caches hold.
-constexpr size_t kLinesPerBeat = 1250; ///< Between two drains: 5,000 lines a second and a beat of 250 ms.
 
 struct SNoWindow : CChangeWaker {
     void PostPaint() override {}
     void DrainNow() override {}
 };
 
-struct SInput {
-    std::vector<std::string> symbols;
-    std::string file;
-};
-
-const SInput& Input(size_t symbols) {
-    static std::map<size_t, SInput> inputs;
-    SInput& input = inputs[symbols];
-    if (input.file.empty()) {
-        input.symbols = CLineGenerator(symbols, kSeed).Symbols();
-        input.file = GenerateFile(kLines, symbols, kSeed);
-    }
-    return input;
-}
-
 /// The store with every symbol watched, and the window's queue that it fills.
 class CProduct {
 public:
-    CProduct(const SMergeKernel& kernel, const SInput& input) : m_store(kernel) {
+    CProduct(const SMergeKernel& kernel, const SLines& input) : m_store(kernel) {
         m_names.EnsureMarketsLoaded();
         m_store.SetCodeNames(&m_names);
         for (const std::string& symbol : input.symbols) m_store.Watch(symbol, m_queue);
     }
 
     void Run(const std::string& file) {
-        size_t inBeat = 0;
-        for (const char *at = file.data(), *end = at + file.size(); at != end;) {
-            const char* lf = static_cast<const char*>(std::memchr(at, '\n', static_cast<size_t>(end - at)));
-            m_store.OnLevel1Message({at, static_cast<size_t>(lf - at)});
-            at = lf + 1;
-            if (++inBeat == kLinesPerBeat) {
-                inBeat = 0;
-                m_queue.Drain([&](const SChangeNotice& notice) { m_changes += notice.id2; });
-            }
-        }
+        RunLines(
+            file, [&](std::string_view line) { m_store.OnLevel1Message(line); },
+            [&] { m_queue.Drain([&](const SChangeNotice& notice) { m_changes += notice.id2; }); });
         benchmark::DoNotOptimize(m_changes);
     }
     const CL1DataStore& Store() const { return m_store; }
@@ -80,7 +53,7 @@ void RunPlain(CPlainStore& store, const std::string& file) {
     for (std::string line; std::getline(in, line);) store.OnLine(line);
 }
 
-void Report(benchmark::State& state, const SInput& input) {
+void Report(benchmark::State& state, const SLines& input) {
     state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(kLines));
     state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(input.file.size()));
     state.counters["ns/line"] =
@@ -90,7 +63,7 @@ void Report(benchmark::State& state, const SInput& input) {
 
 void BM_Product(benchmark::State& state, const SMergeKernel* kernel) {
     if (!kernel) return state.SkipWithError("this machine cannot run the kernel");
-    const SInput& input = Input(static_cast<size_t>(state.range(0)));
+    const SLines& input = Lines(static_cast<size_t>(state.range(0)));
     CProduct product(*kernel, input);
     product.Run(input.file);
     for ([[maybe_unused]] auto _ : state) product.Run(input.file);
@@ -98,7 +71,7 @@ void BM_Product(benchmark::State& state, const SMergeKernel* kernel) {
 }
 
 void BM_Plain(benchmark::State& state) {
-    const SInput& input = Input(static_cast<size_t>(state.range(0)));
+    const SLines& input = Lines(static_cast<size_t>(state.range(0)));
     CFakeCodeNames names;
     names.EnsureMarketsLoaded();
     CPlainStore store(&names);
@@ -108,7 +81,7 @@ void BM_Plain(benchmark::State& state) {
 }
 
 void BM_VectorScan(benchmark::State& state) {
-    const SInput& input = Input(static_cast<size_t>(state.range(0)));
+    const SLines& input = Lines(static_cast<size_t>(state.range(0)));
     std::vector<uint32_t> positions(input.file.size() + 64);
     for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(bench::ScanSeparators(input.file, positions.data()));
     Report(state, input);
@@ -116,7 +89,7 @@ void BM_VectorScan(benchmark::State& state) {
 
 bool Agree(const SMergeKernel* kernel) {
     if (!kernel) return true;
-    const SInput& input = Input(1000);
+    const SLines& input = Lines(1000);
     CProduct product(*kernel, input);
     product.Run(input.file);
     CFakeCodeNames names;

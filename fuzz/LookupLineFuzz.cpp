@@ -1,12 +1,9 @@
 // Gives arbitrary lines of the lookup port to a session and to plain code; both must collect the same search results
 // and the same news counts, in their order.
 
-#include "feed/ClientAppSocket.h"
-#include "feed/FeedSession.h"
-#include "feed/ReadsSocket.h"
+#include "SessionFuzz.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -73,13 +70,8 @@ public:
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    if (size > 60000) return 0;
-    static CRegistry registry("/nonexistent");
-    CCheckedSession session(registry);
-    test::CReadsSocket<CZantrelClientAppSocket> socket(0u);
-    socket.SetOwner(&session);
-    socket.Read(std::string(reinterpret_cast<const char*>(data), size) + "\n");
-    if (session.LookupReplies().search.Results() != session.plain.results || session.counts != session.plain.counts)
-        std::abort();
-    return 0;
+    return fuzz::ReadBySession<CCheckedSession>(data, size, [](CCheckedSession& session) {
+        const bool same = session.LookupReplies().search.Results() == session.plain.results;
+        if (!same || session.counts != session.plain.counts) std::abort();
+    });
 }

@@ -1,11 +1,8 @@
 // Gives arbitrary lines to a session, each line of the input one, and checks what must hold whatever they say.
 
-#include "feed/ClientAppSocket.h"
-#include "feed/FeedSession.h"
-#include "feed/ReadsSocket.h"
+#include "SessionFuzz.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdlib>
 #include <string>
 
@@ -46,11 +43,5 @@ protected:
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    if (size > 60000) return 0;
-    static CRegistry registry("/nonexistent");
-    CCheckedSession session(registry);
-    test::CReadsSocket<CZantrelClientAppSocket> socket(0u);
-    socket.SetOwner(&session);
-    socket.Read(std::string(reinterpret_cast<const char*>(data), size) + "\n");
-    return 0;
+    return fuzz::ReadBySession<CCheckedSession>(data, size, [](const CCheckedSession&) {});
 }

@@ -1,25 +1,14 @@
 // A user's own data, line by line as from a file: whatever a line holds, an accepted row must stand on the wire as one
 // line of fields from which the same values are read back, and an error must be one printable line.
 
+#include "ServedFuzz.h"
 #include "base/Text.h"
-#include "vxconnect/DataRecord.h"
-#include "vxconnect/LineBuffer.h"
 #include "vxconnect/RowReader.h"
-#include "vxconnect/SendQueue.h"
-
-#include <cstdio>
-#include <cstdlib>
-#include <string>
 
 namespace {
 
 using namespace vx;
 using namespace vx::sim;
-
-void Fail(const char* what, std::string_view text) {
-    std::fprintf(stderr, "%s: %.*s\n", what, static_cast<int>(text.size()), text.data());
-    std::abort();
-}
 
 void CheckLine(std::string_view line, size_t fields, const CDataRecord& record, size_t firstSlot) {
     if (line.find_first_of("\r\n") != line.size() - 2 || line.find('\0') != std::string_view::npos)
@@ -33,11 +22,7 @@ void CheckLine(std::string_view line, size_t fields, const CDataRecord& record, 
 void CheckRow(const SRow& row) {
     CDataRecord record(row.symbol);
     const SUpdate update = record.Merge(row, false);
-    for (const SRowValue& value : row.values)
-        if (value.text.empty() || record.Get(value.slot) != value.text) Fail("a value is lost", value.text);
-    CSendQueue queue;
-    record.AppendQuote(queue, 'P', record.Present(), record.Contents(), {});
-    CheckLine(queue.Waiting(), kFieldCount, record, 0);
+    CheckLine(CheckedSummary(record, row), kFieldCount, record, 0);
     CheckLine(record.FundamentalLine(), kFundamentalSlots, record, kFieldCount);
     if (update.changed.Empty() && !update.newFundamentals && !row.values.empty()) Fail("nothing new", row.symbol);
 }
@@ -47,17 +32,14 @@ void CheckRow(const SRow& row) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    CLineBuffer lines;
-    lines.Append({reinterpret_cast<const char*>(data), size});
-    lines.End();
     CRowReader reader;
     SRow row;
-    while (const auto line = lines.Next()) {
-        const auto result = reader.Read(line->text, row);
+    ForEachLine(data, size, [&](std::string_view line) {
+        const auto result = reader.Read(line, row);
         if (result == CRowReader::EResult::Row) CheckRow(row);
         if ((result == CRowReader::EResult::Error) != !reader.Error().empty()) Fail("error text", reader.Error());
         for (const char c : reader.Error())
             if (static_cast<unsigned char>(c) < 0x20) Fail("error of several lines", reader.Error());
-    }
+    });
     return 0;
 }

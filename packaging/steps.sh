@@ -4,7 +4,7 @@ set -u
 ZW_ROOT=$(cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." && pwd -P)
 
 # What the programs are built with and run on, by Debian package name.
-ZW_BUILD_PACKAGES=(cmake ninja-build g++ ccache qt6-base-dev qt6-svg-dev libgl-dev
+ZW_BUILD_PACKAGES=(cmake ninja-build g++ ccache qt6-base-dev qt6-svg-dev qt6-multimedia-dev libgl-dev
                    libfmt-dev libspdlog-dev libtinyxml2-dev fonts-liberation)
 # What the tests and benchmarks need besides.
 ZW_TEST_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev)

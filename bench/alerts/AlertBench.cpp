@@ -2,42 +2,21 @@
 // with alerts on every symbol that are judged for every line and never met. Without alerts the queue is drained once a
 // beat; with them before each change of a record that waits. The difference of the two is the price of a line.
 
+#include "LinesInput.h"
 #include "alerts/AlertCondition.h"
 #include "alerts/AlertField.h"
 #include "alerts/AlertsMap.h"
 #include "data/ChangeQueue.h"
 #include "data/L1DataStore.h"
-#include "support/LineGenerator.h"
 
 #include <benchmark/benchmark.h>
 
 #include <array>
-#include <cstring>
-#include <map>
 
 namespace {
 
 using namespace vx;
-using namespace vx::test;
-
-constexpr uint64_t kSeed = 20240131;
-constexpr size_t kLines = 200'000;     ///< About 33 MB: more than the caches hold.
-constexpr size_t kLinesPerBeat = 1250; ///< 5,000 lines a second and a beat of 250 ms.
-
-struct SInput {
-    std::vector<std::string> symbols;
-    std::string file;
-};
-
-const SInput& Input(size_t symbols) {
-    static std::map<size_t, SInput> inputs;
-    SInput& input = inputs[symbols];
-    if (input.file.empty()) {
-        input.symbols = CLineGenerator(symbols, kSeed).Symbols();
-        input.file = GenerateFile(kLines, symbols, kSeed);
-    }
-    return input;
-}
+using namespace vx::bench;
 
 /// The fields that people watch, with thresholds that no line of the feed meets.
 A_INFO UnmetAlert(int number) {
@@ -54,7 +33,7 @@ A_INFO UnmetAlert(int number) {
 /// A store, a watchlist's queue and its alerts, without a window.
 class CBoard : CChangeWaker {
 public:
-    CBoard(const SInput& input, int alertsPerSymbol) {
+    CBoard(const SLines& input, int alertsPerSymbol) {
         for (const std::string& symbol : input.symbols) {
             m_store.Watch(symbol, m_queue);
             for (int i = 0; i < alertsPerSymbol; ++i) m_alerts.Add(symbol, UnmetAlert(i));
@@ -63,15 +42,8 @@ public:
     }
 
     void Run(const std::string& file) {
-        size_t inBeat = 0;
-        for (const char *at = file.data(), *end = at + file.size(); at != end;) {
-            const char* lf = static_cast<const char*>(std::memchr(at, '\n', static_cast<size_t>(end - at)));
-            m_store.OnLevel1Message({at, static_cast<size_t>(lf - at)});
-            at = lf + 1;
-            if (++inBeat != kLinesPerBeat) continue;
-            inBeat = 0;
-            DrainNow();
-        }
+        RunLines(
+            file, [&](std::string_view line) { m_store.OnLevel1Message(line); }, [&] { DrainNow(); });
     }
     size_t Fired() const { return m_fired; }
 
@@ -91,7 +63,7 @@ private:
 };
 
 void BM_Lines(benchmark::State& state) {
-    const SInput& input = Input(static_cast<size_t>(state.range(0)));
+    const SLines& input = Lines(static_cast<size_t>(state.range(0)));
     CBoard board(input, static_cast<int>(state.range(1)));
     board.Run(input.file);
     for ([[maybe_unused]] auto _ : state) board.Run(input.file);

@@ -49,10 +49,22 @@ std::string ListText(int rows) {
                        symbols, annotations, alerts, notes, formats);
 }
 
+// A list made to be slow: its symbols have one and the same SymbolHash. "AB" and "bA" have; so have two texts that are
+// put together from the same number of them.
+std::string CollidingText(int rows) {
+    constexpr int kPairs = 17; // 2^17 texts.
+    std::string symbols;
+    for (int row = 1; row <= rows; ++row) {
+        for (int pair = 0; pair < kPairs; ++pair) symbols += row >> pair & 1 ? "AB" : "bA";
+        fmt::format_to(std::back_inserter(symbols), ":{},;", row);
+    }
+    return fmt::format("Columns=Symbol:700;Last:700;\r\nSymbols={}\r\n", symbols);
+}
+
 struct SBoard {
-    explicit SBoard(int rows) : file(list.doc, folder / "state"), path(folder / "list.vxw") {
-        WriteFile(path, ListText(rows));
-        if (!file.Open(path).IsDone() || !file.Save({}, true).IsDone()) std::abort();
+    explicit SBoard(const std::string& text) : file(list.doc, folder / "state"), path(folder / "list.vxw") {
+        WriteFile(path, text);
+        if (!file.Open(path).IsDone() || !file.Save({}, {.overwriteChanged = true}).IsDone()) std::abort();
     }
     CTempFolder folder;
     CScratchDoc list;
@@ -61,7 +73,7 @@ struct SBoard {
 };
 
 SBoard& Board(int rows) {
-    static SBoard few(kFewRows), many(kManyRows);
+    static SBoard few(ListText(kFewRows)), many(ListText(kManyRows));
     return rows == kFewRows ? few : many;
 }
 
@@ -70,6 +82,15 @@ void Open(benchmark::State& state) {
     for (auto _ : state)
         if (!board.file.Open(board.path).IsDone()) state.SkipWithError("not opened");
     state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void OpenColliding(benchmark::State& state) {
+    const int rows = static_cast<int>(state.range(0));
+    SBoard board(CollidingText(rows));
+    board.list.doc.SetFeedReady();
+    for (auto _ : state)
+        if (!board.file.Open(board.path).IsDone()) state.SkipWithError("not opened");
+    state.SetItemsProcessed(state.iterations() * rows);
 }
 
 // Every save replaces another content, so that a generation is kept each time.
@@ -103,6 +124,7 @@ void ReadPlainly(benchmark::State& state) {
 }
 
 BENCHMARK(Open)->Arg(kFewRows)->Arg(kManyRows)->Unit(benchmark::kMillisecond);
+BENCHMARK(OpenColliding)->Arg(kFewRows)->Arg(kManyRows)->Unit(benchmark::kMillisecond);
 BENCHMARK(Save)->Arg(kFewRows)->Arg(kManyRows)->Unit(benchmark::kMillisecond);
 BENCHMARK(ReadPlainly)->Arg(kManyRows)->Unit(benchmark::kMillisecond);
 
@@ -114,7 +136,7 @@ public:
     }
     bool Print() {
         bool good = true;
-        for (const char* name : {"Open", "Save"}) {
+        for (const char* name : {"Open", "OpenColliding", "Save"}) {
             const double few = m_ms[fmt::format("{}/{}", name, kFewRows)];
             const double many = m_ms[fmt::format("{}/{}", name, kManyRows)];
             fmt::print("{}: {:.2f} ms for {} rows, {:.1f} ms for {}: grows {:.0f} times (bar {})\n", name, few,

@@ -2,8 +2,8 @@
 
 #include "alerts/AlertInfo.h"
 #include "alerts/AlertNotice.h"
-#include "alerts/SymbolKeyed.h"
 #include "data/ChangeQueue.h"
+#include "data/SymbolKeyed.h"
 
 #include <array>
 #include <cstddef>
@@ -124,6 +124,8 @@ public:
     /// Whether Save can write an alert so that Load reads it again: false when the symbol or the sound file holds a
     /// separator of the text, or the field has no name. Digits beyond the sixth place are not looked at.
     static bool CanSave(std::string_view symbol, const A_INFO& alert);
+    /// Whether the threshold is another one after Save and Load: it has digits beyond the sixth place.
+    static bool IsRounded(const A_INFO& alert);
 
 private:
     /// Where the value of a field stands: in a slot of the quote, in one of three forms, or elsewhere.

@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include <cmath>
 #include <iterator>
 #include <optional>
 #include <utility>
@@ -101,6 +102,13 @@ bool CAlertsMap::CanSave(std::string_view symbol, const A_INFO& alert) {
     };
     return !symbol.empty() && !holdsAny(symbol, ":;\r\n") && !holdsAny(alert.soundFile, ";\r\n") &&
            AlertFieldId(AlertFieldName(alert.fieldId)) == alert.fieldId;
+}
+
+bool CAlertsMap::IsRounded(const A_INFO& alert) {
+    if (!std::isfinite(alert.value)) return false;
+    std::string text;
+    AppendFixed(text, alert.value);
+    return ReadDouble(text) != alert.value;
 }
 
 } // namespace vx

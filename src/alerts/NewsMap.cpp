@@ -1,5 +1,6 @@
 #include "alerts/NewsMap.h"
 
+#include "alerts/NewsLine.h"
 #include "base/Number.h"
 #include "base/Text.h"
 #include "data/CellText.h"
@@ -8,33 +9,9 @@
 #include <tinyxml2.h>
 
 #include <algorithm>
-#include <array>
 #include <limits>
-#include <optional>
 
 namespace vx {
-
-namespace {
-
-struct SHeadline {
-    std::string_view symbols;
-    std::string_view text;
-};
-
-std::optional<SHeadline> ReadHeadline(std::string_view line) {
-    constexpr size_t kLeadingFields = 5;
-    constexpr size_t kSymbols = 3;
-    std::array<std::string_view, kLeadingFields> fields;
-    for (std::string_view& field : fields) {
-        const size_t comma = line.find(',');
-        if (comma == std::string_view::npos) return std::nullopt;
-        field = line.substr(0, comma);
-        line.remove_prefix(comma + 1);
-    }
-    return SHeadline{fields[kSymbols], line};
-}
-
-} // namespace
 
 void CNewsMap::AddSymbol(std::string_view symbol) {
     if (IsRegionalName(symbol)) return;
@@ -83,14 +60,14 @@ void CNewsMap::ApplyCountsReply(std::string_view xml) {
 
 std::string CNewsMap::ApplyHeadline(std::string_view line) {
     std::string affected;
-    const std::optional<SHeadline> headline = ReadHeadline(line);
-    if (!headline) return affected;
-    for (const std::string_view symbol : SplitCountingTail(headline->symbols, ':')) {
-        NEWS* news = FindMutable(symbol);
-        if (!news) continue;
-        news->fresh = 1;
-        news->headline = headline->text;
-        if (news->storyCount < std::numeric_limits<int32_t>::max()) ++news->storyCount;
+    const std::optional<SNewsLine> news = ReadNewsLine(line);
+    if (!news) return affected;
+    for (const std::string_view symbol : SplitCountingTail(news->symbols, ':')) {
+        NEWS* record = FindMutable(symbol);
+        if (!record) continue;
+        record->fresh = 1;
+        record->headline = news->headline;
+        if (record->storyCount < std::numeric_limits<int32_t>::max()) ++record->storyCount;
         affected.append(symbol) += ',';
     }
     return affected;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "alerts/SymbolKeyed.h"
+#include "data/SymbolKeyed.h"
 
 #include <cstdint>
 #include <string>

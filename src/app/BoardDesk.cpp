@@ -1,74 +1,60 @@
 #include "app/BoardDesk.h"
 
+#include "app/ClipboardCommands.h"
+#include "app/ColumnCommands.h"
+#include "app/EditCommands.h"
+#include "app/GridMenus.h"
 #include "app/MainFrame.h"
-#include "app/MainMenus.h"
-#include "app/Theme.h"
-#include "grid/QtText.h"
-#include "settings/Settings.h"
-#include "watchlist/Commands.h"
+#include "app/RowCommands.h"
+#include "app/ViewCommands.h"
+#include "watchlist/SortCommands.h"
 #include "watchlist/WatchlistDoc.h"
 #include "watchlist/WatchlistGrid.h"
 #include "watchlist/WatchlistView.h"
 
 #include <QAction>
-#include <QActionGroup>
-#include <QMenu>
-
-#include <array>
 
 namespace vx {
 
-namespace {
-
-struct SThemeChoice {
-    const char* name; ///< As in the setting.
-    const char* label;
-};
-
-constexpr std::array kThemes = {SThemeChoice{"system", "As the &System"}, SThemeChoice{"light", "&Light"},
-                                SThemeChoice{"dark", "&Dark"}};
-
-} // namespace
-
 CBoardDesk::CBoardDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame), m_frame(frame), m_commands(commands) {
-    FillThemeMenu();
-    BindSwitch(ECommand::ViewGridLines, kShowGridLines);
-    BindSwitch(ECommand::ViewShading, kShowShading);
-    BindSwitch(ECommand::ViewEllipsis, kShowEllipsis);
-    BindSwitch(ECommand::ViewReducedMotion, kReducedMotion);
+    const SBoardSeat seat{frame, commands, *this};
+    m_view = new CViewCommands(seat);
+    auto* rows = new CRowCommands(seat);
+    auto* columns = new CColumnCommands(seat);
+    new CEditCommands(seat, *rows, *columns);
+    new CClipboardCommands(seat);
+    new CGridMenus(seat, *columns);
+    BindSort();
     commands.Bind(ECommand::About, [this] { m_frame.ShowAbout(); });
+
+    CWatchlistView& view = frame.View();
+    commands.SetBefore([&view] { view.Grid().EndEdit(true); });
+    const auto refresh = [this] { m_commands.RefreshSoon(); };
+    connect(&view, &CWatchlistView::DocumentChanged, this, refresh);
+    connect(&view.Grid(), &CGridCtrl::FocusCellChanged, this, refresh);
+    connect(&view.Grid(), &CGridCtrl::SelectionChanged, this, refresh);
+    connect(&view.Grid(), &CGridCtrl::CellDoubleClicked, this, [this](int, int column) { OpenDetail(column); });
 }
 
-void CBoardDesk::BindSwitch(ECommand command, const SBooleanSetting& setting) {
-    CSettings& settings = m_frame.Settings();
-    m_commands.Bind(
-        command,
-        [this, &settings, &setting] {
-            settings.WriteBoolean(setting, !settings.ReadBoolean(setting));
-            m_frame.View().ApplyViewSettings();
-        },
-        [&settings, &setting](SCommandState& state) { state.checked = settings.ReadBoolean(setting); });
+void CBoardDesk::BindSort() {
+    m_commands.Bind(ECommand::SortNow, [this] {
+        ManualSort(m_frame.Document(), m_frame.View().SortSelection());
+        m_frame.View().ApplySortRecord();
+    });
 }
 
-void CBoardDesk::FillThemeMenu() {
-    QMenu& menu = m_frame.Menus().Named(CMainMenus::kTheme);
-    auto* group = new QActionGroup(this);
-    const std::string current = m_frame.Settings().ReadTextOrDefault(kTheme);
-    for (const SThemeChoice& theme : kThemes) {
-        const QString name = QString::fromLatin1(theme.name);
-        QAction* action = menu.addAction(tr(theme.label), this, [this, name] { UseTheme(name, true); });
-        action->setCheckable(true);
-        action->setChecked(current == theme.name);
-        group->addAction(action);
-    }
+// What a cell that stands for more has behind it.
+void CBoardDesk::OpenDetail(int column) {
+    const SSpecialColumns& special = m_frame.View().Special();
+    const int field = m_frame.View().Grid().FieldAt(column);
+    if (field == special.alerts)
+        m_commands.Action(ECommand::AlertsEdit).trigger();
+    else if (field == special.notes)
+        m_commands.Action(ECommand::EditNote).trigger();
+    else
+        m_commands.Action(ECommand::Headlines).trigger();
 }
 
-void CBoardDesk::UseTheme(const QString& name, bool keep) {
-    const std::string text = BytesFromQt(name);
-    const bool dark = ApplyTheme(ThemeByName(text));
-    m_frame.View().Grid().ApplyTheme(dark ? "dark" : "light");
-    m_commands.ApplyIcons();
-    if (keep) m_frame.Settings().WriteText(kTheme, text);
-}
+void CBoardDesk::UseTheme(const QString& name, bool keep) { m_view->UseTheme(name, keep); }
 
 } // namespace vx

@@ -7,9 +7,10 @@
 namespace vx {
 
 class CMainFrame;
-struct SBooleanSetting;
+class CViewCommands;
 
-/// Carries out the commands that edit, arrange and show the rows and columns of the watchlist.
+/// Carries out the commands that edit, arrange and show the rows and columns of the watchlist: owns the groups of them,
+/// opens what a double click on a cell asks for, and has the commands look at the board again when it changed.
 ///
 /// Owns    nothing of the frame, which outlives it
 /// Thread  GUI thread only
@@ -22,12 +23,12 @@ public:
     void UseTheme(const QString& name, bool keep);
 
 private:
-    /// Ties a checkable command to a setting of the grid's look.
-    void BindSwitch(ECommand command, const SBooleanSetting& setting);
-    void FillThemeMenu();
+    void BindSort();
+    void OpenDetail(int column);
 
     CMainFrame& m_frame;
     CCommands& m_commands;
+    CViewCommands* m_view = nullptr;
 };
 
 } // namespace vx

@@ -6,6 +6,8 @@
 #include "app/FileDesk.h"
 #include "app/FileDrop.h"
 #include "app/FileMenus.h"
+#include "app/FindDesk.h"
+#include "app/FormatDesk.h"
 #include "app/FramePlacement.h"
 #include "app/LinkDesk.h"
 #include "app/MainMenus.h"
@@ -101,6 +103,8 @@ void CMainFrame::MakeDesks() {
     m_board = new CBoardDesk(*this, *m_commands);
     m_alerts = new CAlertDesk(*this, *m_commands);
     m_market = new CMarketDesk(*this, *m_commands);
+    new CFindDesk(*this, *m_commands);
+    new CFormatDesk(*this, *m_commands);
     m_links = new CLinkDesk(*this, *m_commands);
     m_commands->Refresh();
 }

@@ -1,8 +1,11 @@
 #include "app/Theme.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
 #include <QToolTip>
 
 namespace vx {
@@ -45,6 +48,29 @@ QPalette Build(bool dark) {
     return palette;
 }
 
+/// The buttons of dialogs are told apart by their words, of which all have some.
+class CQuietStyle : public QProxyStyle {
+public:
+    CQuietStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override {
+        if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+        return QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+    /// The lines between the groups of a menu, which the style underneath hides in a dark palette.
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+        if (element != CE_MenuItem || item == nullptr || item->menuItemType != QStyleOptionMenuItem::Separator ||
+            !item->text.isEmpty())
+            return QProxyStyle::drawControl(element, option, painter, widget);
+        const QRect& place = item->rect;
+        painter->fillRect(QRect(place.left(), place.center().y(), place.width(), 1),
+                          item->palette.color(QPalette::Mid));
+    }
+};
+
 bool SystemIsDark() {
     static const bool dark = QApplication::palette().color(QPalette::Window).lightness() < 128;
     return dark;
@@ -60,7 +86,7 @@ ETheme ThemeByName(std::string_view name) {
 bool ApplyTheme(ETheme theme) {
     const bool systemIsDark = SystemIsDark(); // Asked before the first palette of ours hides it.
     const bool dark = theme == ETheme::System ? systemIsDark : theme == ETheme::Dark;
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new CQuietStyle);
     const QPalette palette = Build(dark);
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);

@@ -51,7 +51,7 @@ void CL1DataStore::Unwatch(std::string_view symbol, CChangeQueue& listener) {
     CSymbolRec* target = FindMutable(symbol);
     if (!target || !target->RemoveListener(listener)) return;
     CL1SymbolRec& record = *m_records.Find(FeedSymbol(symbol));
-    if (target != &record && !target->HasListeners()) RemoveRegion(record, *target);
+    if (target != &record && !target->HasListeners()) RemoveRegion(record, *record.FindRegion(symbol));
     ReleaseIfUnwanted(record);
 }
 
@@ -63,7 +63,7 @@ void CL1DataStore::RemoveListener(CChangeQueue& listener) {
     std::vector<std::string> watched;
     m_records.ForEach([&](CL1SymbolRec& record) {
         if (record.HasListener(listener)) watched.push_back(record.Symbol());
-        for (const auto& region : record.m_regions)
+        for (const auto& [name, region] : record.m_regions)
             if (region->HasListener(listener)) watched.push_back(region->Symbol());
     });
     for (const std::string& symbol : watched) Unwatch(symbol, listener);
@@ -120,24 +120,26 @@ CL1SymbolRec& CL1DataStore::AddRecord(std::string_view symbol) {
 }
 
 sRegQuoteData& CL1DataStore::AddRegion(CL1SymbolRec& record, std::string_view fullName) {
-    record.m_regions.push_back(std::make_unique<sRegQuoteData>(fullName, ++m_lastNumber, record));
-    sRegQuoteData& region = *record.m_regions.back();
+    auto made = std::make_unique<sRegQuoteData>(fullName, ++m_lastNumber, record);
+    sRegQuoteData& region = *made;
+    record.m_regions.emplace(region.RegionName(), std::move(made));
     m_byNumber[region.Ids().id2] = &region;
     return region;
 }
 
 void CL1DataStore::RemoveRecord(CL1SymbolRec& record) {
     if (record.m_stray) m_strays.erase(record.m_strayPlace);
-    while (!record.m_regions.empty()) RemoveRegion(record, *record.m_regions.back());
+    while (!record.m_regions.empty()) RemoveRegion(record, *record.m_regions.begin()->second);
     record.RemoveAllListeners();
     m_byNumber.erase(record.Ids().id2);
+    m_unnamed.erase(record.Ids().id2);
     m_records.Remove(record.Symbol());
 }
 
-void CL1DataStore::RemoveRegion(CL1SymbolRec& record, CSymbolRec& region) {
+void CL1DataStore::RemoveRegion(CL1SymbolRec& record, sRegQuoteData& region) {
     region.RemoveAllListeners();
     m_byNumber.erase(region.Ids().id2);
-    std::erase_if(record.m_regions, [&](const auto& each) { return each.get() == &region; });
+    record.m_regions.erase(record.m_regions.find(region.RegionName()));
 }
 
 CL1SymbolRec& CL1DataStore::AddStray(std::string_view symbol) {

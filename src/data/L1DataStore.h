@@ -7,6 +7,7 @@
 #include "data/MergeKernel.h"
 #include "data/SymbolTable.h"
 
+#include <array>
 #include <cstdint>
 #include <list>
 #include <string>
@@ -88,6 +89,8 @@ public:
     size_t Size() const { return m_records.Size(); }
 
 private:
+    static constexpr size_t kTradeMarkets = 3; ///< Fields of a quote that carry the market of a trade.
+
     /// Whether a table of names is there; asked for again only after a while.
     struct SLoad {
         bool done = false;
@@ -97,7 +100,7 @@ private:
     CL1SymbolRec& AddRecord(std::string_view symbol);
     sRegQuoteData& AddRegion(CL1SymbolRec& record, std::string_view fullName);
     void RemoveRecord(CL1SymbolRec& record);
-    void RemoveRegion(CL1SymbolRec& record, CSymbolRec& region);
+    void RemoveRegion(CL1SymbolRec& record, sRegQuoteData& region);
     CL1SymbolRec& AddStray(std::string_view symbol);
     void ReleaseIfUnwanted(CL1SymbolRec& record);
     CSymbolRec* FindMutable(std::string_view symbol) const;
@@ -110,7 +113,8 @@ private:
     void DrainBeforeChange(std::string_view symbol);
     CL1SymbolRec* MergeQuote(std::string_view line, SMergeNotes& notes);
     void FinishMerge(CL1SymbolRec& record, const SMergeNotes& notes);
-    void NameMarket(CL1SymbolRec& record, size_t slot);
+    void NameMarkets(CL1SymbolRec& record, const SMergeNotes& notes);
+    void NameWaitingMarkets(CL1SymbolRec& record);
     void NameFundamentalCodes(CL1SymbolRec& record, unsigned carried);
     bool HaveMarkets() { return m_markets.done || LoadMarkets(); }
     bool LoadMarkets();
@@ -125,6 +129,8 @@ private:
     SLoad m_securityTypes;
     CSymbolTable m_records;
     std::unordered_map<uint32_t, CSymbolRec*> m_byNumber;
+    /// Market ids of trades that came while the names were missing, by the record's number. They wait for the table.
+    std::unordered_map<uint32_t, std::array<int16_t, kTradeMarkets>> m_unnamed;
     std::list<CL1SymbolRec*> m_strays; ///< Oldest first.
     uint32_t m_lastNumber = 0;
     bool m_rewatchedThisTurn = false;

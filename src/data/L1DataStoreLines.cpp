@@ -4,6 +4,8 @@
 #include "base/Number.h"
 #include "base/Text.h"
 
+#include <array>
+
 namespace vx {
 
 namespace {
@@ -13,6 +15,10 @@ constexpr std::string_view kSummaryText = "SUMMARY";
 constexpr char kQualifyingTrade = 'C'; ///< In the message contents.
 
 constexpr size_t kContents = UpdateSlot("Message Contents");
+constexpr std::array kTradeMarketSlots = {UpdateSlot("Last Market Center"), UpdateSlot("Extended Trade Market Center"),
+                                          UpdateSlot("Most Recent Trade Market Center")};
+constexpr int16_t kNoMarket = -1;
+constexpr std::array<int16_t, kTradeMarketSlots.size()> kNoMarkets = {kNoMarket, kNoMarket, kNoMarket};
 
 // Asks for a record's memory before the merge walks over it: with many symbols little of it is in the caches, and the
 // lines can come all at once.
@@ -152,11 +158,7 @@ CL1SymbolRec* CL1DataStore::MergeQuote(std::string_view line, SMergeNotes& notes
     CL1SymbolRec& record = RecordForLine(symbol);
     Prefetch(&record.m_quote, sizeof(record.m_quote));
     m_kernel.merge(line, cut, record.m_quote.Slots(), notes);
-    if (notes.Carried(kNoteAnyMarket)) {
-        if (notes.Carried(kNoteLastMarket)) NameMarket(record, UpdateSlot("Last Market Center"));
-        if (notes.Carried(kNoteExtendedMarket)) NameMarket(record, UpdateSlot("Extended Trade Market Center"));
-        if (notes.Carried(kNoteRecentMarket)) NameMarket(record, UpdateSlot("Most Recent Trade Market Center"));
-    }
+    if (notes.Carried(kNoteAnyMarket)) NameMarkets(record, notes);
     return &record;
 }
 
@@ -192,11 +194,32 @@ void CL1DataStore::DrainBeforeChange(std::string_view symbol) {
     }
 }
 
-// Market centres arrive as ids; the record keeps the names in the same fields.
-void CL1DataStore::NameMarket(CL1SymbolRec& record, size_t slot) {
-    const int32_t id = ReadMarketId(record.m_quote.Text(slot));
-    const bool named = id >= 0 && id < kMarketCount && HaveMarkets();
-    record.m_quote.SetText(slot, named ? m_names->MarketName(id) : std::string_view{});
+// Market centres arrive as ids; the record keeps the names in the same fields. While the names are missing the ids wait
+// beside the record, and a load that succeeds names them.
+void CL1DataStore::NameMarkets(CL1SymbolRec& record, const SMergeNotes& notes) {
+    constexpr std::array kCarried = {kNoteLastMarket, kNoteExtendedMarket, kNoteRecentMarket};
+    bool waits = false;
+    for (size_t i = 0; i < kTradeMarkets; ++i) {
+        if (!notes.Carried(kCarried[i])) continue;
+        const int32_t id = ReadMarketId(record.m_quote.Text(kTradeMarketSlots[i]));
+        const bool isMarket = id >= 0 && id < kMarketCount;
+        const bool named = isMarket && m_markets.done;
+        record.m_quote.SetText(kTradeMarketSlots[i], named ? m_names->MarketName(id) : std::string_view{});
+        if (m_markets.done || !m_names) continue;
+        auto& waiting = m_unnamed.try_emplace(record.Ids().id2, kNoMarkets).first->second;
+        waiting[i] = isMarket ? static_cast<int16_t>(id) : kNoMarket;
+        waits = waits || isMarket;
+    }
+    if (waits) LoadMarkets();
+}
+
+void CL1DataStore::NameWaitingMarkets(CL1SymbolRec& record) {
+    const auto waiting = m_unnamed.find(record.Ids().id2);
+    if (waiting == m_unnamed.end()) return;
+    for (size_t i = 0; i < kTradeMarkets; ++i)
+        if (const int16_t id = waiting->second[i]; id != kNoMarket)
+            record.m_quote.SetText(kTradeMarketSlots[i], m_names->MarketName(id));
+    m_unnamed.erase(waiting);
 }
 
 void CL1DataStore::NameFundamentalCodes(CL1SymbolRec& record, unsigned carried) {
@@ -240,6 +263,7 @@ template <typename TLoad> bool CL1DataStore::Load(SLoad& state, TLoad load) {
         const auto known = [&](size_t slot) { return record.m_fundamentals.Direction(slot) != EDirection::NeverSet; };
         const bool market = m_markets.done && known(FundamentalSlot("Listed Market"));
         const bool type = m_securityTypes.done && known(FundamentalSlot("Security Type"));
+        if (m_markets.done) NameWaitingMarkets(record);
         NameFundamentalCodes(record, (market ? kNoteListedMarket : 0u) | (type ? kNoteSecurityType : 0u));
         record.NotifyAll();
     });

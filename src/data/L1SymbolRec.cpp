@@ -3,8 +3,6 @@
 #include "data/FieldText.h"
 #include "data/SymbolHash.h"
 
-#include <algorithm>
-
 namespace vx {
 
 sRegQuoteData::sRegQuoteData(std::string_view fullName, uint32_t number, const CL1SymbolRec& baseRecord)
@@ -27,18 +25,18 @@ void CL1SymbolRec::SetHistoryLimit(size_t limit) {
 }
 
 sRegQuoteData* CL1SymbolRec::FindRegion(std::string_view fullName) const {
-    const auto found = std::ranges::find_if(m_regions, [&](const auto& r) { return r->Symbol() == fullName; });
-    return found == m_regions.end() ? nullptr : found->get();
+    const size_t offset = FeedSymbol(fullName).size() + kRegionMark.size();
+    return offset > fullName.size() ? nullptr : FindRegionOf(fullName.substr(offset));
 }
 
-sRegQuoteData* CL1SymbolRec::FindRegionOf(std::string_view region) {
-    const auto found = std::ranges::find_if(m_regions, [&](const auto& r) { return r->RegionName() == region; });
-    return found == m_regions.end() ? nullptr : found->get();
+sRegQuoteData* CL1SymbolRec::FindRegionOf(std::string_view region) const {
+    const auto found = m_regions.find(region);
+    return found == m_regions.end() ? nullptr : found->second.get();
 }
 
 void CL1SymbolRec::NotifyAll() {
     Notify();
-    for (const auto& region : m_regions) region->Notify();
+    for (const auto& [name, region] : m_regions) region->Notify();
 }
 
 } // namespace vx

@@ -6,10 +6,10 @@
 #include "data/TimeAndSales.h"
 
 #include <list>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace vx {
 
@@ -73,7 +73,7 @@ private:
     friend class CL1DataStore;
 
     bool IsWanted() const { return HasListeners() || !m_regions.empty(); }
-    sRegQuoteData* FindRegionOf(std::string_view region);
+    sRegQuoteData* FindRegionOf(std::string_view region) const;
     void NotifyAll();
 
     CQuoteData m_quote;
@@ -87,7 +87,8 @@ private:
     std::list<CL1SymbolRec*>::iterator m_strayPlace;
     const CCodeNames* m_names = nullptr;
     std::unique_ptr<CTimeAndSales> m_history;
-    std::vector<std::unique_ptr<sRegQuoteData>> m_regions;
+    /// By the region's name. Few symbols have more than a handful, but a file can ask for any number of them.
+    std::map<std::string, std::unique_ptr<sRegQuoteData>, std::less<>> m_regions;
 };
 static_assert(sizeof(CL1SymbolRec) <= 2560);
 

@@ -7,21 +7,16 @@ namespace vx {
 namespace {
 
 constexpr uint32_t kLeastCapacity = 64;
-constexpr uint32_t kKeptCapacity = 1024; ///< A larger buffer is given back when a short text follows.
 
 } // namespace
 
 void CSlotText::AssignLong(std::string_view text) {
-    if (IsLong() && text.size() <= kInlineSize && Long().capacity > kKeptCapacity) {
-        FreeLong();
-        m_tag = 0;
-        Assign(text);
-        return;
-    }
+    text = text.substr(0, kMostSize);
     SLong now = IsLong() ? Long() : SLong{nullptr, 0, 0};
     if (now.capacity < text.size()) {
         delete[] now.bytes;
-        now.capacity = std::max(kLeastCapacity, static_cast<uint32_t>(text.size() + text.size() / 2));
+        const size_t roomy = std::min(text.size() + text.size() / 2, kMostSize);
+        now.capacity = std::max(kLeastCapacity, static_cast<uint32_t>(roomy));
         now.bytes = new char[now.capacity];
     }
     std::copy(text.begin(), text.end(), now.bytes);

@@ -9,11 +9,12 @@ namespace vx {
 
 /// The text of one slot of a record: 24 bytes, short texts inside, longer ones on the heap.
 ///
-/// Shape   any bytes, up to 4 GiB
+/// Shape   any bytes; of a text longer than kMostSize its beginning: no cell shows as much
 /// Owns    its heap buffer, which it keeps for the next long text, so that repeated changes do not allocate
 class CSlotText {
 public:
     static constexpr size_t kInlineSize = 23;
+    static constexpr size_t kMostSize = 1024;
 
     CSlotText() = default;
     ~CSlotText() {

@@ -3,27 +3,15 @@
 #include "base/Text.h"
 #include "data/SymbolHash.h"
 
-#include <algorithm>
-
 namespace vx {
-
-namespace {
-
-template <typename Array> auto* FindIn(Array& symbols, std::string_view symbol) {
-    const auto found =
-        std::find_if(symbols.begin(), symbols.end(), [&](const SYMBOL_DATA& data) { return data.symbol == symbol; });
-    return found == symbols.end() ? nullptr : &*found;
-}
-
-} // namespace
 
 void CSymbolMap::Add(std::string_view symbol, uint32_t row, uint32_t flag) {
     symbol = TrimBlanks(symbol);
     if (symbol.empty()) return;
     CSymbolRecArray& symbols = m_arrays[SymbolHash(symbol)];
-    SYMBOL_DATA* data = FindIn(symbols, symbol);
+    SYMBOL_DATA* data = symbols.Find(symbol);
     if (!data) {
-        data = &symbols.emplace_back(SYMBOL_DATA{std::string(symbol), {}, flag});
+        data = &symbols.Add({std::string(symbol), {}, flag});
         ++m_count;
     }
     data->flag = flag;
@@ -62,12 +50,12 @@ const CSymbolRecArray* CSymbolMap::FindHash(uint32_t hash) const {
 
 SYMBOL_DATA* CSymbolMap::Entry(std::string_view symbol) {
     const auto found = m_arrays.find(SymbolHash(symbol));
-    return found == m_arrays.end() ? nullptr : FindIn(found->second, symbol);
+    return found == m_arrays.end() ? nullptr : found->second.Find(symbol);
 }
 
 void CSymbolMap::Erase(std::string_view symbol) {
     const auto array = m_arrays.find(SymbolHash(symbol));
-    std::erase_if(array->second, [&](const SYMBOL_DATA& data) { return data.symbol == symbol; });
+    array->second.Remove(symbol);
     if (array->second.empty()) m_arrays.erase(array);
     --m_count;
 }

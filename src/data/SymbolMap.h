@@ -1,6 +1,7 @@
 #pragma once
 
-#include "data/RowList.h"
+#include "base/SeededHash.h"
+#include "data/SymbolRecArray.h"
 
 #include <cstdint>
 #include <string>
@@ -9,16 +10,6 @@
 #include <vector>
 
 namespace vx {
-
-/// One symbol of a document and the rows where it stands.
-struct SYMBOL_DATA {
-    std::string symbol; ///< Without blanks around it, at least one character.
-    CRowList rows;      ///< Grid row numbers; at least one.
-    uint32_t flag = 0;  ///< As given when the symbol was last added; 1 when a file put it there.
-};
-
-/// The symbols that share one hash.
-using CSymbolRecArray = std::vector<SYMBOL_DATA>;
 
 /// Finds the grid rows of a symbol. Which symbol stands in a row is the document's own knowledge.
 ///
@@ -64,10 +55,15 @@ public:
     }
 
 private:
+    struct SKeyHash {
+        CSeededHash hash;
+        size_t operator()(uint32_t key) const { return hash(uint64_t{key}); }
+    };
+
     SYMBOL_DATA* Entry(std::string_view symbol);
     void Erase(std::string_view symbol);
 
-    std::unordered_map<uint32_t, CSymbolRecArray> m_arrays;
+    std::unordered_map<uint32_t, CSymbolRecArray, SKeyHash> m_arrays;
     int m_count = 0;
 };
 

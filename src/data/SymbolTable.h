@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/SeededHash.h"
 #include "data/L1SymbolRec.h"
 
 #include <cstdint>
@@ -51,22 +52,19 @@ private:
         return name.size() == symbol.size() &&
                (name.size() <= sizeof(uint64_t) || std::memcmp(name.data(), symbol.data(), name.size()) == 0);
     }
-    static uint64_t Load(const char* bytes, size_t size) {
-        uint64_t word = 0;
-        if (size >= 8) {
-            std::memcpy(&word, bytes, 8);
-        } else {
-            for (size_t i = 0; i < size; ++i) word |= uint64_t{static_cast<unsigned char>(bytes[i])} << (8 * i);
-        }
-        return word;
-    }
-    static uint64_t Key(std::string_view symbol) { return Load(symbol.data(), symbol.size()); }
+    static uint64_t Key(std::string_view symbol) { return CSeededHash::Word(symbol); }
 
-    // Long symbols of one root (options) share their first eight bytes and differ in the last ones.
+    // Long symbols of one root (options) share their first eight bytes. A product with a random odd number is enough
+    // for the others.
     size_t Slot(uint64_t key, std::string_view symbol) const {
-        constexpr uint64_t kSpread = 0x9E3779B97F4A7C15;
-        uint64_t mixed = key * kSpread;
-        if (symbol.size() > 8) mixed = (mixed ^ mixed >> 29 ^ Load(symbol.data() + symbol.size() - 8, 8)) * kSpread;
+        constexpr size_t kWord = sizeof(uint64_t);
+        uint64_t mixed = key * m_spread;
+        if (symbol.size() > kWord) {
+            mixed = CSeededHash::Fold(key, m_spread);
+            for (size_t at = kWord; at + kWord < symbol.size(); at += kWord)
+                mixed = CSeededHash::Fold(mixed ^ CSeededHash::Word(symbol.substr(at)), m_spread);
+            mixed = CSeededHash::Fold(mixed ^ CSeededHash::Word(symbol.substr(symbol.size() - kWord)), m_spread);
+        }
         return static_cast<size_t>(mixed >> m_shift);
     }
     void Grow();
@@ -74,6 +72,7 @@ private:
     std::vector<SEntry> m_entries; ///< Size is a power of two, at most half full.
     size_t m_mask = 0;
     int m_shift = 0;
+    uint64_t m_spread = CSeededHash::Seed();
     size_t m_size = 0;
 };
 

@@ -9,9 +9,10 @@ namespace {
 
 constexpr size_t kFirstSize = 64;
 
+// The record's number alone: nobody can choose it, as they can a symbol's hash.
 size_t Mixed(const SChangeNotice& record) {
     constexpr uint64_t kMix = 0x9E3779B97F4A7C15ull; // 2^64 divided by the golden ratio, odd.
-    return static_cast<size_t>(((uint64_t{record.id1} << 32 | record.id2) * kMix) >> 32);
+    return static_cast<size_t>((record.id2 * kMix) >> 32);
 }
 
 } // namespace

@@ -61,7 +61,7 @@ int CAsyncSocket::Receive(void* buffer, int length, int) {
     const CNativeSocket::SResult result = m_native.Receive(static_cast<char*>(buffer), length);
     m_socketError = result.error;
     if (result.count > 0)
-        m_received = result.count == length ? EReceived::AllOfIt : EReceived::Data;
+        m_received = result.count >= kBurst || result.count == length ? EReceived::Burst : EReceived::Data;
     else if (result.count == 0)
         m_received = EReceived::End;
     else
@@ -131,7 +131,7 @@ void CAsyncSocket::Readable() {
         m_received = EReceived::Nothing;
         OnReceive(0);
         if (watch.Deleted()) return;
-    } while (m_received == EReceived::AllOfIt && attempt == m_attempt && --left > 0);
+    } while (m_received == EReceived::Burst && attempt == m_attempt && --left > 0);
     m_inReceive = false;
     if (attempt == m_attempt) AfterReceive();
 }
@@ -139,7 +139,7 @@ void CAsyncSocket::Readable() {
 void CAsyncSocket::AfterReceive() {
     switch (m_received) {
     case EReceived::Data:
-    case EReceived::AllOfIt:
+    case EReceived::Burst:
     case EReceived::WouldBlock:
         m_readNotifier->setEnabled(true);
         break;

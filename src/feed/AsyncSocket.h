@@ -13,8 +13,8 @@ namespace vx {
 ///
 /// A connect is answered by OnConnect, arrived bytes by OnReceive (again and again until they are received), room to
 /// send again by OnSend, the peer's end by OnClose. Each OnReceive should receive once: what is left is notified again,
-/// at once after a receive that got all it had asked for (up to kReceivesPerTurn times), else in the next turn of the
-/// event loop, so that timers and windows get theirs. Nothing is notified again after a receive that found the end,
+/// at once after a receive that got a burst (up to kReceivesPerTurn times), else in the next turn of the event loop, so
+/// that timers and windows get theirs. Nothing is notified again after a receive that found the end,
 /// failed, or had no room for a single byte, and none while OnReceive still runs (a dialog opened by a handler).
 ///
 /// Errors  operations return -1 or false and leave the number in GetLastError (SocketError.h)
@@ -25,6 +25,9 @@ public:
     /// A turn of the event loop costs as much as the cutting of a hundred lines. Four receives of 64 KiB share one and
     /// hold timers and windows up for a millisecond at most.
     static constexpr int kReceivesPerTurn = 4;
+    /// Bytes of one receive after which more is likely there already; so is all that was asked for. To look in vain
+    /// costs a tenth of a turn.
+    static constexpr int kBurst = 8 * 1024;
 
     CAsyncSocket();
     virtual ~CAsyncSocket();
@@ -71,7 +74,7 @@ protected:
 
 private:
     enum class EState { Closed, Created, Connecting, ConnectFailed, Connected, PeerGone };
-    enum class EReceived { Nothing, Data, AllOfIt, WouldBlock, NoRoom, End, Error };
+    enum class EReceived { Nothing, Data, Burst, WouldBlock, NoRoom, End, Error };
 
     bool FailWith(int error);
     void WatchForConnect();

@@ -70,11 +70,14 @@ void CFeedSession::OpenPort(EFeedSlot slot, uint32_t retries, const SPortSetting
     socket.Connect(kFeedHost, m_ports.GetPort(port));
 }
 
-void CFeedSession::SymbolSearch(ESearchBy by, std::string_view text, std::string_view marketFilter,
+bool CFeedSession::SymbolSearch(ESearchBy by, std::string_view text, std::string_view marketFilter,
                                 std::string_view typeFilter) {
-    if (text.empty()) return;
+    if (text.empty()) return false;
     m_lookupReplies.search.Clear();
-    SendToFeed(kLookupSlot, SymbolSearchRequest(by, text, marketFilter, typeFilter));
+    const std::string request = SymbolSearchRequest(by, text, marketFilter, typeFilter);
+    if (SendToFeed(kLookupSlot, request) != static_cast<int>(request.size())) return false;
+    m_lookupReplies.search.Expect();
+    return true;
 }
 
 void CFeedSession::GetConnectionStats(std::string& text) const {

@@ -59,9 +59,10 @@ public:
     CSymbolLimitQueue& LimitedSymbols() { return m_limited; }
     const CSymbolLimitQueue& LimitedSymbols() const { return m_limited; }
 
-    /// Asks for symbols on the lookup port, see SymbolSearchRequest; the results so far are dropped. Nothing happens
-    /// for an empty text.
-    void SymbolSearch(ESearchBy by, std::string_view text, std::string_view marketFilter, std::string_view typeFilter);
+    /// Asks for symbols on the lookup port, see SymbolSearchRequest; the results so far are dropped.
+    ///
+    /// Errors  false when the request did not go out, and for an empty text, for which nothing happens
+    bool SymbolSearch(ESearchBy by, std::string_view text, std::string_view marketFilter, std::string_view typeFilter);
     /// What has come for searches and requests for news counts.
     CLookupReplies& LookupReplies() { return m_lookupReplies; }
 

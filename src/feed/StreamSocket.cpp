@@ -3,6 +3,8 @@
 #include "base/Clock.h"
 #include "feed/LineIndex.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -21,6 +23,7 @@ CZTLStreamSocket::CZTLStreamSocket() : m_buffer(std::make_unique<char[]>(kCapaci
 
 void CZTLStreamSocket::Close() {
     m_fill = 0;
+    m_halfSent = false;
     m_lastError = 0;
     m_stats.lastMessageTime = {};
     CAsyncSocket::Close();
@@ -39,6 +42,19 @@ int CZTLStreamSocket::Send(const void* buffer, int length, int flags) {
     m_lastError = count < 0 ? GetLastError() : 0;
     if (count > 0) m_stats.bytesSent.value += static_cast<uint32_t>(count);
     return count;
+}
+
+int CZTLStreamSocket::SendText(std::string_view text) {
+    if (!m_halfSent) {
+        const int count = Send(text.data(), static_cast<int>(text.size()));
+        m_halfSent = count > 0 && static_cast<size_t>(count) < text.size();
+        return count;
+    }
+    const std::string separated = fmt::format("\n{}", text);
+    const int count = Send(separated.data(), static_cast<int>(separated.size()));
+    if (count < 1) return count;
+    m_halfSent = count > 1 && static_cast<size_t>(count) < separated.size();
+    return count - 1;
 }
 
 bool CZTLStreamSocket::Connect(const char* host, unsigned port) {

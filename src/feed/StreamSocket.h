@@ -33,7 +33,11 @@ public:
     void Close() override;
     int Receive(void* buffer, int length, int flags = 0) override;
     int Send(const void* buffer, int length, int flags = 0) override;
-    int SendText(std::string_view text) { return Send(text.data(), static_cast<int>(text.size())); }
+    /// Sends a text, with one Send. When the one before was sent in part only, a line end goes in front, so that its
+    /// part never becomes the beginning of this one.
+    ///
+    /// Returns the bytes of the text that were sent, -1 on an error
+    int SendText(std::string_view text);
 
     /// Begins to connect, see CAsyncSocket::Connect.
     virtual bool Connect(const char* host, unsigned port);
@@ -58,6 +62,7 @@ protected:
 private:
     int m_fill = 0;          ///< Bytes at the front of the buffer that wait for their line end.
     bool m_nulsWait = false; ///< Whether NULs are among them: the text of a line ends at its first one.
+    bool m_halfSent = false; ///< The last text went out in part only.
     int m_lastReceived = 0;
     std::unique_ptr<char[]> m_buffer;
     int m_lastError = 0;

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "feed/FeedStats.h"
+#include "feed/SymbolQueue.h"
 
-#include <deque>
+#include <cstdint>
 #include <functional>
+#include <list>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace vx {
 
@@ -35,14 +36,14 @@ public:
     /// Returns the number of commands sent whole
     uint32_t Pump(const FeedStats& stats, const SendCommand& send);
 
-    const std::deque<std::string>& Pending() const { return m_pending; }
-    const std::vector<std::string>& Awaiting() const { return m_awaiting; }
+    const std::list<std::string>& Pending() const { return m_pending.Order(); }
+    const std::list<std::string>& Awaiting() const { return m_awaiting.Order(); }
 
 private:
     bool HasRoom(const FeedStats& stats) const;
 
-    std::deque<std::string> m_pending;
-    std::vector<std::string> m_awaiting;
+    CSymbolQueue m_pending;
+    CSymbolQueue m_awaiting;
 };
 
 } // namespace vx

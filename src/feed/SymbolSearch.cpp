@@ -1,11 +1,13 @@
 #include "feed/SymbolSearch.h"
 
+#include "base/Clock.h"
 #include "base/Text.h"
 #include "feed/FeedLog.h"
 #include "feed/FeedSlots.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace vx {
@@ -13,7 +15,6 @@ namespace vx {
 namespace {
 
 constexpr std::string_view kEnd = "LSearch,!ENDMSG!";
-constexpr std::string_view kNothingFound = "No Results Found";
 // Places of the texts in a reply line.
 constexpr size_t kSymbol = 2;
 constexpr size_t kMarket = 3;
@@ -43,16 +44,29 @@ std::string SymbolSearchRequest(ESearchBy by, std::string_view text, std::string
 void CSearchResults::Clear() {
     m_results.clear();
     m_ended = m_dropped = false;
+    if (m_owed > 0 && SilentMs() >= kLostMs) m_owed = 0;
 }
 
+void CSearchResults::Expect() {
+    ++m_owed;
+    m_heardMs = CClock::Instance().MonotonicMs();
+}
+
+int64_t CSearchResults::SilentMs() const { return CClock::Instance().MonotonicMs() - m_heardMs; }
+
 void CSearchResults::OnLine(std::string_view line) {
+    m_heardMs = CClock::Instance().MonotonicMs();
+    const bool former = m_owed > 1;
     if (const auto fields = SplitCountingTail(line, ','); fields.size() >= kFieldCount) {
+        if (former) return;
         if (m_results.size() < kMostResults)
             m_results.push_back(
                 {Cut(fields[kSymbol]), Cut(fields[kDescription]), Cut(fields[kMarket]), Cut(fields[kSecurityType])});
         else if (!std::exchange(m_dropped, true))
             FeedLogOf(kLookupSlot).Failed(fmt::format("a search has more than {} results", kMostResults));
     } else if (ContainsText(line, kEnd)) {
+        m_owed = std::max(m_owed - 1, 0);
+        if (former) return;
         m_ended = true;
         if (m_results.empty()) m_results.push_back({std::string(kNothingFound), "", "", ""});
     }

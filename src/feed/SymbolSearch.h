@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,16 +30,26 @@ struct SSearchResult {
 
 /// Collects the results of one symbol search as its lines arrive.
 ///
+/// All searches share one id, so that replies are told apart by their order alone: while a former search still owes its
+/// end, what comes up to that end is the former's and is dropped. A former search that was silent for kLostMs owes
+/// nothing any more, since the feed client may never have understood it.
+///
+/// Units   times in milliseconds of CClock's monotonic time
 /// Owns    the results
 /// Thread  GUI thread only
 class CSearchResults {
 public:
     static constexpr size_t kMostResults = 10000;
     static constexpr size_t kMostTextBytes = 255; ///< Of each text, as in every cell.
+    static constexpr int64_t kLostMs = 5000;
+    /// The symbol of the only result of a search that found none.
+    static constexpr std::string_view kNothingFound = "No Results Found";
 
-    /// A new search begins.
+    /// A new search begins: drops the results.
     void Clear();
-    /// Takes one reply line. A search that ends without a result has one whose symbol is "No Results Found".
+    /// The request of the search went out, so that a reply is owed.
+    void Expect();
+    /// Takes one reply line. A search that ends without a result has one whose symbol is kNothingFound.
     ///
     /// Errors  none: other lines are ignored, results beyond kMostResults are dropped, which is logged
     void OnLine(std::string_view line);
@@ -47,11 +58,17 @@ public:
     const std::vector<SSearchResult>& Results() const { return m_results; }
     /// Whether the end of the reply has come.
     bool Ended() const { return m_ended; }
+    /// Whether results beyond kMostResults were dropped.
+    bool IsCut() const { return m_dropped; }
+    /// How long ago the request went out, or the last line came, whichever is later.
+    int64_t SilentMs() const;
 
 private:
     std::vector<SSearchResult> m_results;
     bool m_ended = false;
     bool m_dropped = false;
+    int m_owed = 0; ///< Ends still to come, the present search's included.
+    int64_t m_heardMs = 0;
 };
 
 } // namespace vx

@@ -1,16 +1,27 @@
 #pragma once
 
+#include <QString>
+
 namespace vx {
 
 class CGridCtrl;
 
-/// Makes every grid control known to assistive technology as a table with its accessible name. Calling it again has no
-/// effect.
+/// Makes every grid control known to assistive technology as a table of cells, each named by its row, its column and
+/// its text ("IBM Last 123.45"). Calling it again has no effect.
 ///
 /// Thread  GUI thread only
 void InstallGridAccessibility();
 
-/// Tells assistive technology that the focus stands on another cell; costs nothing while there is none.
+/// The row and the column of a cell as they are read to the user: "IBM Last".
+QString SpokenPlace(const CGridCtrl& grid, int row, int column);
+
+// What assistive technology has to be told. Each costs nothing while there is none.
+
+/// The focus stands on another cell, or has come to the grid.
 void AnnounceFocusCell(CGridCtrl& grid);
+/// Other cells are selected.
+void AnnounceSelection(CGridCtrl& grid);
+/// The number of rows or columns is another.
+void AnnounceShape(CGridCtrl& grid);
 
 } // namespace vx

@@ -2,10 +2,13 @@
 
 #include "base/Clock.h"
 #include "grid/GridAccessible.h"
+#include "grid/QtText.h"
 
+#include <QHelpEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QToolTip>
 #include <algorithm>
 #include <array>
 
@@ -21,7 +24,8 @@ constexpr int kMinFitWidth = 24;
 
 } // namespace
 
-CGridCtrl::CGridCtrl(QWidget* parent) : QAbstractScrollArea(parent), m_corner(new QWidget) {
+CGridCtrl::CGridCtrl(QWidget* parent)
+    : QAbstractScrollArea(parent), m_corner(new QWidget), m_editor(new CGridEditor(viewport())) {
     InstallGridAccessibility();
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
@@ -29,16 +33,25 @@ CGridCtrl::CGridCtrl(QWidget* parent) : QAbstractScrollArea(parent), m_corner(ne
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->setAttribute(Qt::WA_NoSystemBackground);
     viewport()->setMouseTracking(true);
+    viewport()->setAcceptDrops(true);
+    setAttribute(Qt::WA_InputMethodEnabled);
     m_corner->setAutoFillBackground(true);
     setCornerWidget(m_corner);
+    connect(m_editor, &CGridEditor::Ended, this, &CGridCtrl::FinishEdit);
+    connect(m_editor, &CGridEditor::textChanged, this, &CGridCtrl::PlaceEditor);
     m_fonts.SetDotsPerInch(logicalDpiY());
     ChooseTheme();
     MeasureFonts();
 }
 
-CGridCtrl::~CGridCtrl() = default;
+CGridCtrl::~CGridCtrl() {
+    // Its end must not be taken for the end of an edit.
+    m_editing = false;
+    delete m_editor;
+}
 
 void CGridCtrl::SetSource(const CCellSource* source) {
+    if (source == nullptr) EndEdit(false);
     m_source = source;
     UpdateAll();
 }
@@ -48,11 +61,14 @@ void CGridCtrl::SetRowCount(int rows) {
     m_geometry.SetRowCount(rows);
     FitRowNumbers();
     LayoutChanged();
+    AnnounceShape(*this);
 }
 
 void CGridCtrl::SetColumnCount(int columns, int defaultWidth) {
+    if (columns == ColumnCount()) return;
     m_geometry.SetColumnCount(columns, defaultWidth);
     LayoutChanged();
+    AnnounceShape(*this);
 }
 
 void CGridCtrl::SetColumnWidth(int column, int width) {
@@ -66,6 +82,7 @@ int CGridCtrl::FitWidth(int column) {
     m_cell.Reset();
     m_source->FillHeader(column, m_cell);
     int width = std::max(kMinFitWidth, CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()));
+    if (m_marks.SortOf(column) != ESortMark::None) width += CGridPainter::kSortMarkRoom;
     const auto measure = [&](int first, int last) {
         for (int row = first; row <= last; ++row) {
             m_cell.Reset();
@@ -78,6 +95,26 @@ int CGridCtrl::FitWidth(int column) {
     measure(1, std::min(RowCount(), kFitRows));
     measure(std::max(kFitRows + 1, m_geometry.FirstVisibleRow()), m_geometry.LastVisibleRow());
     return std::min(width, CGridGeometry::kMaxColumnWidth);
+}
+
+std::string CGridCtrl::ShownText(int row, int column) const {
+    if (m_source == nullptr || row < 0 || row > RowCount() || column < 0 || column > ColumnCount()) return {};
+    m_cell.Reset();
+    if (row == 0 && column == 0) return {};
+    if (row == 0) {
+        m_source->FillHeader(column, m_cell);
+    } else if (column == 0) {
+        m_source->FillRowNumber(row, m_cell);
+    } else if (!m_source->FillSpan(row, m_cell)) {
+        m_cell.Reset();
+        m_source->FillCell(row, column, m_cell);
+    }
+    return std::string(m_cell.Text());
+}
+
+bool CGridCtrl::IsSpan(int row) const {
+    m_cell.Reset();
+    return m_source != nullptr && row >= 1 && row <= RowCount() && m_source->FillSpan(row, m_cell);
 }
 
 void CGridCtrl::SetLockedColumns(int columns) {
@@ -111,6 +148,7 @@ void CGridCtrl::ChooseTheme() {
                       (m_themeMode == EThemeMode::System && palette().color(QPalette::Base).lightness() < kMiddleGray);
     m_theme = dark ? &kDarkGridTheme : &kLightGridTheme;
     DressScrollBars();
+    if (m_editing) DressEditor();
     UpdateAll();
 }
 
@@ -177,20 +215,11 @@ void CGridCtrl::LayoutChanged() {
     VisibleCellsChanged();
 }
 
-void CGridCtrl::KeepSelectionInside() {
-    UpdateSelection(Clamped(m_selection));
-    SGridCell focus = m_selection.focus;
-    if (ColumnWidth(focus.column) > 0) return;
-    // The column under the focus has been hidden: on to its neighbour, the next one if there is one.
-    const int next = NextColumn(focus.column, 1);
-    focus.column = next != focus.column ? next : NextColumn(focus.column, -1);
-    UpdateSelection({focus, focus, focus});
-}
-
 void CGridCtrl::VisibleCellsChanged() {
     m_dirty.SetVisible(m_geometry);
     m_goingOut.SetVisible(m_geometry);
     m_flash.SetVisible(m_geometry);
+    PlaceEditor();
     UpdateAll();
 }
 
@@ -209,8 +238,30 @@ void CGridCtrl::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange) ChooseTheme();
 }
 
+void CGridCtrl::SetSortMark(int column, ESortMark mark) {
+    SGridMarks next = m_marks;
+    next.sortColumn = mark == ESortMark::None ? 0 : column;
+    next.sort = mark;
+    SetMarks(next);
+}
+
+void CGridCtrl::SetMarkedRange(const std::optional<SGridRange>& range) {
+    SGridMarks next = m_marks;
+    next.copied = range;
+    SetMarks(next);
+}
+
+void CGridCtrl::SetMarks(const SGridMarks& marks) {
+    if (marks == m_marks) return;
+    QRegion changed = PlacesOfMarks(m_marks, m_geometry) | PlacesOfMarks(marks, m_geometry);
+    if (marks.sortColumn != m_marks.sortColumn || marks.sort != m_marks.sort)
+        changed |= QRect(0, 0, viewport()->width(), m_geometry.HeaderHeight());
+    m_marks = marks;
+    viewport()->update(changed);
+}
+
 SGridScene CGridCtrl::Scene() {
-    return {m_geometry, *m_theme, m_options, m_selection, m_flash, m_fonts, m_source, hasFocus()};
+    return {m_geometry, *m_theme, m_options, m_selection, m_marks, m_flash, m_fonts, m_source, hasFocus()};
 }
 
 void CGridCtrl::paintEvent(QPaintEvent* event) {
@@ -231,7 +282,10 @@ void CGridCtrl::FlushChanges() {
 }
 
 void CGridCtrl::timerEvent(QTimerEvent* event) {
-    if (event->timerId() == m_dragTimer.timerId()) return DragTo(m_dragPlace);
+    if (event->timerId() == m_dragTimer.timerId()) {
+        if (m_marks.dropRow > 0) return DragOver(m_dragPlace);
+        return DragTo(m_dragPlace);
+    }
     if (event->timerId() != m_flashTimer.timerId()) return QAbstractScrollArea::timerEvent(event);
     const int64_t now = CClock::Instance().MonotonicMs();
     m_flashEnded.clear();
@@ -242,53 +296,40 @@ void CGridCtrl::timerEvent(QTimerEvent* event) {
     if (!m_flash.Any()) m_flashTimer.stop();
 }
 
-SGridSelection CGridCtrl::Clamped(SGridSelection selection) const {
-    for (SGridCell* cell : {&selection.focus, &selection.anchor, &selection.reach}) {
-        cell->row = std::clamp(cell->row, 1, std::max(1, RowCount()));
-        cell->column = std::clamp(cell->column, 1, std::max(1, ColumnCount()));
+bool CGridCtrl::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) return ShowTip(*static_cast<QHelpEvent*>(event));
+    if (event->type() == QEvent::Leave && m_drag == EDrag::None) viewport()->unsetCursor();
+    return QAbstractScrollArea::viewportEvent(event);
+}
+
+bool CGridCtrl::ShowTip(const QHelpEvent& event) {
+    const SGridCell at = CellAt(event.pos());
+    const QString text = at.row >= 0 && at.column >= 0 ? TipAt(at.row, at.column) : QString();
+    if (text.isEmpty())
+        QToolTip::hideText();
+    else
+        QToolTip::showText(event.globalPos(), PlainTipText(text), viewport(),
+                           m_geometry.VisibleCellRect(at.row, at.column));
+    return true;
+}
+
+QString CGridCtrl::TipAt(int row, int column) {
+    if (m_source == nullptr || (row == 0 && column == 0)) return {};
+    const std::string own = row == 0 ? m_source->HeaderTip(column) : m_source->CellTip(row, column);
+    if (!own.empty() || column == 0) return QtText(own);
+    // Without a tip of its own a cell shows what it had to cut.
+    m_cell.Reset();
+    int room = ColumnWidth(column);
+    if (row == 0) {
+        m_source->FillHeader(column, m_cell);
+        if (m_marks.SortOf(column) != ESortMark::None) room -= CGridPainter::kSortMarkRoom;
+    } else if (m_source->FillSpan(row, m_cell)) {
+        room = viewport()->width() - ColumnWidth(0);
+    } else {
+        m_cell.Reset();
+        m_source->FillCell(row, column, m_cell);
     }
-    return selection;
-}
-
-QRect CGridCtrl::RangeRect(const SGridRange& range) const {
-    const int top = m_geometry.RowTop(range.firstRow);
-    const int bottom = m_geometry.RowTop(range.lastRow) + m_geometry.RowHeight();
-    return {0, top, viewport()->width(), bottom - top};
-}
-
-void CGridCtrl::UpdateSelection(const SGridSelection& next) {
-    const SGridSelection old = m_selection;
-    m_selection = Clamped(next);
-    if (m_selection == old) return;
-    const QRect header(0, 0, viewport()->width(), m_geometry.HeaderHeight());
-    viewport()->update(QRegion(header) | RangeRect(old.Range()) | RangeRect(m_selection.Range()));
-    if (m_selection.focus != old.focus) AnnounceFocusCell(*this);
-    if (m_selection.focus != old.focus) Q_EMIT FocusCellChanged(m_selection.focus.row, m_selection.focus.column);
-    if (m_selection.Range() != old.Range()) Q_EMIT SelectionChanged();
-}
-
-void CGridCtrl::SetFocusCell(int row, int column) { MoveTo({row, column}, false); }
-
-void CGridCtrl::SelectRange(const SGridRange& range) {
-    const SGridCell first{range.firstRow, range.firstColumn};
-    UpdateSelection({first, first, {range.lastRow, range.lastColumn}});
-}
-
-void CGridCtrl::EnsureVisible(int row, int column) {
-    const QPoint scroll = m_geometry.ScrollToShow(row, column);
-    horizontalScrollBar()->setValue(scroll.x());
-    verticalScrollBar()->setValue(scroll.y());
-}
-
-void CGridCtrl::focusInEvent(QFocusEvent* event) {
-    QAbstractScrollArea::focusInEvent(event);
-    viewport()->update(RangeRect(m_selection.Range()));
-}
-
-void CGridCtrl::focusOutEvent(QFocusEvent* event) {
-    QAbstractScrollArea::focusOutEvent(event);
-    CancelResize();
-    viewport()->update(RangeRect(m_selection.Range()));
+    return CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()) > room ? QtText(m_cell.Text()) : QString();
 }
 
 } // namespace vx

@@ -4,29 +4,41 @@
 #include "grid/CellSource.h"
 #include "grid/DirtyCells.h"
 #include "grid/GlyphAtlas.h"
+#include "grid/GridEditor.h"
 #include "grid/GridGeometry.h"
+#include "grid/GridMarks.h"
 #include "grid/GridPainter.h"
 #include "grid/GridSelection.h"
 #include "grid/GridTheme.h"
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
+#include <optional>
+#include <string>
 
 class QHelpEvent;
+class QMimeData;
 
 namespace vx {
 
 enum class EThemeMode : uint8_t { System, Light, Dark };
 
+/// What lies under a place of a grid; Outside is where no cell is.
+enum class EGridPart : uint8_t { Cell, RowHeader, ColumnHeader, Corner, Outside };
+
 /// What a grid control has painted since it was made; tests and benchmarks count with it.
 struct SPaintCounters {
     int64_t passes = 0; ///< Paint events.
     int64_t cells = 0;  ///< Cells, header cells included.
+
+    bool operator==(const SPaintCounters&) const = default;
 };
 
 /// A grid of text cells over a source: header row and row-number column that stay, locked columns, a focus cell and a
-/// selected range. It holds no cell: what is painted is asked of the source, and painting costs what is seen, never
-/// what the source holds.
+/// selected range, an editor in the cell, columns and rows that can be dragged. It holds no cell: what is painted is
+/// asked of the source, and painting costs what is seen, never what the source holds. It changes no content: what the
+/// user has done is told by signals, and the owner does it. Keys that it has no use for (Delete, copy, paste) are left
+/// to the window.
 ///
 /// Shape   row 0 is the header row, column 0 the row-number column; cells are rows 1..RowCount() and columns
 ///         1..ColumnCount(), numbered in display order
@@ -69,11 +81,38 @@ public:
 
     SGridCell FocusCell() const { return m_selection.focus; }
     SGridRange SelectedRange() const { return m_selection.Range(); }
-    /// Moves the focus, selects that cell alone and scrolls to it.
+    /// Moves the focus and selects that cell alone. A cell that was out of sight comes to the middle of the grid.
     void SetFocusCell(int row, int column);
     /// Selects a range; the focus is its first cell.
     void SelectRange(const SGridRange& range);
+    /// Scrolls no further than is needed to see a cell whole.
     void EnsureVisible(int row, int column);
+
+    /// The whole text of a cell as the source gives it: a header in row 0, a row number in column 0, and in each column
+    /// of a row with one text that text. Empty outside the grid.
+    std::string ShownText(int row, int column) const;
+
+    /// Opens the editor in a cell that MayEdit(), which becomes the focus cell. It holds EditText(), selected, or the
+    /// initial text with the caret behind it. An edit of another cell is taken over first; one of the same cell goes
+    /// on, unless there is an initial text.
+    ///
+    /// Returns false, and changes nothing, when the cell cannot be edited or is hidden
+    bool BeginEdit(int row, int column, std::optional<std::string> initialText = {});
+    /// Closes the editor, if there is one; with commit its text is told by CellEdited().
+    void EndEdit(bool commit);
+    bool IsEditing() const { return m_editing; }
+    /// The cell in the editor; meaningless without one.
+    SGridCell EditedCell() const { return m_editedCell; }
+
+    /// The owner says when a menu of the grid is open and when it is closed.
+    void SetMenuUp(bool up) { m_menuUp = up; }
+    /// While the user has an editor, a drag or a menu in hand nothing should move under it.
+    bool IsBusy() const { return m_editing || m_menuUp || m_drag != EDrag::None || m_marks.dropRow > 0; }
+
+    /// Marks the column that the rows are sorted by with a triangle in its header, and no other; None takes it away.
+    void SetSortMark(int column, ESortMark mark);
+    /// A dashed border around a range, such as the one just copied.
+    void SetMarkedRange(const std::optional<SGridRange>& range);
 
     /// Notes that a cell's (a row's) text or look has changed; nothing is repainted before FlushChanges(). Cheap for
     /// cells that cannot be seen: call it for every change.
@@ -90,6 +129,21 @@ public:
     SGridCell CellAt(const QPoint& place) const {
         return {m_geometry.RowAt(place.y()), m_geometry.ColumnAt(place.x())};
     }
+    static EGridPart PartOf(const SGridCell& cell);
+    /// Whether a row shows one text across all its columns.
+    bool IsSpan(int row) const;
+    /// Whether the selection holds all rows (columns) there are.
+    bool WholeColumnsSelected() const;
+    bool WholeRowsSelected() const;
+
+    /// Whether a cell can be edited in place; asked each time an edit begins.
+    virtual bool MayEdit(int /*row*/, int /*column*/) const { return false; }
+    /// The text that the editor starts with, unless the user types a new one.
+    virtual std::string EditText(int row, int column) const { return ShownText(row, column); }
+    /// What a row is called towards assistive technology: the text of its first column that is shown.
+    virtual std::string RowName(int row) const { return ShownText(row, NextColumn(0, 1)); }
+    /// Whether something dragged here from elsewhere can be dropped.
+    virtual bool AcceptsDrop(const QMimeData& /*data*/) const { return false; }
 
 Q_SIGNALS:
     void FocusCellChanged(int row, int column);
@@ -97,7 +151,22 @@ Q_SIGNALS:
     /// The user gave a column another width.
     void ColumnResized(int column, int width);
     void HeaderDoubleClicked(int column);
+    /// In a cell that cannot be edited; in the others a double click opens the editor.
     void CellDoubleClicked(int row, int column);
+    /// The user has ended an edit other than by giving it up, changed or not; the editor is closed already and the cell
+    /// still has the focus, which moves on afterwards unless a receiver has moved it. Windows-1252 texts, oldText is
+    /// EditText() as it was when the edit began.
+    void CellEdited(int row, int column, const QByteArray& oldText, const QByteArray& newText);
+    /// By mouse: what is under it, selected. By keyboard: the focus cell. Row and column are 0 in headers and -1 where
+    /// there is none.
+    void ContextMenuRequested(vx::EGridPart part, int row, int column, const QPoint& globalPos);
+    /// The user has dragged the columns (rows) first..last to stand before another one, count + 1 for the end. Never to
+    /// where they are already.
+    void ColumnsDragged(int first, int last, int before);
+    void RowsDragged(int first, int last, int before);
+    /// Data that AcceptsDrop() was dropped on a cell, or the one nearest to the place. The data lives only during the
+    /// signal, and the program it comes from may wait until it returns.
+    void DataDropped(const QMimeData* data, int row, int column);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -108,45 +177,78 @@ protected:
     void timerEvent(QTimerEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
     void wheelEvent(QWheelEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
-    enum class EDrag : uint8_t { None, SelectCells, SelectRows, SelectColumns, ResizeColumn };
+    enum class EDrag : uint8_t { None, SelectCells, SelectRows, SelectColumns, ResizeColumn, MoveRows, MoveColumns };
 
+    // Layout and looks
     void LayoutChanged();
     void VisibleCellsChanged();
     void MeasureFonts();
     void FitRowNumbers();
     void ChooseTheme();
     void DressScrollBars();
+    SGridScene Scene();
+    void SetMarks(const SGridMarks& marks);
+    bool ShowTip(const QHelpEvent& event);
+    QString TipAt(int row, int column);
+
+    // Focus and selection
     void KeepSelectionInside();
     void UpdateSelection(const SGridSelection& next);
     SGridSelection Clamped(SGridSelection selection) const;
     QRect RangeRect(const SGridRange& range) const;
-    SGridScene Scene();
-    bool ShowTip(const QHelpEvent& event);
-    QString TipAt(int row, int column);
+    int NextColumn(int column, int step) const;
+    int RowsPerPage() const;
+    void MoveTo(SGridCell cell, bool extend);
+    bool StepInRow(int step);
+    void SelectUnder(const SGridCell& at);
+    void SelectRow(int row);
+    void SelectColumn(int column);
 
     // Keyboard
     bool MoveByKey(const QKeyEvent& event);
     bool SelectByKey(const QKeyEvent& event);
-    int NextColumn(int column, int step) const;
-    int RowsPerPage() const;
-    void MoveTo(SGridCell cell, bool extend);
+    bool EditByKey(const QKeyEvent& event);
+    void RequestMenuByKey();
 
     // Mouse
     int BorderAt(const QPoint& place) const;
+    void UpdateCursor(const QPoint& place);
+    void Resize(int column, int width);
+
+    // Drags
+    void PressAt(const SGridCell& at, bool extend);
     void StartDrag(EDrag drag, const SGridCell& at, bool extend);
     void DragTo(const QPoint& place);
+    void StretchTo(const QPoint& place);
+    void MoveMarkTo(const QPoint& place);
+    void DragOver(const QPoint& place);
+    void ScrollTowards(const QPoint& place, const QRect& calm, bool rows, bool columns);
+    void Drop();
+    void CancelDrag();
     void EndDrag();
-    void CancelResize();
-    void UpdateCursor(const QPoint& place);
-    void ResizeByUser(int column, int width);
+    bool MovesColumns(const SGridRange& range, int before) const;
+    SGridCell NearestCell(const QPoint& place) const;
+
+    // Editing
+    void FinishEdit(EEditEnd end);
+    void PlaceEditor();
+    void DressEditor();
 
     QWidget* m_corner; // between the scroll bars; the scroll area owns it
     const CCellSource* m_source = nullptr;
@@ -162,17 +264,26 @@ private:
     EThemeMode m_themeMode = EThemeMode::System;
     SGridOptions m_options;
     SGridSelection m_selection;
+    SGridMarks m_marks;
     SPaintCounters m_counters;
     bool m_rowNumbers = true;
-    SCell m_cell; // for measuring
+    bool m_menuUp = false;
+    mutable SCell m_cell; // for measuring and asking
 
     EDrag m_drag = EDrag::None;
+    bool m_dragFar = false; // a row or column under a pressed button has begun to move
+    SGridCell m_pressed;    // where the drag began
     QBasicTimer m_dragTimer;
     QPoint m_dragPlace;
-    int m_resizeColumn = 0;
-    int m_resizeFrom = 0; // x of the press
-    int m_resizeWidth = 0;
-    QPoint m_wheelRest; // eighths of a degree not yet scrolled
+    QPoint m_pressPlace;
+    int m_resizeWidth = 0; // before the drag
+    QPoint m_wheelRest;    // eighths of a degree not yet scrolled
+
+    CGridEditor* m_editor; // a child of the viewport, hidden while nothing is edited
+    bool m_editing = false;
+    bool m_composing = false; // an input method still has the keyboard through the grid
+    SGridCell m_editedCell;
+    std::string m_editedText; // as it was when the edit began
 };
 
 } // namespace vx

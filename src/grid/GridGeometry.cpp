@@ -89,6 +89,18 @@ int CGridGeometry::RowAt(int y) const {
     return row > m_rowCount ? -1 : row;
 }
 
+int CGridGeometry::ColumnBoundaryAt(int x) const {
+    const int column = ColumnAt(std::max(x, ColumnWidth(0)));
+    if (column < 0) return ColumnCount() + 1;
+    const bool right = x >= ColumnLeft(column) + ColumnWidth(column) / 2;
+    return std::max(1, right ? column + 1 : column);
+}
+
+int CGridGeometry::RowBoundaryAt(int y) const {
+    const int row = (std::max(y, m_headerHeight) - m_headerHeight + m_scrollY + m_rowHeight / 2) / m_rowHeight + 1;
+    return std::min(row, m_rowCount + 1);
+}
+
 int CGridGeometry::LastVisibleRow() const {
     if (ScrolledHeight() <= 0) return FirstVisibleRow() - 1;
     return std::min(m_rowCount, (m_scrollY + ScrolledHeight() - 1) / m_rowHeight + 1);

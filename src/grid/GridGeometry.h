@@ -64,6 +64,9 @@ public:
 
     int ColumnAt(int x) const;
     int RowAt(int y) const;
+    /// The column (row) before which something would stand that is dropped at a place; count + 1 behind the last one.
+    int ColumnBoundaryAt(int x) const;
+    int RowBoundaryAt(int y) const;
 
     /// First and last row (1..) that can be seen, even in part; first > last when there is none.
     int FirstVisibleRow() const { return m_scrollY / m_rowHeight + 1; }

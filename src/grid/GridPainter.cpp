@@ -18,19 +18,6 @@ constexpr unsigned char kUpByte = 0xAD;
 constexpr unsigned char kDownByte = 0xAF;
 constexpr unsigned char kDotByte = 0xB7;
 
-int SymbolOf(unsigned char byte) {
-    switch (byte) {
-    case kUpByte:
-        return kSymbolUp;
-    case kDownByte:
-        return kSymbolDown;
-    case kDotByte:
-        return kSymbolDot;
-    default:
-        return byte;
-    }
-}
-
 QRgb SymbolColor(int code, QRgb other, const SGridTheme& theme) {
     switch (code) {
     case kSymbolUp:
@@ -47,11 +34,25 @@ QRgb SymbolColor(int code, QRgb other, const SGridTheme& theme) {
 int RunWidth(CGlyphAtlas& atlas, const SCell& cell) {
     if (!cell.tickTrend) return atlas.TextWidth(cell.Text());
     int width = 0;
-    for (const char c : cell.Text()) width += atlas.Glyph(SymbolOf(static_cast<unsigned char>(c))).advance;
+    for (const char c : cell.Text())
+        width += atlas.Glyph(CGridPainter::SymbolOf(static_cast<unsigned char>(c))).advance;
     return width;
 }
 
 } // namespace
+
+int CGridPainter::SymbolOf(unsigned char byte) {
+    switch (byte) {
+    case kUpByte:
+        return kSymbolUp;
+    case kDownByte:
+        return kSymbolDown;
+    case kDotByte:
+        return kSymbolDot;
+    default:
+        return byte;
+    }
+}
 
 int CGridPainter::NeededWidth(const SCell& cell, CGridFonts& fonts, double scale) {
     // One pixel for the grid line and one for edges that fall between device pixels.
@@ -78,6 +79,7 @@ int CGridPainter::Paint(QPainter& painter, const QRegion& region, const SGridSce
     painter.scale(1 / m_scale, 1 / m_scale);
     for (const QRect& rect : region) PaintRect(painter, rect);
     painter.restore();
+    if (scene.marks.AnyOnTop()) PaintMarks(painter, scene.marks, scene.geometry, scene.theme);
     m_scene = nullptr;
     return m_painted;
 }
@@ -142,11 +144,15 @@ void CGridPainter::PaintSpan(int row) {
     const int left = geometry.ColumnWidth(0);
     const QRect rect =
         Device(QRect(left, geometry.RowTop(row), geometry.Viewport().width() - left, geometry.RowHeight()));
-    const bool selected = m_selected.HasRow(row);
+    // A row that is selected among others shows which columns; alone, it is selected as the one text that it is.
+    const bool selected = m_selected.HasRow(row) && m_selected.firstRow == m_selected.lastRow;
     const QRgb background = selected                               ? theme.selected
                             : m_cell.background != kAutomaticColor ? RgbFromColorRef(m_cell.background)
                                                                    : theme.span;
     m_canvas.Fill(rect, background);
+    if (m_selected.HasRow(row) && !selected)
+        for (int column = m_selected.firstColumn; column <= m_selected.lastColumn; ++column)
+            m_canvas.Fill(Device(geometry.VisibleCellRect(row, column)), theme.selected);
     if (m_scene->options.lines == EGridLines::Both)
         m_canvas.Fill({rect.left(), rect.bottom() - m_line + 1, rect.width(), m_line}, theme.gridLine);
     const bool plain = m_cell.role == ETextRole::Normal && m_cell.background == kAutomaticColor;
@@ -231,9 +237,36 @@ void CGridPainter::PaintHeaderCell(int row, int column) {
         m_canvas.Fill(QRect(rect.left(), rect.bottom() - m_line + 1, rect.width(), m_line).intersected(clip), below);
     m_canvas.Fill(QRect(rect.right() - m_line + 1, rect.top(), m_line, rect.height()).intersected(clip),
                   theme.headerLine);
+    QRect text = rect.adjusted(0, 0, 0, -m_line);
+    if (const ESortMark mark = row == 0 ? m_scene->marks.SortOf(column) : ESortMark::None; mark != ESortMark::None) {
+        PaintSortMark(rect, clip, mark);
+        text.setRight(std::max(text.left(), text.right() - Device(kSortMarkRoom)));
+    }
+    if (row == 0) PaintHiddenMark(column, rect, clip);
     if (m_cell.length > 0)
-        DrawText(rect, clip.intersected(rect.adjusted(0, 0, -m_line, -m_line)),
+        DrawText(text, clip.intersected(text.adjusted(0, 0, -m_line, 0)),
                  m_cell.role == ETextRole::Normal ? theme.headerText : TextColor(background));
+}
+
+void CGridPainter::PaintSortMark(const QRect& rect, const QRect& clip, ESortMark mark) {
+    CGlyphAtlas& atlas = m_scene->fonts.Atlas(0, m_scale);
+    const SGlyph& glyph = atlas.Glyph(mark == ESortMark::Ascending ? kSymbolUp : kSymbolDown);
+    const int baseline = rect.top() + (rect.height() - m_line + atlas.DigitHeight() + 1) / 2;
+    const int x = rect.right() - m_line - Device(kTextPadding) - glyph.width + 1;
+    m_canvas.Glyph(atlas, glyph, x, baseline, m_scene->theme.headerText, clip);
+}
+
+void CGridPainter::PaintHiddenMark(int column, const QRect& rect, const QRect& clip) {
+    const CGridGeometry& geometry = m_scene->geometry;
+    const int width = 2 * m_line;
+    if (column < geometry.ColumnCount() && geometry.ColumnWidth(column + 1) == 0)
+        m_canvas.Fill(QRect(rect.right() - width + 1, rect.top(), width, rect.height()).intersected(clip),
+                      m_scene->theme.focusIdle);
+    int before = column - 1;
+    while (before > 0 && geometry.ColumnWidth(before) == 0) --before;
+    // Without row numbers hidden columns at the beginning have no other neighbour.
+    if (column > 1 && before == 0 && geometry.ColumnWidth(0) == 0)
+        m_canvas.Fill(QRect(rect.left(), rect.top(), width, rect.height()).intersected(clip), m_scene->theme.focusIdle);
 }
 
 QRgb CGridPainter::TextColor(QRgb background) {

@@ -4,6 +4,7 @@
 #include "grid/GlyphAtlas.h"
 #include "grid/GridCanvas.h"
 #include "grid/GridGeometry.h"
+#include "grid/GridMarks.h"
 #include "grid/GridSelection.h"
 #include "grid/GridTheme.h"
 
@@ -33,6 +34,7 @@ struct SGridScene {
     const SGridTheme& theme;
     const SGridOptions& options;
     const SGridSelection& selection;
+    const SGridMarks& marks;
     const CCellFlash& flash;
     CGridFonts& fonts;
     const CCellSource* source; ///< Null: an empty grid.
@@ -53,8 +55,12 @@ public:
 
     /// Space between a cell's edge and its text, in logical pixels.
     static constexpr int kTextPadding = 5;
+    /// What a header gives to the mark of the column that the rows are sorted by, in logical pixels.
+    static constexpr int kSortMarkRoom = 12;
     /// The width in logical pixels that a cell needs to show its text whole on a screen of a scale.
     static int NeededWidth(const SCell& cell, CGridFonts& fonts, double scale);
+    /// What a byte of a cell with a tick trend is drawn as: one of EGridSymbol, or the character itself.
+    static int SymbolOf(unsigned char byte);
 
 private:
     QRect Device(const QRect& rect) const;
@@ -68,6 +74,8 @@ private:
     void PaintColumns(int row, int first, int last);
     void PaintCell(int row, int column, const QRect& rect, const QRect& clip);
     void PaintHeaderCell(int row, int column);
+    void PaintSortMark(const QRect& rect, const QRect& clip, ESortMark mark);
+    void PaintHiddenMark(int column, const QRect& rect, const QRect& clip);
     void PaintEmptySpace(QPainter& painter, const QRect& rect);
 
     QRgb CellBackground(int row, int column) const;

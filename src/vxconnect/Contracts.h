@@ -20,6 +20,9 @@ namespace vx::sim {
 
 using ListingVisitor = std::function<bool(const SListing&)>;
 
+/// Whether options are listed on a well-known ticker.
+bool HasOptions(const STicker& ticker);
+
 /// The option of a symbol, nothing when there is none.
 std::optional<SListing> FindOption(std::string_view symbol, uint64_t seed, PackedDate start,
                                    std::span<const STicker> tickers);

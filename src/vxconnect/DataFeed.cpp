@@ -29,6 +29,7 @@ std::optional<SymbolIndex> CDataFeed::Add(std::string_view symbol) {
 }
 
 void CDataFeed::Changed(SymbolIndex index, const SUpdate& update) {
+    m_factChanges += update.newFundamentals;
     if (update.changed.Empty() && update.regions == 0 && !update.newFundamentals && !update.newSummary) return;
     if (SWatched* const watched = FindWatched(index)) Tell(*watched, update);
 }

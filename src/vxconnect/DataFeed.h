@@ -33,6 +33,7 @@ public:
     /// Tells those who watch a record what changed in it.
     void Changed(SymbolIndex index, const SUpdate& update);
 
+    uint64_t DirectoryVersion() const { return m_records.size() + m_factChanges; }
     void ForEachSymbol(const std::function<bool(const SDirectoryEntry&)>& visit) const;
 
 protected:
@@ -41,6 +42,7 @@ protected:
 private:
     const std::function<std::string()> m_clock;
     std::vector<std::unique_ptr<CDataRecord>> m_records;
+    uint64_t m_factChanges = 0; // How often a name, market or type may have become another one.
     std::unordered_map<std::string_view, SymbolIndex> m_bySymbol; // Views of the records' own symbols.
 };
 

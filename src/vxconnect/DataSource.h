@@ -22,6 +22,7 @@ public:
 
     CFeed& Feed() final { return m_feed; }
     void Run() final;
+    uint64_t DirectoryVersion() const final { return m_feed.DirectoryVersion(); }
     void ForEachSymbol(const std::function<bool(const SDirectoryEntry&)>& visit) const final {
         m_feed.ForEachSymbol(visit);
     }

@@ -20,6 +20,8 @@ class CDirectory {
 public:
     virtual ~CDirectory() = default;
 
+    /// Another number than before when ForEachSymbol would tell something else than before.
+    virtual uint64_t DirectoryVersion() const = 0;
     /// Calls the visitor with every symbol until it returns false.
     virtual void ForEachSymbol(const std::function<bool(const SDirectoryEntry&)>& visit) const = 0;
     /// How many of today's headlines so far name a symbol; nothing for an unknown symbol.

@@ -24,8 +24,9 @@ std::string SplitText(double ratio, PackedDate date) { return fmt::format("{:.2f
 class CFundamentalWriter {
 public:
     CFundamentalWriter(CMarket& market, CMarket::Index index)
-        : m_listing(market.Listing(index)), m_now(market.At(index)), m_start(market.StartDate()),
-          m_random(SymbolSeed(~market.Seed(), m_listing.symbol)) {}
+        : m_listing(market.Listing(index)), m_now(market.At(index)), m_hasOptions(market.HasOptions(m_listing)),
+          m_start(market.StartDate()),
+          m_random(SymbolSeed(~market.Seed(), m_terms.prompt.empty() ? m_listing.symbol : m_terms.prompt)) {}
 
     std::string Line() {
         m_line.reserve(512);
@@ -33,7 +34,7 @@ public:
         Text(m_listing.symbol);
         Text("SIM");
         Text(m_listing.name);
-        Text(m_terms.kind == EKind::Share && m_terms.delayMinutes == 0 ? m_listing.symbol : "");
+        Text(m_hasOptions ? m_listing.symbol : "");
         Extremes(m_now.YearExtremes());
         Earnings();
         Balance();
@@ -55,7 +56,7 @@ private:
     void Price(double value) { Number(value, m_now.Decimals()); }
     double Last() const { return static_cast<double>(m_now.Value(EField::Last)) / kPriceUnit; }
     PackedDate DaysAgo(uint32_t least, uint32_t most) {
-        return AddDays(m_start, -static_cast<int>(least + m_random.Below(most - least)));
+        return SessionDateUpTo(AddDays(m_start, -static_cast<int>(least + m_random.Below(most - least))));
     }
 
     void Extremes(const SExtremes& extremes) {
@@ -117,10 +118,12 @@ private:
         const double lastRatio = kRatios[m_random.Below(kRatios.size())];
         const double firstRatio = kRatios[m_random.Below(kRatios.size())];
         const PackedDate balance = (m_start / 10000 - 1) * 10000 + 1231;
-        const PackedDate exDividend = DaysAgo(5, 85), paid = AddDays(exDividend, 18);
+        const PackedDate exDividend = DaysAgo(5, 85), paid = SessionDateUpTo(AddDays(exDividend, 18));
         if (m_terms.IsContract() || m_terms.IsPricedDaily()) {
             Empty(6);
-            const double dayDeviation = m_terms.dayDeviation > 0 ? m_terms.dayDeviation : m_sector.dayDeviation;
+            // An option tells the volatility of its share.
+            const bool own = m_terms.dayDeviation > 0 && m_terms.kind != EKind::Option;
+            const double dayDeviation = own ? m_terms.dayDeviation : m_sector.dayDeviation;
             m_terms.kind == EKind::MoneyFund ? Empty() : Number(dayDeviation * std::sqrt(252.0) * 100);
             return ExtremeDates();
         }
@@ -176,6 +179,7 @@ private:
     const CInstrument& m_now;
     const SSector& m_sector = SectorOf(m_ticker.sector);
     const bool m_fund = m_terms.IsFund();
+    const bool m_hasOptions;
     const PackedDate m_start;
     CRandom m_random;
     std::string m_line;

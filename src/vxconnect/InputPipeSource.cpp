@@ -18,14 +18,16 @@ CInputPipeSource::CInputPipeSource(const SOptions& options, int descriptor,
     connect(&m_readable, &QSocketNotifier::activated, this, [this] { Read(); });
 }
 
-void CInputPipeSource::Open() {
+bool CInputPipeSource::Open() {
     constexpr int kMomentMs = 50, kMostMs = 1000;
     QElapsedTimer elapsed;
     elapsed.start();
     pollfd ready{m_descriptor, POLLIN, 0};
     while (!m_ended && elapsed.elapsed() < kMostMs && poll(&ready, 1, kMomentMs) > 0) Read();
+    if (m_ended && Data().RecordCount() == 0) return false;
     m_readable.setEnabled(!m_ended);
     Start();
+    return true;
 }
 
 // One read for each time that something has come, so that it never waits.
@@ -43,6 +45,7 @@ void CInputPipeSource::Read() {
         m_readable.setEnabled(false);
     }
     ReadLines();
+    if (count == 0 && Data().RecordCount() == 0) m_complain("standard input: no rows, nothing to serve");
 }
 
 void CInputPipeSource::ReadLines() {

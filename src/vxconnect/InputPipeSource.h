@@ -23,7 +23,9 @@ public:
     CInputPipeSource(const SOptions& options, int descriptor, std::function<void(const std::string&)> complain);
 
     /// Reads what is there already, until nothing comes for a moment or a second has passed, and begins to follow.
-    void Open();
+    ///
+    /// Errors  false when the stream has ended without one good row, which has been told
+    bool Open();
 
     std::string Kind() const override { return "user data"; }
     std::string Detail() const override { return "standard input"; }

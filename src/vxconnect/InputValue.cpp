@@ -55,36 +55,48 @@ SInputValue ReadText(std::string_view text) {
     return Good(std::string(TrimBlanks(out)));
 }
 
-SInputValue ReadInteger(std::string_view text) {
-    constexpr int64_t kLeast = INT32_MIN, kMost = UINT32_MAX;
-    const std::string_view digits = text.starts_with('+') ? text.substr(1) : text;
-    int64_t value = 0;
-    const auto [end, status] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    if (digits.empty() || status != std::errc() || end != digits.data() + digits.size() || value < kLeast ||
-        value > kMost)
-        return Bad(text, "a whole number from -2147483648 to 4294967295");
-    return Good(std::to_string(value));
+bool IsNumber(std::string_view text) { return AllOf(text, "0123456789+-.eE") && ReadWholeDouble(text).has_value(); }
+
+// A price or ratio beyond is a mistake, and would be cut in a cell.
+bool IsInRange(double value) {
+    constexpr double kLeast = 1e-15, kMost = 1e15;
+    return value == 0 || (std::abs(value) >= kLeast && std::abs(value) <= kMost);
 }
 
-std::optional<double> NumberOf(std::string_view text) {
-    constexpr double kMost = 1e15;
-    if (!AllOf(text, "0123456789+-.eE")) return std::nullopt;
-    const auto value = ReadWholeDouble(text);
-    return value && std::abs(*value) <= kMost ? value : std::nullopt;
+SInputValue OutOfRange(std::string_view text) {
+    return {{}, fmt::format("\"{}\" is out of range: 0, or 1e-15 to 1e15 with either sign", Shown(text))};
+}
+
+// All digits that count, without an exponent.
+std::string Plain(double value) {
+    std::array<char, 64> out;
+    const auto [end, status] = std::to_chars(out.data(), out.data() + out.size(), value, std::chars_format::fixed);
+    return status == std::errc() ? std::string(out.data(), end) : "0";
+}
+
+// Spreadsheets and scripts write whole numbers as 100.0 and 1e2 too.
+SInputValue ReadInteger(std::string_view text) {
+    constexpr double kLeast = INT32_MIN, kMost = UINT32_MAX;
+    const double value = IsNumber(text) ? ReadDouble(text) : NAN;
+    if (!(value >= kLeast && value <= kMost) || value != std::floor(value))
+        return Bad(text, "a whole number from -2147483648 to 4294967295");
+    return Good(std::to_string(static_cast<int64_t>(value)));
 }
 
 SInputValue ReadNumber(std::string_view text) {
-    const auto value = NumberOf(text);
-    if (!value) return Bad(text, "a number");
+    if (!IsNumber(text)) return Bad(text, "a number");
+    const double value = ReadDouble(text);
+    if (!IsInRange(value)) return OutOfRange(text);
     // The digits that were given count, a trailing zero too; other spellings are written out.
     const bool plain = AllOf(text, "0123456789-.") && text.size() < 24;
-    return Good(plain ? std::string(text) : fmt::format("{:.6f}", *value));
+    return Good(plain ? std::string(text) : Plain(value));
 }
 
 SInputValue ReadPercent(std::string_view text) {
     const std::string_view digits = text.ends_with('%') ? TrimBlanks(text.substr(0, text.size() - 1)) : text;
-    const auto value = NumberOf(digits);
-    return value ? Good(fmt::format("{:.6f}", *value / 100)) : Bad(text, "a percentage");
+    if (!IsNumber(digits)) return Bad(text, "a percentage");
+    const double value = ReadDouble(digits);
+    return IsInRange(value) ? Good(Plain(value / 100)) : OutOfRange(text);
 }
 
 SInputValue ReadHex(std::string_view text) {
@@ -127,11 +139,12 @@ SInputValue ReadMonthDay(std::string_view text) {
 
 SInputValue ReadSplit(std::string_view text) {
     const size_t blank = text.find(' ');
-    const auto ratio = NumberOf(text.substr(0, blank));
+    const std::string_view ratio = text.substr(0, blank);
     const SInputValue date =
         blank == std::string_view::npos ? SInputValue{{}, "none"} : ReadDate(TrimBlanks(text.substr(blank)));
-    if (!ratio || !date.error.empty()) return Bad(text, "a ratio and a date such as 0.50 6/7/2021");
-    return Good(fmt::format("{} {}", text.substr(0, blank), date.text));
+    if (!IsNumber(ratio) || !IsInRange(ReadDouble(ratio)) || !date.error.empty())
+        return Bad(text, "a ratio and a date such as 0.50 6/7/2021");
+    return Good(fmt::format("{} {}", ratio, date.text));
 }
 
 SInputValue ReadContents(std::string_view text) {

@@ -58,9 +58,10 @@ CInstrument::CInstrument(std::string symbol, const STicker& ticker, STerms terms
     Put(EField::FractionDisplayCode, 14);
     Put(EField::DecimalPrecision, Decimals());
     PutTerms();
+    CRandom past(SymbolSeed(seed + 1, m_terms.prompt.empty() ? m_symbol : m_terms.prompt));
     if (!m_terms.IsPricedDaily())
-        Put(EField::PreviousDayVolume, Rounded(static_cast<double>(m_averageVolume) * m_random.Between(0.7, 1.3)));
-    MakePast(seed);
+        Put(EField::PreviousDayVolume, Rounded(static_cast<double>(m_averageVolume) * past.Between(0.7, 1.3)));
+    MakePast(past);
     StartSession(OnGrid(static_cast<double>(m_base) * (1 + dayDeviation * 0.4 * m_random.Normal())));
     MakeFirstHalfHour();
     PlanNext();
@@ -76,15 +77,14 @@ void CInstrument::MakeFirstHalfHour() {
 }
 
 // The year before the simulation: its extremes lie around the price it starts from.
-void CInstrument::MakePast(uint64_t seed) {
+void CInstrument::MakePast(CRandom& past) {
     if (m_terms.kind == EKind::MoneyFund) {
         m_calendarExtremes = m_yearExtremes = {m_base, m_base, m_date, m_date};
         return;
     }
-    CRandom past(SymbolSeed(seed + 1, m_symbol));
     const double base = static_cast<double>(m_base);
     const auto day = [&](uint32_t least, uint32_t most) {
-        return AddDays(m_date, -static_cast<int>(least + past.Below(most - least)));
+        return SessionDateUpTo(AddDays(m_date, -static_cast<int>(least + past.Below(most - least))));
     };
     const auto dayOfThisYear = [&] {
         const PackedDate date = day(1, 29);

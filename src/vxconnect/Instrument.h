@@ -71,7 +71,7 @@ private:
     void Step(int weight);
     void PlanNext();
     void MoveMid(int weight);
-    void MakePast(uint64_t seed);
+    void MakePast(CRandom& past);
     void MakeFirstHalfHour();
     void PutTerms();
     void SettleDay(int64_t price);

@@ -19,6 +19,7 @@ std::string CLineFile::Open(const std::string& path) {
     struct stat status {};
     if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) return {};
     m_file.reset();
+    if (S_ISDIR(status.st_mode)) return "is a folder, not a file";
     return "not a file; \"-\" reads a stream from standard input";
 }
 

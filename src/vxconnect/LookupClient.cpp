@@ -13,7 +13,6 @@ namespace vx::sim {
 namespace {
 
 constexpr std::string_view kEndOfReply = "!ENDMSG!,\r\n";
-constexpr std::string_view kSyntaxError = "!SYNTAX_ERROR!,\r\n";
 
 std::string ListedMarketLines() {
     std::string out;
@@ -31,10 +30,10 @@ std::string SecurityTypeLines() {
 }
 
 // The reply to a request, nothing for one that is not understood.
-std::optional<std::string> ReplyTo(std::string_view line, CDirectory& directory, bool tagged) {
+std::optional<std::string> ReplyTo(std::string_view line, CDirectory& directory, CSearchIndex& index, bool tagged) {
     if (line == "SLM") return ListedMarketLines() + std::string(kEndOfReply);
     if (line == "SST") return SecurityTypeLines() + std::string(kEndOfReply);
-    if (line.starts_with("SBF,")) return SearchReply(line, directory, tagged);
+    if (line.starts_with("SBF,")) return SearchReply(line, index, tagged);
     if (line.starts_with("NSC,")) return NewsCountsReply(line, directory, tagged);
     return std::nullopt;
 }
@@ -46,7 +45,7 @@ void CLookupClient::OnLine(std::string_view line) {
         m_tagged = true;
     } else if (!line.starts_with("S,SET CLIENT NAME,")) {
         // In one piece: a reader that looks for the end marker in each read on its own finds it whole.
-        Send(ReplyTo(line, m_directory, m_tagged).value_or(std::string(kSyntaxError)));
+        Send(ReplyTo(line, m_directory, m_index, m_tagged).value_or(std::string(kSyntaxError)));
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "vxconnect/Connection.h"
 #include "vxconnect/Directory.h"
+#include "vxconnect/SearchIndex.h"
 
 #include <string_view>
 
@@ -10,9 +11,9 @@ namespace vx::sim {
 /// A client of the lookup port: each request is answered by a block of lines and an end marker.
 class CLookupClient final : public CConnection {
 public:
-    /// The directory outlives the client.
-    CLookupClient(qintptr socket, const SLink& link, CDirectory& directory)
-        : CConnection(socket, link), m_directory(directory) {}
+    /// The directory and its index outlive the client.
+    CLookupClient(qintptr socket, const SLink& link, CDirectory& directory, CSearchIndex& index)
+        : CConnection(socket, link), m_directory(directory), m_index(index) {}
 
 protected:
     void OnLine(std::string_view line) override;
@@ -21,6 +22,7 @@ protected:
 
 private:
     CDirectory& m_directory;
+    CSearchIndex& m_index;
     bool m_tagged = false; // The client has set a protocol: replies carry a tag.
 };
 

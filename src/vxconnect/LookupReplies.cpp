@@ -13,8 +13,6 @@ namespace vx::sim {
 
 namespace {
 
-constexpr std::string_view kEnd = "!ENDMSG!,\r\n";
-
 // Cuts the text behind the last comma off; nothing when there is no comma.
 std::optional<std::string_view> TakeLast(std::string_view& text) {
     const size_t comma = text.rfind(',');
@@ -34,17 +32,13 @@ std::optional<std::string_view> TakeFirst(std::string_view& text) {
 
 struct SSearch {
     bool byName = false;
-    std::string text; // Upper case.
-    char filter = 0;  // 'e', 't' or none.
+    std::string_view text;
+    char filter = 0; // 'e', 't' or none.
     std::vector<int> ids;
 
-    bool Passes(const SDirectoryEntry& entry) const {
+    bool Passes(const CSearchIndex::SResult& result) const {
         if (filter == 0) return true;
-        return std::find(ids.begin(), ids.end(), filter == 'e' ? entry.market : entry.type) != ids.end();
-    }
-    bool Matches(const SDirectoryEntry& entry) const {
-        if (byName) return UpperAscii(entry.name).find(text) != std::string::npos;
-        return entry.symbol.size() >= text.size() && CompareNoCase(entry.symbol.substr(0, text.size()), text) == 0;
+        return std::find(ids.begin(), ids.end(), filter == 'e' ? result.market : result.type) != ids.end();
     }
 };
 
@@ -64,20 +58,14 @@ std::optional<SSearch> ReadSearch(std::string_view field, std::string_view text,
     SSearch out;
     if (field != "s" && field != "d") return std::nullopt;
     out.byName = field == "d";
-    out.text = UpperAscii(TrimBlanks(text));
-    if (out.text.empty()) return std::nullopt;
+    out.text = TrimBlanks(text);
     if (filter.empty()) return out;
     if ((filter != "e" && filter != "t") || !ReadIds(ids, out.ids)) return std::nullopt;
     out.filter = filter.front();
     return out;
 }
 
-// No field of the reply may hold a comma.
-std::string WithoutCommas(std::string_view text) {
-    std::string out(text);
-    std::replace(out.begin(), out.end(), ',', ' ');
-    return out;
-}
+std::string EndOf(std::string_view id) { return fmt::format("{},!ENDMSG!,\r\n", id); }
 
 std::string EscapedXml(std::string_view text) {
     std::string out;
@@ -104,32 +92,33 @@ std::string EscapedXml(std::string_view text) {
 
 } // namespace
 
-std::optional<std::string> SearchReply(std::string_view request, const CDirectory& directory, bool tagged) {
+std::optional<std::string> SearchReply(std::string_view request, CSearchIndex& index, bool tagged) {
     TakeFirst(request); // The verb.
     const auto field = TakeFirst(request);
     const auto id = TakeLast(request), ids = TakeLast(request), filter = TakeLast(request);
     if (!field || !id || !ids || !filter || id->empty()) return std::nullopt;
     const auto search = ReadSearch(*field, request, *filter, *ids);
-    if (!search) return std::nullopt;
+    if (!search) return std::string(kSyntaxError) + EndOf(*id);
 
     std::string exact, others;
     size_t found = 0;
-    directory.ForEachSymbol([&](const SDirectoryEntry& entry) {
-        if (!search->Matches(entry) || !search->Passes(entry)) return true;
-        const bool isExact = !search->byName && entry.symbol.size() == search->text.size() && exact.empty();
-        fmt::format_to(std::back_inserter(isExact ? exact : others), "{}{}{},{},{},{},\r\n", *id, tagged ? ",LS," : ",",
-                       entry.symbol, entry.market, entry.type, WithoutCommas(entry.name));
+    const auto take = [&](const CSearchIndex::SResult& result) {
+        if (!search->Passes(result)) return true;
+        std::string& out = result.exact && exact.empty() ? exact : others;
+        fmt::format_to(std::back_inserter(out), "{}{}{}\r\n", *id, tagged ? ",LS," : ",", result.text);
         return ++found < kMostResults;
-    });
-    return exact + others + fmt::format("{},{}", *id, kEnd);
+    };
+    if (!search->text.empty()) search->byName ? index.ByName(search->text, take) : index.BySymbol(search->text, take);
+    return exact + others + EndOf(*id);
 }
 
 std::optional<std::string> NewsCountsReply(std::string_view request, CDirectory& directory, bool tagged) {
     constexpr size_t kPieceBytes = 1000; // Of XML in one line.
-    TakeFirst(request);
+    TakeFirst(request); // The verb.
     const auto id = TakeLast(request), dates = TakeLast(request), sources = TakeLast(request),
                format = TakeLast(request);
-    if (!id || !dates || !sources || format != "x" || id->empty()) return std::nullopt;
+    if (!id || !dates || !sources || !format || id->empty()) return std::nullopt;
+    if (*format != "x") return std::string(kSyntaxError) + EndOf(*id);
     const std::string beginning = fmt::format("{}{}", *id, tagged ? ",LN," : ",");
     std::string out, piece = "<NewsCounts>";
     const auto send = [&] {
@@ -144,7 +133,7 @@ std::optional<std::string> NewsCountsReply(std::string_view request, CDirectory&
     }
     piece += "</NewsCounts>";
     send();
-    return out + fmt::format("{},{}", *id, kEnd);
+    return out + EndOf(*id);
 }
 
 } // namespace vx::sim

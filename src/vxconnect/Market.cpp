@@ -1,6 +1,7 @@
 #include "vxconnect/Market.h"
 
 #include "vxconnect/Funds.h"
+#include "vxconnect/Unlisted.h"
 
 #include <algorithm>
 
@@ -19,16 +20,22 @@ STerms TermsOf(const STicker& ticker) {
 
 bool HasDelayedListing(const STicker& ticker) { return ticker.sector != ESector::Fund; }
 
-SListing DelayedListing(const STicker& ticker) {
-    SListing out{std::string(ticker.symbol) + std::string(kDelayedSuffix), std::string(ticker.name) + " (delayed)",
-                 ticker, TermsOf(ticker)};
-    out.terms.delayMinutes = kDelayMinutes;
-    return out;
+SListing ListingOf(const STicker& ticker) {
+    return {std::string(ticker.symbol), std::string(ticker.name), ticker, TermsOf(ticker)};
+}
+
+SListing Delayed(SListing listing) {
+    listing.terms.prompt = listing.symbol;
+    listing.terms.delayMinutes = kDelayMinutes;
+    listing.symbol += kDelayedSuffix;
+    listing.name += " (delayed)";
+    return listing;
 }
 
 } // namespace
 
-CMarket::CMarket(uint64_t seed, uint32_t symbolCount, PackedDate date) : m_seed(seed), m_startDate(date) {
+CMarket::CMarket(uint64_t seed, uint32_t symbolCount, PackedDate date, bool listedOnly)
+    : m_seed(seed), m_startDate(date), m_listedOnly(listedOnly) {
     const auto known = KnownTickers();
     m_symbolCount = symbolCount == 0 ? static_cast<uint32_t>(known.size()) : std::min(symbolCount, kMaxSymbols);
     const size_t used = std::min<size_t>(known.size(), m_symbolCount);
@@ -36,13 +43,21 @@ CMarket::CMarket(uint64_t seed, uint32_t symbolCount, PackedDate date) : m_seed(
     m_instruments.resize(m_symbolCount);
 }
 
-std::optional<CMarket::Index> CMarket::Find(std::string_view symbol) {
+std::optional<CMarket::Index> CMarket::FindKnown(std::string_view symbol) const {
     if (const auto found = m_known.find(symbol); found != m_known.end()) return found->second;
     if (const uint32_t number = MadeUpNumber(symbol); number != 0 && m_known.size() + number <= m_symbolCount)
         return static_cast<Index>(m_known.size() + number - 1);
-    if (const auto found = m_besideBySymbol.find(std::string(symbol)); found != m_besideBySymbol.end())
-        return found->second;
+    const auto found = m_besideBySymbol.find(std::string(symbol));
+    return found == m_besideBySymbol.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::optional<CMarket::Index> CMarket::Find(std::string_view symbol) {
+    if (const auto known = FindKnown(symbol)) return known;
     std::optional<SListing> beside = FindBeside(symbol);
+    if (!beside && !m_listedOnly && m_unlistedCount < kMaxUnlisted) {
+        beside = FindUnlisted(symbol);
+        m_unlistedCount += beside.has_value();
+    }
     if (!beside) return std::nullopt;
     const auto index = static_cast<Index>(m_instruments.size());
     m_besideBySymbol.emplace(symbol, index);
@@ -55,18 +70,32 @@ std::optional<SListing> CMarket::FindBeside(std::string_view symbol) const {
     if (symbol.ends_with(kDelayedSuffix)) {
         const auto found = m_known.find(symbol.substr(0, symbol.size() - kDelayedSuffix.size()));
         if (found == m_known.end() || !HasDelayedListing(KnownTickers()[found->second])) return std::nullopt;
-        return DelayedListing(KnownTickers()[found->second]);
+        return Delayed(ListingOf(KnownTickers()[found->second]));
     }
     if (auto fund = FindFund(symbol)) return fund;
     if (auto future = FindFuture(symbol, m_startDate)) return future;
     return FindOption(symbol, m_seed, m_startDate, Tickers());
 }
 
+// A well-known ticker that is left out of the list keeps its name and its price.
+std::optional<SListing> CMarket::FindUnlisted(std::string_view symbol) const {
+    const auto known = KnownTickers();
+    const auto found = std::find_if(known.begin(), known.end(), [&](const STicker& t) { return t.symbol == symbol; });
+    if (found != known.end()) return ListingOf(*found);
+    if (!symbol.ends_with(kDelayedSuffix)) return MakeUnlisted(symbol, m_seed);
+    auto prompt = FindUnlisted(symbol.substr(0, symbol.size() - kDelayedSuffix.size()));
+    if (!prompt || prompt->terms.IsFund() || prompt->terms.delayMinutes > 0) return std::nullopt;
+    return Delayed(std::move(*prompt));
+}
+
+bool CMarket::HasOptions(const SListing& listing) const {
+    return m_known.count(listing.symbol) != 0 && vx::sim::HasOptions(listing.ticker);
+}
+
 SListing CMarket::Listing(Index index) const {
     const auto known = KnownTickers();
     if (index >= m_symbolCount) return m_beside[index - m_symbolCount];
-    if (index < m_known.size())
-        return {std::string(known[index].symbol), std::string(known[index].name), known[index], TermsOf(known[index])};
+    if (index < m_known.size()) return ListingOf(known[index]);
     SMadeUpTicker made = MakeTicker(static_cast<uint32_t>(index - m_known.size() + 1), m_seed);
     return {std::move(made.symbol), std::move(made.name), made.ticker, {}};
 }
@@ -86,7 +115,7 @@ void CMarket::ForEach(const ListingVisitor& visit) const {
         if (!visit(Listing(i))) return;
     if (!ForEachFund(visit) || !ForEachFuture(m_startDate, visit)) return;
     for (const STicker& ticker : Tickers())
-        if (HasDelayedListing(ticker) && !visit(DelayedListing(ticker))) return;
+        if (HasDelayedListing(ticker) && !visit(Delayed(ListingOf(ticker)))) return;
     ForEachOption(m_seed, m_startDate, Tickers(), visit);
 }
 

@@ -40,8 +40,6 @@ bool HasStrike(double price, int strike) {
     return strike > 0 && strike % StrikeStep(price) == 0 && strike >= price * 0.8 && strike <= price * 1.2;
 }
 
-bool HasOptions(const STicker& ticker) { return ticker.symbol.find('.') == std::string_view::npos; }
-
 bool HasNonStandard(const STicker& ticker) {
     return std::find(kNonStandardRoots.begin(), kNonStandardRoots.end(), ticker.symbol) != kNonStandardRoots.end();
 }
@@ -115,6 +113,8 @@ int NumberOf(std::string_view digits) {
 }
 
 } // namespace
+
+bool HasOptions(const STicker& ticker) { return ticker.symbol.find('.') == std::string_view::npos; }
 
 std::optional<SListing> FindOption(std::string_view symbol, uint64_t seed, PackedDate start,
                                    std::span<const STicker> tickers) {

@@ -42,20 +42,23 @@ private:
             m_options.lingerMs = static_cast<int>(Number(86'400)) * 1000;
         else if (m_name == "--date")
             ReadDate();
+        else if (m_name.starts_with("--"))
+            m_options.passedOver.emplace_back(m_name);
     }
 
+    bool NextIsValue() const { return m_next < m_arguments.size() && !m_arguments[m_next].starts_with('-'); }
+
     bool ReadFlag() {
-        if (m_name == "--stay")
-            m_options.stay = true;
-        else if (m_name == "--verbose")
-            m_options.verbose = true;
-        else if (m_name == "--help" || m_name == "-h")
-            m_options.help = true;
-        else if (m_name == "--version")
-            m_options.version = true;
-        else
-            return false;
-        return true;
+        bool* const flag = m_name == "--stay"                     ? &m_options.stay
+                           : m_name == "--verbose"                ? &m_options.verbose
+                           : m_name == "--burst"                  ? &m_options.burst
+                           : m_name == "--listed-only"            ? &m_options.listedOnly
+                           : m_name == "--help" || m_name == "-h" ? &m_options.help
+                           : m_name == "--version"                ? &m_options.version
+                                                                  : nullptr;
+        if (flag && m_inline) m_options.error = fmt::format("{} takes no value", m_name);
+        if (flag) *flag = true;
+        return flag != nullptr;
     }
 
     bool ReadPort() {
@@ -68,10 +71,8 @@ private:
     }
 
     bool ReadFault() {
-        if (m_name == "--burst")
-            m_options.burst = true;
-        else if (m_name == "--mute")
-            m_options.mute = m_inline ? Ports() : uint8_t{kAllPorts};
+        if (m_name == "--mute")
+            m_options.mute = m_inline || NextIsValue() ? Ports() : uint8_t{kAllPorts};
         else if (m_name == "--refuse")
             m_options.refuse = Ports();
         else if (m_name == "--split")
@@ -106,10 +107,13 @@ private:
         uint8_t ports = 0;
         for (const std::string_view name : SplitCountingTail(TakeValue(), ',')) {
             const uint8_t port = name == "level1" ? kLevel1 : name == "lookup" ? kLookup : name == "admin" ? kAdmin : 0;
-            if (port == 0) Complain("level1, lookup or admin, or several of them with commas between");
+            if (port == 0) {
+                ports = 0;
+                break;
+            }
             ports |= port;
         }
-        if (ports == 0 && m_options.error.empty()) Complain("level1, lookup or admin");
+        if (ports == 0) Complain("level1, lookup or admin, or several of them with commas between");
         return ports;
     }
 
@@ -119,7 +123,9 @@ private:
     }
 
     std::string_view TakeValue() {
-        if (!m_inline && m_next < m_arguments.size()) m_inline = m_arguments[m_next++];
+        // What begins like an option is none's value: it was forgotten.
+        if (!m_inline && m_next < m_arguments.size() && !m_arguments[m_next].starts_with("--"))
+            m_inline = m_arguments[m_next++];
         return m_inline.value_or("");
     }
 
@@ -133,7 +139,9 @@ private:
     }
 
     void Complain(std::string_view wanted) {
-        m_options.error = fmt::format("{}: \"{}\" is not {}", m_name, m_inline.value_or(""), wanted);
+        const std::string_view value = m_inline.value_or("");
+        m_options.error = value.empty() ? fmt::format("{} needs a value: {}", m_name, wanted)
+                                        : fmt::format("{}: \"{}\" is not {}", m_name, value, wanted);
     }
 
     std::span<const std::string> m_arguments;
@@ -177,6 +185,8 @@ Usage: vxconnect [options]
                       at most 5000)
   --symbols N         symbols that exist, 1 to 100000 (default: the well-known
                       tickers; more are made up and called S00001, S00002 ...)
+  --listed-only       only listed symbols exist; otherwise any ticker of one to
+                      five letters that is not listed is made up when asked for
   --limit N           symbols watched at once by all clients (default 2000)
   --seed N            another market; the same number gives the same one again
   --date YYYYMMDD     the day on which the simulation starts (default 20240131)
@@ -198,14 +208,15 @@ Usage: vxconnect [options]
 Faults, to see what a client makes of them:
 
   --burst             a second's updates come all at once, at its end
-  --mute[=PORT]       clients are accepted and never sent anything; PORT is
+  --mute [PORT]       clients are accepted and never sent anything; PORT is
                       level1, lookup or admin, or several (default: all)
   --split N           at most N bytes are sent at a time
   --drop-after N      each connection is closed after N bytes
   --refuse PORT       this port is not opened
 
 The ports served are printed as one line. When they are already served, the
-program says so and ends with status 0. Other arguments are ignored.
+program says so and ends with status 0. Values follow after a blank or "=".
+Other arguments are passed over.
 )";
 }
 

@@ -1,16 +1,12 @@
 #include "vxconnect/RowReader.h"
 
 #include "base/Text.h"
-#include "base/Windows1252.h"
 #include "vxconnect/CsvFields.h"
 #include "vxconnect/InputValue.h"
+#include "vxconnect/JsonFields.h"
 #include "vxconnect/WireText.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
-
 #include <algorithm>
-#include <cmath>
 #include <optional>
 
 #include <fmt/format.h>
@@ -20,22 +16,6 @@ namespace vx::sim {
 namespace {
 
 constexpr size_t kSymbolSlot = 0;
-
-std::string TextOf(const QString& text) {
-    return Windows1252FromUtf16({reinterpret_cast<const char16_t*>(text.utf16()), static_cast<size_t>(text.size())});
-}
-
-// Nothing for a value that is neither text nor number nor truth value.
-std::optional<std::string> TextOf(const QJsonValue& value) {
-    constexpr double kExact = 9e15; // Whole numbers below are exact.
-    if (value.isNull()) return std::string();
-    if (value.isString()) return TextOf(value.toString());
-    if (value.isBool()) return std::string(value.toBool() ? "1" : "0");
-    if (!value.isDouble()) return std::nullopt;
-    const double number = value.toDouble();
-    if (std::abs(number) < kExact && number == std::floor(number)) return std::to_string(static_cast<int64_t>(number));
-    return fmt::format("{}", number);
-}
 
 std::string UnknownField(std::string_view name) { return fmt::format("\"{}\" is no field name", Shown(name)); }
 
@@ -72,16 +52,23 @@ bool CRowReader::ReadHeader(std::string_view line) {
     for (const std::string& name : m_values) {
         const SInputField* const field = FindInputField(name);
         if (!field) return Complain(UnknownField(name));
-        const auto same = [&](const SInputField* other) { return other->slot == field->slot; };
-        const auto twice = std::find_if(m_columns.begin(), m_columns.end(), same);
-        if (twice != m_columns.end())
-            return Complain(fmt::format("\"{}\" and \"{}\" are the same field", (*twice)->name, field->name));
-        m_columns.push_back(field);
+        if (!AddColumn(*field)) return false;
         hasSymbol |= field->slot == kSymbolSlot;
     }
     if (!hasSymbol) return Complain("no column \"Symbol\"");
     m_format = EFormat::Csv;
     return true;
+}
+
+bool CRowReader::AddColumn(const SInputField& field) {
+    const auto same = [&](const SInputField* other) { return other->slot == field.slot; };
+    const auto twice = std::find_if(m_columns.begin(), m_columns.end(), same);
+    if (twice == m_columns.end()) {
+        m_columns.push_back(&field);
+        return true;
+    }
+    if (*twice == &field) return Complain(fmt::format("field \"{}\" is given twice", field.name));
+    return Complain(fmt::format("\"{}\" and \"{}\" are the same field", (*twice)->name, field.name));
 }
 
 bool CRowReader::ReadCsv(std::string_view line, SRow& row) {
@@ -95,21 +82,15 @@ bool CRowReader::ReadCsv(std::string_view line, SRow& row) {
 }
 
 bool CRowReader::ReadJson(std::string_view line, SRow& row) {
-    QJsonParseError status;
-    const QJsonDocument document =
-        QJsonDocument::fromJson(QByteArray(line.data(), static_cast<qsizetype>(line.size())), &status);
-    if (status.error != QJsonParseError::NoError)
-        return Complain(
-            fmt::format("no JSON object: {} at character {}", status.errorString().toStdString(), status.offset + 1));
-    if (!document.isObject()) return Complain("no JSON object");
-    const QJsonObject object = document.object();
-    for (auto member = object.begin(); member != object.end(); ++member) {
-        const std::string name = TextOf(member.key());
-        const SInputField* const field = FindInputField(name);
-        if (!field) return Complain(UnknownField(name));
-        const auto text = TextOf(member.value());
-        if (!text) return Complain(fmt::format("field \"{}\" is neither text nor number", field->name));
-        if (!Add(*field, *text, row)) return false;
+    const std::string wrong = ReadJsonLine(line, m_members);
+    if (!wrong.empty()) return Complain(wrong);
+    m_columns.clear();
+    for (const SJsonField& member : m_members) {
+        const SInputField* const field = FindInputField(member.name);
+        if (!field) return Complain(UnknownField(member.name));
+        if (!AddColumn(*field)) return false;
+        if (member.nested) return Complain(fmt::format("field \"{}\" is neither text nor number", field->name));
+        if (!Add(*field, member.value, row)) return false;
     }
     return true;
 }
@@ -119,9 +100,6 @@ bool CRowReader::Add(const SInputField& field, std::string_view text, SRow& row)
     SInputValue value = ReadInputValue(field.kind, text);
     if (!value.error.empty()) return Complain(fmt::format("field \"{}\": {}", field.name, value.error));
     if (value.text.empty()) return true; // It was nothing but commas.
-    const auto same = [&](const SRowValue& other) { return other.slot == field.slot; };
-    if (std::any_of(row.values.begin(), row.values.end(), same) || (field.slot == kSymbolSlot && !row.symbol.empty()))
-        return Complain(fmt::format("field \"{}\" is given twice", field.name));
     if (field.slot == kSymbolSlot) {
         row.symbol = std::move(value.text);
     } else {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vxconnect/InputFields.h"
+#include "vxconnect/JsonFields.h"
 
 #include <cstddef>
 #include <string>
@@ -41,13 +42,15 @@ private:
 
     bool ReadHeader(std::string_view line);
     bool ReadCsv(std::string_view line, SRow& row);
+    bool AddColumn(const SInputField& field);
     bool ReadJson(std::string_view line, SRow& row);
     bool Add(const SInputField& field, std::string_view text, SRow& row);
     bool Complain(std::string text);
 
     EFormat m_format = EFormat::Unknown;
     char m_separator = ',';
-    std::vector<const SInputField*> m_columns;
+    std::vector<const SInputField*> m_columns; // Of the file, or of the object that is being read.
+    std::vector<SJsonField> m_members;
     std::vector<std::string> m_values;
     std::string m_error;
 };

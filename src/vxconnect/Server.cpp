@@ -24,11 +24,13 @@ double CpuSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 
 CServer::CServer(const SOptions& options, std::unique_ptr<CSource> source)
     : m_options(options), m_source(source ? std::move(source) : std::make_unique<CSimulatedSource>(options)),
-      m_startText(Feed().ClockText()), m_admin([this](qintptr socket) {
+      m_searchIndex(*m_source), m_startText(Feed().ClockText()), m_admin([this](qintptr socket) {
           return std::make_unique<CAdminClient>(socket, Link(kAdmin),
                                                 [this](std::string_view status) { return StatsLine(status); });
       }),
-      m_lookup([this](qintptr socket) { return std::make_unique<CLookupClient>(socket, Link(kLookup), *m_source); }),
+      m_lookup([this](qintptr socket) {
+          return std::make_unique<CLookupClient>(socket, Link(kLookup), *m_source, m_searchIndex);
+      }),
       m_level1([this](qintptr socket) {
           return std::make_unique<CLevel1Client>(socket, Link(kLevel1), Feed(), Level1Port());
       }) {
@@ -102,6 +104,7 @@ std::string CServer::PortText(EPorts which) const {
 
 CServer::EStart CServer::Start() {
     EStart outcome = EStart::Serving;
+    m_searchIndex.Refresh(); // Now, while nobody waits.
     // The admin port is what clients try first: it opens last, when the others already answer.
     for (const EPorts port : {kLevel1, kLookup, kAdmin})
         if (!Open(port, outcome)) return outcome;

@@ -3,6 +3,7 @@
 #include "vxconnect/Options.h"
 #include "vxconnect/Port.h"
 #include "vxconnect/Recorder.h"
+#include "vxconnect/SearchIndex.h"
 #include "vxconnect/Source.h"
 
 #include <QObject>
@@ -64,6 +65,7 @@ private:
 
     const SOptions m_options;
     std::unique_ptr<CSource> m_source;
+    CSearchIndex m_searchIndex;
     const std::string m_startText; // When the server started, on the market's clock.
     std::unique_ptr<CRecorder> m_recorder;
     CPort m_admin;

@@ -43,6 +43,8 @@ PackedDate PreviousSessionDate(PackedDate date) {
     return Packed(day);
 }
 
+PackedDate SessionDateUpTo(PackedDate date) { return PreviousSessionDate(AddDays(date, 1)); }
+
 int DaysBetween(PackedDate from, PackedDate to) {
     return static_cast<int>((std::chrono::sys_days(Unpacked(to)) - std::chrono::sys_days(Unpacked(from))).count());
 }

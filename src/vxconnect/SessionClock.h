@@ -25,6 +25,9 @@ PackedDate NextSessionDate(PackedDate date);
 /// The Monday to Friday before.
 PackedDate PreviousSessionDate(PackedDate date);
 
+/// The day itself when it is a Monday to Friday, else the Friday before.
+PackedDate SessionDateUpTo(PackedDate date);
+
 /// Calendar days from one day to another, negative when the second lies before the first.
 int DaysBetween(PackedDate from, PackedDate to);
 

@@ -7,15 +7,15 @@
 namespace vx::sim {
 
 CSimulatedSource::CSimulatedSource(const SOptions& options)
-    : m_seed(options.seed), m_rate(options.rate), m_market(options.seed, options.symbols, options.date),
-      m_board(m_market, options.limit), m_news(m_market, m_board.Clock()),
-      m_pump(
-          m_board,
-          [this] {
-              m_news.RunTo(m_board.Clock());
-              if (OnSlice) OnSlice();
-          },
-          options.burst ? kBurstMs : CUpdatePump::kSliceMs) {
+    : m_seed(options.seed), m_rate(options.rate),
+      m_market(options.seed, options.symbols, options.date, options.listedOnly), m_board(m_market, options.limit),
+      m_news(m_market, m_board.Clock()), m_pump(
+                                             m_board,
+                                             [this] {
+                                                 m_news.RunTo(m_board.Clock());
+                                                 if (OnSlice) OnSlice();
+                                             },
+                                             options.burst ? kBurstMs : CUpdatePump::kSliceMs) {
     m_news.OnHeadline = [this](const std::string& line) {
         if (OnHeadline) OnHeadline(line);
     };
@@ -36,7 +36,7 @@ void CSimulatedSource::ForEachSymbol(const std::function<bool(const SDirectoryEn
 }
 
 std::optional<uint32_t> CSimulatedSource::StoryCount(std::string_view symbol) {
-    const auto index = m_market.Find(symbol);
+    const auto index = m_market.FindKnown(symbol);
     if (!index) return std::nullopt;
     return m_news.Count(*index);
 }

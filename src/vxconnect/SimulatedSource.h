@@ -19,6 +19,7 @@ public:
     std::string Detail() const override;
     void Run() override { m_pump.Run(); }
     void WatchesChanged() override;
+    uint64_t DirectoryVersion() const override { return 0; } // What is listed stays so.
     void ForEachSymbol(const std::function<bool(const SDirectoryEntry&)>& visit) const override;
     std::optional<uint32_t> StoryCount(std::string_view symbol) override;
 

@@ -13,6 +13,7 @@ enum class EKind : uint8_t { Share, ExchangeTradedFund, MutualFund, MoneyFund, O
 struct STerms {
     EKind kind = EKind::Share;
     int delayMinutes = 0;    ///< How old its quotes are when they are told.
+    std::string prompt;      ///< Of a delayed listing: the share that it is of, whose facts are its own.
     int64_t tickSize = 0;    ///< Ten-thousandths of a dollar; 0: a cent, below one dollar 1.
     double dayDeviation = 0; ///< Relative standard deviation of a day's move; 0: the sector's.
     // Of options and futures:

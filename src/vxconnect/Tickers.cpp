@@ -3,6 +3,7 @@
 #include "vxconnect/Random.h"
 
 #include <array>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -30,14 +31,16 @@ constexpr std::array<std::string_view, 4> kForms = {"Inc.", "Corp.", "Group", "H
 
 } // namespace
 
-SMadeUpTicker MakeTicker(uint32_t number, uint64_t seed) {
+SMadeUpTicker MakeTicker(uint32_t number, uint64_t seed) { return MakeTicker(fmt::format("S{:05}", number), {}, seed); }
+
+SMadeUpTicker MakeTicker(std::string symbol, std::string_view firstWord, uint64_t seed) {
     SMadeUpTicker out;
-    out.symbol = fmt::format("S{:05}", number);
+    out.symbol = std::move(symbol);
     CRandom random(SymbolSeed(seed, out.symbol));
     const STrade& trade = kTrades[random.Below(kTrades.size())];
-    const std::string_view firstWord = kFirstWords[random.Below(kFirstWords.size())];
+    const std::string_view drawn = kFirstWords[random.Below(kFirstWords.size())];
     const std::string_view form = kForms[random.Below(kForms.size())];
-    out.name = fmt::format("{} {} {}", firstWord, trade.word, form);
+    out.name = fmt::format("{} {} {}", firstWord.empty() ? drawn : firstWord, trade.word, form);
     STicker& ticker = out.ticker;
     ticker.sector = trade.sector;
     const double spread = random.Unit();

@@ -49,14 +49,18 @@ struct STicker {
 /// The well-known tickers, in no order that means anything.
 std::span<const STicker> KnownTickers();
 
-/// A made-up company, the same for the same number and seed.
+/// A made-up company.
 struct SMadeUpTicker {
-    std::string symbol; ///< "S" and five digits.
+    std::string symbol;
     std::string name;
     STicker ticker; ///< Its texts are empty: they are the two above.
 };
 
-/// Makes the company number 1 to 99,999.
+/// Makes the company of a symbol, the same for the same symbol and seed. Its name begins with a word, or with one that
+/// is drawn when it is empty.
+SMadeUpTicker MakeTicker(std::string symbol, std::string_view firstWord, uint64_t seed);
+
+/// Makes the company number 1 to 99,999, "S" and five digits.
 SMadeUpTicker MakeTicker(uint32_t number, uint64_t seed);
 
 /// The number of a made-up symbol ("S00042" -> 42), 0 for any other text.

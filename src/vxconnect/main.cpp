@@ -17,6 +17,7 @@
 #include <string_view>
 #include <vector>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
@@ -24,6 +25,7 @@ namespace {
 constexpr uint16_t kLevel1Port = 5009;
 constexpr uint16_t kLookupPort = 9100;
 constexpr uint16_t kAdminPort = 9300;
+constexpr int kBadUsage = 2; // A bad argument, or a file that cannot be served.
 
 // The port that the programs of this user connect to; text that is no port number counts as none.
 uint16_t PortOfSettings(std::string_view valueName, uint16_t standard) {
@@ -40,7 +42,7 @@ void Say(const std::string& text) { std::fprintf(stderr, "vxconnect: %s\n", text
 std::optional<std::unique_ptr<vx::sim::CSource>> MakeSource(const vx::sim::SOptions& options) {
     if (options.input == "-") {
         auto pipe = std::make_unique<vx::sim::CInputPipeSource>(options, STDIN_FILENO, Say);
-        pipe->Open();
+        if (!pipe->Open()) return std::nullopt;
         return pipe;
     }
     if (!options.input.empty()) {
@@ -62,9 +64,8 @@ std::optional<std::unique_ptr<vx::sim::CSource>> MakeSource(const vx::sim::SOpti
 }
 
 int Serve(const vx::sim::SOptions& options) {
-    constexpr int kBadFile = 2;
     auto source = MakeSource(options);
-    if (!source) return kBadFile;
+    if (!source) return kBadUsage;
     vx::sim::CServer server(options, std::move(*source));
     const auto outcome = server.Start();
     std::FILE* const out = outcome == vx::sim::CServer::EStart::Failed ? stderr : stdout;
@@ -80,13 +81,20 @@ int Serve(const vx::sim::SOptions& options) {
 } // namespace
 
 int main(int argc, char** argv) {
+    // Before anything else is opened: the next descriptor would take its number.
+    const bool hasStandardInput = fcntl(STDIN_FILENO, F_GETFD) >= 0;
     QCoreApplication app(argc, argv);
     std::signal(SIGPIPE, SIG_IGN); // Whoever read our output may be gone.
     vx::sim::SOptions options = vx::sim::ReadOptions(std::vector<std::string>(argv + 1, argv + argc));
     if (!options.error.empty()) {
-        std::fprintf(stderr, "vxconnect: %s\n", options.error.c_str());
-        return 2;
+        Say(options.error);
+        return kBadUsage;
     }
+    if (options.input == "-" && !hasStandardInput) {
+        Say("standard input is closed: --input - has nothing to read");
+        return kBadUsage;
+    }
+    for (const std::string& name : options.passedOver) Say(name + " is no option of this program and is passed over");
     if (options.help) return std::fputs(std::string(vx::sim::HelpText()).c_str(), stdout) < 0;
     if (options.version) return std::printf("vxconnect %s\n", VXCONNECT_VERSION) < 0;
     if (!options.level1Port) options.level1Port = PortOfSettings(vx::kLevel1PortValue, kLevel1Port);

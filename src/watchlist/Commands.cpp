@@ -93,6 +93,7 @@ void CCommands::RefreshSoon() {
 
 void CCommands::Trigger(size_t index) {
     const SEntry& entry = m_entries[index];
+    if (m_before) m_before();
     Show(entry, QString::fromLatin1(kRows[index].text));
     if (!entry.action->isEnabled()) return;
     const Handler handler = entry.handler;

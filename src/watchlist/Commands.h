@@ -44,6 +44,8 @@ public:
     /// Names who carries a command out, and who says how it looks; without the latter it is always enabled. A command
     /// that its update disables is not carried out, however it was reached.
     void Bind(ECommand command, Handler handler, Update update = {});
+    /// What is done before any command is carried out, such as taking over what is being typed.
+    void SetBefore(Handler before) { m_before = std::move(before); }
     QAction& Action(ECommand command) const { return *m_entries[static_cast<size_t>(command)].action; }
 
     /// Asks every update how its command looks now.
@@ -65,6 +67,7 @@ private:
     void Show(const SEntry& entry, const QString& tableText) const;
 
     std::vector<SEntry> m_entries;
+    Handler m_before;
     QTimer* m_soon;
 };
 

@@ -155,7 +155,8 @@ SImportResult ApplyImport(CWatchlistDoc& doc, const SImportPreview& preview, int
     const int wanted = static_cast<int>(preview.toAdd.size());
     if (wanted == 0) return {};
     int count = std::min(wanted, CRowTable::kMaxRow - row + 1);
-    CUndoStep step(doc, wanted == 1 ? "import " + preview.toAdd.front() : fmt::format("import {} symbols", wanted));
+    CCancellableStep step(doc,
+                          wanted == 1 ? "import " + preview.toAdd.front() : fmt::format("import {} symbols", wanted));
     if (!AreUnused(doc, row, count)) {
         const int last = std::max(doc.LastUsedRow(), doc.Notes().LastRow());
         count = std::min(count, CRowTable::kMaxRow - last);

@@ -4,7 +4,7 @@
 #include "watchlist/WatchlistDoc.h"
 
 #include <algorithm>
-#include <string>
+#include <charconv>
 
 namespace vx {
 
@@ -16,7 +16,23 @@ size_t Copy(std::string_view text, std::span<char, kMostCellText> out) {
     return size;
 }
 
+size_t WriteAlerts(const SAlertTally& tally, std::span<char, kMostCellText> out) {
+    if (tally.armed + tally.quiet == 0) return 0;
+    char* end = std::to_chars(out.data(), out.data() + out.size(), tally.armed).ptr;
+    if (tally.quiet > 0) {
+        *end++ = '/';
+        end = std::to_chars(end, out.data() + out.size(), tally.quiet).ptr;
+    }
+    return static_cast<size_t>(end - out.data());
+}
+
 } // namespace
+
+SAlertTally TallyAlerts(const CWatchlistDoc& doc, std::string_view symbol) {
+    SAlertTally tally;
+    for (const A_INFO& alert : doc.Alerts().Get(symbol)) ++(alert.enabled != 0 ? tally.armed : tally.quiet);
+    return tally;
+}
 
 CColumnReader::CColumnReader(const CWatchlistDoc& doc, int column) : m_doc(doc), m_column(column) {
     if (column < 1 || column >= doc.Columns().Count()) return;
@@ -59,10 +75,8 @@ size_t CColumnReader::ReadOwn(int row, std::string_view symbol, std::span<char, 
         const std::string_view shown = m_doc.ShownText(row);
         return Copy(shown.empty() ? symbol : shown, out);
     }
-    case EKind::Alerts: {
-        const int count = m_doc.Alerts().Count(symbol);
-        return count > 0 ? Copy(std::to_string(count), out) : 0;
-    }
+    case EKind::Alerts:
+        return WriteAlerts(TallyAlerts(m_doc, symbol), out);
     case EKind::Notes: {
         const std::string_view note = m_doc.Notes().Get(row);
         return Copy(note.substr(0, note.find_first_of("\r\n")), out);

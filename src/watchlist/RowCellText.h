@@ -18,6 +18,13 @@ inline constexpr std::string_view kNotesColumn = "Notes";
 inline constexpr std::string_view kNewsColumn = "News";
 inline constexpr std::string_view kHeadlineColumn = "Latest Headline";
 
+/// How many alerts a symbol has.
+struct SAlertTally {
+    int armed = 0; ///< Waiting for their condition.
+    int quiet = 0; ///< Fired, or switched off by the user.
+};
+SAlertTally TallyAlerts(const CWatchlistDoc& doc, std::string_view symbol);
+
 /// One column of a document, looked up once for all the cells of it that are read.
 class CColumnReader {
 public:
@@ -31,7 +38,8 @@ public:
     bool NeedsRecord() const { return m_kind == EKind::Field; }
 
     /// Writes what the cell of a symbol row shows: a field of its record, the symbol, the text shown in its place, the
-    /// news count or headline, the number of its alerts, or the first line of its note. Other rows give nothing.
+    /// news count or headline, its alerts ("2", or "2/1" when one more fired or is off), or the first line of its note.
+    /// Other rows give nothing.
     ///
     /// Returns the bytes written, at most kMostCellText
     size_t Read(int row, std::span<char, kMostCellText> out) const { return Read(row, FindRecord(row), out); }

@@ -24,7 +24,7 @@ std::string AutoSortIsSet(const std::string& column) {
 
 void Exclaim(const std::string& text) { ShowMessageBox({text, {}, EBoxButtons::Ok, EBoxIcon::Exclamation}); }
 
-bool CoversAllRows(const CWatchlistDoc& doc, const SGridSelection& selection) {
+bool CoversAllRows(const CWatchlistDoc& doc, const SSortSelection& selection) {
     return selection.firstRow <= 1 && selection.lastRow >= doc.RowCount();
 }
 
@@ -36,7 +36,7 @@ int LastShownColumn(const CColumnMap& columns) {
 
 } // namespace
 
-void ManualSort(CWatchlistDoc& doc, const SGridSelection& selection) {
+void ManualSort(CWatchlistDoc& doc, const SSortSelection& selection) {
     SSortRecord& sort = doc.Options().sort;
     if (sort.autoSort) return Exclaim(AutoSortIsSet(ColumnName(doc, sort.column)));
     if (selection.firstColumn != selection.lastColumn) {
@@ -61,7 +61,7 @@ void ManualSort(CWatchlistDoc& doc, const SGridSelection& selection) {
     doc.SetModified(true);
 }
 
-void RequestHeaderSort(CWatchlistDoc& doc, int column, const SGridSelection& selection) {
+void RequestHeaderSort(CWatchlistDoc& doc, int column, const SSortSelection& selection) {
     const SSortRecord& sort = doc.Options().sort;
     if (!sort.autoSort) return ManualSort(doc, selection);
     Exclaim("The \"" + ColumnName(doc, column) +

@@ -6,7 +6,7 @@ class CWatchlistDoc;
 struct SSortRecord;
 
 /// What is selected in the grid, and the column of its focus cell. Rows and columns count from 1.
-struct SGridSelection {
+struct SSortSelection {
     int firstRow = 0;
     int lastRow = 0;
     int firstColumn = 0;
@@ -22,10 +22,10 @@ struct SGridSelection {
 /// Cancel sorts all the same; No does not ask for descending but keeps the direction.
 ///
 /// Thread  GUI thread only
-void ManualSort(CWatchlistDoc& doc, const SGridSelection& selection);
+void ManualSort(CWatchlistDoc& doc, const SSortSelection& selection);
 
 /// The user asked for a sort at a column's header.
-void RequestHeaderSort(CWatchlistDoc& doc, int column, const SGridSelection& selection);
+void RequestHeaderSort(CWatchlistDoc& doc, int column, const SSortSelection& selection);
 
 /// Whether the selection may be deleted: with auto sort on only after the user agreed to turn it off, which is done
 /// here.

@@ -73,7 +73,7 @@ CSupplementFiles::SFound CSupplementFiles::Find(const std::string& path, uint64_
     const std::string file = FileName(path, contentHash);
     SFound found;
     if (access(file.c_str(), F_OK) != 0 && !TakeFromMovedFile(path, contentHash)) {
-        found.otherContent = !ListKept(RecoveryFolder(m_stateFolder), Beginning(path), kExtension).empty();
+        found.otherContent = HasAny(path);
         return found;
     }
     SFileImage image;
@@ -105,8 +105,8 @@ bool CSupplementFiles::TakeFromMovedFile(const std::string& path, uint64_t conte
     return false;
 }
 
-void CSupplementFiles::Remove(const std::string& path, uint64_t contentHash) {
-    unlink(FileName(path, contentHash).c_str());
+bool CSupplementFiles::HasAny(const std::string& path) const {
+    return !ListKept(RecoveryFolder(m_stateFolder), Beginning(path), kExtension).empty();
 }
 
 void CSupplementFiles::RemoveOld(const std::string& path) {

@@ -34,7 +34,6 @@ void CRowOp::Exchange(CUndoTarget& target, STouched& touched) {
 }
 
 bool CRowOp::DropUnchanged(CUndoTarget& target) {
-    m_seen = {};
     m_isEdit = false;
     const std::vector<uint32_t>& ids = m_images.Ids();
     const std::vector<int> rows = target.RowsOfIds(ids);
@@ -86,7 +85,6 @@ void CFormatOp::Exchange(CUndoTarget& target, STouched& touched) {
 }
 
 bool CFormatOp::DropUnchanged(CUndoTarget& target) {
-    m_seen = {};
     const std::vector<int> rows = Rows(target);
     size_t kept = 0;
     for (size_t i = 0; i < m_cells.size(); ++i) {

@@ -49,6 +49,8 @@ class CRowOp final : public CUndoOp {
 public:
     /// The row is about to change; only the first time counts.
     void Touch(CUndoTarget& target, int row);
+    /// No further row comes.
+    void Seal() { m_seen = {}; }
 
     EUndoKind Kind() const override { return EUndoKind::Rows; }
     void Exchange(CUndoTarget& target, STouched& touched) override;
@@ -58,7 +60,7 @@ public:
 
 private:
     CRowImages m_images;
-    std::vector<bool> m_seen; ///< By number of the row; empty once the step is whole.
+    std::vector<bool> m_seen; ///< By number of the row.
     bool m_isEdit = true;
 };
 
@@ -66,6 +68,7 @@ private:
 class CFormatOp final : public CUndoOp {
 public:
     void Touch(CUndoTarget& target, int row, int column);
+    void Seal() { m_seen = {}; }
 
     EUndoKind Kind() const override { return EUndoKind::Formats; }
     void Exchange(CUndoTarget& target, STouched& touched) override;
@@ -82,7 +85,7 @@ private:
     std::vector<int> Rows(const CUndoTarget& target) const;
 
     std::vector<SCell> m_cells;
-    std::unordered_set<uint64_t> m_seen; ///< Empty once the step is whole.
+    std::unordered_set<uint64_t> m_seen;
 };
 
 /// Columns of formats that came, went or moved.

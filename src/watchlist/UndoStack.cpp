@@ -31,8 +31,8 @@ std::string CUndoStack::RedoName() const { return m_redo.empty() ? std::string()
 void CUndoStack::Clear() {
     m_undo.clear();
     m_redo.clear();
-    m_open = {};
     SealOps();
+    m_open = {};
     m_baseState = ++m_lastState;
     m_savedState.reset();
     ++m_generation;
@@ -48,13 +48,16 @@ size_t CUndoStack::Bytes() const {
 
 // Recording
 
-CUndoStack::SMark CUndoStack::Begin(std::string_view name) {
+void CUndoStack::Begin(std::string_view name) {
     if (m_depth++ == 0) {
         m_open = {};
         m_open.name = name;
         m_changesAtBegin = m_doc.ChangeCount();
         if (!m_applying) m_layout = std::make_unique<SLayout>(CUndoTarget(m_doc).Layout());
     }
+}
+
+CUndoStack::SMark CUndoStack::Mark() {
     SealOps();
     return {m_open.ops.size(), m_generation, m_doc.IsModified(), m_doc.ChangeCount()};
 }
@@ -98,6 +101,8 @@ CFormatOp& CUndoStack::FormatOp() {
 
 // What follows may not join an operation that is undone after what came between.
 void CUndoStack::SealOps() {
+    if (m_rowOp) m_rowOp->Seal();
+    if (m_formatOp) m_formatOp->Seal();
     m_rowOp = nullptr;
     m_formatOp = nullptr;
 }

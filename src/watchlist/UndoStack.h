@@ -82,7 +82,9 @@ public:
         bool modified = false;
         uint64_t changes = 0; ///< The document's change count.
     };
-    SMark Begin(std::string_view name);
+    void Begin(std::string_view name);
+    /// Where CancelTo may go back to.
+    SMark Mark();
     void End();
     void CancelTo(const SMark& mark);
     void Rename(std::string_view name);

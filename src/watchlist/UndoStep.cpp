@@ -4,7 +4,7 @@
 
 namespace vx {
 
-CUndoStep::CUndoStep(CWatchlistDoc& doc, std::string_view name) : m_stack(doc.Undo()), m_mark(m_stack.Begin(name)) {}
+CUndoStep::CUndoStep(CWatchlistDoc& doc, std::string_view name) : m_stack(doc.Undo()) { m_stack.Begin(name); }
 
 CUndoStep::~CUndoStep() { m_stack.End(); }
 
@@ -16,6 +16,9 @@ void CUndoStep::SelectRows(int firstRow, int lastRow) { m_stack.SelectRows(first
 
 void CUndoStep::CoverAlerts() { m_stack.CoverAlerts(); }
 
-void CUndoStep::Cancel() { m_stack.CancelTo(m_mark); }
+CCancellableStep::CCancellableStep(CWatchlistDoc& doc, std::string_view name)
+    : CUndoStep(doc, name), m_mark(m_stack.Mark()) {}
+
+void CCancellableStep::Cancel() { m_stack.CancelTo(m_mark); }
 
 } // namespace vx

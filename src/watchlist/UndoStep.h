@@ -11,7 +11,8 @@ class CWatchlistDoc;
 /// One edit of the user: what changes in a document while the step stands is undone and redone together.
 ///
 /// Rows, their order, notes and formats, columns and options are recorded where they are kept, so that a step only has
-/// to stand around the edit. Steps inside another join it. One in which nothing changed leaves nothing to undo.
+/// to stand around the edit. Steps inside another join it. One in which nothing changed leaves nothing to undo. Where
+/// many rows are edited in one step, a CEditBatch beside it saves time.
 ///
 ///     CUndoStep step(doc, "delete 3 rows"); // "Undo delete 3 rows"
 ///
@@ -33,11 +34,20 @@ public:
     void SelectRows(int firstRow, int lastRow);
     /// The alerts are about to be changed by the user; they are recorded from here on.
     void CoverAlerts();
+
+protected:
+    CUndoStack& m_stack;
+};
+
+/// A step that may be given up before it is whole.
+class CCancellableStep : public CUndoStep {
+public:
+    CCancellableStep(CWatchlistDoc& doc, std::string_view name);
+
     /// Puts everything back that changed since this step began. Columns and options only by the outermost one.
     void Cancel();
 
 private:
-    CUndoStack& m_stack;
     CUndoStack::SMark m_mark;
 };
 

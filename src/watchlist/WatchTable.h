@@ -1,9 +1,10 @@
 #pragma once
 
+#include "data/SymbolKeyed.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 namespace vx {
 
@@ -19,11 +20,11 @@ public:
     void Record(std::string_view symbol) { m_entries[std::string(symbol)].counter = 0; }
     void Remove(std::string_view symbol) { m_entries.erase(std::string(symbol)); }
     void Clear() { m_entries.clear(); }
-    bool Has(std::string_view symbol) const { return m_entries.count(std::string(symbol)) != 0; }
+    bool Has(std::string_view symbol) const { return m_entries.find(symbol) != m_entries.end(); }
     size_t Count() const { return m_entries.size(); }
 
 private:
-    std::unordered_map<std::string, SWatchEntry> m_entries;
+    CSymbolKeyed<SWatchEntry> m_entries;
 };
 
 } // namespace vx

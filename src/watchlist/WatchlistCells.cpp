@@ -1,13 +1,32 @@
 #include "watchlist/WatchlistCells.h"
 
+#include "data/Catalogue.h"
+#include "data/CellFormatStore.h"
 #include "data/CellText.h"
+#include "watchlist/CellTips.h"
 #include "watchlist/WatchlistDoc.h"
 
+#include <cstring>
 #include <span>
 
 namespace vx {
 
 namespace {
+
+// Annotations take the format of the first cell of their row.
+constexpr int kSpanColumn = 1;
+constexpr std::string_view kNoteMark = "\xB6 "; // A paragraph sign before the first line of a note.
+
+EAlign AlignOf(ECellAlign align) {
+    switch (align) {
+    case ECellAlign::Center:
+        return EAlign::Center;
+    case ECellAlign::Right:
+        return EAlign::Right;
+    default:
+        return EAlign::Left;
+    }
+}
 
 ETextRole RoleOf(EDirection direction) {
     switch (direction) {
@@ -20,10 +39,46 @@ ETextRole RoleOf(EDirection direction) {
     }
 }
 
+// A colour that nobody chose is the theme's, which can be read in light and dark.
+void TakeColour(int32_t colour, int32_t unchosen, ETextRole role, SCell& cell) {
+    const bool own = colour != unchosen && colour >= 0;
+    cell.role = own ? ETextRole::Explicit : role;
+    if (own) cell.textColor = colour;
+}
+
+void TakeDirectionColour(const SCellFormat& format, ETextRole role, SCell& cell) {
+    static const SCellFormat unchosen;
+    switch (role) {
+    case ETextRole::Up:
+        return TakeColour(format.upColour, unchosen.upColour, role, cell);
+    case ETextRole::Down:
+        return TakeColour(format.downColour, unchosen.downColour, role, cell);
+    default:
+        if (format.unchangedColour >= 0) return TakeColour(format.unchangedColour, -1, role, cell);
+        return TakeColour(format.textColour, -1, role, cell);
+    }
+}
+
+void PutMark(std::string_view mark, SCell& cell) {
+    const size_t kept = std::min<size_t>(cell.length, SCell::kMaxLength - mark.size());
+    std::memmove(cell.text + mark.size(), cell.text, kept);
+    std::memcpy(cell.text, mark.data(), mark.size());
+    cell.length = static_cast<uint16_t>(kept + mark.size());
+}
+
 } // namespace
 
-CWatchlistCells::CWatchlistCells(const CWatchlistDoc& doc, uint8_t symbolFont) : m_doc(doc), m_symbolFont(symbolFont) {
+CWatchlistCells::CWatchlistCells(const CWatchlistDoc& doc) : m_doc(doc), m_special(FindSpecialColumns(Catalogue())) {
+    m_fonts.Find(SCellFormat{}, true); // Wanted by the first painting at the latest.
     ColumnsChanged();
+}
+
+CWatchlistCells::EKind CWatchlistCells::KindOf(const sColumnInfo& info, const CColumnReader& reader) const {
+    if (info.number == m_special.symbol) return EKind::Symbol;
+    if (info.number == m_special.notes) return EKind::Notes;
+    if (info.number == m_special.news) return EKind::News;
+    if (info.number == m_special.tickTrend || info.number == m_special.bidTick) return EKind::Ticks;
+    return reader.IsNumber() ? EKind::Directed : EKind::Plain;
 }
 
 void CWatchlistCells::ColumnsChanged() {
@@ -32,11 +87,7 @@ void CWatchlistCells::ColumnsChanged() {
     for (size_t position = 0; position < columns.size(); ++position) {
         const sColumnInfo& info = columns[position];
         const CColumnReader reader(m_doc, static_cast<int>(position));
-        const bool number = reader.IsNumber();
-        const bool news = info.name == kNewsColumn;
-        m_columns.push_back({reader, info.Entry(),
-                             number && m_doc.Options().useDefaultAlignment ? EAlign::Right : EAlign::Left,
-                             info.name == kSymbolColumn, number && !news, news, info.name == "Tick Trend"});
+        m_columns.push_back({reader, info.Entry(), info.number, KindOf(info, reader)});
     }
     m_painted.SetColumnCount(m_columns.size());
 }
@@ -59,43 +110,73 @@ void CWatchlistCells::FillCell(int row, int column, SCell& cell) const {
 
 void CWatchlistCells::Fill(int row, int column, SCell& cell) const {
     const SColumn* info = Column(column);
+    if (!info) return;
+    const SCellFormat& format = m_doc.Formats().Effective(row, column);
+    Dress(format, info->kind == EKind::Symbol, cell);
     const std::string_view symbol = m_doc.RowSymbol(row);
-    if (!info || !info->entry || symbol.empty()) return;
+    if (!info->entry || symbol.empty()) return;
+
     const CSymbolRec* record = info->reader.FindRecord(row);
     const size_t length = info->reader.Read(row, record, std::span<char, kMostCellText>(cell.text, kMostCellText));
     cell.length = static_cast<uint16_t>(length);
-    cell.align = info->align;
-    cell.tickTrend = info->tickTrend;
-    if (info->symbol) cell.font = m_symbolFont;
-    cell.role = Role(*info, symbol, record);
+    if (info->kind == EKind::Notes && m_doc.Notes().Has(row)) PutMark(kNoteMark, cell);
+    cell.align = Align(*info, format);
+    cell.tickTrend = info->kind == EKind::Ticks;
+    Colour(*info, format, symbol, record, cell);
 }
 
-ETextRole CWatchlistCells::Role(const SColumn& column, std::string_view symbol, const CSymbolRec* record) const {
-    if (m_stale && record) return ETextRole::Stale;
-    if (column.news) return m_doc.News().CountStyle(symbol) == ENewsStyle::Fresh ? ETextRole::Up : ETextRole::Normal;
-    return column.directed && record ? RoleOf(CellDirection(*record, *column.entry)) : ETextRole::Normal;
+EAlign CWatchlistCells::Align(const SColumn& column, const SCellFormat& format) const {
+    if (!m_doc.Options().useDefaultAlignment) return AlignOf(format.alignment);
+    return column.reader.IsNumber() ? EAlign::Right : EAlign::Left;
+}
+
+void CWatchlistCells::Dress(const SCellFormat& format, bool strong, SCell& cell) const {
+    cell.font = m_fonts.Find(format, strong);
+    cell.background = format.backColour;
+    TakeColour(format.textColour, SCellFormat::kAutomatic, ETextRole::Normal, cell);
+}
+
+void CWatchlistCells::Colour(const SColumn& column, const SCellFormat& format, std::string_view symbol,
+                             const CSymbolRec* record, SCell& cell) const {
+    if (m_stale && record) {
+        cell.role = ETextRole::Stale;
+    } else if (column.kind == EKind::News && m_doc.News().CountStyle(symbol) == ENewsStyle::Fresh) {
+        cell.font = m_fonts.Find(format, true);
+        TakeColour(format.textColour, SCellFormat::kAutomatic, ETextRole::Up, cell);
+    } else if (column.kind == EKind::Directed && record && format.colourByDirection) {
+        TakeDirectionColour(format, RoleOf(CellDirection(*record, *column.entry)), cell);
+    }
 }
 
 void CWatchlistCells::FillHeader(int column, SCell& cell) const {
     const auto& columns = m_doc.Columns().Columns();
     if (column < 1 || static_cast<size_t>(column) >= columns.size()) return;
     cell.SetText(columns[static_cast<size_t>(column)].name);
-    if (const SColumn* info = Column(column)) cell.align = info->align;
+    if (const SColumn* info = Column(column)) cell.align = Align(*info, m_doc.Formats().ColumnFormat(column));
 }
 
 bool CWatchlistCells::FillSpan(int row, SCell& cell) const {
     if (m_doc.RowKind(row) != ERowKind::Annotation) return false;
-    cell.font = m_symbolFont;
+    const SCellFormat& format = m_doc.Formats().Effective(row, kSpanColumn);
+    Dress(format, true, cell);
+    if (!m_doc.Options().useDefaultAlignment) cell.align = AlignOf(format.alignment);
     cell.SetText(m_doc.AnnotationText(row));
     return true;
 }
 
 std::string CWatchlistCells::HeaderTip(int column) const {
     const SColumn* info = Column(column);
-    if (!info) return {};
-    const std::string& name = m_doc.Columns().At(column).name;
-    if (!info->entry) return name + "\nNo field of this name is known; the column is kept and stays empty.";
-    return name + "\n" + std::string(info->entry->description);
+    return info ? ColumnTip(m_doc.Columns().At(column).name, info->entry) : std::string();
+}
+
+std::string CWatchlistCells::CellTip(int row, int column) const {
+    const SColumn* info = Column(column);
+    if (!info || m_doc.RowKind(row) != ERowKind::Symbol) return {};
+    if (info->number == m_special.notes) return NoteTip(m_doc, row);
+    if (info->number == m_special.alerts) return AlertsTip(m_doc, row);
+    if (info->number == m_special.news) return NewsTip(m_doc, row);
+    if (info->number == m_special.latestHeadline) return HeadlineTip(m_doc, row);
+    return {};
 }
 
 } // namespace vx

@@ -2,8 +2,10 @@
 
 #include "data/FieldEntry.h"
 #include "grid/CellSource.h"
+#include "watchlist/FormatFonts.h"
 #include "watchlist/PaintedCells.h"
 #include "watchlist/RowCellText.h"
+#include "watchlist/SpecialColumns.h"
 
 #include <vector>
 
@@ -11,8 +13,11 @@ namespace vx {
 
 class CSymbolRec;
 class CWatchlistDoc;
+struct SCellFormat;
+struct sColumnInfo;
 
-/// What stands in the cells of a watchlist: the fields of each row's symbol, or the row's annotation.
+/// What stands in the cells of a watchlist: the fields of each row's symbol, or the row's annotation, each in the
+/// format of its cell.
 ///
 /// Nothing is stored but a fingerprint of each cell last asked for, by which DiffersFromPainted tells whether an update
 /// of a row's record changed what one of its cells shows.
@@ -21,8 +26,7 @@ class CWatchlistDoc;
 /// Thread  GUI thread only
 class CWatchlistCells final : public CCellSource {
 public:
-    /// symbolFont: font id of the cells in the symbol column and of annotations.
-    CWatchlistCells(const CWatchlistDoc& doc, uint8_t symbolFont);
+    explicit CWatchlistCells(const CWatchlistDoc& doc);
 
     /// Reads the document's columns again; call it when they, or the options, changed.
     void ColumnsChanged();
@@ -30,32 +34,40 @@ public:
     void SetStale(bool stale) { m_stale = stale; }
 
     bool DiffersFromPainted(int row, int column) const;
+    const SSpecialColumns& Special() const { return m_special; }
+    /// The fonts that cells asked for; the grid enters those that it does not know yet.
+    CFormatFonts& Fonts() { return m_fonts; }
 
     void FillCell(int row, int column, SCell& cell) const override;
     void FillHeader(int column, SCell& cell) const override;
     bool FillSpan(int row, SCell& cell) const override;
     std::string HeaderTip(int column) const override;
+    std::string CellTip(int row, int column) const override;
 
 private:
+    enum class EKind : uint8_t { Plain, Symbol, Directed, Notes, News, Ticks };
+
     /// What is the same for all cells of one column.
     struct SColumn {
         CColumnReader reader;
         const SFieldEntry* entry; ///< Null: the column stays empty.
-        EAlign align;
-        bool symbol;   ///< Bold, as the row's name.
-        bool directed; ///< Shown in the colour of its value's direction.
-        bool news;     ///< The count of stories, which stands out once it has grown.
-        bool tickTrend;
+        int number;               ///< Catalogue index.
+        EKind kind;
     };
 
+    EKind KindOf(const sColumnInfo& info, const CColumnReader& reader) const;
     const SColumn* Column(int column) const;
     void Fill(int row, int column, SCell& cell) const;
-    ETextRole Role(const SColumn& column, std::string_view symbol, const CSymbolRec* record) const;
+    EAlign Align(const SColumn& column, const SCellFormat& format) const;
+    void Dress(const SCellFormat& format, bool strong, SCell& cell) const;
+    void Colour(const SColumn& column, const SCellFormat& format, std::string_view symbol, const CSymbolRec* record,
+                SCell& cell) const;
 
     const CWatchlistDoc& m_doc;
-    uint8_t m_symbolFont;
+    const SSpecialColumns m_special;
     bool m_stale = false;
     std::vector<SColumn> m_columns; ///< By grid column.
+    mutable CFormatFonts m_fonts;
     mutable CPaintedCells m_painted;
 };
 

@@ -64,6 +64,7 @@ void ApplyContent(CWatchlistDoc& doc, const SWatchlistContent& content, CReadRep
     if (unread.count > 0)
         report.LeftOut(content.alerts.line, fmt::format("alerts that were not understood: {}, the first", unread.count),
                        unread.first);
+    for (const auto& [symbol, alert] : content.keptAlerts) doc.Alerts().RemoveSymbol(symbol);
     for (const auto& [symbol, alert] : content.keptAlerts) doc.Alerts().Add(symbol, alert);
     if (const size_t count = doc.Formats().Read(content.formats.text))
         report.LeftOut(content.formats.line, fmt::format("cell formats that were not understood: {}", count));

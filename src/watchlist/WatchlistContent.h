@@ -36,6 +36,7 @@ private:
 /// A watchlist as its text describes it, before any of it is a document. Later lines have won over earlier ones.
 struct SWatchlistContent {
     static constexpr int kMostColumns = 1000;
+    static constexpr int kMostWidth = 2000; ///< Pixels.
 
     struct SRow {
         std::string text; ///< A symbol, or an annotation as stored.
@@ -58,7 +59,8 @@ struct SWatchlistContent {
     std::vector<SRow> rows;       ///< Index is the grid row; an empty text is an empty row.
     std::map<int, std::string> notes;
     SRecords alerts;
-    std::vector<std::pair<std::string, A_INFO>> keptAlerts; ///< Symbol and alert, from a supplement.
+    /// From a supplement, symbol by symbol; they replace those that `alerts` has of their symbols.
+    std::vector<std::pair<std::string, A_INFO>> keptAlerts;
     SRecords formats;
     size_t knownLines = 0; ///< Lines that were understood.
 

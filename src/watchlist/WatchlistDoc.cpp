@@ -103,10 +103,11 @@ void CWatchlistDoc::Reset() {
     m_annotations.Clear();
     m_shown.Clear();
     m_alerts.Clear(EAlertMap::Live);
+    m_headlines.Clear();
     m_formats.Clear();
     m_invalid.Clear();
     m_symbols.Clear();
-    m_regionalBases.clear();
+    m_regionals.clear();
     m_updates.Clear();
     m_rows.Clear();
     m_grownRows = 0;
@@ -208,11 +209,9 @@ void CWatchlistDoc::UnwatchAll() {
 void CWatchlistDoc::SymbolNotFound(std::string_view symbol) {
     const std::string rejected(symbol); // The caller's text may live in what is taken away below.
     std::vector<std::string> regional;
-    if (m_regionalBases.count(rejected) != 0) {
-        m_symbols.ForEach([&](const SYMBOL_DATA& data) {
-            if (IsRegionalName(data.symbol) && FeedSymbol(data.symbol) == rejected) regional.push_back(data.symbol);
-        });
-    }
+    const std::string beginning = rejected + std::string(kRegionMark);
+    for (auto at = m_regionals.lower_bound(beginning); at != m_regionals.end() && at->starts_with(beginning); ++at)
+        if (FeedSymbol(*at) == rejected) regional.push_back(*at);
     RejectRows(rejected);
     for (const std::string& region : regional) RejectRows(region);
     m_store.Forget(rejected);
@@ -283,7 +282,7 @@ void CWatchlistDoc::PlaceSymbol(int row, std::string_view symbol) {
     EmptyRow(row);
     m_rows.SetSymbol(row, placed);
     m_symbols.Add(placed, static_cast<uint32_t>(row), m_loading ? 1 : 0);
-    if (IsRegionalName(placed)) m_regionalBases.emplace(FeedSymbol(placed));
+    if (IsRegionalName(placed)) m_regionals.insert(placed);
     RowChanged(row);
 }
 
@@ -357,7 +356,12 @@ void CWatchlistDoc::OnPaintMessage() {
     if (m_observer && !m_updates.IsEmpty()) m_observer->OnUpdatesPending();
 }
 
-void CWatchlistDoc::OnAlertsChanged(std::string_view symbol, int armed) { m_store.SetArmedAlerts(symbol, armed); }
+void CWatchlistDoc::OnAlertsChanged(std::string_view symbol, int armed) {
+    m_store.SetArmedAlerts(symbol, armed);
+    const SYMBOL_DATA* data = m_symbols.Find(symbol);
+    if (!data) return;
+    for (const uint32_t row : data->rows) RowChanged(static_cast<int>(row));
+}
 
 void CWatchlistDoc::RepaintChangedRows() {
     m_updates.TakeAll([&](const SChangeNotice& ids) {
@@ -383,6 +387,7 @@ void CWatchlistDoc::RequestNewsCounts(const std::vector<std::string>& symbols) {
 }
 
 void CWatchlistDoc::OnNewsLine(std::string_view line) {
+    m_headlines.Add(line);
     const std::string affected = m_news.ApplyHeadline(line);
     for (const std::string_view symbol : SplitTerminated(affected, ','))
         if (const CSymbolRec* record = m_store.Find(symbol)) m_updates.Add(record->Ids());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "alerts/AlertsMap.h"
+#include "alerts/HeadlineLog.h"
 #include "alerts/NewsMap.h"
 #include "data/CellFormatStore.h"
 #include "data/ChangeQueue.h"
@@ -163,6 +164,8 @@ public:
     const CAlertsMap& Alerts() const { return m_alerts; }
     CNewsMap& News() { return m_news; }
     const CNewsMap& News() const { return m_news; }
+    /// Every headline since the watchlist was opened, of its symbols and all others.
+    const CHeadlineLog& Headlines() const { return m_headlines; }
     CCellFormatStore& Formats() { return m_formats; }
     const CCellFormatStore& Formats() const { return m_formats; }
     const CWatchTable& WatchTable() const { return m_watched; }
@@ -225,12 +228,13 @@ private:
     CShownTexts m_shown;
     CAlertsMap m_alerts;
     CNewsMap m_news;
+    CHeadlineLog m_headlines;
     CCellFormatStore m_formats;
     CSymbolMap m_symbols;
     CSymbolUpdateMap m_updates;
     CWatchTable m_watched;
     CInvalidSymbols m_invalid;
-    std::set<std::string, std::less<>> m_regionalBases; ///< Symbols whose regions were placed since the last reset.
+    std::set<std::string> m_regionals; ///< Regional symbols that were placed since the last reset.
 
     // Only in an edit batch.
     int m_batchDepth = 0;

@@ -209,10 +209,10 @@ SFileResult CWatchlistFile::Replace(const std::string& path, const SPlacement& p
     SFileResult result;
     result.uncarried = DescribeSupplement(supplement);
     int keptError = 0;
-    if (!supplement.IsEmpty()) keptError = m_supplements.Write(path, hash, supplement);
+    if (!supplement.IsEmpty() || m_supplements.HasAny(path)) keptError = m_supplements.Write(path, hash, supplement);
+    if (supplement.IsEmpty()) keptError = 0; // Nothing is lost.
     SFileSignature signature;
     if (const int error = SaveFile(path, text, &signature)) return Failure("saved", path, ErrorText(error));
-    if (supplement.IsEmpty()) m_supplements.Remove(path, hash);
     m_supplements.RemoveOld(path);
     m_knownHash = hash;
     m_onDisk = true;

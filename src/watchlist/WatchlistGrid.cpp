@@ -1,20 +1,30 @@
 #include "watchlist/WatchlistGrid.h"
 
+#include "grid/QtText.h"
+#include "watchlist/ColumnMoves.h"
 #include "watchlist/WatchlistDoc.h"
+
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+
+#include <array>
 
 namespace vx {
 
 namespace {
 
-const SGridFont kSymbolFont{QStringLiteral("Arial"), 9, true, false};
+constexpr int kHintMargin = 24; // Logical pixels around the hint of an empty watchlist.
 
 } // namespace
 
-CWatchlistGrid::CWatchlistGrid(CWatchlistDoc& doc, QWidget* parent)
-    : CNorvGridCtrl(parent), m_doc(doc), m_cells(doc, static_cast<uint8_t>(AddFont(kSymbolFont))) {
+CWatchlistGrid::CWatchlistGrid(CWatchlistDoc& doc, QWidget* parent) : CNorvGridCtrl(parent), m_doc(doc), m_cells(doc) {
     setObjectName(QStringLiteral("watchlistGrid"));
+    setAcceptDrops(true);
     SetSource(&m_cells);
-    connect(this, &CGridCtrl::ColumnResized, this, &CWatchlistGrid::KeepWidth);
+    EnterFonts();
+    connect(this, &CGridCtrl::ColumnResized, this, &CWatchlistGrid::NoteWidth);
     Rebuild();
 }
 
@@ -25,6 +35,8 @@ void CWatchlistGrid::Rebuild() {
     m_cells.ColumnsChanged();
     SetColumnCount(columns.Count() - 1, kDefaultColumnWidthPx);
     for (int column = 1; column < columns.Count(); ++column) SetColumnWidth(column, columns.At(column).width);
+    if (!IsBusy()) m_draggedWidth.reset(); // The drag was given up.
+    if (m_draggedWidth) SetColumnWidth(m_draggedWidth->first, m_draggedWidth->second);
     SetLockedColumns(m_doc.Options().lockedColumns);
     SetRowNumbersVisible(m_doc.Options().showRowNumbers);
     SetRowCount(m_doc.RowCount());
@@ -53,9 +65,86 @@ void CWatchlistGrid::SetStale(bool stale) {
     UpdateAll();
 }
 
-void CWatchlistGrid::KeepWidth(int column, int width) {
-    m_doc.Columns().SetWidth(column, width);
-    m_doc.SetModified(true);
+int CWatchlistGrid::FieldAt(int column) const {
+    return column >= 1 && column < m_doc.Columns().Count() ? m_doc.Columns().At(column).number : kNoField;
+}
+
+// Editing
+
+bool CWatchlistGrid::MayEdit(int row, int column) const {
+    return row >= 1 && row <= CRowTable::kMaxRow && FieldAt(column) > kRowNumberColumn;
+}
+
+std::string CWatchlistGrid::EditText(int row, int column) const {
+    if (m_doc.RowKind(row) == ERowKind::Annotation) return std::string(m_doc.AnnotationText(row));
+    std::array<char, kMostCellText> text;
+    const size_t length = CColumnReader(m_doc, column).Read(row, text);
+    return {text.data(), length};
+}
+
+bool CWatchlistGrid::AcceptsDrop(const QMimeData& offered) const { return offered.hasText() && !offered.hasUrls(); }
+
+bool CWatchlistGrid::StandsForMore(int row, int column) const {
+    if (m_doc.RowKind(row) != ERowKind::Symbol) return false;
+    const SSpecialColumns& special = Special();
+    const int field = FieldAt(column);
+    return field >= 0 && (field == special.alerts || field == special.notes || field == special.news ||
+                          field == special.latestHeadline);
+}
+
+void CWatchlistGrid::mouseDoubleClickEvent(QMouseEvent* event) {
+    const SGridCell at = CellAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && StandsForMore(at.row, at.column))
+        Q_EMIT CellDoubleClicked(at.row, at.column);
+    else
+        CNorvGridCtrl::mouseDoubleClickEvent(event);
+}
+
+// Widths: the document learns of a drag once, when the button is let go.
+
+void CWatchlistGrid::NoteWidth(int column, int width) {
+    m_draggedWidth = {column, width};
+    if (!IsBusy()) KeepWidth();
+}
+
+void CWatchlistGrid::mouseReleaseEvent(QMouseEvent* event) {
+    CNorvGridCtrl::mouseReleaseEvent(event);
+    if (!IsBusy()) KeepWidth();
+}
+
+void CWatchlistGrid::KeepWidth() {
+    if (const auto chosen = std::exchange(m_draggedWidth, {})) vx::SetColumnWidth(m_doc, chosen->first, chosen->second);
+}
+
+// Painting
+
+void CWatchlistGrid::EnterFonts() {
+    m_cells.Fonts().TakeWanted([this](const CFormatFonts::SFont& font) {
+        return AddFont({QtText(font.face), font.size, font.bold, font.italic});
+    });
+}
+
+void CWatchlistGrid::paintEvent(QPaintEvent* event) {
+    CNorvGridCtrl::paintEvent(event);
+    if (m_cells.Fonts().HasWanted()) {
+        const auto enter = [this] {
+            EnterFonts();
+            UpdateAll();
+        };
+        QMetaObject::invokeMethod(this, enter, Qt::QueuedConnection);
+    }
+    if (m_doc.LastUsedRow() == 0) PaintHint(*event);
+}
+
+void CWatchlistGrid::PaintHint(QPaintEvent& event) {
+    const int top = Geometry().ContentBottom();
+    const QRect room = viewport()->rect().adjusted(kHintMargin, top + kHintMargin, -kHintMargin, -kHintMargin);
+    if (room.isEmpty() || !event.rect().intersects(room)) return;
+    QPainter painter(viewport());
+    painter.setFont(font());
+    painter.setPen(QColor::fromRgb(Theme().stale));
+    painter.drawText(room, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
+                     tr("Type a symbol in the first column, paste a list, or press Ctrl+K to search."));
 }
 
 } // namespace vx

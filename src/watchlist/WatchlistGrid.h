@@ -3,11 +3,17 @@
 #include "grid/NorvGridCtrl.h"
 #include "watchlist/WatchlistCells.h"
 
+#include <optional>
+#include <utility>
+
 namespace vx {
 
 class CWatchlistDoc;
 
 /// The grid that shows a watchlist document.
+///
+/// Every cell can be edited; what may stand where is the document's to say when the edit ends. A double click on a cell
+/// that stands for more than its text (alerts, note, news) is told by CellDoubleClicked instead.
 ///
 /// Owns    nothing of the document, which outlives it
 /// Thread  GUI thread only
@@ -24,12 +30,30 @@ public:
     /// Shows the values as no longer fed, or as live again.
     void SetStale(bool stale);
 
+    const SSpecialColumns& Special() const { return m_cells.Special(); }
+    /// Catalogue index of what a grid column shows; kNoField outside the columns.
+    int FieldAt(int column) const;
+
+    bool MayEdit(int row, int column) const override;
+    std::string EditText(int row, int column) const override;
+    bool AcceptsDrop(const QMimeData& offered) const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+
 private:
-    void KeepWidth(int column, int width);
+    void NoteWidth(int column, int width);
+    void KeepWidth();
+    void EnterFonts();
+    bool StandsForMore(int row, int column) const;
+    void PaintHint(QPaintEvent& event);
 
     CWatchlistDoc& m_doc;
     CWatchlistCells m_cells;
     bool m_stale = false;
+    std::optional<std::pair<int, int>> m_draggedWidth; ///< Column and width while its border is in the user's hand.
 };
 
 } // namespace vx

@@ -13,8 +13,7 @@ namespace vx {
 
 namespace {
 
-constexpr int kStoredPerPixel = 10; // Column widths stand in the file as ten times their pixels.
-constexpr int kMaxColumnWidth = 2000;
+constexpr int kStoredPerPixel = 10;    // Column widths stand in the file as ten times their pixels.
 constexpr size_t kMostNameBytes = 255; // What a cell can show.
 constexpr std::string_view kOldInvalidEnd = "\" is an Invalid Symbol.";
 constexpr std::string_view kLineEnd = "\r\n";
@@ -35,7 +34,7 @@ void ReadColumns(const SValue& value) {
     while (!rest.empty()) {
         std::string_view entry = TakeUntil(rest, ';');
         const std::string_view name = TakeUntil(entry, ':');
-        const int width = std::min(ReadInt32(entry) / kStoredPerPixel, kMaxColumnWidth);
+        const int width = std::min(ReadInt32(entry) / kStoredPerPixel, SWatchlistContent::kMostWidth);
         if (name.empty() || width < 1) continue;
         if (name == "RowNumbers")
             value.content.rowNumberWidth = width;

@@ -39,11 +39,27 @@ void FindAnnotations(const CWatchlistDoc& doc, SWatchlistSupplement& out) {
     }
 }
 
+// A threshold that was rounded may be that of another alert, so that the file has only one of them.
 void FindAlerts(const CWatchlistDoc& doc, SWatchlistSupplement& out) {
-    for (const std::string& symbol : doc.Alerts().Symbols())
-        for (const A_INFO& alert : doc.Alerts().Get(symbol))
-            if (!CAlertsMap::CanSave(symbol, alert) && !AlertFieldName(alert.fieldId).empty())
-                out.alerts.emplace_back(symbol, alert);
+    for (const std::string& symbol : doc.Alerts().Symbols()) {
+        const CAlertArray& alerts = doc.Alerts().Get(symbol);
+        const auto isCarried = [&](const A_INFO& alert) {
+            return AlertFieldName(alert.fieldId).empty() ||
+                   (CAlertsMap::CanSave(symbol, alert) && !CAlertsMap::IsRounded(alert));
+        };
+        if (std::ranges::all_of(alerts, isCarried)) continue;
+        for (const A_INFO& alert : alerts)
+            if (!AlertFieldName(alert.fieldId).empty()) out.alerts.emplace_back(symbol, alert);
+    }
+}
+
+void FindColumns(const CWatchlistDoc& doc, SWatchlistSupplement& out) {
+    const CColumnMap& columns = doc.Columns();
+    if (std::all_of(columns.Columns().begin() + 1, columns.Columns().end(), IsWrittenColumn)) return;
+    for (int i = 1; i < columns.Count(); ++i) out.layout.columns.push_back({columns.At(i).name, columns.At(i).width});
+    out.layout.sortColumn = doc.Options().sort.column;
+    out.layout.lockedColumns = doc.Options().lockedColumns;
+    out.layout.formats = doc.Formats().Write();
 }
 
 // "row 7", "rows 7, 9 and 12", "rows 1, 2, ... and 5 more".
@@ -55,6 +71,17 @@ std::string RowList(const std::map<int, std::string>& entries) {
         if (named > 0) out += named + 1 == entries.size() ? " and " : ", ";
         out += std::to_string(row);
         ++named;
+    }
+    return out;
+}
+
+// "\"Bid\"", "\"Bid\", \"Ask\" and \"Last\"", "\"A\", ... and 5 more".
+std::string NameList(const std::vector<std::string>& names) {
+    std::string out;
+    for (size_t i = 0; i < names.size(); ++i) {
+        if (i == kMostNamedRows) return out + fmt::format(" and {} more", names.size() - i);
+        if (i > 0) out += i + 1 == names.size() ? " and " : ", ";
+        out += fmt::format("\"{}\"", names[i]);
     }
     return out;
 }
@@ -74,6 +101,10 @@ bool IsCarriedColumn(std::string_view name) {
            name.find(kLineEnd) == std::string_view::npos;
 }
 
+bool IsWrittenColumn(const sColumnInfo& column) {
+    return column.width >= 1 && column.name != " " && IsCarriedColumn(column.name);
+}
+
 std::string_view CarriedAnnotation(std::string_view text) {
     return text.substr(0, std::min(text.find(';'), text.find(kLineEnd)));
 }
@@ -84,6 +115,7 @@ SWatchlistSupplement FindUncarried(const CWatchlistDoc& doc) {
     FindSymbols(doc, out);
     FindAnnotations(doc, out);
     FindAlerts(doc, out);
+    FindColumns(doc, out);
     return out;
 }
 
@@ -92,11 +124,27 @@ void MergeSupplement(const SWatchlistSupplement& supplement, SWatchlistContent& 
     for (const auto& [row, symbol] : supplement.symbols) content.SetRow(row, symbol, false);
     for (const auto& [row, text] : supplement.annotations) content.SetRow(row, text, true);
     content.keptAlerts.insert(content.keptAlerts.end(), supplement.alerts.begin(), supplement.alerts.end());
+    const SKeptColumns& layout = supplement.layout;
+    if (layout.columns.empty()) return;
+    content.columns.clear();
+    for (const auto& [name, width] : layout.columns) content.columns.push_back({name, width});
+    content.options.sort.column = layout.sortColumn;
+    content.options.lockedColumns = layout.lockedColumns;
+    content.formats = {layout.formats, 0};
 }
 
 std::vector<std::string> DescribeSupplement(const SWatchlistSupplement& supplement) {
     std::vector<std::string> out;
-    const auto& [notes, symbols, annotations, alerts, carriedNotes] = supplement;
+    const auto& [notes, symbols, annotations, allAlerts, layout, carriedNotes] = supplement;
+    std::vector<std::string> alerts, rounded, columns;
+    for (const auto& [symbol, alert] : allAlerts) {
+        if (!CAlertsMap::CanSave(symbol, alert))
+            alerts.push_back(symbol);
+        else if (CAlertsMap::IsRounded(alert))
+            rounded.push_back(symbol);
+    }
+    for (const auto& [name, width] : layout.columns)
+        if (!IsWrittenColumn({0, name, width})) columns.push_back(name);
     if (!notes.empty())
         out.push_back(
             fmt::format("The note{} of {}: the file holds notes up to row {}, the number of notes in the list.",
@@ -111,7 +159,14 @@ std::vector<std::string> DescribeSupplement(const SWatchlistSupplement& suppleme
     if (!alerts.empty())
         out.push_back(fmt::format("{} alert{}, beginning with one of \"{}\": the file takes no \":\" or \";\" in a "
                                   "symbol and no \";\" in the name of a sound.",
-                                  alerts.size(), Plural(alerts.size()), alerts.front().first));
+                                  alerts.size(), Plural(alerts.size()), alerts.front()));
+    if (!rounded.empty())
+        out.push_back(fmt::format("The whole threshold of {} alert{}, beginning with one of \"{}\": the file holds six "
+                                  "decimals.",
+                                  rounded.size(), Plural(rounded.size()), rounded.front()));
+    if (!columns.empty())
+        out.push_back(fmt::format("The column{} {}: the file takes no hidden columns, and no \":\" or \";\" in a name.",
+                                  Plural(columns.size()), NameList(columns)));
     return out;
 }
 

@@ -4,10 +4,12 @@
 #include "base/Escape.h"
 #include "base/Number.h"
 #include "watchlist/RowTable.h"
+#include "watchlist/WatchlistContent.h"
 #include "watchlist/WatchlistKeys.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <iterator>
 
 namespace vx {
@@ -68,12 +70,44 @@ void AppendAlert(std::string& out, const std::string& symbol, const A_INFO& aler
                    alert.enabled, alert.noZero, alert.soundType, alert.loopSound);
 }
 
+void AppendColumns(std::string& out, const SKeptColumns& layout) {
+    if (layout.columns.empty()) return;
+    const auto to = std::back_inserter(out);
+    for (const auto& [name, width] : layout.columns) fmt::format_to(to, "column {} {}\n", width, Quoted(name));
+    fmt::format_to(to, "sorted {}\nlocked {}\n", layout.sortColumn, layout.lockedColumns);
+    fmt::format_to(to, "formats {}\n", Quoted(layout.formats));
+}
+
+bool ReadColumnLine(std::string_view line, SKeptColumns& layout) {
+    const int width = ReadInt32(TakeUntil(line, ' '));
+    std::optional<std::string> name = TakeQuoted(line);
+    if (!name || name->empty() || layout.columns.size() >= static_cast<size_t>(SWatchlistContent::kMostColumns))
+        return false;
+    layout.columns.push_back({std::move(*name), std::clamp(width, 0, SWatchlistContent::kMostWidth)});
+    return true;
+}
+
+bool ReadFormatsLine(std::string_view line, SKeptColumns& layout) {
+    std::optional<std::string> formats = TakeQuoted(line);
+    if (formats) layout.formats = std::move(*formats);
+    return formats.has_value();
+}
+
+bool ReadPlace(std::string_view line, int least, int& place) {
+    place = std::clamp(ReadInt32(line), least, SWatchlistContent::kMostColumns);
+    return true;
+}
+
 bool ReadLine(std::string_view line, SWatchlistSupplement& out) {
     const std::string_view kind = TakeUntil(line, ' ');
     if (kind == "note") return ReadRow(line, out.notes);
     if (kind == "symbol") return ReadRow(line, out.symbols);
     if (kind == "annotation") return ReadRow(line, out.annotations);
     if (kind == "alert") return ReadAlertLine(line, out);
+    if (kind == "column") return ReadColumnLine(line, out.layout);
+    if (kind == "sorted") return ReadPlace(line, SSortRecord::kNoColumn, out.layout.sortColumn);
+    if (kind == "locked") return ReadPlace(line, 0, out.layout.lockedColumns);
+    if (kind == "formats") return ReadFormatsLine(line, out.layout);
     return false;
 }
 
@@ -86,6 +120,7 @@ std::string FormatSupplement(const SWatchlistSupplement& supplement) {
     AppendRows(out, "symbol", supplement.symbols);
     AppendRows(out, "annotation", supplement.annotations);
     for (const auto& [symbol, alert] : supplement.alerts) AppendAlert(out, symbol, alert);
+    AppendColumns(out, supplement.layout);
     out += kLastLine;
     out += '\n';
     return out;

@@ -2,16 +2,25 @@
 
 #include "data/MessageNames.h"
 #include "settings/Settings.h"
+#include "watchlist/CellEntry.h"
 #include "watchlist/RegisteredMessage.h"
 #include "watchlist/WatchlistDoc.h"
 #include "watchlist/WatchlistGrid.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QKeyEvent>
 #include <QVBoxLayout>
 
+#include <string_view>
 #include <utility>
 
 namespace vx {
+
+namespace {
+
+std::string_view View(const QByteArray& bytes) { return {bytes.constData(), static_cast<size_t>(bytes.size())}; }
+
+} // namespace
 
 CWatchlistView::CWatchlistView(CWatchlistDoc& doc, CSettings& settings, QWidget* parent)
     : QWidget(parent), m_doc(doc), m_settings(settings), m_grid(new CWatchlistGrid(doc, this)),
@@ -21,25 +30,87 @@ CWatchlistView::CWatchlistView(CWatchlistDoc& doc, CSettings& settings, QWidget*
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_grid);
     setFocusProxy(m_grid);
+    connect(m_grid, &CGridCtrl::CellEdited, this, &CWatchlistView::OnCellEdited);
+    connect(m_grid, &CGridCtrl::HeaderDoubleClicked, this, &CWatchlistView::OnHeaderSort);
 
+    SWatchlistOptions& options = m_doc.Options();
+    options.sort = {};
+    options.trailingRows = SWatchlistOptions{}.trailingRows;
+    options.lockedColumns = 0;
     if (!m_settings.ReadBoolean(kShowEllipsis)) m_settings.WriteBoolean(kShowEllipsis, true);
     ApplyViewSettings();
     m_grid->SetFocusCell(1, 1);
+
     m_repaint.setProperty("timerId", kRepaintTimer);
     connect(&m_repaint, &QTimer::timeout, this, &CWatchlistView::OnRepaintTimer);
     m_repaint.start(kRepaintMs);
+    m_autoSort.setObjectName(QStringLiteral("autoSortTimer"));
+    m_autoSort.setProperty("timerId", kAutoSortTimer);
+    m_autoSort.setSingleShot(true);
+    connect(&m_autoSort, &QTimer::timeout, this, &CWatchlistView::OnAutoSortTimer);
     m_doc.SetObserver(this);
 }
 
 CWatchlistView::~CWatchlistView() {
     m_repaint.stop();
+    m_autoSort.stop();
     m_doc.SetObserver(nullptr);
 }
+
+const SSpecialColumns& CWatchlistView::Special() const { return m_grid->Special(); }
 
 void CWatchlistView::ApplyViewSettings() {
     m_grid->ApplyViewSettings(m_settings.ReadBoolean(kShowGridLines), m_settings.ReadBoolean(kShowShading),
                               m_settings.ReadBoolean(kShowEllipsis), m_settings.ReadBoolean(kReducedMotion));
 }
+
+// What the user does in the grid
+
+void CWatchlistView::OnCellEdited(int row, int column, const QByteArray& oldText, const QByteArray& newText) {
+    if (oldText == newText) return;
+    m_grid->SetMarkedRange({});
+    EnterCellText(m_doc, row, column, View(oldText), View(newText));
+    if (!m_doc.IsModified()) m_doc.SetModified(true);
+    Q_EMIT DocumentChanged();
+}
+
+SSortSelection CWatchlistView::SortSelection() const {
+    const SGridRange range = m_grid->SelectedRange();
+    return {range.firstRow, range.lastRow, range.firstColumn, range.lastColumn, m_grid->FocusCell().column};
+}
+
+void CWatchlistView::OnHeaderSort(int column) {
+    RequestHeaderSort(m_doc, column, SortSelection());
+    ApplySortRecord();
+    Q_EMIT DocumentChanged();
+}
+
+// Auto sort
+
+void CWatchlistView::ApplySortRecord() {
+    const SSortRecord& sort = m_doc.Options().sort;
+    m_grid->SetSortMark(sort.column, sort.column < 1  ? ESortMark::None
+                                     : sort.ascending ? ESortMark::Ascending
+                                                      : ESortMark::Descending);
+    if (!sort.autoSort) return m_autoSort.stop();
+    const int period = AutoSortPeriodMs(sort);
+    if (!m_autoSort.isActive() || m_autoSort.interval() != period) m_autoSort.start(period);
+}
+
+bool CWatchlistView::IsBusy() const {
+    return m_grid->IsBusy() || m_doc.Undo().IsRecording() || QApplication::activeModalWidget() != nullptr ||
+           QApplication::activePopupWidget() != nullptr;
+}
+
+// Selection and focus are places of the grid: the rows move through under them.
+void CWatchlistView::OnAutoSortTimer() {
+    m_autoSort.stop();
+    const EAutoSortTick tick = AutoSortTick(m_doc, IsBusy());
+    ApplySortRecord();
+    if (tick == EAutoSortTick::Off) Q_EMIT DocumentChanged();
+}
+
+// What the document tells
 
 void CWatchlistView::OnRepaintTimer() {
     if (!std::exchange(m_pending, false)) return;
@@ -53,11 +124,40 @@ void CWatchlistView::PostPaintMessage() {
     QCoreApplication::postEvent(this, new CRegisteredMessage(m_paintMessage, 0, 0));
 }
 
-void CWatchlistView::OnGridRebuilt() { m_grid->Rebuild(); }
+void CWatchlistView::OnGridRebuilt() {
+    m_grid->SetMarkedRange({});
+    m_grid->Rebuild();
+    ApplyViewSettings(); // A file brings some of them along.
+    ApplySortRecord();
+    Q_EMIT DocumentChanged();
+}
 
 void CWatchlistView::OnRowChanged(int row) {
     m_grid->MarkChangedCells(row);
-    if (!m_inRepaint) m_grid->FlushChanges();
+    if (m_inRepaint) return;
+    m_grid->FlushChanges();
+    Q_EMIT DocumentChanged();
+}
+
+void CWatchlistView::OnRowsChanged(int, int) {
+    m_grid->SetMarkedRange({});
+    m_grid->UpdateAll();
+    ApplySortRecord();
+    Q_EMIT DocumentChanged();
+}
+
+void CWatchlistView::OnReset() {
+    m_grid->EndEdit(false);
+    m_grid->SetMarkedRange({});
+    m_grid->SetFocusCell(1, 1);
+    ApplyViewSettings();
+}
+
+void CWatchlistView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        m_grid->SetMarkedRange({});
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void CWatchlistView::customEvent(QEvent* event) {

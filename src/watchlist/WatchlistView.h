@@ -1,5 +1,6 @@
 #pragma once
 
+#include "watchlist/SortCommands.h"
 #include "watchlist/WatchlistFrame.h"
 
 #include <QEvent>
@@ -11,9 +12,10 @@ namespace vx {
 class CSettings;
 class CWatchlistDoc;
 class CWatchlistGrid;
+struct SSpecialColumns;
 
-/// The view of a watchlist: hosts the grid and gives the screen its beat. However many updates arrive, the cells that
-/// they changed are repainted once every kRepaintMs.
+/// The view of a watchlist: hosts the grid, hands what the user does in it to the document, and gives the screen its
+/// beat. However many updates arrive, the cells that they changed are repainted once every kRepaintMs.
 ///
 /// Owns    the grid; not the document, which outlives it
 /// Thread  GUI thread only
@@ -22,31 +24,55 @@ class CWatchlistView : public QWidget, public CWatchlistObserver {
 public:
     static constexpr int kRepaintTimer = 1030;
     static constexpr int kRepaintMs = 250;
+    static constexpr int kAutoSortTimer = 1027;
 
+    /// Sets the document's sort record, trailing rows and locked columns to their initial values.
     CWatchlistView(CWatchlistDoc& doc, CSettings& settings, QWidget* parent);
     ~CWatchlistView() override;
 
     CWatchlistGrid& Grid() { return *m_grid; }
+    /// The columns with a meaning of their own, as the catalogue has them.
+    const SSpecialColumns& Special() const;
 
     /// Reads the settings of the grid's look again: lines, shading, ellipsis, reduced motion.
     void ApplyViewSettings();
+    /// Shows the document's sort record, and starts, restarts or stops auto sort by it.
+    void ApplySortRecord();
+    /// What is selected, as the sort commands take it.
+    SSortSelection SortSelection() const;
+
     /// The display update that the timer does.
     void OnRepaintTimer();
+    /// The sort that the timer does, unless the user has something in hand that rows should not move under.
+    void OnAutoSortTimer();
 
     void PostPaintMessage() override;
     void OnGridRebuilt() override;
     void OnRowChanged(int row) override;
+    void OnRowsChanged(int firstRow, int lastRow) override;
+    void OnReset() override;
     void OnUpdatesPending() override { m_pending = true; }
+
+Q_SIGNALS:
+    /// The document is another by something else than a new value from the feed.
+    void DocumentChanged();
 
 protected:
     /// The paint message, and the connect-status message (first parameter 1 or 0: values live or stale).
     void customEvent(QEvent* event) override;
+    /// Escape takes the border away from what was copied.
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void OnCellEdited(int row, int column, const QByteArray& oldText, const QByteArray& newText);
+    void OnHeaderSort(int column);
+    bool IsBusy() const;
+
     CWatchlistDoc& m_doc;
     CSettings& m_settings;
     CWatchlistGrid* m_grid;
     QTimer m_repaint;
+    QTimer m_autoSort{this}; ///< One-shot: each sort starts a full period.
     QEvent::Type m_paintMessage;
     QEvent::Type m_connectMessage;
     bool m_pending = false;

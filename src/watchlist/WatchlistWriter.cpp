@@ -26,26 +26,48 @@ template <typename... Args> void Append(std::string& out, fmt::format_string<Arg
     fmt::format_to(std::back_inserter(out), text, std::forward<Args>(args)...);
 }
 
-void AppendOptions(std::string& out, const CWatchlistDoc& doc, const SPlacement& placement) {
+/// The place of each column among those that are written, -1 for the others; empty when all are. What names a column
+/// by its place is written so that it fits the columns of the file.
+std::vector<int> WrittenPlaces(const CColumnMap& columns) {
+    std::vector<int> out{0};
+    int next = 1;
+    for (int i = 1; i < columns.Count(); ++i) out.push_back(IsWrittenColumn(columns.At(i)) ? next++ : -1);
+    if (next == columns.Count()) return {};
+    for (int i = columns.Count(); i <= CColumnMap::kMostColumns; ++i) out.push_back(next++);
+    return out;
+}
+
+int WrittenSortColumn(int column, const std::vector<int>& places) {
+    const auto index = static_cast<size_t>(column);
+    return column > 0 && index < places.size() ? places[index] : column;
+}
+
+int WrittenLockedColumns(int locked, const std::vector<int>& places) {
+    const size_t count = std::min(places.size(), static_cast<size_t>(std::max(locked, 0)) + 1);
+    return locked - static_cast<int>(std::count(places.begin(), places.begin() + static_cast<ptrdiff_t>(count), -1));
+}
+
+void AppendOptions(std::string& out, const CWatchlistDoc& doc, const SPlacement& placement,
+                   const std::vector<int>& places) {
     const SWatchlistOptions& options = doc.Options();
     const CSettings& settings = doc.Settings();
     Append(out, "Window={};{};{};{};{};{}\r\n", placement.left, placement.top, placement.width, placement.height,
            Flag(placement.maximised), Flag(placement.alwaysOnTop));
-    Append(out, "TrailingRows={}\r\nLockedColumns={}\r\n", options.trailingRows, options.lockedColumns);
+    Append(out, "TrailingRows={}\r\nLockedColumns={}\r\n", options.trailingRows,
+           WrittenLockedColumns(options.lockedColumns, places));
     Append(out, "ShowRowNumbers={}\r\nShowToolBar={}\r\n", Flag(options.showRowNumbers), Flag(options.showToolBar));
     Append(out, "ShowEllipsis={}\r\nShowGridLines={}\r\n", Flag(settings.ReadBoolean(kShowEllipsis)),
            Flag(settings.ReadBoolean(kShowGridLines)));
     Append(out, "UseGridPrecision={}\r\nUseDefaultAlignment={}\r\n", Flag(options.useGridPrecision),
            Flag(options.useDefaultAlignment));
-    Append(out, "Sort={};{};{};{}\r\n", options.sort.column, Flag(options.sort.ascending), Flag(options.sort.autoSort),
-           options.sort.intervalMs / 1000);
+    Append(out, "Sort={};{};{};{}\r\n", WrittenSortColumn(options.sort.column, places), Flag(options.sort.ascending),
+           Flag(options.sort.autoSort), options.sort.intervalMs / 1000);
 }
 
 void AppendColumns(std::string& out, const CColumnMap& columns) {
     for (int i = 1; i < columns.Count(); ++i) {
         const sColumnInfo& column = columns.At(i);
-        const bool hidden = column.width < 1 || column.name == " ";
-        if (!hidden && IsCarriedColumn(column.name)) Append(out, "{}:{};", column.name, column.width * kStoredPerPixel);
+        if (IsWrittenColumn(column)) Append(out, "{}:{};", column.name, column.width * kStoredPerPixel);
     }
 }
 
@@ -116,8 +138,9 @@ void AppendNotes(std::string& out, const CNoteStore& notes) {
 } // namespace
 
 std::string WriteWatchlistText(const CWatchlistDoc& doc, const SPlacement& placement) {
+    const std::vector<int> places = WrittenPlaces(doc.Columns());
     std::string out;
-    AppendOptions(out, doc, placement);
+    AppendOptions(out, doc, placement, places);
     out += "Columns=";
     AppendColumns(out, doc.Columns());
     out += "\r\nSymbols=";
@@ -129,7 +152,7 @@ std::string WriteWatchlistText(const CWatchlistDoc& doc, const SPlacement& place
     out += "\r\nNotes=";
     AppendNotes(out, doc.Notes());
     out += "\r\nFormatting=";
-    out += doc.Formats().Write();
+    out += doc.Formats().Write(places);
     out += kLineEnd;
     return out;
 }

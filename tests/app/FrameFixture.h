@@ -28,6 +28,7 @@ protected:
     CFrameFixture() {
         for (const char* variable : {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_RUNTIME_DIR"})
             setenv(variable, folder.Path().c_str(), 1);
+        setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent", 1); // No notification reaches a real desktop.
     }
 
     void PortsAre(uint16_t level1, uint16_t lookup, uint16_t admin) {

@@ -54,6 +54,30 @@ TEST(CSymbolMap, SymbolsOfOneHashAreToldApartByTheirText) {
     EXPECT_EQ(map.Find(first), nullptr);
 }
 
+TEST(CSymbolMap, ManySymbolsOfOneHashKeepTheirOwnRows) {
+    constexpr uint32_t kMany = 4 * CSymbolRecArray::kMostWalked;
+    const auto name = [](uint32_t number) {
+        std::string symbol;
+        for (int pair = 0; pair < 8; ++pair) symbol += number >> pair & 1 ? "AB" : "bA";
+        return symbol;
+    };
+    CSymbolMap map;
+    for (uint32_t i = 1; i < kMany; ++i) map.Add(name(i), i);
+    ASSERT_EQ(map.FindHash(SymbolHash(name(1)))->size(), kMany - 1);
+    for (uint32_t i = 1; i < kMany; i += 2) EXPECT_THAT(map.RemoveSymbol(name(i)), ElementsAre(i));
+    for (uint32_t i = 1; i < kMany; ++i) {
+        const SYMBOL_DATA* data = map.Find(name(i));
+        ASSERT_EQ(data != nullptr, i % 2 == 0) << i;
+        if (data) {
+            EXPECT_THAT(data->rows, ElementsAre(i));
+        }
+    }
+    map.Add(name(1), 5);
+    EXPECT_THAT(map.Find(name(1))->rows, ElementsAre(5));
+    EXPECT_EQ(map.Renumber([](int row) { return row == 5 ? 0 : row + 1; }), std::vector{name(1)});
+    EXPECT_THAT(map.Find(name(2))->rows, ElementsAre(3));
+}
+
 TEST(CSymbolUpdateMap, ARecordIsTakenOnceHoweverOftenItChanged) {
     CSymbolUpdateMap map;
     for (uint32_t round = 0; round < 3; ++round) {

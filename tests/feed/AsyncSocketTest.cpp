@@ -147,7 +147,7 @@ TEST(AsyncSocket, APeerThatNeverReadsMakesSendsShortAndNothingSpins) {
     uint32_t sent = 0;
     int count = 0;
     for (int i = 0; i < 1000 && count >= 0; ++i) {
-        count = socket.SendText(block);
+        count = socket.Send(block.data(), static_cast<int>(block.size()));
         if (count > 0) sent += static_cast<uint32_t>(count);
     }
     EXPECT_EQ(count, -1);

@@ -3,6 +3,7 @@
 #include "feed/FeedSession.h"
 #include "feed/ReadsSocket.h"
 #include "support/EventLoop.h"
+#include "support/FakeClock.h"
 #include "support/ScriptedFeed.h"
 #include "support/TempFolder.h"
 
@@ -73,7 +74,7 @@ TEST_F(LookupReplies, ASearchWithoutResultsSaysSoOnce) {
     EXPECT_THAT(Results(), ElementsAre(SSearchResult{"No Results Found", "", "", ""}));
     session.SymbolSearch(ESearchBy::Symbol, "", "", "");
     EXPECT_THAT(Results(), SizeIs(1)) << "an empty text is no search";
-    session.SymbolSearch(ESearchBy::Symbol, "IBM", "", "");
+    EXPECT_FALSE(session.SymbolSearch(ESearchBy::Symbol, "IBM", "", "")) << "there is no lookup port";
     EXPECT_THAT(Results(), IsEmpty());
     EXPECT_FALSE(Search().Ended());
     Reads("LSearch,!ENDMSG\nLSearch,LS,a,,,\nLSearch\n");
@@ -88,12 +89,41 @@ TEST_F(LookupReplies, ASearchGoesOutOnTheLookupPort) {
     session.FeedSocket(kLookupSlot)->SetOwner(&session);
     session.FeedSocket(kLookupSlot)->Connect("127.0.0.1", port.Number());
     ASSERT_TRUE(WaitUntil([&] { return session.FeedSocket(kLookupSlot)->IsConnected(); }));
-    session.SymbolSearch(ESearchBy::Description, "gold", "", "");
+    EXPECT_TRUE(session.SymbolSearch(ESearchBy::Description, "gold", "", ""));
     EXPECT_TRUE(port.Heard("SBF,d,gold,,,LSearch\r\n"));
     EXPECT_EQ(session.FeedSocket(kLookupSlot)->Stats().messagesSent.value, 1u);
     port.Says("LSearch,LS,GLD,1,1,Gold,\r\nLSearch,!ENDMSG!,\r\n");
     EXPECT_TRUE(WaitUntil([&] { return Search().Ended(); }));
     EXPECT_EQ(Results()[0].symbol, "GLD");
+}
+
+TEST_F(LookupReplies, AFormerSearchesResultsDoNotMixWithThePresentOnes) {
+    CFakeClock clock;
+    CSearchResults results;
+    const auto search = [&] {
+        results.Clear();
+        results.Expect();
+    };
+    const auto reads = [&](std::initializer_list<const char*> lines) {
+        for (const char* line : lines) results.OnLine(line);
+    };
+    search();
+    reads({"LSearch,LS,A,,,a,"});
+    search();
+    search();
+    reads({"LSearch,LS,B,,,b,", "LSearch,!ENDMSG!,", "LSearch,LS,C,,,c,"});
+    EXPECT_THAT(results.Results(), IsEmpty());
+    reads({"LSearch,!ENDMSG!,"});
+    EXPECT_FALSE(results.Ended());
+    reads({"LSearch,LS,D,,,d,", "LSearch,!ENDMSG!,"});
+    EXPECT_THAT(results.Results(), ElementsAre(SSearchResult{"D", "d", "", ""}));
+    EXPECT_TRUE(results.Ended());
+
+    search();
+    clock.elapsedMs += CSearchResults::kLostMs;
+    search();
+    reads({"LSearch,LS,E,,,e,"});
+    EXPECT_THAT(results.Results(), SizeIs(1)) << "one that was never answered owes nothing";
 }
 
 TEST_F(LookupReplies, NewsCountsStandBehindFifteenCharacters) {

@@ -37,7 +37,36 @@ std::vector<std::string> LinesOf(std::initializer_list<std::string> reads) {
     return socket.lines;
 }
 
+/// Takes only so many bytes of each send.
+class CNarrowSocket : public CZTLStreamSocket {
+public:
+    int Send(const void* buffer, int length, int) override {
+        const int count = room < 0 ? -1 : std::min(room, length);
+        if (count > 0) sent.append(static_cast<const char*>(buffer), static_cast<size_t>(count));
+        return count;
+    }
+    int SendWithRoom(int bytes, std::string_view text) {
+        room = bytes;
+        return SendText(text);
+    }
+
+    int room = 0;
+    std::string sent;
+};
+
 } // namespace
+
+TEST(StreamSocket, ATextThatWentOutInPartIsNoBeginningOfTheNext) {
+    CNarrowSocket socket;
+    EXPECT_EQ(socket.SendWithRoom(3, "wIBM\n"), 3);
+    EXPECT_EQ(socket.SendWithRoom(-1, "wGS\n"), -1);
+    EXPECT_EQ(socket.SendWithRoom(0, "wGS\n"), 0);
+    EXPECT_EQ(socket.SendWithRoom(1, "wGS\n"), 0);
+    EXPECT_EQ(socket.SendWithRoom(2, "wGS\n"), 2);
+    EXPECT_EQ(socket.SendWithRoom(99, "wGE\n"), 4);
+    EXPECT_EQ(socket.SendWithRoom(99, "wF\n"), 3);
+    EXPECT_EQ(socket.sent, "wIB\nwG\nwGE\nwF\n");
+}
 
 TEST(StreamSocket, AnyRunOfLineEndsEndsOneLine) {
     EXPECT_THAT(LinesOf({"ABC\r\nDE", "F\n"}), ElementsAre("ABC", "DEF"));

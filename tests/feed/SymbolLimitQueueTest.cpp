@@ -86,6 +86,11 @@ TEST(SymbolLimitQueue, ARefusedSymbolIsNoLongerAwaited) {
     queue.Refused("ABC");
     EXPECT_THAT(queue.Awaiting(), IsEmpty());
     EXPECT_THAT(queue.Pending(), ElementsAre("X", "ABC"));
-    queue.Forget("X");
+    queue.Forget(queue.Pending().front());
     EXPECT_THAT(queue.Pending(), ElementsAre("ABC"));
+    for (const char* symbol : {"X", "ABC", "Y"}) queue.Refused(symbol);
+    queue.Pump(Room(10, 9), std::ref(level1));
+    queue.Forget("ABC");
+    EXPECT_THAT(queue.Pending(), ElementsAre("X", "Y"));
+    EXPECT_THAT(queue.Awaiting(), IsEmpty());
 }

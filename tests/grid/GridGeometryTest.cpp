@@ -45,32 +45,29 @@ TEST(GridGeometry, FindsTheCellUnderAPlace) {
 }
 
 TEST(GridGeometry, PlacesWithoutACellHaveNone) {
-    CGridGeometry geometry = Sample(2, 3);
-    EXPECT_EQ(geometry.ColumnAt(230), -1);
-    EXPECT_EQ(geometry.ColumnAt(-1), -1);
-    EXPECT_EQ(geometry.RowAt(84), -1);
-    EXPECT_EQ(geometry.RowAt(-1), -1);
+    CGridGeometry geometry = Sample(5, 3);
+    for (const int hidden : {1, 3, 5}) geometry.SetColumnWidth(hidden, 0);
+    EXPECT_EQ(geometry.ColumnAt(30), 2);
+    EXPECT_EQ(geometry.ColumnAt(129), 2);
+    EXPECT_EQ(geometry.ColumnAt(130), 4);
+    EXPECT_EQ(geometry.ContentRight(), 230);
+    for (const int x : {-1, 230}) EXPECT_EQ(geometry.ColumnAt(x), -1);
+    for (const int y : {-1, 84}) EXPECT_EQ(geometry.RowAt(y), -1);
     CGridGeometry empty;
     empty.SetViewport({300, 200});
     EXPECT_EQ(empty.ColumnAt(10), -1);
     EXPECT_EQ(empty.RowAt(100), -1);
     EXPECT_GT(empty.FirstVisibleRow(), empty.LastVisibleRow());
     EXPECT_GT(empty.FirstScrolledColumn(), empty.LastScrolledColumn());
-    EXPECT_EQ(empty.MaxScrollX(), 0);
-    EXPECT_EQ(empty.MaxScrollY(), 0);
+    EXPECT_EQ(empty.MaxScrollX() + empty.MaxScrollY(), 0);
 }
 
-TEST(GridGeometry, HiddenColumnsTakeNoPlaceAndAreNeverFound) {
-    CGridGeometry geometry = Sample(5);
-    geometry.SetColumnWidth(1, 0);
-    geometry.SetColumnWidth(3, 0);
-    geometry.SetColumnWidth(5, 0);
-    EXPECT_EQ(geometry.ColumnAt(30), 2);
-    EXPECT_EQ(geometry.ColumnAt(129), 2);
-    EXPECT_EQ(geometry.ColumnAt(130), 4);
-    EXPECT_EQ(geometry.ColumnAt(230), -1);
-    EXPECT_EQ(geometry.ColumnAt(29), 0);
-    EXPECT_EQ(geometry.ContentRight(), 230);
+TEST(GridGeometry, SomethingIsDroppedAtTheNearerEdge) {
+    CGridGeometry geometry = Sample(4, 3);
+    for (const auto& [x, column] : {std::pair{0, 1}, {31, 1}, {79, 1}, {80, 2}, {179, 2}, {180, 3}, {2000, 5}})
+        EXPECT_EQ(geometry.ColumnBoundaryAt(x), column) << x;
+    for (const auto& [y, row] : {std::pair{-9, 1}, {24, 1}, {33, 1}, {34, 2}, {54, 3}, {75, 4}, {2000, 4}})
+        EXPECT_EQ(geometry.RowBoundaryAt(y), row) << y;
 }
 
 TEST(GridGeometry, LockedColumnsStayAndHideWhatScrollsUnderThem) {

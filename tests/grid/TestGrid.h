@@ -1,6 +1,7 @@
 #pragma once
 
 #include "grid/NorvGridCtrl.h"
+#include "grid/QtText.h"
 #include "support/Gui.h"
 
 #include <functional>
@@ -32,7 +33,7 @@ public:
 };
 
 /// A shown grid of 10 columns, 80 pixels wide each, and 100 rows; about five columns and eighteen rows are seen.
-class GridTest : public testing::Test {
+template <class Grid> class GridTestOf : public testing::Test {
 protected:
     void SetUp() override {
         grid.ApplyTheme("light");
@@ -67,7 +68,8 @@ protected:
     }
 
     CTestSource source;
-    CNorvGridCtrl grid;
+    Grid grid;
 };
+using GridTest = GridTestOf<CNorvGridCtrl>;
 
 } // namespace vx

@@ -1,6 +1,7 @@
 #include "support/PlainStore.h"
 
 #include "data/FieldLayout.h"
+#include "data/SlotText.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -141,7 +142,7 @@ char Parse(EParseRule rule, const std::string& text, SPlainValue& value, SPlainV
         break;
     case 6:
     case 21:
-        value.text = text, value.direction = 2;
+        value.text = text.substr(0, CSlotText::kMostSize), value.direction = 2;
         break;
     case 8:
         ToDate(text, true, value), value.direction = 2;

@@ -30,7 +30,7 @@ TEST_F(Admin, WatchedSymbolsAndLimitAreToldOnChange) {
     m_options.limit = 77;
     Start();
     CPeer admin(Server().AdminPort());
-    const auto peer = Level1Peer("wIBM\nwGE\nwXYZ\n");
+    const auto peer = Level1Peer("wIBM\nwGE\nwNOSUCH\n");
     std::string line;
     ASSERT_TRUE(WaitUntil([&] { return StatsField(line = admin.TakeLine(""), 5) == "2"; }));
     EXPECT_EQ(StatsField(line, 4), "77");

@@ -1,9 +1,5 @@
-#include "base/Text.h"
-#include "vxconnect/CodeTables.h"
-#include "vxconnect/Fundamentals.h"
 #include "vxconnect/Market.h"
 #include "vxconnect/Peer.h"
-#include "vxconnect/QuoteLine.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,49 +9,50 @@
 namespace vx::sim {
 namespace {
 
-constexpr size_t kListedMarket = 34, kSecurityType = 35, kExpiration = 42, kStrike = 43, kRoot = 44, kMultiplier = 45,
-                 kDeliverables = 46, kContractSize = 50, kMonths = 51, kMinimumTick = 52, kFirstDelivery = 53,
-                 kSubType = 55;
-
 class Contracts : public testing::Test {
 protected:
     CInstrument& At(std::string_view symbol) { return m_market.At(m_market.Find(symbol).value()); }
-    std::vector<std::string> Fundamentals(std::string_view symbol) {
-        const auto fields = Fields(FundamentalLine(m_market, m_market.Find(symbol).value()));
-        EXPECT_EQ(fields.size(), kFundamentalFieldCount);
-        return fields;
-    }
-    CMarket m_market{1, 0, kFirstSessionDate};
+    CMarket m_market{1, 1000, kFirstSessionDate, true};
 };
 
-TEST_F(Contracts, SymbolsExistByTheRule) {
-    for (const char* known : {"IBM240216C180", "IBM240315P180", "IBM240419C200", "GE1240216C130", "SPY240216P475",
-                              "ESH24", "CLG24", "ESZ24", "CLF25", "SIMXX", "SIMGX", "IBM.D"})
+TEST_F(Contracts, ListedSymbolsExistByTheRule) {
+    for (const std::string& known : Words("IBM240216C180 IBM240315P180 IBM240419C200 GE1240216C130 SPY240216P475 ESH24 "
+                                          "CLG24 ESZ24 CLF25 SIMXX SIMGX IBM.D BRK.B S00001 S00768"))
         EXPECT_TRUE(m_market.Find(known)) << known;
-    for (const char* unknown : {"IBM240217C180",
-                                "IBM240216C185",
-                                "IBM240216C240",
-                                "IBM240216X180",
-                                "IBM240216C0180",
-                                "IBM1240216C180",
-                                "IBM240621C180",
-                                "BRK.B240216C350",
-                                "XYZ240216C10",
-                                "240216C10",
-                                "CP",
-                                "P",
-                                "IBMC",
-                                "ESF24",
-                                "ESH25",
-                                "CLF24",
-                                "ES",
-                                "SIMYX",
-                                "SPY.D",
-                                ".D",
-                                "XYZ.D",
-                                "IBM.D.D",
-                                "ibm240216c180"})
+    for (const std::string& unknown :
+         Words("IBM240217C180 IBM240216C185 IBM240216C240 IBM240216X180 IBM240216C0180 IBM1240216C180 IBM240621C180 "
+               "BRK.B240216C350 XYZ240216C10 240216C10 ESF24 ESH25 CLF24 ES SIMYX XYZ XYZ.D .D SPY.D IBM.D.D "
+               "ibm240216c180 S00769 S00000 S0001 S000010 Sx0001 ibm \xC4"))
         EXPECT_FALSE(m_market.Find(unknown)) << unknown;
+}
+
+TEST(Unlisted, TickersAreMadeUpAndOtherTextsUnknown) {
+    CMarket market(1, 20, kFirstSessionDate);
+    struct SCase {
+        const char* symbol;
+        EKind kind;
+    };
+    for (const SCase& made : {SCase{"XYZ", EKind::Share}, SCase{"Q", EKind::Share}, SCase{"ABCD.B", EKind::Share},
+                              SCase{"ABCDX", EKind::MutualFund}, SCase{"ABCXX", EKind::MoneyFund}}) {
+        const SListing listing = market.Listing(market.Find(made.symbol).value());
+        EXPECT_EQ(listing.symbol, made.symbol);
+        EXPECT_EQ(listing.terms.kind, made.kind) << made.symbol;
+        EXPECT_GT(listing.ticker.price, 0);
+        EXPECT_EQ(market.Find(made.symbol), market.FindKnown(made.symbol));
+    }
+    EXPECT_EQ(market.Listing(market.Find("ZM").value()).name, "Zoom Video Communications")
+        << "left out, but well known";
+    for (const std::string& unknown :
+         Words("ABCDEF xyz A1 12 A.BC A. .B A..B ABCDX.D SPY.D XYZ.D.D XYZ--X $SPX ABC/D A-B  \xC4"))
+        EXPECT_FALSE(market.Find(unknown)) << unknown;
+    EXPECT_FALSE(market.FindKnown("ZYX")) << "nobody has asked for it";
+    const auto count = [](CMarket& from) {
+        size_t listed = 0;
+        from.ForEach([&](const SListing&) { return ++listed, true; });
+        return listed;
+    };
+    CMarket untouched(1, 20, kFirstSessionDate);
+    EXPECT_EQ(count(market), count(untouched)) << "asking lists nothing";
 }
 
 TEST_F(Contracts, EverySymbolListedIsFoundUnderItsNumber) {
@@ -68,30 +65,6 @@ TEST_F(Contracts, EverySymbolListedIsFoundUnderItsNumber) {
     });
     EXPECT_GT(seen.size(), 5'000u);
     EXPECT_LT(seen.size(), 50'000u);
-}
-
-TEST_F(Contracts, OptionsAndFuturesHaveTheirOwnFields) {
-    const auto option = Fundamentals("IBM240216C180");
-    EXPECT_EQ(option[kSecurityType], "2");
-    EXPECT_EQ(option[kExpiration], "2/16/2024");
-    EXPECT_EQ(option[kStrike], "180.00");
-    EXPECT_EQ(option[kRoot], "IBM");
-    EXPECT_EQ(option[kMultiplier], "100.00");
-    EXPECT_EQ(option[kDeliverables], "0");
-    EXPECT_EQ(option[kSubType], "");
-    EXPECT_EQ(Fundamentals("GE1240216C130")[kSubType], "2");
-    EXPECT_EQ(Fundamentals("GE1240216C130")[kDeliverables], "1");
-    const auto future = Fundamentals("ESH24");
-    EXPECT_EQ(future[kSecurityType], "7");
-    EXPECT_EQ(future[kExpiration], "3/15/2024");
-    EXPECT_EQ(future[kContractSize], "50 x index");
-    EXPECT_EQ(future[kMonths], "H;M;U;Z");
-    EXPECT_EQ(future[kMinimumTick], "0.25");
-    EXPECT_EQ(future[kFirstDelivery], "3/1/2024");
-    EXPECT_EQ(At("IBM240216C180").Value(EField::DaysToExpiration), 16);
-    EXPECT_EQ(At("ESH24").Value(EField::SettlementDate), 20240130);
-    EXPECT_GT(At("ESH24").Value(EField::OpenInterest), 1'000'000);
-    EXPECT_FALSE(At("ESH24").Present().Has(EField::MarketCapitalization));
 }
 
 TEST_F(Contracts, FuturesMoveOnTheirTicksAndSettleEachDay) {
@@ -125,23 +98,6 @@ TEST_F(Contracts, FundsArePricedOnceADay) {
     EXPECT_NEAR(static_cast<double>(At("SIMXX").Value(EField::SevenDayYield)), 510, 60);
     EXPECT_GT(At("SIMXX").Value(EField::AverageMaturity), 0);
     EXPECT_GT(At("SIMXX").Value(EField::NetAssetValue), 500);
-    EXPECT_EQ(Fundamentals("SIMXX")[kSecurityType], "4");
-    EXPECT_EQ(Fundamentals("SIMGX")[kSecurityType], "3");
-    EXPECT_EQ(Fundamentals("SIMGX")[kSubType], "");
-}
-
-TEST_F(Contracts, TypesAndMarketsAreThoseOfTheTables) {
-    for (const char* symbol : {"IBM", "SPY", "IBM.D", "SIMXX", "SIMGX", "ESH24", "IBM240216C180"}) {
-        const auto fields = Fundamentals(symbol);
-        const auto isMarket = [&](const SListedMarket& m) { return std::to_string(m.id) == fields[kListedMarket]; };
-        const auto isType = [&](const SSecurityType& t) { return std::to_string(t.id) == fields[kSecurityType]; };
-        EXPECT_TRUE(std::any_of(ListedMarkets().begin(), ListedMarkets().end(), isMarket)) << symbol;
-        EXPECT_TRUE(std::any_of(SecurityTypes().begin(), SecurityTypes().end(), isType)) << symbol;
-    }
-    for (const SRegion& region : kRegions) {
-        const auto same = [&](const SListedMarket& m) { return m.id == region.center && m.shortName == region.name; };
-        EXPECT_TRUE(std::any_of(ListedMarkets().begin(), ListedMarkets().end(), same)) << region.name;
-    }
 }
 
 using Delayed = ServerTest;

@@ -1,98 +1,93 @@
 #include "vxconnect/Fundamentals.h"
 
+#include "vxconnect/CodeTables.h"
 #include "vxconnect/Peer.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <set>
+
 namespace vx::sim {
 namespace {
 
 // Places in the line, the symbol being 0.
-enum ESlot {
-    Symbol = 0,
-    Exchange = 1,
-    Name = 2,
-    YearHigh = 4,
-    YearLow = 5,
-    Growth = 6,
-    EarningsPerShare = 10,
-    DividendAmount = 11,
-    DividendRate = 12,
-    DividendYield = 13,
-    PriceEarnings = 15,
-    SharesOut = 18,
-    FirstSplit = 23,
-    SecondSplit = 24,
-    BalanceDate = 25,
-    ExDividend = 26,
-    DividendPaid = 27,
-    IndustryCode = 28,
-    YearHighDate = 30,
-    CalendarLowDate = 33,
-    ListedMarket = 34,
-    SecurityType = 35,
-    ListedMarketName = 36,
-    SecurityTypeName = 37,
-    YearEndClose = 39,
-    MaturityDate = 40,
-    MultipleDeliverables = 46,
-    SessionOpen = 47,
-    BaseCurrency = 49,
-    MinimumTick = 52,
-    Identifier = 54,
-    SubType = 55,
-    SubTypeName = 56,
-};
+constexpr size_t kName = 2, kYearHigh = 4, kYearLow = 5, kEarningsPerShare = 10, kDividendAmount = 11,
+                 kDividendRate = 12, kDividendYield = 13, kPriceEarnings = 15, kFirstSplit = 23, kSecondSplit = 24,
+                 kExDividend = 26, kDividendPaid = 27, kYearHighDate = 30, kCalendarLowDate = 33, kListedMarket = 34;
+
+std::vector<std::string> Of(CMarket& market, std::string_view symbol) {
+    return Fields(FundamentalLine(market, market.Find(symbol).value()));
+}
 
 TEST(Fundamentals, EveryFieldStandsInItsPlace) {
     CMarket market(1, 2000, kFirstSessionDate);
+    const std::string date = "[0-9]+/[0-9]+/[0-9][0-9][0-9][0-9]";
     int splits = 0;
     for (CMarket::Index i = 0; i < 600; ++i) {
         const std::string line = FundamentalLine(market, i);
         const std::vector<std::string> field = Fields(line);
-        ASSERT_EQ(line.substr(0, 2), "F,");
         ASSERT_EQ(field.size(), kFundamentalFieldCount) << line;
-        ASSERT_EQ(line.substr(line.size() - 3), ",\r\n");
-        EXPECT_EQ(field[Symbol], market.Listing(i).symbol);
-        EXPECT_EQ(field[Exchange], "SIM");
-        EXPECT_EQ(field[Name], market.Listing(i).name);
-        const std::string date = "[0-9]+/[0-9]+/[0-9][0-9][0-9][0-9]";
-        for (const ESlot slot : {YearHighDate, CalendarLowDate}) EXPECT_THAT(field[slot], testing::MatchesRegex(date));
-        EXPECT_THAT(field[FirstSplit], testing::MatchesRegex("(0\\.[0-9][0-9] " + date + ")?"));
-        if (!field[SecondSplit].empty()) {
-            EXPECT_FALSE(field[FirstSplit].empty());
-        }
-        splits += !field[FirstSplit].empty();
-        EXPECT_THAT(field[ExDividend], testing::MatchesRegex("([0-9]+/[0-9]+)?"));
-        EXPECT_THAT(field[DividendPaid], testing::MatchesRegex("(" + date + ")?"));
-        for (const ESlot slot : {ListedMarketName, SecurityTypeName, SubTypeName, MaturityDate, MultipleDeliverables})
-            EXPECT_EQ(field[slot], "");
-        EXPECT_EQ(field[SessionOpen], "09:30:00");
-        EXPECT_EQ(field[BaseCurrency], "USD");
-        EXPECT_GE(std::stod(field[YearHigh]), std::stod(field[YearLow]));
+        ASSERT_TRUE(line.starts_with("F,") && line.ends_with(",\r\n")) << line;
+        EXPECT_EQ(field[kName], market.Listing(i).name);
+        for (const size_t slot : {kYearHighDate, kCalendarLowDate})
+            EXPECT_THAT(field[slot], testing::MatchesRegex(date));
+        EXPECT_THAT(field[kFirstSplit], testing::MatchesRegex("(0\\.[0-9][0-9] " + date + ")?"));
+        EXPECT_TRUE(field[kSecondSplit].empty() || !field[kFirstSplit].empty()) << line;
+        splits += !field[kFirstSplit].empty();
+        EXPECT_THAT(field[kExDividend], testing::MatchesRegex("([0-9]+/[0-9]+)?"));
+        EXPECT_THAT(field[kDividendPaid], testing::MatchesRegex("(" + date + ")?"));
+        EXPECT_GE(std::stod(field[kYearHigh]), std::stod(field[kYearLow]));
     }
     EXPECT_GT(splits, 100);
 }
 
+TEST(Fundamentals, EachKindHasItsOwnFields) {
+    CMarket market(1, 0, kFirstSessionDate);
+    // Symbol, then places and texts: type 35, expiration 42, strike 43, root 44, multiplier 45, deliverables 46, size
+    // 50, months 51, tick 52, delivery 53, subtype 55, growth 6, shares 18.
+    for (const char* line :
+         {"IBM240216C180 35=2 42=2/16/2024 43=180.00 44=IBM 45=100.00 46=0 55=", "GE1240216C130 35=2 46=1 55=2",
+          "ESH24 35=7 42=3/15/2024 51=H;M;U;Z 52=0.25 53=3/1/2024",
+          "KO 35=1 55= 18=4323000 42=", "SPY 35=3 55=1 6=", "SIMGX 35=3 55= 18=", "SIMXX 35=4", "IBM.D 35=1 34=64"}) {
+        const auto words = Words(line);
+        const auto fields = Of(market, words[0]);
+        for (size_t i = 1; i < words.size(); ++i) {
+            const size_t slot = std::stoul(words[i]);
+            EXPECT_EQ(fields[slot], words[i].substr(words[i].find('=') + 1)) << words[0] << " " << slot;
+        }
+        const auto isMarket = [&](const SListedMarket& m) { return std::to_string(m.id) == fields[kListedMarket]; };
+        EXPECT_TRUE(std::any_of(ListedMarkets().begin(), ListedMarkets().end(), isMarket)) << line;
+    }
+}
+
+TEST(Fundamentals, DelayedListingTellsTheFactsOfItsShare) {
+    for (const std::string share : {"IBM", "NKLA", "XYZ"}) {
+        CMarket market(1, 0, kFirstSessionDate);
+        const auto prompt = Of(market, share), delayed = Of(market, share + ".D");
+        // Its own: symbol, name, options, what follows from its own prices, and where it is listed.
+        const std::set<size_t> own = {0, 2, 3, 4, 5, 8, 9, 13, 15, 30, 31, 32, 33, 34};
+        for (size_t i = 0; i < kFundamentalFieldCount; ++i)
+            EXPECT_TRUE(own.count(i) != 0 || delayed[i] == prompt[i]) << share << " " << i;
+        const auto value = [&](const std::string& symbol) {
+            return market.At(market.Find(symbol).value()).Value(EField::PreviousDayVolume);
+        };
+        EXPECT_EQ(value(share), value(share + ".D"));
+    }
+}
+
 TEST(Fundamentals, FiguresAgreeWithTheMarket) {
     CMarket market(1, 0, kFirstSessionDate);
-    const CMarket::Index share = market.Find("KO").value(), fund = market.Find("SPY").value();
+    const CMarket::Index share = market.Find("KO").value();
     for (int i = 0; i < 100'000; ++i) market.At(share).Tick();
     const std::vector<std::string> field = Fields(FundamentalLine(market, share));
     const double last = static_cast<double>(market.At(share).Value(EField::Last)) / kPriceUnit;
-    EXPECT_NEAR(std::stod(field[PriceEarnings]), last / std::stod(field[EarningsPerShare]), 0.006);
-    EXPECT_NEAR(std::stod(field[DividendYield]), std::stod(field[DividendRate]) / last * 100, 0.006);
-    EXPECT_NEAR(std::stod(field[DividendAmount]) * 4, std::stod(field[DividendRate]), 1e-9);
-    EXPECT_EQ(field[SharesOut], "4323000");
-    EXPECT_EQ(field[SecurityType], "1");
-    EXPECT_EQ(field[SubType], "");
+    EXPECT_NEAR(std::stod(field[kPriceEarnings]), last / std::stod(field[kEarningsPerShare]), 0.006);
+    EXPECT_NEAR(std::stod(field[kDividendYield]), std::stod(field[kDividendRate]) / last * 100, 0.006);
+    EXPECT_NEAR(std::stod(field[kDividendAmount]) * 4, std::stod(field[kDividendRate]), 1e-9);
     EXPECT_NEAR(static_cast<double>(market.At(share).Value(EField::MarketCapitalization)), last * 4323000, 1);
     EXPECT_EQ(Fields(FundamentalLine(market, share)), field) << "told twice, told the same";
-    const std::vector<std::string> fundField = Fields(FundamentalLine(market, fund));
-    EXPECT_EQ(fundField[SecurityType], "3");
-    EXPECT_EQ(fundField[SubType], "1");
-    EXPECT_EQ(fundField[Growth], "");
 }
 
 } // namespace

@@ -135,38 +135,6 @@ TEST(Instrument, VolatilityComesInClustersAndADayStaysADay) {
     EXPECT_GT(instrument.Value(EField::Range), instrument.Value(EField::Last) / 400) << "hardly any move";
 }
 
-TEST(Instrument, SequenceDependsOnSeedAndSymbolAlone) {
-    const auto sequence = [](uint64_t seed, std::string_view symbol, bool othersToo) {
-        CMarket market(seed, 500, kFirstSessionDate);
-        if (othersToo) Find(market, "IBM").Tick();
-        CInstrument& instrument = Find(market, symbol);
-        std::vector<int64_t> values;
-        for (int i = 0; i < 500; ++i) {
-            instrument.Tick();
-            if (othersToo) Find(market, "S00001").Tick();
-            for (size_t field = 0; field < kFieldCount; ++field)
-                values.push_back(instrument.Value(static_cast<EField>(field)));
-        }
-        return values;
-    };
-    EXPECT_EQ(sequence(1, "GE", false), sequence(1, "GE", true));
-    EXPECT_NE(sequence(1, "GE", false), sequence(2, "GE", false));
-    EXPECT_NE(sequence(1, "GE", false), sequence(1, "GM", false));
-}
-
-TEST(Market, KnowsItsSymbolsAndNoOthers) {
-    CMarket market(1, kMaxSymbols, kFirstSessionDate);
-    const auto known = static_cast<uint32_t>(KnownTickers().size());
-    EXPECT_GE(known, 200u);
-    EXPECT_EQ(market.At(market.Find("BRK.B").value()).Symbol(), "BRK.B");
-    EXPECT_EQ(market.Find("S00001"), known);
-    EXPECT_EQ(market.Find("S99768"), kMaxSymbols - 1);
-    for (const char* unknown : {"S99769", "S00000", "S0001", "S000010", "Sx0001", "ibm", "XYZ", "", "IBM ", "\xC4"})
-        EXPECT_EQ(market.Find(unknown), std::nullopt) << unknown;
-    EXPECT_EQ(CMarket(1, 0, kFirstSessionDate).Find("S00001"), std::nullopt);
-    for (CMarket::Index i = 0; i < market.SymbolCount(); i += 997) EXPECT_EQ(market.Find(market.Listing(i).symbol), i);
-}
-
 TEST(SessionClock, JumpsOverNightsAndWeekends) {
     CSessionClock clock(20240202);
     EXPECT_EQ(clock.Text(), "20240202 10:00:00");

@@ -30,9 +30,9 @@ TEST_F(Level1, WatchGivesFundamentalsThenSummaryThenUpdates) {
 
 TEST_F(Level1, UnknownSymbolsAreNamedAsTheyWereAskedFor) {
     Start();
-    const auto peer = Level1Peer("wXYZ\r\nwibm\nw \xC4ther\nwA,B\nS,REGON,IBM\nS,WHAT\nhello\nrNOPE\nwXYZ\n");
-    for (const char* answer :
-         {"n,XYZ", "n,ibm", "n, \xC4ther", "E,!SYNTAX_ERROR!,", "E,!SYNTAX_ERROR!,", "E,!SYNTAX_ERROR!,", "n,XYZ"})
+    const auto peer = Level1Peer("wNOSUCH\r\nwibm\nw \xC4ther\nwA,B\nS,REGON,IBM\nS,WHAT\nhello\nrNOPE\nwNOSUCH\n");
+    for (const char* answer : {"n,NOSUCH", "n,ibm", "n, \xC4ther", "E,!SYNTAX_ERROR!,", "E,!SYNTAX_ERROR!,",
+                               "E,!SYNTAX_ERROR!,", "n,NOSUCH"})
         EXPECT_EQ(peer->TakeLine(""), answer);
 }
 

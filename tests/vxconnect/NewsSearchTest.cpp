@@ -99,7 +99,7 @@ public:
         m_peer.Send("SBF," + fields + ",LSearch\r\n");
         std::vector<std::string> out;
         for (std::string line; (line = m_peer.TakeLine("")) != "LSearch,!ENDMSG!,";) {
-            if (line.empty() || line == "(none)" || line[0] == '!') return {line};
+            if (line == "(none)") return {line};
             out.push_back(line);
         }
         return out;
@@ -122,19 +122,22 @@ TEST_F(Search, FindsBySymbolAndByDescriptionWithFilters) {
                 testing::ElementsAre("LSearch,LS,CLH24,43,7,Crude Oil March 2024,"));
     EXPECT_THAT(searcher.Results("d,no, such, name,,"), testing::IsEmpty());
     EXPECT_THAT(searcher.Results("d,a,,"), testing::SizeIs(500));
-    for (const char* bad : {"x,a,,", "s,,,", "s,a,q,1", "s,a,e,", "s,a,e,one"})
-        EXPECT_THAT(searcher.Results(bad), testing::ElementsAre("!SYNTAX_ERROR!,")) << bad;
+    for (const char* nothing : {"s,,,", "d,  ,,", "s,,,,", "d,, ,,", "s,\xFF,,", "s,IBM,t,99"})
+        EXPECT_THAT(searcher.Results(nothing), testing::IsEmpty()) << nothing;
+    for (const char* bad : {"x,a,,", "s,a,q,1", "s,a,e,", "s,a,e,one"})
+        EXPECT_THAT(searcher.Results(bad), testing::ElementsAre("!SYNTAX_ERROR!,")) << bad << ": told, and ended";
 }
 
 TEST_F(Search, IdentifierComesBackAndTheTagOnlyAfterAProtocol) {
     Start();
     CPeer peer(Server().LookupPort());
-    peer.Send("SBF,s,KO,t,1,Mine\r\nNSC,KO,x,,,Yours\r\nSBF,s,KO\r\nNSC,KO,t,,,Yours\r\n");
+    peer.Send("SBF,s,KO,t,1,Mine\r\nNSC,KO,x,,,Yours\r\nSBF,s,KO\r\nNSC,KO\r\nNSC,KO,t,,,Yours\r\n");
     EXPECT_THAT(peer.TakeLine(""), testing::StartsWith("Mine,KO,"));
     EXPECT_EQ(peer.TakeLine("Mine,!"), "Mine,!ENDMSG!,");
     EXPECT_THAT(peer.TakeLine(""), testing::StartsWith("Yours,<NewsCounts>"));
     EXPECT_EQ(peer.TakeLine(""), "Yours,!ENDMSG!,");
-    for (int i = 0; i < 2; ++i) EXPECT_EQ(peer.TakeLine(""), "!SYNTAX_ERROR!,");
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(peer.TakeLine(""), "!SYNTAX_ERROR!,");
+    EXPECT_EQ(peer.TakeLine(""), "Yours,!ENDMSG!,");
 }
 
 } // namespace

@@ -93,6 +93,12 @@ std::vector<std::string> CPeer::TakeLines() {
     return lines;
 }
 
+std::vector<std::string> Words(std::string_view text) {
+    std::vector<std::string> out;
+    for (const std::string_view word : SplitCountingTail(text, ' ')) out.emplace_back(word);
+    return out;
+}
+
 std::vector<std::string> Fields(std::string_view line) {
     std::vector<std::string> out;
     for (const std::string_view field : SplitTerminated(line.substr(2), ',')) out.emplace_back(field);
@@ -113,6 +119,22 @@ std::vector<std::string> CMergedRecord::DifferencesTo(std::string_view line) con
         if (static_cast<EField>(i) != EField::MessageContents && (i >= fields.size() || fields[i] != m_fields[i]))
             out.push_back(std::string(kFields[i].name) + ": \"" + m_fields[i] + "\"");
     return out;
+}
+
+BoardTest::BoardTest(size_t queueBytes) {
+    NeedEventLoop();
+    int sockets[2];
+    EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, sockets), 0);
+    m_client = std::make_unique<CLevel1Client>(sockets[0], queueBytes, m_board, uint16_t{5009});
+    m_peer = std::make_unique<CPeer>(sockets[1], true);
+}
+
+void BoardTest::Command(std::string_view commands, size_t watchesAfter) {
+    m_peer->Send(commands);
+    ASSERT_TRUE(WaitUntil([&] {
+        m_peer->Read();
+        return m_client->WatchCount() == watchesAfter;
+    }));
 }
 
 ServerTest::ServerTest() {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "vxconnect/Level1Client.h"
 #include "vxconnect/Server.h"
+#include "vxconnect/WatchBoard.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -47,6 +49,9 @@ private:
     bool m_closed = false;
 };
 
+/// The pieces between single blanks.
+std::vector<std::string> Words(std::string_view text);
+
 /// The fields of a data line behind its letter.
 std::vector<std::string> Fields(std::string_view line);
 
@@ -78,6 +83,21 @@ protected:
 
     SOptions m_options;
     std::unique_ptr<CServer> m_server;
+};
+
+/// One client of a market that moves only when the test says so.
+class BoardTest : public testing::Test {
+protected:
+    explicit BoardTest(size_t queueBytes);
+
+    /// Sends commands and lets the client carry them out.
+    void Command(std::string_view commands, size_t watchesAfter);
+    CInstrument& Find(std::string_view symbol) { return m_market.At(m_market.Find(symbol).value()); }
+
+    CMarket m_market{1, 0, kFirstSessionDate};
+    CWatchBoard m_board{m_market, 1000};
+    std::unique_ptr<CLevel1Client> m_client;
+    std::unique_ptr<CPeer> m_peer;
 };
 
 /// The event loop's application object, made on first use.

@@ -73,22 +73,32 @@ TEST_F(Program, ServesThePortsOfTheSettingsOnceAndEndsAfterItsClient) {
     EXPECT_EQ(m_first.exitCode(), 0);
 }
 
-TEST_F(Program, BadArgumentIsOneLineOnStandardError) {
-    Run(m_first, {QStringLiteral("--rate"), QStringLiteral("many")});
-    ASSERT_TRUE(Ends(m_first));
-    EXPECT_EQ(m_first.exitCode(), 2);
-    EXPECT_EQ(m_first.readAllStandardError().toStdString(),
-              "vxconnect: --rate: \"many\" is not a whole number from 1 to 500000\n");
-}
-
-TEST_F(Program, BadInputFileIsToldAndEndsWithStatusTwo) {
-    const std::string path = m_folder.path().toStdString() + "/quotes.csv";
+TEST_F(Program, WhatCannotBeServedIsToldAndEndsWithStatusTwo) {
+    const std::string folder = m_folder.path().toStdString(), path = folder + "/quotes.csv";
     std::ofstream(path) << "Symbol,Last\nA,x\n";
-    Run(m_first, {QStringLiteral("--input"), QString::fromStdString(path)});
-    ASSERT_TRUE(Ends(m_first));
-    EXPECT_EQ(m_first.exitCode(), 2);
-    EXPECT_EQ(m_first.readAllStandardError().toStdString(),
-              "vxconnect: " + path + " line 2: field \"Last\": \"x\" is not a number\n");
+    struct SCase {
+        std::string arguments;
+        std::string input; // A file for standard input, empty: it is closed.
+        std::string error;
+    };
+    const std::string wrongLine = " line 2: field \"Last\": \"x\" is not a number\n";
+    for (const SCase& wrong : std::vector<SCase>{
+             {"--rate many", "/dev/null", "vxconnect: --rate: \"many\" is not a whole number from 1 to 500000\n"},
+             {"--input " + path, "/dev/null", "vxconnect: " + path + wrongLine},
+             {"--input " + folder, "/dev/null", "vxconnect: " + folder + ": is a folder, not a file\n"},
+             {"--input -", path,
+              "vxconnect: standard input" + wrongLine +
+                  "vxconnect: standard input: no rows, "
+                  "nothing to serve\n"},
+             {"--input -", folder, "vxconnect: standard input: Is a directory\n"},
+             {"--input -", "", "vxconnect: standard input is closed: --input - has nothing to read\n"}}) {
+        const std::string command =
+            "exec '" ZW_BIN_DIR "/vxconnect' " + wrong.arguments + " <" + (wrong.input.empty() ? "&-" : wrong.input);
+        m_first.start(QStringLiteral("sh"), {QStringLiteral("-c"), QString::fromStdString(command)});
+        ASSERT_TRUE(Ends(m_first)) << command;
+        EXPECT_EQ(m_first.exitCode(), 2) << command;
+        EXPECT_EQ(m_first.readAllStandardError().toStdString(), wrong.error) << command;
+    }
 }
 
 TEST_F(Program, StandardInputIsFollowed) {

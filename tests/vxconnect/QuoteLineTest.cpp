@@ -67,30 +67,18 @@ TEST(QuoteLine, ValuesAreWrittenAsClientsReadThem) {
     EXPECT_LE(std::stoi(record.Get(EField::LastMarketCenter)), 255);
 }
 
-TEST(QuoteLine, ContentsNameTheNewestLast) {
-    CMarket market(1, 0, kFirstSessionDate);
-    CInstrument& instrument = market.At(0);
-    std::string out(kMaxQuoteLine, '\0');
-    CFieldMask contents;
-    contents.Set(EField::MessageContents);
-    const auto letters = [&](uint32_t bits) {
-        out.resize(kMaxQuoteLine);
-        out.resize(static_cast<size_t>(
-            WriteQuoteLine(out.data(), 'Q', instrument, contents, bits, CFieldSelection("Message Contents")) -
-            out.data()));
-        return out;
-    };
-    EXPECT_EQ(letters(kContentsTrade | kContentsBid | kContentsAsk), "Q,Cba,\r\n");
-    EXPECT_EQ(letters(kContentsHigh | kContentsTrade | kContentsOpen), "Q,Coh,\r\n");
-    EXPECT_EQ(letters(kContentsExtendedTrade | kContentsVolume), "Q,Ev,\r\n");
-}
-
 TEST(QuoteLine, FieldsStandInTheOrderAskedFor) {
     CMarket market(1, 0, kFirstSessionDate);
     CInstrument& instrument = market.At(market.Find("IBM").value());
     const std::string line =
         Line('P', instrument, instrument.Present(), CFieldSelection("Close,No Such Field, Symbol,close,,Symbol"));
     EXPECT_EQ(line, "P,183.70,,IBM,,,IBM,\r\n");
+    CFieldMask contents;
+    contents.Set(EField::MessageContents);
+    std::string letters(kMaxQuoteLine, '\0');
+    const uint32_t several = kContentsHigh | kContentsTrade | kContentsAsk | kContentsBid;
+    WriteQuoteLine(letters.data(), 'Q', instrument, contents, several, CFieldSelection("Message Contents"));
+    EXPECT_STREQ(letters.c_str(), "Q,Chba,\r\n") << "newest last";
     std::string many;
     for (int i = 0; i < 5000; ++i) many += "Most Recent Trade Date,";
     const CFieldSelection selection(many);

@@ -38,16 +38,19 @@ TEST(RowReader, NamesOfFieldsAndColumnsMeanTheSame) {
                 testing::ElementsAre("IBM 4=100 63=1.50", "KO 4=7"));
     EXPECT_THAT(Read({R"({"Symbol":"IBM","last":1.5,"% chg":-2,"Total Volume":100,"Name":null,"Bid":"1.40"})",
                       R"({"SYMBOL":"KO"})"}),
-                testing::ElementsAre(testing::AllOf(testing::StartsWith("IBM "), testing::HasSubstr("3=-0.020000"),
+                testing::ElementsAre(testing::AllOf(testing::StartsWith("IBM "), testing::HasSubstr("3=-0.02"),
                                                     testing::HasSubstr("63=1.5"), testing::HasSubstr("7=1.40")),
                                      "KO"));
 }
 
 TEST(RowReader, ValuesAreWrittenAsTheWireHasThem) {
     EXPECT_EQ(Value("Percent Change", "0.0250"), "0.0250");
-    EXPECT_EQ(Value("% Chg", "2.5"), "0.025000");
-    EXPECT_EQ(Value("% Chg", "2.5 %"), "0.025000");
-    EXPECT_EQ(Value("Last", "1e2"), "100.000000");
+    EXPECT_EQ(Value("% Chg", "2.5"), "0.025");
+    EXPECT_EQ(Value("% Chg", "2.5 %"), "0.025");
+    EXPECT_EQ(Value("Last", "1e2"), "100");
+    EXPECT_EQ(Value("Last", "-1e-7"), "-0.0000001");
+    EXPECT_EQ(Value("Volume", "1e2"), "100");
+    EXPECT_EQ(Value("Volume", "100.0"), "100");
     EXPECT_EQ(Value("Volume", "+4294967295"), "4294967295");
     EXPECT_EQ(Value("T Time", "9:30"), "09:30:00");
     EXPECT_EQ(Value("T Time", "09:30:15.250"), "09:30:15");
@@ -63,25 +66,25 @@ TEST(RowReader, ValuesAreWrittenAsTheWireHasThem) {
 }
 
 TEST(RowReader, WrongValuesAreNamedWithTheirField) {
-    for (const auto& [field, text] : std::vector<std::pair<std::string, std::string>>{{"Last", "abc"},
-                                                                                      {"Last", "1,5"},
-                                                                                      {"Last", "nan"},
-                                                                                      {"Last", "1e16"},
-                                                                                      {"Last", "$5"},
-                                                                                      {"Volume", "4294967296"},
-                                                                                      {"Volume", "1.5"},
-                                                                                      {"T Time", "24:00:00"},
-                                                                                      {"T Time", "9"},
-                                                                                      {"Trade Date", "2/30/2024"},
-                                                                                      {"Trade Date", "1/31/24"},
-                                                                                      {"Ex Div Date", "2/30"},
-                                                                                      {"Split1 Ratio", "0.5"},
-                                                                                      {"Exchange ID", "xyz"},
-                                                                                      {"Type", "QQ"},
-                                                                                      {"Tick Trend", "174"},
-                                                                                      {"Name", std::string("a\0b", 3)},
-                                                                                      {"Name", std::string(256, 'x')}})
-        EXPECT_THAT(Value(field, text), testing::StartsWith("2: field \"" + field + "\": \"")) << field << " " << text;
+    struct SCase {
+        const char* field;
+        std::vector<std::string> texts;
+    };
+    for (const SCase& wrong :
+         std::vector<SCase>{{"Last", {"abc", "1,5", "nan", "0x10", "$5", "1e16", "-1e300", "1e999", "1e-16"}},
+                            {"Volume", {"4294967296", "1.5", "1e10", "-2147483649"}},
+                            {"T Time", {"24:00:00", "9"}},
+                            {"Trade Date", {"2/30/2024", "1/31/24"}},
+                            {"Ex Div Date", {"2/30"}},
+                            {"Split1 Ratio", {"0.5", "1e99 6/7/2021"}},
+                            {"Exchange ID", {"xyz"}},
+                            {"Type", {"QQ"}},
+                            {"Tick Trend", {"174"}},
+                            {"Name", {std::string("a\0b", 3), std::string(256, 'x')}}})
+        for (const std::string& text : wrong.texts)
+            EXPECT_THAT(Value(wrong.field, text), testing::StartsWith(fmt::format("2: field \"{}\": \"", wrong.field)))
+                << text;
+    EXPECT_THAT(Value("Last", "1e16"), testing::HasSubstr("\"1e16\" is out of range"));
 }
 
 TEST(RowReader, WrongLinesAreToldAndTheNextOnesRead) {
@@ -90,11 +93,22 @@ TEST(RowReader, WrongLinesAreToldAndTheNextOnesRead) {
                                      "4: field \"Symbol\" is empty", "5: the quote of value 1 is not closed",
                                      "6: value 1 goes on behind its quote",
                                      testing::StartsWith("7: field \"Symbol\": \"A--X\" is not"), "E 63=5"));
+}
+
+TEST(RowReader, JsonIsTakenAsItIsWritten) {
+    EXPECT_THAT(Read({R"( {"last" : 1.50,"symbol":"A", "bid":1e-7,"Bid Size":1E2 ,"ask": null,"Name":"a\"}{\u00e9"})",
+                      "{\"symbol\":\"B\",\"name\":\"Caf\xE9\"}", R"({"symbol":"C","bid size":true,"last":-0.5})"}),
+                testing::ElementsAre("A 63=1.50 7=0.0000001 9=100 71=a\"}{\xE9", "B 71=Caf\xE9", "C 9=1 63=-0.5"));
     EXPECT_THAT(Read({R"({"symbol":"A","last":{}})", R"({"symbol":"A","foo":1})", R"({"last":1})", "{", "[1]",
-                      R"({"symbol":"A","last":1,"LQT Price":2})", R"({"symbol":"A","last":3})"}),
+                      R"({"symbol":"A","last":1,"LQT Price":2})", R"({"symbol":"A","last":1,"last":1})",
+                      R"({"symbol":"A","bid":[1,{"last":"]"}],"last":1})", R"({"symbol":"A","last":1e300})",
+                      R"({"symbol":"A","symbol":"B"})", R"({"symbol":"A","last":3})"}),
                 testing::ElementsAre("1: field \"Last\" is neither text nor number", "2: \"foo\" is no field name",
                                      "3: field \"Symbol\" is empty", testing::StartsWith("4: no JSON object: "),
-                                     "5: no JSON object", testing::HasSubstr("is given twice"), "A 63=3"));
+                                     "5: no JSON object", "6: \"Last\" and \"LQT Price\" are the same field",
+                                     "7: field \"Last\" is given twice", "8: field \"Bid\" is neither text nor number",
+                                     testing::StartsWith("9: field \"Last\": \"1e300\" is out of range"),
+                                     "10: field \"Symbol\" is given twice", "A 63=3"));
 }
 
 TEST(RowReader, HeaderMustNameKnownFieldsOnceAndTheSymbol) {

@@ -1,13 +1,9 @@
-#include "vxconnect/Level1Client.h"
 #include "vxconnect/Peer.h"
 #include "vxconnect/QuoteLine.h"
-#include "vxconnect/WatchBoard.h"
 
 #include <gtest/gtest.h>
 
 #include <map>
-
-#include <sys/socket.h>
 
 namespace vx::sim {
 namespace {
@@ -22,23 +18,14 @@ std::string SummaryOf(const CInstrument& instrument) {
     return out;
 }
 
-// A client on a socket pair, and a market that moves only when the test says so.
-class SlowClient : public testing::Test {
+class SlowClient : public BoardTest {
 protected:
-    SlowClient() {
-        NeedEventLoop();
-        int sockets[2];
-        EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, sockets), 0);
-        m_client = std::make_unique<CLevel1Client>(sockets[0], kQueueBytes, m_board, uint16_t{5009});
-        m_peer = std::make_unique<CPeer>(sockets[1], true);
-    }
+    SlowClient() : BoardTest(kQueueBytes) {}
 
     void Watch(const std::vector<std::string>& symbols) {
-        for (const std::string& symbol : symbols) m_peer->Send("w" + symbol + "\n");
-        ASSERT_TRUE(WaitUntil([&] {
-            m_peer->Read();
-            return m_client->WatchCount() == symbols.size();
-        }));
+        std::string commands;
+        for (const std::string& symbol : symbols) commands += "w" + symbol + "\n";
+        Command(commands, symbols.size());
     }
     void MoveWithoutReading(int events) {
         for (int i = 0; i < events; ++i) m_board.Step();
@@ -51,11 +38,6 @@ protected:
         }));
         m_peer->Read();
     }
-
-    CMarket m_market{1, 0, kFirstSessionDate};
-    CWatchBoard m_board{m_market, 1000};
-    std::unique_ptr<CLevel1Client> m_client;
-    std::unique_ptr<CPeer> m_peer;
 };
 
 TEST_F(SlowClient, UpdatesFoldIntoTheNewestAndNothingIsLost) {
@@ -72,9 +54,7 @@ TEST_F(SlowClient, UpdatesFoldIntoTheNewestAndNothingIsLost) {
     for (const std::string& line : lines)
         if (line[0] == 'P' || line[0] == 'Q') records[Fields(line)[0]].Merge(line);
     for (const std::string& symbol : symbols)
-        EXPECT_THAT(records[symbol].DifferencesTo(SummaryOf(m_market.At(m_market.Find(symbol).value()))),
-                    testing::IsEmpty())
-            << symbol;
+        EXPECT_THAT(records[symbol].DifferencesTo(SummaryOf(Find(symbol))), testing::IsEmpty()) << symbol;
     EXPECT_LT(lines.size(), 20'000u);
 }
 
@@ -86,11 +66,7 @@ TEST_F(SlowClient, HeldSymbolsMayBeUnwatched) {
     Watch(symbols);
     MoveWithoutReading(50'000);
     ASSERT_EQ(m_client->HeldCount(), symbols.size());
-    m_peer->Send(unwatches + "wKO\n"); // Carried out as soon as there is room, while most are still held.
-    ASSERT_TRUE(WaitUntil([&] {
-        m_peer->Read();
-        return m_client->WatchCount() == 1;
-    }));
+    Command(unwatches + "wKO\n", 1); // Carried out as soon as there is room, while most are still held.
     ReadEverything();
     EXPECT_EQ(m_board.WatchedCount(), 1u);
     EXPECT_EQ(m_peer->TakeLines().back().substr(0, 5), "P,KO,");

@@ -1,52 +1,28 @@
-#include "vxconnect/WatchBoard.h"
-#include "vxconnect/Level1Client.h"
 #include "vxconnect/Peer.h"
 
 #include <gtest/gtest.h>
 
-#include <sys/socket.h>
-
 namespace vx::sim {
 namespace {
 
-// A board with one client that reads everything, and a clock that the test moves.
-class WatchBoard : public testing::Test {
+// The client reads everything, the test moves the clock.
+class WatchBoard : public BoardTest {
 protected:
-    WatchBoard() {
-        NeedEventLoop();
-        int sockets[2];
-        EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, sockets), 0);
-        m_client = std::make_unique<CLevel1Client>(sockets[0], size_t{1} << 20, m_board, uint16_t{5009});
-        m_peer = std::make_unique<CPeer>(sockets[1], true);
-    }
+    WatchBoard() : BoardTest(size_t{1} << 20) {}
 
-    void Command(std::string_view command, size_t watchesAfter) {
-        m_peer->Send(command);
-        ASSERT_TRUE(WaitUntil([&] {
-            m_peer->Read();
-            return m_client->WatchCount() == watchesAfter;
-        }));
-    }
-    std::vector<std::string> LinesUpTo(MarketMs time) {
+    void RunTo(MarketMs time) {
         while (m_board.Clock().Now() < time) {
             m_board.RunTo(std::min<MarketMs>(m_board.Clock().Now() + 100, time));
             m_client->Flush();
             m_peer->Read();
         }
-        return m_peer->TakeLines();
     }
-    const CInstrument& Find(std::string_view symbol) { return m_market.At(m_market.Find(symbol).value()); }
-
-    CMarket m_market{1, 0, kFirstSessionDate};
-    CWatchBoard m_board{m_market, 1000};
-    std::unique_ptr<CLevel1Client> m_client;
-    std::unique_ptr<CPeer> m_peer;
 };
 
 TEST_F(WatchBoard, EventsComeAtTheirOwnTimes) {
     Command("wIBM\nwF\nwSPY\n", 3);
     for (MarketMs time = 250; time < 30'000; time += 250) {
-        LinesUpTo(time);
+        RunTo(time);
         for (const char* symbol : {"IBM", "F", "SPY"}) {
             ASSERT_LE(Find(symbol).Now(), time);
             ASSERT_GE(Find(symbol).Next(), time);
@@ -72,13 +48,13 @@ TEST_F(WatchBoard, StepMovesTheClockToTheNextEvent) {
 
 TEST_F(WatchBoard, SymbolUnwatchedForAMinuteIsPutForwardAndAShorterPauseIsNone) {
     Command("wIBM\nwF\n", 2);
-    LinesUpTo(20'000);
+    RunTo(20'000);
     const MarketMs stood = Find("IBM").Now();
     Command("rIBM\n", 1);
-    LinesUpTo(50'000);
+    RunTo(50'000);
     Command("wIBM\n", 2);
     EXPECT_EQ(Find("IBM").Now(), stood);
-    LinesUpTo(60'000);
+    RunTo(60'000);
     EXPECT_LT(Find("IBM").Now(), 31'000) << "it went on where it stood, at its own pace";
     EXPECT_GT(Find("IBM").Now(), 27'000);
     Command("rIBM\n", 1);

@@ -23,8 +23,8 @@ protected:
         doc.SetColumnsByName("Symbol;Last;News;Notes;");
     }
     SSortRecord& Sort() { return doc.Options().sort; }
-    SGridSelection WholeColumn(int column) { return {1, doc.RowCount(), column, column, column}; }
-    static SGridSelection Cells(int firstRow, int lastRow, int column) {
+    SSortSelection WholeColumn(int column) { return {1, doc.RowCount(), column, column, column}; }
+    static SSortSelection Cells(int firstRow, int lastRow, int column) {
         return {firstRow, lastRow, column, column, column};
     }
 };

@@ -143,10 +143,10 @@ protected:
     }
     /// Several edits in one step, some of them taken back before it is whole.
     void EditTogether() {
-        CUndoStep outer(doc, "edit together");
+        CCancellableStep outer(doc, "edit together");
         for (int i = Below(6); i > 0; --i) Edit();
         if (Below(3) == 0) {
-            CUndoStep inner(doc, "inner");
+            CCancellableStep inner(doc, "inner");
             for (int i = Below(4); i > 0; --i) {
                 TypeSomething();
                 doc.DeleteRows(AnyRow(), 2);

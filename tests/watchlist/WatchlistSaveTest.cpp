@@ -199,7 +199,8 @@ TEST_F(WatchlistSave, WhatTheFileCannotCarryIsNamedAndComesBack) {
                 ElementsAre("The note of row 9: the file holds notes up to row 2, the number of notes in the list.",
                             StartsWith("The symbols of rows 4 and 5, beginning with \"LSE:VOD\":"),
                             StartsWith("The whole text of the annotation of row 6:"),
-                            StartsWith("1 alert, beginning with one of \"LSE:VOD\":")));
+                            StartsWith("1 alert, beginning with one of \"LSE:VOD\":"),
+                            StartsWith("The whole threshold of 1 alert, beginning with one of \"JPM\":")));
     EXPECT_EQ(WrittenLine("Symbols"), "JPM:1,;");
     EXPECT_EQ(WrittenLine("Annotations"), "6:#buy;");
     EXPECT_EQ(WrittenLine("Notes"), "1:in the file;");
@@ -212,7 +213,60 @@ TEST_F(WatchlistSave, WhatTheFileCannotCarryIsNamedAndComesBack) {
     EXPECT_EQ(doc.AnnotationText(6), "buy; sell; hold");
     EXPECT_EQ(doc.Notes().Get(9), "far\r\ndown \xFC");
     EXPECT_THAT(doc.Alerts().Get("LSE:VOD"), ElementsAre(alert));
+    EXPECT_THAT(doc.Alerts().Get("JPM"), ElementsAre(alert));
     EXPECT_FALSE(doc.IsModified());
+}
+
+TEST_F(WatchlistSave, AlertsThatTheFileRoundsIntoOneComeBackInTheirOrder) {
+    for (const double threshold : {1e-7, 5.0, 2e-7, 0.0}) {
+        A_INFO alert;
+        alert.value = threshold;
+        alert.fieldId = FieldIndex("Last") - 1;
+        alert.condition = 4;
+        doc.Alerts().Add("JPM", alert);
+    }
+    const CAlertArray before = doc.Alerts().Get("JPM");
+    EXPECT_THAT(Save().uncarried, ElementsAre(StartsWith("The whole threshold of 2 alerts,")));
+    file.Open(At("banks.vxw"));
+    EXPECT_EQ(doc.Alerts().Get("JPM"), before);
+}
+
+TEST_F(WatchlistSave, HiddenColumnsComeBackWithAllThatStandsByColumn) {
+    OpenAs("list.vxw", "Columns=Symbol:700;Last:700;Bid:700;Ask:700;Volume:700;\r\nSymbols=JPM:1,;\r\n");
+    for (const int column : {2, 3, 4}) {
+        SCellFormat format;
+        format.fontSizePt = 10 + column;
+        doc.Formats().Set(1, column, format);
+    }
+    doc.Options().sort.column = 4;
+    doc.Options().lockedColumns = 3;
+    doc.Columns().SetWidth(2, 0);
+    const auto layout = [&] {
+        std::string out = fmt::format("{} {}", doc.Options().sort.column, doc.Options().lockedColumns);
+        for (const sColumnInfo& column : doc.Columns().Columns())
+            out += fmt::format(" {}={}", column.name, column.width);
+        return out + doc.Formats().Write();
+    };
+    const std::string before = layout();
+    EXPECT_THAT(Save().uncarried, ElementsAre(StartsWith("The column \"Last\":")));
+    EXPECT_EQ(WrittenLine("Columns"), "Symbol:700;Bid:700;Ask:700;Volume:700;");
+    file.Open(At("list.vxw"));
+    EXPECT_EQ(layout(), before);
+
+    const std::string text = Written();
+    ASSERT_TRUE(OpenAs("elsewhere.vxw", text).IsDone());
+    EXPECT_EQ(doc.Options().sort.column, 3) << "without the hidden one the columns that are left keep what is theirs";
+    EXPECT_EQ(doc.Options().lockedColumns, 2);
+    EXPECT_EQ(doc.Formats().Effective(1, 2).fontSizePt, 13);
+    EXPECT_EQ(doc.Formats().Effective(1, 3).fontSizePt, 14);
+    EXPECT_EQ(Written(), text);
+    doc.Columns().SetWidth(3, 0);
+    EXPECT_EQ(WrittenLine("Sort").substr(0, 3), "-1;");
+    for (int column = 1; column < doc.Columns().Count(); ++column) doc.Columns().SetWidth(column, 0);
+    SaveAs("elsewhere.vxw");
+    file.Open(At("elsewhere.vxw"));
+    EXPECT_EQ(doc.Columns().Count(), 5);
+    EXPECT_EQ(doc.Columns().At(1).width, 0);
 }
 
 TEST_F(WatchlistSave, AFormerContentComesBackWithWhatItsFileCouldNotCarry) {
@@ -253,6 +307,9 @@ TEST_F(WatchlistSave, WhatIsKeptBelongsToOneContentOfOneFile) {
     EXPECT_EQ(ReadFile(At("moved.vxw")), text);
     file.Open(At("moved.vxw"));
     EXPECT_EQ(doc.Notes().Get(9), "") << "a note that was deleted came back";
+    Change(3, "GS");
+    Save();
+    EXPECT_THAT(file.Open(At("moved.vxw")).notices, IsEmpty()) << "nobody else changed the file";
 }
 
 TEST_F(WatchlistSave, RejectedSymbolsStandBehindTheOthersAndNotAmongTheAnnotations) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/SeededHash.h"
+
 #include <cstddef>
 #include <functional>
 #include <string>
@@ -10,7 +12,8 @@ namespace vx {
 
 struct SSymbolKeyHash {
     using is_transparent = void;
-    size_t operator()(std::string_view symbol) const { return std::hash<std::string_view>{}(symbol); }
+    CSeededHash hash;
+    size_t operator()(std::string_view symbol) const { return hash(symbol); }
 };
 
 /// A hash map from symbol to a value; symbols are compared exactly, case included, and looked up without a copy.

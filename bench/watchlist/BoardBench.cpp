@@ -1,0 +1,149 @@
+// How soon the user sees what was asked for, offscreen, in CPU time and in time passed:
+// - the first screen of a watchlist of 100,000 rows, from the moment its file has been read;
+// - a key pressed while 5,000 updates come every second: the key arrives behind everything that 250 ms of them have
+//   left to do (all their lines, the repaint of their cells), which is the worst moment.
+
+#include "data/UpdateFields.h"
+#include "watchlist/ScratchDoc.h"
+#include "watchlist/WatchlistGrid.h"
+#include "watchlist/WatchlistView.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+#include <iterator>
+#include <random>
+#include <string>
+#include <vector>
+
+using namespace vx;
+using namespace vx::test;
+
+namespace {
+
+constexpr int kRows = 100000;
+constexpr int kWatched = 1300;
+constexpr int kUpdatesPerBeat = 5000 / 4;
+constexpr int kRuns = 15;
+
+struct STimes {
+    std::vector<double> cpu;
+    std::vector<double> passed;
+};
+
+/// Adds what it takes until the end of its block.
+class CStopWatch {
+public:
+    explicit CStopWatch(STimes& times)
+        : m_times(times), m_cpu(std::clock()), m_start(std::chrono::steady_clock::now()) {}
+    ~CStopWatch() {
+        m_times.cpu.push_back(1000.0 * static_cast<double>(std::clock() - m_cpu) / CLOCKS_PER_SEC);
+        const std::chrono::duration<double, std::milli> passed = std::chrono::steady_clock::now() - m_start;
+        m_times.passed.push_back(passed.count());
+    }
+
+private:
+    STimes& m_times;
+    std::clock_t m_cpu;
+    std::chrono::steady_clock::time_point m_start;
+};
+
+void Report(const char* what, STimes& times) {
+    std::sort(times.cpu.begin(), times.cpu.end());
+    std::sort(times.passed.begin(), times.passed.end());
+    std::printf("%-64s CPU median %7.2f ms, worst %7.2f; passed median %7.2f, worst %7.2f\n", what,
+                times.cpu[times.cpu.size() / 2], times.cpu.back(), times.passed[times.passed.size() / 2],
+                times.passed.back());
+}
+
+std::string ListText(int rows) {
+    std::string symbols, annotations;
+    for (int row = 1; row <= rows; ++row) {
+        if (row % 20 == 0)
+            fmt::format_to(std::back_inserter(annotations), "{}:#Heading of part {};", row, row / 20);
+        else
+            fmt::format_to(std::back_inserter(symbols), "S{}:{},;", row, row);
+    }
+    return fmt::format("TrailingRows=3\r\nColumns=Symbol:700;Last:700;Bid:700;Ask:700;Volume:900;High:700;Low:700;\r\n"
+                       "Symbols={}\r\nAnnotations={}\r\n",
+                       symbols, annotations);
+}
+
+struct SBoard {
+    SBoard() {
+        view.resize(1300, 800);
+        view.show();
+        QApplication::processEvents();
+    }
+    CScratchDoc list;
+    CWatchlistView view{list.doc, list.doc.Settings(), nullptr};
+};
+
+void FirstScreen() {
+    const std::string text = ListText(kRows);
+    CWatchlistReader reader;
+    reader.TakeBlock(text);
+    reader.Finish();
+    SBoard board;
+    STimes times;
+    for (int i = 0; i < kRuns; ++i) {
+        board.list.doc.CloseDocument();
+        QApplication::processEvents();
+        CReadReport report;
+        const int64_t before = board.view.Grid().Counters().cells;
+        {
+            const CStopWatch watch(times);
+            board.list.doc.OpenContent(reader.Content(), "List", report);
+            while (board.view.Grid().Counters().cells == before) QApplication::processEvents();
+        }
+    }
+    Report("first screen of 100,000 rows, from the file being read", times);
+}
+
+void KeyInAFlood() {
+    SBoard board;
+    board.list.Open(ListText(kWatched));
+    CWatchlistDoc& doc = board.list.doc;
+    doc.SetFeedReady();
+    QApplication::processEvents();
+    std::mt19937 random(4711);
+    const auto line = [&](int row) {
+        std::string out = fmt::format("Q,S{}", row);
+        for (size_t i = 0; kUpdateFields[i].name != "Last"; ++i) out += ',';
+        return out + fmt::format("{}.{:02},", 100 + random() % 50, random() % 100);
+    };
+    STimes key, beat;
+    for (int i = 0; i < kRuns * 4; ++i) {
+        std::vector<std::string> lines;
+        for (int n = 0; n < kUpdatesPerBeat; ++n) lines.push_back(line(1 + static_cast<int>(random() % kWatched)));
+        const int64_t before = board.view.Grid().Counters().passes;
+        QKeyEvent press(QEvent::KeyPress, i % 60 < 30 ? Qt::Key_Down : Qt::Key_Up, Qt::NoModifier);
+        {
+            const CStopWatch watch(beat);
+            for (const std::string& update : lines) doc.Store().OnLevel1Message(update);
+            QApplication::processEvents();
+            board.view.OnRepaintTimer();
+            const CStopWatch alone(key);
+            QApplication::sendEvent(&board.view.Grid(), &press);
+            while (board.view.Grid().Counters().passes == before) QApplication::processEvents();
+        }
+    }
+    Report("a key's move painted with the cells of one beat", key);
+    Report("the same behind 250 ms of 5,000 updates/s handled at once", beat);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication app(argc, argv);
+    FirstScreen();
+    KeyInAFlood();
+    return 0;
+}

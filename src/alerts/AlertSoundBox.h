@@ -1,0 +1,53 @@
+#pragma once
+
+#include "alerts/AlertDialogServices.h"
+#include "alerts/AlertSoundPlayer.h"
+
+#include <QWidget>
+
+class QComboBox;
+class QPushButton;
+class QToolButton;
+
+namespace vx {
+
+/// The choice of an alert's sound: "None", "Default" and wave files in a list, a button that looks for another file,
+/// and one that plays the choice.
+///
+/// Owns    nothing of the services, which outlive it
+/// Thread  GUI thread only
+class CAlertSoundBox : public QWidget {
+    Q_OBJECT
+public:
+    /// Places in the list: two fixed ones, then files.
+    static constexpr int kFirstFile = 2;
+
+    explicit CAlertSoundBox(const SAlertDialogServices& services, QWidget* parent = nullptr);
+    ~CAlertSoundBox() override;
+
+    QComboBox& List() const { return *m_list; }
+    /// Chooses a sound; a file that is not in the list is added to it.
+    void Choose(uint32_t soundType, const std::string& soundFile);
+    uint32_t SoundType() const;
+    std::string SoundFile() const;
+    /// Writes the list's files to the settings, as many as there are settings for.
+    void SaveFiles() const;
+
+    /// Adds a file that the user found, and chooses it.
+    ///
+    /// Errors  a message box for a path that an alert cannot carry
+    void AddFile(const QString& path);
+
+private:
+    void Fill();
+    void Browse();
+    void TogglePlay();
+    void ShowPlaying(bool playing);
+
+    const SAlertDialogServices& m_services;
+    QComboBox* m_list;
+    QPushButton* m_play;
+    bool m_playing = false;
+};
+
+} // namespace vx

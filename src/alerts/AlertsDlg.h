@@ -1,0 +1,68 @@
+#pragma once
+
+#include "alerts/AlertDialogServices.h"
+#include "alerts/AlertsMap.h"
+
+#include <QDialog>
+
+#include <string>
+#include <string_view>
+
+class QLabel;
+class QListView;
+class QPushButton;
+
+namespace vx {
+
+class CAlertListModel;
+class CNewAlertDlg;
+
+/// Lists the alerts of the watchlist; the user adds, edits, deletes, arms and disarms them. It works on the working
+/// copy of the map and commits nothing.
+///
+/// Owns    nothing of map and services, which outlive it
+/// Thread  GUI thread only
+class CAlertsDlg : public QDialog {
+    Q_OBJECT
+public:
+    CAlertsDlg(CAlertsMap& alerts, const SAlertDialogServices& services, QWidget* parent = nullptr);
+
+    /// Selects the first alert of a symbol, if it has one.
+    void SelectSymbol(std::string_view symbol);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void LayOut();
+    void EnableButtons();
+    void New();
+    void Edit();
+    void Delete();
+    void Store(const std::string& symbol, const A_INFO& alert);
+    void Replace(const std::string& oldSymbol, int oldIndex, const CNewAlertDlg& edited);
+    void Refill(int row);
+    void SelectRow(int row);
+    int SelectedRow() const;
+
+    CAlertsMap& m_alerts;
+    const SAlertDialogServices& m_services;
+    CAlertListModel* m_model;
+    QListView* m_list;
+    QLabel* m_empty;
+    QPushButton* m_new;
+    QPushButton* m_edit;
+    QPushButton* m_delete;
+};
+
+/// Tells in a message box that a symbol, or the whole watchlist, has as many alerts as it can have.
+void TellNoRoomForAlert(std::string_view symbol);
+
+/// Has the user edit the alerts in the management dialog, modally, with the first alert of `symbol` selected. OK puts
+/// the working copy in place of the live alerts.
+///
+/// Returns whether OK was chosen
+bool EditAlertsWithDialog(CAlertsMap& alerts, const SAlertDialogServices& services, QWidget* parent,
+                          std::string_view symbol = {});
+
+} // namespace vx

@@ -1,0 +1,122 @@
+#include "alerts/ResetAlert.h"
+
+#include "alerts/AlertTexts.h"
+#include "alerts/FixedText.h"
+#include "alerts/ResetAlertRules.h"
+#include "alerts/SpinEdit.h"
+#include "base/MessageBox.h"
+#include "base/Number.h"
+#include "grid/QtText.h"
+
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace vx {
+
+namespace {
+
+constexpr double kNewsThreshold = 1.0;
+constexpr int kPercentPlaces = 4;
+constexpr int kPromptWidth = 380;
+
+std::string Fixed(double number, int places = 6) {
+    std::string out;
+    AppendFixed(out, number, places);
+    return out;
+}
+
+} // namespace
+
+CResetAlert::CResetAlert(SAlertNotice notice, QWidget* parent)
+    : QDialog(parent), m_notice(std::move(notice)), m_base(m_notice.threshold), m_percent(new CSpinEdit),
+      m_value(new CSpinEdit) {
+    setObjectName(QStringLiteral("resetAlert"));
+    setWindowTitle(tr("Reset Alert"));
+    auto* prompt = new QLabel(QtText(ResetPrompt(m_notice)));
+    prompt->setObjectName(QStringLiteral("prompt"));
+    prompt->setTextFormat(Qt::PlainText);
+    prompt->setWordWrap(true);
+    prompt->setMinimumWidth(kPromptWidth);
+
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    m_ok = buttons->button(QDialogButtonBox::Ok);
+    m_ok->setText(tr("&Reset Alert"));
+    connect(buttons, &QDialogButtonBox::accepted, this, &CResetAlert::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(prompt);
+    layout->addSpacing(8);
+    MakeBoxes();
+    if (!m_notice.isNews) {
+        auto* form = new QFormLayout;
+        form->addRow(tr("&Percent:"), m_percent);
+        form->addRow(tr("&Value:"), m_value);
+        layout->addLayout(form);
+        layout->addSpacing(8);
+        m_value->setFocus();
+    }
+    layout->addStretch(1);
+    layout->addWidget(buttons);
+    m_ok->setDefault(true); // Only a button that stands in its dialog stays the default one.
+}
+
+void CResetAlert::MakeBoxes() {
+    m_percent->setParent(this);
+    m_value->setParent(this);
+    m_percent->setVisible(!m_notice.isNews);
+    m_value->setVisible(!m_notice.isNews);
+    m_percent->setObjectName(QStringLiteral("percent"));
+    m_percent->setToolTip(tr("How far the alert moves, in percent of its present value"));
+    m_value->setObjectName(QStringLiteral("value"));
+    m_value->setToolTip(tr("The value at which the alert fires from now on"));
+    m_percent->SetText(Fixed(0, kPercentPlaces));
+    m_value->SetText(Fixed(m_base));
+    connect(m_percent, &CSpinEdit::Stepped, this, &CResetAlert::OnPercentStep);
+    connect(m_value, &CSpinEdit::Stepped, this, &CResetAlert::OnValueStep);
+    connect(m_percent, &CSpinEdit::Typed, this, &CResetAlert::ShowValueOfPercent);
+    connect(m_value, &CSpinEdit::Typed, this, &CResetAlert::ShowPercentOfValue);
+}
+
+double CResetAlert::NewThreshold() const { return m_notice.isNews ? kNewsThreshold : m_value->Number(); }
+
+void CResetAlert::OnPercentStep(int direction) {
+    m_percent->SetText(Fixed(m_percent->Number() + direction, kPercentPlaces));
+    ShowValueOfPercent();
+}
+
+void CResetAlert::OnValueStep(int direction) {
+    m_value->SetText(Fixed(m_value->Number() + direction));
+    ShowPercentOfValue();
+}
+
+void CResetAlert::ShowValueOfPercent() {
+    m_value->SetText(Fixed(ThresholdOfPercent(m_base, m_percent->Number()), kPercentPlaces));
+    EnableOk();
+}
+
+void CResetAlert::ShowPercentOfValue() {
+    m_percent->SetText(Fixed(PercentOfThreshold(m_base, m_value->Number())));
+    EnableOk();
+}
+
+void CResetAlert::EnableOk() { m_ok->setEnabled(m_notice.isNews || m_value->HoldsNumber()); }
+
+void CResetAlert::accept() {
+    const double threshold = NewThreshold();
+    const auto taken = [threshold](const std::string& other) { return ReadDouble(other) == threshold; };
+    if (std::ranges::any_of(m_notice.otherThresholds, taken)) {
+        ShowMessageBox(
+            {ThresholdTakenText(m_notice.symbol, threshold, m_notice.fieldName), {}, EBoxButtons::Ok, EBoxIcon::None});
+        return;
+    }
+    QDialog::accept();
+}
+
+} // namespace vx

@@ -1,0 +1,96 @@
+#include "app/ClipboardCommands.h"
+
+#include "app/MainFrame.h"
+#include "app/ProgressBox.h"
+#include "base/MessageBox.h"
+#include "grid/QtText.h"
+#include "watchlist/CopyText.h"
+#include "watchlist/PasteText.h"
+#include "watchlist/SortCommands.h"
+#include "watchlist/UndoStep.h"
+#include "watchlist/WatchlistDoc.h"
+#include "watchlist/WatchlistGrid.h"
+#include "watchlist/WatchlistView.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+
+#include <memory>
+#include <optional>
+
+namespace vx {
+
+namespace {
+
+const QString kBoardFormat = QStringLiteral("application/x-zantrel-board");
+
+// The board's own form of a text, else the text itself; nothing when there is none.
+std::optional<QString> TextOf(const QMimeData* data) {
+    if (data == nullptr) return std::nullopt;
+    if (data->hasFormat(kBoardFormat)) return QString::fromUtf8(data->data(kBoardFormat));
+    if (data->hasText()) return data->text();
+    return std::nullopt;
+}
+
+} // namespace
+
+CClipboardCommands::CClipboardCommands(const SBoardSeat& seat) : CBoardCommands(seat) {
+    seat.commands.Bind(ECommand::EditCopy, [this] { Copy(); });
+    seat.commands.Bind(ECommand::EditCut, [this] { Cut(); });
+    seat.commands.Bind(ECommand::EditPaste, [this] { Paste(); });
+    connect(&Grid(), &CGridCtrl::DataDropped, this, [this](const QMimeData* dropped, int row, int column) {
+        if (dropped != nullptr) Drop(*dropped, row, column);
+    });
+}
+
+void CClipboardCommands::Copy() {
+    const SCellRange range = CellRange();
+    auto data = std::make_unique<QMimeData>();
+    data->setText(QtText(CopyText(Doc(), range)));
+    data->setData(kBoardFormat, QtText(CopyText(Doc(), range, EAnnotationMarks::Yes)).toUtf8());
+    QGuiApplication::clipboard()->setMimeData(data.release());
+    Grid().SetMarkedRange(Region().range);
+}
+
+void CClipboardCommands::Cut() {
+    const SGridRegion region = Region();
+    Copy();
+    if (!MayDeleteSelection(Doc())) return;
+    const std::string what = region.kind == ERegion::Rows ? Counted(region.Rows(), "row")
+                                                          : Counted(region.Rows() * region.Columns(), "cell");
+    {
+        const CUndoStep step(Doc(), "cut " + what);
+        ClearRange(Doc(), CellRange());
+    }
+    Grid().SetMarkedRange({});
+    View().ApplySortRecord();
+}
+
+void CClipboardCommands::Paste() {
+    const std::optional<QString> text = TextOf(QGuiApplication::clipboard()->mimeData());
+    if (!text) return Say("The clipboard holds no text.");
+    const SGridRange range = Region().range;
+    PasteAt(*text, range.firstRow, range.firstColumn);
+}
+
+// The program that the text comes from waits until the drop is over, so the rows are filled after it.
+void CClipboardCommands::Drop(const QMimeData& dropped, int row, int column) {
+    const std::optional<QString> text = TextOf(&dropped);
+    if (!text) return;
+    QMetaObject::invokeMethod(
+        this, [this, row, column, held = *text] { PasteAt(held, row, column); }, Qt::QueuedConnection);
+}
+
+void CClipboardCommands::PasteAt(const QString& text, int row, int column) {
+    if (Doc().Undo().IsRecording()) return; // A long one is still under way.
+    Grid().SetMarkedRange({});
+    const SPasteResult result =
+        PasteText(Doc(), row, column, BytesFromQt(text), ShowProgressBox(Frame(), tr("Pasting rows...")));
+    if (!result.message.empty()) ShowMessageBox({result.message, {}, EBoxButtons::Ok, EBoxIcon::Exclamation});
+    if (result.outcome != EPasteOutcome::Pasted) return;
+    Grid().SelectRange({result.firstRow, result.lastRow, 1, Grid().ColumnCount()});
+    Grid().EnsureVisible(result.firstRow, Grid().FocusCell().column);
+}
+
+} // namespace vx

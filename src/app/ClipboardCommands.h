@@ -1,0 +1,30 @@
+#pragma once
+
+#include "app/BoardCommands.h"
+
+#include <QString>
+
+class QMimeData;
+
+namespace vx {
+
+/// Copies, cuts and pastes, and takes texts that are dropped on the board.
+///
+/// What is copied goes out as a text for everybody, and once more as a text that tells headings from symbols, for
+/// boards of this program.
+///
+/// Thread  GUI thread only
+class CClipboardCommands : public CBoardCommands {
+    Q_OBJECT
+public:
+    explicit CClipboardCommands(const SBoardSeat& seat);
+
+private:
+    void Copy();
+    void Cut();
+    void Paste();
+    void Drop(const QMimeData& dropped, int row, int column);
+    void PasteAt(const QString& text, int row, int column);
+};
+
+} // namespace vx

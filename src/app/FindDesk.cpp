@@ -1,0 +1,31 @@
+#include "app/FindDesk.h"
+
+#include "app/MainFrame.h"
+#include "watchlist/Commands.h"
+#include "watchlist/FindBar.h"
+#include "watchlist/GoToSymbolDlg.h"
+#include "watchlist/WatchlistDoc.h"
+#include "watchlist/WatchlistGrid.h"
+#include "watchlist/WatchlistView.h"
+
+#include <QLayout>
+
+namespace vx {
+
+CFindDesk::CFindDesk(CMainFrame& frame, CCommands& commands)
+    : QObject(&frame), m_frame(frame), m_bar(new CFindBar(frame.Document(), frame.View().Grid(), &frame.View())) {
+    m_frame.View().layout()->addWidget(m_bar);
+    commands.Bind(ECommand::EditFind, [this] { m_bar->Open(); });
+    commands.Bind(ECommand::EditFindNext, [this] { m_bar->Next(); });
+    commands.Bind(ECommand::EditFindPrevious, [this] { m_bar->Previous(); });
+    commands.Bind(ECommand::EditGoToSymbol, [this] { GoTo(); });
+}
+
+void CFindDesk::GoTo() {
+    CGoToSymbolDlg dialog(m_frame.Document(), &m_frame);
+    if (dialog.exec() != QDialog::Accepted) return;
+    m_frame.View().Grid().SetFocusCell(dialog.Row(), m_frame.View().Grid().FocusCell().column);
+    m_frame.View().Grid().setFocus();
+}
+
+} // namespace vx

@@ -1,0 +1,38 @@
+#include "app/FormatDesk.h"
+
+#include "app/MainFrame.h"
+#include "watchlist/Commands.h"
+#include "watchlist/FormatDlgs.h"
+#include "watchlist/NoteDlg.h"
+#include "watchlist/SortDlg.h"
+#include "watchlist/WatchlistDoc.h"
+#include "watchlist/WatchlistGrid.h"
+#include "watchlist/WatchlistView.h"
+
+namespace vx {
+
+CFormatDesk::CFormatDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame), m_frame(frame) {
+    commands.Bind(ECommand::FormatCells, [this] { EditCells(); });
+    commands.Bind(ECommand::FormatGrid, [this] { CGridSettingsDlg(m_frame.Document(), &m_frame).exec(); });
+    commands.Bind(ECommand::FormatClear, [this] { ClearFormats(m_frame.Document(), Selection()); });
+    commands.Bind(ECommand::EditNote, [this] { EditNote(); });
+    commands.Bind(ECommand::SortDialog, [this] { EditSort(); });
+}
+
+SFormatRange CFormatDesk::Selection() const {
+    const SGridRange range = m_frame.View().Grid().SelectedRange();
+    return {range.firstRow, range.lastRow, range.firstColumn, range.lastColumn};
+}
+
+void CFormatDesk::EditCells() {
+    const SGridCell focus = m_frame.View().Grid().FocusCell();
+    CCellSettingsDlg(m_frame.Document(), Selection(), focus.row, focus.column, &m_frame).exec();
+}
+
+void CFormatDesk::EditNote() { CNoteDlg(m_frame.Document(), &m_frame).Edit(m_frame.View().Grid().FocusCell().row); }
+
+void CFormatDesk::EditSort() {
+    if (CSort(m_frame.Document(), &m_frame).exec() == QDialog::Accepted) m_frame.View().ApplySortRecord();
+}
+
+} // namespace vx

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "app/BoardCommands.h"
+
+namespace vx {
+
+/// Inserts, deletes and moves rows; the selection goes along with what it held.
+///
+/// Thread  GUI thread only
+class CRowCommands : public CBoardCommands {
+    Q_OBJECT
+public:
+    explicit CRowCommands(const SBoardSeat& seat);
+
+    /// Empty rows before the selected ones, as many as they are.
+    void Insert();
+    /// The selected rows go, after a question while auto sort is on.
+    void Delete();
+
+private:
+    void MoveBy(int step);
+    void MoveBefore(int first, int last, int before);
+};
+
+} // namespace vx

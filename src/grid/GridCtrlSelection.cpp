@@ -1,0 +1,157 @@
+#include "grid/GridAccessible.h"
+#include "grid/GridCtrl.h"
+
+#include <QAccessible>
+#include <QScrollBar>
+#include <algorithm>
+
+// The focus cell and the selected range.
+
+namespace vx {
+
+SGridSelection CGridCtrl::Clamped(SGridSelection selection) const {
+    for (SGridCell* cell : {&selection.focus, &selection.anchor, &selection.reach}) {
+        cell->row = std::clamp(cell->row, 1, std::max(1, RowCount()));
+        cell->column = std::clamp(cell->column, 1, std::max(1, ColumnCount()));
+    }
+    return selection;
+}
+
+QRect CGridCtrl::RangeRect(const SGridRange& range) const {
+    const int top = m_geometry.RowTop(range.firstRow);
+    const int bottom = m_geometry.RowTop(range.lastRow) + m_geometry.RowHeight();
+    return {0, top, viewport()->width(), bottom - top};
+}
+
+void CGridCtrl::UpdateSelection(const SGridSelection& next) {
+    const SGridSelection old = m_selection;
+    m_selection = Clamped(next);
+    if (m_selection == old) return;
+    const QRect header(0, 0, viewport()->width(), m_geometry.HeaderHeight());
+    viewport()->update(QRegion(header) | RangeRect(old.Range()) | RangeRect(m_selection.Range()));
+    if (m_selection.focus != old.focus && hasFocus()) updateMicroFocus(); // not every cell takes texts
+    const SGridSelection now = m_selection;                               // a receiver may select something else
+    if (now.focus != old.focus) AnnounceFocusCell(*this);
+    if (now.Range() != old.Range()) AnnounceSelection(*this);
+    if (now.focus != old.focus) Q_EMIT FocusCellChanged(now.focus.row, now.focus.column);
+    if (now.Range() != old.Range()) Q_EMIT SelectionChanged();
+}
+
+void CGridCtrl::SetFocusCell(int row, int column) {
+    const int top = m_geometry.RowTop(row);
+    if (top < m_geometry.HeaderHeight() || top + m_geometry.RowHeight() > viewport()->height()) {
+        const int above = m_geometry.ScrolledHeight() / m_geometry.RowHeight() / 2;
+        verticalScrollBar()->setValue((row - 1 - above) * m_geometry.RowHeight());
+    }
+    // Its right neighbour too, where there is room: what was looked for should not hide in the corner.
+    EnsureVisible(row, NextColumn(column, 1));
+    MoveTo({row, column}, false);
+}
+
+void CGridCtrl::SelectRange(const SGridRange& range) {
+    const SGridCell first{range.firstRow, range.firstColumn};
+    UpdateSelection({first, first, {range.lastRow, range.lastColumn}});
+}
+
+void CGridCtrl::EnsureVisible(int row, int column) {
+    const QPoint scroll = m_geometry.ScrollToShow(row, column);
+    horizontalScrollBar()->setValue(scroll.x());
+    verticalScrollBar()->setValue(scroll.y());
+}
+
+void CGridCtrl::KeepSelectionInside() {
+    UpdateSelection(Clamped(m_selection));
+    SGridCell focus = m_selection.focus;
+    if (ColumnWidth(focus.column) > 0) return;
+    // The column under the focus has been hidden: on to its neighbour, the next one if there is one.
+    const int next = NextColumn(focus.column, 1);
+    focus.column = next != focus.column ? next : NextColumn(focus.column, -1);
+    UpdateSelection({focus, focus, focus});
+}
+
+int CGridCtrl::NextColumn(int column, int step) const {
+    for (int c = column + step; c >= 1 && c <= ColumnCount(); c += step)
+        if (ColumnWidth(c) > 0) return c;
+    return column;
+}
+
+int CGridCtrl::RowsPerPage() const { return std::max(1, m_geometry.ScrolledHeight() / m_geometry.RowHeight()); }
+
+void CGridCtrl::MoveTo(SGridCell cell, bool extend) {
+    cell.row = std::clamp(cell.row, 1, std::max(1, RowCount()));
+    cell.column = std::clamp(cell.column, 1, std::max(1, ColumnCount()));
+    if (extend)
+        UpdateSelection({m_selection.focus, m_selection.anchor, cell});
+    else
+        UpdateSelection({cell, cell, cell});
+    EnsureVisible(cell.row, cell.column);
+}
+
+bool CGridCtrl::StepInRow(int step) {
+    if (RowCount() == 0) return false;
+    // A row with one text across all columns is one stop.
+    SGridCell to = m_selection.focus;
+    const int column = IsSpan(to.row) ? to.column : NextColumn(to.column, step);
+    if (column == to.column) {
+        to.row += step;
+        if (to.row < 1 || to.row > RowCount()) return false;
+        to.column = step > 0 ? NextColumn(0, 1) : NextColumn(ColumnCount() + 1, -1);
+    } else {
+        to.column = column;
+    }
+    MoveTo(to, false);
+    return true;
+}
+
+void CGridCtrl::SelectUnder(const SGridCell& at) {
+    const SGridRange range = SelectedRange();
+    switch (PartOf(at)) {
+    case EGridPart::Cell:
+        if (!range.Has(at.row, at.column)) MoveTo(at, false);
+        break;
+    case EGridPart::RowHeader:
+        if (!WholeRowsSelected() || !range.HasRow(at.row)) SelectRow(at.row);
+        break;
+    case EGridPart::ColumnHeader:
+        if (!WholeColumnsSelected() || !range.HasColumn(at.column)) SelectColumn(at.column);
+        break;
+    default:
+        break;
+    }
+}
+
+void CGridCtrl::SelectRow(int row) {
+    UpdateSelection({{row, m_selection.focus.column}, {row, 1}, {row, ColumnCount()}});
+}
+
+void CGridCtrl::SelectColumn(int column) {
+    UpdateSelection({{m_selection.focus.row, column}, {1, column}, {RowCount(), column}});
+}
+
+bool CGridCtrl::WholeColumnsSelected() const {
+    const SGridRange range = SelectedRange();
+    return RowCount() > 0 && range.firstRow == 1 && range.lastRow == RowCount();
+}
+
+bool CGridCtrl::WholeRowsSelected() const {
+    const SGridRange range = SelectedRange();
+    return ColumnCount() > 0 && range.firstColumn == 1 && range.lastColumn == ColumnCount();
+}
+
+void CGridCtrl::focusInEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusInEvent(event);
+    // After the grid itself has been announced, which happens behind this event.
+    if (QAccessible::isActive())
+        QMetaObject::invokeMethod(
+            this, [this] { AnnounceFocusCell(*this); }, Qt::QueuedConnection);
+    viewport()->update(RangeRect(m_selection.Range()));
+}
+
+void CGridCtrl::focusOutEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusOutEvent(event);
+    CancelDrag();
+    if (m_composing) FinishEdit(EEditEnd::Stay);
+    viewport()->update(RangeRect(m_selection.Range()));
+}
+
+} // namespace vx

@@ -1,0 +1,49 @@
+#include "watchlist/CellTips.h"
+
+#include "watchlist/RowCellText.h"
+#include "watchlist/WatchlistDoc.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace vx {
+
+std::string ColumnTip(std::string_view name, const SFieldEntry* entry) {
+    std::string tip(name);
+    if (!entry) return tip + "\nNo field of this name is known; the column is kept and stays empty.";
+    tip += '\n';
+    tip += entry->description;
+    if (name == kAlertsColumn) tip += "\nArmed alerts of the symbol / those that fired or are off.";
+    return tip;
+}
+
+std::string NoteTip(const CWatchlistDoc& doc, int row) {
+    std::string note(doc.Notes().Get(row));
+    std::erase(note, '\r');
+    return note;
+}
+
+std::string AlertsTip(const CWatchlistDoc& doc, int row) {
+    const SAlertTally tally = TallyAlerts(doc, doc.RowSymbol(row));
+    if (tally.armed + tally.quiet == 0) return {};
+    if (tally.quiet == 0) return fmt::format("{} armed", tally.armed);
+    return fmt::format("{} armed, {} fired or off", tally.armed, tally.quiet);
+}
+
+std::string NewsTip(const CWatchlistDoc& doc, int row) {
+    const NEWS* news = doc.News().Find(doc.RowSymbol(row));
+    if (!news || news->storyCount == 0) return {};
+    const char* stories = news->storyCount == 1 ? "story" : "stories";
+    std::string tip = fmt::format("{} {} today", news->storyCount, stories);
+    if (news->fresh != 0) tip += ", with news since the symbol was added";
+    if (!news->headline.empty()) tip += "\n" + news->headline;
+    return tip;
+}
+
+std::string HeadlineTip(const CWatchlistDoc& doc, int row) {
+    const NEWS* news = doc.News().Find(doc.RowSymbol(row));
+    return news ? news->headline : std::string();
+}
+
+} // namespace vx

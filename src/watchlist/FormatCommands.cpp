@@ -1,0 +1,136 @@
+#include "watchlist/FormatCommands.h"
+
+#include "data/FieldEntry.h"
+#include "watchlist/UndoStep.h"
+#include "watchlist/WatchlistDoc.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace vx {
+
+namespace {
+
+using SPlace = std::pair<int, int>; // row and column
+
+bool CoversColumns(const CWatchlistDoc& doc, const SFormatRange& range) {
+    return range.firstRow <= 1 && range.lastRow >= doc.RowCount();
+}
+
+SFormatRange Inside(const CWatchlistDoc& doc, SFormatRange range) {
+    range.firstRow = std::max(range.firstRow, 1);
+    range.lastRow = std::min(range.lastRow, doc.RowCount());
+    range.firstColumn = std::max(range.firstColumn, 1);
+    range.lastColumn = std::min(range.lastColumn, doc.Columns().Count() - 1);
+    return range;
+}
+
+bool Has(const SFormatRange& range, int row, int column) {
+    return row >= range.firstRow && row <= range.lastRow && column >= range.firstColumn && column <= range.lastColumn;
+}
+
+// The cells of a range that have a format of their own. Cost grows with the formats, not with the range.
+std::vector<SPlace> FormattedCells(const CWatchlistDoc& doc, const SFormatRange& range) {
+    std::vector<SPlace> places;
+    doc.Formats().ForEach([&](int row, int column) {
+        if (row > 0 && Has(range, row, column)) places.emplace_back(row, column);
+    });
+    return places;
+}
+
+bool MaySet(const SFormatChange& change) { return !change.fontFace || IsStorableFont(*change.fontFace); }
+
+void Changed(CWatchlistDoc& doc) {
+    doc.SetModified(true);
+    doc.RebuildGrid();
+}
+
+void SetFormat(CWatchlistDoc& doc, int row, int column, const SFormatChange& change) {
+    SCellFormat format = doc.Formats().Effective(row, column);
+    change.ApplyTo(format);
+    doc.Formats().Set(row, column, std::move(format));
+}
+
+} // namespace
+
+void SFormatChange::ApplyTo(SCellFormat& format) const {
+    const auto take = [](const auto& changed, auto& value) {
+        if (changed) value = *changed;
+    };
+    take(textColour, format.textColour);
+    take(backColour, format.backColour);
+    take(upColour, format.upColour);
+    take(downColour, format.downColour);
+    take(unchangedColour, format.unchangedColour);
+    take(fontFace, format.fontFace);
+    take(fontSizePt, format.fontSizePt);
+    take(bold, format.bold);
+    take(italic, format.italic);
+    take(alignment, format.alignment);
+    take(decimals, format.decimals);
+    take(colourByDirection, format.colourByDirection);
+}
+
+bool SFormatChange::IsEmpty() const {
+    return !textColour && !backColour && !upColour && !downColour && !unchangedColour && !fontFace && !fontSizePt &&
+           !bold && !italic && !alignment && !decimals && !colourByDirection;
+}
+
+bool FormatCells(CWatchlistDoc& doc, const SFormatRange& asked, const SFormatChange& change) {
+    const SFormatRange range = Inside(doc, asked);
+    if (change.IsEmpty() || range.firstRow > range.lastRow || range.firstColumn > range.lastColumn) return true;
+    if (!MaySet(change)) return false;
+    const bool columns = CoversColumns(doc, asked);
+    const std::vector<SPlace> own = columns ? FormattedCells(doc, range) : std::vector<SPlace>();
+    const auto width = static_cast<size_t>(range.lastColumn - range.firstColumn + 1);
+    const auto height = columns ? size_t{1} : static_cast<size_t>(range.lastRow - range.firstRow + 1);
+    if (doc.Formats().Size() + width * height > CCellFormatStore::kMostRecords) return false;
+
+    CUndoStep step(doc, columns ? "format columns" : "format cells");
+    step.SelectColumns(range.firstColumn, range.lastColumn);
+    for (const auto& [row, column] : own) SetFormat(doc, row, column, change);
+    const int firstRow = columns ? 0 : range.firstRow;
+    const int lastRow = columns ? 0 : range.lastRow;
+    for (int row = firstRow; row <= lastRow; ++row)
+        for (int column = range.firstColumn; column <= range.lastColumn; ++column) SetFormat(doc, row, column, change);
+    Changed(doc);
+    return true;
+}
+
+void ClearFormats(CWatchlistDoc& doc, const SFormatRange& asked) {
+    const SFormatRange range = Inside(doc, asked);
+    CUndoStep step(doc, "clear formats");
+    step.SelectColumns(range.firstColumn, range.lastColumn);
+    for (const auto& [row, column] : FormattedCells(doc, range)) doc.Formats().Reset(row, column);
+    if (CoversColumns(doc, asked))
+        for (int column = range.firstColumn; column <= range.lastColumn; ++column)
+            doc.Formats().SetNewColumn(column, doc.Columns().At(column).name);
+    Changed(doc);
+}
+
+bool FormatGrid(CWatchlistDoc& doc, const SGridLook& look) {
+    if (!MaySet(look.format)) return false;
+    const CUndoStep step(doc, "grid settings");
+    SWatchlistOptions& options = doc.Options();
+    if (options.useDefaultAlignment && !look.useDefaultAlignment) {
+        for (int column = 1; column < doc.Columns().Count(); ++column) {
+            const ECellAlign shown = doc.Formats().Alignment(0, column, doc.Columns().At(column).Entry(), true);
+            SFormatChange change;
+            change.alignment = shown;
+            if (shown != ECellAlign::Left) SetFormat(doc, 0, column, change);
+        }
+    }
+    if (!look.format.IsEmpty()) {
+        // The columns have records of their own, whole ones: what is said of the grid is meant for them too.
+        for (int column = 0; column < doc.Columns().Count(); ++column)
+            if (doc.Formats().Find(0, column)) SetFormat(doc, 0, column, look.format);
+    }
+    options.useGridPrecision = look.useGridPrecision;
+    options.useDefaultAlignment = look.useDefaultAlignment;
+    options.trailingRows = std::clamp(look.trailingRows, 0, SWatchlistOptions::kMaxTrailingRows);
+    Changed(doc);
+    return true;
+}
+
+} // namespace vx

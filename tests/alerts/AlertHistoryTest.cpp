@@ -1,0 +1,179 @@
+#include "alerts/AlertHistory.h"
+#include "alerts/WaveFile.h"
+#include "support/ChildProcess.h"
+#include "support/TempFolder.h"
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <set>
+
+using namespace vx;
+using namespace vx::test;
+
+namespace {
+
+SAlertFiring Firing(const char* symbol, int64_t firedMs, int64_t awaySinceMs = 0) {
+    SAlertFiring out;
+    out.firedMs = firedMs;
+    out.awaySinceMs = awaySinceMs;
+    out.symbol = symbol;
+    out.field = "Last";
+    out.condition = "greater than";
+    out.value = 190.1;
+    out.threshold = 1e-7;
+    out.bid = -0.5;
+    out.ask = 1e308;
+    out.last = 190.1;
+    return out;
+}
+
+std::vector<std::string> Symbols(const std::vector<SAlertFiring>& firings) {
+    std::vector<std::string> out;
+    for (const SAlertFiring& firing : firings) out.push_back(firing.symbol);
+    return out;
+}
+
+class AlertHistory : public testing::Test {
+protected:
+    CTempFolder folder;
+    CAlertHistory history{folder / "state"};
+};
+
+} // namespace
+
+TEST_F(AlertHistory, KeepsEveryFiringAndWhatBecameOfIt) {
+    const std::string strange = "<b>\"%s\\\x01\n end\xE9";
+    const std::string first = history.NoteFired(Firing("IBM", 1000));
+    const std::string second = history.NoteFired(Firing(strange.c_str(), 2000, 1500));
+    history.NoteFired(Firing("MSFT", 3000));
+    history.NoteEnded(second, EFiringEnd::Reset, 4000, 12.5);
+    history.NoteEnded(first, EFiringEnd::Dismissed, 5000);
+    history.NoteEnded("nobody", EFiringEnd::Dismissed, 5000);
+    const std::vector<SAlertFiring> read = CAlertHistory(folder / "state").Read();
+    ASSERT_EQ(read.size(), 3u);
+    EXPECT_EQ(read[0].id, first);
+    EXPECT_EQ(read[0].value, 190.1);
+    EXPECT_EQ(read[0].threshold, 1e-7);
+    EXPECT_EQ(read[0].bid, -0.5);
+    EXPECT_EQ(read[0].ask, 1e308);
+    EXPECT_EQ(read[0].condition, "greater than");
+    EXPECT_EQ(read[0].end, EFiringEnd::Dismissed);
+    EXPECT_EQ(read[0].endedMs, 5000);
+    EXPECT_EQ(read[1].symbol, strange);
+    EXPECT_EQ(read[1].awaySinceMs, 1500);
+    EXPECT_EQ(EndText(read[1]), "Reset to 12.5");
+    EXPECT_EQ(EndText(read[2]), "Open");
+    EXPECT_EQ(LastAbsence(read), 1500);
+    EXPECT_FALSE(FiredWhileAway(read[2], 1500));
+}
+
+// Wherever a kill cuts the last line, the lines before it and those that follow are whole.
+TEST_F(AlertHistory, ALineCutOffAnywhereIsPassedOver) {
+    history.NoteFired(Firing("IBM", 1000));
+    const std::string whole = ReadFile(history.FilePath());
+    for (size_t cut = 0; cut < whole.size(); ++cut) {
+        WriteFile(history.FilePath(), whole + whole.substr(0, cut));
+        history.NoteFired(Firing("MSFT", 2000));
+        EXPECT_EQ(Symbols(history.Read()), cut + 1 == whole.size() ? (std::vector<std::string>{"IBM", "IBM", "MSFT"})
+                                                                   : (std::vector<std::string>{"IBM", "MSFT"}))
+            << cut;
+    }
+}
+
+TEST_F(AlertHistory, NoContentOfItsFileDoesHarm) {
+    WriteFile(folder / "state", ""); // A file where the folder should be.
+    EXPECT_FALSE(history.NoteFired(Firing("IBM", 1)).empty());
+    EXPECT_TRUE(history.Read().empty());
+    std::vector<SAlertFiring> out;
+    for (const char* text : {"fired", "fired ", "dismissed", "reset x", "fired a 1 2 0 \"", "fired a 1 2 0 \"\\",
+                             "fired a 1 2 0 \"\" \"\" \"\" 1 2 3 4 end", "fired a 1 2 0 \"\" \"\" \"\" 1 2 3 4 5 end x",
+                             "fired a 1 99999999999999999999 0 \"\" \"\" \"\" 1 2 3 4 5 end", "\xFF\n\n  \n"})
+        ParseHistory(text, out);
+    EXPECT_TRUE(out.empty());
+    ParseHistory("fired a 1 2 0 \"\" \"\" \"\" 1 2 3 4 5 end", out);
+    EXPECT_EQ(out.size(), 1u);
+}
+
+TEST_F(AlertHistory, TheFilesStayBounded) {
+    history.NoteFired(Firing("OLDEST", 1));
+    for (int round = 0; round < 3; ++round) {
+        std::filesystem::resize_file(history.FilePath(), CAlertHistory::kMostFileBytes);
+        history.NoteFired(Firing(fmt::format("ROUND{}", round).c_str(), 1));
+    }
+    EXPECT_EQ(Symbols(history.Read()), (std::vector<std::string>{"ROUND1", "ROUND2"}));
+    EXPECT_LT(std::filesystem::file_size(history.FilePath()), 1000u);
+    EXPECT_LE(std::filesystem::file_size(history.OlderFilePath()), CAlertHistory::kMostFileBytes + 1000);
+}
+
+TEST_F(AlertHistory, ProgramsThatWriteAtOnceAndAreKilledLeaveWholeLines) {
+    constexpr int kPrograms = 4;
+    constexpr int kEach = 200;
+    const auto writes = [&](int64_t number, int count) {
+        return Fork([this, number, count] {
+            CAlertHistory own(folder / "state");
+            for (int i = 0; count == 0 || i < count; ++i) own.NoteFired(Firing("IBM", number * 1'000'000 + i));
+            return 0;
+        });
+    };
+    std::vector<pid_t> children;
+    for (int program = 1; program <= kPrograms; ++program) children.push_back(writes(program, kEach));
+    const pid_t killed = writes(9, 0);
+    for (const pid_t child : children) EXPECT_EQ(ExitCode(child), 0);
+    kill(killed, SIGKILL);
+    ExitCode(killed);
+    std::set<std::string> ids;
+    int of = 0;
+    for (const SAlertFiring& firing : history.Read()) {
+        ids.insert(firing.id);
+        of += firing.firedMs < 9'000'000 ? 1 : 0;
+    }
+    EXPECT_EQ(of, kPrograms * kEach);
+    EXPECT_EQ(ids.size(), history.Read().size());
+}
+
+TEST_F(AlertHistory, ATableForSpreadsheetsComputesNothing) {
+    SAlertFiring firing = Firing("=cmd|'x'!A1", 0, 1);
+    firing.field = "La\"st";
+    SAlertFiring news = Firing("IBM", 0);
+    news.isNews = true;
+    news.condition.clear();
+    news.end = EFiringEnd::Reset;
+    const std::vector<SAlertFiring> both = {firing, news};
+    EXPECT_EQ(HistoryCsv(both),
+              "Fired,Symbol,Field,Condition,Threshold,Value,Bid,Ask,Last,While Away,Outcome,Closed\r\n"
+              ",\"'=cmd|'x'!A1\",\"La\"\"st\",\"greater than\",1e-07,190.1,-0.5,1e+308,190.1,yes,Open,\r\n"
+              ",\"IBM\",\"Last\",\"\",,,,,,no,Reset,\r\n");
+}
+
+TEST(WaveFile, OnlyWavesThatCanBePlayedAreTaken) {
+    std::string wave = "RIFF....WAVELIST\x03" + std::string(3, '\0') + "abc" + std::string(1, '\0') + "fmt " +
+                       std::string("\x10\0\0\0\1\0\2\0\x40\x1F\0\0\0\x7D\0\0\4\0\x10\0", 20) + "data" +
+                       std::string("\0\x7D\0\0", 4);
+    const size_t format = wave.find("fmt ") + 8;
+    wave += std::string(32'000, '\0');
+    const auto parsed = [](const std::string& bytes) {
+        return ParseWaveInfo(bytes, static_cast<int64_t>(bytes.size()));
+    };
+    const auto info = parsed(wave);
+    ASSERT_TRUE(info);
+    EXPECT_EQ(info->channels, 2);
+    EXPECT_EQ(info->samplesPerSecond, 8000u);
+    EXPECT_EQ(info->durationMs, 1000);
+    EXPECT_EQ(parsed(wave.substr(0, wave.size() - 16'000))->durationMs, 500) << "a file that was cut off";
+    for (const auto& [place, byte] : std::map<size_t, char>{{0, 'X'},
+                                                            {8, 'X'},
+                                                            {format, 2},      // compressed
+                                                            {format + 2, 0},  // no channel
+                                                            {format + 2, 9},  // too many
+                                                            {format + 12, 0}, // no bytes a sample
+                                                            {format + 14, 7}, // no whole bytes
+                                                            {format + 7, 1}}) {
+        std::string broken = wave;
+        broken[place] = byte;
+        EXPECT_FALSE(parsed(broken)) << place;
+    }
+    for (size_t cut = 0; cut < wave.find("data") + 9; ++cut) EXPECT_FALSE(parsed(wave.substr(0, cut))) << cut;
+}

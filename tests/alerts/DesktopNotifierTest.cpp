@@ -1,0 +1,116 @@
+// Notifications of the desktop, against a stand-in service on a bus of the test's own.
+
+#include "alerts/DesktopNotifier.h"
+#include "support/EventLoop.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QStandardPaths>
+
+#include <gtest/gtest.h>
+
+using namespace vx;
+using namespace vx::test;
+
+namespace {
+
+const QString kName = QStringLiteral("org.freedesktop.Notifications");
+const QString kPath = QStringLiteral("/org/freedesktop/Notifications");
+
+/// Takes notifications as a desktop does, and remembers the calls.
+class CStandInService : public QDBusVirtualObject {
+public:
+    QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        calls.append(message);
+        if (answers && message.member() == QStringLiteral("Notify")) connection.send(message.createReply(uint{77}));
+        return true;
+    }
+    QList<QDBusMessage> calls;
+    bool answers = true;
+};
+
+class DesktopNotifier : public testing::Test {
+protected:
+    void SetUp() override {
+        const QString daemon = QStandardPaths::findExecutable(QStringLiteral("dbus-daemon"));
+        if (daemon.isEmpty()) GTEST_SKIP() << "dbus-daemon is not installed";
+        m_bus.start(daemon,
+                    {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
+        ASSERT_TRUE(m_bus.waitForStarted() && m_bus.waitForReadyRead());
+        m_address = QString::fromLatin1(m_bus.readLine()).trimmed();
+    }
+    void TearDown() override {
+        QDBusConnection::disconnectFromBus(QStringLiteral("service"));
+        QDBusConnection::disconnectFromBus(QStringLiteral("program"));
+        m_bus.kill();
+        m_bus.waitForFinished();
+    }
+    QDBusConnection Connection(const char* name) {
+        return QDBusConnection::connectToBus(m_address, QString::fromLatin1(name));
+    }
+    void StartService() {
+        QDBusConnection connection = Connection("service");
+        ASSERT_TRUE(connection.registerVirtualObject(kPath, &service));
+        ASSERT_TRUE(connection.registerService(kName));
+    }
+    CStandInService service;
+
+private:
+    QProcess m_bus;
+    QString m_address;
+};
+
+} // namespace
+
+TEST_F(DesktopNotifier, ANotificationIsPlainTextAndTheNextOneTakesItsPlace) {
+    StartService();
+    CDesktopNotifier notifier(Connection("program"));
+    notifier.Show(QStringLiteral("Norv Vx alert: <b>"),
+                  QStringLiteral("<b>1 & 2</b>\n") + QString(5000, QLatin1Char('W')));
+    ASSERT_TRUE(WaitUntil([&] { return service.calls.size() == 1; }));
+    const QVariantList first = service.calls[0].arguments();
+    ASSERT_EQ(first.size(), 8);
+    EXPECT_EQ(first[0].toString(), QStringLiteral("Zantrel Watchlist"));
+    EXPECT_EQ(first[1].toUInt(), 0u);
+    EXPECT_EQ(first[3].toString(), QStringLiteral("Norv Vx alert: <b>"));
+    EXPECT_TRUE(first[4].toString().startsWith(QStringLiteral("&lt;b&gt;1 &amp; 2&lt;/b&gt;\nWWW")));
+    EXPECT_LT(first[4].toString().size(), 1100);
+
+    TurnEventLoop(20);
+    ASSERT_TRUE(WaitUntil([&] {
+        notifier.Show(QStringLiteral("next"), {});
+        return service.calls.back().arguments()[1].toUInt() == 77;
+    }));
+    QSignalSpy chosen(&notifier, &CDesktopNotifier::Chosen);
+    QDBusMessage action = QDBusMessage::createSignal(kPath, kName, QStringLiteral("ActionInvoked"));
+    action << uint{76} << QStringLiteral("default");
+    Connection("service").send(action);
+    action.setArguments({uint{77}, QStringLiteral("default")});
+    Connection("service").send(action);
+    ASSERT_TRUE(WaitUntil([&] { return !chosen.isEmpty(); }));
+    EXPECT_EQ(chosen.size(), 1);
+    notifier.Withdraw();
+    ASSERT_TRUE(WaitUntil([&] { return service.calls.back().member() == QStringLiteral("CloseNotification"); }));
+    EXPECT_EQ(service.calls.back().arguments(), QVariantList{uint{77}});
+}
+
+TEST_F(DesktopNotifier, WithoutAServiceOrAnAnswerNothingIsHeldUp) {
+    CDesktopNotifier unheard(Connection("program"));
+    unheard.Show(QStringLiteral("a"), QStringLiteral("b"));
+    TurnEventLoop(5);
+    StartService();
+    service.answers = false;
+    CDesktopNotifier notifier(Connection("program"));
+    for (int i = 0; i < 100; ++i) notifier.Show(QStringLiteral("a"), QStringLiteral("b"));
+    EXPECT_TRUE(service.calls.isEmpty()) << "nothing waited for the service, which answers in this thread";
+    EXPECT_TRUE(WaitUntil([&] { return service.calls.size() == 100; }));
+    CDesktopNotifier alone(QDBusConnection(QStringLiteral("no such connection")));
+    alone.Show(QStringLiteral("a"), QStringLiteral("b"));
+    alone.Withdraw();
+}

@@ -1,0 +1,226 @@
+// From a line of the feed to the notice and back, in the real frame.
+
+#include "app/FrameFixture.h"
+
+#include "alerts/AlertField.h"
+#include "alerts/AlertHistoryDlg.h"
+#include "alerts/AlertMessages.h"
+#include "alerts/AlertsDlg.h"
+#include "alerts/AlertsNotice.h"
+#include "alerts/NewAlertDlg.h"
+#include "alerts/NoticeQueue.h"
+#include "alerts/ResetAlert.h"
+#include "alerts/SpinEdit.h"
+#include "app/AlertDesk.h"
+#include "app/MissedAlerts.h"
+#include "app/Presence.h"
+#include "data/UpdateFields.h"
+#include "grid/QtText.h"
+#include "settings/Settings.h"
+#include "support/EventLoop.h"
+#include "support/Gui.h"
+#include "support/ScriptedFeed.h"
+#include "watchlist/Commands.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QListView>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTableView>
+#include <QTimer>
+#include <QToolButton>
+
+using namespace vx;
+using namespace vx::test;
+
+namespace {
+
+class AlertDesk : public CFrameFixture {
+protected:
+    AlertDesk() { PortsAre(feed.level1.Number(), feed.lookup.Number(), feed.admin.Number()); }
+
+    /// IBM in row 1 and MSFT in row 2, both watched.
+    CMainFrame& Board() {
+        CMainFrame& frame = Frame({"-symbol", "IBM,MSFT"});
+        frame.Document().Columns().Append("Alerts");
+        frame.Document().RebuildGrid();
+        frame.ShowSized(1400, 500);
+        frame.OpenAdminPort();
+        feed.admin.Says(StatusLine("Connected"));
+        feed.level1.Says("S,IP,127.0.0.1,5009\r\n");
+        EXPECT_TRUE(WaitUntil([&] { return frame.Document().IsFeedReady(); }));
+        return frame;
+    }
+    void LastIs(const char* symbol, const char* price) {
+        feed.level1.Says("Q," + std::string(symbol) + std::string(UpdateSlot("Last"), ',') + price + ",\r\n");
+    }
+    static CAlertsNotice* Notice(CMainFrame& frame) {
+        CNoticeQueue& notices = frame.AlertNotices().Notices();
+        WaitUntil([&] { return notices.Shown() != nullptr; }, 5000);
+        return notices.Shown();
+    }
+    static A_INFO Above(double value) {
+        A_INFO alert;
+        alert.enabled = 1;
+        alert.value = value;
+        alert.fieldId = AlertFieldId("Last").value();
+        alert.condition = 1;
+        return alert;
+    }
+    template <class T> static T& Named(const QWidget& window, const char* name) {
+        return *window.findChild<T*>(QString::fromLatin1(name));
+    }
+    static void Click(const QWidget& window, const char* name) {
+        QTest::mouseClick(&Named<QAbstractButton>(window, name), Qt::LeftButton);
+    }
+    static void ClickOk(const QWidget& window) {
+        QTest::mouseClick(window.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
+    }
+
+    CScriptedFeed feed;
+};
+
+} // namespace
+
+TEST_F(AlertDesk, AnAlertIsSetOnACellFiresIsResetAndFiresAgain) {
+    CMainFrame& frame = Board();
+    const int last = ColumnOf("Last");
+    LastIs("IBM", "190.25");
+    ASSERT_TRUE(WaitUntil([&] { return Shown(1, last) == "190.2500"; }));
+    frame.View().Grid().SetFocusCell(1, last);
+    frame.Commands().Action(ECommand::AlertNew).trigger();
+    auto* dialog = frame.findChild<CNewAlertDlg*>();
+    ASSERT_TRUE(dialog);
+    EXPECT_EQ(Named<QComboBox>(*dialog, "symbolList").currentText(), QStringLiteral("IBM"));
+    EXPECT_EQ(Named<QComboBox>(*dialog, "fieldList").currentText(), QStringLiteral("Last"));
+    EXPECT_EQ(Named<QComboBox>(*dialog, "operationList").currentText(), QStringLiteral("greater than"));
+    EXPECT_EQ(Named<QLineEdit>(*dialog, "valueBox").text(), QStringLiteral("190.25"));
+    Named<QComboBox>(*dialog, "soundList").setCurrentIndex(0);
+    ClickOk(*dialog);
+    EXPECT_EQ(Shown(1, ColumnOf("Alerts")), "1");
+    EXPECT_TRUE(frame.Document().IsModified());
+
+    LastIs("IBM", "190.5");
+    CAlertsNotice* notice = Notice(frame);
+    ASSERT_TRUE(notice);
+    EXPECT_EQ(notice->windowTitle(), QStringLiteral("Norv Vx alert: IBM Last = 190.500000"));
+    EXPECT_EQ(Shown(1, ColumnOf("Alerts")), "1 fired");
+    LastIs("IBM", "191");
+    EXPECT_TRUE(WaitUntil([&] { return Shown(1, last) == "191.0000"; })) << "the feed goes on behind the notice";
+
+    Click(*notice, "reset");
+    auto* reset = notice->findChild<CResetAlert*>();
+    Named<CSpinEdit>(*reset, "percent").stepBy(1);
+    ClickOk(*reset);
+    ASSERT_TRUE(WaitUntil([&] { return Shown(1, ColumnOf("Alerts")) == "1"; }));
+    EXPECT_EQ(frame.Document().Alerts().Get("IBM")[0].value, 192.1525);
+    LastIs("IBM", "193");
+    ASSERT_TRUE(Notice(frame));
+    const std::vector<SAlertFiring> fired = CAlertHistory(folder / "zantrel").Read();
+    ASSERT_EQ(fired.size(), 2u);
+    EXPECT_EQ(fired[0].value, 190.5);
+    EXPECT_EQ(EndText(fired[0]), "Reset to 192.1525");
+    EXPECT_EQ(EndText(fired[1]), "Open");
+}
+
+TEST_F(AlertDesk, WhatIsGoneWhenItsNoticeIsAnsweredDoesNoHarm) {
+    CMainFrame& frame = Board();
+    frame.Document().Alerts().Add("IBM", Above(10));
+    frame.Document().Alerts().Add("IBM", Above(20));
+    LastIs("IBM", "30");
+    for (const bool emptied : {false, true}) {
+        CAlertsNotice* notice = Notice(frame);
+        ASSERT_TRUE(notice);
+        frame.Document().Alerts().RemoveSymbol("IBM");
+        if (emptied) frame.Document().EmptyRow(1);
+        Click(*notice, "reset");
+        ClickOk(*notice->findChild<CResetAlert*>());
+        TurnEventLoop(5);
+    }
+    EXPECT_FALSE(frame.AlertNotices().Notices().Shown());
+    EXPECT_TRUE(frame.Document().Alerts().IsEmpty());
+    frame.Document().Alerts().Add("IBM", Above(10));
+    QCoreApplication::postEvent(&frame, new CResetAlertMessage("IBM,7,1.000000"));
+    QCoreApplication::postEvent(&frame, new CResetAlertMessage("IBM,0,99.000000"));
+    EXPECT_TRUE(WaitUntil([&] { return frame.Document().Alerts().Get("IBM")[0].value == 99; }));
+}
+
+TEST_F(AlertDesk, NewsFireTheirAlertAndCanBeArmedAgain) {
+    CMainFrame& frame = Board();
+    A_INFO alert = Above(1);
+    alert.fieldId = AlertFieldId("News").value();
+    alert.condition = 0;
+    frame.Document().Alerts().Add("IBM", alert);
+    feed.level1.Says("N,SIM,1001,MSFT:IBM,20240131 093000,Headline, <b>bold</b>\r\n");
+    CAlertsNotice* notice = Notice(frame);
+    ASSERT_TRUE(notice);
+    EXPECT_EQ(notice->windowTitle(), QStringLiteral("Norv Vx alert: IBM News"));
+    Click(*notice, "reset");
+    ClickOk(*notice->findChild<CResetAlert*>());
+    EXPECT_TRUE(WaitUntil([&] { return frame.Document().Alerts().Get("IBM")[0].enabled == 1; }));
+    EXPECT_EQ(frame.Document().Alerts().Get("IBM")[0].value, 1);
+}
+
+TEST_F(AlertDesk, WhatFiredWhileAwayIsCountedAndFoundInTheHistory) {
+    CMainFrame& frame = Board();
+    auto& missed = Named<QToolButton>(*frame.statusBar(), "missedAlerts");
+    frame.Document().Alerts().Add("IBM", Above(10));
+    frame.Document().Alerts().Add("MSFT", Above(10));
+    frame.Document().Alerts().Add("MSFT", Above(30));
+    frame.AlertNotices().Presence().SetHere(true);
+    LastIs("IBM", "20");
+    ASSERT_TRUE(Notice(frame));
+    EXPECT_FALSE(missed.isVisible());
+    frame.AlertNotices().Presence().SetHere(false);
+    LastIs("MSFT", "20");
+    LastIs("MSFT", "40");
+    ASSERT_TRUE(WaitUntil([&] { return missed.text() == QStringLiteral("2 missed alerts"); }));
+    frame.AlertNotices().Presence().SetHere(true);
+    Click(*Notice(frame), "dismissAll");
+    EXPECT_TRUE(missed.isVisible()) << "dismissed together is not looked at";
+    missed.click();
+    EXPECT_FALSE(missed.isVisible());
+    auto* history = frame.findChild<CAlertHistoryDlg*>();
+    ASSERT_TRUE(history && history->isVisible());
+    const QAbstractItemModel& model = *Named<QTableView>(*history, "table").model();
+    ASSERT_TRUE(WaitUntil([&] { return model.rowCount() == 2; })) << model.rowCount();
+    EXPECT_EQ(model.index(0, 1).data().toString(), QStringLiteral("MSFT"));
+    ASSERT_TRUE(WaitUntil([&] { return model.index(1, 9).data().toString() == QStringLiteral("Dismissed"); }));
+}
+
+TEST_F(AlertDesk, CommandsKnowTheRowAndMuteIsKept) {
+    CMainFrame& frame = Board();
+    frame.Document().Alerts().Add("IBM", Above(10));
+    frame.Document().Alerts().Add("MSFT", Above(1000));
+    frame.View().Grid().SetFocusCell(3, 1);
+    frame.Commands().Action(ECommand::AlertNew).trigger();
+    auto* unknown = frame.findChild<CNewAlertDlg*>();
+    ASSERT_TRUE(unknown);
+    EXPECT_EQ(Named<QComboBox>(*unknown, "symbolList").currentIndex(), -1) << "an empty row";
+    unknown->close();
+
+    const int column = ColumnOf("Alerts");
+    int selected = -1;
+    QTimer look; // The dialog's own event loop runs inside the one that waits here.
+    QObject::connect(&look, &QTimer::timeout, &frame, [&] {
+        auto* dialog = qobject_cast<CAlertsDlg*>(QApplication::activeModalWidget());
+        if (!dialog) return;
+        selected = Named<QListView>(*dialog, "alertList").currentIndex().row();
+        dialog->reject();
+    });
+    look.start(5);
+    Q_EMIT frame.View().Grid().CellDoubleClicked(2, column);
+    ASSERT_TRUE(WaitUntil([&] { return selected != -1; }));
+    EXPECT_EQ(selected, 1);
+
+    QAction& mute = frame.Commands().Action(ECommand::AlertMute);
+    mute.trigger();
+    EXPECT_TRUE(settings.ReadBoolean(kAlertMute));
+    EXPECT_TRUE(WaitUntil([&] { return mute.isChecked(); }));
+    mute.trigger();
+    EXPECT_FALSE(settings.ReadBoolean(kAlertMute));
+}

@@ -1,0 +1,169 @@
+#include "app/BoardFixture.h"
+
+#include "data/L1SymbolRec.h"
+#include "data/UpdateFields.h"
+#include "support/Allocations.h"
+
+using namespace vx;
+using namespace vx::test;
+
+namespace {
+
+/// A board with two symbols and a heading, and values from a feed.
+class CBoardCellsTest : public CBoardFixture {
+protected:
+    CBoardCellsTest() {
+        Rows(QStringLiteral("IBM\nMSFT\n#Heading of some length"));
+        doc->SetFeedReady();
+        doc->SetColumnsByName("Symbol;Last;Bid;Notes;Alerts;News;Latest Headline;Tick Trend;");
+        doc->RebuildGrid();
+        Update("IBM", "Last", "10");
+        Update("IBM", "Last", "11.5");
+        ProcessAll();
+    }
+
+    void Update(std::string_view symbol, std::string_view field, std::string_view value) {
+        std::string line("Q,");
+        line.append(symbol);
+        for (size_t i = 0; kUpdateFields[i].name != field; ++i) line += ',';
+        frame->Store().OnLevel1Message(line.append(value).append(","));
+        doc->OnPaintMessage();
+    }
+    SCell Cell(int row, std::string_view column) const {
+        SCell cell;
+        grid->Source()->FillCell(row, ColumnOf(column), cell);
+        return cell;
+    }
+    std::string Text(int row, std::string_view column) const { return std::string(Cell(row, column).Text()); }
+    std::string Tip(int row, std::string_view column) const { return grid->Source()->CellTip(row, ColumnOf(column)); }
+    void Format(int row, std::string_view column, const std::function<void(SCellFormat&)>& change) {
+        SCellFormat format = doc->Formats().Effective(row, ColumnOf(column));
+        change(format);
+        ASSERT_TRUE(doc->Formats().Set(row, ColumnOf(column), format));
+    }
+};
+
+} // namespace
+
+TEST_F(CBoardCellsTest, ACellLooksAsItsOwnFormatSaysElseItsColumnsElseTheGrids) {
+    EXPECT_EQ(Text(1, "Last"), "11.5000");
+    EXPECT_EQ(Cell(1, "Last").role, ETextRole::Up);
+    EXPECT_EQ(Cell(1, "Last").align, EAlign::Right);
+    EXPECT_EQ(Cell(1, "Bid").background, kAutomaticColor);
+
+    doc->Formats().Set(0, 0, [] {
+        SCellFormat all;
+        all.backColour = 0x101010;
+        return all;
+    }());
+    EXPECT_EQ(Cell(1, "Symbol").background, 0x101010);
+    Format(0, "Last", [](SCellFormat& format) {
+        format.decimals = 2;
+        format.backColour = 0x202020;
+        format.upColour = 0xFF8800;
+    });
+    EXPECT_EQ(Text(1, "Last"), "11.50");
+    EXPECT_EQ(Cell(2, "Last").background, 0x202020) << "the column's, where there is no value either";
+    EXPECT_EQ(Cell(1, "Last").role, ETextRole::Explicit);
+    EXPECT_EQ(Cell(1, "Last").textColor, 0xFF8800);
+    Format(1, "Last", [](SCellFormat& format) {
+        format.colourByDirection = false;
+        format.textColour = 0x0000FF;
+        format.decimals = 1;
+    });
+    EXPECT_EQ(Text(1, "Last"), "11.5");
+    EXPECT_EQ(Cell(1, "Last").textColor, 0x0000FF);
+    doc->Options().useGridPrecision = true;
+    EXPECT_EQ(Text(1, "Last"), "11.5000");
+    doc->Options().useDefaultAlignment = false;
+    Format(1, "Last", [](SCellFormat& format) { format.alignment = ECellAlign::Center; });
+    EXPECT_EQ(Cell(1, "Last").align, EAlign::Center);
+}
+
+TEST_F(CBoardCellsTest, AFontIsEnteredAfterPaintingAndShownInTheNext) {
+    EXPECT_NE(Cell(1, "Symbol").font, 0) << "symbols stand out";
+    EXPECT_EQ(Cell(1, "Last").font, 0);
+    Format(1, "Last", [](SCellFormat& format) {
+        format.fontFace = "Courier New";
+        format.fontSizePt = 14;
+    });
+    const int height = grid->Geometry().RowHeight();
+    EXPECT_EQ(Cell(1, "Last").font, 0) << "not known yet";
+    grid->UpdateAll();
+    ProcessAll();
+    ProcessAll();
+    EXPECT_GT(Cell(1, "Last").font, 0);
+    EXPECT_NE(Cell(1, "Last").font, Cell(1, "Symbol").font);
+    EXPECT_GT(grid->Geometry().RowHeight(), height);
+}
+
+TEST_F(CBoardCellsTest, NotesAlertsAndNewsShowThatThereIsMoreAndTipsSayIt) {
+    doc->Notes().Set(1, "first line\r\nsecond line");
+    A_INFO alert{1, 0, 0, 100.0, 9, 0, 0, {}};
+    doc->Alerts().Add("IBM", alert);
+    alert.value = 200;
+    doc->Alerts().Add("IBM", alert);
+    EXPECT_EQ(Text(1, "Alerts"), "2");
+    alert.value = 300;
+    alert.enabled = 0;
+    doc->Alerts().Add("IBM", alert);
+    const std::string headline(300, 'h');
+    doc->OnNewsLine("N,SIM,1,IBM,20240131 093000," + headline);
+
+    EXPECT_EQ(Text(1, "Notes"), "\xB6 first line");
+    EXPECT_EQ(Tip(1, "Notes"), "first line\nsecond line");
+    EXPECT_EQ(grid->EditText(1, ColumnOf("Notes")), "first line") << "the mark is no text";
+    EXPECT_EQ(Text(2, "Notes"), "");
+    EXPECT_EQ(Text(1, "Alerts"), "2/1");
+    EXPECT_EQ(Tip(1, "Alerts"), "2 armed, 1 fired or off");
+    EXPECT_EQ(Tip(1, "Latest Headline"), headline) << "the cell holds 255 bytes of it";
+    EXPECT_EQ(Cell(1, "News").role, ETextRole::Up);
+    EXPECT_EQ(Cell(1, "News").font, Cell(1, "Symbol").font) << "fresh news stands out without colour too";
+    EXPECT_EQ(Tip(3, "Notes"), "") << "headings have no tips of cells";
+}
+
+TEST_F(CBoardCellsTest, ADoubleClickOpensWhatACellStandsFor) {
+    std::vector<ECommand> opened;
+    for (const ECommand command : {ECommand::AlertsEdit, ECommand::EditNote, ECommand::Headlines})
+        frame->Commands().Bind(command, [&opened, command] { opened.push_back(command); });
+    frame->Commands().Refresh();
+    for (const char* column : {"Alerts", "Notes", "News", "Latest Headline"})
+        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, Middle(1, ColumnOf(column)));
+    EXPECT_EQ(opened, (std::vector<ECommand>{ECommand::AlertsEdit, ECommand::EditNote, ECommand::Headlines,
+                                             ECommand::Headlines}));
+    EXPECT_FALSE(grid->IsEditing());
+    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, Middle(1, ColumnOf("Last")));
+    EXPECT_TRUE(grid->IsEditing());
+}
+
+TEST_F(CBoardCellsTest, FillingCellsAllocatesNothing) {
+    Format(1, "Last", [](SCellFormat& format) {
+        format.fontFace = "Some Font With A Long Name";
+        format.italic = true;
+    });
+    doc->Notes().Set(1, "a note of a certain length, more than fits a small string");
+    SCell cell;
+    const auto fillAll = [&] {
+        for (int row = 1; row <= grid->RowCount(); ++row)
+            for (int column = 1; column <= grid->ColumnCount(); ++column) {
+                cell.Reset();
+                if (!grid->Source()->FillSpan(row, cell)) grid->Source()->FillCell(row, column, cell);
+            }
+    };
+    const size_t before = Allocations();
+    fillAll();
+    fillAll();
+    EXPECT_EQ(Allocations() - before, 0u);
+}
+
+TEST_F(CBoardCellsTest, AnEmptyWatchlistSaysHowToBegin) {
+    const auto inked = [&] {
+        ProcessAll();
+        const QImage image = GrabImage(*grid->viewport());
+        const QRect room(0, grid->Geometry().ContentBottom() + 1, image.width(), 60);
+        return CountColor(image, room, grid->Theme().base) < room.width() * room.height();
+    };
+    EXPECT_FALSE(inked());
+    doc->NewDocument();
+    EXPECT_TRUE(inked());
+}

@@ -1,0 +1,196 @@
+#include "app/BoardFixture.h"
+
+#include "base/RegistryPaths.h"
+#include "watchlist/InsertDeleteChoiceDlg.h"
+
+#include <QLineEdit>
+#include <QMimeData>
+#include <QProgressDialog>
+#include <QRadioButton>
+
+using namespace vx;
+using namespace vx::test;
+
+namespace {
+
+using CBoardEditTest = CBoardFixture;
+using enum ECommand;
+
+} // namespace
+
+TEST_F(CBoardEditTest, TypedTextBecomesSymbolsAndAnnotationsAndIsUndoneByName) {
+    EXPECT_FALSE(IsEnabled(EditUndo));
+    Type(QStringLiteral("ibm"));
+    ASSERT_TRUE(grid->IsEditing());
+    Key(Qt::Key_Return);
+    Type(QStringLiteral("buy at open"));
+    Key(Qt::Key_Return);
+    EXPECT_EQ(Board(), "IBM|#buy at open");
+    EXPECT_EQ(grid->FocusCell(), (SGridCell{3, 1}));
+    EXPECT_EQ(grid->RowCount(), 3) << "an empty row stays below the last used one";
+    EXPECT_TRUE(doc->IsModified());
+
+    Type(QStringLiteral("x"));
+    Key(Qt::Key_Escape);
+    EXPECT_EQ(Board(), "IBM|#buy at open");
+    EXPECT_EQ(TextOf(EditUndo), QStringLiteral("&Undo type \"buy at open\""));
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Board(), "IBM");
+    EXPECT_EQ(grid->FocusCell(), (SGridCell{2, 1})) << "what was undone is selected";
+    EXPECT_EQ(TextOf(EditRedo), QStringLiteral("&Redo type \"buy at open\""));
+    Key(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(Board(), "IBM|#buy at open");
+}
+
+TEST_F(CBoardEditTest, AnEntryThatTheRowForbidsIsRefusedAndMarksTheDocument) {
+    Rows(QStringLiteral("IBM"));
+    doc->SetModified(false);
+    grid->BeginEdit(1, ColumnOf("Last"));
+    Key(Qt::Key_Return);
+    EXPECT_FALSE(doc->IsModified()) << "nothing was typed";
+    grid->BeginEdit(1, ColumnOf("Last"));
+    Type(QStringLiteral("remark"));
+    Key(Qt::Key_Return);
+    ASSERT_EQ(boxes.shown.size(), 1u);
+    EXPECT_EQ(boxes.shown[0].text, "Annotations may not be placed in Symbol Rows.");
+    EXPECT_EQ(Board(), "IBM");
+    EXPECT_TRUE(doc->IsModified());
+}
+
+TEST_F(CBoardEditTest, DeleteClearsInsertAndControlDeleteAskOnlyWhereItIsUnclear) {
+    Rows(QStringLiteral("A\nB\nC\nD\nE"));
+    grid->SetFocusCell(5, 1);
+    Key(Qt::Key_Delete);
+    EXPECT_EQ(Board(), "A|B|C|D");
+    SelectRows(3, 4);
+    Key(Qt::Key_Delete);
+    EXPECT_EQ(Board(), "A|B");
+    Undo();
+    EXPECT_EQ(Board(), "A|B|C|D");
+    SelectRows(2, 3);
+    Key(Qt::Key_Delete, Qt::ControlModifier);
+    EXPECT_EQ(Board(), "A|D");
+    EXPECT_EQ(TextOf(EditUndo), QStringLiteral("&Undo delete 2 rows"));
+    grid->SetFocusCell(2, 1);
+    Key(Qt::Key_Insert);
+    EXPECT_EQ(Board(), "A||D");
+
+    const std::string before = Columns();
+    grid->SelectRange({1, 2, 2, 3});
+    InNext<CInsertDeleteChoiceDlg>([](CInsertDeleteChoiceDlg& dialog) {
+        EXPECT_TRUE(dialog.IsRows());
+        dialog.reject();
+    });
+    Key(Qt::Key_Delete, Qt::ControlModifier);
+    EXPECT_EQ(Board(), "A||D");
+    EXPECT_EQ(Columns(), before);
+    InNext<CInsertDeleteChoiceDlg>([](CInsertDeleteChoiceDlg& dialog) {
+        dialog.findChild<QRadioButton*>(QStringLiteral("choiceColumns"))->click();
+        dialog.accept();
+    });
+    Key(Qt::Key_Delete, Qt::ControlModifier);
+    EXPECT_EQ(Columns().find("Tick Trend"), std::string::npos);
+    EXPECT_EQ(Board(), "A||D");
+    Undo();
+    EXPECT_EQ(Columns(), before);
+}
+
+TEST_F(CBoardEditTest, DeletingUnderAutoSortAsksFirst) {
+    Rows(QStringLiteral("A\nB"));
+    doc->Options().sort = {1, true, true, 60000};
+    doc->RebuildGrid();
+    SelectRows(1, 1);
+    boxes.answer = EBoxAnswer::No;
+    Do(RowDelete);
+    Do(EditDelete);
+    EXPECT_EQ(Board(), "A|B");
+    ASSERT_EQ(boxes.shown.size(), 2u);
+    EXPECT_EQ(boxes.shown[0].caption, "Turn Off Auto Sort");
+    boxes.answer = EBoxAnswer::Yes;
+    Do(RowDelete);
+    EXPECT_EQ(Board(), "B");
+    EXPECT_FALSE(frame->View().findChild<QTimer*>(QStringLiteral("autoSortTimer"))->isActive());
+}
+
+TEST_F(CBoardEditTest, WhatIsCopiedIsTheTextOfTheCellsAndComesBackAsItWas) {
+    Rows(QStringLiteral("IBM\n#Tech stocks\nMSFT"));
+    grid->SelectRange({1, 3, 1, 2});
+    Key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("IBM\t\r\nTech stocks\r\nMSFT\t\r\n"));
+    grid->SetFocusCell(4, 1);
+    Key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(Board(), "IBM|#Tech stocks|MSFT|IBM|#Tech stocks|MSFT");
+    EXPECT_EQ(grid->SelectedRange(), (SGridRange{4, 6, 1, grid->ColumnCount()}));
+    SelectRows(1, 2);
+    Key(Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(Board(), "||MSFT|IBM|#Tech stocks|MSFT");
+    EXPECT_EQ(TextOf(EditUndo), QStringLiteral("&Undo cut 2 rows"));
+    Undo();
+    EXPECT_EQ(Board(), "IBM|#Tech stocks|MSFT|IBM|#Tech stocks|MSFT");
+}
+
+TEST_F(CBoardEditTest, ACopiedReportAndADroppedTextBecomeTheirWords) {
+    Rows(QStringLiteral("WatchList  Morning\r\nUser: me\r\n-- REALTIME --\r\nIBM  MSFT\r\n-----\r\nGE"));
+    EXPECT_EQ(Board(), "IBM|MSFT|GE");
+    QMimeData files;
+    files.setUrls({QUrl(QStringLiteral("file:///tmp/list.vxw"))});
+    EXPECT_FALSE(grid->AcceptsDrop(files)) << "files are opened, not pasted";
+    QMimeData text;
+    text.setText(QStringLiteral("KO\nPEP"));
+    ASSERT_TRUE(grid->AcceptsDrop(text));
+    Q_EMIT grid->DataDropped(&text, 4, 1);
+    ProcessAll();
+    EXPECT_EQ(Board(), "IBM|MSFT|GE|KO|PEP");
+}
+
+TEST_F(CBoardEditTest, ALongPasteCanBeCancelledAndAVeryLargeTextIsRefused) {
+    Rows(QStringLiteral("IBM"));
+    QString lines;
+    for (int i = 0; i < 60000; ++i) lines += QStringLiteral("S%1\n").arg(i);
+    bool wasUp = false;
+    auto* timer = new QTimer(frame);
+    QObject::connect(timer, &QTimer::timeout, frame, [&wasUp, timer, this] {
+        auto* box = frame->findChild<QProgressDialog*>(QStringLiteral("progressBox"));
+        if (box == nullptr || !box->isVisible()) return;
+        wasUp = true;
+        timer->stop();
+        box->cancel();
+    });
+    timer->start(0);
+    QGuiApplication::clipboard()->setText(lines);
+    Do(EditPaste);
+    // A machine that is faster than the moment before the box comes up has pasted everything.
+    EXPECT_EQ(doc->LastUsedRow(), wasUp ? 1 : 60000);
+    delete timer;
+
+    const std::string before = Board().substr(0, 100);
+    QGuiApplication::clipboard()->setText(QString((4 << 20) + 1, QLatin1Char('A')));
+    Do(EditPaste);
+    ASSERT_EQ(boxes.shown.size(), 1u);
+    EXPECT_NE(boxes.shown[0].text.find("at most 4 MB"), std::string::npos) << boxes.shown[0].text;
+    EXPECT_EQ(Board().substr(0, 100), before);
+}
+
+TEST_F(CBoardEditTest, RowsMoveByKeysAndDragWithWhatIsSelected) {
+    Rows(QStringLiteral("A\nB\nC\nD"));
+    SelectRows(2, 3);
+    Key(Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(Board(), "B|C|A|D");
+    EXPECT_EQ(grid->SelectedRange().firstRow, 1);
+    EXPECT_FALSE(IsEnabled(RowMoveUp));
+    Key(Qt::Key_Down, Qt::AltModifier);
+    Key(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(Board(), "A|D|B|C");
+    Q_EMIT grid->RowsDragged(3, 4, 1);
+    EXPECT_EQ(Board(), "B|C|A|D");
+    EXPECT_EQ(grid->SelectedRange(), (SGridRange{1, 2, 1, grid->ColumnCount()}));
+    for (int i = 0; i < 4; ++i) Undo();
+    EXPECT_EQ(Board(), "A|B|C|D");
+}
+
+TEST_F(CBoardEditTest, TheCurrentSymbolIsAddedOnlyWhenThereIsOne) {
+    EXPECT_FALSE(IsEnabled(EditAddCurrentSymbol));
+    settings.WriteText(kCurrentSymbol, "GE");
+    Do(EditAddCurrentSymbol);
+    EXPECT_EQ(Board(), "GE");
+}

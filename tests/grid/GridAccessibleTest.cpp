@@ -1,0 +1,101 @@
+#include "grid/TestGrid.h"
+
+#include <QAccessible>
+
+using namespace vx;
+
+namespace {
+
+/// Columns Symbol, Last ...; row 6 is a heading, row 9 can be edited.
+class CSpokenGrid : public CNorvGridCtrl {
+public:
+    using CNorvGridCtrl::CNorvGridCtrl;
+    bool MayEdit(int row, int) const override { return row == 9; }
+};
+
+class GridAccessible : public GridTestOf<CSpokenGrid> {
+protected:
+    void SetUp() override {
+        source.header = [](int column, SCell& cell) {
+            cell.SetText(column == 1 ? "Symbol" : column == 2 ? "Last" : "");
+        };
+        source.cell = [](int row, int column, SCell& cell) {
+            if (row == 3)
+                cell.SetText(column == 1 ? "IBM" : column == 2 ? "123.45" : column == 3 ? "\xAD\xAF\xB7" : "");
+            cell.tickTrend = column == 3;
+        };
+        source.span = [](int row, SCell& cell) {
+            if (row == 6) cell.SetText("Banks");
+            return row == 6;
+        };
+        source.headerTip = "Last price";
+        GridTestOf::SetUp();
+        root = QAccessible::queryAccessibleInterface(&grid);
+        table = root->tableInterface();
+    }
+    QString Name(int row, int column) { return table->cellAt(row - 1, column - 1)->text(QAccessible::Name); }
+
+    QAccessibleInterface* root = nullptr;
+    QAccessibleTableInterface* table = nullptr;
+};
+
+} // namespace
+
+TEST_F(GridAccessible, CellsAreReadByRowColumnAndText) {
+    EXPECT_EQ(root->role(), QAccessible::Table);
+    EXPECT_EQ(root->text(QAccessible::Name), QStringLiteral("Watchlist"));
+    EXPECT_EQ(table->rowCount(), 100);
+    EXPECT_EQ(table->columnCount(), 10);
+    EXPECT_EQ(Name(3, 2), QStringLiteral("IBM Last 123.45"));
+    EXPECT_EQ(Name(3, 1), QStringLiteral("Symbol IBM"));
+    EXPECT_EQ(Name(4, 2), QStringLiteral("Last"));
+    EXPECT_EQ(Name(3, 3), QStringLiteral("IBM up down unchanged"));
+    EXPECT_EQ(Name(6, 4), QStringLiteral("Banks"));
+    QAccessibleInterface* cell = table->cellAt(2, 1);
+    QAccessibleInterface* header = cell->tableCellInterface()->columnHeaderCells().value(0);
+    EXPECT_EQ(header->role(), QAccessible::ColumnHeader);
+    EXPECT_EQ(header->text(QAccessible::Name), QStringLiteral("Last"));
+    EXPECT_EQ(header->text(QAccessible::Description), QStringLiteral("Last price"));
+    EXPECT_EQ(cell->tableCellInterface()->rowHeaderCells().value(0)->text(QAccessible::Name), QStringLiteral("3"));
+    EXPECT_EQ(root->child(root->indexOfChild(cell)), cell);
+    EXPECT_EQ(root->childAt(cell->rect().center().x(), cell->rect().center().y()), cell);
+    EXPECT_EQ(cell->parent(), root);
+    EXPECT_EQ(table->cellAt(100, 0), nullptr);
+    EXPECT_EQ(root->child(101 * 11), nullptr);
+    grid.SetColumnWidth(2, 0);
+    EXPECT_TRUE(cell->state().invisible);
+    EXPECT_TRUE(table->cellAt(80, 1)->state().offscreen);
+}
+
+TEST_F(GridAccessible, FocusAndSelectionCanBeAskedAndSet) {
+    grid.SetFocusCell(3, 2);
+    EXPECT_EQ(root->focusChild(), table->cellAt(2, 1));
+    EXPECT_TRUE(table->cellAt(2, 1)->state().focused && table->cellAt(2, 1)->state().selected);
+    EXPECT_FALSE(table->cellAt(2, 2)->state().selected);
+    table->selectColumn(4);
+    EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 5, 5}));
+    EXPECT_EQ(table->selectedColumns(), QList<int>{4});
+    EXPECT_EQ(table->selectedCellCount(), 100);
+    EXPECT_FALSE(table->selectRow(100));
+    QAccessibleInterface* cell = table->cellAt(8, 0);
+    EXPECT_TRUE(cell->state().editable && !table->cellAt(2, 0)->state().editable);
+    cell->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(grid.EditedCell(), (SGridCell{9, 1}));
+    EXPECT_TRUE(grid.IsEditing());
+}
+
+TEST_F(GridAccessible, AListReadThroughAndCutShortIsSafe) {
+    grid.SetRowCount(100'000);
+    for (int row = 0; row < 100'000; row += 10)
+        ASSERT_EQ(root->indexOfChild(table->cellAt(row, 1)), (row + 1) * 11 + 2);
+    grid.SelectRange({1, 100'000, 1, 10});
+    EXPECT_LE(table->selectedCells().size(), 1000);
+    QAccessibleInterface* last = table->cellAt(99'999, 1);
+    grid.SetRowCount(10);
+    EXPECT_FALSE(last->isValid());
+    EXPECT_EQ(last->text(QAccessible::Name), QString());
+    EXPECT_EQ(last->rect(), QRect());
+    grid.SetRowCount(0);
+    EXPECT_EQ(root->focusChild(), nullptr);
+    EXPECT_EQ(table->selectedCellCount(), 0);
+}
