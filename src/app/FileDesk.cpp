@@ -27,7 +27,7 @@ bool HoldsSymbolsOnly(const std::string& path) {
 }
 
 EBoxAnswer Ask(const std::string& text, EBoxButtons buttons, EBoxIcon icon) {
-    return ShowMessageBox({text, {}, buttons, icon});
+    return ShowMessageBox({text, kProgramName, buttons, icon});
 }
 
 } // namespace

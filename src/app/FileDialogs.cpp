@@ -1,5 +1,6 @@
 #include "app/FileDialogs.h"
 
+#include "app/NorvMainFrame.h"
 #include "base/MessageBox.h"
 #include "base/Utf8Text.h"
 
@@ -7,6 +8,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QSize>
 
 #include <fmt/format.h>
 
@@ -14,8 +16,12 @@ namespace vx {
 
 namespace {
 
+// Wide enough for names and dates to be read.
+constexpr QSize kDialogSize{780, 480};
+
 void Prepare(QFileDialog& dialog, const SFileQuestion& question) {
     dialog.setObjectName(QStringLiteral("fileDialog"));
+    dialog.resize(kDialogSize);
     dialog.setDirectory(QDir::currentPath());
     dialog.setNameFilters(question.filters.split(QStringLiteral(";;")));
     dialog.setDefaultSuffix(question.suffix);
@@ -34,9 +40,7 @@ std::string Ask(QFileDialog& dialog) {
 
 bool MayReplace(const std::string& path) {
     return ShowMessageBox({fmt::format("The file \"{}\" exists already. Replace it?", Windows1252FromUtf8(path)),
-                           {},
-                           EBoxButtons::YesNo,
-                           EBoxIcon::Question}) == EBoxAnswer::Yes;
+                           kProgramName, EBoxButtons::YesNo, EBoxIcon::Question}) == EBoxAnswer::Yes;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "app/FileDesk.h"
 #include "app/MainMenus.h"
+#include "app/NorvMainFrame.h"
 #include "base/MessageBox.h"
 #include "base/Utf8Text.h"
 
@@ -68,7 +69,7 @@ void CFileMenus::OpenRecent(const std::string& path) {
     }
     const std::string text = fmt::format("The file \"{}\" is no longer there. Remove it from the list of recent files?",
                                          Windows1252FromUtf8(path));
-    if (ShowMessageBox({text, {}, EBoxButtons::YesNo, EBoxIcon::Question}) == EBoxAnswer::Yes)
+    if (ShowMessageBox({text, kProgramName, EBoxButtons::YesNo, EBoxIcon::Question}) == EBoxAnswer::Yes)
         m_files.Recent().Remove(path);
 }
 

@@ -57,10 +57,8 @@ void Start(const SLink& link, const std::string& symbol) {
     if (link.takesSymbol && !symbol.empty()) arguments = {QStringLiteral("-symbol"), QtText(symbol)};
     const SStartResult result = StartProgram(link.program, arguments);
     if (result.Started()) return;
-    ShowMessageBox({fmt::format("Unable to launch {}.  Error Code: {}", link.program, result.error),
-                    {},
-                    EBoxButtons::Ok,
-                    EBoxIcon::Exclamation});
+    ShowMessageBox({fmt::format("Unable to launch {}.  Error Code: {}", link.program, result.error), kProgramName,
+                    EBoxButtons::Ok, EBoxIcon::Exclamation});
 }
 
 } // namespace

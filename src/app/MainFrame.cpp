@@ -15,6 +15,7 @@
 #include "app/ProcessAge.h"
 #include "app/RecoveryDesk.h"
 #include "app/StatusPanes.h"
+#include "app/TransferDesk.h"
 #include "base/Clock.h"
 #include "base/Log.h"
 #include "base/Registry.h"
@@ -34,6 +35,7 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QWindow>
 
 #include <fmt/format.h>
 
@@ -94,6 +96,7 @@ void CMainFrame::MakeDesks() {
     m_menus = new CMainMenus(*this, *m_commands);
     m_files = new CFileDesk(*this, *m_commands, CRegistry::CurrentUser());
     m_recovery = new CRecoveryDesk(*this, *m_files);
+    m_transfer = new CTransferDesk(*this, *m_files, *m_commands);
     auto* fileMenus = new CFileMenus(*m_files, *m_menus);
     connect(fileMenus, &CFileMenus::RecoveryAsked, m_recovery, [this] { m_recovery->Offer(true); });
     connect(new CFileDrop(*this), &CFileDrop::Dropped, m_files, &CFileDesk::TakeDropped);
@@ -110,8 +113,9 @@ CMainFrame::~CMainFrame() {
     m_status.stop();
     m_doc->Alerts().SetNotices(nullptr);
     for (QObject* desk :
-         {static_cast<QObject*>(m_recovery), static_cast<QObject*>(m_files), static_cast<QObject*>(m_board),
-          static_cast<QObject*>(m_alerts), static_cast<QObject*>(m_market), static_cast<QObject*>(m_links)})
+         {static_cast<QObject*>(m_transfer), static_cast<QObject*>(m_recovery), static_cast<QObject*>(m_files),
+          static_cast<QObject*>(m_board), static_cast<QObject*>(m_alerts), static_cast<QObject*>(m_market),
+          static_cast<QObject*>(m_links)})
         delete desk;
     delete m_view; // The view looks at the document until it is gone.
     m_view = nullptr;
@@ -172,19 +176,16 @@ SPlacement CMainFrame::Placement() const {
     return {normal.left(), normal.top(), normal.width(), normal.height(), isMaximized(), IsAlwaysOnTop()};
 }
 
+// Through the window's own flags the toolkit would make the platform window anew, which hides it for a moment and
+// forgets where its frame stands.
 void CMainFrame::SetAlwaysOnTop(bool onTop) {
     if (IsAlwaysOnTop() == onTop) return;
-    // Changing the flag makes the platform window anew: it hides, and forgets where it was.
-    const bool shown = isVisible();
-    const QPoint place = pos();
-    const QSize extent = size();
-    setWindowFlag(Qt::WindowStaysOnTopHint, onTop);
-    if (!shown) return;
-    if (!isMaximized()) {
-        resize(extent);
-        move(place);
+    if (!windowHandle()) {
+        setWindowFlag(Qt::WindowStaysOnTopHint, onTop);
+        return;
     }
-    show();
+    overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, onTop));
+    windowHandle()->setFlag(Qt::WindowStaysOnTopHint, onTop);
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {

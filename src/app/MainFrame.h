@@ -26,6 +26,7 @@ class CMarketDesk;
 class CRecoveryDesk;
 class CSettings;
 class CStatusPanes;
+class CTransferDesk;
 class CWatchlistDoc;
 class CWatchlistView;
 
@@ -54,6 +55,7 @@ public:
     CAlertDesk& AlertNotices() { return *m_alerts; }
     CMarketDesk& Market() { return *m_market; }
     CRecoveryDesk& Recovery() { return *m_recovery; }
+    CTransferDesk& Transfer() { return *m_transfer; }
     /// The names of markets and security types that the store shows.
     CLookupTables& LookupTables() { return m_lookupTables; }
 
@@ -122,6 +124,7 @@ private:
     CAlertDesk* m_alerts = nullptr;
     CMarketDesk* m_market = nullptr;
     CRecoveryDesk* m_recovery = nullptr;
+    CTransferDesk* m_transfer = nullptr;
     CLinkDesk* m_links = nullptr;
     QTimer m_status;
     bool m_live = true;

@@ -23,7 +23,9 @@ void CRecoveryDesk::Poll() {
     if (error.empty()) return;
     LogInformation(error);
     // A box that opened here would hold up the timer that came here.
-    QTimer::singleShot(0, this, [error] { ShowMessageBox({error, {}, EBoxButtons::Ok, EBoxIcon::Exclamation}); });
+    QTimer::singleShot(0, this, [error] {
+        ShowMessageBox({error, kProgramName, EBoxButtons::Ok, EBoxIcon::Exclamation});
+    });
 }
 
 void CRecoveryDesk::KeepNow() {
@@ -35,8 +37,8 @@ void CRecoveryDesk::Offer(bool userAsked) {
     std::vector<SRecovery> found = FindRecoveries(UserStateFolder());
     if (found.empty()) {
         if (userAsked)
-            ShowMessageBox(
-                {"There are no unsaved changes of an earlier run.", {}, EBoxButtons::Ok, EBoxIcon::Information});
+            ShowMessageBox({"There are no unsaved changes of an earlier run.", kProgramName, EBoxButtons::Ok,
+                            EBoxIcon::Information});
         return;
     }
     CRecoveryDlg dialog(std::move(found), &m_frame);

@@ -1,5 +1,6 @@
 #include "app/RecoveryDlg.h"
 
+#include "app/NorvMainFrame.h"
 #include "base/MessageBox.h"
 #include "base/Utf8Text.h"
 #include "watchlist/StateFiles.h"
@@ -21,6 +22,9 @@
 namespace vx {
 
 namespace {
+
+constexpr int kSpacePx = 16;
+constexpr int kWidestPx = 220;
 
 enum EColumn { kName, kSaved, kRows, kFile, kColumns };
 
@@ -92,8 +96,10 @@ void CRecoveryDlg::Fill() {
         item->setToolTip(kFile, file.toHtmlEscaped());
         m_list->addTopLevelItem(item);
     }
-    for (int column : {kName, kSaved, kRows}) m_list->resizeColumnToContents(column);
-    m_list->setColumnWidth(kName, std::min(m_list->columnWidth(kName), 220));
+    for (int column : {kName, kSaved, kRows}) {
+        m_list->resizeColumnToContents(column);
+        m_list->setColumnWidth(column, std::min(m_list->columnWidth(column) + kSpacePx, kWidestPx));
+    }
     m_list->setCurrentItem(m_list->topLevelItem(0));
     m_recover->setEnabled(!m_found.empty());
     m_discard->setEnabled(!m_found.empty());
@@ -106,7 +112,7 @@ void CRecoveryDlg::Discard() {
     if (index < 0) return;
     const std::string text = fmt::format("Discard the unsaved changes of \"{}\"? They cannot be brought back.",
                                          Windows1252FromUtf8(NameOf(m_found[static_cast<size_t>(index)])));
-    if (ShowMessageBox({text, {}, EBoxButtons::YesNo, EBoxIcon::Exclamation}) != EBoxAnswer::Yes) return;
+    if (ShowMessageBox({text, kProgramName, EBoxButtons::YesNo, EBoxIcon::Exclamation}) != EBoxAnswer::Yes) return;
     DiscardRecovery(m_found[static_cast<size_t>(index)]);
     m_found.erase(m_found.begin() + index);
     if (m_found.empty()) return reject();

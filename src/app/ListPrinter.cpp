@@ -1,0 +1,161 @@
+#include "app/ListPrinter.h"
+
+#include "grid/GridCtrl.h"
+#include "grid/QtText.h"
+
+#include <QDateTime>
+#include <QPageLayout>
+#include <QPagedPaintDevice>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace vx {
+
+namespace {
+
+constexpr double kPixelsPerInch = 96;
+constexpr double kRowHeight = 18;
+constexpr double kTitleHeight = 26;
+constexpr double kFootHeight = 22;
+constexpr double kPadding = 4;
+constexpr int kTextPixels = 12;
+constexpr int kTitlePixels = 15;
+constexpr int kTickPixels = 8; // So that as many ticks fit into their column as on the screen.
+
+const SGridTheme& Theme() { return kLightGridTheme; }
+
+// The three bytes that the market's tick trend is made of have no glyphs of their own.
+QString Printable(const SCell& cell) {
+    QString text = QtText(cell.Text());
+    if (!cell.tickTrend) return text;
+    text.replace(QChar(0x00AD), QChar(0x25B2));
+    text.replace(QChar(0x00AF), QChar(0x25BC));
+    return text.replace(QChar(0x00B7), QChar(0x2022));
+}
+
+QColor FromBlueGreenRed(int32_t color) { return {color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF}; }
+
+Qt::Alignment AlignmentOf(EAlign align) {
+    if (align == EAlign::Center) return Qt::AlignHCenter | Qt::AlignVCenter;
+    return (align == EAlign::Right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
+}
+
+QFont FontOf(int pixels, bool bold) {
+    QFont font(QStringLiteral("Arial"));
+    font.setPixelSize(pixels);
+    font.setBold(bold);
+    return font;
+}
+
+} // namespace
+
+CListPrinter::CListPrinter(const CGridCtrl& grid, int rows, QString title, QPagedPaintDevice& device)
+    : m_grid(grid), m_rows(std::min(rows, grid.RowCount())), m_title(std::move(title)), m_device(device) {
+    const QRectF area = device.pageLayout().paintRect(QPageLayout::Inch);
+    double total = 0;
+    for (int column = 1; column <= grid.ColumnCount(); ++column) total += grid.ColumnWidth(column);
+    const double page = area.width() * kPixelsPerInch;
+    const double zoom = total > 0 ? std::clamp(page / total, kSmallest, 1.0) : 1.0;
+    m_scale = device.logicalDpiX() / kPixelsPerInch * zoom;
+    m_width = page / zoom;
+    m_height = area.height() * kPixelsPerInch / zoom;
+    m_rowsPerPage = std::max(1, static_cast<int>((m_height - kTitleHeight - kFootHeight) / kRowHeight) - 1);
+    m_rowPages = std::max(1, (m_rows + m_rowsPerPage - 1) / m_rowsPerPage);
+    CutIntoSheets();
+}
+
+void CListPrinter::CutIntoSheets() {
+    double used = 0;
+    SSheet sheet;
+    for (int column = 1; column <= m_grid.ColumnCount(); ++column) {
+        const double width = m_grid.ColumnWidth(column);
+        // A hair more than the page is rounding, not a reason for another page.
+        if (used > 0 && used + width > m_width + 0.5) {
+            m_sheets.push_back(sheet);
+            sheet.first = column;
+            used = 0;
+        }
+        sheet.last = column;
+        used += width;
+    }
+    m_sheets.push_back(sheet);
+}
+
+bool CListPrinter::Print(int firstPage, int lastPage, const std::function<bool(int page)>& goOn) {
+    QPainter painter;
+    if (!painter.begin(&m_device)) return false;
+    painter.scale(m_scale, m_scale);
+    const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm"));
+    for (int page = std::max(1, firstPage); page <= std::min(lastPage, PageCount()); ++page) {
+        if (!goOn(page) || (page > std::max(1, firstPage) && !m_device.newPage())) return false;
+        PrintPage(painter, page, time);
+    }
+    return true;
+}
+
+// All sheets of some rows, then those of the next rows.
+void CListPrinter::PrintPage(QPainter& painter, int page, const QString& time) const {
+    const int sheets = static_cast<int>(m_sheets.size());
+    const SSheet& sheet = m_sheets[static_cast<size_t>((page - 1) % sheets)];
+    const int firstRow = (page - 1) / sheets * m_rowsPerPage + 1;
+    const QRectF head(0, 0, m_width, kTitleHeight - kPadding);
+    painter.setPen(QColor(Theme().text));
+    painter.setFont(FontOf(kTitlePixels, true));
+    painter.drawText(head, Qt::AlignLeft | Qt::AlignVCenter, m_title);
+    painter.setFont(FontOf(kTextPixels, false));
+    painter.drawText(head, Qt::AlignRight | Qt::AlignVCenter, time);
+    double top = kTitleHeight;
+    PrintRow(painter, sheet, 0, top);
+    for (int row = firstRow; row <= std::min(m_rows, firstRow + m_rowsPerPage - 1); ++row)
+        PrintRow(painter, sheet, row, top += kRowHeight);
+    painter.setPen(QColor(Theme().text));
+    painter.setFont(FontOf(kTextPixels, false));
+    painter.drawText(QRectF(0, m_height - kFootHeight, m_width, kFootHeight), Qt::AlignRight | Qt::AlignBottom,
+                     QStringLiteral("Page %1 of %2").arg(page).arg(PageCount()));
+}
+
+// Row 0 is the header.
+void CListPrinter::PrintRow(QPainter& painter, const SSheet& sheet, int row, double top) const {
+    const CCellSource& source = *m_grid.Source();
+    double right = 0;
+    for (int column = sheet.first; column <= sheet.last; ++column) right += m_grid.ColumnWidth(column);
+    SCell cell;
+    if (row > 0 && source.FillSpan(row, cell)) {
+        painter.fillRect(QRectF(0, top, right, kRowHeight), QColor(Theme().span));
+        PrintCell(painter, cell, {0, top, right, kRowHeight}, true);
+    } else {
+        double left = 0;
+        if (row == 0) painter.fillRect(QRectF(0, top, right, kRowHeight), QColor(Theme().header));
+        for (int column = sheet.first; column <= sheet.last; ++column) {
+            const double width = m_grid.ColumnWidth(column);
+            if (width < 1) continue;
+            cell.Reset();
+            if (row == 0)
+                source.FillHeader(column, cell);
+            else
+                source.FillCell(row, column, cell);
+            PrintCell(painter, cell, {left, top, width, kRowHeight}, row == 0);
+            left += width;
+        }
+    }
+    painter.setPen(QPen(QColor(row == 0 ? Theme().headerLine : Theme().gridLine), 0.75));
+    painter.drawLine(QPointF(0, top + kRowHeight), QPointF(right, top + kRowHeight));
+}
+
+void CListPrinter::PrintCell(QPainter& painter, const SCell& cell, const QRectF& place, bool bold) const {
+    if (cell.background != kAutomaticColor) painter.fillRect(place, FromBlueGreenRed(cell.background));
+    if (cell.length == 0) return;
+    painter.setFont(FontOf(cell.tickTrend ? kTickPixels : kTextPixels, bold));
+    painter.setPen(cell.role == ETextRole::Explicit && cell.textColor != kAutomaticColor
+                       ? FromBlueGreenRed(cell.textColor)
+                       : QColor(Theme().RoleColor(cell.role)));
+    const QRectF inner = place.adjusted(kPadding, 0, -kPadding, 0);
+    const QString text =
+        painter.fontMetrics().elidedText(Printable(cell), Qt::ElideRight, static_cast<int>(std::ceil(inner.width())));
+    painter.drawText(inner, static_cast<int>(AlignmentOf(cell.align)) | Qt::TextSingleLine, text);
+}
+
+} // namespace vx

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QObject>
+
+#include <string>
+
+namespace vx {
+
+class CCommands;
+class CFileDesk;
+class CMainFrame;
+
+/// Takes symbols in from other programs and gives the board out to them: import, export, print.
+///
+/// Owns    nothing of frame and files, which outlive it
+/// Thread  GUI thread only
+class CTransferDesk : public QObject {
+    Q_OBJECT
+public:
+    CTransferDesk(CMainFrame& frame, CFileDesk& files, CCommands& commands);
+
+    void Export();
+    /// Shows what of a file's symbols would be added, and adds it when the user agrees.
+    void ImportFile(const std::string& path);
+    /// The same for a text, Windows-1252. source: where it comes from, for the dialog.
+    void ImportText(const std::string& text, const std::string& source);
+    void Print();
+
+private:
+    void AskAndImport();
+
+    CMainFrame& m_frame;
+};
+
+} // namespace vx

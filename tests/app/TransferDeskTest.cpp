@@ -1,0 +1,166 @@
+#include "app/TransferDesk.h"
+
+#include "app/FileDesk.h"
+#include "app/FrameFixture.h"
+#include "app/ListPrinter.h"
+#include "support/Dialogs.h"
+#include "support/MessageBoxes.h"
+#include "watchlist/CellEntry.h"
+#include "watchlist/ImportDlg.h"
+#include "watchlist/QuoteDataOptions.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QGroupBox>
+#include <QPlainTextEdit>
+#include <QPrinter>
+#include <QPushButton>
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+
+using namespace vx;
+using namespace vx::test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+class CTransferDeskTest : public CFrameFixture {
+protected:
+    CTransferDeskTest() {
+        frame.show();
+        doc.SetColumnsByName("Symbol;Last;Notes;");
+        doc.RebuildGrid();
+    }
+
+    void Type(int row, const std::string& text) { EnterCellText(doc, row, 1, {}, text); }
+    std::string At(const std::string& name) const { return folder / name; }
+
+    /// Goes through both dialogs of an export; options: the buttons to press, by their texts.
+    void Export(const std::vector<const char*>& options, const std::string& name) {
+        WhenOpen<CQuoteDataOptions>([&, options](CQuoteDataOptions& dialog) {
+            for (const auto* group : dialog.findChildren<QGroupBox*>()) groups << group->title();
+            for (const char* option : options) dialog.findChild<QAbstractButton*>(QString::fromLatin1(option))->click();
+            WhenOpen<QFileDialog>([&, name](QFileDialog& files) {
+                filter = files.nameFilters().join(QLatin1Char('|')).toStdString();
+                files.selectFile(QString::fromStdString(name));
+                static_cast<QDialog&>(files).accept();
+            });
+            dialog.accept();
+        });
+        Do("FileExport");
+    }
+    static QString Text(const CImportDlg& dialog, const char* list) {
+        const auto* edit = dialog.findChild<QPlainTextEdit*>(QString::fromLatin1(list));
+        return edit ? edit->toPlainText() : QString();
+    }
+
+    CMainFrame& frame = Frame();
+    CWatchlistDoc& doc = frame.Document();
+    CMessageBoxes boxes;
+    QStringList groups;
+    std::string filter;
+};
+
+} // namespace
+
+TEST_F(CTransferDeskTest, AnExportAsksHowAndWhereAndAppendingAsksNothingElse) {
+    Type(1, "ibm");
+    Type(2, "buy at the open");
+    Export({"Tab Delimited", "DDE Formulas", "columnHeaders"}, At("board"));
+    EXPECT_EQ(groups, (QStringList{QStringLiteral("Export"), QStringLiteral("Quote Format Options"),
+                                   QStringLiteral("File Options")}));
+    EXPECT_EQ(filter, "Tabular Delimited (*.txt)");
+    const std::string table = ReadFile(At("board.txt"));
+    EXPECT_EQ(table, "Symbol\tLast\tNotes\n=VxLink|'IBM'!'Symbol'\t\t\nbuy at the open\t\t\n");
+
+    Export({"Tab Delimited"}, At("board.txt"));
+    EXPECT_EQ(ReadFile(At("board.txt")), table + "IBM\t\t\nbuy at the open\t\t\n");
+    Export({}, At("board"));
+    EXPECT_EQ(filter, "Comma Delimited (*.csv)");
+    EXPECT_EQ(ReadFile(At("board.csv")), "IBM,,\nbuy at the open,,\n");
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+
+    boxes.answer = EBoxAnswer::Yes;
+    doc.EmptyRow(2);
+    Export({"Overwrite"}, At("board.csv"));
+    EXPECT_EQ(ReadFile(At("board.csv")), "IBM,,\n");
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre("The file \"" + At("board.csv") + "\" exists already. Replace it?"));
+    Export({}, At("none/board")); // A file that cannot be opened is passed over.
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+}
+
+TEST_F(CTransferDeskTest, AnImportShowsWhatItWouldDoAndIsOneStep) {
+    Type(1, "ibm");
+    Type(2, "f");
+    WriteFile(At("list.csv"), "Name,Symbol\nFord,f\nApple,aapl\nGE,ge\nGE,ge\nodd,12.5\n");
+    const auto import = [&](bool agree) {
+        WhenOpen<CImportDlg>([&, agree](CImportDlg& dialog) {
+            EXPECT_EQ(Text(dialog, "toAdd"), QStringLiteral("AAPL, GE"));
+            EXPECT_EQ(Text(dialog, "alreadyThere"), QStringLiteral("F"));
+            EXPECT_EQ(Text(dialog, "duplicates"), QStringLiteral("GE"));
+            EXPECT_EQ(Text(dialog, "notUnderstood"), QStringLiteral("line 6: 12.5"));
+            QPushButton* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+            EXPECT_EQ(ok->text(), QStringLiteral("Add 2 Symbols"));
+            if (agree)
+                ok->click();
+            else
+                dialog.reject();
+        });
+        frame.Files().TakeDropped({At("list.csv")});
+    };
+    frame.View().Grid().SetFocusCell(2, 1);
+    import(false);
+    EXPECT_EQ(doc.LastUsedRow(), 2);
+    import(true);
+    for (const auto& [row, symbol] : std::map<int, std::string>{{1, "IBM"}, {2, "AAPL"}, {3, "GE"}, {4, "F"}})
+        EXPECT_EQ(doc.RowSymbol(row), symbol) << row;
+    EXPECT_EQ(frame.View().Grid().SelectedRange().lastRow, 3);
+    doc.Undo().Undo();
+    EXPECT_EQ(doc.LastUsedRow(), 2);
+
+    WriteFile(At("none.txt"), "ibm f");
+    WhenOpen<CImportDlg>([](CImportDlg& dialog) {
+        EXPECT_FALSE(dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->isEnabled());
+        EXPECT_TRUE(dialog.findChild<QWidget*>(QStringLiteral("nothing")));
+        dialog.reject();
+    });
+    frame.Transfer().ImportFile(At("none.txt"));
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+}
+
+TEST_F(CTransferDeskTest, PagesHoldAllRowsAndWideListsContinueBesideThem) {
+    const auto pages = [&](const std::string& columns) {
+        doc.SetColumnsByName(columns);
+        doc.RebuildGrid();
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(QString::fromStdString(At("list.pdf")));
+        printer.setPageOrientation(QPageLayout::Landscape);
+        CListPrinter list(frame.View().Grid(), doc.LastUsedRow(), QStringLiteral("Banks"), printer);
+        int last = 0;
+        EXPECT_TRUE(list.Print(1, list.PageCount(), [&](int page) { return (last = page) > 0; }));
+        EXPECT_EQ(last, list.PageCount());
+        EXPECT_TRUE(ReadFile(At("list.pdf")).starts_with("%PDF"));
+        return last;
+    };
+    for (int row = 1; row <= 120; ++row) doc.PlaceSymbol(row, fmt::format("S{}", row));
+    doc.RebuildGrid();
+    const int narrow = pages("Symbol;Last;");
+    EXPECT_GE(narrow, 3);
+    EXPECT_LE(narrow, 5);
+    std::string all;
+    for (const char* name : {"Symbol", "Last", "Volume", "Bid", "Ask", "High", "Low", "Open", "Close", "Change"})
+        all += fmt::format("{};", name);
+
+    doc.SetColumnsByName(all);
+    for (int i = 1; i < doc.Columns().Count(); ++i) doc.Columns().SetWidth(i, 400);
+    doc.RebuildGrid();
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setPageOrientation(QPageLayout::Landscape);
+    EXPECT_GE(CListPrinter(frame.View().Grid(), 1, {}, printer).PageCount(), 2) << "ten columns of 400 pixels";
+}
