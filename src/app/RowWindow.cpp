@@ -6,7 +6,6 @@
 
 #include <QHideEvent>
 #include <QShowEvent>
-#include <QWindow>
 
 #include <algorithm>
 #include <utility>
@@ -24,7 +23,6 @@ constexpr int kBarsHeight = 40;
 CRowWindow::CRowWindow(CWatchlistDoc& doc, CWatchlistGrid& grid, Qt::Corner corner, QWidget* parent)
     : QDialog(parent), m_doc(doc), m_grid(grid), m_corner(corner) {
     setSizeGripEnabled(true);
-    if (parent) parent->installEventFilter(this);
     m_beat.setInterval(kBeatMs);
     connect(&m_beat, &QTimer::timeout, this, [this] { Refresh(); });
     connect(&grid, &CGridCtrl::FocusCellChanged, this, [this] {
@@ -62,27 +60,7 @@ void CRowWindow::showEvent(QShowEvent* event) {
 void CRowWindow::hideEvent(QHideEvent* event) {
     QDialog::hideEvent(event);
     m_beat.stop();
-    if (!event->spontaneous() && !m_moving) Closed(); // Minimised, it is still open.
-}
-
-// A parent that was put on top of all windows, or no longer is, has a new platform window; this one would stay bound to
-// the old one and vanish behind it.
-bool CRowWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == parent() && event->type() == QEvent::Show && isVisible())
-        QTimer::singleShot(0, this, &CRowWindow::StayAboveParent);
-    return QDialog::eventFilter(watched, event);
-}
-
-void CRowWindow::StayAboveParent() {
-    QWindow* above = parentWidget()->window()->windowHandle();
-    if (!isVisible() || !windowHandle() || windowHandle()->transientParent() == above) return;
-    const QPoint place = pos();
-    m_moving = true;
-    hide();
-    windowHandle()->setTransientParent(above);
-    move(place);
-    show();
-    m_moving = false;
+    if (!event->spontaneous()) Closed(); // Minimised, it is still open.
 }
 
 } // namespace vx

@@ -38,17 +38,14 @@ protected:
 
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void MoveToCorner();
-    void StayAboveParent();
 
     CWatchlistDoc& m_doc;
     CWatchlistGrid& m_grid;
     Qt::Corner m_corner;
     bool m_placed = false;
-    bool m_moving = false; ///< Hidden for a moment, not closed.
     QTimer m_beat;
 };
 
