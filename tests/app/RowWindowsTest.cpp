@@ -35,6 +35,7 @@ protected:
         doc->EnterSymbol(1, "IBM");
         doc->EnterSymbol(2, "MSFT");
         doc->RebuildGrid();
+        frame->ShowSized(900, 500);
         FocusRow(1);
     }
     void FocusRow(int row) { frame->View().Grid().SetFocusCell(row, 1); }
