@@ -10,6 +10,8 @@
 #include "watchlist/StateFiles.h"
 #include "watchlist/WatchlistDoc.h"
 #include "watchlist/WatchlistFolder.h"
+#include "watchlist/WatchlistGrid.h"
+#include "watchlist/WatchlistView.h"
 
 #include <fmt/format.h>
 
@@ -186,6 +188,7 @@ void CFileDesk::TellUncarried(const std::vector<std::string>& uncarried) {
 // Leaving the document
 
 bool CFileDesk::MayLeave() {
+    m_frame.View().Grid().EndEdit(true); // What stands in an open editor was typed to stay.
     if (!m_frame.Document().IsModified()) return true;
     switch (Ask(fmt::format("Save changes to \"{}\"?", Name()), EBoxButtons::YesNoCancel, EBoxIcon::Question)) {
     case EBoxAnswer::Yes:

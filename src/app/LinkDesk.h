@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+#include <string>
+
 namespace vx {
 
 class CCommands;

@@ -139,6 +139,10 @@ TEST_F(CFileDeskTest, UnsavedChangesAreAskedAboutBeforeNewOpenAndExit) {
     EXPECT_EQ(doc.RowSymbol(1), "GE");
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Save changes to \"Untitled\"?"));
 
+    frame.View().Grid().BeginEdit(2, 1, "f"); // What stands in an open editor counts as typed.
+    boxes.answers = {Cancel};
+    frame.close();
+    EXPECT_EQ(doc.RowSymbol(2), "F");
     boxes.answers = {No}; // No: gone.
     frame.close();
     EXPECT_FALSE(frame.isVisible());
