@@ -36,7 +36,7 @@ namespace vx {
 CAlertDesk::CAlertDesk(CMainFrame& frame, CCommands& commands)
     : QObject(&frame), m_frame(frame), m_history(UserStateFolder()),
       m_services{.settings = frame.Settings(),
-                 .player = m_player,
+                 .player = m_preview,
                  .symbols = [this] { return Symbols(); },
                  .valueNow = [this](std::string_view symbol, int32_t id) { return ValueNow(symbol, id); },
                  .isMuted = [this] { return m_frame.Settings().ReadBoolean(kAlertMute); }},
@@ -104,6 +104,7 @@ bool CAlertDesk::eventFilter(QObject* watched, QEvent* event) {
 void CAlertDesk::OnFired(const CAlertFiredMessage& message) {
     SAlertNotice notice = message.Notice();
     LogInformation(ShownLine(NoticeTitle(notice)));
+    if (m_frame.isMinimized()) m_presence->SetHere(false); // A program that starts so was never the active one.
     const int64_t awaySince = m_presence->AwaySinceMs();
     std::string id = m_history.NoteFired(FiringOf(notice, message.FiredMs(), awaySince));
     if (m_historyDlg) m_historyDlg->RefreshSoon();
