@@ -49,6 +49,7 @@ CAlertDesk::CAlertDesk(CMainFrame& frame, CCommands& commands)
     m_notices->SetEnded([this](const SFiredNotice& notice, EFiringEnd end, double newThreshold) {
         OnEnded(notice, end, newThreshold);
     });
+    connect(m_notices, &CNoticeQueue::Opening, m_presence, &CPresence::NoteOwnWindow);
     connect(m_presence, &CPresence::Returned, m_missed, &CMissedAlerts::OnReturn);
     connect(m_missed, &CMissedAlerts::Asked, this, &CAlertDesk::ShowHistory);
     connect(m_missed, &CMissedAlerts::Called, this, [this] {
