@@ -61,7 +61,12 @@ CAlertDesk::CAlertDesk(CMainFrame& frame, CCommands& commands)
     BindCommands(commands);
 }
 
-CAlertDesk::~CAlertDesk() { delete m_historyDlg; }
+// The windows use the players, the services and the history.
+CAlertDesk::~CAlertDesk() {
+    qDeleteAll(m_frame.findChildren<CNewAlertDlg*>());
+    delete m_notices;
+    delete m_historyDlg;
+}
 
 void CAlertDesk::BindCommands(CCommands& commands) {
     commands.Bind(ECommand::AlertsEdit, [this] { EditAlerts(FocusSymbol()); });
