@@ -16,6 +16,7 @@ class CSettings;
 /// Owns    nothing: settings and player outlive the dialogs
 struct SAlertDialogServices {
     CSettings& settings;
+    /// For trying sounds; not the one that notices play with.
     CAlertSoundPlayer& player;
     /// The symbols of the watchlist, each once, in the order in which they are offered.
     std::function<std::vector<std::string>()> symbols;

@@ -31,7 +31,7 @@ namespace vx {
 
 namespace {
 
-constexpr int kWidth = 980;
+constexpr int kWidth = 1080;
 constexpr int kHeight = 460;
 constexpr int kMostColumnWidth = 220;
 constexpr int kWhileAway = 0; // Of the list of views.

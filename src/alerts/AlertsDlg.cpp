@@ -45,8 +45,10 @@ QPushButton* MakeButton(const QString& text, const char* name, const QString& ti
 } // namespace
 
 CAlertsDlg::CAlertsDlg(CAlertsMap& alerts, const SAlertDialogServices& services, QWidget* parent)
-    : QDialog(parent), m_alerts(alerts), m_services(services), m_model(new CAlertListModel(alerts, this)),
-      m_list(new QListView), m_empty(new QLabel(tr("There are no alerts yet.\n\"New\" sets the first one."))),
+    : QDialog(parent), m_alerts(alerts), m_services(services), m_hasSymbols(!services.symbols().empty()),
+      m_model(new CAlertListModel(alerts, this)), m_list(new QListView),
+      m_empty(new QLabel(m_hasSymbols ? tr("There are no alerts yet.\n\"New\" sets the first one.")
+                                      : tr("There are no alerts yet.\nAlerts need a symbol in the watchlist."))),
       m_new(MakeButton(tr("&New..."), "new", tr("Set another alert"))),
       m_edit(MakeButton(tr("&Edit..."), "edit", tr("Change the selected alert"))),
       m_delete(MakeButton(tr("&Delete"), "delete", tr("Remove the selected alert (Del)"))) {
@@ -108,13 +110,10 @@ void CAlertsDlg::SelectSymbol(std::string_view symbol) { SelectRow(m_model->RowO
 
 void CAlertsDlg::EnableButtons() {
     const bool one = SelectedRow() >= 0;
-    const bool hasSymbols = !m_services.symbols().empty();
-    m_new->setEnabled(hasSymbols);
+    m_new->setEnabled(m_hasSymbols);
     m_edit->setEnabled(one);
     m_delete->setEnabled(one);
     m_empty->setVisible(m_model->rowCount() == 0);
-    m_empty->setText(hasSymbols ? tr("There are no alerts yet.\n\"New\" sets the first one.")
-                                : tr("There are no alerts yet.\nAlerts need a symbol in the watchlist."));
 }
 
 void CAlertsDlg::Refill(int row) {

@@ -47,6 +47,7 @@ private:
 
     CAlertsMap& m_alerts;
     const SAlertDialogServices& m_services;
+    const bool m_hasSymbols;
     CAlertListModel* m_model;
     QListView* m_list;
     QLabel* m_empty;

@@ -20,7 +20,8 @@ namespace vx {
 namespace {
 
 constexpr int kTextWidth = 430;
-constexpr int kMostTextLines = 14;
+constexpr int kMostTextHeight = 260;
+constexpr int kSpare = 8; // Beside and below the text, so that no scroll bar comes.
 
 /// Text that can be selected and wraps wherever it must, in the colours of the window around it.
 QPlainTextEdit* MakeText(const QString& text, QWidget* parent) {
@@ -32,12 +33,10 @@ QPlainTextEdit* MakeText(const QString& text, QWidget* parent) {
     box->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     box->viewport()->setAutoFillBackground(false);
     box->document()->setDocumentMargin(0);
-    box->setMinimumWidth(kTextWidth);
-    box->resize(kTextWidth, box->height());
-    box->document()->setTextWidth(kTextWidth);
-    // The document of such a box measures itself in lines.
-    const int lines = std::clamp(static_cast<int>(box->document()->size().height()) + 1, 4, kMostTextLines);
-    box->setMinimumHeight(lines * box->fontMetrics().lineSpacing());
+    box->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    const QRect room(0, 0, kTextWidth, kMostTextHeight);
+    const QRect needed = box->fontMetrics().boundingRect(room, Qt::TextWordWrap | Qt::TextWrapAnywhere, text);
+    box->setMinimumSize(kTextWidth + kSpare, std::min(needed.height(), kMostTextHeight) + kSpare);
     box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored); // Such a box asks for more than its text needs.
     return box;
 }
@@ -89,6 +88,7 @@ void CAlertsNotice::SetWaiting(int count) {
 
 void CAlertsNotice::showEvent(QShowEvent* event) {
     m_shown.start();
+    m_lastKey.start();
     QDialog::showEvent(event);
 }
 
@@ -96,11 +96,16 @@ bool CAlertsNotice::eventFilter(QObject* watched, QEvent* event) {
     const QEvent::Type type = event->type();
     const bool isKey = type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::ShortcutOverride ||
                        type == QEvent::Shortcut;
-    if (isKey && m_shown.isValid() && !m_shown.hasExpired(kKeyGuardMs)) {
+    if (isKey && IsGuarded()) {
+        if (type == QEvent::KeyPress) m_lastKey.start();
         event->accept();
         return true;
     }
     return QDialog::eventFilter(watched, event);
+}
+
+bool CAlertsNotice::IsGuarded() const {
+    return m_shown.isValid() && !m_lastKey.hasExpired(kKeyGuardMs) && !m_shown.hasExpired(kMostKeyGuardMs);
 }
 
 void CAlertsNotice::OnReset() {

@@ -15,13 +15,15 @@ namespace vx {
 /// Tells the user that an alert fired. Accepted when the alert was reset, which the owner has been posted then as
 /// kResetAlertMessage; rejected when it was dismissed and stays disarmed.
 ///
-/// Keys pressed in the first moments are dropped: they were meant for what the notice came over.
+/// Keys are dropped until none was pressed for kKeyGuardMs, for kMostKeyGuardMs at the most: what is being typed was
+/// meant for what the notice came over.
 ///
 /// Thread  GUI thread only
 class CAlertsNotice : public QDialog {
     Q_OBJECT
 public:
     static constexpr int kKeyGuardMs = 400;
+    static constexpr int kMostKeyGuardMs = 2000;
 
     /// owner: the frame window, which outlives the notice. firedAt: local time.
     CAlertsNotice(SAlertNotice notice, const SLocalTime& firedAt, QObject& owner, QWidget* parent = nullptr);
@@ -41,6 +43,7 @@ protected:
 
 private:
     void MakeButtons();
+    bool IsGuarded() const;
     void OnReset();
 
     SAlertNotice m_notice;
@@ -49,6 +52,7 @@ private:
     QPushButton* m_dismiss = nullptr;
     QPushButton* m_dismissAll = nullptr;
     QElapsedTimer m_shown;
+    QElapsedTimer m_lastKey; ///< Or since it is shown.
     double m_newThreshold = 0;
 };
 

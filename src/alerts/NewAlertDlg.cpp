@@ -32,7 +32,6 @@ constexpr int kListCharacters = 26;
 constexpr int kMostListRows = 20;
 constexpr int kMostValueCharacters = 330; // The greatest double in full.
 constexpr const char* kIsReceived = "is received";
-constexpr const char* kSetForMinutes = "set (in minutes) for"; // Never offered; taken out where it stands.
 
 QComboBox* MakeList(const char* name, const QString& placeholder) {
     auto* list = new QComboBox;
@@ -171,8 +170,6 @@ void CNewAlertDlg::ShowOperations(bool news) {
     }
     for (uint32_t code = 0; !ConditionWords(code).empty(); ++code)
         m_operationList->addItem(QtText(ConditionWords(code)));
-    for (const char* unwanted : {kIsReceived, kSetForMinutes})
-        m_operationList->removeItem(m_operationList->findText(QString::fromLatin1(unwanted)));
     m_operationList->setCurrentIndex(m_operation);
 }
 

@@ -67,6 +67,7 @@ void CNoticeQueue::Announce() {
     connect(m_shown, &CAlertsNotice::DismissAll, this, &CNoticeQueue::DismissAll);
     const bool inUse = !m_inUse || m_inUse();
     m_shown->setAttribute(Qt::WA_ShowWithoutActivating, !inUse);
+    Q_EMIT Opening();
     m_shown->show();
     if (!inUse) QApplication::alert(m_shown);
 }

@@ -55,6 +55,10 @@ public:
     int Waiting() const { return static_cast<int>(m_waiting.size()); }
     CAlertsNotice* Shown() const { return m_shown; }
 
+Q_SIGNALS:
+    /// A notice is about to appear.
+    void Opening();
+
 private:
     void ShowNextSoon(int milliseconds = 0);
     void ShowNext();

@@ -36,7 +36,7 @@ namespace vx {
 CAlertDesk::CAlertDesk(CMainFrame& frame, CCommands& commands)
     : QObject(&frame), m_frame(frame), m_history(UserStateFolder()),
       m_services{.settings = frame.Settings(),
-                 .player = m_player,
+                 .player = m_preview,
                  .symbols = [this] { return Symbols(); },
                  .valueNow = [this](std::string_view symbol, int32_t id) { return ValueNow(symbol, id); },
                  .isMuted = [this] { return m_frame.Settings().ReadBoolean(kAlertMute); }},
@@ -49,6 +49,7 @@ CAlertDesk::CAlertDesk(CMainFrame& frame, CCommands& commands)
     m_notices->SetEnded([this](const SFiredNotice& notice, EFiringEnd end, double newThreshold) {
         OnEnded(notice, end, newThreshold);
     });
+    connect(m_notices, &CNoticeQueue::Opening, m_presence, &CPresence::NoteOwnWindow);
     connect(m_presence, &CPresence::Returned, m_missed, &CMissedAlerts::OnReturn);
     connect(m_missed, &CMissedAlerts::Asked, this, &CAlertDesk::ShowHistory);
     connect(m_missed, &CMissedAlerts::Called, this, [this] {
@@ -60,7 +61,12 @@ CAlertDesk::CAlertDesk(CMainFrame& frame, CCommands& commands)
     BindCommands(commands);
 }
 
-CAlertDesk::~CAlertDesk() { delete m_historyDlg; }
+// The windows use the players, the services and the history.
+CAlertDesk::~CAlertDesk() {
+    qDeleteAll(m_frame.findChildren<CNewAlertDlg*>());
+    delete m_notices;
+    delete m_historyDlg;
+}
 
 void CAlertDesk::BindCommands(CCommands& commands) {
     commands.Bind(ECommand::AlertsEdit, [this] { EditAlerts(FocusSymbol()); });
@@ -104,6 +110,7 @@ bool CAlertDesk::eventFilter(QObject* watched, QEvent* event) {
 void CAlertDesk::OnFired(const CAlertFiredMessage& message) {
     SAlertNotice notice = message.Notice();
     LogInformation(ShownLine(NoticeTitle(notice)));
+    if (m_frame.isMinimized()) m_presence->SetHere(false); // A program that starts so was never the active one.
     const int64_t awaySince = m_presence->AwaySinceMs();
     std::string id = m_history.NoteFired(FiringOf(notice, message.FiredMs(), awaySince));
     if (m_historyDlg) m_historyDlg->RefreshSoon();

@@ -64,7 +64,8 @@ private:
 
     CMainFrame& m_frame;
     CAlertHistory m_history;
-    CEffectSoundPlayer m_player;
+    CEffectSoundPlayer m_player;  ///< Of the notices.
+    CEffectSoundPlayer m_preview; ///< Of the dialogs: trying a sound ends none of a notice.
     SAlertDialogServices m_services;
     CNoticeQueue* m_notices;
     CPresence* m_presence;

@@ -1,13 +1,37 @@
 #include "app/Presence.h"
 
 #include <QDateTime>
+#include <QEvent>
 #include <QGuiApplication>
 
 namespace vx {
 
 CPresence::CPresence(QObject* parent) : QObject(parent) {
-    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
-            [this](Qt::ApplicationState state) { SetHere(state == Qt::ApplicationActive); });
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &CPresence::OnState);
+}
+
+void CPresence::OnState(Qt::ApplicationState state) {
+    const bool active = state == Qt::ApplicationActive;
+    qGuiApp->removeEventFilter(this);
+    if (active && !IsHere() && m_ownWindow.isValid() && !m_ownWindow.hasExpired(kOwnWindowMs))
+        qGuiApp->installEventFilter(this);
+    else
+        SetHere(active);
+}
+
+bool CPresence::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+        qGuiApp->removeEventFilter(this);
+        SetHere(true);
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void CPresence::SetHere(bool here) {

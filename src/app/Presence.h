@@ -1,12 +1,14 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 
 #include <cstdint>
 
 namespace vx {
 
-/// Knows whether the program is the active one, and since when it is not.
+/// Knows whether the program is the active one, and since when it is not. A window of the program that comes up by
+/// itself may be made the active one by the desktop: then the user is back with the next key or move of the mouse.
 ///
 /// Thread  GUI thread only
 class CPresence : public QObject {
@@ -19,12 +21,23 @@ public:
     int64_t AwaySinceMs() const { return m_awaySinceMs; }
     /// The program became the active one, or another one did.
     void SetHere(bool here);
+    /// A window comes up that the user did not ask for.
+    void NoteOwnWindow() { m_ownWindow.start(); }
 
 Q_SIGNALS:
     void Returned();
 
+protected:
+    /// Of the application, while the user's next move decides.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    static constexpr int kOwnWindowMs = 1000;
+
+    void OnState(Qt::ApplicationState state);
+
     int64_t m_awaySinceMs = 0;
+    QElapsedTimer m_ownWindow;
 };
 
 } // namespace vx

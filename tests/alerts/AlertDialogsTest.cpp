@@ -3,7 +3,6 @@
 #include "AlertsUiFixture.h"
 
 #include "alerts/AlertField.h"
-#include "alerts/AlertListModel.h"
 #include "alerts/AlertsDlg.h"
 #include "alerts/NewAlertDlg.h"
 #include "alerts/ResetAlert.h"
@@ -339,13 +338,18 @@ TEST_F(AlertsDlg, AListWithoutAlertsOrSymbolsSaysSo) {
     EXPECT_FALSE(Named<QPushButton>(dialog, "new").isEnabled());
 }
 
-// The list asks the map for the texts of the lines it shows, and only for those.
-TEST_F(AlertsDlg, HundredThousandAlertsAreOnlyReadWhereTheyAreSeen) {
-    for (int i = 0; i < 100'000; ++i) alerts.Add(fmt::format("S{}", i), Alert("Last", 1, 1));
-    alerts.CopyTo(EAlertMap::WorkingCopy);
-    CAlertListModel model(alerts);
-    EXPECT_EQ(model.rowCount(), 100'004);
-    EXPECT_EQ(model.At(model.RowOf("S99999", 0)).symbol, "S99999");
-    EXPECT_EQ(model.RowOf("S99999", 1), -1);
-    EXPECT_EQ(TextOf(model.data(model.index(model.RowOf("IBM", 2), 0), Qt::DisplayRole).toString()), kIbmLow);
+TEST_F(AlertsDlg, ManyAlertsOpenAtTheLastOne) {
+    for (int i = 0; i < 10'000; ++i) alerts.Add(fmt::format("S{:04}", i), Alert("Last", 1, 1));
+    EXPECT_FALSE(Edit(
+        [&](CAlertsDlg& dialog) {
+            auto& list = Named<QListView>(dialog, "alertList");
+            EXPECT_EQ(Selected(dialog), 4 + 9'999);
+            EXPECT_TRUE(list.viewport()->rect().contains(list.visualRect(list.currentIndex())));
+            EXPECT_EQ(TextOf(list.currentIndex().data().toString()),
+                      R"("S9999" when the "Last" is greater than 1.000000)");
+            Click(dialog, "delete");
+            EXPECT_EQ(Selected(dialog), 4 + 9'998);
+            dialog.reject();
+        },
+        "S9999"));
 }

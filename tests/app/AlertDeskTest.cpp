@@ -179,8 +179,12 @@ TEST_F(AlertDesk, WhatFiredWhileAwayIsCountedAndFoundInTheHistory) {
     LastIs("MSFT", "20");
     LastIs("MSFT", "40");
     ASSERT_TRUE(WaitUntil([&] { return missed.text() == QStringLiteral("2 missed alerts"); }));
-    frame.AlertNotices().Presence().SetHere(true);
+    CPresence& presence = frame.AlertNotices().Presence();
+    presence.NoteOwnWindow();
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_FALSE(presence.IsHere()) << "the desktop made the notice the active window, not the user";
     Click(*Notice(frame), "dismissAll");
+    EXPECT_TRUE(presence.IsHere());
     EXPECT_TRUE(missed.isVisible()) << "dismissed together is not looked at";
     missed.click();
     EXPECT_FALSE(missed.isVisible());
