@@ -189,12 +189,16 @@ void TellNoRoomForAlert(std::string_view symbol) {
 }
 
 bool EditAlertsWithDialog(CAlertsMap& alerts, const SAlertDialogServices& services, QWidget* parent,
-                          std::string_view symbol) {
+                          std::string_view symbol, const std::function<void(const std::function<void()>&)>& around) {
     alerts.CopyTo(EAlertMap::WorkingCopy);
     CAlertsDlg dialog(alerts, services, parent);
     dialog.SelectSymbol(symbol);
     const bool accepted = dialog.exec() == QDialog::Accepted;
-    if (accepted) alerts.CopyTo(EAlertMap::Live);
+    const auto commit = [&alerts] { alerts.CopyTo(EAlertMap::Live); };
+    if (accepted && around)
+        around(commit);
+    else if (accepted)
+        commit();
     alerts.Clear(EAlertMap::WorkingCopy);
     return accepted;
 }

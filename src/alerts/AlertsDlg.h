@@ -5,6 +5,8 @@
 
 #include <QDialog>
 
+#include <functional>
+
 #include <string>
 #include <string_view>
 
@@ -62,8 +64,10 @@ void TellNoRoomForAlert(std::string_view symbol);
 /// Has the user edit the alerts in the management dialog, modally, with the first alert of `symbol` selected. OK puts
 /// the working copy in place of the live alerts.
 ///
+/// around: when given, is handed that last step and carries it out; the owner records it, for example
 /// Returns whether OK was chosen
 bool EditAlertsWithDialog(CAlertsMap& alerts, const SAlertDialogServices& services, QWidget* parent,
-                          std::string_view symbol = {});
+                          std::string_view symbol = {},
+                          const std::function<void(const std::function<void()>&)>& around = {});
 
 } // namespace vx

@@ -17,6 +17,7 @@
 #include "settings/Settings.h"
 #include "watchlist/Commands.h"
 #include "watchlist/RowCellText.h"
+#include "watchlist/UndoStep.h"
 #include "watchlist/WatchlistDoc.h"
 #include "watchlist/WatchlistGrid.h"
 #include "watchlist/WatchlistView.h"
@@ -57,7 +58,6 @@ CAlertDesk::CAlertDesk(CMainFrame& frame, CCommands& commands)
         m_frame.raise();
         m_frame.activateWindow();
     });
-    connect(&m_frame.View().Grid(), &CGridCtrl::CellDoubleClicked, this, &CAlertDesk::OnCellDoubleClicked);
     BindCommands(commands);
 }
 
@@ -136,7 +136,12 @@ void CAlertDesk::OnEnded(const SFiredNotice& notice, EFiringEnd end, double newT
 
 void CAlertDesk::EditAlerts(std::string_view symbol) {
     CWatchlistDoc& doc = m_frame.Document();
-    if (EditAlertsWithDialog(doc.Alerts(), m_services, &m_frame, std::string(symbol))) doc.SetModified(true);
+    EditAlertsWithDialog(doc.Alerts(), m_services, &m_frame, std::string(symbol), [&](const auto& commit) {
+        CUndoStep step(doc, "edit alerts");
+        step.CoverAlerts();
+        commit();
+        doc.SetModified(true);
+    });
 }
 
 void CAlertDesk::NewAlert(int row, int column) {
@@ -157,6 +162,8 @@ void CAlertDesk::NewAlert(int row, int column) {
     dialog->setModal(true);
     connect(dialog, &QDialog::accepted, this, [this, dialog] {
         CWatchlistDoc& document = m_frame.Document();
+        CUndoStep step(document, "new alert");
+        step.CoverAlerts();
         if (document.Alerts().Add(dialog->Symbol(), dialog->Alert())) return document.SetModified(true);
         TellNoRoomForAlert(dialog->Symbol());
     });
@@ -172,15 +179,6 @@ void CAlertDesk::ShowHistory() {
     m_historyDlg->show();
     m_historyDlg->raise();
     m_historyDlg->activateWindow();
-}
-
-void CAlertDesk::OnCellDoubleClicked(int row, int column) {
-    const CWatchlistDoc& doc = m_frame.Document();
-    if (column < 1 || column >= doc.Columns().Count() || doc.Columns().At(column).name != kAlertsColumn) return;
-    if (doc.RowSymbol(row).empty()) return;
-    // Not from inside the grid's handling of the mouse.
-    QMetaObject::invokeMethod(
-        this, [this, symbol = std::string(doc.RowSymbol(row))] { EditAlerts(symbol); }, Qt::QueuedConnection);
 }
 
 std::string_view CAlertDesk::FocusSymbol() const {

@@ -57,7 +57,6 @@ private:
     void OnFired(const CAlertFiredMessage& message);
     void OnReset(const std::string& record);
     void OnEnded(const SFiredNotice& notice, EFiringEnd end, double newThreshold);
-    void OnCellDoubleClicked(int row, int column);
     std::string_view FocusSymbol() const;
     std::vector<std::string> Symbols() const;
     std::string ValueNow(std::string_view symbol, int32_t fieldId) const;

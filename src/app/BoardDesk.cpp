@@ -48,12 +48,11 @@ void CBoardDesk::BindSort() {
 void CBoardDesk::OpenDetail(int column) {
     const SSpecialColumns& special = m_frame.View().Special();
     const int field = m_frame.View().Grid().FieldAt(column);
-    if (field == special.alerts)
-        m_commands.Action(ECommand::AlertsEdit).trigger();
-    else if (field == special.notes)
-        m_commands.Action(ECommand::EditNote).trigger();
-    else
-        m_commands.Action(ECommand::Headlines).trigger();
+    const ECommand command = field == special.alerts  ? ECommand::AlertsEdit
+                             : field == special.notes ? ECommand::EditNote
+                                                      : ECommand::Headlines;
+    // Not from inside the grid's handling of the mouse: some of them are modal.
+    QMetaObject::invokeMethod(&m_commands.Action(command), &QAction::trigger, Qt::QueuedConnection);
 }
 
 void CBoardDesk::UseTheme(const QString& name, bool keep) { m_view->UseTheme(name, keep); }
