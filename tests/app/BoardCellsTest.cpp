@@ -129,6 +129,7 @@ TEST_F(CBoardCellsTest, ADoubleClickOpensWhatACellStandsFor) {
     frame->Commands().Refresh();
     for (const char* column : {"Alerts", "Notes", "News", "Latest Headline"})
         QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, Middle(1, ColumnOf(column)));
+    ProcessAll();
     EXPECT_EQ(opened, (std::vector<ECommand>{ECommand::AlertsEdit, ECommand::EditNote, ECommand::Headlines,
                                              ECommand::Headlines}));
     EXPECT_FALSE(grid->IsEditing());
