@@ -2,47 +2,65 @@
 
 #include <QFile>
 #include <QGuiApplication>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
+#include <QPixmapCache>
 #include <QSvgRenderer>
-
-#include <array>
 
 namespace vx {
 
 namespace {
 
-// Sizes in device pixels: tool bars and menus at 100, 150, 200 and 300 %.
-constexpr std::array kSizes = {16, 20, 24, 32, 40, 48, 64};
+/// Draws a picture when, and as large as, it is needed; none is drawn at the start of the program.
+class CCommandIconEngine final : public QIconEngine {
+public:
+    CCommandIconEngine(QString name, QByteArray svg) : m_name(std::move(name)), m_svg(std::move(svg)) {}
 
-QPixmap Picture(const QByteArray& svg, int size) {
-    QSvgRenderer renderer(svg);
-    QPixmap pixmap(size, size);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    renderer.render(&painter, QRectF(0, 0, size, size));
-    return pixmap;
-}
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
+        QSvgRenderer renderer(Coloured(mode));
+        renderer.render(painter, rect);
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        const QString key = QStringLiteral("command-%1-%2x%3-%4")
+                                .arg(m_name)
+                                .arg(size.width())
+                                .arg(size.height())
+                                .arg(Colour(mode).rgba());
+        QPixmap pixmap;
+        if (QPixmapCache::find(key, &pixmap)) return pixmap;
+        pixmap = QPixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, QRect(QPoint(), size), mode, state);
+        QPixmapCache::insert(key, pixmap);
+        return pixmap;
+    }
+
+    QIconEngine* clone() const override { return new CCommandIconEngine(*this); }
+
+private:
+    static QColor Colour(QIcon::Mode mode) {
+        const QPalette::ColorGroup group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Normal;
+        return QGuiApplication::palette().color(group, QPalette::ButtonText);
+    }
+    QByteArray Coloured(QIcon::Mode mode) const {
+        QByteArray svg = m_svg;
+        return svg.replace("#000000", Colour(mode).name().toLatin1());
+    }
+
+    QString m_name;
+    QByteArray m_svg;
+};
 
 } // namespace
 
 QIcon CommandIcon(const char* name) {
-    QFile file(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name)));
+    const QString plainName = QString::fromLatin1(name);
+    QFile file(QStringLiteral(":/icons/%1.svg").arg(plainName));
     if (!file.open(QIODevice::ReadOnly)) return {};
-    const QByteArray source = file.readAll();
-    const QPalette palette = QGuiApplication::palette();
-    const auto coloured = [&](QPalette::ColorGroup group) {
-        QByteArray svg = source;
-        return svg.replace("#000000", palette.color(group, QPalette::ButtonText).name().toLatin1());
-    };
-    const QByteArray normal = coloured(QPalette::Normal);
-    const QByteArray disabled = coloured(QPalette::Disabled);
-    QIcon icon;
-    for (const int size : kSizes) {
-        icon.addPixmap(Picture(normal, size), QIcon::Normal);
-        icon.addPixmap(Picture(disabled, size), QIcon::Disabled);
-    }
-    return icon;
+    return QIcon(new CCommandIconEngine(plainName, file.readAll()));
 }
 
 } // namespace vx

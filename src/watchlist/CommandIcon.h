@@ -4,8 +4,8 @@
 
 namespace vx {
 
-/// A picture of the program's resources, drawn in the text colour of the palette: what is black in the picture takes
-/// the colour.
+/// A picture of the program's resources, drawn in the text colour of the palette of the moment: what is black in it
+/// takes the colour.
 ///
 /// Errors  an empty icon for a name without a picture
 /// Thread  GUI thread only
