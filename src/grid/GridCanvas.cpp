@@ -1,5 +1,6 @@
 #include "grid/GridCanvas.h"
 
+#include <QPaintEngine>
 #include <QPainter>
 #include <algorithm>
 #include <array>
@@ -62,8 +63,43 @@ inline QRgb BlendPixel(QRgb under, QRgb over, uint32_t coverage) {
 
 } // namespace
 
+void CGridCanvas::SetPainter(QPainter& painter) {
+    m_painter = &painter;
+    m_window = nullptr;
+    const QTransform transform = painter.deviceTransform();
+    const QPaintEngine* engine = painter.paintEngine();
+    const QPointF origin(transform.dx(), transform.dy());
+    if (transform.type() > QTransform::TxTranslate || origin != QPointF(origin.toPoint())) return;
+    // What else a painter does to what is painted with it.
+    if (painter.hasClipping() || painter.opacity() < 1 ||
+        painter.compositionMode() != QPainter::CompositionMode_SourceOver)
+        return;
+    if (engine->type() != QPaintEngine::Raster || engine->paintDevice()->devType() != QInternal::Image) return;
+    const auto* image = static_cast<const QImage*>(engine->paintDevice());
+    if (image->format() != QImage::Format_RGB32 && image->format() != QImage::Format_ARGB32_Premultiplied) return;
+    m_window = image;
+    m_origin = origin.toPoint();
+}
+
+// The last group of a character may reach over the edge of the strip and leave the pixels there as they are: they must
+// be pixels of the image, if only of its next line.
+bool CGridCanvas::BeginInWindow() {
+    if (m_window == nullptr) return false;
+    const QRect target = m_place.translated(m_origin);
+    if (!m_window->rect().contains(target)) return false;
+    if (target.right() + kGroup >= m_window->width() && target.bottom() + 1 >= m_window->height()) return false;
+    // The painter's own device: nobody else holds the image, and constBits() does not copy it.
+    auto* const bits = const_cast<uchar*>(m_window->constBits());
+    const qsizetype lineBytes = m_window->bytesPerLine();
+    m_stride = static_cast<int>(lineBytes / static_cast<qsizetype>(sizeof(QRgb)));
+    m_pixels = reinterpret_cast<QRgb*>(bits + target.top() * lineBytes) + target.left();
+    return true;
+}
+
 void CGridCanvas::Begin(const QRect& place) {
     m_place = place;
+    m_inWindow = BeginInWindow();
+    if (m_inWindow) return;
     if (m_image.width() < place.width() + kGroup || m_image.height() < place.height())
         // The last group of a character may reach over the edge of the strip.
         m_image = QImage(std::max(m_image.width(), place.width() + kGroup), std::max(m_image.height(), place.height()),
@@ -112,8 +148,8 @@ void CGridCanvas::Glyph(const CGlyphAtlas& atlas, const SGlyph& glyph, int x, in
             BlendGroup(to + i / SGlyph::kBytesPerPixel, cover + i, channels);
 }
 
-void CGridCanvas::Flush(QPainter& painter) const {
-    painter.drawImage(m_place.topLeft(), m_image, QRect(QPoint(0, 0), m_place.size()));
+void CGridCanvas::Flush() const {
+    if (!m_inWindow) m_painter->drawImage(m_place.topLeft(), m_image, QRect(QPoint(0, 0), m_place.size()));
 }
 
 } // namespace vx

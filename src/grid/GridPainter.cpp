@@ -77,6 +77,7 @@ int CGridPainter::Paint(QPainter& painter, const QRegion& region, const SGridSce
 
     painter.save();
     painter.scale(1 / m_scale, 1 / m_scale);
+    m_canvas.SetPainter(painter);
     for (const QRect& rect : region) PaintRect(painter, rect);
     painter.restore();
     if (scene.marks.AnyOnTop()) PaintMarks(painter, scene.marks, scene.geometry, scene.theme);
@@ -86,12 +87,12 @@ int CGridPainter::Paint(QPainter& painter, const QRegion& region, const SGridSce
 
 void CGridPainter::PaintRect(QPainter& painter, const QRect& rect) {
     const CGridGeometry& geometry = m_scene->geometry;
-    if (rect.top() < geometry.HeaderHeight()) PaintStrip(painter, 0, rect);
+    if (rect.top() < geometry.HeaderHeight()) PaintStrip(0, rect);
     const int top = std::max(rect.top(), geometry.HeaderHeight());
     const int firstRow = geometry.RowAt(top);
     if (firstRow > 0 && rect.bottom() >= top)
         for (int row = firstRow; row <= geometry.RowCount() && geometry.RowTop(row) <= rect.bottom(); ++row)
-            PaintStrip(painter, row, rect);
+            PaintStrip(row, rect);
     PaintEmptySpace(painter, rect);
 }
 
@@ -102,7 +103,7 @@ void CGridPainter::PaintEmptySpace(QPainter& painter, const QRect& rect) {
                          QColor::fromRgb(m_scene->theme.base));
 }
 
-void CGridPainter::PaintStrip(QPainter& painter, int row, const QRect& clip) {
+void CGridPainter::PaintStrip(int row, const QRect& clip) {
     const CGridGeometry& geometry = m_scene->geometry;
     const QRect line(clip.left(), geometry.RowTop(row), clip.width(),
                      row == 0 ? geometry.HeaderHeight() : geometry.RowHeight());
@@ -111,7 +112,7 @@ void CGridPainter::PaintStrip(QPainter& painter, int row, const QRect& clip) {
     if (place.isEmpty()) return;
     m_canvas.Begin(Device(place));
     PaintRow(row);
-    m_canvas.Flush(painter);
+    m_canvas.Flush();
 }
 
 void CGridPainter::PaintRow(int row) {

@@ -68,7 +68,7 @@ private:
     int Device(int length) const { return static_cast<int>((length * m_scaleFixed + kHalf) >> kFixedBits); }
 
     void PaintRect(QPainter& painter, const QRect& rect);
-    void PaintStrip(QPainter& painter, int row, const QRect& clip);
+    void PaintStrip(int row, const QRect& clip);
     void PaintRow(int row);
     void PaintSpan(int row);
     void PaintColumns(int row, int first, int last);

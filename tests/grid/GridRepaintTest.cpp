@@ -147,6 +147,12 @@ TEST_F(GridRepaint, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
     const QImage whole = grid.grab().toImage().convertToFormat(QImage::Format_RGB32);
     const QRect cells = QRectF(QPointF(), QSizeF(Cells()->size()) * grid.devicePixelRatioF()).toRect();
     EXPECT_EQ(shown.copy(cells), whole.copy(cells));
+    // Into pixels of three bytes cells cannot be written at once.
+    QImage other(whole.size(), QImage::Format_RGB888);
+    other.setDevicePixelRatio(grid.devicePixelRatioF());
+    grid.render(&other);
+    other.setDevicePixelRatio(1);
+    EXPECT_EQ(other.copy(cells).convertToFormat(QImage::Format_RGB32), whole.copy(cells));
 }
 
 TEST_F(GridRepaint, LightsAChangedCellAndPutsItOut) {
