@@ -1,11 +1,9 @@
 #include "app/Theme.h"
 
+#include "app/QuietStyle.h"
+
 #include <QApplication>
-#include <QPainter>
 #include <QPalette>
-#include <QProxyStyle>
-#include <QStyleFactory>
-#include <QStyleOption>
 #include <QToolTip>
 
 namespace vx {
@@ -47,30 +45,6 @@ QPalette Build(bool dark) {
         palette.setColor(QPalette::Disabled, role, faded);
     return palette;
 }
-
-/// Quieter in small things: no pictures in the buttons of dialogs, whose words say enough, and no shadow under texts
-/// that are disabled, which blurs them in the dark.
-class CQuietStyle : public QProxyStyle {
-public:
-    CQuietStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
-
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                  QStyleHintReturn* returned) const override {
-        if (hint == SH_DialogButtonBox_ButtonsHaveIcons || hint == SH_EtchDisabledText) return 0;
-        return QProxyStyle::styleHint(hint, option, widget, returned);
-    }
-    /// The lines between the groups of a menu, which the style underneath hides in a dark palette.
-    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
-                     const QWidget* widget) const override {
-        const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
-        if (element != CE_MenuItem || item == nullptr || item->menuItemType != QStyleOptionMenuItem::Separator ||
-            !item->text.isEmpty())
-            return QProxyStyle::drawControl(element, option, painter, widget);
-        const QRect& place = item->rect;
-        painter->fillRect(QRect(place.left(), place.center().y(), place.width(), 1),
-                          item->palette.color(QPalette::Mid));
-    }
-};
 
 bool SystemIsDark() {
     static const bool dark = QApplication::palette().color(QPalette::Window).lightness() < 128;

@@ -27,11 +27,13 @@ void CGridCtrl::PressAt(const SGridCell& at, bool extend) {
         UpdateSelection({m_selection.focus, {1, 1}, {RowCount(), kLastColumn}});
         break;
     case EGridPart::ColumnHeader:
-        // What is selected as a whole is taken by its header and moved; all columns together have no other place.
-        if (!extend && WholeColumnsSelected() && !WholeRowsSelected() && range.HasColumn(at.column))
-            m_drag = EDrag::MoveColumns;
-        else
-            StartDrag(EDrag::SelectColumns, at, extend);
+        if (extend) {
+            StartDrag(EDrag::SelectColumns, at, true);
+            break;
+        }
+        // A header is taken and moved; columns that are selected as a whole go together, except all of them.
+        if (!WholeColumnsSelected() || WholeRowsSelected() || !range.HasColumn(at.column)) SelectColumn(at.column);
+        m_drag = EDrag::MoveColumns;
         break;
     case EGridPart::RowHeader:
         if (!extend && WholeRowsSelected() && !WholeColumnsSelected() && range.HasRow(at.row))

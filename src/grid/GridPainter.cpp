@@ -184,7 +184,7 @@ QRgb CGridPainter::CellBackground(int row, int column) const {
     if (m_scene->flash.IsLit(row, column)) {
         if (m_cell.role == ETextRole::Up) return theme.flashUp;
         if (m_cell.role == ETextRole::Down) return theme.flashDown;
-        if (m_cell.background == kAutomaticColor) return theme.flashOther;
+        // A change without a direction is seen in the text; colour is left to what it means.
     }
     return m_cell.background != kAutomaticColor ? RgbFromColorRef(m_cell.background) : m_rowColor;
 }

@@ -15,9 +15,8 @@ struct SGridTheme {
     QRgb shade;    ///< Even rows when row shading is on.
     QRgb span;     ///< Rows with one text across all columns.
     QRgb selected; ///< The selected range.
-    QRgb flashUp;  ///< A cell that has just risen, fallen or changed otherwise.
+    QRgb flashUp;  ///< A cell that has just risen, or fallen.
     QRgb flashDown;
-    QRgb flashOther;
     // Texts of cells.
     QRgb text;
     QRgb up;
@@ -57,7 +56,6 @@ inline constexpr SGridTheme kLightGridTheme = {.base = 0xFFFFFFFF,
                                                .selected = 0xFFDCE8F8,
                                                .flashUp = 0xFFDDF3E4,
                                                .flashDown = 0xFFFBE3E2,
-                                               .flashOther = 0xFFE8ECF1,
                                                .text = 0xFF1B2128,
                                                .up = 0xFF0A6B34,
                                                .down = 0xFFB3191E,
@@ -78,7 +76,6 @@ inline constexpr SGridTheme kDarkGridTheme = {.base = 0xFF13171C,
                                               .selected = 0xFF21374F,
                                               .flashUp = 0xFF15372A,
                                               .flashDown = 0xFF44232A,
-                                              .flashOther = 0xFF2A323B,
                                               .text = 0xFFE2E7EC,
                                               .up = 0xFF4CC38A,
                                               .down = 0xFFFF8A80,

@@ -33,8 +33,11 @@ static_assert(kRows.size() == static_cast<size_t>(ECommand::Count));
 
 QString PlainText(const char* text) { return QString::fromLatin1(text).remove(QLatin1Char('&')); }
 
-QString TipOf(const SCommandRow& row, const QList<QKeySequence>& keys) {
-    QString tip = row.tip[0] == '\0' ? PlainText(row.text) : QString::fromLatin1(row.tip);
+QString TipOf(const SCommandRow& row) {
+    return row.tip[0] == '\0' ? PlainText(row.text) : QString::fromLatin1(row.tip);
+}
+
+QString WithKeys(QString tip, const QList<QKeySequence>& keys) {
     if (!keys.isEmpty()) tip += QStringLiteral(" (%1)").arg(keys.front().toString(QKeySequence::NativeText));
     return tip;
 }
@@ -49,8 +52,8 @@ CCommands::CCommands(QWidget& window) : QObject(&window), m_soon(new QTimer(this
         const QList<QKeySequence> keys = QKeySequence::listFromString(QString::fromLatin1(row.keys));
         action->setObjectName(QString::fromLatin1(row.name));
         action->setShortcuts(keys);
-        action->setToolTip(TipOf(row, keys));
-        action->setStatusTip(row.tip[0] == '\0' ? PlainText(row.text) : QString::fromLatin1(row.tip));
+        action->setToolTip(WithKeys(TipOf(row), keys));
+        action->setStatusTip(TipOf(row));
         action->setCheckable(row.checkable);
         action->setMenuRole(QAction::NoRole);
         if (row.number != 0) action->setData(row.number);
@@ -72,19 +75,23 @@ void CCommands::Bind(ECommand command, Handler handler, Update update) {
     RefreshSoon();
 }
 
-void CCommands::Show(const SEntry& entry, const QString& tableText) const {
+void CCommands::Show(const SEntry& entry, const QString& tableText, const QString& tableTip) const {
     SCommandState state;
     if (entry.update) entry.update(state);
     entry.action->setEnabled(entry.handler && state.enabled);
     if (entry.action->isCheckable()) entry.action->setChecked(state.checked);
     const QString& text = state.text.isEmpty() ? tableText : state.text;
-    if (entry.action->text() != text) entry.action->setText(text);
+    if (entry.action->text() == text) return;
+    entry.action->setText(text);
+    // What stands in for the table's text tells more than the table's tip: "Undo delete 3 rows".
+    entry.action->setToolTip(WithKeys(state.text.isEmpty() ? tableTip : QString(text).remove(QLatin1Char('&')),
+                                      entry.action->shortcuts()));
 }
 
 void CCommands::Refresh() {
     m_soon->stop();
     for (size_t index = 0; index < m_entries.size(); ++index)
-        Show(m_entries[index], QString::fromLatin1(kRows[index].text));
+        Show(m_entries[index], QString::fromLatin1(kRows[index].text), TipOf(kRows[index]));
 }
 
 void CCommands::RefreshSoon() {
@@ -94,7 +101,7 @@ void CCommands::RefreshSoon() {
 void CCommands::Trigger(size_t index) {
     const SEntry& entry = m_entries[index];
     if (m_before) m_before();
-    Show(entry, QString::fromLatin1(kRows[index].text));
+    Show(entry, QString::fromLatin1(kRows[index].text), TipOf(kRows[index]));
     if (!entry.action->isEnabled()) return;
     const Handler handler = entry.handler;
     handler();

@@ -64,7 +64,7 @@ private:
     };
 
     void Trigger(size_t index);
-    void Show(const SEntry& entry, const QString& tableText) const;
+    void Show(const SEntry& entry, const QString& tableText, const QString& tableTip) const;
 
     std::vector<SEntry> m_entries;
     Handler m_before;
