@@ -152,9 +152,17 @@ void CQuietStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
             return QProxyStyle::drawPrimitive(element, &outlined, painter, widget);
         }
         break;
+    case PE_PanelMenu: {
+        const SLines& lines = LinesOf(option->palette);
+        // Above what lies under it: white on the light window, and lighter than the grid in the dark.
+        painter->fillRect(option->rect,
+                          option->palette.color(&lines == &kDarkLines ? QPalette::Window : QPalette::Base));
+        painter->setPen(QColor::fromRgb(lines.outline));
+        painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+        return;
+    }
     case PE_FrameLineEdit:
     case PE_Frame:
-    case PE_FrameMenu:
         if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option)) {
             const bool line = element == PE_FrameLineEdit;
             const auto outlined =
