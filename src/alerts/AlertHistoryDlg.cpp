@@ -142,7 +142,7 @@ void CAlertHistoryDlg::ShowMissed() {
     m_view->setCurrentIndex(LastAbsence(m_model->Firings()) != 0 ? kWhileAway : kAll);
     m_table->resizeColumnsToContents();
     for (int column = 0; column < CAlertHistoryModel::ColumnCount; ++column) {
-        constexpr int kRoom = 12;
+        constexpr int kRoom = 6;
         m_table->setColumnWidth(column, std::min(m_table->columnWidth(column) + kRoom, kMostColumnWidth));
     }
 }

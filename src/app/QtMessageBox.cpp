@@ -66,7 +66,8 @@ void InstallQtMessageBoxes(QWidget* parent) {
         window.setObjectName(QStringLiteral("messageBox"));
         window.setTextFormat(Qt::PlainText);
         window.setText(QtText(box.text));
-        window.setWindowTitle(QtText(box.caption));
+        // Without a title the window would bear the name of the program's file.
+        window.setWindowTitle(box.caption.empty() ? QStringLiteral("Zantrel Watchlist") : QtText(box.caption));
         window.setIcon(IconOf(box.icon));
         window.setStandardButtons(ButtonsOf(box.buttons));
         return AnswerOf(window.exec(), box.buttons);

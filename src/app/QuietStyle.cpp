@@ -1,5 +1,7 @@
 #include "app/QuietStyle.h"
 
+#include <QApplication>
+#include <QIcon>
 #include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOption>
@@ -24,6 +26,7 @@ constexpr double kOutlineDarker = 1.4;
 constexpr int kItemMargin = 4;
 constexpr int kItemHeightMore = 4;
 constexpr double kCorner = 2.5;
+constexpr int kBoxIconSides[] = {32, 48, 64, 128};
 
 const SLines& LinesOf(const QPalette& palette) {
     return palette.color(QPalette::Active, QPalette::Base).lightness() < 128 ? kDarkLines : kLightLines;
@@ -81,6 +84,29 @@ void DrawChoice(const QStyleOption& option, bool round, QPainter& painter) {
     painter.restore();
 }
 
+/// The sign of a message box: a disc of one colour with its mark.
+QIcon BoxIcon(QRgb colour, QChar mark) {
+    QIcon icon;
+    for (const int side : kBoxIconSides) {
+        QPixmap picture(side, side);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor::fromRgb(colour));
+        painter.drawEllipse(QRectF(0, 0, side, side).adjusted(1, 1, -1, -1));
+        QFont font = QApplication::font();
+        font.setPixelSize(side * 5 / 8);
+        font.setBold(true);
+        painter.setFont(font);
+        painter.setPen(Qt::white);
+        painter.drawText(picture.rect(), Qt::AlignCenter, mark);
+        painter.end();
+        icon.addPixmap(picture);
+    }
+    return icon;
+}
+
 /// Where the keyboard is.
 void DrawFocus(const QStyleOption& option, QPainter& painter) {
     painter.save();
@@ -105,6 +131,21 @@ int CQuietStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWi
 int CQuietStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
     if (metric == PM_FocusFrameHMargin || metric == PM_HeaderMargin) return kItemMargin;
     return QProxyStyle::pixelMetric(metric, option, widget);
+}
+
+QIcon CQuietStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
+    switch (icon) {
+    case SP_MessageBoxInformation:
+        return BoxIcon(0xFF2F6FD0, QLatin1Char('i'));
+    case SP_MessageBoxQuestion:
+        return BoxIcon(0xFF2F6FD0, QLatin1Char('?'));
+    case SP_MessageBoxWarning:
+        return BoxIcon(0xFFB45F06, QLatin1Char('!'));
+    case SP_MessageBoxCritical:
+        return BoxIcon(0xFFC62828, QLatin1Char('!'));
+    default:
+        return QProxyStyle::standardIcon(icon, option, widget);
+    }
 }
 
 QSize CQuietStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
@@ -151,10 +192,22 @@ void CQuietStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
             const auto outlined = WithOutline(*button, OutlineColor(*option));
             return QProxyStyle::drawPrimitive(element, &outlined, painter, widget);
         }
+        if (const auto* tool = qstyleoption_cast<const QStyleOptionToolButton*>(option)) {
+            const auto outlined = WithOutline(*tool, OutlineColor(*option));
+            return QProxyStyle::drawPrimitive(element, &outlined, painter, widget);
+        }
         break;
+    case PE_PanelMenu: {
+        const SLines& lines = LinesOf(option->palette);
+        // Above what lies under it: white on the light window, and lighter than the grid in the dark.
+        painter->fillRect(option->rect,
+                          option->palette.color(&lines == &kDarkLines ? QPalette::Window : QPalette::Base));
+        painter->setPen(QColor::fromRgb(lines.outline));
+        painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+        return;
+    }
     case PE_FrameLineEdit:
     case PE_Frame:
-    case PE_FrameMenu:
         if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option)) {
             const bool line = element == PE_FrameLineEdit;
             const auto outlined =

@@ -6,7 +6,8 @@ namespace vx {
 
 /// The style of all widgets but the grid: that of the toolkit, quieter in small things and with outlines that can be
 /// seen. Dialog buttons have no pictures, since their words say enough; disabled texts have no shadow, which blurs them
-/// in the dark; what can be checked, pressed or typed into has an outline of at least 3:1 in both themes.
+/// in the dark; what can be checked, pressed or typed into has an outline of at least 3:1 in both themes; message boxes
+/// have plain signs.
 ///
 /// Thread  GUI thread only
 class CQuietStyle : public QProxyStyle {
@@ -16,6 +17,7 @@ public:
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* returned) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const override;
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                            const QWidget* widget) const override;
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,

@@ -84,8 +84,8 @@ void CCommands::Show(const SEntry& entry, const QString& tableText, const QStrin
     if (entry.action->text() == text) return;
     entry.action->setText(text);
     // What stands in for the table's text tells more than the table's tip: "Undo delete 3 rows".
-    entry.action->setToolTip(WithKeys(state.text.isEmpty() ? tableTip : QString(text).remove(QLatin1Char('&')),
-                                      entry.action->shortcuts()));
+    entry.action->setToolTip(
+        WithKeys(state.text.isEmpty() ? tableTip : QString(text).remove(QLatin1Char('&')), entry.action->shortcuts()));
 }
 
 void CCommands::Refresh() {

@@ -21,7 +21,6 @@ constexpr int kNameColumn = 0;
 constexpr int kExplanationColumn = 1;
 constexpr int kWidthPx = 660;
 constexpr int kHeightPx = 520;
-constexpr int kRowPadding = 8; // Above and below a line of the list together.
 constexpr int kNoMatch = 3;
 
 bool IsShown(const CColumnMap& columns, std::string_view name) {
@@ -98,10 +97,10 @@ CInsertColumns::CInsertColumns(const CColumnMap& columns, QWidget* parent)
 void CInsertColumns::Fill(const CColumnMap& columns) {
     for (const SFieldEntry* field : InsertableColumns(columns)) {
         auto* item = new QTreeWidgetItem(m_list, {QtText(field->name), OneLine(field->description)});
-        item->setSizeHint(kNameColumn, QSize(0, m_list->fontMetrics().height() + kRowPadding));
         item->setToolTip(kExplanationColumn, PlainTipText(QtText(field->description)));
     }
     m_list->header()->setStretchLastSection(true);
+    m_list->header()->setResizeContentsPrecision(-1); // All names, not only those that come first.
     m_list->resizeColumnToContents(kNameColumn);
 }
 

@@ -81,6 +81,17 @@ TEST_F(GridDrag, SelectedColumnsGoWhereTheirHeaderIsDropped) {
     EXPECT_EQ(Numbers(columns), (Three{2, 2, 11}));
 }
 
+TEST_F(GridDrag, AHeaderIsTakenAtOnceAndAlone) {
+    Click(0, 2);
+    Drag(Middle(0, 3), Before(0, 5));
+    EXPECT_EQ(Numbers(columns), (Three{3, 3, 5}));
+    EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 3, 3}));
+    // With all cells selected too; all columns together have no other place.
+    Key(Qt::Key_A, Qt::ControlModifier);
+    Drag(Middle(0, 2), Before(0, 1));
+    EXPECT_EQ(Numbers(columns), (Three{2, 2, 1}));
+}
+
 TEST_F(GridDrag, SelectedRowsGoWhereTheirNumberIsDropped) {
     Click(4, 0);
     Click(5, 0, Qt::ShiftModifier);
