@@ -34,7 +34,8 @@ namespace {
 constexpr int kWidth = 1080;
 constexpr int kHeight = 460;
 constexpr int kMostColumnWidth = 220;
-constexpr int kWhileAway = 0; // Of the list of views.
+constexpr int kRefreshMs = 200; // Each reads the whole file again.
+constexpr int kWhileAway = 0;   // Of the list of views.
 constexpr int kAll = 1;
 
 } // namespace
@@ -49,7 +50,7 @@ CAlertHistoryDlg::CAlertHistoryDlg(const CAlertHistory& history, QWidget* parent
     MakeTable();
     LayOut();
     m_soon->setSingleShot(true);
-    m_soon->setInterval(0);
+    m_soon->setInterval(kRefreshMs);
     connect(m_soon, &QTimer::timeout, this, &CAlertHistoryDlg::Refresh);
     resize(kWidth, kHeight);
     ShowMissed();
@@ -134,7 +135,7 @@ void CAlertHistoryDlg::LayOut() {
 }
 
 void CAlertHistoryDlg::RefreshSoon() {
-    if (!m_soon->isActive()) m_soon->start();
+    if (isVisible() && !m_soon->isActive()) m_soon->start();
 }
 
 void CAlertHistoryDlg::ShowMissed() {

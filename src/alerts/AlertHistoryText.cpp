@@ -89,7 +89,7 @@ void ParseHistory(std::string_view text, std::vector<SAlertFiring>& out) {
     std::unordered_map<std::string_view, size_t> places; // The views are of the text, or of ids that do not move again.
     std::vector<std::string> earlier;
     earlier.reserve(out.size());
-    for (const SAlertFiring& firing : out) places.emplace(earlier.emplace_back(firing.id), earlier.size() - 1);
+    for (size_t i = 0; i < out.size(); ++i) places.insert_or_assign(earlier.emplace_back(out[i].id), i);
     for (const std::string_view line : SplitCountingTail(text, '\n')) {
         CWords words(line);
         const std::string_view kind = words.Next();

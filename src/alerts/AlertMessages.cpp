@@ -8,11 +8,16 @@ namespace vx {
 
 CResetAlertMessage::CResetAlertMessage(std::string record) : QEvent(kResetAlertMessage), m_record(std::move(record)) {}
 
-CAlertFiredMessage::CAlertFiredMessage()
-    : QEvent(kAlertFiredMessage), m_firedAt(CClock::Instance().Now()), m_firedMs(QDateTime::currentMSecsSinceEpoch()) {}
+CAlertFiredMessage::CAlertFiredMessage(uint64_t watchlist)
+    : QEvent(kAlertFiredMessage), m_watchlist(watchlist), m_firedAt(CClock::Instance().Now()),
+      m_firedMs(QDateTime::currentMSecsSinceEpoch()) {}
 
-CAlertFiredMessage::CAlertFiredMessage(std::string record) : CAlertFiredMessage() { m_record = std::move(record); }
+CAlertFiredMessage::CAlertFiredMessage(std::string record, uint64_t watchlist) : CAlertFiredMessage(watchlist) {
+    m_record = std::move(record);
+}
 
-CAlertFiredMessage::CAlertFiredMessage(SAlertNotice news) : CAlertFiredMessage() { m_news = std::move(news); }
+CAlertFiredMessage::CAlertFiredMessage(SAlertNotice news, uint64_t watchlist) : CAlertFiredMessage(watchlist) {
+    m_news = std::move(news);
+}
 
 } // namespace vx

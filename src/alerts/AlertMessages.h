@@ -28,20 +28,22 @@ private:
 };
 
 /// A fired alert and the moment, which is that of making the message. News come as the finished notice, which has no
-/// record.
+/// record. watchlist: as in SFiredNotice.
 class CAlertFiredMessage : public QEvent {
 public:
-    explicit CAlertFiredMessage(std::string record);
-    explicit CAlertFiredMessage(SAlertNotice news);
+    CAlertFiredMessage(std::string record, uint64_t watchlist);
+    CAlertFiredMessage(SAlertNotice news, uint64_t watchlist);
 
     SAlertNotice Notice() const { return m_news ? *m_news : ReadAlertNotice(m_record); }
     const SLocalTime& FiredAt() const { return m_firedAt; }
     /// Milliseconds since 1970 UTC.
     int64_t FiredMs() const { return m_firedMs; }
+    uint64_t Watchlist() const { return m_watchlist; }
 
 private:
-    CAlertFiredMessage();
+    explicit CAlertFiredMessage(uint64_t watchlist);
 
+    uint64_t m_watchlist;
     std::string m_record;
     std::optional<SAlertNotice> m_news;
     SLocalTime m_firedAt;

@@ -111,8 +111,8 @@ public:
     /// Takes "symbol,index,threshold" as a notice posts it: gives that alert the threshold and arms it. Fewer fields
     /// change nothing.
     ///
-    /// Errors  std::invalid_argument for an index that the symbol's alerts do not have
-    void ResetFromRecord(std::string_view record);
+    /// Errors  false when nothing was reset; std::invalid_argument for an index that the symbol's alerts do not have
+    bool ResetFromRecord(std::string_view record);
 
     // Text.
 

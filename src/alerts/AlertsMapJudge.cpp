@@ -126,17 +126,18 @@ void CAlertsMap::CheckNews(std::string_view symbols) {
     }
 }
 
-void CAlertsMap::ResetFromRecord(std::string_view record) {
+bool CAlertsMap::ResetFromRecord(std::string_view record) {
     const std::vector<std::string_view> fields = SplitCountingTail(record, ',');
-    if (fields.size() < 3) return;
+    if (fields.size() < 3) return false;
     SSymbolAlerts* entry = Find(fields[0], EAlertMap::Live);
-    if (!entry) return;
+    if (!entry) return false;
     const int index = ReadInt32(fields[1]);
     At(*entry, index);
     A_INFO& alert = entry->alerts[static_cast<size_t>(index)];
     alert.value = ReadDouble(fields[2]);
     alert.enabled = 1;
     Rearm(fields[0], *entry);
+    return true;
 }
 
 } // namespace vx

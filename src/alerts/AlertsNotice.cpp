@@ -62,7 +62,7 @@ void CAlertsNotice::MakeButtons() {
     m_dismissAll = buttons->addButton(tr("Dismiss &All"), QDialogButtonBox::ActionRole);
     m_dismiss = buttons->addButton(tr("&Dismiss"), QDialogButtonBox::RejectRole);
     m_reset->setObjectName(QStringLiteral("reset"));
-    m_reset->setToolTip(tr("Arm the alert again, with another value if you wish"));
+    SetResettable(true);
     m_dismissAll->setObjectName(QStringLiteral("dismissAll"));
     m_dismissAll->setToolTip(tr("Close this notice and those that wait behind it; the alert history keeps them"));
     m_dismissAll->hide();
@@ -84,6 +84,12 @@ void CAlertsNotice::MakeButtons() {
 void CAlertsNotice::SetWaiting(int count) {
     m_dismissAll->setVisible(count > 0);
     m_dismissAll->setText(tr("Dismiss &All (%1 more)").arg(count));
+}
+
+void CAlertsNotice::SetResettable(bool resettable) {
+    m_reset->setEnabled(resettable);
+    m_reset->setToolTip(resettable ? tr("Arm the alert again, with another value if you wish")
+                                   : tr("The alert is not in the open watchlist"));
 }
 
 void CAlertsNotice::showEvent(QShowEvent* event) {

@@ -31,6 +31,8 @@ public:
     const SAlertNotice& Notice() const { return m_notice; }
     /// How many more notices wait behind this one; with some, they can be dismissed together.
     void SetWaiting(int count);
+    /// Whether there is an alert to reset.
+    void SetResettable(bool resettable);
     /// The threshold that it was reset to; only once accepted.
     double NewThreshold() const { return m_newThreshold; }
 

@@ -45,24 +45,31 @@ void CNoticeQueue::ShowNextSoon(int milliseconds) {
 }
 
 void CNoticeQueue::ShowNext() {
-    if (m_shown || m_sounding || m_waiting.empty()) return;
+    if (m_shown || m_sounding || (!m_heard && m_waiting.empty())) return;
     if (IsHandBusy()) return ShowNextSoon(kBusyRetryMs);
+    if (!m_heard) Sound();
+    if (!m_sounding) Announce();
+}
+
+// Takes the next one as m_current and begins its sound.
+void CNoticeQueue::Sound() {
     m_current = std::move(m_waiting.front());
     m_waiting.pop_front();
+    m_heard = true;
     const SAlertSound sound = SoundOf(m_current.notice);
-    const bool sounds = !m_muted && sound.type != static_cast<uint32_t>(EAlertSound::None);
-    m_sounding = sounds && !sound.loop;
-    if (sounds)
-        m_player.Play(sound, [this] {
-            if (std::exchange(m_sounding, false)) Announce();
-        });
-    if (!m_sounding) Announce();
+    if (m_muted || sound.type == static_cast<uint32_t>(EAlertSound::None)) return;
+    m_sounding = !sound.loop;
+    m_player.Play(sound, [this] {
+        if (std::exchange(m_sounding, false)) ShowNext();
+    });
 }
 
 // Opens the notice of m_current.
 void CNoticeQueue::Announce() {
+    m_heard = false;
     m_shown = new CAlertsNotice(m_current.notice, m_current.firedAt, m_owner, m_window);
     m_shown->SetWaiting(Waiting());
+    m_shown->SetResettable(!m_canReset || m_canReset(m_current));
     connect(m_shown, &QDialog::finished, this, &CNoticeQueue::OnFinished);
     connect(m_shown, &CAlertsNotice::DismissAll, this, &CNoticeQueue::DismissAll);
     const bool inUse = !m_inUse || m_inUse();
@@ -93,7 +100,7 @@ void CNoticeQueue::SetMuted(bool muted) {
     m_muted = muted;
     if (!muted) return;
     m_player.Stop();
-    if (std::exchange(m_sounding, false)) Announce();
+    if (std::exchange(m_sounding, false)) ShowNext();
 }
 
 } // namespace vx

@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <string>
@@ -23,7 +24,8 @@ class CAlertsNotice;
 struct SFiredNotice {
     SAlertNotice notice;
     SLocalTime firedAt;
-    std::string id; ///< Of its firing in the history.
+    std::string id;         ///< Of its firing in the history.
+    uint64_t watchlist = 0; ///< Which of the watchlists opened one after another the alert belongs to.
 };
 
 /// Shows notices one after another: the next one comes when the one before was closed. A sound that is not repeated is
@@ -44,6 +46,8 @@ public:
 
     /// Who hears what became of each notice.
     void SetEnded(Ended ended) { m_ended = std::move(ended); }
+    /// Whether the alert of a notice can still be reset, asked as the notice appears; without, each can.
+    void SetCanReset(std::function<bool(const SFiredNotice&)> canReset) { m_canReset = std::move(canReset); }
     /// Whether the program is the active one: if not, a notice leaves the keyboard where it is.
     void SetInUse(std::function<bool()> inUse) { m_inUse = std::move(inUse); }
 
@@ -62,6 +66,7 @@ Q_SIGNALS:
 private:
     void ShowNextSoon(int milliseconds = 0);
     void ShowNext();
+    void Sound();
     void Announce();
     void OnFinished(int result);
     void DismissAll();
@@ -70,12 +75,14 @@ private:
     QObject& m_owner;
     QPointer<QWidget> m_window;
     Ended m_ended;
+    std::function<bool(const SFiredNotice&)> m_canReset;
     std::function<bool()> m_inUse;
     std::deque<SFiredNotice> m_waiting;
     SFiredNotice m_current;           ///< The one that is shown, or whose sound is heard.
     CAlertsNotice* m_shown = nullptr; ///< Deleted with its window, or here.
     QTimer m_next;
-    bool m_sounding = false; ///< The current one's sound must end first.
+    bool m_heard = false;    ///< The current one's sound has begun, if it has one; it was not shown yet.
+    bool m_sounding = false; ///< And must end first.
     bool m_muted = false;
 };
 

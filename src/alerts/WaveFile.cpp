@@ -62,7 +62,7 @@ std::optional<SWaveInfo> ParseWaveInfo(std::string_view beginning, int64_t fileB
             out->durationMs = bytes * 1000 / (int64_t{out->samplesPerSecond} * out->channels * (out->bits / 8));
             return out;
         }
-        at += size + size % 2; // Chunks begin at even places.
+        at += size_t{size} + size % 2; // Chunks begin at even places.
     }
     return std::nullopt;
 }

@@ -47,6 +47,7 @@ CAlertDesk::CAlertDesk(CMainFrame& frame, CCommands& commands)
     m_frame.installEventFilter(this);
     m_notices->SetMuted(m_frame.Settings().ReadBoolean(kAlertMute));
     m_notices->SetInUse([this] { return m_presence->IsHere(); });
+    m_notices->SetCanReset([this](const SFiredNotice& notice) { return IsThere(notice); });
     m_notices->SetEnded([this](const SFiredNotice& notice, EFiringEnd end, double newThreshold) {
         OnEnded(notice, end, newThreshold);
     });
@@ -88,11 +89,11 @@ void CAlertDesk::BindCommands(CCommands& commands) {
 // From the alert to the notice
 
 void CAlertDesk::PostNotice(std::string record) {
-    QCoreApplication::postEvent(&m_frame, new CAlertFiredMessage(std::move(record)));
+    QCoreApplication::postEvent(&m_frame, new CAlertFiredMessage(std::move(record), m_frame.Document().OpenCount()));
 }
 
 void CAlertDesk::PostNewsNotice(SAlertNotice notice) {
-    QCoreApplication::postEvent(&m_frame, new CAlertFiredMessage(std::move(notice)));
+    QCoreApplication::postEvent(&m_frame, new CAlertFiredMessage(std::move(notice), m_frame.Document().OpenCount()));
 }
 
 bool CAlertDesk::eventFilter(QObject* watched, QEvent* event) {
@@ -115,16 +116,25 @@ void CAlertDesk::OnFired(const CAlertFiredMessage& message) {
     std::string id = m_history.NoteFired(FiringOf(notice, message.FiredMs(), awaySince));
     if (m_historyDlg) m_historyDlg->RefreshSoon();
     if (awaySince != 0) m_missed->Add(notice, message.FiredAt());
-    m_notices->Add({std::move(notice), message.FiredAt(), std::move(id)});
+    m_notices->Add({std::move(notice), message.FiredAt(), std::move(id), message.Watchlist()});
+}
+
+// Another watchlist may have been opened meanwhile, whose alerts the notice is not about.
+bool CAlertDesk::IsThere(const SFiredNotice& notice) const {
+    const CWatchlistDoc& doc = m_frame.Document();
+    return notice.watchlist == doc.OpenCount() && notice.notice.index < doc.Alerts().Count(notice.notice.symbol);
 }
 
 void CAlertDesk::OnReset(const std::string& record) {
+    bool reset = false;
     try {
-        m_frame.Document().Alerts().ResetFromRecord(record);
-        m_frame.Document().SetModified(true);
-    } catch (const std::invalid_argument&) {
-        LogInformation(fmt::format("The alert of \"{}\" to be reset is not there any more.", ShownLine(record)));
+        reset = m_frame.Document().Alerts().ResetFromRecord(record);
+    } catch (const std::invalid_argument&) { // As good as a symbol without alerts.
     }
+    if (reset)
+        m_frame.Document().SetModified(true);
+    else
+        LogInformation(fmt::format("The alert of \"{}\" to be reset is not there any more.", ShownLine(record)));
 }
 
 void CAlertDesk::OnEnded(const SFiredNotice& notice, EFiringEnd end, double newThreshold) {
@@ -140,7 +150,6 @@ void CAlertDesk::EditAlerts(std::string_view symbol) {
         CUndoStep step(doc, "edit alerts");
         step.CoverAlerts();
         commit();
-        doc.SetModified(true);
     });
 }
 
@@ -164,8 +173,7 @@ void CAlertDesk::NewAlert(int row, int column) {
         CWatchlistDoc& document = m_frame.Document();
         CUndoStep step(document, "new alert");
         step.CoverAlerts();
-        if (document.Alerts().Add(dialog->Symbol(), dialog->Alert())) return document.SetModified(true);
-        TellNoRoomForAlert(dialog->Symbol());
+        if (!document.Alerts().Add(dialog->Symbol(), dialog->Alert())) TellNoRoomForAlert(dialog->Symbol());
     });
     dialog->show();
 }

@@ -55,6 +55,7 @@ protected:
 private:
     void BindCommands(CCommands& commands);
     void OnFired(const CAlertFiredMessage& message);
+    bool IsThere(const SFiredNotice& notice) const;
     void OnReset(const std::string& record);
     void OnEnded(const SFiredNotice& notice, EFiringEnd end, double newThreshold);
     std::string_view FocusSymbol() const;

@@ -196,7 +196,8 @@ int CSymbolSearchDlg::FoundCount() const {
 }
 
 void CSymbolSearchDlg::ShowState() {
-    const bool waiting = m_searching == EState::Searching && !m_session.LookupReplies().search.Ended();
+    const CSearchResults& search = m_session.LookupReplies().search;
+    const bool waiting = m_searching == EState::Searching && !search.Ended() && !search.IsRefused();
     m_stop->setEnabled(waiting);
     const QString text = StateText();
     if (m_state->text() != text) m_state->setText(text);
@@ -218,6 +219,7 @@ QString CSymbolSearchDlg::StateText() const {
     if (m_searching == EState::NotSent) return tr("Not connected.");
     if (m_searching == EState::Stopped) return tr("Stopped. Found so far: %L1.").arg(found);
     if (search.Ended()) return EndText(found);
+    if (search.IsRefused()) return tr("The feed client has refused the search.");
     if (!IsConnected()) return tr("The feed client has closed the connection. Found until then: %L1.").arg(found);
     if (search.SilentMs() >= kSilentMs)
         return tr("The feed has not answered for %L1 seconds. Found so far: %L2. Stop, or search again.")

@@ -44,13 +44,16 @@ std::string SymbolSearchRequest(ESearchBy by, std::string_view text, std::string
 void CSearchResults::Clear() {
     m_results.clear();
     m_ended = m_dropped = false;
-    if (m_owed > 0 && SilentMs() >= kLostMs) m_owed = 0;
+    m_owed = SilentMs() >= kLostMs ? 0 : m_owed - m_refused;
+    m_refused = 0;
 }
 
 void CSearchResults::Expect() {
     ++m_owed;
     m_heardMs = CClock::Instance().MonotonicMs();
 }
+
+void CSearchResults::Refuse() { m_refused = std::min(m_refused + 1, m_owed); }
 
 int64_t CSearchResults::SilentMs() const { return CClock::Instance().MonotonicMs() - m_heardMs; }
 
@@ -66,6 +69,7 @@ void CSearchResults::OnLine(std::string_view line) {
             FeedLogOf(kLookupSlot).Failed(fmt::format("a search has more than {} results", kMostResults));
     } else if (ContainsText(line, kEnd)) {
         m_owed = std::max(m_owed - 1, 0);
+        m_refused = std::max(m_refused - 1, 0);
         if (former) return;
         m_ended = true;
         if (m_results.empty()) m_results.push_back({std::string(kNothingFound), "", "", ""});

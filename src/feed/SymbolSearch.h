@@ -31,8 +31,8 @@ struct SSearchResult {
 /// Collects the results of one symbol search as its lines arrive.
 ///
 /// All searches share one id, so that replies are told apart by their order alone: while a former search still owes its
-/// end, what comes up to that end is the former's and is dropped. A former search that was silent for kLostMs owes
-/// nothing any more, since the feed client may never have understood it.
+/// end, what comes up to that end is the former's and is dropped. A former search that was refused without an end, or
+/// was silent for kLostMs, owes nothing any more.
 ///
 /// Units   times in milliseconds of CClock's monotonic time
 /// Owns    the results
@@ -49,6 +49,8 @@ public:
     void Clear();
     /// The request of the search went out, so that a reply is owed.
     void Expect();
+    /// The feed client refused a request. When an end belongs to that, it comes right behind.
+    void Refuse();
     /// Takes one reply line. A search that ends without a result has one whose symbol is kNothingFound.
     ///
     /// Errors  none: other lines are ignored, results beyond kMostResults are dropped, which is logged
@@ -58,6 +60,8 @@ public:
     const std::vector<SSearchResult>& Results() const { return m_results; }
     /// Whether the end of the reply has come.
     bool Ended() const { return m_ended; }
+    /// Whether the request was refused and no end came.
+    bool IsRefused() const { return m_owed > 0 && m_refused >= m_owed; }
     /// Whether results beyond kMostResults were dropped.
     bool IsCut() const { return m_dropped; }
     /// How long ago the request went out, or the last line came, whichever is later.
@@ -67,7 +71,8 @@ private:
     std::vector<SSearchResult> m_results;
     bool m_ended = false;
     bool m_dropped = false;
-    int m_owed = 0; ///< Ends still to come, the present search's included.
+    int m_owed = 0;    ///< Ends still to come, the present search's included.
+    int m_refused = 0; ///< Of these, the ones that may never come.
     int64_t m_heardMs = 0;
 };
 

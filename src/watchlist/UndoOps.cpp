@@ -185,24 +185,40 @@ size_t CLayoutOp::Bytes() const {
     return bytes(m_other) + bytes(m_present);
 }
 
+namespace {
+
+// Alerts fire and are reset outside of steps, which moves none of them.
+void KeepWhatBecameOf(const CAlertArray& before, const CAlertArray& now, CAlertArray& alerts) {
+    if (before.size() != now.size()) return;
+    for (A_INFO& alert : alerts) {
+        const auto untouched = std::find(before.begin(), before.end(), alert);
+        if (untouched != before.end()) alert = now[static_cast<size_t>(untouched - before.begin())];
+    }
+}
+
+} // namespace
+
 CAlertOp::CAlertOp(CUndoTarget& target) {
     for (std::string& symbol : target.Alerts().Symbols()) {
         CAlertArray alerts = target.Alerts().Get(symbol);
-        m_alerts.emplace_back(std::move(symbol), std::move(alerts));
+        m_alerts.push_back({std::move(symbol), std::move(alerts), {}});
     }
 }
 
 bool CAlertOp::DropUnchanged(CUndoTarget& target) {
     m_isDifference = true;
     const CAlertsMap& now = target.Alerts();
-    std::vector<std::pair<std::string, CAlertArray>> changed;
+    std::vector<SAlerts> changed;
     for (const std::string& symbol : now.Symbols()) {
-        const auto before = std::lower_bound(m_alerts.begin(), m_alerts.end(), symbol,
-                                             [](const auto& entry, const auto& name) { return entry.first < name; });
-        if (before == m_alerts.end() || before->first != symbol) changed.emplace_back(symbol, CAlertArray{});
+        const auto before =
+            std::lower_bound(m_alerts.begin(), m_alerts.end(), symbol,
+                             [](const SAlerts& entry, const auto& name) { return entry.symbol < name; });
+        if (before == m_alerts.end() || before->symbol != symbol) changed.push_back({symbol, {}, now.Get(symbol)});
     }
-    for (auto& [symbol, alerts] : m_alerts)
-        if (alerts != now.Get(symbol)) changed.emplace_back(std::move(symbol), std::move(alerts));
+    for (SAlerts& entry : m_alerts) {
+        entry.present = now.Get(entry.symbol);
+        if (entry.other != entry.present) changed.push_back(std::move(entry));
+    }
     m_alerts = std::move(changed);
     return !m_alerts.empty();
 }
@@ -210,18 +226,20 @@ bool CAlertOp::DropUnchanged(CUndoTarget& target) {
 void CAlertOp::Exchange(CUndoTarget& target, STouched&) {
     if (!m_isDifference) DropUnchanged(target);
     CAlertsMap& map = target.Alerts();
-    for (auto& [symbol, alerts] : m_alerts) {
-        CAlertArray present = map.Get(symbol);
+    for (auto& [symbol, other, present] : m_alerts) {
+        CAlertArray now = map.Get(symbol);
+        KeepWhatBecameOf(present, now, other);
         map.RemoveSymbol(symbol);
-        for (const A_INFO& alert : alerts) map.Add(symbol, alert);
-        alerts = std::move(present);
+        for (const A_INFO& alert : other) map.Add(symbol, alert);
+        other = std::move(now);
+        present = map.Get(symbol);
     }
 }
 
 size_t CAlertOp::Bytes() const {
     size_t sum = 0;
-    for (const auto& [symbol, alerts] : m_alerts)
-        sum += sizeof m_alerts.front() + symbol.capacity() + alerts.capacity() * sizeof(A_INFO);
+    for (const auto& [symbol, other, present] : m_alerts)
+        sum += sizeof m_alerts.front() + symbol.capacity() + (other.capacity() + present.capacity()) * sizeof(A_INFO);
     return sum;
 }
 

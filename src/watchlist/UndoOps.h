@@ -152,6 +152,8 @@ private:
 };
 
 /// All alerts, then those of the symbols that differ.
+///
+/// An alert that the step did not touch keeps what became of it since: that it fired, or was reset by its notice.
 class CAlertOp final : public CUndoOp {
 public:
     explicit CAlertOp(CUndoTarget& target);
@@ -162,8 +164,13 @@ public:
     size_t Bytes() const override;
 
 private:
-    std::vector<std::pair<std::string, CAlertArray>> m_alerts; ///< By symbol, rising.
-    bool m_isDifference = false;                               ///< Else all symbols that had alerts.
+    struct SAlerts {
+        std::string symbol;
+        CAlertArray other;
+        CAlertArray present; ///< As this operation left them.
+    };
+    std::vector<SAlerts> m_alerts; ///< By symbol, rising.
+    bool m_isDifference = false;   ///< Else all symbols that had alerts.
 };
 
 } // namespace vx

@@ -97,6 +97,7 @@ void CWatchlistDoc::CloseDocument() {
 }
 
 void CWatchlistDoc::Reset() {
+    ++m_openCount;
     UnwatchAll();
     m_columns.Clear();
     m_notes.Clear();

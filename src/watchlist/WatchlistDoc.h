@@ -67,6 +67,8 @@ public:
     void OpenContent(const SWatchlistContent& content, std::string_view title, CReadReport& report);
     /// Unwatches and empties everything, and takes the title from the window.
     void CloseDocument();
+    /// How often a watchlist took the place of another: what belongs to one of another number is not here any more.
+    uint64_t OpenCount() const { return m_openCount; }
 
     // Symbols.
 
@@ -247,6 +249,7 @@ private:
     bool m_loading = false;
     bool m_modified = false;
     uint64_t m_changeCount = 0;
+    uint64_t m_openCount = 0;
     CUndoStack m_undo{*this}; ///< Last: it listens to the stores.
 };
 

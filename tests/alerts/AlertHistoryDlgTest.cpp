@@ -101,6 +101,6 @@ TEST_F(AlertHistoryDlg, FiltersSortsAndExportsWhatIsShown) {
 
     Fire("MSFT", 5'000);
     dialog.RefreshSoon();
-    TurnEventLoop(3);
+    EXPECT_TRUE(WaitUntil([&] { return Summary(dialog) == "1 of 4 alerts"; }));
     EXPECT_EQ(Symbols(dialog), (Texts{"IBM"})) << "what comes leaves the filter as it is";
 }

@@ -99,11 +99,16 @@ TEST_F(AlertHistory, NoContentOfItsFileDoesHarm) {
 
 TEST_F(AlertHistory, TheFilesStayBounded) {
     history.NoteFired(Firing("OLDEST", 1));
+    std::vector<std::string> ids;
     for (int round = 0; round < 3; ++round) {
         std::filesystem::resize_file(history.FilePath(), CAlertHistory::kMostFileBytes);
-        history.NoteFired(Firing(fmt::format("ROUND{}", round).c_str(), 1));
+        ids.push_back(history.NoteFired(Firing(fmt::format("ROUND{}", round).c_str(), 1)));
     }
-    EXPECT_EQ(Symbols(history.Read()), (std::vector<std::string>{"ROUND1", "ROUND2"}));
+    history.NoteEnded(ids[1], EFiringEnd::Dismissed, 7);
+    const std::vector<SAlertFiring> read = history.Read();
+    EXPECT_EQ(Symbols(read), (std::vector<std::string>{"ROUND1", "ROUND2"}));
+    EXPECT_EQ(read[0].end, EFiringEnd::Dismissed) << "it ended in the newer file";
+    EXPECT_EQ(read[1].end, EFiringEnd::Open);
     EXPECT_LT(std::filesystem::file_size(history.FilePath()), 1000u);
     EXPECT_LE(std::filesystem::file_size(history.OlderFilePath()), CAlertHistory::kMostFileBytes + 1000);
 }

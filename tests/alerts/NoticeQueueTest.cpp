@@ -168,7 +168,18 @@ TEST_F(NoticeQueue, NothingComesOverAnOpenMenu) {
     TurnEventLoop(20);
     EXPECT_FALSE(queue.Shown());
     menu.close();
+    ASSERT_TRUE(Shown());
+    Click(*queue.Shown(), "dismiss");
+
+    Fire(Field(), EAlertSound::BuiltIn); // Opened while the sound is heard.
+    ASSERT_TRUE(WaitUntil([&] { return sounds.IsPlaying(); }));
+    menu.popup({0, 0});
+    sounds.End();
+    TurnEventLoop(20);
+    EXPECT_FALSE(queue.Shown());
+    menu.close();
     EXPECT_TRUE(Shown());
+    EXPECT_EQ(sounds.played.size(), 1u);
 }
 
 TEST_F(NoticeQueue, ASoundThatIsNotRepeatedIsHeardBeforeItsNotice) {

@@ -132,21 +132,38 @@ TEST_F(AlertDesk, WhatIsGoneWhenItsNoticeIsAnsweredDoesNoHarm) {
     frame.Document().Alerts().Add("IBM", Above(10));
     frame.Document().Alerts().Add("IBM", Above(20));
     LastIs("IBM", "30");
-    for (const bool emptied : {false, true}) {
-        CAlertsNotice* notice = Notice(frame);
-        ASSERT_TRUE(notice);
-        frame.Document().Alerts().RemoveSymbol("IBM");
-        if (emptied) frame.Document().EmptyRow(1);
-        Click(*notice, "reset");
-        ClickOk(*notice->findChild<CResetAlert*>());
-        TurnEventLoop(5);
-    }
+    CAlertsNotice* first = Notice(frame);
+    ASSERT_TRUE(first);
+    frame.Document().Alerts().RemoveSymbol("IBM");
+    frame.Document().EmptyRow(1);
+    frame.Document().SetModified(false);
+    Click(*first, "reset");
+    ClickOk(*first->findChild<CResetAlert*>());
+    CAlertsNotice* second = Notice(frame);
+    ASSERT_TRUE(second);
+    EXPECT_FALSE(Named<QPushButton>(*second, "reset").isEnabled());
+    Click(*second, "dismiss");
+    TurnEventLoop(5);
     EXPECT_FALSE(frame.AlertNotices().Notices().Shown());
     EXPECT_TRUE(frame.Document().Alerts().IsEmpty());
+    EXPECT_FALSE(frame.Document().IsModified()) << "nothing was reset";
     frame.Document().Alerts().Add("IBM", Above(10));
     QCoreApplication::postEvent(&frame, new CResetAlertMessage("IBM,7,1.000000"));
     QCoreApplication::postEvent(&frame, new CResetAlertMessage("IBM,0,99.000000"));
     EXPECT_TRUE(WaitUntil([&] { return frame.Document().Alerts().Get("IBM")[0].value == 99; }));
+}
+
+TEST_F(AlertDesk, ANoticeDoesNotResetTheAlertOfAWatchlistThatWasOpenedMeanwhile) {
+    CMainFrame& frame = Board();
+    frame.Document().Alerts().Add("IBM", Above(10));
+    frame.Document().Alerts().Add("IBM", Above(20));
+    LastIs("IBM", "30");
+    ASSERT_TRUE(Notice(frame));
+    frame.Document().OpenText("Alerts=IBM:Last,>,50.000000,FALSE,TRUE,0,FALSE,;\r\n", "other");
+    ASSERT_EQ(frame.Document().Alerts().Count("IBM"), 1);
+    Click(*frame.AlertNotices().Notices().Shown(), "dismiss");
+    ASSERT_TRUE(Notice(frame));
+    EXPECT_FALSE(Named<QPushButton>(*Notice(frame), "reset").isEnabled());
 }
 
 TEST_F(AlertDesk, NewsFireTheirAlertAndCanBeArmedAgain) {

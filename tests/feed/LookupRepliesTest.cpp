@@ -122,8 +122,24 @@ TEST_F(LookupReplies, AFormerSearchesResultsDoNotMixWithThePresentOnes) {
     search();
     clock.elapsedMs += CSearchResults::kLostMs;
     search();
-    reads({"LSearch,LS,E,,,e,"});
+    reads({"LSearch,LS,E,,,e,", "LSearch,!ENDMSG!,"});
     EXPECT_THAT(results.Results(), SizeIs(1)) << "one that was never answered owes nothing";
+
+    search();
+    results.Refuse();
+    EXPECT_TRUE(results.IsRefused());
+    search();
+    EXPECT_FALSE(results.IsRefused());
+    reads({"LSearch,LS,F,,,f,", "LSearch,!ENDMSG!,"});
+    EXPECT_THAT(results.Results(), SizeIs(1)) << "nor does one that was refused without an end";
+    EXPECT_TRUE(results.Ended());
+    search();
+    results.Refuse();
+    reads({"LSearch,!ENDMSG!,"});
+    search();
+    search();
+    reads({"LSearch,!ENDMSG!,"});
+    EXPECT_FALSE(results.Ended()) << "a refusal with its end forgives no other";
 }
 
 TEST_F(LookupReplies, NewsCountsStandBehindFifteenCharacters) {

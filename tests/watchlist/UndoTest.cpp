@@ -162,6 +162,27 @@ protected:
 
 } // namespace
 
+TEST_F(CUndo, AnAlertThatAStepDidNotTouchKeepsWhatBecameOfItSince) {
+    A_INFO alert{.enabled = 1, .value = 10, .condition = 1, .soundFile = {}};
+    CAlertsMap& alerts = doc.Alerts();
+    alerts.Add("IBM", alert);
+    {
+        CUndoStep step(doc, "new alert");
+        step.CoverAlerts();
+        alert.value = 20;
+        alerts.Add("IBM", alert);
+    }
+    alerts.EvaluateFieldAlert("IBM", 0, 15, 15, 15, 15);
+    doc.Undo().Undo();
+    ASSERT_EQ(alerts.Count("IBM"), 1);
+    EXPECT_EQ(alerts.Get("IBM")[0].enabled, 0u) << "it has fired";
+    alerts.ResetFromRecord("IBM,0,12.000000");
+    doc.Undo().Redo();
+    ASSERT_EQ(alerts.Count("IBM"), 2);
+    EXPECT_EQ(alerts.Get("IBM")[0].value, 12);
+    EXPECT_EQ(alerts.Get("IBM")[1].value, 20);
+}
+
 TEST_F(CRandomEdits, AreUndoneToEveryFormerStateAndRedoneToEveryLaterOne) {
     boxes.answer = EBoxAnswer::Yes;
     for (int round = 0; round < 40; ++round) {
