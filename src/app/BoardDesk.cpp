@@ -13,6 +13,7 @@
 #include "watchlist/WatchlistView.h"
 
 #include <QAction>
+#include <QGuiApplication>
 
 namespace vx {
 
@@ -30,6 +31,8 @@ CBoardDesk::CBoardDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame)
     CWatchlistView& view = frame.View();
     commands.SetBefore([&view] { view.Grid().EndEdit(true); });
     connect(&view, &CWatchlistView::DocumentChanged, this, [this] { m_commands.RefreshSoon(); });
+    // Companion programs change settings, and hand the keyboard back.
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this] { m_commands.RefreshSoon(); });
     // At once: the next key may be that of a command that depends on it.
     const auto refresh = [this] { m_commands.Refresh(); };
     connect(&view.Grid(), &CGridCtrl::FocusCellChanged, this, refresh);

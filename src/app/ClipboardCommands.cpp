@@ -1,10 +1,9 @@
 #include "app/ClipboardCommands.h"
 
 #include "app/MainFrame.h"
-#include "app/ProgressBox.h"
+#include "app/WorkProgress.h"
 #include "base/MessageBox.h"
 #include "grid/QtText.h"
-#include "watchlist/CopyText.h"
 #include "watchlist/PasteText.h"
 #include "watchlist/SortCommands.h"
 #include "watchlist/UndoStep.h"
@@ -26,10 +25,11 @@ namespace {
 const QString kBoardFormat = QStringLiteral("application/x-zantrel-board");
 
 // The board's own form of a text, else the text itself; nothing when there is none.
-std::optional<QString> TextOf(const QMimeData* data) {
+std::optional<SPastedText> TextOf(const QMimeData* data) {
     if (data == nullptr) return std::nullopt;
-    if (data->hasFormat(kBoardFormat)) return QString::fromUtf8(data->data(kBoardFormat));
-    if (data->hasText()) return data->text();
+    if (data->hasFormat(kBoardFormat))
+        return SPastedText{QString::fromUtf8(data->data(kBoardFormat)), EAnnotationMarks::Yes};
+    if (data->hasText()) return SPastedText{data->text(), EAnnotationMarks::No};
     return std::nullopt;
 }
 
@@ -68,7 +68,7 @@ void CClipboardCommands::Cut() {
 }
 
 void CClipboardCommands::Paste() {
-    const std::optional<QString> text = TextOf(QGuiApplication::clipboard()->mimeData());
+    const std::optional<SPastedText> text = TextOf(QGuiApplication::clipboard()->mimeData());
     if (!text) return Say("The clipboard holds no text.");
     const SGridRange range = Region().range;
     PasteAt(*text, range.firstRow, range.firstColumn);
@@ -76,17 +76,20 @@ void CClipboardCommands::Paste() {
 
 // The program that the text comes from waits until the drop is over, so the rows are filled after it.
 void CClipboardCommands::Drop(const QMimeData& dropped, int row, int column) {
-    const std::optional<QString> text = TextOf(&dropped);
+    const std::optional<SPastedText> text = TextOf(&dropped);
     if (!text) return;
     QMetaObject::invokeMethod(
         this, [this, row, column, held = *text] { PasteAt(held, row, column); }, Qt::QueuedConnection);
 }
 
-void CClipboardCommands::PasteAt(const QString& text, int row, int column) {
+void CClipboardCommands::PasteAt(const SPastedText& pasted, int row, int column) {
     if (Doc().Undo().IsRecording()) return; // A long one is still under way.
     Grid().SetMarkedRange({});
-    const SPasteResult result =
-        PasteText(Doc(), row, column, BytesFromQt(text), ShowProgressBox(Frame(), tr("Pasting rows...")));
+    SPasteResult result;
+    {
+        CWorkProgressBox progress(&Frame(), tr("Pasting rows..."));
+        result = PasteText(Doc(), row, column, BytesFromQt(pasted.text), pasted.marks, progress.Function());
+    }
     if (!result.message.empty()) ShowMessageBox({result.message, {}, EBoxButtons::Ok, EBoxIcon::Exclamation});
     if (result.outcome != EPasteOutcome::Pasted) return;
     Grid().SelectRange({result.firstRow, result.lastRow, 1, Grid().ColumnCount()});

@@ -1,12 +1,19 @@
 #pragma once
 
 #include "app/BoardCommands.h"
+#include "watchlist/CopyText.h"
 
 #include <QString>
 
 class QMimeData;
 
 namespace vx {
+
+/// A text that was copied. marks: whether this program's board wrote it.
+struct SPastedText {
+    QString text;
+    EAnnotationMarks marks = EAnnotationMarks::No;
+};
 
 /// Copies, cuts and pastes, and takes texts that are dropped on the board.
 ///
@@ -24,7 +31,7 @@ private:
     void Cut();
     void Paste();
     void Drop(const QMimeData& dropped, int row, int column);
-    void PasteAt(const QString& text, int row, int column);
+    void PasteAt(const SPastedText& pasted, int row, int column);
 };
 
 } // namespace vx

@@ -62,6 +62,9 @@ void CColumnCommands::Place(const std::vector<std::string>& names) {
             // A hidden column comes back, and here.
             if (const int hidden = Doc().Columns().PositionOf(name); hidden >= 1) {
                 if (hidden < before) --before;
+                int& locked = Doc().Options().lockedColumns;
+                if (hidden <= locked) --locked;
+                if (before <= locked) ++locked;
                 MoveColumn(Doc(), hidden, before);
                 Show(before);
             } else {
@@ -199,7 +202,10 @@ void CColumnCommands::SetLocked(int columns, const char* name) {
 }
 
 void CColumnCommands::MakeDefault() {
-    Settings().WriteText(kDefaultColumnNames, Doc().Columns().Names());
+    std::string names;
+    for (int column = 1; column < Doc().Columns().Count(); ++column)
+        if (const sColumnInfo& info = Doc().Columns().At(column); info.width > 0) names += info.name + ';';
+    Settings().WriteText(kDefaultColumnNames, names);
     Say("New watchlists start with these columns.");
 }
 

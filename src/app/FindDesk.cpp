@@ -1,5 +1,6 @@
 #include "app/FindDesk.h"
 
+#include "app/FileDesk.h"
 #include "app/MainFrame.h"
 #include "watchlist/Commands.h"
 #include "watchlist/FindBar.h"
@@ -15,6 +16,7 @@ namespace vx {
 CFindDesk::CFindDesk(CMainFrame& frame, CCommands& commands)
     : QObject(&frame), m_frame(frame), m_bar(new CFindBar(frame.Document(), frame.View().Grid(), &frame.View())) {
     m_frame.View().layout()->addWidget(m_bar);
+    connect(&frame.Files(), &CFileDesk::Changed, m_bar, &CFindBar::ForgetAnswer);
     commands.Bind(ECommand::EditFind, [this] { m_bar->Open(); });
     commands.Bind(ECommand::EditFindNext, [this] { m_bar->Next(); });
     commands.Bind(ECommand::EditFindPrevious, [this] { m_bar->Previous(); });

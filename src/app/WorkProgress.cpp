@@ -23,7 +23,7 @@ CWorkProgressBox::~CWorkProgressBox() = default;
 
 bool CWorkProgressBox::Step(size_t done, size_t total) {
     if (!m_dialog && m_age.hasExpired(kShowAfterMs)) {
-        m_dialog = std::make_unique<QProgressDialog>(m_label, QObject::tr("Cancel"), 0, kSteps, m_parent);
+        m_dialog = std::make_unique<QProgressDialog>(m_label, QObject::tr("&Cancel"), 0, kSteps, m_parent);
         m_dialog->setObjectName(QStringLiteral("workProgress"));
         m_dialog->setWindowModality(Qt::WindowModal);
         m_dialog->setAutoReset(false);

@@ -141,9 +141,9 @@ int CGridFonts::Add(const SGridFont& font) {
     return Count() - 1;
 }
 
-void CGridFonts::SetDefault(const SGridFont& font) {
-    m_fonts[0] = font;
-    m_atlases.clear();
+void CGridFonts::KeepDefault() {
+    m_fonts.resize(1);
+    std::erase_if(m_atlases, [](const SEntry& entry) { return entry.font > 0; });
 }
 
 void CGridFonts::SetDotsPerInch(double dotsPerInch) {

@@ -95,14 +95,15 @@ private:
 /// The grid's font table with the atlas of each font at the scales in use.
 ///
 /// Shape   ids 0..255 in order of adding; id 0 exists from the start
-/// Owns    the atlases; a reference stays good until the next Atlas(), SetDefault() or SetDotsPerInch()
+/// Owns    the atlases; a reference stays good until the next Atlas(), KeepDefault() or SetDotsPerInch()
 class CGridFonts {
 public:
     CGridFonts();
 
     /// The id of an equal font, or of a new entry; the default font's id when the table is full.
     int Add(const SGridFont& font);
-    void SetDefault(const SGridFont& font);
+    /// Forgets all fonts but the default one.
+    void KeepDefault();
     void SetDotsPerInch(double dotsPerInch);
     const SGridFont& Font(int id) const { return m_fonts[Known(id)]; }
     int Count() const { return static_cast<int>(m_fonts.size()); }

@@ -130,6 +130,13 @@ void CGridCtrl::SetRowNumbersVisible(bool visible) {
     LayoutChanged();
 }
 
+void CGridCtrl::SetRowNumberWidth(int least) {
+    if (least == m_rowNumberWidth) return;
+    m_rowNumberWidth = least;
+    FitRowNumbers();
+    LayoutChanged();
+}
+
 void CGridCtrl::SetOptions(const SGridOptions& options) {
     if (options == m_options) return;
     m_options = options;
@@ -174,8 +181,8 @@ int CGridCtrl::AddFont(const SGridFont& font) {
     return id;
 }
 
-void CGridCtrl::SetDefaultFont(const SGridFont& font) {
-    m_fonts.SetDefault(font);
+void CGridCtrl::ForgetFonts() {
+    m_fonts.KeepDefault();
     MeasureFonts();
 }
 
@@ -194,7 +201,7 @@ void CGridCtrl::FitRowNumbers() {
         m_cell.Reset();
         const std::array<char, 16> zeros = {'0', '0', '0', '0', '0', '0', '0', '0', '0', '0'};
         m_cell.SetText({zeros.data(), static_cast<size_t>(std::max(digits, kMinNumberDigits))});
-        width = CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF());
+        width = std::max(m_rowNumberWidth, CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()));
     }
     m_geometry.SetColumnWidth(0, width);
 }

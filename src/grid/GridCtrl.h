@@ -70,6 +70,8 @@ public:
     int LockedColumns() const { return m_geometry.LockedColumns(); }
     void SetRowNumbersVisible(bool visible);
     bool RowNumbersVisible() const { return m_rowNumbers; }
+    /// The row-number column is at least this wide, and wider where its digits need it.
+    void SetRowNumberWidth(int least);
 
     void SetOptions(const SGridOptions& options);
     const SGridOptions& Options() const { return m_options; }
@@ -77,7 +79,8 @@ public:
     const SGridTheme& Theme() const { return *m_theme; }
     /// The id for SCell::font; rows grow to hold the tallest font.
     int AddFont(const SGridFont& font);
-    void SetDefaultFont(const SGridFont& font);
+    /// Forgets all fonts but the default one, and how tall they were; nothing may be painted with their ids any more.
+    void ForgetFonts();
 
     SGridCell FocusCell() const { return m_selection.focus; }
     SGridRange SelectedRange() const { return m_selection.Range(); }
@@ -267,6 +270,7 @@ private:
     SGridMarks m_marks;
     SPaintCounters m_counters;
     bool m_rowNumbers = true;
+    int m_rowNumberWidth = 0; // at least
     bool m_menuUp = false;
     mutable SCell m_cell; // for measuring and asking
 

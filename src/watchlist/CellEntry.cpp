@@ -22,9 +22,14 @@ bool BeginsWith(std::string_view text, char mark) { return !text.empty() && text
 
 bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
 
+std::string PlainText(std::string_view text) {
+    std::string plain;
+    AppendWithoutControls(plain, text.substr(0, kMostCellText));
+    return plain;
+}
+
 std::string UsableText(std::string_view typed) {
-    std::string text(typed.substr(0, kMostCellText));
-    std::replace_if(text.begin(), text.end(), IsControl, ' ');
+    std::string text = PlainText(typed);
     if (text.find(',') != std::string::npos) text = kCommaSymbol;
     return text;
 }
@@ -160,7 +165,9 @@ void EnterCellText(CWatchlistDoc& doc, int row, int column, std::string_view old
 
 void OverwriteRow(CWatchlistDoc& doc, int row, std::string_view text) {
     if (row < 1 || row > CRowTable::kMaxRow) return;
-    CCellEntry(doc, row, doc.Columns().PositionOf(kSymbolColumn)).Overwrite(UsableText(text));
+    const bool marked = BeginsWith(text, kAnnotationMark); // No symbol was meant that a comma could spoil.
+    CCellEntry(doc, row, doc.Columns().PositionOf(kSymbolColumn))
+        .Overwrite(marked ? PlainText(text) : UsableText(text));
 }
 
 bool ClearCells(CWatchlistDoc& doc, int row, const std::vector<int>& columns) {

@@ -21,7 +21,8 @@ class CWatchlistDoc;
 void EnterCellText(CWatchlistDoc& doc, int row, int column, std::string_view oldText, std::string_view newText);
 
 /// Puts into a row what a text becomes when it is typed into the symbol column of an empty row, whatever stood there. A
-/// row that shows the same symbol already is left alone, as it is for an empty text.
+/// row that shows the same symbol already is left alone, as it is for an empty text. A text that begins with "#" is an
+/// annotation with all its commas.
 void OverwriteRow(CWatchlistDoc& doc, int row, std::string_view text);
 
 /// Clears cells of a row as EnterCellText does for an empty text.

@@ -25,6 +25,11 @@ std::string NoteTip(const CWatchlistDoc& doc, int row) {
     return note;
 }
 
+std::string HeadingTip(const CWatchlistDoc& doc, int row) {
+    const std::string note = NoteTip(doc, row);
+    return note.empty() ? note : fmt::format("{}\n{}", doc.AnnotationText(row), note);
+}
+
 std::string AlertsTip(const CWatchlistDoc& doc, int row) {
     const SAlertTally tally = TallyAlerts(doc, doc.RowSymbol(row));
     if (tally.armed + tally.quiet == 0) return {};

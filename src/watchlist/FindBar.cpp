@@ -75,6 +75,8 @@ void CFindBar::Open() {
     m_text->setFocus(Qt::ShortcutFocusReason);
 }
 
+void CFindBar::ForgetAnswer() { m_message->clear(); }
+
 SFindOptions CFindBar::Options() const { return {m_matchCase->isChecked(), m_wholeCell->isChecked()}; }
 
 std::string CFindBar::Text() const { return BytesFromQt(m_text->text()); }

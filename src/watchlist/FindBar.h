@@ -28,6 +28,8 @@ public:
     /// Goes to the next (previous) place of the text; opens the bar when there is no text yet.
     void Next();
     void Previous();
+    /// The watchlist is another: what was said of the last search is not true any more.
+    void ForgetAnswer();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

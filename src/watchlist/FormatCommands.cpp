@@ -41,11 +41,6 @@ std::vector<SPlace> FormattedCells(const CWatchlistDoc& doc, const SFormatRange&
 
 bool MaySet(const SFormatChange& change) { return !change.fontFace || IsStorableFont(*change.fontFace); }
 
-void Changed(CWatchlistDoc& doc) {
-    doc.SetModified(true);
-    doc.RebuildGrid();
-}
-
 void SetFormat(CWatchlistDoc& doc, int row, int column, const SFormatChange& change) {
     SCellFormat format = doc.Formats().Effective(row, column);
     change.ApplyTo(format);
@@ -94,7 +89,7 @@ bool FormatCells(CWatchlistDoc& doc, const SFormatRange& asked, const SFormatCha
     const int lastRow = columns ? 0 : range.lastRow;
     for (int row = firstRow; row <= lastRow; ++row)
         for (int column = range.firstColumn; column <= range.lastColumn; ++column) SetFormat(doc, row, column, change);
-    Changed(doc);
+    doc.RebuildGrid();
     return true;
 }
 
@@ -106,7 +101,7 @@ void ClearFormats(CWatchlistDoc& doc, const SFormatRange& asked) {
     if (CoversColumns(doc, asked))
         for (int column = range.firstColumn; column <= range.lastColumn; ++column)
             doc.Formats().SetNewColumn(column, doc.Columns().At(column).name);
-    Changed(doc);
+    doc.RebuildGrid();
 }
 
 bool FormatGrid(CWatchlistDoc& doc, const SGridLook& look) {
@@ -129,7 +124,7 @@ bool FormatGrid(CWatchlistDoc& doc, const SGridLook& look) {
     options.useGridPrecision = look.useGridPrecision;
     options.useDefaultAlignment = look.useDefaultAlignment;
     options.trailingRows = std::clamp(look.trailingRows, 0, SWatchlistOptions::kMaxTrailingRows);
-    Changed(doc);
+    doc.RebuildGrid();
     return true;
 }
 

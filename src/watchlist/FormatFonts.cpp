@@ -4,19 +4,41 @@
 
 namespace vx {
 
-uint8_t CFormatFonts::Find(const SCellFormat& format, bool strong) {
+namespace {
+
+bool IsPlain(const SCellFormat& format) {
     static const SCellFormat plain;
-    const bool isPlain =
-        format.fontSizePt == plain.fontSizePt && !format.bold && !format.italic && format.fontFace == plain.fontFace;
-    if (isPlain && !strong) return 0;
-    const SFont font{format.fontFace, ShownFontSize(format), format.bold || isPlain, format.italic};
-    for (const SKnown& known : m_known) {
-        if (known.size == font.size && known.bold == font.bold && known.italic == font.italic &&
-            known.face == font.face)
-            return known.number;
-    }
-    Want(font);
+    return format.fontSizePt == plain.fontSizePt && !format.bold && !format.italic && format.fontFace == plain.fontFace;
+}
+
+} // namespace
+
+uint8_t CFormatFonts::Find(const SCellFormat& format, bool strong) {
+    if (IsPlain(format) && !strong) return 0;
+    if (const size_t known = KnownIndex(format, strong); known < m_known.size()) return m_known[known].number;
+    Want(FontOf(format));
     return 0;
+}
+
+CFormatFonts::SFont CFormatFonts::FontOf(const SCellFormat& format) {
+    return {format.fontFace, ShownFontSize(format), format.bold || IsPlain(format), format.italic};
+}
+
+// Their number when it has none.
+size_t CFormatFonts::KnownIndex(const SCellFormat& format, bool strong) const {
+    if (IsPlain(format) && !strong) return m_known.size();
+    const SFont font = FontOf(format);
+    const auto found = std::find_if(m_known.begin(), m_known.end(), [&](const SKnown& known) {
+        return known.size == font.size && known.bold == font.bold && known.italic == font.italic &&
+               known.face == font.face;
+    });
+    return static_cast<size_t>(found - m_known.begin());
+}
+
+void CFormatFonts::Forget() {
+    m_known.clear();
+    m_wantedCount = 0;
+    Find(SCellFormat{}, true);
 }
 
 void CFormatFonts::Want(const SFont& font) {

@@ -32,6 +32,26 @@ public:
     /// strong: the text stands out (a symbol, a heading), so the default font is a bold one here
     uint8_t Find(const SCellFormat& format, bool strong);
 
+    /// Whether a font has a number that no format asks for any more. forEachFormat(visit) calls visit(const
+    /// SCellFormat&) for each format there is, until it returns false.
+    template <typename ForEachFormat> bool HasUnused(ForEachFormat&& forEachFormat) const {
+        std::vector<bool> used(m_known.size());
+        size_t unused = used.size();
+        const auto mark = [&](const SCellFormat& format) {
+            for (const bool strong : {false, true}) {
+                const size_t known = KnownIndex(format, strong);
+                if (known >= used.size() || used[known]) continue;
+                used[known] = true;
+                --unused;
+            }
+            return unused > 0;
+        };
+        if (mark(SCellFormat{})) forEachFormat(mark);
+        return unused > 0;
+    }
+    /// No font has a number any more but the default one; that in which the default stands out is wanted again.
+    void Forget();
+
     bool HasWanted() const { return m_wantedCount > 0; }
     /// Has each font that Find missed entered by enter(const SFont&) -> number.
     template <typename Enter> void TakeWanted(Enter&& enter) {
@@ -59,6 +79,8 @@ private:
         bool bold = false;
         bool italic = false;
     };
+    static SFont FontOf(const SCellFormat& format);
+    size_t KnownIndex(const SCellFormat& format, bool strong) const;
     void Want(const SFont& font);
 
     std::vector<SKnown> m_known;

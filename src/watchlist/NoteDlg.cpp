@@ -74,6 +74,7 @@ void CNoteDlg::accept() {
         const CUndoStep step(m_doc, note.empty() ? "delete note" : "note");
         m_doc.Notes().Set(m_row, note);
         m_doc.RowEdited(m_row);
+        m_doc.RebuildGrid(); // It may have been what kept the last row.
     }
     QDialog::accept();
 }

@@ -78,9 +78,9 @@ struct SEntries {
     int leftOut = 0;
 };
 
-SEntries Entries(const CWatchlistDoc& doc, int column, std::string_view text, size_t room) {
+SEntries Entries(const CWatchlistDoc& doc, int column, std::string_view text, EAnnotationMarks marks, size_t room) {
     const CSymbolField field(doc, column);
-    const bool isTable = text.find('\t') != std::string_view::npos;
+    const bool isTable = marks == EAnnotationMarks::No && text.find('\t') != std::string_view::npos;
     SEntries out;
     for (CTextLines lines(text); lines.Next();) {
         const std::string_view line = lines.Line();
@@ -114,14 +114,17 @@ std::string NormalizePastedText(std::string_view text) {
     return out;
 }
 
-SPasteResult PasteText(CWatchlistDoc& doc, int row, int column, std::string_view text, const CWorkProgress& progress) {
+SPasteResult PasteText(CWatchlistDoc& doc, int row, int column, std::string_view text, EAnnotationMarks marks,
+                       const CWorkProgress& progress) {
     if (text.size() > kMostPastedBytes)
         return Refused(EPasteOutcome::TooLarge,
                        fmt::format("The text on the clipboard is too large to be pasted: {:.1f} MB, at most {} MB.",
                                    static_cast<double>(text.size()) / (1 << 20), kMostPastedBytes >> 20));
     row = std::max(row, 1);
     const auto room = static_cast<size_t>(std::max(CRowTable::kMaxRow - row + 1, 0));
-    const SEntries entries = Entries(doc, column, NormalizePastedText(text), room);
+    // What the board itself copied is no report, whatever words are in it.
+    const SEntries entries = Entries(
+        doc, column, marks == EAnnotationMarks::Yes ? std::string(text) : NormalizePastedText(text), marks, room);
     if (entries.texts.empty()) return Refused(EPasteOutcome::Nothing, "There is no text to be pasted.");
     const int count = static_cast<int>(entries.texts.size());
     const CUndoStep step(doc, count == 1 ? std::string("paste row") : fmt::format("paste {} rows", count));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "watchlist/CopyText.h"
 #include "watchlist/FillRows.h"
 #include "watchlist/ShownCells.h"
 
@@ -39,10 +40,11 @@ struct SPasteResult {
 /// wide as the board, or when it is laid out from the focus on; else the first one. In a text that has such lines, a
 /// line of one field is an annotation, as the board copies it.
 ///
-/// Shape   row, column: the focus; text: Windows-1252, lines ended in any way
+/// Shape   row, column: the focus; text: Windows-1252, lines ended in any way; marks: Yes for CopyText's own text with
+///         marks, of which nothing has to be guessed
 /// Thread  GUI thread only
 SPasteResult PasteText(CWatchlistDoc& doc, int row, int column, std::string_view text,
-                       const CWorkProgress& progress = {});
+                       EAnnotationMarks marks = EAnnotationMarks::No, const CWorkProgress& progress = {});
 
 /// Clears the shown cells of a range, each as when an empty text is typed into it.
 ///

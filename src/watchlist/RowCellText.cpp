@@ -69,7 +69,7 @@ size_t CColumnReader::Read(int row, const CSymbolRec* record, std::span<char, kM
 }
 
 size_t CColumnReader::ReadOwn(int row, std::string_view symbol, std::span<char, kMostCellText> out) const {
-    if (symbol.empty()) return 0;
+    if (symbol.empty() && m_kind != EKind::Notes) return 0;
     switch (m_kind) {
     case EKind::Symbol: {
         const std::string_view shown = m_doc.ShownText(row);

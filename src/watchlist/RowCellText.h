@@ -39,7 +39,7 @@ public:
 
     /// Writes what the cell of a symbol row shows: a field of its record, the symbol, the text shown in its place, the
     /// news count or headline, its alerts ("2", or "2/1" when one more fired or is off), or the first line of its note.
-    /// Other rows give nothing.
+    /// Other rows give nothing but their note.
     ///
     /// Returns the bytes written, at most kMostCellText
     size_t Read(int row, std::span<char, kMostCellText> out) const { return Read(row, FindRecord(row), out); }

@@ -76,6 +76,7 @@ bool MayDeleteSelection(CWatchlistDoc& doc) {
                                "Would you like to turn off Auto Sort?",
                                "Turn Off Auto Sort", EBoxButtons::YesNo, EBoxIcon::Stop};
     if (ShowMessageBox(question) != EBoxAnswer::Yes) return false;
+    const CUndoStep step(doc, "turn off auto sort");
     SwitchOffAutoSort(sort);
     return true;
 }

@@ -69,7 +69,7 @@ void PutMark(std::string_view mark, SCell& cell) {
 } // namespace
 
 CWatchlistCells::CWatchlistCells(const CWatchlistDoc& doc) : m_doc(doc), m_special(FindSpecialColumns(Catalogue())) {
-    m_fonts.Find(SCellFormat{}, true); // Wanted by the first painting at the latest.
+    m_fonts.Forget();
     ColumnsChanged();
 }
 
@@ -114,7 +114,7 @@ void CWatchlistCells::Fill(int row, int column, SCell& cell) const {
     const SCellFormat& format = m_doc.Formats().Effective(row, column);
     Dress(format, info->kind == EKind::Symbol, cell);
     const std::string_view symbol = m_doc.RowSymbol(row);
-    if (!info->entry || symbol.empty()) return;
+    if (!info->entry || (symbol.empty() && info->kind != EKind::Notes)) return;
 
     const CSymbolRec* record = info->reader.FindRecord(row);
     const size_t length = info->reader.Read(row, record, std::span<char, kMostCellText>(cell.text, kMostCellText));
@@ -161,6 +161,7 @@ bool CWatchlistCells::FillSpan(int row, SCell& cell) const {
     Dress(format, true, cell);
     if (!m_doc.Options().useDefaultAlignment) cell.align = AlignOf(format.alignment);
     cell.SetText(m_doc.AnnotationText(row));
+    if (m_doc.Notes().Has(row)) PutMark(kNoteMark, cell);
     return true;
 }
 
@@ -171,7 +172,8 @@ std::string CWatchlistCells::HeaderTip(int column) const {
 
 std::string CWatchlistCells::CellTip(int row, int column) const {
     const SColumn* info = Column(column);
-    if (!info || m_doc.RowKind(row) != ERowKind::Symbol) return {};
+    if (!info) return {};
+    if (m_doc.RowKind(row) == ERowKind::Annotation) return HeadingTip(m_doc, row);
     if (info->number == m_special.notes) return NoteTip(m_doc, row);
     if (info->number == m_special.alerts) return AlertsTip(m_doc, row);
     if (info->number == m_special.news) return NewsTip(m_doc, row);

@@ -311,7 +311,8 @@ std::string_view CWatchlistDoc::AnnotationText(int row) const {
 int CWatchlistDoc::LastUsedRow() const { return std::max(m_rows.LastSymbolRow(), m_annotations.LastRow()); }
 
 int CWatchlistDoc::RowCount() const {
-    return std::min(std::max(LastUsedRow() + m_options.trailingRows, m_grownRows), CRowTable::kMaxRow);
+    const int last = std::max({LastUsedRow() + m_options.trailingRows, m_grownRows, m_notes.LastRow()});
+    return std::clamp(last, 1, CRowTable::kMaxRow); // There is always a row to type into.
 }
 
 void CWatchlistDoc::ShowText(int row, std::string_view text) {

@@ -50,7 +50,6 @@ void CWatchlistDoc::DeleteRows(int firstRow, int count) {
         m_undo.BeforeRowsRemoved(firstRow, count);
         SymbolsLeft(stores.RemoveRows(firstRow, count));
     }
-    SetModified(true);
     RebuildGrid();
 }
 

@@ -39,7 +39,9 @@ void CWatchlistGrid::Rebuild() {
     if (m_draggedWidth) SetColumnWidth(m_draggedWidth->first, m_draggedWidth->second);
     SetLockedColumns(m_doc.Options().lockedColumns);
     SetRowNumbersVisible(m_doc.Options().showRowNumbers);
+    SetRowNumberWidth(columns.At(kRowNumberColumn).width);
     SetRowCount(m_doc.RowCount());
+    DropUnusedFonts();
     UpdateAll();
 }
 
@@ -85,11 +87,13 @@ std::string CWatchlistGrid::EditText(int row, int column) const {
 bool CWatchlistGrid::AcceptsDrop(const QMimeData& offered) const { return offered.hasText() && !offered.hasUrls(); }
 
 bool CWatchlistGrid::StandsForMore(int row, int column) const {
-    if (m_doc.RowKind(row) != ERowKind::Symbol) return false;
     const SSpecialColumns& special = Special();
     const int field = FieldAt(column);
-    return field >= 0 && (field == special.alerts || field == special.notes || field == special.news ||
-                          field == special.latestHeadline);
+    const ERowKind kind = m_doc.RowKind(row);
+    if (kind == ERowKind::Empty) return field >= 0 && field == special.notes && m_doc.Notes().Has(row);
+    return kind == ERowKind::Symbol && field >= 0 &&
+           (field == special.alerts || field == special.notes || field == special.news ||
+            field == special.latestHeadline);
 }
 
 void CWatchlistGrid::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -122,6 +126,19 @@ void CWatchlistGrid::EnterFonts() {
     m_cells.Fonts().TakeWanted([this](const CFormatFonts::SFont& font) {
         return AddFont({QtText(font.face), font.size, font.bold, font.italic});
     });
+}
+
+// Rows are as high as the tallest font: one that no cell has any more must not keep them so.
+void CWatchlistGrid::DropUnusedFonts() {
+    const CCellFormatStore& formats = m_doc.Formats();
+    const bool unused = m_cells.Fonts().HasUnused([&](auto&& visit) {
+        bool goOn = visit(formats.GridFormat());
+        formats.ForEach([&](int row, int column) { goOn = goOn && visit(formats.Effective(row, column)); });
+    });
+    if (!unused) return;
+    m_cells.Fonts().Forget();
+    ForgetFonts();
+    EnterFonts();
 }
 
 void CWatchlistGrid::paintEvent(QPaintEvent* event) {

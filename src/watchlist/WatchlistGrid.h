@@ -47,6 +47,7 @@ private:
     void NoteWidth(int column, int width);
     void KeepWidth();
     void EnterFonts();
+    void DropUnusedFonts();
     bool StandsForMore(int row, int column) const;
     void PaintHint(QPaintEvent& event);
 

@@ -95,6 +95,10 @@ TEST_F(CBoardCellsTest, AFontIsEnteredAfterPaintingAndShownInTheNext) {
     EXPECT_GT(Cell(1, "Last").font, 0);
     EXPECT_NE(Cell(1, "Last").font, Cell(1, "Symbol").font);
     EXPECT_GT(grid->Geometry().RowHeight(), height);
+    doc->Formats().Reset(1, ColumnOf("Last"));
+    doc->RebuildGrid();
+    EXPECT_EQ(grid->Geometry().RowHeight(), height) << "no cell has the tall font any more";
+    EXPECT_NE(Cell(1, "Symbol").font, 0);
 }
 
 TEST_F(CBoardCellsTest, NotesAlertsAndNewsShowThatThereIsMoreAndTipsSayIt) {
@@ -120,6 +124,23 @@ TEST_F(CBoardCellsTest, NotesAlertsAndNewsShowThatThereIsMoreAndTipsSayIt) {
     EXPECT_EQ(Cell(1, "News").role, ETextRole::Up);
     EXPECT_EQ(Cell(1, "News").font, Cell(1, "Symbol").font) << "fresh news stands out without colour too";
     EXPECT_EQ(Tip(3, "Notes"), "") << "headings have no tips of cells";
+}
+
+TEST_F(CBoardCellsTest, NotesOfHeadingsAndEmptyRowsAreSeenToo) {
+    doc->Notes().Set(3, "of the heading");
+    doc->Notes().Set(7, "of a row");
+    doc->RebuildGrid();
+    EXPECT_EQ(grid->ShownText(3, 1), "\xB6 Heading of some length");
+    EXPECT_EQ(grid->EditText(3, 1), "Heading of some length");
+    EXPECT_EQ(Tip(3, "Bid"), "Heading of some length\nof the heading");
+    EXPECT_EQ(grid->RowCount(), 7);
+    EXPECT_EQ(Text(7, "Notes"), "\xB6 of a row");
+    EXPECT_EQ(Tip(7, "Notes"), "of a row");
+    EXPECT_EQ(Text(7, "Symbol") + Text(7, "Last") + Tip(7, "Alerts") + Tip(7, "News"), "");
+    grid->SetFocusCell(7, ColumnOf("Notes"));
+    Do(ECommand::EditDelete);
+    EXPECT_FALSE(doc->Notes().Has(7));
+    EXPECT_EQ(grid->RowCount(), 4);
 }
 
 TEST_F(CBoardCellsTest, ADoubleClickOpensWhatACellStandsFor) {
@@ -167,4 +188,9 @@ TEST_F(CBoardCellsTest, AnEmptyWatchlistSaysHowToBegin) {
     EXPECT_FALSE(inked());
     doc->NewDocument();
     EXPECT_TRUE(inked());
+    doc->OpenText("TrailingRows=0\r\nColumns=Symbol:1000;RowNumbers:900;\r\n", "none");
+    EXPECT_EQ(grid->RowCount(), 1) << "a row to type into";
+    EXPECT_EQ(grid->ColumnWidth(0), 90);
+    doc->NewDocument();
+    EXPECT_LT(grid->ColumnWidth(0), 90);
 }

@@ -68,6 +68,7 @@ TEST_F(CBoardColumnsTest, ChosenColumnsComeBeforeTheFocusHiddenOnesReturn) {
     SelectColumns(bid, bid);
     Do(ColumnHide);
     EXPECT_EQ(grid->ColumnWidth(bid), 0);
+    doc->Options().lockedColumns = 2;
     grid->SetFocusCell(1, 1);
     InNext<CInsertColumns>([](CInsertColumns& dialog) {
         auto* list = dialog.findChild<QTreeWidget*>(QStringLiteral("columnList"));
@@ -75,6 +76,7 @@ TEST_F(CBoardColumnsTest, ChosenColumnsComeBeforeTheFocusHiddenOnesReturn) {
         dialog.accept();
     });
     Do(ColumnInsert);
+    EXPECT_EQ(doc->Options().lockedColumns, 3) << "it came before the lock, as a new one does";
     EXPECT_EQ(ColumnOf("Bid"), 1);
     EXPECT_EQ(grid->ColumnWidth(1), 77);
     Undo();
@@ -129,8 +131,10 @@ TEST_F(CBoardColumnsTest, ADraggedWidthIsOneStep) {
 }
 
 TEST_F(CBoardColumnsTest, PresentColumnsBecomeThoseOfANewList) {
-    SelectColumns(3, grid->ColumnCount());
+    SelectColumns(4, grid->ColumnCount());
     Do(ColumnDelete);
+    SelectColumns(3, 3);
+    Do(ColumnHide);
     Do(ColumnDefault);
     doc->NewDocument();
     EXPECT_EQ(Columns(), "Symbol;Tick Trend;");

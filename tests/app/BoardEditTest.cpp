@@ -71,6 +71,10 @@ TEST_F(CBoardEditTest, DeleteClearsInsertAndControlDeleteAskOnlyWhereItIsUnclear
     Key(Qt::Key_Delete, Qt::ControlModifier);
     EXPECT_EQ(Board(), "A|D");
     EXPECT_EQ(TextOf(EditUndo), QStringLiteral("&Undo delete 2 rows"));
+    doc->SetModified(false);
+    grid->SetFocusCell(grid->RowCount(), 1);
+    Key(Qt::Key_Delete, Qt::ControlModifier);
+    EXPECT_FALSE(doc->IsModified()) << "the empty row at the end is there again";
     grid->SetFocusCell(2, 1);
     Key(Qt::Key_Insert);
     EXPECT_EQ(Board(), "A||D");
@@ -110,6 +114,10 @@ TEST_F(CBoardEditTest, DeletingUnderAutoSortAsksFirst) {
     Do(RowDelete);
     EXPECT_EQ(Board(), "B");
     EXPECT_FALSE(frame->View().findChild<QTimer*>(QStringLiteral("autoSortTimer"))->isActive());
+    Undo();
+    EXPECT_EQ(TextOf(EditUndo), QStringLiteral("&Undo turn off auto sort")) << "nothing but an answer, yet saved";
+    Undo();
+    EXPECT_TRUE(frame->View().findChild<QTimer*>(QStringLiteral("autoSortTimer"))->isActive());
 }
 
 TEST_F(CBoardEditTest, WhatIsCopiedIsTheTextOfTheCellsAndComesBackAsItWas) {
@@ -150,7 +158,7 @@ TEST_F(CBoardEditTest, ALongPasteCanBeCancelledAndAVeryLargeTextIsRefused) {
     bool wasUp = false;
     auto* timer = new QTimer(frame);
     QObject::connect(timer, &QTimer::timeout, frame, [&wasUp, timer, this] {
-        auto* box = frame->findChild<QProgressDialog*>(QStringLiteral("progressBox"));
+        auto* box = frame->findChild<QProgressDialog*>(QStringLiteral("workProgress"));
         if (box == nullptr || !box->isVisible()) return;
         wasUp = true;
         timer->stop();

@@ -93,6 +93,13 @@ TEST_F(CPasteText, FindsTheSymbolInTheColumnsThatItsOwnBoardCopied) {
     EXPECT_THAT(feed.Take(), IsEmpty()) << "all are watched already";
 }
 
+TEST_F(CPasteText, HeadingsOfABoardComeBackWhateverIsInThem) {
+    doc.SetAnnotation(4, "##Tech, and a REALTIME WatchList");
+    PasteText(doc, 6, 1, CopyText(doc, {2, 5, 1, 4}, EAnnotationMarks::Yes), EAnnotationMarks::Yes);
+    EXPECT_EQ(Rows(), "IBM|MSFT|#Banks|##Tech, and a REALTIME WatchList|GE"
+                      "|MSFT|#Banks|##Tech, and a REALTIME WatchList|GE");
+}
+
 TEST_F(CPasteText, APasteIsOneStepAndTheFeedIsAskedOnce) {
     SPasteResult result = PasteText(doc, 1, 1, "A\nB\nIBM\nA\n");
     EXPECT_EQ(std::pair(result.firstRow, result.lastRow), std::pair(1, 4));
@@ -110,7 +117,7 @@ TEST_F(CPasteText, ALongPasteTellsHowFarItIsAndLeavesNothingWhenCancelled) {
     std::string text;
     for (int i = 0; i < 20000; ++i) text += fmt::format("S{}\r\n", i);
     std::vector<size_t> seen;
-    const SPasteResult cancelled = PasteText(doc, 1, 1, text, [&](size_t done, size_t total) {
+    const SPasteResult cancelled = PasteText(doc, 1, 1, text, EAnnotationMarks::No, [&](size_t done, size_t total) {
         EXPECT_EQ(total, 20000U);
         EXPECT_EQ(doc.RowSymbol(static_cast<int>(done)), fmt::format("S{}", done - 1));
         seen.push_back(done);
@@ -123,7 +130,7 @@ TEST_F(CPasteText, ALongPasteTellsHowFarItIsAndLeavesNothingWhenCancelled) {
     EXPECT_EQ(store.Size(), 3U);
     EXPECT_FALSE(doc.IsModified());
     EXPECT_FALSE(doc.Undo().CanUndo());
-    const SPasteResult closed = PasteText(doc, 1, 1, text, [&](size_t, size_t) {
+    const SPasteResult closed = PasteText(doc, 1, 1, text, EAnnotationMarks::No, [&](size_t, size_t) {
         if (doc.LastUsedRow() > 10) doc.NewDocument();
         return true;
     });
