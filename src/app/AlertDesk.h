@@ -46,7 +46,6 @@ public:
 
     CNoticeQueue& Notices() { return *m_notices; }
     CPresence& Presence() { return *m_presence; }
-    CMissedAlerts& Missed() { return *m_missed; }
 
 protected:
     /// The two alert messages of the frame.
