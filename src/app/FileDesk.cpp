@@ -97,14 +97,18 @@ bool CFileDesk::OpenRecovered(const SRecovery& recovery) {
     return result.IsDone();
 }
 
+void CFileDesk::TellLeftAlone(const std::string& first, size_t others) {
+    if (others == 0) return;
+    Ask(fmt::format("Only \"{}\" is opened: a window shows one watchlist. The other {} left alone.",
+                    Windows1252FromUtf8(first),
+                    others == 1 ? std::string("file was") : fmt::format("{} files were", others)),
+        EBoxButtons::Ok, EBoxIcon::Information);
+}
+
 void CFileDesk::TakeDropped(const std::vector<std::string>& paths) {
     if (paths.empty()) return;
     const std::string& first = paths.front();
-    if (paths.size() > 1)
-        Ask(fmt::format("Only \"{}\" is opened: a window shows one watchlist. The other {} were left alone.",
-                        Windows1252FromUtf8(first),
-                        paths.size() == 2 ? std::string("file") : fmt::format("{} files", paths.size() - 1)),
-            EBoxButtons::Ok, EBoxIcon::Information);
+    TellLeftAlone(first, paths.size() - 1);
     if (HoldsSymbolsOnly(first))
         Q_EMIT ImportAsked(first);
     else

@@ -35,6 +35,8 @@ public:
     bool OpenFormer(const SGeneration& generation);
     /// Recovered changes, as unsaved changes of the file that they belong to. Asks as OpenInstead does.
     bool OpenRecovered(const SRecovery& recovery);
+    /// Says that of several files only the first is opened; says nothing when there are no others.
+    static void TellLeftAlone(const std::string& first, size_t others);
     /// Files were dropped on the window: the first is opened, or imported when it holds a list of symbols.
     void TakeDropped(const std::vector<std::string>& paths);
     void New();

@@ -35,7 +35,10 @@ QString VersionLabel(const SGeneration& generation) {
 } // namespace
 
 QString RecentFileLabel(size_t number, const std::string& path, const QFontMetrics& metrics) {
-    QString text = metrics.elidedText(QFile::decodeName(path.c_str()), Qt::ElideMiddle, kWidestPathPx);
+    QString text = QFile::decodeName(path.c_str());
+    for (QChar& c : text) // A tab would begin the column of the shortcuts.
+        if (c < QLatin1Char(' ')) c = QLatin1Char(' ');
+    text = metrics.elidedText(text, Qt::ElideMiddle, kWidestPathPx);
     text.replace(QLatin1Char('&'), QStringLiteral("&&"));
     return (number <= kAccessKeys ? QStringLiteral("&%1  %2") : QStringLiteral("%1  %2")).arg(number).arg(text);
 }

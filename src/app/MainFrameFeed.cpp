@@ -2,6 +2,7 @@
 
 #include "app/MainFrame.h"
 
+#include "app/FileDesk.h"
 #include "data/SymbolHash.h"
 #include "data/UpdateFields.h"
 #include "watchlist/WatchlistDoc.h"
@@ -40,7 +41,9 @@ void CMainFrame::OnSystemMessage(std::string_view line) {
     if (!HandleReadyLine(line)) return;
     m_doc->SetFeedReady();
     m_store.SendPendingWatches();
-    m_doc->PlaceCommandLineSymbols(m_commandLine.Symbols());
+    // In a list with a file they stand where others did: the user is asked before these go.
+    if (m_doc->PlaceCommandLineSymbols(m_commandLine.Symbols()) && !m_files->File().Path().empty())
+        m_doc->SetModified(true);
     // The feed client is already busy with the watches while we wait, and the names are there before the first line.
     m_lookupTables.Load();
 }

@@ -67,7 +67,10 @@ CNorvCommandLineInfo::CNorvCommandLineInfo(const std::vector<std::string>& argum
     for (size_t i = 0; i < arguments.size(); ++i) {
         const std::string& argument = arguments[i];
         if (!IsOption(argument)) {
-            if (file.empty()) file = argument;
+            if (file.empty())
+                file = argument;
+            else
+                otherFiles.push_back(argument);
             continue;
         }
         const std::string body = argument.substr(argument[1] == '-' ? 2 : 1);

@@ -9,7 +9,7 @@ namespace vx {
 /// What the command line asked for.
 ///
 /// Shape   options start with "-" or "--" and are compared without case; those with a value take the next argument,
-///         or what follows "=". The first argument that is no option is the watchlist file; a path may begin with "/".
+///         or what follows "=". An argument that is no option is a watchlist file; a path may begin with "/".
 /// Errors  none: an option without its value, and one that is not known, is kept in unknown and otherwise ignored
 /// Units   edges in pixels of the virtual screen; integers are read leniently (text that is no number gives 0)
 class CNorvCommandLineInfo {
@@ -32,6 +32,7 @@ public:
     std::string type;                            ///< -type, kept for the caller
     std::string interval;                        ///< -interval, kept for the caller
     std::string file;                            ///< watchlist to open
+    std::vector<std::string> otherFiles;         ///< named besides; a window shows one watchlist
     bool starter = false;                        ///< --starter: an untitled copy of the starter list
     bool saveWorkspace = false;                  ///< --save-workspace: tell the running windows, and end
     std::string screenshot;                      ///< --screenshot FILE: render offscreen, write a PNG, end

@@ -1,5 +1,6 @@
 #include "app/QtMessageBox.h"
 
+#include "app/NorvMainFrame.h"
 #include "base/MessageBox.h"
 #include "grid/QtText.h"
 
@@ -66,8 +67,8 @@ void InstallQtMessageBoxes(QWidget* parent) {
         window.setObjectName(QStringLiteral("messageBox"));
         window.setTextFormat(Qt::PlainText);
         window.setText(QtText(box.text));
-        // Without a title the window would bear the name of the program's file.
-        window.setWindowTitle(box.caption.empty() ? QStringLiteral("Zantrel Watchlist") : QtText(box.caption));
+        // Without a title the toolkit would show the name of the executable file.
+        window.setWindowTitle(box.caption.empty() ? QString::fromLatin1(kProgramName) : QtText(box.caption));
         window.setIcon(IconOf(box.icon));
         window.setStandardButtons(ButtonsOf(box.buttons));
         return AnswerOf(window.exec(), box.buttons);

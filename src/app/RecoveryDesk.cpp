@@ -7,8 +7,12 @@
 #include "base/Log.h"
 #include "base/MessageBox.h"
 #include "base/UserFolders.h"
+#include "watchlist/WatchlistGrid.h"
+#include "watchlist/WatchlistView.h"
 
 #include <QTimer>
+
+#include <utility>
 
 namespace vx {
 
@@ -29,6 +33,12 @@ void CRecoveryDesk::Poll() {
 }
 
 void CRecoveryDesk::KeepNow() {
+    {
+        // What stands in an open editor was typed to stay; nobody can answer a box about it any more.
+        MessageBoxHandler asking = SetMessageBoxHandler([](const SMessageBox&) { return EBoxAnswer::Cancel; });
+        m_frame.View().Grid().EndEdit(true);
+        SetMessageBoxHandler(std::move(asking));
+    }
     m_keeper.KeepNow(m_frame.Placement());
     if (m_keeper.HasFailed()) LogInformation("Unsaved changes could not be kept at the end of the session.");
 }

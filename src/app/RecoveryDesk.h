@@ -20,7 +20,8 @@ public:
 
     /// Keeps what is to be kept by now; the frame's timer calls it.
     void Poll();
-    /// The program is about to end without a question: what is not saved is on disk when this returns.
+    /// The program is about to end without a question: what is not saved, the text of an open editor with it, is on
+    /// disk when this returns.
     void KeepNow();
 
     /// Offers the changes that an earlier run left behind; does nothing when there are none, unless the user asked.

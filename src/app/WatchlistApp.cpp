@@ -61,7 +61,11 @@ bool CWatchlistApp::InitInstance() {
     }
     m_frame->ShowPlaced();
     new CSessionEnd(*m_frame); // The frame's child.
-    QTimer::singleShot(kOfferRecoveryMs, m_frame.get(), [this] { m_frame->Recovery().Offer(false); });
+    QTimer::singleShot(kOfferRecoveryMs, m_frame.get(), [this] {
+        const std::string& opened = m_frame->Files().File().Path();
+        if (!opened.empty()) CFileDesk::TellLeftAlone(opened, m_commandLine.otherFiles.size());
+        m_frame->Recovery().Offer(false);
+    });
     return true;
 }
 

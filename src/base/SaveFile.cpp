@@ -1,5 +1,7 @@
 #include "base/SaveFile.h"
 
+#include "base/AtomicFile.h"
+
 #include <fmt/format.h>
 
 #include <atomic>
@@ -118,7 +120,7 @@ void SyncFolder(const std::string& folder) {
 
 } // namespace
 
-int SaveFile(const std::string& path, std::string_view content, SFileSignature* signature) {
+int SaveFile(const std::string& path, std::string_view content) {
     STarget target;
     if (const int error = FindTarget(path, target)) return error;
     if (const int error = CheckTarget(target)) return error;
@@ -127,15 +129,12 @@ int SaveFile(const std::string& path, std::string_view content, SFileSignature* 
     CFileDescriptor file;
     if (const int error = MakeTemporary(target, temporary, file)) return error;
     int error = Fill(file, target, content);
-    SFileSignature saved;
-    if (error == 0) error = ReadSignature(temporary, saved);
     if (error == 0 && rename(temporary.c_str(), target.Path().c_str()) != 0) error = errno;
     if (error != 0) {
         unlink(temporary.c_str());
         return error;
     }
     SyncFolder(target.folder);
-    if (signature) *signature = saved;
     return 0;
 }
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "base/AtomicFile.h"
-
 #include <string>
 #include <string_view>
 
@@ -13,10 +11,9 @@ namespace vx {
 /// as the system allows; a new file gets those that the user's mask leaves. What a killed process left beside the file
 /// is removed by the next save.
 ///
-/// Units   signature, where asked for: that of the file now in place
 /// Errors  an errno value, 0 for success; after any error the old file is as it was. EISDIR and EINVAL when the path
 ///         names a folder or no regular file, EACCES for a file that may not be written
 /// Thread  any; savers of one file at the same time each leave a whole file, the last one stays
-int SaveFile(const std::string& path, std::string_view content, SFileSignature* signature = nullptr);
+int SaveFile(const std::string& path, std::string_view content);
 
 } // namespace vx

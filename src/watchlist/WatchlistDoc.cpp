@@ -145,16 +145,20 @@ void CWatchlistDoc::WatchMissing() {
     RequestNewsCounts(added);
 }
 
-void CWatchlistDoc::PlaceCommandLineSymbols(const std::vector<std::string>& symbols) {
-    if (symbols.empty()) return;
+bool CWatchlistDoc::PlaceCommandLineSymbols(const std::vector<std::string>& symbols) {
+    if (symbols.empty()) return false;
     m_grownRows = std::max(m_grownRows, static_cast<int>(symbols.size()) + kRoomBelowCommandLineSymbols);
     std::vector<std::string> added;
+    bool changed = false;
     for (size_t i = 0; i < symbols.size(); ++i) {
         const int row = static_cast<int>(i) + 1;
-        if (m_rows.Symbol(row) != symbols[i] && PlaceAndWatch(row, symbols[i])) added.push_back(symbols[i]);
+        if (m_rows.Symbol(row) == symbols[i]) continue;
+        changed = true;
+        if (PlaceAndWatch(row, symbols[i])) added.push_back(symbols[i]);
     }
     RequestNewsCounts(added);
     RebuildGrid();
+    return changed;
 }
 
 void CWatchlistDoc::EnterSymbol(int row, std::string_view symbol) {

@@ -77,8 +77,8 @@ public:
     void SetFeedReady();
     bool IsFeedReady() const { return m_feedReady; }
     /// Puts symbols into rows 1, 2, ... and watches them; a row that already holds its symbol is left alone. The grid
-    /// is grown to at least their number plus 3 rows first.
-    void PlaceCommandLineSymbols(const std::vector<std::string>& symbols);
+    /// is grown to at least their number plus 3 rows first. Returns whether a row changed.
+    bool PlaceCommandLineSymbols(const std::vector<std::string>& symbols);
     void WatchSymbol(std::string_view symbol);
     void UnwatchSymbol(std::string_view symbol);
     void UnwatchAll();

@@ -120,7 +120,6 @@ SFileResult CWatchlistFile::Open(const std::string& asked) {
     m_path = path;
     m_knownHash = hash;
     m_onDisk = true;
-    m_signature = image.signature;
     return result;
 }
 
@@ -134,7 +133,6 @@ SFileResult CWatchlistFile::OpenRecovered(const SRecovery& recovery) {
     m_path = recovery.originalPath;
     m_knownHash = recovery.knownHash;
     m_onDisk = !m_path.empty();
-    m_signature = {};
     return {};
 }
 
@@ -156,7 +154,6 @@ void CWatchlistFile::Forget() {
     m_path.clear();
     m_knownHash = 0;
     m_onDisk = false;
-    m_signature = {};
 }
 
 SFileResult CWatchlistFile::Save(const SPlacement& placement, SSaveConsent consent) {
@@ -211,12 +208,10 @@ SFileResult CWatchlistFile::Replace(const std::string& path, const SPlacement& p
     int keptError = 0;
     if (!supplement.IsEmpty() || m_supplements.HasAny(path)) keptError = m_supplements.Write(path, hash, supplement);
     if (supplement.IsEmpty()) keptError = 0; // Nothing is lost.
-    SFileSignature signature;
-    if (const int error = SaveFile(path, text, &signature)) return Failure("saved", path, ErrorText(error));
+    if (const int error = SaveFile(path, text)) return Failure("saved", path, ErrorText(error));
     m_supplements.RemoveOld(path);
     m_knownHash = hash;
     m_onDisk = true;
-    m_signature = signature;
     NoteSaved(path, placement);
     if (keptError != 0) {
         m_doc.SetModified(true);
@@ -234,19 +229,6 @@ void CWatchlistFile::NoteSaved(const std::string& path, const SPlacement& placem
     m_doc.SetModified(false);
     const std::string folder = path.substr(0, path.rfind('/') + 1);
     if (m_doc.Settings().ReadText(kMyWatchlists) != folder) m_doc.Settings().WriteText(kMyWatchlists, folder);
-}
-
-EDiskState CWatchlistFile::DiskState() {
-    if (m_path.empty() || !m_onDisk) return EDiskState::Unnamed;
-    SFileSignature now;
-    const int error = ReadSignature(m_path, now);
-    if (error == 0 && now.inode == 0) return EDiskState::Missing;
-    if (error == 0 && now == m_signature) return EDiskState::Same;
-    SFileImage image;
-    if (error != 0 || ReadFile(m_path, image) != 0 || ContentHash(image.content) != m_knownHash)
-        return EDiskState::Changed;
-    m_signature = image.signature;
-    return EDiskState::Same;
 }
 
 std::vector<SGeneration> CWatchlistFile::Generations() const {

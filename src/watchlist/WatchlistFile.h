@@ -41,8 +41,6 @@ struct SFileResult {
     bool IsDone() const { return outcome == EFileOutcome::Done; }
 };
 
-enum class EDiskState { Unnamed, Same, Changed, Missing };
-
 /// The file of the open watchlist: opens and saves it so that nothing a user wrote is lost.
 ///
 /// Shape   paths are bytes as the system takes them; 8 to 256 MB of text are nothing unusual for it
@@ -81,8 +79,6 @@ public:
     const std::string& Path() const { return m_path; }
     /// The hash of the content that the file had when it was opened or saved.
     uint64_t KnownHash() const { return m_knownHash; }
-    /// Whether the file is still the one that was opened or saved. Reads it only when its size or time is another.
-    EDiskState DiskState();
     /// The contents that saves of the document's file replaced, newest first.
     std::vector<SGeneration> Generations() const;
 
@@ -98,7 +94,6 @@ private:
     std::string m_path;
     uint64_t m_knownHash = 0;
     bool m_onDisk = false; ///< m_knownHash stands for a content that is, or was, on disk.
-    SFileSignature m_signature;
 };
 
 } // namespace vx

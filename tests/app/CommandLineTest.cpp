@@ -18,6 +18,7 @@ TEST(CNorvCommandLineInfo, OptionsTakeTheirValuesAndFilesAreNoOptions) {
     EXPECT_FALSE(info.bottom);
     EXPECT_EQ(info.interval, "1d");
     EXPECT_EQ(info.file, "/tmp/a list.vxw");
+    EXPECT_THAT(info.otherFiles, ElementsAre("second.vxw"));
     EXPECT_THAT(info.unknown, ElementsAre("-nonsense", "-type"));
 }
 

@@ -253,6 +253,7 @@ TEST_F(CFileDeskTest, RecentFilesAreTenWithTheLatestFirstAndMissingOnesAreOffere
     const QString shortened = RecentFileLabel(1, "/a/" + std::string(300, 'x') + "/Banks.vxw", metrics);
     EXPECT_LT(metrics.horizontalAdvance(shortened), 560);
     EXPECT_TRUE(shortened.endsWith(QStringLiteral("/Banks.vxw")));
+    EXPECT_EQ(RecentFileLabel(10, "/R&D/a\tb.vxw", metrics), QStringLiteral("10  /R&&D/a b.vxw"));
 }
 
 TEST_F(CFileDeskTest, AFormerContentOpensAsUnsavedChangesOfTheFile) {

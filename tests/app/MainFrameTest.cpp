@@ -2,6 +2,7 @@
 
 #include "alerts/NewsRequest.h"
 #include "app/AboutDlg.h"
+#include "app/FileDesk.h"
 #include "data/UpdateFields.h"
 #include "support/EventLoop.h"
 #include "support/ScriptedFeed.h"
@@ -9,6 +10,8 @@
 #include <QAction>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QPointer>
+#include <QWindow>
 
 #include <gmock/gmock.h>
 
@@ -58,6 +61,18 @@ TEST_F(CMainFrameTest, PortsComeUpInOrderAndSymbolsAreWatchedWhenTheFeedIsReady)
     feed.level1.Says("S,IP,127.0.0.1,5009\r\nT,20240131 09:30:05\r\n");
     EXPECT_TRUE(Level1Heard("S,NEWSON\r\n")) << "a second ready line asks for news alone";
     EXPECT_TRUE(WaitUntil([&] { return Pane(frame, "paneClock").contains(QStringLiteral("09:30:05")); }));
+}
+
+TEST_F(CMainFrameTest, CommandLineSymbolsOverTheRowsOfAFileAreUnsavedChanges) {
+    WriteFile(folder / "Banks.vxw", "Columns=Symbol:1000;\r\nSymbols=MSFT:1,;\r\n");
+    for (const char* symbol : {"MSFT", "IBM"}) {
+        CMainFrame& frame = Frame({"-symbol", symbol});
+        ASSERT_TRUE(frame.Files().Open(folder / "Banks.vxw"));
+        Connect(frame);
+        ASSERT_TRUE(
+            WaitUntil([&] { return frame.Document().RowSymbol(1) == symbol && frame.Document().IsFeedReady(); }));
+        EXPECT_EQ(frame.Document().IsModified(), frame.Document().RowSymbol(1) == "IBM");
+    }
 }
 
 TEST_F(CMainFrameTest, AnUpdateReachesTheScreenWithinABeatAndOnlyItsCellsAreRepainted) {
@@ -199,7 +214,9 @@ TEST_F(CMainFrameTest, AlwaysOnTopKeepsTheWindowsPlaceAndIsKept) {
     EXPECT_EQ(action->data().toInt(), 10101);
     frame.move(40, 50);
     frame.resize(700, 400);
+    const QPointer<QWindow> window = frame.windowHandle();
     action->trigger();
+    EXPECT_TRUE(window) << "the windows that belong to it would fall behind a new one";
     EXPECT_TRUE(frame.isVisible());
     EXPECT_TRUE(frame.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     EXPECT_EQ(frame.size(), QSize(700, 400));

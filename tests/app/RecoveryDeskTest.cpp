@@ -149,6 +149,17 @@ TEST_F(CRecoveryDeskTest, TheUserHearsOnceThatNothingCanBeKept) {
                                                "are not lost."));
 }
 
+TEST_F(CRecoveryDeskTest, AnOpenEditorIsKeptToo) {
+    CMainFrame& frame = Frame();
+    for (const char* typed : {"ibm", "#refused in the row of a symbol"}) {
+        ASSERT_TRUE(frame.View().Grid().BeginEdit(1, 1, typed));
+        frame.Recovery().KeepNow();
+    }
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+    ASSERT_THAT(Kept(), SizeIs(1));
+    EXPECT_THAT(ReadFile(Kept().front()), testing::HasSubstr("Symbols=IBM:1,;"));
+}
+
 TEST_F(CRecoveryDeskTest, ASignalEndsTheProgramWithoutAQuestionAndTheChangesAreKept) {
     LoseRun(At("Banks.vxw"), {"IBM"});
     ASSERT_THAT(Kept(), SizeIs(1));

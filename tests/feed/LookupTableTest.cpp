@@ -3,6 +3,7 @@
 #include "feed/LookupPeer.h"
 #include "feed/LookupTables.h"
 #include "feed/SecurityTypes.h"
+#include "support/EventLoop.h"
 #include "support/FakeClock.h"
 #include "support/MessageBoxes.h"
 #include "support/ScriptedFeed.h"
@@ -271,27 +272,34 @@ TEST_F(LookupTable, AfterAFailureTheStoreWaitsLongerEachTimeItWasHeldUp) {
     const SLookupAnswer silent{{}, Stays};
     PeerAnswers({silent, silent, {{"7,ALPHA\r\n" + std::string(kEnd)}, Stays}, silent, silent});
     CLookupTables tables(registry, kShortMs);
-    const auto asksAfter = [&](int64_t pauseMs) {
-        const size_t before = peer->Heard().size();
+    size_t heard = 0;
+    const auto hears = [&](size_t more) {
+        // The peer's thread may come to a request only after its answer was given up.
+        heard += more;
+        return WaitUntil([&] { return peer->Heard().size() >= heard; }) && peer->Heard().size() == heard;
+    };
+    const auto asksAfter = [&](int64_t pauseMs, size_t times) {
         clock.elapsedMs += pauseMs - 1;
         tables.EnsureMarketsLoaded(), tables.EnsureSecurityTypesLoaded(), tables.Load();
-        const size_t early = peer->Heard().size() - before;
+        const bool early = peer->Heard().size() != heard;
         clock.elapsedMs += 1;
         tables.EnsureMarketsLoaded(), tables.EnsureSecurityTypesLoaded(), tables.Load();
-        return early == 0 ? peer->Heard().size() - before : 99;
+        return !early && hears(times);
     };
     tables.Load();
-    EXPECT_EQ(asksAfter(5000), 1u) << "the table that was answered in vain for is the only one asked for";
+    EXPECT_TRUE(hears(1));
+    EXPECT_TRUE(asksAfter(5000, 1)) << "the table that was answered in vain for is the only one asked for";
     tables.SetTimeoutMs(kFairMs);
-    EXPECT_EQ(asksAfter(10000), 2u) << "the first table came, the second did not";
+    EXPECT_TRUE(asksAfter(10000, 2)) << "the first table came, the second did not";
     EXPECT_EQ(tables.MarketName(7), "ALPHA");
     tables.SetTimeoutMs(kShortMs);
-    EXPECT_EQ(asksAfter(20000), 1u);
+    EXPECT_TRUE(asksAfter(20000, 1));
     tables.SetTimeoutMs(kLongMs);
     PortIs(FreePort());
     clock.elapsedMs += 40000;
     EXPECT_FALSE(tables.EnsureSecurityTypesLoaded());
     PeerAnswers({{{"1,EQUITY,Equity\r\n" + std::string(kEnd)}, Stays}});
-    EXPECT_EQ(asksAfter(5000), 1u) << "a port that refuses costs no time";
+    heard = 0;
+    EXPECT_TRUE(asksAfter(5000, 1)) << "a port that refuses costs no time";
     EXPECT_TRUE(tables.EnsureMarketsLoaded() && tables.EnsureSecurityTypesLoaded());
 }

@@ -188,7 +188,6 @@ TEST_F(InterruptedSave, UnsavedChangesAreFoundAfterAKill) {
     EXPECT_EQ(doc.Notes().Get(70), "kept");
     EXPECT_EQ(shown.title, "list");
     EXPECT_TRUE(doc.IsModified());
-    EXPECT_EQ(file.DiskState(), EDiskState::Same);
     CRecoveryKeeper keeper(doc, file, state.Path());
     keeper.Adopt(found[0]);
     ASSERT_TRUE(Save().IsDone());
