@@ -101,7 +101,7 @@ void BM_Paste(benchmark::State& state) {
             lastMs = CpuMs();
             return true;
         };
-        PasteText(board->doc, 1, 1, text, beat);
+        PasteText(board->doc, 1, 1, text, EAnnotationMarks::No, beat);
         beat(0, 0);
         state.PauseTiming();
         board.reset();
