@@ -22,6 +22,7 @@ public:
 private:
     void Copy();
     void Cut();
+    void CutShownRows();
     void Paste();
     void Drop(const QMimeData& dropped, int row, int column);
     void PasteAt(const QString& text, int row, int column);
