@@ -38,6 +38,7 @@ TEST_F(CHiddenRowsTest, AreHiddenAndShownByKeysAndMoveWithSortingAndUndo) {
     EXPECT_EQ(TextOf(EditUndo), QStringLiteral("&Undo hide 2 rows"));
     EXPECT_EQ(CopyText(*doc, {1, 5, 1, 1}), "D\r\nA\r\nE\r\n");
 
+    SelectColumns(1, 1);
     Q_EMIT grid->HeaderDoubleClicked(1);
     ProcessAll();
     EXPECT_EQ(Board(), "A|B|C|D|E");
