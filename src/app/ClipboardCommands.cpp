@@ -4,6 +4,7 @@
 #include "app/WorkProgress.h"
 #include "base/MessageBox.h"
 #include "grid/QtText.h"
+#include "watchlist/EditBatch.h"
 #include "watchlist/PasteText.h"
 #include "watchlist/SortCommands.h"
 #include "watchlist/UndoStep.h"
@@ -57,14 +58,29 @@ void CClipboardCommands::Cut() {
     const SGridRegion region = Region();
     Copy();
     if (!MayDeleteSelection(Doc())) return;
-    const std::string what = region.kind == ERegion::Rows ? Counted(region.Rows(), "row")
-                                                          : Counted(region.Rows() * region.Columns(), "cell");
+    const CGridGeometry& geometry = Grid().Geometry();
+    const int rows = geometry.ShownRowsIn(region.range.firstRow, region.range.lastRow);
+    const std::string what =
+        region.kind == ERegion::Rows ? Counted(rows, "row") : Counted(rows * region.Columns(), "cell");
     {
         const CUndoStep step(Doc(), "cut " + what);
-        ClearRange(Doc(), CellRange());
+        CutShownRows();
     }
     Grid().SetMarkedRange({});
     View().ApplySortRecord();
+}
+
+// Hidden rows were not copied and stay as they are.
+void CClipboardCommands::CutShownRows() {
+    SCellRange run = CellRange();
+    const int lastRow = run.lastRow;
+    const CEditBatch batch(Doc());
+    const CGridGeometry& geometry = Grid().Geometry();
+    for (int row = geometry.NextShownRow(run.firstRow); row <= lastRow; row = geometry.NextShownRow(run.lastRow + 1)) {
+        run.firstRow = run.lastRow = row;
+        while (run.lastRow < lastRow && !Grid().IsRowHidden(run.lastRow + 1)) ++run.lastRow;
+        ClearRange(Doc(), run);
+    }
 }
 
 void CClipboardCommands::Paste() {
@@ -92,6 +108,7 @@ void CClipboardCommands::PasteAt(const SPastedText& pasted, int row, int column)
     }
     if (!result.message.empty()) ShowMessageBox({result.message, {}, EBoxButtons::Ok, EBoxIcon::Exclamation});
     if (result.outcome != EPasteOutcome::Pasted) return;
+    Doc().RevealRows(result.firstRow, result.lastRow);
     Grid().SelectRange({result.firstRow, result.lastRow, 1, Grid().ColumnCount()});
     Grid().EnsureVisible(result.firstRow, Grid().FocusCell().column);
 }

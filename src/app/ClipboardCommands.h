@@ -29,6 +29,7 @@ public:
 private:
     void Copy();
     void Cut();
+    void CutShownRows();
     void Paste();
     void Drop(const QMimeData& dropped, int row, int column);
     void PasteAt(const SPastedText& pasted, int row, int column);

@@ -71,6 +71,8 @@ void CEditCommands::ShowPlace(const SUndoPlace& place) {
     View().ApplySortRecord();
     Grid().SetMarkedRange({});
     if (place.firstRow < 1) return;
+    const bool led = !place.rows.empty() && Grid().Geometry().ShownRowsIn(place.firstRow, place.lastRow) == 0;
+    if (led) Doc().RevealRows(place.firstRow, place.lastRow);
     const bool cells = place.firstColumn >= 1;
     const SGridRange range{place.firstRow, std::max(place.firstRow, std::min(place.lastRow, Grid().RowCount())),
                            cells ? place.firstColumn : 1, cells ? place.lastColumn : Grid().ColumnCount()};

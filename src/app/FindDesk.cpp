@@ -26,6 +26,7 @@ CFindDesk::CFindDesk(CMainFrame& frame, CCommands& commands)
 void CFindDesk::GoTo() {
     CGoToSymbolDlg dialog(m_frame.Document(), &m_frame);
     if (dialog.exec() != QDialog::Accepted) return;
+    m_frame.Document().RevealRows(dialog.Row(), dialog.Row());
     m_frame.View().Grid().SetFocusCell(dialog.Row(), m_frame.View().Grid().FocusCell().column);
     m_frame.View().Grid().setFocus();
 }

@@ -180,8 +180,11 @@ void CHeadlinesDlg::GoToRow(const QModelIndex& index) {
     for (const std::string_view symbol : symbols) {
         const SYMBOL_DATA* known = Document().Symbols().Find(symbol);
         if (symbol != focus && !known) continue;
-        if (symbol != focus)
-            Grid().SetFocusCell(static_cast<int>(known->rows.front()), std::max(Grid().FocusCell().column, 1));
+        if (symbol != focus) {
+            const int row = static_cast<int>(known->rows.front());
+            Document().RevealRows(row, row);
+            Grid().SetFocusCell(row, std::max(Grid().FocusCell().column, 1));
+        }
         Grid().activateWindow();
         Grid().setFocus();
         return;

@@ -53,7 +53,8 @@ QFont FontOf(int pixels, bool bold) {
 } // namespace
 
 CListPrinter::CListPrinter(const CGridCtrl& grid, int rows, QString title, QPagedPaintDevice& device)
-    : m_grid(grid), m_rows(std::min(rows, grid.RowCount())), m_title(std::move(title)), m_device(device) {
+    : m_grid(grid), m_rows(grid.Geometry().ShownRowsIn(1, std::min(rows, grid.RowCount()))), m_title(std::move(title)),
+      m_device(device) {
     const QRectF area = device.pageLayout().paintRect(QPageLayout::Inch);
     double total = 0;
     for (int column = 1; column <= grid.ColumnCount(); ++column) total += grid.ColumnWidth(column);
@@ -100,7 +101,7 @@ bool CListPrinter::Print(int firstPage, int lastPage, const std::function<bool(i
 void CListPrinter::PrintPage(QPainter& painter, int page, const QString& time) const {
     const int sheets = static_cast<int>(m_sheets.size());
     const SSheet& sheet = m_sheets[static_cast<size_t>((page - 1) % sheets)];
-    const int firstRow = (page - 1) / sheets * m_rowsPerPage + 1;
+    const int firstPlace = (page - 1) / sheets * m_rowsPerPage + 1;
     const QRectF head(0, 0, m_width, kTitleHeight - kPadding);
     painter.setPen(QColor(Theme().text));
     painter.setFont(FontOf(kTitlePixels, true));
@@ -109,8 +110,8 @@ void CListPrinter::PrintPage(QPainter& painter, int page, const QString& time) c
     painter.drawText(head, Qt::AlignRight | Qt::AlignVCenter, time);
     double top = kTitleHeight;
     PrintRow(painter, sheet, 0, top);
-    for (int row = firstRow; row <= std::min(m_rows, firstRow + m_rowsPerPage - 1); ++row)
-        PrintRow(painter, sheet, row, top += kRowHeight);
+    for (int place = firstPlace; place <= std::min(m_rows, firstPlace + m_rowsPerPage - 1); ++place)
+        PrintRow(painter, sheet, m_grid.Geometry().RowAtPlace(place), top += kRowHeight);
     painter.setPen(QColor(Theme().text));
     painter.setFont(FontOf(kTextPixels, false));
     painter.drawText(QRectF(0, m_height - kFootHeight, m_width, kFootHeight), Qt::AlignRight | Qt::AlignBottom,

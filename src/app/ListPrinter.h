@@ -25,7 +25,7 @@ class CListPrinter {
 public:
     static constexpr double kSmallest = 0.6;
 
-    /// rows: the first so many are printed.
+    /// rows: the first so many are printed, hidden ones left out.
     CListPrinter(const CGridCtrl& grid, int rows, QString title, QPagedPaintDevice& device);
 
     int PageCount() const { return m_rowPages * static_cast<int>(m_sheets.size()); }

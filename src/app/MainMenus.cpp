@@ -67,7 +67,7 @@ const std::vector<SMenuLine>& MenuTable() {
           kLine,
           {"&Theme", CMainMenus::kTheme}}},
         {"&Watchlist",
-         {{"&Rows", {RowInsert, RowDelete, kLine, RowMoveUp, RowMoveDown}},
+         {{"&Rows", {RowInsert, RowDelete, kLine, RowHide, RowShow, kLine, RowMoveUp, RowMoveDown}},
           {"&Columns",
            {ColumnInsert, ColumnDelete, kLine, ColumnHide, ColumnShow, ColumnFit, kLine, ColumnMoveLeft,
             ColumnMoveRight, kLine, ColumnLock, ColumnUnlock, kLine, ColumnDefault}},

@@ -51,6 +51,7 @@ void CMarketDesk::SearchSymbols() {
     const SAddedRows rows = AddSymbols(m_frame.Document(), grid.FocusCell().row, dialog.ChosenSymbols());
     if (rows.count == 0) return;
     const int column = std::max(grid.FocusCell().column, 1);
+    m_frame.Document().RevealRows(rows.first, rows.first + rows.count - 1);
     grid.SelectRange({rows.first, rows.first + rows.count - 1, column, column});
     grid.EnsureVisible(rows.first + rows.count - 1, column);
     grid.EnsureVisible(rows.first, column);

@@ -9,6 +9,10 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <numeric>
+#include <vector>
+
 namespace vx {
 
 CRowCommands::CRowCommands(const SBoardSeat& seat) : CBoardCommands(seat) {
@@ -16,11 +20,16 @@ CRowCommands::CRowCommands(const SBoardSeat& seat) : CBoardCommands(seat) {
     commands.Bind(ECommand::RowInsert, [this] { Insert(); });
     commands.Bind(ECommand::RowDelete, [this] { Delete(); });
     commands.Bind(
+        ECommand::RowHide, [this] { Hide(); }, [this](SCommandState& state) { state.enabled = IsOneLeft(); });
+    commands.Bind(
+        ECommand::RowShow, [this] { ShowHidden(); },
+        [this](SCommandState& state) { state.enabled = !Grid().Geometry().HiddenRows().empty(); });
+    commands.Bind(
         ECommand::RowMoveUp, [this] { MoveBy(-1); },
-        [this](SCommandState& state) { state.enabled = Region().range.firstRow > 1; });
+        [this](SCommandState& state) { state.enabled = Neighbour(Region().range.firstRow, -1) > 0; });
     commands.Bind(
         ECommand::RowMoveDown, [this] { MoveBy(1); },
-        [this](SCommandState& state) { state.enabled = Region().range.lastRow < Doc().RowCount(); });
+        [this](SCommandState& state) { state.enabled = Neighbour(Region().range.lastRow, 1) > 0; });
     connect(&Grid(), &CGridCtrl::RowsDragged, this, &CRowCommands::MoveBefore);
 }
 
@@ -42,9 +51,48 @@ void CRowCommands::Delete() {
     Grid().SetFocusCell(region.range.firstRow, region.focus.column);
 }
 
+// What is left when the selected rows are hidden must still be a grid, and not all of it was hidden before.
+bool CRowCommands::IsOneLeft() const {
+    const SGridRange range = Region().range;
+    const CGridGeometry& geometry = Grid().Geometry();
+    const int selected = geometry.ShownRowsIn(range.firstRow, range.lastRow);
+    return selected > 0 && selected < geometry.ShownRowCount();
+}
+
+void CRowCommands::Hide() {
+    if (!IsOneLeft()) return;
+    const SGridRange range = Region().range;
+    std::vector<int> rows(static_cast<size_t>(range.lastRow - range.firstRow) + 1);
+    std::iota(rows.begin(), rows.end(), range.firstRow);
+    Doc().SetRowsHidden(rows, true);
+    const SGridCell focus = Grid().FocusCell(); // The grid has moved it to a row that is left.
+    Grid().EnsureVisible(focus.row, focus.column);
+}
+
+// Those in the selection or at its edges; all of them when there is none.
+void CRowCommands::ShowHidden() {
+    const SGridRange range = Region().range;
+    int first = range.firstRow;
+    int last = range.lastRow;
+    while (Doc().IsRowHidden(first - 1)) --first;
+    while (Doc().IsRowHidden(last + 1)) ++last;
+    const std::vector<int> all = Doc().HiddenRows();
+    std::vector<int> rows(std::lower_bound(all.begin(), all.end(), first),
+                          std::upper_bound(all.begin(), all.end(), last));
+    Doc().SetRowsHidden(rows.empty() ? all : rows, false);
+}
+
+// The shown row before or behind a row; 0 when there is none.
+int CRowCommands::Neighbour(int row, int step) const {
+    const CGridGeometry& geometry = Grid().Geometry();
+    const int found = geometry.RowAway(row, step);
+    return step < 0 ? (found < row ? found : 0) : (found > row ? found : 0);
+}
+
 void CRowCommands::MoveBy(int step) {
     const SGridRange range = Region().range;
-    MoveBefore(range.firstRow, range.lastRow, step < 0 ? range.firstRow - 1 : range.lastRow + 2);
+    const int beside = Neighbour(step < 0 ? range.firstRow : range.lastRow, step);
+    if (beside > 0) MoveBefore(range.firstRow, range.lastRow, step < 0 ? beside : beside + 1);
 }
 
 void CRowCommands::MoveBefore(int first, int last, int before) {

@@ -4,7 +4,7 @@
 
 namespace vx {
 
-/// Inserts, deletes and moves rows; the selection goes along with what it held.
+/// Inserts, deletes, hides and moves rows; the selection goes along with what it held.
 ///
 /// Thread  GUI thread only
 class CRowCommands : public CBoardCommands {
@@ -18,6 +18,10 @@ public:
     void Delete();
 
 private:
+    bool IsOneLeft() const;
+    void Hide();
+    void ShowHidden();
+    int Neighbour(int row, int step) const;
     void MoveBy(int step);
     void MoveBefore(int first, int last, int before);
 };

@@ -113,6 +113,7 @@ void CTransferDesk::ImportText(const std::string& text, const std::string& sourc
         result = ApplyImport(m_frame.Document(), preview, row, progress.Function());
     }
     if (result.lastRow > 0) {
+        m_frame.Document().RevealRows(result.firstRow, result.lastRow);
         m_frame.View().Grid().SelectRange({result.firstRow, result.lastRow, 1, m_frame.View().Grid().ColumnCount()});
         m_frame.View().Grid().EnsureVisible(result.firstRow, 1);
     }

@@ -5,10 +5,9 @@
 namespace vx {
 
 void CCellFlash::SetVisible(const CGridGeometry& geometry) {
-    m_firstRow = geometry.FirstVisibleRow();
-    m_rows = static_cast<unsigned>(std::max(0, geometry.LastVisibleRow() - m_firstRow + 1));
+    m_visible.Set(geometry);
     m_columns = static_cast<unsigned>(geometry.ColumnCount()) + 1;
-    m_started.assign(size_t{m_rows} * m_columns, kNever);
+    m_started.assign(size_t{m_visible.Count()} * m_columns, kNever);
     m_lit.assign(m_started.size(), 0);
     m_cells.clear();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "grid/GridGeometry.h"
+#include "grid/VisibleRows.h"
 
 #include <cstdint>
 #include <vector>
@@ -47,13 +48,12 @@ private:
     static constexpr size_t kNone = SIZE_MAX;
     static constexpr int64_t kNever = -1'000'000;
     size_t Index(int row, int column) const {
-        const auto r = static_cast<unsigned>(row - m_firstRow);
+        const unsigned r = m_visible.NumberOf(row);
         const auto c = static_cast<unsigned>(column);
-        return r < m_rows && c < m_columns ? size_t{r} * m_columns + c : kNone;
+        return r < m_visible.Count() && c < m_columns ? size_t{r} * m_columns + c : kNone;
     }
 
-    int m_firstRow = 1;
-    unsigned m_rows = 0;
+    CVisibleRows m_visible;
     unsigned m_columns = 0;
     std::vector<int64_t> m_started;
     std::vector<uint8_t> m_lit;

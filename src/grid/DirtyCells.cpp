@@ -10,8 +10,7 @@ constexpr size_t kMaxPieces = 512;
 } // namespace
 
 void CDirtyCells::SetVisible(const CGridGeometry& geometry) {
-    m_firstRow = geometry.FirstVisibleRow();
-    m_rows = static_cast<unsigned>(std::max(0, geometry.LastVisibleRow() - m_firstRow + 1));
+    m_visible.Set(geometry);
     const auto columns = static_cast<size_t>(geometry.ColumnCount()) + 1;
     m_words = (columns + 63) / 64;
     m_columnVisible.assign(columns, 0);
@@ -20,15 +19,15 @@ void CDirtyCells::SetVisible(const CGridGeometry& geometry) {
             geometry.ColumnWidth(c) > 0 &&
             (c <= geometry.ShownLockedColumns() ||
              (c >= geometry.FirstScrolledColumn() && c <= geometry.LastScrolledColumn()));
-    m_bits.assign(m_rows * m_words, 0);
-    m_wholeRow.assign(m_rows, 0);
+    m_bits.assign(m_visible.Count() * m_words, 0);
+    m_wholeRow.assign(m_visible.Count(), 0);
     m_any = false;
 }
 
 QRegion CDirtyCells::Take(const CGridGeometry& geometry, CCellFlash* flash, int64_t now) {
     if (!m_any) return {};
     m_rects.clear();
-    for (unsigned r = 0; r < m_rows; ++r) TakeRow(geometry, r, flash, now);
+    for (unsigned r = 0; r < m_visible.Count(); ++r) TakeRow(geometry, r, flash, now);
     m_any = false;
     QRegion region;
     if (m_rects.size() > kMaxPieces) {
@@ -43,7 +42,7 @@ QRegion CDirtyCells::Take(const CGridGeometry& geometry, CCellFlash* flash, int6
 
 void CDirtyCells::TakeRow(const CGridGeometry& geometry, unsigned r, CCellFlash* flash, int64_t now) {
     uint64_t* words = m_bits.data() + r * m_words;
-    const int row = m_firstRow + static_cast<int>(r);
+    const int row = m_visible.Row(r);
     if (m_wholeRow[r] != 0) {
         m_wholeRow[r] = 0;
         std::fill_n(words, m_words, uint64_t{0});

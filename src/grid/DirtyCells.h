@@ -2,6 +2,7 @@
 
 #include "grid/CellFlash.h"
 #include "grid/GridGeometry.h"
+#include "grid/VisibleRows.h"
 
 #include <QRegion>
 #include <cstdint>
@@ -19,15 +20,15 @@ public:
     void SetVisible(const CGridGeometry& geometry);
 
     void MarkCell(int row, int column) {
-        const auto r = static_cast<unsigned>(row - m_firstRow);
+        const unsigned r = m_visible.NumberOf(row);
         const auto c = static_cast<unsigned>(column);
-        if (r >= m_rows || c >= m_columnVisible.size() || m_columnVisible[c] == 0) return;
+        if (r >= m_visible.Count() || c >= m_columnVisible.size() || m_columnVisible[c] == 0) return;
         m_bits[r * m_words + c / 64] |= uint64_t{1} << c % 64;
         m_any = true;
     }
     void MarkRow(int row) {
-        const auto r = static_cast<unsigned>(row - m_firstRow);
-        if (r >= m_rows) return;
+        const unsigned r = m_visible.NumberOf(row);
+        if (r >= m_visible.Count()) return;
         m_wholeRow[r] = 1;
         m_any = true;
     }
@@ -41,8 +42,7 @@ private:
     void TakeRow(const CGridGeometry& geometry, unsigned r, CCellFlash* flash, int64_t now);
     void AddRect(const QRect& rect);
 
-    int m_firstRow = 1;
-    unsigned m_rows = 0;
+    CVisibleRows m_visible;
     size_t m_words = 1; // per row
     bool m_any = false;
     std::vector<uint8_t> m_columnVisible;

@@ -79,7 +79,8 @@ public:
         QAccessible::State state;
         state.invalid = !isValid();
         if (state.invalid) return state;
-        state.invisible = m_grid->ColumnWidth(m_cell.column) == 0 || !m_grid->isVisible();
+        state.invisible =
+            m_grid->ColumnWidth(m_cell.column) == 0 || m_grid->IsRowHidden(m_cell.row) || !m_grid->isVisible();
         state.offscreen = m_grid->Geometry().VisibleCellRect(m_cell.row, m_cell.column).isEmpty();
         if (role() != QAccessible::Cell) return state;
         state.focusable = state.selectable = true;
@@ -175,12 +176,15 @@ public:
 
     int selectedCellCount() const override {
         const SGridRange range = Selected();
-        return (range.lastRow - range.firstRow + 1) * (range.lastColumn - range.firstColumn + 1);
+        return m_grid->Geometry().ShownRowsIn(range.firstRow, range.lastRow) *
+               (range.lastColumn - range.firstColumn + 1);
     }
     QList<QAccessibleInterface*> selectedCells() const override {
         QList<QAccessibleInterface*> cells;
         const SGridRange range = Selected();
-        for (int row = range.firstRow; row <= range.lastRow; ++row)
+        const CGridGeometry& geometry = m_grid->Geometry();
+        for (int row = geometry.NextShownRow(range.firstRow); row <= range.lastRow && cells.size() < kMaxListed;
+             row = geometry.NextShownRow(row + 1))
             for (int column = range.firstColumn; column <= range.lastColumn && cells.size() < kMaxListed; ++column)
                 cells += CellInterface({row, column});
         return cells;
@@ -193,7 +197,10 @@ public:
     }
     QList<int> selectedRows() const override {
         const SGridRange range = Selected();
-        return m_grid->WholeRowsSelected() ? Numbers(range.firstRow, range.lastRow) : QList<int>();
+        QList<int> rows = m_grid->WholeRowsSelected() ? Numbers(range.firstRow, range.lastRow) : QList<int>();
+        if (!m_grid->Geometry().HiddenRows().empty())
+            rows.removeIf([this](int row) { return m_grid->IsRowHidden(row + 1); });
+        return rows;
     }
     bool isColumnSelected(int column) const override {
         return m_grid->WholeColumnsSelected() && Selected().HasColumn(column + 1);

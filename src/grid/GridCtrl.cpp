@@ -11,6 +11,7 @@
 #include <QToolTip>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace vx {
 
@@ -64,6 +65,13 @@ void CGridCtrl::SetRowCount(int rows) {
     AnnounceShape(*this);
 }
 
+void CGridCtrl::SetHiddenRows(std::vector<int> rising) {
+    if (rising == m_geometry.HiddenRows()) return;
+    m_geometry.SetHiddenRows(std::move(rising));
+    LayoutChanged();
+    AnnounceShape(*this);
+}
+
 void CGridCtrl::SetColumnCount(int columns, int defaultWidth) {
     if (columns == ColumnCount()) return;
     m_geometry.SetColumnCount(columns, defaultWidth);
@@ -83,8 +91,9 @@ int CGridCtrl::FitWidth(int column) {
     m_source->FillHeader(column, m_cell);
     int width = std::max(kMinFitWidth, CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()));
     if (m_marks.SortOf(column) != ESortMark::None) width += CGridPainter::kSortMarkRoom;
-    const auto measure = [&](int first, int last) {
-        for (int row = first; row <= last; ++row) {
+    const auto measure = [&](int firstPlace, int lastPlace) {
+        for (int place = firstPlace; place <= lastPlace; ++place) {
+            const int row = m_geometry.RowAtPlace(place);
             m_cell.Reset();
             if (m_source->FillSpan(row, m_cell)) continue;
             m_cell.Reset();
@@ -92,8 +101,9 @@ int CGridCtrl::FitWidth(int column) {
             width = std::max(width, CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()));
         }
     };
-    measure(1, std::min(RowCount(), kFitRows));
-    measure(std::max(kFitRows + 1, m_geometry.FirstVisibleRow()), m_geometry.LastVisibleRow());
+    measure(1, std::min(m_geometry.ShownRowCount(), kFitRows));
+    measure(std::max(kFitRows + 1, m_geometry.PlaceOfRow(m_geometry.FirstVisibleRow())),
+            m_geometry.PlaceOfRow(m_geometry.LastVisibleRow()));
     return std::min(width, CGridGeometry::kMaxColumnWidth);
 }
 

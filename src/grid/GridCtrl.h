@@ -58,6 +58,9 @@ public:
 
     void SetRowCount(int rows);
     int RowCount() const { return m_geometry.RowCount(); }
+    /// rising: the rows that take no place; their numbers stay. A focus in one goes to the next shown row.
+    void SetHiddenRows(std::vector<int> rising);
+    bool IsRowHidden(int row) const { return m_geometry.IsRowHidden(row); }
     /// New columns get defaultWidth.
     void SetColumnCount(int columns, int defaultWidth = 80);
     int ColumnCount() const { return m_geometry.ColumnCount(); }
@@ -84,9 +87,10 @@ public:
 
     SGridCell FocusCell() const { return m_selection.focus; }
     SGridRange SelectedRange() const { return m_selection.Range(); }
-    /// Moves the focus and selects that cell alone. A cell that was out of sight comes to the middle of the grid.
+    /// Moves the focus and selects that cell alone. A cell that was out of sight comes to the middle of the grid; of a
+    /// hidden row it is the next shown one's.
     void SetFocusCell(int row, int column);
-    /// Selects a range; the focus is its first cell.
+    /// Selects a range; the focus is its first cell that is in a shown row.
     void SelectRange(const SGridRange& range);
     /// Scrolls no further than is needed to see a cell whole.
     void EnsureVisible(int row, int column);
@@ -246,6 +250,7 @@ private:
     void CancelDrag();
     void EndDrag();
     bool MovesColumns(const SGridRange& range, int before) const;
+    bool MovesRows(const SGridRange& range, int before) const;
     SGridCell NearestCell(const QPoint& place) const;
 
     // Editing

@@ -135,7 +135,7 @@ void CGridCtrl::MoveMarkTo(const QPoint& place) {
         next.insertColumn = MovesColumns(range, before) ? before : 0;
     } else {
         const int before = m_geometry.RowBoundaryAt(place.y());
-        next.insertRow = before < range.firstRow || before > range.lastRow + 1 ? before : 0;
+        next.insertRow = MovesRows(range, before) ? before : 0;
     }
     SetMarks(next);
 }
@@ -146,6 +146,10 @@ bool CGridCtrl::MovesColumns(const SGridRange& range, int before) const {
     for (int column = range.lastColumn + 1; column < before; ++column)
         if (ColumnWidth(column) > 0) return true;
     return false;
+}
+
+bool CGridCtrl::MovesRows(const SGridRange& range, int before) const {
+    return before < range.firstRow || m_geometry.ShownRowsIn(range.lastRow + 1, before - 1) > 0;
 }
 
 void CGridCtrl::Drop() {

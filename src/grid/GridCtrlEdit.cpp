@@ -26,7 +26,8 @@ bool CGridCtrl::BeginEdit(int row, int column, std::optional<std::string> initia
     const SGridCell cell{row, column};
     if (m_editing && m_editedCell != cell) EndEdit(true);
     const bool there = row >= 1 && row <= RowCount() && column >= 1 && column <= ColumnCount();
-    if (!there || m_source == nullptr || ColumnWidth(column) == 0 || !MayEdit(row, column)) return false;
+    if (!there || m_source == nullptr || ColumnWidth(column) == 0 || IsRowHidden(row) || !MayEdit(row, column))
+        return false;
     if (m_editing && !initialText) {
         m_editor->SetTyped(false); // already open, perhaps with a new text in it
         return true;
@@ -64,7 +65,7 @@ void CGridCtrl::FinishEdit(EEditEnd end) {
     Q_EMIT CellEdited(cell.row, cell.column, QByteArray::fromStdString(m_editedText), text);
     if (alive.isNull() || m_editing || m_selection.focus != cell) return;
     if (end == EEditEnd::Down || end == EEditEnd::Up)
-        MoveTo({cell.row + (end == EEditEnd::Down ? 1 : -1), cell.column}, false);
+        MoveTo({m_geometry.RowAway(cell.row, end == EEditEnd::Down ? 1 : -1), cell.column}, false);
     else if (end == EEditEnd::Right || end == EEditEnd::Left)
         StepInRow(end == EEditEnd::Right ? 1 : -1);
 }
@@ -88,7 +89,8 @@ void CGridCtrl::PlaceEditor() {
     if (!m_editing) return;
     const int row = m_editedCell.row;
     const int column = m_editedCell.column;
-    if (row > RowCount() || column > ColumnCount() || ColumnWidth(column) == 0) return EndEdit(false);
+    if (row > RowCount() || IsRowHidden(row) || column > ColumnCount() || ColumnWidth(column) == 0)
+        return EndEdit(false);
     const bool span = IsSpan(row);
     const bool scrolls = !span && column > m_geometry.ShownLockedColumns();
     const int edge = scrolls ? m_geometry.FixedWidth() : m_geometry.ColumnWidth(0);

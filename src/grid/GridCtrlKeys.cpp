@@ -30,14 +30,16 @@ bool CGridCtrl::MoveByKey(const QKeyEvent& event) {
     const bool extend = event.modifiers().testFlag(Qt::ShiftModifier);
     const bool far = event.modifiers().testFlag(Qt::ControlModifier);
     SGridCell to = extend ? m_selection.reach : m_selection.focus;
+    const int firstRow = m_geometry.RowAway(1, 0);
+    const int lastRow = m_geometry.RowAway(RowCount(), 0);
     const int firstColumn = NextColumn(0, 1);
     const int lastColumn = NextColumn(ColumnCount() + 1, -1);
     switch (event.key()) {
     case Qt::Key_Up:
-        to.row = far ? 1 : to.row - 1;
+        to.row = far ? firstRow : m_geometry.RowAway(to.row, -1);
         break;
     case Qt::Key_Down:
-        to.row = far ? RowCount() : to.row + 1;
+        to.row = far ? lastRow : m_geometry.RowAway(to.row, 1);
         break;
     case Qt::Key_Left:
         to.column = far ? firstColumn : NextColumn(to.column, -1);
@@ -47,17 +49,17 @@ bool CGridCtrl::MoveByKey(const QKeyEvent& event) {
         break;
     case Qt::Key_Home:
         to.column = firstColumn;
-        if (far) to.row = 1;
+        if (far) to.row = firstRow;
         break;
     case Qt::Key_End:
         to.column = lastColumn;
-        if (far) to.row = RowCount();
+        if (far) to.row = lastRow;
         break;
     case Qt::Key_PageUp:
     case Qt::Key_PageDown: {
         // The page turns under the focus, which keeps its place on the screen.
         const int rows = event.key() == Qt::Key_PageDown ? RowsPerPage() : -RowsPerPage();
-        to.row += rows;
+        to.row = m_geometry.RowAway(to.row, rows);
         verticalScrollBar()->setValue(verticalScrollBar()->value() + rows * m_geometry.RowHeight());
         break;
     }
@@ -114,7 +116,7 @@ void CGridCtrl::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Enter: {
         if ((event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) != 0) break;
         const SGridCell focus = m_selection.focus;
-        return MoveTo({focus.row + (shift ? -1 : 1), focus.column}, false);
+        return MoveTo({m_geometry.RowAway(focus.row, shift ? -1 : 1), focus.column}, false);
     }
     case Qt::Key_F10:
         if (event->modifiers() != Qt::ShiftModifier) break;

@@ -14,12 +14,13 @@ SGridSelection CGridCtrl::Clamped(SGridSelection selection) const {
         cell->row = std::clamp(cell->row, 1, std::max(1, RowCount()));
         cell->column = std::clamp(cell->column, 1, std::max(1, ColumnCount()));
     }
+    selection.focus.row = m_geometry.RowAway(selection.focus.row, 0); // A range may hold hidden rows.
     return selection;
 }
 
 QRect CGridCtrl::RangeRect(const SGridRange& range) const {
     const int top = m_geometry.RowTop(range.firstRow);
-    const int bottom = m_geometry.RowTop(range.lastRow) + m_geometry.RowHeight();
+    const int bottom = m_geometry.RowTop(range.lastRow) + m_geometry.CellRect(range.lastRow, 0).height();
     return {0, top, viewport()->width(), bottom - top};
 }
 
@@ -38,10 +39,11 @@ void CGridCtrl::UpdateSelection(const SGridSelection& next) {
 }
 
 void CGridCtrl::SetFocusCell(int row, int column) {
+    row = m_geometry.RowAway(row, 0);
     const int top = m_geometry.RowTop(row);
     if (top < m_geometry.HeaderHeight() || top + m_geometry.RowHeight() > viewport()->height()) {
         const int above = m_geometry.ScrolledHeight() / m_geometry.RowHeight() / 2;
-        verticalScrollBar()->setValue((row - 1 - above) * m_geometry.RowHeight());
+        verticalScrollBar()->setValue((m_geometry.PlaceOfRow(row) - 1 - above) * m_geometry.RowHeight());
     }
     // Its right neighbour too, where there is room: what was looked for should not hide in the corner.
     EnsureVisible(row, NextColumn(column, 1));
@@ -60,7 +62,11 @@ void CGridCtrl::EnsureVisible(int row, int column) {
 }
 
 void CGridCtrl::KeepSelectionInside() {
-    UpdateSelection(Clamped(m_selection));
+    SGridSelection inside = Clamped(m_selection);
+    // All that was selected has been hidden: the neighbour of it is selected alone.
+    if (inside.focus.row != m_selection.focus.row && !inside.Range().HasRow(inside.focus.row))
+        inside = {inside.focus, inside.focus, inside.focus};
+    UpdateSelection(inside);
     SGridCell focus = m_selection.focus;
     if (ColumnWidth(focus.column) > 0) return;
     // The column under the focus has been hidden: on to its neighbour, the next one if there is one.
@@ -78,10 +84,12 @@ int CGridCtrl::NextColumn(int column, int step) const {
 int CGridCtrl::RowsPerPage() const { return std::max(1, m_geometry.ScrolledHeight() / m_geometry.RowHeight()); }
 
 void CGridCtrl::MoveTo(SGridCell cell, bool extend) {
-    cell.row = std::clamp(cell.row, 1, std::max(1, RowCount()));
+    cell.row = m_geometry.RowAway(cell.row, 0);
     cell.column = std::clamp(cell.column, 1, std::max(1, ColumnCount()));
+    SGridCell anchor = m_selection.anchor;
+    if (IsRowHidden(anchor.row)) anchor.row = m_selection.focus.row;
     if (extend)
-        UpdateSelection({m_selection.focus, m_selection.anchor, cell});
+        UpdateSelection({m_selection.focus, anchor, cell});
     else
         UpdateSelection({cell, cell, cell});
     EnsureVisible(cell.row, cell.column);
@@ -93,8 +101,9 @@ bool CGridCtrl::StepInRow(int step) {
     SGridCell to = m_selection.focus;
     const int column = IsSpan(to.row) ? to.column : NextColumn(to.column, step);
     if (column == to.column) {
-        to.row += step;
-        if (to.row < 1 || to.row > RowCount()) return false;
+        const int row = m_geometry.RowAway(to.row, step);
+        if (row == to.row) return false;
+        to.row = row;
         to.column = step > 0 ? NextColumn(0, 1) : NextColumn(ColumnCount() + 1, -1);
     } else {
         to.column = column;

@@ -1,6 +1,7 @@
 #include "grid/GridGeometry.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vx {
 
@@ -11,7 +12,46 @@ constexpr int kMinScrolledWidth = 60;
 
 CGridGeometry::CGridGeometry() : m_widths(1, 0) { Relayout(); }
 
-void CGridGeometry::SetRowCount(int rows) { m_rowCount = std::clamp(rows, 0, kMaxRows); }
+void CGridGeometry::SetRowCount(int rows) {
+    m_rowCount = std::clamp(rows, 0, kMaxRows);
+    m_shownRows = m_rowCount - HiddenBefore(m_rowCount + 1);
+}
+
+void CGridGeometry::SetHiddenRows(std::vector<int> rising) {
+    m_hidden = std::move(rising);
+    std::erase_if(m_hidden, [](int row) { return row < 1; });
+    SetRowCount(m_rowCount);
+}
+
+int CGridGeometry::HiddenBefore(int row) const {
+    return static_cast<int>(std::lower_bound(m_hidden.begin(), m_hidden.end(), row) - m_hidden.begin());
+}
+
+bool CGridGeometry::IsRowHidden(int row) const {
+    return !m_hidden.empty() && std::binary_search(m_hidden.begin(), m_hidden.end(), row);
+}
+
+int CGridGeometry::RowAtPlace(int place) const {
+    // Before the hidden row of index i stand m_hidden[i] - 1 - i shown ones; the row wanted lies behind all those
+    // hidden ones that have fewer than its place before them.
+    int behind = 0;
+    for (int end = static_cast<int>(m_hidden.size()); behind < end;) {
+        const int middle = behind + (end - behind) / 2;
+        if (m_hidden[static_cast<size_t>(middle)] - middle <= place)
+            behind = middle + 1;
+        else
+            end = middle;
+    }
+    return place + behind;
+}
+
+int CGridGeometry::RowAway(int row, int steps) const {
+    row = std::clamp(row, 1, std::max(1, m_rowCount));
+    if (m_shownRows == 0) return row;
+    // From a hidden row the next shown one is a step away already.
+    const int place = PlaceOfRow(row) + steps - (steps > 0 && IsRowHidden(row) ? 1 : 0);
+    return RowAtPlace(std::clamp(place, 1, m_shownRows));
+}
 
 void CGridGeometry::SetRowHeights(int header, int row) {
     m_headerHeight = std::max(header, 0);
@@ -50,21 +90,24 @@ void CGridGeometry::SetScroll(int x, int y) {
 
 int CGridGeometry::MaxScrollX() const { return std::max(0, m_left.back() - m_viewport.width()); }
 
-int CGridGeometry::MaxScrollY() const { return std::max(0, m_rowCount * m_rowHeight - std::max(0, ScrolledHeight())); }
+int CGridGeometry::MaxScrollY() const { return std::max(0, m_shownRows * m_rowHeight - std::max(0, ScrolledHeight())); }
 
 int CGridGeometry::ContentRight() const { return std::max(FixedWidth(), m_left.back() - m_scrollX); }
 
-int CGridGeometry::ContentBottom() const { return m_headerHeight + m_rowCount * m_rowHeight - m_scrollY; }
+int CGridGeometry::ContentBottom() const { return m_headerHeight + m_shownRows * m_rowHeight - m_scrollY; }
 
 int CGridGeometry::ColumnLeft(int column) const {
     const int left = m_left[static_cast<size_t>(std::clamp(column, 0, ColumnCount() + 1))];
     return column > m_shownLocked ? left - m_scrollX : left;
 }
 
-int CGridGeometry::RowTop(int row) const { return row <= 0 ? 0 : m_headerHeight + (row - 1) * m_rowHeight - m_scrollY; }
+int CGridGeometry::RowTop(int row) const {
+    return row <= 0 ? 0 : m_headerHeight + (PlaceOfRow(row) - 1) * m_rowHeight - m_scrollY;
+}
 
 QRect CGridGeometry::CellRect(int row, int column) const {
-    return {ColumnLeft(column), RowTop(row), ColumnWidth(column), row <= 0 ? m_headerHeight : m_rowHeight};
+    const int height = row <= 0 ? m_headerHeight : IsRowHidden(row) ? 0 : m_rowHeight;
+    return {ColumnLeft(column), RowTop(row), ColumnWidth(column), height};
 }
 
 QRect CGridGeometry::VisibleCellRect(int row, int column) const {
@@ -85,8 +128,8 @@ int CGridGeometry::ColumnAt(int x) const { return ColumnAtContent(x < FixedWidth
 int CGridGeometry::RowAt(int y) const {
     if (y < 0) return -1;
     if (y < m_headerHeight) return 0;
-    const int row = (y - m_headerHeight + m_scrollY) / m_rowHeight + 1;
-    return row > m_rowCount ? -1 : row;
+    const int place = (y - m_headerHeight + m_scrollY) / m_rowHeight + 1;
+    return place > m_shownRows ? -1 : RowAtPlace(place);
 }
 
 int CGridGeometry::ColumnBoundaryAt(int x) const {
@@ -97,13 +140,14 @@ int CGridGeometry::ColumnBoundaryAt(int x) const {
 }
 
 int CGridGeometry::RowBoundaryAt(int y) const {
-    const int row = (std::max(y, m_headerHeight) - m_headerHeight + m_scrollY + m_rowHeight / 2) / m_rowHeight + 1;
-    return std::min(row, m_rowCount + 1);
+    const int place = (std::max(y, m_headerHeight) - m_headerHeight + m_scrollY + m_rowHeight / 2) / m_rowHeight + 1;
+    return place > m_shownRows ? m_rowCount + 1 : RowAtPlace(place);
 }
 
 int CGridGeometry::LastVisibleRow() const {
     if (ScrolledHeight() <= 0) return FirstVisibleRow() - 1;
-    return std::min(m_rowCount, (m_scrollY + ScrolledHeight() - 1) / m_rowHeight + 1);
+    const int place = std::min(m_shownRows, (m_scrollY + ScrolledHeight() - 1) / m_rowHeight + 1);
+    return place < 1 ? 0 : RowAtPlace(place);
 }
 
 int CGridGeometry::FirstScrolledColumn() const {
@@ -125,7 +169,7 @@ QPoint CGridGeometry::ScrollToShow(int row, int column) const {
         scroll.setX(std::min(std::max(m_scrollX, right), left));
     }
     if (row > 0 && row <= m_rowCount) {
-        const int top = (row - 1) * m_rowHeight;
+        const int top = (PlaceOfRow(row) - 1) * m_rowHeight;
         scroll.setY(std::min(std::max(m_scrollY, top + m_rowHeight - ScrolledHeight()), top));
     }
     return scroll;

@@ -9,9 +9,10 @@ namespace vx {
 /// Where the cells of a grid stand in its viewport: the header row and the row-number column at the top and left edge,
 /// then the locked columns, then the columns that scroll.
 ///
-/// Shape   row 0 is the header row, column 0 the row-number column; rows are all of one height, a column of width 0 is
-///         hidden. Rows are found by division, columns by binary search over the sums of the widths: no cost grows
-///         with the number of rows
+/// Shape   row 0 is the header row, column 0 the row-number column; rows are all of one height but hidden ones, which
+///         keep their numbers and have none; a column of width 0 is hidden. Rows are found by division, and by binary
+///         search among the hidden ones, columns by binary search over the sums of the widths: no cost grows with the
+///         number of rows
 /// Units   logical pixels; viewport coordinates, (0,0) at the top left
 /// Errors  values out of range are clamped; a place without a cell is column -1 or row -1
 class CGridGeometry {
@@ -23,6 +24,23 @@ public:
 
     void SetRowCount(int rows);
     int RowCount() const { return m_rowCount; }
+    /// rising: row numbers, each once, rising; those that there are not have no effect until there are.
+    void SetHiddenRows(std::vector<int> rising);
+    const std::vector<int>& HiddenRows() const { return m_hidden; }
+    bool IsRowHidden(int row) const;
+    /// Rows that are not hidden.
+    int ShownRowCount() const { return m_shownRows; }
+    /// Where a row stands among the shown ones, from 1; a hidden row has the place of the next shown one below it.
+    int PlaceOfRow(int row) const { return m_hidden.empty() ? row : row - HiddenBefore(row); }
+    /// The shown row at a place; behind the last place RowCount() + 1 and further.
+    int RowAtPlace(int place) const;
+    /// The row itself when it is shown, else the next shown one below it, RowCount() + 1 when there is none.
+    int NextShownRow(int row) const { return RowAtPlace(PlaceOfRow(row)); }
+    /// The shown row so many shown rows below a row (above it for less than 0), as far as there are any; with 0 steps
+    /// the row itself or the shown one nearest to it. The row itself again when all are hidden.
+    int RowAway(int row, int steps) const;
+    /// How many rows from the first to the last are shown.
+    int ShownRowsIn(int firstRow, int lastRow) const { return PlaceOfRow(lastRow + 1) - PlaceOfRow(firstRow); }
     void SetRowHeights(int header, int row);
     int RowHeight() const { return m_rowHeight; }
     int HeaderHeight() const { return m_headerHeight; }
@@ -68,8 +86,9 @@ public:
     int ColumnBoundaryAt(int x) const;
     int RowBoundaryAt(int y) const;
 
-    /// First and last row (1..) that can be seen, even in part; first > last when there is none.
-    int FirstVisibleRow() const { return m_scrollY / m_rowHeight + 1; }
+    /// First and last row (1..) that can be seen, even in part; first > last when there is none. Hidden rows may lie
+    /// between them.
+    int FirstVisibleRow() const { return RowAtPlace(m_scrollY / m_rowHeight + 1); }
     int LastVisibleRow() const;
     /// First and last of the columns behind the locked ones that can be seen; first > last when there is none.
     int FirstScrolledColumn() const;
@@ -80,12 +99,15 @@ public:
     QPoint ScrollToShow(int row, int column) const;
 
 private:
+    int HiddenBefore(int row) const;
     void Relayout();
     int ColumnAtContent(int x) const;
 
     std::vector<int> m_widths; // [0] is the row-number column
     std::vector<int> m_left;   // sums of the widths; one more than columns
+    std::vector<int> m_hidden; // rising
     int m_rowCount = 0;
+    int m_shownRows = 0;
     int m_rowHeight = 20;
     int m_headerHeight = 24;
     int m_locked = 0;

@@ -91,7 +91,8 @@ void CGridPainter::PaintRect(QPainter& painter, const QRect& rect) {
     const int top = std::max(rect.top(), geometry.HeaderHeight());
     const int firstRow = geometry.RowAt(top);
     if (firstRow > 0 && rect.bottom() >= top)
-        for (int row = firstRow; row <= geometry.RowCount() && geometry.RowTop(row) <= rect.bottom(); ++row)
+        for (int row = firstRow; row <= geometry.RowCount() && geometry.RowTop(row) <= rect.bottom();
+             row = geometry.NextShownRow(row + 1))
             PaintStrip(row, rect);
     PaintEmptySpace(painter, rect);
 }
@@ -121,7 +122,9 @@ void CGridPainter::PaintRow(int row) {
     m_cell.Reset();
     const bool header = row == 0;
     const bool span = !header && m_scene->source != nullptr && m_scene->source->FillSpan(row, m_cell);
-    m_rowColor = header ? theme.header : m_scene->options.shading && row % 2 == 0 ? theme.shade : theme.base;
+    m_rowColor = header                                                          ? theme.header
+                 : m_scene->options.shading && geometry.PlaceOfRow(row) % 2 == 0 ? theme.shade
+                                                                                 : theme.base;
     m_canvas.Fill(m_canvas.Place(), m_rowColor);
     if (span) {
         PaintSpan(row);
@@ -243,7 +246,7 @@ void CGridPainter::PaintHeaderCell(int row, int column) {
         PaintSortMark(rect, clip, mark);
         text.setRight(std::max(text.left(), text.right() - Device(kSortMarkRoom)));
     }
-    if (row == 0) PaintHiddenMark(column, rect, clip);
+    row == 0 ? PaintHiddenMark(column, rect, clip) : PaintHiddenRowMark(row, rect, clip);
     if (m_cell.length > 0)
         DrawText(text, clip.intersected(text.adjusted(0, 0, -m_line, 0)),
                  m_cell.role == ETextRole::Normal ? theme.headerText : TextColor(background));
@@ -268,6 +271,17 @@ void CGridPainter::PaintHiddenMark(int column, const QRect& rect, const QRect& c
     // Without row numbers hidden columns at the beginning have no other neighbour.
     if (column > 1 && before == 0 && geometry.ColumnWidth(0) == 0)
         m_canvas.Fill(QRect(rect.left(), rect.top(), width, rect.height()).intersected(clip), m_scene->theme.focusIdle);
+}
+
+void CGridPainter::PaintHiddenRowMark(int row, const QRect& rect, const QRect& clip) {
+    const CGridGeometry& geometry = m_scene->geometry;
+    const int height = 2 * m_line;
+    if (row < geometry.RowCount() && geometry.IsRowHidden(row + 1))
+        m_canvas.Fill(QRect(rect.left(), rect.bottom() - height + 1, rect.width(), height).intersected(clip),
+                      m_scene->theme.focusIdle);
+    // Hidden rows at the beginning have no other neighbour.
+    if (row > 1 && geometry.PlaceOfRow(row) == 1)
+        m_canvas.Fill(QRect(rect.left(), rect.top(), rect.width(), height).intersected(clip), m_scene->theme.focusIdle);
 }
 
 QRgb CGridPainter::TextColor(QRgb background) {

@@ -19,7 +19,7 @@ enum class EGridLines : uint8_t { Both, None };
 /// How a grid looks, apart from its colours and fonts.
 struct SGridOptions {
     EGridLines lines = EGridLines::Both;
-    bool shading = true;  ///< Every second row stands on the theme's shade.
+    bool shading = true;  ///< Every second shown row stands on the theme's shade.
     bool ellipsis = true; ///< A text wider than its cell ends in "..." instead of at the cell's edge.
     bool flash = true;    ///< A changed cell's background lights up for a moment; off for reduced motion.
 
@@ -76,6 +76,7 @@ private:
     void PaintHeaderCell(int row, int column);
     void PaintSortMark(const QRect& rect, const QRect& clip, ESortMark mark);
     void PaintHiddenMark(int column, const QRect& rect, const QRect& clip);
+    void PaintHiddenRowMark(int row, const QRect& rect, const QRect& clip);
     void PaintEmptySpace(QPainter& painter, const QRect& rect);
 
     QRgb CellBackground(int row, int column) const;

@@ -13,6 +13,7 @@ std::string CopyText(const CWatchlistDoc& doc, const SCellRange& range, EAnnotat
     if (cells.Columns().empty()) return out;
     const int lastRow = std::min(range.lastRow, doc.LastUsedRow());
     for (int row = std::max(range.firstRow, 1); row <= lastRow; ++row) {
+        if (doc.IsRowHidden(row)) continue;
         if (marks == EAnnotationMarks::Yes && doc.RowKind(row) == ERowKind::Annotation) out += '#';
         cells.ForEach(row, [&](size_t index, std::string_view text) {
             if (index > 0) out += '\t';

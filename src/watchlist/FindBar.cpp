@@ -112,6 +112,7 @@ void CFindBar::Show(const SFoundCell& found) {
     m_message->setText(found.wrapped  ? tr("Went on at the other end")
                        : found.inNote ? tr("In the note of row %1").arg(found.row)
                                       : QString());
+    m_doc.RevealRows(found.row, found.row);
     m_grid.SetFocusCell(found.row, found.column);
 }
 

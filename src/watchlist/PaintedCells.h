@@ -10,8 +10,8 @@ namespace vx {
 
 /// Remembers what was last painted in each of the cells on the screen, as one number per cell.
 ///
-/// Shape   rows share places modulo kRows, more than a screen shows; a cell that was never painted, or whose place
-///         another row took, matches nothing
+/// Shape   rows share places modulo kRows, more than a screen shows, by where they stand among the shown ones; a cell
+///         that was never painted, or whose place another row took, matches nothing
 /// Thread  GUI thread only; nothing allocates after SetColumnCount
 class CPaintedCells {
 public:
@@ -23,11 +23,12 @@ public:
         m_cells.assign(kRows * columns, {});
     }
 
-    void Note(int row, int column, const SCell& cell) {
-        if (SPlace* place = Place(row, column)) *place = {row, Fingerprint(cell)};
+    /// rowPlace: where the row stands among the shown ones.
+    void Note(int row, int rowPlace, int column, const SCell& cell) {
+        if (SPlace* place = Place(rowPlace, column)) *place = {row, Fingerprint(cell)};
     }
-    bool Matches(int row, int column, const SCell& cell) const {
-        const SPlace* place = const_cast<CPaintedCells*>(this)->Place(row, column);
+    bool Matches(int row, int rowPlace, int column, const SCell& cell) const {
+        const SPlace* place = const_cast<CPaintedCells*>(this)->Place(rowPlace, column);
         return place && place->row == row && place->fingerprint == Fingerprint(cell);
     }
 
@@ -40,9 +41,9 @@ private:
         uint32_t fingerprint = 0;
     };
 
-    SPlace* Place(int row, int column) {
-        if (row < 1 || column < 0 || static_cast<size_t>(column) >= m_columns) return nullptr;
-        return &m_cells[static_cast<size_t>(row) % kRows * m_columns + static_cast<size_t>(column)];
+    SPlace* Place(int rowPlace, int column) {
+        if (rowPlace < 1 || column < 0 || static_cast<size_t>(column) >= m_columns) return nullptr;
+        return &m_cells[static_cast<size_t>(rowPlace) % kRows * m_columns + static_cast<size_t>(column)];
     }
 
     size_t m_columns = 0;

@@ -67,6 +67,27 @@ void CRowTable::SetId(int row, uint32_t id) {
     At(row).id = id;
 }
 
+void CRowTable::SetHidden(int row, bool hidden) {
+    if (row < 1 || row > kMaxRow || hidden == IsHidden(row)) return;
+    GrowTo(row);
+    At(row).hidden = hidden;
+    m_hiddenCount += hidden ? 1 : -1;
+}
+
+bool CRowTable::IsHidden(int row) const {
+    const SRow* entry = Find(row);
+    return entry && entry->hidden;
+}
+
+std::vector<int> CRowTable::HiddenRows() const {
+    std::vector<int> out;
+    if (m_hiddenCount == 0) return out;
+    out.reserve(static_cast<size_t>(m_hiddenCount));
+    for (size_t i = 0; i < m_rows.size(); ++i)
+        if (m_rows[i].hidden) out.push_back(static_cast<int>(i) + 1);
+    return out;
+}
+
 int CRowTable::LastSymbolRow() const { return m_lastSymbolRow; }
 
 void CRowTable::Clear() {
@@ -118,8 +139,11 @@ void CRowTable::Count(int row, int change) {
 
 void CRowTable::CountAll() {
     m_blocks.fill(0);
-    for (int row = 1; row <= static_cast<int>(m_rows.size()); ++row)
+    m_hiddenCount = 0;
+    for (int row = 1; row <= static_cast<int>(m_rows.size()); ++row) {
         if (!At(row).symbol.empty()) Count(row, 1);
+        if (At(row).hidden) ++m_hiddenCount;
+    }
     FindLastSymbolRow(static_cast<int>(m_rows.size()));
 }
 

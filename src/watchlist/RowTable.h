@@ -8,7 +8,7 @@
 
 namespace vx {
 
-/// Which symbol stands in each grid row, and the number a row keeps wherever it moves.
+/// Which symbol stands in each grid row, the number a row keeps wherever it moves, and whether it is hidden.
 ///
 /// Shape   grid row (1 and up) -> symbol, empty for annotation and empty rows; rows beyond the table are empty
 /// Units   rows at most kMaxRow; a greater row is refused
@@ -38,11 +38,18 @@ public:
     /// Gives a row the number that it had before it was taken out; no other row may have it.
     void SetId(int row, uint32_t id);
 
+    /// Errors  a row outside 1..kMaxRow is ignored
+    void SetHidden(int row, bool hidden);
+    bool IsHidden(int row) const;
+    /// Rising. Looks at every row while there are any.
+    std::vector<int> HiddenRows() const;
+    bool AnyHidden() const { return m_hiddenCount > 0; }
+
     /// The greatest row with a symbol, 0 when there is none.
     int LastSymbolRow() const;
     void Clear();
 
-    // Rows that move, with their symbols and numbers. What would leave the table is dropped.
+    // Rows that move, with all that is known of them. What would leave the table is dropped.
 
     void InsertRows(int firstRow, int count);
     void RemoveRows(int firstRow, int count);
@@ -54,6 +61,7 @@ private:
 
     struct SRow {
         uint32_t id = 0;
+        bool hidden = false;
         std::string symbol;
     };
 
@@ -69,6 +77,7 @@ private:
     std::array<uint16_t, kMaxRow / kBlock + 1> m_blocks{};
     uint32_t m_lastId = 0;
     int m_lastSymbolRow = 0;
+    int m_hiddenCount = 0;
 };
 
 } // namespace vx

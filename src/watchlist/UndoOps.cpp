@@ -165,6 +165,13 @@ bool CRowOrderOp::DropUnchanged(CUndoTarget& target) {
     return !allThere || !std::is_sorted(rows.begin(), rows.end());
 }
 
+// What is hidden cannot be selected to show it.
+void CHiddenRowsOp::Exchange(CUndoTarget& target, STouched& touched) {
+    m_hidden = !m_hidden;
+    for (const int row : target.RowsOfIds(m_ids)) target.SetHidden(row, m_hidden);
+    if (!m_hidden) touched.rowIds.insert(touched.rowIds.end(), m_ids.begin(), m_ids.end());
+}
+
 // Layout and alerts
 
 void CLayoutOp::Exchange(CUndoTarget& target, STouched& touched) {

@@ -24,7 +24,7 @@ struct STouched {
 };
 
 /// What an operation is about. Formats are named by their columns: an operation that moves these is of their kind.
-enum class EUndoKind { Rows, Formats, RowCount, RowOrder, Layout, Alerts };
+enum class EUndoKind { Rows, Formats, RowCount, RowOrder, HiddenRows, Layout, Alerts };
 
 /// One part of an undo step: holds what the document does not have now, and exchanges the two.
 ///
@@ -134,6 +134,22 @@ public:
 
 private:
     std::vector<uint32_t> m_ids; ///< Those rows, wherever they are now, stood in this order.
+};
+
+/// Rows that were hidden or shown again.
+class CHiddenRowsOp final : public CUndoOp {
+public:
+    /// hidden: what they are in the document now.
+    CHiddenRowsOp(std::vector<uint32_t> ids, bool hidden) : m_ids(std::move(ids)), m_hidden(hidden) {}
+
+    EUndoKind Kind() const override { return EUndoKind::HiddenRows; }
+    void Exchange(CUndoTarget& target, STouched& touched) override;
+    bool DropUnchanged(CUndoTarget&) override { return !m_ids.empty(); }
+    size_t Bytes() const override { return m_ids.capacity() * sizeof(uint32_t); }
+
+private:
+    std::vector<uint32_t> m_ids;
+    bool m_hidden;
 };
 
 /// Columns and options.

@@ -140,14 +140,17 @@ void CUndoStack::BeforeRowsRemoved(int firstRow, int count) {
     CUndoTarget target(m_doc);
     const int lastRow = firstRow - 1 + count;
     std::vector<SRowPlace> places;
+    std::vector<uint32_t> hidden; // Rows come back as shown ones.
     for (int row = firstRow; row <= lastRow; ++row) {
         places.push_back({row, target.MakeId(row)});
         RowOp().Touch(target, row);
+        if (m_doc.IsRowHidden(row)) hidden.push_back(places.back().id);
     }
     m_doc.Formats().ForEach([&](int row, int column) {
         if (row >= firstRow && row <= lastRow) FormatOp().Touch(target, row, column);
     });
     SealOps();
+    if (!hidden.empty()) Add<CHiddenRowsOp>(std::move(hidden), false);
     Add<CRowCountOp>(std::move(places), false);
 }
 
@@ -158,6 +161,10 @@ void CUndoStack::RowsInserted(int firstRow, int count) {
     for (int row = firstRow; row < firstRow + count; ++row) places.push_back({row, target.MakeId(row)});
     SealOps();
     Add<CRowCountOp>(std::move(places), true);
+}
+
+void CUndoStack::RowsHidden(std::vector<uint32_t> ids, bool hidden) {
+    if (Records()) Add<CHiddenRowsOp>(std::move(ids), hidden);
 }
 
 void CUndoStack::CoverAlerts() {

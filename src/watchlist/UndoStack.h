@@ -98,6 +98,8 @@ public:
     void BeforeReorder(int firstRow, int lastRow);
     void BeforeRowsRemoved(int firstRow, int count);
     void RowsInserted(int firstRow, int count);
+    /// ids: the rows that were hidden, or shown, and were not so before.
+    void RowsHidden(std::vector<uint32_t> ids, bool hidden);
     /// The document was marked modified or, by a save, unmodified.
     void ModifiedSet(bool modified);
 

@@ -47,6 +47,8 @@ void CUndoTarget::Write(int row, const SRowImage& image) {
 
 uint32_t CUndoTarget::MakeId(int row) { return m_doc.m_rows.MakeId(row); }
 
+void CUndoTarget::SetHidden(int row, bool hidden) { m_doc.m_rows.SetHidden(row, hidden); }
+
 std::vector<int> CUndoTarget::RowsOfIds(const std::vector<uint32_t>& ids) const { return m_doc.m_rows.RowsOfIds(ids); }
 
 bool CUndoTarget::InsertRows(const std::vector<SRowPlace>& places) {

@@ -40,6 +40,7 @@ public:
     void Write(int row, const SRowImage& image);
 
     uint32_t MakeId(int row);
+    void SetHidden(int row, bool hidden);
     /// For each number its row, 0 for one that no row has any more. Looks at every row once.
     std::vector<int> RowsOfIds(const std::vector<uint32_t>& ids) const;
 

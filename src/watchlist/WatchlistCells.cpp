@@ -68,7 +68,8 @@ void PutMark(std::string_view mark, SCell& cell) {
 
 } // namespace
 
-CWatchlistCells::CWatchlistCells(const CWatchlistDoc& doc) : m_doc(doc), m_special(FindSpecialColumns(Catalogue())) {
+CWatchlistCells::CWatchlistCells(const CWatchlistDoc& doc, const CGridGeometry& geometry)
+    : m_doc(doc), m_geometry(geometry), m_special(FindSpecialColumns(Catalogue())) {
     m_fonts.Forget();
     ColumnsChanged();
 }
@@ -100,12 +101,12 @@ const CWatchlistCells::SColumn* CWatchlistCells::Column(int column) const {
 bool CWatchlistCells::DiffersFromPainted(int row, int column) const {
     SCell cell;
     Fill(row, column, cell);
-    return !m_painted.Matches(row, column, cell);
+    return !m_painted.Matches(row, m_geometry.PlaceOfRow(row), column, cell);
 }
 
 void CWatchlistCells::FillCell(int row, int column, SCell& cell) const {
     Fill(row, column, cell);
-    m_painted.Note(row, column, cell);
+    m_painted.Note(row, m_geometry.PlaceOfRow(row), column, cell);
 }
 
 void CWatchlistCells::Fill(int row, int column, SCell& cell) const {

@@ -2,6 +2,7 @@
 
 #include "data/FieldEntry.h"
 #include "grid/CellSource.h"
+#include "grid/GridGeometry.h"
 #include "watchlist/FormatFonts.h"
 #include "watchlist/PaintedCells.h"
 #include "watchlist/RowCellText.h"
@@ -22,11 +23,12 @@ struct sColumnInfo;
 /// Nothing is stored but a fingerprint of each cell last asked for, by which DiffersFromPainted tells whether an update
 /// of a row's record changed what one of its cells shows.
 ///
-/// Owns    nothing of the document, which outlives it
+/// Owns    nothing of the document and the grid, which outlive it
 /// Thread  GUI thread only
 class CWatchlistCells final : public CCellSource {
 public:
-    explicit CWatchlistCells(const CWatchlistDoc& doc);
+    /// geometry: of the grid that shows the cells.
+    CWatchlistCells(const CWatchlistDoc& doc, const CGridGeometry& geometry);
 
     /// Reads the document's columns again; call it when they, or the options, changed.
     void ColumnsChanged();
@@ -64,6 +66,7 @@ private:
                 SCell& cell) const;
 
     const CWatchlistDoc& m_doc;
+    const CGridGeometry& m_geometry;
     const SSpecialColumns m_special;
     bool m_stale = false;
     std::vector<SColumn> m_columns; ///< By grid column.

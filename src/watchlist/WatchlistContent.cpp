@@ -59,6 +59,7 @@ void ApplyContent(CWatchlistDoc& doc, const SWatchlistContent& content, CReadRep
         else
             doc.PlaceSymbol(static_cast<int>(row), entry.text);
     }
+    doc.LoadHiddenRows(content.hiddenRows);
     for (const auto& [row, text] : content.notes) doc.Notes().Set(row, text);
     const SUnreadAlerts unread = doc.Alerts().Load(content.alerts.text);
     if (unread.count > 0)

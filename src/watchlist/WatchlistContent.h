@@ -62,7 +62,8 @@ struct SWatchlistContent {
     /// From a supplement, symbol by symbol; they replace those that `alerts` has of their symbols.
     std::vector<std::pair<std::string, A_INFO>> keptAlerts;
     SRecords formats;
-    size_t knownLines = 0; ///< Lines that were understood.
+    std::vector<int> hiddenRows; ///< From a supplement, rising.
+    size_t knownLines = 0;       ///< Lines that were understood.
 
     /// Puts a symbol or an annotation into a row, whatever stood there.
     ///

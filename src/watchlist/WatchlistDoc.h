@@ -124,6 +124,19 @@ public:
     ///
     /// Errors  false, and nothing changes, for what is no permutation or goes beyond CRowTable::kMaxRow
     bool ReorderRows(const std::vector<int>& newRowOf);
+
+    // Hidden rows. They take no place in the grid and are rows like all others otherwise: watched, judged by alerts,
+    // sorted, exported. The file has no place for them; see SWatchlistSupplement.
+
+    bool IsRowHidden(int row) const { return m_rows.IsHidden(row); }
+    std::vector<int> HiddenRows() const { return m_rows.HiddenRows(); }
+    /// Hides rows, or shows them again: an edit, and the document is modified. Rows that are so already do not count.
+    void SetRowsHidden(const std::vector<int>& rows, bool hidden);
+    /// Shows what is hidden among the rows, because the user is led there. This is no edit.
+    void RevealRows(int firstRow, int lastRow);
+    /// Hides rows as they were when the watchlist was saved. This is no edit either.
+    void LoadHiddenRows(const std::vector<int>& rows);
+
     /// The number that a row keeps wherever it moves.
     uint32_t RowId(int row) { return m_rows.MakeId(row); }
     int RowOfId(uint32_t id) const { return m_rows.RowOfId(id); }
@@ -213,6 +226,7 @@ private:
     void RowChanged(int row);
     void DetachSymbol(int row);
     void SymbolsLeft(const std::vector<std::string>& symbols);
+    int LastKeptRow();
     void EndBatch();
 
     CL1DataStore& m_store;

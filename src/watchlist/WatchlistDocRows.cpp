@@ -21,6 +21,12 @@ SRowStores CWatchlistDoc::RowStores() {
     return {m_rows, m_symbols, m_invalid, m_annotations, m_notes, m_shown, m_formats};
 }
 
+// Below it, one empty row is as good as another.
+int CWatchlistDoc::LastKeptRow() {
+    const int last = std::max(RowStores().LastRow(), m_formats.LastRow());
+    return m_rows.AnyHidden() ? std::max(last, m_rows.HiddenRows().back()) : last;
+}
+
 bool CWatchlistDoc::InsertRows(int firstRow, int count) {
     if (firstRow < 1 || count < 1 || firstRow > CRowTable::kMaxRow || count > CRowTable::kMaxRow) return false;
     SRowStores stores = RowStores();
@@ -30,7 +36,7 @@ bool CWatchlistDoc::InsertRows(int firstRow, int count) {
         m_grownRows = std::min(RowCount() + count, CRowTable::kMaxRow);
     else if (m_grownRows >= firstRow)
         m_grownRows = std::min(m_grownRows + count, CRowTable::kMaxRow);
-    if (firstRow <= std::max(stores.LastRow(), m_formats.LastRow())) { // Below, one empty row is as good as another.
+    if (firstRow <= LastKeptRow()) {
         stores.InsertRows(firstRow, count);
         m_undo.RowsInserted(firstRow, count);
     }
@@ -45,7 +51,7 @@ void CWatchlistDoc::DeleteRows(int firstRow, int count) {
     const CUndoStep step(*this, "delete " + Rows(std::clamp(RowCount() - firstRow + 1, 1, count)));
     if (m_grownRows >= firstRow) m_grownRows -= std::min(count, m_grownRows - firstRow + 1);
     SRowStores stores = RowStores();
-    count = std::min(count, std::max(stores.LastRow(), m_formats.LastRow()) - firstRow + 1);
+    count = std::min(count, LastKeptRow() - firstRow + 1);
     if (count > 0) {
         m_undo.BeforeRowsRemoved(firstRow, count);
         SymbolsLeft(stores.RemoveRows(firstRow, count));
@@ -80,6 +86,32 @@ bool CWatchlistDoc::ReorderRows(const std::vector<int>& newRowOf) {
     RowStores().Reorder(newRowOf);
     if (m_observer && !m_loading && m_batchDepth == 0) m_observer->OnRowsChanged(first, last);
     return true;
+}
+
+void CWatchlistDoc::SetRowsHidden(const std::vector<int>& rows, bool hidden) {
+    std::vector<uint32_t> ids;
+    for (const int row : rows)
+        if (row >= 1 && row <= CRowTable::kMaxRow && IsRowHidden(row) != hidden) ids.push_back(m_rows.MakeId(row));
+    if (ids.empty()) return;
+    const int count = static_cast<int>(ids.size());
+    const CUndoStep step(*this, hidden ? "hide " + Rows(count) : count == 1 ? "show hidden row" : "show hidden rows");
+    for (const int row : rows) m_rows.SetHidden(row, hidden);
+    m_undo.RowsHidden(std::move(ids), hidden);
+    SetModified(true);
+    RebuildGrid();
+}
+
+void CWatchlistDoc::RevealRows(int firstRow, int lastRow) {
+    bool any = false;
+    for (int row = firstRow; m_rows.AnyHidden() && row <= lastRow; ++row) {
+        any = any || IsRowHidden(row);
+        m_rows.SetHidden(row, false);
+    }
+    if (any) RebuildGrid();
+}
+
+void CWatchlistDoc::LoadHiddenRows(const std::vector<int>& rows) {
+    for (const int row : rows) m_rows.SetHidden(row, true);
 }
 
 CEditBatch::CEditBatch(CWatchlistDoc& doc) : m_doc(doc) { ++m_doc.m_batchDepth; }

@@ -19,7 +19,8 @@ constexpr int kHintMargin = 24; // Logical pixels around the hint of an empty wa
 
 } // namespace
 
-CWatchlistGrid::CWatchlistGrid(CWatchlistDoc& doc, QWidget* parent) : CNorvGridCtrl(parent), m_doc(doc), m_cells(doc) {
+CWatchlistGrid::CWatchlistGrid(CWatchlistDoc& doc, QWidget* parent)
+    : CNorvGridCtrl(parent), m_doc(doc), m_cells(doc, Geometry()) {
     setObjectName(QStringLiteral("watchlistGrid"));
     setAcceptDrops(true);
     SetSource(&m_cells);
@@ -42,12 +43,15 @@ void CWatchlistGrid::Rebuild() {
     SetRowNumberWidth(columns.At(kRowNumberColumn).width);
     SetRowCount(m_doc.RowCount());
     DropUnusedFonts();
+    TakeHiddenRows();
     UpdateAll();
 }
 
+void CWatchlistGrid::TakeHiddenRows() { SetHiddenRows(m_doc.HiddenRows()); }
+
 void CWatchlistGrid::MarkChangedCells(int row) {
     const CGridGeometry& geometry = Geometry();
-    if (row < geometry.FirstVisibleRow() || row > geometry.LastVisibleRow()) return;
+    if (row < geometry.FirstVisibleRow() || row > geometry.LastVisibleRow() || IsRowHidden(row)) return;
     if (m_doc.RowKind(row) != ERowKind::Symbol) {
         MarkRowChanged(row);
         return;

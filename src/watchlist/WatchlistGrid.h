@@ -25,6 +25,8 @@ public:
 
     /// Takes rows, columns and options from the document again and repaints everything.
     void Rebuild();
+    /// Takes the hidden rows from the document again, which may have moved.
+    void TakeHiddenRows();
     /// Marks those cells of a row whose text or look is another than the one painted. Rows out of sight cost nothing.
     void MarkChangedCells(int row);
     /// Shows the values as no longer fed, or as live again.

@@ -63,16 +63,20 @@ void FindColumns(const CWatchlistDoc& doc, SWatchlistSupplement& out) {
 }
 
 // "row 7", "rows 7, 9 and 12", "rows 1, 2, ... and 5 more".
-std::string RowList(const std::map<int, std::string>& entries) {
-    std::string out = entries.size() == 1 ? "row " : "rows ";
-    size_t named = 0;
-    for (const auto& [row, text] : entries) {
-        if (named == kMostNamedRows) return out + fmt::format(" and {} more", entries.size() - named);
-        if (named > 0) out += named + 1 == entries.size() ? " and " : ", ";
-        out += std::to_string(row);
-        ++named;
+std::string RowList(const std::vector<int>& rows) {
+    std::string out = rows.size() == 1 ? "row " : "rows ";
+    for (size_t named = 0; named < rows.size(); ++named) {
+        if (named == kMostNamedRows) return out + fmt::format(" and {} more", rows.size() - named);
+        if (named > 0) out += named + 1 == rows.size() ? " and " : ", ";
+        out += std::to_string(rows[named]);
     }
     return out;
+}
+
+std::string RowList(const std::map<int, std::string>& entries) {
+    std::vector<int> rows;
+    for (const auto& [row, text] : entries) rows.push_back(row);
+    return RowList(rows);
 }
 
 // "\"Bid\"", "\"Bid\", \"Ask\" and \"Last\"", "\"A\", ... and 5 more".
@@ -116,6 +120,7 @@ SWatchlistSupplement FindUncarried(const CWatchlistDoc& doc) {
     FindAnnotations(doc, out);
     FindAlerts(doc, out);
     FindColumns(doc, out);
+    out.hiddenRows = doc.HiddenRows();
     return out;
 }
 
@@ -124,6 +129,7 @@ void MergeSupplement(const SWatchlistSupplement& supplement, SWatchlistContent& 
     for (const auto& [row, symbol] : supplement.symbols) content.SetRow(row, symbol, false);
     for (const auto& [row, text] : supplement.annotations) content.SetRow(row, text, true);
     content.keptAlerts.insert(content.keptAlerts.end(), supplement.alerts.begin(), supplement.alerts.end());
+    content.hiddenRows = supplement.hiddenRows;
     const SKeptColumns& layout = supplement.layout;
     if (layout.columns.empty()) return;
     content.columns.clear();
@@ -135,7 +141,7 @@ void MergeSupplement(const SWatchlistSupplement& supplement, SWatchlistContent& 
 
 std::vector<std::string> DescribeSupplement(const SWatchlistSupplement& supplement) {
     std::vector<std::string> out;
-    const auto& [notes, symbols, annotations, allAlerts, layout, carriedNotes] = supplement;
+    const auto& [notes, symbols, annotations, allAlerts, layout, hiddenRows, carriedNotes] = supplement;
     std::vector<std::string> alerts, rounded, columns;
     for (const auto& [symbol, alert] : allAlerts) {
         if (!CAlertsMap::CanSave(symbol, alert))
@@ -167,6 +173,8 @@ std::vector<std::string> DescribeSupplement(const SWatchlistSupplement& suppleme
     if (!columns.empty())
         out.push_back(fmt::format("The column{} {}: the file takes no hidden columns, and no \":\" or \";\" in a name.",
                                   Plural(columns.size()), NameList(columns)));
+    if (!hiddenRows.empty())
+        out.push_back(fmt::format("The hiding of {}: the file holds all rows as shown ones.", RowList(hiddenRows)));
     return out;
 }
 

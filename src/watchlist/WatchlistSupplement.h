@@ -29,8 +29,8 @@ struct SKeptColumns {
 };
 
 /// What of a watchlist its file cannot carry: notes in rows above the number of notes, symbols with ":" or ";",
-/// annotations with ";", alerts of such symbols, thresholds with more than six decimals, hidden columns. It is kept in
-/// a file of its own, beside the recovery files.
+/// annotations with ";", alerts of such symbols, thresholds with more than six decimals, hidden columns and which rows
+/// are hidden. It is kept in a file of its own, beside the recovery files.
 struct SWatchlistSupplement {
     std::map<int, std::string> notes;
     std::map<int, std::string> symbols;
@@ -38,10 +38,12 @@ struct SWatchlistSupplement {
     /// All alerts of each symbol one of whose alerts is not in the file as it is, in their order.
     std::vector<std::pair<std::string, A_INFO>> alerts;
     SKeptColumns layout;
-    int carriedNotes = 0; ///< Notes stand in the file up to this row.
+    std::vector<int> hiddenRows; ///< Rising.
+    int carriedNotes = 0;        ///< Notes stand in the file up to this row.
 
     bool IsEmpty() const {
-        return notes.empty() && symbols.empty() && annotations.empty() && alerts.empty() && layout.columns.empty();
+        return notes.empty() && symbols.empty() && annotations.empty() && alerts.empty() && layout.columns.empty() &&
+               hiddenRows.empty();
     }
 };
 

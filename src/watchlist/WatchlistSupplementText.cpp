@@ -98,6 +98,31 @@ bool ReadPlace(std::string_view line, int least, int& place) {
     return true;
 }
 
+// "3-5,9": rising, ranges with their first and last row.
+void AppendHiddenRows(std::string& out, const std::vector<int>& rows) {
+    if (rows.empty()) return;
+    out += "hidden ";
+    for (size_t begin = 0, end = 0; begin < rows.size(); begin = end) {
+        for (end = begin + 1; end < rows.size() && rows[end] == rows[end - 1] + 1;) ++end;
+        if (begin > 0) out += ',';
+        fmt::format_to(std::back_inserter(out), "{}", rows[begin]);
+        if (end - begin > 1) fmt::format_to(std::back_inserter(out), "-{}", rows[end - 1]);
+    }
+    out += '\n';
+}
+
+bool ReadHiddenRows(std::string_view line, std::vector<int>& rows) {
+    while (!line.empty()) {
+        std::string_view range = TakeUntil(line, ',');
+        const int first = ReadInt32(TakeUntil(range, '-'));
+        const int last = range.empty() ? first : ReadInt32(range);
+        const int before = rows.empty() ? 0 : rows.back();
+        if (first <= before || last < first || last > CRowTable::kMaxRow) return false;
+        for (int row = first; row <= last; ++row) rows.push_back(row);
+    }
+    return true;
+}
+
 bool ReadLine(std::string_view line, SWatchlistSupplement& out) {
     const std::string_view kind = TakeUntil(line, ' ');
     if (kind == "note") return ReadRow(line, out.notes);
@@ -107,6 +132,7 @@ bool ReadLine(std::string_view line, SWatchlistSupplement& out) {
     if (kind == "column") return ReadColumnLine(line, out.layout);
     if (kind == "sorted") return ReadPlace(line, SSortRecord::kNoColumn, out.layout.sortColumn);
     if (kind == "locked") return ReadPlace(line, 0, out.layout.lockedColumns);
+    if (kind == "hidden") return ReadHiddenRows(line, out.hiddenRows);
     if (kind == "formats") return ReadFormatsLine(line, out.layout);
     return false;
 }
@@ -121,6 +147,7 @@ std::string FormatSupplement(const SWatchlistSupplement& supplement) {
     AppendRows(out, "annotation", supplement.annotations);
     for (const auto& [symbol, alert] : supplement.alerts) AppendAlert(out, symbol, alert);
     AppendColumns(out, supplement.layout);
+    AppendHiddenRows(out, supplement.hiddenRows);
     out += kLastLine;
     out += '\n';
     return out;

@@ -141,6 +141,7 @@ void CWatchlistView::OnRowChanged(int row) {
 
 void CWatchlistView::OnRowsChanged(int, int) {
     m_grid->SetMarkedRange({});
+    m_grid->TakeHiddenRows();
     m_grid->UpdateAll();
     ApplySortRecord();
     Q_EMIT DocumentChanged();

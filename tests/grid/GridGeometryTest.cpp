@@ -1,6 +1,10 @@
 #include "grid/GridGeometry.h"
+#include "grid/VisibleRows.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <numeric>
+#include <vector>
 
 using namespace vx;
 
@@ -106,6 +110,79 @@ TEST(GridGeometry, ScrollsNoFurtherThanACellNeedsToBeSeen) {
     EXPECT_EQ(geometry.ScrollToShow(3, 1), QPoint(300, 40)); // locked: seen wherever the rest stands
     geometry.SetColumnWidth(4, 900);
     EXPECT_EQ(geometry.ScrollToShow(21, 4).x(), 200); // larger than its place: from its beginning
+}
+
+// Against a plain list of the shown rows, for every row, place and step.
+TEST(GridGeometry, HiddenRowsTakeNoPlaceAndRowsKeepTheirNumbers) {
+    const std::vector<std::vector<int>> kSets = {
+        {}, {1}, {1, 2, 3}, {50}, {48, 49, 50, 51, 900}, {2, 3, 9, 10, 11, 30}, {0, 1, 5, 50}};
+    for (const std::vector<int>& hidden : kSets) {
+        CGridGeometry geometry = Sample();
+        geometry.SetHiddenRows(hidden);
+        std::vector<int> shown;
+        for (int row = 1; row <= 50; ++row)
+            if (std::find(hidden.begin(), hidden.end(), row) == hidden.end()) shown.push_back(row);
+        const int count = static_cast<int>(shown.size());
+        ASSERT_EQ(geometry.ShownRowCount(), count);
+        EXPECT_EQ(geometry.MaxScrollY(), count * 20 - 100);
+        for (const int scroll : {0, 30, 20 * count - 100}) {
+            geometry.SetScroll(0, scroll);
+            EXPECT_EQ(geometry.FirstVisibleRow(), shown[static_cast<size_t>(scroll / 20)]);
+            EXPECT_EQ(geometry.LastVisibleRow(), shown[static_cast<size_t>((scroll + 99) / 20)]);
+            for (int y = 24; y < 124; ++y)
+                EXPECT_EQ(geometry.RowAt(y), shown[static_cast<size_t>((y - 24 + scroll) / 20)]);
+            EXPECT_EQ(geometry.ContentBottom(), geometry.RowTop(shown.back()) + 20);
+            EXPECT_EQ(geometry.RowTop(51), geometry.ContentBottom());
+        }
+        for (int row = 1; row <= 50; ++row) {
+            const auto next = std::lower_bound(shown.begin(), shown.end(), row);
+            const int index = static_cast<int>(next - shown.begin());
+            const bool there = next != shown.end() && *next == row;
+            EXPECT_EQ(geometry.IsRowHidden(row), !there);
+            EXPECT_EQ(geometry.CellRect(row, 1).height(), there ? 20 : 0);
+            EXPECT_EQ(geometry.CellRect(row, 1).top(), 24 + 20 * index - geometry.ScrollY());
+            EXPECT_TRUE(there || geometry.VisibleCellRect(row, 1).isEmpty());
+            EXPECT_EQ(std::min(geometry.NextShownRow(row), 51), next == shown.end() ? 51 : *next);
+            for (const int steps : {-60, -3, -1, 0, 1, 3, 60}) {
+                const int to = index + steps - (steps > 0 && !there ? 1 : 0);
+                EXPECT_EQ(geometry.RowAway(row, steps), shown[static_cast<size_t>(std::clamp(to, 0, count - 1))]);
+            }
+        }
+    }
+}
+
+TEST(GridGeometry, SomethingIsDroppedBetweenShownRows) {
+    CGridGeometry geometry = Sample(4, 6);
+    geometry.SetHiddenRows({1, 3, 4, 6});
+    for (const auto& [y, row] : {std::pair{24, 2}, {33, 2}, {34, 5}, {53, 5}, {54, 7}, {2000, 7}})
+        EXPECT_EQ(geometry.RowBoundaryAt(y), row) << y;
+    EXPECT_EQ(geometry.RowAt(64), -1);
+    EXPECT_EQ(geometry.ShownRowsIn(1, 6), 2);
+    EXPECT_EQ(geometry.ShownRowsIn(3, 4), 0);
+    geometry.SetHiddenRows({1, 2, 3, 4, 5, 6});
+    EXPECT_EQ(geometry.RowAt(30), -1);
+    EXPECT_GT(geometry.FirstVisibleRow(), geometry.LastVisibleRow());
+    EXPECT_EQ(geometry.RowAway(3, 1), 3);
+    geometry.SetRowCount(8);
+    EXPECT_EQ(geometry.RowAt(30), 7) << "rows that are added are shown";
+}
+
+TEST(GridGeometry, NinetyThousandHiddenRowsLieBetweenTwoVisibleOnes) {
+    CGridGeometry geometry = Sample(3, 100'000);
+    std::vector<int> hidden(90'000);
+    std::iota(hidden.begin(), hidden.end(), 3);
+    geometry.SetHiddenRows(hidden);
+    EXPECT_EQ(geometry.LastVisibleRow(), 90'005);
+    EXPECT_EQ(geometry.RowTop(90'003), 64);
+    EXPECT_EQ(geometry.RowAway(2, 1), 90'003);
+    CVisibleRows visible;
+    visible.Set(geometry);
+    ASSERT_EQ(visible.Count(), 5u);
+    for (const auto& [row, number] : {std::pair{1, 0u}, {2, 1u}, {90'003, 2u}, {90'005, 4u}}) {
+        EXPECT_EQ(visible.NumberOf(row), number);
+        EXPECT_EQ(visible.Row(number), row);
+    }
+    for (const int row : {-7, 0, 3, 50'000, 90'002, 90'006, 2'000'000'000}) EXPECT_GE(visible.NumberOf(row), 5u) << row;
 }
 
 TEST(GridGeometry, HoldsAMillionRowsAndRefusesNonsense) {

@@ -7,6 +7,8 @@
 #include <QToolTip>
 #include <QVBoxLayout>
 #include <QWheelEvent>
+#include <tuple>
+#include <vector>
 
 using namespace vx;
 
@@ -72,6 +74,50 @@ TEST_F(GridInput, TheMouseSelectsCellsRangesColumnsRowsAndAll) {
     Click(0, 0);
     EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 1, 10}));
     EXPECT_EQ(grid.verticalScrollBar()->value(), 0) << "selecting much does not scroll";
+}
+
+TEST_F(GridInput, KeysAndDraggedRowsPassOverHiddenOnes) {
+    grid.SetHiddenRows({1, 4, 5, 99, 100});
+    EXPECT_EQ(grid.FocusCell(), (SGridCell{2, 1}));
+    const std::vector<std::tuple<Qt::Key, Qt::KeyboardModifiers, SGridCell>> kSteps = {
+        {Qt::Key_Up, {}, {2, 1}},
+        {Qt::Key_Down, {}, {3, 1}},
+        {Qt::Key_Down, {}, {6, 1}},
+        {Qt::Key_Up, {}, {3, 1}},
+        {Qt::Key_Return, {}, {6, 1}},
+        {Qt::Key_Return, Qt::ShiftModifier, {3, 1}},
+        {Qt::Key_Right, Qt::ControlModifier, {3, 10}},
+        {Qt::Key_Tab, {}, {6, 1}},
+        {Qt::Key_Backtab, {}, {3, 10}},
+        {Qt::Key_End, Qt::ControlModifier, {98, 10}},
+        {Qt::Key_Down, {}, {98, 10}},
+        {Qt::Key_PageUp, {}, {98 - Geometry().ScrolledHeight() / Geometry().RowHeight(), 10}},
+        {Qt::Key_Home, Qt::ControlModifier, {2, 1}},
+        {Qt::Key_PageDown, {}, {4 + Geometry().ScrolledHeight() / Geometry().RowHeight(), 1}}};
+    for (const auto& [key, modifiers, expected] : kSteps) {
+        Key(key, modifiers);
+        EXPECT_EQ(grid.FocusCell(), expected) << key;
+    }
+    grid.SelectRange({4, 7, 1, 2});
+    EXPECT_EQ(grid.SelectedRange(), (SGridRange{4, 7, 1, 2}));
+    EXPECT_EQ(grid.FocusCell(), (SGridCell{6, 1}));
+    grid.SetFocusCell(4, 2);
+    EXPECT_EQ(grid.FocusCell(), (SGridCell{6, 2}));
+
+    QSignalSpy dragged(&grid, &CGridCtrl::RowsDragged);
+    grid.SetFocusCell(2, 1);
+    Click(2, 0);
+    Click(3, 0, Qt::ShiftModifier);
+    Drag(Middle(2, 0), Middle(6, 0) - QPoint(0, 2));
+    EXPECT_EQ(dragged.size(), 0) << "over hidden rows alone nothing would be seen to move";
+    Drag(Middle(2, 0), Middle(6, 0) + QPoint(0, 2));
+    ASSERT_EQ(dragged.size(), 1);
+    EXPECT_EQ(dragged[0], (QList<QVariant>{2, 3, 7}));
+    EXPECT_EQ(grid.SelectedRange(), (SGridRange{2, 3, 1, 10}));
+    grid.SetHiddenRows({2, 3, 4});
+    EXPECT_EQ(grid.SelectedRange(), (SGridRange{5, 5, 1, 1})) << "the selection was hidden";
+    grid.SetHiddenRows({});
+    EXPECT_EQ(grid.FocusCell(), (SGridCell{5, 1}));
 }
 
 TEST_F(GridInput, DraggingBeyondTheEdgeScrolls) {

@@ -2,6 +2,7 @@
 
 #include "grid/TestGrid.h"
 #include <QBackingStore>
+#include <array>
 #include <random>
 
 using namespace vx;
@@ -33,6 +34,12 @@ protected:
     }
     int VisibleRows() const { return Geometry().LastVisibleRow() - Geometry().FirstVisibleRow() + 1; }
     int VisibleColumns() const { return Geometry().LastScrolledColumn() - Geometry().FirstScrolledColumn() + 1; }
+
+    /// What the window shows; the offscreen platform keeps it in an image.
+    QImage OnScreen() const {
+        const auto* store = dynamic_cast<const QImage*>(grid.backingStore()->paintDevice());
+        return store == nullptr ? QImage() : store->convertToFormat(QImage::Format_RGB32);
+    }
 
 private:
     SPaintCounters m_before;
@@ -140,19 +147,63 @@ TEST_F(GridRepaint, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
         if (pass % 5 == 2) Key(Qt::Key_Down, Qt::ShiftModifier);
         ProcessAll();
     }
-    // The offscreen platform keeps what its windows show in an image.
-    const auto* store = dynamic_cast<const QImage*>(grid.backingStore()->paintDevice());
-    ASSERT_NE(store, nullptr);
-    const QImage shown = store->convertToFormat(QImage::Format_RGB32);
     const QImage whole = grid.grab().toImage().convertToFormat(QImage::Format_RGB32);
     const QRect cells = QRectF(QPointF(), QSizeF(Cells()->size()) * grid.devicePixelRatioF()).toRect();
-    EXPECT_EQ(shown.copy(cells), whole.copy(cells));
+    EXPECT_EQ(OnScreen().copy(cells), whole.copy(cells));
     // Into pixels of three bytes cells cannot be written at once.
     QImage other(whole.size(), QImage::Format_RGB888);
     other.setDevicePixelRatio(grid.devicePixelRatioF());
     grid.render(&other);
     other.setDevicePixelRatio(1);
     EXPECT_EQ(other.copy(cells).convertToFormat(QImage::Format_RGB32), whole.copy(cells));
+}
+
+TEST_F(GridRepaint, WithHiddenRowsBetweenPartialPaintsShowWhatAFullOneWould) {
+    std::mt19937 random(12);
+    grid.SetRowCount(100'000);
+    std::vector<int> values(100'001 * 11, 1234);
+    const auto at = [](int row, int column) { return static_cast<size_t>(row * 11 + column); };
+    source.cell = [&](int row, int column, SCell& cell) { cell.SetText(std::to_string(values[at(row, column)])); };
+    source.span = [](int row, SCell& cell) {
+        if (row % 9 == 0) cell.SetText("A heading");
+        return row % 9 == 0;
+    };
+    std::vector<int> hidden = {1, 5, 7, 8};
+    for (int row = 11; row <= 90'010; ++row) hidden.push_back(row);
+    grid.SetHiddenRows(hidden);
+    Start();
+    for (const int row : hidden) {
+        grid.MarkRowChanged(row);
+        grid.MarkCellChanged(row, 1);
+    }
+    grid.FlushChanges();
+    EXPECT_EQ(Painted().passes, 0) << "nobody sees them";
+    for (const int row : {2, 10, 90'011}) grid.MarkCellChanged(row, 1);
+    grid.FlushChanges();
+    EXPECT_EQ(Painted(), (SPaintCounters{1, 3}));
+    const std::array<int, 9> kRows = {2, 3, 4, 6, 9, 10, 90'011, 90'012, 90'020};
+    for (int pass = 0; pass < 40; ++pass) {
+        for (int i = 0; i < 20; ++i) {
+            const int row = kRows[random() % kRows.size()] - static_cast<int>(random() % 2);
+            const int column = static_cast<int>(random() % 10) + 1;
+            values[at(row, column)] = static_cast<int>(random() % 100'000);
+            grid.MarkCellChanged(row, column);
+        }
+        if (pass % 4 == 0) grid.MarkRowChanged(10);
+        grid.FlushChanges();
+        if (pass % 3 == 1) grid.SetFocusCell(kRows[random() % kRows.size()], static_cast<int>(random() % 5) + 1);
+        if (pass % 5 == 2) Key(Qt::Key_Down, Qt::ShiftModifier);
+        if (pass % 7 == 6) grid.SetMarkedRange(SGridRange{5, 50'000, 2, 3});
+        ProcessAll();
+    }
+    const QImage whole = grid.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QRect cells = QRectF(QPointF(), QSizeF(Cells()->size()) * grid.devicePixelRatioF()).toRect();
+    EXPECT_EQ(OnScreen().copy(cells), whole.copy(cells));
+    grid.EnsureVisible(2, 1);
+    const QImage picture = Picture();
+    for (const int row : {2, 4, 6, 10})
+        EXPECT_GT(CountColor(picture, Place(row, 0), grid.Theme().focusIdle), 20) << "hidden rows lie beside " << row;
+    EXPECT_EQ(CountColor(picture, Place(3, 0), grid.Theme().focusIdle), 0);
 }
 
 TEST_F(GridRepaint, LightsAChangedCellAndPutsItOut) {
