@@ -29,6 +29,9 @@ SLineEnds IndexLineEndsSse2(const char* block, size_t size, uint16_t* ends);
 /// Only where HasAvx2.
 SLineEnds IndexLineEndsAvx2(const char* block, size_t size, uint16_t* ends);
 bool HasAvx2();
+/// Only where HasAvx512.
+SLineEnds IndexLineEndsAvx512(const char* block, size_t size, uint16_t* ends);
+bool HasAvx512();
 #endif
 
 } // namespace vx

@@ -17,6 +17,9 @@ SDateTime Now() { return DateTimeFromLocal(CClock::Instance().Now()); }
 
 bool EndsLine(char c) { return c == '\r' || c == '\n'; }
 
+// Blocks after the first begin where a line of the processor's cache does, which saves the indexer split loads.
+size_t PastAlignment(const char* block) { return reinterpret_cast<uintptr_t>(block) % 64; }
+
 } // namespace
 
 CZTLStreamSocket::CZTLStreamSocket() : m_buffer(std::make_unique<char[]>(kCapacity + kLineSlack)) {}
@@ -100,16 +103,18 @@ void CZTLStreamSocket::ProcessReceivedData(int count) {
     // The clock is read once for all the lines of a read: its whole seconds hardly ever differ in between.
     SDateTime now;
     uint16_t ends[kLineBlock / 2 + 2];
-    for (char* block = line + m_fill; block < end; block += kLineBlock) {
-        const SLineEnds found = IndexLineEnds(block, std::min(kLineBlock, static_cast<size_t>(end - block)), ends);
+    size_t size = 0;
+    for (char* block = line + m_fill; block < end; block += size) {
+        size = std::min(kLineBlock - PastAlignment(block), static_cast<size_t>(end - block));
+        const SLineEnds found = IndexLineEnds(block, size, ends);
         m_nulsWait = m_nulsWait || found.hasNul;
         for (size_t i = 0; i < found.count; ++i) {
             char* const lineEnd = block + ends[i];
             char* next = lineEnd;
             do *next++ = '\0';
             while (EndsLine(*next));
-            const size_t size = m_nulsWait ? std::strlen(line) : static_cast<size_t>(lineEnd - line);
-            const std::string_view text{std::exchange(line, next), size};
+            const size_t length = m_nulsWait ? std::strlen(line) : static_cast<size_t>(lineEnd - line);
+            const std::string_view text{std::exchange(line, next), length};
             if (text.empty()) continue;
             if (!now.valid) now = Now();
             m_stats.lastMessageTime = now;

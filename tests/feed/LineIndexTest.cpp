@@ -30,6 +30,7 @@ std::vector<std::pair<const char*, LineIndexer>> Indexers() {
 #if defined(__x86_64__)
     indexers.emplace_back("SSE2", IndexLineEndsSse2);
     if (HasAvx2()) indexers.emplace_back("AVX2", IndexLineEndsAvx2);
+    if (HasAvx512()) indexers.emplace_back("AVX-512", IndexLineEndsAvx512);
 #endif
     return indexers;
 }
