@@ -6,7 +6,8 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 
 find_program(ZW_CCACHE ccache)
 if(ZW_CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${ZW_CCACHE}")
+  # The precompiled headers are part of the key: they and what they include are hashed whole.
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${ZW_CCACHE})
 endif()
 
 if(CMAKE_BUILD_TYPE STREQUAL "Release")
@@ -16,6 +17,12 @@ endif()
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align)
 if(ZW_WERROR)
   add_compile_options(-Werror)
+endif()
+
+if(ZW_PCH AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  add_compile_options(-fpch-preprocess) # For ccache.
+elseif(ZW_PCH)
+  add_compile_options("SHELL:-Xclang -fno-pch-timestamp")
 endif()
 
 if(ZW_SANITIZE)

@@ -13,16 +13,37 @@ macro(zw_resolve_auto option package)
   endif()
 endmacro()
 
-# zw_library(zw_data SOURCES A.cpp B.cpp LINKS zw_base [QT])
-# QT runs moc. Includes are written from src/: "data/SymbolMap.h".
+# The headers that most sources share, parsed once for a target instead of once for each source.
+set(ZW_SHARED_HEADERS <algorithm> <array> <cstdint> <functional> <map> <memory> <optional> <string> <string_view>
+                      <utility> <vector> <fmt/format.h>)
+set(ZW_SHARED_WIDGET_HEADERS <QAction> <QApplication> <QCheckBox> <QComboBox> <QDialog> <QDialogButtonBox> <QFile>
+                             <QFormLayout> <QHeaderView> <QLabel> <QLineEdit> <QMenu> <QPainter> <QPlainTextEdit>
+                             <QPushButton> <QTimer> <QVBoxLayout>)
+set(ZW_SHARED_TEST_HEADERS <gmock/gmock.h>)
+
+function(zw_precompile name)
+  get_target_property(sources ${name} SOURCES)
+  list(LENGTH sources count)
+  if(ZW_PCH AND count GREATER 4) # Making the header costs as much as a few sources do.
+    target_precompile_headers(${name} PRIVATE ${ARGN})
+  endif()
+endfunction()
+
+# zw_library(zw_data SOURCES A.cpp B.cpp LINKS zw_base [QT | WIDGETS])
+# Both run moc. Includes are written from src/: "data/SymbolMap.h".
 function(zw_library name)
-  cmake_parse_arguments(A "QT" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(A "QT;WIDGETS" "" "SOURCES;LINKS" ${ARGN})
   add_library(${name} STATIC ${A_SOURCES})
   target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
   target_link_libraries(${name} PUBLIC ${A_LINKS})
-  if(A_QT)
+  if(A_QT OR A_WIDGETS)
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
     target_compile_definitions(${name} PUBLIC QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
+  endif()
+  if(A_WIDGETS)
+    zw_precompile(${name} ${ZW_SHARED_HEADERS} ${ZW_SHARED_WIDGET_HEADERS})
+  else()
+    zw_precompile(${name} ${ZW_SHARED_HEADERS})
   endif()
 endfunction()
 
@@ -38,10 +59,14 @@ function(zw_tests name)
                                              ZW_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
                                              ZW_BIN_DIR="${CMAKE_BINARY_DIR}/bin")
   target_link_libraries(${name} PRIVATE ${A_LINKS} GTest::gmock GTest::gtest)
+  # What is tested is optimised as it is shipped; to optimise the tests too costs more than it saves.
+  target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O0>)
   if(A_GUI)
     target_link_libraries(${name} PRIVATE Qt6::Test)
+    zw_precompile(${name} ${ZW_SHARED_HEADERS} ${ZW_SHARED_TEST_HEADERS} ${ZW_SHARED_WIDGET_HEADERS})
   else()
     target_link_libraries(${name} PRIVATE GTest::gtest_main)
+    zw_precompile(${name} ${ZW_SHARED_HEADERS} ${ZW_SHARED_TEST_HEADERS})
   endif()
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
