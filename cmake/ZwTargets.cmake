@@ -24,7 +24,7 @@ set(ZW_SHARED_TEST_HEADERS <gmock/gmock.h>)
 function(zw_precompile name)
   get_target_property(sources ${name} SOURCES)
   list(LENGTH sources count)
-  if(ZW_PCH AND count GREATER 4) # Making the header costs as much as a few sources do.
+  if(ZW_PCH AND count GREATER 7) # Making the header costs as much as a few sources do.
     target_precompile_headers(${name} PRIVATE ${ARGN})
   endif()
 endfunction()
