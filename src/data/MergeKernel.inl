@@ -71,10 +71,9 @@ ZW_TARGET inline void MergeText(std::string_view line, const char* first, const 
         to.Assign(text);
 }
 
-// One field that is not empty. By value where it can be, because a text that is written may be anything to the
-// compiler, the block included.
+// One field that is not empty.
 ZW_TARGET inline void MergeField(std::string_view line, const char* first, const char* last, const SSlot& slot,
-                                 const SFieldSlots block, SMergeNotes& notes) {
+                                 const SFieldSlots& block, SMergeNotes& notes) {
     notes.carried = static_cast<uint8_t>(notes.carried | slot.note);
     SFieldValue& value = block.values[slot.value];
     EDirection& direction = block.directions[slot.value];
@@ -110,6 +109,7 @@ ZW_TARGET inline void MergeField(std::string_view line, const char* first, const
 }
 
 ZW_TARGET void Merge(std::string_view line, const SCutLine& cut, const SFieldSlots& block, SMergeNotes& notes) {
+    // A copy, because a text that is written may be anything to the compiler, what was handed in included.
     const SFieldSlots into = block;
     const size_t count = cut.count;
     const bool hasBlanks = cut.hasBlanks;

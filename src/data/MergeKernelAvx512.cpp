@@ -54,6 +54,8 @@ ZW_TARGET inline __m512i WithZeros(__m128i low) {
 }
 ZW_TARGET inline __m128i Load16(const void* bytes) { return _mm_loadu_si128(static_cast<const __m128i*>(bytes)); }
 
+ZW_TARGET inline void Store32(void* to, __m256i bytes) { _mm256_storeu_si256(static_cast<__m256i*>(to), bytes); }
+
 // Writes the places of the set bits; at most 32 of 64 are set.
 ZW_TARGET inline void WritePlaces(uint64_t bits, size_t from, uint16_t* out) {
     const __m512i places = _mm512_maskz_compress_epi8(bits, Load64(kIota.bytes.data()));
@@ -63,8 +65,7 @@ ZW_TARGET inline void WritePlaces(uint64_t bits, size_t from, uint16_t* out) {
 
 ZW_TARGET inline void WriteSlots(uint64_t bits, size_t from, uint8_t* out) {
     const __m512i slots = _mm512_maskz_compress_epi8(bits, Load64(kIota.bytes.data()));
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(out),
-                        _mm256_add_epi8(LowHalf(slots), _mm256_set1_epi8(static_cast<char>(from))));
+    Store32(out, _mm256_add_epi8(LowHalf(slots), _mm256_set1_epi8(static_cast<char>(from))));
 }
 
 ZW_TARGET void Cut(std::string_view line, size_t slots, SCutLine& out) {
@@ -104,27 +105,29 @@ struct SFieldList {
     alignas(64) std::array<uint16_t, kRoom> ends;
     alignas(64) std::array<uint16_t, kRoom> sizes;
     alignas(64) std::array<uint8_t, kRoom> slots;
-    alignas(64) std::array<uint8_t, kRoom> kinds;
 };
 
 struct SFieldStep {
     __m512i ends;
     __m512i sizes;
     __m256i slots;
-    __m256i kinds;
 };
 
 ZW_TARGET inline void Append(SFieldList& list, __mmask32 which, const SFieldStep& step) {
     const size_t at = list.count;
     _mm512_storeu_si512(&list.ends[at], _mm512_maskz_compress_epi16(which, step.ends));
     _mm512_storeu_si512(&list.sizes[at], _mm512_maskz_compress_epi16(which, step.sizes));
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(&list.slots[at]), _mm256_maskz_compress_epi8(which, step.slots));
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(&list.kinds[at]), _mm256_maskz_compress_epi8(which, step.kinds));
+    Store32(&list.slots[at], _mm256_maskz_compress_epi8(which, step.slots));
     list.count += static_cast<size_t>(std::popcount(which));
 }
 
+/// The numbers, and the EMergeKind of each.
+struct SNumberList : SFieldList {
+    alignas(64) std::array<uint8_t, kRoom> kinds;
+};
+
 struct SSortedFields {
-    SFieldList numbers;
+    SNumberList numbers;
     SFieldList texts;
     SFieldList others;
     uint8_t notes = 0; ///< Of all of them.
@@ -153,14 +156,16 @@ ZW_TARGET inline void Sort(const SCutLine& cut, const SSlotBytes& table, SSorted
         SFieldStep step;
         step.slots = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(&cut.slots[at]));
         const __m512i slots = WithZeros(step.slots);
-        step.kinds = LookUp(table.kinds, slots);
+        const __m256i kinds = LookUp(table.kinds, slots);
         step.ends = Load64(&cut.ends[at]);
         step.sizes = _mm512_sub_epi16(step.ends, Load64(&cut.begins[at]));
         notes = _mm256_mask_or_epi32(notes, 0xFF, notes, _mm256_maskz_mov_epi8(valid, LookUp(table.notes, slots)));
-        const __mmask32 fromNumber = _mm256_mask_cmpge_epu8_mask(valid, step.kinds, firstNumber);
-        Append(out.numbers, _mm256_mask_cmple_epu8_mask(fromNumber, step.kinds, lastNumber), step);
-        Append(out.texts, _mm256_mask_cmpeq_epu8_mask(valid, step.kinds, text), step);
-        Append(out.others, _mm256_mask_cmpgt_epu8_mask(valid, step.kinds, text), step);
+        const __mmask32 fromNumber = _mm256_mask_cmpge_epu8_mask(valid, kinds, firstNumber);
+        const __mmask32 numbers = _mm256_mask_cmple_epu8_mask(fromNumber, kinds, lastNumber);
+        Store32(&out.numbers.kinds[out.numbers.count], _mm256_maskz_compress_epi8(numbers, kinds));
+        Append(out.numbers, numbers, step);
+        Append(out.texts, _mm256_mask_cmpeq_epu8_mask(valid, kinds, text), step);
+        Append(out.others, _mm256_mask_cmpgt_epu8_mask(valid, kinds, text), step);
     }
     out.notes = OrAll(notes);
 }
@@ -292,7 +297,7 @@ ZW_TARGET inline __mmask8 OfKind(__m128i kinds, EMergeKind kind) {
 }
 
 // Up to eight of the numbers from `at` on; false, and nothing done, when one of them is not plain.
-ZW_TARGET inline bool MergeEight(const char* line, const SFieldList& list, size_t at, const SFieldSlots& block,
+ZW_TARGET inline bool MergeEight(const char* line, const SNumberList& list, size_t at, const SFieldSlots& block,
                                  EPriceWord& priceWord) {
     const __m128i kinds = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(&list.kinds[at]));
     const __m128i slots = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(&list.slots[at]));
@@ -316,9 +321,10 @@ ZW_TARGET inline bool MergeEight(const char* line, const SFieldList& list, size_
     const unsigned down = _mm512_mask_cmp_pd_mask(fractions, numbers, beforeNumbers, _CMP_LT_OQ) |
                           _mm512_mask_cmplt_epi64_mask(integers, wholes, before);
     _mm512_mask_i64scatter_epi64(block.values, valid, places, now, 8);
+    constexpr auto kUnchanged = static_cast<unsigned>(EDirection::Unchanged);
     for (size_t i = 0; i < count; ++i) {
         EDirection& direction = block.directions[list.slots[at + i]];
-        const unsigned moved = 2 + (up >> i & 1) - (down >> i & 1);
+        const unsigned moved = kUnchanged + (up >> i & 1) - (down >> i & 1);
         direction = direction == EDirection::NeverSet ? EDirection::Unchanged : static_cast<EDirection>(moved);
     }
     return true;
@@ -332,7 +338,7 @@ ZW_TARGET inline void MergeOneByOne(std::string_view line, const SFieldList& lis
     }
 }
 
-ZW_TARGET inline void MergeNumbers(std::string_view line, const SFieldList& list, const SFieldSlots& block,
+ZW_TARGET inline void MergeNumbers(std::string_view line, const SNumberList& list, const SFieldSlots& block,
                                    SMergeNotes& notes) {
     for (size_t at = 0; at < list.count; at += kEight)
         if (!MergeEight(line.data(), list, at, block, notes.priceWord))
@@ -351,13 +357,12 @@ ZW_TARGET inline void MergeTexts(std::string_view line, const SFieldList& list, 
 ZW_TARGET void MergeSorted(std::string_view line, const SCutLine& cut, const SFieldSlots& block, SMergeNotes& notes) {
     // Fields with blanks are trimmed one by one, and of a short line sixteen bytes cannot be read.
     if (cut.hasBlanks || line.size() < 16) return Merge(line, cut, block, notes);
-    const SFieldSlots into = block;
     SSortedFields fields;
-    Sort(cut, *into.bytes, fields);
+    Sort(cut, *block.bytes, fields);
     SMergeNotes seen;
-    MergeNumbers(line, fields.numbers, into, seen);
-    MergeTexts(line, fields.texts, into);
-    MergeOneByOne(line, fields.others, 0, fields.others.count, into, seen);
+    MergeNumbers(line, fields.numbers, block, seen);
+    MergeTexts(line, fields.texts, block);
+    MergeOneByOne(line, fields.others, 0, fields.others.count, block, seen);
     notes = {fields.notes, seen.priceWord};
 }
 

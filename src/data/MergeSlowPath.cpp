@@ -27,7 +27,7 @@ constexpr std::array kTicks = [] {
 
 } // namespace
 
-void MergeRareField(std::string_view text, const SSlot& slot, const SFieldSlots& block) {
+void MergeRareField(std::string_view text, const SSlot& slot, SFieldSlots block) {
     SFieldValue& value = block.values[slot.value];
     block.directions[slot.value] = EDirection::Unchanged;
     switch (slot.rule) {
@@ -61,7 +61,7 @@ void MergeRareField(std::string_view text, const SSlot& slot, const SFieldSlots&
     }
 }
 
-void MergeTick(int64_t code, const SSlot& slot, const SFieldSlots& block) {
+void MergeTick(int64_t code, const SSlot& slot, SFieldSlots block) {
     constexpr size_t kTrendMarks = 10; // Newest first.
     const auto place = static_cast<uint64_t>(code - kFirstTick);
     const STick tick = place < kTicks.size() ? kTicks[place] : STick{};
