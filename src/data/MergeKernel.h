@@ -11,6 +11,7 @@ namespace vx {
 
 /// Where the letter and comma that begin every data line end.
 inline constexpr size_t kFirstFieldOffset = 2;
+
 /// The filled fields of one data line, left to right: those that hold at least one character and that a comma ends.
 struct SCutLine {
     /// The beginning of a longer line is cut: no line of the feed's connection is longer.
