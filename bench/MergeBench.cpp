@@ -105,12 +105,14 @@ bool Agree(const SMergeKernel* kernel) {
 } // namespace
 
 BENCHMARK(BM_VectorScan)->Arg(1000)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_Product, avx2, Avx2Kernel())->Arg(100)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Product, best, &BestKernel())->Arg(100)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Product, avx2, Avx2Kernel())->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_Product, portable, &PortableKernel())->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Plain)->Arg(1000)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv) {
-    if (!Agree(Avx2Kernel()) || !Agree(&PortableKernel())) return 1;
+    for (const SMergeKernel* kernel : {Avx512Kernel(), Avx2Kernel(), &PortableKernel()})
+        if (!Agree(kernel)) return 1;
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
     benchmark::RunSpecifiedBenchmarks();

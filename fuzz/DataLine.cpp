@@ -43,7 +43,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static CFakeCodeNames names;
     names.EnsureMarketsLoaded();
     const std::string input(reinterpret_cast<const char*>(data), size);
-    for (const SMergeKernel* kernel : {&PortableKernel(), Avx2Kernel()}) {
+    for (const SMergeKernel* kernel : {&PortableKernel(), Avx2Kernel(), Avx512Kernel()}) {
         if (!kernel) continue;
         SNoWindow window;
         CChangeQueue queue(window);

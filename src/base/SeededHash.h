@@ -34,18 +34,26 @@ public:
     }
     /// The first eight bytes as a number; zeros stand for missing ones.
     static uint64_t Word(std::string_view bytes) {
-        uint64_t word = 0;
-        if (bytes.size() >= sizeof word) {
-            std::memcpy(&word, bytes.data(), sizeof word);
-        } else {
-            for (size_t i = 0; i < bytes.size(); ++i) word |= uint64_t{static_cast<unsigned char>(bytes[i])} << (8 * i);
-        }
-        return word;
+        const size_t size = bytes.size();
+        if (size >= sizeof(uint64_t)) return Part<uint64_t>(bytes.data());
+        // Parts that overlap have the same bytes where they do.
+        if (size >= sizeof(uint32_t))
+            return Part<uint32_t>(bytes.data()) | Part<uint32_t>(bytes.data() + size - 4) << (8 * (size - 4));
+        if (size == 0) return 0;
+        const size_t middle = size / 2;
+        return Part<uint8_t>(bytes.data()) | Part<uint8_t>(bytes.data() + middle) << (8 * middle) |
+               Part<uint8_t>(bytes.data() + size - 1) << (8 * (size - 1));
     }
     /// The seed of this run, odd.
     static uint64_t Seed();
 
 private:
+    template <typename TPart> static uint64_t Part(const char* bytes) {
+        TPart part;
+        std::memcpy(&part, bytes, sizeof part);
+        return part;
+    }
+
     uint64_t m_seed;
 };
 

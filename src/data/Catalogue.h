@@ -16,6 +16,7 @@ inline constexpr size_t kCatalogueSize = 138;
 inline constexpr int kRowNumberColumn = 0;
 inline constexpr int kNoField = -1;
 
+// Widths that columns have until somebody changes them.
 inline constexpr int kRowNumberWidthPx = 30;
 inline constexpr int kDefaultColumnWidthPx = 100;
 
@@ -30,11 +31,6 @@ int FieldIndex(std::string_view name);
 
 /// Catalogue entry of a column by its short name; null when no column has it.
 const SFieldEntry* FindField(std::string_view name);
-
-/// Width that a column has until somebody changes it, in pixels.
-constexpr int DefaultWidth(int catalogueIndex) {
-    return catalogueIndex == kRowNumberColumn ? kRowNumberWidthPx : kDefaultColumnWidthPx;
-}
 
 /// The columns of a new watchlist, each name followed by ";".
 inline constexpr std::string_view kDefaultColumnList = "Symbol;Tick Trend;News;Latest Headline;Change;% Chg;Last;"

@@ -74,11 +74,6 @@ int CColumnMap::PositionOf(std::string_view name) const {
     return found == m_columns.end() ? -1 : static_cast<int>(found - m_columns.begin());
 }
 
-int CColumnMap::PositionOfNumber(int number) const {
-    const auto found = std::ranges::find(m_columns, number, &sColumnInfo::number);
-    return found == m_columns.end() ? -1 : static_cast<int>(found - m_columns.begin());
-}
-
 int CColumnMap::NumberOf(std::string_view name) const {
     if (const int index = FieldIndex(name); index != kNoField) return index;
     const auto found = std::ranges::find(m_unknownNames, name);

@@ -57,8 +57,6 @@ public:
 
     /// Position of the column with a name, -1 when it is not shown.
     int PositionOf(std::string_view name) const;
-    /// Position of the column with a column number, -1 when it is not shown.
-    int PositionOfNumber(int number) const;
     /// Number of a column name, shown or not; kNoField when neither the catalogue nor this map holds it.
     int NumberOf(std::string_view name) const;
     /// Name of a column number, empty when no column has it.

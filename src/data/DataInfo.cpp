@@ -16,6 +16,8 @@ constexpr auto kTwoPlaces = std::to_array<std::string_view>(
      "Est EPS",      "P/E",        "% Held",      "Assets",     "Liabilities", "Split1 Ratio",
      "Split2 Ratio", "ChgFrmOpn",  "% OffAvgVol", "Volatility", "Ask Chg",     "Bid Chg"});
 
+static_assert(kFourPlaces.size() + kTwoPlaces.size() == 41);
+
 } // namespace
 
 std::optional<int> CDataInfo::DecimalPlaces(std::string_view name) {
@@ -25,7 +27,5 @@ std::optional<int> CDataInfo::DecimalPlaces(std::string_view name) {
         if (key == name) return 2;
     return std::nullopt;
 }
-
-int CDataInfo::Count() { return static_cast<int>(kFourPlaces.size() + kTwoPlaces.size()); }
 
 } // namespace vx

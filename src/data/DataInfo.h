@@ -13,8 +13,6 @@ class CDataInfo {
 public:
     /// Default places of a column, nothing when the map has no such key.
     static std::optional<int> DecimalPlaces(std::string_view name);
-    /// Number of keys.
-    static int Count();
 };
 
 } // namespace vx

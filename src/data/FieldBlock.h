@@ -14,6 +14,7 @@ namespace vx {
 /// A block of slots seen without its size: what a merge writes into.
 struct SFieldSlots {
     std::span<const SSlot> layout;
+    const SSlotBytes* bytes; ///< Of the layout.
     SFieldValue* values;
     EDirection* directions;
     CSlotText* texts;
@@ -40,9 +41,11 @@ public:
     }
     void SetDirection(size_t slot, EDirection direction) { m_directions[kLayout[slot].value] = direction; }
 
-    SFieldSlots Slots() { return {kLayout, m_values.data(), m_directions.data(), m_texts.data()}; }
+    SFieldSlots Slots() { return {kLayout, &kBytes, m_values.data(), m_directions.data(), m_texts.data()}; }
 
 private:
+    static constexpr SSlotBytes kBytes = layout::BytesOf(kLayout);
+
     std::array<EDirection, kValues> m_directions{};
     std::array<SFieldValue, kValues> m_values{};
     std::array<CSlotText, kTexts> m_texts;

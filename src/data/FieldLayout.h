@@ -65,7 +65,31 @@ struct SSlot {
     uint8_t note = 0;  ///< One of the bits above, or 0.
 };
 
+/// No layout has more slots.
+inline constexpr size_t kMostSlots = 72;
+
+/// What a vector of slot numbers looks up: one byte for each slot of a layout.
+struct SSlotBytes {
+    static constexpr size_t kRoom = 128; ///< Two registers of 64 bytes.
+    static_assert(kMostSlots <= kRoom);
+
+    /// Its EMergeKind; Rare for a slot whose value another slot has too, so that no two of a line are in one vector.
+    alignas(64) std::array<uint8_t, kRoom> kinds{};
+    alignas(64) std::array<uint8_t, kRoom> notes{};
+};
+
 namespace layout {
+
+template <size_t kSize> constexpr SSlotBytes BytesOf(const std::array<SSlot, kSize>& slots) {
+    static_assert(kSize <= kMostSlots);
+    SSlotBytes bytes;
+    for (size_t i = 0; i < kSize; ++i) {
+        const bool ownValue = slots[i].value == i || slots[i].kind == EMergeKind::Skip;
+        bytes.kinds[i] = static_cast<uint8_t>(ownValue ? slots[i].kind : EMergeKind::Rare);
+        bytes.notes[i] = slots[i].note;
+    }
+    return bytes;
+}
 
 template <size_t kSize> constexpr size_t CountTexts(const std::array<SSlot, kSize>& slots) {
     size_t texts = 0;

@@ -43,14 +43,6 @@ int32_t ReadMonth(std::string_view text);
 /// The name of a month, "Invalid" outside 1..12.
 std::string_view MonthName(int32_t month);
 
-/// The mark that a tick code adds to the trend ('+', '-', '.'), or 0 for a code that has none.
-constexpr char TickMark(int64_t code) {
-    constexpr int64_t kUpTick = 173;
-    constexpr int64_t kDownTick = 175;
-    constexpr int64_t kUnchangedTick = 183;
-    return code == kUpTick ? '+' : code == kDownTick ? '-' : code == kUnchangedTick ? '.' : '\0';
-}
-
 inline constexpr std::string_view kNotFoundText = "Not Found";
 
 /// Whether a price field says that the feed does not know the symbol ("Not Found", in any case).

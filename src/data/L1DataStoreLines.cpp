@@ -41,7 +41,8 @@ int32_t ReadMarketId(std::string_view text) {
 // Changes are coloured by their sign, not by whether they grew.
 void ColourBySign(CQuoteData& quote, size_t slot) {
     const double value = quote.Number(slot);
-    quote.SetDirection(slot, value > 0 ? EDirection::Up : value < 0 ? EDirection::Down : EDirection::Unchanged);
+    const int sign = static_cast<int>(value > 0) - static_cast<int>(value < 0); // Signs follow no pattern: no branch.
+    quote.SetDirection(slot, static_cast<EDirection>(static_cast<int>(EDirection::Unchanged) + sign));
 }
 
 void Flatten(CQuoteData& quote) {

@@ -44,9 +44,8 @@ public:
     const CQuoteData& Quote() const { return m_quote; }
     const CFundamentalData& Fundamentals() const { return m_fundamentals; }
 
-    /// Set by every merge; whoever shows the record may take it back.
+    /// Set by every merge.
     bool IsUpdated() const { return m_updated; }
-    void ClearUpdated() { m_updated = false; }
     /// Some line has filled it.
     bool HasData() const { return m_hasData; }
 

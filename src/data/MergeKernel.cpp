@@ -9,7 +9,9 @@ std::string_view SCutLine::Trimmed(std::string_view line, size_t index) const {
 }
 
 const SMergeKernel& BestKernel() {
-    static const SMergeKernel& best = Avx2Kernel() ? *Avx2Kernel() : PortableKernel();
+    static const SMergeKernel& best = Avx512Kernel() ? *Avx512Kernel()
+                                      : Avx2Kernel() ? *Avx2Kernel()
+                                                     : PortableKernel();
     return best;
 }
 

@@ -11,19 +11,20 @@ namespace vx {
 
 /// Where the letter and comma that begin every data line end.
 inline constexpr size_t kFirstFieldOffset = 2;
-/// No layout has more slots.
-inline constexpr size_t kMostSlots = 72;
 
 /// The filled fields of one data line, left to right: those that hold at least one character and that a comma ends.
 struct SCutLine {
-    /// A block of 64 bytes is cut whole, and four fields at a time: some are written behind the last slot and dropped.
+    /// The beginning of a longer line is cut: no line of the feed's connection is longer.
+    static constexpr size_t kMostBytes = 65535;
+    /// A block of 64 bytes is cut whole, and several fields at a time: some are written behind the last slot and
+    /// dropped.
     static constexpr size_t kRoom = kMostSlots + 64;
 
     size_t count = 0;
     bool hasBlanks = false;             ///< Some blank stands in the line; without one there is nothing to trim.
-    std::array<uint32_t, kRoom> begins; ///< Offsets into the line.
-    std::array<uint32_t, kRoom> ends;
-    std::array<uint32_t, kRoom> slots; ///< Positions among all fields, empty ones included.
+    std::array<uint16_t, kRoom> begins; ///< Offsets into the line.
+    std::array<uint16_t, kRoom> ends;
+    std::array<uint8_t, kRoom> slots; ///< Positions among all fields, empty ones included.
 
     /// Field `index` without the blanks around it.
     std::string_view Trimmed(std::string_view line, size_t index) const;
@@ -63,6 +64,9 @@ struct SMergeKernel {
 const SMergeKernel& PortableKernel();
 /// Needs AVX2 and the bit counting instructions that come with it; null where they are missing.
 const SMergeKernel* Avx2Kernel();
+/// Needs AVX-512 with its instructions for bytes and bits, as the processors have that brought VBMI2; null where one of
+/// them is missing.
+const SMergeKernel* Avx512Kernel();
 /// The fastest that this machine can run.
 const SMergeKernel& BestKernel();
 

@@ -39,7 +39,7 @@ SBlock ReadBlock(const char* bytes) {
     return block;
 }
 
-bool ReadPlain(const char* /*line*/, const char* first, const char* last, SPlainNumber& out) {
+bool ReadPlain(std::string_view /*line*/, const char* first, const char* last, SPlainNumber& out) {
     out.negative = *first == '-';
     if (out.negative || *first == '+') ++first;
     if (last - first > kMostPlainDigits + 1) return false;
@@ -63,6 +63,7 @@ bool ReadPlain(const char* /*line*/, const char* first, const char* last, SPlain
     return true;
 }
 
+#include "data/LineCut.inl"
 #include "data/MergeKernel.inl"
 
 } // namespace

@@ -3,9 +3,31 @@
 #include "base/Number.h"
 #include "data/FieldText.h"
 
+#include <array>
+
 namespace vx::slowpath {
 
-void MergeRareField(std::string_view text, const SSlot& slot, const SFieldSlots& block) {
+namespace {
+
+/// What a tick does to the trend.
+struct STick {
+    char mark = '\0'; ///< '\0' adds none.
+    EDirection direction = EDirection::NeverSet;
+};
+
+// By their codes, from the first on: ticks follow no pattern, and a table needs no branch.
+constexpr int64_t kFirstTick = 173;
+constexpr std::array kTicks = [] {
+    std::array<STick, 11> ticks{};
+    ticks[173 - kFirstTick] = {'+', EDirection::Up};
+    ticks[175 - kFirstTick] = {'-', EDirection::Down};
+    ticks[183 - kFirstTick] = {'.', EDirection::Unchanged};
+    return ticks;
+}();
+
+} // namespace
+
+void MergeRareField(std::string_view text, const SSlot& slot, SFieldSlots block) {
     SFieldValue& value = block.values[slot.value];
     block.directions[slot.value] = EDirection::Unchanged;
     switch (slot.rule) {
@@ -39,14 +61,12 @@ void MergeRareField(std::string_view text, const SSlot& slot, const SFieldSlots&
     }
 }
 
-void MergeTick(int64_t code, const SSlot& slot, const SFieldSlots& block) {
+void MergeTick(int64_t code, const SSlot& slot, SFieldSlots block) {
     constexpr size_t kTrendMarks = 10; // Newest first.
-    const char mark = TickMark(code);
-    if (mark != '\0') block.texts[slot.extra].PushFront(mark, kTrendMarks);
-    block.directions[slot.value] = mark == '+'   ? EDirection::Up
-                                   : mark == '-' ? EDirection::Down
-                                   : mark == '.' ? EDirection::Unchanged
-                                                 : EDirection::NeverSet;
+    const auto place = static_cast<uint64_t>(code - kFirstTick);
+    const STick tick = place < kTicks.size() ? kTicks[place] : STick{};
+    if (tick.mark != '\0') block.texts[slot.extra].PushFront(tick.mark, kTrendMarks);
+    block.directions[slot.value] = tick.direction;
 }
 
 EPriceWord ClassifyPrice(std::string_view text) {

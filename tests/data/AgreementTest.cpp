@@ -46,7 +46,7 @@ private:
 class Agreement : public testing::TestWithParam<const SMergeKernel*> {
 protected:
     void SetUp() override {
-        if (!GetParam()) GTEST_SKIP() << "this machine has no AVX2";
+        if (!GetParam()) GTEST_SKIP() << "this machine cannot run the kernel";
     }
 };
 
@@ -75,3 +75,4 @@ TEST_P(Agreement, OnHostileLinesTheStoreIsThePlainModel) {
 
 INSTANTIATE_TEST_SUITE_P(Portable, Agreement, testing::Values(&PortableKernel()));
 INSTANTIATE_TEST_SUITE_P(Avx2, Agreement, testing::Values(Avx2Kernel()));
+INSTANTIATE_TEST_SUITE_P(Avx512, Agreement, testing::Values(Avx512Kernel()));

@@ -47,8 +47,8 @@ TEST(Allocation, MergingAndFormattingAllocateNothing) {
     const size_t before = Allocations();
     ::operator delete(::operator new(1));
     ASSERT_EQ(Allocations(), before + 1) << "the count works";
-    EXPECT_EQ(AllocationsOfSecondRun(PortableKernel()), 0u);
-    if (Avx2Kernel()) {
-        EXPECT_EQ(AllocationsOfSecondRun(*Avx2Kernel()), 0u);
+    for (const SMergeKernel* kernel : {&PortableKernel(), Avx2Kernel(), Avx512Kernel()}) {
+        if (!kernel) continue;
+        EXPECT_EQ(AllocationsOfSecondRun(*kernel), 0u) << kernel->name;
     }
 }

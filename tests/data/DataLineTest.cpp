@@ -1,6 +1,5 @@
+#include "support/FakeClock.h"
 #include "support/FakeFeed.h"
-
-#include "base/Clock.h"
 
 #include <gmock/gmock.h>
 
@@ -108,23 +107,17 @@ TEST_F(DataLine, MarketIdsBecomeNames) {
 }
 
 TEST_F(DataLine, NamesThatCannotBeLoadedAreAskedForAgainAfterFiveSeconds) {
-    struct SFakeClock : CClock {
-        SLocalTime Now() const override { return {}; }
-        int64_t MonotonicMs() const override { return now; }
-        void SleepMs(int) override {}
-        int64_t now = 0;
-    } clock;
-    CClock::SetInstance(&clock);
+    CFakeClock clock;
     names.canLoad = false;
     Fundamental("Listed Market=7,Security Type=1");
     Update("Last Market Center=5,Extended Trade Market Center=8,Most Recent Trade Market Center=9");
     EXPECT_EQ(Cell("ET Market Center"), "");
     Update("Most Recent Trade Market Center=256");
     EXPECT_EQ(names.loads, 2) << "one try for each table";
-    clock.now += 4999;
+    clock.elapsedMs += 4999;
     Update("Last Market Center=5");
     EXPECT_EQ(names.loads, 2);
-    names.canLoad = true, clock.now += 1;
+    names.canLoad = true, clock.elapsedMs += 1;
     Send('Q', "Last Market Center=4", "OTHER");
     EXPECT_EQ(Cell("Trade Market Center"), "M5") << "no further trade of the symbol is needed";
     EXPECT_EQ(Cell("ET Market Center"), "M8");
@@ -133,7 +126,6 @@ TEST_F(DataLine, NamesThatCannotBeLoadedAreAskedForAgainAfterFiveSeconds) {
     EXPECT_EQ(Cell("Security Type Name"), "EQUITY") << "and no further line is needed for the other table";
     Update("Last Market Center=6");
     EXPECT_EQ(names.loads, 4);
-    CClock::SetInstance(nullptr);
 }
 
 TEST_F(DataLine, NotFoundMarksTheRecordUntilAPriceComes) {

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 using namespace vx;
 using namespace vx::test;
 using testing::ElementsAre;
@@ -180,8 +182,12 @@ TEST_F(L1DataStore, DropsLinesWithoutASymbolOrOfOtherKinds) {
     EXPECT_EQ(store.Size(), 0u);
 }
 
-TEST_F(L1DataStore, FindsThousandsOfSymbolsThatShareTheirFirstLetters) {
+TEST_F(L1DataStore, TellsSymbolsApartThatDifferInOneLetterOrShareTheirFirstOnes) {
     std::vector<std::string> symbols;
+    for (size_t size = 1; size <= 17; ++size)
+        for (size_t place = 0; place <= size; ++place)
+            symbols.push_back(
+                std::string(size, 'A').replace(std::min(place, size - 1), 1, 1, place == size ? 'C' : 'B'));
     for (int i = 0; i < 3000; ++i) symbols.push_back("OPTIONROOT" + std::to_string(i * 37));
     for (const std::string& symbol : symbols) Watch(symbol);
     for (size_t i = 0; i < symbols.size(); i += 2) Unwatch(symbols[i]);
