@@ -35,7 +35,6 @@ public:
         if (!m_isLong) return;
         QApplication::setOverrideCursor(Qt::WaitCursor);
         m_doc.ShowProgress(text);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest); // The text may need more room.
         frame.statusBar()->repaint();
     }
     ~CLongWork() {
