@@ -1,16 +1,13 @@
 // What undoing, pasting, finding and exporting cost in a watchlist of 100,000 rows and 20 columns, and how long a paste
 // keeps the window waiting between two of its slices.
 
-#include "data/L1DataStore.h"
-#include "settings/ConfigWriterMux.h"
-#include "settings/Settings.h"
 #include "watchlist/ExportText.h"
 #include "watchlist/FindText.h"
 #include "watchlist/ImportText.h"
 #include "watchlist/PasteText.h"
+#include "watchlist/ScratchDoc.h"
 #include "watchlist/SortRows.h"
 #include "watchlist/UndoStep.h"
-#include "watchlist/WatchlistDoc.h"
 
 #include <benchmark/benchmark.h>
 
@@ -26,41 +23,8 @@ constexpr int kRows = 100'000;
 constexpr const char* kColumns = "Symbol;Last;Change;% Chg;Bid;Ask;B Size;A Size;High;Low;Open;Close;Volume;Trade Time;"
                                  "Trade Date;Exchange;Tick Vol;Notes;News;Latest Headline;";
 
-class CNoSettings final : public CConfigWriterMux {
-public:
-    std::string ReadString(std::string_view, std::string_view defaultText) override { return std::string(defaultText); }
-    bool WriteString(std::string_view, std::string_view) override { return true; }
-};
-
-class CNoFrame final : public CWatchlistFrame {
-public:
-    void SetStatusText(std::string_view) override {}
-    void SetDocumentTitle(std::string_view) override {}
-    void ApplyPlacement(const SPlacement&) override {}
-    void OnUnwatched(std::string_view) override {}
-};
-
-class CFeedThatTakesAll final : public CL1CommandPort {
-public:
-    int Send(std::string_view command) override { return static_cast<int>(command.size()); }
-    bool IsOpen() const override { return true; }
-};
-
-struct SBoard {
-    SBoard() {
-        store.SetCommandPort(&feed);
-        doc.NewDocument();
-        doc.SetFeedReady();
-        doc.Columns().Clear();
-        doc.SetColumnsByName(kColumns);
-    }
-
-    CNoSettings texts;
-    CSettings settings{texts};
-    CNoFrame frame;
-    CFeedThatTakesAll feed;
-    CL1DataStore store;
-    CWatchlistDoc doc{store, settings, frame};
+struct SBoard : test::CScratchDoc {
+    SBoard() { BeginConnected(kColumns); }
 };
 
 std::string ManySymbols() {

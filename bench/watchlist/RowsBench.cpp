@@ -3,14 +3,11 @@
 // literal insertion of 10,000 rows from the same keys; the program fails when the two differ or when ours is not at
 // least 100 times as fast.
 
-#include "data/L1DataStore.h"
 #include "data/UpdateFields.h"
-#include "settings/ConfigWriterMux.h"
-#include "settings/Settings.h"
 #include "watchlist/LiteralInsertion.h"
 #include "watchlist/RowOrder.h"
+#include "watchlist/ScratchDoc.h"
 #include "watchlist/SortRows.h"
-#include "watchlist/WatchlistDoc.h"
 
 #include <benchmark/benchmark.h>
 
@@ -29,37 +26,10 @@ constexpr size_t kComparedRows = 10'000;
 constexpr double kLeastRatio = 100;
 constexpr int kLastColumn = 2;
 
-class CNoSettings final : public CConfigWriterMux {
-public:
-    std::string ReadString(std::string_view, std::string_view defaultText) override { return std::string(defaultText); }
-    bool WriteString(std::string_view, std::string_view) override { return true; }
-};
-
-class CNoFrame final : public CWatchlistFrame {
-public:
-    void SetStatusText(std::string_view) override {}
-    void SetDocumentTitle(std::string_view) override {}
-    void ApplyPlacement(const SPlacement&) override {}
-    void OnUnwatched(std::string_view) override {}
-};
-
-class CFeedThatTakesAll final : public CL1CommandPort {
-public:
-    int Send(std::string_view command) override { return static_cast<int>(command.size()); }
-    bool IsOpen() const override { return true; }
-};
-
 std::string SymbolName(int row) { return "SYM" + std::to_string(row); }
 
-/// A connected document and what it stands on.
-struct SList {
-    SList() {
-        store.SetCommandPort(&feed);
-        doc.NewDocument();
-        doc.SetFeedReady();
-        doc.Columns().Clear();
-        doc.SetColumnsByName("Symbol;Last;Bid;Ask;");
-    }
+struct SList : test::CScratchDoc {
+    SList() { BeginConnected("Symbol;Last;Bid;Ask;"); }
 
     /// Every row a symbol of its own with a price; each hundredth row an annotation, each fiftieth with a note and a
     /// format.
@@ -88,13 +58,6 @@ struct SList {
         for (size_t i = 0; kUpdateFields[i].name != "Last"; ++i) line += ',';
         store.OnLevel1Message(line + std::to_string(value) + ",");
     }
-
-    CNoSettings texts;
-    CSettings settings{texts};
-    CNoFrame frame;
-    CFeedThatTakesAll feed;
-    CL1DataStore store;
-    CWatchlistDoc doc{store, settings, frame};
 };
 
 SList& LongList() {

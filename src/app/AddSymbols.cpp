@@ -2,6 +2,7 @@
 
 #include "base/MessageBox.h"
 #include "base/Text.h"
+#include "watchlist/EditBatch.h"
 #include "watchlist/UndoStep.h"
 #include "watchlist/WatchlistDoc.h"
 
@@ -13,10 +14,15 @@ namespace vx {
 
 namespace {
 
-int EmptyRowsFrom(const CWatchlistDoc& doc, int row, int wanted) {
-    int empty = 0;
-    while (empty < wanted && row + empty <= CRowTable::kMaxRow && doc.RowKind(row + empty) == ERowKind::Empty) ++empty;
-    return empty;
+// A note belongs to what its row was kept for.
+bool IsFree(const CWatchlistDoc& doc, int row) {
+    return row <= CRowTable::kMaxRow && doc.RowKind(row) == ERowKind::Empty && !doc.Notes().Has(row);
+}
+
+int FreeRowsFrom(const CWatchlistDoc& doc, int row, int wanted) {
+    int count = 0;
+    while (count < wanted && IsFree(doc, row + count)) ++count;
+    return count;
 }
 
 } // namespace
@@ -29,19 +35,20 @@ SAddedRows AddSymbols(CWatchlistDoc& doc, int focusRow, const std::vector<std::s
 
     const auto count = static_cast<int>(entered.size());
     const int focus = std::max(focusRow, 1);
-    const int first = doc.RowKind(focus) == ERowKind::Empty ? focus : focus + 1;
-    const int missing = count - EmptyRowsFrom(doc, first, count);
-    if (std::max(first + count - 1, doc.LastUsedRow() + missing) > CRowTable::kMaxRow) {
+    const int first = IsFree(doc, focus) ? focus : focus + 1;
+    const int missing = count - FreeRowsFrom(doc, first, count);
+    const int last = std::max(doc.LastUsedRow(), doc.Notes().LastRow());
+    if (std::max(first + count - 1, last + missing) > CRowTable::kMaxRow) {
         ShowMessageBox(
             {fmt::format("The watchlist has no room for {} more {}.", count, count == 1 ? "symbol" : "symbols"), "",
              EBoxButtons::Ok, EBoxIcon::Exclamation});
         return {};
     }
     const CUndoStep step(doc, count == 1 ? "add symbol" : fmt::format("add {} symbols", count));
+    const CEditBatch batch(doc);
     if (missing > 0 && !doc.InsertRows(first + count - missing, missing)) return {};
     for (int i = 0; i < count; ++i) doc.EnterSymbol(first + i, entered[static_cast<size_t>(i)]);
     doc.SetModified(true);
-    doc.RebuildGrid();
     return {first, count};
 }
 

@@ -13,9 +13,9 @@ struct SAddedRows {
     int count = 0;
 };
 
-/// Puts chosen symbols into a watchlist as one edit: from the focus row on when it is empty, else from the row below.
-/// They stand together and in their order: empty rows there are filled, and where these do not suffice rows are
-/// inserted, so that nothing that stands in a row is overwritten.
+/// Puts chosen symbols into a watchlist as one edit: from the focus row on when it is free, else from the row below.
+/// They stand together and in their order: free rows there are filled, and where these do not suffice rows are
+/// inserted, so that nothing that stands in a row is overwritten. A row with a note is not free.
 ///
 /// Errors  nothing is done, and a message box says so, when the watchlist has no room for all
 /// Thread  GUI thread only, not inside a socket notification

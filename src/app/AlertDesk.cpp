@@ -126,13 +126,17 @@ bool CAlertDesk::IsThere(const SFiredNotice& notice) const {
 }
 
 void CAlertDesk::OnReset(const std::string& record) {
+    CWatchlistDoc& doc = m_frame.Document();
+    const bool inStep = doc.Undo().IsRecording(); // A long edit lets the window live; it is cancelled without this.
+    CUndoStep step(doc, "reset alert");
+    if (!inStep) step.CoverAlerts();
     bool reset = false;
     try {
-        reset = m_frame.Document().Alerts().ResetFromRecord(record);
+        reset = doc.Alerts().ResetFromRecord(record);
     } catch (const std::invalid_argument&) { // As good as a symbol without alerts.
     }
     if (reset)
-        m_frame.Document().SetModified(true);
+        doc.SetModified(true);
     else
         LogInformation(fmt::format("The alert of \"{}\" to be reset is not there any more.", ShownLine(record)));
 }

@@ -13,6 +13,9 @@
 #include "watchlist/WatchlistGrid.h"
 #include "watchlist/WatchlistView.h"
 
+#include <QApplication>
+#include <QStatusBar>
+
 namespace vx {
 
 namespace {
@@ -22,6 +25,32 @@ QString StepText(const QString& verb, const std::string& name) {
     return name.empty() ? QString()
                         : verb + QLatin1Char(' ') + QtText(name).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
+
+/// Shows by the cursor and in the status bar that something is under way which holds the window, when it is so large
+/// that it may take longer than a blink.
+class CLongWork {
+public:
+    CLongWork(CMainFrame& frame, size_t stepBytes, const std::string& text)
+        : m_doc(frame.Document()), m_isLong(stepBytes >= kLongStepBytes) {
+        if (!m_isLong) return;
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        m_doc.ShowProgress(text);
+        frame.statusBar()->repaint();
+    }
+    ~CLongWork() {
+        if (!m_isLong) return;
+        m_doc.RestoreStatus();
+        QApplication::restoreOverrideCursor();
+    }
+    CLongWork(const CLongWork&) = delete;
+    CLongWork& operator=(const CLongWork&) = delete;
+
+private:
+    static constexpr size_t kLongStepBytes = size_t{256} << 10;
+
+    CWatchlistDoc& m_doc;
+    bool m_isLong;
+};
 
 } // namespace
 
@@ -52,17 +81,29 @@ CEditCommands::CEditCommands(const SBoardSeat& seat, CRowCommands& rows, CColumn
 
 void CEditCommands::BindUndo() {
     Commands().Bind(
-        ECommand::EditUndo, [this] { ShowPlace(Doc().Undo().Undo()); },
+        ECommand::EditUndo, [this] { Undo(); },
         [this](SCommandState& state) {
             state.enabled = Doc().Undo().CanUndo();
             state.text = StepText(tr("&Undo"), Doc().Undo().UndoName());
         });
     Commands().Bind(
-        ECommand::EditRedo, [this] { ShowPlace(Doc().Undo().Redo()); },
+        ECommand::EditRedo, [this] { Redo(); },
         [this](SCommandState& state) {
             state.enabled = Doc().Undo().CanRedo();
             state.text = StepText(tr("&Redo"), Doc().Undo().RedoName());
         });
+}
+
+void CEditCommands::Undo() {
+    CUndoStack& stack = Doc().Undo();
+    const CLongWork work(Frame(), stack.UndoBytes(), "Undoing " + stack.UndoName());
+    ShowPlace(stack.Undo());
+}
+
+void CEditCommands::Redo() {
+    CUndoStack& stack = Doc().Undo();
+    const CLongWork work(Frame(), stack.RedoBytes(), "Redoing " + stack.RedoName());
+    ShowPlace(stack.Redo());
 }
 
 // What was undone is seen: it is selected, and brought into sight.

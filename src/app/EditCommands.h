@@ -20,6 +20,8 @@ public:
 
 private:
     void BindUndo();
+    void Undo();
+    void Redo();
     void ShowPlace(const SUndoPlace& place);
     void Clear();
     QString TextFor(bool insert) const;

@@ -159,6 +159,7 @@ void CMainFrame::ShowSized(int width, int height) {
 
 void CMainFrame::ApplyPlacement(const SPlacement& placement) {
     if (!isVisible()) return; // ShowPlaced takes it from the document.
+    if (placement.width >= 1 && placement.height >= 1 && isMaximized()) showNormal(); // Else it would not move.
     MoveTo(placement);
     SetAlwaysOnTop(placement.alwaysOnTop);
     if (placement.maximised) showMaximized();

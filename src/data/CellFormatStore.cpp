@@ -18,14 +18,12 @@ constexpr char kPieceEnd = ';';
 
 bool ShowsNumbers(const SFieldEntry* entry) { return entry && IsNumberClass(entry->valueClass); }
 
-// Where a row or column stands after one of them moved.
+// Where a column stands after one of them moved.
 int PlaceAfterMove(int place, int from, int to) {
     if (place == from) return to;
     if (from < to) return place > from && place <= to ? place - 1 : place;
     return place >= to && place < from ? place + 1 : place;
 }
-
-bool IsMove(int from, int to, int most) { return from != to && from >= 1 && to >= 1 && from <= most && to <= most; }
 
 struct SPiece {
     int row;
@@ -142,11 +140,6 @@ void CCellFormatStore::RemoveRows(int first, int count) {
     RenumberRows([&](int row) { return row < first ? row : row - first < count ? kNone : row - count; });
 }
 
-void CCellFormatStore::MoveRow(int from, int to) {
-    if (!IsMove(from, to, kMostRow)) return;
-    RenumberRows([&](int row) { return PlaceAfterMove(row, from, to); });
-}
-
 void CCellFormatStore::InsertColumn(int column) {
     if (column < 1) return;
     if (m_observer)
@@ -168,7 +161,7 @@ void CCellFormatStore::RemoveColumn(int column) {
 }
 
 void CCellFormatStore::MoveColumn(int from, int to) {
-    if (!IsMove(from, to, kMostColumn)) return;
+    if (from == to || std::min(from, to) < 1 || std::max(from, to) > kMostColumn) return;
     RenumberColumns([&](int column) { return PlaceAfterMove(column, from, to); });
     TellColumns(EFormatColumns::Move, from, to);
 }

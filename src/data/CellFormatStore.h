@@ -65,8 +65,6 @@ public:
 
     void InsertRows(int first, int count);
     void RemoveRows(int first, int count);
-    /// Moves a row so that it stands at `to` afterwards.
-    void MoveRow(int from, int to);
     /// Gives every row a new number: newRow(old row), 0 or less to drop its records. Two rows may not get the same one.
     template <typename NewRow> void RenumberRows(NewRow&& newRow) {
         Rekey([&](int row, int column) { return std::pair{row == 0 ? 0 : OrNone(newRow(row)), column}; });

@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <fcntl.h>
 #include <iterator>
-#include <memory>
 
 namespace vx {
 
@@ -90,7 +90,10 @@ std::string ExportText(const CWatchlistDoc& doc, const SExportOptions& options, 
 }
 
 EExportOutcome ExportToFile(const CWatchlistDoc& doc, const SExportOptions& options, const std::string& path) {
-    std::FILE* file = std::fopen(path.c_str(), options.append ? "a" : "w");
+    constexpr mode_t kNewFile = 0666;
+    const int how = O_WRONLY | O_CREAT | O_CLOEXEC | (options.append ? O_APPEND : O_TRUNC);
+    const int descriptor = open(path.c_str(), how | O_NONBLOCK, kNewFile); // A pipe without a reader is not waited for.
+    std::FILE* file = descriptor < 0 ? nullptr : fdopen(descriptor, options.append ? "a" : "w");
     if (!file) return EExportOutcome::NotOpened;
     const bool begins = std::fseek(file, 0, SEEK_END) != 0 || std::ftell(file) <= 0;
     const std::string text = ExportText(doc, options, options.columnHeaders && begins);

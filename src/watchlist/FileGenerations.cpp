@@ -40,7 +40,8 @@ std::string CFileGenerations::Folder(const std::string& path) const {
     return GenerationsFolder(m_stateFolder) + "/" + HashName(ContentHash(PathKey(path)));
 }
 
-int CFileGenerations::Keep(const std::string& path, std::string_view content, int64_t savedAtNs) {
+int CFileGenerations::Keep(const std::string& path, std::string_view content, int64_t savedAtNs, std::string& made) {
+    made.clear();
     const std::string folder = Folder(path);
     if (const int error = MakeFolders(folder)) return error;
     const CFileLock lock(folder + "/lock", kLockWaitMs);
@@ -54,8 +55,13 @@ int CFileGenerations::Keep(const std::string& path, std::string_view content, in
     const std::string file = fmt::format("{}/{:06}{}", folder, number, kExtension);
     if (const int error = SaveFile(file, content)) return error;
     SetModified(file, savedAtNs);
-    for (size_t i = kKept - 1; i < before.size(); ++i) unlink(before[i].path.c_str());
+    made = file;
     return 0;
+}
+
+void CFileGenerations::RemoveOld(const std::string& path) {
+    const std::vector<SGeneration> kept = List(path);
+    for (size_t i = kKept; i < kept.size(); ++i) unlink(kept[i].path.c_str());
 }
 
 std::vector<SGeneration> CFileGenerations::List(const std::string& path) const {

@@ -26,11 +26,14 @@ public:
 
     explicit CFileGenerations(std::string stateFolder) : m_stateFolder(std::move(stateFolder)) {}
 
-    /// Keeps a content of the file at a path, unless it is the newest one kept already; the oldest beyond kKept go.
+    /// Keeps a content of the file at a path, unless it is the newest one kept already. made: the file that holds it
+    /// now and did not before; empty for none.
     ///
     /// Units   savedAtNs: nanoseconds since 1970, the file's own time
     /// Errors  an errno value; what was kept before stays
-    int Keep(const std::string& path, std::string_view content, int64_t savedAtNs);
+    int Keep(const std::string& path, std::string_view content, int64_t savedAtNs, std::string& made);
+    /// The oldest beyond kKept go: to be called when a content that Keep made room for was really replaced.
+    void RemoveOld(const std::string& path);
 
     /// The earlier contents of the file at a path, newest first.
     std::vector<SGeneration> List(const std::string& path) const;

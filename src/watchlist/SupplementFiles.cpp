@@ -72,7 +72,7 @@ int CSupplementFiles::Write(const std::string& path, uint64_t contentHash, const
 CSupplementFiles::SFound CSupplementFiles::Find(const std::string& path, uint64_t contentHash) {
     const std::string file = FileName(path, contentHash);
     SFound found;
-    if (access(file.c_str(), F_OK) != 0 && !TakeFromMovedFile(path, contentHash)) {
+    if (!Has(path, contentHash) && !TakeFromMovedFile(path, contentHash)) {
         found.otherContent = HasAny(path);
         return found;
     }
@@ -103,6 +103,14 @@ bool CSupplementFiles::TakeFromMovedFile(const std::string& path, uint64_t conte
         }
     }
     return false;
+}
+
+bool CSupplementFiles::Has(const std::string& path, uint64_t contentHash) const {
+    return access(FileName(path, contentHash).c_str(), F_OK) == 0;
+}
+
+void CSupplementFiles::Remove(const std::string& path, uint64_t contentHash) {
+    unlink(FileName(path, contentHash).c_str());
 }
 
 bool CSupplementFiles::HasAny(const std::string& path) const {

@@ -32,6 +32,8 @@ public:
     /// The supplement of a content. A file that was moved takes along the one that was kept under its old path: it is
     /// put under the new one. A former content that was kept shares the one of its file.
     SFound Find(const std::string& path, uint64_t contentHash);
+    bool Has(const std::string& path, uint64_t contentHash) const;
+    void Remove(const std::string& path, uint64_t contentHash);
     /// Whether any content of the path has one. Then a content that needs none gets an empty one, so that its file is
     /// not taken for one that another program changed.
     bool HasAny(const std::string& path) const;

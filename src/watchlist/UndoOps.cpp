@@ -194,7 +194,7 @@ size_t CLayoutOp::Bytes() const {
 
 namespace {
 
-// Alerts fire and are reset outside of steps, which moves none of them.
+// Alerts fire outside of steps, which moves none of them.
 void KeepWhatBecameOf(const CAlertArray& before, const CAlertArray& now, CAlertArray& alerts) {
     if (before.size() != now.size()) return;
     for (A_INFO& alert : alerts) {

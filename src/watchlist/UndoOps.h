@@ -169,7 +169,7 @@ private:
 
 /// All alerts, then those of the symbols that differ.
 ///
-/// An alert that the step did not touch keeps what became of it since: that it fired, or was reset by its notice.
+/// An alert that the step did not touch keeps what became of it since: that it fired.
 class CAlertOp final : public CUndoOp {
 public:
     explicit CAlertOp(CUndoTarget& target);

@@ -61,6 +61,9 @@ public:
     /// "delete 3 rows", as in "Undo delete 3 rows"; empty when there is nothing to undo.
     std::string UndoName() const;
     std::string RedoName() const;
+    /// What the next one takes: undoing 100,000 pasted rows, half a megabyte, takes some 0.4 s.
+    size_t UndoBytes() const { return m_undo.empty() ? 0 : m_undo.back().bytes; }
+    size_t RedoBytes() const { return m_redo.empty() ? 0 : m_redo.back().bytes; }
     SUndoPlace Undo();
     SUndoPlace Redo();
     /// Forgets all steps. The document is empty, or holds another watchlist.

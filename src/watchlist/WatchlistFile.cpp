@@ -18,6 +18,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace vx {
 
@@ -111,11 +112,14 @@ SFileResult CWatchlistFile::Open(const std::string& asked) {
     SFileResult result;
     const uint64_t hash = ContentHash(image.content);
     ReadSupplement(m_supplements, path, hash, reader.Content(), result);
-    if (reader.Content().knownLines == 0 && !image.content.empty())
-        result.notices.push_back(
-            fmt::format("Nothing in the file \"{}\" could be read as a watchlist.", Windows1252FromUtf8(path)));
     m_doc.OpenContent(reader.Content(), Windows1252FromUtf8(TitleOfPath(path)), reader.Report());
     LogReport(path, reader.Report());
+    if (reader.Content().knownLines == 0 && !image.content.empty()) {
+        const std::string nothing =
+            fmt::format("Nothing in the file \"{}\" could be read as a watchlist.", Windows1252FromUtf8(path));
+        LogInformation(nothing);
+        m_doc.ShowProgress(nothing); // No box: what cannot be read in a file is no error.
+    }
     for (const std::string& notice : result.notices) LogInformation(notice);
     m_path = path;
     m_knownHash = hash;
@@ -180,9 +184,14 @@ SFileResult CWatchlistFile::Write(const std::string& path, const SPlacement& pla
                                    Windows1252FromUtf8(path));
     } else {
         const std::string text = WriteWatchlistText(m_doc, placement);
-        const int notKept = KeepFormer(path, text, before, readError == ENOENT ? 0 : readError);
-        if (notKept == 0 || consent.withoutFormer) result = Replace(path, placement, text);
+        std::string made;
+        const int notKept = KeepFormer(path, text, before, readError == ENOENT ? 0 : readError, made);
+        if (notKept == 0 || consent.withoutFormer) result = Replace(path, placement, text, before.content);
         if (notKept != 0) TellNotKept(path, notKept, consent.withoutFormer, result);
+        if (!made.empty() && result.IsDone())
+            m_generations.RemoveOld(path);
+        else if (!made.empty())
+            unlink(made.c_str()); // It is still the file's content.
     }
     for (const std::string& notice : result.notices) LogInformation(notice);
     m_doc.RestoreStatus();
@@ -191,24 +200,40 @@ SFileResult CWatchlistFile::Write(const std::string& path, const SPlacement& pla
 
 // Keeps what a save is about to replace. An errno value, 0 when nothing is lost.
 int CWatchlistFile::KeepFormer(const std::string& path, const std::string& text, const SFileImage& before,
-                               int readError) {
+                               int readError, std::string& made) {
     SFileSignature there;
     if (readError != 0) return ReadSignature(path, there) == 0 && there.inode != 0 ? readError : 0;
     if (before.content.empty() || before.content == text) return 0;
-    return m_generations.Keep(path, before.content, before.signature.modifiedNs);
+    return m_generations.Keep(path, before.content, before.signature.modifiedNs, made);
+}
+
+// While a file has no supplement at all, its content before the save gets an empty one too: if the save does not get to
+// its end, that content is not to be taken for one that another program wrote.
+int CWatchlistFile::KeepUncarried(const std::string& path, uint64_t hash, const SWatchlistSupplement& supplement,
+                                  const std::string& before) {
+    const bool hasAny = m_supplements.HasAny(path);
+    if (supplement.IsEmpty() && !hasAny) return 0;
+    const uint64_t hashBefore = ContentHash(before);
+    if (!hasAny && !before.empty() && !m_supplements.Find(path, hashBefore).supplement)
+        m_supplements.Write(path, hashBefore, {});
+    const int error = m_supplements.Write(path, hash, supplement);
+    return supplement.IsEmpty() ? 0 : error; // Without anything to keep nothing is lost.
 }
 
 // What the file cannot carry is on disk before the file is: whichever instant the process is killed at, the content in
 // place has the supplement that belongs to it.
-SFileResult CWatchlistFile::Replace(const std::string& path, const SPlacement& placement, const std::string& text) {
+SFileResult CWatchlistFile::Replace(const std::string& path, const SPlacement& placement, const std::string& text,
+                                    const std::string& before) {
     const uint64_t hash = ContentHash(text);
     const SWatchlistSupplement supplement = FindUncarried(m_doc);
     SFileResult result;
     result.uncarried = DescribeSupplement(supplement);
-    int keptError = 0;
-    if (!supplement.IsEmpty() || m_supplements.HasAny(path)) keptError = m_supplements.Write(path, hash, supplement);
-    if (supplement.IsEmpty()) keptError = 0; // Nothing is lost.
-    if (const int error = SaveFile(path, text)) return Failure("saved", path, ErrorText(error));
+    const bool wasKept = m_supplements.Has(path, hash);
+    const int keptError = KeepUncarried(path, hash, supplement, before);
+    if (const int error = SaveFile(path, text)) {
+        if (!wasKept) m_supplements.Remove(path, hash);
+        return Failure("saved", path, ErrorText(error));
+    }
     m_supplements.RemoveOld(path);
     m_knownHash = hash;
     m_onDisk = true;

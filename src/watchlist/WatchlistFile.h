@@ -84,8 +84,12 @@ public:
 
 private:
     SFileResult Write(const std::string& path, const SPlacement& placement, SSaveConsent consent);
-    SFileResult Replace(const std::string& path, const SPlacement& placement, const std::string& text);
-    int KeepFormer(const std::string& path, const std::string& text, const SFileImage& before, int readError);
+    SFileResult Replace(const std::string& path, const SPlacement& placement, const std::string& text,
+                        const std::string& before);
+    int KeepFormer(const std::string& path, const std::string& text, const SFileImage& before, int readError,
+                   std::string& made);
+    int KeepUncarried(const std::string& path, uint64_t hash, const SWatchlistSupplement& supplement,
+                      const std::string& before);
     void NoteSaved(const std::string& path, const SPlacement& placement);
 
     CWatchlistDoc& m_doc;

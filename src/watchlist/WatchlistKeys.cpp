@@ -36,7 +36,7 @@ void ReadColumns(const SValue& value) {
         const std::string_view name = TakeUntil(entry, ':');
         const int width = std::min(ReadInt32(entry) / kStoredPerPixel, SWatchlistContent::kMostWidth);
         if (name.empty() || width < 1) continue;
-        if (name == "RowNumbers")
+        if (name == kRowNumbersEntry)
             value.content.rowNumberWidth = width;
         else
             columns.Add(name, width);
@@ -208,7 +208,7 @@ CColumnListReader::CColumnListReader(SWatchlistContent& content, CReadReport& re
 }
 
 void CColumnListReader::Add(std::string_view name, int width) {
-    if (name == " ") return; // The row numbers' own name; they are always there.
+    if (name == " " || name == kRowNumbersEntry) return; // The row numbers; they are always there.
     if (const auto place = m_places.find(name); place != m_places.end()) {
         m_content.columns[place->second].width = width;
         return;

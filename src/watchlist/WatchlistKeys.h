@@ -8,6 +8,9 @@ namespace vx {
 
 // The lines of the current layout, and what the older one shares with them.
 
+/// In a list of columns this is no column but the width of the row numbers.
+inline constexpr std::string_view kRowNumbersEntry = "RowNumbers";
+
 /// Applies the value of one key, at a line of the text.
 ///
 /// Errors  false for an unknown key

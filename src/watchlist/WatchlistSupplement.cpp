@@ -101,8 +101,8 @@ bool IsCarriedName(std::string_view symbol) {
 }
 
 bool IsCarriedColumn(std::string_view name) {
-    return !name.empty() && name.size() <= kMostNameBytes && name.find_first_of(":;") == std::string_view::npos &&
-           name.find(kLineEnd) == std::string_view::npos;
+    return !name.empty() && name.size() <= kMostNameBytes && name != kRowNumbersEntry &&
+           name.find_first_of(":;") == std::string_view::npos && name.find(kLineEnd) == std::string_view::npos;
 }
 
 bool IsWrittenColumn(const sColumnInfo& column) {

@@ -49,7 +49,7 @@ struct SWatchlistSupplement {
 
 /// Whether a symbol can stand in the file: at most 255 bytes, no ":" or ";", no control characters.
 bool IsCarriedName(std::string_view symbol);
-/// Whether a column's name can: at most 255 bytes, no ":" or ";", no line end.
+/// Whether a column's name can: at most 255 bytes, no ":" or ";", no line end, not "RowNumbers".
 bool IsCarriedColumn(std::string_view name);
 /// Whether the file has a column: not when it is hidden or its name cannot stand there.
 bool IsWrittenColumn(const sColumnInfo& column);

@@ -118,6 +118,11 @@ TEST_F(AlertDesk, AnAlertIsSetOnACellFiresIsResetAndFiresAgain) {
     ClickOk(*reset);
     ASSERT_TRUE(WaitUntil([&] { return Shown(1, ColumnOf("Alerts")) == "1"; }));
     EXPECT_EQ(frame.Document().Alerts().Get("IBM")[0].value, 192.1525);
+    EXPECT_EQ(frame.Document().Undo().UndoName(), "reset alert");
+    frame.Document().Undo().Undo();
+    EXPECT_EQ(frame.Document().Alerts().Get("IBM")[0].value, 190.25);
+    EXPECT_EQ(Shown(1, ColumnOf("Alerts")), "0/1");
+    frame.Document().Undo().Redo();
     LastIs("IBM", "193");
     ASSERT_TRUE(Notice(frame));
     const std::vector<SAlertFiring> fired = CAlertHistory(folder / "zantrel").Read();

@@ -3,6 +3,7 @@
 #include "base/RegistryPaths.h"
 #include "watchlist/InsertDeleteChoiceDlg.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QProgressDialog>
@@ -15,6 +16,21 @@ namespace {
 
 using CBoardEditTest = CBoardFixture;
 using enum ECommand;
+
+/// What a label showed each time it was painted under the busy cursor.
+class CPaintedBusy : public QObject {
+public:
+    explicit CPaintedBusy(QLabel& label) : m_label(label) { label.installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override {
+        const QCursor* cursor = QApplication::overrideCursor();
+        if (event->type() == QEvent::Paint && cursor && cursor->shape() == Qt::WaitCursor) texts << m_label.text();
+        return false;
+    }
+    QStringList texts;
+
+private:
+    QLabel& m_label;
+};
 
 } // namespace
 
@@ -149,6 +165,22 @@ TEST_F(CBoardEditTest, ACopiedReportAndADroppedTextBecomeTheirWords) {
     Q_EMIT grid->DataDropped(&text, 4, 1);
     ProcessAll();
     EXPECT_EQ(Board(), "IBM|MSFT|GE|KO|PEP");
+}
+
+TEST_F(CBoardEditTest, UndoingVeryManyRowsIsSeenToBeUnderWay) {
+    Rows(QStringLiteral("A\n"));
+    Rows(QStringLiteral("A\n").repeated(80000));
+    auto* status = frame->findChild<QLabel*>(QStringLiteral("paneStatus"));
+    CPaintedBusy painted(*status);
+    Undo();
+    Do(EditRedo);
+    EXPECT_EQ(painted.texts,
+              QStringList({QStringLiteral("Undoing paste 80000 rows"), QStringLiteral("Redoing paste 80000 rows")}));
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(status->text().toStdString(), doc->StatusText());
+    Undo();
+    Undo();
+    EXPECT_EQ(painted.texts.size(), 3) << "a short one was";
 }
 
 TEST_F(CBoardEditTest, ALongPasteCanBeCancelledAndAVeryLargeTextIsRefused) {

@@ -13,6 +13,7 @@
 #include <QPointer>
 #include <QWindow>
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 using namespace vx;
@@ -181,6 +182,13 @@ TEST_F(CMainFrameTest, TheCommandLinePlacesTheWindowBeforeTheFileAndTheLastRun) 
     named.Document().OpenText("Window=10;60;700;300;FALSE;FALSE\r\n", "Test");
     named.ShowPlaced();
     EXPECT_EQ(QRect(named.pos(), named.size()), QRect(100, 20, 700, 300));
+    for (const bool maximised : {false, true}) {
+        named.showMaximized();
+        named.Document().OpenText(
+            fmt::format("Window=40;50;600;{};{};FALSE\r\n", 400 + maximised, maximised ? "TRUE" : "FALSE"), "Other");
+        EXPECT_EQ(named.isMaximized(), maximised);
+        EXPECT_EQ(named.Placement().height, 400 + maximised);
+    }
 }
 
 TEST_F(CMainFrameTest, TheTitleIsTheProgramsAndTheDocumentsWithThePlatformsMark) {

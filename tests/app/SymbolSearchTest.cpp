@@ -213,6 +213,11 @@ TEST_F(CSymbolSearchTest, ChosenSymbolsStandTogetherBelowTheFocusAndAreOneEdit) 
     EXPECT_EQ(AddSymbols(doc, 3, {"E1", " "}).first, 3) << "an empty row is filled";
     EXPECT_EQ(AddSymbols(doc, 4, {"E2", "E3"}).first, 5);
     EXPECT_EQ(rows(), "OLD1 OLD2 E1 OLD4 E2 E3 ");
+    doc.Notes().Set(7, "mine");
+    EXPECT_EQ(AddSymbols(doc, 6, {"E6"}).first, 7);
+    EXPECT_EQ(doc.Notes().Get(8), "mine") << "a row with a note was taken for a free one";
+    EXPECT_EQ(AddSymbols(doc, 8, {"E7"}).first, 9);
+    doc.DeleteRows(7, 3);
     CMessageBoxes boxes;
     EXPECT_EQ(AddSymbols(doc, CRowTable::kMaxRow, {"E4", "E5"}).count, 0);
     ASSERT_EQ(boxes.shown.size(), 1u);

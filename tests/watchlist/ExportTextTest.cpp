@@ -3,6 +3,7 @@
 
 #include <fstream>
 #include <sstream>
+#include <sys/stat.h>
 
 using namespace vx;
 using namespace vx::test;
@@ -71,4 +72,6 @@ TEST_F(CExportText, AppendsOrOverwritesWithHeadersWhereATableBeginsAFile) {
     EXPECT_EQ(outcome, EExportOutcome::Written);
     EXPECT_EQ(ExportToFile(doc, options, folder.Path()), EExportOutcome::NotOpened);
     EXPECT_EQ(ExportToFile(doc, options, "/dev/full"), EExportOutcome::Failed);
+    ASSERT_EQ(mkfifo((folder.Path() + "/pipe").c_str(), 0600), 0);
+    EXPECT_EQ(ExportToFile(doc, options, folder.Path() + "/pipe"), EExportOutcome::NotOpened) << "it has no reader";
 }

@@ -138,6 +138,29 @@ TEST_F(InterruptedSave, ByALimitOfTheFileSizeLeavesTheOldFileAndSaysWhy) {
     EXPECT_THAT(files.Files(), ElementsAre("list.vxw"));
 }
 
+TEST_F(InterruptedSave, ByAFailureTakesNothingOfWhatIsKept) {
+    OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
+    for (size_t i = 0; i <= CFileGenerations::kKept; ++i) {
+        Change(2, fmt::format("S{}", i));
+        ASSERT_TRUE(Save().IsDone());
+    }
+    const auto kept = [&] {
+        std::vector<std::string> out;
+        for (const SGeneration& generation : file.Generations()) out.push_back(ReadFile(generation.path));
+        return out;
+    };
+    const std::vector<std::string> before = kept();
+    EXPECT_EQ(ExitCode(Fork([&] {
+                  signal(SIGXFSZ, SIG_IGN);
+                  const rlimit limit{3072, 3072}; // Enough for what is replaced, not for what replaces it.
+                  if (setrlimit(RLIMIT_FSIZE, &limit) != 0) return 2;
+                  return FailsWhole("could not be saved: it is too large.") ? 0 : 1;
+              })),
+              0);
+    EXPECT_EQ(kept(), before);
+    EXPECT_THAT(file.Open(At("list.vxw")).notices, testing::IsEmpty()) << "nobody else changed the file";
+}
+
 TEST_F(InterruptedSave, ByAFullDiskLeavesTheOldFileAndSaysWhy) {
     const std::string disk = At("disk");
     std::filesystem::create_directory(disk);

@@ -15,7 +15,7 @@
 
 namespace vx::test {
 
-/// A document that needs nothing of the machine: settings in memory, no feed, no window.
+/// A document that needs nothing of the machine: settings in memory, no window, and a feed only when asked for.
 class CScratchDoc {
 public:
     /// Reads a file's text as opening does, with what was kept besides it.
@@ -26,6 +26,14 @@ public:
         reader.Finish();
         MergeSupplement(supplement, reader.Content());
         doc.OpenContent(reader.Content(), {}, reader.Report());
+    }
+    /// Begins a new list of these columns, connected to a feed that takes everything and answers nothing.
+    void BeginConnected(std::string_view columns) {
+        store.SetCommandPort(&m_feed);
+        doc.NewDocument();
+        doc.SetFeedReady();
+        doc.Columns().Clear();
+        doc.SetColumnsByName(columns);
     }
     std::string Written() const { return WriteWatchlistText(doc, doc.Options().placement); }
 
@@ -52,13 +60,20 @@ private:
         void OnUnwatched(std::string_view) override {}
     };
 
+    class CDeafFeed final : public CL1CommandPort {
+    public:
+        int Send(std::string_view command) override { return static_cast<int>(command.size()); }
+        bool IsOpen() const override { return true; }
+    };
+
     CMemorySettings m_memory;
     CSettings m_settings{m_memory};
-    CL1DataStore m_store;
     CNoFrame m_frame;
+    CDeafFeed m_feed;
 
 public:
-    CWatchlistDoc doc{m_store, m_settings, m_frame};
+    CL1DataStore store;
+    CWatchlistDoc doc{store, m_settings, m_frame};
 };
 
 } // namespace vx::test
