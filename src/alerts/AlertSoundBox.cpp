@@ -121,7 +121,10 @@ void CAlertSoundBox::TogglePlay() {
         return ShowPlaying(false);
     }
     ShowPlaying(true);
-    m_services.player.Play({SoundType(), SoundFile(), false}, [this] { ShowPlaying(false); });
+    m_services.player.Play({SoundType(), SoundFile(), false}, [this] {
+        m_services.player.Stop(); // One that is longer than a sound may be counts as ended and goes on.
+        ShowPlaying(false);
+    });
 }
 
 void CAlertSoundBox::ShowPlaying(bool playing) {
