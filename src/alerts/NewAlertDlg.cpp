@@ -8,6 +8,7 @@
 #include "base/Number.h"
 #include "grid/QtText.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -38,6 +39,9 @@ QComboBox* MakeList(const char* name, const QString& placeholder) {
     list->setPlaceholderText(placeholder);
     list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     list->setMinimumContentsLength(kListCharacters);
+    // Most styles would cover the screen with a long list, however many rows are asked for.
+    list->setStyleSheet(QStringLiteral("combobox-popup: 0"));
+    list->view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     list->setMaxVisibleItems(kMostListRows);
     return list;
 }
