@@ -132,6 +132,7 @@ void CAlertHistoryDlg::LayOut() {
     layout->addWidget(m_table, 1);
     layout->addLayout(bottom);
     buttons->button(QDialogButtonBox::Close)->setDefault(true);
+    setTabOrder(m_export, buttons->button(QDialogButtonBox::Close));
 }
 
 void CAlertHistoryDlg::RefreshSoon() {

@@ -47,11 +47,13 @@ int CAlertListModel::rowCount(const QModelIndex& parent) const { return parent.i
 
 QVariant CAlertListModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
-    if (role == Qt::DisplayRole) return QtText(AlertLineText(At(index.row()).symbol, Alert(index.row())));
+    const QString line = QtText(AlertLineText(At(index.row()).symbol, Alert(index.row())));
+    if (role == Qt::DisplayRole) return line;
     if (role == Qt::CheckStateRole) return Alert(index.row()).enabled != 0 ? Qt::Checked : Qt::Unchecked;
     if (role == Qt::ToolTipRole)
-        return Alert(index.row()).enabled != 0 ? tr("Armed: fires once, on the next value that meets it")
-                                               : tr("Fired or switched off: check it to arm it");
+        return PlainTipText(line + QLatin1Char('\n') +
+                            (Alert(index.row()).enabled != 0 ? tr("Armed: fires once, on the next value that meets it")
+                                                             : tr("Fired or switched off: check it to arm it")));
     return {};
 }
 

@@ -9,6 +9,8 @@
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QStyleOptionComboBox>
+#include <QStylePainter>
 
 namespace vx {
 
@@ -18,6 +20,22 @@ constexpr int kListCharacters = 18;
 constexpr const char* kFilter = "Wave File (*.wav)";
 constexpr const char* kDefaultSuffix = "wav";
 
+/// A list of paths: of a long one the end is shown, where the file's name stands.
+class CPathList : public QComboBox {
+protected:
+    void paintEvent(QPaintEvent*) override {
+        constexpr int kTextMargin = 4;
+        QStyleOptionComboBox option;
+        initStyleOption(&option);
+        const QRect room = style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+        option.currentText =
+            option.fontMetrics.elidedText(option.currentText, Qt::ElideLeft, room.width() - kTextMargin);
+        QStylePainter painter(this);
+        painter.drawComplexControl(QStyle::CC_ComboBox, option);
+        painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+    }
+};
+
 // The separators of what an alert is written into.
 bool CanCarry(const QString& path) {
     return QtText(BytesFromQt(path)) == path && !path.contains(QLatin1Char(',')) && !path.contains(QLatin1Char(';'));
@@ -26,7 +44,7 @@ bool CanCarry(const QString& path) {
 } // namespace
 
 CAlertSoundBox::CAlertSoundBox(const SAlertDialogServices& services, QWidget* parent)
-    : QWidget(parent), m_services(services), m_list(new QComboBox), m_play(new QPushButton) {
+    : QWidget(parent), m_services(services), m_list(new CPathList), m_play(new QPushButton) {
     m_list->setObjectName(QStringLiteral("soundList"));
     m_list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_list->setMinimumContentsLength(kListCharacters);
@@ -121,7 +139,10 @@ void CAlertSoundBox::TogglePlay() {
         return ShowPlaying(false);
     }
     ShowPlaying(true);
-    m_services.player.Play({SoundType(), SoundFile(), false}, [this] { ShowPlaying(false); });
+    m_services.player.Play({SoundType(), SoundFile(), false}, [this] {
+        m_services.player.Stop(); // One that is longer than a sound may be counts as ended and goes on.
+        ShowPlaying(false);
+    });
 }
 
 void CAlertSoundBox::ShowPlaying(bool playing) {

@@ -22,7 +22,7 @@ namespace vx {
 
 namespace {
 
-constexpr int kWidth = 620;
+constexpr int kWidth = 780; // A line about zero values fits.
 constexpr int kHeight = 380;
 constexpr int kLineSpacing = 2;
 

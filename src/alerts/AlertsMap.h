@@ -54,7 +54,7 @@ struct SUnreadAlerts {
 class CAlertsMap {
 public:
     /// More alerts of one symbol, or in all, are not taken: only a broken file has so many.
-    static constexpr size_t kMostPerSymbol = 250;
+    static constexpr size_t kMostPerSymbol = 1000;
     static constexpr size_t kMostAlerts = 500'000;
 
     CAlertsMap() = default;

@@ -6,9 +6,9 @@
 #include "alerts/AlertTexts.h"
 #include "base/MessageBox.h"
 #include "base/Number.h"
-#include "data/Catalogue.h"
 #include "grid/QtText.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -39,6 +39,9 @@ QComboBox* MakeList(const char* name, const QString& placeholder) {
     list->setPlaceholderText(placeholder);
     list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     list->setMinimumContentsLength(kListCharacters);
+    // Most styles would cover the screen with a long list, however many rows are asked for.
+    list->setStyleSheet(QStringLiteral("combobox-popup: 0"));
+    list->view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     list->setMaxVisibleItems(kMostListRows);
     return list;
 }
@@ -136,20 +139,14 @@ void CNewAlertDlg::FillSymbols(const std::string& chosen) {
     m_symbolList->setCurrentIndex(chosen.empty() ? -1 : static_cast<int>(place - m_symbols.begin()));
 }
 
+// A field's place in the list is its id.
 void CNewAlertDlg::FillFields(const std::optional<int32_t>& chosen) {
-    for (int32_t id = 0; id < static_cast<int32_t>(kCatalogueSize) - 1; ++id) {
-        if (!JudgedField(id) && id != NewsFieldId() && id != chosen) continue;
-        m_fieldIds.push_back(id);
-        m_fieldList->addItem(QtText(AlertFieldName(id)));
-    }
-    const auto place = chosen ? std::ranges::find(m_fieldIds, *chosen) : m_fieldIds.end();
-    m_fieldList->setCurrentIndex(place == m_fieldIds.end() ? -1 : static_cast<int>(place - m_fieldIds.begin()));
+    for (int32_t id = 0; !AlertFieldName(id).empty(); ++id) m_fieldList->addItem(QtText(AlertFieldName(id)));
+    const bool known = chosen && *chosen >= 0 && *chosen < m_fieldList->count();
+    m_fieldList->setCurrentIndex(known ? *chosen : -1);
 }
 
-bool CNewAlertDlg::IsNews() const {
-    const int index = m_fieldList->currentIndex();
-    return index >= 0 && m_fieldIds[static_cast<size_t>(index)] == NewsFieldId();
-}
+bool CNewAlertDlg::IsNews() const { return m_fieldList->currentIndex() == NewsFieldId(); }
 
 void CNewAlertDlg::OnFieldChosen() {
     const bool news = IsNews();
@@ -176,11 +173,12 @@ void CNewAlertDlg::ShowOperations(bool news) {
 void CNewAlertDlg::ShowValueNow() {
     const int symbol = m_symbolList->currentIndex();
     const int field = m_fieldList->currentIndex();
+    const bool judged = field < 0 || JudgedField(field);
     std::string now;
-    if (m_services.valueNow && symbol >= 0 && field >= 0)
-        now = m_services.valueNow(m_symbols[static_cast<size_t>(symbol)], m_fieldIds[static_cast<size_t>(field)]);
-    m_valueNow->setText(tr("Now %1").arg(QtText(now)));
-    m_valueNow->setVisible(!IsNews() && !now.empty());
+    if (m_services.valueNow && symbol >= 0 && field >= 0 && judged)
+        now = m_services.valueNow(m_symbols[static_cast<size_t>(symbol)], field);
+    m_valueNow->setText(judged ? tr("Now %1").arg(QtText(now)) : tr("Alerts on this field never fire"));
+    m_valueNow->setVisible(!IsNews() && (!judged || !now.empty()));
 }
 
 bool CNewAlertDlg::Refuse(const char* text, QWidget& where) {
@@ -200,7 +198,7 @@ bool CNewAlertDlg::ReadChoices() {
     m_symbol = m_symbols[static_cast<size_t>(symbol)];
     m_fieldName = BytesFromQt(m_fieldList->currentText());
     m_alert.enabled = 1;
-    m_alert.fieldId = m_fieldIds[static_cast<size_t>(field)];
+    m_alert.fieldId = field;
     m_alert.condition = IsNews() ? 0 : static_cast<uint32_t>(operation);
     m_alert.value = kNewsThreshold;
     m_alert.noZero = m_noZero->isChecked() ? 1 : 0;

@@ -33,7 +33,8 @@ struct SAlertDraft {
 /// An alert as the dialog is filled with it for editing.
 SAlertDraft DraftOf(const std::string& symbol, const A_INFO& alert);
 
-/// Edits one alert. Offered are the fields that alerts can be judged by, and "News".
+/// Edits one alert. Every field of the catalogue is offered, "News" among them; of one that alerts are never judged by
+/// the dialog says so.
 ///
 /// Errors  OK checks symbol, field, operation and value in this order; the first that is missing or no number is named
 ///         in a message box and the dialog stays open
@@ -67,7 +68,6 @@ private:
 
     const SAlertDialogServices& m_services;
     std::vector<std::string> m_symbols; ///< Parallel to the list of symbols.
-    std::vector<int32_t> m_fieldIds;    ///< Parallel to the list of fields.
     QComboBox* m_symbolList;
     QComboBox* m_fieldList;
     QComboBox* m_operationList;

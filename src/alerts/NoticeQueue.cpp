@@ -85,8 +85,16 @@ void CNoticeQueue::OnFinished(int result) {
     const bool reset = result == QDialog::Accepted;
     const double newThreshold = notice->NewThreshold();
     notice->deleteLater();
+    if (reset) ActivateWindowBelow();
     if (m_ended) m_ended(m_current, reset ? EFiringEnd::Reset : EFiringEnd::Dismissed, reset ? newThreshold : 0);
     ShowNextSoon();
+}
+
+// With the reset dialog two windows close at once, and a window manager may leave the keyboard with neither.
+void CNoticeQueue::ActivateWindowBelow() {
+    QWidget* below = QApplication::activeModalWidget();
+    if (!below && m_window) below = m_window->window();
+    if (below) below->activateWindow();
 }
 
 void CNoticeQueue::DismissAll() {

@@ -69,6 +69,7 @@ private:
     void Sound();
     void Announce();
     void OnFinished(int result);
+    void ActivateWindowBelow();
     void DismissAll();
 
     CAlertSoundPlayer& m_player;

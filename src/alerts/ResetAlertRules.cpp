@@ -12,8 +12,7 @@ double ThresholdOfPercent(double base, double percent) {
 double PercentOfThreshold(double base, double threshold) {
     if (base == 0) return 0;
     const double ratio = std::fabs(threshold / base) * 100;
-    const double percent = threshold > base ? ratio - 100 : -(100 - ratio);
-    return percent == 0 ? 0 : percent; // Nobody wants to read "-0.000000".
+    return threshold > base ? ratio - 100 : -(100 - ratio);
 }
 
 } // namespace vx

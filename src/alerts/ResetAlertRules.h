@@ -9,7 +9,7 @@ namespace vx {
 double ThresholdOfPercent(double base, double percent);
 
 /// How many percent a threshold differs from the base, by the sizes of both: q = |threshold / base| in percent gives
-/// q - 100 above the base, else -(100 - q). 0 for a base of 0.
+/// q - 100 above the base, else -(100 - q), which is -0 at the base itself. 0 for a base of 0.
 double PercentOfThreshold(double base, double threshold);
 
 } // namespace vx

@@ -3,12 +3,12 @@
 #include "alerts/HeadlineLog.h"
 #include "app/HeadlineModel.h"
 #include "app/ListView.h"
+#include "app/ListWindow.h"
 #include "app/ShownText.h"
 #include "base/Text.h"
 #include "watchlist/WatchlistDoc.h"
 #include "watchlist/WatchlistGrid.h"
 
-#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QItemSelectionModel>
 #include <QLabel>
@@ -65,7 +65,6 @@ CHeadlinesDlg::CHeadlinesDlg(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* 
     m_detail->setReadOnly(true);
     m_detail->setTabChangesFocus(true);
     m_detail->setPlaceholderText(tr("Select a headline to read all of it. A double click goes to its symbol's row."));
-    m_state->setTextFormat(Qt::PlainText);
     m_state->setObjectName(QStringLiteral("state"));
     MakeLayout();
 
@@ -96,20 +95,12 @@ void CHeadlinesDlg::MakeLayout() {
     panes->setStretchFactor(1, 1);
     panes->setChildrenCollapsible(false);
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-    buttons->button(QDialogButtonBox::Close)->setAutoDefault(false);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    auto* bottom = new QHBoxLayout;
-    bottom->addWidget(m_state, 1);
-    bottom->addWidget(buttons);
-
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
     layout->addWidget(panes, 1);
-    layout->addLayout(bottom);
+    const QDialogButtonBox& buttons = AddBottomRow(*this, *layout, *m_state, QDialogButtonBox::Close);
     resize(690, 450);
-    QWidget* order[] = {m_rowOnly, m_all, m_filter, m_list, m_detail, buttons->button(QDialogButtonBox::Close)};
-    for (size_t i = 1; i < std::size(order); ++i) setTabOrder(order[i - 1], order[i]);
+    TabThrough({m_rowOnly, m_all, m_filter, m_list, m_detail, buttons.button(QDialogButtonBox::Close)});
     m_list->setFocus();
 }
 

@@ -1,6 +1,7 @@
 #include "app/SymbolSearchDlg.h"
 
 #include "app/ListView.h"
+#include "app/ListWindow.h"
 #include "app/SearchFilter.h"
 #include "app/SearchResultModel.h"
 #include "app/ShownText.h"
@@ -8,7 +9,6 @@
 #include "feed/FeedSession.h"
 #include "settings/Settings.h"
 
-#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QItemSelectionModel>
@@ -76,7 +76,6 @@ void CSymbolSearchDlg::MakeWidgets() {
     m_list->setMinimumHeight(140);
     m_state = new QLabel;
     m_state->setObjectName(QStringLiteral("searchState"));
-    m_state->setTextFormat(Qt::PlainText);
     m_state->setWordWrap(true);
 }
 
@@ -92,28 +91,20 @@ void CSymbolSearchDlg::MakeLayout() {
     kind->addWidget(m_bySymbol);
     kind->addWidget(m_byDescription);
     kind->addStretch(1);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    QPushButton* ok = buttons->button(QDialogButtonBox::Ok);
-    ok->setAutoDefault(false);
-    ok->setDefault(false);
-    ok->setToolTip(tr("Put the selected symbols into the watchlist"));
-    buttons->button(QDialogButtonBox::Cancel)->setAutoDefault(false);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    auto* bottom = new QHBoxLayout;
-    bottom->addWidget(m_state, 1);
-    bottom->addWidget(buttons);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
     layout->addLayout(kind);
     layout->addWidget(m_filter, 2);
     layout->addWidget(m_list, 3);
-    layout->addLayout(bottom);
+    const QDialogButtonBox& buttons =
+        AddBottomRow(*this, *layout, *m_state, QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    m_ok = buttons.button(QDialogButtonBox::Ok);
+    m_ok->setToolTip(tr("Put the selected symbols into the watchlist"));
     resize(560, 560);
 
     const auto [choice, again, names] = m_filter->InTabOrder();
-    QWidget* order[] = {m_text, m_search, m_stop, m_bySymbol, m_byDescription, choice, again, names, m_list, ok};
-    for (size_t i = 1; i < std::size(order); ++i) setTabOrder(order[i - 1], order[i]);
+    TabThrough({m_text, m_search, m_stop, m_bySymbol, m_byDescription, choice, again, names, m_list, m_ok,
+                buttons.button(QDialogButtonBox::Cancel)});
 }
 
 void CSymbolSearchDlg::ConnectWidgets() {
@@ -123,6 +114,7 @@ void CSymbolSearchDlg::ConnectWidgets() {
     connect(m_stop, &QPushButton::clicked, this, &CSymbolSearchDlg::Stop);
     connect(&m_timer, &QTimer::timeout, this, &CSymbolSearchDlg::TakeResults);
     connect(m_list, &CListView::RowEntered, this, &QDialog::accept);
+    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &CSymbolSearchDlg::EnableOk);
     connect(m_list, &CListView::RowDoubleClicked, this, [this](const QModelIndex& row) {
         m_list->selectionModel()->select(row, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
         accept();
@@ -183,6 +175,8 @@ void CSymbolSearchDlg::done(int result) {
     QDialog::done(result);
 }
 
+void CSymbolSearchDlg::EnableOk() { m_ok->setEnabled(m_list->selectionModel()->hasSelection()); }
+
 // What is going on
 
 bool CSymbolSearchDlg::IsConnected() const {
@@ -199,6 +193,7 @@ void CSymbolSearchDlg::ShowState() {
     const CSearchResults& search = m_session.LookupReplies().search;
     const bool waiting = m_searching == EState::Searching && !search.Ended() && !search.IsRefused();
     m_stop->setEnabled(waiting);
+    EnableOk();
     const QString text = StateText();
     if (m_state->text() != text) m_state->setText(text);
     m_list->SetEmptyText(m_searching == EState::Idle

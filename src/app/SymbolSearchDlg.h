@@ -38,7 +38,8 @@ public:
 
     CSearchFilter& Filter() { return *m_filter; }
 
-    /// The symbol of the first selected result, "No Results Found" included; empty when none was selected.
+    /// The symbol of the first selected result, "No Results Found" included; empty when none was selected, which the
+    /// window's own OK button does not allow.
     const std::string& ChosenSymbol() const { return m_chosen; }
     /// The symbols of all selected results in the order in which they are shown.
     const std::vector<std::string>& ChosenSymbols() const { return m_allChosen; }
@@ -56,6 +57,7 @@ private:
     void Stop();
     void TakeResults();
     void ShowState();
+    void EnableOk();
     QString StateText() const;
     QString EndText(int found) const;
     int FoundCount() const;
@@ -66,6 +68,7 @@ private:
     QLineEdit* m_text;
     QPushButton* m_search;
     QPushButton* m_stop;
+    QPushButton* m_ok;
     QRadioButton* m_bySymbol;
     QRadioButton* m_byDescription;
     CSearchFilter* m_filter;

@@ -1,6 +1,7 @@
 #include "app/TimeAndSalesDlg.h"
 
 #include "app/ListView.h"
+#include "app/ListWindow.h"
 #include "app/ShownText.h"
 #include "app/TradeModel.h"
 #include "data/L1DataStore.h"
@@ -8,7 +9,6 @@
 #include "watchlist/WatchlistGrid.h"
 
 #include <QCheckBox>
-#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -33,29 +33,21 @@ CTimeAndSalesDlg::CTimeAndSalesDlg(CWatchlistDoc& doc, CWatchlistGrid& grid, QWi
     m_follow->setObjectName(QStringLiteral("followRow"));
     m_follow->setChecked(true);
     m_follow->setToolTip(tr("Show the symbol of the row that has the focus; off: stay on this symbol"));
-    m_state->setTextFormat(Qt::PlainText);
     m_state->setObjectName(QStringLiteral("state"));
     m_list->setModel(m_trades);
     m_list->SetColumnWidths({110, 44, 90, 70, 90, 70});
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-    buttons->button(QDialogButtonBox::Close)->setAutoDefault(false);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_follow, &QCheckBox::toggled, this, [this] { Refresh(); });
 
     auto* top = new QHBoxLayout;
     top->addWidget(m_name, 1);
     top->addWidget(m_follow);
-    auto* bottom = new QHBoxLayout;
-    bottom->addWidget(m_state, 1);
-    bottom->addWidget(buttons);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
     layout->addWidget(m_list, 1);
-    layout->addLayout(bottom);
+    const QDialogButtonBox& buttons = AddBottomRow(*this, *layout, *m_state, QDialogButtonBox::Close);
     resize(520, 450);
-    setTabOrder(m_follow, m_list);
-    setTabOrder(m_list, buttons->button(QDialogButtonBox::Close));
+    TabThrough({m_follow, m_list, buttons.button(QDialogButtonBox::Close)});
     m_list->setFocus();
 }
 

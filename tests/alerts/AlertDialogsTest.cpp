@@ -7,6 +7,7 @@
 #include "alerts/NewAlertDlg.h"
 #include "alerts/ResetAlert.h"
 #include "alerts/SpinEdit.h"
+#include "data/Catalogue.h"
 
 #include <QCheckBox>
 #include <QFileDialog>
@@ -129,9 +130,12 @@ TEST_F(ResetAlert, TheArrowsMoveBothNumbers) {
     }
 }
 
-TEST_F(ResetAlert, OnlyKeysOfNumbersTypeAndTheOtherNumberFollows) {
-    CResetAlert dialog(Notice(200));
+TEST_F(ResetAlert, OnlyKeysOfNumbersTypeAndAThresholdOfAnotherAlertIsRefused) {
+    CResetAlert dialog(Notice(200, {"250.000000", "202.000000"}));
     dialog.show();
+    EXPECT_EQ(TextOf(Named<QLabel>(dialog, "prompt").text()),
+              "To reset the alert on the \"Last\" for symbol \"IBM\", please change the value shown or the percent the "
+              "value should be increased or decreased.");
     auto& percent = Named<CSpinEdit>(dialog, "percent");
     percent.selectAll();
     QTest::keyClicks(&percent, QStringLiteral("x1e+-0 ,"));
@@ -139,6 +143,11 @@ TEST_F(ResetAlert, OnlyKeysOfNumbersTypeAndTheOtherNumberFollows) {
     EXPECT_EQ(Shown(dialog, "value"), "220.0000");
     QTest::keyClick(&percent, Qt::Key_Backspace);
     EXPECT_EQ(Shown(dialog, "value"), "202.0000");
+    ClickStandard(dialog, QDialogButtonBox::Ok);
+    ASSERT_EQ(boxes.shown.size(), 1u);
+    EXPECT_EQ(boxes.shown[0].text, "For symbol\"IBM,\" an alert of \"202.00\" already exists for field \"Last.\"");
+    EXPECT_EQ(boxes.shown[0].caption, "");
+    EXPECT_TRUE(dialog.isVisible());
     auto& value = Named<CSpinEdit>(dialog, "value");
     value.selectAll();
     QTest::keyClicks(&value, QStringLiteral("1.2.3"));
@@ -148,23 +157,6 @@ TEST_F(ResetAlert, OnlyKeysOfNumbersTypeAndTheOtherNumberFollows) {
     ClickStandard(dialog, QDialogButtonBox::Ok);
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
     EXPECT_EQ(dialog.NewThreshold(), 2.2);
-}
-
-TEST_F(ResetAlert, AThresholdOfAnotherAlertIsRefused) {
-    CResetAlert dialog(Notice(200, {"250.000000", "202.000000"}));
-    dialog.show();
-    EXPECT_EQ(TextOf(Named<QLabel>(dialog, "prompt").text()),
-              "To reset the alert on the \"Last\" for symbol \"IBM\", please change the value shown or the percent the "
-              "value should be increased or decreased.");
-    Named<CSpinEdit>(dialog, "percent").stepBy(1);
-    ClickStandard(dialog, QDialogButtonBox::Ok);
-    ASSERT_EQ(boxes.shown.size(), 1u);
-    EXPECT_EQ(boxes.shown[0].text, "For symbol\"IBM,\" an alert of \"202.00\" already exists for field \"Last.\"");
-    EXPECT_EQ(boxes.shown[0].caption, "");
-    EXPECT_TRUE(dialog.isVisible());
-    Named<CSpinEdit>(dialog, "percent").stepBy(1);
-    ClickStandard(dialog, QDialogButtonBox::Ok);
-    EXPECT_EQ(dialog.NewThreshold(), 204);
 }
 
 TEST_F(NewAlertDlg, OkNamesWhatIsMissingInOrder) {
@@ -189,12 +181,24 @@ TEST_F(NewAlertDlg, OkNamesWhatIsMissingInOrder) {
     EXPECT_EQ(dialog->Alert(), Alert("Bid", 3, 12.5, true));
 }
 
+TEST_F(NewAlertDlg, EveryColumnIsOfferedAndOneThatCannotFireSaysSo) {
+    const auto dialog = Dialog({.symbol = "IBM", .condition = 0, .value = "1"});
+    const Texts fields = Entries(*dialog, "fieldList");
+    ASSERT_EQ(fields.size(), kCatalogueSize - 1);
+    for (size_t i = 0; i < fields.size(); ++i) EXPECT_EQ(fields[i], Catalogue()[i + 1].name);
+    Choose(*dialog, "fieldList", "Last");
+    EXPECT_EQ(TextOf(Named<QLabel>(*dialog, "valueNow").text()), "Now 190.25");
+    Choose(*dialog, "fieldList", "Listed Market Name");
+    EXPECT_EQ(TextOf(Named<QLabel>(*dialog, "valueNow").text()), "Alerts on this field never fire");
+    EXPECT_EQ(Complaint(*dialog), "");
+    EXPECT_EQ(dialog->Alert(), Alert("Listed Market Name", 0, 1));
+}
+
 TEST_F(NewAlertDlg, NewsLeavesOnlyTheSymbolAndTheSound) {
     const auto dialog = Dialog({.symbol = "IBM", .fieldId = AlertFieldId("Last"), .condition = 2, .value = "12a"});
     const Texts operations = {"equal to", "greater than", "greater than or equal to", "less than",
                               "less than or equal to"};
     EXPECT_EQ(Entries(*dialog, "operationList"), operations);
-    EXPECT_EQ(TextOf(Named<QLabel>(*dialog, "valueNow").text()), "Now 190.25");
     Choose(*dialog, "fieldList", "News");
     EXPECT_EQ(Entries(*dialog, "operationList"), (Texts{"is received"}));
     EXPECT_FALSE(Named<QLineEdit>(*dialog, "valueBox").isEnabled());
@@ -204,6 +208,7 @@ TEST_F(NewAlertDlg, NewsLeavesOnlyTheSymbolAndTheSound) {
     EXPECT_EQ(Entries(*dialog, "operationList"), operations);
     EXPECT_EQ(Named<QComboBox>(*dialog, "operationList").currentIndex(), 2);
     EXPECT_TRUE(Named<QLineEdit>(*dialog, "valueBox").isEnabled());
+    EXPECT_TRUE(Named<QCheckBox>(*dialog, "noZero").isEnabled());
     Choose(*dialog, "fieldList", "News");
     EXPECT_EQ(Complaint(*dialog), "");
     EXPECT_EQ(dialog->Alert(), Alert("News", 0, 1));
@@ -230,15 +235,18 @@ TEST_F(NewAlertDlg, TheSoundListIsFilledFromTheSettingsAndSaved) {
     Click(*dialog, "play");
     EXPECT_EQ(TextOf(Named<QPushButton>(*dialog, "play").text()), "S&top");
     sounds.End();
+    EXPECT_FALSE(sounds.IsPlaying()) << "a long one does not go on when it counts as ended";
     EXPECT_EQ(TextOf(Named<QPushButton>(*dialog, "play").text()), "&Play");
     EXPECT_EQ(sounds.played, (std::vector<SAlertSound>{{2, "/caf\xE9.wav", false}, {1, "", false}}));
 
     Named<QComboBox>(*dialog, "soundList").setCurrentIndex(4);
     Click(*dialog, "loopSound");
     EXPECT_EQ(Complaint(*dialog), "");
-    EXPECT_EQ(dialog->Alert().soundType, 2u);
-    EXPECT_EQ(dialog->Alert().soundFile, "/caf\xE9.wav");
-    EXPECT_EQ(dialog->Alert().loopSound, 1u);
+    A_INFO alert = Alert("Last", 0, 1);
+    alert.soundType = 2;
+    alert.soundFile = "/caf\xE9.wav";
+    alert.loopSound = 1;
+    EXPECT_EQ(dialog->Alert(), alert);
     EXPECT_EQ(store.texts["SoundFile3"], "/caf\xE9.wav") << "the third file of the list";
     EXPECT_EQ(store.texts["SoundFile2"], "") << "what stands for an unreadable setting is not stored";
     muted = true;
@@ -258,10 +266,9 @@ TEST_F(NewAlertDlg, StrangeSymbolsAreShownAsTextAndKept) {
 TEST_F(AlertsDlg, ListsEveryAlertAndArmsByItsCheckBox) {
     EXPECT_TRUE(Edit([&](CAlertsDlg& dialog) {
         EXPECT_EQ(Lines(dialog), (Texts{kIbmLastNoZero, kIbmBid, kIbmLow, kMsftNews}));
-        EXPECT_FALSE(Named<QPushButton>(dialog, "edit").isEnabled());
-        EXPECT_FALSE(Named<QPushButton>(dialog, "delete").isEnabled());
+        for (const char* button : {"edit", "delete"}) EXPECT_FALSE(Named<QPushButton>(dialog, button).isEnabled());
         Select(dialog, 1);
-        EXPECT_TRUE(Named<QPushButton>(dialog, "edit").isEnabled());
+        for (const char* button : {"edit", "delete"}) EXPECT_TRUE(Named<QPushButton>(dialog, button).isEnabled());
         QTest::keyClick(&Named<QListView>(dialog, "alertList"), Qt::Key_Space);
         EXPECT_EQ(Lines(dialog), (Texts{kIbmLastNoZero, kIbmBid + " off", kIbmLow, kMsftNews}));
         EXPECT_EQ(alerts.Get("IBM")[1].enabled, 1u) << "nothing is committed before OK";
@@ -269,6 +276,13 @@ TEST_F(AlertsDlg, ListsEveryAlertAndArmsByItsCheckBox) {
     }));
     EXPECT_EQ(alerts.Get("IBM")[1].enabled, 0u);
     EXPECT_TRUE(alerts.IsEmpty(EAlertMap::WorkingCopy));
+
+    alerts.Clear(EAlertMap::Live);
+    symbols.clear();
+    CAlertsDlg empty(alerts, services);
+    empty.show();
+    EXPECT_TRUE(Named<QLabel>(empty, "noAlerts").isVisible());
+    EXPECT_FALSE(Named<QPushButton>(empty, "new").isEnabled());
 }
 
 TEST_F(AlertsDlg, AnEditedAlertMovesBehindTheOthersAndEqualOnesMerge) {
@@ -320,22 +334,12 @@ TEST_F(AlertsDlg, ASymbolThatIsFullTakesNoMoreAndNothingIsLost) {
     EXPECT_TRUE(Edit([&](CAlertsDlg& dialog) {
         QTest::keyClick(&Named<QListView>(dialog, "alertList"), Qt::Key_End);
         Click(dialog, "edit");
-        auto* edit = Open<CNewAlertDlg>();
-        Choose(*edit, "symbolList", "FULL");
-        ClickStandard(*edit, QDialogButtonBox::Ok);
+        Choose(*Open<CNewAlertDlg>(), "symbolList", "FULL");
+        ClickStandard(*Open<CNewAlertDlg>(), QDialogButtonBox::Ok);
         EXPECT_EQ(boxes.shown.size(), 1u);
         ClickStandard(dialog, QDialogButtonBox::Ok);
     }));
     EXPECT_EQ(alerts.Save(), before);
-}
-
-TEST_F(AlertsDlg, AListWithoutAlertsOrSymbolsSaysSo) {
-    alerts.Clear(EAlertMap::Live);
-    symbols.clear();
-    CAlertsDlg dialog(alerts, services);
-    dialog.show();
-    EXPECT_TRUE(Named<QLabel>(dialog, "noAlerts").isVisible());
-    EXPECT_FALSE(Named<QPushButton>(dialog, "new").isEnabled());
 }
 
 TEST_F(AlertsDlg, ManyAlertsOpenAtTheLastOne) {

@@ -54,16 +54,12 @@ TEST_F(AlertHistory, KeepsEveryFiringAndWhatBecameOfIt) {
     history.NoteEnded("nobody", EFiringEnd::Dismissed, 5000);
     const std::vector<SAlertFiring> read = CAlertHistory(folder / "state").Read();
     ASSERT_EQ(read.size(), 3u);
-    EXPECT_EQ(read[0].id, first);
-    EXPECT_EQ(read[0].value, 190.1);
-    EXPECT_EQ(read[0].threshold, 1e-7);
-    EXPECT_EQ(read[0].bid, -0.5);
-    EXPECT_EQ(read[0].ask, 1e308);
+    EXPECT_EQ((std::vector<double>{read[0].value, read[0].threshold, read[0].bid, read[0].ask, read[0].last}),
+              (std::vector<double>{190.1, 1e-7, -0.5, 1e308, 190.1}));
     EXPECT_EQ(read[0].condition, "greater than");
     EXPECT_EQ(read[0].end, EFiringEnd::Dismissed);
     EXPECT_EQ(read[0].endedMs, 5000);
     EXPECT_EQ(read[1].symbol, strange);
-    EXPECT_EQ(read[1].awaySinceMs, 1500);
     EXPECT_EQ(EndText(read[1]), "Reset to 12.5");
     EXPECT_EQ(EndText(read[2]), "Open");
     EXPECT_EQ(LastAbsence(read), 1500);
@@ -116,27 +112,26 @@ TEST_F(AlertHistory, TheFilesStayBounded) {
 TEST_F(AlertHistory, ProgramsThatWriteAtOnceAndAreKilledLeaveWholeLines) {
     constexpr int kPrograms = 4;
     constexpr int kEach = 200;
-    const auto writes = [&](int64_t number, int count) {
+    const auto program = [&](int64_t number, int count) {
         return Fork([this, number, count] {
             CAlertHistory own(folder / "state");
-            for (int i = 0; count == 0 || i < count; ++i) own.NoteFired(Firing("IBM", number * 1'000'000 + i));
+            for (int i = 0; count == 0 || i < count; ++i) own.NoteFired(Firing("IBM", number));
             return 0;
         });
     };
     std::vector<pid_t> children;
-    for (int program = 1; program <= kPrograms; ++program) children.push_back(writes(program, kEach));
-    const pid_t killed = writes(9, 0);
+    for (int number = 1; number <= kPrograms; ++number) children.push_back(program(number, kEach));
+    const pid_t killed = program(kPrograms + 1, 0);
     for (const pid_t child : children) EXPECT_EQ(ExitCode(child), 0);
     kill(killed, SIGKILL);
     ExitCode(killed);
     std::set<std::string> ids;
-    int of = 0;
+    int whole = 0;
     for (const SAlertFiring& firing : history.Read()) {
-        ids.insert(firing.id);
-        of += firing.firedMs < 9'000'000 ? 1 : 0;
+        EXPECT_TRUE(ids.insert(firing.id).second) << "twice";
+        whole += firing.firedMs <= kPrograms ? 1 : 0;
     }
-    EXPECT_EQ(of, kPrograms * kEach);
-    EXPECT_EQ(ids.size(), history.Read().size());
+    EXPECT_EQ(whole, kPrograms * kEach);
 }
 
 TEST_F(AlertHistory, ATableForSpreadsheetsComputesNothing) {
@@ -162,11 +157,8 @@ TEST(WaveFile, OnlyWavesThatCanBePlayedAreTaken) {
     const auto parsed = [](const std::string& bytes) {
         return ParseWaveInfo(bytes, static_cast<int64_t>(bytes.size()));
     };
-    const auto info = parsed(wave);
-    ASSERT_TRUE(info);
-    EXPECT_EQ(info->channels, 2);
-    EXPECT_EQ(info->samplesPerSecond, 8000u);
-    EXPECT_EQ(info->durationMs, 1000);
+    ASSERT_TRUE(parsed(wave));
+    EXPECT_EQ(parsed(wave)->durationMs, 1000);
     EXPECT_EQ(parsed(wave.substr(0, wave.size() - 16'000))->durationMs, 500) << "a file that was cut off";
     for (const auto& [place, byte] : std::map<size_t, char>{{0, 'X'},
                                                             {8, 'X'},

@@ -39,20 +39,26 @@ public:
     std::map<std::string, std::string, std::less<>> texts;
 };
 
-/// Plays nothing and remembers everything; a sound ends when the test says so.
+/// Plays nothing and remembers everything. A sound counts as ended when the test says so, and is heard until it is
+/// stopped.
 class CRecordedSounds final : public CAlertSoundPlayer {
 public:
     void Play(const SAlertSound& sound, std::function<void()> ended) override {
         played.push_back(sound);
         m_ended = std::move(ended);
+        m_heard = true;
     }
-    void Stop() override { m_ended = {}; }
-    bool IsPlaying() const { return static_cast<bool>(m_ended); }
+    void Stop() override {
+        m_ended = {};
+        m_heard = false;
+    }
+    bool IsPlaying() const { return m_heard; }
     void End() { std::exchange(m_ended, {})(); }
     std::vector<SAlertSound> played;
 
 private:
     std::function<void()> m_ended;
+    bool m_heard = false;
 };
 
 /// What the alert windows need around them, and hands that use them.

