@@ -32,7 +32,7 @@ QToolButton* AddButton(QHBoxLayout& layout, const char* name, const QString& tex
 
 CFindBar::CFindBar(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* parent)
     : QWidget(parent), m_doc(doc), m_grid(grid), m_text(new QLineEdit), m_matchCase(new QCheckBox(tr("Match &case"))),
-      m_wholeCell(new QCheckBox(tr("Whole ce&ll"))), m_message(new QLabel) {
+      m_wholeCell(new QCheckBox(tr("Wh&ole cell"))), m_message(new QLabel) {
     setObjectName(QStringLiteral("findBar"));
     m_text->setObjectName(QStringLiteral("findText"));
     m_matchCase->setObjectName(QStringLiteral("findMatchCase"));
