@@ -59,7 +59,7 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         Add(*menu.addMenu(tr("Col&umns")), kColumns);
         menu.addSeparator();
         Add(menu, kSymbol);
-        Add(*menu.addMenu(tr("Application &Links")), kLinks);
+        Add(*menu.addMenu(tr("Application Lin&ks")), kLinks);
         menu.addSeparator();
         Add(menu, {SortNow});
         Add(*menu.addMenu(tr("&Format")), kFormat);
@@ -72,7 +72,7 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         Add(menu, {EditNote, EditAddCurrentSymbol});
         menu.addSeparator();
         Add(menu, kSymbol);
-        Add(*menu.addMenu(tr("Application &Links")), kLinks);
+        Add(*menu.addMenu(tr("Application Lin&ks")), kLinks);
         menu.addSeparator();
         Add(*menu.addMenu(tr("&Format")), kFormat);
         break;
@@ -90,7 +90,7 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         menu.addSeparator();
         Add(menu, {ColumnInsert, ColumnUnlock});
         AddHiddenColumns(menu);
-        Add(menu, {ColumnDefault});
+        Add(menu, {RowShow, ColumnDefault});
         menu.addSeparator();
         Add(menu, {SortDialog});
         Add(*menu.addMenu(tr("&Format")), kFormat);
@@ -102,6 +102,7 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         menu.addSeparator();
         Add(menu, {ColumnInsert});
         AddHiddenColumns(menu);
+        Add(menu, {RowShow});
         menu.addSeparator();
         Add(*menu.addMenu(tr("&Format")), {FormatGrid});
         break;
@@ -111,7 +112,7 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
 void CGridMenus::AddHiddenColumns(QMenu& menu) {
     const std::vector<int> hidden = m_columns.Hidden();
     if (hidden.empty()) return;
-    QMenu* list = menu.addMenu(tr("Hi&dden Columns"));
+    QMenu* list = menu.addMenu(tr("Hidden C&olumns"));
     for (const int column : hidden) {
         const QString name = QtText(Doc().Columns().At(column).name).replace(QLatin1Char('&'), QLatin1String("&&"));
         list->addAction(name, this, [this, column] { m_columns.Show(column); });

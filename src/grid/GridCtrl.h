@@ -87,8 +87,8 @@ public:
 
     SGridCell FocusCell() const { return m_selection.focus; }
     SGridRange SelectedRange() const { return m_selection.Range(); }
-    /// Moves the focus and selects that cell alone. A cell that was out of sight comes to the middle of the grid; of a
-    /// hidden row it is the next shown one's.
+    /// Moves the focus and selects that cell alone. A cell that was out of sight comes to the middle of the grid, one
+    /// that is seen whole stays where it is; of a hidden row it is the next shown one's.
     void SetFocusCell(int row, int column);
     /// Selects a range; the focus is its first cell that is in a shown row.
     void SelectRange(const SGridRange& range);

@@ -45,9 +45,14 @@ void CGridCtrl::SetFocusCell(int row, int column) {
         const int above = m_geometry.ScrolledHeight() / m_geometry.RowHeight() / 2;
         verticalScrollBar()->setValue((m_geometry.PlaceOfRow(row) - 1 - above) * m_geometry.RowHeight());
     }
-    // Its right neighbour too, where there is room: what was looked for should not hide in the corner.
-    EnsureVisible(row, NextColumn(column, 1));
-    MoveTo({row, column}, false);
+    const SGridCell cell{row, std::clamp(column, 1, std::max(1, ColumnCount()))};
+    const bool seen = m_geometry.VisibleCellRect(cell.row, cell.column).width() == ColumnWidth(cell.column);
+    if (!seen && !IsSpan(row)) {
+        // Its right neighbour too, where there is room: what was looked for should not hide in the corner.
+        EnsureVisible(cell.row, NextColumn(cell.column, 1));
+        EnsureVisible(cell.row, cell.column);
+    }
+    UpdateSelection({cell, cell, cell});
 }
 
 void CGridCtrl::SelectRange(const SGridRange& range) {

@@ -14,22 +14,10 @@ constexpr std::string_view kEllipsis = "...";
 // chosen in the light theme is on the dark one.
 constexpr double kHardlySeen = 2.0;
 
+constexpr int kHiddenRowMark = 16; // its width without row numbers, in logical pixels
 constexpr unsigned char kUpByte = 0xAD;
 constexpr unsigned char kDownByte = 0xAF;
 constexpr unsigned char kDotByte = 0xB7;
-
-QRgb SymbolColor(int code, QRgb other, const SGridTheme& theme) {
-    switch (code) {
-    case kSymbolUp:
-        return theme.up;
-    case kSymbolDown:
-        return theme.down;
-    case kSymbolDot:
-        return theme.unchanged;
-    default:
-        return other;
-    }
-}
 
 int RunWidth(CGlyphAtlas& atlas, const SCell& cell) {
     if (!cell.tickTrend) return atlas.TextWidth(cell.Text());
@@ -139,7 +127,11 @@ void CGridPainter::PaintRow(int row) {
                           header ? theme.headerLine : theme.gridLine);
         }
     }
-    if (geometry.ColumnWidth(0) > 0) PaintHeaderCell(row, 0);
+    if (geometry.ColumnWidth(0) > 0)
+        PaintHeaderCell(row, 0);
+    else if (!header) // Without row numbers the mark of hidden rows stands at the edge of the cells.
+        PaintHiddenRowMark(row, Device(QRect(0, geometry.RowTop(row), kHiddenRowMark, geometry.RowHeight())),
+                           m_canvas.Place());
 }
 
 void CGridPainter::PaintSpan(int row) {
@@ -150,17 +142,17 @@ void CGridPainter::PaintSpan(int row) {
         Device(QRect(left, geometry.RowTop(row), geometry.Viewport().width() - left, geometry.RowHeight()));
     // A row that is selected among others shows which columns; alone, it is selected as the one text that it is.
     const bool selected = m_selected.HasRow(row) && m_selected.firstRow == m_selected.lastRow;
-    const QRgb background = selected                               ? theme.selected
-                            : m_cell.background != kAutomaticColor ? RgbFromColorRef(m_cell.background)
-                                                                   : theme.span;
-    m_canvas.Fill(rect, background);
+    m_background = selected                               ? theme.selected
+                   : m_cell.background != kAutomaticColor ? RgbFromColorRef(m_cell.background)
+                                                          : theme.span;
+    m_canvas.Fill(rect, m_background);
     if (m_selected.HasRow(row) && !selected)
         for (int column = m_selected.firstColumn; column <= m_selected.lastColumn; ++column)
             m_canvas.Fill(Device(geometry.VisibleCellRect(row, column)), theme.selected);
     if (m_scene->options.lines == EGridLines::Both)
         m_canvas.Fill({rect.left(), rect.bottom() - m_line + 1, rect.width(), m_line}, theme.gridLine);
     const bool plain = m_cell.role == ETextRole::Normal && m_cell.background == kAutomaticColor;
-    DrawText(rect, rect, plain ? theme.spanText : TextColor(background));
+    DrawText(rect, rect, plain ? theme.spanText : TextColor());
     if (m_scene->selection.focus.row == row)
         m_canvas.Frame(rect, m_scene->hasKeyboard ? 2 * m_line : m_line,
                        m_scene->hasKeyboard ? theme.focus : theme.focusIdle);
@@ -198,8 +190,8 @@ void CGridPainter::PaintCell(int row, int column, const QRect& rect, const QRect
     if (m_scene->source != nullptr) m_scene->source->FillCell(row, column, m_cell);
     ++m_painted;
 
-    const QRgb background = CellBackground(row, column);
-    if (background != m_rowColor) m_canvas.Fill(clip, background);
+    m_background = CellBackground(row, column);
+    if (m_background != m_rowColor) m_canvas.Fill(clip, m_background);
     const bool lastLocked = column == m_scene->geometry.ShownLockedColumns();
     QRect inner = clip;
     if (m_scene->options.lines == EGridLines::Both) {
@@ -212,7 +204,7 @@ void CGridPainter::PaintCell(int row, int column, const QRect& rect, const QRect
     if (lastLocked)
         m_canvas.Fill(QRect(rect.right() - m_line + 1, rect.top(), m_line, rect.height()).intersected(clip),
                       theme.headerLine);
-    if (m_cell.length > 0) DrawText(rect, inner, TextColor(background));
+    if (m_cell.length > 0) DrawText(rect, inner, TextColor());
     if (m_scene->selection.focus == SGridCell{row, column}) {
         // The frame keeps to what can be seen of the cell, so that it is whole under the locked columns' edge too.
         const QRect seen = Device(m_scene->geometry.VisibleCellRect(row, column));
@@ -234,8 +226,8 @@ void CGridPainter::PaintHeaderCell(int row, int column) {
 
     const bool selected = (row > 0 && m_selected.HasRow(row)) || (column > 0 && m_selected.HasColumn(column));
     const bool reached = selected && geometry.RowCount() > 0;
-    const QRgb background = reached ? theme.headerSelected : theme.header;
-    m_canvas.Fill(clip, background);
+    m_background = reached ? theme.headerSelected : theme.header;
+    m_canvas.Fill(clip, m_background);
     const QRgb below = row == 0 ? theme.headerLine : theme.gridLine;
     if (row == 0 || m_scene->options.lines == EGridLines::Both)
         m_canvas.Fill(QRect(rect.left(), rect.bottom() - m_line + 1, rect.width(), m_line).intersected(clip), below);
@@ -249,7 +241,7 @@ void CGridPainter::PaintHeaderCell(int row, int column) {
     row == 0 ? PaintHiddenMark(column, rect, clip) : PaintHiddenRowMark(row, rect, clip);
     if (m_cell.length > 0)
         DrawText(text, clip.intersected(text.adjusted(0, 0, -m_line, 0)),
-                 m_cell.role == ETextRole::Normal ? theme.headerText : TextColor(background));
+                 m_cell.role == ETextRole::Normal ? theme.headerText : TextColor());
 }
 
 void CGridPainter::PaintSortMark(const QRect& rect, const QRect& clip, ESortMark mark) {
@@ -284,16 +276,34 @@ void CGridPainter::PaintHiddenRowMark(int row, const QRect& rect, const QRect& c
         m_canvas.Fill(QRect(rect.left(), rect.top(), rect.width(), height).intersected(clip), m_scene->theme.focusIdle);
 }
 
-QRgb CGridPainter::TextColor(QRgb background) {
-    const bool own = m_cell.role == ETextRole::Explicit && m_cell.textColor != kAutomaticColor;
-    const bool ownBackground = m_cell.background != kAutomaticColor;
-    const QRgb wanted = own ? RgbFromColorRef(m_cell.textColor) : m_scene->theme.RoleColor(m_cell.role);
-    if (own == ownBackground) return wanted;
+// Selecting and lighting a cell cover the background that the user chose for it.
+bool CGridPainter::IsOnOwnBackground() const {
+    return m_cell.background != kAutomaticColor && m_background == RgbFromColorRef(m_cell.background);
+}
+
+QRgb CGridPainter::TextColor() {
+    if (m_cell.role != ETextRole::Explicit || m_cell.textColor == kAutomaticColor) return RoleColor(m_cell.role);
+    const QRgb own = RgbFromColorRef(m_cell.textColor);
+    return IsOnOwnBackground() ? own : Readable(ETextRole::Explicit, own);
+}
+
+QRgb CGridPainter::RoleColor(ETextRole role) {
+    const QRgb color = m_scene->theme.RoleColor(role);
+    return IsOnOwnBackground() ? Readable(role, color) : color;
+}
+
+QRgb CGridPainter::SymbolColor(int code, QRgb text) {
+    if (code < kSymbolUp || m_cell.role == ETextRole::Stale) return text;
+    return RoleColor(code == kSymbolUp ? ETextRole::Up : code == kSymbolDown ? ETextRole::Down : ETextRole::Unchanged);
+}
+
+QRgb CGridPainter::Readable(ETextRole role, QRgb wanted) {
+    const QRgb background = m_background;
     SReadable& known = m_readable[(background ^ wanted ^ background >> 7 ^ wanted >> 13) % m_readable.size()];
     if (known.color != 0 && known.background == background && known.wanted == wanted) return known.color;
     QRgb color = wanted;
-    if (!own)
-        color = ReadableRoleColor(m_scene->theme, m_cell.role, background);
+    if (role != ETextRole::Explicit)
+        color = ReadableRoleColor(m_scene->theme, role, background);
     else if (ContrastRatio(wanted, background) < kHardlySeen)
         color = m_scene->theme.text;
     known = {background, wanted, color};
@@ -339,8 +349,7 @@ void CGridPainter::DrawRun(CGlyphAtlas& atlas, std::string_view text, int x, int
         const int code = m_cell.tickTrend ? SymbolOf(byte) : byte;
         const SGlyph& glyph = atlas.Glyph(code);
         if (x > clip.right()) return;
-        m_canvas.Glyph(atlas, glyph, x, baseline, code < kSymbolUp ? color : SymbolColor(code, color, m_scene->theme),
-                       clip);
+        m_canvas.Glyph(atlas, glyph, x, baseline, SymbolColor(code, color), clip);
         x += glyph.advance;
     }
 }

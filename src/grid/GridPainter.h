@@ -80,7 +80,12 @@ private:
     void PaintEmptySpace(QPainter& painter, const QRect& rect);
 
     QRgb CellBackground(int row, int column) const;
-    QRgb TextColor(QRgb background);
+    bool IsOnOwnBackground() const;
+    QRgb TextColor();
+    QRgb RoleColor(ETextRole role);
+    QRgb SymbolColor(int code, QRgb text);
+    /// A colour, or another one of the same meaning when it cannot be seen on the cell's background.
+    QRgb Readable(ETextRole role, QRgb wanted);
     void DrawText(const QRect& rect, const QRect& clip, QRgb color);
     void DrawRun(CGlyphAtlas& atlas, std::string_view text, int x, int baseline, QRgb color, const QRect& clip);
 
@@ -93,6 +98,7 @@ private:
     int m_painted = 0;
     SGridRange m_selected;
     QRgb m_rowColor = 0;
+    QRgb m_background = 0; // of the cell being painted
     SCell m_cell;
     CGridCanvas m_canvas;
 

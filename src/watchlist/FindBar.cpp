@@ -9,14 +9,14 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QStyle>
 #include <QToolButton>
 
 namespace vx {
 
 namespace {
 
-constexpr int kLongestText = 255; // no cell shows more
+constexpr int kLongestText = 255;  // no cell shows more
+constexpr double kCloseSize = 1.4; // of the text that closes the bar, times the font's
 
 QToolButton* AddButton(QHBoxLayout& layout, const char* name, const QString& text, const QString& tip) {
     auto* button = new QToolButton;
@@ -32,7 +32,7 @@ QToolButton* AddButton(QHBoxLayout& layout, const char* name, const QString& tex
 
 CFindBar::CFindBar(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* parent)
     : QWidget(parent), m_doc(doc), m_grid(grid), m_text(new QLineEdit), m_matchCase(new QCheckBox(tr("Match &case"))),
-      m_wholeCell(new QCheckBox(tr("Whole ce&ll"))), m_message(new QLabel) {
+      m_wholeCell(new QCheckBox(tr("Wh&ole cell"))), m_message(new QLabel) {
     setObjectName(QStringLiteral("findBar"));
     m_text->setObjectName(QStringLiteral("findText"));
     m_matchCase->setObjectName(QStringLiteral("findMatchCase"));
@@ -55,8 +55,12 @@ CFindBar::CFindBar(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* parent)
     layout->addWidget(m_wholeCell);
     layout->addWidget(m_message);
     layout->addStretch(1);
-    QToolButton* close = AddButton(*layout, "findClose", QString(), tr("Close (Esc)"));
-    close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    // A text, since the style's picture of it is hardly seen in the dark.
+    QToolButton* close = AddButton(*layout, "findClose", QStringLiteral("\u00D7"), tr("Close (Esc)"));
+    close->setAccessibleName(tr("Close"));
+    QFont large = close->font();
+    large.setPointSizeF(large.pointSizeF() * kCloseSize);
+    close->setFont(large);
     close->setAutoRaise(true);
 
     connect(m_text, &QLineEdit::textEdited, this, &CFindBar::FindWhileTyping);

@@ -32,13 +32,13 @@ void TellTooMany() {
 }
 
 QString WhatIsFormatted(const SFormatRange& range) {
+    const auto tr = [](const char* text) { return CCellSettingsDlg::tr(text); };
     const int rows = range.lastRow - range.firstRow + 1;
     const int columns = range.lastColumn - range.firstColumn + 1;
-    return rows == 1 && columns == 1 ? CCellSettingsDlg::tr("One cell is selected.")
-                                     : CCellSettingsDlg::tr("%1 rows and %2 columns are selected; only what you change "
-                                                            "here is changed in them.")
-                                           .arg(rows)
-                                           .arg(columns);
+    if (rows == 1 && columns == 1) return tr("One cell is selected.");
+    return tr("%1 and %2 are selected; only what you change here is changed in them.")
+        .arg(rows == 1 ? tr("1 row") : tr("%L1 rows").arg(rows),
+             columns == 1 ? tr("1 column") : tr("%L1 columns").arg(columns));
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "watchlist/CellTips.h"
 #include "watchlist/WatchlistDoc.h"
 
+#include <algorithm>
 #include <cstring>
 #include <span>
 
@@ -106,7 +107,13 @@ bool CWatchlistCells::DiffersFromPainted(int row, int column) const {
 
 void CWatchlistCells::FillCell(int row, int column, SCell& cell) const {
     Fill(row, column, cell);
-    m_painted.Note(row, m_geometry.PlaceOfRow(row), column, cell);
+    if (IsPaintedWhole(row, column)) m_painted.Note(row, m_geometry.PlaceOfRow(row), column, cell);
+}
+
+bool CWatchlistCells::IsPaintedWhole(int row, int column) const {
+    if (m_region == nullptr) return false;
+    const QRect cell = m_geometry.VisibleCellRect(row, column);
+    return std::any_of(m_region->begin(), m_region->end(), [&](const QRect& rect) { return rect.contains(cell); });
 }
 
 void CWatchlistCells::Fill(int row, int column, SCell& cell) const {

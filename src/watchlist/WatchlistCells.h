@@ -8,6 +8,7 @@
 #include "watchlist/RowCellText.h"
 #include "watchlist/SpecialColumns.h"
 
+#include <QRegion>
 #include <vector>
 
 namespace vx {
@@ -20,7 +21,7 @@ struct sColumnInfo;
 /// What stands in the cells of a watchlist: the fields of each row's symbol, or the row's annotation, each in the
 /// format of its cell.
 ///
-/// Nothing is stored but a fingerprint of each cell last asked for, by which DiffersFromPainted tells whether an update
+/// Nothing is stored but a fingerprint of each cell last painted, by which DiffersFromPainted tells whether an update
 /// of a row's record changed what one of its cells shows.
 ///
 /// Owns    nothing of the document and the grid, which outlive it
@@ -36,6 +37,9 @@ public:
     void SetStale(bool stale) { m_stale = stale; }
 
     bool DiffersFromPainted(int row, int column) const;
+    /// What is painted from now on; null when that is over. A cell that is asked for otherwise (by a tip, a printer, a
+    /// screen reader), or of which only a part is painted, counts as it was painted last.
+    void SetPainted(const QRegion* region) { m_region = region; }
     const SSpecialColumns& Special() const { return m_special; }
     /// The fonts that cells asked for; the grid enters those that it does not know yet.
     CFormatFonts& Fonts() { return m_fonts; }
@@ -60,6 +64,7 @@ private:
     EKind KindOf(const sColumnInfo& info, const CColumnReader& reader) const;
     const SColumn* Column(int column) const;
     void Fill(int row, int column, SCell& cell) const;
+    bool IsPaintedWhole(int row, int column) const;
     EAlign Align(const SColumn& column, const SCellFormat& format) const;
     void Dress(const SCellFormat& format, bool strong, SCell& cell) const;
     void Colour(const SColumn& column, const SCellFormat& format, std::string_view symbol, const CSymbolRec* record,
@@ -69,6 +74,7 @@ private:
     const CGridGeometry& m_geometry;
     const SSpecialColumns m_special;
     bool m_stale = false;
+    const QRegion* m_region = nullptr;
     std::vector<SColumn> m_columns; ///< By grid column.
     mutable CFormatFonts m_fonts;
     mutable CPaintedCells m_painted;

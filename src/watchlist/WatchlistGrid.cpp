@@ -146,7 +146,9 @@ void CWatchlistGrid::DropUnusedFonts() {
 }
 
 void CWatchlistGrid::paintEvent(QPaintEvent* event) {
+    m_cells.SetPainted(&event->region());
     CNorvGridCtrl::paintEvent(event);
+    m_cells.SetPainted(nullptr);
     if (m_cells.Fonts().HasWanted()) {
         const auto enter = [this] {
             EnterFonts();

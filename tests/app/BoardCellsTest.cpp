@@ -80,6 +80,16 @@ TEST_F(CBoardCellsTest, ACellLooksAsItsOwnFormatSaysElseItsColumnsElseTheGrids) 
     EXPECT_EQ(Cell(1, "Last").align, EAlign::Center);
 }
 
+TEST_F(CBoardCellsTest, AChangedCellIsRepaintedWhoeverAskedForItOrPaintedAPartOfItBefore) {
+    Update("IBM", "Last", "12");
+    EXPECT_EQ(Text(1, "Last"), "12.0000");
+    grid->viewport()->repaint({Middle(1, ColumnOf("Last")), QSize(3, 3)});
+    const int64_t before = grid->Counters().cells;
+    frame->View().OnRepaintTimer();
+    ProcessAll();
+    EXPECT_GT(grid->Counters().cells, before);
+}
+
 TEST_F(CBoardCellsTest, AFontIsEnteredAfterPaintingAndShownInTheNext) {
     EXPECT_NE(Cell(1, "Symbol").font, 0) << "symbols stand out";
     EXPECT_EQ(Cell(1, "Last").font, 0);

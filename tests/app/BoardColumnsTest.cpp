@@ -4,11 +4,16 @@
 #include "watchlist/InsertColumns.h"
 #include "watchlist/SpecialColumns.h"
 
+#include <QKeySequence>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QToolBar>
 #include <QTreeWidget>
 
+#include <fmt/format.h>
+
 #include <array>
+#include <set>
 
 using namespace vx;
 using namespace vx::test;
@@ -17,6 +22,17 @@ namespace {
 
 using CBoardColumnsTest = CBoardFixture;
 using enum ECommand;
+
+/// No letter stands twice in a menu, nor in those under it.
+void ExpectKeysOnce(const QList<QAction*>& actions, const std::string& name) {
+    std::set<std::string> keys;
+    for (const QAction* action : actions) {
+        const std::string text = action->text().toStdString();
+        const std::string key = QKeySequence::mnemonic(action->text()).toString().toStdString();
+        EXPECT_TRUE(key.empty() || keys.insert(key).second) << key << " of " << text << " in " << name;
+        if (action->menu() != nullptr) ExpectKeysOnce(action->menu()->actions(), text);
+    }
+}
 
 } // namespace
 
@@ -178,13 +194,17 @@ TEST_F(CBoardColumnsTest, EachPartOfTheGridHasItsMenuAndNothingMovesWhileItIsOpe
         EGridPart part;
         ECommand has;
     };
+    SelectColumns(2, 2);
+    Do(ColumnHide);
+    ExpectKeysOnce(frame->menuBar()->actions(), "menu bar");
     for (const SCase& each : {SCase{EGridPart::Cell, EditCell}, SCase{EGridPart::RowHeader, RowMoveUp},
-                              SCase{EGridPart::ColumnHeader, ColumnLock}, SCase{EGridPart::Corner, EditSelectAll},
-                              SCase{EGridPart::Outside, SymbolSearch}}) {
+                              SCase{EGridPart::ColumnHeader, ColumnLock}, SCase{EGridPart::Corner, RowShow},
+                              SCase{EGridPart::Outside, RowShow}}) {
         Q_EMIT grid->ContextMenuRequested(each.part, 1, 1, grid->mapToGlobal(QPoint(50, 50)));
         auto* menu = frame->findChild<QMenu*>(QStringLiteral("gridMenu"));
         ASSERT_NE(menu, nullptr);
         EXPECT_TRUE(menu->actions().contains(&frame->Commands().Action(each.has)));
+        ExpectKeysOnce(menu->actions(), fmt::format("menu of part {}", static_cast<int>(each.part)));
         EXPECT_TRUE(grid->IsBusy());
         menu->close();
         QCoreApplication::sendPostedEvents(menu, QEvent::DeferredDelete);

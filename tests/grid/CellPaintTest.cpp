@@ -52,7 +52,8 @@ TEST_F(CellPaint, EachRoleHasItsColour) {
 TEST_F(CellPaint, TheTickTrendIsDrawnAsArrowsAndDots) {
     source.cell = [](int row, int, SCell& cell) {
         cell.SetText(row == 3 ? "\xAD" : row == 4 ? "\xAF" : row == 5 ? "\xB7" : "\xAD\xAF\xB7");
-        cell.tickTrend = row <= 6;
+        cell.tickTrend = row <= 6 || row == 8;
+        if (row == 8) cell.role = ETextRole::Stale;
     };
     const QImage picture = Picture(2);
     const auto half = [&](int row, QRgb color, bool upper) {
@@ -68,6 +69,7 @@ TEST_F(CellPaint, TheTickTrendIsDrawnAsArrowsAndDots) {
     for (const QRgb color : {theme.up, theme.down, theme.unchanged}) {
         EXPECT_GT(CountColor(picture, Place(6, 2, 2), color), 0);
         EXPECT_EQ(CountColor(picture, Place(7, 2, 2), color), 0) << "only in cells that say so";
+        EXPECT_EQ(CountColor(picture, Place(8, 2, 2), color), 0) << "and are fed";
     }
     EXPECT_GT(CountColor(picture, Place(7, 2, 2), theme.text), 0);
 }
@@ -97,10 +99,16 @@ TEST_F(CellPaint, ACutTextShowsItsBeginningAndAFittedColumnCutsNothing) {
     EXPECT_EQ(Extent(Picture(), Place(3, 3)).first, -1) << "and not over it";
     EXPECT_EQ(inkOf(EAlign::Right, true), inkOf(EAlign::Left, true));
     EXPECT_LT(Ink().second, 80 - CGridPainter::kTextPadding) << "the dots end inside the cell";
-    grid.SetColumnWidth(2, grid.FitWidth(2));
-    EXPECT_EQ(inkOf(EAlign::Right, true), inkOf(EAlign::Right, false));
-    grid.SetColumnWidth(2, grid.ColumnWidth(2) - 2);
-    EXPECT_NE(inkOf(EAlign::Right, true), inkOf(EAlign::Right, false)) << "narrower than fitted";
+    const auto cutsNothing = [&](int width) {
+        grid.SetColumnWidth(2, width);
+        grid.ApplyViewSettings(true, true, true, true);
+        const QImage withDots = Picture(grid.devicePixelRatioF());
+        grid.ApplyViewSettings(true, true, false, true);
+        return withDots == Picture(grid.devicePixelRatioF());
+    };
+    const int fit = grid.FitWidth(2);
+    EXPECT_TRUE(cutsNothing(fit));
+    EXPECT_FALSE(cutsNothing(fit - 2));
 }
 
 TEST_F(CellPaint, ASpanningRowIsOneTextWithoutColumnLines) {
@@ -189,23 +197,23 @@ TEST_F(CellPaint, TheHeaderShowsTheSortedColumnAndWhereColumnsAreHidden) {
 }
 
 TEST_F(CellPaint, AChosenBackgroundIsPaintedAndItsTextCanBeRead) {
-    source.cell = [](int, int, SCell& cell) {
-        cell.SetText("HHH");
-        cell.background = 0x80FFFF; // light yellow
-        cell.role = ETextRole::Up;
-    };
-    for (const char* theme : {"light", "dark"}) {
-        grid.ApplyTheme(theme);
-        const QImage picture = Picture(2);
-        EXPECT_GT(CountColor(picture, Place(3, 2, 2), 0xFFFFFF80), 1000);
-        EXPECT_GT(CountColor(picture, Place(3, 2, 2), kLightGridTheme.up), 0) << theme;
-    }
-    source.cell = [](int, int, SCell& cell) {
-        cell.SetText("HHH");
-        cell.role = ETextRole::Explicit;
+    source.cell = [](int row, int, SCell& cell) {
+        cell.SetText(row == 4 ? "\xAD\xAD" : "HHH");
+        cell.tickTrend = true;
+        if (row != 6) cell.background = 0x80FFFF; // light yellow
+        cell.role = row <= 3 ? ETextRole::Up : row == 4 ? ETextRole::Normal : ETextRole::Explicit;
         cell.textColor = 0x000000;
     };
-    EXPECT_GT(CountColor(Picture(2), Place(3, 2, 2), kDarkGridTheme.text), 0) << "black on dark would not be seen";
+    const auto count = [&](int row, QRgb color) { return CountColor(Picture(2), Place(row, 2, 2), color); };
+    for (const char* theme : {"light", "dark"}) {
+        grid.ApplyTheme(theme);
+        EXPECT_GT(count(3, 0xFFFFFF80), 1000);
+        for (const int row : {3, 4}) EXPECT_GT(count(row, kLightGridTheme.up), 0) << theme;
+        EXPECT_GT(count(5, 0xFF000000), 0);
+    }
+    EXPECT_GT(count(6, kDarkGridTheme.text), 0) << "black on dark would not be seen";
+    grid.SetFocusCell(5, 2);
+    EXPECT_GT(count(5, kDarkGridTheme.text), 0) << "nor on what is selected";
 }
 
 TEST_F(CellPaint, EveryByteAndTheLongestTextCanBePainted) {

@@ -7,7 +7,6 @@
 #include <QToolTip>
 #include <QVBoxLayout>
 #include <QWheelEvent>
-#include <tuple>
 #include <vector>
 
 using namespace vx;
@@ -76,28 +75,9 @@ TEST_F(GridInput, TheMouseSelectsCellsRangesColumnsRowsAndAll) {
     EXPECT_EQ(grid.verticalScrollBar()->value(), 0) << "selecting much does not scroll";
 }
 
-TEST_F(GridInput, KeysAndDraggedRowsPassOverHiddenOnes) {
+TEST_F(GridInput, FocusSelectionAndDraggedRowsPassOverHiddenOnes) {
     grid.SetHiddenRows({1, 4, 5, 99, 100});
     EXPECT_EQ(grid.FocusCell(), (SGridCell{2, 1}));
-    const std::vector<std::tuple<Qt::Key, Qt::KeyboardModifiers, SGridCell>> kSteps = {
-        {Qt::Key_Up, {}, {2, 1}},
-        {Qt::Key_Down, {}, {3, 1}},
-        {Qt::Key_Down, {}, {6, 1}},
-        {Qt::Key_Up, {}, {3, 1}},
-        {Qt::Key_Return, {}, {6, 1}},
-        {Qt::Key_Return, Qt::ShiftModifier, {3, 1}},
-        {Qt::Key_Right, Qt::ControlModifier, {3, 10}},
-        {Qt::Key_Tab, {}, {6, 1}},
-        {Qt::Key_Backtab, {}, {3, 10}},
-        {Qt::Key_End, Qt::ControlModifier, {98, 10}},
-        {Qt::Key_Down, {}, {98, 10}},
-        {Qt::Key_PageUp, {}, {98 - Geometry().ScrolledHeight() / Geometry().RowHeight(), 10}},
-        {Qt::Key_Home, Qt::ControlModifier, {2, 1}},
-        {Qt::Key_PageDown, {}, {4 + Geometry().ScrolledHeight() / Geometry().RowHeight(), 1}}};
-    for (const auto& [key, modifiers, expected] : kSteps) {
-        Key(key, modifiers);
-        EXPECT_EQ(grid.FocusCell(), expected) << key;
-    }
     grid.SelectRange({4, 7, 1, 2});
     EXPECT_EQ(grid.SelectedRange(), (SGridRange{4, 7, 1, 2}));
     EXPECT_EQ(grid.FocusCell(), (SGridCell{6, 1}));
@@ -139,34 +119,38 @@ TEST_F(GridInput, DraggingBeyondTheEdgeScrolls) {
     EXPECT_EQ(grid.SelectedRange(), (SGridRange{3, 3, 1, 4}));
 }
 
-TEST_F(GridInput, KeysMoveTheFocusOverHiddenColumnsAndStopAtTheEdges) {
+TEST_F(GridInput, KeysMoveTheFocusOverHiddenRowsAndColumnsAndStopAtTheEdges) {
     for (const int hidden : {3, 10}) grid.SetColumnWidth(hidden, 0);
+    grid.SetHiddenRows({1, 5, 6, 99, 100});
     const int page = Geometry().ScrolledHeight() / Geometry().RowHeight();
     const struct {
         Qt::Key key;
         Qt::KeyboardModifiers modifiers;
         SGridCell to;
-    } steps[] = {{Qt::Key_Right, {}, {2, 4}},
-                 {Qt::Key_Left, {}, {2, 2}},
-                 {Qt::Key_Left, {}, {2, 1}},
-                 {Qt::Key_Left, {}, {2, 1}},
-                 {Qt::Key_Return, {}, {3, 1}},
-                 {Qt::Key_Enter, Qt::KeypadModifier | Qt::ShiftModifier, {2, 1}},
-                 {Qt::Key_Backtab, Qt::ShiftModifier, {1, 9}},
-                 {Qt::Key_Tab, {}, {2, 1}},
-                 {Qt::Key_Up, {}, {1, 1}},
-                 {Qt::Key_Up, {}, {1, 1}},
-                 {Qt::Key_PageDown, {}, {1 + page, 1}},
-                 {Qt::Key_PageUp, {}, {1, 1}},
-                 {Qt::Key_End, {}, {1, 9}},
-                 {Qt::Key_End, Qt::ControlModifier, {100, 9}},
-                 {Qt::Key_Down, {}, {100, 9}},
-                 {Qt::Key_PageDown, {}, {100, 9}},
-                 {Qt::Key_Home, {}, {100, 1}},
-                 {Qt::Key_Home, Qt::ControlModifier, {1, 1}},
-                 {Qt::Key_Down, Qt::ControlModifier, {100, 1}},
-                 {Qt::Key_Right, Qt::ControlModifier, {100, 9}}};
-    grid.SetFocusCell(2, 2);
+    } steps[] = {{Qt::Key_Right, {}, {3, 4}},
+                 {Qt::Key_Left, {}, {3, 2}},
+                 {Qt::Key_Left, {}, {3, 1}},
+                 {Qt::Key_Left, {}, {3, 1}},
+                 {Qt::Key_Return, {}, {4, 1}},
+                 {Qt::Key_Down, {}, {7, 1}},
+                 {Qt::Key_Up, {}, {4, 1}},
+                 {Qt::Key_Enter, Qt::KeypadModifier | Qt::ShiftModifier, {3, 1}},
+                 {Qt::Key_Backtab, Qt::ShiftModifier, {2, 9}},
+                 {Qt::Key_Tab, {}, {3, 1}},
+                 {Qt::Key_Up, {}, {2, 1}},
+                 {Qt::Key_Up, {}, {2, 1}},
+                 {Qt::Key_PageDown, {}, {4 + page, 1}},
+                 {Qt::Key_PageUp, {}, {2, 1}},
+                 {Qt::Key_End, {}, {2, 9}},
+                 {Qt::Key_End, Qt::ControlModifier, {98, 9}},
+                 {Qt::Key_Down, {}, {98, 9}},
+                 {Qt::Key_PageDown, {}, {98, 9}},
+                 {Qt::Key_PageUp, {}, {98 - page, 9}},
+                 {Qt::Key_Home, {}, {98 - page, 1}},
+                 {Qt::Key_Home, Qt::ControlModifier, {2, 1}},
+                 {Qt::Key_Down, Qt::ControlModifier, {98, 1}},
+                 {Qt::Key_Right, Qt::ControlModifier, {98, 9}}};
+    grid.SetFocusCell(3, 2);
     for (const auto& step : steps) {
         Key(step.key, step.modifiers);
         EXPECT_EQ(grid.FocusCell(), step.to) << step.key;
@@ -222,6 +206,12 @@ TEST_F(GridInput, ACellLookedForComesWellIntoView) {
     const int scrolled = grid.verticalScrollBar()->value();
     grid.SetFocusCell(62, 8);
     EXPECT_EQ(grid.verticalScrollBar()->value(), scrolled) << "what can be seen stays where it is";
+    // Sideways too: not for a neighbour, and not for one text across all columns.
+    source.span = [](int row, SCell&) { return row == 63; };
+    grid.horizontalScrollBar()->setValue(0);
+    grid.SetFocusCell(62, Geometry().LastScrolledColumn() - 1);
+    grid.SetFocusCell(63, 10);
+    EXPECT_EQ(grid.horizontalScrollBar()->value(), 0);
 }
 
 TEST_F(GridInput, FocusAndSelectionStayOnCellsThatAreThere) {

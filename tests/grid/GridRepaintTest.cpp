@@ -123,34 +123,46 @@ TEST_F(GridRepaint, AsksForAsManyCellsWithManyRowsAsWithFew) {
 }
 
 TEST_F(GridRepaint, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
-    std::mt19937 random(11);
-    std::vector<int> values(100 * 11, 1234);
+    grid.SetRowCount(100'000);
+    std::vector<int> values(100'001 * 11, 1234);
+    const auto at = [](int row, int column) { return static_cast<size_t>(row * 11 + column); };
     source.cell = [&](int row, int column, SCell& cell) {
-        cell.SetText(std::to_string(values[static_cast<size_t>(row * 11 + column - 11)]));
+        cell.SetText(std::to_string(values[at(row, column)]));
         cell.align = EAlign::Right;
     };
     source.span = [](int row, SCell& cell) {
         if (row % 9 == 0) cell.SetText("A heading");
         return row % 9 == 0;
     };
-    grid.SetLockedColumns(1);
-    grid.UpdateAll();
-    for (int pass = 0; pass < 40; ++pass) {
-        for (int i = 0; i < 30; ++i) {
-            const int row = static_cast<int>(random() % 100) + 1;
-            const int column = static_cast<int>(random() % 10) + 1;
-            values[static_cast<size_t>(row * 11 + column - 11)] = static_cast<int>(random() % 100'000);
-            grid.MarkCellChanged(row, column);
-        }
-        grid.FlushChanges();
-        if (pass % 3 == 1) grid.SetFocusCell(static_cast<int>(random() % 100) + 1, static_cast<int>(random() % 10) + 1);
-        if (pass % 5 == 2) Key(Qt::Key_Down, Qt::ShiftModifier);
-        ProcessAll();
-    }
-    const QImage whole = grid.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    std::vector<int> hidden = {1, 5, 7, 8};
+    for (int row = 11; row <= 90'010; ++row) hidden.push_back(row);
     const QRect cells = QRectF(QPointF(), QSizeF(Cells()->size()) * grid.devicePixelRatioF()).toRect();
-    EXPECT_EQ(OnScreen().copy(cells), whole.copy(cells));
+    std::mt19937 random(11);
+    for (const std::vector<int>& rows : {std::vector<int>{}, hidden}) {
+        grid.SetHiddenRows(rows);
+        grid.SetLockedColumns(rows.empty() ? 1 : 0);
+        for (int pass = 0; pass < 40; ++pass) {
+            for (int i = 0; i < 30; ++i) {
+                const int row =
+                    Geometry().RowAtPlace(static_cast<int>(random() % 25) + 1) - static_cast<int>(i % 5 == 0);
+                const int column = static_cast<int>(random() % 10) + 1;
+                values[at(row, column)] = static_cast<int>(random() % 100'000);
+                grid.MarkCellChanged(row, column);
+            }
+            if (pass % 4 == 0) grid.MarkRowChanged(10);
+            grid.FlushChanges();
+            if (pass % 3 == 1)
+                grid.SetFocusCell(Geometry().RowAtPlace(static_cast<int>(random() % 25) + 1),
+                                  static_cast<int>(random() % 10) + 1);
+            if (pass % 5 == 2) Key(Qt::Key_Down, Qt::ShiftModifier);
+            if (pass % 7 == 6) grid.SetMarkedRange(SGridRange{5, 50'000, 2, 3});
+            ProcessAll();
+        }
+        const QImage whole = grid.grab().toImage().convertToFormat(QImage::Format_RGB32);
+        EXPECT_EQ(OnScreen().copy(cells), whole.copy(cells));
+    }
     // Into pixels of three bytes cells cannot be written at once.
+    const QImage whole = grid.grab().toImage().convertToFormat(QImage::Format_RGB32);
     QImage other(whole.size(), QImage::Format_RGB888);
     other.setDevicePixelRatio(grid.devicePixelRatioF());
     grid.render(&other);
@@ -158,16 +170,8 @@ TEST_F(GridRepaint, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
     EXPECT_EQ(other.copy(cells).convertToFormat(QImage::Format_RGB32), whole.copy(cells));
 }
 
-TEST_F(GridRepaint, WithHiddenRowsBetweenPartialPaintsShowWhatAFullOneWould) {
-    std::mt19937 random(12);
+TEST_F(GridRepaint, HiddenRowsCostNothingAndAreMarkedBesideTheirNeighbours) {
     grid.SetRowCount(100'000);
-    std::vector<int> values(100'001 * 11, 1234);
-    const auto at = [](int row, int column) { return static_cast<size_t>(row * 11 + column); };
-    source.cell = [&](int row, int column, SCell& cell) { cell.SetText(std::to_string(values[at(row, column)])); };
-    source.span = [](int row, SCell& cell) {
-        if (row % 9 == 0) cell.SetText("A heading");
-        return row % 9 == 0;
-    };
     std::vector<int> hidden = {1, 5, 7, 8};
     for (int row = 11; row <= 90'010; ++row) hidden.push_back(row);
     grid.SetHiddenRows(hidden);
@@ -181,29 +185,13 @@ TEST_F(GridRepaint, WithHiddenRowsBetweenPartialPaintsShowWhatAFullOneWould) {
     for (const int row : {2, 10, 90'011}) grid.MarkCellChanged(row, 1);
     grid.FlushChanges();
     EXPECT_EQ(Painted(), (SPaintCounters{1, 3}));
-    const std::array<int, 9> kRows = {2, 3, 4, 6, 9, 10, 90'011, 90'012, 90'020};
-    for (int pass = 0; pass < 40; ++pass) {
-        for (int i = 0; i < 20; ++i) {
-            const int row = kRows[random() % kRows.size()] - static_cast<int>(random() % 2);
-            const int column = static_cast<int>(random() % 10) + 1;
-            values[at(row, column)] = static_cast<int>(random() % 100'000);
-            grid.MarkCellChanged(row, column);
-        }
-        if (pass % 4 == 0) grid.MarkRowChanged(10);
-        grid.FlushChanges();
-        if (pass % 3 == 1) grid.SetFocusCell(kRows[random() % kRows.size()], static_cast<int>(random() % 5) + 1);
-        if (pass % 5 == 2) Key(Qt::Key_Down, Qt::ShiftModifier);
-        if (pass % 7 == 6) grid.SetMarkedRange(SGridRange{5, 50'000, 2, 3});
-        ProcessAll();
+    for (const int column : {0, 1}) {
+        grid.SetRowNumbersVisible(column == 0);
+        const QImage picture = Picture();
+        const auto mark = [&](int row) { return CountColor(picture, Place(row, column), grid.Theme().focusIdle); };
+        for (const int row : {2, 4, 6, 10}) EXPECT_GT(mark(row), 20) << "hidden rows lie beside " << row;
+        EXPECT_EQ(mark(3), 0);
     }
-    const QImage whole = grid.grab().toImage().convertToFormat(QImage::Format_RGB32);
-    const QRect cells = QRectF(QPointF(), QSizeF(Cells()->size()) * grid.devicePixelRatioF()).toRect();
-    EXPECT_EQ(OnScreen().copy(cells), whole.copy(cells));
-    grid.EnsureVisible(2, 1);
-    const QImage picture = Picture();
-    for (const int row : {2, 4, 6, 10})
-        EXPECT_GT(CountColor(picture, Place(row, 0), grid.Theme().focusIdle), 20) << "hidden rows lie beside " << row;
-    EXPECT_EQ(CountColor(picture, Place(3, 0), grid.Theme().focusIdle), 0);
 }
 
 TEST_F(GridRepaint, LightsAChangedCellAndPutsItOut) {
