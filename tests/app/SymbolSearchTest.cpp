@@ -6,7 +6,7 @@
 #include "app/SearchFilter.h"
 #include "app/SymbolSearchDlg.h"
 #include "feed/ClientAppSocket.h"
-#include "feed/LookupPeer.h"
+#include "support/LookupPeer.h"
 #include "support/EventLoop.h"
 #include "support/FakeClock.h"
 #include "support/Gui.h"
@@ -79,7 +79,7 @@ protected:
 } // namespace
 
 TEST_F(CSymbolSearchTest, SearchesSeveralMarketsByDescriptionAndShowsResultsAsTheyCome) {
-    const CLookupPeer tables({{{"7,ALPHA,Alpha %s Exchange,1,EQ\r\n11,<b>HARBOR,Harbor,1,EQ\r\n!ENDMSG!,\r\n"}}});
+    const CLookupPeer tables({{"7,ALPHA,Alpha %s Exchange,1,EQ\r\n11,<b>HARBOR,Harbor,1,EQ\r\n!ENDMSG!,\r\n"}});
     CMainFrame& frame = ConnectedFrame();
     TablesAreAt(tables.Port());
     Open(frame);
@@ -167,13 +167,13 @@ TEST_F(CSymbolSearchTest, AFeedThatDoesNotAnswerIsToldOf) {
     auto& mode = Find<QComboBox>("filterMode");
     mode.setCurrentIndex(CSearchFilter::kSecurityTypes);
     EXPECT_THAT(Find<CListView>("filterList").EmptyText().toStdString(), testing::HasSubstr("cannot be reached"));
-    const CLookupPeer silent({{{}, SLookupAnswer::EThen::Stays}});
+    const CLookupPeer silent({{"", SLookupAnswer::EThen::Stays}});
     TablesAreAt(silent.Port());
     dialog->Filter().SetTimeoutMs(20);
     Find<QPushButton>("loadAgain").click();
     EXPECT_THAT(Find<CListView>("filterList").EmptyText().toStdString(), testing::HasSubstr("does not answer"));
     dialog->Filter().SetTimeoutMs(2000);
-    const CLookupPeer tables({{{"3,SHORT,Long\r\n!ENDMSG!,\r\n"}}});
+    const CLookupPeer tables({{"3,SHORT,Long\r\n!ENDMSG!,\r\n"}});
     TablesAreAt(tables.Port());
     Find<QPushButton>("loadAgain").click();
     ASSERT_EQ(Find<CListView>("filterList").model()->rowCount(), 1);
