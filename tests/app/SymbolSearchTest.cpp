@@ -6,10 +6,10 @@
 #include "app/SearchFilter.h"
 #include "app/SymbolSearchDlg.h"
 #include "feed/ClientAppSocket.h"
-#include "support/LookupPeer.h"
 #include "support/EventLoop.h"
 #include "support/FakeClock.h"
 #include "support/Gui.h"
+#include "support/LookupPeer.h"
 #include "support/MessageBoxes.h"
 #include "support/ScriptedFeed.h"
 #include "watchlist/Commands.h"
@@ -157,6 +157,11 @@ TEST_F(CSymbolSearchTest, AFeedThatDoesNotAnswerIsToldOf) {
     Find<QPushButton>("stop").click();
     EXPECT_TRUE(Says(QStringLiteral("Stopped. Found so far: 0.")));
     EXPECT_FALSE(Find<QPushButton>("stop").isEnabled());
+    SearchFor("IBM");
+    feed.lookup.Says("LSearch,LS,A,,1,x,\r\nLSearch,!ENDMSG!,\r\n");
+    EXPECT_TRUE(Finds(1)) << "the search before it may never be answered";
+    feed.lookup.Says("LSearch,LS,B,,1,x,\r\nLSearch,LS,C,,1,x,\r\nLSearch,!ENDMSG!,\r\n");
+    EXPECT_TRUE(Finds(2)) << "but that was its reply, and this is the present one's";
     SearchFor("IBM");
     feed.lookup.HangsUp();
     EXPECT_TRUE(Says(QStringLiteral("The feed client has closed the connection. Found until then: 0.")));
