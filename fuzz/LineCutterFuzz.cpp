@@ -1,8 +1,8 @@
 // Cuts arbitrary bytes, arriving in arbitrary pieces, with the product and with a plain byte loop; both must hand over
 // the same lines. The first byte chooses how the rest is cut into pieces.
 
-#include "feed/ReadsSocket.h"
 #include "feed/StreamSocket.h"
+#include "support/ReadsSocket.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -2,7 +2,7 @@
 
 #include "feed/ClientAppSocket.h"
 #include "feed/FeedSession.h"
-#include "feed/ReadsSocket.h"
+#include "support/ReadsSocket.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -81,6 +81,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         at += piece;
         const bool goesOn = reply.Take(received);
         if (goesOn != plain.Take(received) || reply.Text() != plain.text) std::abort();
+        const bool holdsEnd =
+            std::strstr(plain.text.c_str(), "!ENDMSG!") || std::strstr(plain.text.c_str(), "!SYNTAX_ERROR!");
+        if (reply.HoldsSplitEnd() != holdsEnd) std::abort();
         if (!goesOn) break;
     }
     Table table;

@@ -96,7 +96,7 @@ void CLinkDesk::SaveAllWindows() {
 }
 
 void CLinkDesk::PostSaveMessage() {
-    QCoreApplication::postEvent(&m_frame, new CRegisteredMessage(RegisterMessage(kSaveWorkspaceMessageName), 0, 0));
+    QCoreApplication::postEvent(&m_frame, new CRegisteredMessage(RegisterMessage(kSaveWorkspaceMessageName)));
 }
 
 void CLinkDesk::SaveWorkspace() {

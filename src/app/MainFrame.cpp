@@ -235,7 +235,7 @@ void CMainFrame::OnStatusTimer() {
     if (live == m_live) return;
     m_live = live;
     QCoreApplication::postEvent(m_view,
-                                new CRegisteredMessage(RegisterMessage(kConnectStatusMessageName), live ? 1 : 0, 0));
+                                new CRegisteredMessage(RegisterMessage(kConnectStatusMessageName), live ? 1 : 0));
 }
 
 void CMainFrame::ShowAbout() {

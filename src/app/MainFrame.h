@@ -6,12 +6,15 @@
 #include "app/NorvMainFrame.h"
 #include "data/L1DataStore.h"
 #include "data/MarketClock.h"
+#include "data/SymbolKeyed.h"
 #include "feed/LookupTables.h"
 #include "watchlist/WatchlistFrame.h"
 
 #include <QTimer>
 
 #include <memory>
+#include <string>
+#include <unordered_set>
 
 namespace vx {
 
@@ -112,6 +115,8 @@ private:
     CLookupTables m_lookupTables;
     CL1DataStore m_store;
     CMarketClock m_clock;
+    /// Symbols whose watch has ended once: the feed client may still refuse them.
+    std::unordered_set<std::string, SSymbolKeyHash, std::equal_to<>> m_unwatched;
     CFeedHealth m_health;
     CStatusPanes* m_panes;
     std::unique_ptr<CWatchlistDoc> m_doc;

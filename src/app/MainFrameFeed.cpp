@@ -36,7 +36,8 @@ void CMainFrame::OnRegionalMessage(std::string_view line) {
 void CMainFrame::OnSystemMessage(std::string_view line) {
     m_health.NoteLine();
     m_health.SetStatusWord(Stats().status);
-    if (const auto& pending = LimitedSymbols().Pending(); !pending.empty())
+    // A refusal that crossed the end of the watch; one of a symbol that was never watched here waits like any other.
+    if (const auto& pending = LimitedSymbols().Pending(); !pending.empty() && m_unwatched.contains(pending.back()))
         ForgetIfUnwanted(std::string(pending.back()));
     if (!HandleReadyLine(line)) return;
     m_doc->SetFeedReady();
@@ -68,7 +69,11 @@ void CMainFrame::OnNewsMessage(std::string_view line) {
 
 void CMainFrame::OnNewsCounts(std::string_view reply) { m_doc->OnNewsCounts(reply); }
 
-void CMainFrame::OnUnwatched(std::string_view symbol) { ForgetIfUnwanted(FeedSymbol(symbol)); }
+void CMainFrame::OnUnwatched(std::string_view symbol) {
+    const std::string_view feedSymbol = FeedSymbol(symbol);
+    m_unwatched.emplace(feedSymbol);
+    ForgetIfUnwanted(feedSymbol);
+}
 
 // A symbol is still wanted for its own row, or for that of one of its regions.
 void CMainFrame::ForgetIfUnwanted(std::string_view feedSymbol) {

@@ -20,6 +20,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace vx {
 
@@ -141,10 +142,12 @@ void CSymbolSearchDlg::Stop() {
     ShowState();
 }
 
-// The session's results only grow while a search lasts, so that the number of rows says which of them are new,
-// however the rows are sorted.
+// The session's results only grow within a generation, so that the number of rows says which of them are new, however
+// the rows are sorted.
 void CSymbolSearchDlg::TakeResults() {
-    const std::vector<SSearchResult>& results = m_session.LookupReplies().search.Results();
+    const CSearchResults& search = m_session.LookupReplies().search;
+    if (std::exchange(m_generation, search.Generation()) != search.Generation()) m_results->Clear();
+    const std::vector<SSearchResult>& results = search.Results();
     std::vector<CSearchResultModel::SRow> rows;
     for (auto i = static_cast<size_t>(m_results->rowCount()); i < results.size(); ++i) {
         const SSearchResult& result = results[i];

@@ -41,7 +41,8 @@ public:
     bool Connect(const char* host, unsigned port);
 
     virtual void Close();
-    /// Receives at most length bytes: the count, 0 when the peer has closed or length is 0, -1 on an error.
+    /// Receives at most length bytes: the count, 0 when the peer has closed or length is 0, -1 on an error. No flag is
+    /// known, here and in Send.
     virtual int Receive(void* buffer, int length, int flags = 0);
     /// Hands bytes to the system once: the count, which may be short, or -1. Nothing is kept for later.
     virtual int Send(const void* buffer, int length, int flags = 0);

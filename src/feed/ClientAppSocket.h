@@ -41,7 +41,6 @@ public:
     int Send(const void* buffer, int length, int flags = 0) override;
     const std::string& Host() const { return m_host; }
     unsigned Port() const { return m_port; }
-    uint32_t RetriesLeft() const { return m_retriesLeft; }
 
 protected:
     void OnMessage(std::string_view line) override;

@@ -14,6 +14,8 @@ namespace {
 
 constexpr const char* kClientName = "VxWatchlist";
 constexpr const char* kProtocol = "6.2";
+// With CZantrelClientAppSocket::kRetryMs in between: 2.5 seconds for the feed client to start, then a minute for its
+// data.
 constexpr uint32_t kAdminRetries = 10;
 constexpr uint32_t kDataRetries = 240;
 constexpr std::string_view kStatusMarker = "S,STATS";

@@ -45,7 +45,6 @@ protected:
     /// reply did not come to an end, by its marker or by the peer's, within the time-out.
     bool Exchange(std::string_view request);
     std::string_view Reply() const { return m_reply.Text(); }
-    const CNativeSocket& Connection() const { return m_socket; }
 
     mutable std::mutex m_lock; ///< Guards what a derived class has loaded.
 

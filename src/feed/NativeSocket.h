@@ -24,7 +24,6 @@ public:
     /// Makes the socket, any local port and address; a socket that was open before is closed.
     int Open();
     void Close();
-    bool IsOpen() const { return m_descriptor >= 0; }
     int Descriptor() const { return m_descriptor; }
 
     /// Begins to connect; kSocketWouldBlock means that the outcome shows when the socket becomes writable.

@@ -43,9 +43,8 @@ std::string SymbolSearchRequest(ESearchBy by, std::string_view text, std::string
 
 void CSearchResults::Clear() {
     m_results.clear();
-    m_ended = m_dropped = false;
-    m_owed = SilentMs() >= kLostMs ? 0 : m_owed - m_refused;
-    m_refused = 0;
+    m_ended = m_dropped = m_refused = false;
+    ++m_generation;
 }
 
 void CSearchResults::Expect() {
@@ -53,26 +52,26 @@ void CSearchResults::Expect() {
     m_heardMs = CClock::Instance().MonotonicMs();
 }
 
-void CSearchResults::Refuse() { m_refused = std::min(m_refused + 1, m_owed); }
+void CSearchResults::Refuse() { m_refused = m_owed > 0; }
 
 int64_t CSearchResults::SilentMs() const { return CClock::Instance().MonotonicMs() - m_heardMs; }
 
 void CSearchResults::OnLine(std::string_view line) {
     m_heardMs = CClock::Instance().MonotonicMs();
-    const bool former = m_owed > 1;
-    if (const auto fields = SplitCountingTail(line, ','); fields.size() >= kFieldCount) {
-        if (former) return;
-        if (m_results.size() < kMostResults)
-            m_results.push_back(
-                {Cut(fields[kSymbol]), Cut(fields[kDescription]), Cut(fields[kMarket]), Cut(fields[kSecurityType])});
-        else if (!std::exchange(m_dropped, true))
-            FeedLogOf(kLookupSlot).Failed(fmt::format("a search has more than {} results", kMostResults));
-    } else if (ContainsText(line, kEnd)) {
+    const auto fields = SplitCountingTail(line, ',');
+    const bool isEnd = fields.size() < kFieldCount;
+    if (isEnd && !ContainsText(line, kEnd)) return;
+    if (m_ended && m_owed > 0) Clear();
+    m_refused = false;
+    if (isEnd) {
         m_owed = std::max(m_owed - 1, 0);
-        m_refused = std::max(m_refused - 1, 0);
-        if (former) return;
         m_ended = true;
         if (m_results.empty()) m_results.push_back({std::string(kNothingFound), "", "", ""});
+    } else if (m_results.size() < kMostResults) {
+        m_results.push_back(
+            {Cut(fields[kSymbol]), Cut(fields[kDescription]), Cut(fields[kMarket]), Cut(fields[kSecurityType])});
+    } else if (!std::exchange(m_dropped, true)) {
+        FeedLogOf(kLookupSlot).Failed(fmt::format("a search has more than {} results", kMostResults));
     }
 }
 

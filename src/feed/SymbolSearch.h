@@ -8,6 +8,7 @@
 
 namespace vx {
 
+/// What the text of a search is compared with.
 enum class ESearchBy { Symbol, Description };
 
 /// The request for a symbol search, its line end included.
@@ -30,9 +31,9 @@ struct SSearchResult {
 
 /// Collects the results of one symbol search as its lines arrive.
 ///
-/// All searches share one id, so that replies are told apart by their order alone: while a former search still owes its
-/// end, what comes up to that end is the former's and is dropped. A former search that was refused without an end, or
-/// was silent for kLostMs, owes nothing any more.
+/// All searches share one id, so that replies are told apart by their ends alone. Whatever comes is taken for the
+/// present search's; when a further reply follows the first end while one is still owed, that end was a former
+/// search's, and the further reply takes its place.
 ///
 /// Units   times in milliseconds of CClock's monotonic time
 /// Owns    the results
@@ -41,7 +42,6 @@ class CSearchResults {
 public:
     static constexpr size_t kMostResults = 10000;
     static constexpr size_t kMostTextBytes = 255; ///< Of each text, as in every cell.
-    static constexpr int64_t kLostMs = 5000;
     /// The symbol of the only result of a search that found none.
     static constexpr std::string_view kNothingFound = "No Results Found";
 
@@ -49,19 +49,21 @@ public:
     void Clear();
     /// The request of the search went out, so that a reply is owed.
     void Expect();
-    /// The feed client refused a request. When an end belongs to that, it comes right behind.
+    /// The feed client refused a request.
     void Refuse();
     /// Takes one reply line. A search that ends without a result has one whose symbol is kNothingFound.
     ///
     /// Errors  none: other lines are ignored, results beyond kMostResults are dropped, which is logged
     void OnLine(std::string_view line);
 
-    /// In the order of arrival; grows at its end only, until Clear.
+    /// In the order of arrival; grows at its end only, within one generation.
     const std::vector<SSearchResult>& Results() const { return m_results; }
+    /// How often results were dropped, for a new search or for a further reply.
+    int Generation() const { return m_generation; }
     /// Whether the end of the reply has come.
     bool Ended() const { return m_ended; }
     /// Whether the request was refused and no end came.
-    bool IsRefused() const { return m_owed > 0 && m_refused >= m_owed; }
+    bool IsRefused() const { return m_refused && !m_ended; }
     /// Whether results beyond kMostResults were dropped.
     bool IsCut() const { return m_dropped; }
     /// How long ago the request went out, or the last line came, whichever is later.
@@ -71,8 +73,9 @@ private:
     std::vector<SSearchResult> m_results;
     bool m_ended = false;
     bool m_dropped = false;
-    int m_owed = 0;    ///< Ends still to come, the present search's included.
-    int m_refused = 0; ///< Of these, the ones that may never come.
+    bool m_refused = false;
+    int m_generation = 0;
+    int m_owed = 0; ///< Ends still to come, the present search's included; some may never come.
     int64_t m_heardMs = 0;
 };
 

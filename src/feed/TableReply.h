@@ -15,6 +15,7 @@ namespace vx {
 /// dropped, wherever the receive before was cut.
 ///
 /// Owns    the text
+/// Thread  one thread at a time
 class CTableReply {
 public:
     /// A reply beyond so many bytes is no table: a table of 256 entries has some 20 KiB.
@@ -39,6 +40,8 @@ private:
 ///         the last comma counts only when it is not empty. One CR at the end of a line is dropped.
 /// Errors  lines without an id, or with one outside 0 to 255, are skipped; an id that is no number reads as 0
 /// Owns    nothing: the texts are views of the reply
+/// Thread  any
+/// Source  docs/feed-protocol.md, "Code tables"
 void ReadTableReply(std::string_view reply,
                     const std::function<void(int id, std::span<const std::string_view> texts)>& entry);
 

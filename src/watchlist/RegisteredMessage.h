@@ -11,17 +11,14 @@ namespace vx {
 /// Thread  GUI thread only
 QEvent::Type RegisterMessage(std::string_view name);
 
-/// A registered message on its way to a window, with the two parameters that such messages carry.
+/// A registered message on its way to a window, with a number whose meaning is the message's own.
 class CRegisteredMessage : public QEvent {
 public:
-    CRegisteredMessage(QEvent::Type type, uint32_t first, uint32_t second)
-        : QEvent(type), m_first(first), m_second(second) {}
-    uint32_t First() const { return m_first; }
-    uint32_t Second() const { return m_second; }
+    explicit CRegisteredMessage(QEvent::Type type, uint32_t number = 0) : QEvent(type), m_number(number) {}
+    uint32_t Number() const { return m_number; }
 
 private:
-    uint32_t m_first;
-    uint32_t m_second;
+    uint32_t m_number;
 };
 
 } // namespace vx

@@ -120,9 +120,7 @@ void CWatchlistView::OnRepaintTimer() {
     m_grid->FlushChanges();
 }
 
-void CWatchlistView::PostPaintMessage() {
-    QCoreApplication::postEvent(this, new CRegisteredMessage(m_paintMessage, 0, 0));
-}
+void CWatchlistView::PostPaintMessage() { QCoreApplication::postEvent(this, new CRegisteredMessage(m_paintMessage)); }
 
 void CWatchlistView::OnGridRebuilt() {
     m_grid->SetMarkedRange({});
@@ -165,7 +163,7 @@ void CWatchlistView::customEvent(QEvent* event) {
     if (event->type() == m_paintMessage)
         m_doc.OnPaintMessage();
     else if (event->type() == m_connectMessage)
-        m_grid->SetStale(static_cast<CRegisteredMessage*>(event)->First() == 0);
+        m_grid->SetStale(static_cast<CRegisteredMessage*>(event)->Number() == 0);
 }
 
 } // namespace vx

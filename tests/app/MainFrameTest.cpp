@@ -135,6 +135,8 @@ TEST_F(CMainFrameTest, AnUnwatchedSymbolNoLongerWaitsForRoom) {
     frame.Document().EmptyRow(1);
     EXPECT_TRUE(frame.LimitedSymbols().Pending().empty());
     EXPECT_TRUE(Level1Heard("rIBM\n"));
+    feed.level1.Says("S,SYMBOL LIMIT REACHED,NEVER\r\nS,SYMBOL LIMIT REACHED,IBM\r\nT,20240131 09:30:05\r\n");
+    EXPECT_TRUE(Level1Heard("wNEVER\n")) << "IBM's refusal has crossed its unwatch";
 }
 
 TEST_F(CMainFrameTest, WatchesThatFoundNoConnectionGoOutWhenThereIsOne) {

@@ -6,10 +6,10 @@
 #include "app/SearchFilter.h"
 #include "app/SymbolSearchDlg.h"
 #include "feed/ClientAppSocket.h"
-#include "feed/LookupPeer.h"
 #include "support/EventLoop.h"
 #include "support/FakeClock.h"
 #include "support/Gui.h"
+#include "support/LookupPeer.h"
 #include "support/MessageBoxes.h"
 #include "support/ScriptedFeed.h"
 #include "watchlist/Commands.h"
@@ -80,7 +80,7 @@ protected:
 } // namespace
 
 TEST_F(CSymbolSearchTest, SearchesSeveralMarketsByDescriptionAndShowsResultsAsTheyCome) {
-    const CLookupPeer tables({{{"7,ALPHA,Alpha %s Exchange,1,EQ\r\n11,<b>HARBOR,Harbor,1,EQ\r\n!ENDMSG!,\r\n"}}});
+    const CLookupPeer tables({{"7,ALPHA,Alpha %s Exchange,1,EQ\r\n11,<b>HARBOR,Harbor,1,EQ\r\n!ENDMSG!,\r\n"}});
     CMainFrame& frame = ConnectedFrame();
     TablesAreAt(tables.Port());
     Open(frame);
@@ -163,6 +163,11 @@ TEST_F(CSymbolSearchTest, AFeedThatDoesNotAnswerIsToldOf) {
     EXPECT_TRUE(Says(QStringLiteral("Stopped. Found so far: 0.")));
     EXPECT_FALSE(Find<QPushButton>("stop").isEnabled());
     SearchFor("IBM");
+    feed.lookup.Says("LSearch,LS,A,,1,x,\r\nLSearch,!ENDMSG!,\r\n");
+    EXPECT_TRUE(Finds(1)) << "the search before it may never be answered";
+    feed.lookup.Says("LSearch,LS,B,,1,x,\r\nLSearch,LS,C,,1,x,\r\nLSearch,!ENDMSG!,\r\n");
+    EXPECT_TRUE(Finds(2)) << "but that was its reply, and this is the present one's";
+    SearchFor("IBM");
     feed.lookup.HangsUp();
     EXPECT_TRUE(Says(QStringLiteral("The feed client has closed the connection. Found until then: 0.")));
     SearchFor("IBM");
@@ -172,13 +177,13 @@ TEST_F(CSymbolSearchTest, AFeedThatDoesNotAnswerIsToldOf) {
     auto& mode = Find<QComboBox>("filterMode");
     mode.setCurrentIndex(CSearchFilter::kSecurityTypes);
     EXPECT_THAT(Find<CListView>("filterList").EmptyText().toStdString(), testing::HasSubstr("cannot be reached"));
-    const CLookupPeer silent({{{}, SLookupAnswer::EThen::Stays}});
+    const CLookupPeer silent({{"", SLookupAnswer::EThen::Stays}});
     TablesAreAt(silent.Port());
     dialog->Filter().SetTimeoutMs(20);
     Find<QPushButton>("loadAgain").click();
     EXPECT_THAT(Find<CListView>("filterList").EmptyText().toStdString(), testing::HasSubstr("does not answer"));
     dialog->Filter().SetTimeoutMs(2000);
-    const CLookupPeer tables({{{"3,SHORT,Long\r\n!ENDMSG!,\r\n"}}});
+    const CLookupPeer tables({{"3,SHORT,Long\r\n!ENDMSG!,\r\n"}});
     TablesAreAt(tables.Port());
     Find<QPushButton>("loadAgain").click();
     ASSERT_EQ(Find<CListView>("filterList").model()->rowCount(), 1);

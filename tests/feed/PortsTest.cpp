@@ -1,56 +1,39 @@
 #include "feed/Ports.h"
 
-#include <QTemporaryDir>
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
 using namespace vx;
+using namespace vx::test;
 
-namespace {
-
-struct PortsTest : testing::Test {
-    QTemporaryDir folder;
-    CRegistry registry{folder.path().toStdString()};
-    CNorvPorts ports{registry};
-
-    std::string Text(std::string_view name) {
+TEST(Ports, AreTextsOfTheRegistryAndWrittenWhereThereIsNone) {
+    const CTempFolder folder;
+    CRegistry registry(folder.Path());
+    CNorvPorts ports(registry);
+    const auto text = [&](std::string_view name) {
         const auto value = registry.Read(kStartupKey, name);
         return value && value->kind == ERegistryKind::Text ? value->text : "(none)";
-    }
-};
-
-} // namespace
-
-TEST_F(PortsTest, AMissingPortIsWrittenAsItsDefault) {
+    };
     EXPECT_FALSE(registry.KeyExists(kStartupKey));
     EXPECT_EQ(ports.GetPort(kAdminPort), 9300);
     EXPECT_EQ(ports.GetPort(kLookupPort), 9100);
     EXPECT_EQ(ports.GetPort(kLevel1Port), 5009);
-    EXPECT_EQ(Text("AdminPort"), "9300");
-    EXPECT_EQ(Text("LookupPort"), "9100");
-    EXPECT_EQ(Text("Level1Port"), "5009");
-}
+    EXPECT_EQ(text("AdminPort") + text("LookupPort") + text("Level1Port"), "930091005009");
 
-TEST_F(PortsTest, ATextIsReadAsItIsAndStays) {
-    const std::pair<const char*, int> cases[] = {{"9101", 9101},           {"abc", 0},   {"", 0}, {" 80x", 80},
+    const std::pair<const char*, int> stays[] = {{"9101", 9101},           {"abc", 0},   {"", 0}, {" 80x", 80},
                                                  {"65616", 65616 % 65536}, {"-1", 65535}};
-    for (const auto& [text, port] : cases) {
-        registry.WriteText(kStartupKey, "LookupPort", text);
-        EXPECT_EQ(ports.GetPort(kLookupPort), port) << text;
-        EXPECT_EQ(Text("LookupPort"), text);
+    for (const auto& [value, port] : stays) {
+        registry.WriteText(kStartupKey, "LookupPort", value);
+        EXPECT_EQ(ports.GetPort(kLookupPort), port) << value;
+        EXPECT_EQ(text("LookupPort"), value);
     }
-}
-
-TEST_F(PortsTest, WhatIsNoShortTextIsReplaced) {
     registry.WriteDword(kStartupKey, "LookupPort", 9101);
+    registry.WriteText(kStartupKey, "AdminPort", std::string(255, '1'));
     EXPECT_EQ(ports.GetPort(kLookupPort), 9100);
-    EXPECT_EQ(Text("LookupPort"), "9100");
-    registry.WriteText(kStartupKey, "LookupPort", std::string(255, '1'));
-    EXPECT_EQ(ports.GetPort(kLookupPort), 9100);
-    EXPECT_EQ(Text("LookupPort"), "9100");
-}
+    EXPECT_EQ(ports.GetPort(kAdminPort), 9300);
+    EXPECT_EQ(text("LookupPort") + text("AdminPort"), "91009300");
 
-TEST(Ports, AStoreThatCannotBeWrittenGivesTheDefault) {
     CRegistry nowhere("/dev/null/registry");
-    EXPECT_EQ(CNorvPorts(nowhere).GetPort(kLevel1Port), 5009);
+    EXPECT_EQ(CNorvPorts(nowhere).GetPort(kLevel1Port), 5009) << "also where nothing can be written";
 }

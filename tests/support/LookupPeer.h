@@ -1,10 +1,8 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <mutex>
 #include <string>
-#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -19,8 +17,7 @@ struct SLookupAnswer {
         Floods, ///< Whole lines as fast as they are taken, until the other side ends it.
         Resets
     };
-    /// Each one is sent when the one before has been received; see CLookupPeer::ReaderIs.
-    std::vector<std::string> pieces;
+    std::string says;
     EThen then = EThen::Closes;
 };
 
@@ -37,23 +34,11 @@ public:
     /// The requests so far, one for each connection.
     std::vector<std::string> Heard() const;
 
-    /// The descriptor that the other side reads from, which tells when a piece has been received. Needed before an
-    /// answer of several pieces goes on; good for one connection.
-    void ReaderIs(int descriptor) { m_reader = descriptor; }
-
 private:
-    void Run();
-    void Serve(int peer, const SLookupAnswer& answer);
-    bool Hear(int peer);
-    bool Readable(int descriptor, int milliseconds) const;
-    void AwaitReceived(int peer);
-    void AwaitEnd(int peer);
+    void Serve(const SLookupAnswer& answer);
 
-    std::vector<SLookupAnswer> m_answers;
-    int m_listener = -1;
-    int m_stop[2] = {-1, -1}; ///< A pipe: readable once the test is over.
+    int m_listener;
     uint16_t m_port = 0;
-    std::atomic<int> m_reader = -1;
     mutable std::mutex m_lock;
     std::vector<std::string> m_heard;
     std::thread m_thread;

@@ -19,18 +19,14 @@ public:
         m_arriving.append(bytes);
         this->OnReceive(0);
     }
-    void ReadNothing(int result) {
-        m_result = result;
-        this->OnReceive(0);
-        m_result = 1;
-    }
 
     std::vector<int> asked; ///< The room that each receive had.
+    int result = 1;         ///< What a receive returns when it is below 1.
 
 protected:
     int Receive(void* buffer, int length, int) override {
         asked.push_back(length);
-        if (m_result < 1) return m_result;
+        if (result < 1) return result;
         const size_t count = std::min(m_arriving.size(), static_cast<size_t>(length));
         std::memcpy(buffer, m_arriving.data(), count);
         m_arriving.erase(0, count);
@@ -39,7 +35,6 @@ protected:
 
 private:
     std::string m_arriving;
-    int m_result = 1;
 };
 
 } // namespace vx::test
