@@ -17,7 +17,8 @@ namespace vx {
 namespace {
 
 constexpr double kPixelsPerInch = 96;
-constexpr double kRowHeight = 18;
+constexpr double kPointsPerInch = 72;
+constexpr double kRowHeightOfText = 1.5; // A row's height as a multiple of the tallest text's.
 constexpr double kTitleHeight = 26;
 constexpr double kFootHeight = 22;
 constexpr double kPadding = 4;
@@ -50,11 +51,29 @@ QFont FontOf(int pixels, bool bold) {
     return font;
 }
 
+int PixelsOf(const SGridFont& font) {
+    return std::max(1, static_cast<int>(std::lround(font.size * kPixelsPerInch / kPointsPerInch)));
+}
+
+QFont FontOf(const SGridFont& of) {
+    QFont font(of.family);
+    font.setPixelSize(PixelsOf(of));
+    font.setBold(of.bold);
+    font.setItalic(of.italic);
+    return font;
+}
+
+double RowHeightOf(const CGridFonts& fonts) {
+    int tallest = kTextPixels;
+    for (int id = 0; id < fonts.Count(); ++id) tallest = std::max(tallest, PixelsOf(fonts.Font(id)));
+    return tallest * kRowHeightOfText;
+}
+
 } // namespace
 
 CListPrinter::CListPrinter(const CGridCtrl& grid, int rows, QString title, QPagedPaintDevice& device)
     : m_grid(grid), m_rows(grid.Geometry().ShownRowsIn(1, std::min(rows, grid.RowCount()))), m_title(std::move(title)),
-      m_device(device) {
+      m_device(device), m_rowHeight(RowHeightOf(grid.Fonts())) {
     const QRectF area = device.pageLayout().paintRect(QPageLayout::Inch);
     double total = 0;
     for (int column = 1; column <= grid.ColumnCount(); ++column) total += grid.ColumnWidth(column);
@@ -63,7 +82,7 @@ CListPrinter::CListPrinter(const CGridCtrl& grid, int rows, QString title, QPage
     m_scale = device.logicalDpiX() / kPixelsPerInch * zoom;
     m_width = page / zoom;
     m_height = area.height() * kPixelsPerInch / zoom;
-    m_rowsPerPage = std::max(1, static_cast<int>((m_height - kTitleHeight - kFootHeight) / kRowHeight) - 1);
+    m_rowsPerPage = std::max(1, static_cast<int>((m_height - kTitleHeight - kFootHeight) / m_rowHeight) - 1);
     m_rowPages = std::max(1, (m_rows + m_rowsPerPage - 1) / m_rowsPerPage);
     CutIntoSheets();
 }
@@ -111,7 +130,7 @@ void CListPrinter::PrintPage(QPainter& painter, int page, const QString& time) c
     double top = kTitleHeight;
     PrintRow(painter, sheet, 0, top);
     for (int place = firstPlace; place <= std::min(m_rows, firstPlace + m_rowsPerPage - 1); ++place)
-        PrintRow(painter, sheet, m_grid.Geometry().RowAtPlace(place), top += kRowHeight);
+        PrintRow(painter, sheet, m_grid.Geometry().RowAtPlace(place), top += m_rowHeight);
     painter.setPen(QColor(Theme().text));
     painter.setFont(FontOf(kTextPixels, false));
     painter.drawText(QRectF(0, m_height - kFootHeight, m_width, kFootHeight), Qt::AlignRight | Qt::AlignBottom,
@@ -125,11 +144,11 @@ void CListPrinter::PrintRow(QPainter& painter, const SSheet& sheet, int row, dou
     for (int column = sheet.first; column <= sheet.last; ++column) right += m_grid.ColumnWidth(column);
     SCell cell;
     if (row > 0 && source.FillSpan(row, cell)) {
-        painter.fillRect(QRectF(0, top, right, kRowHeight), QColor(Theme().span));
-        PrintCell(painter, cell, {0, top, right, kRowHeight}, true);
+        painter.fillRect(QRectF(0, top, right, m_rowHeight), QColor(Theme().span));
+        PrintCell(painter, cell, {0, top, right, m_rowHeight}, FontOf(m_grid.Fonts().Font(cell.font)));
     } else {
         double left = 0;
-        if (row == 0) painter.fillRect(QRectF(0, top, right, kRowHeight), QColor(Theme().header));
+        if (row == 0) painter.fillRect(QRectF(0, top, right, m_rowHeight), QColor(Theme().header));
         for (int column = sheet.first; column <= sheet.last; ++column) {
             const double width = m_grid.ColumnWidth(column);
             if (width < 1) continue;
@@ -138,18 +157,19 @@ void CListPrinter::PrintRow(QPainter& painter, const SSheet& sheet, int row, dou
                 source.FillHeader(column, cell);
             else
                 source.FillCell(row, column, cell);
-            PrintCell(painter, cell, {left, top, width, kRowHeight}, row == 0);
+            PrintCell(painter, cell, {left, top, width, m_rowHeight},
+                      row == 0 ? FontOf(kTextPixels, true) : FontOf(m_grid.Fonts().Font(cell.font)));
             left += width;
         }
     }
     painter.setPen(QPen(QColor(row == 0 ? Theme().headerLine : Theme().gridLine), 0.75));
-    painter.drawLine(QPointF(0, top + kRowHeight), QPointF(right, top + kRowHeight));
+    painter.drawLine(QPointF(0, top + m_rowHeight), QPointF(right, top + m_rowHeight));
 }
 
-void CListPrinter::PrintCell(QPainter& painter, const SCell& cell, const QRectF& place, bool bold) const {
+void CListPrinter::PrintCell(QPainter& painter, const SCell& cell, const QRectF& place, const QFont& font) const {
     if (cell.background != kAutomaticColor) painter.fillRect(place, FromBlueGreenRed(cell.background));
     if (cell.length == 0) return;
-    painter.setFont(FontOf(cell.tickTrend ? kTickPixels : kTextPixels, bold));
+    painter.setFont(cell.tickTrend ? FontOf(kTickPixels, false) : font);
     painter.setPen(cell.role == ETextRole::Explicit && cell.textColor != kAutomaticColor
                        ? FromBlueGreenRed(cell.textColor)
                        : QColor(Theme().RoleColor(cell.role)));

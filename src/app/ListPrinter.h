@@ -6,6 +6,7 @@
 #include <functional>
 #include <vector>
 
+class QFont;
 class QPagedPaintDevice;
 class QPainter;
 
@@ -44,12 +45,13 @@ private:
     void CutIntoSheets();
     void PrintPage(QPainter& painter, int page, const QString& time) const;
     void PrintRow(QPainter& painter, const SSheet& sheet, int row, double top) const;
-    void PrintCell(QPainter& painter, const SCell& cell, const QRectF& place, bool bold) const;
+    void PrintCell(QPainter& painter, const SCell& cell, const QRectF& place, const QFont& font) const;
 
     const CGridCtrl& m_grid;
     int m_rows;
     QString m_title;
     QPagedPaintDevice& m_device;
+    const double m_rowHeight;
     double m_scale = 1; ///< Device pixels to a pixel of the page.
     double m_width = 0, m_height = 0;
     int m_rowsPerPage = 1;

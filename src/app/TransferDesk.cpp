@@ -135,6 +135,7 @@ void CTransferDesk::Print() {
     dialog.setObjectName(QStringLiteral("printDialog"));
     dialog.setOption(QAbstractPrintDialog::PrintPageRange);
     if (dialog.exec() != QDialog::Accepted) return;
+    m_frame.View().Grid().EnterAllFonts();
     CListPrinter list(m_frame.View().Grid(), m_frame.Document().LastUsedRow(), title, printer);
     const bool range = printer.printRange() == QPrinter::PageRange && printer.fromPage() > 0;
     const int first = range ? printer.fromPage() : 1;

@@ -82,6 +82,7 @@ public:
     const SGridTheme& Theme() const { return *m_theme; }
     /// The id for SCell::font; rows grow to hold the tallest font.
     int AddFont(const SGridFont& font);
+    const CGridFonts& Fonts() const { return m_fonts; }
     /// Forgets all fonts but the default one, and how tall they were; nothing may be painted with their ids any more.
     void ForgetFonts();
 

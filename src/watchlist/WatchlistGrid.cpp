@@ -132,6 +132,16 @@ void CWatchlistGrid::EnterFonts() {
     });
 }
 
+void CWatchlistGrid::EnterAllFonts() {
+    const CCellFormatStore& formats = m_doc.Formats();
+    const auto enter = [&](const SCellFormat& format) {
+        m_cells.Fonts().Find(format, false);
+        if (m_cells.Fonts().HasWanted()) EnterFonts();
+    };
+    enter(formats.GridFormat());
+    formats.ForEach([&](int row, int column) { enter(formats.Effective(row, column)); });
+}
+
 // Rows are as high as the tallest font: one that no cell has any more must not keep them so.
 void CWatchlistGrid::DropUnusedFonts() {
     const CCellFormatStore& formats = m_doc.Formats();

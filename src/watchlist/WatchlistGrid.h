@@ -29,6 +29,8 @@ public:
     void TakeHiddenRows();
     /// Marks those cells of a row whose text or look is another than the one painted. Rows out of sight cost nothing.
     void MarkChangedCells(int row);
+    /// Enters the fonts of all cells into the font table, also of cells that were never painted: before printing.
+    void EnterAllFonts();
     /// Shows the values as no longer fed, or as live again.
     void SetStale(bool stale);
 

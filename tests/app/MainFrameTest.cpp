@@ -95,9 +95,10 @@ TEST_F(CMainFrameTest, AnUpdateReachesTheScreenWithinABeatAndOnlyItsCellsAreRepa
         return std::exchange(before, painted()) == painted();
     }));
     feed.level1.Says("Q,IBM,,,,,,,100.25,\r\nQ,IBM,,,,,,,100.75,\r\n");
-    ASSERT_TRUE(WaitUntil([&] { return Shown(1, last) == "100.7500"; })) << "asked for before it is painted, or after";
-    ASSERT_TRUE(WaitUntil([&] { return painted() > before; }));
-    EXPECT_LE(painted() - before, 2) << "more than the changed cell was painted";
+    ASSERT_TRUE(WaitUntil([&] { return Shown(1, last) == "100.7500"; }));
+    ASSERT_TRUE(WaitUntil([&] { return painted() > before; })) << "a text that was read counts as painted";
+    // The cell may have been lit by both updates and put out again by now; a row has more cells.
+    EXPECT_LE(painted() - before, 4) << "more than the changed cell was painted";
 }
 
 // The scripted port takes the request and cannot answer while the frame waits for it.
