@@ -3,7 +3,11 @@
 #include "base/Number.h"
 #include "base/Text.h"
 
+#include <fmt/format.h>
+
+#include <charconv>
 #include <functional>
+#include <optional>
 
 namespace vx {
 
@@ -14,35 +18,73 @@ using Info = CNorvCommandLineInfo;
 struct SOption {
     const char* name;
     bool takesValue;
-    void (*apply)(Info&, const std::string& value);
+    /// False: the value is not what the option takes.
+    bool (*apply)(Info&, const std::string& value);
+    /// What an option of this program alone takes; null for those that every display program shares: they take any
+    /// value, so that one program can start another with options that it does not know.
+    const char* wanted = nullptr;
 };
 
-void ShowAs(Info& info, Info::EShow show) {
+bool Keep(std::string& where, const std::string& value) {
+    where = value;
+    return true;
+}
+
+bool KeepEdge(std::optional<int>& where, const std::string& value) {
+    where = ReadInt32(value);
+    return true;
+}
+
+bool KeepNumber(std::optional<int>& where, const std::string& value, int least, int most) {
+    int number = 0;
+    const auto [end, status] = std::from_chars(value.data(), value.data() + value.size(), number);
+    if (status != std::errc() || end != value.data() + value.size() || number < least || number > most) return false;
+    where = number;
+    return true;
+}
+
+bool KeepScale(Info& info, const std::string& value) {
+    const auto scale = ReadWholeDouble(value);
+    return scale && *scale >= Info::kSmallestScale && *scale <= Info::kLargestScale && Keep(info.scale, value);
+}
+
+bool KeepTheme(Info& info, const std::string& value) {
+    const std::string name = LowerAscii(value);
+    return (name == "system" || name == "light" || name == "dark") && Keep(info.theme, name);
+}
+
+bool ShowAs(Info& info, Info::EShow show) {
     if (info.show == Info::EShow::Normal) info.show = show;
+    return true;
 }
 
 // One row per option.
 constexpr SOption kOptions[] = {
-    {"symbol", true, [](Info& i, const std::string& v) { i.symbol = v; }},
-    {"top", true, [](Info& i, const std::string& v) { i.top = ReadInt32(v); }},
-    {"bottom", true, [](Info& i, const std::string& v) { i.bottom = ReadInt32(v); }},
-    {"left", true, [](Info& i, const std::string& v) { i.left = ReadInt32(v); }},
-    {"right", true, [](Info& i, const std::string& v) { i.right = ReadInt32(v); }},
-    {"max", false, [](Info& i, const std::string&) { ShowAs(i, Info::EShow::Maximised); }},
-    {"min", false, [](Info& i, const std::string&) { ShowAs(i, Info::EShow::Minimised); }},
-    {"type", true, [](Info& i, const std::string& v) { i.type = v; }},
-    {"interval", true, [](Info& i, const std::string& v) { i.interval = v; }},
-    {"starter", false, [](Info& i, const std::string&) { i.starter = true; }},
-    {"save-workspace", false, [](Info& i, const std::string&) { i.saveWorkspace = true; }},
-    {"screenshot", true, [](Info& i, const std::string& v) { i.screenshot = v; }},
-    {"seconds", true, [](Info& i, const std::string& v) { i.seconds = ReadInt32(v); }},
-    {"width", true, [](Info& i, const std::string& v) { i.width = ReadInt32(v); }},
-    {"height", true, [](Info& i, const std::string& v) { i.height = ReadInt32(v); }},
-    {"scale", true, [](Info& i, const std::string& v) { i.scale = v; }},
-    {"theme", true, [](Info& i, const std::string& v) { i.theme = LowerAscii(v); }},
-    {"about", false, [](Info& i, const std::string&) { i.about = true; }},
-    {"help", false, [](Info& i, const std::string&) { i.help = true; }},
-    {"version", false, [](Info& i, const std::string&) { i.version = true; }},
+    {"symbol", true, [](Info& i, const std::string& v) { return Keep(i.symbol, v); }},
+    {"top", true, [](Info& i, const std::string& v) { return KeepEdge(i.top, v); }},
+    {"bottom", true, [](Info& i, const std::string& v) { return KeepEdge(i.bottom, v); }},
+    {"left", true, [](Info& i, const std::string& v) { return KeepEdge(i.left, v); }},
+    {"right", true, [](Info& i, const std::string& v) { return KeepEdge(i.right, v); }},
+    {"max", false, [](Info& i, const std::string&) { return ShowAs(i, Info::EShow::Maximised); }},
+    {"min", false, [](Info& i, const std::string&) { return ShowAs(i, Info::EShow::Minimised); }},
+    {"type", true, [](Info& i, const std::string& v) { return Keep(i.type, v); }},
+    {"interval", true, [](Info& i, const std::string& v) { return Keep(i.interval, v); }},
+    {"starter", false, [](Info& i, const std::string&) { return i.starter = true; }},
+    {"save-workspace", false, [](Info& i, const std::string&) { return i.saveWorkspace = true; }},
+    {"screenshot", true, [](Info& i, const std::string& v) { return Keep(i.screenshot, v) && !v.empty(); },
+     "the name of a file"},
+    {"seconds", true, [](Info& i, const std::string& v) { return KeepNumber(i.seconds, v, 0, 3600); },
+     "a whole number from 0 to 3600"},
+    {"width", true, [](Info& i, const std::string& v) { return KeepNumber(i.width, v, 1, 8192); },
+     "a whole number from 1 to 8192"},
+    {"height", true, [](Info& i, const std::string& v) { return KeepNumber(i.height, v, 1, 8192); },
+     "a whole number from 1 to 8192"},
+    {"scale", true, KeepScale, "a number from 0.5 to 8"},
+    {"theme", true, KeepTheme, "system, light or dark"},
+    {"about", false, [](Info& i, const std::string&) { return i.about = true; }},
+    {"help", false, [](Info& i, const std::string&) { return i.help = true; }},
+    {"h", false, [](Info& i, const std::string&) { return i.help = true; }},
+    {"version", false, [](Info& i, const std::string&) { return i.version = true; }},
 };
 
 const SOption* FindOption(std::string_view name) {
@@ -76,17 +118,19 @@ CNorvCommandLineInfo::CNorvCommandLineInfo(const std::vector<std::string>& argum
         const std::string body = argument.substr(argument[1] == '-' ? 2 : 1);
         const size_t equals = body.find('=');
         const SOption* option = FindOption(std::string_view(body).substr(0, equals));
-        if (!option) {
+        const bool hasNext = i + 1 < arguments.size();
+        if (!option || (option->takesValue && !option->wanted && equals == std::string::npos && !hasNext)) {
             unknown.push_back(argument);
-        } else if (!option->takesValue) {
-            option->apply(*this, {});
-        } else if (equals != std::string::npos) {
-            option->apply(*this, body.substr(equals + 1));
-        } else if (i + 1 < arguments.size()) {
-            option->apply(*this, arguments[++i]);
-        } else {
-            unknown.push_back(argument);
+            continue;
         }
+        std::string value;
+        if (equals != std::string::npos)
+            value = body.substr(equals + 1);
+        else if (option->takesValue && hasNext)
+            value = arguments[++i];
+        if (option->apply(*this, value) || !error.empty()) continue;
+        error = value.empty() ? fmt::format("--{} needs a value: {}", option->name, option->wanted)
+                              : fmt::format("--{}: \"{}\" is not {}", option->name, value, option->wanted);
     }
 }
 

@@ -10,7 +10,8 @@ namespace vx {
 ///
 /// Shape   options start with "-" or "--" and are compared without case; those with a value take the next argument,
 ///         or what follows "=". An argument that is no option is a watchlist file; a path may begin with "/".
-/// Errors  none: an option without its value, and one that is not known, is kept in unknown and otherwise ignored
+/// Errors  one that is not known, or that all display programs share and that lacks its value, is kept in unknown and
+///         otherwise ignored; a bad value of an option of this program alone is told in error
 /// Units   edges in pixels of the virtual screen; integers are read leniently (text that is no number gives 0)
 class CNorvCommandLineInfo {
 public:
@@ -25,6 +26,7 @@ public:
     std::vector<std::string> Symbols() const;
 
     static constexpr size_t kMaxSymbols = 100;
+    static constexpr double kSmallestScale = 0.5, kLargestScale = 8;
 
     std::string symbol;                          ///< -symbol IBM,MSFT, as given
     std::optional<int> top, bottom, left, right; ///< initial edges of the frame
@@ -38,12 +40,13 @@ public:
     std::string screenshot;                      ///< --screenshot FILE: render offscreen, write a PNG, end
     std::optional<int> seconds;                  ///< --seconds N: how long the window runs before the picture
     std::optional<int> width, height;            ///< --width, --height of the picture
-    std::string scale;                           ///< --scale 2: device pixels per pixel
+    std::string scale;                           ///< --scale 2: device pixels per pixel; empty: 1
     std::string theme;                           ///< --theme system, light or dark; empty: the setting
     bool about = false;                          ///< --about: with --screenshot, the about box is shown too
     bool help = false;
     bool version = false;
     std::vector<std::string> unknown; ///< options that were not understood
+    std::string error;                ///< the first bad value, as a sentence that names it; empty: none
 };
 
 /// The text of --help.

@@ -9,7 +9,6 @@
 #include <QPainter>
 #include <QTimer>
 
-#include <algorithm>
 #include <cstdio>
 
 namespace vx {
@@ -17,9 +16,6 @@ namespace vx {
 namespace {
 
 constexpr int kDefaultSeconds = 4;
-constexpr int kMaxSeconds = 3600;
-constexpr double kSmallestScale = 0.5;
-constexpr double kLargestScale = 8;
 
 // The frame, and on top of it the dialog that is open, as a window manager would show them.
 QImage Picture(QWidget& frame) {
@@ -47,12 +43,11 @@ void PrepareScreenshot(const CNorvCommandLineInfo& commandLine) {
     if (commandLine.screenshot.empty()) return;
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     if (commandLine.scale.empty()) return;
-    const double scale = std::clamp(ReadDouble(commandLine.scale), kSmallestScale, kLargestScale);
-    qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
+    qputenv("QT_SCALE_FACTOR", QByteArray::number(ReadDouble(commandLine.scale)));
 }
 
 int RunScreenshot(CMainFrame& frame, const CNorvCommandLineInfo& commandLine) {
-    const int seconds = std::clamp(commandLine.seconds.value_or(kDefaultSeconds), 0, kMaxSeconds);
+    const int seconds = commandLine.seconds.value_or(kDefaultSeconds);
     if (commandLine.about) QTimer::singleShot(0, &frame, [&frame] { frame.ShowAbout(); });
     QTimer::singleShot(seconds * 1000, &frame,
                        [&] { QApplication::exit(Save(Picture(frame), commandLine.screenshot)); });

@@ -7,6 +7,7 @@
 #include "app/Screenshot.h"
 #include "app/SessionEnd.h"
 #include "base/Log.h"
+#include "base/MessageBox.h"
 #include "grid/QtText.h"
 #include "settings/LogSettings.h"
 #include "watchlist/WatchlistDoc.h"
@@ -16,7 +17,9 @@
 #include <QTimer>
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <cstdio>
+#include <utility>
+#include <vector>
 
 namespace vx {
 
@@ -24,9 +27,8 @@ namespace {
 
 constexpr int kScreenshotWidth = 1320;
 constexpr int kScreenshotHeight = 760;
-constexpr int kLargestPicture = 8192;
-// The window is painted and the feed under way before a dialog stands over it.
-constexpr int kOfferRecoveryMs = 400;
+// The window is painted and the feed under way before a box stands over it.
+constexpr int kFirstBoxMs = 400;
 
 // The starter list is part of the program.
 constexpr const char* kStarterList = ":/starter.vxw";
@@ -48,25 +50,35 @@ bool CWatchlistApp::InitInstance() {
     m_frame = std::make_unique<CMainFrame>(m_settings, m_commandLine);
     const bool picture = !m_commandLine.screenshot.empty();
     if (!picture) InstallQtMessageBoxes(m_frame.get()); // Nobody could answer a box in a picture: it is printed.
-    for (const std::string& option : m_commandLine.unknown)
-        LogInformation(fmt::format("Command line: \"{}\" is not understood and was ignored.", option));
-    if (!ProcessShellCommand()) {
+    TellUnknownOptions();
+    std::vector<SMessageBox> early;
+    if (picture ? !ProcessShellCommand() : !ProcessShellCommand(early)) {
         if (picture && !m_commandLine.file.empty()) return false;
         m_frame->Document().NewDocument();
     }
     if (picture) {
-        m_frame->ShowSized(std::clamp(m_commandLine.width.value_or(kScreenshotWidth), 1, kLargestPicture),
-                           std::clamp(m_commandLine.height.value_or(kScreenshotHeight), 1, kLargestPicture));
+        m_frame->ShowSized(m_commandLine.width.value_or(kScreenshotWidth),
+                           m_commandLine.height.value_or(kScreenshotHeight));
         return true;
     }
     m_frame->ShowPlaced();
     new CSessionEnd(*m_frame); // The frame's child.
-    QTimer::singleShot(kOfferRecoveryMs, m_frame.get(), [this] {
+    QTimer::singleShot(kFirstBoxMs, m_frame.get(), [this, early] {
+        for (const SMessageBox& box : early) ShowMessageBox(box);
         const std::string& opened = m_frame->Files().File().Path();
         if (!opened.empty()) CFileDesk::TellLeftAlone(opened, m_commandLine.otherFiles.size());
         m_frame->Recovery().Offer(false);
     });
     return true;
+}
+
+// Whoever typed them looks at the terminal.
+void CWatchlistApp::TellUnknownOptions() const {
+    for (const std::string& option : m_commandLine.unknown) {
+        const std::string text = fmt::format("\"{}\" is not understood and was ignored.", option);
+        std::fprintf(stderr, "zantrel-watchlist: %s\n", text.c_str());
+        LogInformation("Command line: " + text);
+    }
 }
 
 int CWatchlistApp::Run() {
@@ -77,6 +89,17 @@ int CWatchlistApp::Run() {
 void CWatchlistApp::StartLog() {
     ApplyLogCategories(m_settings);
     ConfigureLog({.folder = ReadLogPath(Registry())});
+}
+
+// What is to be said of the file waits for the window, over which it is said.
+bool CWatchlistApp::ProcessShellCommand(std::vector<SMessageBox>& early) {
+    MessageBoxHandler shown = SetMessageBoxHandler([&](const SMessageBox& box) {
+        early.push_back(box);
+        return EBoxAnswer::Ok;
+    });
+    const bool opened = ProcessShellCommand();
+    SetMessageBoxHandler(std::move(shown));
+    return opened;
 }
 
 bool CWatchlistApp::ProcessShellCommand() {

@@ -6,10 +6,12 @@
 #include "settings/Settings.h"
 
 #include <memory>
+#include <vector>
 
 namespace vx {
 
 class CMainFrame;
+struct SMessageBox;
 
 /// The watchlist program: sets up log and settings, makes the main frame with its document and view, and opens what the
 /// command line names.
@@ -29,7 +31,11 @@ public:
 
 private:
     void StartLog();
+    void TellUnknownOptions() const;
+    /// Opens what the command line names; false when there is nothing, or it cannot be opened.
     bool ProcessShellCommand();
+    /// The same; the boxes, none of which asks anything, are kept for later.
+    bool ProcessShellCommand(std::vector<SMessageBox>& early);
 
     CNorvCommandLineInfo m_commandLine;
     CConfigWriter m_configWriter;

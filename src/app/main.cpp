@@ -11,13 +11,24 @@
 #include <algorithm>
 
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
 namespace {
 
+constexpr int kBadUsage = 2;
+
 // What the toolkit has to say belongs into the log, not onto the terminal of whoever started the program.
 void LogToolkitMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    static QByteArray warning; // The first one: what comes behind it only follows from it.
+    if (type == QtWarningMsg && warning.isEmpty()) warning = text.toLocal8Bit();
+    if (type == QtFatalMsg && QCoreApplication::startingUp()) {
+        // No display that answers. A core dump would tell nobody more.
+        std::fprintf(stderr, "zantrel-watchlist: %s; --screenshot FILE needs no display.\n",
+                     (warning.isEmpty() ? text.toLocal8Bit() : warning).constData());
+        std::_Exit(1);
+    }
     if (type == QtFatalMsg) std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
     vx::Log(type == QtDebugMsg ? vx::ELogCategory::Debug : vx::ELogCategory::Information, vx::ELogDirection::Status,
             "Toolkit: " + vx::BytesFromQt(text));
@@ -56,6 +67,10 @@ int main(int argc, char** argv) {
     if (commandLine.version) {
         std::printf("zantrel-watchlist %s\n", vx::kProgramVersion);
         return 0;
+    }
+    if (!commandLine.error.empty()) {
+        std::fprintf(stderr, "zantrel-watchlist: %s\n", commandLine.error.c_str());
+        return kBadUsage;
     }
     if (commandLine.saveWorkspace) return SaveWorkspace();
     qInstallMessageHandler(LogToolkitMessage);

@@ -20,6 +20,17 @@ TEST(CNorvCommandLineInfo, OptionsTakeTheirValuesAndFilesAreNoOptions) {
     EXPECT_EQ(info.file, "/tmp/a list.vxw");
     EXPECT_THAT(info.otherFiles, ElementsAre("second.vxw"));
     EXPECT_THAT(info.unknown, ElementsAre("-nonsense", "-type"));
+    EXPECT_EQ(info.error, "");
+}
+
+TEST(CNorvCommandLineInfo, BadValuesOfItsOwnOptionsAreTold) {
+    for (const char* good : {"--theme=DARK", "--scale=1.5", "--seconds=0", "--width=8192", "--screenshot=a=b.png"})
+        EXPECT_EQ(Info({good}).error, "");
+    for (const char* bad : {"--theme=blue", "--theme=", "--scale=1,5", "--scale=nan", "--scale=9", "--seconds=-1",
+                            "--seconds=4s", "--width=0", "--height=99999999999", "--screenshot="})
+        EXPECT_NE(Info({bad}).error, "") << bad;
+    EXPECT_EQ(Info({"--theme", "blue", "--scale", "x"}).error, "--theme: \"blue\" is not system, light or dark");
+    EXPECT_EQ(Info({"--screenshot"}).error, "--screenshot needs a value: the name of a file");
 }
 
 TEST(CNorvCommandLineInfo, TheFirstOfMaxAndMinWins) {
