@@ -59,7 +59,7 @@ TEST_F(SettingsTest, ValuesComeBackAsTheyWereWritten) {
         EXPECT_TRUE(m_settings.WriteNumber(kNumber, number));
         EXPECT_EQ(m_settings.ReadNumber(kNumber), number);
     }
-    for (const int32_t number : {0, -5, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()}) {
+    for (const int32_t number : {-5, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()}) {
         EXPECT_TRUE(m_settings.WriteInteger(kRectLeft, number));
         EXPECT_EQ(m_settings.ReadInteger(kRectLeft), number);
     }
@@ -75,42 +75,23 @@ TEST_F(SettingsTest, ValuesComeBackAsTheyWereWritten) {
 }
 
 TEST_F(SettingsTest, DefaultsApplyWhereNothingUsableIsStored) {
-    EXPECT_TRUE(m_settings.ReadBoolean(kShowGridLines));
-    EXPECT_EQ(m_settings.ReadNumber(kNumber), 2.5);
-    EXPECT_EQ(m_settings.ReadColor(kColor), 0xFF8000u);
+    const auto expectDefaults = [&] {
+        EXPECT_TRUE(m_settings.ReadBoolean(kShowGridLines));
+        EXPECT_EQ(m_settings.ReadColor(kColor), 0xFF8000u);
+        EXPECT_EQ(m_settings.ReadNumber(kNumber), 2.5);
+        EXPECT_EQ(m_settings.ReadTextOrDefault(kTheme), "system");
+    };
+    expectDefaults();
+    for (const SSetting* setting : std::initializer_list<const SSetting*>{&kShowGridLines, &kColor, &kNumber, &kTheme})
+        m_registry.WriteDword(kApplicationSettingsKey, setting->name, 0);
+    expectDefaults();
+    EXPECT_EQ(m_settings.ReadText(kTheme), "Config Error") << "a value that is no text cannot be read";
     Store(kShowGridLines, "");
-    Store(kColor, "");
-    Store(kCurrentSymbol, "");
+    Store(kTheme, "");
     EXPECT_TRUE(m_settings.ReadBoolean(kShowGridLines));
-    EXPECT_EQ(m_settings.ReadColor(kColor), 0xFF8000u);
-    EXPECT_EQ(m_settings.ReadText(kCurrentSymbol), "");
+    EXPECT_EQ(m_settings.ReadTextOrDefault(kTheme), "") << "an empty text is a text";
     EXPECT_THAT(m_log, IsEmpty());
-}
 
-TEST_F(SettingsTest, ReportsGoToTheLogForAsLongAsTheLoggerLives) {
-    Store(kShowGridLines, "0");
-    Store(kSearchType, "one");
-    EXPECT_FALSE(m_settings.ReadBoolean(kShowGridLines));
-    EXPECT_EQ(m_settings.ReadInteger(kSearchType), 0);
-    EXPECT_THAT(m_log,
-                ElementsAre("Settings: The value \"0\" for \"ShowGridLines\" was stored in an older format and has "
-                            "been updated automatically.",
-                            "Settings: The value \"one\" for \"Search Type\" is not a valid number and has been "
-                            "reset to the default."));
-    EXPECT_EQ(Stored(kSearchType), "one") << "a reset is not written back";
-    m_logger.reset();
-    m_log.clear();
-    EXPECT_FALSE(m_settings.ReadBoolean(kShowGridLines));
-    EXPECT_THAT(m_log, IsEmpty());
-}
-
-TEST_F(SettingsTest, AValueThatCannotBeReadIsConfigError) {
-    m_registry.WriteDword(kApplicationSettingsKey, kSoundFile1.name, 1);
-    m_registry.WriteDword(kApplicationSettingsKey, kShowEllipsis.name, 0);
-    m_registry.WriteDword(kApplicationSettingsKey, kDefaultColumnNames.name, 1);
-    EXPECT_EQ(m_settings.ReadText(kSoundFile1), "Config Error");
-    EXPECT_TRUE(m_settings.ReadBoolean(kShowEllipsis));
-    EXPECT_EQ(m_settings.ReadTextOrDefault(kDefaultColumnNames), kDefaultColumnNames.defaultText);
     CRegistry nowhere(m_folder / "registry.txt/x");
     CApplicationProfile profile(nowhere, kApplicationProfileKey);
     CConfigWriter writer(profile);
@@ -118,28 +99,32 @@ TEST_F(SettingsTest, AValueThatCannotBeReadIsConfigError) {
     EXPECT_FALSE(CSettings(writer).WriteText(kCurrentSymbol, "IBM"));
 }
 
+TEST_F(SettingsTest, ReportsGoToTheLogForAsLongAsTheLoggerLives) {
+    Store(kSearchType, "one");
+    EXPECT_EQ(m_settings.ReadInteger(kSearchType), 0);
+    EXPECT_THAT(m_log, ElementsAre("Settings: The value \"one\" for \"Search Type\" is not a valid number and has been "
+                                   "reset to the default."));
+    EXPECT_EQ(Stored(kSearchType), "one") << "a reset is not written back";
+    m_logger.reset();
+    EXPECT_EQ(m_settings.ReadInteger(kSearchType), 0);
+    EXPECT_THAT(m_log, testing::SizeIs(1));
+}
+
 TEST_F(SettingsTest, TheWriterPutsTheProfilesBaseBack) {
     m_profile.WriteString("Same", "profile's");
     m_writer.WriteString("Same", "writer's");
     EXPECT_EQ(m_writer.ReadString("Same", ""), "writer's");
-    EXPECT_EQ(m_profile.RegistryBase(), kApplicationProfileKey);
     EXPECT_EQ(m_profile.ReadString("Same", ""), "profile's");
     EXPECT_EQ(m_registry.Read(kApplicationSettingsKey, "Same")->text, "writer's");
 }
 
-TEST_F(SettingsTest, TheTableDeclaresEachSettingOnceAndWithADefaultThatPasses) {
+TEST_F(SettingsTest, TheTableDeclaresEachSettingOnceAndTheDocumentationShowsIt) {
+    const std::string page = ReadFile(ZW_DOCS "/settings.md");
     std::set<std::string_view, SNameLess> names;
     for (const SSetting* setting : kAllSettings) {
         EXPECT_TRUE(names.insert(setting->name).second) << setting->name;
         EXPECT_EQ(ValidateSetting(setting->name, setting->defaultText, static_cast<int>(setting->kind), "bad", nullptr),
                   setting->defaultText);
-    }
-    for (size_t i = 0; i < kSoundFiles.size(); ++i) EXPECT_EQ(kSoundFiles[i]->name, fmt::format("SoundFile{}", i + 1));
-}
-
-TEST_F(SettingsTest, TheDocumentationShowsTheTable) {
-    const std::string page = ReadFile(ZW_DOCS "/settings.md");
-    for (const SSetting* setting : kAllSettings) {
         constexpr std::string_view kKinds[] = {"text", "path", "integer", "boolean", "number", "colour", "list"};
         const std::string row = fmt::format(
             "| {} | {} | {} | {} |\n", setting->name, kKinds[static_cast<int>(setting->kind)],

@@ -2,7 +2,10 @@
 
 #include "settings/ConfigLogger.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
 
 using namespace vx;
 
@@ -16,9 +19,9 @@ public:
 
 struct SCase {
     int kind;
-    std::string_view value;
-    std::string_view result;
-    std::string_view report;
+    std::vector<std::string_view> values;
+    std::string_view result; ///< "=": the value itself.
+    std::string_view report; ///< "$" stands for the value; empty: none.
 };
 
 constexpr std::string_view kOlder =
@@ -30,93 +33,41 @@ constexpr std::string_view kBoolean =
 constexpr std::string_view kColor =
     "Settings: The color value \"$\" for \"Some Name\" is not valid and has been reset to the default.";
 
-constexpr SCase kCases[] = {
-    // texts: anything
-    {0, "anything {} \xFF", "anything {} \xFF", ""},
-    {1, "12a", "12a", ""},
-    {6, "a;b;", "a;b;", ""},
-    // integers
-    {2, "0", "0", ""},
-    {2, "-12", "-12", ""},
-    {2, "0099999999999999999999", "0099999999999999999999", ""},
-    {2, "true", "1", kOlder},
-    {2, "false", "0", kOlder},
-    {2, "-", "dflt", kNumber},
-    {2, "--1", "dflt", kNumber},
-    {2, "+1", "dflt", kNumber},
-    {2, "1.5", "dflt", kNumber},
-    {2, " 1", "dflt", kNumber},
-    {2, "1 ", "dflt", kNumber},
-    {2, "True", "dflt", kNumber},
-    {2, "1\xB2", "dflt", kNumber},
-    {2, "{0}", "dflt", kNumber},
-    // booleans
-    {3, "true", "true", ""},
-    {3, "false", "false", ""},
-    {3, "1", "true", kOlder},
-    {3, "0", "false", kOlder},
-    {3, "TRUE", "dflt", kBoolean},
-    {3, "yes", "dflt", kBoolean},
-    {3, "01", "dflt", kBoolean},
-    // numbers
-    {4, "1e-3", "1e-3", ""},
-    {4, " +.5", " +.5", ""},
-    {4, "0x1p3", "0x1p3", ""},
-    {4, "-inf", "-inf", ""},
-    {4, "1e999", "1e999", ""},
-    {4, "1,5", "dflt", kNumber},
-    {4, "1.5x", "dflt", kNumber},
-    {4, "1.5 ", "dflt", kNumber},
-    {4, " ", "dflt", kNumber},
-    {4, "true", "dflt", kNumber},
-    // colours
-    {5, "16777215", "16777215", ""},
-    {5, "0xFFFFFF", "0xFFFFFF", ""},
-    {5, "0Xabcdef", "0Xabcdef", ""},
-    {5, "0777", "0777", ""},
-    {5, "077777777", "077777777", ""},
-    {5, "0", "0", ""},
-    {5, " \t+1", " \t+1", ""},
-    {5, "-0", "-0", ""},
-    {5, "-4294967295", "-4294967295", ""},
-    {5, "16777216", "dflt", kColor},
-    {5, "0x1000000", "dflt", kColor},
-    {5, "0100000000", "dflt", kColor},
-    {5, "-1", "dflt", kColor},
-    {5, "99999999999999999999", "dflt", kColor},
-    {5, "089", "dflt", kColor},
-    {5, "0x", "dflt", kColor},
-    {5, "0xG", "dflt", kColor},
-    {5, "0x-1", "dflt", kColor},
-    {5, "+-1", "dflt", kColor},
-    {5, "#FF0000", "dflt", kColor},
-    {5, "-", "dflt", kColor},
-    {5, "1 ", "dflt", kColor},
-    // no kind
-    {7, "1.5x", "1.5x", ""},
-    {1000, "x", "x", ""},
-    {-1, "x", "x", ""},
+const SCase kCases[] = {
+    {0, {"anything {} \xFF"}, "=", ""},
+    {1, {"12a"}, "=", ""},
+    {6, {"a;b;"}, "=", ""},
+    {2, {"0", "-12", "0099999999999999999999"}, "=", ""},
+    {2, {"true"}, "1", kOlder},
+    {2, {"false"}, "0", kOlder},
+    {2, {"-", "--1", "+1", "1.5", " 1", "1 ", "True", "1\xB2", "{0}"}, "dflt", kNumber},
+    {3, {"true", "false"}, "=", ""},
+    {3, {"1"}, "true", kOlder},
+    {3, {"0"}, "false", kOlder},
+    {3, {"TRUE", "yes", "01"}, "dflt", kBoolean},
+    {4, {"1e-3", " +.5", "0x1p3", "-inf", "1e999"}, "=", ""},
+    {4, {"1,5", "1.5x", "1.5 ", " ", "true"}, "dflt", kNumber},
+    {5, {"16777215", "0xFFFFFF", "0Xabcdef", "0777", "077777777", "0", " \t+1", "-0", "-4294967295"}, "=", ""},
+    {5, {"16777216", "0x1000000", "0100000000", "-1", "99999999999999999999", "089"}, "dflt", kColor},
+    {5, {"0x", "0xG", "0x-1", "+-1", "#FF0000", "-", "1 "}, "dflt", kColor},
+    {7, {"1.5x"}, "=", ""},
+    {-1, {"x"}, "=", ""},
 };
 
 } // namespace
 
 TEST(ValidateSetting, AcceptsRepairsAndResetsWithTheirReports) {
-    for (const SCase& c : kCases) {
-        CReports reports;
-        EXPECT_EQ(ValidateSetting("Some Name", c.value, c.kind, "dflt", &reports), c.result)
-            << c.kind << " " << c.value;
-        std::string expected(c.report);
-        if (const size_t at = expected.find('$'); at != std::string::npos) expected.replace(at, 1, c.value);
-        EXPECT_EQ(reports.all, expected) << c.kind << " " << c.value;
-        EXPECT_EQ(ValidateSetting("Some Name", c.value, c.kind, "dflt", nullptr), c.result) << c.value;
-    }
-}
-
-TEST(ValidateSetting, NeverTouchesTheEmptyTextAndConfigError) {
-    for (int kind = 0; kind <= 7; ++kind) {
-        CReports reports;
-        EXPECT_EQ(ValidateSetting("n", "", kind, "dflt", &reports), "");
-        EXPECT_EQ(ValidateSetting("n", "Config Error", kind, "dflt", &reports), "Config Error");
-        EXPECT_EQ(reports.all, "");
-    }
+    for (const SCase& c : kCases)
+        for (const std::string_view value : c.values) {
+            CReports reports;
+            const std::string_view result = c.result == "=" ? value : c.result;
+            EXPECT_EQ(ValidateSetting("Some Name", value, c.kind, "dflt", &reports), result) << c.kind << " " << value;
+            EXPECT_EQ(ValidateSetting("Some Name", value, c.kind, "dflt", nullptr), result) << c.kind << " " << value;
+            std::string expected(c.report);
+            if (const size_t at = expected.find('$'); at != std::string::npos) expected.replace(at, 1, value);
+            EXPECT_EQ(reports.all, expected) << c.kind << " " << value;
+            for (const std::string_view never : {"", "Config Error"})
+                EXPECT_EQ(ValidateSetting("n", never, c.kind, "dflt", &reports), never);
+            EXPECT_EQ(reports.all, expected) << "these two are never judged";
+        }
 }
