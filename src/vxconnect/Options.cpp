@@ -158,6 +158,10 @@ bool SameFile(const std::string& a, const std::string& b) {
 }
 
 std::string Conflict(const SOptions& options) {
+    const auto same = [](std::optional<uint16_t> a, std::optional<uint16_t> b) { return a && a == b && *a != 0; };
+    if (same(options.level1Port, options.lookupPort) || same(options.level1Port, options.adminPort))
+        return fmt::format("port {} is given twice", *options.level1Port);
+    if (same(options.lookupPort, options.adminPort)) return fmt::format("port {} is given twice", *options.lookupPort);
     if (!options.input.empty() && !options.replay.empty()) return "--input and --replay do not go together";
     if (SameFile(options.record, options.input) || SameFile(options.record, options.replay))
         return fmt::format("--record would write over \"{}\", which is being read", options.record);

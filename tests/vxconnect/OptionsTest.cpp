@@ -53,8 +53,8 @@ TEST(Options, BadValuesAndConflictsAreNamed) {
     }
     for (const char* missing : {"--rate", "--rate=", "--rate --stay", "--refuse", "--mute=", "--input", "--speed"})
         EXPECT_THAT(Read(missing).error, testing::HasSubstr(" needs a value: ")) << missing;
-    for (const char* wrong :
-         {"--stay=1", "--input a --replay b", "--input a --record a", "--refuse level1,lookup,admin"})
+    for (const char* wrong : {"--stay=1", "--input a --replay b", "--input a --record a",
+                              "--refuse level1,lookup,admin", "--level1-port 7 --admin-port 7"})
         EXPECT_NE(Read(wrong).error, "") << wrong;
 }
 
