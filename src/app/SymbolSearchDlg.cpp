@@ -99,12 +99,12 @@ void CSymbolSearchDlg::MakeLayout() {
     layout->addWidget(m_list, 3);
     const QDialogButtonBox& buttons =
         AddBottomRow(*this, *layout, *m_state, QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    m_ok = buttons.button(QDialogButtonBox::Ok);
-    m_ok->setToolTip(tr("Put the selected symbols into the watchlist"));
+    QPushButton* ok = buttons.button(QDialogButtonBox::Ok);
+    ok->setToolTip(tr("Put the selected symbols into the watchlist; with none selected, only close"));
     resize(560, 560);
 
     const auto [choice, again, names] = m_filter->InTabOrder();
-    TabThrough({m_text, m_search, m_stop, m_bySymbol, m_byDescription, choice, again, names, m_list, m_ok,
+    TabThrough({m_text, m_search, m_stop, m_bySymbol, m_byDescription, choice, again, names, m_list, ok,
                 buttons.button(QDialogButtonBox::Cancel)});
 }
 
@@ -115,7 +115,6 @@ void CSymbolSearchDlg::ConnectWidgets() {
     connect(m_stop, &QPushButton::clicked, this, &CSymbolSearchDlg::Stop);
     connect(&m_timer, &QTimer::timeout, this, &CSymbolSearchDlg::TakeResults);
     connect(m_list, &CListView::RowEntered, this, &QDialog::accept);
-    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &CSymbolSearchDlg::EnableOk);
     connect(m_list, &CListView::RowDoubleClicked, this, [this](const QModelIndex& row) {
         m_list->selectionModel()->select(row, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
         accept();
@@ -178,8 +177,6 @@ void CSymbolSearchDlg::done(int result) {
     QDialog::done(result);
 }
 
-void CSymbolSearchDlg::EnableOk() { m_ok->setEnabled(m_list->selectionModel()->hasSelection()); }
-
 // What is going on
 
 bool CSymbolSearchDlg::IsConnected() const {
@@ -196,7 +193,6 @@ void CSymbolSearchDlg::ShowState() {
     const CSearchResults& search = m_session.LookupReplies().search;
     const bool waiting = m_searching == EState::Searching && !search.Ended() && !search.IsRefused();
     m_stop->setEnabled(waiting);
-    EnableOk();
     const QString text = StateText();
     if (m_state->text() != text) m_state->setText(text);
     m_list->SetEmptyText(m_searching == EState::Idle

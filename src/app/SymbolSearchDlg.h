@@ -57,7 +57,6 @@ private:
     void Stop();
     void TakeResults();
     void ShowState();
-    void EnableOk();
     QString StateText() const;
     QString EndText(int found) const;
     int FoundCount() const;
@@ -68,7 +67,6 @@ private:
     QLineEdit* m_text;
     QPushButton* m_search;
     QPushButton* m_stop;
-    QPushButton* m_ok;
     QRadioButton* m_bySymbol;
     QRadioButton* m_byDescription;
     CSearchFilter* m_filter;
