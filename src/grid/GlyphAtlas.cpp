@@ -74,9 +74,10 @@ void CGlyphAtlas::Prepare(int code, SGlyph& glyph) {
 }
 
 void CGlyphAtlas::PrepareSymbol(int code, SGlyph& glyph) {
-    // A square as high as a digit, with the shape standing on the middle of the digits' height.
+    // As high as a digit, with the shape standing on the middle of the digits' height. Rounded down, so that ten of
+    // them are at no scale wider than the column's default width has room for.
     const double side = std::max(4, m_digitHeight);
-    const double width = std::floor(side * 0.84);
+    const double width = std::floor(side * 0.78);
     QImage image = EmptyImage(static_cast<int>(width) + 2, static_cast<int>(side) + 2);
     {
         QPainter painter(&image);
@@ -98,7 +99,7 @@ void CGlyphAtlas::PrepareSymbol(int code, SGlyph& glyph) {
         }
         painter.drawPath(path);
     }
-    glyph.advance = Small(width + std::max(1.0, std::round(side * 0.16)));
+    glyph.advance = Small(width + std::max(1.0, std::floor(side * 0.16)));
     Store(glyph, image, 0, -static_cast<int>(side));
 }
 
