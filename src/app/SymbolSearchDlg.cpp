@@ -73,7 +73,7 @@ void CSymbolSearchDlg::MakeWidgets() {
     m_list->header()->setSortIndicator(-1, Qt::AscendingOrder); // As they arrive, until a header is clicked.
     m_list->header()->setSortIndicatorClearable(true);
     m_list->setSortingEnabled(true);
-    m_list->SetColumnWidths({90, 75, 130});
+    m_list->SetColumnWidths({150, 80, 130});
     m_list->setMinimumHeight(140);
     m_state = new QLabel;
     m_state->setObjectName(QStringLiteral("searchState"));
