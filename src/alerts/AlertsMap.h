@@ -116,7 +116,8 @@ public:
 
     // Text.
 
-    /// The live alerts as one line of text without a line end, symbols in the order of their bytes.
+    /// The live alerts as one line of text without a line end, symbols in the order of their bytes. An alert whose
+    /// symbol or sound file holds a line end is left out.
     std::string Save() const;
     /// Adds the alerts that a text describes to the live ones. Records of unknown fields, without a symbol, or beyond
     /// the limits are left out.

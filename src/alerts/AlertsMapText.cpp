@@ -21,6 +21,8 @@ constexpr std::string_view kTrue = "TRUE";
 constexpr std::string_view kFalse = "FALSE";
 constexpr size_t kMostReported = 200;
 
+bool HoldsLineEnd(std::string_view text) { return text.find("\r\n") != std::string_view::npos; }
+
 std::string_view FlagText(uint32_t flag) { return flag != 0 ? kTrue : kFalse; }
 uint32_t ReadFlag(std::string_view text) { return text == kTrue ? 1 : 0; }
 
@@ -73,7 +75,8 @@ std::optional<A_INFO> ReadAlert(std::string_view text) {
 std::string CAlertsMap::Save() const {
     std::string out;
     for (const std::string& symbol : Symbols())
-        for (const A_INFO& alert : Get(symbol)) AppendRecord(out, symbol, alert);
+        for (const A_INFO& alert : Get(symbol))
+            if (!HoldsLineEnd(symbol) && !HoldsLineEnd(alert.soundFile)) AppendRecord(out, symbol, alert);
     return out;
 }
 

@@ -117,7 +117,6 @@ void CFileDesk::TakeDropped(const std::vector<std::string>& paths) {
 
 // What came of it, in words.
 void CFileDesk::Finish(const SFileResult& result) {
-    m_toldUncarried.clear();
     ShowModified();
     Q_EMIT Changed();
     if (!result.IsDone()) Ask(result.error, EBoxButtons::Ok, EBoxIcon::Exclamation);
@@ -152,7 +151,6 @@ bool CFileDesk::Write(const std::string& path) {
     if (!result.IsDone()) return false;
     m_recent.Add(m_file.Path());
     for (const std::string& notice : result.notices) Ask(notice, EBoxButtons::Ok, EBoxIcon::Information);
-    TellUncarried(result.uncarried);
     return !m_frame.Document().IsModified();
 }
 
@@ -176,17 +174,6 @@ bool CFileDesk::AgreesTo(const SFileResult& result, SSaveConsent& consent, bool&
     }
     Ask(result.error, EBoxButtons::Ok, EBoxIcon::Exclamation);
     return false;
-}
-
-// Said once for the same things: who saves every minute knows by then.
-void CFileDesk::TellUncarried(const std::vector<std::string>& uncarried) {
-    if (uncarried == m_toldUncarried) return;
-    m_toldUncarried = uncarried;
-    if (uncarried.empty()) return;
-    std::string text = fmt::format("\"{}\" is saved. These are not in its file, but kept beside it on this computer:\n",
-                                   Windows1252FromUtf8(m_file.Path()));
-    for (const std::string& sentence : uncarried) text += "\n" + sentence;
-    Ask(text, EBoxButtons::Ok, EBoxIcon::Information);
 }
 
 // Leaving the document

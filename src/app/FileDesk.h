@@ -67,13 +67,11 @@ private:
     bool Write(const std::string& path);
     bool AgreesTo(const SFileResult& result, SSaveConsent& consent, bool& elsewhere) const;
     void Finish(const SFileResult& result);
-    void TellUncarried(const std::vector<std::string>& uncarried);
     std::string Name() const;
 
     CMainFrame& m_frame;
     CWatchlistFile m_file;
     CRecentFiles m_recent;
-    std::vector<std::string> m_toldUncarried; ///< What the user knows of already.
 };
 
 } // namespace vx

@@ -180,7 +180,7 @@ std::vector<const std::pair<const CCellFormatStore::Key, SCellFormat>*> CCellFor
     return out;
 }
 
-std::string CCellFormatStore::Write(const std::vector<int>& columnOf) const {
+std::string CCellFormatStore::Write() const {
     std::string out;
     AppendRecord(out, 0, 0, m_grid, nullptr);
     for (const auto* record : InOrder()) {
@@ -188,9 +188,7 @@ std::string CCellFormatStore::Write(const std::vector<int>& columnOf) const {
         const int row = RowOf(key);
         const int column = ColumnOf(key);
         const SCellFormat& base = row == 0 ? m_grid : ColumnFormat(column);
-        const auto index = static_cast<size_t>(column);
-        const int written = index < columnOf.size() ? columnOf[index] : column;
-        if (written >= 0 && (column == 0 || format != base)) AppendRecord(out, row, written, format, &base);
+        if (column == 0 || format != base) AppendRecord(out, row, column, format, &base);
     }
     return out;
 }

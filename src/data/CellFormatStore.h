@@ -88,10 +88,7 @@ public:
     /// All records as one line of text without a line end, row by row. Fields that equal those of the cell's default
     /// (its column's format; the grid's for a column) are left empty. A record that equals its default is left out
     /// unless it stands in column 0; the grid's stands there whole.
-    std::string Write() const { return Write({}); }
-    /// The same for a text in which columns are left out: columnOf[column] is the column's number there, negative for
-    /// one that is left out. Columns that it does not cover keep theirs.
-    std::string Write(const std::vector<int>& columnOf) const;
+    std::string Write() const;
     /// Replaces all records by those that a text describes; an empty text changes nothing.
     ///
     /// Returns how many pieces of it were left out: negative or too great a row or column, no "," or ":"

@@ -5,6 +5,7 @@
 #include "base/Number.h"
 #include "base/SaveFile.h"
 #include "watchlist/StateFiles.h"
+#include "watchlist/SupplementFiles.h"
 
 #include <fmt/format.h>
 
@@ -61,7 +62,10 @@ int CFileGenerations::Keep(const std::string& path, std::string_view content, in
 
 void CFileGenerations::RemoveOld(const std::string& path) {
     const std::vector<SGeneration> kept = List(path);
-    for (size_t i = kKept; i < kept.size(); ++i) unlink(kept[i].path.c_str());
+    for (size_t i = kKept; i < kept.size(); ++i) {
+        unlink(CSupplementFiles::BesideGeneration(kept[i].path).c_str());
+        unlink(kept[i].path.c_str());
+    }
 }
 
 std::vector<SGeneration> CFileGenerations::List(const std::string& path) const {

@@ -66,10 +66,9 @@ std::optional<SRecovery> Claim(const std::string& file) {
 } // namespace
 
 std::string FormatRecovery(const SRecovery& recovery) {
-    const std::string supplement = recovery.supplement.IsEmpty() ? "" : FormatSupplement(recovery.supplement);
-    return fmt::format("{}\npath {}\nknown {:016x}\nsaved {}\nsupplement {}\ntext {}\nhash {:016x}\n\n{}{}", kFirstLine,
-                       EscapeBytes(recovery.originalPath), recovery.knownHash, recovery.savedAt, supplement.size(),
-                       recovery.text.size(), ContentHash(recovery.text), supplement, recovery.text);
+    return fmt::format("{}\npath {}\nknown {:016x}\nsaved {}\nsupplement 0\ntext {}\nhash {:016x}\n\n{}", kFirstLine,
+                       EscapeBytes(recovery.originalPath), recovery.knownHash, recovery.savedAt, recovery.text.size(),
+                       ContentHash(recovery.text), recovery.text);
 }
 
 std::optional<SRecovery> ParseRecovery(std::string_view text) {
@@ -85,9 +84,8 @@ std::optional<SRecovery> ParseRecovery(std::string_view text) {
     out.text = text.substr(supplementSize);
     if (ContentHash(out.text) != hash) return std::nullopt;
     if (supplementSize == 0) return out;
-    std::optional<SWatchlistSupplement> supplement = ParseSupplement(text.substr(0, supplementSize));
-    if (!supplement) return std::nullopt;
-    out.supplement = std::move(*supplement);
+    out.supplement = ParseSupplement(text.substr(0, supplementSize));
+    if (!out.supplement) return std::nullopt;
     return out;
 }
 

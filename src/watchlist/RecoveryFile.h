@@ -14,11 +14,11 @@ namespace vx {
 
 /// Unsaved changes of a watchlist, as a recovery file holds them.
 struct SRecovery {
-    std::string originalPath; ///< The watchlist's file; empty when it was never saved.
-    uint64_t knownHash = 0;   ///< Of the content that the file had when it was opened or saved.
-    int64_t savedAt = 0;      ///< When the recovery file was written, seconds since 1970 UTC.
-    SWatchlistSupplement supplement;
-    std::string text; ///< As in a watchlist file.
+    std::string originalPath;                       ///< The watchlist's file; empty when it was never saved.
+    uint64_t knownHash = 0;                         ///< Of the content that the file had when it was opened or saved.
+    int64_t savedAt = 0;                            ///< When the recovery file was written, seconds since 1970 UTC.
+    std::string text;                               ///< As in a watchlist file.
+    std::optional<SWatchlistSupplement> supplement; ///< Of an older version of the program.
 
     // Where it was found; not part of its text.
 

@@ -82,7 +82,6 @@ void CRecoveryKeeper::Write(const SPlacement& placement, int64_t nowMs) {
     recovery.originalPath = m_watchlistFile.Path();
     recovery.knownHash = m_watchlistFile.KnownHash();
     recovery.savedAt = time(nullptr);
-    recovery.supplement = FindUncarried(m_doc);
     recovery.text = WriteWatchlistText(m_doc, placement);
     m_writer.Write(m_file, FormatRecovery(recovery));
 }

@@ -18,7 +18,7 @@ void ApplyColumns(CWatchlistDoc& doc, const SWatchlistContent& content) {
     CColumnMap& columns = doc.Columns();
     if (content.rowNumberWidth) columns.SetWidth(kRowNumberColumn, *content.rowNumberWidth);
     for (const auto& column : content.columns) columns.Append(column.name, column.width);
-    if (columns.Count() == 1) columns.Append("Symbol", kDefaultColumnWidthPx);
+    if (!content.columnsGiven) columns.Append("Symbol", kDefaultColumnWidthPx);
     for (int column = 1; column < columns.Count(); ++column)
         doc.Formats().SetNewColumn(column, columns.At(column).name);
 }
@@ -62,13 +62,15 @@ void ApplyContent(CWatchlistDoc& doc, const SWatchlistContent& content, CReadRep
     doc.LoadHiddenRows(content.hiddenRows);
     for (const auto& [row, text] : content.notes) doc.Notes().Set(row, text);
     const SUnreadAlerts unread = doc.Alerts().Load(content.alerts.text);
-    if (unread.count > 0)
+    if (unread.count > 0 && content.furtherAlerts.empty()) // They are among the unread ones otherwise.
         report.LeftOut(content.alerts.line, fmt::format("alerts that were not understood: {}, the first", unread.count),
                        unread.first);
-    for (const auto& [symbol, alert] : content.keptAlerts) doc.Alerts().RemoveSymbol(symbol);
-    for (const auto& [symbol, alert] : content.keptAlerts) doc.Alerts().Add(symbol, alert);
+    for (const auto& [symbol, alert] : content.furtherAlerts) doc.Alerts().RemoveSymbol(symbol);
+    for (const auto& [symbol, alert] : content.furtherAlerts)
+        if (alert) doc.Alerts().Add(symbol, *alert);
     if (const size_t count = doc.Formats().Read(content.formats.text))
         report.LeftOut(content.formats.line, fmt::format("cell formats that were not understood: {}", count));
+    doc.SetUnknownLines(content.unknownLines);
 }
 
 } // namespace vx

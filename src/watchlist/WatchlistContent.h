@@ -56,14 +56,16 @@ struct SWatchlistContent {
     std::optional<bool> showGridLines;
     std::optional<int> rowNumberWidth;
     std::vector<SColumn> columns; ///< Each name once.
+    bool columnsGiven = false;    ///< The text says which columns there are; without it there is one for the symbol.
     std::vector<SRow> rows;       ///< Index is the grid row; an empty text is an empty row.
     std::map<int, std::string> notes;
     SRecords alerts;
-    /// From a supplement, symbol by symbol; they replace those that `alerts` has of their symbols.
-    std::vector<std::pair<std::string, A_INFO>> keptAlerts;
+    /// They replace those that `alerts` has of their symbols; without an alert the symbol has none.
+    std::vector<std::pair<std::string, std::optional<A_INFO>>> furtherAlerts;
     SRecords formats;
-    std::vector<int> hiddenRows; ///< From a supplement, rising.
-    size_t knownLines = 0;       ///< Lines that were understood.
+    std::vector<int> hiddenRows;           ///< Rising.
+    std::vector<std::string> unknownLines; ///< Further keys that are unknown, to be written again.
+    size_t knownLines = 0;                 ///< Lines that were understood.
 
     /// Puts a symbol or an annotation into a row, whatever stood there.
     ///

@@ -109,6 +109,7 @@ void CWatchlistDoc::Reset() {
     m_invalid.Clear();
     m_symbols.Clear();
     m_regionals.clear();
+    m_unknownLines.clear();
     m_updates.Clear();
     m_rows.Clear();
     m_grownRows = 0;

@@ -23,6 +23,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace vx {
@@ -126,7 +127,7 @@ public:
     bool ReorderRows(const std::vector<int>& newRowOf);
 
     // Hidden rows. They take no place in the grid and are rows like all others otherwise: watched, judged by alerts,
-    // sorted, exported. The file has no place for them; see SWatchlistSupplement.
+    // sorted, exported.
 
     bool IsRowHidden(int row) const { return m_rows.IsHidden(row); }
     std::vector<int> HiddenRows() const { return m_rows.HiddenRows(); }
@@ -167,6 +168,9 @@ public:
     const SWatchlistOptions& Options() const { return m_options; }
     /// Shows the named columns, ";" between them, each with its default width and format.
     void SetColumnsByName(std::string_view names);
+    /// Lines of the file that only another version of the program understands; a save writes them again.
+    const std::vector<std::string>& UnknownLines() const { return m_unknownLines; }
+    void SetUnknownLines(std::vector<std::string> lines) { m_unknownLines = std::move(lines); }
 
     // Stores by row and by symbol.
 
@@ -250,6 +254,7 @@ private:
     CSymbolUpdateMap m_updates;
     CWatchTable m_watched;
     CInvalidSymbols m_invalid;
+    std::vector<std::string> m_unknownLines;
     std::set<std::string> m_regionals; ///< Regional symbols that were placed since the last reset.
 
     // Only in an edit batch.

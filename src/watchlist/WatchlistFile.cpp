@@ -25,7 +25,7 @@ namespace vx {
 namespace {
 
 SFileResult Failure(std::string_view what, const std::string& path, const std::string& reason) {
-    SFileResult result{EFileOutcome::Failed, {}, {}, {}};
+    SFileResult result{EFileOutcome::Failed, {}, {}};
     result.error = fmt::format("The watchlist \"{}\" could not be {}: {}.", Windows1252FromUtf8(path), what, reason);
     LogInformation(result.error);
     return result;
@@ -76,7 +76,7 @@ std::string AbsolutePath(const std::string& path) {
     return error || path.empty() ? path : absolute.string();
 }
 
-void ReadSupplement(CSupplementFiles& files, const std::string& path, uint64_t hash, SWatchlistContent& content,
+void ReadSupplement(const CSupplementFiles& files, const std::string& path, uint64_t hash, SWatchlistContent& content,
                     SFileResult& result) {
     const CSupplementFiles::SFound found = files.Find(path, hash);
     if (found.supplement) MergeSupplement(*found.supplement, content);
@@ -93,7 +93,7 @@ void TellNotKept(const std::string& path, int error, bool agreed, SFileResult& r
     if (agreed)
         result.notices.push_back(words);
     else
-        result = {EFileOutcome::FormerNotKept, words, {}, {}};
+        result = {EFileOutcome::FormerNotKept, words, {}};
 }
 
 } // namespace
@@ -130,7 +130,7 @@ SFileResult CWatchlistFile::Open(const std::string& asked) {
 SFileResult CWatchlistFile::OpenRecovered(const SRecovery& recovery) {
     CWatchlistReader reader;
     ReadInBlocks(reader, recovery.text);
-    MergeSupplement(recovery.supplement, reader.Content());
+    if (recovery.supplement) MergeSupplement(*recovery.supplement, reader.Content());
     m_doc.OpenContent(reader.Content(), Windows1252FromUtf8(TitleOfPath(recovery.originalPath)), reader.Report());
     LogReport(recovery.originalPath, reader.Report());
     m_doc.SetModified(true);
@@ -146,7 +146,7 @@ SFileResult CWatchlistFile::OpenFormer(const SGeneration& generation) {
         return Failure("opened", generation.path, ReadReason(error));
     CWatchlistReader reader;
     ReadInBlocks(reader, image.content);
-    const CSupplementFiles::SFound found = m_supplements.Find(m_path, ContentHash(image.content));
+    const CSupplementFiles::SFound found = m_supplements.Find(generation.path, ContentHash(image.content));
     if (found.supplement) MergeSupplement(*found.supplement, reader.Content());
     m_doc.OpenContent(reader.Content(), Windows1252FromUtf8(TitleOfPath(m_path)), reader.Report());
     LogReport(generation.path, reader.Report());
@@ -161,7 +161,7 @@ void CWatchlistFile::Forget() {
 }
 
 SFileResult CWatchlistFile::Save(const SPlacement& placement, SSaveConsent consent) {
-    if (m_path.empty()) return {EFileOutcome::Failed, "The watchlist has no file yet.", {}, {}};
+    if (m_path.empty()) return {EFileOutcome::Failed, "The watchlist has no file yet.", {}};
     return Write(m_path, placement, consent);
 }
 
@@ -186,7 +186,7 @@ SFileResult CWatchlistFile::Write(const std::string& path, const SPlacement& pla
         const std::string text = WriteWatchlistText(m_doc, placement);
         std::string made;
         const int notKept = KeepFormer(path, text, before, readError == ENOENT ? 0 : readError, made);
-        if (notKept == 0 || consent.withoutFormer) result = Replace(path, placement, text, before.content);
+        if (notKept == 0 || consent.withoutFormer) result = Replace(path, placement, text);
         if (notKept != 0) TellNotKept(path, notKept, consent.withoutFormer, result);
         if (!made.empty() && result.IsDone())
             m_generations.RemoveOld(path);
@@ -207,44 +207,13 @@ int CWatchlistFile::KeepFormer(const std::string& path, const std::string& text,
     return m_generations.Keep(path, before.content, before.signature.modifiedNs, made);
 }
 
-// While a file has no supplement at all, its content before the save gets an empty one too: if the save does not get to
-// its end, that content is not to be taken for one that another program wrote.
-int CWatchlistFile::KeepUncarried(const std::string& path, uint64_t hash, const SWatchlistSupplement& supplement,
-                                  const std::string& before) {
-    const bool hasAny = m_supplements.HasAny(path);
-    if (supplement.IsEmpty() && !hasAny) return 0;
-    const uint64_t hashBefore = ContentHash(before);
-    if (!hasAny && !before.empty() && !m_supplements.Find(path, hashBefore).supplement)
-        m_supplements.Write(path, hashBefore, {});
-    const int error = m_supplements.Write(path, hash, supplement);
-    return supplement.IsEmpty() ? 0 : error; // Without anything to keep nothing is lost.
-}
-
-// What the file cannot carry is on disk before the file is: whichever instant the process is killed at, the content in
-// place has the supplement that belongs to it.
-SFileResult CWatchlistFile::Replace(const std::string& path, const SPlacement& placement, const std::string& text,
-                                    const std::string& before) {
-    const uint64_t hash = ContentHash(text);
-    const SWatchlistSupplement supplement = FindUncarried(m_doc);
-    SFileResult result;
-    result.uncarried = DescribeSupplement(supplement);
-    const bool wasKept = m_supplements.Has(path, hash);
-    const int keptError = KeepUncarried(path, hash, supplement, before);
-    if (const int error = SaveFile(path, text)) {
-        if (!wasKept) m_supplements.Remove(path, hash);
-        return Failure("saved", path, ErrorText(error));
-    }
-    m_supplements.RemoveOld(path);
-    m_knownHash = hash;
+SFileResult CWatchlistFile::Replace(const std::string& path, const SPlacement& placement, const std::string& text) {
+    if (const int error = SaveFile(path, text)) return Failure("saved", path, ErrorText(error));
+    m_supplements.Retire(path, m_generations.List(path));
+    m_knownHash = ContentHash(text);
     m_onDisk = true;
     NoteSaved(path, placement);
-    if (keptError != 0) {
-        m_doc.SetModified(true);
-        result.notices.push_back(fmt::format("What the file does not hold could not be kept in \"{}\" either: {}.",
-                                             Windows1252FromUtf8(UserStateFolder()), ErrorText(keptError)));
-    }
-    for (const std::string& sentence : result.uncarried) LogInformation("Not in the file: " + sentence);
-    return result;
+    return {};
 }
 
 void CWatchlistFile::NoteSaved(const std::string& path, const SPlacement& placement) {

@@ -34,9 +34,6 @@ struct SFileResult {
     EFileOutcome outcome = EFileOutcome::Done;
     std::string error;                ///< What failed, with the file's name and the reason; empty when done.
     std::vector<std::string> notices; ///< What worked, but not as expected; a sentence each.
-    /// At a save: what the file itself does not hold, a sentence for each kind. It is kept in the state folder and
-    /// comes back when the file is opened on this computer.
-    std::vector<std::string> uncarried;
 
     bool IsDone() const { return outcome == EFileOutcome::Done; }
 };
@@ -84,12 +81,9 @@ public:
 
 private:
     SFileResult Write(const std::string& path, const SPlacement& placement, SSaveConsent consent);
-    SFileResult Replace(const std::string& path, const SPlacement& placement, const std::string& text,
-                        const std::string& before);
+    SFileResult Replace(const std::string& path, const SPlacement& placement, const std::string& text);
     int KeepFormer(const std::string& path, const std::string& text, const SFileImage& before, int readError,
                    std::string& made);
-    int KeepUncarried(const std::string& path, uint64_t hash, const SWatchlistSupplement& supplement,
-                      const std::string& before);
     void NoteSaved(const std::string& path, const SPlacement& placement);
 
     CWatchlistDoc& m_doc;

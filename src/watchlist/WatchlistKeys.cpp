@@ -4,7 +4,6 @@
 #include "base/Text.h"
 #include "data/CellFormatStore.h"
 #include "watchlist/RowTable.h"
-#include "watchlist/WatchlistSupplement.h"
 
 #include <algorithm>
 #include <array>
@@ -29,6 +28,7 @@ struct SValue {
 void ReadColumns(const SValue& value) {
     std::string list(value.text);
     if (list.empty() || list.starts_with(";Symbol:")) list.insert(0, "Symbol:1000;");
+    value.content.columnsGiven = true;
     CColumnListReader columns(value.content, value.report, value.line);
     std::string_view rest = list;
     while (!rest.empty()) {

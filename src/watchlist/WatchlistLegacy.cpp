@@ -158,6 +158,7 @@ private:
 
     void ReadColumnNames(std::string_view value) {
         m_content.columns.clear();
+        m_content.columnsGiven = true;
         CColumnListReader columns(m_content, m_report, m_line);
         const std::string names = ModernColumnNames(value);
         for (const std::string_view name : SplitCountingTail(names, ';'))

@@ -44,10 +44,12 @@ void CWatchlistReader::ApplyLine(std::string_view line) {
     const size_t equals = line.find('=');
     if (equals == std::string_view::npos) {
         if (!line.empty()) m_report.LeftOut(m_line, "there is no \"=\" in it", line);
-    } else if (ReadKey(line.substr(0, equals), line.substr(equals + 1), m_line, m_content, m_report)) {
-        ++m_content.knownLines;
     } else {
-        m_report.LeftOut(m_line, "the key is unknown", line.substr(0, equals));
+        const std::string_view key = line.substr(0, equals), value = line.substr(equals + 1);
+        if (ReadKey(key, value, m_line, m_content, m_report) || m_further.TakeLine(line, key, value, m_line))
+            ++m_content.knownLines;
+        else
+            m_report.LeftOut(m_line, "the key is unknown", key);
     }
 }
 
@@ -57,6 +59,7 @@ void CWatchlistReader::Finish() {
     else if (m_begin < m_buffer.size())
         m_report.LeftOut(m_line + 1, "the last line has no end and was not read",
                          std::string_view(m_buffer).substr(m_begin));
+    m_further.Apply(m_content, m_report);
     m_buffer.clear();
     m_buffer.shrink_to_fit();
     m_begin = m_searched = 0;

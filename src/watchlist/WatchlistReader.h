@@ -1,5 +1,6 @@
 #pragma once
 
+#include "watchlist/FurtherKeys.h"
 #include "watchlist/WatchlistContent.h"
 
 #include <string>
@@ -38,6 +39,7 @@ private:
     size_t m_line = 0;     ///< Lines so far.
     bool m_legacy = false;
     bool m_started = false;
+    CFurtherKeys m_further;
     SWatchlistContent m_content;
     CReadReport m_report;
 };

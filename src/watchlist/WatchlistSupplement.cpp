@@ -1,11 +1,11 @@
 #include "watchlist/WatchlistSupplement.h"
 
 #include "alerts/AlertField.h"
+#include "base/Escape.h"
+#include "base/Number.h"
+#include "watchlist/RowTable.h"
 #include "watchlist/WatchlistContent.h"
-#include "watchlist/WatchlistDoc.h"
 #include "watchlist/WatchlistKeys.h"
-
-#include <fmt/format.h>
 
 #include <algorithm>
 
@@ -13,122 +13,101 @@ namespace vx {
 
 namespace {
 
-constexpr size_t kMostNameBytes = 255;
-constexpr size_t kMostNamedRows = 10;
-constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::string_view kFirstLine = "zantrel watchlist supplement 1";
+constexpr std::string_view kLastLine = "end";
 
-void FindNotes(const CWatchlistDoc& doc, SWatchlistSupplement& out) {
-    out.carriedNotes = doc.Notes().Count();
-    for (const auto& [row, text] : doc.Notes())
-        if (row > out.carriedNotes) out.notes.emplace(row, text);
+// Takes a quoted text from the beginning of a line, and the blank behind it.
+std::optional<std::string> TakeQuoted(std::string_view& line) {
+    if (!line.starts_with('"')) return std::nullopt;
+    size_t end = 1;
+    while (end < line.size() && line[end] != '"') end += line[end] == '\\' ? 2 : 1;
+    if (end >= line.size()) return std::nullopt;
+    std::string text;
+    if (!UnescapeBytes(line.substr(1, end - 1), text)) return std::nullopt;
+    line.remove_prefix(std::min(line.size(), end + 2));
+    return text;
 }
 
-void FindSymbols(const CWatchlistDoc& doc, SWatchlistSupplement& out) {
-    const auto keep = [&](const std::string& symbol, const auto& rows) {
-        if (IsCarriedName(symbol)) return;
-        for (const uint32_t row : rows) out.symbols.emplace(static_cast<int>(row), symbol);
-    };
-    doc.Symbols().ForEach([&](const SYMBOL_DATA& data) { keep(data.symbol, data.rows); });
-    for (const auto& [symbol, rows] : doc.InvalidSymbols()) keep(symbol, rows);
+bool ReadRow(std::string_view line, std::map<int, std::string>& entries) {
+    const int row = ReadInt32(TakeUntil(line, ' '));
+    std::optional<std::string> text = TakeQuoted(line);
+    if (!text || text->empty() || row < 1 || row > CRowTable::kMaxRow) return false;
+    entries.insert_or_assign(row, std::move(*text));
+    return true;
 }
 
-void FindAnnotations(const CWatchlistDoc& doc, SWatchlistSupplement& out) {
-    for (const auto& [row, text] : doc.Annotations()) {
-        const bool carried = CarriedAnnotation(text).size() == text.size() && OldInvalidSymbol(text).empty();
-        if (!carried && !out.symbols.contains(row)) out.annotations.emplace(row, text);
+// An alert: symbol, field, sound file, then the numbers in the order of AppendAlert.
+bool ReadAlertLine(std::string_view line, SWatchlistSupplement& out) {
+    const std::optional<std::string> symbol = TakeQuoted(line);
+    const std::optional<std::string> field = TakeQuoted(line);
+    const std::optional<std::string> sound = TakeQuoted(line);
+    if (!symbol || !field || !sound) return false;
+    const std::optional<int32_t> fieldId = AlertFieldId(*field);
+    if (!fieldId) return false;
+    A_INFO alert;
+    alert.fieldId = *fieldId;
+    alert.soundFile = *sound;
+    alert.value = ReadDouble(TakeUntil(line, ' '));
+    for (uint32_t* number : {&alert.condition, &alert.enabled, &alert.noZero, &alert.soundType, &alert.loopSound})
+        *number = ReadUInt32(TakeUntil(line, ' '));
+    out.alerts.emplace_back(*symbol, std::move(alert));
+    return true;
+}
+
+bool ReadColumnLine(std::string_view line, SKeptColumns& layout) {
+    const int width = ReadInt32(TakeUntil(line, ' '));
+    std::optional<std::string> name = TakeQuoted(line);
+    if (!name || name->empty() || layout.columns.size() >= static_cast<size_t>(SWatchlistContent::kMostColumns))
+        return false;
+    layout.columns.push_back({std::move(*name), std::clamp(width, 0, SWatchlistContent::kMostWidth)});
+    return true;
+}
+
+bool ReadFormatsLine(std::string_view line, SKeptColumns& layout) {
+    std::optional<std::string> formats = TakeQuoted(line);
+    if (formats) layout.formats = std::move(*formats);
+    return formats.has_value();
+}
+
+bool ReadPlace(std::string_view line, int least, int& place) {
+    place = std::clamp(ReadInt32(line), least, SWatchlistContent::kMostColumns);
+    return true;
+}
+
+// "3-5,9": rising, ranges with their first and last row.
+bool ReadHiddenRows(std::string_view line, std::vector<int>& rows) {
+    while (!line.empty()) {
+        std::string_view range = TakeUntil(line, ',');
+        const int first = ReadInt32(TakeUntil(range, '-'));
+        const int last = range.empty() ? first : ReadInt32(range);
+        const int before = rows.empty() ? 0 : rows.back();
+        if (first <= before || last < first || last > CRowTable::kMaxRow) return false;
+        for (int row = first; row <= last; ++row) rows.push_back(row);
     }
+    return true;
 }
 
-// A threshold that was rounded may be that of another alert, so that the file has only one of them.
-void FindAlerts(const CWatchlistDoc& doc, SWatchlistSupplement& out) {
-    for (const std::string& symbol : doc.Alerts().Symbols()) {
-        const CAlertArray& alerts = doc.Alerts().Get(symbol);
-        const auto isCarried = [&](const A_INFO& alert) {
-            return AlertFieldName(alert.fieldId).empty() ||
-                   (CAlertsMap::CanSave(symbol, alert) && !CAlertsMap::IsRounded(alert));
-        };
-        if (std::ranges::all_of(alerts, isCarried)) continue;
-        for (const A_INFO& alert : alerts)
-            if (!AlertFieldName(alert.fieldId).empty()) out.alerts.emplace_back(symbol, alert);
-    }
+bool ReadLine(std::string_view line, SWatchlistSupplement& out) {
+    const std::string_view kind = TakeUntil(line, ' ');
+    if (kind == "note") return ReadRow(line, out.notes);
+    if (kind == "symbol") return ReadRow(line, out.symbols);
+    if (kind == "annotation") return ReadRow(line, out.annotations);
+    if (kind == "alert") return ReadAlertLine(line, out);
+    if (kind == "column") return ReadColumnLine(line, out.layout);
+    if (kind == "sorted") return ReadPlace(line, SSortRecord::kNoColumn, out.layout.sortColumn);
+    if (kind == "locked") return ReadPlace(line, 0, out.layout.lockedColumns);
+    if (kind == "hidden") return ReadHiddenRows(line, out.hiddenRows);
+    if (kind == "formats") return ReadFormatsLine(line, out.layout);
+    return false;
 }
-
-void FindColumns(const CWatchlistDoc& doc, SWatchlistSupplement& out) {
-    const CColumnMap& columns = doc.Columns();
-    if (std::all_of(columns.Columns().begin() + 1, columns.Columns().end(), IsWrittenColumn)) return;
-    for (int i = 1; i < columns.Count(); ++i) out.layout.columns.push_back({columns.At(i).name, columns.At(i).width});
-    out.layout.sortColumn = doc.Options().sort.column;
-    out.layout.lockedColumns = doc.Options().lockedColumns;
-    out.layout.formats = doc.Formats().Write();
-}
-
-// "row 7", "rows 7, 9 and 12", "rows 1, 2, ... and 5 more".
-std::string RowList(const std::vector<int>& rows) {
-    std::string out = rows.size() == 1 ? "row " : "rows ";
-    for (size_t named = 0; named < rows.size(); ++named) {
-        if (named == kMostNamedRows) return out + fmt::format(" and {} more", rows.size() - named);
-        if (named > 0) out += named + 1 == rows.size() ? " and " : ", ";
-        out += std::to_string(rows[named]);
-    }
-    return out;
-}
-
-std::string RowList(const std::map<int, std::string>& entries) {
-    std::vector<int> rows;
-    for (const auto& [row, text] : entries) rows.push_back(row);
-    return RowList(rows);
-}
-
-// "\"Bid\"", "\"Bid\", \"Ask\" and \"Last\"", "\"A\", ... and 5 more".
-std::string NameList(const std::vector<std::string>& names) {
-    std::string out;
-    for (size_t i = 0; i < names.size(); ++i) {
-        if (i == kMostNamedRows) return out + fmt::format(" and {} more", names.size() - i);
-        if (i > 0) out += i + 1 == names.size() ? " and " : ", ";
-        out += fmt::format("\"{}\"", names[i]);
-    }
-    return out;
-}
-
-std::string_view Plural(size_t count) { return count == 1 ? "" : "s"; }
 
 } // namespace
-
-bool IsCarriedName(std::string_view symbol) {
-    return !symbol.empty() && symbol.size() <= kMostNameBytes && std::ranges::none_of(symbol, [](char c) {
-        return c == ':' || c == ';' || static_cast<unsigned char>(c) < ' ' || c == '\x7F';
-    });
-}
-
-bool IsCarriedColumn(std::string_view name) {
-    return !name.empty() && name.size() <= kMostNameBytes && name != kRowNumbersEntry &&
-           name.find_first_of(":;") == std::string_view::npos && name.find(kLineEnd) == std::string_view::npos;
-}
-
-bool IsWrittenColumn(const sColumnInfo& column) {
-    return column.width >= 1 && column.name != " " && IsCarriedColumn(column.name);
-}
-
-std::string_view CarriedAnnotation(std::string_view text) {
-    return text.substr(0, std::min(text.find(';'), text.find(kLineEnd)));
-}
-
-SWatchlistSupplement FindUncarried(const CWatchlistDoc& doc) {
-    SWatchlistSupplement out;
-    FindNotes(doc, out);
-    FindSymbols(doc, out);
-    FindAnnotations(doc, out);
-    FindAlerts(doc, out);
-    FindColumns(doc, out);
-    out.hiddenRows = doc.HiddenRows();
-    return out;
-}
 
 void MergeSupplement(const SWatchlistSupplement& supplement, SWatchlistContent& content) {
     for (const auto& [row, text] : supplement.notes) content.notes.insert_or_assign(row, text);
     for (const auto& [row, symbol] : supplement.symbols) content.SetRow(row, symbol, false);
     for (const auto& [row, text] : supplement.annotations) content.SetRow(row, text, true);
-    content.keptAlerts.insert(content.keptAlerts.end(), supplement.alerts.begin(), supplement.alerts.end());
+    content.furtherAlerts.insert(content.furtherAlerts.end(), supplement.alerts.begin(), supplement.alerts.end());
     content.hiddenRows = supplement.hiddenRows;
     const SKeptColumns& layout = supplement.layout;
     if (layout.columns.empty()) return;
@@ -139,43 +118,15 @@ void MergeSupplement(const SWatchlistSupplement& supplement, SWatchlistContent& 
     content.formats = {layout.formats, 0};
 }
 
-std::vector<std::string> DescribeSupplement(const SWatchlistSupplement& supplement) {
-    std::vector<std::string> out;
-    const auto& [notes, symbols, annotations, allAlerts, layout, hiddenRows, carriedNotes] = supplement;
-    std::vector<std::string> alerts, rounded, columns;
-    for (const auto& [symbol, alert] : allAlerts) {
-        if (!CAlertsMap::CanSave(symbol, alert))
-            alerts.push_back(symbol);
-        else if (CAlertsMap::IsRounded(alert))
-            rounded.push_back(symbol);
+std::optional<SWatchlistSupplement> ParseSupplement(std::string_view text) {
+    if (TakeUntil(text, '\n') != kFirstLine) return std::nullopt;
+    SWatchlistSupplement out;
+    while (!text.empty()) {
+        const std::string_view line = TakeUntil(text, '\n');
+        if (line == kLastLine) return out;
+        if (!ReadLine(line, out)) return std::nullopt;
     }
-    for (const auto& [name, width] : layout.columns)
-        if (!IsWrittenColumn({0, name, width})) columns.push_back(name);
-    if (!notes.empty())
-        out.push_back(
-            fmt::format("The note{} of {}: the file holds notes up to row {}, the number of notes in the list.",
-                        Plural(notes.size()), RowList(notes), carriedNotes));
-    if (!symbols.empty())
-        out.push_back(fmt::format("The symbol{} of {}, beginning with \"{}\": the file takes no \":\" or \";\" in a "
-                                  "symbol.",
-                                  Plural(symbols.size()), RowList(symbols), symbols.begin()->second));
-    if (!annotations.empty())
-        out.push_back(fmt::format("The whole text of the annotation{} of {}: in the file it ends at the first \";\".",
-                                  Plural(annotations.size()), RowList(annotations)));
-    if (!alerts.empty())
-        out.push_back(fmt::format("{} alert{}, beginning with one of \"{}\": the file takes no \":\" or \";\" in a "
-                                  "symbol and no \";\" in the name of a sound.",
-                                  alerts.size(), Plural(alerts.size()), alerts.front()));
-    if (!rounded.empty())
-        out.push_back(fmt::format("The whole threshold of {} alert{}, beginning with one of \"{}\": the file holds six "
-                                  "decimals.",
-                                  rounded.size(), Plural(rounded.size()), rounded.front()));
-    if (!columns.empty())
-        out.push_back(fmt::format("The column{} {}: the file takes no hidden columns, and no \":\" or \";\" in a name.",
-                                  Plural(columns.size()), NameList(columns)));
-    if (!hiddenRows.empty())
-        out.push_back(fmt::format("The hiding of {}: the file holds all rows as shown ones.", RowList(hiddenRows)));
-    return out;
+    return std::nullopt;
 }
 
 } // namespace vx

@@ -11,9 +11,7 @@
 
 namespace vx {
 
-class CWatchlistDoc;
 struct SWatchlistContent;
-struct sColumnInfo;
 
 /// All columns of a watchlist some of which its file leaves out, and what names columns by their place.
 struct SKeptColumns {
@@ -28,9 +26,8 @@ struct SKeptColumns {
     std::string formats; ///< As in the file, with these columns.
 };
 
-/// What of a watchlist its file cannot carry: notes in rows above the number of notes, symbols with ":" or ";",
-/// annotations with ";", alerts of such symbols, thresholds with more than six decimals, hidden columns and which rows
-/// are hidden. It is kept in a file of its own, beside the recovery files.
+/// What older versions of the program kept beside a watchlist's file, because the file could not carry it. Today the
+/// file does, in further keys; a supplement that is still there is read once.
 struct SWatchlistSupplement {
     std::map<int, std::string> notes;
     std::map<int, std::string> symbols;
@@ -39,38 +36,15 @@ struct SWatchlistSupplement {
     std::vector<std::pair<std::string, A_INFO>> alerts;
     SKeptColumns layout;
     std::vector<int> hiddenRows; ///< Rising.
-    int carriedNotes = 0;        ///< Notes stand in the file up to this row.
-
-    bool IsEmpty() const {
-        return notes.empty() && symbols.empty() && annotations.empty() && alerts.empty() && layout.columns.empty() &&
-               hiddenRows.empty();
-    }
 };
-
-/// Whether a symbol can stand in the file: at most 255 bytes, no ":" or ";", no control characters.
-bool IsCarriedName(std::string_view symbol);
-/// Whether a column's name can: at most 255 bytes, no ":" or ";", no line end, not "RowNumbers".
-bool IsCarriedColumn(std::string_view name);
-/// Whether the file has a column: not when it is hidden or its name cannot stand there.
-bool IsWrittenColumn(const sColumnInfo& column);
-/// The part of an annotation's stored text that can stand in the file: up to its first ";" or line end.
-std::string_view CarriedAnnotation(std::string_view text);
-
-/// Thread  GUI thread only
-SWatchlistSupplement FindUncarried(const CWatchlistDoc& doc);
 
 /// Puts what was kept back to what the file brought; it wins over what stands in the same row.
 void MergeSupplement(const SWatchlistSupplement& supplement, SWatchlistContent& content);
 
-/// Names what the file does not hold, a sentence for each kind, with the rows it is about (the first ten of them).
-/// Windows-1252.
-std::vector<std::string> DescribeSupplement(const SWatchlistSupplement& supplement);
-
-/// The text of a supplement's file, ASCII, and back.
+/// Reads the text of a supplement's file.
 ///
 /// Errors  nothing for a text that is none, or not whole
-/// Source  docs/file-format.md, "What the file cannot carry"
-std::string FormatSupplement(const SWatchlistSupplement& supplement);
+/// Source  docs/file-format.md, "Supplements of older versions"
 std::optional<SWatchlistSupplement> ParseSupplement(std::string_view text);
 
 } // namespace vx

@@ -10,8 +10,8 @@ class CWatchlistDoc;
 
 /// The whole text of a watchlist's file.
 ///
-/// Shape   every line ends in CR LF; always all lines, in the same order. What the layout cannot carry (see
-///         WatchlistSupplement.h) is left out, or cut where it could not be read any more. Windows-1252
+/// Shape   every line ends in CR LF; always the same lines in the same order, then the further keys that are needed,
+///         which carry what the others cannot. A value ends before a CR LF of its own. Windows-1252
 /// Units   placement: where the window stands when it is neither maximised nor minimised
 /// Errors  none
 /// Thread  GUI thread only

@@ -5,7 +5,6 @@
 #include "settings/Settings.h"
 #include "watchlist/WatchlistDoc.h"
 #include "watchlist/WatchlistReader.h"
-#include "watchlist/WatchlistSupplement.h"
 #include "watchlist/WatchlistWriter.h"
 
 #include <algorithm>
@@ -18,13 +17,12 @@ namespace vx::test {
 /// A document that needs nothing of the machine: settings in memory, no window, and a feed only when asked for.
 class CScratchDoc {
 public:
-    /// Reads a file's text as opening does, with what was kept besides it.
-    void Open(std::string_view text, const SWatchlistSupplement& supplement = {}) {
+    /// Reads a file's text as opening does.
+    void Open(std::string_view text) {
         CWatchlistReader reader;
         for (; !text.empty(); text.remove_prefix(std::min(text.size(), CWatchlistReader::kBlockBytes)))
             reader.TakeBlock(text.substr(0, CWatchlistReader::kBlockBytes));
         reader.Finish();
-        MergeSupplement(supplement, reader.Content());
         doc.OpenContent(reader.Content(), {}, reader.Report());
     }
     /// Begins a new list of these columns, connected to a feed that takes everything and answers nothing.

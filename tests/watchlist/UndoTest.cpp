@@ -3,7 +3,6 @@
 #include "watchlist/DocFixture.h"
 #include "watchlist/SortCommands.h"
 #include "watchlist/UndoStep.h"
-#include "watchlist/WatchlistSupplement.h"
 #include "watchlist/WatchlistWriter.h"
 
 #include <fmt/format.h>
@@ -38,7 +37,7 @@ protected:
 
     /// Everything that an edit can change, as text.
     std::string Look() {
-        std::string out = WriteWatchlistText(doc, {}) + FormatSupplement(FindUncarried(doc));
+        std::string out = WriteWatchlistText(doc, {});
         for (int row = 1; row <= doc.RowCount(); ++row) out.append(doc.ShownText(row)).append("|");
         return out;
     }
