@@ -28,8 +28,8 @@ bool WouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == E
 } // namespace
 
 CConnection::CConnection(qintptr socket, const SLink& link)
-    : m_socket(static_cast<int>(socket)), m_link(link), m_input(std::make_unique<std::array<char, kMaxLine>>()),
-      m_readable(socket, QSocketNotifier::Read), m_writable(socket, QSocketNotifier::Write) {
+    : m_socket(static_cast<int>(socket)), m_link(link), m_readable(socket, QSocketNotifier::Read),
+      m_writable(socket, QSocketNotifier::Write) {
     fcntl(m_socket, F_SETFL, fcntl(m_socket, F_GETFL, 0) | O_NONBLOCK);
     const int on = 1;
     setsockopt(m_socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
@@ -85,8 +85,9 @@ void CConnection::CloseWhenSent() {
 
 void CConnection::OnReadable() {
     if (!m_open || m_waiting || m_inputEnded) return;
-    char* const free = m_input->data() + m_inputEnd;
-    const ssize_t count = recv(m_socket, free, m_input->size() - m_inputEnd, 0);
+    if (!m_input) m_input = std::make_unique_for_overwrite<char[]>(kMaxLine);
+    const ssize_t count = recv(m_socket, m_input.get() + m_inputEnd, kMaxLine - m_inputEnd, 0);
+    if (count <= 0 && m_inputEnd == 0) m_input.reset();
     if (count < 0) {
         if (!WouldBlock()) Fail();
         return;
@@ -115,8 +116,8 @@ void CConnection::HandleLines() {
     size_t begin = 0;
     size_t i = m_searched;
     for (; m_open && i < m_inputEnd; ++i) {
-        if (!IsLineEnd((*m_input)[i])) continue;
-        const std::string_view line(m_input->data() + begin, i - begin);
+        if (!IsLineEnd(m_input[i])) continue;
+        const std::string_view line(m_input.get() + begin, i - begin);
         const bool wanted = !line.empty() && !m_skipping;
         if (wanted && !HasRoom()) {
             Flush();
@@ -150,15 +151,16 @@ void CConnection::ContinueLines() {
 }
 
 void CConnection::KeepRest(size_t begin) {
-    if (begin > 0) std::memmove(m_input->data(), m_input->data() + begin, m_inputEnd - begin);
+    if (begin > 0) std::memmove(m_input.get(), m_input.get() + begin, m_inputEnd - begin);
     m_inputEnd -= begin;
     if (m_waiting) return;
     if (m_skipping) m_inputEnd = 0;
-    if (m_inputEnd == m_input->size()) {
+    if (m_inputEnd == kMaxLine) {
         m_skipping = true;
         m_inputEnd = 0;
         if (HasRoom()) OnOverlongLine();
     }
+    if (m_inputEnd == 0) m_input.reset();
 }
 
 void CConnection::Fail() {

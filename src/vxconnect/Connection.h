@@ -6,7 +6,6 @@
 #include <QSocketNotifier>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -92,7 +91,7 @@ private:
     const SLink m_link;
     CSendQueue m_queue;
     uint64_t m_sent = 0;
-    std::unique_ptr<std::array<char, kMaxLine>> m_input;
+    std::unique_ptr<char[]> m_input; // kMaxLine bytes while part of a line waits in them, else null.
     size_t m_inputEnd = 0;
     size_t m_searched = 0; // Bytes at the front of the input that hold no line end.
     bool m_open = true;

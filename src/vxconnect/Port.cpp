@@ -9,10 +9,12 @@ namespace vx::sim {
 namespace {
 
 constexpr int kAcceptAgainMs = 500;
+constexpr int kMostWaiting = 1024; // Clients that come at once; one too many would try again a second later.
 
 } // namespace
 
 CPort::CPort(Maker maker) : m_maker(std::move(maker)) {
+    setListenBacklogSize(kMostWaiting);
     // Out of file handles, for example: the server has stopped accepting by itself, else it would spin.
     connect(this, &QTcpServer::acceptError, this,
             [this] { QTimer::singleShot(kAcceptAgainMs, this, [this] { resumeAccepting(); }); });

@@ -24,7 +24,9 @@ void CSendQueue::Append(std::string_view bytes) {
 
 void CSendQueue::Drop(size_t bytes) {
     m_begin += bytes;
-    if (m_begin == m_end) m_begin = m_end = 0;
+    if (m_begin != m_end) return;
+    m_begin = m_end = 0;
+    if (m_bytes.size() > kKeptBytes) std::vector<char>().swap(m_bytes);
 }
 
 } // namespace vx::sim

@@ -6,12 +6,15 @@
 
 namespace vx::sim {
 
-/// Bytes that wait to be sent, in one block of memory that is used again and again.
+/// Bytes that wait to be sent, in one block of memory that is used again and again. A block that has grown beyond
+/// kKeptBytes goes as soon as it is empty.
 ///
 /// Owns    its bytes
 /// Thread  any one
 class CSendQueue {
 public:
+    static constexpr size_t kKeptBytes = 256 * 1024;
+
     size_t Size() const { return m_end - m_begin; }
     std::string_view Waiting() const { return {m_bytes.data() + m_begin, Size()}; }
 

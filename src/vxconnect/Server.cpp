@@ -10,6 +10,7 @@
 #include <utility>
 
 #include <fmt/format.h>
+#include <malloc.h>
 
 namespace vx::sim {
 
@@ -17,6 +18,7 @@ namespace {
 
 constexpr int kSecondMs = 1000;
 constexpr int kSoonMs = 100;
+constexpr int kTrimMs = 500;
 
 double CpuSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
@@ -39,8 +41,10 @@ CServer::CServer(const SOptions& options, std::unique_ptr<CSource> source)
     m_second.setTimerType(Qt::PreciseTimer);
     m_soon.setSingleShot(true);
     m_ending.setSingleShot(true);
+    m_trim.setSingleShot(true);
     connect(&m_second, &QTimer::timeout, this, [this] { OnSecond(); });
     connect(&m_soon, &QTimer::timeout, this, [this] { OnWatchesChanged(); });
+    connect(&m_trim, &QTimer::timeout, this, [] { malloc_trim(0); });
     connect(&m_ending, &QTimer::timeout, this, [this] {
         if (OnFinished) OnFinished();
     });
@@ -137,6 +141,8 @@ size_t CServer::HeldCount() const {
 }
 
 void CServer::OnClientCountChanged() {
+    if (ClientCount() < m_clients && !m_trim.isActive()) m_trim.start(kTrimMs);
+    m_clients = ClientCount();
     if (m_options.stay) return;
     if (ClientCount() > 0) {
         m_hadClient = true;

@@ -74,6 +74,8 @@ private:
     QTimer m_second;
     QTimer m_soon; // Gathers the changes of a burst of commands into one statistics line.
     QTimer m_ending;
+    QTimer m_trim; // After clients have gone: their memory goes back to the system.
+    size_t m_clients = 0;
     std::string m_message;
     bool m_hadClient = false;
     uint64_t m_seconds = 0;
