@@ -35,7 +35,7 @@ constexpr auto kTypes = std::to_array<SSecurityType>({
     {kTypeFuture, "FUTURE", "Future"},
     {8, "FUTOPTION", "Future Option"},
     {9, "SPOT", "Spot Price"},
-    {10, "FOREX", "Foreign Exchange"},
+    {kTypeCurrency, "FOREX", "Foreign Exchange"},
 });
 
 // One entry per draw: the more often a market stands here, the more trades it gets.
@@ -52,6 +52,8 @@ uint8_t SecurityTypeOf(const STerms& terms) {
         return kTypeOption;
     case EKind::Future:
         return kTypeFuture;
+    case EKind::Currency:
+        return kTypeCurrency;
     case EKind::MoneyFund:
         return kTypeMoneyFund;
     case EKind::MutualFund:
@@ -73,7 +75,7 @@ uint8_t ListedMarketOf(const STerms& terms, std::string_view symbol) {
     if (terms.kind == EKind::Option) return kOptions;
     if (terms.kind == EKind::Future) return kFutures;
     if (terms.IsFund()) return kFunds;
-    if (terms.delayMinutes > 0) return kOverTheCounter;
+    if (terms.delayMinutes > 0 || terms.kind == EKind::Currency) return kOverTheCounter;
     constexpr std::array<uint8_t, 3> kHomes = {1, 2, 7};
     return kHomes[SymbolSeed(0, symbol) % kHomes.size()];
 }

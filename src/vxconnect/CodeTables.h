@@ -33,6 +33,7 @@ constexpr uint8_t kTypeOption = 2;
 constexpr uint8_t kTypeFund = 3;
 constexpr uint8_t kTypeMoneyFund = 4;
 constexpr uint8_t kTypeFuture = 7;
+constexpr uint8_t kTypeCurrency = 10;
 constexpr uint8_t kSubTypeExchangeTradedFund = 1; ///< Of funds.
 constexpr uint8_t kSubTypeNonStandardOption = 2;  ///< Of options.
 

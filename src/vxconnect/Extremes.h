@@ -8,7 +8,7 @@ namespace vx::sim {
 
 /// The highest and the lowest price of a period and the days on which they were set.
 ///
-/// Units   ten-thousandths of a dollar
+/// Units   hundred-thousandths of a dollar
 struct SExtremes {
     int64_t high = 0;
     int64_t low = 0;

@@ -65,7 +65,7 @@ private:
     }
 
     void Earnings() {
-        if (m_terms.IsContract()) {
+        if (!m_terms.HasCompanyFacts()) {
             Empty(2); // Growth and beta.
             Extremes(m_now.CalendarExtremes());
             return Empty(6); // Earnings and dividends.
@@ -85,7 +85,7 @@ private:
     }
 
     void Balance() {
-        if (m_terms.IsContract()) {
+        if (!m_terms.HasCompanyFacts()) {
             Empty(); // Percent held.
             Whole(m_ticker.volumeMillions * 1e6);
             return Empty(5);
@@ -119,7 +119,7 @@ private:
         const double firstRatio = kRatios[m_random.Below(kRatios.size())];
         const PackedDate balance = (m_start / 10000 - 1) * 10000 + 1231;
         const PackedDate exDividend = DaysAgo(5, 85), paid = SessionDateUpTo(AddDays(exDividend, 18));
-        if (m_terms.IsContract() || m_terms.IsPricedDaily()) {
+        if (!m_terms.HasCompanyFacts() || m_terms.IsPricedDaily()) {
             Empty(6);
             // An option tells the volatility of its share.
             const bool own = m_terms.dayDeviation > 0 && m_terms.kind != EKind::Option;
@@ -149,8 +149,8 @@ private:
         Whole(ListedMarketOf(m_terms, m_listing.symbol));
         Whole(SecurityTypeOf(m_terms));
         Empty(2); // The names of the two, which the client knows from its tables.
-        m_terms.IsContract() ? Empty() : Whole(m_sector.naics);
-        m_fund || m_terms.IsContract() ? Empty() : Price(m_ticker.price * m_random.Between(0.95, 1.04));
+        !m_terms.HasCompanyFacts() ? Empty() : Whole(m_sector.naics);
+        m_fund || !m_terms.HasCompanyFacts() ? Empty() : Price(m_ticker.price * m_random.Between(0.95, 1.04));
     }
 
     void Contract() {
@@ -163,7 +163,7 @@ private:
         option ? Whole(m_terms.nonStandard ? 1 : 0) : Empty();
         Text("09:30:00");
         Text("16:00:00");
-        Text("USD");
+        Text(m_terms.currency);
         Text(m_terms.contractSize);
         Text(m_terms.contractMonths);
         Number(static_cast<double>(m_now.TickSize()) / kPriceUnit, m_now.Decimals());

@@ -31,7 +31,7 @@ SListing ListingOf(const SFund& fund) {
     out.ticker.sector = ESector::Fund;
     out.ticker.price = fund.price;
     out.terms.kind = fund.kind;
-    out.terms.tickSize = fund.kind == EKind::MoneyFund ? 1 : 100;
+    out.terms.tick = fund.kind == EKind::MoneyFund ? 0.0001 : 0.01;
     return out;
 }
 

@@ -11,8 +11,8 @@ namespace {
 struct SProduct {
     std::string_view root;
     std::string_view name;
-    double price;     // Dollars, of the nearest month.
-    int64_t tickSize; // Ten-thousandths of a dollar.
+    double price; // Dollars, of the nearest month.
+    double tick;  // Dollars.
     double dayDeviation;
     double volumeMillions;
     int64_t openInterest;
@@ -21,16 +21,16 @@ struct SProduct {
 };
 
 constexpr std::array<SProduct, 10> kProducts = {{
-    {"ES", "Stock Index 500", 4905, 2500, 0.009, 1.5, 2'200'000, "50 x index", "HMUZ"},
-    {"NQ", "Stock Index 100", 17520, 2500, 0.012, 0.6, 270'000, "20 x index", "HMUZ"},
-    {"CL", "Crude Oil", 76, 100, 0.018, 0.35, 310'000, "1000 barrels", "FGHJKMNQUVXZ"},
-    {"NG", "Natural Gas", 2.1, 10, 0.035, 0.15, 250'000, "10000 mmBtu", "FGHJKMNQUVXZ"},
-    {"GC", "Gold", 2040, 1000, 0.008, 0.2, 340'000, "100 troy ounces", "GJMQVZ"},
-    {"SI", "Silver", 23, 50, 0.016, 0.06, 110'000, "5000 troy ounces", "HKNUZ"},
-    {"HG", "Copper", 3.9, 5, 0.012, 0.08, 130'000, "25000 pounds", "HKNUZ"},
-    {"ZC", "Corn", 448, 2500, 0.013, 0.25, 700'000, "5000 bushels", "HKNUZ"},
-    {"ZS", "Soybeans", 1222, 2500, 0.011, 0.2, 350'000, "5000 bushels", "FHKNQUX"},
-    {"ZW", "Wheat", 595, 2500, 0.017, 0.11, 190'000, "5000 bushels", "HKNUZ"},
+    {"ES", "Stock Index 500", 4905, 0.25, 0.009, 1.5, 2'200'000, "50 x index", "HMUZ"},
+    {"NQ", "Stock Index 100", 17520, 0.25, 0.012, 0.6, 270'000, "20 x index", "HMUZ"},
+    {"CL", "Crude Oil", 76, 0.01, 0.018, 0.35, 310'000, "1000 barrels", "FGHJKMNQUVXZ"},
+    {"NG", "Natural Gas", 2.1, 0.001, 0.035, 0.15, 250'000, "10000 mmBtu", "FGHJKMNQUVXZ"},
+    {"GC", "Gold", 2040, 0.1, 0.008, 0.2, 340'000, "100 troy ounces", "GJMQVZ"},
+    {"SI", "Silver", 23, 0.005, 0.016, 0.06, 110'000, "5000 troy ounces", "HKNUZ"},
+    {"HG", "Copper", 3.9, 0.0005, 0.012, 0.08, 130'000, "25000 pounds", "HKNUZ"},
+    {"ZC", "Corn", 448, 0.25, 0.013, 0.25, 700'000, "5000 bushels", "HKNUZ"},
+    {"ZS", "Soybeans", 1222, 0.25, 0.011, 0.2, 350'000, "5000 bushels", "FHKNQUX"},
+    {"ZW", "Wheat", 595, 0.25, 0.017, 0.11, 190'000, "5000 bushels", "HKNUZ"},
 }};
 
 constexpr std::string_view kMonthLetters = "FGHJKMNQUVXZ"; // January to December.
@@ -47,7 +47,7 @@ SListing ListingOf(const SProduct& product, int year, int month, int monthsAhead
     out.ticker.price = product.price * (1 + kCarry * monthsAhead);
     out.ticker.volumeMillions = product.volumeMillions * share;
     out.terms.kind = EKind::Future;
-    out.terms.tickSize = product.tickSize;
+    out.terms.tick = product.tick;
     out.terms.dayDeviation = product.dayDeviation;
     out.terms.expiration = ThirdFriday(year, month);
     out.terms.firstDelivery = year * 10000 + month * 100 + 1;

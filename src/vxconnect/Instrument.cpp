@@ -16,6 +16,8 @@ constexpr double kBusyMillions = 25; // Shares a day.
 constexpr double kTradesPerEvent = 0.37;
 constexpr int kWarmUpEvents = 60;
 constexpr int kSettlingEvents = 20; // At the usual pace, so that quote and last trade belong together.
+constexpr int64_t kShareLot = 100;
+constexpr int64_t kCurrencyLot = 100'000;
 constexpr int64_t kFraction = 1'000'000;
 
 // How much more the price moves in each half hour of the session than on average.
@@ -28,14 +30,23 @@ int64_t Ratio(int64_t numerator, int64_t denominator, int64_t unit) {
     return Rounded(static_cast<double>(numerator) * static_cast<double>(unit) / static_cast<double>(denominator));
 }
 
+// As many places as the smallest step needs, at least those of a cent.
+int DecimalsOf(int64_t tickSize) {
+    int places = 2;
+    for (int64_t unit = kPriceUnit / 100; tickSize % unit != 0; unit /= 10) ++places;
+    return places;
+}
+
 } // namespace
 
 CInstrument::CInstrument(std::string symbol, const STicker& ticker, STerms terms, uint64_t seed, PackedDate date)
     : m_random(SymbolSeed(seed, symbol)), m_date(date), m_terms(std::move(terms)),
       m_delayMs(MarketMs{m_terms.delayMinutes} * 60'000), m_symbol(std::move(symbol)) {
     const double dayDeviation = m_terms.dayDeviation > 0 ? m_terms.dayDeviation : SectorOf(ticker.sector).dayDeviation;
-    m_tickSize = m_terms.tickSize > 0 ? m_terms.tickSize : ticker.price >= 1 ? kPriceUnit / 100 : 1;
-    if (m_terms.IsContract()) m_lot = 1;
+    const double tick = m_terms.tick > 0 ? m_terms.tick : ticker.price >= 1 ? 0.01 : 0.0001;
+    m_tickSize = Rounded(tick * kPriceUnit);
+    m_decimals = DecimalsOf(m_tickSize);
+    m_lot = m_terms.IsContract() ? 1 : m_terms.kind == EKind::Currency ? kCurrencyLot : kShareLot;
     m_base = OnGrid(ticker.price * kPriceUnit);
     m_sharesThousands = Rounded(ticker.sharesMillions * 1000);
     m_averageVolume = Rounded(ticker.volumeMillions * 1e6);
@@ -296,7 +307,8 @@ void CInstrument::LastTrade(int64_t price, int64_t size, int weight) {
     m_newExtreme |= m_yearExtremes.Include(price, m_date);
     m_notional += price * size * weight;
     m_qualifying += size * weight;
-    Put(EField::Vwap, (m_notional + m_qualifying / 2) / m_qualifying);
+    const int64_t vwapUnit = m_decimals > kFineDecimals ? 1 : kPriceUnit / 10'000; // What its line can hold.
+    Put(EField::Vwap, (m_notional / vwapUnit + m_qualifying / 2) / m_qualifying * vwapUnit);
     Put(EField::TradesToday, Value(EField::TradesToday) + weight - 1);
     AddVolume(size * weight);
     Derive();

@@ -15,8 +15,8 @@
 
 namespace vx::sim {
 
-constexpr int64_t kPriceUnit = 10000; ///< Prices are integers in ten-thousandths of a dollar.
-constexpr int kTickUp = 173;          ///< Tick codes: how a last-qualifying trade compares with the one before.
+constexpr int kFineDecimals = 4; ///< Of a fine price, at least.
+constexpr int kTickUp = 173;     ///< Tick codes: how a last-qualifying trade compares with the one before.
 constexpr int kTickDown = 175;
 constexpr int kTickSame = 183;
 
@@ -27,7 +27,7 @@ constexpr int kTickSame = 183;
 /// the seed, the symbol and n; its time stamp comes from the symbol's own clock, which an event moves on by 250 to 650
 /// milliseconds on average, the less the more the symbol is traded.
 ///
-/// Units   money in ten-thousandths of a dollar, fractions in millionths, times in seconds of the day
+/// Units   money in hundred-thousandths of a dollar, fractions in millionths, times in seconds of the day
 /// Thread  any one
 class CInstrument final : public CSecurity {
 public:
@@ -56,9 +56,9 @@ public:
     const CRegionalQuotes& Regions() const { return m_regions; }
     /// How far its own clock is kept behind the market's.
     MarketMs DelayMs() const { return m_delayMs; }
-    /// Places after the point of this symbol's prices, 2 or 4.
-    int Decimals() const { return m_tickSize % (kPriceUnit / 100) == 0 ? 2 : 4; }
-    /// The smallest step of the price, in ten-thousandths.
+    /// Places after the point of this symbol's prices, 2 to 5.
+    int Decimals() const { return m_decimals; }
+    /// The smallest step of the price, in hundred-thousandths.
     int64_t TickSize() const { return m_tickSize; }
     PackedDate Date() const { return m_date; }
     /// Of the last 52 weeks and of the calendar year; no qualifying trade lies outside.
@@ -110,6 +110,7 @@ private:
     double m_spreadTicks;    // Mean distance of bid and ask.
     double m_meanTradeSize;
     int64_t m_tickSize;
+    int m_decimals;
     int64_t m_base; // The price that the years are drawn to.
     int64_t m_sharesThousands;
     int64_t m_averageVolume;
@@ -118,7 +119,7 @@ private:
     int64_t m_qualifying = 0; // Shares of today's qualifying trades.
     const STerms m_terms;
     const MarketMs m_delayMs;
-    int64_t m_lot = 100; // What sizes of quotes are multiples of.
+    int64_t m_lot; // What sizes of quotes are multiples of.
     CRegionalQuotes m_regions;
     SExtremes m_yearExtremes;
     SExtremes m_calendarExtremes;

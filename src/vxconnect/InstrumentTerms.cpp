@@ -25,7 +25,7 @@ CRegionalQuotes::SSide CInstrument::SideOf(bool bid) const {
 }
 
 uint8_t CInstrument::Center() {
-    if (m_terms.IsContract()) return ListedMarketOf(m_terms, m_symbol);
+    if (!m_terms.HasCompanyFacts()) return ListedMarketOf(m_terms, m_symbol);
     return RandomMarketCenter(m_random);
 }
 

@@ -1,5 +1,6 @@
 #include "vxconnect/Market.h"
 
+#include "vxconnect/Currencies.h"
 #include "vxconnect/Funds.h"
 #include "vxconnect/Unlisted.h"
 
@@ -73,6 +74,7 @@ std::optional<SListing> CMarket::FindBeside(std::string_view symbol) const {
         return Delayed(ListingOf(KnownTickers()[found->second]));
     }
     if (auto fund = FindFund(symbol)) return fund;
+    if (auto pair = FindCurrency(symbol)) return pair;
     if (auto future = FindFuture(symbol, m_startDate)) return future;
     return FindOption(symbol, m_seed, m_startDate, Tickers());
 }
@@ -113,7 +115,7 @@ CInstrument& CMarket::At(Index index) {
 void CMarket::ForEach(const ListingVisitor& visit) const {
     for (Index i = 0; i < m_symbolCount; ++i)
         if (!visit(Listing(i))) return;
-    if (!ForEachFund(visit) || !ForEachFuture(m_startDate, visit)) return;
+    if (!ForEachFund(visit) || !ForEachCurrency(visit) || !ForEachFuture(m_startDate, visit)) return;
     for (const STicker& ticker : Tickers())
         if (HasDelayedListing(ticker) && !visit(Delayed(ListingOf(ticker)))) return;
     ForEachOption(m_seed, m_startDate, Tickers(), visit);

@@ -2,6 +2,8 @@
 
 #include "vxconnect/QuoteLayout.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstring>
 
@@ -33,8 +35,9 @@ char* WriteDecimal(char* out, int64_t value, int places, int64_t unit) {
 }
 
 char* WritePrice(char* out, int64_t value, int decimals) {
-    if (decimals == 4) return WriteDecimal(out, value, 4, 10000);
-    return WriteDecimal(out, value / 100, 2, 100);
+    constexpr std::array<int64_t, 6> kUnits = {1, 10, 100, 1000, 10'000, 100'000};
+    const int64_t unit = kUnits[static_cast<size_t>(decimals)];
+    return WriteDecimal(out, value / (kPriceUnit / unit), decimals, unit);
 }
 
 char* WriteTime(char* out, int64_t seconds) {
@@ -81,7 +84,7 @@ char* WriteField(char* out, const CInstrument& instrument, EField field, uint32_
     case EShape::Price:
         return WritePrice(out, value, instrument.Decimals());
     case EShape::FinePrice:
-        return WriteDecimal(out, value, 4, 10000);
+        return WritePrice(out, value, std::max(kFineDecimals, instrument.Decimals()));
     case EShape::Hundredths:
         return WriteDecimal(out, value, 2, 100);
     case EShape::Fraction:

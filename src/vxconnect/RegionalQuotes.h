@@ -21,7 +21,7 @@ inline constexpr std::string_view kRegionList = "HARBOR;BRIDGE;LANTERN;QUAY";
 /// The regional quotes of one symbol, which follow from its quotes and trades: what a region's market quotes or trades
 /// is that region's newest, and no region stays better than the best quote.
 ///
-/// Units   prices in ten-thousandths of a dollar, times in seconds of the day
+/// Units   prices in hundred-thousandths of a dollar, times in seconds of the day
 class CRegionalQuotes {
 public:
     struct SSide {

@@ -23,7 +23,7 @@ SListing Fund(std::string_view symbol, uint64_t seed) {
     out.ticker.sector = ESector::Fund;
     out.ticker.price = money ? 1 : random.Between(8, 90);
     out.terms.kind = money ? EKind::MoneyFund : EKind::MutualFund;
-    out.terms.tickSize = money ? 1 : 100;
+    out.terms.tick = money ? 0.0001 : 0.01;
     return out;
 }
 

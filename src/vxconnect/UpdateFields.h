@@ -90,8 +90,8 @@ enum class EShape : uint8_t {
     Integer,    ///< As it is.
     Hex,        ///< Hexadecimal, as many digits as it takes.
     HexPair,    ///< Two hexadecimal digits.
-    Price,      ///< Ten-thousandths, written with the symbol's own decimals.
-    FinePrice,  ///< Ten-thousandths, written with four decimals.
+    Price,      ///< Hundred-thousandths, written with the symbol's own decimals.
+    FinePrice,  ///< Hundred-thousandths, written with the symbol's own decimals, at least four.
     Hundredths, ///< Hundredths, written with two decimals.
     Fraction,   ///< Millionths, written with six decimals; 0.01 is one percent.
     Time,       ///< Seconds of the day, written hh:mm:ss.

@@ -68,12 +68,13 @@ TEST_F(Contracts, EverySymbolListedIsFoundUnderItsNumber) {
 }
 
 TEST_F(Contracts, FuturesMoveOnTheirTicksAndSettleEachDay) {
+    constexpr int64_t kQuarter = kPriceUnit / 4;
     CInstrument& future = At("ESH24");
     int64_t last = 0;
     while (!future.Tick().newSession) {
         last = future.Value(EField::Last);
-        ASSERT_EQ(last % 2500, 0);
-        ASSERT_EQ(future.Value(EField::Bid) % 2500, 0);
+        ASSERT_EQ(last % kQuarter, 0);
+        ASSERT_EQ(future.Value(EField::Bid) % kQuarter, 0);
     }
     EXPECT_EQ(future.Value(EField::Settle), last);
     EXPECT_EQ(future.Value(EField::SettlementDate), 20240131);

@@ -49,8 +49,9 @@ TEST(Fundamentals, EachKindHasItsOwnFields) {
     // 50, months 51, tick 52, delivery 53, subtype 55, growth 6, shares 18.
     for (const char* line :
          {"IBM240216C180 35=2 42=2/16/2024 43=180.00 44=IBM 45=100.00 46=0 55=", "GE1240216C130 35=2 46=1 55=2",
-          "ESH24 35=7 42=3/15/2024 51=H;M;U;Z 52=0.25 53=3/1/2024",
-          "KO 35=1 55= 18=4323000 42=", "SPY 35=3 55=1 6=", "SIMGX 35=3 55= 18=", "SIMXX 35=4", "IBM.D 35=1 34=64"}) {
+          "ESH24 35=7 42=3/15/2024 51=H;M;U;Z 52=0.25 53=3/1/2024", "KO 35=1 55= 18=4323000 42=", "SPY 35=3 55=1 6=",
+          "SIMGX 35=3 55= 18=", "EURUSD 34=64 35=10 6= 10= 18= 29=7.94 38= 42= 49=EUR 52=0.00001",
+          "USDJPY 49=USD 52=0.001", "SIMXX 35=4", "IBM.D 35=1 34=64"}) {
         const auto words = Words(line);
         const auto fields = Of(market, words[0]);
         for (size_t i = 1; i < words.size(); ++i) {

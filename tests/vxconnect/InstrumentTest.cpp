@@ -13,6 +13,8 @@ constexpr int kSeveralSessions = 200'000;
 
 CInstrument& Find(CMarket& market, std::string_view symbol) { return market.At(market.Find(symbol).value()); }
 
+int SignOf(int64_t value) { return value > 0 ? 1 : value < 0 ? -1 : 0; }
+
 double Exact(int64_t value) { return static_cast<double>(value); }
 
 void ExpectFiguresAgree(const CInstrument& now) {
@@ -27,6 +29,7 @@ void ExpectFiguresAgree(const CInstrument& now) {
     ASSERT_LE(low, value(EField::Vwap));
     ASSERT_LE(value(EField::Vwap), high);
     ASSERT_EQ(value(EField::Change), last - close);
+    ASSERT_EQ(SignOf(value(EField::Change)), SignOf(value(EField::PercentChange)));
     ASSERT_EQ(value(EField::ChangeFromOpen), last - open);
     ASSERT_EQ(value(EField::Range), high - low);
     ASSERT_GT(value(EField::Spread), 0);
@@ -47,7 +50,7 @@ void ExpectFiguresAgree(const CInstrument& now) {
 
 TEST(Instrument, FiguresAgreeAfterEveryEventOfSeveralSessions) {
     CMarket market(7, 1000, kFirstSessionDate);
-    for (const char* symbol : {"AAPL", "NKLA", "BKNG", "SPY", "S00003"}) {
+    for (const char* symbol : {"AAPL", "NKLA", "BKNG", "SPY", "S00003", "EURUSD", "NGH24"}) {
         SCOPED_TRACE(symbol);
         CInstrument& instrument = Find(market, symbol);
         for (int i = 0; i < kSeveralSessions && !testing::Test::HasFatalFailure(); ++i) {

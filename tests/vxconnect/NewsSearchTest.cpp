@@ -120,6 +120,8 @@ TEST_F(Search, FindsBySymbolAndByDescriptionWithFilters) {
     EXPECT_THAT(searcher.Results("s,IBM,e,64"), testing::ElementsAre(testing::StartsWith("LSearch,LS,IBM.D,64,1,")));
     EXPECT_THAT(searcher.Results("d,crude oil march,t,7 9"),
                 testing::ElementsAre("LSearch,LS,CLH24,43,7,Crude Oil March 2024,"));
+    EXPECT_THAT(searcher.Results("d,euro / us,t,10"),
+                testing::ElementsAre("LSearch,LS,EURUSD,64,10,Euro / US Dollar,"));
     EXPECT_THAT(searcher.Results("d,no, such, name,,"), testing::IsEmpty());
     EXPECT_THAT(searcher.Results("d,a,,"), testing::SizeIs(500));
     for (const char* nothing : {"s,,,", "d,  ,,", "s,,,,", "d,, ,,", "s,\xFF,,", "s,IBM,t,99"})

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
+
 namespace vx::sim {
 namespace {
 
@@ -65,6 +67,28 @@ TEST(QuoteLine, ValuesAreWrittenAsClientsReadThem) {
     EXPECT_NEAR(std::stod(record.Get(EField::PercentChange)),
                 std::stod(record.Get(EField::Change)) / std::stod(record.Get(EField::Close)), 1e-6);
     EXPECT_LE(std::stoi(record.Get(EField::LastMarketCenter)), 255);
+}
+
+TEST(QuoteLine, CurrencyPairsHaveTheirPlaces) {
+    CMarket market(1, 0, kFirstSessionDate, true);
+    struct SPair {
+        const char* symbol;
+        const char* places;
+        const char* price;
+        const char* otherPrices;
+    };
+    for (const SPair& pair : {SPair{"EURUSD", "5", "1\\.0[0-9]{4}", "0\\.0000[0-9]"},
+                              SPair{"USDJPY", "3", "14[0-9]\\.[0-9]{3}", "0\\.0[0-9]{2}"}}) {
+        CInstrument& instrument = market.At(market.Find(pair.symbol).value());
+        for (int i = 0; i < 500; ++i) instrument.Tick();
+        CMergedRecord record;
+        record.Merge(Line('P', instrument, instrument.Present()));
+        EXPECT_EQ(record.Get(EField::DecimalPrecision), pair.places);
+        for (const EField price : {EField::Last, EField::Bid, EField::Ask, EField::High, EField::Low, EField::Close})
+            EXPECT_TRUE(std::regex_match(record.Get(price), std::regex(pair.price))) << record.Get(price);
+        EXPECT_TRUE(std::regex_match(record.Get(EField::Spread), std::regex(pair.otherPrices)))
+            << record.Get(EField::Spread);
+    }
 }
 
 TEST(QuoteLine, FieldsStandInTheOrderAskedFor) {
