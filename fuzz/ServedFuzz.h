@@ -32,7 +32,7 @@ inline std::string CheckedSummary(const CDataRecord& record, const SRow& row) {
     for (const SRowValue& value : row.values)
         if (value.text.empty() || record.Get(value.slot) != value.text) Fail("a value is lost", value.text);
     CSendQueue queue;
-    record.AppendQuote(queue, 'P', record.Present(), record.Contents(), {});
+    record.AppendQuote(queue, 'P', record.Symbol(), record.Present(), record.Contents(), {});
     std::string line(queue.Waiting());
     if (line.find_first_of("\r\n") != line.size() - 2) Fail("more than one line", line);
     return line;

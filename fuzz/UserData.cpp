@@ -1,4 +1,4 @@
-// A user's own data, line by line as from a file: whatever a line holds, an accepted row must stand on the wire as one
+// A user's own data as from a file: whatever it holds, an accepted row must stand on the wire as one
 // line of fields from which the same values are read back, and an error must be one printable line.
 
 #include "ServedFuzz.h"
@@ -23,7 +23,7 @@ void CheckRow(const SRow& row) {
     CDataRecord record(row.symbol);
     const SUpdate update = record.Merge(row, false);
     CheckLine(CheckedSummary(record, row), kFieldCount, record, 0);
-    CheckLine(record.FundamentalLine(), kFundamentalSlots, record, kFieldCount);
+    CheckLine(record.FundamentalLine(record.Symbol()), kFundamentalSlots, record, kFieldCount);
     if (update.changed.Empty() && !update.newFundamentals && !row.values.empty()) Fail("nothing new", row.symbol);
 }
 
@@ -32,14 +32,17 @@ void CheckRow(const SRow& row) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    CRowReader reader;
-    SRow row;
-    ForEachLine(data, size, [&](std::string_view line) {
-        const auto result = reader.Read(line, row);
-        if (result == CRowReader::EResult::Row) CheckRow(row);
-        if ((result == CRowReader::EResult::Error) != !reader.Error().empty()) Fail("error text", reader.Error());
-        for (const char c : reader.Error())
-            if (static_cast<unsigned char>(c) < 0x20) Fail("error of several lines", reader.Error());
+    CFieldNames names;
+    names.Add("Stock=Symbol,Closing=Last,Skip=");
+    CRowReader reader(names, CRowReader::EOrigin::File, [](uint64_t line, const std::string& what) {
+        if (line == 0 || what.empty()) Fail("a line without number or text", what);
+        for (const char c : what)
+            if (static_cast<unsigned char>(c) < 0x20) Fail("error of several lines", what);
     });
+    reader.Append({reinterpret_cast<const char*>(data), size});
+    reader.End();
+    SRow row;
+    for (auto result = reader.Next(row); result != CRowReader::EResult::NeedsMore; result = reader.Next(row))
+        if (result == CRowReader::EResult::Row) CheckRow(row);
     return 0;
 }

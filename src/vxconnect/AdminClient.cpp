@@ -18,16 +18,16 @@ CAdminClient::CAdminClient(qintptr socket, const SLink& link, StatsText stats)
 }
 
 void CAdminClient::Greet() {
-    const bool connected = m_told == kNotConnectedLines;
-    Send(m_stats(connected ? "Connected" : "Not Connected"));
+    const bool greeted = m_told == kNotConnectedLines;
+    Send(m_stats(greeted));
     ++m_told;
-    if (connected) m_greeting.stop();
+    if (greeted) m_greeting.stop();
     Flush();
 }
 
 void CAdminClient::TellStats() {
     if (m_told <= kNotConnectedLines) return;
-    if (HasRoom()) Send(m_stats("Connected"));
+    if (HasRoom()) Send(m_stats(true));
     Flush();
 }
 

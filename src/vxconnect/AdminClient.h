@@ -10,15 +10,15 @@
 
 namespace vx::sim {
 
-/// A client of the admin port. It is told "Not Connected" twice, then "Connected" for good.
+/// A client of the admin port. It is told "Not Connected" twice, then how it is.
 class CAdminClient final : public CConnection {
 public:
-    /// Makes a statistics line with the given status.
-    using StatsText = std::function<std::string(std::string_view status)>;
+    /// Makes a statistics line, which says "Not Connected" until the client has been greeted.
+    using StatsText = std::function<std::string(bool greeted)>;
 
     CAdminClient(qintptr socket, const SLink& link, StatsText stats);
 
-    /// Sends a statistics line, once the client has been told that it is connected and unless its queue is full.
+    /// Sends a statistics line, once the client has been greeted and unless its queue is full.
     void TellStats();
 
 protected:

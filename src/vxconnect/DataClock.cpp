@@ -27,14 +27,6 @@ int64_t Today() {
     return (now.tm_year + 1900) * 10000 + (now.tm_mon + 1) * 100 + now.tm_mday;
 }
 
-// "1/31/2024" as 20240131, 0 for anything else.
-int64_t DayOf(std::string_view text) {
-    const auto parts = SplitCountingTail(text, '/');
-    if (parts.size() != 3) return 0;
-    const int64_t day = ReadInt32(parts[2]) * int64_t{10000} + ReadInt32(parts[0]) * 100 + ReadInt32(parts[1]);
-    return day <= INT32_MAX && IsPackedDate(static_cast<PackedDate>(day)) ? day : 0;
-}
-
 // "09:30:05", with or without a letter behind, as seconds; -1 for anything else.
 int SecondOf(std::string_view text) {
     const auto parts = SplitCountingTail(text, ':');
@@ -49,6 +41,13 @@ constexpr std::array<EField, 5> kTimes = {EField::LastTime, EField::RecentTime, 
                                           EField::AskTime};
 
 } // namespace
+
+int64_t DayOf(std::string_view text) {
+    const auto parts = SplitCountingTail(text, '/');
+    if (parts.size() != 3) return 0;
+    const int64_t day = ReadInt32(parts[2]) * int64_t{10000} + ReadInt32(parts[0]) * 100 + ReadInt32(parts[1]);
+    return day <= INT32_MAX && IsPackedDate(static_cast<PackedDate>(day)) ? day : 0;
+}
 
 void CDataClock::Hear(const CDataRecord& record, const CFieldMask& changed) {
     for (const EField field : kDays) {

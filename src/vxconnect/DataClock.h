@@ -8,6 +8,9 @@
 
 namespace vx::sim {
 
+/// "1/31/2024" as 20240131, 0 for any other text.
+int64_t DayOf(std::string_view text);
+
 /// The market's time as data tell it: the latest of all trade and quote times so far, so that none of them lies after
 /// it. It never goes back within a day. Before data have told a time, it is this computer's.
 class CDataClock {

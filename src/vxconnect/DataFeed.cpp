@@ -1,6 +1,10 @@
 #include "vxconnect/DataFeed.h"
 
 #include "base/Number.h"
+#include "base/Text.h"
+#include "vxconnect/WireText.h"
+
+#include <fmt/format.h>
 
 namespace vx::sim {
 
@@ -14,18 +18,25 @@ constexpr size_t kTypeSlot = kFieldCount + 35;
 } // namespace
 
 std::optional<SymbolIndex> CDataFeed::Find(std::string_view symbol) {
-    const auto found = m_bySymbol.find(symbol);
+    const auto found = m_bySymbol.find(UpperAscii(symbol));
     if (found == m_bySymbol.end()) return std::nullopt;
     return found->second;
 }
 
 std::optional<SymbolIndex> CDataFeed::Add(std::string_view symbol) {
-    if (const auto index = Find(symbol)) return index;
-    if (m_records.size() == kMaxRecords) return std::nullopt;
+    if (const auto index = Find(symbol)) return m_records[*index]->Symbol() == symbol ? index : std::nullopt;
+    if (IsFull()) return std::nullopt;
     const auto index = static_cast<SymbolIndex>(m_records.size());
     m_records.push_back(std::make_unique<CDataRecord>(std::string(symbol)));
-    m_bySymbol.emplace(m_records.back()->Symbol(), index);
+    m_bySymbol.emplace(UpperAscii(symbol), index);
     return index;
+}
+
+std::string CDataFeed::WhyNone(std::string_view symbol) const {
+    const auto found = m_bySymbol.find(UpperAscii(symbol));
+    if (found == m_bySymbol.end()) return fmt::format("more than {} symbols", kMaxRecords);
+    return fmt::format("symbol \"{}\" is there already as \"{}\"", Shown(symbol),
+                       Shown(m_records[found->second]->Symbol()));
 }
 
 void CDataFeed::Changed(SymbolIndex index, const SUpdate& update) {

@@ -14,7 +14,8 @@
 
 namespace vx::sim {
 
-/// A feed of records whose values come from outside: a user's own data or a recording. It has no market of its own.
+/// A feed of records whose values come from outside: a user's own data or a recording. It has no market of its own, and
+/// its symbols are found in any case of their letters A to Z.
 class CDataFeed final : public CFeed {
 public:
     static constexpr size_t kMaxRecords = 100'000;
@@ -23,11 +24,17 @@ public:
     CDataFeed(uint32_t limit, std::function<std::string()> clock) : CFeed(limit), m_clock(std::move(clock)) {}
 
     std::optional<SymbolIndex> Find(std::string_view symbol) override;
-    std::string FundamentalLine(SymbolIndex index) override { return m_records[index]->FundamentalLine(); }
+    std::string FundamentalLine(SymbolIndex index, std::string_view symbol) override {
+        return m_records[index]->FundamentalLine(symbol);
+    }
     std::string ClockText() const override { return m_clock(); }
 
-    /// The record of a symbol, made when there is none yet; nothing when there are kMaxRecords others.
+    /// The record of a symbol, made when there is none yet; nothing when there are kMaxRecords others, or one of the
+    /// same symbol in other letters.
     std::optional<SymbolIndex> Add(std::string_view symbol);
+    /// Why there is no record for a symbol, in words.
+    std::string WhyNone(std::string_view symbol) const;
+    bool IsFull() const { return m_records.size() == kMaxRecords; }
     CDataRecord& Record(SymbolIndex index) { return *m_records[index]; }
     size_t RecordCount() const { return m_records.size(); }
     /// Tells those who watch a record what changed in it.
@@ -43,7 +50,7 @@ private:
     const std::function<std::string()> m_clock;
     std::vector<std::unique_ptr<CDataRecord>> m_records;
     uint64_t m_factChanges = 0; // How often a name, market or type may have become another one.
-    std::unordered_map<std::string_view, SymbolIndex> m_bySymbol; // Views of the records' own symbols.
+    std::unordered_map<std::string, SymbolIndex> m_bySymbol; // By the symbol in capital letters.
 };
 
 } // namespace vx::sim

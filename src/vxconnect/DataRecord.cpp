@@ -1,5 +1,6 @@
 #include "vxconnect/DataRecord.h"
 
+#include "vxconnect/DataClock.h"
 #include "vxconnect/DerivedFigures.h"
 #include "vxconnect/QuoteLayout.h"
 #include "vxconnect/SendQueue.h"
@@ -7,6 +8,8 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+
+#include <fmt/format.h>
 
 namespace vx::sim {
 
@@ -55,6 +58,10 @@ uint32_t ContentsOf(const CFieldMask& fields) {
     return out;
 }
 
+// What a symbol costs. Figures that follow from these may have more places.
+constexpr std::array kPrices = {EField::Last, EField::Bid,   EField::Ask,         EField::Open,         EField::High,
+                                EField::Low,  EField::Close, EField::RecentTrade, EField::ExtendedTrade};
+
 } // namespace
 
 std::string_view CSlotTexts::Get(size_t slot) const {
@@ -88,7 +95,7 @@ bool CDataRecord::Differs(const SRow& row) const {
 
 SUpdate CDataRecord::Merge(const SRow& row, bool repeated) {
     SUpdate out;
-    const std::string before(Get(EField::Last));
+    const std::string before(Get(EField::Last)), dayBefore(Get(EField::LastDate));
     for (const SRowValue& value : row.values) {
         const bool changed = Put(value.slot, value.text);
         if (value.slot >= kFieldCount) {
@@ -99,20 +106,37 @@ SUpdate CDataRecord::Merge(const SRow& row, bool repeated) {
         m_given.Set(field);
         if (changed || repeated || field == EField::MessageContents) out.changed.Set(field);
     }
-    if (!repeated) WorkOut(out.changed, before);
+    if (!repeated) WorkOut(out.changed, before, dayBefore);
     m_contents = out.changed.Has(EField::MessageContents) ? ContentsOf(Get(EField::MessageContents)) : 0;
     return out;
 }
 
-void CDataRecord::WorkOut(CFieldMask& changed, std::string_view lastBefore) {
+// Sets a field that no row has given.
+bool CDataRecord::Derive(EField field, std::string_view text, CFieldMask& changed) {
+    if (m_given.Has(field) || !Put(static_cast<size_t>(field), text)) return false;
+    changed.Set(field);
+    return true;
+}
+
+void CDataRecord::WorkOut(CFieldMask& changed, std::string_view lastBefore, std::string_view dayBefore) {
     if (changed.Empty()) return;
     if (!changed.Has(EField::MessageContents)) {
         Put(static_cast<size_t>(EField::MessageContents), LettersOf(ContentsOf(changed)));
         changed.Set(EField::MessageContents);
     }
+    const bool nextDay =
+        changed.Has(EField::LastDate) && !dayBefore.empty() && DayOf(Get(EField::LastDate)) > DayOf(dayBefore);
+    if (nextDay && !lastBefore.empty()) Derive(EField::Close, lastBefore, changed);
+    bool priced = false;
+    for (const EField price : kPrices) {
+        if (!changed.Has(price)) continue;
+        m_places = std::max(m_places, PlacesShown(Get(price)));
+        priced = true;
+    }
+    if (priced) Derive(EField::DecimalPrecision, std::to_string(m_places), changed);
     for (const SRowValue& value : DerivedFigures(*this, changed, lastBefore)) {
         const auto field = static_cast<EField>(value.slot);
-        if (!m_given.Has(field) && (Put(value.slot, value.text) || field == EField::Tick)) changed.Set(field);
+        if (!Derive(field, value.text, changed) && field == EField::Tick && !m_given.Has(field)) changed.Set(field);
     }
 }
 
@@ -130,10 +154,11 @@ SUpdate CDataRecord::MergeRegion(std::string_view region, std::string_view line)
     return out;
 }
 
-void CDataRecord::AppendQuote(CSendQueue& out, char letter, const CFieldMask& fields, uint32_t contents,
-                              const CFieldSelection& selection) const {
+void CDataRecord::AppendQuote(CSendQueue& out, char letter, std::string_view symbol, const CFieldMask& fields,
+                              uint32_t contents, const CFieldSelection& selection) const {
     std::string line;
     LayOutQuote(std::back_inserter(line), letter, fields, selection, [&](auto at, EField field) {
+        if (field == EField::Symbol) return std::copy(symbol.begin(), symbol.end(), at);
         // Several updates in one are about what any of them was about.
         const bool folded = field == EField::MessageContents && contents != m_contents;
         const std::string text = folded ? LettersOf(contents) : std::string(Get(field));
@@ -142,10 +167,16 @@ void CDataRecord::AppendQuote(CSendQueue& out, char letter, const CFieldMask& fi
     out.Append(line);
 }
 
-void CDataRecord::AppendRegion(CSendQueue& out, size_t region) const { out.Append(m_regions[region].second); }
+void CDataRecord::AppendRegion(CSendQueue& out, std::string_view symbol, size_t region) const {
+    constexpr std::string_view kLetter = "R,";
+    const std::string_view line = m_regions[region].second;
+    out.Append(kLetter);
+    out.Append(symbol);
+    out.Append(line.substr(line.find(',', kLetter.size())));
+}
 
-std::string CDataRecord::FundamentalLine() const {
-    std::string out = "F," + m_symbol + ',';
+std::string CDataRecord::FundamentalLine(std::string_view symbol) const {
+    std::string out = fmt::format("F,{},", symbol);
     for (size_t slot = 1; slot < kFundamentalSlots; ++slot) {
         out += Get(kFieldCount + slot);
         out += ',';

@@ -19,14 +19,14 @@ void CDataSource::Run() {
     if (OnSlice) OnSlice();
 }
 
-bool CDataSource::Apply(const SRow& row, bool repeated) {
+std::string CDataSource::Apply(const SRow& row) {
     const auto index = m_feed.Add(row.symbol);
-    if (!index) return false;
+    if (!index) return m_feed.WhyNone(row.symbol);
     CDataRecord& record = m_feed.Record(*index);
-    const SUpdate update = record.Merge(row, repeated);
+    const SUpdate update = record.Merge(row, false);
     m_clock.Hear(record, update.changed);
     m_feed.Changed(*index, update);
-    return true;
+    return {};
 }
 
 std::optional<uint32_t> CDataSource::StoryCount(std::string_view symbol) {

@@ -37,8 +37,10 @@ protected:
 
     CDataFeed& Data() { return m_feed; }
     CDataClock& Clock() { return m_clock; }
-    /// Merges a row into its record; those who watch it hear of it. False when there are too many symbols.
-    bool Apply(const SRow& row, bool repeated);
+    /// Merges a row into its record; those who watch it hear of it.
+    ///
+    /// Returns why there is no record for it, in words; empty for success
+    std::string Apply(const SRow& row);
     void CountStory(std::string_view symbol) { ++m_stories[std::string(symbol)]; }
     /// Runs now and then until the source ends.
     void Start();

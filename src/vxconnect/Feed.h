@@ -24,6 +24,7 @@ using SymbolIndex = uint32_t;
 /// One client's watch of one symbol, with what the client has not been told yet because it does not read.
 struct SSubscription {
     CLevel1Client* client = nullptr;
+    std::string symbol; ///< As the client asked for it.
     SWatched* watched = nullptr;
     bool regions = false;          ///< The client wants the regional quotes as well.
     bool held = false;             ///< Something waits in the five below.
@@ -65,8 +66,8 @@ public:
 
     /// The number of a symbol, nothing for an unknown one.
     virtual std::optional<SymbolIndex> Find(std::string_view symbol) = 0;
-    /// The fundamental ("F") line of a symbol as it stands now, with its line end.
-    virtual std::string FundamentalLine(SymbolIndex index) = 0;
+    /// The fundamental ("F") line of a symbol as it stands now, with its line end; the symbol as it was asked for.
+    virtual std::string FundamentalLine(SymbolIndex index, std::string_view symbol) = 0;
     /// The market's time, "20240131 09:30:05".
     virtual std::string ClockText() const = 0;
 

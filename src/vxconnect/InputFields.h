@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace vx::sim {
@@ -13,6 +14,8 @@ enum class EInputKind : uint8_t {
     Symbol,
     Text,
     Integer,
+    Size,   ///< A whole number that the wire has with a sign; others are rounded, too large ones cut.
+    Volume, ///< The same without a sign.
     Number,
     Percent,
     Hex,
@@ -34,9 +37,15 @@ struct SInputField {
     EInputKind kind = EInputKind::Text;
 };
 
-/// The field of a name, letter case and blanks around it aside; null for a name that is none. The names are those of
-/// the update fields and, where these leave them free, those of the columns; a column's percentage is Percent, an
-/// update field's fraction is Number.
+/// The field of a name, of which only letters, digits and "%" count, small or capital; null for a name that is none.
+/// The names are those of the update fields and, where these leave them free, those of the columns, and Ticker, Date
+/// and Time; a column's percentage is Percent, an update field's fraction is Number.
 const SInputField* FindInputField(std::string_view name);
+
+/// The names of fields that look most like a name that is none, quoted, best first: "\"Bid\", \"Bid Size\"".
+std::string NearestFields(std::string_view name);
+
+/// A name as FindInputField compares it.
+std::string PlainName(std::string_view name);
 
 } // namespace vx::sim

@@ -3,84 +3,93 @@
 #include "vxconnect/WireText.h"
 
 #include <algorithm>
-#include <cstdio>
-
-#include <fmt/format.h>
 
 namespace vx::sim {
 
 namespace {
 
-std::string FileName(const std::string& path) {
-    std::string name = Shown(path.substr(path.rfind('/') + 1));
-    std::replace(name.begin(), name.end(), ',', ' ');
-    return name;
+// Published files run from the oldest day to the newest, or the other way.
+bool IsOlder(const SRow& row, const CDataRecord& record) {
+    const auto isDate = [](const SRowValue& value) { return value.slot == static_cast<size_t>(EField::LastDate); };
+    const auto date = std::find_if(row.values.begin(), row.values.end(), isDate);
+    return date != row.values.end() && DayOf(date->text) < DayOf(record.Get(EField::LastDate));
 }
 
 } // namespace
 
-CInputFileSource::CInputFileSource(const SOptions& options)
-    : CDataSource(options), m_path(options.input), m_rate(options.rate > 0 ? options.rate : kInputRate) {}
+CInputFileSource::CInputFileSource(const SOptions& options, CComplaints::Say say)
+    : CDataSource(options), m_path(options.input), m_rate(options.rate > 0 ? options.rate : kInputRate),
+      m_complaints(Shown(m_path), std::move(say)),
+      m_reader(options.names, CRowReader::EOrigin::File, [this](uint64_t line, const std::string& what) {
+          if (!m_told) m_complaints.Line(line, what);
+      }) {}
 
-std::string CInputFileSource::Detail() const { return FileName(m_path); }
+std::string CInputFileSource::Detail() const { return WireFieldOf(m_path.substr(m_path.rfind('/') + 1)); }
 
-bool CInputFileSource::ApplyFirstRow(const SRow& row) { return Data().Find(row.symbol) || Apply(row, false); }
+bool CInputFileSource::Begin() {
+    m_reader.Restart();
+    const std::string reason = m_file.Open(m_path);
+    if (!reason.empty()) m_complaints.Whole(reason);
+    return reason.empty();
+}
 
-std::vector<std::string> CInputFileSource::Open() {
-    std::vector<std::string> errors;
-    uint64_t count = 0;
-    const auto complain = [&](const SInputLine& line, std::string_view what) {
-        if (++count <= kMostErrors) errors.push_back(fmt::format("{} line {}: {}", Shown(m_path), line.number, what));
-    };
-    if (const std::string reason = m_file.Open(m_path); !reason.empty())
-        return {fmt::format("{}: {}", Shown(m_path), reason)};
-    while (const auto line = m_file.Next()) {
-        const bool hadHeader = m_reader.HasHeader();
-        if (line->tooLong) {
-            complain(*line, fmt::format("longer than {} bytes", CLineBuffer::kMaxLine));
-        } else if (const auto result = m_reader.Read(line->text, m_row); result == CRowReader::EResult::Error) {
-            complain(*line, m_reader.Error());
-        } else if (result == CRowReader::EResult::Row && !ApplyFirstRow(m_row)) {
-            complain(*line, fmt::format("more than {} symbols", CDataFeed::kMaxRecords));
-        }
-        if (count > 0 && !hadHeader) break; // Without a header, every further line is wrong.
+// The next line of the file; NeedsMore at its end.
+CRowReader::EResult CInputFileSource::Next() {
+    for (;;) {
+        const auto result = m_reader.Next(m_row);
+        if (result != CRowReader::EResult::NeedsMore || m_ended) return result;
+        const std::string_view bytes = m_file.Read();
+        m_reader.Append(bytes);
+        m_ended = bytes.empty();
+        if (m_ended) m_reader.End();
     }
-    if (count > kMostErrors) errors.push_back(fmt::format("{} more", count - kMostErrors));
-    if (count == 0 && Data().RecordCount() == 0) errors.push_back(fmt::format("{}: no rows", Shown(m_path)));
-    if (!errors.empty()) return errors;
+}
+
+bool CInputFileSource::Open() {
+    if (!Begin()) return false;
+    for (;;) {
+        const auto result = Next();
+        if (result == CRowReader::EResult::NeedsMore) break;
+        if (result == CRowReader::EResult::Row) ApplyFirstRow();
+        // Without a header, every further line is wrong.
+        if (result == CRowReader::EResult::NoRow && !m_reader.HasHeader()) break;
+    }
+    m_told = true;
+    if (Data().RecordCount() == 0) {
+        m_complaints.Whole("no rows, nothing to serve");
+        return false;
+    }
     m_played.resize(Data().RecordCount());
-    m_reader = {};
-    if (const std::string reason = m_file.Open(m_path); !reason.empty())
-        return {fmt::format("{}: {}", Shown(m_path), reason)};
+    m_ended = false;
+    if (!Begin()) return false;
     Start();
-    return {};
+    return true;
+}
+
+void CInputFileSource::ApplyFirstRow() {
+    if (const auto known = Data().Find(m_row.symbol); known && Data().Record(*known).Symbol() == m_row.symbol) return;
+    if (const std::string reason = Apply(m_row); !reason.empty()) m_complaints.Line(m_reader.Line(), reason);
 }
 
 void CInputFileSource::Advance(double seconds) {
     QElapsedTimer elapsed;
     elapsed.start();
-    for (m_due += seconds * m_rate; m_due >= 1 && !m_ended && elapsed.elapsed() < kSliceBudgetMs;) {
-        const auto line = m_file.Next();
-        m_ended = !line;
-        if (line) PlayLine(*line);
+    for (m_due += seconds * m_rate; m_due >= 1 && elapsed.elapsed() < kSliceBudgetMs;) {
+        const auto result = Next();
+        if (result == CRowReader::EResult::NeedsMore) break;
+        if (result == CRowReader::EResult::Row) Play();
     }
     m_due = std::min(m_due, m_rate); // What a machine that is too slow cannot play is played later.
 }
 
-// The file may have changed since it was read: what is wrong now is told and passed over.
-void CInputFileSource::PlayLine(const SInputLine& line) {
-    const auto result = line.tooLong ? CRowReader::EResult::NoRow : m_reader.Read(line.text, m_row);
-    if (result == CRowReader::EResult::Error)
-        std::fprintf(stderr, "vxconnect: %s line %llu: %s\n", Shown(m_path).c_str(),
-                     static_cast<unsigned long long>(line.number), m_reader.Error().c_str());
-    if (result != CRowReader::EResult::Row) return;
+void CInputFileSource::Play() {
     const auto index = Data().Find(m_row.symbol);
     if (index && *index < m_played.size() && !m_played[*index]) {
         m_played[*index] = true;
         return;
     }
-    Apply(m_row, false);
-    m_due -= 1;
+    if (index && IsOlder(m_row, Data().Record(*index))) return;
+    if (Apply(m_row).empty()) m_due -= 1;
 }
 
 } // namespace vx::sim

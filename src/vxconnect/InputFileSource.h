@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vxconnect/Complaints.h"
 #include "vxconnect/DataSource.h"
 #include "vxconnect/LineFile.h"
 #include "vxconnect/RowReader.h"
@@ -13,14 +14,12 @@ namespace vx::sim {
 /// symbol, the other rows follow in the file's order at a fixed number a second, and the last values stay.
 class CInputFileSource final : public CDataSource {
 public:
-    static constexpr size_t kMostErrors = 20;
-
-    explicit CInputFileSource(const SOptions& options);
+    CInputFileSource(const SOptions& options, CComplaints::Say say);
 
     /// Reads the whole file once.
     ///
-    /// Returns what is wrong with it, one line for each of the first kMostErrors errors; empty for nothing
-    std::vector<std::string> Open();
+    /// Errors  false when there is nothing in it to serve; that, and every line that is wrong, has been told
+    bool Open();
 
     std::string Kind() const override { return "user data"; }
     std::string Detail() const override;
@@ -29,12 +28,16 @@ protected:
     void Advance(double seconds) override;
 
 private:
-    bool ApplyFirstRow(const SRow& row);
-    void PlayLine(const SInputLine& line);
+    bool Begin();
+    CRowReader::EResult Next();
+    void ApplyFirstRow();
+    void Play();
 
     const std::string m_path;
     const double m_rate;
-    CLineFile m_file;
+    CComplaints m_complaints;
+    bool m_told = false; // What is wrong with the file, when it was read for the first time.
+    CBlockFile m_file;
     CRowReader m_reader;
     SRow m_row;
     std::vector<bool> m_played; // By record: its first row, known from the start, has been passed.

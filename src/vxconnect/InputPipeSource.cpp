@@ -1,70 +1,90 @@
 #include "vxconnect/InputPipeSource.h"
 
-#include <array>
-#include <cerrno>
-#include <cstring>
+#include "base/Clock.h"
+#include "vxconnect/WireText.h"
 
 #include <fmt/format.h>
-#include <poll.h>
-#include <unistd.h>
 
 namespace vx::sim {
 
-CInputPipeSource::CInputPipeSource(const SOptions& options, int descriptor,
-                                   std::function<void(const std::string&)> complain)
-    : CDataSource(options), m_descriptor(descriptor), m_complain(std::move(complain)),
-      m_readable(descriptor, QSocketNotifier::Read) {
-    m_readable.setEnabled(false);
-    connect(&m_readable, &QSocketNotifier::activated, this, [this] { Read(); });
+CInputPipeSource::CInputPipeSource(const SOptions& options, std::unique_ptr<CByteStream> stream, CComplaints::Say say)
+    : CDataSource(options), m_staleMs(int64_t{options.staleSeconds} * 1000),
+      m_complaints(stream->Name(), std::move(say)),
+      m_reader(options.names, CRowReader::EOrigin::Stream,
+               [this](uint64_t line, const std::string& what) { m_complaints.Line(line, what); }),
+      m_stream(std::move(stream)) {
+    constexpr int kJudgeMs = 200;
+    m_judge.setInterval(kJudgeMs);
+    connect(&m_judge, &QTimer::timeout, this, [this] { Judge(); });
+    m_stream->OnBytes = [this](std::string_view bytes) { Read(bytes); };
+    m_stream->OnEnd = [this](const std::string& how) { End(how); };
 }
 
+std::string CInputPipeSource::Detail() const { return WireFieldOf(m_stream->Name()); }
+
 bool CInputPipeSource::Open() {
-    constexpr int kMomentMs = 50, kMostMs = 1000;
-    QElapsedTimer elapsed;
-    elapsed.start();
-    pollfd ready{m_descriptor, POLLIN, 0};
-    while (!m_ended && elapsed.elapsed() < kMostMs && poll(&ready, 1, kMomentMs) > 0) Read();
-    if (m_ended && Data().RecordCount() == 0) return false;
-    m_readable.setEnabled(!m_ended);
+    if (const std::string reason = m_stream->Open(); !reason.empty()) {
+        m_complaints.Whole(reason);
+        return false;
+    }
+    if (!m_lastEnd.empty() && Data().RecordCount() == 0) {
+        m_complaints.Whole("no rows, nothing to serve");
+        return false;
+    }
+    m_judge.start();
     Start();
     return true;
 }
 
-// One read for each time that something has come, so that it never waits.
-void CInputPipeSource::Read() {
-    constexpr size_t kBlock = 64 * 1024;
-    std::array<char, kBlock> block;
-    const ssize_t count = read(m_descriptor, block.data(), block.size());
-    if (count < 0 && (errno == EINTR || errno == EAGAIN)) return;
-    if (count > 0) {
-        m_lines.Append({block.data(), static_cast<size_t>(count)});
-    } else {
-        if (count < 0) m_complain(fmt::format("standard input: {}", std::strerror(errno)));
-        m_ended = true;
-        m_lines.End();
-        m_readable.setEnabled(false);
-    }
+void CInputPipeSource::Read(std::string_view bytes) {
+    m_reader.Append(bytes);
     ReadLines();
-    if (count == 0 && Data().RecordCount() == 0) m_complain("standard input: no rows, nothing to serve");
 }
 
 void CInputPipeSource::ReadLines() {
-    while (const auto line = m_lines.Next()) {
-        if (line->tooLong) {
-            Complain(line->number, fmt::format("longer than {} bytes", CLineBuffer::kMaxLine));
-        } else if (const auto result = m_reader.Read(line->text, m_row); result == CRowReader::EResult::Error) {
-            Complain(line->number, m_reader.Error());
-        } else if (result == CRowReader::EResult::Row && !Apply(m_row, false)) {
-            Complain(line->number, fmt::format("more than {} symbols", CDataFeed::kMaxRecords));
+    for (;;) {
+        switch (m_reader.Next(m_row)) {
+        case CRowReader::EResult::NeedsMore:
+            return;
+        case CRowReader::EResult::NoRow:
+            break;
+        case CRowReader::EResult::Blank:
+            if (Data().RecordCount() > 0) NoteLife();
+            break;
+        case CRowReader::EResult::Row:
+            if (const std::string reason = Apply(m_row); reason.empty())
+                NoteLife();
+            else
+                m_complaints.Line(m_reader.Line(), reason);
+            break;
         }
     }
 }
 
-void CInputPipeSource::Complain(uint64_t line, std::string_view what) {
-    ++m_errors;
-    if (m_errors > kMostErrors && m_errors % kErrorStep != 0) return;
-    const std::string count = m_errors > kMostErrors ? fmt::format(" (error {})", m_errors) : std::string();
-    m_complain(fmt::format("standard input line {}: {}{}", line, what, count));
+void CInputPipeSource::NoteLife() {
+    m_lifeMs = CClock::Instance().MonotonicMs();
+    SetLive(true);
+}
+
+void CInputPipeSource::End(const std::string& how) {
+    m_reader.End();
+    ReadLines();
+    m_reader.Restart();
+    if (m_live || how != m_lastEnd) m_complaints.Whole(how);
+    m_lastEnd = how;
+    SetLive(false);
+}
+
+void CInputPipeSource::Judge() {
+    if (!m_live || m_staleMs == 0 || CClock::Instance().MonotonicMs() - m_lifeMs < m_staleMs) return;
+    m_complaints.Whole(fmt::format("silent for {} s (an empty line is a sign of life)", m_staleMs / 1000));
+    SetLive(false);
+}
+
+void CInputPipeSource::SetLive(bool live) {
+    if (live == m_live) return;
+    m_live = live;
+    if (OnLiveChanged) OnLiveChanged();
 }
 
 } // namespace vx::sim

@@ -1,51 +1,56 @@
 #pragma once
 
+#include "vxconnect/ByteStream.h"
+#include "vxconnect/Complaints.h"
 #include "vxconnect/DataSource.h"
-#include "vxconnect/LineBuffer.h"
 #include "vxconnect/RowReader.h"
 
-#include <QSocketNotifier>
+#include <QTimer>
 
-#include <functional>
+#include <cstdint>
+#include <memory>
 #include <string>
 
 namespace vx::sim {
 
-/// A user's own data from a stream that is followed as it grows: each row is told as it arrives. A line that is wrong
-/// is told and passed over. At the end of the stream the last values stay.
+/// A user's own data from a stream that is followed as it grows: each row is told as it arrives. What is wrong is told
+/// and passed over. The values last told stay, whatever becomes of the stream.
+///
+/// It is live from its first row on, until the stream ends or neither a row nor a blank line has come for so long as
+/// the options say; then from its next one on.
 class CInputPipeSource final : public CDataSource {
 public:
-    /// Errors told one by one before only every kErrorStep-th is.
-    static constexpr uint64_t kMostErrors = 20;
-    static constexpr uint64_t kErrorStep = 1000;
+    CInputPipeSource(const SOptions& options, std::unique_ptr<CByteStream> stream, CComplaints::Say say);
 
-    /// Reads from a descriptor, which stays the caller's. complain is called with one line for each error.
-    CInputPipeSource(const SOptions& options, int descriptor, std::function<void(const std::string&)> complain);
-
-    /// Reads what is there already, until nothing comes for a moment or a second has passed, and begins to follow.
+    /// Begins to follow.
     ///
-    /// Errors  false when the stream has ended without one good row, which has been told
+    /// Errors  false when there is nothing to follow, or it has ended without one good row, which has been told
     bool Open();
 
     std::string Kind() const override { return "user data"; }
-    std::string Detail() const override { return "standard input"; }
+    std::string Detail() const override;
+    bool IsLive() const override { return m_live; }
 
 protected:
     void Advance(double) override {}
 
 private:
-    void Read();
+    void Read(std::string_view bytes);
     void ReadLines();
-    void Complain(uint64_t line, std::string_view what);
+    void NoteLife();
+    void End(const std::string& how);
+    void Judge();
+    void SetLive(bool live);
 
-    const int m_descriptor;
-    const std::function<void(const std::string&)> m_complain;
-    CLineBuffer m_lines;
+    const int64_t m_staleMs; // 0: silence means nothing.
+    CComplaints m_complaints;
     CRowReader m_reader;
     SRow m_row;
-    uint64_t m_errors = 0;
-    bool m_ended = false;
-    QSocketNotifier m_readable;
+    std::unique_ptr<CByteStream> m_stream;
+    QTimer m_judge;
+    int64_t m_lifeMs = 0; // When it last gave a sign of life.
+    bool m_live = false;
+    std::string m_lastEnd; // In words; empty when it never ended.
 };
 
 } // namespace vx::sim

@@ -11,7 +11,9 @@ namespace vx::sim {
 /// A value as the wire has it, or why it cannot stand there.
 struct SInputValue {
     std::string text;
-    std::string error; ///< "\"abc\" is not a number", empty when all is well.
+    std::string error;   ///< "\"abc\" is not a number", empty when all is well.
+    std::string date;    ///< Of a time that was given with its day; else empty.
+    bool capped = false; ///< It is the largest that the wire has, not what was given.
 };
 
 /// Reads one value of a user's own data.

@@ -42,15 +42,15 @@ public:
     /// Puts the symbol's own clock forward without an event, over the nights in between if need be.
     void SkipTo(MarketMs now);
 
-    const std::string& Symbol() const { return m_symbol; }
+    const std::string& Symbol() const override { return m_symbol; }
     /// The value of a field that Present() holds, else 0; the shape is the one of kFields.
     int64_t Value(EField field) const { return m_values[static_cast<size_t>(field)]; }
     const CFieldMask& Present() const override { return m_present; }
     uint32_t Contents() const override { return static_cast<uint32_t>(Value(EField::MessageContents)); }
-    void AppendQuote(CSendQueue& out, char letter, const CFieldMask& fields, uint32_t contents,
+    void AppendQuote(CSendQueue& out, char letter, std::string_view symbol, const CFieldMask& fields, uint32_t contents,
                      const CFieldSelection& selection) const override;
     size_t RegionCount() const override { return m_terms.HasRegions() ? kRegions.size() : 0; }
-    void AppendRegion(CSendQueue& out, size_t region) const override;
+    void AppendRegion(CSendQueue& out, std::string_view symbol, size_t region) const override;
 
     const STerms& Terms() const { return m_terms; }
     const CRegionalQuotes& Regions() const { return m_regions; }

@@ -9,12 +9,13 @@
 
 namespace vx::sim {
 
-void CInstrument::AppendQuote(CSendQueue& out, char letter, const CFieldMask& fields, uint32_t contents,
-                              const CFieldSelection& selection) const {
+// The market knows a symbol in one spelling only: it is its own.
+void CInstrument::AppendQuote(CSendQueue& out, char letter, std::string_view, const CFieldMask& fields,
+                              uint32_t contents, const CFieldSelection& selection) const {
     out.Commit(WriteQuoteLine(out.Reserve(kMaxQuoteLine), letter, *this, fields, contents, selection));
 }
 
-void CInstrument::AppendRegion(CSendQueue& out, size_t region) const {
+void CInstrument::AppendRegion(CSendQueue& out, std::string_view, size_t region) const {
     out.Commit(WriteRegionLine(out.Reserve(kMaxRegionLine), *this, region));
 }
 

@@ -1,7 +1,6 @@
 #include "vxconnect/JsonFields.h"
 
 #include "base/Windows1252.h"
-#include "vxconnect/WireText.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -62,10 +61,8 @@ private:
     }
 
     static std::string Text(std::string_view quoted) {
-        if (quoted.find('\\') == std::string_view::npos) return WireTextOf(quoted.substr(1, quoted.size() - 2));
-        const QString text = QJsonDocument::fromJson('[' + Bytes(quoted) + ']').array().at(0).toString();
-        return Windows1252FromUtf16(
-            {reinterpret_cast<const char16_t*>(text.utf16()), static_cast<size_t>(text.size())});
+        if (quoted.find('\\') == std::string_view::npos) return std::string(quoted.substr(1, quoted.size() - 2));
+        return QJsonDocument::fromJson('[' + Bytes(quoted) + ']').array().at(0).toString().toStdString();
     }
 
     void ReadValue(SJsonField& field) {

@@ -36,7 +36,7 @@ CLevel1Client::CLevel1Client(qintptr socket, const SLink& link, CFeed& feed, uin
 CLevel1Client::~CLevel1Client() { Leave(); }
 
 void CLevel1Client::Leave() {
-    for (auto& [index, subscription] : m_watches) m_feed.Leave(*subscription);
+    for (auto& [symbol, subscription] : m_watches) m_feed.Leave(*subscription);
     m_watches.clear();
     m_held.clear();
     m_heldBegin = 0;
@@ -77,15 +77,17 @@ void CLevel1Client::SelectFields(std::string_view names) {
 void CLevel1Client::Watch(std::string_view symbol) {
     const auto index = m_feed.Find(symbol);
     if (!index) return Send(fmt::format("n,{}\r\n", symbol));
-    std::unique_ptr<SSubscription>& subscription = m_watches[*index];
+    std::unique_ptr<SSubscription>& subscription = m_watches[std::string(symbol)];
     if (!subscription) {
         subscription = std::make_unique<SSubscription>();
         subscription->client = this;
-        if (!m_feed.Join(*subscription, *index)) {
-            m_watches.erase(*index);
+        subscription->symbol = symbol;
+        // Each spelling of a symbol counts for its client, so that there is an end to them.
+        if (m_watches.size() > m_feed.Limit() || !m_feed.Join(*subscription, *index)) {
+            m_watches.erase(subscription->symbol);
             return Send(fmt::format("S,SYMBOL LIMIT REACHED,{}\r\n", symbol));
         }
-        subscription->regions = m_regionsWanted.count(*index) != 0;
+        subscription->regions = m_regionsWanted.contains(subscription->symbol);
     }
     SendFundamentals(*subscription);
     SendSummary(*subscription);
@@ -93,9 +95,8 @@ void CLevel1Client::Watch(std::string_view symbol) {
 }
 
 void CLevel1Client::Unwatch(std::string_view symbol) {
-    const auto index = m_feed.Find(symbol);
-    if (index) m_regionsWanted.erase(*index);
-    const auto found = index ? m_watches.find(*index) : m_watches.end();
+    m_regionsWanted.erase(std::string(symbol));
+    const auto found = m_watches.find(std::string(symbol));
     if (found == m_watches.end()) return;
     SSubscription& subscription = *found->second;
     if (subscription.held)
@@ -107,10 +108,9 @@ void CLevel1Client::Unwatch(std::string_view symbol) {
 // The newest of every region comes at once, what changes follows. Whoever does not watch the symbol, or was refused it
 // for now, gets them from the watch on.
 void CLevel1Client::WantRegions(std::string_view symbol) {
-    const auto index = m_feed.Find(symbol);
-    if (!index) return;
-    m_regionsWanted.insert(*index);
-    const auto found = m_watches.find(*index);
+    if (!m_feed.Find(symbol)) return;
+    if (m_regionsWanted.size() < kMostRegions) m_regionsWanted.emplace(symbol);
+    const auto found = m_watches.find(std::string(symbol));
     if (found == m_watches.end()) return;
     found->second->regions = true;
     SendRegions(*found->second, ~uint64_t{0});
@@ -118,22 +118,23 @@ void CLevel1Client::WantRegions(std::string_view symbol) {
 
 void CLevel1Client::SendSummary(SSubscription& subscription) {
     const CSecurity& security = *subscription.watched->security;
-    SendQuote('P', security, security.Present(), security.Contents());
+    SendQuote('P', subscription, security.Present(), security.Contents());
 }
 
 void CLevel1Client::SendFundamentals(SSubscription& subscription) {
-    Send(m_feed.FundamentalLine(subscription.watched->index));
+    Send(m_feed.FundamentalLine(subscription.watched->index, subscription.symbol));
 }
 
 void CLevel1Client::SendRegions(SSubscription& subscription, uint64_t regions) {
     const CSecurity& security = *subscription.watched->security;
     for (size_t i = 0; subscription.regions && i < security.RegionCount(); ++i)
-        if (regions >> i & 1) security.AppendRegion(Queue(), i);
+        if (regions >> i & 1) security.AppendRegion(Queue(), subscription.symbol, i);
 }
 
-void CLevel1Client::SendQuote(char letter, const CSecurity& security, const CFieldMask& fields, uint32_t contents) {
+void CLevel1Client::SendQuote(char letter, const SSubscription& subscription, const CFieldMask& fields,
+                              uint32_t contents) {
     if ((fields & m_worthALine).Empty() && letter == 'Q') return;
-    security.AppendQuote(Queue(), letter, fields, contents, m_selection);
+    subscription.watched->security->AppendQuote(Queue(), letter, subscription.symbol, fields, contents, m_selection);
 }
 
 void CLevel1Client::Tell(SSubscription& subscription, const SUpdate& update) {
@@ -141,11 +142,10 @@ void CLevel1Client::Tell(SSubscription& subscription, const SUpdate& update) {
     FlushWhenFull();
     if (HoldsBack() || !HasRoom()) return Hold(subscription, update);
     if (update.newSession || update.newFundamentals) SendFundamentals(subscription);
-    const CSecurity& security = *subscription.watched->security;
     if (update.newSession || update.newSummary) {
         SendSummary(subscription);
     } else {
-        SendQuote('Q', security, update.changed, security.Contents());
+        SendQuote('Q', subscription, update.changed, subscription.watched->security->Contents());
     }
     SendRegions(subscription, update.regions);
 }
@@ -166,7 +166,7 @@ void CLevel1Client::Release(SSubscription& subscription) {
     if (subscription.heldSummary) {
         SendSummary(subscription);
     } else {
-        SendQuote('Q', *subscription.watched->security, subscription.heldFields, subscription.heldContents);
+        SendQuote('Q', subscription, subscription.heldFields, subscription.heldContents);
     }
     SendRegions(subscription, subscription.heldRegions);
     subscription.held = subscription.heldSummary = subscription.heldFundamentals = false;

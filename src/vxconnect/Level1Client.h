@@ -24,6 +24,7 @@ namespace vx::sim {
 class CLevel1Client final : public CConnection {
 public:
     static constexpr size_t kMostHeldHeadlines = 500;
+    static constexpr size_t kMostRegions = 100'000; ///< Symbols whose regions are wanted.
 
     /// The feed outlives the client; port is the one it came to.
     CLevel1Client(qintptr socket, const SLink& link, CFeed& feed, uint16_t port);
@@ -59,7 +60,7 @@ private:
     void SendSummary(SSubscription& subscription);
     void SendFundamentals(SSubscription& subscription);
     void SendRegions(SSubscription& subscription, uint64_t regions);
-    void SendQuote(char letter, const CSecurity& security, const CFieldMask& fields, uint32_t contents);
+    void SendQuote(char letter, const SSubscription& subscription, const CFieldMask& fields, uint32_t contents);
     void Hold(SSubscription& subscription, const SUpdate& update);
     void Release(SSubscription& subscription);
 
@@ -68,8 +69,8 @@ private:
     CFieldSelection m_selection;
     CFieldMask m_worthALine; // The selected fields without those that come with every line.
     bool m_wantsNews = false;
-    std::unordered_map<SymbolIndex, std::unique_ptr<SSubscription>> m_watches;
-    std::unordered_set<SymbolIndex> m_regionsWanted; ///< Until the symbol is no longer watched; no more than there are.
+    std::unordered_map<std::string, std::unique_ptr<SSubscription>> m_watches; // By the symbol as it was asked for.
+    std::unordered_set<std::string> m_regionsWanted; // Until the symbol is no longer watched; at most kMostRegions.
     std::vector<SSubscription*> m_held;              // Oldest first from m_heldBegin; null: unwatched meanwhile.
     size_t m_heldBegin = 0;
     std::deque<std::string> m_heldHeadlines;

@@ -1,6 +1,5 @@
 #include "vxconnect/LineFile.h"
 
-#include <array>
 #include <cerrno>
 #include <cstring>
 
@@ -9,9 +8,7 @@
 
 namespace vx::sim {
 
-std::string CLineFile::Open(const std::string& path) {
-    m_lines = {};
-    m_ended = false;
+std::string CBlockFile::Open(const std::string& path) {
     // Without waiting: a pipe that nobody writes into would hold the program for ever.
     const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) return std::strerror(errno);
@@ -20,18 +17,28 @@ std::string CLineFile::Open(const std::string& path) {
     if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) return {};
     m_file.reset();
     if (S_ISDIR(status.st_mode)) return "is a folder, not a file";
-    return "not a file; \"-\" reads a stream from standard input";
+    return "neither a file nor a pipe";
+}
+
+std::string_view CBlockFile::Read() {
+    constexpr size_t kBlock = 64 * 1024;
+    m_block.resize(kBlock);
+    return {m_block.data(), m_file ? std::fread(m_block.data(), 1, kBlock, m_file.get()) : 0};
+}
+
+std::string CLineFile::Open(const std::string& path) {
+    m_lines = {};
+    m_ended = false;
+    return m_file.Open(path);
 }
 
 std::optional<SInputLine> CLineFile::Next() {
-    constexpr size_t kBlock = 64 * 1024;
     for (;;) {
         if (auto line = m_lines.Next()) return line;
-        if (m_ended || !m_file) return std::nullopt;
-        std::array<char, kBlock> block;
-        const size_t count = std::fread(block.data(), 1, block.size(), m_file.get());
-        m_lines.Append({block.data(), count});
-        m_ended = count == 0;
+        if (m_ended) return std::nullopt;
+        const std::string_view bytes = m_file.Read();
+        m_lines.Append(bytes);
+        m_ended = bytes.empty();
         if (m_ended) m_lines.End();
     }
 }

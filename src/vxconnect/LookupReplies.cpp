@@ -114,7 +114,7 @@ std::optional<std::string> SearchReply(std::string_view request, CSearchIndex& i
 
 std::optional<std::string> NewsCountsReply(std::string_view request, CDirectory& directory, bool tagged) {
     constexpr size_t kPieceBytes = 1000; // Of XML in one line.
-    TakeFirst(request); // The verb.
+    TakeFirst(request);                  // The verb.
     const auto id = TakeLast(request), dates = TakeLast(request), sources = TakeLast(request),
                format = TakeLast(request);
     if (!id || !dates || !sources || !format || id->empty()) return std::nullopt;

@@ -40,8 +40,12 @@ private:
             m_options.queueKilobytes = static_cast<uint32_t>(Number(1'000'000, 1));
         else if (m_name == "--linger")
             m_options.lingerMs = static_cast<int>(Number(86'400)) * 1000;
+        else if (m_name == "--stale")
+            m_options.staleSeconds = static_cast<uint32_t>(Number(86'400));
         else if (m_name == "--date")
             ReadDate();
+        else if (m_name == "--map")
+            ReadMap();
         else if (m_name.starts_with("--"))
             m_options.passedOver.emplace_back(m_name);
     }
@@ -91,8 +95,16 @@ private:
                                                    : nullptr;
         if (path && TakeValue().empty()) Complain("the name of a file");
         if (path) *path = m_inline.value_or("");
+        if (m_name == "--feeder" && TakeValue().empty()) Complain("a command");
+        if (m_name == "--feeder") m_options.feeder = m_inline.value_or("");
         if (m_name == "--speed") ReadSpeed();
-        return path || m_name == "--speed";
+        return path || m_name == "--feeder" || m_name == "--speed";
+    }
+
+    void ReadMap() {
+        if (TakeValue().empty()) return Complain("names, such as Stock=Symbol,Close=Last");
+        if (const std::string wrong = m_options.names.Add(*m_inline); !wrong.empty())
+            m_options.error = fmt::format("--map: {}", wrong);
     }
 
     void ReadSpeed() {
@@ -162,7 +174,10 @@ std::string Conflict(const SOptions& options) {
     if (same(options.level1Port, options.lookupPort) || same(options.level1Port, options.adminPort))
         return fmt::format("port {} is given twice", *options.level1Port);
     if (same(options.lookupPort, options.adminPort)) return fmt::format("port {} is given twice", *options.lookupPort);
-    if (!options.input.empty() && !options.replay.empty()) return "--input and --replay do not go together";
+    if (!options.input.empty() + !options.feeder.empty() + !options.replay.empty() > 1)
+        return "of --input, --feeder and --replay only one can be served";
+    if (!options.names.IsEmpty() && options.input.empty() && options.feeder.empty())
+        return "--map is for data of your own: --input or --feeder";
     if (SameFile(options.record, options.input) || SameFile(options.record, options.replay))
         return fmt::format("--record would write over \"{}\", which is being read", options.record);
     if (options.refuse == kAllPorts) return "--refuse leaves no port to serve";
@@ -199,7 +214,12 @@ Usage: vxconnect [options]
   --queue KB          what may wait for a slow client before its updates are
                       folded into the newest of each symbol (default 1024)
   --input FILE        serve the quotes of a file instead: CSV with a header or
-                      JSON lines; "-" reads standard input and follows it
+                      JSON lines; a pipe is followed, "-" is standard input
+  --feeder COMMAND    serve what a command writes; when it ends, it is started
+                      again after a pause that grows from 1 to 60 seconds
+  --map NAME=FIELD    what a column of your data is: Stock=Symbol,Close=Last
+  --stale SECONDS     pipe or command silent for so long: "Not Connected"
+                      (default 30, 0: never)
   --record FILE       write what is served into a file
   --replay FILE       serve such a file, or the traffic in the program's log
   --speed X           of a replay, 0.01 to 1000 times the recorded (default 1)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vxconnect/FieldNames.h"
 #include "vxconnect/SessionClock.h"
 
 #include <cstdint>
@@ -29,20 +30,27 @@ struct SOptions {
     int firstClientMs = 60000;      ///< From the start to the end when no client ever comes.
     uint32_t queueKilobytes = 1024; ///< Beyond so much for one client, updates fold.
     bool verbose = false;
-    bool listedOnly = false; ///< Tickers that are not listed are unknown.
-    bool burst = false;      ///< Everything of kBurstMs comes at its end, all at once.
-    uint8_t mute = 0;        ///< EPorts that accept clients and never send.
-    uint8_t refuse = 0;      ///< EPorts that are not opened.
-    uint32_t split = 0;      ///< At most so many bytes are sent at a time; 0: no limit.
-    uint64_t dropAfter = 0;  ///< Each connection is closed after so many bytes; 0: never.
-    std::string input;       ///< The user's own data: a file, "-" for standard input; empty: none.
-    std::string replay;      ///< A recording to be served; empty: none.
-    std::string record;      ///< Where to record what is served; empty: nowhere.
-    double speed = 1;        ///< Of a replay, as a multiple of the recording's.
+    bool listedOnly = false;    ///< Tickers that are not listed are unknown.
+    bool burst = false;         ///< Everything of kBurstMs comes at its end, all at once.
+    uint8_t mute = 0;           ///< EPorts that accept clients and never send.
+    uint8_t refuse = 0;         ///< EPorts that are not opened.
+    uint32_t split = 0;         ///< At most so many bytes are sent at a time; 0: no limit.
+    uint64_t dropAfter = 0;     ///< Each connection is closed after so many bytes; 0: never.
+    std::string input;          ///< The user's own data: a file or pipe, "-" for standard input; empty: none.
+    std::string feeder;         ///< A command that writes the user's own data; empty: none.
+    int feederPauseMs = 1000;   ///< From its end to its next start, at first.
+    CFieldNames names;          ///< What the columns of the user's own data are.
+    uint32_t staleSeconds = 30; ///< Silence after which the user's own live data count as gone; 0: never.
+    std::string replay;         ///< A recording to be served; empty: none.
+    std::string record;         ///< Where to record what is served; empty: nowhere.
+    double speed = 1;           ///< Of a replay, as a multiple of the recording's.
     bool help = false;
     bool version = false;
     std::vector<std::string> passedOver; ///< Names that look like options of ours and are none.
     std::string error;                   ///< What is wrong with the command line; empty: nothing.
+
+    /// What is served is not the simulated market.
+    bool HasOwnData() const { return !input.empty() || !feeder.empty() || !replay.empty(); }
 };
 
 constexpr uint32_t kMaxRate = 500'000;

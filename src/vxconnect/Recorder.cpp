@@ -39,23 +39,25 @@ const std::string& CRecorder::Now() {
 }
 
 void CRecorder::OnWatched(const SWatched& watched) {
-    m_lines.Append(m_feed.FundamentalLine(watched.index));
-    watched.security->AppendQuote(m_lines, 'P', watched.security->Present(), watched.security->Contents(), m_selection);
+    const CSecurity& security = *watched.security;
+    m_lines.Append(m_feed.FundamentalLine(watched.index, security.Symbol()));
+    security.AppendQuote(m_lines, 'P', security.Symbol(), security.Present(), security.Contents(), m_selection);
     Write();
 }
 
 void CRecorder::OnUpdate(const SWatched& watched, const SUpdate& update) {
     const CSecurity& security = *watched.security;
-    if (update.newSession || update.newFundamentals) m_lines.Append(m_feed.FundamentalLine(watched.index));
+    if (update.newSession || update.newFundamentals)
+        m_lines.Append(m_feed.FundamentalLine(watched.index, security.Symbol()));
     if (update.newSession || update.newSummary) {
-        security.AppendQuote(m_lines, 'P', security.Present(), security.Contents(), m_selection);
+        security.AppendQuote(m_lines, 'P', security.Symbol(), security.Present(), security.Contents(), m_selection);
     } else if (!update.changed.Empty()) {
-        security.AppendQuote(m_lines, 'Q', update.changed, security.Contents(), m_selection);
+        security.AppendQuote(m_lines, 'Q', security.Symbol(), update.changed, security.Contents(), m_selection);
     }
     const bool regions = std::any_of(watched.subscriptions.begin(), watched.subscriptions.end(),
                                      [](const SSubscription* subscription) { return subscription->regions; });
     for (size_t i = 0; regions && i < security.RegionCount(); ++i)
-        if (update.regions >> i & 1) security.AppendRegion(m_lines, i);
+        if (update.regions >> i & 1) security.AppendRegion(m_lines, security.Symbol(), i);
     Write();
 }
 

@@ -70,7 +70,8 @@ bool CReplaySource::Scan() {
         if (letter == 'T' && marketTime.empty()) marketTime = traffic->text.substr(2);
         if (letter == 'T' || letter == 'N' || !ReadDataLine(traffic->text, m_row)) continue;
         const auto index = Data().Add(m_row.symbol);
-        if (!index) return false;
+        if (!index && Data().IsFull()) return false;
+        if (!index) continue; // In other letters than before.
         if (letter != 'R' && !tradeTime.HasTime()) {
             CDataRecord row(m_row.symbol);
             tradeTime.Hear(row, row.Merge(m_row, true).changed);

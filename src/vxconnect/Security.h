@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace vx::sim {
 
@@ -23,18 +24,19 @@ class CSecurity {
 public:
     virtual ~CSecurity() = default;
 
+    virtual const std::string& Symbol() const = 0;
     /// Every field that has a value.
     virtual const CFieldMask& Present() const = 0;
     /// What the newest event is about, EContents bits.
     virtual uint32_t Contents() const = 0;
     /// Adds an update ("Q") or summary ("P") line with its line end: the fields of the mask, in the order and with the
-    /// names of the selection.
-    virtual void AppendQuote(CSendQueue& out, char letter, const CFieldMask& fields, uint32_t contents,
-                             const CFieldSelection& selection) const = 0;
+    /// names of the selection. The symbol is written as the client asked for it.
+    virtual void AppendQuote(CSendQueue& out, char letter, std::string_view symbol, const CFieldMask& fields,
+                             uint32_t contents, const CFieldSelection& selection) const = 0;
     /// How many regional quotes there are, at most 64.
     virtual size_t RegionCount() const { return 0; }
-    /// Adds the regional ("R") line of a region that has a number below RegionCount().
-    virtual void AppendRegion(CSendQueue&, size_t) const {}
+    /// Adds the regional ("R") line of a region that has a number below RegionCount(), the symbol as it was asked for.
+    virtual void AppendRegion(CSendQueue&, std::string_view /*symbol*/, size_t /*region*/) const {}
 };
 
 } // namespace vx::sim

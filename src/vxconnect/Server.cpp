@@ -27,8 +27,8 @@ double CpuSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 CServer::CServer(const SOptions& options, std::unique_ptr<CSource> source)
     : m_options(options), m_source(source ? std::move(source) : std::make_unique<CSimulatedSource>(options)),
       m_searchIndex(*m_source), m_startText(Feed().ClockText()), m_admin([this](qintptr socket) {
-          return std::make_unique<CAdminClient>(socket, Link(kAdmin),
-                                                [this](std::string_view status) { return StatsLine(status); });
+          return std::make_unique<CAdminClient>(
+              socket, Link(kAdmin), [this](bool greeted) { return StatsLine(greeted && m_source->IsLive()); });
       }),
       m_lookup([this](qintptr socket) {
           return std::make_unique<CLookupClient>(socket, Link(kLookup), *m_source, m_searchIndex);
@@ -54,6 +54,7 @@ CServer::~CServer() {
     Feed().OnWatchedChanged = nullptr;
     m_source->OnSlice = nullptr;
     m_source->OnHeadline = nullptr;
+    m_source->OnLiveChanged = nullptr;
     Feed().SetListener(nullptr);
 }
 
@@ -67,6 +68,7 @@ void CServer::WireSource() {
         if (!m_soon.isActive()) m_soon.start(kSoonMs);
     };
     m_source->OnSlice = [this] { FlushLevel1(); };
+    m_source->OnLiveChanged = [this] { TellStats(); };
     m_source->OnHeadline = [this](const std::string& line) {
         if (m_recorder) m_recorder->OnLine(line);
         for (const auto& connection : m_level1.Connections())
@@ -93,9 +95,12 @@ bool CServer::Open(EPorts which, EStart& outcome) {
     const CPort::EListening listening = port.Listen(number);
     if (listening == CPort::EListening::Yes) return true;
     const bool taken = listening == CPort::EListening::Taken;
-    outcome = taken ? EStart::AlreadyServed : EStart::Failed;
+    // Whoever wants something of their own served must know that something else is.
+    const bool own = m_options.HasOwnData() || !m_options.record.empty();
+    outcome = taken && !own ? EStart::AlreadyServed : EStart::Failed;
     m_message =
-        taken ? fmt::format("vxconnect: {} port {} is already served on this machine, nothing to do", name, number)
+        taken ? fmt::format("vxconnect: {} port {} is already served on this machine, {}", name, number,
+                            own ? "by another program: end that one first, or choose other ports" : "nothing to do")
               : fmt::format("vxconnect: cannot open {} port {}: {}", name, number, port.errorString().toStdString());
     for (CPort* opened : {&m_admin, &m_lookup, &m_level1}) opened->close();
     return false;
@@ -163,12 +168,16 @@ void CServer::OnSecond() {
     m_bytesLastSecond = bytes - m_bytesBefore;
     m_bytesBefore = bytes;
     for (const auto& connection : m_level1.Connections()) static_cast<CLevel1Client&>(*connection).TellTime();
-    for (const auto& connection : m_admin.Connections()) static_cast<CAdminClient&>(*connection).TellStats();
+    TellStats();
     if (OnFigures) OnFigures(FiguresLine());
 }
 
 void CServer::OnWatchesChanged() {
     m_source->WatchesChanged();
+    TellStats();
+}
+
+void CServer::TellStats() {
     for (const auto& connection : m_admin.Connections()) static_cast<CAdminClient&>(*connection).TellStats();
 }
 
@@ -177,16 +186,17 @@ void CServer::FlushLevel1() {
     m_longestQueue = std::max(m_longestQueue, m_level1.LongestQueue());
 }
 
-std::string CServer::StatsLine(std::string_view status) const {
+std::string CServer::StatsLine(bool connected) const {
     const double kilobytes = static_cast<double>(m_level1.SentBytes()) / 1024;
     const double average = m_seconds > 0 ? kilobytes / static_cast<double>(m_seconds) : 0;
-    return fmt::format(
-        "S,STATS,{},{},{},{},{},{},{},{},{},{},{},{},{},"
-        "{:.2f},{:.2f},{:.2f},{},{},{:.2f},\r\n",
-        m_source->Kind(), m_level1.serverPort(), Feed().Limit(), Feed().WatchedCount(), m_level1.Connections().size(),
-        LongestQueue(), HeldCount(), m_seconds, m_startText, Feed().ClockText(), status, m_source->Detail(),
-        m_options.replay.empty() && m_options.input.empty() ? "simulation" : "data", kilobytes,
-        static_cast<double>(m_bytesLastSecond) / 1024, average, m_eventsLastSecond, Feed().EventCount(), CpuSeconds());
+    return fmt::format("S,STATS,{},{},{},{},{},{},{},{},{},{},{},{},{},"
+                       "{:.2f},{:.2f},{:.2f},{},{},{:.2f},\r\n",
+                       m_source->Kind(), m_level1.serverPort(), Feed().Limit(), Feed().WatchedCount(),
+                       m_level1.Connections().size(), LongestQueue(), HeldCount(), m_seconds, m_startText,
+                       Feed().ClockText(), connected ? "Connected" : "Not Connected", m_source->Detail(),
+                       m_options.HasOwnData() ? "data" : "simulation", kilobytes,
+                       static_cast<double>(m_bytesLastSecond) / 1024, average, m_eventsLastSecond, Feed().EventCount(),
+                       CpuSeconds());
 }
 
 std::string CServer::FiguresLine() const {

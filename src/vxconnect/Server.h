@@ -56,9 +56,10 @@ private:
     void OnClientCountChanged();
     void OnSecond();
     void OnWatchesChanged();
+    void TellStats();
     void FlushLevel1();
     size_t ClientCount() const;
-    std::string StatsLine(std::string_view status) const;
+    std::string StatsLine(bool connected) const;
     std::string FiguresLine() const;
     bool Open(EPorts which, EStart& outcome);
     std::string PortText(EPorts which) const;

@@ -23,11 +23,15 @@ public:
 
     /// Makes what is due by now.
     virtual void Run() = 0;
+    /// Whether the market is followed; not while the user's own live data do not come.
+    virtual bool IsLive() const { return true; }
     /// Symbols came to those watched, or went.
     virtual void WatchesChanged() {}
 
     /// Called after something was told, or might have been: what waits is to be sent.
     std::function<void()> OnSlice;
+    /// Called when IsLive() has changed.
+    std::function<void()> OnLiveChanged;
     /// Called with each headline: an "N" line with its line end.
     std::function<void(const std::string& line)> OnHeadline;
 };

@@ -51,7 +51,7 @@ std::optional<std::string_view> TakeBracket(std::string_view& text) {
 }
 
 std::string Decoded(std::string_view text) {
-    const std::string bytes = WireTextOf(text);
+    const std::string bytes = WireTextOf(text).value_or(std::string(text));
     std::string out;
     out.reserve(bytes.size());
     for (size_t i = 0; i < bytes.size(); ++i) {

@@ -9,7 +9,9 @@ namespace vx::sim {
 CWatchBoard::CWatchBoard(CMarket& market, uint32_t limit)
     : CFeed(limit), m_market(market), m_clock(market.StartDate()) {}
 
-std::string CWatchBoard::FundamentalLine(SymbolIndex index) { return vx::sim::FundamentalLine(m_market, index); }
+std::string CWatchBoard::FundamentalLine(SymbolIndex index, std::string_view) {
+    return vx::sim::FundamentalLine(m_market, index);
+}
 
 std::unique_ptr<SWatched> CWatchBoard::Begin(SymbolIndex index) {
     auto watched = std::make_unique<SWatchedInstrument>();

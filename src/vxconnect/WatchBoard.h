@@ -40,7 +40,7 @@ public:
     const CSessionClock& Clock() const { return m_clock; }
 
     std::optional<SymbolIndex> Find(std::string_view symbol) override { return m_market.Find(symbol); }
-    std::string FundamentalLine(SymbolIndex index) override;
+    std::string FundamentalLine(SymbolIndex index, std::string_view symbol) override;
     std::string ClockText() const override { return m_clock.Text(); }
 
     /// Makes the one event happen that is due next, however far the market's clock has to jump; nothing when no symbol

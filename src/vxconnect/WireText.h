@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,10 +11,14 @@ constexpr size_t kMaxSymbol = 255;
 /// Whether a text can be a symbol on the wire: 1 to kMaxSymbol bytes, no control characters, no comma.
 bool IsSymbolText(std::string_view text);
 
-/// Text of a file as Windows-1252: converted when it is UTF-8, else taken as it is.
-std::string WireTextOf(std::string_view text);
+/// Text of a file as Windows-1252: converted when it is UTF-8, else taken as it is; nothing when it holds a character
+/// that Windows-1252 does not have.
+std::optional<std::string> WireTextOf(std::string_view text);
 
-/// A text as it can stand in a message: printable, not longer than 60 bytes.
+/// Any text, UTF-8 or Windows-1252, as it can stand in a field of a line: what has no place there is left out.
+std::string WireFieldOf(std::string_view text);
+
+/// Any text, UTF-8 or Windows-1252, as it can stand in a message: printable, in UTF-8, not longer than 60 characters.
 std::string Shown(std::string_view text);
 
 } // namespace vx::sim

@@ -1,6 +1,8 @@
 #include "base/Number.h"
 #include "base/Registry.h"
 #include "base/RegistryPaths.h"
+#include "vxconnect/DescriptorStream.h"
+#include "vxconnect/Feeder.h"
 #include "vxconnect/InputFileSource.h"
 #include "vxconnect/InputPipeSource.h"
 #include "vxconnect/Options.h"
@@ -11,6 +13,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,6 +28,7 @@ namespace {
 constexpr uint16_t kLevel1Port = 5009;
 constexpr uint16_t kLookupPort = 9100;
 constexpr uint16_t kAdminPort = 9300;
+constexpr std::string_view kStandardInput = "-";
 constexpr int kBadUsage = 2; // A bad argument, or a file that cannot be served.
 
 // The port that the programs of this user connect to; text that is no port number counts as none.
@@ -38,18 +42,25 @@ uint16_t PortOfSettings(std::string_view valueName, uint16_t standard) {
 
 void Say(const std::string& text) { std::fprintf(stderr, "vxconnect: %s\n", text.c_str()); }
 
+// Where the user's own live data come from, null for none.
+std::unique_ptr<vx::sim::CByteStream> StreamOf(const vx::sim::SOptions& options) {
+    std::error_code missing;
+    if (!options.feeder.empty()) return std::make_unique<vx::sim::CFeeder>(options.feeder, options.feederPauseMs);
+    if (options.input == kStandardInput) return std::make_unique<vx::sim::CStandardInput>(STDIN_FILENO);
+    if (std::filesystem::is_fifo(options.input, missing)) return std::make_unique<vx::sim::CNamedPipe>(options.input);
+    return nullptr;
+}
+
 // What is served, null for the simulated market; nothing when a file is wrong, which has been said.
 std::optional<std::unique_ptr<vx::sim::CSource>> MakeSource(const vx::sim::SOptions& options) {
-    if (options.input == "-") {
-        auto pipe = std::make_unique<vx::sim::CInputPipeSource>(options, STDIN_FILENO, Say);
+    if (auto stream = StreamOf(options)) {
+        auto pipe = std::make_unique<vx::sim::CInputPipeSource>(options, std::move(stream), Say);
         if (!pipe->Open()) return std::nullopt;
         return pipe;
     }
     if (!options.input.empty()) {
-        auto file = std::make_unique<vx::sim::CInputFileSource>(options);
-        const std::vector<std::string> errors = file->Open();
-        for (const std::string& error : errors) Say(error);
-        if (!errors.empty()) return std::nullopt;
+        auto file = std::make_unique<vx::sim::CInputFileSource>(options, Say);
+        if (!file->Open()) return std::nullopt;
         return file;
     }
     if (!options.replay.empty()) {
@@ -90,10 +101,12 @@ int main(int argc, char** argv) {
         Say(options.error);
         return kBadUsage;
     }
-    if (options.input == "-" && !hasStandardInput) {
+    if (options.input == kStandardInput && !hasStandardInput) {
         Say("standard input is closed: --input - has nothing to read");
         return kBadUsage;
     }
+    if (options.input == kStandardInput && std::filesystem::is_regular_file("/dev/stdin"))
+        options.input = "/dev/stdin"; // A file like any other: it does not grow, and so has no end to be told.
     for (const std::string& name : options.passedOver) Say(name + " is no option of this program and is passed over");
     if (options.help) return std::fputs(std::string(vx::sim::HelpText()).c_str(), stdout) < 0;
     if (options.version) return std::printf("vxconnect %s\n", VXCONNECT_VERSION) < 0;

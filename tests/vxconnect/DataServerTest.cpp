@@ -1,5 +1,4 @@
 #include "vxconnect/InputFileSource.h"
-#include "vxconnect/InputPipeSource.h"
 #include "vxconnect/Peer.h"
 #include "vxconnect/ReplaySource.h"
 #include "vxconnect/TrafficLine.h"
@@ -14,8 +13,6 @@
 #include <fmt/format.h>
 #include <fstream>
 
-#include <unistd.h>
-
 namespace vx::sim {
 namespace {
 
@@ -28,11 +25,12 @@ protected:
         return path;
     }
     std::vector<std::string> StartInput(const std::string& text) {
+        std::vector<std::string> told;
         m_options.input = Write("input.csv", text);
-        auto source = std::make_unique<CInputFileSource>(m_options);
-        auto errors = source->Open();
-        if (errors.empty()) Start(std::move(source));
-        return errors;
+        auto source = std::make_unique<CInputFileSource>(
+            m_options, [&](const std::string& line) { told.push_back(line.substr(line.rfind('/') + 1)); });
+        if (source->Open()) Start(std::move(source));
+        return told;
     }
     std::string StartReplay(const std::string& text) {
         m_options.replay = Write("traffic.log", text);
@@ -46,7 +44,6 @@ protected:
 };
 
 using InputFile = DataServer;
-using InputPipe = DataServer;
 using Replay = DataServer;
 
 TEST_F(InputFile, FirstRowsAreThereAndTheOthersFollowAsDeltas) {
@@ -74,20 +71,71 @@ TEST_F(InputFile, FirstRowsAreThereAndTheOthersFollowAsDeltas) {
     EXPECT_EQ(lookup.TakeLine("L,<"), "L,<NewsCounts><symbol Name=\"A\" StoryCount=\"0\"/></NewsCounts>");
 }
 
-TEST_F(InputFile, ErrorsNameFileLineAndField) {
-    const auto errors = StartInput("Symbol,Last\nA,1\nB,x\nC,2,3\n");
-    ASSERT_EQ(errors.size(), 2u);
-    EXPECT_THAT(errors[0], testing::EndsWith("input.csv line 3: field \"Last\": \"x\" is not a number"));
-    EXPECT_THAT(errors[1], testing::EndsWith("line 4: 3 values where the header names 2"));
-    EXPECT_THAT(StartInput("Symbol,Last\n"), testing::ElementsAre(testing::EndsWith("no rows")));
-    EXPECT_THAT(StartInput("nonsense\nmore\n"), testing::SizeIs(1)) << "the header is the one thing that is wrong";
+TEST_F(InputFile, WhatIsWrongIsToldWithFileLineAndFieldAndTheRestServed) {
+    EXPECT_THAT(StartInput("Symbol,Last,Bid\nA,1,1\nB,x,2\nC,2,3,4\na,5,5\nA,6,y\nD,7,\n"),
+                testing::ElementsAre("input.csv line 3: field \"Last\": \"x\" is not a number",
+                                     "input.csv line 4: 4 values where the header names 3",
+                                     "input.csv line 5: symbol \"a\" is there already as \"A\"",
+                                     "input.csv line 6: field \"Bid\": \"y\" is not a number"));
+    const auto peer = Level1Peer("wB\nwC\nwA\nwD\n");
+    const auto b = Fields(peer->TakeLine("P,B,"));
+    EXPECT_EQ(b[static_cast<size_t>(EField::Bid)] + "|" + b[static_cast<size_t>(EField::Last)], "2|");
+    EXPECT_EQ(peer->TakeLine("n,"), "n,C");
+    EXPECT_NE(peer->TakeLine("P,D,"), "(none)");
+    EXPECT_EQ(Fields(peer->TakeLine("Q,A,"))[static_cast<size_t>(EField::Last)], "6") << "its twin was refused";
+}
+
+TEST_F(InputFile, AFileWithNothingToServeIsNotServed) {
+    const std::string none = "input.csv: no rows, nothing to serve";
+    EXPECT_THAT(StartInput("Symbol,Last\n"), testing::ElementsAre(none));
+    EXPECT_THAT(StartInput("nonsense\nmore\n"), testing::ElementsAre(testing::HasSubstr("no column"), none))
+        << "the header is the one thing that is wrong";
+    EXPECT_THAT(StartInput("Symbol,Last\n\"A" + std::string(2'000'000, '1') + "\n"),
+                testing::ElementsAre(testing::HasSubstr("line 2: longer than"), none));
     std::string many = "Symbol,Last\n";
-    for (int i = 0; i < 1'000; ++i) many += "A,x\n";
-    const auto capped = StartInput(many);
-    EXPECT_EQ(capped.size(), CInputFileSource::kMostErrors + 1);
-    EXPECT_EQ(capped.back(), "980 more");
-    EXPECT_THAT(StartInput("Symbol,Last\nA," + std::string(2'000'000, '1') + "\n"),
-                testing::ElementsAre(testing::HasSubstr("line 2: longer than")));
+    for (int i = 0; i < 3'000; ++i) many += ",x\n";
+    const auto told = StartInput(many);
+    ASSERT_EQ(told.size(), CComplaints::kMostTold + 1 + 6'000 / CComplaints::kStep + 1);
+    EXPECT_THAT(told[CComplaints::kMostTold + 1], testing::EndsWith(" (number 1000 of such lines)"));
+}
+
+TEST_F(InputFile, SymbolsAreFoundInAnyLettersAndNamedAsAskedFor) {
+    m_options.rate = 5;
+    StartInput("Symbol,Last\nAcme.l,1\n\"B\xC3\xA9ta\",2\nAcme.l,3\n");
+    const auto peer = Level1Peer("wACME.L\nwacme.L\nwB\xE9TA\nwBETA\n");
+    const auto last = [&](const std::string& beginning) {
+        return Fields(peer->TakeLine(beginning))[static_cast<size_t>(EField::Last)];
+    };
+    EXPECT_NE(peer->TakeLine("F,ACME.L,"), "(none)");
+    EXPECT_EQ(last("P,ACME.L,"), "1");
+    EXPECT_NE(peer->TakeLine("F,acme.L,"), "(none)");
+    EXPECT_EQ(last("P,acme.L,"), "1");
+    EXPECT_EQ(last("P,B\xE9TA,"), "2");
+    EXPECT_EQ(peer->TakeLine("n,"), "n,BETA");
+    EXPECT_EQ(last("Q,ACME.L,"), "3");
+    EXPECT_EQ(last("Q,acme.L,"), "3");
+    peer->Send("rACME.L\nrB\xE9TA\n");
+    ASSERT_TRUE(WaitUntil([&] { return Server().Board().WatchedCount() == 1; })) << "the other spelling stays";
+    CPeer lookup(Server().LookupPort());
+    lookup.Send("NSC,ACME.L,x,,,L\r\nSBF,s,ACME,,,L\r\n");
+    EXPECT_THAT(lookup.TakeLine("L,<"), testing::HasSubstr("Name=\"ACME.L\""));
+    EXPECT_EQ(lookup.TakeLine("L,Ac"), "L,Acme.l,0,0,,");
+}
+
+TEST_F(InputFile, TheNewestDailyBarStaysWhicheverWayTheFileRuns) {
+    m_options.rate = 1000;
+    ASSERT_EQ(m_options.names.Add("close=Last"), "");
+    EXPECT_THAT(StartInput("date,close,ticker\n2024-01-31,3,NEW\n2024-01-29,1,OLD\n2024-01-30,2,NEW\n2024-01-30,2,OLD\n"
+                           "2024-01-31,3,OLD\n2024-01-29,9,NEW\n2024-01-31,4,OLD\n"),
+                testing::IsEmpty());
+    const auto peer = Level1Peer("wNEW\nwOLD\n");
+    CMergedRecord older, newer;
+    newer.Merge(peer->TakeLine("P,NEW,"));
+    older.Merge(peer->TakeLine("P,OLD,"));
+    while (older.Get(EField::Last) != "4") older.Merge(peer->TakeLine("Q,OLD,"));
+    EXPECT_EQ(older.Get(EField::Close) + "|" + older.Get(EField::Change), "2|2") << "of the day before";
+    EXPECT_EQ(peer->Text().find("Q,NEW,"), std::string::npos);
+    EXPECT_EQ(newer.Get(EField::Last), "3");
 }
 
 TEST_F(InputFile, EveryRowArrivesOrIsFoldedIntoALaterOne) {
@@ -106,35 +154,6 @@ TEST_F(InputFile, EveryRowArrivesOrIsFoldedIntoALaterOne) {
     }
     EXPECT_EQ(record.Get(EField::Ask), "61999");
     EXPECT_EQ(record.Get(EField::Spread), "1000");
-}
-
-TEST_F(InputPipe, RowsAreToldAsTheyComeAndBadLinesPassedOver) {
-    int ends[2];
-    ASSERT_EQ(pipe(ends), 0);
-    const auto say = [&](const std::string& text) {
-        ASSERT_EQ(write(ends[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
-    };
-    std::vector<std::string> complaints;
-    auto source = std::make_unique<CInputPipeSource>(m_options, ends[0],
-                                                     [&](const std::string& text) { complaints.push_back(text); });
-    say("{\"symbol\":\"A\",\"last\":1}\n{\"symbol\":\"A\",");
-    source->Open();
-    Start(std::move(source));
-    const auto peer = Level1Peer("wA\nwB\n");
-    EXPECT_NE(peer->TakeLine("P,A,"), "(none)");
-    EXPECT_EQ(peer->TakeLine("n,"), "n,B") << "not yet";
-    say("\"last\":2}\n{\"symbol\":\"A\",\"bid\":\"x\"}\n\nnonsense\n{\"symbol\":\"B\",\"bid\":3}\n");
-    EXPECT_EQ(Fields(peer->TakeLine("Q,A,"))[static_cast<size_t>(EField::Last)], "2");
-    ASSERT_TRUE(WaitUntil([&] { return complaints.size() == 2; }));
-    EXPECT_EQ(complaints[0], "standard input line 3: field \"Bid\": \"x\" is not a number");
-    peer->Send("wB\n");
-    EXPECT_EQ(Fields(peer->TakeLine("P,B,"))[static_cast<size_t>(EField::Bid)], "3");
-    say("{\"symbol\":\"A\",\"last\":4}"); // No line end: the end of the stream ends it.
-    close(ends[1]);
-    EXPECT_EQ(Fields(peer->TakeLine("Q,A,"))[static_cast<size_t>(EField::Last)], "4");
-    for (int i = 0; i < 2; ++i) EXPECT_NE(peer->TakeLine("T,"), "(none)") << "it serves on";
-    m_server.reset();
-    close(ends[0]);
 }
 
 TEST(TrafficLine, LinesOfTheLogAreReadAndOthersPassedOver) {

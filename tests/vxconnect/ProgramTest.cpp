@@ -3,6 +3,7 @@
 #include "vxconnect/Peer.h"
 #include "vxconnect/Tickers.h"
 
+#include <QFile>
 #include <QProcess>
 #include <QTcpServer>
 #include <QTemporaryDir>
@@ -94,22 +95,22 @@ TEST_F(Program, ServesThePortsOfTheSettingsOnceAndEndsAfterItsClient) {
 
 TEST_F(Program, WhatCannotBeServedIsToldAndEndsWithStatusTwo) {
     const std::string folder = m_folder.path().toStdString(), path = folder + "/quotes.csv";
-    std::ofstream(path) << "Symbol,Last\nA,x\n";
+    std::ofstream(path) << "Symbol,Last\n,1\n";
     struct SCase {
         std::string arguments;
         std::string input; // A file for standard input, empty: it is closed.
         std::string error;
     };
-    const std::string wrongLine = " line 2: field \"Last\": \"x\" is not a number\n";
+    const std::string wrongLine = " line 2: field \"Symbol\" is empty\n", none = ": no rows, nothing to serve\n";
     for (const SCase& wrong : std::vector<SCase>{
              {"--rate many", "/dev/null", "vxconnect: --rate: \"many\" is not a whole number from 1 to 500000\n"},
-             {"--input " + path, "/dev/null", "vxconnect: " + path + wrongLine},
+             {"--input " + path, "/dev/null", "vxconnect: " + path + wrongLine + "vxconnect: " + path + none},
              {"--input " + folder, "/dev/null", "vxconnect: " + folder + ": is a folder, not a file\n"},
-             {"--input -", path,
-              "vxconnect: standard input" + wrongLine +
-                  "vxconnect: standard input: no rows, "
-                  "nothing to serve\n"},
-             {"--input -", folder, "vxconnect: standard input: Is a directory\n"},
+             {"--input -", path, "vxconnect: /dev/stdin" + wrongLine + "vxconnect: /dev/stdin" + none},
+             {"--input -", "/dev/null", "vxconnect: standard input: has ended\nvxconnect: standard input" + none},
+             {"--input -", folder, "vxconnect: standard input: Is a directory\nvxconnect: standard input" + none},
+             {"--input " + path + " --map Close=Lost", "/dev/null",
+              "vxconnect: --map: \"Lost\" is no field; the nearest are \"Last\", \"Close\", \"Low\"\n"},
              {"--input -", "", "vxconnect: standard input is closed: --input - has nothing to read\n"}}) {
         const std::string command =
             "exec '" ZW_BIN_DIR "/vxconnect' " + wrong.arguments + " <" + (wrong.input.empty() ? "&-" : wrong.input);
@@ -118,6 +119,29 @@ TEST_F(Program, WhatCannotBeServedIsToldAndEndsWithStatusTwo) {
         EXPECT_EQ(m_first.exitCode(), 2) << command;
         EXPECT_EQ(m_first.readAllStandardError().toStdString(), wrong.error) << command;
     }
+}
+
+TEST_F(Program, OwnDataBesideAnotherInstanceAreAnErrorAndAFileStaysConnected) {
+    const std::string folder = m_folder.path().toStdString(), path = folder + "/quotes.csv";
+    std::ofstream(path) << "Symbol,Last\nA,1\nA,2\n";
+    m_first.setStandardInputFile(QString::fromStdString(path));
+    const std::string line = Run(m_first, QStringList{QStringLiteral("--input"), QStringLiteral("-")} + kFreePorts);
+    CPeer admin(PortIn(line, "admin")), level1(PortIn(line, "level1"));
+    level1.Send("wA\n");
+    EXPECT_NE(level1.TakeLine("Q,A,"), "(none)");
+    for (int i = 0; i < 4; ++i) EXPECT_NE(admin.TakeLine("S,STATS,user data,"), "(none)");
+    EXPECT_THAT(admin.TakeLine("S,STATS,user data,"), testing::HasSubstr(",Connected,stdin,data,"));
+    for (const std::string& own : {"--input=" + path, std::string("--feeder=touch " + folder + "/started"),
+                                   "--replay=" + path, "--record=" + folder + "/recording"}) {
+        std::ofstream(path, std::ios::app) << "Q,A,1,\n"; // Something to be replayed.
+        m_second.start(QStringLiteral(ZW_BIN_DIR "/vxconnect"),
+                       QStringList{QString::fromStdString(own)} + kFreePorts +
+                           QStringList{QStringLiteral("--admin-port=%1").arg(PortIn(line, "admin"))});
+        ASSERT_TRUE(Ends(m_second)) << own;
+        EXPECT_EQ(m_second.exitCode(), 1) << own;
+        EXPECT_THAT(m_second.readAllStandardError().toStdString(), testing::HasSubstr("is already served")) << own;
+    }
+    EXPECT_FALSE(QFile::exists(m_folder.filePath(QStringLiteral("started"))));
 }
 
 TEST_F(Program, GivesBackTheMemoryOfClientsThatHaveGone) {

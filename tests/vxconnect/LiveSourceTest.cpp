@@ -1,0 +1,188 @@
+// A user's own data that come live: a pipe, a pipe with a name, a command. What becomes of them is told on the admin
+// port.
+
+#include "support/FakeClock.h"
+#include "vxconnect/DescriptorStream.h"
+#include "vxconnect/Feeder.h"
+#include "vxconnect/InputPipeSource.h"
+#include "vxconnect/Peer.h"
+
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vx::sim {
+namespace {
+
+class LiveSource : public ServerTest {
+protected:
+    ~LiveSource() override { m_server.reset(); }
+
+    bool Follow(std::unique_ptr<CByteStream> stream) {
+        auto source = std::make_unique<CInputPipeSource>(m_options, std::move(stream),
+                                                         [&](const std::string& text) { m_told.push_back(text); });
+        if (!source->Open()) return false;
+        Start(std::move(source));
+        m_admin = std::make_unique<CPeer>(Server().AdminPort());
+        return true;
+    }
+    // Whether the admin port says so, now or later.
+    bool Becomes(const std::string& status) {
+        constexpr size_t kStatus = 11, kGreetings = 2;
+        for (;;) {
+            const std::string line = m_admin->TakeLine("S,STATS,");
+            if (line == "(none)") return false;
+            if (++m_statusLines > kGreetings && Fields(line).at(kStatus) == status) return true;
+        }
+    }
+    std::string Last(CPeer& peer, const std::string& beginning) {
+        return Fields(peer.TakeLine(beginning))[static_cast<size_t>(EField::Last)];
+    }
+
+    std::vector<std::string> m_told;
+    QTemporaryDir m_folder;
+    std::unique_ptr<CPeer> m_admin;
+    size_t m_statusLines = 0;
+};
+
+void Say(int descriptor, const std::string& text) {
+    ASSERT_EQ(write(descriptor, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+}
+
+using StandardInput = LiveSource;
+using NamedPipe = LiveSource;
+using Feeder = LiveSource;
+
+TEST_F(StandardInput, RowsAreToldAsTheyComeAndItsEndIsNoQuietMarket) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    Say(ends[1], "{\"symbol\":\"A\",\"last\":1}\n{\"symbol\":\"A\",");
+    ASSERT_TRUE(Follow(std::make_unique<CStandardInput>(ends[0])));
+    EXPECT_TRUE(Becomes("Connected"));
+    const auto peer = Level1Peer("wA\nwB\n");
+    EXPECT_NE(peer->TakeLine("P,A,"), "(none)");
+    EXPECT_EQ(peer->TakeLine("n,"), "n,B") << "not yet";
+    Say(ends[1], "\"last\":2}\n{\"symbol\":\"A\",\"bid\":\"x\"}\n\nnonsense\n{\"symbol\":\"B\",\"bid\":3}\n");
+    EXPECT_EQ(Last(*peer, "Q,A,"), "2");
+    ASSERT_TRUE(WaitUntil([&] { return m_told.size() == 2; }));
+    EXPECT_EQ(m_told[0], "standard input line 3: field \"Bid\": \"x\" is not a number");
+    peer->Send("wB\n");
+    EXPECT_EQ(Fields(peer->TakeLine("P,B,"))[static_cast<size_t>(EField::Bid)], "3");
+    Say(ends[1], "{\"symbol\":\"A\",\"last\":4}"); // No line end: the end of the stream ends it.
+    close(ends[1]);
+    EXPECT_EQ(Last(*peer, "Q,A,"), "4");
+    EXPECT_TRUE(Becomes("Not Connected"));
+    EXPECT_EQ(m_told.back(), "standard input: has ended");
+    for (int i = 0; i < 2; ++i) EXPECT_NE(peer->TakeLine("T,"), "(none)") << "it serves on";
+    close(ends[0]);
+}
+
+TEST_F(StandardInput, SilenceIsToldAfterItsTimeAndAnEmptyLineIsASignOfLife) {
+    test::CFakeClock clock;
+    m_options.staleSeconds = 20;
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    Say(ends[1], "\nSymbol,Last\n\n");
+    ASSERT_TRUE(Follow(std::make_unique<CStandardInput>(ends[0])));
+    EXPECT_TRUE(Becomes("Not Connected")) << "no row has come yet";
+    Say(ends[1], "A,1\n");
+    EXPECT_TRUE(Becomes("Connected"));
+    clock.elapsedMs += 19'000;
+    Say(ends[1], "\n,2\n");
+    ASSERT_TRUE(WaitUntil([&] { return m_told.size() == 1; })) << "a row of no symbol, which is none";
+    clock.elapsedMs += 19'000;
+    const auto peer = Level1Peer("wA\n");
+    for (int i = 0; i < 2; ++i) EXPECT_NE(peer->TakeLine("T,"), "(none)");
+    EXPECT_EQ(m_told.size(), 1u) << "it was silent for 19 seconds twice";
+    clock.elapsedMs += 1'000;
+    EXPECT_TRUE(Becomes("Not Connected"));
+    EXPECT_EQ(m_told.back(), "standard input: silent for 20 s (an empty line is a sign of life)");
+    Say(ends[1], "A,x\n"); // A row all the same.
+    EXPECT_TRUE(Becomes("Connected"));
+    close(ends[1]);
+    EXPECT_TRUE(Becomes("Not Connected"));
+    close(ends[0]);
+}
+
+TEST_F(NamedPipe, OneWriterAfterTheOtherIsFollowed) {
+    const std::string path = m_folder.path().toStdString() + "/quotes";
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    ASSERT_TRUE(Follow(std::make_unique<CNamedPipe>(path)));
+    EXPECT_TRUE(Becomes("Not Connected")) << "nobody ever wrote";
+    int writer = open(path.c_str(), O_WRONLY);
+    Say(writer, "Symbol,Last\nA,1\n");
+    EXPECT_TRUE(Becomes("Connected"));
+    const auto peer = Level1Peer("wA\n");
+    EXPECT_EQ(Last(*peer, "P,A,"), "1");
+    Say(writer, "A,10"); // Perhaps 10.50.
+    close(writer);
+    EXPECT_TRUE(Becomes("Not Connected"));
+    EXPECT_THAT(m_told, testing::ElementsAre(testing::HasSubstr("quotes line 3: it has no line end"),
+                                             testing::EndsWith("quotes: its writer has gone")));
+    writer = open(path.c_str(), O_WRONLY);
+    Say(writer, "Last,Symbol\n2,A\n");
+    EXPECT_TRUE(Becomes("Connected"));
+    EXPECT_EQ(Last(*peer, "Q,A,"), "2");
+    close(writer);
+    EXPECT_TRUE(Becomes("Not Connected"));
+    ASSERT_EQ(unlink(path.c_str()) + mkfifo(path.c_str(), 0600), 0);
+    ASSERT_TRUE(WaitUntil([&] { return (writer = open(path.c_str(), O_WRONLY | O_NONBLOCK)) >= 0; }));
+    Say(writer, "{\"symbol\":\"A\",\"last\":3}\n");
+    EXPECT_TRUE(Becomes("Connected")) << "the pipe was made anew";
+    EXPECT_EQ(Last(*peer, "Q,A,"), "3");
+    close(writer);
+}
+
+TEST_F(Feeder, ACommandThatEndsIsStartedAgain) {
+    m_options.feederPauseMs = 1;
+    const std::string path = m_folder.path().toStdString();
+    // Each run tells the next number, and then waits until it is allowed to end.
+    const std::string command = "cd '" + path +
+                                "'; echo x >>runs; echo Symbol,Last; echo A,$(wc -l <runs); "
+                                "while ! [ -e end ]; do sleep 0.01; done; rm end; echo A,9; exit 3";
+    ASSERT_TRUE(Follow(std::make_unique<CFeeder>(command, m_options.feederPauseMs)));
+    EXPECT_TRUE(Becomes("Connected"));
+    const auto peer = Level1Peer("wA\n");
+    EXPECT_EQ(Last(*peer, "P,A,"), "1");
+    for (const char* run : {"2", "3"}) {
+        std::ofstream(path + "/end").flush();
+        EXPECT_EQ(Last(*peer, "Q,A,"), "9") << "what came last is not lost";
+        EXPECT_TRUE(Becomes("Not Connected"));
+        EXPECT_TRUE(Becomes("Connected"));
+        EXPECT_EQ(Last(*peer, "Q,A,"), run);
+    }
+    EXPECT_THAT(m_told, testing::ElementsAre("feeder: ended with status 3, is started again in 0.001 s",
+                                             "feeder: ended with status 3, is started again in 0.002 s"));
+}
+
+TEST_F(Feeder, EndsWithAllThatItHasStarted) {
+    const std::string path = m_folder.path().toStdString() + "/pid";
+    ASSERT_TRUE(Follow(std::make_unique<CFeeder>(
+        "sh -c 'echo $$ >" + path + "; echo Symbol; echo A; exec sleep 1000' | cat; true", 1)));
+    EXPECT_TRUE(Becomes("Connected"));
+    pid_t pid = 0;
+    std::ifstream(path) >> pid;
+    ASSERT_GT(pid, 0);
+    ASSERT_EQ(kill(pid, SIGSTOP), 0) << "one that hangs as well";
+    m_server.reset();
+    EXPECT_TRUE(WaitUntil([&] { return kill(pid, 0) != 0; }));
+}
+
+TEST(GrowingPause, DoublesUpToAMinuteAndBeginsAgainAfterASteadyRun) {
+    CGrowingPause pause(1000);
+    std::vector<int> pauses;
+    for (int i = 0; i < 8; ++i) pauses.push_back(pause.After(50));
+    EXPECT_THAT(pauses, testing::ElementsAre(1000, 2000, 4000, 8000, 16000, 32000, 60000, 60000));
+    EXPECT_EQ(pause.After(CGrowingPause::kSteadyMs), 1000);
+    EXPECT_EQ(pause.After(0), 2000);
+}
+
+} // namespace
+} // namespace vx::sim
