@@ -28,6 +28,9 @@ public:
         return m_records[index]->FundamentalLine(symbol);
     }
     std::string ClockText() const override { return m_clock(); }
+    bool MayCome() const override { return m_growing; }
+    /// Rows of further symbols may come at any time.
+    void SetGrowing() { m_growing = true; }
 
     /// The record of a symbol, made when there is none yet; nothing when there are kMaxRecords others, or one of the
     /// same symbol in other letters.
@@ -48,6 +51,7 @@ protected:
 
 private:
     const std::function<std::string()> m_clock;
+    bool m_growing = false;
     std::vector<std::unique_ptr<CDataRecord>> m_records;
     uint64_t m_factChanges = 0; // How often a name, market or type may have become another one.
     std::unordered_map<std::string, SymbolIndex> m_bySymbol; // By the symbol in capital letters.

@@ -20,12 +20,14 @@ void CDataSource::Run() {
 }
 
 std::string CDataSource::Apply(const SRow& row) {
+    const size_t known = m_feed.RecordCount();
     const auto index = m_feed.Add(row.symbol);
     if (!index) return m_feed.WhyNone(row.symbol);
     CDataRecord& record = m_feed.Record(*index);
     const SUpdate update = record.Merge(row, false);
     m_clock.Hear(record, update.changed);
     m_feed.Changed(*index, update);
+    if (m_feed.RecordCount() > known && m_feed.OnSymbolCame) m_feed.OnSymbolCame(row.symbol);
     return {};
 }
 

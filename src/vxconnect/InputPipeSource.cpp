@@ -14,6 +14,7 @@ CInputPipeSource::CInputPipeSource(const SOptions& options, std::unique_ptr<CByt
                [this](uint64_t line, const std::string& what) { m_complaints.Line(line, what); }),
       m_stream(std::move(stream)) {
     constexpr int kJudgeMs = 200;
+    Data().SetGrowing();
     m_judge.setInterval(kJudgeMs);
     connect(&m_judge, &QTimer::timeout, this, [this] { Judge(); });
     m_stream->OnBytes = [this](std::string_view bytes) { Read(bytes); };

@@ -1,5 +1,6 @@
 #include "vxconnect/Level1Client.h"
 
+#include "base/Text.h"
 #include "vxconnect/WireText.h"
 
 #include <QTimer>
@@ -38,6 +39,7 @@ CLevel1Client::~CLevel1Client() { Leave(); }
 void CLevel1Client::Leave() {
     for (auto& [symbol, subscription] : m_watches) m_feed.Leave(*subscription);
     m_watches.clear();
+    m_awaited.clear();
     m_held.clear();
     m_heldBegin = 0;
 }
@@ -76,7 +78,7 @@ void CLevel1Client::SelectFields(std::string_view names) {
 
 void CLevel1Client::Watch(std::string_view symbol) {
     const auto index = m_feed.Find(symbol);
-    if (!index) return Send(fmt::format("n,{}\r\n", symbol));
+    if (!index) return Await(symbol);
     std::unique_ptr<SSubscription>& subscription = m_watches[std::string(symbol)];
     if (!subscription) {
         subscription = std::make_unique<SSubscription>();
@@ -94,7 +96,31 @@ void CLevel1Client::Watch(std::string_view symbol) {
     SendRegions(*subscription, ~uint64_t{0});
 }
 
+// A refusal would be for good, while the symbol's first row may be on its way.
+void CLevel1Client::Await(std::string_view symbol) {
+    if (!m_feed.MayCome()) return Send(fmt::format("n,{}\r\n", symbol));
+    Forget(symbol);
+    if (m_awaited.size() >= m_feed.Limit()) return Send(fmt::format("S,SYMBOL LIMIT REACHED,{}\r\n", symbol));
+    m_awaited.emplace(UpperAscii(symbol), symbol);
+}
+
+void CLevel1Client::Forget(std::string_view symbol) {
+    const auto [first, last] = m_awaited.equal_range(UpperAscii(symbol));
+    const auto found = std::find_if(first, last, [&](const auto& awaited) { return awaited.second == symbol; });
+    if (found != last) m_awaited.erase(found);
+}
+
+void CLevel1Client::SymbolCame(std::string_view symbol) {
+    const std::string key = UpperAscii(symbol);
+    for (auto found = m_awaited.find(key); found != m_awaited.end(); found = m_awaited.find(key)) {
+        const std::string asked = std::move(found->second);
+        m_awaited.erase(found);
+        Watch(asked);
+    }
+}
+
 void CLevel1Client::Unwatch(std::string_view symbol) {
+    Forget(symbol);
     m_regionsWanted.erase(std::string(symbol));
     const auto found = m_watches.find(std::string(symbol));
     if (found == m_watches.end()) return;

@@ -37,6 +37,8 @@ public:
     void TellHeadline(const std::string& line);
     /// Sends the market's time, unless the queue is full: a later one will do.
     void TellTime();
+    /// A symbol has come to be known: a client that asked for it before watches it now.
+    void SymbolCame(std::string_view symbol);
     /// Ends all watches.
     void Leave();
 
@@ -55,6 +57,8 @@ private:
     void OnSystemCommand(std::string_view command);
     void SelectFields(std::string_view names);
     void Watch(std::string_view symbol);
+    void Await(std::string_view symbol);
+    void Forget(std::string_view symbol);
     void Unwatch(std::string_view symbol);
     void WantRegions(std::string_view symbol);
     void SendSummary(SSubscription& subscription);
@@ -70,6 +74,7 @@ private:
     CFieldMask m_worthALine; // The selected fields without those that come with every line.
     bool m_wantsNews = false;
     std::unordered_map<std::string, std::unique_ptr<SSubscription>> m_watches; // By the symbol as it was asked for.
+    std::unordered_multimap<std::string, std::string> m_awaited; // Not known yet; by the symbol in capital letters.
     std::unordered_set<std::string> m_regionsWanted; // Until the symbol is no longer watched; at most kMostRegions.
     std::vector<SSubscription*> m_held;              // Oldest first from m_heldBegin; null: unwatched meanwhile.
     size_t m_heldBegin = 0;

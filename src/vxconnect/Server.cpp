@@ -52,6 +52,7 @@ CServer::CServer(const SOptions& options, std::unique_ptr<CSource> source)
 
 CServer::~CServer() {
     Feed().OnWatchedChanged = nullptr;
+    Feed().OnSymbolCame = nullptr;
     m_source->OnSlice = nullptr;
     m_source->OnHeadline = nullptr;
     m_source->OnLiveChanged = nullptr;
@@ -66,6 +67,10 @@ void CServer::WirePorts() {
 void CServer::WireSource() {
     Feed().OnWatchedChanged = [this] {
         if (!m_soon.isActive()) m_soon.start(kSoonMs);
+    };
+    Feed().OnSymbolCame = [this](std::string_view symbol) {
+        for (const auto& connection : m_level1.Connections())
+            static_cast<CLevel1Client&>(*connection).SymbolCame(symbol);
     };
     m_source->OnSlice = [this] { FlushLevel1(); };
     m_source->OnLiveChanged = [this] { TellStats(); };
