@@ -2,8 +2,13 @@
 
 #include "support/EventLoop.h"
 
+#include <QLabel>
 #include <QProcess>
 #include <QRegularExpression>
+
+#include <fstream>
+
+#include <sys/stat.h>
 
 using namespace vx;
 using namespace vx::test;
@@ -63,6 +68,29 @@ TEST_F(CLiveMarketTest, APictureOfAListThatIsNotThereEndsWithOneSentence) {
     ASSERT_TRUE(WaitUntil([&] { return program.state() == QProcess::NotRunning; }));
     EXPECT_EQ(program.exitCode(), 1);
     EXPECT_TRUE(program.readAllStandardError().contains("missing.vxw"));
+}
+
+TEST_F(CLiveMarketTest, OwnDataThatEndLeaveAGreyBoardUntilTheyComeAgain) {
+    const std::string pipe = folder / "quotes";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    StartMarket({QStringLiteral("--input"), QString::fromStdString(pipe)});
+    CMainFrame& frame = Frame({"-symbol", "ACME"});
+    frame.OpenAdminPort();
+    const int last = ColumnOf("Last");
+    const auto* state = frame.findChild<QLabel*>(QStringLiteral("paneFeed"));
+    const auto shows = [&](const std::string& text, const char* word, bool stale) {
+        SCell cell;
+        frame.View().Grid().Source()->FillCell(1, last, cell);
+        return cell.Text() == text && (cell.role == ETextRole::Stale) == stale && state->text() == QLatin1String(word);
+    };
+    EXPECT_TRUE(WaitUntil([&] { return state->text() == QLatin1String("Feed: Not Connected"); })) << "nobody writes";
+    for (const char* price : {"10.25", "11.75"}) {
+        std::ofstream feeder(pipe);
+        feeder << "Symbol,Last\nAcme," << price << std::endl;
+        EXPECT_TRUE(WaitUntil([&] { return shows(price, "Feed: Connected", false); }));
+        feeder.close();
+        EXPECT_TRUE(WaitUntil([&] { return shows(price, "Feed: Not Connected", true); }));
+    }
 }
 
 TEST_F(CLiveMarketTest, SymbolsBeyondTheLimitComeWhenThereIsRoom) {
