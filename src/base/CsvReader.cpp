@@ -62,7 +62,7 @@ bool CCsvReader::Next() {
     }
 }
 
-// Takes what stands between two records away; false when the next one has not begun.
+// Drops what lies between two records; false when the next one has not begun.
 bool CCsvReader::Ready() {
     if (!SkipMark() || !SkipRest() || Text().empty()) return false;
     if (m_separator != kFindSeparator) return true;
@@ -154,7 +154,7 @@ void CCsvReader::StepQuoted(std::string_view text) {
     m_state = EState::Closed;
 }
 
-// What stands behind a quote decides whether it was the closing one.
+// The next character shows whether a quote was the closing one.
 void CCsvReader::StepClosed(std::string_view text) {
     const char next = text[m_at];
     if (next == '"' && m_at == m_closing + 1) {

@@ -8,35 +8,35 @@
 
 namespace vx {
 
-/// The separator of a CSV text by its first line: of comma, semicolon and TAB the one that stands there most often
-/// outside quotes, the comma when there is none.
+/// The separator of a CSV text by its first line: whichever of comma, semicolon and TAB occurs most often
+/// outside quotes; the comma when none does.
 char CsvSeparatorOf(std::string_view firstLine);
 
 /// Reads the records of a CSV text from pieces of any size, one by one.
 ///
-/// A record ends with CR LF, LF or CR. A field that begins with a double quote goes on to the next one and may hold
-/// separators, line ends and, doubled, quotes; blanks outside the quotes do not count. A quote that no other one closes
-/// right before a separator or line end, within kMostQuotedLines and kMaxRecord, is a character like any other: its
-/// field ends where it would have ended without it.
+/// A record ends with CR LF, LF or CR. A field that begins with a double quote ends at the next one and may contain
+/// separators, line ends and, doubled, quotes; blanks outside the quotes do not count. A quote is an ordinary character
+/// when no closing one follows right before a separator or line end, within kMostQuotedLines and kMaxRecord: its field
+/// then ends as an unquoted one does.
 ///
 /// Shape   bytes in any encoding that contains ASCII -> fields of the same bytes; a blank line is a record of one
 /// field,
-///         a byte-order mark of UTF-8 in front is dropped
-/// Errors  none: HasBadQuote and IsTooLong tell what is odd about a record
+///         a UTF-8 byte-order mark at the start is dropped
+/// Errors  none: HasBadQuote and IsTooLong report what is odd about a record
 /// Owns    its bytes: no more than a record of kMaxRecord and what was appended last
 /// Thread  any
 class CCsvReader {
 public:
     static constexpr size_t kMaxRecord = 1'048'576;
     static constexpr size_t kMostQuotedLines = 64;
-    static constexpr char kFindSeparator = '\0'; ///< By the first line that is not blank, as CsvSeparatorOf tells.
+    static constexpr char kFindSeparator = '\0'; ///< From the first line that is not blank, with CsvSeparatorOf.
 
     explicit CCsvReader(char separator = kFindSeparator) : m_separator(separator) {}
 
     void Append(std::string_view bytes);
     /// No more bytes come: what is left is a record.
     void End() { m_ended = true; }
-    /// Goes to the next record; false when more bytes are needed or there are none.
+    /// Moves to the next record; false when more bytes are needed or none are left.
     bool Next();
 
     size_t FieldCount() const { return m_fields.size(); }
@@ -45,11 +45,11 @@ public:
     std::string_view Field(size_t index) const;
     /// Where the record begins, lines counted from 1.
     uint64_t Line() const { return m_line; }
-    /// A quote in it was taken as an ordinary character.
+    /// A quote in it was read as an ordinary character.
     bool HasBadQuote() const { return m_badQuote; }
     /// It was longer than kMaxRecord; its fields are only its beginning.
     bool IsTooLong() const { return m_tooLong; }
-    /// No line end stands behind it: it is the last one, and perhaps not whole.
+    /// It has no line end: it is the last record and may be incomplete.
     bool IsUnended() const { return m_unended; }
     /// Bytes up to the end of the record.
     uint64_t Taken() const { return m_taken; }

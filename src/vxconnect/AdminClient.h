@@ -10,7 +10,7 @@
 
 namespace vx::sim {
 
-/// A client of the admin port. It is told "Not Connected" twice, then how it is.
+/// A client of the admin port. It gets "Not Connected" twice, then the real status.
 class CAdminClient final : public CConnection {
 public:
     /// Makes a statistics line, which says "Not Connected" until the client has been greeted.

@@ -8,20 +8,20 @@
 
 namespace vx::sim {
 
-/// Where the bytes of a user's own live data come from: something that may end, and may come again.
+/// A source of bytes of a user's own live data. It may end and may come back.
 ///
 /// Thread  the one of its event loop
 class CByteStream : public QObject {
 public:
-    /// As users know it: "standard input".
+    /// Its name for the user: "standard input".
     virtual std::string Name() const = 0;
-    /// Begins to follow it. The two functions below may be called at once, and from then on.
+    /// Starts to follow the source. The two functions below may be called from now on, even before this returns.
     ///
-    /// Returns why that cannot be, empty for success
+    /// Returns why it cannot, empty for success
     virtual std::string Open() = 0;
 
     std::function<void(std::string_view bytes)> OnBytes;
-    /// It has ended, which is told in words: "has ended". What comes after that begins anew.
+    /// The source has ended; how: in words, "has ended". Bytes that come later start a new text.
     std::function<void(const std::string& how)> OnEnd;
 };
 

@@ -7,8 +7,7 @@
 
 namespace vx::sim {
 
-/// Tells what is wrong with a user's own data, each in one line: the first kMostTold one by one, then only every
-/// kStep-th.
+/// Reports what is wrong with a user's own data, one line each: the first kMostTold errors, then only every kStep-th.
 class CComplaints {
 public:
     static constexpr uint64_t kMostTold = 20;
@@ -16,12 +15,12 @@ public:
 
     using Say = std::function<void(const std::string& line)>;
 
-    /// name: of the data, "quotes.csv".
+    /// name: that of the data, "quotes.csv".
     CComplaints(std::string name, Say say) : m_name(std::move(name)), m_say(std::move(say)) {}
 
     /// A line of the data is wrong.
     void Line(uint64_t number, std::string_view what);
-    /// Something is wrong with the data as a whole; always told.
+    /// Something is wrong with the data as a whole; always reported.
     void Whole(std::string_view what) const;
 
 private:

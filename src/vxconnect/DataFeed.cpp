@@ -35,7 +35,7 @@ std::optional<SymbolIndex> CDataFeed::Add(std::string_view symbol) {
 std::string CDataFeed::WhyNone(std::string_view symbol) const {
     const auto found = m_bySymbol.find(UpperAscii(symbol));
     if (found == m_bySymbol.end()) return fmt::format("more than {} symbols", kMaxRecords);
-    return fmt::format("symbol \"{}\" is there already as \"{}\"", Shown(symbol),
+    return fmt::format("symbol \"{}\" differs from \"{}\" only in letter case and is refused", Shown(symbol),
                        Shown(m_records[found->second]->Symbol()));
 }
 

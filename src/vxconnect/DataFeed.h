@@ -29,13 +29,13 @@ public:
     }
     std::string ClockText() const override { return m_clock(); }
     bool MayCome() const override { return m_growing; }
-    /// Rows of further symbols may come at any time.
+    /// New symbols may come at any time.
     void SetGrowing() { m_growing = true; }
 
     /// The record of a symbol, made when there is none yet; nothing when there are kMaxRecords others, or one of the
     /// same symbol in other letters.
     std::optional<SymbolIndex> Add(std::string_view symbol);
-    /// Why there is no record for a symbol, in words.
+    /// Why a symbol has no record, in words.
     std::string WhyNone(std::string_view symbol) const;
     bool IsFull() const { return m_records.size() == kMaxRecords; }
     CDataRecord& Record(SymbolIndex index) { return *m_records[index]; }

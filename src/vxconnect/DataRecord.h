@@ -40,8 +40,8 @@ public:
     bool Differs(const SRow& row) const;
     /// Takes values over and tells what changed: the fields that have another value than before, with repeated those
     /// of the row that have not as well. Without repeated, what the row does not say is worked out: what the update is
-    /// about, from the fields; the figures that no row has given yet (DerivedFigures.h); Decimal Precision, from the
-    /// price with the most places so far; and Close, from the last price of the trade day before.
+    /// about, from the fields; the figures that no row has given yet (DerivedFigures.h); Decimal Precision from the
+    /// price with the most places so far; and Close from the last price of the previous trade date.
     SUpdate Merge(const SRow& row, bool repeated);
     /// Takes a regional line over; of more than 64 regions the later ones are dropped.
     SUpdate MergeRegion(std::string_view region, std::string_view line);

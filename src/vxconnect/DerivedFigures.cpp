@@ -37,7 +37,7 @@ std::string Fixed(double value, size_t places) {
     return out;
 }
 
-// A change that can be seen is never told as one of zero percent.
+// A change other than zero never has a percentage of zero.
 std::string Fraction(double value) {
     constexpr size_t kPlaces = 6, kMore = 15;
     const std::string out = Fixed(value, kPlaces);

@@ -11,8 +11,8 @@ namespace vx::sim {
 /// Shape   before: the last price before the row, empty for none
 std::vector<SRowValue> DerivedFigures(const CDataRecord& record, const CFieldMask& touched, std::string_view before);
 
-/// The decimals that a price is meant to have: those of its text, at most 6; what a program's arithmetic left behind
-/// them (10.299999999999999) does not count.
+/// The decimals of a price as it was meant: those of its text, at most 6, without the digits that a program's
+/// arithmetic has added (10.299999999999999 has 1).
 size_t PlacesShown(std::string_view number);
 
 } // namespace vx::sim

@@ -68,7 +68,7 @@ std::string CNamedPipe::Open() {
     return Reopen() < 0 ? std::strerror(errno) : "";
 }
 
-// Before the old one is closed: a program that writes finds a reader at any time.
+// Opens the new one before it closes the old one, so that a writer always finds a reader.
 int CNamedPipe::Reopen() {
     const int before = Descriptor();
     const int descriptor = open(m_path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
@@ -88,7 +88,7 @@ void CNamedPipe::LookForAnother() {
 
 void CNamedPipe::Ended(int error) {
     if (Reopen() < 0) Close();
-    OnEnd(error != 0 ? std::strerror(error) : "its writer has gone");
+    OnEnd(error != 0 ? std::strerror(error) : "the writer closed the pipe");
 }
 
 } // namespace vx::sim

@@ -13,12 +13,12 @@ namespace vx::sim {
 /// An open descriptor that is read as it becomes readable.
 class CDescriptorStream : public CByteStream {
 protected:
-    /// Follows a descriptor instead of the one before, if any; below 0: none.
+    /// Follows a descriptor instead of the previous one; below 0: none.
     void Follow(int descriptor);
     int Descriptor() const { return m_descriptor; }
-    /// Reads what is there, once, so that it never waits; the descriptor has something or is at its end.
+    /// Reads once, so that it never waits: the descriptor must be readable or at its end.
     void Read();
-    /// Nothing more comes from the descriptor; error: why, 0 for its end.
+    /// The descriptor gives nothing more; error: why, 0 for its end.
     virtual void Ended(int error) = 0;
 
 private:
@@ -29,11 +29,11 @@ private:
 /// Standard input, until it ends.
 class CStandardInput final : public CDescriptorStream {
 public:
-    /// The descriptor stays the caller's.
+    /// The descriptor remains the caller's.
     explicit CStandardInput(int descriptor) : m_input(descriptor) {}
 
     std::string Name() const override { return "standard input"; }
-    /// Reads what is there already, until nothing comes for a moment or a second has passed.
+    /// Reads until nothing comes for a moment or a second has passed.
     std::string Open() override;
 
 private:
@@ -42,7 +42,7 @@ private:
     const int m_input;
 };
 
-/// A pipe with a name, into which one program after the other may write.
+/// A named pipe. One program after another may write to it.
 ///
 /// Owns    the descriptors that it opens
 class CNamedPipe final : public CDescriptorStream {
@@ -60,7 +60,7 @@ private:
     void Ended(int error) override;
 
     const std::string m_path;
-    QTimer m_look; // Someone may have made the pipe anew.
+    QTimer m_look; // The pipe may have been made anew.
 };
 
 } // namespace vx::sim

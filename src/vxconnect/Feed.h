@@ -66,7 +66,7 @@ public:
 
     /// The number of a symbol, nothing for an unknown one.
     virtual std::optional<SymbolIndex> Find(std::string_view symbol) = 0;
-    /// Whether a symbol that is unknown may be known later.
+    /// Whether an unknown symbol may become known later.
     virtual bool MayCome() const { return false; }
     /// The fundamental ("F") line of a symbol as it stands now, with its line end; the symbol as it was asked for.
     virtual std::string FundamentalLine(SymbolIndex index, std::string_view symbol) = 0;
@@ -84,7 +84,7 @@ public:
 
     /// Called when a symbol came to those watched, or went.
     std::function<void()> OnWatchedChanged;
-    /// Called with each symbol that has come to be known, where that may happen.
+    /// Called with each symbol that becomes known later.
     std::function<void(std::string_view symbol)> OnSymbolCame;
     /// The listener outlives the feed or is taken away; null: none.
     void SetListener(CFeedListener* listener) { m_listener = listener; }

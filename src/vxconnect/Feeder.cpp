@@ -38,7 +38,7 @@ CFeeder::CFeeder(const std::string& command, int firstPauseMs) : m_pause(firstPa
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process.setStandardInputFile(QProcess::nullDevice());
     m_process.setChildProcessModifier([] {
-        setpgid(0, 0); // Of its own: it ends with all that it has started.
+        setpgid(0, 0); // A group of its own, so that everything it starts can be ended with it.
         prctl(PR_SET_PDEATHSIG, SIGTERM);
     });
     m_again.setSingleShot(true);
@@ -85,10 +85,10 @@ void CFeeder::Read() {
 
 void CFeeder::Ended(const std::string& how) {
     Read();
-    if (const pid_t group = g_group.exchange(0)) kill(-group, SIGTERM); // What it has left behind.
+    if (const pid_t group = g_group.exchange(0)) kill(-group, SIGTERM); // Whatever it started and left running.
     const int pauseMs = m_pause.After(m_ran.elapsed());
     m_again.start(pauseMs);
-    OnEnd(fmt::format("{}, is started again in {} s", how, pauseMs / 1000.0));
+    OnEnd(fmt::format("{}; restarting in {} s", how, pauseMs / 1000.0));
 }
 
 } // namespace vx::sim

@@ -10,8 +10,8 @@
 
 namespace vx::sim {
 
-/// How long to wait before something that has ended is started again: each time twice as long as before, up to kMostMs;
-/// after a run of kSteadyMs it begins with the first pause again.
+/// How long to wait before starting something that has ended: each pause is twice the one before, up to kMostMs. A run
+/// of kSteadyMs or more resets it to the first pause.
 class CGrowingPause {
 public:
     static constexpr int kMostMs = 60'000;
@@ -25,10 +25,10 @@ private:
     int m_nextMs;
 };
 
-/// What a command writes to its standard output. The command is started once the event loop runs, and again after a
-/// pause each time that it has ended. Its standard error is this program's.
+/// The standard output of a command. The command is started as soon as the event loop runs, and after each end again,
+/// with a growing pause. Its standard error is that of this program.
 ///
-/// Owns    the command and what it has started in its turn: they end with this object, and with this program
+/// Owns    the command and everything it has started: they end with this object and with this program
 class CFeeder final : public CByteStream {
 public:
     CFeeder(const std::string& command, int firstPauseMs);

@@ -16,7 +16,7 @@ std::string CFieldNames::Add(std::string_view map) {
         const std::string_view wanted = TrimBlanks(pair.substr(equals + 1));
         const SInputField* const field = FindInputField(wanted);
         if (!field && !wanted.empty())
-            return fmt::format("\"{}\" is no field; the nearest are {}", Shown(wanted), NearestFields(wanted));
+            return fmt::format("\"{}\" is not a field; the nearest are {}", Shown(wanted), NearestFields(wanted));
         m_fields[name] = field;
     }
     return {};

@@ -8,15 +8,15 @@
 
 namespace vx::sim {
 
-/// Which field a name in a user's own data stands for: by the user's map, else by itself.
+/// Finds the field of a name in a user's own data: in the user's map first, else by the name itself.
 class CFieldNames {
 public:
     struct SFound {
         const SInputField* field = nullptr;
-        bool leftOut = false; ///< No field, and the user knows.
+        bool leftOut = false; ///< The user has mapped it to nothing.
     };
 
-    /// Takes over what --map says: "Stock=Symbol,Close=Last"; a name with nothing behind "=" is left out.
+    /// Adds the value of --map: "Stock=Symbol,Close=Last"; a name with nothing after "=" is left out.
     ///
     /// Returns what is wrong with it, in one line; empty for nothing
     std::string Add(std::string_view map);

@@ -14,8 +14,8 @@ enum class EInputKind : uint8_t {
     Symbol,
     Text,
     Integer,
-    Size,   ///< A whole number that the wire has with a sign; others are rounded, too large ones cut.
-    Volume, ///< The same without a sign.
+    Size,   ///< A whole number from 0 to the largest signed one; rounded and cut to that.
+    Volume, ///< The same up to the largest number without a sign.
     Number,
     Percent,
     Hex,
@@ -42,7 +42,7 @@ struct SInputField {
 /// and Time; a column's percentage is Percent, an update field's fraction is Number.
 const SInputField* FindInputField(std::string_view name);
 
-/// The names of fields that look most like a name that is none, quoted, best first: "\"Bid\", \"Bid Size\"".
+/// The fields whose names are most like a name, quoted, best first: "\"Bid\", \"Bid Size\"".
 std::string NearestFields(std::string_view name);
 
 /// A name as FindInputField compares it.

@@ -8,7 +8,7 @@ namespace vx::sim {
 
 namespace {
 
-// Published files run from the oldest day to the newest, or the other way.
+// Published files run from the oldest day to the newest or the other way round.
 bool IsOlder(const SRow& row, const CDataRecord& record) {
     const auto isDate = [](const SRowValue& value) { return value.slot == static_cast<size_t>(EField::LastDate); };
     const auto date = std::find_if(row.values.begin(), row.values.end(), isDate);
@@ -21,7 +21,7 @@ CInputFileSource::CInputFileSource(const SOptions& options, CComplaints::Say say
     : CDataSource(options), m_path(options.input), m_rate(options.rate > 0 ? options.rate : kInputRate),
       m_complaints(Shown(m_path), std::move(say)),
       m_reader(options.names, CRowReader::EOrigin::File, [this](uint64_t line, const std::string& what) {
-          if (!m_told) m_complaints.Line(line, what);
+          if (!m_reported) m_complaints.Line(line, what);
       }) {}
 
 std::string CInputFileSource::Detail() const { return WireFieldOf(m_path.substr(m_path.rfind('/') + 1)); }
@@ -54,7 +54,7 @@ bool CInputFileSource::Open() {
         // Without a header, every further line is wrong.
         if (result == CRowReader::EResult::NoRow && !m_reader.HasHeader()) break;
     }
-    m_told = true;
+    m_reported = true;
     if (Data().RecordCount() == 0) {
         m_complaints.Whole("no rows, nothing to serve");
         return false;

@@ -18,7 +18,7 @@ public:
 
     /// Reads the whole file once.
     ///
-    /// Errors  false when there is nothing in it to serve; that, and every line that is wrong, has been told
+    /// Errors  false when it contains nothing to serve; that and every wrong line have been reported
     bool Open();
 
     std::string Kind() const override { return "user data"; }
@@ -36,7 +36,7 @@ private:
     const std::string m_path;
     const double m_rate;
     CComplaints m_complaints;
-    bool m_told = false; // What is wrong with the file, when it was read for the first time.
+    bool m_reported = false; // The errors in the file: once is enough, although it is read twice.
     CBlockFile m_file;
     CRowReader m_reader;
     SRow m_row;

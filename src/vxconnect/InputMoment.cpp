@@ -90,7 +90,7 @@ SMoment MomentSince1970(int64_t seconds) {
             TimeText((local.tm_hour * 60 + local.tm_min) * 60 + std::min(local.tm_sec, 59))};
 }
 
-// The unit is told by the size: that of the present fills each a decade of its own.
+// The size shows the unit: present times in each unit have a number of digits of their own.
 std::optional<SMoment> SinceEpoch(std::string_view text) {
     constexpr std::array<double, 4> kUnits = {1, 1e3, 1e6, 1e9};
     constexpr double kLeast = 1e9, kMost = 1e10; // Seconds: the years 2001 to 2286.
@@ -101,7 +101,7 @@ std::optional<SMoment> SinceEpoch(std::string_view text) {
     return std::nullopt;
 }
 
-// A day, and behind it a time with or without a zone.
+// A day followed by a time, with or without a zone.
 std::optional<SMoment> DayAndTime(const SDay& day, std::string_view text) {
     const size_t zoneAt = std::min(text.find_first_of("Zz+-"), text.size());
     const auto seconds = SecondsOf(TrimBlanks(text.substr(0, zoneAt)));

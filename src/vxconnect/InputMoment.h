@@ -13,9 +13,8 @@ struct SMoment {
 };
 
 /// Reads a date ("1/31/2024", "2024-01-31", "20240131"), a time ("9:30", "09:30:05.25"), a date and a time with "T" or
-/// a blank between, perhaps with a zone behind ("Z", "+01:00"), or the seconds, milli-, micro- or nanoseconds since
-/// 1970. What has a zone, and what counts from 1970, is told in this computer's zone; fractions of a second are
-/// dropped.
+/// a blank between them and perhaps a zone ("Z", "+01:00"), or the seconds, milli-, micro- or nanoseconds since 1970.
+/// Values with a zone and values since 1970 are converted to this computer's zone; fractions of a second are dropped.
 ///
 /// Errors  nothing for any other text
 std::optional<SMoment> ReadMoment(std::string_view text);

@@ -78,7 +78,8 @@ void CInputPipeSource::End(const std::string& how) {
 
 void CInputPipeSource::Judge() {
     if (!m_live || m_staleMs == 0 || CClock::Instance().MonotonicMs() - m_lifeMs < m_staleMs) return;
-    m_complaints.Whole(fmt::format("silent for {} s (an empty line is a sign of life)", m_staleMs / 1000));
+    m_complaints.Whole(
+        fmt::format("no data for {} s; an empty line would show that the source is alive", m_staleMs / 1000));
     SetLive(false);
 }
 

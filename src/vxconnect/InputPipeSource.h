@@ -13,18 +13,18 @@
 
 namespace vx::sim {
 
-/// A user's own data from a stream that is followed as it grows: each row is told as it arrives. What is wrong is told
-/// and passed over. The values last told stay, whatever becomes of the stream.
+/// A user's own data from a stream that is followed as it grows: each row is served as it arrives. Errors are reported
+/// and skipped. The last values stay, whatever becomes of the stream.
 ///
-/// It is live from its first row on, until the stream ends or neither a row nor a blank line has come for so long as
-/// the options say; then from its next one on.
+/// The source is live from its first row until the stream ends, or until neither a row nor a blank line has come for as
+/// long as the options allow. The next row or blank line makes it live again.
 class CInputPipeSource final : public CDataSource {
 public:
     CInputPipeSource(const SOptions& options, std::unique_ptr<CByteStream> stream, CComplaints::Say say);
 
     /// Begins to follow.
     ///
-    /// Errors  false when there is nothing to follow, or it has ended without one good row, which has been told
+    /// Errors  false when there is nothing to follow or it has ended without a single good row, which has been reported
     bool Open();
 
     std::string Kind() const override { return "user data"; }
@@ -42,15 +42,15 @@ private:
     void Judge();
     void SetLive(bool live);
 
-    const int64_t m_staleMs; // 0: silence means nothing.
+    const int64_t m_staleMs; // 0: silence never counts.
     CComplaints m_complaints;
     CRowReader m_reader;
     SRow m_row;
     std::unique_ptr<CByteStream> m_stream;
     QTimer m_judge;
-    int64_t m_lifeMs = 0; // When it last gave a sign of life.
+    int64_t m_lifeMs = 0; // When the last row or blank line came.
     bool m_live = false;
-    std::string m_lastEnd; // In words; empty when it never ended.
+    std::string m_lastEnd; // In words; empty when it has never ended.
 };
 
 } // namespace vx::sim

@@ -33,7 +33,7 @@ SInputValue ReadSymbol(std::string_view text) {
     return Good(std::string(text));
 }
 
-// The wire has no place for commas, nor for line ends: a name does without.
+// The wire has no place for commas and line ends: they are dropped from a name.
 SInputValue ReadText(std::string_view text) {
     const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; };
     const auto breaks = [](char c) { return c == '\r' || c == '\n' || c == '\t'; };
@@ -75,7 +75,7 @@ SInputValue ReadInteger(std::string_view text) {
 
 SInputValue ReadCount(std::string_view text, double most) {
     const double value = IsNumber(text) ? std::round(ReadDouble(text)) : NAN;
-    if (!(value >= 0)) return Bad(text, "a size: a number from 0 up");
+    if (!(value >= 0)) return Bad(text, "a size: a number of 0 or more");
     SInputValue out = Good(std::to_string(static_cast<int64_t>(std::min(value, most))));
     out.capped = value > most;
     return out;

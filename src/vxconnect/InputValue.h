@@ -12,8 +12,8 @@ namespace vx::sim {
 struct SInputValue {
     std::string text;
     std::string error;   ///< "\"abc\" is not a number", empty when all is well.
-    std::string date;    ///< Of a time that was given with its day; else empty.
-    bool capped = false; ///< It is the largest that the wire has, not what was given.
+    std::string date;    ///< The day that was given with a time; else empty.
+    bool capped = false; ///< The text is the largest number that the wire has, smaller than the one given.
 };
 
 /// Reads one value of a user's own data.

@@ -6,7 +6,7 @@
 
 namespace vx::sim {
 
-/// One member of a JSON object, in UTF-8: what stands there, not what a number type makes of it.
+/// One member of a JSON object, in UTF-8: the text itself, not what a number type makes of it.
 struct SJsonField {
     std::string name;
     /// A text without its quotes, a number as it is written, "1" or "0" for a truth value, empty for null.

@@ -84,7 +84,7 @@ void CLevel1Client::Watch(std::string_view symbol) {
         subscription = std::make_unique<SSubscription>();
         subscription->client = this;
         subscription->symbol = symbol;
-        // Each spelling of a symbol counts for its client, so that there is an end to them.
+        // Each spelling of a symbol counts for its client, which bounds their number.
         if (m_watches.size() > m_feed.Limit() || !m_feed.Join(*subscription, *index)) {
             m_watches.erase(subscription->symbol);
             return Send(fmt::format("S,SYMBOL LIMIT REACHED,{}\r\n", symbol));
@@ -96,7 +96,7 @@ void CLevel1Client::Watch(std::string_view symbol) {
     SendRegions(*subscription, ~uint64_t{0});
 }
 
-// A refusal would be for good, while the symbol's first row may be on its way.
+// A refusal is final, but the symbol's first row may still come.
 void CLevel1Client::Await(std::string_view symbol) {
     if (!m_feed.MayCome()) return Send(fmt::format("n,{}\r\n", symbol));
     Forget(symbol);

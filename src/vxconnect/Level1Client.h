@@ -37,7 +37,7 @@ public:
     void TellHeadline(const std::string& line);
     /// Sends the market's time, unless the queue is full: a later one will do.
     void TellTime();
-    /// A symbol has come to be known: a client that asked for it before watches it now.
+    /// A symbol has become known: a client that has asked for it watches it from now on.
     void SymbolCame(std::string_view symbol);
     /// Ends all watches.
     void Leave();

@@ -175,9 +175,9 @@ std::string Conflict(const SOptions& options) {
         return fmt::format("port {} is given twice", *options.level1Port);
     if (same(options.lookupPort, options.adminPort)) return fmt::format("port {} is given twice", *options.lookupPort);
     if (!options.input.empty() + !options.feeder.empty() + !options.replay.empty() > 1)
-        return "of --input, --feeder and --replay only one can be served";
+        return "only one of --input, --feeder and --replay can be used";
     if (!options.names.IsEmpty() && options.input.empty() && options.feeder.empty())
-        return "--map is for data of your own: --input or --feeder";
+        return "--map needs --input or --feeder";
     if (SameFile(options.record, options.input) || SameFile(options.record, options.replay))
         return fmt::format("--record would write over \"{}\", which is being read", options.record);
     if (options.refuse == kAllPorts) return "--refuse leaves no port to serve";
@@ -215,11 +215,11 @@ Usage: vxconnect [options]
                       folded into the newest of each symbol (default 1024)
   --input FILE        serve the quotes of a file instead: CSV with a header or
                       JSON lines; a pipe is followed, "-" is standard input
-  --feeder COMMAND    serve what a command writes; when it ends, it is started
-                      again after a pause that grows from 1 to 60 seconds
-  --map NAME=FIELD    what a column of your data is: Stock=Symbol,Close=Last
-  --stale SECONDS     pipe or command silent for so long: "Not Connected"
-                      (default 30, 0: never)
+  --feeder COMMAND    serve what a command writes; when it ends, it is restarted
+                      after a pause that grows from 1 to 60 seconds
+  --map NAME=FIELD    name the columns of your data: Stock=Symbol,Close=Last
+  --stale SECONDS     a pipe or command that sends nothing for so long counts as
+                      "Not Connected" (default 30, 0: never)
   --record FILE       write what is served into a file
   --replay FILE       serve such a file, or the traffic in the program's log
   --speed X           of a replay, 0.01 to 1000 times the recorded (default 1)
@@ -239,7 +239,7 @@ Faults, to see what a client makes of them:
   --refuse PORT       this port is not opened
 
 The ports served are printed as one line. When they are already served, the
-program says so and ends with status 0. Values follow after a blank or "=".
+program says so and ends with status 0 (1 with data of your own). Values follow after a blank or "=".
 Other arguments are passed over.
 )";
 }

@@ -40,7 +40,7 @@ struct SOptions {
     std::string feeder;         ///< A command that writes the user's own data; empty: none.
     int feederPauseMs = 1000;   ///< From its end to its next start, at first.
     CFieldNames names;          ///< What the columns of the user's own data are.
-    uint32_t staleSeconds = 30; ///< Silence after which the user's own live data count as gone; 0: never.
+    uint32_t staleSeconds = 30; ///< Silence after which a user's own live data count as gone; 0: never.
     std::string replay;         ///< A recording to be served; empty: none.
     std::string record;         ///< Where to record what is served; empty: nowhere.
     double speed = 1;           ///< Of a replay, as a multiple of the recording's.

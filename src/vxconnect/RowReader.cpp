@@ -82,9 +82,9 @@ CRowReader::EResult CRowReader::NextCsv(SRow& row) {
     if (m_csv.IsTooLong())
         Wrong(fmt::format("longer than {} bytes", CCsvReader::kMaxRecord));
     else if (m_csv.HasBadQuote())
-        Wrong("a quote is not closed, or a value goes on behind its closing quote");
+        Wrong("a quote is not closed, or text follows a closing quote");
     else if (m_origin == EOrigin::Stream && m_csv.IsUnended())
-        Wrong("it has no line end and may not be whole");
+        Wrong("no line end: it may be incomplete and is ignored");
     else if (m_columns.empty() || IsHeaderAgain())
         ReadHeader();
     else if (ReadCsv(row))
@@ -118,7 +118,7 @@ CRowReader::EResult CRowReader::Finish(SRow& row) {
     return EResult::NoRow;
 }
 
-// Whoever writes has begun again: the symbol's place holds its column's name, and another one a name as well.
+// The writer has started again: the symbol's field contains its column's name, and another field a name as well.
 bool CRowReader::IsHeaderAgain() const {
     const auto isName = [&](size_t i) { return m_names.Find(m_csv.Field(i)).field != nullptr; };
     if (CompareNoCase(m_csv.Field(m_symbolColumn), m_symbolName) != 0) return false;
@@ -138,16 +138,15 @@ bool CRowReader::ReadHeader() {
     };
     m_columns.clear();
     for (m_symbolColumn = 0; m_symbolColumn < m_csv.FieldCount() && !isSymbol(m_symbolColumn);) ++m_symbolColumn;
-    if (m_symbolColumn == m_csv.FieldCount())
-        return Wrong("no column \"Symbol\"; --map NAME=Symbol tells which one it is");
+    if (m_symbolColumn == m_csv.FieldCount()) return Wrong("no column \"Symbol\"; use --map NAME=Symbol to name it");
     m_symbolName = m_csv.Field(m_symbolColumn);
     for (size_t i = 0; i < m_csv.FieldCount(); ++i) m_columns.push_back(ColumnOf(m_csv.Field(i)));
     return true;
 }
 
-// The field of a name, null for one that is passed over.
+// The field of a name, null for one that is ignored.
 const SInputField* CRowReader::ColumnOf(std::string_view name) {
-    constexpr size_t kMostTold = 100; // Of names; they are remembered.
+    constexpr size_t kMostTold = 100; // Names; they are remembered.
     const CFieldNames::SFound found = m_names.Find(name);
     const auto same = [&](const SInputField* other) {
         return other && found.field && other->slot == found.field->slot;
@@ -156,11 +155,11 @@ const SInputField* CRowReader::ColumnOf(std::string_view name) {
     if (found.field && twice == m_columns.end()) return found.field;
     if (found.leftOut || TrimBlanks(name).empty()) return nullptr;
     const std::string shown = Shown(TrimBlanks(name));
-    if (m_passedOver.size() >= kMostTold || !m_passedOver.insert(shown).second) return nullptr;
+    if (m_ignored.size() >= kMostTold || !m_ignored.insert(shown).second) return nullptr;
     if (found.field)
-        Wrong(fmt::format("\"{}\" is passed over: field \"{}\" is there already", shown, (*twice)->name));
+        Wrong(fmt::format("\"{}\" is ignored: field \"{}\" has been given already", shown, (*twice)->name));
     else
-        Wrong(fmt::format("\"{}\" is no field and is passed over; the nearest are {}", shown, NearestFields(name)));
+        Wrong(fmt::format("\"{}\" is not a field and is ignored; the nearest are {}", shown, NearestFields(name)));
     return nullptr;
 }
 
@@ -198,12 +197,11 @@ void CRowReader::Add(const SInputField& field, std::string_view text, SRow& row)
         m_symbolWrong |= field.slot == kSymbolSlot;
     };
     const std::optional<std::string> wire = WireTextOf(trimmed);
-    if (!wire) return refuse(fmt::format("\"{}\" holds characters that are not in Windows-1252", Shown(trimmed)));
+    if (!wire) return refuse(fmt::format("\"{}\" contains characters that Windows-1252 does not have", Shown(trimmed)));
     SInputValue value = ReadInputValue(field.kind, *wire);
     if (!value.error.empty()) return refuse(value.error);
     if (value.capped && m_capped.insert(field.slot).second)
-        tell(fmt::format("\"{}\" and all above {} are told as that, the most that there is room for", Shown(*wire),
-                         value.text));
+        tell(fmt::format("\"{}\" is too large; {}, the most that fits, is sent instead", Shown(*wire), value.text));
     if (value.text.empty()) return; // It was nothing but commas.
     if (!value.date.empty() && DateSlotOf(field.slot) != 0)
         m_dates.push_back({DateSlotOf(field.slot), std::move(value.date)});

@@ -27,26 +27,26 @@ struct SRow {
 };
 
 /// Reads a user's own data from bytes as they come: CSV whose first line names the columns, or one JSON object a line.
-/// Which of the two it is, is seen from the first character that is not blank.
+/// The first character that is not blank shows which of the two it is.
 ///
-/// A value that is wrong leaves its place in the row empty, a name that is no field is passed over; both are told.
+/// A wrong value is left out of its row and a name that is not a field is ignored; both are reported.
 ///
 /// Owns    its bytes: no more than a line of 1 MB and what was appended last
 /// Thread  any
 class CRowReader {
 public:
-    /// Called with a line's number and what is wrong with it, the field named: "field \"Last\": \"abc\" is not a
-    /// number".
+    /// Called with the number of a line and what is wrong with it, with the field's name: "field \"Last\": \"abc\" is
+    /// not a number".
     using Complain = std::function<void(uint64_t line, const std::string& what)>;
     enum class EOrigin {
         File,
-        Stream, ///< Whoever wrote it may have been stopped within its last line.
+        Stream, ///< The writer may have been stopped in the middle of the last line.
     };
 
     CRowReader(CFieldNames names, EOrigin origin, Complain complain)
         : m_names(std::move(names)), m_origin(origin), m_complain(std::move(complain)) {}
 
-    /// Begins anew, with a header if it is CSV.
+    /// Starts a new text, with a header if it is CSV.
     void Restart();
     void Append(std::string_view bytes);
     /// No more bytes come.
@@ -54,8 +54,8 @@ public:
 
     enum class EResult {
         Row,
-        Blank,    ///< A line with nothing in it.
-        NoRow,    ///< A header, or a line that is wrong, which has been told.
+        Blank,    ///< An empty line.
+        NoRow,    ///< A header, or a wrong line, which has been reported.
         NeedsMore ///< No whole line is left.
     };
     EResult Next(SRow& row);
@@ -86,15 +86,15 @@ private:
     CCsvReader m_csv;
     CLineBuffer m_lines;
     uint64_t m_linesBefore = 0;                // Blank ones before the first that is not.
-    uint64_t m_line = 0;                       // That is being read.
-    std::vector<const SInputField*> m_columns; // Of the file, or of the object that is being read; null: passed over.
+    uint64_t m_line = 0;                       // Being read.
+    std::vector<const SInputField*> m_columns; // Of the file, or of the object that is being read; null: ignored.
     size_t m_symbolColumn = 0;
     std::string m_symbolName; // As the header has it.
     std::vector<SJsonField> m_members;
-    std::vector<SRowValue> m_dates;     // That came with times.
-    bool m_symbolWrong = false;         // Which has been told.
-    std::set<std::string> m_passedOver; // Names that have been told.
-    std::set<size_t> m_capped;          // Slots of which it has been told.
+    std::vector<SRowValue> m_dates;  // Given together with times.
+    bool m_symbolWrong = false;      // Which has been reported.
+    std::set<std::string> m_ignored; // Names that have been reported.
+    std::set<size_t> m_capped;       // Slots for which that has been reported.
 };
 
 } // namespace vx::sim

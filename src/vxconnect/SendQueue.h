@@ -7,7 +7,7 @@
 namespace vx::sim {
 
 /// Bytes that wait to be sent, in one block of memory that is used again and again. A block that has grown beyond
-/// kKeptBytes goes as soon as it is empty.
+/// kKeptBytes is freed when it is empty.
 ///
 /// Owns    its bytes
 /// Thread  any one

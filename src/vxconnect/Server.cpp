@@ -100,12 +100,12 @@ bool CServer::Open(EPorts which, EStart& outcome) {
     const CPort::EListening listening = port.Listen(number);
     if (listening == CPort::EListening::Yes) return true;
     const bool taken = listening == CPort::EListening::Taken;
-    // Whoever wants something of their own served must know that something else is.
+    // Somebody who asks for data of their own has to know that clients get other data.
     const bool own = m_options.HasOwnData() || !m_options.record.empty();
     outcome = taken && !own ? EStart::AlreadyServed : EStart::Failed;
     m_message =
         taken ? fmt::format("vxconnect: {} port {} is already served on this machine, {}", name, number,
-                            own ? "by another program: end that one first, or choose other ports" : "nothing to do")
+                            own ? "by another program: stop that one first or choose other ports" : "nothing to do")
               : fmt::format("vxconnect: cannot open {} port {}: {}", name, number, port.errorString().toStdString());
     for (CPort* opened : {&m_admin, &m_lookup, &m_level1}) opened->close();
     return false;

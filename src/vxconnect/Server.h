@@ -75,7 +75,7 @@ private:
     QTimer m_second;
     QTimer m_soon; // Gathers the changes of a burst of commands into one statistics line.
     QTimer m_ending;
-    QTimer m_trim; // After clients have gone: their memory goes back to the system.
+    QTimer m_trim; // After clients have left: returns their memory to the system.
     size_t m_clients = 0;
     std::string m_message;
     bool m_hadClient = false;

@@ -23,7 +23,7 @@ public:
 
     /// Makes what is due by now.
     virtual void Run() = 0;
-    /// Whether the market is followed; not while the user's own live data do not come.
+    /// Whether values are up to date; false while a user's own live data do not come.
     virtual bool IsLive() const { return true; }
     /// Symbols came to those watched, or went.
     virtual void WatchesChanged() {}

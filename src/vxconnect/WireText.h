@@ -15,10 +15,10 @@ bool IsSymbolText(std::string_view text);
 /// that Windows-1252 does not have.
 std::optional<std::string> WireTextOf(std::string_view text);
 
-/// Any text, UTF-8 or Windows-1252, as it can stand in a field of a line: what has no place there is left out.
+/// Any text, UTF-8 or Windows-1252, as a field of a line: without commas and control characters.
 std::string WireFieldOf(std::string_view text);
 
-/// Any text, UTF-8 or Windows-1252, as it can stand in a message: printable, in UTF-8, not longer than 60 characters.
+/// Any text, UTF-8 or Windows-1252, for a message: printable UTF-8 of at most 60 characters.
 std::string Shown(std::string_view text);
 
 } // namespace vx::sim

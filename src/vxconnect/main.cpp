@@ -42,7 +42,7 @@ uint16_t PortOfSettings(std::string_view valueName, uint16_t standard) {
 
 void Say(const std::string& text) { std::fprintf(stderr, "vxconnect: %s\n", text.c_str()); }
 
-// Where the user's own live data come from, null for none.
+// The source of the user's own live data, null for none.
 std::unique_ptr<vx::sim::CByteStream> StreamOf(const vx::sim::SOptions& options) {
     std::error_code missing;
     if (!options.feeder.empty()) return std::make_unique<vx::sim::CFeeder>(options.feeder, options.feederPauseMs);
@@ -106,7 +106,7 @@ int main(int argc, char** argv) {
         return kBadUsage;
     }
     if (options.input == kStandardInput && std::filesystem::is_regular_file("/dev/stdin"))
-        options.input = "/dev/stdin"; // A file like any other: it does not grow, and so has no end to be told.
+        options.input = "/dev/stdin"; // A file like any other: it is not followed, so its end means nothing.
     for (const std::string& name : options.passedOver) Say(name + " is no option of this program and is passed over");
     if (options.help) return std::fputs(std::string(vx::sim::HelpText()).c_str(), stdout) < 0;
     if (options.version) return std::printf("vxconnect %s\n", VXCONNECT_VERSION) < 0;

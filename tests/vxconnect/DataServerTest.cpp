@@ -72,11 +72,12 @@ TEST_F(InputFile, FirstRowsAreThereAndTheOthersFollowAsDeltas) {
 }
 
 TEST_F(InputFile, WhatIsWrongIsToldWithFileLineAndFieldAndTheRestServed) {
-    EXPECT_THAT(StartInput("Symbol,Last,Bid\nA,1,1\nB,x,2\nC,2,3,4\na,5,5\nA,6,y\nD,7,\n"),
-                testing::ElementsAre("input.csv line 3: field \"Last\": \"x\" is not a number",
-                                     "input.csv line 4: 4 values where the header names 3",
-                                     "input.csv line 5: symbol \"a\" is there already as \"A\"",
-                                     "input.csv line 6: field \"Bid\": \"y\" is not a number"));
+    EXPECT_THAT(
+        StartInput("Symbol,Last,Bid\nA,1,1\nB,x,2\nC,2,3,4\na,5,5\nA,6,y\nD,7,\n"),
+        testing::ElementsAre("input.csv line 3: field \"Last\": \"x\" is not a number",
+                             "input.csv line 4: 4 values where the header names 3",
+                             "input.csv line 5: symbol \"a\" differs from \"A\" only in letter case and is refused",
+                             "input.csv line 6: field \"Bid\": \"y\" is not a number"));
     const auto peer = Level1Peer("wB\nwC\nwA\nwD\n");
     const auto b = Fields(peer->TakeLine("P,B,"));
     EXPECT_EQ(b[static_cast<size_t>(EField::Bid)] + "|" + b[static_cast<size_t>(EField::Last)], "2|");
@@ -96,7 +97,7 @@ TEST_F(InputFile, AFileWithNothingToServeIsNotServed) {
     for (int i = 0; i < 3'000; ++i) many += ",x\n";
     const auto told = StartInput(many);
     ASSERT_EQ(told.size(), CComplaints::kMostTold + 1 + 6'000 / CComplaints::kStep + 1);
-    EXPECT_THAT(told[CComplaints::kMostTold + 1], testing::EndsWith(" (number 1000 of such lines)"));
+    EXPECT_THAT(told[CComplaints::kMostTold + 1], testing::EndsWith(" (error 1000)"));
 }
 
 TEST_F(InputFile, SymbolsAreFoundInAnyLettersAndNamedAsAskedFor) {

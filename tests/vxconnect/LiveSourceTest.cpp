@@ -113,7 +113,7 @@ TEST_F(StandardInput, SilenceIsToldAfterItsTimeAndAnEmptyLineIsASignOfLife) {
     EXPECT_EQ(m_told.size(), 1u) << "it was silent for 19 seconds twice";
     clock.elapsedMs += 1'000;
     EXPECT_TRUE(Becomes("Not Connected"));
-    EXPECT_EQ(m_told.back(), "standard input: silent for 20 s (an empty line is a sign of life)");
+    EXPECT_EQ(m_told.back(), "standard input: no data for 20 s; an empty line would show that the source is alive");
     Say(ends[1], "A,x\n"); // A row all the same.
     EXPECT_TRUE(Becomes("Connected"));
     close(ends[1]);
@@ -134,8 +134,8 @@ TEST_F(NamedPipe, OneWriterAfterTheOtherIsFollowed) {
     Say(writer, "A,10"); // Perhaps 10.50.
     close(writer);
     EXPECT_TRUE(Becomes("Not Connected"));
-    EXPECT_THAT(m_told, testing::ElementsAre(testing::HasSubstr("quotes line 3: it has no line end"),
-                                             testing::EndsWith("quotes: its writer has gone")));
+    EXPECT_THAT(m_told, testing::ElementsAre(testing::HasSubstr("quotes line 3: no line end"),
+                                             testing::EndsWith("quotes: the writer closed the pipe")));
     writer = open(path.c_str(), O_WRONLY);
     Say(writer, "Last,Symbol\n2,A\n");
     EXPECT_TRUE(Becomes("Connected"));
@@ -168,8 +168,8 @@ TEST_F(Feeder, ACommandThatEndsIsStartedAgain) {
         EXPECT_TRUE(Becomes("Connected"));
         EXPECT_EQ(Last(*peer, "Q,A,"), run);
     }
-    EXPECT_THAT(m_told, testing::ElementsAre("feeder: ended with status 3, is started again in 0.001 s",
-                                             "feeder: ended with status 3, is started again in 0.002 s"));
+    EXPECT_THAT(m_told, testing::ElementsAre("feeder: ended with status 3; restarting in 0.001 s",
+                                             "feeder: ended with status 3; restarting in 0.002 s"));
 }
 
 TEST_F(Feeder, EndsWithAllThatItHasStarted) {

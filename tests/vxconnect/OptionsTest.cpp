@@ -35,6 +35,20 @@ TEST(Options, OursAreReadAndOthersPassedOver) {
     EXPECT_EQ(options.speed, 2.5);
 }
 
+TEST(Options, OwnDataMayBeACommandWithNamesOfItsOwn) {
+    const std::vector<std::string> arguments = {
+        "--feeder", "curl x | jq -c .", "--map=Stock=Symbol,Close=Last", "--map", "Note=", "--stale=0"};
+    const SOptions options = ReadOptions(arguments);
+    EXPECT_EQ(options.error, "");
+    EXPECT_EQ(options.feeder, "curl x | jq -c .");
+    EXPECT_TRUE(options.HasOwnData());
+    EXPECT_EQ(options.staleSeconds, 0u);
+    EXPECT_EQ(options.names.Find("close").field, FindInputField("Last"));
+    EXPECT_EQ(options.names.Find("STOCK").field, FindInputField("Symbol"));
+    EXPECT_TRUE(options.names.Find("note").leftOut);
+    EXPECT_EQ(options.names.Find("bid").field, FindInputField("Bid"));
+}
+
 TEST(Options, PortsOfMuteMayFollowInBothWaysOrBeLeftOut) {
     EXPECT_EQ(Read("--mute=level1").mute, kLevel1);
     EXPECT_EQ(Read("--mute lookup,admin --stay").mute, kLookup | kAdmin);
@@ -51,9 +65,11 @@ TEST(Options, BadValuesAndConflictsAreNamed) {
         EXPECT_THAT(Read(text).error, testing::StartsWith(std::string(text.substr(0, end)) + ": \"" +
                                                           std::string(text.substr(end + 1)) + "\" is not "));
     }
-    for (const char* missing : {"--rate", "--rate=", "--rate --stay", "--refuse", "--mute=", "--input", "--speed"})
+    for (const char* missing : {"--rate", "--rate=", "--rate --stay", "--refuse", "--mute=", "--input", "--speed",
+                                "--feeder", "--map", "--stale"})
         EXPECT_THAT(Read(missing).error, testing::HasSubstr(" needs a value: ")) << missing;
-    for (const char* wrong : {"--stay=1", "--input a --replay b", "--input a --record a",
+    for (const char* wrong : {"--stay=1", "--input a --replay b", "--input a --feeder b", "--feeder a --replay b",
+                              "--input a --record a", "--map Close=Last", "--input a --map Close=Nothing",
                               "--refuse level1,lookup,admin", "--level1-port 7 --admin-port 7"})
         EXPECT_NE(Read(wrong).error, "") << wrong;
 }

@@ -110,7 +110,7 @@ TEST_F(Program, WhatCannotBeServedIsToldAndEndsWithStatusTwo) {
              {"--input -", "/dev/null", "vxconnect: standard input: has ended\nvxconnect: standard input" + none},
              {"--input -", folder, "vxconnect: standard input: Is a directory\nvxconnect: standard input" + none},
              {"--input " + path + " --map Close=Lost", "/dev/null",
-              "vxconnect: --map: \"Lost\" is no field; the nearest are \"Last\", \"Close\", \"Low\"\n"},
+              "vxconnect: --map: \"Lost\" is not a field; the nearest are \"Last\", \"Close\", \"Low\"\n"},
              {"--input -", "", "vxconnect: standard input is closed: --input - has nothing to read\n"}}) {
         const std::string command =
             "exec '" ZW_BIN_DIR "/vxconnect' " + wrong.arguments + " <" + (wrong.input.empty() ? "&-" : wrong.input);
