@@ -17,7 +17,7 @@ constexpr double kTradesPerEvent = 0.37;
 constexpr int kWarmUpEvents = 60;
 constexpr int kSettlingEvents = 20; // At the usual pace, so that quote and last trade belong together.
 constexpr int64_t kShareLot = 100;
-constexpr int64_t kCurrencyLot = 100'000;
+constexpr int64_t kCurrencyLot = 1000;
 constexpr int64_t kFraction = 1'000'000;
 
 // How much more the price moves in each half hour of the session than on average.

@@ -146,16 +146,16 @@ bool CRowReader::ReadHeader() {
 
 // The field of a name, null for one that is ignored.
 const SInputField* CRowReader::ColumnOf(std::string_view name) {
-    constexpr size_t kMostTold = 100; // Names; they are remembered.
+    constexpr size_t kMostNames = 100, kMostOfOne = 64; // That are remembered.
     const CFieldNames::SFound found = m_names.Find(name);
     const auto same = [&](const SInputField* other) {
         return other && found.field && other->slot == found.field->slot;
     };
     const auto twice = std::find_if(m_columns.begin(), m_columns.end(), same);
     if (found.field && twice == m_columns.end()) return found.field;
-    if (found.leftOut || TrimBlanks(name).empty()) return nullptr;
+    if (found.leftOut || TrimBlanks(name).empty() || m_ignored.size() >= kMostNames) return nullptr;
+    if (!m_ignored.emplace(name.substr(0, kMostOfOne)).second) return nullptr;
     const std::string shown = Shown(TrimBlanks(name));
-    if (m_ignored.size() >= kMostTold || !m_ignored.insert(shown).second) return nullptr;
     if (found.field)
         Wrong(fmt::format("\"{}\" is ignored: field \"{}\" has been given already", shown, (*twice)->name));
     else
