@@ -65,7 +65,8 @@ CFeeder::~CFeeder() {
 }
 
 std::string CFeeder::Open() {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, EndWithFeeder);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+        if (std::signal(signal, EndWithFeeder) == SIG_IGN) std::signal(signal, SIG_IGN);
     m_again.start(0);
     return {};
 }
