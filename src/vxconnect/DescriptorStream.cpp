@@ -79,8 +79,8 @@ int CNamedPipe::Reopen() {
 }
 
 void CNamedPipe::LookForAnother() {
-    struct stat now {
-    }, open{};
+    struct stat now = {};
+    struct stat open = {};
     if (stat(m_path.c_str(), &now) != 0 || !S_ISFIFO(now.st_mode)) return;
     const bool same = fstat(Descriptor(), &open) == 0 && now.st_ino == open.st_ino && now.st_dev == open.st_dev;
     if (!same) Reopen();

@@ -105,7 +105,8 @@ int main(int argc, char** argv) {
         Say("standard input is closed: --input - has nothing to read");
         return kBadUsage;
     }
-    if (options.input == kStandardInput && std::filesystem::is_regular_file("/dev/stdin"))
+    std::error_code missing;
+    if (options.input == kStandardInput && std::filesystem::is_regular_file("/dev/stdin", missing))
         options.input = "/dev/stdin"; // A file like any other: it is not followed, so its end means nothing.
     for (const std::string& name : options.passedOver) Say(name + " is no option of this program and is passed over");
     if (options.help) return std::fputs(std::string(vx::sim::HelpText()).c_str(), stdout) < 0;
