@@ -7,6 +7,7 @@
 namespace vx {
 
 CPresence::CPresence(QObject* parent) : QObject(parent) {
+    SetHere(QGuiApplication::applicationState() == Qt::ApplicationActive);
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &CPresence::OnState);
 }
 

@@ -7,8 +7,9 @@
 
 namespace vx {
 
-/// Knows whether the program is the active one, and since when it is not. A window of the program that comes up by
-/// itself may be made the active one by the desktop: then the user is back with the next key or move of the mouse.
+/// Knows whether the program is the active one, and since when it is not; until one of its windows becomes active for
+/// the first time it is not. A window of the program that comes up by itself may be made the active one by the desktop:
+/// then the user is back with the next key or move of the mouse.
 ///
 /// Thread  GUI thread only
 class CPresence : public QObject {
