@@ -31,7 +31,7 @@ namespace vx {
 
 namespace {
 
-constexpr int kWidth = 1080;
+constexpr int kWidth = 1180;
 constexpr int kHeight = 460;
 constexpr int kMostColumnWidth = 220;
 constexpr int kRefreshMs = 200; // Each reads the whole file again.

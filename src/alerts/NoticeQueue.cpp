@@ -146,6 +146,7 @@ void CNoticeQueue::StandOverTopmost() {
 // The user turned to a window that is shut.
 void CNoticeQueue::ComeBack() {
     if (!m_shown || !QApplication::activeWindow()) return;
+    if (m_shown->isMinimized()) m_shown->setWindowState(m_shown->windowState() & ~Qt::WindowMinimized);
     m_shown->raise();
     m_shown->activateWindow();
 }

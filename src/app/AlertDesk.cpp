@@ -25,6 +25,7 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QGuiApplication>
 #include <QStatusBar>
 
 #include <fmt/format.h>
@@ -113,6 +114,7 @@ bool CAlertDesk::eventFilter(QObject* watched, QEvent* event) {
 void CAlertDesk::OnFired(const CAlertFiredMessage& message) {
     SFiredNotice fired = message.Fired();
     LogInformation(ShownLine(NoticeTitle(fired.notice)));
+    if (m_frame.isMinimized() && !QGuiApplication::focusWindow()) m_presence->SetHere(false); // Sooner than a poll.
     const int64_t awaySince = m_presence->AwaySinceMs();
     fired.id = m_history.NoteFired(FiringOf(fired.notice, message.FiredMs(), awaySince));
     fired.wasAway = awaySince != 0;

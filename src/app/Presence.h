@@ -24,6 +24,9 @@ public:
     void SetHere(bool here);
     /// A window comes up that the user did not ask for.
     void NoteOwnWindow() { m_ownWindow.start(); }
+    /// Looks whether any window has the keyboard; call it a few times a second. The toolkit does not tell when the window
+    /// that had it was closed and no other one got it.
+    void Poll();
 
 Q_SIGNALS:
     void Returned();
@@ -38,6 +41,7 @@ private:
     void OnState(Qt::ApplicationState state);
 
     int64_t m_awaySinceMs = 0;
+    bool m_hadFocus = true; ///< At the last poll.
     QElapsedTimer m_ownWindow;
 };
 

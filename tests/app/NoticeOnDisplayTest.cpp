@@ -8,6 +8,8 @@
 #include "alerts/NoticeQueue.h"
 #include "alerts/ResetAlert.h"
 #include "app/AlertDesk.h"
+#include "app/MissedAlerts.h"
+#include "app/Presence.h"
 #include "support/Display.h"
 #include "support/EventLoop.h"
 #include "support/FakeClock.h"
@@ -33,8 +35,8 @@ protected:
         ASSERT_TRUE(CDisplay::IsUp());
         board = &Frame();
         board->ShowSized(700, 400);
-        board->activateWindow();
         ASSERT_TRUE(WaitUntil([&] { return board->isActiveWindow(); }));
+        Settle();
     }
     /// An alert on IBM's last price fires.
     void Fire(int threshold = 10) {
@@ -217,10 +219,42 @@ TEST_F(NoticeOnDisplay, AnEditIsSuspendedWithItsTextAndCaretAndGoesOn) {
     ClickButton("dismiss");
     EXPECT_TRUE(Gone());
     ASSERT_TRUE(WaitUntil([&] { return board->isActiveWindow(); }));
+    Settle(); // It may come twice, from the window manager and because the program asks for it.
     CDisplay::Type(QStringLiteral("O"));
     CDisplay::Press(QStringLiteral("Return"));
     EXPECT_TRUE(WaitUntil([&] { return board->Document().RowSymbol(1) == "GOOGLE"; }))
         << board->Document().RowSymbol(1);
+}
+
+TEST_F(NoticeOnDisplay, ItComesBackToWhereTheUserDraggedItAndDoesNotDrift) {
+    const auto place = [&] { return Shown()->frameGeometry().topLeft(); };
+    const auto dismiss = [&] {
+        ClickButton("dismiss");
+        EXPECT_TRUE(Gone());
+    };
+    board->move(60, 200);
+    Settle();
+    Fire();
+    ASSERT_TRUE(Notice());
+    Settle();
+    EXPECT_FALSE(Shown()->frameGeometry().intersects(board->frameGeometry())) << "there is room beside the board";
+    QPoint step(60, 40);
+    EXPECT_TRUE(WaitUntil([&] { // Before long it counts as opened where it is.
+        const QPoint titleBar = place() + QPoint(120, 10);
+        CDisplay::Drag(titleBar, titleBar + step);
+        Settle();
+        step = QPoint(10, 10) - step;
+        return Shown()->MovedTo() == place();
+    }));
+    const QPoint moved = place();
+    dismiss();
+    for (int i = 0; i < 3; ++i) {
+        Fire(20 + i);
+        ASSERT_TRUE(Notice());
+        Settle();
+        EXPECT_EQ(place(), moved) << i;
+        dismiss();
+    }
 }
 
 TEST_F(NoticeOnDisplay, ItStaysAboveTheBoardAndComesUpWhileThatIsMinimised) {
@@ -240,4 +274,16 @@ TEST_F(NoticeOnDisplay, ItStaysAboveTheBoardAndComesUpWhileThatIsMinimised) {
     ClickButton("dismiss");
     EXPECT_TRUE(Gone());
     EXPECT_TRUE(board->isMinimized());
+
+    EXPECT_TRUE(WaitUntil([&] { return !board->AlertNotices().Presence().IsHere(); }));
+    Fire(30);
+    ASSERT_TRUE(Notice());
+    Q_EMIT board->AlertNotices().Missed().Called(); // "Show" on the desktop's notification.
+    EXPECT_TRUE(WaitUntil([&] { return !board->isMinimized() && board->windowHandle()->isExposed(); }));
+    EXPECT_TRUE(WaitUntil([&] { return Shown()->isActiveWindow(); })) << "with the notice that the user came for";
+    Fire(40);
+    Settle();
+    EXPECT_EQ(board->AlertNotices().Missed().Count(), 2) << "the next one is not missed";
+    ClickButton("dismiss");
+    EXPECT_TRUE(WaitUntil([&] { return Shown() && board->AlertNotices().Notices().Waiting() == 0; }));
 }

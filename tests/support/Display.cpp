@@ -3,7 +3,6 @@
 #include "support/EventLoop.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QStandardPaths>
 #include <QWidget>
@@ -49,16 +48,24 @@ bool CDisplay::Start() {
     m_server.start(QStringLiteral("Xvfb"),
                    {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
                     QStringLiteral("1600x1000x24"), QStringLiteral("-nolisten"), QStringLiteral("tcp")});
-    if (!m_server.waitForStarted(kStartMs) || !m_server.waitForReadyRead(kStartMs)) return false;
+    while (!m_server.canReadLine())
+        if (!m_server.waitForReadyRead(kStartMs)) return false;
     qputenv("DISPLAY", ":" + m_server.readLine().trimmed());
     qputenv("QT_QPA_PLATFORM", "xcb");
     qunsetenv("WAYLAND_DISPLAY");
+    return true;
+}
+
+// One that is just starting loses a window now and then: it is there when a new window gets the keyboard.
+void CDisplay::StartWindowManager() {
+    constexpr int kTryMs = 1000;
     m_windowManager.start(WindowManager(), QStringList());
-    QElapsedTimer waited;
-    waited.start();
-    // It is up when the display says how many desktops there are.
-    while (!s_up && !waited.hasExpired(kStartMs)) s_up = !Tool({QStringLiteral("get_num_desktops")}).isEmpty();
-    return s_up;
+    for (int tries = kStartMs / kTryMs; tries > 0 && !s_up; --tries) {
+        QWidget probe;
+        probe.show();
+        s_up = WaitUntil([&] { return probe.isActiveWindow(); }, kTryMs) &&
+               !Tool({QStringLiteral("getactivewindow")}).isEmpty();
+    }
 }
 
 CDisplay::~CDisplay() {
@@ -78,12 +85,23 @@ QString CDisplay::Tool(const QStringList& arguments) {
 void CDisplay::Press(const QString& key) { Tool({QStringLiteral("key"), key}); }
 
 void CDisplay::Type(const QString& text) {
-    Tool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("1"), text});
+    Tool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("12"), text});
 }
 
 void CDisplay::Click(const QPoint& place) {
     Tool({QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()), QStringLiteral("click"),
           QStringLiteral("1")});
+}
+
+// In small moves, as a hand makes them: a window manager begins to drag with the first.
+void CDisplay::Drag(const QPoint& from, const QPoint& to) {
+    const auto move = [](const QPoint& place) {
+        Tool({QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y())});
+    };
+    move(from);
+    Tool({QStringLiteral("mousedown"), QStringLiteral("1")});
+    for (const QPoint& place : {from + (to - from) / 4, (from + to) / 2, to}) move(place);
+    Tool({QStringLiteral("mouseup"), QStringLiteral("1")});
 }
 
 COtherProgram::COtherProgram() {

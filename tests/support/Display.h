@@ -13,9 +13,12 @@ namespace vx::test {
 /// Owns    the programs, which end with it
 class CDisplay {
 public:
-    /// Starts them, and makes the display that of this process: before the application object is made. Returns IsUp().
-    bool Start();
     static bool IsInstalled();
+    /// Starts the server and makes its display that of this process, before the application object is made; false when
+    /// it does not start.
+    bool Start();
+    /// Starts the window manager, and returns when it manages windows, after the application object was made.
+    void StartWindowManager();
     static bool IsUp() { return s_up; }
     ~CDisplay();
 
@@ -25,6 +28,7 @@ public:
     static void Press(const QString& key);
     static void Type(const QString& text);
     static void Click(const QPoint& place);
+    static void Drag(const QPoint& from, const QPoint& to);
     /// What xdotool prints; empty when it fails.
     static QString Tool(const QStringList& arguments);
 

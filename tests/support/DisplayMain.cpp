@@ -15,8 +15,10 @@ int main(int argc, char** argv) {
     if (argc > 1 && std::string_view(argv[1]) == COtherProgram::kArgument) return COtherProgram::Run(argc, argv);
     testing::InitGoogleMock(&argc, argv);
     CDisplay display;
-    if (testing::GTEST_FLAG(list_tests) || !display.Start()) qputenv("QT_QPA_PLATFORM", "offscreen");
+    const bool starts = !testing::GTEST_FLAG(list_tests) && display.Start();
+    if (!starts) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
+    if (starts) display.StartWindowManager();
     return RUN_ALL_TESTS();
 }
