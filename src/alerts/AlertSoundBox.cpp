@@ -84,8 +84,10 @@ CAlertSoundBox::~CAlertSoundBox() {
 void CAlertSoundBox::Fill() {
     m_list->addItems({tr("None"), tr("Default")});
     for (const STextSetting* setting : kSoundFiles)
-        if (const std::string file = m_services.settings.ReadText(*setting); !file.empty())
+        if (const std::string file = m_services.settings.ReadText(*setting); !file.empty()) {
             m_list->addItem(QtText(file));
+            if (file != kConfigError) m_first.insert(file);
+        }
 }
 
 void CAlertSoundBox::Choose(uint32_t soundType, const std::string& soundFile) {
@@ -109,14 +111,15 @@ std::string CAlertSoundBox::SoundFile() const {
     return m_list->currentIndex() < kFirstFile ? std::string{} : BytesFromQt(m_list->currentText());
 }
 
-// What stands for a setting that cannot be read is no file, and such a setting is left alone.
+// What stands for a setting that cannot be read is no file. Only what this list began with is emptied: another window
+// may have added a file since.
 void CAlertSoundBox::SaveFiles() const {
     for (size_t n = 0; n < kSoundFiles.size(); ++n) {
         std::string file = BytesFromQt(m_list->itemText(kFirstFile + static_cast<int>(n)));
         if (file == kConfigError) file.clear();
         const std::string stored = m_services.settings.ReadText(*kSoundFiles[n]);
-        const bool isUnreadable = stored == kConfigError;
-        if (stored != file && !(isUnreadable && file.empty())) m_services.settings.WriteText(*kSoundFiles[n], file);
+        const bool write = file.empty() ? m_first.contains(stored) : stored != file;
+        if (write) m_services.settings.WriteText(*kSoundFiles[n], file);
     }
 }
 

@@ -5,6 +5,9 @@
 
 #include <QWidget>
 
+#include <set>
+#include <string>
+
 class QComboBox;
 class QPushButton;
 class QToolButton;
@@ -30,8 +33,8 @@ public:
     void Choose(uint32_t soundType, const std::string& soundFile);
     uint32_t SoundType() const;
     std::string SoundFile() const;
-    /// Writes the list's files to the settings, as many as there are settings for, and empties the settings behind
-    /// them.
+    /// Writes the list's files to the settings, as many as there are settings for, and empties the settings of those
+    /// that were taken off.
     void SaveFiles() const;
 
     /// Adds a file that the user found, and chooses it.
@@ -50,6 +53,7 @@ private:
     QComboBox* m_list;
     QPushButton* m_play;
     QPushButton* m_remove;
+    std::set<std::string> m_first; ///< The files that the list began with.
     bool m_playing = false;
 };
 

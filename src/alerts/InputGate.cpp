@@ -122,23 +122,22 @@ bool CInputGate::IsInside(const QObject* object) const {
 
 bool CInputGate::Refuses(const QObject* watched, QEvent& event) {
     const bool isKey = IsKey(event.type());
-    if (isKey) NoteKey(event);
     const QObject* object = ReceiverOf(watched);
     if (!object) return false;
     if (IsInside(object)) {
         const auto* widget = qobject_cast<const QWidget*>(object);
-        if (!isKey || !m_guarded || !widget || widget->window() != m_notice) return false;
+        if (!isKey || !widget || widget->window() != m_notice || !IsGuarded()) return false;
     } else if (IsTurnedTo(event)) {
         Q_EMIT Refused();
     }
-    event.setAccepted(isKey); // An override that nobody takes is looked up among the shortcuts.
+    if (IsKeyPress(event)) m_lastKey = NowMs(); // One that acts on the notice holds no other notice back.
+    event.setAccepted(isKey);                   // An override that nobody takes is looked up among the shortcuts.
     return true;
 }
 
-void CInputGate::NoteKey(const QEvent& event) {
-    const int64_t now = NowMs();
-    if (now - std::max(m_lastKey, m_guardedSince) >= kKeyGuardMs) m_guarded = false;
-    if (IsKeyPress(event)) m_lastKey = now;
+bool CInputGate::IsGuarded() {
+    if (NowMs() - std::max(m_lastKey, m_guardedSince) >= kKeyGuardMs) m_guarded = false;
+    return m_guarded;
 }
 
 void CInputGate::NoteWindow(const QObject* watched, QEvent::Type type) {

@@ -48,7 +48,7 @@ protected:
 private:
     bool IsInside(const QObject* object) const;
     bool Refuses(const QObject* watched, QEvent& event);
-    void NoteKey(const QEvent& event);
+    bool IsGuarded();
     void NoteWindow(const QObject* watched, QEvent::Type type);
 
     QPointer<QWidget> m_notice;

@@ -162,7 +162,7 @@ void CNoticeQueue::OnFinished(int result) {
                            : result == CAlertsNotice::Armed  ? EFiringEnd::Armed
                                                              : EFiringEnd::Dismissed;
     if (m_ended) m_ended(m_current, end);
-    ShowNextSoon();
+    ShowNextSoon(QApplication::doubleClickInterval()); // The second click is not for the next one.
 }
 
 // A window manager may leave the keyboard with none of the windows.

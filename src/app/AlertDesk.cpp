@@ -123,7 +123,7 @@ void CAlertDesk::OnFired(const CAlertFiredMessage& message) {
     m_notices->Add(std::move(fired));
 }
 
-// The user may have left while the notice waited for the keyboard.
+// The user may have left while the notice waited for a pause.
 void CAlertDesk::OnOpening() {
     m_presence->NoteOwnWindow();
     const SFiredNotice& fired = m_notices->Current();
@@ -172,13 +172,13 @@ void CAlertDesk::OnReset(const CResetAlertMessage& message) {
 // The alert that was changed may be another one than the one that fired: the history says so of both.
 void CAlertDesk::NoteReset(const SFiredNotice& of, const A_INFO& changed, double newThreshold) {
     const int64_t now = QDateTime::currentMSecsSinceEpoch();
+    if (m_historyDlg) m_historyDlg->RefreshSoon();
     if (IsSameAlert(changed, of.alert)) return m_history.NoteEnded(of.id, EFiringEnd::Reset, now, newThreshold);
     m_history.NoteEnded(of.id, EFiringEnd::ResetOther, now, newThreshold, AlertWords(changed));
     const SAlertNotice like = ReadAlertNotice(FormatAlertNotice(of.notice.symbol, {changed}, 0, {}));
     const std::vector<SAlertFiring> firings = m_history.Read();
     if (const SAlertFiring* firing = FindFiring(firings, FiringOf(like, 0, 0)))
         m_history.NoteEnded(firing->id, EFiringEnd::Reset, now, newThreshold);
-    if (m_historyDlg) m_historyDlg->RefreshSoon();
 }
 
 bool CAlertDesk::Arm(const SFiredNotice& fired) {
