@@ -39,7 +39,7 @@ CNoticeQueue::CNoticeQueue(CAlertSoundPlayer& player, QObject& owner, QWidget* w
     connect(&m_next, &QTimer::timeout, this, &CNoticeQueue::ShowNext);
     // Not from inside: the windows are only just about to change.
     connect(&m_gate, &CInputGate::Refused, this, &CNoticeQueue::ComeBack, Qt::QueuedConnection);
-    connect(&m_gate, &CInputGate::ModalChanged, this, &CNoticeQueue::StandOverTopmost, Qt::QueuedConnection);
+    connect(&m_gate, &CInputGate::ModalChanged, this, &CNoticeQueue::BelongToTopmost, Qt::QueuedConnection);
 }
 
 CNoticeQueue::~CNoticeQueue() {
@@ -106,7 +106,7 @@ void CNoticeQueue::Announce() {
     Q_EMIT Opening();
     m_gate.Shut(*m_shown);
     Place();
-    StandOverTopmost();
+    BelongToTopmost();
     m_shown->show();
     if (inUse)
         m_shown->activateWindow();
@@ -130,7 +130,7 @@ void CNoticeQueue::Place() {
 
 // The toolkit keeps input from a window that does not belong to the topmost modal one, and desktops stack a window over
 // the one that it belongs to; with that one minimised they hide it.
-void CNoticeQueue::StandOverTopmost() {
+void CNoticeQueue::BelongToTopmost() {
     if (!m_shown) return;
     const QWidget* below = QApplication::activeModalWidget();
     for (const QObject* above = below; above; above = above->parent())

@@ -25,9 +25,9 @@ struct SNoticeTarget;
 /// notice appears until it is closed.
 ///
 /// No notice appears while a menu is open, a mouse button is held or keys are being typed: it waits until none was
-/// pressed for kQuietMs, and for kEditQuietMs while a text is being edited. The edit goes on when the notice is closed.
-/// A notice stands over the topmost modal window, takes the keyboard only while the program is the active one, and
-/// keeps input from all other windows.
+/// pressed for kQuietMs, and for kEditQuietMs while a text is being edited. The user continues the edit when the
+/// notice is closed. A notice belongs to the topmost modal window, takes the keyboard only while the program is the
+/// active one, and keeps input from all other windows.
 ///
 /// Owns    the notice shown; not the player, the owner of the notices, the settings or the parent, which outlive it
 /// Thread  GUI thread only; nothing waits in a nested loop
@@ -39,8 +39,8 @@ public:
 
     using Ended = std::function<void(const SFiredNotice&, EFiringEnd)>;
 
-    /// owner: whom a notice posts its reset to. window: over which notices stand; may be null. settings: where the
-    /// place is remembered that the user moved a notice to.
+    /// owner: a notice posts its reset to it. window: notices belong to it; may be null. settings: they keep the place
+    /// that the user moved a notice to.
     CNoticeQueue(CAlertSoundPlayer& player, QObject& owner, QWidget* window, CSettings& settings,
                  QObject* parent = nullptr);
     ~CNoticeQueue() override;
@@ -74,7 +74,7 @@ private:
     void TakeNext();
     void Announce();
     void Place();
-    void StandOverTopmost();
+    void BelongToTopmost();
     void ComeBack();
     void ActivateBelow();
     void OnFinished(int result);
