@@ -11,8 +11,8 @@ using namespace vx;
 namespace {
 
 struct SNotices : CAlertNotices {
-    void PostNotice(std::string record) override { ReadAlertNotice(record); }
-    void PostNewsNotice(SAlertNotice) override {}
+    void PostNotice(std::string record, const A_INFO&) override { ReadAlertNotice(record); }
+    void PostNewsNotice(SAlertNotice, const A_INFO&) override {}
 };
 
 std::string Rewritten(std::string_view text) {

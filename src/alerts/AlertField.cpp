@@ -1,5 +1,6 @@
 #include "alerts/AlertField.h"
 
+#include "alerts/AlertCondition.h"
 #include "data/Catalogue.h"
 
 namespace vx {
@@ -47,6 +48,10 @@ const SFieldEntry* JudgedField(int32_t fieldId) {
     default:
         return nullptr;
     }
+}
+
+bool CanFire(const A_INFO& alert) {
+    return alert.fieldId == NewsFieldId() || (JudgedField(alert.fieldId) && MeetingResults(alert.condition) != 0);
 }
 
 } // namespace vx

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "alerts/AlertInfo.h"
 #include "data/FieldEntry.h"
 
 #include <cstdint>
@@ -22,5 +23,8 @@ std::optional<int32_t> AlertFieldId(std::string_view name);
 
 /// The catalogue entry of a field whose value is a number and can be compared; null for every other field.
 const SFieldEntry* JudgedField(int32_t fieldId);
+
+/// Whether an alert can ever fire: on news, or on a field with numbers by a condition that exists.
+bool CanFire(const A_INFO& alert);
 
 } // namespace vx

@@ -65,11 +65,14 @@ std::string CAlertHistory::NoteFired(SAlertFiring firing) {
     return std::move(firing.id);
 }
 
-void CAlertHistory::NoteEnded(std::string_view id, EFiringEnd end, int64_t atMs, double newThreshold) {
-    if (end == EFiringEnd::Reset)
-        Append(fmt::format("reset {} {} {} end\n", id, atMs, newThreshold));
-    else
-        Append(fmt::format("dismissed {} {} end\n", id, atMs));
+void CAlertHistory::NoteSeen(std::string_view id, int64_t atMs) { Append(fmt::format("seen {} {} end\n", id, atMs)); }
+
+void CAlertHistory::NoteEnded(std::string_view id, EFiringEnd end, int64_t atMs, double newThreshold,
+                              std::string_view other) {
+    std::string line = fmt::format("{} {} {}", EndWord(end), id, atMs);
+    if (end == EFiringEnd::Reset || end == EFiringEnd::ResetOther) line += fmt::format(" {}", newThreshold);
+    if (end == EFiringEnd::ResetOther) line += ' ' + Quoted(other);
+    Append(line + " end\n");
 }
 
 void CAlertHistory::Append(std::string line) {
@@ -103,6 +106,15 @@ std::vector<SAlertFiring> CAlertHistory::Read() const {
         if (ReadWholeFile(path, kMostReadBytes, image) == 0) ParseHistory(image.content, out);
     }
     return out;
+}
+
+const SAlertFiring* FindFiring(std::span<const SAlertFiring> firings, const SAlertFiring& like) {
+    const auto isLike = [&](const SAlertFiring& firing) {
+        return firing.symbol == like.symbol && firing.field == like.field && firing.condition == like.condition &&
+               firing.threshold == like.threshold && firing.end != EFiringEnd::Reset;
+    };
+    const auto found = std::find_if(firings.rbegin(), firings.rend(), isLike);
+    return found == firings.rend() ? nullptr : &*found;
 }
 
 int64_t LastAbsence(std::span<const SAlertFiring> firings) {

@@ -12,7 +12,14 @@
 namespace vx {
 
 /// What became of a notice.
-enum class EFiringEnd : uint8_t { Open, Dismissed, Reset };
+enum class EFiringEnd : uint8_t {
+    Open,
+    Dismissed,
+    Together,   ///< Dismissed with others before it was shown.
+    Armed,      ///< The alert was armed again as it was.
+    Reset,      ///< The alert was armed with another threshold.
+    ResetOther, ///< Another alert was: the symbol's first one.
+};
 
 /// One alert that fired, as the history keeps it. Texts are Windows-1252; times are milliseconds since 1970 UTC.
 struct SAlertFiring {
@@ -28,9 +35,11 @@ struct SAlertFiring {
     double bid = 0; ///< Of that moment, as ask and last.
     double ask = 0;
     double last = 0;
+    int64_t seenMs = 0; ///< When the notice was shown to a user who was there; 0: it was not.
     EFiringEnd end = EFiringEnd::Open;
     int64_t endedMs = 0;     ///< When the notice was closed; 0 while it was not.
     double newThreshold = 0; ///< Of a reset.
+    std::string other;       ///< The alert that was reset in place of this one, in words.
 };
 
 /// Every firing of the user's alerts, kept on disk across runs and shared by all windows of the program.
@@ -53,8 +62,11 @@ public:
 
     /// Adds a firing that has no end yet. Returns its id.
     std::string NoteFired(SAlertFiring firing);
-    /// Adds the end of a firing. newThreshold: of a reset.
-    void NoteEnded(std::string_view id, EFiringEnd end, int64_t atMs, double newThreshold = 0);
+    /// Adds that its notice was shown to a user who was there.
+    void NoteSeen(std::string_view id, int64_t atMs);
+    /// Adds the end of a firing. newThreshold: of a reset; other: as in SAlertFiring, for ResetOther.
+    void NoteEnded(std::string_view id, EFiringEnd end, int64_t atMs, double newThreshold = 0,
+                   std::string_view other = {});
 
     /// All firings, in the order in which they were written.
     std::vector<SAlertFiring> Read() const;
@@ -74,6 +86,11 @@ private:
 /// A firing made of what a notice says.
 SAlertFiring FiringOf(const SAlertNotice& notice, int64_t firedMs, int64_t awaySinceMs);
 
+/// The latest firing of an alert that was not reset since, by symbol, field, condition and threshold; null for none.
+const SAlertFiring* FindFiring(std::span<const SAlertFiring> firings, const SAlertFiring& like);
+
+/// The word that begins an end's line in the file ("dismissed"); empty for Open.
+std::string_view EndWord(EFiringEnd end);
 /// Adds what the text of a history file says to the firings; lines that are not whole are passed over.
 void ParseHistory(std::string_view text, std::vector<SAlertFiring>& out);
 
@@ -86,7 +103,10 @@ inline bool FiredWhileAway(const SAlertFiring& firing, int64_t lastAbsence) {
 
 /// A time as "2024-01-31 09:30:05" of the local clock; empty for 0.
 std::string LocalTimeText(int64_t ms);
-/// What became of a firing, in words: "Open", "Dismissed" or "Reset to 12.5".
+/// A span of time in words of its two largest units: "8 s", "2 min 5 s", "3 h 12 min".
+std::string SpanText(int64_t ms);
+/// What became of a firing, in words: "Never seen", "Seen", "Dismissed after 8 s", "Dismissed together", "Armed again",
+/// "Reset to 12.5" or "Dismissed after 8 s; reset Last less than 5 to 12.5". Without the time where it was not seen.
 std::string EndText(const SAlertFiring& firing);
 
 /// Firings as a table for spreadsheets, with a line of headings: fields with "," between them, lines end in CR LF. A

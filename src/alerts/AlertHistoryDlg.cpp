@@ -18,12 +18,14 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTableView>
 #include <QTimer>
 #include <QVBoxLayout>
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <set>
 #include <utility>
 
@@ -31,8 +33,9 @@ namespace vx {
 
 namespace {
 
-constexpr int kWidth = 1080;
+constexpr int kWidth = 1180;
 constexpr int kHeight = 460;
+constexpr int kScreenEdge = 40;
 constexpr int kMostColumnWidth = 220;
 constexpr int kRefreshMs = 200; // Each reads the whole file again.
 constexpr int kWhileAway = 0;   // Of the list of views.
@@ -52,7 +55,7 @@ CAlertHistoryDlg::CAlertHistoryDlg(const CAlertHistory& history, QWidget* parent
     m_soon->setSingleShot(true);
     m_soon->setInterval(kRefreshMs);
     connect(m_soon, &QTimer::timeout, this, &CAlertHistoryDlg::Refresh);
-    resize(kWidth, kHeight);
+    resize(std::min(kWidth, screen()->availableGeometry().width() - kScreenEdge), kHeight);
     ShowMissed();
 }
 

@@ -44,7 +44,7 @@ std::string TextOf(const SAlertFiring& firing, int column) {
     case CAlertHistoryModel::Condition:
         return firing.isNews ? "received" : ShownLine(firing.condition);
     case CAlertHistoryModel::Outcome:
-        return EndText(firing);
+        return ShownLine(EndText(firing));
     case CAlertHistoryModel::Closed:
         return LocalTimeText(firing.endedMs);
     default:

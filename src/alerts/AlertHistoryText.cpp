@@ -9,14 +9,28 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <ctime>
 #include <optional>
 #include <unordered_map>
+#include <utility>
 
 namespace vx {
 
 namespace {
+
+constexpr std::array kEndWords = {std::pair{std::string_view("dismissed"), EFiringEnd::Dismissed},
+                                  std::pair{std::string_view("together"), EFiringEnd::Together},
+                                  std::pair{std::string_view("armed"), EFiringEnd::Armed},
+                                  std::pair{std::string_view("reset"), EFiringEnd::Reset},
+                                  std::pair{std::string_view("other"), EFiringEnd::ResetOther}};
+
+EFiringEnd ReadEndWord(std::string_view word) {
+    for (const auto& [known, end] : kEndWords)
+        if (known == word) return end;
+    return EFiringEnd::Open;
+}
 
 /// The words of one line: bare ones end at a blank, quoted ones hold escaped bytes.
 class CWords {
@@ -73,6 +87,25 @@ std::optional<SAlertFiring> ReadFired(std::string_view id, CWords& words) {
     return out;
 }
 
+// Takes over what a line says of a firing: that it was seen, or how it ended. A line that is not whole says nothing.
+// Its alert may be reset before its notice comes up: dismissing the notice does not disarm it again.
+void ReadOutcome(std::string_view kind, CWords& words, SAlertFiring& firing) {
+    SAlertFiring read = firing;
+    const int64_t at = words.NextInteger();
+    if (kind == "seen") {
+        read.seenMs = at;
+    } else {
+        read.end = ReadEndWord(kind);
+        read.endedMs = at;
+        const bool isReset = read.end == EFiringEnd::Reset || read.end == EFiringEnd::ResetOther;
+        read.newThreshold = isReset ? words.NextNumber() : 0;
+        read.other = read.end == EFiringEnd::ResetOther ? words.NextQuoted() : std::string{};
+    }
+    const bool onlyClosed = read.end == EFiringEnd::Dismissed || read.end == EFiringEnd::Together;
+    if (!words.EndsWell() || (firing.end == EFiringEnd::Reset && onlyClosed)) return;
+    firing = std::move(read);
+}
+
 std::string CsvText(std::string_view text) {
     std::string out = "\"";
     if (!text.empty() && std::string_view("=+-@\t\r").find(text.front()) != std::string_view::npos) out += '\'';
@@ -101,16 +134,16 @@ void ParseHistory(std::string_view text, std::vector<SAlertFiring>& out) {
             }
             continue;
         }
-        if (kind != "dismissed" && kind != "reset") continue;
+        if (kind != "seen" && ReadEndWord(kind) == EFiringEnd::Open) continue;
         const auto place = places.find(words.Next());
-        const int64_t at = words.NextInteger();
-        const double threshold = kind == "reset" ? words.NextNumber() : 0;
-        if (place == places.end() || !words.EndsWell()) continue;
-        SAlertFiring& firing = out[place->second];
-        firing.end = kind == "reset" ? EFiringEnd::Reset : EFiringEnd::Dismissed;
-        firing.endedMs = at;
-        firing.newThreshold = threshold;
+        if (place != places.end()) ReadOutcome(kind, words, out[place->second]);
     }
+}
+
+std::string_view EndWord(EFiringEnd end) {
+    for (const auto& [word, of] : kEndWords)
+        if (of == end) return word;
+    return {};
 }
 
 std::string LocalTimeText(int64_t ms) {
@@ -122,16 +155,33 @@ std::string LocalTimeText(int64_t ms) {
                        local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec);
 }
 
+std::string SpanText(int64_t ms) {
+    constexpr int64_t kMinute = 60;
+    constexpr int64_t kHour = 60 * kMinute;
+    const int64_t seconds = std::max<int64_t>(ms, 0) / 1000;
+    if (seconds < kMinute) return fmt::format("{} s", seconds);
+    if (seconds < kHour) return fmt::format("{} min {} s", seconds / kMinute, seconds % kMinute);
+    return fmt::format("{} h {} min", seconds / kHour, seconds % kHour / kMinute);
+}
+
 std::string EndText(const SAlertFiring& firing) {
+    const std::string dismissed =
+        firing.seenMs == 0 ? "Dismissed" : "Dismissed after " + SpanText(firing.endedMs - firing.seenMs);
     switch (firing.end) {
     case EFiringEnd::Dismissed:
-        return "Dismissed";
+        return dismissed;
+    case EFiringEnd::Together:
+        return "Dismissed together";
+    case EFiringEnd::Armed:
+        return "Armed again";
     case EFiringEnd::Reset:
         return firing.isNews ? "Reset" : fmt::format("Reset to {}", firing.newThreshold);
+    case EFiringEnd::ResetOther:
+        return fmt::format("{}; reset {} to {}", dismissed, firing.other, firing.newThreshold);
     case EFiringEnd::Open:
         break;
     }
-    return "Open";
+    return firing.seenMs == 0 ? "Never seen" : "Seen";
 }
 
 std::string HistoryCsv(std::span<const SAlertFiring> firings) {
@@ -143,7 +193,7 @@ std::string HistoryCsv(std::span<const SAlertFiring> firings) {
             out += ",,,,,";
         else
             out += fmt::format("{},{},{},{},{},", firing.threshold, firing.value, firing.bid, firing.ask, firing.last);
-        out += fmt::format("{},{},{}\r\n", firing.awaySinceMs != 0 ? "yes" : "no", EndText(firing),
+        out += fmt::format("{},{},{}\r\n", firing.awaySinceMs != 0 ? "yes" : "no", CsvText(EndText(firing)),
                            LocalTimeText(firing.endedMs));
     }
     return out;

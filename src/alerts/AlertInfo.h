@@ -20,6 +20,11 @@ struct A_INFO {
     bool operator==(const A_INFO&) const = default;
 };
 
+/// Whether two alerts of a symbol count as one: a symbol has each of them once.
+inline bool IsSameAlert(const A_INFO& a, const A_INFO& b) {
+    return a.fieldId == b.fieldId && a.condition == b.condition && a.value == b.value && a.noZero == b.noZero;
+}
+
 enum class EAlertSound : uint32_t { None = 0, BuiltIn = 1, WaveFile = 2 };
 
 /// The alerts of one symbol in the order in which they were added; an alert's index is its place here.

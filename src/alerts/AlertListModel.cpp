@@ -1,13 +1,27 @@
 #include "alerts/AlertListModel.h"
 
+#include "alerts/AlertField.h"
 #include "alerts/AlertTexts.h"
 #include "grid/QtText.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QStyle>
 
 #include <algorithm>
 
 namespace vx {
 
-CAlertListModel::CAlertListModel(CAlertsMap& alerts, QObject* parent) : QAbstractListModel(parent), m_alerts(alerts) {
+namespace {
+
+// Each at least 4.5:1 on the lists of its theme.
+constexpr QRgb kLightWarning = 0xFFA03C00;
+constexpr QRgb kDarkWarning = 0xFFFFB870;
+
+} // namespace
+
+CAlertListModel::CAlertListModel(CAlertsMap& alerts, const std::vector<std::string>& symbols, QObject* parent)
+    : QAbstractListModel(parent), m_alerts(alerts), m_listed(symbols.begin(), symbols.end()) {
     Refill();
 }
 
@@ -45,16 +59,42 @@ int CAlertListModel::RowOf(std::string_view symbol, int index) const {
 
 int CAlertListModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : m_firstRows.back(); }
 
+QString CAlertListModel::StateText(int row) const {
+    return QtText(CannotFireText(Alert(row), m_listed.contains(At(row).symbol)));
+}
+
+QString CAlertListModel::TipText(int row) const {
+    const A_INFO& alert = Alert(row);
+    QString tip = QtText(AlertLineText(At(row).symbol, alert));
+    tip += QLatin1Char('\n') + (alert.enabled != 0 ? tr("Armed: fires once, on the next value that meets it")
+                                                   : tr("Fired or switched off: check it to arm it"));
+    if (!CanFire(alert))
+        tip += tr("\nThe field has no numbers: it cannot fire");
+    else if (!m_listed.contains(At(row).symbol))
+        tip += tr("\nThe symbol is not in the watchlist: it cannot fire until it is");
+    return tip;
+}
+
 QVariant CAlertListModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
-    const QString line = QtText(AlertLineText(At(index.row()).symbol, Alert(index.row())));
-    if (role == Qt::DisplayRole) return line;
-    if (role == Qt::CheckStateRole) return Alert(index.row()).enabled != 0 ? Qt::Checked : Qt::Unchecked;
-    if (role == Qt::ToolTipRole)
-        return PlainTipText(line + QLatin1Char('\n') +
-                            (Alert(index.row()).enabled != 0 ? tr("Armed: fires once, on the next value that meets it")
-                                                             : tr("Fired or switched off: check it to arm it")));
-    return {};
+    const int row = index.row();
+    switch (role) {
+    case Qt::DisplayRole:
+        return QtText(AlertLineText(At(row).symbol, Alert(row)));
+    case Qt::CheckStateRole:
+        return Alert(row).enabled != 0 ? Qt::Checked : Qt::Unchecked;
+    case kStateRole:
+        return StateText(row);
+    case Qt::AccessibleTextRole: {
+        const QString state = StateText(row);
+        const QString line = data(index, Qt::DisplayRole).toString();
+        return state.isEmpty() ? line : line + QStringLiteral(", ") + state;
+    }
+    case Qt::ToolTipRole:
+        return PlainTipText(TipText(row));
+    default:
+        return {};
+    }
 }
 
 bool CAlertListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
@@ -67,6 +107,30 @@ bool CAlertListModel::setData(const QModelIndex& index, const QVariant& value, i
 
 Qt::ItemFlags CAlertListModel::flags(const QModelIndex& index) const {
     return QAbstractListModel::flags(index) | Qt::ItemIsUserCheckable;
+}
+
+void CAlertLineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    constexpr int kMargin = 6;
+    constexpr int kGap = 12;
+    const QString state = index.data(CAlertListModel::kStateRole).toString();
+    QStyleOptionViewItem line = option;
+    initStyleOption(&line, index);
+    const QStyle& style = *(line.widget ? line.widget->style() : QApplication::style());
+    if (!state.isEmpty()) {
+        const QRect text = style.subElementRect(QStyle::SE_ItemViewItemText, &line, line.widget);
+        const int room = text.width() - line.fontMetrics.horizontalAdvance(state) - kMargin - kGap;
+        line.text = line.fontMetrics.elidedText(line.text, Qt::ElideRight, std::max(room, 0));
+    }
+    style.drawControl(QStyle::CE_ItemViewItem, &line, painter, line.widget);
+    if (state.isEmpty()) return;
+    const bool selected = line.state.testFlag(QStyle::State_Selected);
+    const bool dark = line.palette.color(QPalette::Base).lightness() < 128;
+    painter->save();
+    painter->setFont(line.font);
+    painter->setPen(selected ? line.palette.color(QPalette::HighlightedText)
+                             : QColor::fromRgb(dark ? kDarkWarning : kLightWarning));
+    painter->drawText(line.rect.adjusted(0, 0, -kMargin, 0), Qt::AlignRight | Qt::AlignVCenter, state);
+    painter->restore();
 }
 
 } // namespace vx

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "alerts/AlertInfo.h"
+#include "base/Clock.h"
 
 #include <cstdint>
 #include <string>
@@ -25,6 +26,17 @@ struct SAlertNotice {
     int32_t index = 0;                        ///< Of the alert among those of its symbol.
     std::vector<std::string> otherThresholds; ///< Of the symbol's other alerts on the field, as numbers in text.
     bool isNews = false;
+    std::string headline; ///< Of news.
+};
+
+/// A notice on its way to the user.
+struct SFiredNotice {
+    SAlertNotice notice;
+    A_INFO alert; ///< The one that fired, as it was before: what the record cannot say.
+    SLocalTime firedAt;
+    std::string id;         ///< Of its firing in the history.
+    uint64_t watchlist = 0; ///< Which of the watchlists opened one after another the alert belongs to.
+    bool wasAway = false;   ///< Another program was the active one as it fired.
 };
 
 /// The value that fired an alert, and the symbol's prices of that moment.
@@ -59,11 +71,11 @@ public:
     virtual ~CAlertNotices() = default;
 
     /// A field alert fired: post its record (see FormatAlertNotice) to the frame and return. Nothing may be shown and
-    /// no alert changed from inside.
-    virtual void PostNotice(std::string record) = 0;
+    /// no alert changed from inside. fired: as it was before.
+    virtual void PostNotice(std::string record, const A_INFO& fired) = 0;
 
     /// News came for a symbol with an armed news alert; the same rules hold.
-    virtual void PostNewsNotice(SAlertNotice notice) = 0;
+    virtual void PostNewsNotice(SAlertNotice notice, const A_INFO& fired) = 0;
 };
 
 } // namespace vx

@@ -44,7 +44,8 @@ bool CanCarry(const QString& path) {
 } // namespace
 
 CAlertSoundBox::CAlertSoundBox(const SAlertDialogServices& services, QWidget* parent)
-    : QWidget(parent), m_services(services), m_list(new CPathList), m_play(new QPushButton) {
+    : QWidget(parent), m_services(services), m_list(new CPathList), m_play(new QPushButton),
+      m_remove(new QPushButton(tr("&Remove"))) {
     m_list->setObjectName(QStringLiteral("soundList"));
     m_list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_list->setMinimumContentsLength(kListCharacters);
@@ -54,11 +55,15 @@ CAlertSoundBox::CAlertSoundBox(const SAlertDialogServices& services, QWidget* pa
     browse->setObjectName(QStringLiteral("browse"));
     browse->setToolTip(tr("Look for a wave file"));
     browse->setAutoDefault(false);
+    m_remove->setObjectName(QStringLiteral("removeSound"));
+    m_remove->setToolTip(tr("Take the chosen wave file off the list; the file itself stays"));
+    m_remove->setAutoDefault(false);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_list, 1);
     layout->addWidget(m_play);
     layout->addWidget(browse);
+    layout->addWidget(m_remove);
     setFocusProxy(m_list);
     Fill();
     connect(m_list, &QComboBox::currentIndexChanged, this, [this](int) {
@@ -68,6 +73,7 @@ CAlertSoundBox::CAlertSoundBox(const SAlertDialogServices& services, QWidget* pa
     });
     connect(m_play, &QPushButton::clicked, this, &CAlertSoundBox::TogglePlay);
     connect(browse, &QPushButton::clicked, this, &CAlertSoundBox::Browse);
+    connect(m_remove, &QPushButton::clicked, this, &CAlertSoundBox::TakeOff);
     ShowPlaying(false);
 }
 
@@ -78,8 +84,10 @@ CAlertSoundBox::~CAlertSoundBox() {
 void CAlertSoundBox::Fill() {
     m_list->addItems({tr("None"), tr("Default")});
     for (const STextSetting* setting : kSoundFiles)
-        if (const std::string file = m_services.settings.ReadText(*setting); !file.empty())
+        if (const std::string file = m_services.settings.ReadText(*setting); !file.empty()) {
             m_list->addItem(QtText(file));
+            if (file != kConfigError) m_first.insert(file);
+        }
 }
 
 void CAlertSoundBox::Choose(uint32_t soundType, const std::string& soundFile) {
@@ -103,12 +111,22 @@ std::string CAlertSoundBox::SoundFile() const {
     return m_list->currentIndex() < kFirstFile ? std::string{} : BytesFromQt(m_list->currentText());
 }
 
-// What stands for a setting that cannot be read is no file.
+// What stands for a setting that cannot be read is no file. Only what this list began with is emptied: another window
+// may have added a file since.
 void CAlertSoundBox::SaveFiles() const {
     for (size_t n = 0; n < kSoundFiles.size(); ++n) {
-        const std::string file = BytesFromQt(m_list->itemText(kFirstFile + static_cast<int>(n)));
-        if (!file.empty() && file != kConfigError) m_services.settings.WriteText(*kSoundFiles[n], file);
+        std::string file = BytesFromQt(m_list->itemText(kFirstFile + static_cast<int>(n)));
+        if (file == kConfigError) file.clear();
+        const std::string stored = m_services.settings.ReadText(*kSoundFiles[n]);
+        const bool write = file.empty() ? m_first.contains(stored) : stored != file;
+        if (write) m_services.settings.WriteText(*kSoundFiles[n], file);
     }
+}
+
+void CAlertSoundBox::TakeOff() {
+    const int chosen = m_list->currentIndex();
+    m_list->setCurrentIndex(static_cast<int>(EAlertSound::BuiltIn));
+    m_list->removeItem(chosen);
 }
 
 void CAlertSoundBox::Browse() {
@@ -150,6 +168,7 @@ void CAlertSoundBox::ShowPlaying(bool playing) {
     m_playing = playing;
     m_play->setText(playing ? tr("S&top") : tr("&Play"));
     m_play->setEnabled(m_list->currentIndex() > 0 && !muted);
+    m_remove->setEnabled(m_list->currentIndex() >= kFirstFile);
     m_play->setToolTip(muted ? tr("Sounds are muted") : tr("Hear the sound"));
 }
 

@@ -5,6 +5,9 @@
 
 #include <QWidget>
 
+#include <set>
+#include <string>
+
 class QComboBox;
 class QPushButton;
 class QToolButton;
@@ -12,7 +15,7 @@ class QToolButton;
 namespace vx {
 
 /// The choice of an alert's sound: "None", "Default" and wave files in a list, a button that looks for another file,
-/// and one that plays the choice.
+/// one that takes the chosen file off the list, and one that plays the choice.
 ///
 /// Owns    nothing of the services, which outlive it
 /// Thread  GUI thread only
@@ -30,7 +33,8 @@ public:
     void Choose(uint32_t soundType, const std::string& soundFile);
     uint32_t SoundType() const;
     std::string SoundFile() const;
-    /// Writes the list's files to the settings, as many as there are settings for.
+    /// Writes the list's files to the settings, as many as there are settings for, and empties the settings of those
+    /// that were taken off.
     void SaveFiles() const;
 
     /// Adds a file that the user found, and chooses it.
@@ -41,12 +45,15 @@ public:
 private:
     void Fill();
     void Browse();
+    void TakeOff();
     void TogglePlay();
     void ShowPlaying(bool playing);
 
     const SAlertDialogServices& m_services;
     QComboBox* m_list;
     QPushButton* m_play;
+    QPushButton* m_remove;
+    std::set<std::string> m_first; ///< The files that the list began with.
     bool m_playing = false;
 };
 

@@ -50,6 +50,18 @@ std::string AlertLineText(std::string_view symbol, const A_INFO& alert) {
                        alert.noZero != 0 ? " (Do NOT fire alert for zero values)" : "");
 }
 
+std::string CannotFireText(const A_INFO& alert, bool isListed) {
+    if (!CanFire(alert))
+        return ConditionWords(alert.condition).empty() ? "cannot fire: no operation" : "cannot fire: no numbers";
+    return isListed ? "" : "cannot fire: not in the list";
+}
+
+std::string AlertWords(const A_INFO& alert) {
+    const std::string_view field = AlertFieldName(alert.fieldId);
+    if (alert.fieldId == NewsFieldId()) return std::string(field);
+    return fmt::format("{} {} {}", field, ConditionWords(alert.condition), alert.value);
+}
+
 std::string NoticeTitle(const SAlertNotice& notice) {
     const std::string symbol = ShownLine(notice.symbol);
     if (notice.isNews) return fmt::format("{} alert: {} News", kProductWords, symbol);

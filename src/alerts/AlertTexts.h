@@ -19,6 +19,9 @@ inline constexpr std::string_view kProductWords = "Norv Vx";
 /// One field of a text may take so many bytes of it; a longer one is cut and ends in "...".
 inline constexpr size_t kMostShownBytes = 200;
 
+/// As much of a headline is shown in a notice.
+inline constexpr size_t kMostHeadlineBytes = 400;
+
 /// A text that came from elsewhere, for one line of a window: cut, and "?" for each control character.
 std::string ShownLine(std::string_view text, size_t most = kMostShownBytes);
 
@@ -26,6 +29,11 @@ std::string ShownLine(std::string_view text, size_t most = kMostShownBytes);
 ///
 /// Shape   "\"IBM\" when the \"Last\" is greater than 10.000000 (Do NOT fire alert for zero values)"
 std::string AlertLineText(std::string_view symbol, const A_INFO& alert);
+
+/// Why an alert cannot fire, in a few words; empty when it can. isListed: whether its symbol is in the watchlist.
+std::string CannotFireText(const A_INFO& alert, bool isListed);
+/// An alert without its symbol, for a table: "Last greater than 10".
+std::string AlertWords(const A_INFO& alert);
 
 /// Title and text of a notice. firedAt: local time; lines end in CR LF.
 std::string NoticeTitle(const SAlertNotice& notice);

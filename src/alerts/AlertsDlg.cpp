@@ -26,14 +26,6 @@ constexpr int kWidth = 780; // A line about zero values fits.
 constexpr int kHeight = 380;
 constexpr int kLineSpacing = 2;
 
-int IndexOfEqual(const CAlertArray& alerts, const A_INFO& alert) {
-    const auto same = std::ranges::find_if(alerts, [&](const A_INFO& other) {
-        return other.fieldId == alert.fieldId && other.condition == alert.condition && other.value == alert.value &&
-               other.noZero == alert.noZero;
-    });
-    return same == alerts.end() ? -1 : static_cast<int>(same - alerts.begin());
-}
-
 QPushButton* MakeButton(const QString& text, const char* name, const QString& tip) {
     auto* button = new QPushButton(text);
     button->setObjectName(QString::fromLatin1(name));
@@ -46,7 +38,7 @@ QPushButton* MakeButton(const QString& text, const char* name, const QString& ti
 
 CAlertsDlg::CAlertsDlg(CAlertsMap& alerts, const SAlertDialogServices& services, QWidget* parent)
     : QDialog(parent), m_alerts(alerts), m_services(services), m_hasSymbols(!services.symbols().empty()),
-      m_model(new CAlertListModel(alerts, this)), m_list(new QListView),
+      m_model(new CAlertListModel(alerts, services.symbols(), this)), m_list(new QListView),
       m_empty(new QLabel(m_hasSymbols ? tr("There are no alerts yet.\n\"New\" sets the first one.")
                                       : tr("There are no alerts yet.\nAlerts need a symbol in the watchlist."))),
       m_new(MakeButton(tr("&New..."), "new", tr("Set another alert"))),
@@ -60,6 +52,7 @@ CAlertsDlg::CAlertsDlg(CAlertsMap& alerts, const SAlertDialogServices& services,
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setTextElideMode(Qt::ElideRight);
     m_list->setModel(m_model);
+    m_list->setItemDelegate(new CAlertLineDelegate(m_list));
     m_list->installEventFilter(this);
     m_empty->setObjectName(QStringLiteral("noAlerts"));
     m_empty->setAlignment(Qt::AlignCenter);
@@ -69,6 +62,7 @@ CAlertsDlg::CAlertsDlg(CAlertsMap& alerts, const SAlertDialogServices& services,
     connect(m_new, &QPushButton::clicked, this, &CAlertsDlg::New);
     connect(m_edit, &QPushButton::clicked, this, &CAlertsDlg::Edit);
     connect(m_delete, &QPushButton::clicked, this, &CAlertsDlg::Delete);
+    SelectRow(0);
     EnableButtons();
     m_list->setFocus();
     resize(kWidth, kHeight);
@@ -106,7 +100,7 @@ void CAlertsDlg::SelectRow(int row) {
     m_list->scrollTo(index, QAbstractItemView::EnsureVisible);
 }
 
-void CAlertsDlg::SelectSymbol(std::string_view symbol) { SelectRow(m_model->RowOf(symbol, 0)); }
+void CAlertsDlg::SelectSymbol(std::string_view symbol) { SelectRow(std::max(m_model->RowOf(symbol, 0), 0)); }
 
 void CAlertsDlg::EnableButtons() {
     const bool one = SelectedRow() >= 0;
@@ -122,6 +116,11 @@ void CAlertsDlg::Refill(int row) {
     EnableButtons();
 }
 
+void CAlertsDlg::RefillAt(const std::string& symbol, const A_INFO& alert) {
+    m_model->Refill();
+    Refill(m_model->RowOf(symbol, m_alerts.IndexOf(symbol, alert, EAlertMap::WorkingCopy)));
+}
+
 void CAlertsDlg::New() {
     auto* dialog = new CNewAlertDlg(m_services, {}, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
@@ -133,15 +132,16 @@ void CAlertsDlg::New() {
 
 void CAlertsDlg::Store(const std::string& symbol, const A_INFO& alert) {
     if (!m_alerts.Add(symbol, alert, EAlertMap::WorkingCopy)) return TellNoRoomForAlert(symbol);
-    m_model->Refill();
-    Refill(m_model->RowOf(symbol, IndexOfEqual(m_alerts.Get(symbol, EAlertMap::WorkingCopy), alert)));
+    RefillAt(symbol, alert);
 }
 
 void CAlertsDlg::Edit() {
     const int row = SelectedRow();
     if (row < 0) return;
     const CAlertListModel::SLine line = m_model->At(row);
-    auto* dialog = new CNewAlertDlg(m_services, DraftOf(line.symbol, m_model->Alert(row)), this);
+    SAlertDraft draft = DraftOf(line.symbol, m_model->Alert(row));
+    draft.offerArming = m_model->Alert(row).enabled == 0;
+    auto* dialog = new CNewAlertDlg(m_services, draft, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowTitle(tr("Edit Alert"));
     dialog->setModal(true);
@@ -149,17 +149,15 @@ void CAlertsDlg::Edit() {
     dialog->show();
 }
 
-// The edited alert keeps its check mark.
+// The edited alert keeps its check mark, unless the user has it armed.
 void CAlertsDlg::Replace(const std::string& oldSymbol, int oldIndex, const CNewAlertDlg& edited) {
     const A_INFO before = m_alerts.Get(oldSymbol, EAlertMap::WorkingCopy).at(static_cast<size_t>(oldIndex));
     A_INFO after = edited.Alert();
-    after.enabled = before.enabled;
+    if (!edited.ArmsAgain()) after.enabled = before.enabled;
     m_alerts.Remove(oldSymbol, oldIndex, EAlertMap::WorkingCopy);
     const bool added = m_alerts.Add(edited.Symbol(), after, EAlertMap::WorkingCopy);
     if (!added) m_alerts.Add(oldSymbol, before, EAlertMap::WorkingCopy);
-    const std::string& symbol = added ? edited.Symbol() : oldSymbol;
-    m_model->Refill();
-    Refill(m_model->RowOf(symbol, IndexOfEqual(m_alerts.Get(symbol, EAlertMap::WorkingCopy), added ? after : before)));
+    RefillAt(added ? edited.Symbol() : oldSymbol, added ? after : before);
     if (!added) TellNoRoomForAlert(edited.Symbol());
 }
 
@@ -169,6 +167,12 @@ void CAlertsDlg::Delete() {
     const CAlertListModel::SLine line = m_model->At(row);
     m_alerts.Remove(line.symbol, line.index, EAlertMap::WorkingCopy);
     Refill(row);
+}
+
+// While the dialog was not the active window an alert may have fired, which takes its check mark away.
+void CAlertsDlg::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange) m_list->viewport()->update();
+    QDialog::changeEvent(event);
 }
 
 bool CAlertsDlg::eventFilter(QObject* watched, QEvent* event) {

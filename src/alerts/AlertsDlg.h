@@ -29,10 +29,11 @@ class CAlertsDlg : public QDialog {
 public:
     CAlertsDlg(CAlertsMap& alerts, const SAlertDialogServices& services, QWidget* parent = nullptr);
 
-    /// Selects the first alert of a symbol, if it has one.
+    /// Selects the first alert of a symbol, the first of all when it has none.
     void SelectSymbol(std::string_view symbol);
 
 protected:
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -44,6 +45,7 @@ private:
     void Store(const std::string& symbol, const A_INFO& alert);
     void Replace(const std::string& oldSymbol, int oldIndex, const CNewAlertDlg& edited);
     void Refill(int row);
+    void RefillAt(const std::string& symbol, const A_INFO& alert);
     void SelectRow(int row);
     int SelectedRow() const;
 

@@ -10,8 +10,8 @@ namespace vx {
 
 namespace {
 
-bool IsSameAlert(const A_INFO& a, const A_INFO& b) {
-    return a.fieldId == b.fieldId && a.condition == b.condition && a.value == b.value && a.noZero == b.noZero;
+auto FindSame(auto& alerts, const A_INFO& alert) {
+    return std::ranges::find_if(alerts, [&](const A_INFO& other) { return IsSameAlert(other, alert); });
 }
 
 bool HasIndex(const CAlertArray& alerts, int index) { return index >= 0 && static_cast<size_t>(index) < alerts.size(); }
@@ -22,7 +22,7 @@ bool CAlertsMap::Add(std::string_view symbol, const A_INFO& alert, EAlertMap map
     if (symbol.empty()) return false;
     SSymbolAlerts* entry = Find(symbol, map);
     if (entry) {
-        const auto same = std::ranges::find_if(entry->alerts, [&](const A_INFO& a) { return IsSameAlert(a, alert); });
+        const auto same = FindSame(entry->alerts, alert);
         if (same != entry->alerts.end()) {
             const bool changes = same->enabled != alert.enabled;
             same->enabled = alert.enabled;
@@ -77,6 +77,12 @@ void CAlertsMap::SetEnabled(std::string_view symbol, int index, bool enabled) {
     if (!entry) return;
     At(*entry, index);
     entry->alerts[static_cast<size_t>(index)].enabled = enabled ? 1 : 0;
+}
+
+int CAlertsMap::IndexOf(std::string_view symbol, const A_INFO& alert, EAlertMap map) const {
+    const CAlertArray& alerts = Get(symbol, map);
+    const auto same = FindSame(alerts, alert);
+    return same == alerts.end() ? -1 : static_cast<int>(same - alerts.begin());
 }
 
 int CAlertsMap::Count(std::string_view symbol, EAlertMap map) const {
@@ -153,6 +159,21 @@ void CAlertsMap::Rearm(std::string_view symbol, SSymbolAlerts& entry) {
     entry.armed.clear();
     for (size_t i = 0; i < entry.alerts.size(); ++i) AppendArmed(entry, i);
     Announce(symbol, entry.armed.size());
+}
+
+void CAlertsMap::Become(std::string_view symbol, A_INFO& alert, uint32_t enabled, double value) {
+    if (SSymbolAlerts* copy = Find(symbol, EAlertMap::WorkingCopy)) {
+        if (const auto same = FindSame(copy->alerts, alert); same != copy->alerts.end()) {
+            same->enabled = enabled;
+            same->value = value;
+        }
+    }
+    alert.enabled = enabled;
+    alert.value = value;
+}
+
+void CAlertsMap::AnnounceFiredOrArmed() {
+    if (m_observer) m_observer->OnAlertsFiredOrArmed();
 }
 
 void CAlertsMap::Announce(std::string_view symbol, size_t armed) {

@@ -35,6 +35,10 @@ public:
     ///
     /// Units   armed: how many of them are judged by value now, for CL1DataStore::SetArmedAlerts
     virtual void OnAlertsChanged(std::string_view symbol, int armed) = 0;
+
+    /// Live alerts fired, or were armed again after they had: no edit of the user, yet to be saved. OnAlertsChanged was
+    /// called for each symbol before.
+    virtual void OnAlertsFiredOrArmed() = 0;
 };
 
 /// What a reading of alert text left out.
@@ -82,6 +86,8 @@ public:
     /// Errors  std::invalid_argument for an index that the symbol's alerts do not have
     void SetEnabled(std::string_view symbol, int index, bool enabled);
 
+    /// The index of the symbol's alert that counts as the same one (IsSameAlert); -1 when there is none.
+    int IndexOf(std::string_view symbol, const A_INFO& alert, EAlertMap map = EAlertMap::Live) const;
     int Count(std::string_view symbol, EAlertMap map = EAlertMap::Live) const;
     /// The alerts of a symbol, none when it has no key. Good until the next change.
     const CAlertArray& Get(std::string_view symbol, EAlertMap map = EAlertMap::Live) const;
@@ -91,7 +97,8 @@ public:
     /// How many live alerts of a symbol are armed and judged by value. News alerts are not among them.
     int ArmedCount(std::string_view symbol) const;
 
-    // Firing.
+    // Firing. What becomes of a live alert here becomes of the same alert of the working copy too: the dialog's OK does
+    // not arm again what fired while it was open.
 
     /// Judges the live alerts of a record's symbol by its present values, in order, and fires those that are met. A
     /// record that never received data fires nothing. Costs no allocation while nothing fires.
@@ -106,13 +113,16 @@ public:
     bool EvaluateFieldAlert(std::string_view symbol, int index, double newValue, double last, double bid, double ask);
 
     /// News came for these symbols, "," between or behind them: fires their armed news alerts.
-    void CheckNews(std::string_view symbols);
+    void CheckNews(std::string_view symbols, std::string_view headline = {});
 
     /// Takes "symbol,index,threshold" as a notice posts it: gives that alert the threshold and arms it. Fewer fields
     /// change nothing.
     ///
     /// Errors  false when nothing was reset; std::invalid_argument for an index that the symbol's alerts do not have
     bool ResetFromRecord(std::string_view record);
+
+    /// Arms a live alert again as it is; an index that the symbol's alerts do not have is ignored.
+    void Arm(std::string_view symbol, int index);
 
     // Text.
 
@@ -167,6 +177,8 @@ private:
     SSymbolAlerts* Find(std::string_view symbol, EAlertMap map);
     void Erase(std::string_view symbol, EAlertMap map);
     void Rearm(std::string_view symbol, SSymbolAlerts& entry);
+    void Become(std::string_view symbol, A_INFO& alert, uint32_t enabled, double value);
+    void AnnounceFiredOrArmed();
     void Announce(std::string_view symbol, size_t armed);
     const SSymbolAlerts* FindFor(const CSymbolRec& record);
     template <typename Visit>

@@ -31,8 +31,9 @@ SPrices PricesOf(const CSymbolRec& record) {
     return {CellNumber(record, last), CellNumber(record, bid), CellNumber(record, ask)};
 }
 
-SAlertNotice NewsNotice(std::string_view symbol, const A_INFO& alert, int index) {
+SAlertNotice NewsNotice(std::string_view symbol, const A_INFO& alert, int index, std::string_view headline) {
     SAlertNotice notice;
+    notice.headline = headline;
     notice.symbol = symbol;
     notice.fieldName = AlertFieldName(NewsFieldId());
     notice.soundType = static_cast<int32_t>(alert.soundType);
@@ -102,28 +103,33 @@ bool CAlertsMap::EvaluateFieldAlert(std::string_view symbol, int index, double n
     if (!IsMet(MeetingResults(alert.condition), newValue, alert.value, alert.noZero != 0)) return false;
     std::string record =
         FormatAlertNotice(symbol, entry->alerts, static_cast<size_t>(index), {newValue, last, bid, ask});
-    alert.enabled = 0;
+    const A_INFO fired = alert;
+    Become(symbol, alert, 0, alert.value);
     Rearm(symbol, *entry);
-    if (m_notices) m_notices->PostNotice(std::move(record));
+    if (m_notices) m_notices->PostNotice(std::move(record), fired);
+    AnnounceFiredOrArmed();
     return true;
 }
 
-void CAlertsMap::CheckNews(std::string_view symbols) {
+void CAlertsMap::CheckNews(std::string_view symbols, std::string_view headline) {
+    bool anyFired = false;
     for (const std::string_view symbol : SplitCountingTail(symbols, ',')) {
         SSymbolAlerts* entry = Find(symbol, EAlertMap::Live);
         if (!entry) continue;
-        std::vector<SAlertNotice> fired;
+        std::vector<std::pair<SAlertNotice, A_INFO>> fired;
         for (size_t i = 0; i < entry->alerts.size(); ++i) {
             A_INFO& alert = entry->alerts[i];
             if (alert.fieldId != NewsFieldId() || alert.enabled == 0) continue;
-            alert.enabled = 0;
-            fired.push_back(NewsNotice(symbol, alert, static_cast<int>(i)));
+            fired.emplace_back(NewsNotice(symbol, alert, static_cast<int>(i), headline), alert);
+            Become(symbol, alert, 0, alert.value);
         }
         if (fired.empty()) continue;
+        anyFired = true;
         Announce(symbol, entry->armed.size());
         if (!m_notices) continue;
-        for (SAlertNotice& notice : fired) m_notices->PostNewsNotice(std::move(notice));
+        for (auto& [notice, alert] : fired) m_notices->PostNewsNotice(std::move(notice), alert);
     }
+    if (anyFired) AnnounceFiredOrArmed();
 }
 
 bool CAlertsMap::ResetFromRecord(std::string_view record) {
@@ -133,11 +139,19 @@ bool CAlertsMap::ResetFromRecord(std::string_view record) {
     if (!entry) return false;
     const int index = ReadInt32(fields[1]);
     At(*entry, index);
-    A_INFO& alert = entry->alerts[static_cast<size_t>(index)];
-    alert.value = ReadDouble(fields[2]);
-    alert.enabled = 1;
+    Become(fields[0], entry->alerts[static_cast<size_t>(index)], 1, ReadDouble(fields[2]));
     Rearm(fields[0], *entry);
+    AnnounceFiredOrArmed();
     return true;
+}
+
+void CAlertsMap::Arm(std::string_view symbol, int index) {
+    SSymbolAlerts* entry = Find(symbol, EAlertMap::Live);
+    if (!entry || index < 0 || static_cast<size_t>(index) >= entry->alerts.size()) return;
+    A_INFO& alert = entry->alerts[static_cast<size_t>(index)];
+    Become(symbol, alert, 1, alert.value);
+    Rearm(symbol, *entry);
+    AnnounceFiredOrArmed();
 }
 
 } // namespace vx

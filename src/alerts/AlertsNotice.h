@@ -1,61 +1,70 @@
 #pragma once
 
 #include "alerts/AlertNotice.h"
-#include "base/Clock.h"
 
 #include <QDialog>
-#include <QElapsedTimer>
+#include <QPoint>
 
+#include <optional>
 #include <string>
 
 class QPushButton;
 
 namespace vx {
 
-/// Tells the user that an alert fired. Accepted when the alert was reset, which the owner has been posted then as
-/// kResetAlertMessage; rejected when it was dismissed and stays disarmed.
+/// What can be done about an alert that fired, as the notice appears.
+struct SNoticeTarget {
+    bool canArm = true;      ///< The alert that fired is still there.
+    bool canReset = true;    ///< There is an alert at the index that a reset names.
+    bool resetsFired = true; ///< And it is the one that fired.
+    std::string resetLine;   ///< That alert in words.
+};
+
+/// Tells the user that an alert fired. It is not modal and does not take the keyboard when it is shown; its queue keeps
+/// input from the other windows and the first keys from it (CInputGate). No button is the default one or has the focus:
+/// Enter presses a button that the user went to, Esc dismisses.
 ///
-/// Keys are dropped until none was pressed for kKeyGuardMs, for kMostKeyGuardMs at the most: what is being typed was
-/// meant for what the notice came over.
-///
+/// Shape   result(): EResult. A reset was posted to the owner as kResetAlertMessage by then
+/// Owns    nothing of the owner, which outlives it
 /// Thread  GUI thread only
 class CAlertsNotice : public QDialog {
     Q_OBJECT
 public:
-    static constexpr int kKeyGuardMs = 400;
-    static constexpr int kMostKeyGuardMs = 2000;
+    enum EResult { Dismissed = QDialog::Rejected, WasReset = QDialog::Accepted, Armed = 2 };
 
-    /// owner: the frame window, which outlives the notice. firedAt: local time.
-    CAlertsNotice(SAlertNotice notice, const SLocalTime& firedAt, QObject& owner, QWidget* parent = nullptr);
+    CAlertsNotice(SFiredNotice fired, QObject& owner, QWidget* parent = nullptr);
 
-    const SAlertNotice& Notice() const { return m_notice; }
     /// How many more notices wait behind this one; with some, they can be dismissed together.
     void SetWaiting(int count);
-    /// Whether there is an alert to reset.
-    void SetResettable(bool resettable);
-    /// The threshold that it was reset to; only once accepted.
-    double NewThreshold() const { return m_newThreshold; }
+    void SetTarget(SNoticeTarget target);
+    /// Whether the keyboard was with it, or with what was opened from it, when it was closed.
+    bool HadKeyboard() const { return m_hadKeyboard; }
+    /// Where the user moved it to; nothing while it is where it was opened.
+    std::optional<QPoint> MovedTo() const;
+
+    void done(int result) override;
 
 Q_SIGNALS:
     void DismissAll();
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:
+    void MakeTexts();
     void MakeButtons();
-    bool IsGuarded() const;
     void OnReset();
 
-    SAlertNotice m_notice;
+    SFiredNotice m_fired;
+    SNoticeTarget m_target;
     QObject& m_owner;
+    QPushButton* m_arm = nullptr;
     QPushButton* m_reset = nullptr;
     QPushButton* m_dismiss = nullptr;
     QPushButton* m_dismissAll = nullptr;
-    QElapsedTimer m_shown;
-    QElapsedTimer m_lastKey; ///< Or since it is shown.
-    double m_newThreshold = 0;
+    bool m_hadKeyboard = false;
+    std::optional<QPoint> m_openedAt; ///< Once the desktop has put it somewhere.
 };
 
 } // namespace vx

@@ -74,6 +74,8 @@ CNewAlertDlg::CNewAlertDlg(const SAlertDialogServices& services, const SAlertDra
     m_noZero->setChecked(draft.noZero);
     m_sound->Choose(draft.soundType, draft.soundFile);
     m_loop->setChecked(draft.loopSound);
+    m_arm->setVisible(draft.offerArming);
+    m_arm->setChecked(draft.offerArming);
     OnFieldChosen();
     connect(m_symbolList, &QComboBox::currentIndexChanged, this, &CNewAlertDlg::ShowValueNow);
     connect(m_fieldList, &QComboBox::currentIndexChanged, this, &CNewAlertDlg::OnFieldChosen);
@@ -98,6 +100,8 @@ void CNewAlertDlg::MakeWidgets() {
     m_sound = new CAlertSoundBox(m_services);
     m_loop = new QCheckBox(tr("&Loop the sound until the notice is closed"));
     m_loop->setObjectName(QStringLiteral("loopSound"));
+    m_arm = new QCheckBox(tr("&Arm this alert: it fired or is off"));
+    m_arm->setObjectName(QStringLiteral("arm"));
 }
 
 void CNewAlertDlg::LayOut() {
@@ -117,6 +121,7 @@ void CNewAlertDlg::LayOut() {
     form->addRow(QString(), m_noZero);
     addRow(tr("So&und:"), m_sound, &m_sound->List());
     form->addRow(QString(), m_loop);
+    form->addRow(QString(), m_arm);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     buttons->setObjectName(QStringLiteral("buttons"));
     connect(buttons, &QDialogButtonBox::accepted, this, &CNewAlertDlg::accept);
@@ -139,7 +144,7 @@ void CNewAlertDlg::FillSymbols(const std::string& chosen) {
     m_symbolList->setCurrentIndex(chosen.empty() ? -1 : static_cast<int>(place - m_symbols.begin()));
 }
 
-// A field's place in the list is its id.
+// A field's place in the list is its id, but for the latest headline, which is an alert on news under another name.
 void CNewAlertDlg::FillFields(const std::optional<int32_t>& chosen) {
     for (int32_t id = 0; !AlertFieldName(id).empty(); ++id) m_fieldList->addItem(QtText(AlertFieldName(id)));
     const bool known = chosen && *chosen >= 0 && *chosen < m_fieldList->count();
@@ -147,6 +152,13 @@ void CNewAlertDlg::FillFields(const std::optional<int32_t>& chosen) {
 }
 
 bool CNewAlertDlg::IsNews() const { return m_fieldList->currentIndex() == NewsFieldId(); }
+
+int32_t CNewAlertDlg::ChosenField() const {
+    const int place = m_fieldList->currentIndex();
+    return AlertFieldId(AlertFieldName(place)) == NewsFieldId() ? NewsFieldId() : place;
+}
+
+bool CNewAlertDlg::ArmsAgain() const { return m_arm->isChecked(); }
 
 void CNewAlertDlg::OnFieldChosen() {
     const bool news = IsNews();
@@ -172,13 +184,18 @@ void CNewAlertDlg::ShowOperations(bool news) {
 
 void CNewAlertDlg::ShowValueNow() {
     const int symbol = m_symbolList->currentIndex();
-    const int field = m_fieldList->currentIndex();
-    const bool judged = field < 0 || JudgedField(field);
-    std::string now;
-    if (m_services.valueNow && symbol >= 0 && field >= 0 && judged)
-        now = m_services.valueNow(m_symbols[static_cast<size_t>(symbol)], field);
-    m_valueNow->setText(judged ? tr("Now %1").arg(QtText(now)) : tr("Alerts on this field never fire"));
-    m_valueNow->setVisible(!IsNews() && (!judged || !now.empty()));
+    const int field = ChosenField();
+    QString hint;
+    if (field == NewsFieldId()) {
+        hint = tr("Fires with each news story");
+    } else if (field >= 0 && !JudgedField(field)) {
+        hint = tr("Alerts on this field never fire");
+    } else if (m_services.valueNow && symbol >= 0 && field >= 0) {
+        const std::string now = m_services.valueNow(m_symbols[static_cast<size_t>(symbol)], field);
+        if (!now.empty()) hint = tr("Now %1").arg(QtText(now));
+    }
+    m_valueNow->setText(hint);
+    m_valueNow->setVisible(!IsNews() && !hint.isEmpty());
 }
 
 bool CNewAlertDlg::Refuse(const char* text, QWidget& where) {
@@ -190,7 +207,7 @@ bool CNewAlertDlg::Refuse(const char* text, QWidget& where) {
 bool CNewAlertDlg::ReadChoices() {
     const int symbol = m_symbolList->currentIndex();
     if (symbol < 0) return Refuse("Please select a Symbol.", *m_symbolList);
-    const int field = m_fieldList->currentIndex();
+    const int32_t field = ChosenField();
     if (field < 0) return Refuse("Please select a Field Name.", *m_fieldList);
     const int operation = m_operationList->currentIndex();
     if (!IsNews() && operation < 0) return Refuse("Please select an Operation.", *m_operationList);

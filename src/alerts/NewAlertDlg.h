@@ -28,13 +28,14 @@ struct SAlertDraft {
     uint32_t soundType = 0;
     std::string soundFile = {};
     bool loopSound = false;
+    bool offerArming = false; ///< The alert being edited fired or was switched off.
 };
 
 /// An alert as the dialog is filled with it for editing.
 SAlertDraft DraftOf(const std::string& symbol, const A_INFO& alert);
 
 /// Edits one alert. Every field of the catalogue is offered, "News" among them; of one that alerts are never judged by
-/// the dialog says so.
+/// the dialog says so. "Latest Headline" keeps its operations and makes an alert on news.
 ///
 /// Errors  OK checks symbol, field, operation and value in this order; the first that is missing or no number is named
 ///         in a message box and the dialog stays open
@@ -51,6 +52,8 @@ public:
     const std::string& FieldName() const { return m_fieldName; }
     /// Armed.
     const A_INFO& Alert() const { return m_alert; }
+    /// Whether the user has an alert armed that fired or was switched off.
+    bool ArmsAgain() const;
 
     void accept() override;
 
@@ -63,6 +66,7 @@ private:
     void ShowOperations(bool news);
     void ShowValueNow();
     bool IsNews() const;
+    int32_t ChosenField() const;
     bool Refuse(const char* text, QWidget& where);
     bool ReadChoices();
 
@@ -76,6 +80,7 @@ private:
     QCheckBox* m_noZero;
     CAlertSoundBox* m_sound;
     QCheckBox* m_loop;
+    QCheckBox* m_arm;
     bool m_newsShown = false;
     int m_operation = -1; ///< The choice to come back to after News.
 

@@ -31,18 +31,24 @@ std::string Fixed(double number, int places = 6) {
     return out;
 }
 
+QLabel* MakeLabel(const char* name) {
+    auto* label = new QLabel;
+    label->setObjectName(QString::fromLatin1(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setMinimumWidth(kPromptWidth);
+    return label;
+}
+
 } // namespace
 
 CResetAlert::CResetAlert(SAlertNotice notice, QWidget* parent)
-    : QDialog(parent), m_notice(std::move(notice)), m_base(m_notice.threshold), m_percent(new CSpinEdit),
-      m_value(new CSpinEdit) {
+    : QDialog(parent), m_notice(std::move(notice)), m_base(m_notice.threshold), m_target(MakeLabel("target")),
+      m_percent(new CSpinEdit), m_value(new CSpinEdit) {
     setObjectName(QStringLiteral("resetAlert"));
     setWindowTitle(tr("Reset Alert"));
-    auto* prompt = new QLabel(QtText(ResetPrompt(m_notice)));
-    prompt->setObjectName(QStringLiteral("prompt"));
-    prompt->setTextFormat(Qt::PlainText);
-    prompt->setWordWrap(true);
-    prompt->setMinimumWidth(kPromptWidth);
+    auto* prompt = MakeLabel("prompt");
+    prompt->setText(QtText(ResetPrompt(m_notice)));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     m_ok = buttons->button(QDialogButtonBox::Ok);
@@ -52,6 +58,8 @@ CResetAlert::CResetAlert(SAlertNotice notice, QWidget* parent)
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(prompt);
+    layout->addWidget(m_target);
+    m_target->hide();
     layout->addSpacing(8);
     MakeBoxes();
     if (!m_notice.isNews) {
@@ -82,6 +90,14 @@ void CResetAlert::MakeBoxes() {
     connect(m_value, &CSpinEdit::Stepped, this, &CResetAlert::OnValueStep);
     connect(m_percent, &CSpinEdit::Typed, this, &CResetAlert::ShowValueOfPercent);
     connect(m_value, &CSpinEdit::Typed, this, &CResetAlert::ShowPercentOfValue);
+}
+
+void CResetAlert::ShowTarget(const std::string& line, bool isFired) {
+    m_target->setVisible(!line.empty());
+    m_target->setText(isFired ? tr("This resets the alert that fired:\n%1").arg(QtText(line))
+                              : tr("This resets the first alert of the symbol, not the one that fired:\n%1\n"
+                                   "\"Arm this alert\" in the notice arms the one that fired.")
+                                    .arg(QtText(line)));
 }
 
 double CResetAlert::NewThreshold() const { return m_notice.isNews ? kNewsThreshold : m_value->Number(); }

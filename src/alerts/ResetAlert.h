@@ -4,6 +4,9 @@
 
 #include <QDialog>
 
+#include <string>
+
+class QLabel;
 class QPushButton;
 
 namespace vx {
@@ -20,6 +23,9 @@ class CResetAlert : public QDialog {
 public:
     explicit CResetAlert(SAlertNotice notice, QWidget* parent = nullptr);
 
+    /// Names the alert that will be changed, in words, and says whether it is the one that fired. An empty line names
+    /// none.
+    void ShowTarget(const std::string& line, bool isFired);
     /// The new threshold; for news, the one that news alerts always have.
     double NewThreshold() const;
 
@@ -35,6 +41,7 @@ private:
 
     SAlertNotice m_notice;
     double m_base;
+    QLabel* m_target;
     CSpinEdit* m_percent;
     CSpinEdit* m_value;
     QPushButton* m_ok = nullptr;

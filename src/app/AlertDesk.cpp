@@ -6,6 +6,7 @@
 #include "alerts/AlertMessages.h"
 #include "alerts/AlertTexts.h"
 #include "alerts/AlertsDlg.h"
+#include "alerts/AlertsNotice.h"
 #include "alerts/NewAlertDlg.h"
 #include "alerts/NoticeQueue.h"
 #include "app/MainFrame.h"
@@ -24,12 +25,12 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QGuiApplication>
 #include <QStatusBar>
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <stdexcept>
 #include <utility>
 
 namespace vx {
@@ -41,24 +42,20 @@ CAlertDesk::CAlertDesk(CMainFrame& frame, CCommands& commands)
                  .symbols = [this] { return Symbols(); },
                  .valueNow = [this](std::string_view symbol, int32_t id) { return ValueNow(symbol, id); },
                  .isMuted = [this] { return m_frame.Settings().ReadBoolean(kAlertMute); }},
-      m_notices(new CNoticeQueue(m_player, frame, &frame, this)), m_presence(new CPresence(this)),
+      m_notices(new CNoticeQueue(m_player, frame, &frame, frame.Settings(), this)), m_presence(new CPresence(this)),
       m_missed(new CMissedAlerts(*frame.statusBar(), this)) {
     m_frame.Document().Alerts().SetNotices(this);
     m_frame.installEventFilter(this);
     m_notices->SetMuted(m_frame.Settings().ReadBoolean(kAlertMute));
     m_notices->SetInUse([this] { return m_presence->IsHere(); });
-    m_notices->SetCanReset([this](const SFiredNotice& notice) { return IsThere(notice); });
-    m_notices->SetEnded([this](const SFiredNotice& notice, EFiringEnd end, double newThreshold) {
-        OnEnded(notice, end, newThreshold);
-    });
-    connect(m_notices, &CNoticeQueue::Opening, m_presence, &CPresence::NoteOwnWindow);
+    m_notices->SetTarget([this](const SFiredNotice& fired) { return TargetOf(fired); });
+    m_notices->SetEnded([this](const SFiredNotice& fired, EFiringEnd end) { OnEnded(fired, end); });
+    m_missed->SetUrgent([this] { return m_frame.Settings().ReadBoolean(kAlertUrgent); });
+    connect(m_notices, &CNoticeQueue::Opening, this, &CAlertDesk::OnOpening);
+    connect(m_presence, &CPresence::Returned, this, &CAlertDesk::NoteSeen);
     connect(m_presence, &CPresence::Returned, m_missed, &CMissedAlerts::OnReturn);
     connect(m_missed, &CMissedAlerts::Asked, this, &CAlertDesk::ShowHistory);
-    connect(m_missed, &CMissedAlerts::Called, this, [this] {
-        m_frame.setWindowState(m_frame.windowState() & ~Qt::WindowMinimized);
-        m_frame.raise();
-        m_frame.activateWindow();
-    });
+    connect(m_missed, &CMissedAlerts::Called, this, &CAlertDesk::ShowWindow);
     BindCommands(commands);
 }
 
@@ -84,16 +81,22 @@ void CAlertDesk::BindCommands(CCommands& commands) {
             m_notices->SetMuted(mute);
         },
         [this](SCommandState& state) { state.checked = m_frame.Settings().ReadBoolean(kAlertMute); });
+    commands.Bind(
+        ECommand::AlertUrgent,
+        [this] { m_frame.Settings().WriteBoolean(kAlertUrgent, !m_frame.Settings().ReadBoolean(kAlertUrgent)); },
+        [this](SCommandState& state) { state.checked = m_frame.Settings().ReadBoolean(kAlertUrgent); });
 }
 
 // From the alert to the notice
 
-void CAlertDesk::PostNotice(std::string record) {
-    QCoreApplication::postEvent(&m_frame, new CAlertFiredMessage(std::move(record), m_frame.Document().OpenCount()));
+void CAlertDesk::PostNotice(std::string record, const A_INFO& fired) {
+    QCoreApplication::postEvent(&m_frame,
+                                new CAlertFiredMessage(std::move(record), fired, m_frame.Document().OpenCount()));
 }
 
-void CAlertDesk::PostNewsNotice(SAlertNotice notice) {
-    QCoreApplication::postEvent(&m_frame, new CAlertFiredMessage(std::move(notice), m_frame.Document().OpenCount()));
+void CAlertDesk::PostNewsNotice(SAlertNotice notice, const A_INFO& fired) {
+    QCoreApplication::postEvent(&m_frame,
+                                new CAlertFiredMessage(std::move(notice), fired, m_frame.Document().OpenCount()));
 }
 
 bool CAlertDesk::eventFilter(QObject* watched, QEvent* event) {
@@ -102,48 +105,106 @@ bool CAlertDesk::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     if (watched == &m_frame && event->type() == kResetAlertMessage) {
-        OnReset(static_cast<const CResetAlertMessage&>(*event).Record());
+        OnReset(static_cast<const CResetAlertMessage&>(*event));
         return true;
     }
     return QObject::eventFilter(watched, event);
 }
 
 void CAlertDesk::OnFired(const CAlertFiredMessage& message) {
-    SAlertNotice notice = message.Notice();
-    LogInformation(ShownLine(NoticeTitle(notice)));
-    if (m_frame.isMinimized()) m_presence->SetHere(false); // A program that starts so was never the active one.
+    SFiredNotice fired = message.Fired();
+    LogInformation(ShownLine(NoticeTitle(fired.notice)));
+    if (m_frame.isMinimized() && !QGuiApplication::focusWindow()) m_presence->SetHere(false); // Sooner than a poll.
     const int64_t awaySince = m_presence->AwaySinceMs();
-    std::string id = m_history.NoteFired(FiringOf(notice, message.FiredMs(), awaySince));
+    fired.id = m_history.NoteFired(FiringOf(fired.notice, message.FiredMs(), awaySince));
+    fired.wasAway = awaySince != 0;
     if (m_historyDlg) m_historyDlg->RefreshSoon();
-    if (awaySince != 0) m_missed->Add(notice, message.FiredAt());
-    m_notices->Add({std::move(notice), message.FiredAt(), std::move(id), message.Watchlist()});
+    if (fired.wasAway) m_missed->Add(fired.notice, fired.firedAt);
+    m_notices->Add(std::move(fired));
+}
+
+// The user may have left while the notice waited for a pause.
+void CAlertDesk::OnOpening() {
+    m_presence->NoteOwnWindow();
+    const SFiredNotice& fired = m_notices->Current();
+    if (m_presence->IsHere())
+        NoteSeen();
+    else if (!fired.wasAway)
+        m_missed->Add(fired.notice, fired.firedAt);
+}
+
+void CAlertDesk::NoteSeen() {
+    const std::string& id = m_notices->Current().id;
+    if (!m_notices->Shown() || id == m_seen) return;
+    m_seen = id;
+    m_history.NoteSeen(id, QDateTime::currentMSecsSinceEpoch());
+    if (m_historyDlg) m_historyDlg->RefreshSoon();
 }
 
 // Another watchlist may have been opened meanwhile, whose alerts the notice is not about.
-bool CAlertDesk::IsThere(const SFiredNotice& notice) const {
+SNoticeTarget CAlertDesk::TargetOf(const SFiredNotice& fired) const {
     const CWatchlistDoc& doc = m_frame.Document();
-    return notice.watchlist == doc.OpenCount() && notice.notice.index < doc.Alerts().Count(notice.notice.symbol);
+    const std::string& symbol = fired.notice.symbol;
+    const auto index = static_cast<size_t>(fired.notice.index);
+    SNoticeTarget out{.canArm = false, .canReset = false, .resetLine = {}};
+    if (fired.watchlist != doc.OpenCount()) return out;
+    out.canArm = doc.Alerts().IndexOf(symbol, fired.alert) >= 0;
+    const CAlertArray& alerts = doc.Alerts().Get(symbol);
+    if (index >= alerts.size()) return out;
+    out.canReset = true;
+    out.resetsFired = IsSameAlert(alerts[index], fired.alert);
+    out.resetLine = AlertLineText(symbol, alerts[index]);
+    return out;
 }
 
-void CAlertDesk::OnReset(const std::string& record) {
-    CWatchlistDoc& doc = m_frame.Document();
-    const bool inStep = doc.Undo().IsRecording(); // A long edit lets the window live; it is cancelled without this.
-    CUndoStep step(doc, "reset alert");
-    if (!inStep) step.CoverAlerts();
-    bool reset = false;
-    try {
-        reset = doc.Alerts().ResetFromRecord(record);
-    } catch (const std::invalid_argument&) { // As good as a symbol without alerts.
-    }
-    if (reset)
-        doc.SetModified(true);
-    else
-        LogInformation(fmt::format("The alert of \"{}\" to be reset is not there any more.", ShownLine(record)));
+void CAlertDesk::OnReset(const CResetAlertMessage& message) {
+    CAlertsMap& alerts = m_frame.Document().Alerts();
+    const SFiredNotice& of = message.Of();
+    const auto index = static_cast<size_t>(of.notice.index);
+    const bool isThere = TargetOf(of).canReset;
+    const A_INFO before = isThere ? alerts.Get(of.notice.symbol)[index] : A_INFO{};
+    if (isThere && alerts.ResetFromRecord(message.Record()))
+        return NoteReset(of, before, alerts.Get(of.notice.symbol)[index].value);
+    LogInformation(fmt::format("The alert of \"{}\" to be reset is not there any more.", ShownLine(message.Record())));
+    NoteEnded(of, EFiringEnd::Dismissed);
 }
 
-void CAlertDesk::OnEnded(const SFiredNotice& notice, EFiringEnd end, double newThreshold) {
-    m_history.NoteEnded(notice.id, end, QDateTime::currentMSecsSinceEpoch(), newThreshold);
+// The alert that was changed may be another one than the one that fired: the history says so of both.
+void CAlertDesk::NoteReset(const SFiredNotice& of, const A_INFO& changed, double newThreshold) {
+    const int64_t now = QDateTime::currentMSecsSinceEpoch();
     if (m_historyDlg) m_historyDlg->RefreshSoon();
+    if (IsSameAlert(changed, of.alert)) return m_history.NoteEnded(of.id, EFiringEnd::Reset, now, newThreshold);
+    m_history.NoteEnded(of.id, EFiringEnd::ResetOther, now, newThreshold, AlertWords(changed));
+    const SAlertNotice like = ReadAlertNotice(FormatAlertNotice(of.notice.symbol, {changed}, 0, {}));
+    const std::vector<SAlertFiring> firings = m_history.Read();
+    if (const SAlertFiring* firing = FindFiring(firings, FiringOf(like, 0, 0)))
+        m_history.NoteEnded(firing->id, EFiringEnd::Reset, now, newThreshold);
+}
+
+bool CAlertDesk::Arm(const SFiredNotice& fired) {
+    if (!TargetOf(fired).canArm) return false;
+    CAlertsMap& alerts = m_frame.Document().Alerts();
+    alerts.Arm(fired.notice.symbol, alerts.IndexOf(fired.notice.symbol, fired.alert));
+    return true;
+}
+
+// What became of a reset is known when its message has arrived.
+void CAlertDesk::OnEnded(const SFiredNotice& fired, EFiringEnd end) {
+    if (end == EFiringEnd::Reset) return;
+    NoteEnded(fired, end == EFiringEnd::Armed && !Arm(fired) ? EFiringEnd::Dismissed : end);
+}
+
+void CAlertDesk::NoteEnded(const SFiredNotice& fired, EFiringEnd end) {
+    m_history.NoteEnded(fired.id, end, QDateTime::currentMSecsSinceEpoch());
+    if (m_historyDlg) m_historyDlg->RefreshSoon();
+}
+
+// The user chose the desktop's notification, and is here whatever the desktop makes of it.
+void CAlertDesk::ShowWindow() {
+    if (m_frame.isMinimized()) m_frame.setWindowState(m_frame.windowState() & ~Qt::WindowMinimized);
+    m_frame.raise();
+    m_frame.activateWindow();
+    m_presence->SetHere(true);
 }
 
 // The windows

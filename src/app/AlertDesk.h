@@ -20,7 +20,8 @@ class CMainFrame;
 class CMissedAlerts;
 class CNoticeQueue;
 class CPresence;
-struct SFiredNotice;
+class CResetAlertMessage;
+struct SNoticeTarget;
 
 /// Tells the user of the alerts that fire, and opens the windows in which they are set and looked up. What fired comes
 /// to the frame as a posted message, so that nothing opens while a line of the feed is being handled.
@@ -33,8 +34,8 @@ public:
     CAlertDesk(CMainFrame& frame, CCommands& commands);
     ~CAlertDesk() override;
 
-    void PostNotice(std::string record) override;
-    void PostNewsNotice(SAlertNotice notice) override;
+    void PostNotice(std::string record, const A_INFO& fired) override;
+    void PostNewsNotice(SAlertNotice notice, const A_INFO& fired) override;
 
     /// The list of alerts, modally, with the first alert of a symbol selected.
     void EditAlerts(std::string_view symbol);
@@ -46,6 +47,7 @@ public:
 
     CNoticeQueue& Notices() { return *m_notices; }
     CPresence& Presence() { return *m_presence; }
+    CMissedAlerts& Missed() { return *m_missed; }
 
 protected:
     /// The two alert messages of the frame.
@@ -54,9 +56,15 @@ protected:
 private:
     void BindCommands(CCommands& commands);
     void OnFired(const CAlertFiredMessage& message);
-    bool IsThere(const SFiredNotice& notice) const;
-    void OnReset(const std::string& record);
-    void OnEnded(const SFiredNotice& notice, EFiringEnd end, double newThreshold);
+    void OnOpening();
+    void NoteSeen();
+    SNoticeTarget TargetOf(const SFiredNotice& fired) const;
+    void OnReset(const CResetAlertMessage& message);
+    void NoteReset(const SFiredNotice& of, const A_INFO& changed, double newThreshold);
+    bool Arm(const SFiredNotice& fired);
+    void OnEnded(const SFiredNotice& fired, EFiringEnd end);
+    void NoteEnded(const SFiredNotice& fired, EFiringEnd end);
+    void ShowWindow();
     std::string_view FocusSymbol() const;
     std::vector<std::string> Symbols() const;
     std::string ValueNow(std::string_view symbol, int32_t fieldId) const;
@@ -70,6 +78,7 @@ private:
     CPresence* m_presence;
     CMissedAlerts* m_missed;
     CAlertHistoryDlg* m_historyDlg = nullptr; ///< The frame's, once it was asked for.
+    std::string m_seen;                       ///< The firing that was last noted as seen.
 };
 
 } // namespace vx

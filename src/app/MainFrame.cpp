@@ -12,6 +12,7 @@
 #include "app/LinkDesk.h"
 #include "app/MainMenus.h"
 #include "app/MarketDesk.h"
+#include "app/Presence.h"
 #include "app/ProcessAge.h"
 #include "app/RecoveryDesk.h"
 #include "app/StatusPanes.h"
@@ -227,6 +228,7 @@ void CMainFrame::SetDocumentTitle(std::string_view title) { SetTitleDocument(QtT
 void CMainFrame::OnStatusTimer() {
     m_files->ShowModified();
     m_recovery->Poll();
+    m_alerts->Presence().Poll();
     m_health.Tick(CClock::Instance().MonotonicMs());
     const bool live = m_health.IsLive();
     m_panes->SetFeed(QtText(m_health.StateText()), QtText(m_health.AgeText()), live);

@@ -17,7 +17,7 @@ CMissedAlerts::CMissedAlerts(QStatusBar& bar, QObject* parent) : QObject(parent)
     m_button->hide(); // Adding it has shown it.
     connect(m_button, &QToolButton::clicked, this, &CMissedAlerts::Asked);
     m_gather.setSingleShot(true);
-    connect(&m_gather, &QTimer::timeout, this, &CMissedAlerts::Notify);
+    connect(&m_gather, &QTimer::timeout, this, [this] { Notify(); });
 }
 
 CMissedAlerts::~CMissedAlerts() = default;
@@ -37,19 +37,19 @@ void CMissedAlerts::UseNotifier(std::unique_ptr<CDesktopNotifier> notifier) {
     connect(m_notifier.get(), &CDesktopNotifier::Chosen, this, &CMissedAlerts::Called);
 }
 
-// Made when first needed: the bus is nothing that a start should wait for.
 void CMissedAlerts::Notify() {
-    if (!m_notifier) UseNotifier(std::make_unique<CDesktopNotifier>());
-    if (m_firedAway == 1) {
-        m_notifier->Show(QtText(m_titles.front()), QtText(m_body).remove(QLatin1Char('\r')));
-        return;
-    }
+    if (m_firedAway == 1) return Notify(QtText(m_titles.front()), QtText(m_body).remove(QLatin1Char('\r')));
     QStringList lines;
     for (const std::string& title : m_titles) lines.append(QtText(title));
     if (const int more = m_firedAway - static_cast<int>(m_titles.size()); more > 0)
         lines.append(tr("and %1 more").arg(more));
-    m_notifier->Show(tr("%1: %2 alerts fired").arg(QtText(kProductWords)).arg(m_firedAway),
-                     lines.join(QLatin1Char('\n')));
+    Notify(tr("%1: %2 alerts fired").arg(QtText(kProductWords)).arg(m_firedAway), lines.join(QLatin1Char('\n')));
+}
+
+// The notifier is made when first needed: the bus is nothing that a start should wait for.
+void CMissedAlerts::Notify(const QString& title, const QString& text) {
+    if (!m_notifier) UseNotifier(std::make_unique<CDesktopNotifier>());
+    m_notifier->Show(title, text, m_urgent && m_urgent());
 }
 
 void CMissedAlerts::OnReturn() {

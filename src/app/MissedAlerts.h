@@ -7,8 +7,10 @@
 #include <QTimer>
 
 #include <deque>
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 class QStatusBar;
 class QToolButton;
@@ -40,6 +42,8 @@ public:
     void Clear();
     int Count() const { return m_count; }
 
+    /// Whether a notification is to be marked as urgent, asked for each; without, none is.
+    void SetUrgent(std::function<bool()> urgent) { m_urgent = std::move(urgent); }
     /// Puts another notifier in the place of the session's.
     void UseNotifier(std::unique_ptr<CDesktopNotifier> notifier);
 
@@ -51,11 +55,13 @@ Q_SIGNALS:
 
 private:
     void Notify();
+    void Notify(const QString& title, const QString& text);
     void ShowCount();
 
     QToolButton* m_button;
     QTimer m_gather;
     std::unique_ptr<CDesktopNotifier> m_notifier;
+    std::function<bool()> m_urgent;
     std::deque<std::string> m_titles; ///< Since the user left, the latest first.
     std::string m_body;               ///< Of the latest.
     int m_firedAway = 0;              ///< Since the user left.

@@ -3,11 +3,18 @@
 #include <QDateTime>
 #include <QEvent>
 #include <QGuiApplication>
+#include <QWindow>
+
+#include <utility>
 
 namespace vx {
 
 CPresence::CPresence(QObject* parent) : QObject(parent) {
+    SetHere(QGuiApplication::applicationState() == Qt::ApplicationActive);
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &CPresence::OnState);
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow* window) {
+        if (window) OnState(Qt::ApplicationActive);
+    });
 }
 
 void CPresence::OnState(Qt::ApplicationState state) {
@@ -32,6 +39,12 @@ bool CPresence::eventFilter(QObject* watched, QEvent* event) {
         break;
     }
     return QObject::eventFilter(watched, event);
+}
+
+// The keyboard goes from one window to the next through none.
+void CPresence::Poll() {
+    const bool hasFocus = QGuiApplication::focusWindow() != nullptr;
+    if (!std::exchange(m_hadFocus, hasFocus) && !hasFocus) SetHere(false);
 }
 
 void CPresence::SetHere(bool here) {

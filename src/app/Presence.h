@@ -7,8 +7,9 @@
 
 namespace vx {
 
-/// Knows whether the program is the active one, and since when it is not. A window of the program that comes up by
-/// itself may be made the active one by the desktop: then the user is back with the next key or move of the mouse.
+/// Knows whether the program is the active one, and since when it is not; until one of its windows becomes active for
+/// the first time it is not. A window of the program that comes up by itself may be made the active one by the desktop:
+/// then the user is back with the next key or move of the mouse.
 ///
 /// Thread  GUI thread only
 class CPresence : public QObject {
@@ -23,6 +24,9 @@ public:
     void SetHere(bool here);
     /// A window comes up that the user did not ask for.
     void NoteOwnWindow() { m_ownWindow.start(); }
+    /// Looks whether any window has the keyboard; call it a few times a second. The toolkit does not tell when the window
+    /// that had it was closed and no other one got it.
+    void Poll();
 
 Q_SIGNALS:
     void Returned();
@@ -37,6 +41,7 @@ private:
     void OnState(Qt::ApplicationState state);
 
     int64_t m_awaySinceMs = 0;
+    bool m_hadFocus = true; ///< At the last poll.
     QElapsedTimer m_ownWindow;
 };
 

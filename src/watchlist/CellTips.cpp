@@ -14,7 +14,7 @@ std::string ColumnTip(std::string_view name, const SFieldEntry* entry) {
     if (!entry) return tip + "\nNo field of this name is known; the column is kept and stays empty.";
     tip += '\n';
     tip += entry->description;
-    if (name == kAlertsColumn) tip += "\nArmed alerts of the symbol / those that fired or are off.";
+    if (name == kAlertsColumn) tip += "\nArmed alerts of the symbol / those that fired, are off or cannot fire.";
     return tip;
 }
 
@@ -32,9 +32,11 @@ std::string HeadingTip(const CWatchlistDoc& doc, int row) {
 
 std::string AlertsTip(const CWatchlistDoc& doc, int row) {
     const SAlertTally tally = TallyAlerts(doc, doc.RowSymbol(row));
-    if (tally.armed + tally.quiet == 0) return {};
-    if (tally.quiet == 0) return fmt::format("{} armed", tally.armed);
-    return fmt::format("{} armed, {} fired or off", tally.armed, tally.quiet);
+    if (tally.armed + tally.quiet + tally.dead == 0) return {};
+    std::string tip = fmt::format("{} armed", tally.armed);
+    if (tally.quiet > 0) tip += fmt::format(", {} fired or off", tally.quiet);
+    if (tally.dead > 0) tip += fmt::format(", {} cannot fire", tally.dead);
+    return tip;
 }
 
 std::string NewsTip(const CWatchlistDoc& doc, int row) {

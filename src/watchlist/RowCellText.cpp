@@ -1,5 +1,6 @@
 #include "watchlist/RowCellText.h"
 
+#include "alerts/AlertField.h"
 #include "data/L1DataStore.h"
 #include "watchlist/WatchlistDoc.h"
 
@@ -17,11 +18,12 @@ size_t Copy(std::string_view text, std::span<char, kMostCellText> out) {
 }
 
 size_t WriteAlerts(const SAlertTally& tally, std::span<char, kMostCellText> out) {
-    if (tally.armed + tally.quiet == 0) return 0;
+    const int others = tally.quiet + tally.dead;
+    if (tally.armed + others == 0) return 0;
     char* end = std::to_chars(out.data(), out.data() + out.size(), tally.armed).ptr;
-    if (tally.quiet > 0) {
+    if (others > 0) {
         *end++ = '/';
-        end = std::to_chars(end, out.data() + out.size(), tally.quiet).ptr;
+        end = std::to_chars(end, out.data() + out.size(), others).ptr;
     }
     return static_cast<size_t>(end - out.data());
 }
@@ -30,7 +32,8 @@ size_t WriteAlerts(const SAlertTally& tally, std::span<char, kMostCellText> out)
 
 SAlertTally TallyAlerts(const CWatchlistDoc& doc, std::string_view symbol) {
     SAlertTally tally;
-    for (const A_INFO& alert : doc.Alerts().Get(symbol)) ++(alert.enabled != 0 ? tally.armed : tally.quiet);
+    for (const A_INFO& alert : doc.Alerts().Get(symbol))
+        ++(!CanFire(alert) ? tally.dead : alert.enabled != 0 ? tally.armed : tally.quiet);
     return tally;
 }
 

@@ -22,6 +22,7 @@ inline constexpr std::string_view kHeadlineColumn = "Latest Headline";
 struct SAlertTally {
     int armed = 0; ///< Waiting for their condition.
     int quiet = 0; ///< Fired, or switched off by the user.
+    int dead = 0;  ///< Cannot fire, armed or not: there is nothing to compare.
 };
 SAlertTally TallyAlerts(const CWatchlistDoc& doc, std::string_view symbol);
 
@@ -38,8 +39,8 @@ public:
     bool NeedsRecord() const { return m_kind == EKind::Field; }
 
     /// Writes what the cell of a symbol row shows: a field of its record, the symbol, the text shown in its place, the
-    /// news count or headline, its alerts ("2", or "2/1" when one more fired or is off), or the first line of its note.
-    /// Other rows give nothing but their note.
+    /// news count or headline, its alerts ("2", or "2/1" when one more fired, is off or cannot fire), or the first line
+    /// of its note. Other rows give nothing but their note.
     ///
     /// Returns the bytes written, at most kMostCellText
     size_t Read(int row, std::span<char, kMostCellText> out) const { return Read(row, FindRecord(row), out); }

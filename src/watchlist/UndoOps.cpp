@@ -194,12 +194,39 @@ size_t CLayoutOp::Bytes() const {
 
 namespace {
 
-// Alerts fire outside of steps, which moves none of them.
-void KeepWhatBecameOf(const CAlertArray& before, const CAlertArray& now, CAlertArray& alerts) {
-    if (before.size() != now.size()) return;
-    for (A_INFO& alert : alerts) {
-        const auto untouched = std::find(before.begin(), before.end(), alert);
-        if (untouched != before.end()) alert = now[static_cast<size_t>(untouched - before.begin())];
+// For each alert of `other` the place of the same one in `present`, or -1. Those that the step changed so much that
+// they are the same no more are paired in their order, while there are as many on both sides.
+std::vector<int> PairAlerts(const CAlertArray& other, const CAlertArray& present) {
+    std::vector<int> places(other.size(), -1);
+    std::vector<bool> taken(present.size(), false);
+    for (size_t i = 0; i < other.size(); ++i) {
+        const auto same =
+            std::find_if(present.begin(), present.end(), [&](const A_INFO& a) { return IsSameAlert(a, other[i]); });
+        const auto place = static_cast<size_t>(same - present.begin());
+        if (same == present.end() || taken[place]) continue;
+        taken[place] = true;
+        places[i] = static_cast<int>(place);
+    }
+    if (std::count(places.begin(), places.end(), -1) != std::count(taken.begin(), taken.end(), false)) return places;
+    size_t next = 0;
+    for (int& place : places) {
+        if (place >= 0) continue;
+        while (taken[next]) ++next;
+        place = static_cast<int>(next++);
+    }
+    return places;
+}
+
+// Alerts fire and are armed again outside of steps, which moves none of them: that is no edit, and stays.
+void KeepWhatBecameOf(const CAlertArray& present, const CAlertArray& now, CAlertArray& other) {
+    if (present.size() != now.size()) return;
+    const std::vector<int> places = PairAlerts(other, present);
+    for (size_t i = 0; i < other.size(); ++i) {
+        if (places[i] < 0) continue;
+        const A_INFO& left = present[static_cast<size_t>(places[i])];
+        const A_INFO& became = now[static_cast<size_t>(places[i])];
+        if (other[i].value == left.value) other[i].value = became.value;
+        if (became.enabled != left.enabled) other[i].enabled = became.enabled;
     }
 }
 

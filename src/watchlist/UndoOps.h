@@ -169,7 +169,8 @@ private:
 
 /// All alerts, then those of the symbols that differ.
 ///
-/// An alert that the step did not touch keeps what became of it since: that it fired.
+/// What became of an alert since stays: that it fired, or was armed again, perhaps with another threshold. Undoing arms
+/// nothing that fired.
 class CAlertOp final : public CUndoOp {
 public:
     explicit CAlertOp(CUndoTarget& target);

@@ -59,7 +59,7 @@ void CUndoStack::Begin(std::string_view name) {
 
 CUndoStack::SMark CUndoStack::Mark() {
     SealOps();
-    return {m_open.ops.size(), m_generation, m_doc.IsModified(), m_doc.ChangeCount()};
+    return {m_open.ops.size(), m_generation, m_doc.IsModified(), m_doc.ChangeCount(), m_otherChanges};
 }
 
 void CUndoStack::End() {
@@ -179,6 +179,11 @@ void CUndoStack::ModifiedSet(bool modified) {
         m_savedState = State();
     else if (m_depth == 0)
         m_savedState.reset();
+}
+
+void CUndoStack::ForgetSavedState() {
+    m_savedState.reset();
+    ++m_otherChanges;
 }
 
 // A step is whole
@@ -303,7 +308,7 @@ void CUndoStack::CancelTo(const SMark& mark) {
         m_doc.RebuildGrid();
     }
     m_applying = true;
-    if (!mark.modified) m_doc.SetModified(false);
+    if (!mark.modified && mark.otherChanges == m_otherChanges) m_doc.SetModified(false);
     m_applying = false;
     if (m_changesAtBegin == mark.changes) m_changesAtBegin = m_doc.ChangeCount();
 }

@@ -83,7 +83,8 @@ public:
         size_t ops = 0;
         uint64_t generation = 0;
         bool modified = false;
-        uint64_t changes = 0; ///< The document's change count.
+        uint64_t changes = 0;      ///< The document's change count.
+        uint64_t otherChanges = 0; ///< m_otherChanges.
     };
     void Begin(std::string_view name);
     /// Where CancelTo may go back to.
@@ -105,6 +106,8 @@ public:
     void RowsHidden(std::vector<uint32_t> ids, bool hidden);
     /// The document was marked modified or, by a save, unmodified.
     void ModifiedSet(bool modified);
+    /// Something changed that is no edit, whether a step stands or not: undoing leads back to nothing that was saved.
+    void ForgetSavedState();
 
 private:
     struct SStep {
@@ -152,6 +155,7 @@ private:
     bool m_applying = false;
     uint64_t m_changesAtBegin = 0;
     uint64_t m_generation = 0;
+    uint64_t m_otherChanges = 0; ///< How often ForgetSavedState was called.
     uint64_t m_lastState = 0;
     uint64_t m_baseState = 0;             ///< Before the oldest step.
     std::optional<uint64_t> m_savedState; ///< In which the document is unmodified; none: in no state.

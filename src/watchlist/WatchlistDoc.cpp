@@ -1,5 +1,6 @@
 #include "watchlist/WatchlistDoc.h"
 
+#include "alerts/NewsLine.h"
 #include "alerts/NewsRequest.h"
 #include "base/Text.h"
 #include "data/L1DataStore.h"
@@ -370,6 +371,12 @@ void CWatchlistDoc::OnAlertsChanged(std::string_view symbol, int armed) {
     for (const uint32_t row : data->rows) RowChanged(static_cast<int>(row));
 }
 
+// No edit: nothing to undo, but something to save.
+void CWatchlistDoc::OnAlertsFiredOrArmed() {
+    SetModified(true);
+    m_undo.ForgetSavedState();
+}
+
 void CWatchlistDoc::RepaintChangedRows() {
     m_updates.TakeAll([&](const SChangeNotice& ids) {
         const CSymbolRec* record = m_store.FindById(ids.id1, ids.id2);
@@ -399,7 +406,8 @@ void CWatchlistDoc::OnNewsLine(std::string_view line) {
     for (const std::string_view symbol : SplitTerminated(affected, ','))
         if (const CSymbolRec* record = m_store.Find(symbol)) m_updates.Add(record->Ids());
     if (m_observer && !m_updates.IsEmpty()) m_observer->OnUpdatesPending();
-    m_alerts.CheckNews(affected);
+    const std::optional<SNewsLine> news = ReadNewsLine(line);
+    m_alerts.CheckNews(affected, news ? news->headline : std::string_view{});
 }
 
 void CWatchlistDoc::OnNewsCounts(std::string_view xml) {

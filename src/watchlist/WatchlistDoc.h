@@ -216,6 +216,7 @@ private:
     void PostPaint() override;
     void DrainNow() override { OnPaintMessage(); }
     void OnAlertsChanged(std::string_view symbol, int armed) override;
+    void OnAlertsFiredOrArmed() override;
 
     void Reset();
     void WatchMissing();

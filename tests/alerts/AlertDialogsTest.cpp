@@ -194,6 +194,21 @@ TEST_F(NewAlertDlg, EveryColumnIsOfferedAndOneThatCannotFireSaysSo) {
     EXPECT_EQ(dialog->Alert(), Alert("Listed Market Name", 0, 1));
 }
 
+TEST_F(NewAlertDlg, TheLatestHeadlineKeepsItsOperationsAndIsAnAlertOnNews) {
+    const auto dialog = Dialog({.symbol = "IBM"});
+    EXPECT_EQ(Named<QComboBox>(*dialog, "soundList").currentIndex(), 0);
+    Choose(*dialog, "fieldList", "Latest Headline");
+    EXPECT_EQ(Entries(*dialog, "operationList").size(), 5u);
+    EXPECT_EQ(TextOf(Named<QLabel>(*dialog, "valueNow").text()), "Fires with each news story");
+    EXPECT_EQ(Complaint(*dialog), "Please select an Operation.");
+    Choose(*dialog, "operationList", "less than");
+    Type(*dialog, "valueBox", "3");
+    EXPECT_EQ(Complaint(*dialog), "");
+    EXPECT_EQ(dialog->FieldName(), "Latest Headline");
+    EXPECT_EQ(dialog->Alert(), Alert("News", 3, 3));
+    EXPECT_TRUE(CAlertsMap::CanSave("IBM", dialog->Alert()));
+}
+
 TEST_F(NewAlertDlg, NewsLeavesOnlyTheSymbolAndTheSound) {
     const auto dialog = Dialog({.symbol = "IBM", .fieldId = AlertFieldId("Last"), .condition = 2, .value = "12a"});
     const Texts operations = {"equal to", "greater than", "greater than or equal to", "less than",
@@ -253,6 +268,28 @@ TEST_F(NewAlertDlg, TheSoundListIsFilledFromTheSettingsAndSaved) {
     EXPECT_FALSE(Named<QPushButton>(*Dialog({.soundType = 1}), "play").isEnabled());
 }
 
+TEST_F(NewAlertDlg, WaveFilesAreTakenOffTheList) {
+    store.texts = {
+        {"SoundFile1", "/a.wav"}, {"SoundFile3", "/b.wav"}, {"SoundFile4", "/c.wav"}, {"SoundFile9", "Config Error"}};
+    const auto dialog = Dialog({.symbol = "IBM",
+                                .fieldId = AlertFieldId("Last"),
+                                .condition = 0,
+                                .value = "1",
+                                .soundType = 2,
+                                .soundFile = "/b.wav"});
+    Click(*dialog, "removeSound");
+    EXPECT_EQ(Entries(*dialog, "soundList"), (Texts{"None", "Default", "/a.wav", "/c.wav", "Config Error"}));
+    EXPECT_EQ(Named<QComboBox>(*dialog, "soundList").currentIndex(), 1);
+    EXPECT_FALSE(Named<QPushButton>(*dialog, "removeSound").isEnabled());
+    EXPECT_EQ(store.texts["SoundFile3"], "/b.wav") << "nothing is committed before OK";
+    EXPECT_EQ(Complaint(*dialog), "");
+    EXPECT_EQ(dialog->Alert().soundType, 1u);
+    EXPECT_EQ(store.texts["SoundFile1"], "/a.wav");
+    EXPECT_EQ(store.texts["SoundFile2"], "/c.wav");
+    for (const char* gone : {"SoundFile3", "SoundFile4"}) EXPECT_EQ(store.texts[gone], "") << gone;
+    EXPECT_EQ(store.texts["SoundFile9"], "Config Error") << "what cannot be read is left alone";
+}
+
 TEST_F(NewAlertDlg, StrangeSymbolsAreShownAsTextAndKept) {
     const std::string huge(60'000, 'X');
     symbols = {"<b>%s\x01\n", huge};
@@ -266,7 +303,7 @@ TEST_F(NewAlertDlg, StrangeSymbolsAreShownAsTextAndKept) {
 TEST_F(AlertsDlg, ListsEveryAlertAndArmsByItsCheckBox) {
     EXPECT_TRUE(Edit([&](CAlertsDlg& dialog) {
         EXPECT_EQ(Lines(dialog), (Texts{kIbmLastNoZero, kIbmBid, kIbmLow, kMsftNews}));
-        for (const char* button : {"edit", "delete"}) EXPECT_FALSE(Named<QPushButton>(dialog, button).isEnabled());
+        EXPECT_EQ(Selected(dialog), 0);
         Select(dialog, 1);
         for (const char* button : {"edit", "delete"}) EXPECT_TRUE(Named<QPushButton>(dialog, button).isEnabled());
         QTest::keyClick(&Named<QListView>(dialog, "alertList"), Qt::Key_Space);
@@ -283,6 +320,46 @@ TEST_F(AlertsDlg, ListsEveryAlertAndArmsByItsCheckBox) {
     empty.show();
     EXPECT_TRUE(Named<QLabel>(empty, "noAlerts").isVisible());
     EXPECT_FALSE(Named<QPushButton>(empty, "new").isEnabled());
+}
+
+TEST_F(AlertsDlg, WhatCannotFireSaysSoBesideItsCheckMark) {
+    alerts.Add("IBM", Alert("Listed Market Name", 0, 1));
+    alerts.Add("GONE", Alert("Last", 1, 1));
+    Texts states;
+    EXPECT_FALSE(Edit([&](CAlertsDlg& dialog) {
+        const QAbstractItemModel& model = *Named<QListView>(dialog, "alertList").model();
+        for (int row = 0; row < model.rowCount(); ++row) {
+            const QModelIndex line = model.index(row, 0);
+            states.push_back(
+                TextOf(line.data(Qt::AccessibleTextRole).toString()).substr(TextOf(line.data().toString()).size()));
+            EXPECT_EQ(line.data(Qt::CheckStateRole).toInt(), Qt::Checked) << "the mark stays the flag";
+            EXPECT_EQ(line.data(Qt::ToolTipRole).toString().contains(QStringLiteral("cannot fire")),
+                      !states.back().empty());
+        }
+        dialog.reject();
+    }));
+    EXPECT_EQ(states, (Texts{", cannot fire: not in the list", "", "", "", ", cannot fire: no numbers", ""}));
+}
+
+TEST_F(AlertsDlg, EditingAFiredAlertOffersToArmIt) {
+    alerts.EvaluateFieldAlert("IBM", 2, 1, 1, 1, 1);
+    for (const bool arm : {false, true}) {
+        EXPECT_TRUE(Edit([&](CAlertsDlg& dialog) {
+            Select(dialog, 0);
+            Click(dialog, "edit");
+            EXPECT_FALSE(Named<QCheckBox>(*Open<CNewAlertDlg>(), "arm").isVisible()) << "it is armed";
+            Open<CNewAlertDlg>()->reject();
+            Select(dialog, 2);
+            Click(dialog, "edit");
+            auto* edit = Open<CNewAlertDlg>();
+            EXPECT_TRUE(Named<QCheckBox>(*edit, "arm").isVisible());
+            EXPECT_TRUE(Named<QCheckBox>(*edit, "arm").isChecked());
+            if (!arm) Click(*edit, "arm");
+            ClickStandard(*edit, QDialogButtonBox::Ok);
+            ClickStandard(dialog, QDialogButtonBox::Ok);
+        }));
+        EXPECT_EQ(alerts.Get("IBM")[2].enabled, arm ? 1u : 0u);
+    }
 }
 
 TEST_F(AlertsDlg, AnEditedAlertMovesBehindTheOthersAndEqualOnesMerge) {

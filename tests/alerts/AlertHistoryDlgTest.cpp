@@ -90,7 +90,7 @@ TEST_F(AlertHistoryDlg, FiltersSortsAndExportsWhatIsShown) {
     dialog.ExportTo(QString::fromStdString(folder / "out.csv"));
     EXPECT_EQ(ReadFile(folder / "out.csv"),
               "Fired,Symbol,Field,Condition,Threshold,Value,Bid,Ask,Last,While Away,Outcome,Closed\r\n" +
-                  LocalTimeText(1'000) + ",\"IBM\",\"Last\",\"greater than\",0,9,0,0,0,no,Reset to 12.5," +
+                  LocalTimeText(1'000) + ",\"IBM\",\"Last\",\"greater than\",0,9,0,0,0,no,\"Reset to 12.5\"," +
                   LocalTimeText(4'000) + "\r\n");
     dialog.ExportTo(QString::fromStdString(folder / "no/such/folder.csv"));
     ASSERT_EQ(boxes.shown.size(), 1u);

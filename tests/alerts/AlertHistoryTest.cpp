@@ -61,9 +61,35 @@ TEST_F(AlertHistory, KeepsEveryFiringAndWhatBecameOfIt) {
     EXPECT_EQ(read[0].endedMs, 5000);
     EXPECT_EQ(read[1].symbol, strange);
     EXPECT_EQ(EndText(read[1]), "Reset to 12.5");
-    EXPECT_EQ(EndText(read[2]), "Open");
+    EXPECT_EQ(EndText(read[2]), "Never seen");
     EXPECT_EQ(LastAbsence(read), 1500);
     EXPECT_FALSE(FiredWhileAway(read[2], 1500));
+}
+
+TEST_F(AlertHistory, TellsHowANoticeWasMetAndWhichAlertAResetChanged) {
+    std::vector<std::string> ids;
+    for (int i = 0; i < 6; ++i) ids.push_back(history.NoteFired(Firing("IBM", 1000 + i)));
+    for (int i = 1; i < 5; ++i) history.NoteSeen(ids[i], 2000);
+    history.NoteEnded(ids[2], EFiringEnd::Dismissed, 10'999);
+    history.NoteEnded(ids[3], EFiringEnd::Armed, 5000);
+    history.NoteEnded(ids[4], EFiringEnd::ResetOther, 2000 + 3'725'000, 12.5, "Last less than \"5\"");
+    history.NoteEnded(ids[5], EFiringEnd::Together, 5000);
+    std::vector<std::string> ends;
+    for (const SAlertFiring& firing : history.Read()) ends.push_back(EndText(firing));
+    EXPECT_EQ(ends, (std::vector<std::string>{"Never seen", "Seen", "Dismissed after 8 s", "Armed again",
+                                              "Dismissed after 1 h 2 min; reset Last less than \"5\" to 12.5",
+                                              "Dismissed together"}));
+
+    history.NoteEnded(ids[5], EFiringEnd::Reset, 6000, 7);
+    history.NoteEnded(ids[5], EFiringEnd::Dismissed, 7000);
+    EXPECT_EQ(EndText(history.Read()[5]), "Reset to 7") << "closing its notice later does not disarm it";
+    const std::vector<SAlertFiring> read = history.Read();
+    const SAlertFiring* found = FindFiring(read, Firing("IBM", 0));
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->id, ids[4]) << "the latest that was not reset";
+    SAlertFiring other = Firing("IBM", 0);
+    other.threshold = 5;
+    EXPECT_FALSE(FindFiring(read, other));
 }
 
 // Wherever a kill cuts the last line, the lines before it and those that follow are whole.
@@ -84,9 +110,10 @@ TEST_F(AlertHistory, NoContentOfItsFileDoesHarm) {
     EXPECT_FALSE(history.NoteFired(Firing("IBM", 1)).empty());
     EXPECT_TRUE(history.Read().empty());
     std::vector<SAlertFiring> out;
-    for (const char* text : {"fired", "fired ", "dismissed", "reset x", "fired a 1 2 0 \"", "fired a 1 2 0 \"\\",
-                             "fired a 1 2 0 \"\" \"\" \"\" 1 2 3 4 end", "fired a 1 2 0 \"\" \"\" \"\" 1 2 3 4 5 end x",
-                             "fired a 1 99999999999999999999 0 \"\" \"\" \"\" 1 2 3 4 5 end", "\xFF\n\n  \n"})
+    for (const char* text :
+         {"fired", "fired ", "dismissed", "reset x", "seen", "other a 1", "fired a 1 2 0 \"", "fired a 1 2 0 \"\\",
+          "fired a 1 2 0 \"\" \"\" \"\" 1 2 3 4 end", "fired a 1 2 0 \"\" \"\" \"\" 1 2 3 4 5 end x",
+          "fired a 1 99999999999999999999 0 \"\" \"\" \"\" 1 2 3 4 5 end", "\xFF\n\n  \n"})
         ParseHistory(text, out);
     EXPECT_TRUE(out.empty());
     ParseHistory("fired a 1 2 0 \"\" \"\" \"\" 1 2 3 4 5 end", out);
@@ -144,8 +171,8 @@ TEST_F(AlertHistory, ATableForSpreadsheetsComputesNothing) {
     const std::vector<SAlertFiring> both = {firing, news};
     EXPECT_EQ(HistoryCsv(both),
               "Fired,Symbol,Field,Condition,Threshold,Value,Bid,Ask,Last,While Away,Outcome,Closed\r\n"
-              ",\"'=cmd|'x'!A1\",\"La\"\"st\",\"greater than\",1e-07,190.1,-0.5,1e+308,190.1,yes,Open,\r\n"
-              ",\"IBM\",\"Last\",\"\",,,,,,no,Reset,\r\n");
+              ",\"'=cmd|'x'!A1\",\"La\"\"st\",\"greater than\",1e-07,190.1,-0.5,1e+308,190.1,yes,\"Never seen\",\r\n"
+              ",\"IBM\",\"Last\",\"\",,,,,,no,\"Reset\",\r\n");
 }
 
 TEST(WaveFile, OnlyWavesThatCanBePlayedAreTaken) {

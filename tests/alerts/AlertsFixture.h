@@ -44,13 +44,22 @@ protected:
         return alerts.Save();
     }
 
-    void PostNotice(std::string record) override { posted.push_back(std::move(record)); }
-    void PostNewsNotice(SAlertNotice notice) override { news.push_back(std::move(notice)); }
+    void PostNotice(std::string record, const A_INFO& alert) override {
+        posted.push_back(std::move(record));
+        firedAlerts.push_back(alert);
+    }
+    void PostNewsNotice(SAlertNotice notice, const A_INFO& alert) override {
+        news.push_back(std::move(notice));
+        firedAlerts.push_back(alert);
+    }
     void OnAlertsChanged(std::string_view symbol, int armed) override { announced[std::string(symbol)] = armed; }
+    void OnAlertsFiredOrArmed() override { ++firedOrArmed; }
 
     CAlertsMap alerts;
     std::vector<std::string> posted;
     std::vector<SAlertNotice> news;
+    CAlertArray firedAlerts; ///< The alert of each, as it was before it fired.
+    int firedOrArmed = 0;
     std::map<std::string, int> announced; ///< The last word about each symbol.
 };
 

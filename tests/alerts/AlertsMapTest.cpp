@@ -51,6 +51,32 @@ TEST_F(CAlertsMapTest, TheWorkingCopyIsEditedApartAndCopiedBack) {
     EXPECT_EQ(alerts.Get("IBM")[0].enabled, 0u);
 }
 
+// The dialog is open while alerts fire: its OK puts the working copy in place of the live alerts.
+TEST_F(CAlertsMapTest, WhatFiresOrIsArmedAgainMeanwhileDoesSoInTheWorkingCopyToo) {
+    Add("IBM", "Last", ">", 10);
+    Add("IBM", "Bid", ">", 10);
+    Add("IBM", "News", "=", 1);
+    alerts.CopyTo(EAlertMap::WorkingCopy);
+    alerts.Remove("IBM", 1, EAlertMap::WorkingCopy); // Another order than that of the live ones.
+    alerts.Add("IBM", Alert("Bid", ">", 10), EAlertMap::WorkingCopy);
+    EXPECT_TRUE(Fires("IBM", 0, 11));
+    EXPECT_TRUE(Fires("IBM", 1, 11));
+    alerts.CheckNews("IBM,", "A headline");
+    EXPECT_EQ(firedOrArmed, 3);
+    EXPECT_EQ(firedAlerts, (CAlertArray{Alert("Last", ">", 10), Alert("Bid", ">", 10), Alert("News", "=", 1)}));
+    EXPECT_EQ(news[0].headline, "A headline");
+    alerts.ResetFromRecord("IBM,0,12.000000");
+    alerts.Arm("IBM", 2);
+    alerts.Arm("IBM", 7);
+    EXPECT_EQ(firedOrArmed, 5);
+    alerts.CopyTo(EAlertMap::Live);
+    A_INFO fired = Alert("Bid", ">", 10);
+    fired.enabled = 0;
+    EXPECT_EQ(alerts.Get("IBM"), (CAlertArray{Alert("Last", ">", 12), Alert("News", "=", 1), fired}));
+    EXPECT_EQ(alerts.IndexOf("IBM", Alert("News", "=", 1)), 1);
+    EXPECT_EQ(alerts.IndexOf("IBM", Alert("Last", ">", 10)), -1);
+}
+
 TEST_F(CAlertsMapTest, EachConditionFiresExactlyWhereItSays) {
     struct SCase {
         const char* condition;

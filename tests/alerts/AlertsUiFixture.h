@@ -91,7 +91,9 @@ protected:
         QTest::keyClicks(&box, QString::fromLatin1(text));
     }
     static void Click(const QWidget& window, const char* name) {
-        QTest::mouseClick(&Named<QAbstractButton>(window, name), Qt::LeftButton);
+        auto& button = Named<QAbstractButton>(window, name);
+        const QPoint mark(8, button.height() / 2); // A check box takes clicks on its mark and text only.
+        QTest::mouseClick(&button, Qt::LeftButton, {}, mark);
     }
     static void ClickStandard(const QWidget& window, QDialogButtonBox::StandardButton button) {
         QTest::mouseClick(window.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);

@@ -8,6 +8,7 @@
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QStandardPaths>
@@ -27,11 +28,23 @@ class CStandInService : public QDBusVirtualObject {
 public:
     QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        if (message.member() == QStringLiteral("GetCapabilities")) {
+            ++asked;
+            if (knowsCapabilities) connection.send(message.createReply(capabilities));
+            return knowsCapabilities;
+        }
         calls.append(message);
         if (answers && message.member() == QStringLiteral("Notify")) connection.send(message.createReply(uint{77}));
         return true;
     }
+    /// What the last notification says, and how.
+    QString Text() const { return calls.back().arguments()[4].toString(); }
+    QVariantMap Hints() const { return qdbus_cast<QVariantMap>(calls.back().arguments()[6]); }
+
     QList<QDBusMessage> calls;
+    QStringList capabilities{QStringLiteral("body"), QStringLiteral("body-markup")};
+    int asked = 0;
+    bool knowsCapabilities = true;
     bool answers = true;
 };
 
@@ -100,6 +113,42 @@ TEST_F(DesktopNotifier, ANotificationIsPlainTextAndTheNextOneTakesItsPlace) {
     EXPECT_EQ(service.calls.back().arguments(), QVariantList{uint{77}});
 }
 
+TEST_F(DesktopNotifier, AServiceIsAskedOnceWhatItShowsAndTextFollowsIt) {
+    QGuiApplication::setDesktopFileName(QStringLiteral("zantrel-watchlist"));
+    const QString text = QStringLiteral("1 < 2 & \"3\"");
+    service.capabilities = {QStringLiteral("body"), QStringLiteral("actions")};
+    StartService();
+    CDesktopNotifier notifier(Connection("program"));
+    const auto show = [&](bool urgent = false) {
+        const qsizetype before = service.calls.size();
+        notifier.Show(QStringLiteral("title"), text, urgent);
+        EXPECT_TRUE(WaitUntil([&] { return service.calls.size() == before + 1; }));
+    };
+    show();
+    EXPECT_EQ(service.Text(), text) << "no markup, no entities";
+    EXPECT_EQ(service.Hints()[QStringLiteral("desktop-entry")].toString(), QStringLiteral("zantrel-watchlist"));
+    EXPECT_EQ(service.Hints()[QStringLiteral("urgency")].toUInt(), 1u);
+    show(true);
+    EXPECT_EQ(service.Hints()[QStringLiteral("urgency")].toUInt(), 2u);
+    EXPECT_EQ(service.asked, 1);
+
+    service.capabilities.append(QStringLiteral("body-markup")); // Another service takes over.
+    Connection("service").unregisterService(kName);
+    ASSERT_TRUE(Connection("service").registerService(kName));
+    ASSERT_TRUE(WaitUntil([&] {
+        show();
+        return service.Text() == text.toHtmlEscaped();
+    }));
+
+    CStandInService plain; // One that does not know the question.
+    plain.knowsCapabilities = false;
+    Connection("service").unregisterObject(kPath);
+    ASSERT_TRUE(Connection("service").registerVirtualObject(kPath, &plain));
+    CDesktopNotifier another(Connection("program"));
+    another.Show(QStringLiteral("title"), text);
+    EXPECT_TRUE(WaitUntil([&] { return !plain.calls.isEmpty() && plain.Text() == text; }));
+}
+
 TEST_F(DesktopNotifier, WithoutAServiceOrAnAnswerNothingIsHeldUp) {
     for (const QDBusConnection& bus : {Connection("program"), QDBusConnection(QStringLiteral("no such connection"))}) {
         CDesktopNotifier unheard(bus);
@@ -110,7 +159,10 @@ TEST_F(DesktopNotifier, WithoutAServiceOrAnAnswerNothingIsHeldUp) {
     StartService();
     service.answers = false;
     CDesktopNotifier notifier(Connection("program"));
+    for (int i = 0; i < 100; ++i) notifier.Show(QStringLiteral("a"), QString::number(i));
+    EXPECT_EQ(service.asked, 0) << "nothing waited for the service, which answers in this thread";
+    EXPECT_TRUE(WaitUntil([&] { return service.calls.size() == 1; }));
+    EXPECT_EQ(service.Text(), QStringLiteral("99")) << "the latest, once the service has said what it shows";
     for (int i = 0; i < 100; ++i) notifier.Show(QStringLiteral("a"), QStringLiteral("b"));
-    EXPECT_TRUE(service.calls.isEmpty()) << "nothing waited for the service, which answers in this thread";
-    EXPECT_TRUE(WaitUntil([&] { return service.calls.size() == 100; }));
+    EXPECT_TRUE(WaitUntil([&] { return service.calls.size() == 101; }));
 }

@@ -5,15 +5,22 @@
 #include "alerts/AlertMessages.h"
 #include "alerts/AlertsNotice.h"
 #include "alerts/EffectSoundPlayer.h"
+#include "alerts/NoticePlace.h"
 #include "alerts/NoticeQueue.h"
 #include "alerts/ResetAlert.h"
 #include "alerts/SpinEdit.h"
+#include "settings/Settings.h"
+#include "support/FakeClock.h"
 #include "support/TempFolder.h"
 
+#include <QDropEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QShortcut>
 
 #include <sys/stat.h>
 
@@ -37,9 +44,10 @@ protected:
     };
 
     NoticeQueue() {
-        queue.SetEnded([this](const SFiredNotice& notice, EFiringEnd end, double newThreshold) {
-            ended.push_back(notice.id + (end == EFiringEnd::Reset ? "=" + std::to_string(newThreshold) : ""));
+        queue.SetEnded([this](const SFiredNotice& fired, EFiringEnd end) {
+            ended.push_back(fired.id + ' ' + std::string(EndWord(end)));
         });
+        queue.SetTarget([this](const SFiredNotice&) { return target; });
     }
     static SAlertNotice Field(const char* symbol = "IBM") {
         return {.condition = "greater than or equal to",
@@ -51,7 +59,8 @@ protected:
                 .threshold = 250,
                 .fieldName = "Last",
                 .soundFile = {},
-                .otherThresholds = {"300.000000"}};
+                .otherThresholds = {"300.000000"},
+                .headline = {}};
     }
     static SAlertNotice News() {
         SAlertNotice out;
@@ -64,7 +73,10 @@ protected:
     void Fire(SAlertNotice notice, EAlertSound sound = EAlertSound::None, bool loop = false) {
         notice.soundType = static_cast<int32_t>(sound);
         notice.loopSound = loop ? 1 : 0;
-        queue.Add({std::move(notice), SLocalTime{2024, 1, 31, 9, 5, 0, 0}, std::to_string(++m_fired)});
+        queue.Add({.notice = std::move(notice),
+                   .alert = {},
+                   .firedAt = {2024, 1, 31, 9, 5, 0, 0},
+                   .id = std::to_string(++m_fired)});
     }
     CAlertsNotice* Shown() {
         WaitUntil([&] { return queue.Shown() != nullptr; }, 2000);
@@ -74,8 +86,10 @@ protected:
         return TextOf(Named<QPlainTextEdit>(notice, "noticeText").toPlainText());
     }
 
+    CFakeClock clock;
     COwner owner;
-    CNoticeQueue queue{sounds, owner, nullptr};
+    SNoticeTarget target;
+    CNoticeQueue queue{sounds, owner, nullptr, settings};
     std::vector<std::string> ended;
 
 private:
@@ -95,7 +109,8 @@ TEST_F(NoticeQueue, ANoticeSaysWhatFiredAndResetsTheAlert) {
     ASSERT_TRUE(notice);
     EXPECT_EQ(TextOf(notice->windowTitle()), "Norv Vx alert: IBM Last = 250.250000");
     EXPECT_EQ(Text(*notice), kFieldBody);
-    EXPECT_TRUE(notice->isModal());
+    EXPECT_FALSE(notice->isModal());
+    EXPECT_FALSE(notice->findChild<QLabel*>(QStringLiteral("headline")));
     EXPECT_FALSE(Named<QPushButton>(*notice, "dismissAll").isVisible());
 
     Click(*notice, "reset");
@@ -108,13 +123,16 @@ TEST_F(NoticeQueue, ANoticeSaysWhatFiredAndResetsTheAlert) {
     ClickStandard(*reset, QDialogButtonBox::Ok);
     ASSERT_TRUE(WaitUntil([&] { return !owner.records.empty(); }));
     EXPECT_EQ(owner.records, (std::vector<std::string>{"IBM,0,255.000000"}));
-    EXPECT_EQ(ended, (std::vector<std::string>{"1=255.000000"}));
+    EXPECT_EQ(ended, (std::vector<std::string>{"1 reset"}));
     EXPECT_FALSE(queue.Shown());
 }
 
 TEST_F(NoticeQueue, NewsAreReadAndArmedAgain) {
-    Fire(News());
+    SAlertNotice story = News();
+    story.headline = "<b>Big</b> news, " + std::string(500, 'x');
+    Fire(story);
     CAlertsNotice* notice = Shown();
+    EXPECT_EQ(TextOf(Named<QLabel>(*notice, "headline").text()), "<b>Big</b> news, " + std::string(380, 'x') + "...");
     EXPECT_EQ(TextOf(notice->windowTitle()), "Norv Vx alert: IBM News");
     EXPECT_EQ(Text(*notice), "The symbol \"IBM\" received a news story.\n\nFired on January 31 at 09:05.\n\n");
     EXPECT_EQ(TextOf(Named<QPushButton>(*notice, "reset").text()), "&Read Story");
@@ -141,22 +159,178 @@ TEST_F(NoticeQueue, AHundredComeOneByOneOrGoTogether) {
     TurnEventLoop(5);
     EXPECT_FALSE(queue.Shown());
     EXPECT_EQ(queue.Waiting(), 0);
-    EXPECT_EQ(ended.size(), 101u);
+    ASSERT_EQ(ended.size(), 101u);
+    EXPECT_EQ(ended[1], "2 dismissed");
+    EXPECT_EQ(ended[2], "3 together");
     Fire(Field());
     EXPECT_TRUE(Shown());
 }
 
-TEST_F(NoticeQueue, KeysMeantForSomethingElseDoNotCloseIt) {
+TEST_F(NoticeQueue, NoKeyActsUntilNoneWasPressedForTwoSeconds) {
     Fire(Field());
     CAlertsNotice* notice = Shown();
-    QTest::keyClick(&Named<QPushButton>(*notice, "dismiss"), Qt::Key_Space);
-    QTest::keyClick(notice, Qt::Key_Escape);
-    EXPECT_TRUE(notice->isVisible());
-    QElapsedTimer silence; // Who is still typing is typing something else.
-    silence.start();
-    EXPECT_TRUE(WaitUntil([&] { return silence.hasExpired(CAlertsNotice::kKeyGuardMs + 1); }));
-    QTest::keyClick(notice, Qt::Key_Escape);
+    auto& dismiss = Named<QPushButton>(*notice, "dismiss");
+    EXPECT_FALSE(dismiss.isDefault() || dismiss.hasFocus());
+    const auto pressAll = [&] {
+        dismiss.setFocus();
+        for (const auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Escape}) QTest::keyClick(&dismiss, key);
+        QTest::keyClick(notice, Qt::Key_D, Qt::AltModifier);
+        QTest::keyClick(notice, Qt::Key_Tab);
+        return dismiss.hasFocus();
+    };
+    EXPECT_TRUE(pressAll());
+    clock.elapsedMs += 1999;
+    EXPECT_TRUE(pressAll()) << "who is still typing is typing something else";
+    clock.elapsedMs += 1999;
+    EXPECT_TRUE(pressAll());
+    ASSERT_TRUE(notice->isVisible());
+    clock.elapsedMs += 2000;
+    QTest::keyClick(&dismiss, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_FALSE(dismiss.hasFocus());
+    QTest::keyClick(notice, Qt::Key_Tab);
+    QTest::keyClick(notice->focusWidget(), Qt::Key_Return);
     EXPECT_FALSE(queue.Shown());
+}
+
+TEST_F(NoticeQueue, ItWaitsForTypingToPauseAndTheSoundDoesNot) {
+    QLineEdit editor;
+    QPushButton button;
+    editor.show();
+    editor.activateWindow();
+    ASSERT_TRUE(WaitUntil([&] { return editor.hasFocus(); }));
+    QTest::keyClicks(&editor, QStringLiteral("GOO"));
+    Fire(Field(), EAlertSound::BuiltIn);
+    ASSERT_TRUE(WaitUntil([&] { return sounds.IsPlaying(); }));
+    sounds.End();
+    const auto isHeldBack = [&] { return !WaitUntil([&] { return queue.Shown() != nullptr; }, 150); };
+    clock.elapsedMs += 4999;
+    EXPECT_TRUE(isHeldBack()) << "a text is being edited";
+    QTest::keyClicks(&editor, QStringLiteral("GLE"));
+    clock.elapsedMs += 2000;
+    EXPECT_TRUE(isHeldBack());
+    editor.clearFocus();
+    ASSERT_TRUE(Shown()) << "nothing is edited any more";
+    Click(*queue.Shown(), "dismiss");
+    EXPECT_EQ(editor.text(), QStringLiteral("GOOGLE"));
+
+    button.show();
+    QTest::keyClick(&button, Qt::Key_Left);
+    Fire(Field(), EAlertSound::BuiltIn, true);
+    clock.elapsedMs += 1999;
+    EXPECT_TRUE(isHeldBack());
+    EXPECT_EQ(sounds.played.size(), 1u) << "a sound that is repeated begins with its notice";
+    clock.elapsedMs += 1;
+    ASSERT_TRUE(Shown());
+    EXPECT_TRUE(sounds.IsPlaying());
+}
+
+// What a desktop would send to another window of the program while the notice is up.
+TEST_F(NoticeQueue, OtherWindowsAreShutWhileItIsUp) {
+    QWidget other;
+    QLineEdit line(&other);
+    QPushButton button(&other);
+    button.move(0, 40);
+    line.setAcceptDrops(true);
+    QShortcut shortcut(QKeySequence(Qt::CTRL | Qt::Key_N), &other);
+    int done = 0;
+    QObject::connect(&shortcut, &QShortcut::activated, &other, [&] { ++done; });
+    QObject::connect(&button, &QPushButton::clicked, &other, [&] { ++done; });
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(WaitUntil([&] { return other.isActiveWindow(); }));
+    Fire(Field());
+    ASSERT_TRUE(Shown());
+    const auto tryAll = [&] {
+        QTest::keyClicks(&line, QStringLiteral("x"));
+        QTest::keyClick(&line, Qt::Key_N, Qt::ControlModifier);
+        QTest::mouseClick(&button, Qt::LeftButton);
+        QMimeData data;
+        data.setText(QStringLiteral("y"));
+        QDragEnterEvent enter({90, 1}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&line, &enter);
+        QDropEvent drop({90, 1}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&line, &drop);
+    };
+    tryAll();
+    EXPECT_EQ(line.text(), QString());
+    EXPECT_EQ(done, 0);
+    Click(*queue.Shown(), "dismiss");
+    ASSERT_TRUE(WaitUntil([&] { return other.isActiveWindow(); })) << "the keyboard comes back";
+    tryAll();
+    EXPECT_EQ(line.text(), QStringLiteral("xy"));
+    EXPECT_EQ(done, 2);
+}
+
+TEST_F(NoticeQueue, TheAlertThatFiredCanBeArmedAndTheResetNamesTheOneItChanges) {
+    target = {.resetsFired = false, .resetLine = "the first one"};
+    Fire(Field());
+    ASSERT_TRUE(Shown());
+    Click(*queue.Shown(), "reset");
+    const auto* reset = queue.Shown()->findChild<CResetAlert*>();
+    const std::string named = TextOf(Named<QLabel>(*reset, "target").text());
+    EXPECT_TRUE(named.find("not the one that fired:\nthe first one\n") != std::string::npos) << named;
+    ClickStandard(*reset, QDialogButtonBox::Cancel);
+    Click(*queue.Shown(), "arm");
+    EXPECT_EQ(ended, (std::vector<std::string>{"1 armed"}));
+    EXPECT_TRUE(owner.records.empty());
+
+    target.canArm = target.canReset = false;
+    Fire(Field());
+    ASSERT_TRUE(Shown());
+    for (const char* button : {"arm", "reset"}) EXPECT_FALSE(Named<QPushButton>(*queue.Shown(), button).isEnabled());
+}
+
+TEST_F(NoticeQueue, ItOpensWhereTheUserPutTheLastOne) {
+    Fire(Field());
+    ASSERT_TRUE(Shown());
+    Click(*queue.Shown(), "dismiss");
+    EXPECT_EQ(settings.ReadText(kNoticePlace), "") << "not moved";
+    Fire(Field());
+    ASSERT_TRUE(Shown());
+    ASSERT_TRUE(WaitUntil([&] { // Before long it counts as opened where it is.
+        queue.Shown()->move(queue.Shown()->x() == 20 ? 30 : 20, 60);
+        return queue.Shown()->MovedTo().has_value();
+    }));
+    const QPoint place = queue.Shown()->pos();
+    EXPECT_EQ(queue.Shown()->MovedTo(), place);
+    Click(*queue.Shown(), "dismiss");
+    EXPECT_EQ(settings.ReadText(kNoticePlace), NoticePlaceText(place));
+    Fire(Field());
+    ASSERT_TRUE(Shown());
+    EXPECT_EQ(queue.Shown()->pos(), place);
+    Click(*queue.Shown(), "dismiss");
+    settings.WriteText(kNoticePlace, "99999,-99999");
+    Fire(Field());
+    ASSERT_TRUE(Shown());
+    const QRect inside(queue.Shown()->pos(), queue.Shown()->size());
+    EXPECT_TRUE(queue.Shown()->screen()->availableGeometry().contains(inside)) << inside.left() << ' ' << inside.top();
+}
+
+TEST(NoticePlace, IsBesideTheBoardOrInACornerAndNeverOverItsMiddle) {
+    const QSize notice(460, 260);
+    const QRect screen(0, 20, 1600, 980);
+    struct SCase {
+        QRect board;
+        QPoint place;
+    };
+    for (const SCase& c : {SCase{{0, 20, 1000, 600}, {1008, 20}},    // right
+                           SCase{{600, 100, 1000, 600}, {132, 100}}, // left
+                           SCase{{200, 20, 1300, 600}, {200, 628}},  // below
+                           SCase{{200, 400, 1300, 600}, {200, 132}}, // above
+                           SCase{screen, {1140, 740}},               // a corner
+                           SCase{{}, {1140, 740}}}) {
+        EXPECT_EQ(FirstNoticePlace(notice, c.board, screen), c.place) << c.board.left() << ' ' << c.board.top();
+    }
+    const QRect small(0, 0, 640, 400);
+    for (const QRect& board : {QRect(0, 0, 640, 400), QRect(300, 150, 340, 250), QRect(0, 100, 300, 300)}) {
+        const QRect covered(FirstNoticePlace(notice, board, small), notice);
+        EXPECT_TRUE(small.contains(covered));
+        EXPECT_TRUE(!covered.contains(board.center()) || board == QRect(0, 0, 640, 400));
+    }
+    EXPECT_EQ(FirstNoticePlace(notice, small, {0, 0, 320, 200}), QPoint(0, 0)) << "a screen that is too small";
+    for (const char* text : {"", "1", "1,", "1,2,3", "a,b", "1;2", "99999999999,1"})
+        EXPECT_FALSE(ReadNoticePlace(text)) << text;
+    EXPECT_EQ(ReadNoticePlace(NoticePlaceText({-7, 12})), QPoint(-7, 12));
 }
 
 TEST_F(NoticeQueue, NothingComesOverAnOpenMenu) {

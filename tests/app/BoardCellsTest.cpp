@@ -1,5 +1,6 @@
 #include "app/BoardFixture.h"
 
+#include "alerts/AlertField.h"
 #include "data/L1SymbolRec.h"
 #include "data/UpdateFields.h"
 #include "support/Allocations.h"
@@ -113,7 +114,7 @@ TEST_F(CBoardCellsTest, AFontIsEnteredAfterPaintingAndShownInTheNext) {
 
 TEST_F(CBoardCellsTest, NotesAlertsAndNewsShowThatThereIsMoreAndTipsSayIt) {
     doc->Notes().Set(1, "first line\r\nsecond line");
-    A_INFO alert{1, 0, 0, 100.0, 9, 0, 0, {}};
+    A_INFO alert{1, 0, 0, 100.0, AlertFieldId("Last").value(), 0, 0, {}};
     doc->Alerts().Add("IBM", alert);
     alert.value = 200;
     doc->Alerts().Add("IBM", alert);
@@ -130,6 +131,11 @@ TEST_F(CBoardCellsTest, NotesAlertsAndNewsShowThatThereIsMoreAndTipsSayIt) {
     EXPECT_EQ(Text(2, "Notes"), "");
     EXPECT_EQ(Text(1, "Alerts"), "2/1");
     EXPECT_EQ(Tip(1, "Alerts"), "2 armed, 1 fired or off");
+    alert.enabled = 1;
+    alert.fieldId = AlertFieldId("Listed Market Name").value();
+    doc->Alerts().Add("IBM", alert);
+    EXPECT_EQ(Text(1, "Alerts"), "2/2");
+    EXPECT_EQ(Tip(1, "Alerts"), "2 armed, 1 fired or off, 1 cannot fire");
     EXPECT_EQ(Tip(1, "Latest Headline"), headline) << "the cell holds 255 bytes of it";
     EXPECT_EQ(Cell(1, "News").role, ETextRole::Up);
     EXPECT_EQ(Cell(1, "News").font, Cell(1, "Symbol").font) << "fresh news stands out without colour too";

@@ -182,6 +182,61 @@ TEST_F(CUndo, AnAlertThatAStepDidNotTouchKeepsWhatBecameOfItSince) {
     EXPECT_EQ(alerts.Get("IBM")[1].value, 20);
 }
 
+TEST_F(CUndo, ArmsNoAlertThatFiredSince) {
+    A_INFO alert{.enabled = 1, .value = 10, .condition = 1, .soundFile = {}};
+    CAlertsMap& alerts = doc.Alerts();
+    const auto edit = [&](double value, uint32_t sound) { // As the dialog does: the edited alert moves to the end.
+        CUndoStep step(doc, "edit alerts");
+        step.CoverAlerts();
+        A_INFO edited = alerts.Get("IBM")[0];
+        edited.value = value;
+        edited.soundType = sound;
+        alerts.Remove("IBM", 0);
+        alerts.Add("IBM", edited);
+    };
+    alerts.Add("IBM", alert);
+    alert.value = 5;
+    alerts.Add("IBM", alert);
+    edit(20, 0); // The 10 becomes a 20, behind the 5.
+    edit(5, 1);  // The 5 gets a sound, behind the 20.
+    doc.SetModified(false);
+    EXPECT_TRUE(alerts.EvaluateFieldAlert("IBM", 0, 25, 25, 25, 25));
+    EXPECT_TRUE(doc.IsModified());
+    const size_t steps = doc.Undo().UndoCount();
+    alerts.ResetFromRecord("IBM,1,6.000000");
+    EXPECT_EQ(doc.Undo().UndoCount(), steps) << "neither is an edit";
+
+    doc.Undo().Undo();
+    EXPECT_TRUE(doc.IsModified()) << "what was saved had the alert armed";
+    const auto look = [&] { return alerts.Save(); };
+    EXPECT_EQ(look(), "IBM:Symbol,>,6.000000,TRUE,FALSE,0,FALSE,;IBM:Symbol,>,20.000000,FALSE,FALSE,0,FALSE,;")
+        << "the sound goes, the reset stays";
+    doc.Undo().Undo();
+    EXPECT_EQ(look(), "IBM:Symbol,>,10.000000,FALSE,FALSE,0,FALSE,;IBM:Symbol,>,6.000000,TRUE,FALSE,0,FALSE,;")
+        << "the threshold of before, and disarmed";
+    doc.Undo().Redo();
+    doc.Undo().Redo();
+    EXPECT_EQ(look(), "IBM:Symbol,>,20.000000,FALSE,FALSE,0,FALSE,;IBM:Symbol,>,6.000000,TRUE,FALSE,1,FALSE,;");
+}
+
+TEST_F(CUndo, AnAlertThatFiresInAnEditKeepsTheDocumentModified) {
+    CAlertsMap& alerts = doc.Alerts();
+    alerts.Add("IBM", {.enabled = 1, .value = 10, .condition = 1, .soundFile = {}});
+    doc.SetModified(false);
+    {
+        CCancellableStep step(doc, "long edit");
+        doc.RowEdited(1);
+        alerts.EvaluateFieldAlert("IBM", 0, 15, 15, 15, 15);
+        step.Cancel();
+    }
+    EXPECT_TRUE(doc.IsModified());
+    doc.SetModified(false);
+    alerts.Arm("IBM", 0);
+    EXPECT_TRUE(doc.IsModified());
+    doc.OpenText("Alerts=IBM:Last,>,5.000000,FALSE,FALSE,0,FALSE,;\r\n", "other");
+    EXPECT_FALSE(doc.IsModified()) << "reading is no change";
+}
+
 TEST_F(CRandomEdits, AreUndoneToEveryFormerStateAndRedoneToEveryLaterOne) {
     boxes.answer = EBoxAnswer::Yes;
     for (int round = 0; round < 40; ++round) {
