@@ -42,6 +42,7 @@ public:
     std::optional<int> width, height;            ///< --width, --height of the picture
     std::string scale;                           ///< --scale 2: device pixels per pixel; empty: 1
     std::string theme;                           ///< --theme system, light or dark; empty: the setting
+    bool log = false;                            ///< --log: the log on standard error too
     bool about = false;                          ///< --about: with --screenshot, the about box is shown too
     bool help = false;
     bool version = false;

@@ -88,7 +88,7 @@ int CWatchlistApp::Run() {
 
 void CWatchlistApp::StartLog() {
     ApplyLogCategories(m_settings);
-    ConfigureLog({.folder = ReadLogPath(Registry())});
+    ConfigureLog({.folder = ReadLogPath(Registry()), .console = m_commandLine.log});
 }
 
 // What is to be said of the file waits for the window, over which it is said.
