@@ -45,8 +45,6 @@ void CMainFrame::OnSystemMessage(std::string_view line) {
     // In a list with a file they stand where others did: the user is asked before these go.
     if (m_doc->PlaceCommandLineSymbols(m_commandLine.Symbols()) && !m_files->File().Path().empty())
         m_doc->SetModified(true);
-    // The feed client is already busy with the watches while we wait, and the names are there before the first line.
-    m_lookupTables.Load();
 }
 
 void CMainFrame::OnTimeMessage(std::string_view line) {

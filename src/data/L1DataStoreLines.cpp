@@ -159,7 +159,8 @@ CL1SymbolRec* CL1DataStore::MergeQuote(std::string_view line, SMergeNotes& notes
     CL1SymbolRec& record = RecordForLine(symbol);
     Prefetch(&record.m_quote, sizeof(record.m_quote));
     m_kernel.merge(line, cut, record.m_quote.Slots(), notes);
-    if (notes.Carried(kNoteAnyMarket)) NameMarkets(record, notes);
+    if (notes.Carried(kNoteTradeMarkets)) NameMarkets(record, notes);
+    if (!m_markets.done && notes.Carried(kNoteQuoteMarkets)) LoadMarkets(); // Their names are looked up when shown.
     return &record;
 }
 

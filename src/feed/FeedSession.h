@@ -76,7 +76,6 @@ public:
     void ReceiveFundamentalLine(std::string_view line) final;
 
     void OnLookupMessage(std::string_view line) override { m_lookupReplies.OnLine(line); }
-    void OnUnknownMessage(std::string_view line) override { m_lookupReplies.OnLine(line); }
 
     void PostMessageBox(SMessageBox box) override;
 

@@ -55,6 +55,15 @@ TEST_F(CLiveMarketTest, TheBoardFillsAndMoves) {
     EXPECT_EQ(frame.Stats().status, "Connected");
 }
 
+TEST_F(CLiveMarketTest, TheLogCanBeWatchedOnTheConsole) {
+    QProcess program;
+    program.start(QStringLiteral(ZW_BIN_DIR "/zantrel-watchlist"),
+                  {QStringLiteral("--log"), QStringLiteral("--seconds=0"), QStringLiteral("--nonsense"),
+                   QStringLiteral("--screenshot"), QString::fromStdString(folder / "a.png")});
+    ASSERT_TRUE(WaitUntil([&] { return program.state() == QProcess::NotRunning; }));
+    EXPECT_TRUE(program.readAllStandardError().contains("[Information] [STATUS] Command line: \"--nonsense\""));
+}
+
 TEST_F(CLiveMarketTest, APictureOfAListThatIsNotThereEndsWithOneSentence) {
     QProcess program;
     program.start(QStringLiteral(ZW_BIN_DIR "/zantrel-watchlist"),
@@ -79,7 +88,7 @@ TEST_F(CLiveMarketTest, SymbolsBeyondTheLimitComeWhenThereIsRoom) {
 TEST_F(CLiveMarketTest, MarketsAndSecurityTypesShowTheirNames) {
     StartMarket({QStringLiteral("--rate"), QStringLiteral("400")});
     CMainFrame& frame = Frame({"-symbol", "IBM"});
-    frame.LookupTables().SetTimeoutMs(10000);
+    frame.LookupTables().SetTimes({10000, 10000});
     const std::string columns = "Trade Market Center;Trade Market Center Name;LQT Market Center;MRT Market Center;"
                                 "Bid Market Center Name;Ask Market Center Name;Listed Market Name;";
     frame.Document().SetColumnsByName(columns + "Security Type Name;");

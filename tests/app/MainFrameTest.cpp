@@ -104,9 +104,10 @@ TEST_F(CMainFrameTest, AnUpdateReachesTheScreenWithinABeatAndOnlyItsCellsAreRepa
 // The scripted port takes the request and cannot answer while the frame waits for it.
 TEST_F(CMainFrameTest, ALookupPortThatNeverAnswersHoldsTheFrameOnce) {
     CMainFrame& frame = Frame({"-symbol", "ibm"});
-    frame.LookupTables().SetTimeoutMs(30);
+    frame.LookupTables().SetTimes({30, 30});
     Connect(frame);
     ASSERT_TRUE(Level1Heard("wIBM\n"));
+    EXPECT_TRUE(feed.lookup.Heard(kGreeting + NewsCountsRequest("IBM"))) << "nothing is to be named yet";
     for (int i = 1; i <= 50; ++i) {
         std::string line = "Q,IBM" + std::string(UpdateSlot("Last"), ',') + std::to_string(i);
         line += std::string(UpdateSlot("Last Market Center") - UpdateSlot("Last"), ',') + "7,\r\n";
