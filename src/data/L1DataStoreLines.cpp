@@ -123,6 +123,7 @@ void CL1DataStore::OnFundamental(std::string_view line) {
     NameFundamentalCodes(record, notes.carried);
     record.m_updated = record.m_hasData = true;
     record.NotifyAll(); // Rows of regional quotes show the fundamentals too.
+    if (record.m_stray) WeighStray(record);
 }
 
 void CL1DataStore::OnRegional(std::string_view line) {
@@ -174,6 +175,7 @@ void CL1DataStore::FinishMerge(CL1SymbolRec& record, const SMergeNotes& notes) {
         record.m_notFound = notFound;
         record.NotifyAll();
     }
+    if (record.m_stray) WeighStray(record);
 }
 
 CL1SymbolRec& CL1DataStore::RecordForLine(std::string_view symbol) {
