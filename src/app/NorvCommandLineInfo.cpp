@@ -70,6 +70,7 @@ constexpr SOption kOptions[] = {
     {"type", true, [](Info& i, const std::string& v) { return Keep(i.type, v); }},
     {"interval", true, [](Info& i, const std::string& v) { return Keep(i.interval, v); }},
     {"starter", false, [](Info& i, const std::string&) { return i.starter = true; }},
+    {"resume", true, [](Info& i, const std::string& v) { return Keep(i.resume, v); }, "the name of a recovery file"},
     {"save-workspace", false, [](Info& i, const std::string&) { return i.saveWorkspace = true; }},
     {"screenshot", true, [](Info& i, const std::string& v) { return Keep(i.screenshot, v) && !v.empty(); },
      "the name of a file"},

@@ -35,6 +35,7 @@ public:
     std::string interval;                        ///< -interval, kept for the caller
     std::string file;                            ///< watchlist to open
     std::vector<std::string> otherFiles;         ///< named besides; a window shows one watchlist
+    std::string resume;                          ///< --resume FILE: unsaved changes that a window leaves behind
     bool starter = false;                        ///< --starter: an untitled copy of the starter list
     bool saveWorkspace = false;                  ///< --save-workspace: tell the running windows, and end
     std::string screenshot;                      ///< --screenshot FILE: render offscreen, write a PNG, end

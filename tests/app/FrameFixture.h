@@ -52,6 +52,11 @@ protected:
         m_frame->View().Grid().Source()->FillCell(row, column, cell);
         return std::string(cell.Text());
     }
+    /// The notice drawn over a row's empty cells.
+    std::string Notice(int row) const {
+        SCell cell;
+        return m_frame->View().Grid().Source()->FillRowNotice(row, cell) ? std::string(cell.Text()) : std::string();
+    }
     int ColumnOf(std::string_view name) const { return m_frame->Document().Columns().PositionOf(name); }
 
     CTempFolder folder;
