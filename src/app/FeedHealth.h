@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace vx {
 
@@ -30,8 +31,8 @@ public:
     /// Longer ones are cut: it is shown in a pane.
     static constexpr size_t kLongestWord = 40;
     void SetStatusWord(std::string_view word) { m_word = word.substr(0, kLongestWord); }
-    /// What has become of the connections.
-    void SetEnd(EFeedEnd end) { m_end = end; }
+    /// What has become of the connections; returns whether that is new.
+    bool SetEnd(EFeedEnd end) { return std::exchange(m_end, end) != end; }
     void Tick(int64_t nowMs);
 
     bool IsSilent() const { return m_nowMs - m_heardMs >= kSilentMs; }

@@ -249,9 +249,8 @@ void CMainFrame::OnStatusTimer() {
 // The sockets tell nobody that their connection is over, and nothing is connected again in a run.
 void CMainFrame::ShowFeedEnd() {
     const EFeedEnd end = FeedEnd();
-    if (std::exchange(m_end, end) == end) return;
-    m_health.SetEnd(m_end);
-    m_restart->ShowEnd(m_end);
+    if (!m_health.SetEnd(end)) return;
+    m_restart->ShowEnd(end);
     m_view->Grid().UpdateAll(); // For the rows' notices.
 }
 

@@ -139,7 +139,6 @@ private:
     CLinkDesk* m_links = nullptr;
     QTimer m_status;
     bool m_live = true;
-    EFeedEnd m_end = EFeedEnd::None; ///< As shown.
     int m_statusTick = 0;
     bool m_feedStarted = false;
 };

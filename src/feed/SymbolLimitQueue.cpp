@@ -19,7 +19,7 @@ bool CSymbolLimitQueue::AdmitStranger(std::string_view symbol) {
     if (m_strangers.size() == kMostStrangers || m_strangerBytes + symbol.size() > kMostStrangerBytes) {
         if (!std::exchange(m_strangerDropped, true))
             FeedLogOf(kLevel1Slot)
-                .Failed(fmt::format("more than {} symbols that stand in no row were refused for the limit, or {} bytes "
+                .Failed(fmt::format("more than {} symbols that no row holds were refused for the limit, or {} bytes "
                                     "of them; further ones are dropped",
                                     kMostStrangers, kMostStrangerBytes));
         return false;

@@ -187,7 +187,7 @@ void CGridPainter::PaintNotice(int row) {
     DrawText(run, run.intersected(m_canvas.Place()), TextColor());
 }
 
-// Takes the lines beside cells away where a text is to stand. That of the locked columns and the focus's frame stay.
+// Takes the lines beside cells away where a text is drawn. That of the locked columns and the focus's frame stay.
 void CGridPainter::ClearLinesBetween(int row, int left, int right) {
     const CGridGeometry& geometry = m_scene->geometry;
     const SGridCell& focus = m_scene->selection.focus;

@@ -7,7 +7,7 @@
 
 namespace vx::sim {
 
-/// What one client says and is told, as lines of the log by the port's categories.
+/// What one client says and hears, as lines of the log by the port's categories.
 class CClientLog {
 public:
     explicit CClientLog(EPorts port) : m_port(port) {}

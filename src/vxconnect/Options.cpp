@@ -205,7 +205,7 @@ Usage: vxconnect [options]
   --replay FILE       serve such a file, or the traffic in the program's log
   --speed X           of a replay, 0.01 to 1000 times the recorded (default 1)
   --verbose           one line of figures a second on standard error
-  --log               what clients say and are told, line by line and in colour
+  --log               what clients say and hear, line by line and in colour
                       on standard error; slows a busy market down
   --level1-port N     ports other than those of the settings; 0 takes a free one
   --lookup-port N

@@ -63,7 +63,7 @@ TEST_F(CellPaint, ARowsNoticeIsDrawnOverItsWidestRunOfEmptyCells) {
         return CountColor(picture, Place(row, column, 3), kLightGridTheme.stale);
     };
     EXPECT_GT(ink(3, 3), 0);
-    EXPECT_GT(ink(3, 4), 0) << "it goes on over the next cell";
+    EXPECT_GT(ink(3, 4), 0) << "it runs on over the next cell";
     EXPECT_EQ(ink(3, 1) + ink(3, 2) + ink(4, 3), 0);
     EXPECT_EQ(grid.ShownText(3, 3), "");
     grid.SetColumnWidth(1, 300);

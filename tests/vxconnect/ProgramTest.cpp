@@ -121,7 +121,7 @@ TEST_F(Program, StandardInputIsFollowed) {
     EXPECT_EQ(peer.TakeLine("Q,"), "Q,A,2,");
 }
 
-TEST_F(Program, TheLogOnTheConsoleShowsWhatClientsSayAndAreTold) {
+TEST_F(Program, TheLogOnTheConsoleShowsWhatClientsSayAndHear) {
     QStringList arguments = {QStringLiteral("--log"), QStringLiteral("--split=3")};
     for (const char* port : {"--level1-port=0", "--lookup-port=0", "--admin-port=0"}) arguments << QLatin1String(port);
     const std::string line = Run(m_first, arguments);
