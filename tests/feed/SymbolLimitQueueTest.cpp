@@ -1,5 +1,6 @@
 #include "feed/SymbolLimitQueue.h"
 
+#include "feed/RecentSymbols.h"
 #include "support/LogEvents.h"
 
 #include <gmock/gmock.h>
@@ -102,4 +103,16 @@ TEST_F(SymbolLimitQueue, IsBoundedWhateverTheFeedClientRefuses) {
         texts.Pump(stats, nullptr);
     }
     EXPECT_EQ(texts.Pending().size(), Queue::kMostOfOne) << "without a port the first one is appended again";
+}
+
+TEST(RecentSymbols, TheOldestAreForgottenByNumberAndByBytes) {
+    CRecentSymbols recent;
+    const auto name = [](size_t i) { return std::to_string(i); };
+    for (size_t i = 0; i <= CRecentSymbols::kMost; ++i) recent.Note(name(i)), recent.Note(name(i));
+    EXPECT_FALSE(recent.Has("0"));
+    EXPECT_TRUE(recent.Has("1") && recent.Has(name(CRecentSymbols::kMost)));
+    recent.Note(std::string(CRecentSymbols::kMostBytes, 'x'));
+    EXPECT_FALSE(recent.Has(name(CRecentSymbols::kMost)));
+    recent.Note("IBM");
+    EXPECT_TRUE(recent.Has("IBM"));
 }
