@@ -17,7 +17,7 @@ void ForgetAll(benchmark::State& state) {
     for (auto _ : state) {
         state.PauseTiming();
         vx::CSymbolLimitQueue queue;
-        for (const std::string& symbol : symbols) queue.Refused(symbol);
+        for (const std::string& symbol : symbols) queue.Refused(symbol, true);
         state.ResumeTiming();
         for (auto symbol = symbols.rbegin(); symbol != symbols.rend(); ++symbol) queue.Forget(*symbol);
     }

@@ -25,6 +25,8 @@ void CFeedHealth::Tick(int64_t nowMs) {
 }
 
 std::string CFeedHealth::StateText() const {
+    if (m_end == EFeedEnd::Unreachable) return "Feed: no connection";
+    if (m_end != EFeedEnd::None) return "Feed: connection ended";
     if (IsSilent()) return "Feed: silent " + Duration(m_nowMs - m_heardMs);
     return m_word.empty() ? "Feed: waiting" : "Feed: " + m_word;
 }

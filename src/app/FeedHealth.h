@@ -1,9 +1,12 @@
 #pragma once
 
+#include "feed/FeedEnd.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace vx {
 
@@ -28,13 +31,17 @@ public:
     /// Longer ones are cut: it is shown in a pane.
     static constexpr size_t kLongestWord = 40;
     void SetStatusWord(std::string_view word) { m_word = word.substr(0, kLongestWord); }
+    /// What has become of the connections; returns whether that is new.
+    bool SetEnd(EFeedEnd end) { return std::exchange(m_end, end) != end; }
     void Tick(int64_t nowMs);
 
     bool IsSilent() const { return m_nowMs - m_heardMs >= kSilentMs; }
-    /// Whether the values on the screen follow the market: connected by its own word, and not silent.
-    bool IsLive() const { return m_word == "Connected" && !IsSilent(); }
-    /// "Feed: Connected", "Feed: Not Connected", "Feed: silent 7 s", or "Feed: waiting" until
-    /// something was heard or could have been.
+    /// Whether quotes can still come.
+    bool CanHear() const { return m_end == EFeedEnd::None || m_end == EFeedEnd::Status; }
+    /// Whether the values on the screen follow the market: connected by its own word, not silent and not ended.
+    bool IsLive() const { return m_word == "Connected" && !IsSilent() && CanHear(); }
+    /// "Feed: connection ended", "Feed: no connection", "Feed: Connected", "Feed: Not Connected", "Feed: silent 7 s",
+    /// or "Feed: waiting" until something was heard or could have been.
     std::string StateText() const;
     /// "Data: 3 s ago", "Data: now" below one second, "Data: none yet" before the first.
     std::string AgeText() const;
@@ -45,6 +52,7 @@ private:
     std::optional<int64_t> m_dataMs;
     bool m_lineSeen = false;
     bool m_dataSeen = false;
+    EFeedEnd m_end = EFeedEnd::None;
     std::string m_word;
 };
 

@@ -58,7 +58,7 @@ void CFileDesk::New() {
     if (!MayLeave()) return;
     m_frame.Document().NewDocument();
     m_file.Forget();
-    m_frame.ForgetCommandLineSymbols();
+    m_frame.ForgetCommandLine();
     Finish({});
 }
 
@@ -71,7 +71,7 @@ void CFileDesk::AskAndOpen() {
 
 bool CFileDesk::OpenInstead(const std::string& path) {
     if (!MayLeave() || !Open(path)) return false;
-    m_frame.ForgetCommandLineSymbols();
+    m_frame.ForgetCommandLine();
     return true;
 }
 
@@ -92,7 +92,6 @@ bool CFileDesk::OpenFormer(const SGeneration& generation) {
 bool CFileDesk::OpenRecovered(const SRecovery& recovery) {
     if (!MayLeave()) return false;
     const SFileResult result = m_file.OpenRecovered(recovery);
-    m_frame.ForgetCommandLineSymbols();
     Finish(result);
     return result.IsDone();
 }

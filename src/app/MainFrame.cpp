@@ -15,6 +15,7 @@
 #include "app/Presence.h"
 #include "app/ProcessAge.h"
 #include "app/RecoveryDesk.h"
+#include "app/RestartDesk.h"
 #include "app/StatusPanes.h"
 #include "app/TransferDesk.h"
 #include "base/Clock.h"
@@ -107,6 +108,7 @@ void CMainFrame::MakeDesks() {
     new CFindDesk(*this, *m_commands);
     new CFormatDesk(*this, *m_commands);
     m_links = new CLinkDesk(*this, *m_commands);
+    m_restart = new CRestartDesk(*this, *m_commands);
     m_commands->Refresh();
 }
 
@@ -116,7 +118,7 @@ CMainFrame::~CMainFrame() {
     for (QObject* desk :
          {static_cast<QObject*>(m_transfer), static_cast<QObject*>(m_recovery), static_cast<QObject*>(m_files),
           static_cast<QObject*>(m_board), static_cast<QObject*>(m_alerts), static_cast<QObject*>(m_market),
-          static_cast<QObject*>(m_links)})
+          static_cast<QObject*>(m_links), static_cast<QObject*>(m_restart)})
         delete desk;
     delete m_view; // The view looks at the document until it is gone.
     m_view = nullptr;
@@ -190,6 +192,11 @@ void CMainFrame::SetAlwaysOnTop(bool onTop) {
     windowHandle()->setFlag(Qt::WindowStaysOnTopHint, onTop);
 }
 
+void CMainFrame::ForgetCommandLine() {
+    m_commandLine.symbol.clear();
+    m_commandLine.starter = false;
+}
+
 void CMainFrame::closeEvent(QCloseEvent* event) {
     // The answer to the question may take long, and the window may move meanwhile.
     event->setAccepted(m_files->MayClose());
@@ -229,6 +236,7 @@ void CMainFrame::OnStatusTimer() {
     m_files->ShowModified();
     m_recovery->Poll();
     m_alerts->Presence().Poll();
+    ShowFeedEnd();
     m_health.Tick(CClock::Instance().MonotonicMs());
     const bool live = m_health.IsLive();
     m_panes->SetFeed(QtText(m_health.StateText()), QtText(m_health.AgeText()), live);
@@ -238,6 +246,14 @@ void CMainFrame::OnStatusTimer() {
     m_live = live;
     QCoreApplication::postEvent(m_view,
                                 new CRegisteredMessage(RegisterMessage(kConnectStatusMessageName), live ? 1 : 0));
+}
+
+// The sockets tell nobody that their connection is over, and nothing is connected again in a run.
+void CMainFrame::ShowFeedEnd() {
+    const EFeedEnd end = FeedEnd();
+    if (!m_health.SetEnd(end)) return;
+    m_restart->ShowEnd(end);
+    m_view->Grid().UpdateAll(); // For the rows' notices.
 }
 
 void CMainFrame::ShowAbout() {

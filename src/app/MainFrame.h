@@ -6,15 +6,14 @@
 #include "app/NorvMainFrame.h"
 #include "data/L1DataStore.h"
 #include "data/MarketClock.h"
-#include "data/SymbolKeyed.h"
 #include "feed/LookupTables.h"
+#include "feed/RecentSymbols.h"
 #include "watchlist/WatchlistFrame.h"
 
 #include <QTimer>
 
 #include <memory>
 #include <string>
-#include <unordered_set>
 
 namespace vx {
 
@@ -27,6 +26,7 @@ class CLinkDesk;
 class CMainMenus;
 class CMarketDesk;
 class CRecoveryDesk;
+class CRestartDesk;
 class CSettings;
 class CStatusPanes;
 class CTransferDesk;
@@ -59,6 +59,7 @@ public:
     CMarketDesk& Market() { return *m_market; }
     CRecoveryDesk& Recovery() { return *m_recovery; }
     CTransferDesk& Transfer() { return *m_transfer; }
+    CRestartDesk& Restart() { return *m_restart; }
     /// The names of markets and security types that the store shows.
     CLookupTables& LookupTables() { return m_lookupTables; }
 
@@ -69,8 +70,8 @@ public:
     /// Leaves the feed alone when the window is shown: the caller opens the ports itself.
     void KeepFeedClosed() { m_feedStarted = true; }
     void ShowAbout();
-    /// The symbols that the command line named are for the document that the program started with.
-    void ForgetCommandLineSymbols() { m_commandLine.symbol.clear(); }
+    /// The symbols and the starter list that the command line named are for the document that the program started with.
+    void ForgetCommandLine();
     /// Keeps the window's place for the next run.
     void StorePlacement();
     void SetAlwaysOnTop(bool onTop);
@@ -82,8 +83,11 @@ public:
     void SetDocumentTitle(std::string_view title) override;
     void ApplyPlacement(const SPlacement& placement) override;
     void OnUnwatched(std::string_view symbol) override;
+    std::string_view SymbolNotice(std::string_view feedSymbol) const override;
 
 protected:
+    bool IsWanted(std::string_view symbol) const override { return m_store.IsWanted(symbol); }
+    void OnSymbolRefused(std::string_view symbol) override;
     void OnFeedConnected() override;
     void OnUpdateMessage(std::string_view line) override;
     void OnSummaryMessage(std::string_view line) override;
@@ -106,7 +110,8 @@ private:
     void MakeDesks();
     void OnStatusTimer();
     void StartFeedOnce();
-    void ForgetIfUnwanted(std::string_view feedSymbol);
+    void ShowFeedEnd();
+    void ShowSymbolLimit();
     void MoveTo(SPlacement placement);
 
     CSettings& m_settings;
@@ -115,8 +120,8 @@ private:
     CLookupTables m_lookupTables;
     CL1DataStore m_store;
     CMarketClock m_clock;
-    /// Symbols whose watch has ended once: the feed client may still refuse them.
-    std::unordered_set<std::string, SSymbolKeyHash, std::equal_to<>> m_unwatched;
+    CRecentSymbols m_unwatched; ///< Their watch has ended: the feed client may still refuse them.
+    std::string m_waitingText;  ///< The notice of symbols that were refused for the limit.
     CFeedHealth m_health;
     CStatusPanes* m_panes;
     std::unique_ptr<CWatchlistDoc> m_doc;
@@ -130,6 +135,7 @@ private:
     CMarketDesk* m_market = nullptr;
     CRecoveryDesk* m_recovery = nullptr;
     CTransferDesk* m_transfer = nullptr;
+    CRestartDesk* m_restart = nullptr;
     CLinkDesk* m_links = nullptr;
     QTimer m_status;
     bool m_live = true;

@@ -6,8 +6,13 @@
 #include "data/SymbolHash.h"
 #include "data/UpdateFields.h"
 #include "watchlist/WatchlistDoc.h"
+#include "watchlist/WatchlistGrid.h"
+#include "watchlist/WatchlistView.h"
+
+#include <fmt/format.h>
 
 #include <string>
+#include <utility>
 
 namespace vx {
 
@@ -36,17 +41,31 @@ void CMainFrame::OnRegionalMessage(std::string_view line) {
 void CMainFrame::OnSystemMessage(std::string_view line) {
     m_health.NoteLine();
     m_health.SetStatusWord(Stats().status);
-    // A refusal that crossed the end of the watch; one of a symbol that was never watched here waits like any other.
-    if (const auto& pending = LimitedSymbols().Pending(); !pending.empty() && m_unwatched.contains(pending.back()))
-        ForgetIfUnwanted(std::string(pending.back()));
+    ShowSymbolLimit();
     if (!HandleReadyLine(line)) return;
     m_doc->SetFeedReady();
     m_store.SendPendingWatches();
     // In a list with a file they stand where others did: the user is asked before these go.
     if (m_doc->PlaceCommandLineSymbols(m_commandLine.Symbols()) && !m_files->File().Path().empty())
         m_doc->SetModified(true);
-    // The feed client is already busy with the watches while we wait, and the names are there before the first line.
-    m_lookupTables.Load();
+}
+
+// A refusal may cross the end of the watch; one of a symbol that was never watched here waits like any other.
+void CMainFrame::OnSymbolRefused(std::string_view symbol) {
+    if (m_unwatched.Has(symbol) && !IsWanted(symbol)) LimitedSymbols().Forget(symbol);
+    m_doc->RowNoticesChanged(symbol);
+}
+
+void CMainFrame::ShowSymbolLimit() {
+    std::string text = fmt::format("waiting for room: limit of {} reached", Stats().symbolLimit);
+    if (text == m_waitingText) return;
+    m_waitingText = std::move(text);
+    m_view->Grid().UpdateAll();
+}
+
+std::string_view CMainFrame::SymbolNotice(std::string_view feedSymbol) const {
+    if (!m_health.CanHear()) return "not watched: no connection to the feed client";
+    return LimitedSymbols().Has(feedSymbol) ? std::string_view(m_waitingText) : std::string_view{};
 }
 
 void CMainFrame::OnTimeMessage(std::string_view line) {
@@ -71,13 +90,9 @@ void CMainFrame::OnNewsCounts(std::string_view reply) { m_doc->OnNewsCounts(repl
 
 void CMainFrame::OnUnwatched(std::string_view symbol) {
     const std::string_view feedSymbol = FeedSymbol(symbol);
-    m_unwatched.emplace(feedSymbol);
-    ForgetIfUnwanted(feedSymbol);
-}
-
-// A symbol is still wanted for its own row, or for that of one of its regions.
-void CMainFrame::ForgetIfUnwanted(std::string_view feedSymbol) {
-    if (!m_store.IsWanted(feedSymbol)) LimitedSymbols().Forget(feedSymbol);
+    m_unwatched.Note(feedSymbol);
+    // A symbol is still wanted for its own row, or for that of one of its regions.
+    if (!IsWanted(feedSymbol)) LimitedSymbols().Forget(feedSymbol);
 }
 
 void CMainFrame::SendNewsRequest(std::string_view request) { SendToFeed(kLookupSlot, request); }

@@ -52,6 +52,7 @@ const std::vector<SMenuLine>& MenuTable() {
           kLine,
           SaveWorkspace,
           kLine,
+          Restart,
           FileExit}},
         {"&Edit",
          {EditUndo, EditRedo,        kLine,           EditCut,  EditCopy,     EditPaste,        EditDelete,

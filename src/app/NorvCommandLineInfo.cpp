@@ -70,6 +70,8 @@ constexpr SOption kOptions[] = {
     {"type", true, [](Info& i, const std::string& v) { return Keep(i.type, v); }},
     {"interval", true, [](Info& i, const std::string& v) { return Keep(i.interval, v); }},
     {"starter", false, [](Info& i, const std::string&) { return i.starter = true; }},
+    {"resume", true, [](Info& i, const std::string& v) { return Keep(i.resume, v) && !v.empty(); },
+     "the name of a file"},
     {"save-workspace", false, [](Info& i, const std::string&) { return i.saveWorkspace = true; }},
     {"screenshot", true, [](Info& i, const std::string& v) { return Keep(i.screenshot, v) && !v.empty(); },
      "the name of a file"},
@@ -81,6 +83,7 @@ constexpr SOption kOptions[] = {
      "a whole number from 1 to 8192"},
     {"scale", true, KeepScale, "a number from 0.5 to 8"},
     {"theme", true, KeepTheme, "system, light or dark"},
+    {"log", false, [](Info& i, const std::string&) { return i.log = true; }},
     {"about", false, [](Info& i, const std::string&) { return i.about = true; }},
     {"help", false, [](Info& i, const std::string&) { return i.help = true; }},
     {"h", false, [](Info& i, const std::string&) { return i.help = true; }},
@@ -154,6 +157,7 @@ const char* CommandLineHelp() {
            "  -max, -min               starts maximised or minimised\n"
            "  --starter                opens an untitled copy of the starter list\n"
            "  --theme NAME             system, light or dark, for this run\n"
+           "  --log                    shows the log on standard error too, in colour\n"
            "  --save-workspace         has every running window note its place and its file, and ends\n"
            "  --screenshot FILE        renders the live window without a display and writes a PNG\n"
            "      --seconds N          ... after N seconds (default 4)\n"

@@ -35,6 +35,7 @@ public:
     std::string interval;                        ///< -interval, kept for the caller
     std::string file;                            ///< watchlist to open
     std::vector<std::string> otherFiles;         ///< named besides; a window shows one watchlist
+    std::string resume;                          ///< --resume FILE: unsaved changes that a window leaves behind
     bool starter = false;                        ///< --starter: an untitled copy of the starter list
     bool saveWorkspace = false;                  ///< --save-workspace: tell the running windows, and end
     std::string screenshot;                      ///< --screenshot FILE: render offscreen, write a PNG, end
@@ -42,6 +43,7 @@ public:
     std::optional<int> width, height;            ///< --width, --height of the picture
     std::string scale;                           ///< --scale 2: device pixels per pixel; empty: 1
     std::string theme;                           ///< --theme system, light or dark; empty: the setting
+    bool log = false;                            ///< --log: the log on standard error too
     bool about = false;                          ///< --about: with --screenshot, the about box is shown too
     bool help = false;
     bool version = false;

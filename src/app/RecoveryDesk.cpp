@@ -7,6 +7,7 @@
 #include "base/Log.h"
 #include "base/MessageBox.h"
 #include "base/UserFolders.h"
+#include "watchlist/WatchlistDoc.h"
 #include "watchlist/WatchlistGrid.h"
 #include "watchlist/WatchlistView.h"
 
@@ -15,6 +16,13 @@
 #include <utility>
 
 namespace vx {
+
+namespace {
+
+// How long the window that restarts may take to end once it has started this one.
+constexpr int kHandOverMs = 5000;
+
+} // namespace
 
 CRecoveryDesk::CRecoveryDesk(CMainFrame& frame, CFileDesk& files)
     : QObject(&frame), m_frame(frame), m_files(files), m_keeper(frame.Document(), files.File()) {
@@ -32,7 +40,7 @@ void CRecoveryDesk::Poll() {
     });
 }
 
-void CRecoveryDesk::KeepNow() {
+bool CRecoveryDesk::KeepNow() {
     {
         // What stands in an open editor was typed to stay; nobody can answer a box about it any more.
         MessageBoxHandler asking = SetMessageBoxHandler([](const SMessageBox&) { return EBoxAnswer::Cancel; });
@@ -40,7 +48,16 @@ void CRecoveryDesk::KeepNow() {
         SetMessageBoxHandler(std::move(asking));
     }
     m_keeper.KeepNow(m_frame.Placement());
-    if (m_keeper.HasFailed()) LogInformation("Unsaved changes could not be kept at the end of the session.");
+    const bool kept = !m_frame.Document().IsModified() || !m_keeper.HasFailed();
+    if (!kept) LogInformation("Unsaved changes could not be kept at the end of the session.");
+    return kept;
+}
+
+bool CRecoveryDesk::Resume(const std::string& file) {
+    const std::optional<SRecovery> left = ClaimRecovery(file, kHandOverMs);
+    if (!left || !m_files.OpenRecovered(*left)) return false;
+    m_keeper.Adopt(*left);
+    return true;
 }
 
 void CRecoveryDesk::Offer(bool userAsked) {
@@ -55,7 +72,9 @@ void CRecoveryDesk::Offer(bool userAsked) {
     dialog.exec();
     // What was not chosen is free again before another box may open: other windows may offer it.
     const std::optional<SRecovery> chosen = dialog.TakeChosen();
-    if (chosen && m_files.OpenRecovered(*chosen)) m_keeper.Adopt(*chosen);
+    if (!chosen || !m_files.OpenRecovered(*chosen)) return;
+    m_frame.ForgetCommandLine();
+    m_keeper.Adopt(*chosen);
 }
 
 } // namespace vx

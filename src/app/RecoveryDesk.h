@@ -21,8 +21,13 @@ public:
     /// Keeps what is to be kept by now; the frame's timer calls it.
     void Poll();
     /// The program is about to end without a question: what is not saved, the text of an open editor with it, is on
-    /// disk when this returns.
-    void KeepNow();
+    /// disk when this returns; false when it is not.
+    bool KeepNow();
+    /// The file in which unsaved changes are kept; empty when there are none.
+    const std::string& KeptFile() const { return m_keeper.File(); }
+    /// Takes over what another window of the program has kept in a file and leaves behind when it ends, which may take
+    /// a while. False when that cannot be had.
+    bool Resume(const std::string& file);
 
     /// Offers the changes that an earlier run left behind; does nothing when there are none, unless the user asked.
     void Offer(bool userAsked);

@@ -79,9 +79,9 @@ void CSearchFilter::ShowList(bool shown) {
 
 std::array<QWidget*, 3> CSearchFilter::InTabOrder() const { return {m_choice, m_again, m_list}; }
 
-void CSearchFilter::SetTimeoutMs(int milliseconds) {
-    m_markets.SetTimeoutMs(milliseconds);
-    m_types.SetTimeoutMs(milliseconds);
+void CSearchFilter::SetTimes(SLookupTimes times) {
+    m_markets.SetTimes(times);
+    m_types.SetTimes(times);
 }
 
 void CSearchFilter::SetMode(EMode mode) {

@@ -32,8 +32,7 @@ public:
     explicit CSearchFilter(QWidget* parent);
 
     std::array<QWidget*, 3> InTabOrder() const;
-    /// See CLookupSystemInfo::SetTimeoutMs.
-    void SetTimeoutMs(int milliseconds);
+    void SetTimes(SLookupTimes times);
 
     EMode Mode() const { return m_mode; }
     /// Does nothing for the mode that is shown already.

@@ -21,7 +21,7 @@ CStatusPanes::CStatusPanes(QWidget* parent) : QStatusBar(parent) {
     m_status->setContentsMargins(6, 0, 6, 0);
     m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // A long text does not widen the window.
     addWidget(m_status, 1);
-    m_feed = AddPane("paneFeed", QStringLiteral("Feed: Not Connected"),
+    m_feed = AddPane("paneFeed", QStringLiteral("Feed: connection ended"),
                      tr("What the feed client last said of itself, or how long it has been silent"));
     m_clock = AddPane("paneClock", QStringLiteral("00/00/00 00:00:00"), tr("Market time"));
     m_age = AddPane("paneAge", QStringLiteral("Data: 000 min ago"), tr("Age of the last quote or trade received"));
@@ -31,7 +31,9 @@ QLabel* CStatusPanes::AddPane(const char* name, const QString& widest, const QSt
     auto* pane = new QLabel;
     pane->setObjectName(QString::fromLatin1(name));
     pane->setTextFormat(Qt::PlainText);
-    pane->setMinimumWidth(fontMetrics().horizontalAdvance(widest) + 12);
+    QFont bold = font(); // As the feed's state is while the values are not live.
+    bold.setBold(true);
+    pane->setMinimumWidth(QFontMetrics(bold).horizontalAdvance(widest) + 12);
     pane->setContentsMargins(6, 0, 6, 0);
     pane->setToolTip(tip);
     addPermanentWidget(pane);

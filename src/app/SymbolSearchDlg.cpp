@@ -191,7 +191,7 @@ int CSymbolSearchDlg::FoundCount() const {
 
 void CSymbolSearchDlg::ShowState() {
     const CSearchResults& search = m_session.LookupReplies().search;
-    const bool waiting = m_searching == EState::Searching && !search.Ended() && !search.IsRefused();
+    const bool waiting = m_searching == EState::Searching && !search.Ended();
     m_stop->setEnabled(waiting);
     const QString text = StateText();
     if (m_state->text() != text) m_state->setText(text);
@@ -213,7 +213,6 @@ QString CSymbolSearchDlg::StateText() const {
     if (m_searching == EState::NotSent) return tr("Not connected.");
     if (m_searching == EState::Stopped) return tr("Stopped. Found so far: %L1.").arg(found);
     if (search.Ended()) return EndText(found);
-    if (search.IsRefused()) return tr("The feed client has refused the search.");
     if (!IsConnected()) return tr("The feed client has closed the connection. Found until then: %L1.").arg(found);
     if (search.SilentMs() >= kSilentMs)
         return tr("The feed has not answered for %L1 seconds. Found so far: %L2. Stop, or search again.")

@@ -4,10 +4,12 @@
 #include "app/MainFrame.h"
 #include "app/QtMessageBox.h"
 #include "app/RecoveryDesk.h"
+#include "app/RestartDesk.h"
 #include "app/Screenshot.h"
 #include "app/SessionEnd.h"
 #include "base/Log.h"
 #include "base/MessageBox.h"
+#include "base/Utf8Text.h"
 #include "grid/QtText.h"
 #include "settings/LogSettings.h"
 #include "watchlist/WatchlistDoc.h"
@@ -63,11 +65,12 @@ bool CWatchlistApp::InitInstance() {
     }
     m_frame->ShowPlaced();
     new CSessionEnd(*m_frame); // The frame's child.
+    connect(&m_frame->Restart(), &CRestartDesk::Restarted, this, [] { exit(0); });
     QTimer::singleShot(kFirstBoxMs, m_frame.get(), [this, early] {
         for (const SMessageBox& box : early) ShowMessageBox(box);
         const std::string& opened = m_frame->Files().File().Path();
         if (!opened.empty()) CFileDesk::TellLeftAlone(opened, m_commandLine.otherFiles.size());
-        m_frame->Recovery().Offer(false);
+        if (!m_resumed) m_frame->Recovery().Offer(false);
     });
     return true;
 }
@@ -88,7 +91,7 @@ int CWatchlistApp::Run() {
 
 void CWatchlistApp::StartLog() {
     ApplyLogCategories(m_settings);
-    ConfigureLog({.folder = ReadLogPath(Registry())});
+    ConfigureLog({.folder = ReadLogPath(Registry()), .console = m_commandLine.log});
 }
 
 // What is to be said of the file waits for the window, over which it is said.
@@ -103,6 +106,13 @@ bool CWatchlistApp::ProcessShellCommand(std::vector<SMessageBox>& early) {
 }
 
 bool CWatchlistApp::ProcessShellCommand() {
+    if (!m_commandLine.resume.empty()) {
+        m_resumed = m_frame->Recovery().Resume(m_commandLine.resume);
+        if (m_resumed) return true;
+        ShowMessageBox({fmt::format("The unsaved changes in \"{}\" could not be taken over.",
+                                    Windows1252FromUtf8(m_commandLine.resume)),
+                        kProgramName, EBoxButtons::Ok, EBoxIcon::Exclamation});
+    }
     if (!m_commandLine.file.empty()) return m_frame->Files().Open(m_commandLine.file);
     if (!m_commandLine.starter || !m_commandLine.symbol.empty()) return false;
     QFile starter(QString::fromLatin1(kStarterList));

@@ -41,6 +41,13 @@ public:
     }
     void SetDirection(size_t slot, EDirection direction) { m_directions[kLayout[slot].value] = direction; }
 
+    /// What its texts take outside of the block.
+    size_t TextBytes() const {
+        size_t bytes = 0;
+        for (const CSlotText& text : m_texts) bytes += text.HeapBytes();
+        return bytes;
+    }
+
     SFieldSlots Slots() { return {kLayout, &kBytes, m_values.data(), m_directions.data(), m_texts.data()}; }
 
 private:

@@ -50,7 +50,8 @@ inline constexpr uint8_t kNoteContents = 4;
 inline constexpr uint8_t kNoteLastMarket = 8;
 inline constexpr uint8_t kNoteExtendedMarket = 16;
 inline constexpr uint8_t kNoteRecentMarket = 32;
-inline constexpr uint8_t kNoteAnyMarket = kNoteLastMarket | kNoteExtendedMarket | kNoteRecentMarket;
+inline constexpr uint8_t kNoteTradeMarkets = kNoteLastMarket | kNoteExtendedMarket | kNoteRecentMarket;
+inline constexpr uint8_t kNoteQuoteMarkets = 64; ///< Of bid or ask.
 
 inline constexpr uint8_t kNoteListedMarket = 1;
 inline constexpr uint8_t kNoteSecurityType = 2;
@@ -127,6 +128,8 @@ inline constexpr std::array kUpdateLayout = [] {
     slots[UpdateSlot("Last Market Center")].note = kNoteLastMarket;
     slots[UpdateSlot("Extended Trade Market Center")].note = kNoteExtendedMarket;
     slots[UpdateSlot("Most Recent Trade Market Center")].note = kNoteRecentMarket;
+    slots[UpdateSlot("Bid Market Center")].note = kNoteQuoteMarkets;
+    slots[UpdateSlot("Ask Market Center")].note = kNoteQuoteMarkets;
     return slots;
 }();
 

@@ -1,8 +1,12 @@
 #include "data/L1DataStore.h"
 
+#include "base/Log.h"
 #include "data/SymbolHash.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <utility>
 
 // Watching: which records there are, who listens to them, and what the feed is told. The data lines are handled in
 // L1DataStoreLines.cpp.
@@ -72,18 +76,29 @@ void CL1DataStore::RemoveListener(CChangeQueue& listener) {
 void CL1DataStore::RewatchAll() {
     if (m_rewatchedThisTurn || !m_port || !m_port->IsOpen()) return;
     m_rewatchedThisTurn = true;
+    for (CL1SymbolRec* record : InOrder([](const CL1SymbolRec& r) { return r.IsWanted(); })) SendWatch(*record);
+}
+
+// Records are numbered as they come. With more symbols than the feed takes, the same ones are served each time.
+template <typename Wanted> std::vector<CL1SymbolRec*> CL1DataStore::InOrder(Wanted wanted) const {
+    std::vector<CL1SymbolRec*> out;
     m_records.ForEach([&](CL1SymbolRec& record) {
-        if (record.IsWanted()) SendWatch(record);
+        if (wanted(record)) out.push_back(&record);
     });
+    std::ranges::sort(out, {}, [](const CL1SymbolRec* record) { return record->Ids().id2; });
+    return out;
 }
 
 void CL1DataStore::SendPendingWatches() {
     if (!m_commandsPending || !m_port || !m_port->IsOpen()) return;
     m_commandsPending = false;
-    m_records.ForEach([&](CL1SymbolRec& record) {
-        if (!m_commandsPending && record.IsWanted() && !record.m_watched) SendWatch(record);
-        if (!m_commandsPending && !record.m_regionsAsked && !record.m_regions.empty()) SendRegions(record);
-    });
+    const auto watchMissing = [](const CL1SymbolRec& r) { return r.IsWanted() && !r.m_watched; };
+    const auto regionsMissing = [](const CL1SymbolRec& r) { return !r.m_regionsAsked && !r.m_regions.empty(); };
+    for (CL1SymbolRec* record : InOrder([&](const CL1SymbolRec& r) { return watchMissing(r) || regionsMissing(r); })) {
+        if (!m_commandsPending && watchMissing(*record)) SendWatch(*record);
+        if (!m_commandsPending && regionsMissing(*record)) SendRegions(*record);
+        if (m_commandsPending) return;
+    }
 }
 
 CSymbolRec* CL1DataStore::FindMutable(std::string_view symbol) const {
@@ -128,7 +143,10 @@ sRegQuoteData& CL1DataStore::AddRegion(CL1SymbolRec& record, std::string_view fu
 }
 
 void CL1DataStore::RemoveRecord(CL1SymbolRec& record) {
-    if (record.m_stray) m_strays.erase(record.m_strayPlace);
+    if (record.m_stray) {
+        m_strays.erase(record.m_strayPlace);
+        m_strayBytes -= record.m_strayBytes;
+    }
     while (!record.m_regions.empty()) RemoveRegion(record, *record.m_regions.begin()->second);
     record.RemoveAllListeners();
     m_byNumber.erase(record.Ids().id2);
@@ -143,11 +161,28 @@ void CL1DataStore::RemoveRegion(CL1SymbolRec& record, sRegQuoteData& region) {
 }
 
 CL1SymbolRec& CL1DataStore::AddStray(std::string_view symbol) {
-    if (m_strays.size() == kMostStrayRecords) RemoveRecord(*m_strays.front());
+    if (m_strays.size() == kMostStrayRecords) DropOldestStray();
     CL1SymbolRec& record = AddRecord(symbol);
     record.m_stray = true;
     record.m_strayPlace = m_strays.insert(m_strays.end(), &record);
     return record;
+}
+
+void CL1DataStore::WeighStray(CL1SymbolRec& record) {
+    const size_t bytes = record.Bytes();
+    m_strayBytes += bytes - record.m_strayBytes;
+    record.m_strayBytes = bytes;
+    while (m_strayBytes > kMostStrayBytes && m_strays.front() != &record) DropOldestStray();
+}
+
+void CL1DataStore::DropOldestStray() {
+    RemoveRecord(*m_strays.front());
+    if (std::exchange(m_strayDropped, true)) return;
+    Log(ELogCategory::L1Error, ELogDirection::Status,
+        fmt::format(
+            "Level1: lines came for more than {} symbols that nobody watches, or for {} MiB of them; the oldest "
+            "are forgotten.",
+            kMostStrayRecords, kMostStrayBytes >> 20));
 }
 
 void CL1DataStore::ReleaseIfUnwanted(CL1SymbolRec& record) {

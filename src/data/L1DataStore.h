@@ -13,6 +13,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 namespace vx {
 
@@ -28,6 +29,7 @@ class CL1DataStore {
 public:
     /// Records of symbols that nobody watches, made by lines that came all the same; the oldest goes first.
     static constexpr size_t kMostStrayRecords = 10000;
+    static constexpr size_t kMostStrayBytes = 64 * 1024 * 1024; ///< Of these records together.
     /// After a failed load of the names, lines go without for this long before the next try.
     static constexpr int64_t kLoadRetryMs = 5000;
 
@@ -53,13 +55,13 @@ public:
     /// Takes a listener off everything it watches, as must be done before it is destroyed while the store lives on.
     void RemoveListener(CChangeQueue& listener);
 
-    /// Sends the watch command again for every symbol that somebody watches, once per turn of the event loop and only
-    /// while the connection is not known to be closed.
+    /// Sends the watch command again for every symbol that somebody watches, in the order in which they came, once per
+    /// turn of the event loop and only while the connection is not known to be closed.
     void RewatchAll();
     /// A new turn of the event loop has begun.
     void NewTurn() { m_rewatchedThisTurn = false; }
-    /// Sends the watch and region commands that did not go out yet, until one fails again; meant for a beat of a second
-    /// or so. Costs nothing while all went out.
+    /// Sends the watch and region commands that did not go out yet, in the order of their symbols, until one fails
+    /// again; meant for a beat of a second or so. Costs nothing while all went out.
     void SendPendingWatches();
 
     /// One line of the level-1 connection without its line end; anything but a Q, P, F or R line is ignored.
@@ -102,6 +104,9 @@ private:
     void RemoveRecord(CL1SymbolRec& record);
     void RemoveRegion(CL1SymbolRec& record, sRegQuoteData& region);
     CL1SymbolRec& AddStray(std::string_view symbol);
+    void WeighStray(CL1SymbolRec& record);
+    void DropOldestStray();
+    template <typename Wanted> std::vector<CL1SymbolRec*> InOrder(Wanted wanted) const;
     void ReleaseIfUnwanted(CL1SymbolRec& record);
     CSymbolRec* FindMutable(std::string_view symbol) const;
 
@@ -132,6 +137,8 @@ private:
     /// Market ids of trades that came while the names were missing, by the record's number. They wait for the table.
     std::unordered_map<uint32_t, std::array<int16_t, kTradeMarkets>> m_unnamed;
     std::list<CL1SymbolRec*> m_strays; ///< Oldest first.
+    size_t m_strayBytes = 0;
+    bool m_strayDropped = false; ///< Has been logged.
     uint32_t m_lastNumber = 0;
     bool m_rewatchedThisTurn = false;
     bool m_commandsPending = false; ///< A command did not go out whole since the last look at all records.

@@ -123,6 +123,7 @@ void CL1DataStore::OnFundamental(std::string_view line) {
     NameFundamentalCodes(record, notes.carried);
     record.m_updated = record.m_hasData = true;
     record.NotifyAll(); // Rows of regional quotes show the fundamentals too.
+    if (record.m_stray) WeighStray(record);
 }
 
 void CL1DataStore::OnRegional(std::string_view line) {
@@ -159,7 +160,8 @@ CL1SymbolRec* CL1DataStore::MergeQuote(std::string_view line, SMergeNotes& notes
     CL1SymbolRec& record = RecordForLine(symbol);
     Prefetch(&record.m_quote, sizeof(record.m_quote));
     m_kernel.merge(line, cut, record.m_quote.Slots(), notes);
-    if (notes.Carried(kNoteAnyMarket)) NameMarkets(record, notes);
+    if (notes.Carried(kNoteTradeMarkets)) NameMarkets(record, notes);
+    if (!m_markets.done && notes.Carried(kNoteQuoteMarkets)) LoadMarkets(); // Their names are looked up when shown.
     return &record;
 }
 
@@ -173,6 +175,7 @@ void CL1DataStore::FinishMerge(CL1SymbolRec& record, const SMergeNotes& notes) {
         record.m_notFound = notFound;
         record.NotifyAll();
     }
+    if (record.m_stray) WeighStray(record);
 }
 
 CL1SymbolRec& CL1DataStore::RecordForLine(std::string_view symbol) {

@@ -34,6 +34,10 @@ sRegQuoteData* CL1SymbolRec::FindRegionOf(std::string_view region) const {
     return found == m_regions.end() ? nullptr : found->second.get();
 }
 
+size_t CL1SymbolRec::Bytes() const {
+    return sizeof(*this) + Symbol().capacity() + m_quote.TextBytes() + m_fundamentals.TextBytes();
+}
+
 void CL1SymbolRec::NotifyAll() {
     Notify();
     for (const auto& [name, region] : m_regions) region->Notify();

@@ -16,18 +16,19 @@ namespace vx {
 class CL1SymbolRec;
 
 /// The quote of one symbol in one region, for the row "symbol--region".
-struct sRegQuoteData : CSymbolRec {
+struct sRegQuoteData final : CSymbolRec {
     sRegQuoteData(std::string_view fullName, uint32_t number, const CL1SymbolRec& base);
 
     const CL1SymbolRec& Base() const override { return base; }
     const sRegQuoteData* AsRegion() const override { return this; }
+    bool HasData() const override { return hasData; }
     std::string_view RegionName() const { return std::string_view{Symbol()}.substr(regionOffset); }
 
     const CL1SymbolRec& base; ///< The feed symbol's record, which owns this one.
     size_t regionOffset;
     CRegionData data;
-    bool updated = false;  ///< Set by every merge.
-    bool hasData = false;  ///< Some line has filled it.
+    bool updated = false; ///< Set by every merge.
+    bool hasData = false;
     bool notFound = false; ///< The feed said "Not Found" for its price.
 };
 
@@ -36,7 +37,7 @@ struct sRegQuoteData : CSymbolRec {
 /// Shape   flat: reading or changing a slot follows no pointer
 /// Owns    its regional records and its history
 /// Thread  GUI thread only: merges and readers share it, so that no cell is torn
-class CL1SymbolRec : public CSymbolRec {
+class CL1SymbolRec final : public CSymbolRec {
 public:
     using CSymbolRec::CSymbolRec;
     const CL1SymbolRec& Base() const override { return *this; }
@@ -46,8 +47,7 @@ public:
 
     /// Set by every merge.
     bool IsUpdated() const { return m_updated; }
-    /// Some line has filled it.
-    bool HasData() const { return m_hasData; }
+    bool HasData() const override { return m_hasData; }
 
     /// The feed said "Not Found" for one of its prices, and has sent no price since.
     bool IsNotFound() const { return m_notFound; }
@@ -74,6 +74,8 @@ private:
     bool IsWanted() const { return HasListeners() || !m_regions.empty(); }
     sRegQuoteData* FindRegionOf(std::string_view region) const;
     void NotifyAll();
+    /// What the record takes, texts outside of it included.
+    size_t Bytes() const;
 
     CQuoteData m_quote;
     CFundamentalData m_fundamentals;
@@ -84,6 +86,7 @@ private:
     bool m_regionsAsked = true; ///< The last request for regional quotes, if there was one, went out.
     bool m_stray = false;       ///< Made by a line for a symbol that nobody watches.
     std::list<CL1SymbolRec*>::iterator m_strayPlace;
+    size_t m_strayBytes = 0; ///< As the store has counted it.
     const CCodeNames* m_names = nullptr;
     std::unique_ptr<CTimeAndSales> m_history;
     /// By the region's name. Few symbols have more than a handful, but a file can ask for any number of them.

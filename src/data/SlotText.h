@@ -49,6 +49,8 @@ public:
 
     void Clear() { Assign({}); }
 
+    size_t HeapBytes() const { return IsLong() ? Long().capacity : 0; }
+
     /// Puts one character in front and keeps the first `limit` characters, at most kInlineSize.
     void PushFront(char c, size_t limit);
 

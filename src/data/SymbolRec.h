@@ -27,6 +27,8 @@ public:
     virtual const CL1SymbolRec& Base() const = 0;
     /// Itself when it is a regional quote, else null.
     virtual const sRegQuoteData* AsRegion() const { return nullptr; }
+    /// Some line has filled it.
+    virtual bool HasData() const = 0;
 
     const std::string& Symbol() const { return m_symbol; }
     SChangeNotice Ids() const { return m_ids; }

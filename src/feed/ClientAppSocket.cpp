@@ -68,12 +68,14 @@ void CZantrelClientAppSocket::TryAgainOrGiveUp(int error) {
         CClock::Instance().SleepMs(kRetryMs);
         const std::string host = m_host;
         Connect(host.c_str(), m_port);
-    } else if (m_owner) {
+        return;
+    }
+    m_givenUp = true;
+    if (m_owner)
         m_owner->PostMessageBox({fmt::format("{} is unable to connect to Zantrel.\nPlease restart the application.\n"
                                              "If the error persists, please contact customer service.\nError Code: {}",
                                              m_handshake.clientName, error),
                                  "", EBoxButtons::Ok, EBoxIcon::Exclamation});
-    }
 }
 
 } // namespace vx

@@ -39,6 +39,10 @@ public:
 
     bool Connect(const char* host, unsigned port) override;
     int Send(const void* buffer, int length, int flags = 0) override;
+    /// The connection stood and is over, whatever its status says: the feed client ended it, it broke, or it is stuck.
+    bool HasEnded() const { return Stats().status == "Connected" && (!IsConnected() || IsStuck()); }
+    /// No connection came, and the retries are used up.
+    bool HasGivenUp() const { return m_givenUp; }
     const std::string& Host() const { return m_host; }
     unsigned Port() const { return m_port; }
 
@@ -57,6 +61,7 @@ private:
     SHandshake m_handshake;
     uint32_t m_retriesLeft;
     bool m_failed = false; ///< A connect has failed before.
+    bool m_givenUp = false;
     std::string m_host;
     unsigned m_port = 0;
 };

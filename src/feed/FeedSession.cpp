@@ -72,6 +72,15 @@ void CFeedSession::OpenPort(EFeedSlot slot, uint32_t retries, const SPortSetting
     socket.Connect(kFeedHost, m_ports.GetPort(port));
 }
 
+EFeedEnd CFeedSession::FeedEnd() const {
+    const CZantrelClientAppSocket* const admin = FeedSocket(kAdminSlot);
+    const CZantrelClientAppSocket* const level1 = FeedSocket(kLevel1Slot);
+    if (level1 && level1->HasEnded()) return EFeedEnd::Quotes;
+    if ((level1 && level1->HasGivenUp()) || (admin && admin->HasGivenUp())) return EFeedEnd::Unreachable;
+    if (!admin || !admin->HasEnded()) return EFeedEnd::None;
+    return level1 && level1->IsConnected() ? EFeedEnd::Status : EFeedEnd::Quotes;
+}
+
 bool CFeedSession::SymbolSearch(ESearchBy by, std::string_view text, std::string_view marketFilter,
                                 std::string_view typeFilter) {
     if (text.empty()) return false;
@@ -99,7 +108,10 @@ void CFeedSession::ReceiveSystemLine(std::string_view line) {
         ReceiveStatusLine(line);
     } else if (line.starts_with(kLimitMarker)) {
         const std::string_view symbol = From(line, kLimitMarker.size() + 1);
-        if (!symbol.empty()) m_limited.Refused(symbol);
+        if (!symbol.empty()) {
+            m_limited.Refused(symbol, IsWanted(symbol));
+            OnSymbolRefused(symbol);
+        }
     }
     OnSystemMessage(line);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "feed/FeedEnd.h"
 #include "feed/FeedOwner.h"
 #include "feed/FeedSlots.h"
 #include "feed/FeedStats.h"
@@ -59,6 +60,9 @@ public:
     CSymbolLimitQueue& LimitedSymbols() { return m_limited; }
     const CSymbolLimitQueue& LimitedSymbols() const { return m_limited; }
 
+    /// What has become of the connections that quotes and status need.
+    EFeedEnd FeedEnd() const;
+
     /// Asks for symbols on the lookup port, see SymbolSearchRequest; the results so far are dropped.
     ///
     /// Errors  false when the request did not go out, and for an empty text, for which nothing happens
@@ -76,7 +80,6 @@ public:
     void ReceiveFundamentalLine(std::string_view line) final;
 
     void OnLookupMessage(std::string_view line) override { m_lookupReplies.OnLine(line); }
-    void OnUnknownMessage(std::string_view line) override { m_lookupReplies.OnLine(line); }
 
     void PostMessageBox(SMessageBox box) override;
 
@@ -84,6 +87,10 @@ protected:
     /// The status became "Connected" (the first time included) or "Not Connected".
     virtual void OnFeedConnected() {}
     virtual void OnFeedDisconnected() {}
+    /// Whether a row holds a symbol, or one of its regions.
+    virtual bool IsWanted(std::string_view /*symbol*/) const { return false; }
+    /// The feed client has refused a symbol for the symbol limit; LimitedSymbols have it.
+    virtual void OnSymbolRefused(std::string_view /*symbol*/) {}
 
     /// Looks whether a system line says that the feed client is ready for watches. If so, opens Level1Commands, asks
     /// for news, and returns true: the caller then watches its symbols. It may come more than once, on any port.

@@ -10,15 +10,12 @@ namespace vx {
 /// Thread  GUI thread only
 class CLookupReplies {
 public:
-    /// Takes a line by its first three characters; others than those of the two requests are ignored, but for the
-    /// refusal of a request, which has no id.
+    /// Takes a line by its first three characters; others than those of the two requests are ignored.
     void OnLine(std::string_view line) {
         if (line.starts_with("LSe"))
             search.OnLine(line);
         else if (line.starts_with("LNe"))
             newsCounts.OnLine(line);
-        else if (line.starts_with("!SYNTAX_ERROR!"))
-            search.Refuse();
     }
 
     CSearchResults search;

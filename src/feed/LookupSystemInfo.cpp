@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <memory>
 
 namespace vx {
@@ -15,14 +16,6 @@ namespace {
 constexpr int kReceiveBytes = 65535;
 
 const SFeedLog& PortLog() { return FeedLogOf(kLookupSlot); }
-
-int ConnectWithin(CNativeSocket& socket, uint16_t port, CNativeSocket::Deadline deadline) {
-    if (const int error = socket.Open()) return error;
-    const int begun = socket.Connect(kFeedHost, port);
-    if (begun != 0 && begun != kSocketWouldBlock) return begun;
-    if (!socket.Wait(CNativeSocket::EWait::Writable, deadline)) return kSocketTimedOut;
-    return socket.ConnectOutcome();
-}
 
 /// The received bytes for the log, line by line; costs nothing while the log does not want them.
 class CReceivedLines {
@@ -49,14 +42,26 @@ private:
 } // namespace
 
 // A socket library that must be started first is not known on this platform.
-CLookupSystemInfo::CLookupSystemInfo(CRegistry& registry, int timeoutMs) : m_ports(registry), m_timeoutMs(timeoutMs) {}
+CLookupSystemInfo::CLookupSystemInfo(CRegistry& registry, SLookupTimes times) : m_ports(registry), m_times(times) {}
+
+bool CLookupSystemInfo::Wait(CNativeSocket::EWait what) const {
+    const auto quiet = std::chrono::steady_clock::now() + std::chrono::milliseconds(m_times.quietMs);
+    return m_socket.Wait(what, std::min(quiet, m_deadline));
+}
+
+int CLookupSystemInfo::Connect(uint16_t port) {
+    if (const int error = m_socket.Open()) return error;
+    const int begun = m_socket.Connect(kFeedHost, port);
+    if (begun != 0 && begun != kSocketWouldBlock) return begun;
+    return Wait(CNativeSocket::EWait::Writable) ? m_socket.ConnectOutcome() : kSocketTimedOut;
+}
 
 bool CLookupSystemInfo::SendRequest(std::string_view request, uint16_t port) {
     m_reply = {};
     m_unanswered = false;
-    m_deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(m_timeoutMs);
-    if (m_timeoutMs <= 0) return false;
-    if (const int error = ConnectWithin(m_socket, port, m_deadline)) {
+    m_deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(m_times.totalMs);
+    if (m_times.totalMs <= 0) return false;
+    if (const int error = Connect(port)) {
         m_unanswered = error == kSocketTimedOut;
         return GiveUp(fmt::format("no connection to {}:{}, error {}", kFeedHost, port, error));
     }
@@ -71,7 +76,7 @@ void CLookupSystemInfo::ReadReply() {
     const auto buffer = std::make_unique<char[]>(kReceiveBytes);
     CReceivedLines lines;
     for (;;) {
-        if (!m_socket.Wait(CNativeSocket::EWait::Readable, m_deadline)) {
+        if (!Wait(CNativeSocket::EWait::Readable)) {
             m_unanswered = !m_reply.HoldsSplitEnd();
             break;
         }
@@ -96,7 +101,8 @@ bool CLookupSystemInfo::Exchange(std::string_view request) {
         return true;
     }
     return GiveUp(m_reply.TooLong() ? fmt::format("the reply has more than {} bytes", CTableReply::kMostBytes)
-                                    : fmt::format("no end of the reply within {} ms", m_timeoutMs));
+                                    : fmt::format("no end of the reply within {} ms, or {} ms without a byte of it",
+                                                  m_times.totalMs, m_times.quietMs));
 }
 
 bool CLookupSystemInfo::GiveUp(std::string_view what) {

@@ -10,21 +10,23 @@
 
 namespace vx {
 
-CLookupTables::CLookupTables(CRegistry& registry, int timeoutMs)
-    : m_markets(registry), m_types(registry), m_timeoutMs(timeoutMs) {}
+CLookupTables::CLookupTables(CRegistry& registry, SLookupTimes times)
+    : m_markets(registry), m_types(registry), m_times(times) {}
 
+// Loads what is missing, unless a pause lasts.
 void CLookupTables::Load() {
     if (m_markets.IsLoaded() && m_types.IsLoaded()) return;
     if (CClock::Instance().MonotonicMs() < m_nextTryMs) return;
     using Clock = std::chrono::steady_clock;
-    const auto deadline = Clock::now() + std::chrono::milliseconds(m_timeoutMs);
+    const auto deadline = Clock::now() + std::chrono::milliseconds(m_times.totalMs);
     const auto left = [&] {
-        return static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count());
+        const auto time = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+        return SLookupTimes{static_cast<int>(time.count()), m_times.quietMs};
     };
-    m_markets.SetTimeoutMs(left());
+    m_markets.SetTimes(left());
     m_markets.Load();
     if (!m_markets.IsLoaded()) return Pause(m_markets.WasUnanswered());
-    m_types.SetTimeoutMs(left());
+    m_types.SetTimes(left());
     m_types.Load();
     if (!m_types.IsLoaded()) return Pause(m_types.WasUnanswered());
     LogInformation(fmt::format("Lookup: {} listed markets and {} security types.", m_markets.Count(), m_types.Count()));

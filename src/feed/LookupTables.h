@@ -10,24 +10,21 @@ namespace vx {
 
 /// The names of listed markets and security types for the level-1 store, loaded from the lookup port.
 ///
-/// Both tables are loaded together, in one go of one time-out. After a failed go none is tried for kPauseMs; a port
-/// that takes the request and does not answer holds the window each time, so that its pauses double up to kMostPauseMs.
+/// Both tables are loaded together when the first name is needed, in the time of one exchange. After a failed go none
+/// is tried for kPauseMs; a port that takes the request and does not answer holds the window each time, so that its
+/// pauses double up to kMostPauseMs.
 ///
 /// Owns    the tables
 /// Thread  GUI thread only
 class CLookupTables final : public CCodeNames {
 public:
     static constexpr int64_t kPauseMs = 5000;
-    static constexpr int64_t kMostPauseMs = 320000;
+    static constexpr int64_t kMostPauseMs = 40000;
 
-    explicit CLookupTables(CRegistry& registry = CRegistry::CurrentUser(),
-                           int timeoutMs = CLookupSystemInfo::kTimeoutMs);
+    explicit CLookupTables(CRegistry& registry = CRegistry::CurrentUser(), SLookupTimes times = {});
 
-    /// The time for both tables together; with 0 none is ever loaded.
-    void SetTimeoutMs(int milliseconds) { m_timeoutMs = milliseconds; }
-
-    /// Loads what is missing, unless a pause lasts; holds the caller for the time-out at most.
-    void Load();
+    /// The times for both tables together; with 0 none is ever loaded.
+    void SetTimes(SLookupTimes times) { m_times = times; }
 
     bool EnsureMarketsLoaded() override;
     bool EnsureSecurityTypesLoaded() override;
@@ -35,11 +32,12 @@ public:
     std::string_view SecurityTypeName(int id) const override { return m_types.Name(id); }
 
 private:
+    void Load();
     void Pause(bool unanswered);
 
     CListedMarkets m_markets;
     CSecurityTypes m_types;
-    int m_timeoutMs;
+    SLookupTimes m_times;
     int64_t m_nextTryMs = 0; ///< Of CClock's monotonic time.
     int64_t m_pauseMs = kPauseMs;
 };

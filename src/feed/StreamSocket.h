@@ -26,6 +26,9 @@ public:
     /// The last error (SocketError.h), 0 after any success.
     int LastError() const { return m_lastError; }
 
+    /// A line without an end has filled the buffer: nothing more is received, and not even the peer's end is seen.
+    bool IsStuck() const { return m_fill == kCapacity - 1; }
+
     /// What the last receive returned: bytes, 0 when the peer had closed or the buffer was full, -1 on an error.
     int LastReceiveCount() const { return m_lastReceived; }
 

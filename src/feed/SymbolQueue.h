@@ -38,6 +38,12 @@ public:
         for (const auto at : gone.mapped()) removed.splice(removed.end(), m_order, at);
     }
 
+    /// How often a symbol is in it.
+    size_t Count(std::string_view symbol) const {
+        const auto place = m_places.find(symbol);
+        return place == m_places.end() ? 0 : place->second.size();
+    }
+
     const std::list<std::string>& Order() const { return m_order; }
 
 private:

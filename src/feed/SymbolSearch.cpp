@@ -43,7 +43,7 @@ std::string SymbolSearchRequest(ESearchBy by, std::string_view text, std::string
 
 void CSearchResults::Clear() {
     m_results.clear();
-    m_ended = m_dropped = m_refused = false;
+    m_ended = m_dropped = false;
     ++m_generation;
 }
 
@@ -51,8 +51,6 @@ void CSearchResults::Expect() {
     ++m_owed;
     m_heardMs = CClock::Instance().MonotonicMs();
 }
-
-void CSearchResults::Refuse() { m_refused = m_owed > 0; }
 
 int64_t CSearchResults::SilentMs() const { return CClock::Instance().MonotonicMs() - m_heardMs; }
 
@@ -62,7 +60,6 @@ void CSearchResults::OnLine(std::string_view line) {
     const bool isEnd = fields.size() < kFieldCount;
     if (isEnd && !ContainsText(line, kEnd)) return;
     if (m_ended && m_owed > 0) Clear();
-    m_refused = false;
     if (isEnd) {
         m_owed = std::max(m_owed - 1, 0);
         m_ended = true;

@@ -49,8 +49,6 @@ public:
     void Clear();
     /// The request of the search went out, so that a reply is owed.
     void Expect();
-    /// The feed client refused a request.
-    void Refuse();
     /// Takes one reply line. A search that ends without a result has one whose symbol is kNothingFound.
     ///
     /// Errors  none: other lines are ignored, results beyond kMostResults are dropped, which is logged
@@ -62,8 +60,6 @@ public:
     int Generation() const { return m_generation; }
     /// Whether the end of the reply has come.
     bool Ended() const { return m_ended; }
-    /// Whether the request was refused and no end came.
-    bool IsRefused() const { return m_refused && !m_ended; }
     /// Whether results beyond kMostResults were dropped.
     bool IsCut() const { return m_dropped; }
     /// How long ago the request went out, or the last line came, whichever is later.
@@ -73,7 +69,6 @@ private:
     std::vector<SSearchResult> m_results;
     bool m_ended = false;
     bool m_dropped = false;
-    bool m_refused = false;
     int m_generation = 0;
     int m_owed = 0; ///< Ends still to come, the present search's included; some may never come.
     int64_t m_heardMs = 0;

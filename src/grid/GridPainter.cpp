@@ -126,6 +126,7 @@ void CGridPainter::PaintRow(int row) {
             m_canvas.Fill({from, all.bottom() - m_line + 1, all.width(), m_line},
                           header ? theme.headerLine : theme.gridLine);
         }
+        if (!header) PaintNotice(row);
     }
     if (geometry.ColumnWidth(0) > 0)
         PaintHeaderCell(row, 0);
@@ -171,6 +172,52 @@ void CGridPainter::PaintColumns(int row, int first, int last) {
         else
             PaintCell(row, column, Device(geometry.CellRect(row, column)), visible);
     }
+}
+
+// In each of the row's pieces that are painted apart the text begins at the same place.
+void CGridPainter::PaintNotice(int row) {
+    m_cell.Reset();
+    if (m_scene->source == nullptr || !m_scene->source->FillRowNotice(row, m_cell)) return;
+    const QRect run = Device(WidestEmptyRun(row));
+    m_cell.Reset();
+    m_scene->source->FillRowNotice(row, m_cell);
+    const int width = RunWidth(m_scene->fonts.Atlas(m_cell.font, m_scale), m_cell) + 2 * Device(kTextPadding);
+    if (m_scene->options.lines == EGridLines::Both) ClearLinesBetween(row, run.left(), run.left() + width);
+    m_background = m_rowColor;
+    DrawText(run, run.intersected(m_canvas.Place()), TextColor());
+}
+
+// Takes the lines beside cells away where a text is drawn. That of the locked columns and the focus's frame stay.
+void CGridPainter::ClearLinesBetween(int row, int left, int right) {
+    const CGridGeometry& geometry = m_scene->geometry;
+    const SGridCell& focus = m_scene->selection.focus;
+    for (int column = 1; column < geometry.ColumnCount(); ++column) {
+        if (column == geometry.ShownLockedColumns()) continue;
+        if (row == focus.row && (column == focus.column || column + 1 == focus.column)) continue;
+        const QRect cell = Device(geometry.VisibleCellRect(row, column));
+        const QRect line(cell.right() - m_line + 1, cell.top(), m_line, cell.height() - m_line);
+        if (cell.isEmpty() || line.left() <= left || line.right() >= right) continue;
+        m_canvas.Fill(line.intersected(m_canvas.Place()),
+                      m_selected.Has(row, column) ? m_scene->theme.selected : m_rowColor);
+    }
+}
+
+QRect CGridPainter::WidestEmptyRun(int row) {
+    const CGridGeometry& geometry = m_scene->geometry;
+    QRect widest, run;
+    const auto look = [&](int first, int last) {
+        for (int column = first; column <= last; ++column) {
+            const QRect seen = geometry.VisibleCellRect(row, column);
+            if (seen.isEmpty()) continue;
+            m_cell.Reset();
+            m_scene->source->FillCell(row, column, m_cell);
+            run = m_cell.length > 0 ? QRect() : run.united(seen);
+            if (run.width() > widest.width()) widest = run;
+        }
+    };
+    look(1, geometry.ShownLockedColumns());
+    look(geometry.FirstScrolledColumn(), geometry.LastScrolledColumn());
+    return widest;
 }
 
 QRgb CGridPainter::CellBackground(int row, int column) const {

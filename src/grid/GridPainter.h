@@ -72,6 +72,9 @@ private:
     void PaintRow(int row);
     void PaintSpan(int row);
     void PaintColumns(int row, int first, int last);
+    void PaintNotice(int row);
+    void ClearLinesBetween(int row, int left, int right);
+    QRect WidestEmptyRun(int row);
     void PaintCell(int row, int column, const QRect& rect, const QRect& clip);
     void PaintHeaderCell(int row, int column);
     void PaintSortMark(const QRect& rect, const QRect& clip, ESortMark mark);

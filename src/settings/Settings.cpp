@@ -1,5 +1,6 @@
 #include "settings/Settings.h"
 
+#include "base/Clock.h"
 #include "base/Number.h"
 #include "settings/ConfigLogger.h"
 #include "settings/ConfigWriterMux.h"
@@ -12,7 +13,17 @@ namespace vx {
 std::string CSettings::ReadValid(const SSetting& setting) const {
     const std::string stored = m_writer.ReadString(setting.name, setting.defaultText);
     const std::shared_ptr<CConfigLogger> logger = m_logger.lock();
-    return ValidateSetting(setting.name, stored, static_cast<int>(setting.kind), setting.defaultText, logger.get());
+    std::string used =
+        ValidateSetting(setting.name, stored, static_cast<int>(setting.kind), setting.defaultText, logger.get());
+    if (logger && used != stored) WriteBack(setting, used);
+    return used;
+}
+
+void CSettings::WriteBack(const SSetting& setting, std::string_view text) const {
+    CClock& clock = CClock::Instance();
+    if (clock.MonotonicMs() < m_nextWriteBackMs) return;
+    const bool written = m_writer.WriteString(setting.name, text);
+    m_nextWriteBackMs = written ? 0 : clock.MonotonicMs() + kWriteBackRetryMs;
 }
 
 /// A text of the setting's kind, whatever the store says.

@@ -13,7 +13,8 @@ class CConfigLogger;
 class CConfigWriterMux;
 
 /// Reads and writes the application-wide settings by type. Every text that comes back from the store passes through
-/// ValidateSetting first; a repaired or reset value is not written back.
+/// ValidateSetting first. A repaired or reset value that was reported is written back, so that it is reported once;
+/// while the store does not take it, every read reports it.
 ///
 /// Errors  readers always give a value. Where the stored text is empty or cannot be read, ReadText returns it as it
 ///         is (so "" or "Config Error"), the others the setting's default. Writers return whether the value is stored
@@ -21,6 +22,9 @@ class CConfigWriterMux;
 /// Thread  GUI thread only
 class CSettings {
 public:
+    /// Pause between attempts to write a value back: a store whose lock another program keeps holds each one up.
+    static constexpr int64_t kWriteBackRetryMs = 5000;
+
     explicit CSettings(CConfigWriterMux& writer) : m_writer(writer) {}
 
     /// Names who gets the reports about bad values, for as long as that logger lives.
@@ -46,9 +50,11 @@ public:
 private:
     std::string ReadValid(const SSetting& setting) const;
     std::string ReadUsable(const SSetting& setting) const;
+    void WriteBack(const SSetting& setting, std::string_view text) const;
 
     CConfigWriterMux& m_writer;
     std::weak_ptr<CConfigLogger> m_logger;
+    mutable int64_t m_nextWriteBackMs = 0; ///< Of CClock's monotonic time.
 };
 
 } // namespace vx

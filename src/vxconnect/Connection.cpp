@@ -58,6 +58,7 @@ void CConnection::Flush() {
         const ssize_t count = send(m_socket, m_queue.Waiting().data(), NextPiece(), MSG_NOSIGNAL);
         if (count > 0) {
             m_sent += static_cast<uint64_t>(count);
+            if (m_link.log) m_link.log->Told(m_queue.Waiting().substr(0, static_cast<size_t>(count)));
             m_queue.Drop(static_cast<size_t>(count));
             if (m_link.dropAfter > 0 && m_sent >= m_link.dropAfter) return Drop();
             if (m_link.pieceBytes > 0) break; // The next one when the event loop comes round.
@@ -126,6 +127,7 @@ void CConnection::HandleLines() {
         }
         begin = i + 1;
         m_skipping = false;
+        if (wanted && m_link.log) m_link.log->Said(line);
         if (wanted) OnLine(line);
         if (wanted && busy.elapsed() >= kTurnMs) {
             // The other clients have their turn before the rest of this one's lines.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vxconnect/ClientLog.h"
 #include "vxconnect/SendQueue.h"
 
 #include <QObject>
@@ -9,6 +10,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 namespace vx::sim {
@@ -17,10 +19,11 @@ namespace vx::sim {
 struct SLink {
     SLink(size_t queueBytes) : queueLimit(queueBytes) {}
 
-    size_t queueLimit;      ///< Bytes that wait before commands wait and updates fold.
-    size_t pieceBytes = 0;  ///< At most so many bytes go out at a time; 0: as many as the system takes.
-    uint64_t dropAfter = 0; ///< Closed after so many bytes, wherever that is; 0: never.
-    bool mute = false;      ///< Nothing is ever sent.
+    size_t queueLimit;             ///< Bytes that wait before commands wait and updates fold.
+    size_t pieceBytes = 0;         ///< At most so many bytes go out at a time; 0: as many as the system takes.
+    uint64_t dropAfter = 0;        ///< Closed after so many bytes, wherever that is; 0: never.
+    bool mute = false;             ///< Nothing is ever sent.
+    std::optional<CClientLog> log; ///< Where its traffic is written; nothing: nowhere.
 };
 
 /// One client on one port: cuts what it sends into lines and keeps what it does not read in a bounded queue.
@@ -88,7 +91,7 @@ private:
     void Fail();
 
     int m_socket;
-    const SLink m_link;
+    SLink m_link;
     CSendQueue m_queue;
     uint64_t m_sent = 0;
     std::unique_ptr<char[]> m_input; // kMaxLine bytes while part of a line waits in them, else null.

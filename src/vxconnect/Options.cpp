@@ -55,6 +55,7 @@ private:
     bool ReadFlag() {
         bool* const flag = m_name == "--stay"                     ? &m_options.stay
                            : m_name == "--verbose"                ? &m_options.verbose
+                           : m_name == "--log"                    ? &m_options.log
                            : m_name == "--burst"                  ? &m_options.burst
                            : m_name == "--listed-only"            ? &m_options.listedOnly
                            : m_name == "--help" || m_name == "-h" ? &m_options.help
@@ -224,6 +225,8 @@ Usage: vxconnect [options]
   --replay FILE       serve such a file, or the traffic in the program's log
   --speed X           of a replay, 0.01 to 1000 times the recorded (default 1)
   --verbose           one line of figures a second on standard error
+  --log               what clients say and hear, line by line and in colour
+                      on standard error; slows a busy market down
   --level1-port N     ports other than those of the settings; 0 takes a free one
   --lookup-port N
   --admin-port N

@@ -30,6 +30,7 @@ struct SOptions {
     int firstClientMs = 60000;      ///< From the start to the end when no client ever comes.
     uint32_t queueKilobytes = 1024; ///< Beyond so much for one client, updates fold.
     bool verbose = false;
+    bool log = false;           ///< All traffic goes into the log.
     bool listedOnly = false;    ///< Tickers that are not listed are unknown.
     bool burst = false;         ///< Everything of kBurstMs comes at its end, all at once.
     uint8_t mute = 0;           ///< EPorts that accept clients and never send.

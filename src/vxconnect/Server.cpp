@@ -86,6 +86,7 @@ SLink CServer::Link(EPorts port) const {
     link.pieceBytes = m_options.split;
     link.dropAfter = m_options.dropAfter;
     link.mute = (m_options.mute & port) != 0;
+    if (m_options.log) link.log.emplace(port);
     return link;
 }
 

@@ -1,3 +1,4 @@
+#include "base/Log.h"
 #include "base/Number.h"
 #include "base/Registry.h"
 #include "base/RegistryPaths.h"
@@ -114,5 +115,9 @@ int main(int argc, char** argv) {
     if (!options.level1Port) options.level1Port = PortOfSettings(vx::kLevel1PortValue, kLevel1Port);
     if (!options.lookupPort) options.lookupPort = PortOfSettings(vx::kLookupPortValue, kLookupPort);
     if (!options.adminPort) options.adminPort = PortOfSettings(vx::kAdminPortValue, kAdminPort);
+    if (options.log) {
+        vx::SetLogCategories(~vx::LogCategories{0});
+        vx::ConfigureLog({.folder = {}, .console = true});
+    }
     return Serve(options);
 }

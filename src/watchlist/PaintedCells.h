@@ -2,6 +2,8 @@
 
 #include "grid/CellSource.h"
 
+#include <algorithm>
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -32,6 +34,10 @@ public:
         return place && place->row == row && place->fingerprint == Fingerprint(cell);
     }
 
+    /// Whether a row was painted with a notice over its cells.
+    void NoteNotice(int rowPlace, bool painted) { m_notices[PlaceOf(rowPlace)] = painted; }
+    bool HasNotice(int rowPlace) const { return m_notices[PlaceOf(rowPlace)]; }
+
     /// A number that differs for cells that look different, but for one case in four billion.
     static uint32_t Fingerprint(const SCell& cell);
 
@@ -41,6 +47,7 @@ private:
         uint32_t fingerprint = 0;
     };
 
+    static size_t PlaceOf(int row) { return static_cast<size_t>(std::max(row, 0)) % kRows; }
     SPlace* Place(int rowPlace, int column) {
         if (rowPlace < 1 || column < 0 || static_cast<size_t>(column) >= m_columns) return nullptr;
         return &m_cells[static_cast<size_t>(rowPlace) % kRows * m_columns + static_cast<size_t>(column)];
@@ -48,6 +55,7 @@ private:
 
     size_t m_columns = 0;
     std::vector<SPlace> m_cells;
+    std::bitset<kRows> m_notices;
 };
 
 } // namespace vx

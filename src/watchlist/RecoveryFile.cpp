@@ -47,8 +47,8 @@ void RemoveUnusedLock(const std::string& lock) {
     if (CFileLock(lock, 0).IsHeld()) unlink(lock.c_str());
 }
 
-std::optional<SRecovery> Claim(const std::string& file) {
-    auto claim = std::make_shared<CFileLock>(RecoveryLockName(file), 0);
+std::optional<SRecovery> Claim(const std::string& file, int waitMs) {
+    auto claim = std::make_shared<CFileLock>(RecoveryLockName(file), waitMs);
     if (!claim->IsHeld()) return std::nullopt;
     SFileImage image;
     if (ReadWholeFile(file, kMostBytes, image) != 0 || image.signature.inode == 0) return std::nullopt;
@@ -107,9 +107,14 @@ std::vector<SRecovery> FindRecoveries(const std::string& stateFolder) {
     for (const std::string& lock : locks) RemoveUnusedLock(lock);
     std::vector<SRecovery> out;
     for (const std::string& file : files)
-        if (std::optional<SRecovery> recovery = Claim(file)) out.push_back(std::move(*recovery));
+        if (std::optional<SRecovery> recovery = Claim(file, 0)) out.push_back(std::move(*recovery));
     std::ranges::sort(out, {}, [](const SRecovery& r) { return std::pair(r.savedAt, r.file); });
     return out;
+}
+
+std::optional<SRecovery> ClaimRecovery(const std::string& file, int waitMs) {
+    // The lock of a file that is not there would be left behind.
+    return access(file.c_str(), R_OK) == 0 ? Claim(file, waitMs) : std::nullopt;
 }
 
 void DiscardRecovery(const SRecovery& recovery) {

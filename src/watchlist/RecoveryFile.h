@@ -43,6 +43,12 @@ std::string RecoveryLockName(const std::string& file);
 /// Thread  any
 std::vector<SRecovery> FindRecoveries(const std::string& stateFolder);
 
+/// One recovery, claimed for the caller; nothing when there is none, or another program has it all the time.
+///
+/// Units   waitMs: how long the program that has it may take to let go of it
+/// Thread  any; it blocks for waitMs at most
+std::optional<SRecovery> ClaimRecovery(const std::string& file, int waitMs);
+
 /// Removes a recovery that is not wanted any more.
 void DiscardRecovery(const SRecovery& recovery);
 

@@ -42,6 +42,9 @@ public:
     /// The program is about to end with the document modified: writes at once what Poll would write later.
     void KeepNow(const SPlacement& placement);
 
+    /// The recovery file; empty while there is none.
+    const std::string& File() const { return m_file; }
+
     /// The document holds this recovery now: its file is the one that is kept up to date from here on.
     void Adopt(const SRecovery& recovery);
 

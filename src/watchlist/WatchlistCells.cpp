@@ -173,12 +173,30 @@ bool CWatchlistCells::FillSpan(int row, SCell& cell) const {
     return true;
 }
 
+bool CWatchlistCells::FillRowNotice(int row, SCell& cell) const {
+    const std::string_view notice = m_doc.RowNotice(row);
+    if (m_region != nullptr) m_painted.NoteNotice(m_geometry.PlaceOfRow(row), !notice.empty());
+    if (notice.empty()) return false;
+    cell.SetText(notice);
+    cell.role = ETextRole::Stale;
+    return true;
+}
+
+bool CWatchlistCells::MayChangeNotice(int row) const {
+    return m_painted.HasNotice(m_geometry.PlaceOfRow(row)) || !m_doc.RowNotice(row).empty();
+}
+
 std::string CWatchlistCells::HeaderTip(int column) const {
     const SColumn* info = Column(column);
     return info ? ColumnTip(m_doc.Columns().At(column).name, info->entry) : std::string();
 }
 
 std::string CWatchlistCells::CellTip(int row, int column) const {
+    const std::string own = OwnTip(row, column);
+    return own.empty() ? std::string(m_doc.RowNotice(row)) : own;
+}
+
+std::string CWatchlistCells::OwnTip(int row, int column) const {
     const SColumn* info = Column(column);
     if (!info) return {};
     if (m_doc.RowKind(row) == ERowKind::Annotation) return HeadingTip(m_doc, row);

@@ -47,6 +47,9 @@ public:
     void FillCell(int row, int column, SCell& cell) const override;
     void FillHeader(int column, SCell& cell) const override;
     bool FillSpan(int row, SCell& cell) const override;
+    bool FillRowNotice(int row, SCell& cell) const override;
+    /// Whether a row has a notice, or had one when it was painted: then more than its changed cells is to be painted.
+    bool MayChangeNotice(int row) const;
     std::string HeaderTip(int column) const override;
     std::string CellTip(int row, int column) const override;
 
@@ -65,6 +68,7 @@ private:
     const SColumn* Column(int column) const;
     void Fill(int row, int column, SCell& cell) const;
     bool IsPaintedWhole(int row, int column) const;
+    std::string OwnTip(int row, int column) const;
     EAlign Align(const SColumn& column, const SCellFormat& format) const;
     void Dress(const SCellFormat& format, bool strong, SCell& cell) const;
     void Colour(const SColumn& column, const SCellFormat& format, std::string_view symbol, const CSymbolRec* record,

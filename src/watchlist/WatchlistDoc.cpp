@@ -7,6 +7,7 @@
 #include "data/L1SymbolRec.h"
 #include "data/SymbolHash.h"
 #include "settings/Settings.h"
+#include "watchlist/UndoStep.h"
 #include "watchlist/WatchlistFolder.h"
 #include "watchlist/WatchlistReader.h"
 
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 namespace vx {
 
@@ -121,6 +123,7 @@ void CWatchlistDoc::Reset() {
     m_options.useGridPrecision = false;
     m_options.sort = {};
     m_undo.Clear();
+    m_commandLinePlaced = false;
     if (m_observer) m_observer->OnReset();
     SetModified(false);
 }
@@ -133,34 +136,73 @@ void CWatchlistDoc::SetFeedReady() {
     ShowSymbolCount();
 }
 
+// From the first row to the last: with more symbols than the feed takes, those at the top are served.
 void CWatchlistDoc::WatchMissing() {
     std::vector<std::string> added;
-    m_symbols.ForEach([&](const SYMBOL_DATA& data) {
-        const bool regional = IsRegionalName(data.symbol);
-        if (!regional && m_watched.Has(data.symbol)) return;
+    for (int row = 1; row <= m_rows.LastSymbolRow(); ++row) {
+        const SYMBOL_DATA* data = m_symbols.Find(m_rows.Symbol(row));
+        if (!data || data->rows.front() != static_cast<uint32_t>(row)) continue;
+        const bool regional = IsRegionalName(data->symbol);
+        if (!regional && m_watched.Has(data->symbol)) continue;
         if (!regional) {
-            m_watched.Record(data.symbol);
-            added.push_back(data.symbol);
+            m_watched.Record(data->symbol);
+            added.push_back(data->symbol);
         }
-        Watch(data.symbol);
-    });
+        Watch(data->symbol);
+    }
     RequestNewsCounts(added);
+}
+
+std::string_view CWatchlistDoc::RowNotice(int row) const {
+    const std::string_view symbol = RowSymbol(row);
+    const std::string_view notice = symbol.empty() ? symbol : m_frame.SymbolNotice(FeedSymbol(symbol));
+    if (notice.empty()) return notice;
+    const CSymbolRec* record = m_store.Find(symbol);
+    return record && record->HasData() ? std::string_view{} : notice;
+}
+
+void CWatchlistDoc::RowNoticesChanged(std::string_view feedSymbol) {
+    const auto note = [this](std::string_view symbol) {
+        if (const CSymbolRec* record = m_store.Find(symbol)) m_updates.Add(record->Ids());
+    };
+    note(feedSymbol);
+    for (const std::string& regional : RegionalSymbolsOf(std::string(feedSymbol))) note(regional);
+    if (m_observer && !m_updates.IsEmpty()) m_observer->OnUpdatesPending();
+}
+
+std::vector<std::string> CWatchlistDoc::RegionalSymbolsOf(const std::string& feedSymbol) const {
+    std::vector<std::string> out;
+    const std::string beginning = feedSymbol + std::string(kRegionMark);
+    for (auto at = m_regionals.lower_bound(beginning); at != m_regionals.end() && at->starts_with(beginning); ++at)
+        if (FeedSymbol(*at) == feedSymbol) out.push_back(*at);
+    return out;
 }
 
 bool CWatchlistDoc::PlaceCommandLineSymbols(const std::vector<std::string>& symbols) {
     if (symbols.empty()) return false;
     m_grownRows = std::max(m_grownRows, static_cast<int>(symbols.size()) + kRoomBelowCommandLineSymbols);
+    std::vector<int> changing;
+    bool overUsed = m_commandLinePlaced;
+    for (int row = 1; row <= static_cast<int>(symbols.size()); ++row) {
+        if (m_rows.Symbol(row) == symbols[static_cast<size_t>(row) - 1]) continue;
+        changing.push_back(row);
+        overUsed = overUsed || RowKind(row) != ERowKind::Empty || m_notes.Has(row);
+    }
+    m_commandLinePlaced = true;
+    std::optional<CUndoStep> step;
+    if (overUsed && !changing.empty()) step.emplace(*this, "place command-line symbols");
     std::vector<std::string> added;
-    bool changed = false;
-    for (size_t i = 0; i < symbols.size(); ++i) {
-        const int row = static_cast<int>(i) + 1;
-        if (m_rows.Symbol(row) == symbols[i]) continue;
-        changed = true;
-        if (PlaceAndWatch(row, symbols[i])) added.push_back(symbols[i]);
+    for (const int row : changing) {
+        const std::string& symbol = symbols[static_cast<size_t>(row) - 1];
+        if (PlaceAndWatch(row, symbol)) added.push_back(symbol);
     }
     RequestNewsCounts(added);
+    if (step) {
+        SetModified(true);
+        ShowProgress("The symbols of the command line took the place of rows; Edit > Undo brings these back");
+    }
     RebuildGrid();
-    return changed;
+    return !changing.empty();
 }
 
 void CWatchlistDoc::EnterSymbol(int row, std::string_view symbol) {
@@ -215,10 +257,7 @@ void CWatchlistDoc::UnwatchAll() {
 
 void CWatchlistDoc::SymbolNotFound(std::string_view symbol) {
     const std::string rejected(symbol); // The caller's text may live in what is taken away below.
-    std::vector<std::string> regional;
-    const std::string beginning = rejected + std::string(kRegionMark);
-    for (auto at = m_regionals.lower_bound(beginning); at != m_regionals.end() && at->starts_with(beginning); ++at)
-        if (FeedSymbol(*at) == rejected) regional.push_back(*at);
+    const std::vector<std::string> regional = RegionalSymbolsOf(rejected);
     RejectRows(rejected);
     for (const std::string& region : regional) RejectRows(region);
     m_store.Forget(rejected);

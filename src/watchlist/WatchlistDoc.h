@@ -78,8 +78,14 @@ public:
     void SetFeedReady();
     bool IsFeedReady() const { return m_feedReady; }
     /// Puts symbols into rows 1, 2, ... and watches them; a row that already holds its symbol is left alone. The grid
-    /// is grown to at least their number plus 3 rows first. Returns whether a row changed.
+    /// is grown to at least their number plus 3 rows first. Over rows that are in use, or that were used since an
+    /// earlier call, this is one edit, and the status bar says so. Returns whether a row changed.
     bool PlaceCommandLineSymbols(const std::vector<std::string>& symbols);
+    /// Why a row shows no data although a symbol is in it: "waiting for room: limit of 500 reached". It is shown and
+    /// no part of the watchlist; empty for most rows. Good until the next call.
+    std::string_view RowNotice(int row) const;
+    /// The notice of a feed symbol's rows may be another one.
+    void RowNoticesChanged(std::string_view feedSymbol);
     void WatchSymbol(std::string_view symbol);
     void UnwatchSymbol(std::string_view symbol);
     void UnwatchAll();
@@ -220,6 +226,7 @@ private:
 
     void Reset();
     void WatchMissing();
+    std::vector<std::string> RegionalSymbolsOf(const std::string& feedSymbol) const;
     void RejectRows(const std::string& symbol);
     void Watch(std::string_view symbol);
     void Unwatch(const std::string& symbol);
@@ -266,6 +273,7 @@ private:
     std::string m_status;
     int m_grownRows = 0; ///< Rows that were asked for besides those in use.
     bool m_feedReady = false;
+    bool m_commandLinePlaced = false; ///< Of the present watchlist.
     bool m_loading = false;
     bool m_modified = false;
     uint64_t m_changeCount = 0;

@@ -25,6 +25,9 @@ public:
     virtual void ApplyPlacement(const SPlacement& placement) = 0;
     /// No row holds the symbol any more: whatever the session still plans for it is off.
     virtual void OnUnwatched(std::string_view symbol) = 0;
+    /// Why no data may be coming for a feed symbol, in a few words; empty when nothing is in the way. Good until the
+    /// next call.
+    virtual std::string_view SymbolNotice(std::string_view /*feedSymbol*/) const { return {}; }
 };
 
 /// What the document tells the view that shows it.

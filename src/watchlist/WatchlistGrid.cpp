@@ -52,7 +52,7 @@ void CWatchlistGrid::TakeHiddenRows() { SetHiddenRows(m_doc.HiddenRows()); }
 void CWatchlistGrid::MarkChangedCells(int row) {
     const CGridGeometry& geometry = Geometry();
     if (row < geometry.FirstVisibleRow() || row > geometry.LastVisibleRow() || IsRowHidden(row)) return;
-    if (m_doc.RowKind(row) != ERowKind::Symbol) {
+    if (m_doc.RowKind(row) != ERowKind::Symbol || m_cells.MayChangeNotice(row)) {
         MarkRowChanged(row);
         return;
     }

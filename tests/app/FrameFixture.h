@@ -41,7 +41,7 @@ protected:
     CMainFrame& Frame(const std::vector<std::string>& arguments = {}) {
         m_frame = std::make_unique<CMainFrame>(settings, CNorvCommandLineInfo(arguments));
         m_frame->KeepFeedClosed();
-        m_frame->LookupTables().SetTimeoutMs(0); // A scripted port cannot answer while this thread waits for it.
+        m_frame->LookupTables().SetTimes({0, 0}); // A scripted port cannot answer while this thread waits for it.
         m_frame->Document().NewDocument();
         return *m_frame;
     }
@@ -51,6 +51,11 @@ protected:
         SCell cell;
         m_frame->View().Grid().Source()->FillCell(row, column, cell);
         return std::string(cell.Text());
+    }
+    /// The notice drawn over a row's empty cells.
+    std::string Notice(int row) const {
+        SCell cell;
+        return m_frame->View().Grid().Source()->FillRowNotice(row, cell) ? std::string(cell.Text()) : std::string();
     }
     int ColumnOf(std::string_view name) const { return m_frame->Document().Columns().PositionOf(name); }
 

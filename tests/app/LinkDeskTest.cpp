@@ -1,10 +1,8 @@
 #include "app/LinkDesk.h"
 
 #include "app/FileDesk.h"
-#include "app/FrameFixture.h"
+#include "app/SiblingFixture.h"
 #include "app/WindowSlot.h"
-#include "support/EventLoop.h"
-#include "support/MessageBoxes.h"
 #include "watchlist/CellEntry.h"
 #include "watchlist/Commands.h"
 
@@ -27,38 +25,14 @@ using testing::IsEmpty;
 
 namespace {
 
-class CLinkDeskTest : public CFrameFixture {
+class CLinkDeskTest : public CSiblingFixture {
 protected:
-    CLinkDeskTest() {
-        m_path = std::getenv("PATH");
-        setenv("PATH", (folder.Path() + ":" + m_path).c_str(), 1);
-    }
-    ~CLinkDeskTest() override { setenv("PATH", m_path.c_str(), 1); }
-
-    std::string At(const std::string& name) const { return folder / name; }
-    /// A program of that name that notes how it was started.
-    void Install(const std::string& name) {
-        WriteFile(At(name), "#!/bin/sh\nfor a in \"$0\" \"$@\"; do printf '%s|' \"${a##*/}\"; done >> '" +
-                                At("started.new") + "'\nmv '" + At("started.new") + "' '" + At("started") + "'\n");
-        chmod(At(name).c_str(), S_IRWXU);
-    }
-    std::string StartedBy(const char* command) {
-        std::filesystem::remove(At("started"));
-        Do(command);
-        WaitUntil([&] { return std::filesystem::exists(At("started")); }, 3000);
-        return ReadFile(At("started"));
-    }
     std::map<std::string, std::string> Workspace() {
         std::map<std::string, std::string> out;
         for (const auto& value : CRegistry::CurrentUser().EnumerateValues(kWorkspacesKey))
             out[value.name] = value.value.text;
         return out;
     }
-
-    CMessageBoxes boxes;
-
-private:
-    std::string m_path;
 };
 
 /// A socket file whose listener died.

@@ -1,11 +1,17 @@
 #include "app/FrameFixture.h"
 
+#include "app/RecoveryDesk.h"
 #include "support/EventLoop.h"
+#include "watchlist/Commands.h"
+#include "watchlist/RecoveryFile.h"
 
 #include <QLabel>
 #include <QProcess>
 #include <QRegularExpression>
 
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 
 #include <sys/stat.h>
@@ -39,7 +45,25 @@ protected:
         PortsAre(port("level1"), port("lookup"), port("admin"));
     }
 
-private:
+    /// The running programs that were started with this test's folder.
+    std::vector<pid_t> Programs() const {
+        std::vector<pid_t> out;
+        std::error_code gone;
+        for (const auto& entry : std::filesystem::directory_iterator("/proc", gone)) {
+            const pid_t id = std::atoi(entry.path().filename().c_str());
+            if (id > 0 && id != getpid() &&
+                ReadFile(entry.path().string() + "/environ").find(folder.Path()) != std::string::npos)
+                out.push_back(id);
+        }
+        return out;
+    }
+    /// The id of such a program whose command line holds a text, 0 when there is none.
+    pid_t ProgramWith(const std::string& text) const {
+        for (const pid_t id : Programs())
+            if (ReadFile("/proc/" + std::to_string(id) + "/cmdline").find(text) != std::string::npos) return id;
+        return 0;
+    }
+
     QProcess m_client;
 };
 
@@ -58,6 +82,15 @@ TEST_F(CLiveMarketTest, TheBoardFillsAndMoves) {
     EXPECT_TRUE(WaitUntil([&] { return frame.Document().SymbolCount() == 2; }));
     EXPECT_EQ(frame.Document().AnnotationText(3), "\"NO SUCH\" is an Invalid or Unauthorized Symbol.");
     EXPECT_EQ(frame.Stats().status, "Connected");
+}
+
+TEST_F(CLiveMarketTest, TheLogCanBeWatchedOnTheConsole) {
+    QProcess program;
+    program.start(QStringLiteral(ZW_BIN_DIR "/zantrel-watchlist"),
+                  {QStringLiteral("--log"), QStringLiteral("--seconds=0"), QStringLiteral("--nonsense"),
+                   QStringLiteral("--screenshot"), QString::fromStdString(folder / "a.png")});
+    ASSERT_TRUE(WaitUntil([&] { return program.state() == QProcess::NotRunning; }));
+    EXPECT_TRUE(program.readAllStandardError().contains("[Information] [STATUS] Command line: \"--nonsense\""));
 }
 
 TEST_F(CLiveMarketTest, APictureOfAListThatIsNotThereEndsWithOneSentence) {
@@ -93,21 +126,53 @@ TEST_F(CLiveMarketTest, OwnDataThatEndLeaveAGreyBoardUntilTheyComeAgain) {
     }
 }
 
+TEST_F(CLiveMarketTest, AfterTheFeedClientDiedTheProgramStartsAnewWithEverything) {
+    StartMarket({});
+    CMainFrame& frame = Frame({"-symbol", "IBM"});
+    frame.OpenAdminPort();
+    const int last = ColumnOf("Last");
+    ASSERT_TRUE(WaitUntil([&] { return !Shown(1, last).empty(); }));
+    m_client.kill();
+    ASSERT_TRUE(WaitUntil([&] { return frame.Commands().Action(ECommand::Restart).isEnabled(); }));
+    frame.Document().EnterSymbol(2, "MSFT");
+    frame.Document().SetModified(true);
+
+    const std::string path = std::getenv("PATH");
+    setenv("PATH", ZW_BIN_DIR, 1);
+    frame.Commands().Action(ECommand::Restart).trigger();
+    setenv("PATH", path.c_str(), 1);
+    const std::string kept = frame.Recovery().KeptFile();
+    DropFrame();
+    pid_t program = 0;
+    ASSERT_TRUE(WaitUntil([&] { return (program = ProgramWith(kept)) != 0; }));
+    EXPECT_TRUE(WaitUntil([&] { return ProgramWith("ZANTREL_WATCHLIST") != 0; }))
+        << "it starts a feed client of its own";
+    EXPECT_TRUE(FindRecoveries(folder / "zantrel").empty()) << "the new program has it";
+    kill(program, SIGTERM);
+    EXPECT_TRUE(WaitUntil([&] { return ProgramWith(kept) == 0; }));
+    const std::vector<SRecovery> left = FindRecoveries(folder / "zantrel");
+    ASSERT_EQ(left.size(), 1u);
+    EXPECT_NE(left[0].text.find("Symbols=IBM:1,;MSFT:2,;"), std::string::npos) << left[0].text;
+    for (const pid_t id : Programs()) kill(id, SIGKILL);
+}
+
 TEST_F(CLiveMarketTest, SymbolsBeyondTheLimitComeWhenThereIsRoom) {
     StartMarket({QStringLiteral("--limit"), QStringLiteral("2"), QStringLiteral("--rate"), QStringLiteral("100")});
     CMainFrame& frame = Frame({"-symbol", "IBM,MSFT,AAPL"});
     frame.OpenAdminPort();
-    ASSERT_TRUE(WaitUntil([&] { return !frame.LimitedSymbols().Pending().empty(); }));
+    ASSERT_TRUE(WaitUntil([&] { return !Notice(3).empty(); }));
+    EXPECT_EQ(Notice(3), "waiting for room: limit of 2 reached");
     const int last = ColumnOf("Last");
     EXPECT_EQ(Shown(3, last), "");
     frame.Document().EmptyRow(1);
     EXPECT_TRUE(WaitUntil([&] { return !Shown(3, last).empty(); }));
+    EXPECT_EQ(Notice(3), "");
 }
 
 TEST_F(CLiveMarketTest, MarketsAndSecurityTypesShowTheirNames) {
     StartMarket({QStringLiteral("--rate"), QStringLiteral("400")});
     CMainFrame& frame = Frame({"-symbol", "IBM"});
-    frame.LookupTables().SetTimeoutMs(10000);
+    frame.LookupTables().SetTimes({10000, 10000});
     const std::string columns = "Trade Market Center;Trade Market Center Name;LQT Market Center;MRT Market Center;"
                                 "Bid Market Center Name;Ask Market Center Name;Listed Market Name;";
     frame.Document().SetColumnsByName(columns + "Security Type Name;");

@@ -6,6 +6,7 @@
 #include "data/UpdateFields.h"
 #include "support/EventLoop.h"
 #include "support/ScriptedFeed.h"
+#include "watchlist/Commands.h"
 
 #include <QAction>
 #include <QGuiApplication>
@@ -104,9 +105,10 @@ TEST_F(CMainFrameTest, AnUpdateReachesTheScreenWithinABeatAndOnlyItsCellsAreRepa
 // The scripted port takes the request and cannot answer while the frame waits for it.
 TEST_F(CMainFrameTest, ALookupPortThatNeverAnswersHoldsTheFrameOnce) {
     CMainFrame& frame = Frame({"-symbol", "ibm"});
-    frame.LookupTables().SetTimeoutMs(30);
+    frame.LookupTables().SetTimes({30, 30});
     Connect(frame);
     ASSERT_TRUE(Level1Heard("wIBM\n"));
+    EXPECT_TRUE(feed.lookup.Heard(kGreeting + NewsCountsRequest("IBM"))) << "nothing is to be named yet";
     for (int i = 1; i <= 50; ++i) {
         std::string line = "Q,IBM" + std::string(UpdateSlot("Last"), ',') + std::to_string(i);
         line += std::string(UpdateSlot("Last Market Center") - UpdateSlot("Last"), ',') + "7,\r\n";
@@ -138,6 +140,58 @@ TEST_F(CMainFrameTest, AnUnwatchedSymbolNoLongerWaitsForRoom) {
     EXPECT_TRUE(Level1Heard("rIBM\n"));
     feed.level1.Says("S,SYMBOL LIMIT REACHED,NEVER\r\nS,SYMBOL LIMIT REACHED,IBM\r\nT,20240131 09:30:05\r\n");
     EXPECT_TRUE(Level1Heard("wNEVER\n")) << "IBM's refusal has crossed its unwatch";
+}
+
+TEST_F(CMainFrameTest, ARefusedSymbolsRowSaysThatItWaitsUntilDataComes) {
+    CMainFrame& frame = Frame({"-symbol", "IBM,MSFT,MSFT--X"});
+    frame.ShowSized(1300, 500);
+    Connect(frame);
+    EXPECT_TRUE(Level1Heard("wIBM\nwMSFT\nS,REGON,MSFT\n"));
+    const CWatchlistGrid& grid = frame.View().Grid();
+    const auto painted = [&] { return grid.Counters().cells; };
+    int64_t before = -1;
+    ASSERT_TRUE(WaitUntil([&] { return std::exchange(before, painted()) == painted() && before > 0; }));
+    feed.level1.Says("S,SYMBOL LIMIT REACHED,MSFT\r\n");
+    const std::string notice = "waiting for room: limit of 500 reached";
+    ASSERT_TRUE(WaitUntil([&] { return Notice(2) == notice && painted() > before; }));
+    EXPECT_EQ(Notice(1) + Notice(4), "");
+    EXPECT_EQ(Notice(3), notice);
+    EXPECT_EQ(grid.Source()->CellTip(2, 1), notice);
+    EXPECT_EQ(Shown(2, 1), "MSFT");
+    for (int column = 2; column <= grid.ColumnCount(); ++column) EXPECT_EQ(grid.ShownText(2, column), "");
+    feed.admin.Says(StatusLine("Connected", 400, 400));
+    ASSERT_TRUE(WaitUntil([&] { return Notice(2) == "waiting for room: limit of 400 reached"; }));
+    ASSERT_TRUE(WaitUntil([&] { return std::exchange(before, painted()) == painted(); }));
+    feed.level1.Says("F,MSFT,\r\n");
+    ASSERT_TRUE(WaitUntil([&] { return Notice(2).empty() && painted() > before; }));
+    EXPECT_THAT(Notice(3), HasSubstr("waiting")) << "the region has no data yet";
+}
+
+TEST_F(CMainFrameTest, AConnectionThatEndsIsShownAndARestartOffered) {
+    CMainFrame& frame = Frame({"-symbol", "IBM"});
+    frame.ShowSized(1300, 500);
+    Connect(frame);
+    EXPECT_TRUE(Level1Heard("wIBM\n"));
+    feed.level1.Says("Q,IBM,,,,,,,100.25,\r\n");
+    ASSERT_TRUE(WaitUntil([&] { return !Shown(1, ColumnOf("Bid")).empty(); }));
+    const auto* bar = frame.findChild<QWidget*>(QStringLiteral("feedEndBar"));
+    EXPECT_FALSE(bar->isVisible() || frame.Commands().Action(ECommand::Restart).isEnabled());
+    const auto role = [&] {
+        SCell cell;
+        frame.View().Grid().Source()->FillCell(1, ColumnOf("Bid"), cell);
+        return cell.role;
+    };
+    EXPECT_NE(role(), ETextRole::Stale);
+    feed.admin.HangsUp();
+    ASSERT_TRUE(WaitUntil([&] { return bar->isVisible(); }));
+    EXPECT_NE(role(), ETextRole::Stale) << "quotes still come";
+    feed.level1.HangsUp();
+    ASSERT_TRUE(WaitUntil([&] { return role() == ETextRole::Stale; }));
+    EXPECT_EQ(Pane(frame, "paneFeed"), QStringLiteral("Feed: connection ended"));
+    EXPECT_TRUE(Pane(frame, "feedEndText").contains(QStringLiteral("has ended. The values are the last ones")));
+    frame.Document().EnterSymbol(2, "MSFT");
+    EXPECT_EQ(Notice(2), "not watched: no connection to the feed client");
+    EXPECT_EQ(Notice(1), "") << "it shows its last values";
 }
 
 TEST_F(CMainFrameTest, WatchesThatFoundNoConnectionGoOutWhenThereIsOne) {

@@ -174,10 +174,10 @@ TEST_F(CSymbolSearchTest, AFeedThatDoesNotAnswerIsToldOf) {
     EXPECT_THAT(Find<CListView>("filterList").EmptyText().toStdString(), testing::HasSubstr("cannot be reached"));
     const CLookupPeer silent({{"", SLookupAnswer::EThen::Stays}});
     TablesAreAt(silent.Port());
-    dialog->Filter().SetTimeoutMs(20);
+    dialog->Filter().SetTimes({20, 20});
     Find<QPushButton>("loadAgain").click();
     EXPECT_THAT(Find<CListView>("filterList").EmptyText().toStdString(), testing::HasSubstr("does not answer"));
-    dialog->Filter().SetTimeoutMs(2000);
+    dialog->Filter().SetTimes({2000, 2000});
     const CLookupPeer tables({{"3,SHORT,Long\r\n!ENDMSG!,\r\n"}});
     TablesAreAt(tables.Port());
     Find<QPushButton>("loadAgain").click();

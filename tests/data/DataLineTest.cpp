@@ -91,6 +91,8 @@ TEST_F(DataLine, ASummaryShowsNothingAsMovingAndSaysSo) {
 }
 
 TEST_F(DataLine, MarketIdsBecomeNames) {
+    Update("Ask Market Center=3");
+    EXPECT_EQ(Cell("Ask Market Center Name"), "M3") << "the first id that is to be named has the tables loaded";
     Update("Last Market Center=5,Extended Trade Market Center=256,Most Recent Trade Market Center=250");
     EXPECT_EQ(Cell("Trade Market Center"), "M5");
     EXPECT_EQ(Cell("Trade Market Center Name"), "M5");

@@ -1,4 +1,5 @@
 #include "support/FakeFeed.h"
+#include "support/LogEvents.h"
 
 #include <gmock/gmock.h>
 
@@ -152,6 +153,37 @@ TEST_F(L1DataStore, KeepsALimitedNumberOfRecordsThatNobodyWatchesOldestOutFirst)
     EXPECT_NE(store.Find("S1"), nullptr);
     EXPECT_EQ(store.Find("S2"), nullptr);
     EXPECT_EQ(store.Size(), CL1DataStore::kMostStrayRecords + 1);
+}
+
+TEST_F(L1DataStore, RecordsThatNobodyWatchesAreBoundedByTheirBytesTooAndTheLogSaysSo) {
+    const CLogEvents log("L1Error");
+    Watch("IBM");
+    const std::string wide(60000, 'W');
+    for (int i = 0; i < 3000; ++i) store.OnUpdate("Q," + std::to_string(i) + wide + ",");
+    const size_t byName = store.Size();
+    EXPECT_LE(byName * wide.size(), CL1DataStore::kMostStrayBytes + wide.size());
+    std::string texts(kFundamentalSlotCount, ',');
+    for (size_t at = 0; (at = texts.find(",,", at)) != std::string::npos; at += 1000) texts.insert(at + 1, 999, 't');
+    for (int i = 0; i < 9000; ++i) store.OnFundamental("F,T" + std::to_string(i) + texts);
+    EXPECT_LT(store.Size(), 9000u) << "texts count as well";
+    EXPECT_NE(store.Find("T8999"), nullptr);
+    EXPECT_NE(store.Find("IBM"), nullptr);
+    EXPECT_THAT(log.texts, testing::SizeIs(1));
+}
+
+TEST_F(L1DataStore, WatchesThatDidNotGoOutGoInTheOrderInWhichTheyCame) {
+    std::vector<std::string> wanted;
+    port.failures = 1000, port.open = false;
+    for (int i = 30; i > 0; --i) {
+        Watch("S" + std::to_string(i));
+        wanted.push_back("wS" + std::to_string(i) + "\n");
+    }
+    port.failures = 0, port.open = true;
+    store.SendPendingWatches();
+    EXPECT_EQ(port.TakeSent(), wanted);
+    store.NewTurn();
+    store.RewatchAll();
+    EXPECT_EQ(port.TakeSent(), wanted);
 }
 
 TEST_F(L1DataStore, AnUnknownSymbolIsForgottenWithoutTellingTheFeedAndCanBeAskedForAgain) {

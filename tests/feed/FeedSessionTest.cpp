@@ -145,6 +145,37 @@ TEST_F(FeedSessionTest, RefusedSymbolsAreWatchedAgainWhenThereIsRoom) {
     EXPECT_TRUE(WaitUntil([&] { return session.LimitedSymbols().Awaiting().empty(); }));
 }
 
+TEST_F(FeedSessionTest, TheEndOfAConnectionIsKnownAlthoughItsStatusStays) {
+    BringUpReady();
+    EXPECT_EQ(session.FeedEnd(), EFeedEnd::None);
+    feed.lookup.HangsUp();
+    feed.admin.HangsUp();
+    EXPECT_TRUE(WaitUntil([&] { return session.FeedEnd() == EFeedEnd::Status; }));
+    feed.level1.Resets();
+    EXPECT_TRUE(WaitUntil([&] { return session.FeedEnd() == EFeedEnd::Quotes; }));
+    EXPECT_EQ(session.FeedSocket(kLevel1Slot)->Stats().status, "Connected");
+}
+
+TEST_F(FeedSessionTest, AConnectionThatIsStuckHasEndedToo) {
+    BringUpReady();
+    feed.level1.Says(std::string(CZTLStreamSocket::kCapacity, 'Q'));
+    EXPECT_TRUE(WaitUntil([&] { return session.FeedEnd() == EFeedEnd::Quotes; }));
+}
+
+TEST_F(FeedSessionTest, WithoutTheStatusPortNoQuoteWillCome) {
+    session.OpenAdminPort();
+    ASSERT_TRUE(feed.admin.Heard(kHello));
+    EXPECT_EQ(session.FeedEnd(), EFeedEnd::None);
+    feed.admin.HangsUp();
+    EXPECT_TRUE(WaitUntil([&] { return session.FeedEnd() == EFeedEnd::Quotes; }));
+
+    const CFakeClock clock;
+    CSession other(registry);
+    Announce(FreePort(), 0, 0);
+    other.OpenAdminPort();
+    EXPECT_TRUE(WaitUntil([&] { return other.FeedEnd() == EFeedEnd::Unreachable; }));
+}
+
 TEST_F(FeedSessionTest, ARefusedLookupPortNeverKeepsLevel1Away) {
     CFakeClock clock;
     Announce(feed.admin.Number(), FreePort(), feed.level1.Number());

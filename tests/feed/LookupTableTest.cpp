@@ -22,9 +22,10 @@ using enum SLookupAnswer::EThen;
 
 namespace {
 
-constexpr int kLongMs = 60000; // For exchanges that come to an end on their own.
-constexpr int kShortMs = 30;   // For those that do not.
-constexpr int kFairMs = 500;   // For those that do not, after something that must come in time.
+constexpr SLookupTimes kLong{60000, 60000}; // For exchanges that come to an end on their own.
+constexpr SLookupTimes kShort{60000, 30};   // For those that fall silent.
+constexpr SLookupTimes kBrief{30, 60000};   // For those that never come to an end.
+constexpr SLookupTimes kFair{60000, 500};   // For those that fall silent, after something that must come in time.
 const std::string kEnd = "!ENDMSG!,\r\n";
 
 struct LookupTable : testing::Test {
@@ -41,9 +42,9 @@ struct LookupTable : testing::Test {
 
     /// A table that was loaded from an answer.
     template <class TTable = CListedMarkets>
-    std::unique_ptr<TTable> Loaded(SLookupAnswer answer, int timeoutMs = kLongMs) {
+    std::unique_ptr<TTable> Loaded(SLookupAnswer answer, SLookupTimes times = kLong) {
         PeerAnswers({std::move(answer)});
-        auto table = std::make_unique<TTable>(registry, timeoutMs);
+        auto table = std::make_unique<TTable>(registry, times);
         table->Load();
         return table;
     }
@@ -96,12 +97,12 @@ TEST_F(LookupTable, APortWithoutAWholeReplyIsLeftSilentlyAndAskedAgain) {
     const CLogEvents log("LookupError");
     const uint16_t shut = FreePort();
     PortIs(shut);
-    CListedMarkets markets(registry, kLongMs);
+    CListedMarkets markets(registry, kLong);
     for (int i = 0; i < 2; ++i) markets.Load();
     EXPECT_FALSE(markets.IsLoaded() || markets.WasUnanswered());
     PeerAnswers({{"", Stays}, {"", Drips}, {"1,A\r\n", Floods}, {"2,B\r\n" + kEnd, Stays}});
-    for (const int timeoutMs : {kShortMs, kShortMs, kLongMs}) { // The flood is left for its size.
-        markets.SetTimeoutMs(timeoutMs);
+    for (const SLookupTimes times : {kShort, kBrief, kLong}) { // The flood is left for its size.
+        markets.SetTimes(times);
         markets.Load();
         EXPECT_FALSE(markets.IsLoaded());
         EXPECT_TRUE(markets.WasUnanswered());
@@ -112,9 +113,10 @@ TEST_F(LookupTable, APortWithoutAWholeReplyIsLeftSilentlyAndAskedAgain) {
     EXPECT_EQ(markets.Name(2), "B");
     EXPECT_THAT(boxes.shown, IsEmpty());
     const std::string told = "LookupError STATUS Lookup: ";
-    EXPECT_THAT(log.texts,
-                ElementsAre(told + "no connection to 127.0.0.1:" + std::to_string(shut) + ", error 10061",
-                            told + "no end of the reply within 30 ms", told + "the reply has more than 4194304 bytes"))
+    EXPECT_THAT(log.texts, ElementsAre(told + "no connection to 127.0.0.1:" + std::to_string(shut) + ", error 10061",
+                                       told + "no end of the reply within 60000 ms, or 30 ms without a byte of it",
+                                       told + "no end of the reply within 30 ms, or 60000 ms without a byte of it",
+                                       told + "the reply has more than 4194304 bytes"))
         << "the same failure is not told twice";
 }
 
@@ -122,10 +124,10 @@ TEST_F(LookupTable, AfterAFailureTheStoreWaitsLongerEachTimeItWasHeldUp) {
     CFakeClock clock;
     const SLookupAnswer silent{"", Stays};
     PeerAnswers({silent, silent, {"7,ALPHA\r\n" + kEnd, Stays}, silent, silent});
-    CLookupTables tables(registry, kShortMs);
+    CLookupTables tables(registry, kShort);
     size_t heard = 0;
     const auto asksAfter = [&](int64_t pauseMs, size_t times) {
-        if (pauseMs > 0) clock.elapsedMs += pauseMs - 1, tables.Load();
+        if (pauseMs > 0) clock.elapsedMs += pauseMs - 1, tables.EnsureSecurityTypesLoaded();
         const bool early = peer->Heard().size() != heard;
         clock.elapsedMs += 1;
         tables.EnsureMarketsLoaded(), tables.EnsureSecurityTypesLoaded();
@@ -135,12 +137,12 @@ TEST_F(LookupTable, AfterAFailureTheStoreWaitsLongerEachTimeItWasHeldUp) {
     };
     EXPECT_TRUE(asksAfter(0, 1));
     EXPECT_TRUE(asksAfter(5000, 1)) << "the table that was answered in vain for is the only one asked for";
-    tables.SetTimeoutMs(kFairMs);
+    tables.SetTimes(kFair);
     EXPECT_TRUE(asksAfter(10000, 2)) << "the first table came, the second did not";
     EXPECT_EQ(tables.MarketName(7), "ALPHA");
-    tables.SetTimeoutMs(kShortMs);
+    tables.SetTimes(kShort);
     EXPECT_TRUE(asksAfter(20000, 1));
-    tables.SetTimeoutMs(kLongMs);
+    tables.SetTimes(kLong);
     PortIs(FreePort());
     clock.elapsedMs += 40000;
     EXPECT_FALSE(tables.EnsureSecurityTypesLoaded());
@@ -149,6 +151,6 @@ TEST_F(LookupTable, AfterAFailureTheStoreWaitsLongerEachTimeItWasHeldUp) {
     EXPECT_TRUE(asksAfter(5000, 1)) << "a port that refuses costs no time";
     EXPECT_TRUE(tables.EnsureMarketsLoaded() && tables.EnsureSecurityTypesLoaded());
     EXPECT_EQ(tables.SecurityTypeName(1), "Equity");
-    tables.Load();
+    tables.EnsureSecurityTypesLoaded();
     EXPECT_EQ(peer->Heard().size(), heard) << "nothing is missing any more";
 }

@@ -1,8 +1,12 @@
 #include "feed/SymbolLimitQueue.h"
 
+#include "feed/RecentSymbols.h"
+#include "support/LogEvents.h"
+
 #include <gmock/gmock.h>
 
 using namespace vx;
+using namespace vx::test;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -14,7 +18,7 @@ struct SymbolLimitQueue : testing::Test {
     int shortBy = 0;
 
     void Refuse(std::initializer_list<const char*> symbols) {
-        for (const char* symbol : symbols) queue.Refused(symbol);
+        for (const char* symbol : symbols) queue.Refused(symbol, true);
     }
     uint32_t Pump(uint32_t limit, uint32_t watched, const char* status = "Connected", bool valid = true) {
         FeedStats stats;
@@ -61,7 +65,7 @@ TEST_F(SymbolLimitQueue, ARefusedSymbolIsNoLongerAwaitedAndAForgottenOneIsGone) 
     Refuse({"ABC", "ABC", "X"});
     Pump(10, 8);
     ASSERT_THAT(queue.Awaiting(), ElementsAre("ABC", "ABC"));
-    queue.Refused("ABC");
+    queue.Refused("ABC", true);
     EXPECT_THAT(queue.Awaiting(), IsEmpty());
     EXPECT_THAT(queue.Pending(), ElementsAre("X", "ABC"));
     queue.Forget(queue.Pending().front());
@@ -70,4 +74,45 @@ TEST_F(SymbolLimitQueue, ARefusedSymbolIsNoLongerAwaitedAndAForgottenOneIsGone) 
     queue.Forget("ABC");
     EXPECT_THAT(queue.Pending(), ElementsAre("X", "Y"));
     EXPECT_THAT(queue.Awaiting(), IsEmpty());
+}
+
+TEST_F(SymbolLimitQueue, IsBoundedWhateverTheFeedClientRefuses) {
+    const CLogEvents log("L1Error");
+    using Queue = CSymbolLimitQueue;
+    for (int i = 0; i < 100; ++i) queue.Refused("IBM", true);
+    EXPECT_EQ(queue.Pending().size(), Queue::kMostOfOne);
+    for (size_t i = 0; i < 2 * Queue::kMostStrangers; ++i) queue.Refused("S" + std::to_string(i), false);
+    EXPECT_EQ(queue.Pending().size(), Queue::kMostOfOne + Queue::kMostStrangers);
+    for (int i = 0; i < 3; ++i) queue.Refused("W" + std::to_string(i), true);
+    EXPECT_EQ(queue.Pending().back(), "W2") << "what a row holds is never dropped";
+    Pump(50, 0);
+    for (int i = 0; i < 100; ++i) queue.Refused("T" + std::to_string(i), false);
+    EXPECT_FALSE(queue.Has("T0")) << "those on their way count too";
+    queue.Forget("S999");
+    queue.Arrived("S0");
+    queue.Refused("T1", false), queue.Refused("T2", false), queue.Refused("T3", false);
+    EXPECT_TRUE(queue.Has("T1") && queue.Has("T2") && !queue.Has("T3")) << "two places were free again";
+    EXPECT_THAT(log.texts, testing::SizeIs(1));
+
+    Queue texts;
+    for (char c = 'a'; c <= 'z'; ++c) texts.Refused(std::string(60000, c), false);
+    EXPECT_EQ(texts.Pending().size(), 1u);
+    for (int i = 0; i < 100; ++i) {
+        FeedStats stats;
+        stats.symbolLimit = 1, stats.status = "Connected", stats.valid = true;
+        texts.Pump(stats, nullptr);
+    }
+    EXPECT_EQ(texts.Pending().size(), Queue::kMostOfOne) << "without a port the first one is appended again";
+}
+
+TEST(RecentSymbols, TheOldestAreForgottenByNumberAndByBytes) {
+    CRecentSymbols recent;
+    const auto name = [](size_t i) { return std::to_string(i); };
+    for (size_t i = 0; i <= CRecentSymbols::kMost; ++i) recent.Note(name(i)), recent.Note(name(i));
+    EXPECT_FALSE(recent.Has("0"));
+    EXPECT_TRUE(recent.Has("1") && recent.Has(name(CRecentSymbols::kMost)));
+    recent.Note(std::string(CRecentSymbols::kMostBytes, 'x'));
+    EXPECT_FALSE(recent.Has(name(CRecentSymbols::kMost)));
+    recent.Note("IBM");
+    EXPECT_TRUE(recent.Has("IBM"));
 }

@@ -49,6 +49,27 @@ TEST_F(CellPaint, EachRoleHasItsColour) {
             }
 }
 
+TEST_F(CellPaint, ARowsNoticeIsDrawnOverItsWidestRunOfEmptyCells) {
+    source.notice = [](int row, SCell& cell) {
+        cell.SetText("waiting for room");
+        cell.role = ETextRole::Stale;
+        return row == 3;
+    };
+    source.cell = [](int, int column, SCell& cell) {
+        if (column == 2) cell.SetText("7");
+    };
+    const QImage picture = Picture(3);
+    const auto ink = [&](int row, int column) {
+        return CountColor(picture, Place(row, column, 3), kLightGridTheme.stale);
+    };
+    EXPECT_GT(ink(3, 3), 0);
+    EXPECT_GT(ink(3, 4), 0) << "it runs on over the next cell";
+    EXPECT_EQ(ink(3, 1) + ink(3, 2) + ink(4, 3), 0);
+    EXPECT_EQ(grid.ShownText(3, 3), "");
+    grid.SetColumnWidth(1, 300);
+    EXPECT_GT(CountColor(Picture(3), Place(3, 1, 3), kLightGridTheme.stale), 0);
+}
+
 TEST_F(CellPaint, TheTickTrendIsDrawnAsArrowsAndDots) {
     source.cell = [](int row, int, SCell& cell) {
         cell.SetText(row == 3 ? "\xAD" : row == 4 ? "\xAF" : row == 5 ? "\xB7" : "\xAD\xAF\xB7");

@@ -15,6 +15,7 @@ class CTestSource : public CCellSource {
 public:
     std::function<void(int row, int column, SCell& cell)> cell;
     std::function<bool(int row, SCell& cell)> span;
+    std::function<bool(int row, SCell& cell)> notice;
     std::function<void(int column, SCell& cell)> header;
     std::string headerTip;
     std::string cellTip;
@@ -28,6 +29,7 @@ public:
         if (header) header(column, to);
     }
     bool FillSpan(int row, SCell& to) const override { return span && span(row, to); }
+    bool FillRowNotice(int row, SCell& to) const override { return notice && notice(row, to); }
     std::string HeaderTip(int) const override { return headerTip; }
     std::string CellTip(int, int) const override { return cellTip; }
 };

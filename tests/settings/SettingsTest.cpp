@@ -7,6 +7,7 @@
 #include "settings/ConfigWriter.h"
 #include "settings/LogSettings.h"
 #include "settings/ValidateSetting.h"
+#include "support/FakeClock.h"
 #include "support/TempFolder.h"
 
 #include <gmock/gmock.h>
@@ -99,15 +100,47 @@ TEST_F(SettingsTest, DefaultsApplyWhereNothingUsableIsStored) {
     EXPECT_FALSE(CSettings(writer).WriteText(kCurrentSymbol, "IBM"));
 }
 
-TEST_F(SettingsTest, ReportsGoToTheLogForAsLongAsTheLoggerLives) {
+TEST_F(SettingsTest, ABadValueIsReportedOnceAndWrittenBackAsItIsUsed) {
     Store(kSearchType, "one");
-    EXPECT_EQ(m_settings.ReadInteger(kSearchType), 0);
+    Store(kMaximized, "1");
+    Store(kColor, "0x1000000");
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(m_settings.ReadInteger(kSearchType), 0);
+        EXPECT_TRUE(m_settings.ReadBoolean(kMaximized));
+        EXPECT_EQ(m_settings.ReadColor(kColor), 0xFF8000u);
+    }
+    EXPECT_EQ(Stored(kSearchType) + Stored(kMaximized) + Stored(kColor), "0true0xFF8000");
     EXPECT_THAT(m_log, ElementsAre("Settings: The value \"one\" for \"Search Type\" is not a valid number and has been "
-                                   "reset to the default."));
-    EXPECT_EQ(Stored(kSearchType), "one") << "a reset is not written back";
+                                   "reset to the default.",
+                                   "Settings: The value \"1\" for \"Maximized\" was stored in an older format and has "
+                                   "been updated automatically.",
+                                   HasSubstr("The color value \"0x1000000\" for \"Color\"")));
     m_logger.reset();
+    Store(kSearchType, "two");
     EXPECT_EQ(m_settings.ReadInteger(kSearchType), 0);
-    EXPECT_THAT(m_log, testing::SizeIs(1));
+    EXPECT_THAT(m_log, testing::SizeIs(3));
+    EXPECT_EQ(Stored(kSearchType), "two") << "what nobody was told of stays until somebody can be";
+}
+
+TEST_F(SettingsTest, ABadValueThatCannotBeWrittenBackIsReportedAtEveryRead) {
+    struct CReadOnly final : CConfigWriterMux {
+        std::string ReadString(std::string_view, std::string_view) override { return stored; }
+        bool WriteString(std::string_view, std::string_view) override { return ++attempts, false; }
+        std::string stored = "one";
+        int attempts = 0;
+    } readOnly;
+    CFakeClock clock;
+    CSettings settings(readOnly);
+    settings.SetLogger(m_logger);
+    const auto reads = [&] { return settings.ReadInteger(kSearchType), m_log.size(); };
+    EXPECT_EQ(reads(), 1u);
+    EXPECT_EQ(reads(), 2u);
+    EXPECT_EQ(readOnly.attempts, 1) << "a store that hangs would hold up every one of them";
+    clock.elapsedMs += CSettings::kWriteBackRetryMs;
+    EXPECT_EQ(reads(), 3u);
+    EXPECT_EQ(readOnly.attempts, 2);
+    readOnly.stored = "1";
+    EXPECT_EQ(reads(), 3u);
 }
 
 TEST_F(SettingsTest, TheWriterPutsTheProfilesBaseBack) {

@@ -181,5 +181,24 @@ TEST_F(Program, StandardInputIsFollowed) {
     EXPECT_EQ(peer.TakeLine("Q,"), "Q,A,2,");
 }
 
+TEST_F(Program, TheLogOnTheConsoleShowsWhatClientsSayAndHear) {
+    QStringList arguments = {QStringLiteral("--log"), QStringLiteral("--split=3")};
+    for (const char* port : {"--level1-port=0", "--lookup-port=0", "--admin-port=0"}) arguments << QLatin1String(port);
+    const std::string line = Run(m_first, arguments);
+    CPeer level1(static_cast<uint16_t>(std::stoi(line.substr(line.find("level1=") + 7))));
+    CPeer lookup(static_cast<uint16_t>(std::stoi(line.substr(line.find("lookup=") + 7))));
+    level1.Send("S,SELECT UPDATE FIELDS,Symbol,Delay\nw1\n");
+    lookup.Send("SST\r\n");
+    std::string log;
+    for (const char* shown :
+         {"[L1Request] [FROM CLIENT] w1\n", "[L1System] [TO CLIENT] S,IP,127.0.0.1,", "[L1Data] [TO CLIENT] n,1\n",
+          "[LookupRequest] [FROM CLIENT] SST\n", "[LookupData] [TO CLIENT] 1,EQUITY,Equity\n"})
+        EXPECT_TRUE(WaitUntil([&] {
+            log += m_first.readAllStandardError().toStdString();
+            return log.find(shown) != std::string::npos;
+        })) << shown
+            << log;
+}
+
 } // namespace
 } // namespace vx::sim

@@ -1,4 +1,5 @@
 #include "watchlist/DocFixture.h"
+#include "watchlist/UndoStep.h"
 
 using namespace vx;
 using namespace vx::test;
@@ -32,6 +33,25 @@ TEST_F(CWatchlistDocTest, ASymbolIsAskedForOnceHoweverManyRowsItStandsIn) {
     EXPECT_THAT(feed.Take(), IsEmpty()) << "a second ready line asked again";
 }
 
+TEST_F(CWatchlistDocTest, SymbolsAreWatchedAndNewsAskedForFromTheFirstRowToTheLast) {
+    constexpr int kRows = 40; // One less than a prime: each multiple of 17 is another remainder.
+    std::string text = "Symbols=";
+    std::vector<std::string> watched(kRows);
+    std::vector<std::string> named(kRows);
+    for (int i = 1; i <= kRows; ++i) {
+        const int row = i * 17 % (kRows + 1);
+        text += "S" + std::to_string(i) + ":" + std::to_string(row) + "," + std::to_string(200 - row) + ",;";
+        named[static_cast<size_t>(row) - 1] = "S" + std::to_string(i);
+        watched[static_cast<size_t>(row) - 1] = "wS" + std::to_string(i) + "\n";
+    }
+    Open(text + "\r\n");
+    FeedIsReady();
+    EXPECT_EQ(feed.Take(), watched);
+    std::string list;
+    for (const std::string& symbol : named) list += (list.empty() ? "" : ":") + symbol;
+    EXPECT_THAT(counts.Take(), ElementsAre(list));
+}
+
 TEST_F(CWatchlistDocTest, OnlyTheLastRowOfASymbolUnwatchesIt) {
     FeedIsReady();
     Open("Symbols=IBM:3,7,;MSFT:4,;\r\n");
@@ -62,6 +82,38 @@ TEST_F(CWatchlistDocTest, CommandLineSymbolsFillTheFirstRowsAndLeaveWhatIsThere)
     EXPECT_EQ(doc.RowCount(), 6);
     doc.PlaceCommandLineSymbols({"IBM", "AAPL", "IBM"});
     EXPECT_THAT(feed.Take(), IsEmpty());
+}
+
+TEST_F(CWatchlistDocTest, CommandLineSymbolsOverRowsInUseAreOneEditThatTheStatusBarTells) {
+    FeedIsReady();
+    doc.PlaceCommandLineSymbols({"IBM", "MSFT", "AAPL"});
+    EXPECT_FALSE(doc.IsModified() || doc.Undo().CanUndo()) << "nothing was there";
+    {
+        const CUndoStep step(doc, "edit");
+        doc.EnterSymbol(1, "SPY");
+        doc.SetAnnotation(2, "mine");
+        doc.EmptyRow(3);
+        doc.SetModified(true);
+    }
+    doc.SetModified(false); // Saved.
+    doc.PlaceCommandLineSymbols({"IBM", "MSFT", "AAPL"});
+    EXPECT_EQ(Rows(), "IBM|MSFT|AAPL");
+    EXPECT_TRUE(doc.IsModified());
+    EXPECT_THAT(shown.Status(), testing::HasSubstr("symbols of the command line took the place of rows"));
+    EXPECT_EQ(doc.Undo().UndoName(), "place command-line symbols");
+    doc.Undo().Undo();
+    EXPECT_EQ(Rows(), "SPY|#mine");
+    EXPECT_FALSE(doc.IsModified());
+
+    doc.NewDocument();
+    {
+        const CUndoStep step(doc, "edit");
+        doc.EnterSymbol(2, "SPY"); // Typed while the feed was not ready yet.
+    }
+    doc.PlaceCommandLineSymbols({"IBM", "MSFT"});
+    EXPECT_TRUE(doc.IsModified());
+    doc.Undo().Undo();
+    EXPECT_EQ(Rows(), "|SPY");
 }
 
 TEST_F(CWatchlistDocTest, ARejectedSymbolLeavesItsMessageInItsRows) {
