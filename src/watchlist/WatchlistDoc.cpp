@@ -118,6 +118,7 @@ void CWatchlistDoc::Reset() {
     m_options.trailingRows = SWatchlistOptions{}.trailingRows;
     m_options.lockedColumns = 0;
     m_options.useGridPrecision = false;
+    m_options.sortAcrossHeadings = false;
     m_options.sort = {};
     m_undo.Clear();
     if (m_observer) m_observer->OnReset();
