@@ -67,7 +67,7 @@ void CUndoTarget::RemoveRows(const std::vector<SRowPlace>& places) {
         m_doc.SymbolsLeft(stores.RemoveRows(run->first, run->second));
 }
 
-void CUndoTarget::Reorder(const std::vector<int>& newRowOf) { m_doc.RowStores().Reorder(newRowOf); }
+void CUndoTarget::Reorder(const std::vector<int>& newRowOf) { m_doc.MoveStoredRows(newRowOf); }
 
 SLayout CUndoTarget::Layout() const { return {m_doc.m_columns, m_doc.m_options, m_doc.m_grownRows}; }
 

@@ -70,7 +70,7 @@ TEST_F(CSortCommands, SymbolsStayUnderTheirHeadingAndRejectedOnesAreNone) {
     EXPECT_FALSE(doc.Options().sortAcrossHeadings) << "another list";
 }
 
-TEST_F(CSortCommands, EachBlockStandsAsTheLiteralInsertionPlacesIt) {
+TEST_F(CSortCommands, EachBlockIsOrderedAsTheLiteralInsertionPlacesIt) {
     std::mt19937 random(3);
     const auto below = [&](uint32_t n) { return static_cast<uint32_t>(random() % n); };
     for (int round = 0; round < 60; ++round) {
@@ -270,8 +270,9 @@ TEST_F(CSortCommands, TheDialogTakesWhatIsInsideTheRangesAndStaysOpenForTheRest)
     }
     doc.Columns().SetWidth(2, 0);
     EXPECT_THAT(SortableColumns(doc.Columns()), ElementsAre("Symbol", "News", "Notes"));
-    EXPECT_EQ(SortColumnName(doc.Columns(), {3, true, false, 5000}), "News");
-    EXPECT_EQ(SortColumnName(doc.Columns(), {}), "");
+    EXPECT_EQ(FirstSortColumn(doc.Columns(), {3, true, false, 5000}, 1), "News");
+    EXPECT_EQ(FirstSortColumn(doc.Columns(), {}, 1), "Symbol");
+    EXPECT_EQ(FirstSortColumn(doc.Columns(), {9, true, true, 5000}, 1), "") << "it names a column that is not there";
 }
 
 TEST(SortDialog, AnIntervalIsShownInTheLargestUnitThatDividesIt) {
