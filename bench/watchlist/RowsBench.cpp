@@ -31,14 +31,14 @@ std::string SymbolName(int row) { return "SYM" + std::to_string(row); }
 struct SList : test::CScratchDoc {
     SList() { BeginConnected("Symbol;Last;Bid;Ask;"); }
 
-    /// Every row a symbol of its own with a price; each hundredth row an annotation, each fiftieth with a note and a
-    /// format.
-    void Fill(int rows) {
+    /// Every row a symbol of its own with a price; each `annotations`th row an annotation, each fiftieth with a note
+    /// and a format.
+    void Fill(int rows, int annotations = 100) {
         std::mt19937 random(5);
         SCellFormat bold;
         bold.bold = true;
         for (int row = 1; row <= rows; ++row) {
-            if (row % 100 == 0) {
+            if (row % annotations == 0) {
                 doc.SetAnnotation(row, "a heading");
                 continue;
             }
@@ -69,14 +69,27 @@ SList& LongList() {
     return *list;
 }
 
-void BM_SortWholeList(benchmark::State& state) {
-    SList& list = LongList();
+void Sort(SList& list, benchmark::State& state) {
     bool ascending = true;
     for ([[maybe_unused]] auto _ : state) {
         SortRows(list.doc, 1, kManyRows, static_cast<int>(state.range(0)), ascending);
         ascending = !ascending;
     }
     state.SetItemsProcessed(state.iterations() * kManyRows);
+}
+
+void BM_SortWholeList(benchmark::State& state) {
+    SList& list = LongList();
+    list.doc.Options().sortAcrossHeadings = state.range(1) != 0;
+    Sort(list, state);
+    list.doc.Options().sortAcrossHeadings = false;
+}
+
+/// Two symbols under each heading.
+void BM_SortManyBlocks(benchmark::State& state) {
+    SList list;
+    list.Fill(kManyRows, 3);
+    Sort(list, state);
 }
 
 void BM_MoveBlockToTheEndAndBack(benchmark::State& state) {
@@ -170,7 +183,11 @@ bool CompareWithLiteral() {
 
 } // namespace
 
-BENCHMARK(BM_SortWholeList)->ArgName("column")->Arg(1)->Arg(kLastColumn)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SortWholeList)
+    ->ArgNames({"column", "across"})
+    ->ArgsProduct({{1, kLastColumn}, {0, 1}})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SortManyBlocks)->ArgName("column")->Arg(1)->Arg(kLastColumn)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_MoveBlockToTheEndAndBack)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_DeleteAndInsertAtTheTop)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PlaceOneByOneAndDeleteAll)->Arg(10'000)->Arg(kManyRows)->Unit(benchmark::kMillisecond);

@@ -5,10 +5,9 @@
 #include "app/EditCommands.h"
 #include "app/GridMenus.h"
 #include "app/MainFrame.h"
+#include "app/OrderCommands.h"
 #include "app/RowCommands.h"
 #include "app/ViewCommands.h"
-#include "watchlist/SortCommands.h"
-#include "watchlist/WatchlistDoc.h"
 #include "watchlist/WatchlistGrid.h"
 #include "watchlist/WatchlistView.h"
 
@@ -25,7 +24,7 @@ CBoardDesk::CBoardDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame)
     new CEditCommands(seat, *rows, *columns);
     new CClipboardCommands(seat);
     new CGridMenus(seat, *columns);
-    BindSort();
+    new COrderCommands(seat);
     commands.Bind(ECommand::About, [this] { m_frame.ShowAbout(); });
 
     CWatchlistView& view = frame.View();
@@ -38,13 +37,6 @@ CBoardDesk::CBoardDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame)
     connect(&view.Grid(), &CGridCtrl::FocusCellChanged, this, refresh);
     connect(&view.Grid(), &CGridCtrl::SelectionChanged, this, refresh);
     connect(&view.Grid(), &CGridCtrl::CellDoubleClicked, this, [this](int, int column) { OpenDetail(column); });
-}
-
-void CBoardDesk::BindSort() {
-    m_commands.Bind(ECommand::SortNow, [this] {
-        ManualSort(m_frame.Document(), m_frame.View().SortSelection());
-        m_frame.View().ApplySortRecord();
-    });
 }
 
 // What a cell that stands for more has behind it.

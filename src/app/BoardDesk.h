@@ -23,7 +23,6 @@ public:
     void UseTheme(const QString& name, bool keep);
 
 private:
-    void BindSort();
     void OpenDetail(int column);
 
     CMainFrame& m_frame;

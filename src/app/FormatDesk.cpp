@@ -4,7 +4,6 @@
 #include "watchlist/Commands.h"
 #include "watchlist/FormatDlgs.h"
 #include "watchlist/NoteDlg.h"
-#include "watchlist/SortDlg.h"
 #include "watchlist/WatchlistDoc.h"
 #include "watchlist/WatchlistGrid.h"
 #include "watchlist/WatchlistView.h"
@@ -16,7 +15,6 @@ CFormatDesk::CFormatDesk(CMainFrame& frame, CCommands& commands) : QObject(&fram
     commands.Bind(ECommand::FormatGrid, [this] { CGridSettingsDlg(m_frame.Document(), &m_frame).exec(); });
     commands.Bind(ECommand::FormatClear, [this] { ClearFormats(m_frame.Document(), Selection()); });
     commands.Bind(ECommand::EditNote, [this] { EditNote(); });
-    commands.Bind(ECommand::SortDialog, [this] { EditSort(); });
 }
 
 SFormatRange CFormatDesk::Selection() const {
@@ -30,9 +28,5 @@ void CFormatDesk::EditCells() {
 }
 
 void CFormatDesk::EditNote() { CNoteDlg(m_frame.Document(), &m_frame).Edit(m_frame.View().Grid().FocusCell().row); }
-
-void CFormatDesk::EditSort() {
-    if (CSort(m_frame.Document(), &m_frame).exec() == QDialog::Accepted) m_frame.View().ApplySortRecord();
-}
 
 } // namespace vx

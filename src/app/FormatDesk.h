@@ -9,7 +9,7 @@ namespace vx {
 class CCommands;
 class CMainFrame;
 
-/// Opens the dialogs of the board's look, of the auto sort and of the notes.
+/// Opens the dialogs of the board's look and of the notes.
 ///
 /// Owns    nothing of the frame, which outlives it
 /// Thread  GUI thread only
@@ -22,7 +22,6 @@ private:
     SFormatRange Selection() const;
     void EditCells();
     void EditNote();
-    void EditSort();
 
     CMainFrame& m_frame;
 };

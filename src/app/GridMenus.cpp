@@ -77,7 +77,7 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         Add(*menu.addMenu(tr("&Format")), kFormat);
         break;
     case EGridPart::ColumnHeader:
-        Add(menu, {SortNow, SortDialog});
+        Add(menu, {SortNow, SortDialog, SortHold, SortAcrossHeadings});
         menu.addSeparator();
         Add(menu, kColumns);
         AddHiddenColumns(menu);

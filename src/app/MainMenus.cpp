@@ -76,6 +76,8 @@ const std::vector<SMenuLine>& MenuTable() {
           kLine,
           SortNow,
           SortDialog,
+          SortHold,
+          SortAcrossHeadings,
           kLine,
           SymbolSearch,
           SearchBySymbol,

@@ -96,15 +96,10 @@ void CRowCommands::MoveBy(int step) {
 }
 
 void CRowCommands::MoveBefore(int first, int last, int before) {
-    SGridRange range = Region().range;
-    const SGridCell focus = Grid().FocusCell();
     Doc().MoveRows(first, last - first + 1, before);
     Doc().RebuildGrid(); // The last used row may be another.
-    const int moved = before > last ? before - 1 - last : before - first;
-    range.firstRow += moved;
-    range.lastRow += moved;
-    Grid().SelectRange(range);
-    Grid().EnsureVisible(moved > 0 ? range.lastRow : range.firstRow, focus.column);
+    const SGridRange range = Region().range;
+    Grid().EnsureVisible(before > last ? range.lastRow : range.firstRow, Grid().FocusCell().column);
 }
 
 } // namespace vx

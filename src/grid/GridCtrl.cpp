@@ -282,6 +282,7 @@ SGridScene CGridCtrl::Scene() {
 }
 
 void CGridCtrl::paintEvent(QPaintEvent* event) {
+    m_rowsMoved = false;
     QPainter painter(viewport());
     const SGridScene scene = Scene();
     ++m_counters.passes;
@@ -290,7 +291,8 @@ void CGridCtrl::paintEvent(QPaintEvent* event) {
 
 void CGridCtrl::FlushChanges() {
     if (!m_dirty.Any()) return;
-    const bool flash = m_options.flash && isVisible();
+    // A cell may differ from what was painted because another row has come to its place.
+    const bool flash = m_options.flash && isVisible() && !m_rowsMoved;
     const QRegion region = m_dirty.Take(m_geometry, flash ? &m_flash : nullptr, CClock::Instance().MonotonicMs());
     if (region.isEmpty()) return;
     viewport()->update(region);

@@ -61,6 +61,10 @@ public:
     /// rising: the rows that take no place; their numbers stay. A focus in one goes to the next shown row.
     void SetHiddenRows(std::vector<int> rising);
     bool IsRowHidden(int row) const { return m_geometry.IsRowHidden(row); }
+    /// The rows have another order: newRowOf[r] is where row r went, rows it does not cover stay; hidden: as
+    /// SetHiddenRows takes them, where they are now. Focus cell, selection and the cell being edited go with their
+    /// rows; a selection whose rows are no longer together shrinks to the row of the focus. The grid does not scroll.
+    void MoveRows(const std::vector<int>& newRowOf, std::vector<int> hidden);
     /// New columns get defaultWidth.
     void SetColumnCount(int columns, int defaultWidth = 80);
     int ColumnCount() const { return m_geometry.ColumnCount(); }
@@ -219,6 +223,7 @@ private:
     void KeepSelectionInside();
     void UpdateSelection(const SGridSelection& next);
     SGridSelection Clamped(SGridSelection selection) const;
+    SGridSelection WithItsRows(const std::vector<int>& newRowOf) const;
     QRect RangeRect(const SGridRange& range) const;
     int NextColumn(int column, int step) const;
     int RowsPerPage() const;
@@ -275,6 +280,7 @@ private:
     SGridSelection m_selection;
     SGridMarks m_marks;
     SPaintCounters m_counters;
+    bool m_rowsMoved = false; // since the last paint event
     bool m_rowNumbers = true;
     int m_rowNumberWidth = 0; // at least
     bool m_menuUp = false;

@@ -9,6 +9,14 @@
 
 namespace vx {
 
+namespace {
+
+int RowAfterMove(const std::vector<int>& newRowOf, int row) {
+    return static_cast<size_t>(row) < newRowOf.size() ? newRowOf[static_cast<size_t>(row)] : row;
+}
+
+} // namespace
+
 SGridSelection CGridCtrl::Clamped(SGridSelection selection) const {
     for (SGridCell* cell : {&selection.focus, &selection.anchor, &selection.reach}) {
         cell->row = std::clamp(cell->row, 1, std::max(1, RowCount()));
@@ -16,6 +24,41 @@ SGridSelection CGridCtrl::Clamped(SGridSelection selection) const {
     }
     selection.focus.row = m_geometry.RowAway(selection.focus.row, 0); // A range may hold hidden rows.
     return selection;
+}
+
+// A row that was not selected never becomes so. Hidden rows that were selected with others may stay elsewhere.
+SGridSelection CGridCtrl::WithItsRows(const std::vector<int>& newRowOf) const {
+    SGridSelection next = m_selection;
+    next.focus.row = RowAfterMove(newRowOf, next.focus.row);
+    if (WholeColumnsSelected()) return next;
+    const SGridRange range = m_selection.Range();
+    int first = RowCount() + 1;
+    int last = 0;
+    for (int row = range.firstRow; row <= range.lastRow; ++row) {
+        if (IsRowHidden(row)) continue;
+        first = std::min(first, RowAfterMove(newRowOf, row));
+        last = std::max(last, RowAfterMove(newRowOf, row));
+    }
+    int selected = 0; // Of the rows that are now from the first to the last.
+    for (int row = range.firstRow; row <= range.lastRow; ++row) {
+        const int now = RowAfterMove(newRowOf, row);
+        if (now >= first && now <= last) ++selected;
+    }
+    if (selected != last - first + 1) first = last = next.focus.row;
+    // The anchor stays with the row of the focus where that is an edge of the range.
+    const bool down = next.focus.row == first || (next.focus.row != last && next.anchor.row <= next.reach.row);
+    next.anchor.row = down ? first : last;
+    next.reach.row = down ? last : first;
+    return next;
+}
+
+void CGridCtrl::MoveRows(const std::vector<int>& newRowOf, std::vector<int> hidden) {
+    const SGridSelection next = WithItsRows(newRowOf);
+    if (m_editing) m_editedCell.row = RowAfterMove(newRowOf, m_editedCell.row);
+    m_rowsMoved = true;
+    m_geometry.SetHiddenRows(std::move(hidden));
+    UpdateSelection(next);
+    LayoutChanged();
 }
 
 QRect CGridCtrl::RangeRect(const SGridRange& range) const {

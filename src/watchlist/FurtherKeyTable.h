@@ -61,4 +61,7 @@ void ReadFurtherAlerts(const SFurtherValue& value);
 std::string WriteHiddenRows(const SFurtherSource& source);
 void ReadHiddenRows(const SFurtherValue& value);
 
+std::string WriteSortAcrossHeadings(const SFurtherSource& source);
+void ReadSortAcrossHeadings(const SFurtherValue& value);
+
 } // namespace vx

@@ -28,7 +28,15 @@ struct SNumberKey {
     uint32_t index;
 };
 
-template <typename Key> std::vector<uint32_t> Indices(const std::vector<Key>& keys) {
+template <typename Key, typename Before>
+std::vector<uint32_t> SortedIndices(std::vector<Key>& keys, std::span<const size_t> blockEnds, Before before) {
+    const size_t all = keys.size();
+    size_t begin = 0;
+    for (const size_t end : blockEnds.empty() ? std::span(&all, 1) : blockEnds) {
+        std::sort(keys.begin() + static_cast<std::ptrdiff_t>(begin), keys.begin() + static_cast<std::ptrdiff_t>(end),
+                  before);
+        begin = end;
+    }
     std::vector<uint32_t> out(keys.size());
     std::transform(keys.begin(), keys.end(), out.begin(), [](const Key& key) { return key.index; });
     return out;
@@ -36,7 +44,8 @@ template <typename Key> std::vector<uint32_t> Indices(const std::vector<Key>& ke
 
 } // namespace
 
-std::vector<uint32_t> OrderByText(const std::vector<std::string_view>& keys, bool ascending) {
+std::vector<uint32_t> OrderByText(const std::vector<std::string_view>& keys, bool ascending,
+                                  std::span<const size_t> blockEnds) {
     std::string folded; // All folded keys behind each other: one allocation, and neighbours in memory.
     std::vector<uint32_t> starts(keys.size() + 1);
     for (size_t i = 0; i < keys.size(); ++i) {
@@ -48,24 +57,23 @@ std::vector<uint32_t> OrderByText(const std::vector<std::string_view>& keys, boo
     };
     std::vector<STextKey> order(keys.size());
     for (uint32_t i = 0; i < order.size(); ++i) order[i] = {Prefix(foldedKey(i)), i};
-    std::sort(order.begin(), order.end(), [&](const STextKey& a, const STextKey& b) {
+    return SortedIndices(order, blockEnds, [&](const STextKey& a, const STextKey& b) {
         if (a.prefix != b.prefix) return (a.prefix < b.prefix) == ascending;
         if (const int folds = foldedKey(a.index).compare(foldedKey(b.index)); folds != 0)
             return (folds < 0) == ascending;
         if (const int exact = keys[a.index].compare(keys[b.index]); exact != 0) return (exact < 0) == ascending;
         return a.index > b.index;
     });
-    return Indices(order);
 }
 
-std::vector<uint32_t> OrderByNumber(const std::vector<double>& keys, bool ascending) {
+std::vector<uint32_t> OrderByNumber(const std::vector<double>& keys, bool ascending,
+                                    std::span<const size_t> blockEnds) {
     std::vector<SNumberKey> order(keys.size());
     for (uint32_t i = 0; i < order.size(); ++i) order[i] = {std::isnan(keys[i]) ? 0.0 : keys[i], i};
-    std::sort(order.begin(), order.end(), [&](const SNumberKey& a, const SNumberKey& b) {
+    return SortedIndices(order, blockEnds, [&](const SNumberKey& a, const SNumberKey& b) {
         if (a.number != b.number) return (a.number < b.number) == ascending;
         return a.number == 0.0 ? a.index > b.index : a.index < b.index;
     });
-    return Indices(order);
 }
 
 double SortNumber(std::string_view text) {

@@ -38,12 +38,13 @@ void SwitchOffAutoSort(SSortRecord& sort);
 int AutoSortPeriodMs(const SSortRecord& sort);
 
 enum class EAutoSortTick {
-    Sorted,    ///< Put selection and focus back to the cells where they were, and start a new full period.
+    Sorted,    ///< Start a new full period.
     Postponed, ///< Nothing was done; start a new period.
     Off        ///< Auto sort is off now; no timer.
 };
 
-/// The auto-sort timer fired. busy: an editor, a drag or a row's menu is up, so that no row may move under the hand.
+/// The auto-sort timer fired. busy: the order is held, or an editor, a drag or a row's menu is up, so that no row may
+/// move under the hand.
 EAutoSortTick AutoSortTick(CWatchlistDoc& doc, bool busy);
 
 } // namespace vx

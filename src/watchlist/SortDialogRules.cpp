@@ -39,8 +39,9 @@ std::vector<std::string> SortableColumns(const CColumnMap& columns) {
     return names;
 }
 
-std::string SortColumnName(const CColumnMap& columns, const SSortRecord& sort) {
-    return sort.column >= 1 && sort.column < columns.Count() ? columns.At(sort.column).name : std::string();
+std::string FirstSortColumn(const CColumnMap& columns, const SSortRecord& sort, int focusColumn) {
+    const int column = sort.column == SSortRecord::kNoColumn ? focusColumn : sort.column;
+    return column >= 1 && column < columns.Count() ? columns.At(column).name : std::string();
 }
 
 bool ApplySortEntry(CWatchlistDoc& doc, const SSortEntry& entry) {

@@ -32,8 +32,8 @@ int64_t SecondsOf(const SShownInterval& entered);
 
 /// The names that the column list offers: of columns at least 1 pixel wide, left to right.
 std::vector<std::string> SortableColumns(const CColumnMap& columns);
-/// The name of the record's sort column, empty when there is none.
-std::string SortColumnName(const CColumnMap& columns, const SSortRecord& sort);
+/// The name that the list begins with: of the record's sort column, or, while it has none, of the column in focus.
+std::string FirstSortColumn(const CColumnMap& columns, const SSortRecord& sort, int focusColumn);
 
 /// What stands in the dialog when OK is pressed.
 struct SSortEntry {

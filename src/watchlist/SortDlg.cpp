@@ -23,7 +23,7 @@ constexpr int kLargestNumber = 99999;
 
 } // namespace
 
-CSort::CSort(CWatchlistDoc& doc, QWidget* parent)
+CSort::CSort(CWatchlistDoc& doc, int focusColumn, QWidget* parent)
     : QDialog(parent), m_doc(doc), m_autoSort(new QCheckBox(tr("Sort a&utomatically"))), m_column(new QComboBox),
       m_ascending(new QRadioButton(tr("&Ascending"))), m_descending(new QRadioButton(tr("&Descending"))),
       m_interval(new QSpinBox), m_unit(new QComboBox) {
@@ -63,14 +63,14 @@ CSort::CSort(CWatchlistDoc& doc, QWidget* parent)
     layout->addLayout(form);
     layout->addSpacing(8);
     layout->addWidget(buttons);
-    ShowRecord();
+    ShowRecord(focusColumn);
 }
 
-void CSort::ShowRecord() {
+void CSort::ShowRecord(int focusColumn) {
     const SSortRecord& sort = m_doc.Options().sort;
     (sort.ascending ? m_ascending : m_descending)->setChecked(true);
     for (const std::string& name : SortableColumns(m_doc.Columns())) m_column->addItem(QtText(name));
-    m_column->setCurrentIndex(m_column->findText(QtText(SortColumnName(m_doc.Columns(), sort))));
+    m_column->setCurrentIndex(m_column->findText(QtText(FirstSortColumn(m_doc.Columns(), sort, focusColumn))));
     const SShownInterval shown = ShownInterval(sort.intervalMs);
     m_interval->setValue(shown.number);
     m_unit->setCurrentIndex(static_cast<int>(shown.unit));

@@ -18,13 +18,14 @@ class CWatchlistDoc;
 class CSort : public QDialog {
     Q_OBJECT
 public:
-    CSort(CWatchlistDoc& doc, QWidget* parent);
+    /// focusColumn: what the column list begins with while there is no sort column.
+    CSort(CWatchlistDoc& doc, int focusColumn, QWidget* parent);
 
     /// OK: stays open after a message when the entry cannot be taken.
     void accept() override;
 
 private:
-    void ShowRecord();
+    void ShowRecord(int focusColumn);
     void EnableFields();
 
     CWatchlistDoc& m_doc;

@@ -67,7 +67,7 @@ void CUndoTarget::RemoveRows(const std::vector<SRowPlace>& places) {
         m_doc.SymbolsLeft(stores.RemoveRows(run->first, run->second));
 }
 
-void CUndoTarget::Reorder(const std::vector<int>& newRowOf) { m_doc.RowStores().Reorder(newRowOf); }
+void CUndoTarget::Reorder(const std::vector<int>& newRowOf) { m_doc.MoveStoredRows(newRowOf); }
 
 SLayout CUndoTarget::Layout() const { return {m_doc.m_columns, m_doc.m_options, m_doc.m_grownRows}; }
 
@@ -80,6 +80,7 @@ void CUndoTarget::ChangeLayout(const SLayout& from, const SLayout& to) {
     Change(from.options.showRowNumbers, to.options.showRowNumbers, options.showRowNumbers);
     Change(from.options.useGridPrecision, to.options.useGridPrecision, options.useGridPrecision);
     Change(from.options.useDefaultAlignment, to.options.useDefaultAlignment, options.useDefaultAlignment);
+    Change(from.options.sortAcrossHeadings, to.options.sortAcrossHeadings, options.sortAcrossHeadings);
     Change(from.options.sort, to.options.sort, options.sort);
 }
 
@@ -92,7 +93,8 @@ bool IsSameLayout(const SLayout& a, const SLayout& b) {
     const SWatchlistOptions& y = b.options;
     return a.grownRows == b.grownRows && x.trailingRows == y.trailingRows && x.lockedColumns == y.lockedColumns &&
            x.showRowNumbers == y.showRowNumbers && x.useGridPrecision == y.useGridPrecision &&
-           x.useDefaultAlignment == y.useDefaultAlignment && x.sort == y.sort && AreSameColumns(a.columns, b.columns);
+           x.useDefaultAlignment == y.useDefaultAlignment && x.sortAcrossHeadings == y.sortAcrossHeadings &&
+           x.sort == y.sort && AreSameColumns(a.columns, b.columns);
 }
 
 std::pair<int, int> DifferentColumns(const SLayout& a, const SLayout& b) {

@@ -121,6 +121,7 @@ void CWatchlistDoc::Reset() {
     m_options.trailingRows = SWatchlistOptions{}.trailingRows;
     m_options.lockedColumns = 0;
     m_options.useGridPrecision = false;
+    m_options.sortAcrossHeadings = false;
     m_options.sort = {};
     m_undo.Clear();
     m_commandLinePlaced = false;

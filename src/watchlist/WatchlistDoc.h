@@ -233,6 +233,7 @@ private:
     bool PlaceAndWatch(int row, std::string_view symbol);
     void RequestNewsCounts(const std::vector<std::string>& symbols);
     SRowStores RowStores();
+    void MoveStoredRows(const std::vector<int>& newRowOf);
     void ShowSymbolCount();
     void SetStatus(std::string_view text);
     void RowChanged(int row);

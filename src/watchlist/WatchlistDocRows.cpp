@@ -83,9 +83,14 @@ bool CWatchlistDoc::ReorderRows(const std::vector<int>& newRowOf) {
     }
     if (first == 0) return true;
     m_undo.BeforeReorder(first, last);
-    RowStores().Reorder(newRowOf);
+    MoveStoredRows(newRowOf);
     if (m_observer && !m_loading && m_batchDepth == 0) m_observer->OnRowsChanged(first, last);
     return true;
+}
+
+void CWatchlistDoc::MoveStoredRows(const std::vector<int>& newRowOf) {
+    RowStores().Reorder(newRowOf);
+    if (m_observer) m_observer->OnRowsMoved(newRowOf);
 }
 
 void CWatchlistDoc::SetRowsHidden(const std::vector<int>& rows, bool hidden) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 namespace vx {
 
@@ -42,7 +43,10 @@ public:
     virtual void OnGridRebuilt() = 0;
     /// The content of one row changed by something else than the feed.
     virtual void OnRowChanged(int row) = 0;
-    /// The content of many rows changed, and neither their number nor the columns: rows were moved or sorted.
+    /// The rows have another order: newRowOf[r] is where row r went, rows it does not cover stay. This comes at once,
+    /// in an edit batch too: what the view keeps by row must follow before rows come or go.
+    virtual void OnRowsMoved(const std::vector<int>& /*newRowOf*/) {}
+    /// The content of many rows changed, and neither their number nor the columns.
     virtual void OnRowsChanged(int /*firstRow*/, int /*lastRow*/) { OnGridRebuilt(); }
     /// The document was reset: the look of the rows is again as the settings have it.
     virtual void OnReset() {}

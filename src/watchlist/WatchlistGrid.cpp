@@ -43,11 +43,11 @@ void CWatchlistGrid::Rebuild() {
     SetRowNumberWidth(columns.At(kRowNumberColumn).width);
     SetRowCount(m_doc.RowCount());
     DropUnusedFonts();
-    TakeHiddenRows();
+    SetHiddenRows(m_doc.HiddenRows());
     UpdateAll();
 }
 
-void CWatchlistGrid::TakeHiddenRows() { SetHiddenRows(m_doc.HiddenRows()); }
+void CWatchlistGrid::TakeRowOrder(const std::vector<int>& newRowOf) { MoveRows(newRowOf, m_doc.HiddenRows()); }
 
 void CWatchlistGrid::MarkChangedCells(int row) {
     const CGridGeometry& geometry = Geometry();

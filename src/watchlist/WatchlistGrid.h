@@ -25,8 +25,8 @@ public:
 
     /// Takes rows, columns and options from the document again and repaints everything.
     void Rebuild();
-    /// Takes the hidden rows from the document again, which may have moved.
-    void TakeHiddenRows();
+    /// The document's rows have another order; see CGridCtrl::MoveRows.
+    void TakeRowOrder(const std::vector<int>& newRowOf);
     /// Marks those cells of a row whose text or look is another than the one painted. Rows out of sight cost nothing.
     void MarkChangedCells(int row);
     /// Enters the fonts of all cells into the font table, also of cells that were never painted: before printing.

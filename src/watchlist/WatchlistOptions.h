@@ -28,6 +28,7 @@ struct SWatchlistOptions {
     bool showToolBar = true;
     bool useGridPrecision = false;
     bool useDefaultAlignment = true;
+    bool sortAcrossHeadings = false; ///< Else a sort keeps each symbol under its heading.
     SSortRecord sort;
 };
 

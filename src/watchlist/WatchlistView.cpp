@@ -92,22 +92,33 @@ void CWatchlistView::ApplySortRecord() {
     m_grid->SetSortMark(sort.column, sort.column < 1  ? ESortMark::None
                                      : sort.ascending ? ESortMark::Ascending
                                                       : ESortMark::Descending);
-    if (!sort.autoSort) return m_autoSort.stop();
+    if (!sort.autoSort) {
+        SetOrderHeld(false);
+        return m_autoSort.stop();
+    }
     const int period = AutoSortPeriodMs(sort);
     if (!m_autoSort.isActive() || m_autoSort.interval() != period) m_autoSort.start(period);
 }
 
 bool CWatchlistView::IsBusy() const {
-    return m_grid->IsBusy() || m_doc.Undo().IsRecording() || QApplication::activeModalWidget() != nullptr ||
-           QApplication::activePopupWidget() != nullptr;
+    return m_orderHeld || m_grid->IsBusy() || m_doc.Undo().IsRecording() ||
+           QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr;
 }
 
-// Selection and focus are places of the grid: the rows move through under them.
 void CWatchlistView::OnAutoSortTimer() {
     m_autoSort.stop();
     const EAutoSortTick tick = AutoSortTick(m_doc, IsBusy());
     ApplySortRecord();
     if (tick == EAutoSortTick::Off) Q_EMIT DocumentChanged();
+}
+
+void CWatchlistView::HoldOrder(bool hold) {
+    SetOrderHeld(hold && m_doc.Options().sort.autoSort);
+    if (!hold && m_doc.Options().sort.autoSort) OnAutoSortTimer();
+}
+
+void CWatchlistView::SetOrderHeld(bool held) {
+    if (std::exchange(m_orderHeld, held) != held) Q_EMIT OrderHeldChanged(held);
 }
 
 // What the document tells
@@ -137,9 +148,10 @@ void CWatchlistView::OnRowChanged(int row) {
     Q_EMIT DocumentChanged();
 }
 
+void CWatchlistView::OnRowsMoved(const std::vector<int>& newRowOf) { m_grid->TakeRowOrder(newRowOf); }
+
 void CWatchlistView::OnRowsChanged(int, int) {
     m_grid->SetMarkedRange({});
-    m_grid->TakeHiddenRows();
     m_grid->UpdateAll();
     ApplySortRecord();
     Q_EMIT DocumentChanged();
@@ -147,6 +159,7 @@ void CWatchlistView::OnRowsChanged(int, int) {
 
 void CWatchlistView::OnReset() {
     m_grid->EndEdit(false);
+    SetOrderHeld(false);
     m_grid->SetMarkedRange({});
     m_grid->SetFocusCell(1, 1);
     ApplyViewSettings();

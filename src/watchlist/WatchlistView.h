@@ -43,12 +43,18 @@ public:
 
     /// The display update that the timer does.
     void OnRepaintTimer();
-    /// The sort that the timer does, unless the user has something in hand that rows should not move under.
+    /// The sort that the timer does, unless the order is held or the user has something in hand that rows should not
+    /// move under.
     void OnAutoSortTimer();
+    /// While the order is held, auto sort leaves the rows where they are; letting go sorts them at once. There is
+    /// nothing to hold without auto sort: the hold ends with it, and with the list.
+    void HoldOrder(bool hold);
+    bool IsOrderHeld() const { return m_orderHeld; }
 
     void PostPaintMessage() override;
     void OnGridRebuilt() override;
     void OnRowChanged(int row) override;
+    void OnRowsMoved(const std::vector<int>& newRowOf) override;
     void OnRowsChanged(int firstRow, int lastRow) override;
     void OnReset() override;
     void OnUpdatesPending() override { m_pending = true; }
@@ -56,6 +62,7 @@ public:
 Q_SIGNALS:
     /// The document is another by something else than a new value from the feed.
     void DocumentChanged();
+    void OrderHeldChanged(bool held);
 
 protected:
     /// The paint message, and the connect-status message (first parameter 1 or 0: values live or stale).
@@ -67,6 +74,7 @@ private:
     void OnCellEdited(int row, int column, const QByteArray& oldText, const QByteArray& newText);
     void OnHeaderSort(int column);
     bool IsBusy() const;
+    void SetOrderHeld(bool held);
 
     CWatchlistDoc& m_doc;
     CSettings& m_settings;
@@ -75,6 +83,7 @@ private:
     QTimer m_autoSort{this}; ///< One-shot: each sort starts a full period.
     QEvent::Type m_paintMessage;
     QEvent::Type m_connectMessage;
+    bool m_orderHeld = false;
     bool m_pending = false;
     bool m_inRepaint = false;
 };

@@ -2,7 +2,6 @@
 
 #include "alerts/AlertField.h"
 #include "data/L1SymbolRec.h"
-#include "data/UpdateFields.h"
 #include "support/Allocations.h"
 
 using namespace vx;
@@ -23,13 +22,6 @@ protected:
         ProcessAll();
     }
 
-    void Update(std::string_view symbol, std::string_view field, std::string_view value) {
-        std::string line("Q,");
-        line.append(symbol);
-        for (size_t i = 0; kUpdateFields[i].name != field; ++i) line += ',';
-        frame->Store().OnLevel1Message(line.append(value).append(","));
-        doc->OnPaintMessage();
-    }
     SCell Cell(int row, std::string_view column) const {
         SCell cell;
         grid->Source()->FillCell(row, ColumnOf(column), cell);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/FrameFixture.h"
+#include "data/UpdateFields.h"
 #include "support/Gui.h"
 #include "support/MessageBoxes.h"
 #include "watchlist/Commands.h"
@@ -49,6 +50,14 @@ protected:
     QString TextOf(ECommand command) {
         frame->Commands().Refresh();
         return frame->Commands().Action(command).text();
+    }
+    /// A value comes from the feed, for a field by the feed's name of it.
+    void Update(std::string_view symbol, std::string_view field, std::string_view value) {
+        std::string line("Q,");
+        line.append(symbol);
+        for (size_t i = 0; kUpdateFields[i].name != field; ++i) line += ',';
+        frame->Store().OnLevel1Message(line.append(value).append(","));
+        doc->OnPaintMessage();
     }
     void Undo() { Do(ECommand::EditUndo); }
     void Type(const QString& text) {

@@ -63,8 +63,11 @@ private:
 } // namespace
 
 TEST_F(CDialogsTest, TheSortDialogRefusesWhatItCannotTimeAndShowsAnIntervalByItsOwnRule) {
-    CWatchlistDoc& doc = Board({"IBM"}).Document();
+    CMainFrame& frame = Board({"IBM"});
+    CWatchlistDoc& doc = frame.Document();
+    frame.View().Grid().SetFocusCell(1, ColumnOf("Bid"));
     InDialog(ECommand::SortDialog, [&](QDialog& dialog) {
+        EXPECT_EQ(In<QComboBox>(dialog, "sortColumn").currentText(), QStringLiteral("Bid")) << "the focus column";
         In<QCheckBox>(dialog, "autoSort").setChecked(true);
         In<QComboBox>(dialog, "sortColumn").setCurrentIndex(-1);
         dialog.accept();

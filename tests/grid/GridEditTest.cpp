@@ -211,6 +211,15 @@ TEST_F(GridEdit, AnEditGoesWithItsCellAndAnotherOneTakesItOver) {
     EXPECT_FALSE(grid.IsBusy());
 }
 
+TEST_F(GridEdit, TheEditorGoesWithItsRowWhenRowsMove) {
+    grid.BeginEdit(3, 2, "x");
+    grid.MoveRows({0, 1, 2, 5, 3, 4}, {});
+    EXPECT_EQ(Editor().geometry().top(), grid.Geometry().CellRect(5, 2).top());
+    Press(Qt::Key_Return);
+    EXPECT_EQ(TakeLog(), QStringLiteral("5,2 'IBM' 'x';"));
+    EXPECT_EQ(grid.FocusCell(), (SGridCell{6, 2}));
+}
+
 TEST_F(GridEdit, AnInputMethodComposesInTheCell) {
     const auto compose = [&](const char* preedit, const char* commit) {
         QInputMethodEvent event(QLatin1String(preedit), {});

@@ -200,6 +200,10 @@ TEST_F(FurtherKeys, OfHostileValuesGiveWhatCanBeRead) {
     EXPECT_EQ(Columns(), "Symbol=70 D=5 Last=5 ");
     OpenFurther("Vx.HiddenRows=3-2;5;4;0;1-100001;7-8;x;\r\n");
     EXPECT_THAT(doc.HiddenRows(), ElementsAre(5, 7, 8));
+    for (const char* flag : {"0;", "2;", "1 1;", "\"1\";", "yes;", "1"}) {
+        OpenFurther(fmt::format("Vx.SortAcrossHeadings={}\r\n", flag));
+        EXPECT_FALSE(doc.Options().sortAcrossHeadings) << flag;
+    }
     OpenFurther("Vx.Notes=0 \"a\";2 \"\";3 b;4 \"c;:,\";\r\nVx.Alerts=\"\";\"IBM\" \"None\" 1;\"IBM\" \"Last\" 1;"
                 "\"IBM\" \"Last\" 9 nan 5 5 9 9 \"s\";\r\n");
     EXPECT_EQ(doc.Notes().Count(), 1);

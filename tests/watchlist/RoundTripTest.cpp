@@ -138,8 +138,8 @@ protected:
         options.trailingRows = Below(SWatchlistOptions::kMaxTrailingRows + 1);
         options.lockedColumns = Below(doc.Columns().Count() + 2);
         options.sort = {Below(doc.Columns().Count() + 2) - 1, random.OneIn(2), random.OneIn(2), Below(90) * 1000};
-        for (bool* flag :
-             {&options.showRowNumbers, &options.showToolBar, &options.useGridPrecision, &options.useDefaultAlignment})
+        for (bool* flag : {&options.showRowNumbers, &options.showToolBar, &options.useGridPrecision,
+                           &options.useDefaultAlignment, &options.sortAcrossHeadings})
             *flag = random.OneIn(2);
         settings.WriteBoolean(kShowEllipsis, random.OneIn(2));
         settings.WriteBoolean(kShowGridLines, random.OneIn(2));
@@ -180,8 +180,9 @@ protected:
             }
         for (int i = 1; i < doc.Columns().Count(); ++i)
             add("column", doc.Columns().At(i).width, doc.Columns().At(i).name);
-        const SSortRecord& sort = doc.Options().sort;
-        out += fmt::format("sort {} locked {} {}\n", sort.column, doc.Options().lockedColumns, doc.Formats().Write());
+        const SWatchlistOptions& options = doc.Options();
+        out += fmt::format("sort {} {} locked {} {}\n", options.sort.column, options.sortAcrossHeadings,
+                           options.lockedColumns, doc.Formats().Write());
         return out;
     }
 

@@ -1,7 +1,11 @@
 #include "watchlist/SortCommands.h"
 #include "watchlist/DocFixture.h"
+#include "watchlist/LiteralInsertion.h"
 #include "watchlist/SortDialogRules.h"
 #include "watchlist/SortRows.h"
+
+#include <array>
+#include <random>
 
 using namespace vx;
 using namespace vx::test;
@@ -33,6 +37,7 @@ protected:
 
 TEST_F(CSortCommands, OnlySymbolRowsMoveAmongThePlacesOfSymbolRows) {
     Open("Columns=Symbol:1000;\r\nSymbols=C:1,;B:3,6,;A:7,;\r\nAnnotations=2:#Tech;\r\n");
+    doc.Options().sortAcrossHeadings = true;
     doc.Notes().Set(1, "of C");
     doc.Notes().Set(4, "of an empty row");
     SortRows(doc, 1, doc.RowCount(), 1, true);
@@ -44,6 +49,69 @@ TEST_F(CSortCommands, OnlySymbolRowsMoveAmongThePlacesOfSymbolRows) {
     SortRows(doc, 6, 7, 1, false);
     EXPECT_EQ(Rows(), "A|#Tech|B|||C|B");
     EXPECT_FALSE(doc.IsModified());
+}
+
+TEST_F(CSortCommands, SymbolsStayUnderTheirHeadingAndRejectedOnesAreNone) {
+    Open("Columns=Symbol:1000;\r\nSymbols=F:1,;D:2,;C:4,;X:5,;E:6,;A:8,;B:9,;\r\nAnnotations=3:#Tech;7:#Banks;\r\n");
+    doc.SymbolNotFound("X");
+    const std::string message = "#\"X\" is an Invalid or Unauthorized Symbol.";
+    const std::string opened = Rows();
+    ManualSort(doc, WholeColumn(1));
+    EXPECT_EQ(Rows(), "D|F|#Tech|C|" + message + "|E|#Banks|A|B");
+    ManualSort(doc, WholeColumn(1));
+    EXPECT_EQ(Rows(), "F|D|#Tech|E|" + message + "|C|#Banks|B|A");
+    doc.Undo().Undo();
+    doc.Undo().Undo();
+    EXPECT_EQ(Rows(), opened) << "one step each";
+    doc.Options().sortAcrossHeadings = true;
+    ManualSort(doc, WholeColumn(1));
+    EXPECT_EQ(Rows(), "A|B|#Tech|C|" + message + "|D|#Banks|E|F");
+    Open("Columns=Symbol:1000;\r\n");
+    EXPECT_FALSE(doc.Options().sortAcrossHeadings) << "another list";
+}
+
+TEST_F(CSortCommands, EachBlockIsOrderedAsTheLiteralInsertionPlacesIt) {
+    std::mt19937 random(3);
+    const auto below = [&](uint32_t n) { return static_cast<uint32_t>(random() % n); };
+    for (int round = 0; round < 60; ++round) {
+        doc.NewDocument();
+        doc.SetColumnsByName("Symbol;Last;");
+        std::vector<std::vector<std::string>> blocks(1);
+        for (int row = 1; row <= 40; ++row) {
+            const uint32_t kind = below(10);
+            if (kind == 0) {
+                doc.SetAnnotation(row, "heading");
+                blocks.emplace_back();
+            } else if (kind == 1) {
+                doc.EnterSymbol(row, "BAD");
+            } else if (kind > 2) {
+                blocks.back().push_back("S" + std::to_string(below(30)));
+                doc.EnterSymbol(row, blocks.back().back());
+            }
+        }
+        doc.SymbolNotFound("BAD");
+        std::array<double, 30> prices{};
+        for (size_t symbol = 0; symbol < prices.size(); symbol += 2) {
+            prices[symbol] = static_cast<int>(below(5)) - 2;
+            FeedSets("S" + std::to_string(symbol), "Last", std::to_string(prices[symbol]));
+        }
+        const bool byNumber = below(2) == 0;
+        const bool ascending = below(2) == 0;
+        const auto price = [&](const std::string& symbol) { return prices[std::stoul(symbol.substr(1))]; };
+        std::vector<std::string> expected;
+        for (const std::vector<std::string>& block : blocks) {
+            std::vector<double> numbers(block.size());
+            std::transform(block.begin(), block.end(), numbers.begin(), price);
+            for (const uint32_t i :
+                 byNumber ? InsertNumbers(numbers, ascending) : InsertTexts({block.begin(), block.end()}, ascending))
+                expected.push_back(block[i]);
+        }
+        SortRows(doc, 1, doc.RowCount(), byNumber ? 2 : 1, ascending);
+        std::vector<std::string> sorted;
+        for (int row = 1; row <= doc.LastUsedRow(); ++row)
+            if (doc.RowKind(row) == ERowKind::Symbol) sorted.emplace_back(doc.RowSymbol(row));
+        ASSERT_EQ(sorted, expected) << round;
+    }
 }
 
 TEST_F(CSortCommands, ColumnsSortByWhatTheirCellsShow) {
@@ -202,8 +270,9 @@ TEST_F(CSortCommands, TheDialogTakesWhatIsInsideTheRangesAndStaysOpenForTheRest)
     }
     doc.Columns().SetWidth(2, 0);
     EXPECT_THAT(SortableColumns(doc.Columns()), ElementsAre("Symbol", "News", "Notes"));
-    EXPECT_EQ(SortColumnName(doc.Columns(), {3, true, false, 5000}), "News");
-    EXPECT_EQ(SortColumnName(doc.Columns(), {}), "");
+    EXPECT_EQ(FirstSortColumn(doc.Columns(), {3, true, false, 5000}, 1), "News");
+    EXPECT_EQ(FirstSortColumn(doc.Columns(), {}, 1), "Symbol");
+    EXPECT_EQ(FirstSortColumn(doc.Columns(), {9, true, true, 5000}, 1), "") << "it names a column that is not there";
 }
 
 TEST(SortDialog, AnIntervalIsShownInTheLargestUnitThatDividesIt) {
