@@ -103,6 +103,7 @@ void CWatchlistDoc::Reset() {
     m_notes.Clear();
     m_annotations.Clear();
     m_shown.Clear();
+    m_typed.Clear();
     m_alerts.Clear(EAlertMap::Live);
     m_headlines.Clear();
     m_formats.Clear();
@@ -119,6 +120,7 @@ void CWatchlistDoc::Reset() {
     m_options.lockedColumns = 0;
     m_options.useGridPrecision = false;
     m_options.sort = {};
+    m_options.exporting = {};
     m_undo.Clear();
     if (m_observer) m_observer->OnReset();
     SetModified(false);
@@ -277,6 +279,7 @@ void CWatchlistDoc::EmptyRow(int row) {
     m_annotations.Remove(row);
     m_invalid.RemoveRow(static_cast<uint32_t>(row));
     m_shown.Remove(row);
+    m_typed.Remove(row);
     RowChanged(row);
 }
 
@@ -325,6 +328,12 @@ void CWatchlistDoc::ShowText(int row, std::string_view text) {
     m_undo.BeforeRow(row);
     m_shown.Set(row, text);
     RowChanged(row);
+}
+
+std::string_view CWatchlistDoc::TypedText(int row) const {
+    const std::string_view typed = m_typed.Get(row);
+    const std::string_view rejected = m_invalid.SymbolAt(static_cast<uint32_t>(row));
+    return typed.empty() && rejected != kCommaSymbol ? rejected : typed;
 }
 
 void CWatchlistDoc::RowEdited(int row) {
