@@ -61,4 +61,8 @@ void ReadFurtherAlerts(const SFurtherValue& value);
 std::string WriteHiddenRows(const SFurtherSource& source);
 void ReadHiddenRows(const SFurtherValue& value);
 
+/// How the list was exported the last time.
+std::string WriteFurtherExport(const SFurtherSource& source);
+void ReadFurtherExport(const SFurtherValue& value);
+
 } // namespace vx

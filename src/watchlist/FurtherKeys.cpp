@@ -27,6 +27,7 @@ constexpr std::array kFurtherKeys = {
     SFurtherKey{"Notes", WriteFurtherNotes, ReadFurtherNotes},
     SFurtherKey{"Alerts", WriteFurtherAlerts, ReadFurtherAlerts},
     SFurtherKey{"HiddenRows", WriteHiddenRows, ReadHiddenRows},
+    SFurtherKey{"Export", WriteFurtherExport, ReadFurtherExport},
 };
 
 void AppendLines(std::string& text, std::string_view name, std::string_view value) {
