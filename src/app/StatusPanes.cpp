@@ -1,5 +1,7 @@
 #include "app/StatusPanes.h"
 
+#include "grid/QtText.h"
+
 #include <QLabel>
 
 namespace vx {
@@ -49,10 +51,14 @@ void CStatusPanes::SetStatus(const QString& text) {
     if (!m_said.isActive()) ShowStatus();
 }
 
-void CStatusPanes::ShowStatus() { ShowText(m_status, m_statusText); }
+void CStatusPanes::ShowStatus() {
+    ShowText(m_status, m_statusText);
+    m_status->setToolTip({});
+}
 
 void CStatusPanes::Say(const QString& text) {
     ShowText(m_status, text);
+    m_status->setToolTip(PlainTipText(text)); // It may be longer than the pane.
     m_said.start(kSaidMs);
 }
 

@@ -113,6 +113,7 @@ public:
     /// What the user entered in a row, as typed; empty when nobody typed it or it is the row's own text. Of a rejected
     /// row that was read from a file it is the symbol, unless that stands for a text with commas.
     std::string_view TypedText(int row) const;
+    /// To be called in the step of the entry, when the row holds what became of it.
     void KeepTyped(int row, std::string_view text) { m_typed.Set(row, text); }
     /// The user changed something in a row that is none of the above: a note, a format. The document is modified.
     void RowEdited(int row);
