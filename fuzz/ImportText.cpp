@@ -29,6 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (!preview.toAdd.empty()) doc.Undo().Undo();
     Check(scratch.Written() == before && !doc.IsModified());
 
+    doc.Undo().Clear(); // The import could be redone.
     const SPasteResult pasted = PasteText(doc, 1, 2, text);
     const std::string after = scratch.Written();
     Check(pasted.outcome == EPasteOutcome::Pasted || after == before);

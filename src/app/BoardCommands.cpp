@@ -5,17 +5,9 @@
 #include "watchlist/WatchlistGrid.h"
 #include "watchlist/WatchlistView.h"
 
-#include <QTimer>
-
 #include <fmt/format.h>
 
 namespace vx {
-
-namespace {
-
-constexpr int kSaidMs = 4000;
-
-} // namespace
 
 CBoardCommands::CBoardCommands(const SBoardSeat& seat)
     : QObject(&seat.desk), m_frame(seat.frame), m_commands(seat.commands) {}
@@ -35,10 +27,7 @@ SCellRange CBoardCommands::CellRange() const {
     return {range.firstRow, range.lastRow, range.firstColumn, range.lastColumn};
 }
 
-void CBoardCommands::Say(std::string_view text) {
-    Doc().ShowProgress(text);
-    QTimer::singleShot(kSaidMs, this, [this] { Doc().RestoreStatus(); });
-}
+void CBoardCommands::Say(std::string_view text) { m_frame.Say(text); }
 
 std::string CBoardCommands::Counted(int count, const char* one) {
     return fmt::format("{} {}{}", count, one, count == 1 ? "" : "s");

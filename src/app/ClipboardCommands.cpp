@@ -48,8 +48,8 @@ CClipboardCommands::CClipboardCommands(const SBoardSeat& seat) : CBoardCommands(
 void CClipboardCommands::Copy() {
     const SCellRange range = CellRange();
     auto data = std::make_unique<QMimeData>();
-    data->setText(QtText(CopyText(Doc(), range)));
-    data->setData(kBoardFormat, QtText(CopyText(Doc(), range, EAnnotationMarks::Yes)).toUtf8());
+    data->setText(QString::fromStdString(CopyText(Doc(), range)));
+    data->setData(kBoardFormat, QByteArray::fromStdString(CopyText(Doc(), range, EAnnotationMarks::Yes)));
     QGuiApplication::clipboard()->setMimeData(data.release());
     Grid().SetMarkedRange(Region().range);
 }
@@ -108,9 +108,8 @@ void CClipboardCommands::PasteAt(const SPastedText& pasted, int row, int column)
     }
     if (!result.message.empty()) ShowMessageBox({result.message, {}, EBoxButtons::Ok, EBoxIcon::Exclamation});
     if (result.outcome != EPasteOutcome::Pasted) return;
-    Doc().RevealRows(result.firstRow, result.lastRow);
-    Grid().SelectRange({result.firstRow, result.lastRow, 1, Grid().ColumnCount()});
-    Grid().EnsureVisible(result.firstRow, Grid().FocusCell().column);
+    View().ShowRows(result.firstRow, result.lastRow);
+    if (!result.summary.empty()) Say(result.summary);
 }
 
 } // namespace vx

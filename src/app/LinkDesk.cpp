@@ -18,7 +18,6 @@
 #include "watchlist/WatchlistView.h"
 
 #include <QCoreApplication>
-#include <QTimer>
 
 #include <fmt/format.h>
 
@@ -29,8 +28,6 @@ namespace vx {
 namespace {
 
 using enum ECommand;
-
-constexpr int kSavedTextMs = 3000;
 
 /// A sibling program, and the commands that start it.
 struct SLink {
@@ -118,8 +115,7 @@ void CLinkDesk::SaveWorkspace() {
                         EBoxButtons::Ok, EBoxIcon::Stop});
         return;
     }
-    m_frame.Document().ShowProgress("Workspace saved");
-    QTimer::singleShot(kSavedTextMs, this, [this] { m_frame.Document().RestoreStatus(); });
+    m_frame.Say("Workspace saved");
 }
 
 } // namespace vx

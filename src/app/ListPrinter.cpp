@@ -1,5 +1,6 @@
 #include "app/ListPrinter.h"
 
+#include "base/TickTrend.h"
 #include "grid/GridCtrl.h"
 #include "grid/QtText.h"
 
@@ -28,16 +29,41 @@ constexpr int kTickPixels = 8; // So that as many ticks fit into their column as
 
 const SGridTheme& Theme() { return kLightGridTheme; }
 
-// The three bytes that the market's tick trend is made of have no glyphs of their own.
 QString Printable(const SCell& cell) {
-    QString text = QtText(cell.Text());
-    if (!cell.tickTrend) return text;
-    text.replace(QChar(0x00AD), QChar(0x25B2));
-    text.replace(QChar(0x00AF), QChar(0x25BC));
-    return text.replace(QChar(0x00B7), QChar(0x2022));
+    return cell.tickTrend ? QString::fromUtf8(Utf8FromTickTrend(cell.Text())) : QtText(cell.Text());
 }
 
-QColor FromBlueGreenRed(int32_t color) { return {color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF}; }
+/// The colours of a cell's text, chosen as on the screen: what cannot be read on its background gives way.
+class CPrintedColors {
+public:
+    /// row: what the cell stands on when it has no background of its own.
+    CPrintedColors(const SCell& cell, QRgb row)
+        : m_cell(cell), m_ownBackground(cell.background != kAutomaticColor),
+          m_background(m_ownBackground ? RgbFromColorRef(cell.background) : row) {}
+
+    QColor OfText() const {
+        if (m_cell.role != ETextRole::Explicit || m_cell.textColor == kAutomaticColor) return OfRole(m_cell.role);
+        const QRgb own = RgbFromColorRef(m_cell.textColor);
+        return m_ownBackground ? own : ReadableTextColor(Theme(), ETextRole::Explicit, own, m_background);
+    }
+    QColor OfTick(QChar tick) const {
+        if (m_cell.role == ETextRole::Stale) return OfText();
+        return tick == kTickUpSign     ? OfRole(ETextRole::Up)
+               : tick == kTickDownSign ? OfRole(ETextRole::Down)
+               : tick == kTickDotSign  ? OfRole(ETextRole::Unchanged)
+                                       : OfText();
+    }
+
+private:
+    QColor OfRole(ETextRole role) const {
+        const QRgb color = Theme().RoleColor(role);
+        return m_ownBackground ? ReadableTextColor(Theme(), role, color, m_background) : color;
+    }
+
+    const SCell& m_cell;
+    bool m_ownBackground;
+    QRgb m_background;
+};
 
 Qt::Alignment AlignmentOf(EAlign align) {
     if (align == EAlign::Center) return Qt::AlignHCenter | Qt::AlignVCenter;
@@ -145,7 +171,7 @@ void CListPrinter::PrintRow(QPainter& painter, const SSheet& sheet, int row, dou
     SCell cell;
     if (row > 0 && source.FillSpan(row, cell)) {
         painter.fillRect(QRectF(0, top, right, m_rowHeight), QColor(Theme().span));
-        PrintCell(painter, cell, {0, top, right, m_rowHeight}, FontOf(m_grid.Fonts().Font(cell.font)));
+        PrintCell(painter, cell, {0, top, right, m_rowHeight}, FontOf(m_grid.Fonts().Font(cell.font)), Theme().span);
     } else {
         double left = 0;
         if (row == 0) painter.fillRect(QRectF(0, top, right, m_rowHeight), QColor(Theme().header));
@@ -158,7 +184,8 @@ void CListPrinter::PrintRow(QPainter& painter, const SSheet& sheet, int row, dou
             else
                 source.FillCell(row, column, cell);
             PrintCell(painter, cell, {left, top, width, m_rowHeight},
-                      row == 0 ? FontOf(kTextPixels, true) : FontOf(m_grid.Fonts().Font(cell.font)));
+                      row == 0 ? FontOf(kTextPixels, true) : FontOf(m_grid.Fonts().Font(cell.font)),
+                      row == 0 ? Theme().header : Theme().base);
             left += width;
         }
     }
@@ -166,17 +193,28 @@ void CListPrinter::PrintRow(QPainter& painter, const SSheet& sheet, int row, dou
     painter.drawLine(QPointF(0, top + m_rowHeight), QPointF(right, top + m_rowHeight));
 }
 
-void CListPrinter::PrintCell(QPainter& painter, const SCell& cell, const QRectF& place, const QFont& font) const {
-    if (cell.background != kAutomaticColor) painter.fillRect(place, FromBlueGreenRed(cell.background));
+void CListPrinter::PrintCell(QPainter& painter, const SCell& cell, const QRectF& place, const QFont& font,
+                             QRgb row) const {
+    if (cell.background != kAutomaticColor) painter.fillRect(place, QColor(RgbFromColorRef(cell.background)));
     if (cell.length == 0) return;
     painter.setFont(cell.tickTrend ? FontOf(kTickPixels, false) : font);
-    painter.setPen(cell.role == ETextRole::Explicit && cell.textColor != kAutomaticColor
-                       ? FromBlueGreenRed(cell.textColor)
-                       : QColor(Theme().RoleColor(cell.role)));
+    const CPrintedColors colors(cell, row);
     const QRectF inner = place.adjusted(kPadding, 0, -kPadding, 0);
-    const QString text =
-        painter.fontMetrics().elidedText(Printable(cell), Qt::ElideRight, static_cast<int>(std::ceil(inner.width())));
-    painter.drawText(inner, static_cast<int>(AlignmentOf(cell.align)) | Qt::TextSingleLine, text);
+    const QFontMetricsF metrics(painter.fontMetrics());
+    const QString text = metrics.elidedText(Printable(cell), Qt::ElideRight, std::ceil(inner.width()));
+    if (!cell.tickTrend) {
+        painter.setPen(colors.OfText());
+        painter.drawText(inner, static_cast<int>(AlignmentOf(cell.align)) | Qt::TextSingleLine, text);
+        return;
+    }
+    QRectF rest = inner;
+    const double spare = inner.width() - metrics.horizontalAdvance(text);
+    rest.setLeft(inner.left() + (cell.align == EAlign::Left ? 0 : cell.align == EAlign::Right ? spare : spare / 2));
+    for (const QChar tick : text) {
+        painter.setPen(colors.OfTick(tick));
+        painter.drawText(rest, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, QString(tick));
+        rest.setLeft(rest.left() + metrics.horizontalAdvance(tick));
+    }
 }
 
 } // namespace vx

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QRectF>
+#include <QRgb>
 #include <QString>
 
 #include <functional>
@@ -45,7 +46,7 @@ private:
     void CutIntoSheets();
     void PrintPage(QPainter& painter, int page, const QString& time) const;
     void PrintRow(QPainter& painter, const SSheet& sheet, int row, double top) const;
-    void PrintCell(QPainter& painter, const SCell& cell, const QRectF& place, const QFont& font) const;
+    void PrintCell(QPainter& painter, const SCell& cell, const QRectF& place, const QFont& font, QRgb row) const;
 
     const CGridCtrl& m_grid;
     int m_rows;

@@ -228,7 +228,14 @@ void CMainFrame::StartFeedOnce() {
 
 // What the document shows of itself
 
-void CMainFrame::SetStatusText(std::string_view text) { m_panes->SetStatus(QtText(text)); }
+void CMainFrame::Say(std::string_view text) { m_panes->Say(QtText(text)); }
+
+void CMainFrame::SetStatusText(std::string_view text) {
+    if (m_doc && text == m_doc->StatusText())
+        m_panes->SetStatus(QtText(text));
+    else
+        m_panes->ShowProgress(QtText(text));
+}
 
 void CMainFrame::SetDocumentTitle(std::string_view title) { SetTitleDocument(QtText(title)); }
 

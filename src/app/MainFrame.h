@@ -79,6 +79,8 @@ public:
     /// Where the window stands, and how.
     SPlacement Placement() const;
 
+    /// Says something in the status bar for a few seconds, or until there is progress to be shown.
+    void Say(std::string_view text);
     void SetStatusText(std::string_view text) override;
     void SetDocumentTitle(std::string_view title) override;
     void ApplyPlacement(const SPlacement& placement) override;

@@ -1,10 +1,14 @@
 #include "app/StatusPanes.h"
 
+#include "grid/QtText.h"
+
 #include <QLabel>
 
 namespace vx {
 
 namespace {
+
+constexpr int kSaidMs = 5000;
 
 void ShowText(QLabel* pane, const QString& text) {
     if (pane->text() != text) pane->setText(text);
@@ -21,6 +25,10 @@ CStatusPanes::CStatusPanes(QWidget* parent) : QStatusBar(parent) {
     m_status->setContentsMargins(6, 0, 6, 0);
     m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // A long text does not widen the window.
     addWidget(m_status, 1);
+    m_statusText = m_status->text();
+    m_said.setObjectName(QStringLiteral("saidTimer"));
+    m_said.setSingleShot(true);
+    connect(&m_said, &QTimer::timeout, this, &CStatusPanes::ShowStatus);
     m_feed = AddPane("paneFeed", QStringLiteral("Feed: connection ended"),
                      tr("What the feed client last said of itself, or how long it has been silent"));
     m_clock = AddPane("paneClock", QStringLiteral("00/00/00 00:00:00"), tr("Market time"));
@@ -40,7 +48,26 @@ QLabel* CStatusPanes::AddPane(const char* name, const QString& widest, const QSt
     return pane;
 }
 
-void CStatusPanes::SetStatus(const QString& text) { ShowText(m_status, text); }
+void CStatusPanes::SetStatus(const QString& text) {
+    m_statusText = text;
+    if (!m_said.isActive()) ShowStatus();
+}
+
+void CStatusPanes::ShowStatus() {
+    ShowText(m_status, m_statusText);
+    m_status->setToolTip({});
+}
+
+void CStatusPanes::Say(const QString& text) {
+    ShowText(m_status, text);
+    m_status->setToolTip(PlainTipText(text)); // It may be longer than the pane.
+    m_said.start(kSaidMs);
+}
+
+void CStatusPanes::ShowProgress(const QString& text) {
+    m_said.stop();
+    SetStatus(text);
+}
 
 void CStatusPanes::SetClock(const QString& text) { ShowText(m_clock, text); }
 

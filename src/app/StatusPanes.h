@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStatusBar>
+#include <QTimer>
 
 class QLabel;
 
@@ -19,14 +20,20 @@ public:
     explicit CStatusPanes(QWidget* parent);
 
     void SetStatus(const QString& text);
+    /// Shows a text instead of the status for a few seconds; another status waits, but what goes on is shown at once.
+    void Say(const QString& text);
+    void ShowProgress(const QString& text);
     /// live: false marks the feed's state as one to look at.
     void SetFeed(const QString& state, const QString& age, bool live);
     void SetClock(const QString& text);
 
 private:
+    void ShowStatus();
     QLabel* AddPane(const char* name, const QString& widest, const QString& tip);
 
     QLabel* m_status;
+    QString m_statusText;
+    QTimer m_said{this}; ///< Runs as long as another text is shown.
     QLabel* m_feed;
     QLabel* m_clock;
     QLabel* m_age;

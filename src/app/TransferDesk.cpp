@@ -5,6 +5,7 @@
 #include "app/ListPrinter.h"
 #include "app/MainFrame.h"
 #include "app/WorkProgress.h"
+#include "base/ErrorText.h"
 #include "base/Log.h"
 #include "base/MessageBox.h"
 #include "base/Utf8Text.h"
@@ -52,13 +53,10 @@ CTransferDesk::CTransferDesk(CMainFrame& frame, CFileDesk& files, CCommands& com
 // Export
 
 void CTransferDesk::Export() {
-    CQuoteDataOptions dialog(&m_frame);
+    SExportOptions& options = m_frame.Document().Options().exporting;
+    CQuoteDataOptions dialog(options, &m_frame);
     if (dialog.exec() != QDialog::Accepted) return;
-    SExportOptions options;
-    options.linkFormulas = dialog.Formulas();
-    options.commas = !dialog.TabDelimited();
-    options.columnHeaders = dialog.ColumnHeaders();
-    options.append = !dialog.Overwrite();
+    options = dialog.Options();
     EnterWatchlistFolder(m_frame.Settings());
     const std::string path = AskForFileToSave(&m_frame, {tr("Export"),
                                                          options.commas ? QStringLiteral("Comma Delimited (*.csv)")
@@ -68,18 +66,24 @@ void CTransferDesk::Export() {
                                                          !options.append});
     if (path.empty()) return;
     const std::string name = Windows1252FromUtf8(path);
-    switch (ExportToFile(m_frame.Document(), options, path)) {
+    const SExportResult result = ExportToFile(m_frame.Document(), options, path);
+    const std::string reason = ErrorText(result.error);
+    switch (result.outcome) {
     case EExportOutcome::Written:
-        LogInformation(fmt::format("Exported to \"{}\".", name));
-        break;
-    case EExportOutcome::NotOpened:
-        LogInformation(fmt::format("The export file \"{}\" could not be opened.", name));
-        break;
+        return Report(fmt::format("{} \"{}\"", options.append ? "Exported to the end of" : "Exported to", name));
+    case EExportOutcome::NotOpened: // No box: such a file is passed over.
+        return Report(fmt::format("Nothing was exported: \"{}\" could not be opened: {}", name, reason));
     case EExportOutcome::Failed:
-        Tell(fmt::format("The export to \"{}\" is not whole: the file did not take all of it.", name),
-             EBoxIcon::Exclamation);
-        break;
+        return Tell(fmt::format("The export to \"{}\" failed: {}. The file holds what it held before.", name, reason),
+                    EBoxIcon::Exclamation);
+    case EExportOutcome::Torn:
+        return Tell(fmt::format("The export to \"{}\" is not whole: {}.", name, reason), EBoxIcon::Exclamation);
     }
+}
+
+void CTransferDesk::Report(const std::string& text) {
+    LogInformation(text);
+    m_frame.Say(text);
 }
 
 // Import
@@ -112,11 +116,7 @@ void CTransferDesk::ImportText(const std::string& text, const std::string& sourc
         CWorkProgressBox progress(&m_frame, tr("Adding symbols..."));
         result = ApplyImport(m_frame.Document(), preview, row, progress.Function());
     }
-    if (result.lastRow > 0) {
-        m_frame.Document().RevealRows(result.firstRow, result.lastRow);
-        m_frame.View().Grid().SelectRange({result.firstRow, result.lastRow, 1, m_frame.View().Grid().ColumnCount()});
-        m_frame.View().Grid().EnsureVisible(result.firstRow, 1);
-    }
+    if (result.lastRow > 0) m_frame.View().ShowRows(result.firstRow, result.lastRow);
     Tell(result.message, EBoxIcon::Information);
 }
 

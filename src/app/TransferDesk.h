@@ -28,6 +28,7 @@ public:
 
 private:
     void AskAndImport();
+    void Report(const std::string& text);
 
     CMainFrame& m_frame;
 };

@@ -1,5 +1,6 @@
 #include "data/CellText.h"
 
+#include "base/TickTrend.h"
 #include "data/ContentsText.h"
 #include "data/FieldText.h"
 #include "data/L1SymbolRec.h"
@@ -106,19 +107,16 @@ size_t Date(const SDate& date, std::string_view format, std::span<char, kMostCel
 }
 
 size_t TickTrend(std::string_view marks, std::span<char, kMostCellText> out) {
-    constexpr char kUpArrow = '\xAD';
-    constexpr char kDownArrow = '\xAF';
-    constexpr char kBullet = '\xB7';
     const size_t size = Copy(marks, out);
-    for (char& c : out.first(size)) c = c == '+' ? kUpArrow : c == '-' ? kDownArrow : c == '.' ? kBullet : c;
+    for (char& c : out.first(size)) c = c == '+' ? kTickUp : c == '-' ? kTickDown : c == '.' ? kTickDot : c;
     return size;
 }
+
+} // namespace
 
 bool IsTickTrend(const SFieldEntry& entry) {
     return entry.source == ESource::Quote && kUpdateLayout[entry.slot].rule == EParseRule::Tick;
 }
-
-} // namespace
 
 size_t CellText(const CSymbolRec& record, const SFieldEntry& entry, int places, std::span<char, kMostCellText> out) {
     const SCellValue cell = Read(record, entry);

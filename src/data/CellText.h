@@ -24,6 +24,9 @@ using CellBuffer = std::array<char, kMostCellText>;
 /// Thread  GUI thread only
 size_t CellText(const CSymbolRec& record, const SFieldEntry& entry, int places, std::span<char, kMostCellText> out);
 
+/// Whether the cells of a column are tick trends, whose bytes are no characters.
+bool IsTickTrend(const SFieldEntry& entry);
+
 /// The number by which a cell is sorted or compared: 0 for texts, dates and records that never received data.
 double CellNumber(const CSymbolRec& record, const SFieldEntry& entry);
 

@@ -113,6 +113,8 @@ public:
     /// Closes the editor, if there is one; with commit its text is told by CellEdited().
     void EndEdit(bool commit);
     bool IsEditing() const { return m_editing; }
+    /// Whether the edit, or the last one, began with a text that the user typed over the cell's.
+    bool EditBeganTyped() const { return m_editTypedOver; }
     /// The cell in the editor; meaningless without one.
     SGridCell EditedCell() const { return m_editedCell; }
 
@@ -300,6 +302,7 @@ private:
     bool m_composing = false; // an input method still has the keyboard through the grid
     SGridCell m_editedCell;
     std::string m_editedText; // as it was when the edit began
+    bool m_editTypedOver = false;
 };
 
 } // namespace vx

@@ -37,7 +37,10 @@ bool CGridCtrl::BeginEdit(int row, int column, std::optional<std::string> initia
         MoveTo(cell, false);
     else
         EnsureVisible(row, column);
-    if (!m_editing) m_editedText = EditText(row, column);
+    if (!m_editing) {
+        m_editedText = EditText(row, column);
+        m_editTypedOver = initialText.has_value();
+    }
     m_editedCell = cell;
     m_editing = true;
     DressEditor();

@@ -1,5 +1,6 @@
 #include "grid/GridPainter.h"
 
+#include "base/TickTrend.h"
 #include "grid/CellFlash.h"
 
 #include <QPainter>
@@ -10,14 +11,7 @@ namespace vx {
 namespace {
 
 constexpr std::string_view kEllipsis = "...";
-// A user's own text colour on a background that the theme chose gives way when it would hardly be seen there, as black
-// chosen in the light theme is on the dark one.
-constexpr double kHardlySeen = 2.0;
-
 constexpr int kHiddenRowMark = 16; // its width without row numbers, in logical pixels
-constexpr unsigned char kUpByte = 0xAD;
-constexpr unsigned char kDownByte = 0xAF;
-constexpr unsigned char kDotByte = 0xB7;
 
 int RunWidth(CGlyphAtlas& atlas, const SCell& cell) {
     if (!cell.tickTrend) return atlas.TextWidth(cell.Text());
@@ -30,12 +24,12 @@ int RunWidth(CGlyphAtlas& atlas, const SCell& cell) {
 } // namespace
 
 int CGridPainter::SymbolOf(unsigned char byte) {
-    switch (byte) {
-    case kUpByte:
+    switch (static_cast<char>(byte)) {
+    case kTickUp:
         return kSymbolUp;
-    case kDownByte:
+    case kTickDown:
         return kSymbolDown;
-    case kDotByte:
+    case kTickDot:
         return kSymbolDot;
     default:
         return byte;
@@ -348,13 +342,8 @@ QRgb CGridPainter::Readable(ETextRole role, QRgb wanted) {
     const QRgb background = m_background;
     SReadable& known = m_readable[(background ^ wanted ^ background >> 7 ^ wanted >> 13) % m_readable.size()];
     if (known.color != 0 && known.background == background && known.wanted == wanted) return known.color;
-    QRgb color = wanted;
-    if (role != ETextRole::Explicit)
-        color = ReadableRoleColor(m_scene->theme, role, background);
-    else if (ContrastRatio(wanted, background) < kHardlySeen)
-        color = m_scene->theme.text;
-    known = {background, wanted, color};
-    return color;
+    known = {background, wanted, ReadableTextColor(m_scene->theme, role, wanted, background)};
+    return known.color;
 }
 
 void CGridPainter::DrawText(const QRect& rect, const QRect& clip, QRgb color) {

@@ -8,6 +8,9 @@ namespace vx {
 namespace {
 
 constexpr double kReadable = 4.5;
+// A user's own text colour on a background that the theme chose gives way when it would hardly be seen there, as black
+// chosen in the light theme is on the dark one.
+constexpr double kHardlySeen = 2.0;
 
 double LinearChannel(int value) {
     const double c = value / 255.0;
@@ -31,6 +34,11 @@ QRgb ReadableRoleColor(const SGridTheme& theme, ETextRole role, QRgb background)
     for (const QRgb color : {theme.RoleColor(role), kLightGridTheme.RoleColor(role), kDarkGridTheme.RoleColor(role)})
         if (ContrastRatio(color, background) >= kReadable) return color;
     return ContrastRatio(0xFF000000, background) >= kReadable ? 0xFF000000 : 0xFFFFFFFF;
+}
+
+QRgb ReadableTextColor(const SGridTheme& theme, ETextRole role, QRgb wanted, QRgb background) {
+    if (role != ETextRole::Explicit) return ReadableRoleColor(theme, role, background);
+    return ContrastRatio(wanted, background) < kHardlySeen ? theme.text : wanted;
 }
 
 } // namespace vx

@@ -105,4 +105,8 @@ double ContrastRatio(QRgb a, QRgb b);
 /// theme's, else black or white.
 QRgb ReadableRoleColor(const SGridTheme& theme, ETextRole role, QRgb background);
 
+/// The colour that a text is painted in on a background: the user's own, for ETextRole::Explicit, unless it would
+/// hardly be seen there, else that of its role.
+QRgb ReadableTextColor(const SGridTheme& theme, ETextRole role, QRgb wanted, QRgb background);
+
 } // namespace vx

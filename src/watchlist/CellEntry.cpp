@@ -49,9 +49,10 @@ void Tell(const char* text) { ShowMessageBox({text, {}, EBoxButtons::Ok, EBoxIco
 /// One cell of a document whose editing has ended.
 class CCellEntry {
 public:
-    CCellEntry(CWatchlistDoc& doc, int row, int column)
-        : m_doc(doc), m_row(row), m_column(column),
-          m_inSymbolColumn(doc.Columns().PositionOf(kSymbolColumn) == column) {}
+    /// typed: what to remember where the row comes to show something else.
+    CCellEntry(CWatchlistDoc& doc, int row, int column, std::string_view typed = {})
+        : m_doc(doc), m_row(row), m_column(column), m_inSymbolColumn(doc.Columns().PositionOf(kSymbolColumn) == column),
+          m_typed(PlainText(TrimBlanks(typed))) {}
 
     void Enter(const std::string& text) {
         if (text.empty()) return Clear();
@@ -64,6 +65,13 @@ public:
         case ERowKind::Empty:
             return m_inSymbolColumn ? EnterInEmptyRow(text) : Annotate(text);
         }
+    }
+
+    void Correct(const std::string& text) {
+        if (!text.empty() && TrimBlanks(text).empty()) return;
+        m_doc.EmptyRow(m_row);
+        if (text.empty()) return Finish();
+        EnterInEmptyRow(text);
     }
 
     void Overwrite(const std::string& text) {
@@ -133,11 +141,13 @@ private:
     void Place(const std::string& symbol) {
         m_doc.EnterSymbol(m_row, symbol);
         Finish();
+        if (!m_typed.empty() && m_typed != symbol) m_doc.KeepTyped(m_row, m_typed);
     }
 
     void Annotate(std::string_view text) {
         m_doc.SetAnnotation(m_row, text);
         Finish();
+        if (!m_typed.empty() && text == kCommaSymbol) m_doc.KeepTyped(m_row, m_typed);
     }
 
     // What the user had given the old content belongs to it.
@@ -151,6 +161,7 @@ private:
     int m_row;
     int m_column;
     bool m_inSymbolColumn;
+    std::string m_typed;
 };
 
 } // namespace
@@ -160,13 +171,23 @@ void EnterCellText(CWatchlistDoc& doc, int row, int column, std::string_view old
     if (row < 1 || row > CRowTable::kMaxRow || column < 1 || column >= doc.Columns().Count()) return;
     CUndoStep step(doc, StepName(newText));
     step.SelectColumns(column, column);
-    CCellEntry(doc, row, column).Enter(UsableText(newText));
+    CCellEntry(doc, row, column, newText).Enter(UsableText(newText));
+}
+
+void CorrectRejected(CWatchlistDoc& doc, int row, std::string_view text) {
+    if (!doc.IsRejected(row)) return;
+    const int column = doc.Columns().PositionOf(kSymbolColumn);
+    CUndoStep step(doc, StepName(text));
+    step.SelectColumns(column, column);
+    CCellEntry(doc, row, column, text).Correct(UsableText(text));
 }
 
 void OverwriteRow(CWatchlistDoc& doc, int row, std::string_view text) {
     if (row < 1 || row > CRowTable::kMaxRow) return;
     const bool marked = BeginsWith(text, kAnnotationMark); // No symbol was meant that a comma could spoil.
-    CCellEntry(doc, row, doc.Columns().PositionOf(kSymbolColumn))
+    // One word needs no memory: it comes back in capitals.
+    const bool keeps = text.find_first_of(" ,") != std::string_view::npos;
+    CCellEntry(doc, row, doc.Columns().PositionOf(kSymbolColumn), keeps ? text : std::string_view{})
         .Overwrite(marked ? PlainText(text) : UsableText(text));
 }
 

@@ -20,6 +20,10 @@ class CWatchlistDoc;
 /// Thread  GUI thread only
 void EnterCellText(CWatchlistDoc& doc, int row, int column, std::string_view oldText, std::string_view newText);
 
+/// The user corrected what was typed in a rejected row: enters it as into the symbol column of an empty row. A text of
+/// blanks changes nothing, an empty one empties the row.
+void CorrectRejected(CWatchlistDoc& doc, int row, std::string_view text);
+
 /// Puts into a row what a text becomes when it is typed into the symbol column of an empty row, whatever stood there. A
 /// row that shows the same symbol already is left alone, as it is for an empty text. A text that begins with "#" is an
 /// annotation with all its commas.

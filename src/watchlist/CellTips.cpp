@@ -26,8 +26,15 @@ std::string NoteTip(const CWatchlistDoc& doc, int row) {
 }
 
 std::string HeadingTip(const CWatchlistDoc& doc, int row) {
-    const std::string note = NoteTip(doc, row);
-    return note.empty() ? note : fmt::format("{}\n{}", doc.AnnotationText(row), note);
+    std::string more = NoteTip(doc, row);
+    if (const std::string_view typed = doc.TypedText(row); !typed.empty() || doc.IsRejected(row)) {
+        if (!more.empty()) more += '\n';
+        more += typed.empty() ? "F2 empties the row for another entry. Esc leaves it as it is."
+                              : fmt::format("F2 brings back what was typed, to be corrected: {}\n"
+                                            "Esc leaves the row as it is.",
+                                            typed);
+    }
+    return more.empty() ? more : fmt::format("{}\n{}", doc.AnnotationText(row), more);
 }
 
 std::string AlertsTip(const CWatchlistDoc& doc, int row) {

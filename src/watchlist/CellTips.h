@@ -16,7 +16,8 @@ struct SFieldEntry;
 std::string ColumnTip(std::string_view name, const SFieldEntry* entry);
 /// The note of a row, whole.
 std::string NoteTip(const CWatchlistDoc& doc, int row);
-/// The annotation of a row and its note, whole; empty without a note.
+/// The annotation of a row and its note, whole; empty without a note. Where it says that what was typed is no symbol,
+/// how that can be corrected.
 std::string HeadingTip(const CWatchlistDoc& doc, int row);
 /// "2 armed, 1 fired or off"
 std::string AlertsTip(const CWatchlistDoc& doc, int row);

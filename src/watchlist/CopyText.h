@@ -12,8 +12,8 @@ enum class EAnnotationMarks { No, Yes };
 /// What a range of the board shows, as text for the clipboard.
 ///
 /// Shape   a line for each row, ended by CR LF; fields by TAB, hidden rows and columns left out. The line of an
-///         annotation is its text alone, whatever the columns of the range. Windows-1252; control characters count as
-///         blanks
+///         annotation is its text alone, whatever the columns of the range. UTF-8, a tick trend as triangles and dots;
+///         control characters count as blanks
 /// Errors  rows below the last used one, and columns that there are not, are left out
 /// Thread  GUI thread only
 std::string CopyText(const CWatchlistDoc& doc, const SCellRange& range, EAnnotationMarks marks = EAnnotationMarks::No);

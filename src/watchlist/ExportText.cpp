@@ -1,5 +1,8 @@
 #include "watchlist/ExportText.h"
 
+#include "base/AtomicFile.h"
+#include "base/SaveFile.h"
+#include "base/Windows1252.h"
 #include "watchlist/ShownCells.h"
 #include "watchlist/WatchlistDoc.h"
 
@@ -7,9 +10,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <cerrno>
 #include <fcntl.h>
-#include <iterator>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace vx {
 
@@ -24,7 +28,7 @@ bool IsLinked(std::string_view column) {
 class CExport {
 public:
     CExport(const CWatchlistDoc& doc, const SExportOptions& options) : m_doc(doc), m_cells(doc), m_options(options) {
-        for (const int column : m_cells.Columns()) m_names.push_back(doc.Columns().At(column).name);
+        for (const int column : m_cells.Columns()) m_names.push_back(Text(doc.Columns().At(column).name));
         const auto symbol = std::find(m_names.begin(), m_names.end(), kSymbolColumn);
         m_symbol = static_cast<size_t>(symbol - m_names.begin());
     }
@@ -37,11 +41,11 @@ public:
     void AppendRow(int row) {
         m_fields.assign(m_names.size(), {});
         m_cells.ForEach(row, [&](size_t index, std::string_view text) {
-            m_fields[index] = text;
+            m_fields[index] = m_options.utf8 ? m_cells.Utf8(row, index, text) : std::string(text);
             return true;
         });
         const bool linked = m_options.linkFormulas && m_doc.RowKind(row) == ERowKind::Symbol;
-        const std::string symbol(m_symbol < m_fields.size() ? m_fields[m_symbol] : m_doc.RowSymbol(row));
+        const std::string symbol = m_symbol < m_fields.size() ? m_fields[m_symbol] : Text(m_doc.RowSymbol(row));
         for (size_t i = 0; i < m_fields.size(); ++i) {
             if (linked && !m_fields[i].empty() && IsLinked(m_names[i]))
                 m_fields[i] = fmt::format("=VxLink|'{}'!'{}'", symbol, m_names[i]);
@@ -56,6 +60,9 @@ public:
     }
 
 private:
+    std::string Text(std::string_view text) const {
+        return m_options.utf8 ? Utf8FromWindows1252(text) : std::string(text);
+    }
     void AppendField(std::string_view text) {
         if (m_inLine) m_out += '\t';
         m_inLine = true;
@@ -80,6 +87,34 @@ private:
     bool m_inLine = false;
 };
 
+constexpr mode_t kNewFile = 0666;
+
+// A pipe without a reader is not waited for.
+CFileDescriptor Open(const std::string& path, int how) {
+    return CFileDescriptor(open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | how, kNewFile));
+}
+
+bool IsFull(int error) { return error == ENOSPC || error == EDQUOT || error == EFBIG || error == EIO; }
+
+SExportResult WriteOver(const std::string& path, const std::string& text) {
+    const CFileDescriptor file = Open(path, O_TRUNC);
+    if (!file.IsOpen()) return {EExportOutcome::NotOpened, errno};
+    const int error = WriteAll(file.Get(), text);
+    return {error == 0 ? EExportOutcome::Written : EExportOutcome::Torn, error};
+}
+
+SExportResult AppendToFile(const CWatchlistDoc& doc, const SExportOptions& options, const std::string& path) {
+    const CFileDescriptor file = Open(path, O_APPEND);
+    if (!file.IsOpen()) return {EExportOutcome::NotOpened, errno};
+    struct stat before {};
+    const bool isRegular = fstat(file.Get(), &before) == 0 && S_ISREG(before.st_mode);
+    const bool begins = !isRegular || before.st_size == 0;
+    const int error = WriteAll(file.Get(), ExportText(doc, options, options.columnHeaders && begins));
+    if (error == 0) return {};
+    const bool isBack = isRegular && ftruncate(file.Get(), before.st_size) == 0;
+    return {isBack ? EExportOutcome::Failed : EExportOutcome::Torn, error};
+}
+
 } // namespace
 
 std::string ExportText(const CWatchlistDoc& doc, const SExportOptions& options, bool headers) {
@@ -89,17 +124,15 @@ std::string ExportText(const CWatchlistDoc& doc, const SExportOptions& options, 
     return out.Take();
 }
 
-EExportOutcome ExportToFile(const CWatchlistDoc& doc, const SExportOptions& options, const std::string& path) {
-    constexpr mode_t kNewFile = 0666;
-    const int how = O_WRONLY | O_CREAT | O_CLOEXEC | (options.append ? O_APPEND : O_TRUNC);
-    const int descriptor = open(path.c_str(), how | O_NONBLOCK, kNewFile); // A pipe without a reader is not waited for.
-    std::FILE* file = descriptor < 0 ? nullptr : fdopen(descriptor, options.append ? "a" : "w");
-    if (!file) return EExportOutcome::NotOpened;
-    const bool begins = std::fseek(file, 0, SEEK_END) != 0 || std::ftell(file) <= 0;
-    const std::string text = ExportText(doc, options, options.columnHeaders && begins);
-    const bool whole = std::fwrite(text.data(), 1, text.size(), file) == text.size();
-    const bool closed = std::fclose(file) == 0;
-    return whole && closed ? EExportOutcome::Written : EExportOutcome::Failed;
+SExportResult ExportToFile(const CWatchlistDoc& doc, const SExportOptions& options, const std::string& path) {
+    if (options.append) return AppendToFile(doc, options, path);
+    const std::string text = ExportText(doc, options, options.columnHeaders);
+    const int error = SaveFile(path, text);
+    if (error == EINVAL || error == EACCES || error == EPERM || error == EROFS) return WriteOver(path, text);
+    return {error == 0      ? EExportOutcome::Written
+            : IsFull(error) ? EExportOutcome::Failed
+                            : EExportOutcome::NotOpened,
+            error};
 }
 
 } // namespace vx

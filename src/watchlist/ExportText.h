@@ -1,18 +1,12 @@
 #pragma once
 
+#include "watchlist/WatchlistOptions.h"
+
 #include <string>
 
 namespace vx {
 
 class CWatchlistDoc;
-
-/// How the board is exported; the first choice of each group of the dialog is the default.
-struct SExportOptions {
-    bool linkFormulas = false; ///< "DDE Formulas", else "Data".
-    bool commas = true;        ///< "Comma Delimited", else "Tab Delimited".
-    bool columnHeaders = false;
-    bool append = true; ///< "Append", else "Overwrite".
-};
 
 /// What the board shows, as a table of text: rows from 1 to the last used one, columns with a width, in their order.
 ///
@@ -21,20 +15,27 @@ struct SExportOptions {
 /// escaped, so that a text with a comma spreads over two: this is deliberate.
 ///
 /// Shape   lines ended by LF; headers: whether the line with the column names comes first. An annotation is the first
-///         field of its line, the others are empty. Windows-1252; line ends and TABs in texts count as blanks
+///         field of its line, the others are empty. Line ends and TABs in texts count as blanks
 /// Thread  GUI thread only
 std::string ExportText(const CWatchlistDoc& doc, const SExportOptions& options, bool headers);
 
 enum class EExportOutcome {
     Written,
-    NotOpened, ///< Nothing was written; nothing is said about it.
-    Failed     ///< The file was opened, but did not take the whole text.
+    NotOpened, ///< Nothing was written.
+    Failed,    ///< The file did not take the whole text; it holds what it held before.
+    Torn       ///< The same, and what it held before is lost.
 };
 
-/// Writes the table to a file, in one piece, behind what stands in it or in its place. The column names are written
-/// only where a table begins a file: not when it is appended to one that holds something.
+struct SExportResult {
+    EExportOutcome outcome = EExportOutcome::Written;
+    int error = 0; ///< An errno value.
+};
+
+/// Writes the table to a file, behind what stands in it or in its place. A file is replaced in one step when the table
+/// is whole on disk; one that is no regular file, or in whose folder no other may be made, is written over. The column
+/// names are written only where a table begins a file: not when it is appended to one that holds something.
 ///
 /// Shape   path: as the system takes it
-EExportOutcome ExportToFile(const CWatchlistDoc& doc, const SExportOptions& options, const std::string& path);
+SExportResult ExportToFile(const CWatchlistDoc& doc, const SExportOptions& options, const std::string& path);
 
 } // namespace vx

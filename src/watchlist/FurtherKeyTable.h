@@ -64,4 +64,8 @@ void ReadHiddenRows(const SFurtherValue& value);
 std::string WriteSortAcrossHeadings(const SFurtherSource& source);
 void ReadSortAcrossHeadings(const SFurtherValue& value);
 
+/// How the list was exported the last time.
+std::string WriteFurtherExport(const SFurtherSource& source);
+void ReadFurtherExport(const SFurtherValue& value);
+
 } // namespace vx

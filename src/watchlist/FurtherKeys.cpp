@@ -28,6 +28,7 @@ constexpr std::array kFurtherKeys = {
     SFurtherKey{"Alerts", WriteFurtherAlerts, ReadFurtherAlerts},
     SFurtherKey{"HiddenRows", WriteHiddenRows, ReadHiddenRows},
     SFurtherKey{"SortAcrossHeadings", WriteSortAcrossHeadings, ReadSortAcrossHeadings},
+    SFurtherKey{"Export", WriteFurtherExport, ReadFurtherExport},
 };
 
 void AppendLines(std::string& text, std::string_view name, std::string_view value) {

@@ -73,7 +73,8 @@ std::string DecodeImportBytes(std::string_view bytes) {
     if (TakeMark(bytes, kBigEndianMark)) return FromUtf16(bytes, true);
     if (LooksLikeUtf16(bytes, 1)) return FromUtf16(bytes, false);
     if (LooksLikeUtf16(bytes, 0)) return FromUtf16(bytes, true);
-    return IsUtf8(bytes) ? Windows1252FromUtf8(bytes) : std::string(bytes);
+    const bool isAscii = std::none_of(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) != 0; });
+    return !isAscii && IsUtf8(bytes) ? Windows1252FromUtf8(bytes) : std::string(bytes);
 }
 
 SImportFile ReadImportFile(const std::string& path) {

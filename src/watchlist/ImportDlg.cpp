@@ -80,9 +80,10 @@ CImportDlg::CImportDlg(const SImportPreview& preview, const QString& source, int
                 ? tr("1 text was not &understood and is left out:")
                 : tr("%L1 texts were not &understood and are left out:").arg(preview.notUnderstoodCount),
             lines, preview.notUnderstoodCount, false);
-    if (preview.beyondCount > 0)
-        layout->addWidget(new QLabel(tr("%1 more would not fit into a watchlist and are left out.")
-                                         .arg(Counted(preview.beyondCount, "symbol", "symbols"))));
+    if (preview.unreadFrom > 0)
+        layout->addWidget(new QLabel(tr("Reading ended in line %L1: a watchlist has room for %L2 symbols.")
+                                         .arg(preview.unreadFrom)
+                                         .arg(preview.toAdd.size())));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     QPushButton* ok = buttons->button(QDialogButtonBox::Ok);

@@ -2,7 +2,8 @@
 
 #include "base/Text.h"
 #include "watchlist/CellEntry.h"
-#include "watchlist/PasteText.h"
+#include "watchlist/ReportText.h"
+#include "watchlist/RowCellText.h"
 #include "watchlist/TextLines.h"
 #include "watchlist/TextTable.h"
 #include "watchlist/UndoStep.h"
@@ -20,7 +21,7 @@ namespace {
 
 constexpr size_t kMostSymbol = 64;
 constexpr size_t kMostQuoted = 60;
-constexpr size_t kLinesPerSlice = 4096;
+constexpr size_t kSliceBytes = 64 * 1024;
 constexpr std::string_view kListSeparators = ",; \t";
 constexpr std::string_view kLinkBegin = "=VxLink|'";
 constexpr std::string_view kLinkMiddle = "'!'";
@@ -65,10 +66,11 @@ public:
     CImportReader(const CWatchlistDoc& doc, const CWorkProgress& progress) : m_doc(doc), m_progress(progress) {}
 
     SImportPreview Read(std::string_view text) {
+        m_text = text;
         if (std::optional<STextTableHeader> header = FindTableHeader(text, kSymbolColumn))
             ReadTable(text, *header);
         else
-            ReadList(NormalizePastedText(text));
+            ReadList(text);
         return std::move(m_preview);
     }
 
@@ -79,37 +81,48 @@ private:
             if (table.Line() <= header.line) continue;
             const std::string_view field = TrimBlanks(table.Field(header.column));
             if (!field.empty()) Take(WithoutQuotes(field), table.Line());
-            if (!GoOn(table.Line(), table.Taken(), text.size())) return;
+            if (!GoOn(table.Taken())) return;
         }
     }
 
-    void ReadList(const std::string& text) {
+    void ReadList(std::string_view text) {
+        const bool isReport = IsReport(text);
         for (CTextLines lines(text); lines.Next();) {
-            TakeListLine(lines.Line(), lines.Number());
-            if (!GoOn(lines.Number(), text.size() - lines.Rest().size(), text.size())) return;
+            const EReportLine kind = isReport ? ReportLineOf(lines.Line()) : EReportLine::Words;
+            if (kind == EReportLine::Words && !TakeListLine(lines.Line(), lines.Number())) return;
+            if (kind == EReportLine::Title) NotUnderstood(TrimBlanks(lines.Line()), lines.Number());
+            if (!GoOn(text.size() - lines.Rest().size())) return;
         }
     }
 
-    // A marked annotation is one thing, however many words it has.
-    void TakeListLine(std::string_view line, size_t number) {
+    // A marked annotation is one thing, however many words it has. False: the rest is not to be read.
+    bool TakeListLine(std::string_view line, size_t number) {
         const std::string_view trimmed = TrimBlanks(line);
-        if (!trimmed.empty() && trimmed.front() == '#') return NotUnderstood(trimmed, number);
+        if (!trimmed.empty() && trimmed.front() == '#') {
+            NotUnderstood(trimmed, number);
+            return true;
+        }
         while (!line.empty()) {
             const std::string_view item = line.substr(0, line.find_first_of(kListSeparators));
             line.remove_prefix(std::min(item.size() + 1, line.size()));
             if (const std::string_view symbol = WithoutQuotes(item); !symbol.empty()) Take(symbol, number);
+            if (!GoOn(static_cast<size_t>(line.data() - m_text.data()))) return false;
         }
+        return true;
     }
 
     void Take(std::string_view text, size_t line) {
         const std::optional<std::string> symbol = ImportedSymbol(text);
         if (!symbol) return NotUnderstood(text, line);
-        if (!m_seen.insert(*symbol).second)
-            Note(*symbol, m_preview.duplicates, m_preview.duplicateCount);
-        else if (m_doc.Symbols().Find(*symbol))
+        if (m_seen.contains(*symbol)) return Note(*symbol, m_preview.duplicates, m_preview.duplicateCount);
+        const bool isThere = m_doc.Symbols().Find(*symbol) != nullptr;
+        if (!isThere && m_preview.toAdd.size() >= static_cast<size_t>(CRowTable::kMaxRow)) {
+            m_preview.unreadFrom = line;
+            return;
+        }
+        m_seen.insert(*symbol);
+        if (isThere)
             Note(*symbol, m_preview.alreadyThere, m_preview.alreadyThereCount);
-        else if (m_preview.toAdd.size() >= static_cast<size_t>(CRowTable::kMaxRow))
-            ++m_preview.beyondCount;
         else
             m_preview.toAdd.push_back(*symbol);
     }
@@ -125,16 +138,20 @@ private:
         m_preview.notUnderstood.push_back({line, std::move(kept)});
     }
 
-    bool GoOn(size_t line, size_t done, size_t total) {
-        if (!m_progress || line % kLinesPerSlice != 0 || m_progress(done, total)) return true;
-        m_preview.cancelled = true;
-        return false;
+    bool GoOn(size_t done) {
+        if (m_preview.unreadFrom != 0) return false;
+        if (!m_progress || done < m_nextLook) return true;
+        m_nextLook = done + kSliceBytes;
+        m_preview.cancelled = !m_progress(done, m_text.size());
+        return !m_preview.cancelled;
     }
 
     const CWatchlistDoc& m_doc;
     const CWorkProgress& m_progress;
+    std::string_view m_text;
     SImportPreview m_preview;
-    std::unordered_set<std::string> m_seen;
+    std::unordered_set<std::string> m_seen; ///< At most twice as many as a watchlist has rows.
+    size_t m_nextLook = kSliceBytes;
 };
 
 bool AreUnused(const CWatchlistDoc& doc, int firstRow, int count) {

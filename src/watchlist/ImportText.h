@@ -28,7 +28,7 @@ struct SImportPreview {
     size_t alreadyThereCount = 0; ///< Each symbol counts once.
     size_t duplicateCount = 0;    ///< Each further occurrence in the text.
     size_t notUnderstoodCount = 0;
-    size_t beyondCount = 0; ///< Symbols for which no watchlist has rows.
+    size_t unreadFrom = 0;  ///< The line where reading ended, because no watchlist has room for more; 0: all was read.
     bool cancelled = false; ///< The rest is not to be used.
 };
 
@@ -49,12 +49,13 @@ SImportFile ReadImportFile(const std::string& path);
 ///
 /// A text whose first line that is not empty is a header with a field "Symbol", between commas, semicolons or TABs, is
 /// a table: the symbols stand in that column. Fields may stand in quotes, and may be link formulas of an export. Every
-/// other text is a list of symbols with commas, semicolons, TABs, blanks or line ends between; that of a printed
-/// watchlist is read as when it is pasted.
+/// other text is a list of symbols with commas, semicolons, TABs, blanks or line ends between; of a report (see
+/// IsReport) rules and titles are no part.
 ///
 /// Shape   text: Windows-1252, lines ended in any way
-/// Errors  what can be no symbol is listed with its line: texts of more than two words, marked annotations, decimal
-///         numbers, texts without letters and digits, with quotes or control characters inside, or longer than 64 bytes
+/// Errors  what can be no symbol is listed with its line: texts of more than two words, marked annotations, a report's
+///         titles, decimal numbers, texts without letters and digits, with quotes or control characters inside, or
+///         longer than 64 bytes
 /// Thread  GUI thread only
 SImportPreview ReadImport(const CWatchlistDoc& doc, std::string_view text, const CWorkProgress& progress = {});
 

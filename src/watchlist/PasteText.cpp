@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "watchlist/CellEntry.h"
 #include "watchlist/EditBatch.h"
+#include "watchlist/ReportText.h"
 #include "watchlist/TextLines.h"
 #include "watchlist/UndoStep.h"
 #include "watchlist/WatchlistDoc.h"
@@ -10,39 +11,14 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
+#include <optional>
+#include <unordered_set>
 
 namespace vx {
 
 namespace {
 
-constexpr std::array<std::string_view, 3> kReportMarkers{"WatchList", "REALTIME", "DELAYED"};
-constexpr std::array<std::string_view, 4> kTitleMarkers{"WatchList", "User:", "-- REALTIME --", "-- DELAYED --"};
-constexpr std::string_view kLineEnd = "\r\n";
-constexpr std::string_view kWhiteSpace = " \t\r\n\v\f";
-
-template <size_t N> bool ContainsAny(std::string_view text, const std::array<std::string_view, N>& parts) {
-    return std::any_of(parts.begin(), parts.end(), [&](std::string_view part) { return ContainsText(text, part); });
-}
-
-bool IsRule(std::string_view line) {
-    return line.find_first_not_of("- ") == std::string_view::npos ||
-           line.find_first_not_of("= ") == std::string_view::npos;
-}
-
-std::string_view TrimmedOnTheRight(std::string_view line) {
-    return line.substr(0, line.find_last_not_of(kWhiteSpace) + 1);
-}
-
-void AppendWords(std::string& out, std::string_view line) {
-    while (!line.empty()) {
-        const std::string_view word = line.substr(0, line.find(' '));
-        line.remove_prefix(std::min(word.size() + 1, line.size()));
-        if (word.empty()) continue;
-        if (!out.empty()) out += kLineEnd;
-        out += word;
-    }
-}
+constexpr size_t kMostQuoted = 40;
 
 // Of the fields of a line, which one is the symbol's.
 class CSymbolField {
@@ -72,47 +48,85 @@ private:
     size_t m_fromFocus = 0;
 };
 
-/// What goes into the rows from the focus on.
+/// What goes into the rows from the focus on, and what does not.
 struct SEntries {
     std::vector<std::string> texts;
-    int leftOut = 0;
+    int beyond = 0; ///< Lines that would leave the grid.
+    int unused = 0; ///< Lines that hold something, but nothing that is taken.
+    std::string firstUnused;
+
+    void LeaveOut(std::string_view line) {
+        if (++unused > 1) return;
+        AppendWithoutControls(firstUnused, TrimBlanks(line).substr(0, kMostQuoted));
+    }
 };
 
-SEntries Entries(const CWatchlistDoc& doc, int column, std::string_view text, EAnnotationMarks marks, size_t room) {
+SEntries Entries(const CWatchlistDoc& doc, int column, std::string_view text, size_t room) {
     const CSymbolField field(doc, column);
-    const bool isTable = marks == EAnnotationMarks::No && text.find('\t') != std::string_view::npos;
     SEntries out;
     for (CTextLines lines(text); lines.Next();) {
         const std::string_view line = lines.Line();
-        const bool isBlank = TrimBlanks(line).empty();
+        const bool isBlank = line.find_first_not_of(" \t") == std::string_view::npos;
         if (out.texts.size() == room) {
-            out.leftOut += !isBlank;
+            out.beyond += !isBlank;
             continue;
         }
-        std::string entry(field.Of(line));
-        const bool annotation = isTable && !isBlank && line.find('\t') == std::string_view::npos;
-        if (annotation && entry.front() != '#') entry.insert(0, 1, '#');
-        out.texts.push_back(std::move(entry));
+        out.texts.emplace_back(field.Of(line));
+        if (!isBlank && TrimBlanks(out.texts.back()).empty()) out.LeaveOut(line);
     }
     while (!out.texts.empty() && TrimBlanks(out.texts.back()).empty()) out.texts.pop_back();
     return out;
 }
 
-SPasteResult Refused(EPasteOutcome outcome, std::string message) { return {outcome, 0, 0, 0, std::move(message)}; }
+// The titles of a report, which its words come without.
+void LeaveOutTitles(std::string_view text, SEntries& entries) {
+    for (CTextLines lines(text); lines.Next();)
+        if (ReportLineOf(lines.Line()) == EReportLine::Title) entries.LeaveOut(lines.Line());
+}
+
+/// What a paste does, counted before it is done.
+class CPasteTally {
+public:
+    CPasteTally(const CWatchlistDoc& doc, const SEntries& entries) : m_entries(entries) {
+        std::unordered_set<std::string> there;
+        for (const std::string& text : entries.texts) {
+            if (TrimBlanks(text).empty()) continue;
+            ++m_rows;
+            if (text.front() == '#') continue;
+            const std::optional<std::string> symbol = TypedSymbol(text);
+            if (symbol && doc.Symbols().Find(*symbol)) there.insert(*symbol);
+            m_withCommas += ContainsText(text, ",");
+        }
+        m_there = static_cast<int>(there.size());
+    }
+
+    std::string Text() const {
+        if (m_there + m_withCommas + m_entries.unused == 0) return {};
+        std::string out = fmt::format("Pasted {} {}", m_rows, m_rows == 1 ? "row" : "rows");
+        if (m_there > 0) out += fmt::format("; {} in the list already", Counted(m_there, "symbol was", "symbols were"));
+        if (m_withCommas > 0)
+            out += fmt::format("; {} (F2 there brings the text back)",
+                               Counted(m_withCommas, "line holds commas", "lines hold commas"));
+        if (m_entries.unused > 0)
+            out += fmt::format("; {} left out: \"{}\"{}", Counted(m_entries.unused, "line was", "lines were"),
+                               m_entries.firstUnused, m_entries.unused > 1 ? ", ..." : "");
+        return out;
+    }
+
+private:
+    static std::string Counted(int count, const char* one, const char* many) {
+        return fmt::format("{} {}", count, count == 1 ? one : many);
+    }
+
+    const SEntries& m_entries;
+    int m_rows = 0;
+    int m_there = 0;
+    int m_withCommas = 0;
+};
+
+SPasteResult Refused(EPasteOutcome outcome, std::string message) { return {outcome, 0, 0, 0, std::move(message), {}}; }
 
 } // namespace
-
-std::string NormalizePastedText(std::string_view text) {
-    if (!ContainsAny(text, kReportMarkers)) return std::string(text);
-    std::string out;
-    while (!text.empty()) {
-        const size_t end = text.find(kLineEnd);
-        const std::string_view line = TrimmedOnTheRight(text.substr(0, end));
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + kLineEnd.size());
-        if (!line.empty() && !IsRule(line) && !ContainsAny(line, kTitleMarkers)) AppendWords(out, line);
-    }
-    return out;
-}
 
 SPasteResult PasteText(CWatchlistDoc& doc, int row, int column, std::string_view text, EAnnotationMarks marks,
                        const CWorkProgress& progress) {
@@ -123,14 +137,21 @@ SPasteResult PasteText(CWatchlistDoc& doc, int row, int column, std::string_view
     row = std::max(row, 1);
     const auto room = static_cast<size_t>(std::max(CRowTable::kMaxRow - row + 1, 0));
     // What the board itself copied is no report, whatever words are in it.
-    const SEntries entries = Entries(
-        doc, column, marks == EAnnotationMarks::Yes ? std::string(text) : NormalizePastedText(text), marks, room);
-    if (entries.texts.empty()) return Refused(EPasteOutcome::Nothing, "There is no text to be pasted.");
+    const bool isReport = marks == EAnnotationMarks::No && IsReport(text);
+    SEntries entries = Entries(doc, column, isReport ? NormalizePastedText(text) : std::string(text), room);
+    if (isReport) LeaveOutTitles(text, entries);
+    if (entries.texts.empty())
+        return Refused(EPasteOutcome::Nothing, entries.unused > 0
+                                                   ? fmt::format("There is no symbol in the text that could be pasted: "
+                                                                 "\"{}\"{}",
+                                                                 entries.firstUnused, entries.unused > 1 ? ", ..." : "")
+                                                   : "There is no text to be pasted.");
+    const CPasteTally tally(doc, entries);
     const int count = static_cast<int>(entries.texts.size());
     const CUndoStep step(doc, count == 1 ? std::string("paste row") : fmt::format("paste {} rows", count));
     if (FillRows(doc, row, entries.texts, progress) != EFillOutcome::Filled)
         return Refused(EPasteOutcome::Cancelled, {});
-    SPasteResult result{EPasteOutcome::Pasted, row, row + count - 1, entries.leftOut, {}};
+    SPasteResult result{EPasteOutcome::Pasted, row, row + count - 1, entries.beyond, {}, tally.Text()};
     if (result.leftOut > 0)
         result.message =
             fmt::format("{} lines were left out: a watchlist has at most {} rows.", result.leftOut, CRowTable::kMaxRow);

@@ -12,12 +12,6 @@ namespace vx {
 /// Larger texts are not taken from the clipboard.
 inline constexpr size_t kMostPastedBytes = size_t{4} << 20;
 
-/// A text copied from a printed watchlist, told by "WatchList", "REALTIME" or "DELAYED" in it, becomes its words, one
-/// in a line, without titles and rules. Every other text stays as it is.
-///
-/// Shape   lines by CR LF, the last word without
-std::string NormalizePastedText(std::string_view text);
-
 enum class EPasteOutcome {
     Pasted,
     Nothing, ///< The text holds nothing that could be pasted.
@@ -29,7 +23,8 @@ struct SPasteResult {
     EPasteOutcome outcome = EPasteOutcome::Nothing;
     int firstRow = 0, lastRow = 0; ///< Where it was pasted, to be selected.
     int leftOut = 0;               ///< Rows that would have left the grid.
-    std::string message;           ///< For the user, empty when there is nothing to say. Windows-1252.
+    std::string message;           ///< For a message box, empty when there is nothing to ask attention for.
+    std::string summary;           ///< For the status bar, when a part was there already or was not understood.
 };
 
 /// Fills rows from one on with the lines of a text, over what stood there. The text of a line goes into the symbol
@@ -37,8 +32,8 @@ struct SPasteResult {
 /// annotation. Empty lines leave their row alone.
 ///
 /// Of a line with several fields (TAB) one is taken: that which stands under the symbol column when the line is as
-/// wide as the board, or when it is laid out from the focus on; else the first one. In a text that has such lines, a
-/// line of one field is an annotation, as the board copies it.
+/// wide as the board, or when it is laid out from the focus on; else the first one. A report (see IsReport) is pasted
+/// as its words.
 ///
 /// Shape   row, column: the focus; text: Windows-1252, lines ended in any way; marks: Yes for CopyText's own text with
 ///         marks, of which nothing has to be guessed

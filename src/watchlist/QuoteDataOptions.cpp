@@ -10,17 +10,18 @@
 
 namespace vx {
 
-CQuoteDataOptions::CQuoteDataOptions(QWidget* parent) : QDialog(parent) {
+CQuoteDataOptions::CQuoteDataOptions(const SExportOptions& options, QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("quoteDataOptions"));
     setWindowTitle(tr("Quote Data Options"));
     auto* layout = new QVBoxLayout(this);
-    m_export = AddGroup(*layout, tr("Export"), "&Data", "DDE &Formulas");
-    m_format = AddGroup(*layout, tr("Quote Format Options"), "&Comma Delimited", "&Tab Delimited");
-    m_headers = new QCheckBox(tr("Use Column &Headers"));
-    m_headers->setObjectName(QStringLiteral("columnHeaders"));
-    m_headers->setToolTip(tr("Begin with a line of the columns' names"));
-    layout->addWidget(m_headers);
-    m_file = AddGroup(*layout, tr("File Options"), "&Append", "&Overwrite");
+    m_export = AddGroup(*layout, tr("Export"), "&Data", "DDE &Formulas", options.linkFormulas);
+    m_format = AddGroup(*layout, tr("Quote Format Options"), "&Comma Delimited", "&Tab Delimited", !options.commas);
+    m_headers = AddBox(*layout, tr("Use Column &Headers"), "columnHeaders",
+                       tr("Begin with a line of the columns' names"), options.columnHeaders);
+    m_utf8 = AddBox(*layout, tr("&UTF-8, with the tick trend as %1").arg(QStringLiteral("\u25B2 \u25BC \u2022")),
+                    "utf8", tr("Otherwise the file is in Windows-1252, and the tick trend in the bytes AD, AF and B7"),
+                    options.utf8);
+    m_file = AddGroup(*layout, tr("File Options"), "&Append", "&Overwrite", !options.append);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     buttons->button(QDialogButtonBox::Ok)->setDefault(true);
@@ -32,7 +33,7 @@ CQuoteDataOptions::CQuoteDataOptions(QWidget* parent) : QDialog(parent) {
 }
 
 QButtonGroup* CQuoteDataOptions::AddGroup(QVBoxLayout& layout, const QString& title, const char* first,
-                                          const char* second) {
+                                          const char* second, bool isSecond) {
     auto* box = new QGroupBox(title);
     auto* inner = new QVBoxLayout(box);
     auto* group = new QButtonGroup(this);
@@ -43,14 +44,29 @@ QButtonGroup* CQuoteDataOptions::AddGroup(QVBoxLayout& layout, const QString& ti
         group->addButton(button, id++);
         inner->addWidget(button);
     }
-    group->button(0)->setChecked(true);
+    group->button(isSecond ? 1 : 0)->setChecked(true);
     layout.addWidget(box);
     return group;
 }
 
-bool CQuoteDataOptions::Formulas() const { return m_export->checkedId() == 1; }
-bool CQuoteDataOptions::TabDelimited() const { return m_format->checkedId() == 1; }
-bool CQuoteDataOptions::ColumnHeaders() const { return m_headers->isChecked(); }
-bool CQuoteDataOptions::Overwrite() const { return m_file->checkedId() == 1; }
+QCheckBox* CQuoteDataOptions::AddBox(QVBoxLayout& layout, const QString& text, const char* name, const QString& tip,
+                                     bool isOn) {
+    auto* box = new QCheckBox(text);
+    box->setObjectName(QString::fromLatin1(name));
+    box->setToolTip(tip);
+    box->setChecked(isOn);
+    layout.addWidget(box);
+    return box;
+}
+
+SExportOptions CQuoteDataOptions::Options() const {
+    SExportOptions options;
+    options.linkFormulas = m_export->checkedId() == 1;
+    options.commas = m_format->checkedId() == 0;
+    options.columnHeaders = m_headers->isChecked();
+    options.append = m_file->checkedId() == 0;
+    options.utf8 = m_utf8->isChecked();
+    return options;
+}
 
 } // namespace vx

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "watchlist/WatchlistOptions.h"
+
 #include <QDialog>
 
 class QButtonGroup;
@@ -9,26 +11,26 @@ class QVBoxLayout;
 namespace vx {
 
 /// The dialog in which the user says how the watchlist is to be exported: values or link formulas, the separator, a
-/// first line of column names, and whether a file is added to or replaced.
+/// first line of column names, the encoding, and whether a file is added to or replaced.
 ///
-/// Shape   begins with the first choice of each group, whatever was chosen the last time
 /// Thread  GUI thread only
 class CQuoteDataOptions : public QDialog {
     Q_OBJECT
 public:
-    explicit CQuoteDataOptions(QWidget* parent);
+    /// options: what the dialog begins with.
+    CQuoteDataOptions(const SExportOptions& options, QWidget* parent);
 
-    bool Formulas() const;
-    bool TabDelimited() const;
-    bool ColumnHeaders() const;
-    bool Overwrite() const;
+    SExportOptions Options() const;
 
 private:
-    QButtonGroup* AddGroup(QVBoxLayout& layout, const QString& title, const char* first, const char* second);
+    QButtonGroup* AddGroup(QVBoxLayout& layout, const QString& title, const char* first, const char* second,
+                           bool isSecond);
+    QCheckBox* AddBox(QVBoxLayout& layout, const QString& text, const char* name, const QString& tip, bool isOn);
 
     QButtonGroup* m_export;
     QButtonGroup* m_format;
     QCheckBox* m_headers;
+    QCheckBox* m_utf8;
     QButtonGroup* m_file;
 };
 

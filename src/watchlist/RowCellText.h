@@ -35,6 +35,8 @@ public:
     /// Whether the column's cells hold numbers: its rows are then sorted by number, else by text.
     bool IsNumber() const;
 
+    bool IsTickTrend() const { return m_kind == EKind::Field && vx::IsTickTrend(*m_entry); }
+
     /// Whether its cells show a field of the symbol's record; any such column finds the record for all of them.
     bool NeedsRecord() const { return m_kind == EKind::Field; }
 

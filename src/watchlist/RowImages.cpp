@@ -7,8 +7,8 @@ namespace vx {
 
 namespace {
 
-constexpr std::array kTexts{&SRowImage::symbol, &SRowImage::annotation, &SRowImage::note, &SRowImage::shown,
-                            &SRowImage::rejected};
+constexpr std::array kTexts{&SRowImage::symbol, &SRowImage::annotation, &SRowImage::note,
+                            &SRowImage::shown,  &SRowImage::rejected,   &SRowImage::typed};
 
 } // namespace
 

@@ -15,6 +15,7 @@ struct SRowImage {
     std::string_view note;
     std::string_view shown;    ///< In place of the symbol.
     std::string_view rejected; ///< The symbol whose rejection the annotation tells of.
+    std::string_view typed;    ///< By the user, where the row shows something else.
 
     bool operator==(const SRowImage&) const = default;
     bool IsBlank() const { return *this == SRowImage{}; }

@@ -33,6 +33,7 @@ void SRowStores::InsertRows(int firstRow, int count) {
     annotations.ShiftDown(firstRow, count);
     notes.ShiftDown(firstRow, count);
     shown.ShiftDown(firstRow, count);
+    typed.ShiftDown(firstRow, count);
     formats.InsertRows(firstRow, count);
 }
 
@@ -43,6 +44,7 @@ std::vector<std::string> SRowStores::RemoveRows(int firstRow, int count) {
     annotations.ShiftUp(firstRow, count);
     notes.ShiftUp(firstRow, count);
     shown.ShiftUp(firstRow, count);
+    typed.ShiftUp(firstRow, count);
     formats.RemoveRows(firstRow, count);
     return symbols.Renumber(shifted);
 }
@@ -57,6 +59,7 @@ void SRowStores::Reorder(const std::vector<int>& newRowOf) {
     annotations.Reorder(newRowOf);
     notes.Reorder(newRowOf);
     shown.Reorder(newRowOf);
+    typed.Reorder(newRowOf);
     formats.RenumberRows(moved);
 }
 

@@ -27,6 +27,7 @@ struct SRowStores {
     CRowTextMap& annotations;
     CNoteStore& notes;
     CShownTexts& shown;
+    CShownTexts& typed;
     CCellFormatStore& formats;
 
     /// The greatest row that any of them holds something for, formats aside; 0 when there is none.

@@ -1,5 +1,7 @@
 #include "watchlist/ShownCells.h"
 
+#include "base/TickTrend.h"
+#include "base/Windows1252.h"
 #include "watchlist/WatchlistDoc.h"
 
 #include <algorithm>
@@ -17,6 +19,11 @@ CShownCells::CShownCells(const CWatchlistDoc& doc, int firstColumn, int lastColu
     }
     const auto field = std::find_if(m_readers.begin(), m_readers.end(), [](const auto& r) { return r.NeedsRecord(); });
     m_field = static_cast<size_t>(field - m_readers.begin());
+}
+
+std::string CShownCells::Utf8(int row, size_t index, std::string_view text) const {
+    const bool isTrend = m_readers[index].IsTickTrend() && Annotation(row).empty();
+    return isTrend ? Utf8FromTickTrend(text) : Utf8FromWindows1252(text);
 }
 
 std::string_view CShownCells::Annotation(int row) const { return m_doc.AnnotationText(row); }

@@ -2,6 +2,7 @@
 
 #include "watchlist/RowCellText.h"
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -32,6 +33,9 @@ public:
     ///
     /// Returns false when visit did
     template <typename Visit> bool ForEach(int row, Visit&& visit) const;
+
+    /// What ForEach gave for a row, as UTF-8; the marks of a tick trend become their signs.
+    std::string Utf8(int row, size_t index, std::string_view text) const;
 
 private:
     std::string_view Annotation(int row) const;

@@ -8,8 +8,8 @@
 
 namespace vx {
 
-/// Texts that stand in the symbol column of symbol rows instead of the symbol: what the user typed there could be no
-/// symbol, and stays readable until the row is next changed. Never saved.
+/// Texts of rows that are never saved and go when the row is next changed: what a symbol row shows instead of its
+/// symbol, because what the user typed could be none, and what was typed in a row that shows something else.
 ///
 /// Shape   grid row number (1 and up) -> Windows-1252 text
 /// Thread  GUI thread only

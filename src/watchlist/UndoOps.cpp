@@ -43,6 +43,7 @@ bool CRowOp::DropUnchanged(CUndoTarget& target) {
         if (before == now) return;
         changed.Add(ids[i], before);
         now.shown = before.shown;
+        now.typed = before.typed;
         m_isEdit = m_isEdit || before != now;
     });
     m_images = std::move(changed);

@@ -29,8 +29,12 @@ template <typename Visit> void ForEachRun(const std::vector<SRowPlace>& places, 
 } // namespace
 
 SRowImage CUndoTarget::Read(int row) const {
-    return {m_doc.m_rows.Symbol(row), m_doc.m_annotations.Get(row), m_doc.m_notes.Get(row), m_doc.m_shown.Get(row),
-            m_doc.m_invalid.SymbolAt(static_cast<uint32_t>(row))};
+    return {m_doc.m_rows.Symbol(row),
+            m_doc.m_annotations.Get(row),
+            m_doc.m_notes.Get(row),
+            m_doc.m_shown.Get(row),
+            m_doc.m_invalid.SymbolAt(static_cast<uint32_t>(row)),
+            m_doc.m_typed.Get(row)};
 }
 
 void CUndoTarget::Write(int row, const SRowImage& image) {
@@ -43,6 +47,8 @@ void CUndoTarget::Write(int row, const SRowImage& image) {
     m_doc.m_notes.Set(row, image.note);
     m_doc.m_shown.Remove(row);
     if (!image.shown.empty()) m_doc.m_shown.Set(row, image.shown);
+    m_doc.m_typed.Remove(row);
+    if (!image.typed.empty()) m_doc.m_typed.Set(row, image.typed);
 }
 
 uint32_t CUndoTarget::MakeId(int row) { return m_doc.m_rows.MakeId(row); }

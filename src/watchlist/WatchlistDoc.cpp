@@ -106,6 +106,7 @@ void CWatchlistDoc::Reset() {
     m_notes.Clear();
     m_annotations.Clear();
     m_shown.Clear();
+    m_typed.Clear();
     m_alerts.Clear(EAlertMap::Live);
     m_headlines.Clear();
     m_formats.Clear();
@@ -123,6 +124,7 @@ void CWatchlistDoc::Reset() {
     m_options.useGridPrecision = false;
     m_options.sortAcrossHeadings = false;
     m_options.sort = {};
+    m_options.exporting = {};
     m_undo.Clear();
     m_commandLinePlaced = false;
     if (m_observer) m_observer->OnReset();
@@ -318,6 +320,7 @@ void CWatchlistDoc::EmptyRow(int row) {
     m_annotations.Remove(row);
     m_invalid.RemoveRow(static_cast<uint32_t>(row));
     m_shown.Remove(row);
+    m_typed.Remove(row);
     RowChanged(row);
 }
 
@@ -366,6 +369,12 @@ void CWatchlistDoc::ShowText(int row, std::string_view text) {
     m_undo.BeforeRow(row);
     m_shown.Set(row, text);
     RowChanged(row);
+}
+
+std::string_view CWatchlistDoc::TypedText(int row) const {
+    const std::string_view typed = m_typed.Get(row);
+    const std::string_view rejected = m_invalid.SymbolAt(static_cast<uint32_t>(row));
+    return typed.empty() && rejected != kCommaSymbol ? rejected : typed;
 }
 
 void CWatchlistDoc::RowEdited(int row) {

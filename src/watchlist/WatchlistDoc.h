@@ -114,6 +114,13 @@ public:
     /// A text in the symbol column in place of a symbol row's symbol, until the row is next changed; empty for none.
     std::string_view ShownText(int row) const { return m_shown.Get(row); }
     void ShowText(int row, std::string_view text);
+    /// Whether a row shows that the feed rejected its symbol.
+    bool IsRejected(int row) const { return !m_invalid.SymbolAt(static_cast<uint32_t>(row)).empty(); }
+    /// What the user entered in a row, as typed; empty when nobody typed it or it is the row's own text. Of a rejected
+    /// row that was read from a file it is the symbol, unless that stands for a text with commas.
+    std::string_view TypedText(int row) const;
+    /// To be called in the step of the entry, when the row holds what became of it.
+    void KeepTyped(int row, std::string_view text) { m_typed.Set(row, text); }
     /// The user changed something in a row that is none of the above: a note, a format. The document is modified.
     void RowEdited(int row);
 
@@ -255,6 +262,7 @@ private:
     CRowTextMap m_annotations;
     CNoteStore m_notes;
     CShownTexts m_shown;
+    CShownTexts m_typed;
     CAlertsMap m_alerts;
     CNewsMap m_news;
     CHeadlineLog m_headlines;

@@ -18,7 +18,7 @@ std::string Rows(int count) { return count == 1 ? std::string("row") : fmt::form
 } // namespace
 
 SRowStores CWatchlistDoc::RowStores() {
-    return {m_rows, m_symbols, m_invalid, m_annotations, m_notes, m_shown, m_formats};
+    return {m_rows, m_symbols, m_invalid, m_annotations, m_notes, m_shown, m_typed, m_formats};
 }
 
 // Below it, one empty row is as good as another.

@@ -82,7 +82,11 @@ bool CWatchlistGrid::MayEdit(int row, int column) const {
 }
 
 std::string CWatchlistGrid::EditText(int row, int column) const {
-    if (m_doc.RowKind(row) == ERowKind::Annotation) return std::string(m_doc.AnnotationText(row));
+    const std::string_view typed = m_doc.TypedText(row);
+    if (m_doc.RowKind(row) == ERowKind::Annotation)
+        return std::string(m_doc.IsRejected(row) || !typed.empty() ? typed : m_doc.AnnotationText(row));
+    if (m_doc.RowSymbol(row) == kCommaSymbol && FieldAt(column) == Special().symbol && !typed.empty())
+        return std::string(typed);
     std::array<char, kMostCellText> text;
     const size_t length = CColumnReader(m_doc, column).Read(row, text);
     return {text.data(), length};

@@ -17,6 +17,17 @@ struct SSortRecord {
     bool operator==(const SSortRecord&) const = default;
 };
 
+/// How the board is exported.
+struct SExportOptions {
+    bool linkFormulas = false; ///< "DDE Formulas", else "Data".
+    bool commas = true;        ///< "Comma Delimited", else "Tab Delimited".
+    bool columnHeaders = true;
+    bool append = false; ///< "Append", else "Overwrite".
+    bool utf8 = false;   ///< With the tick trend as triangles and dots; else Windows-1252 with its bytes.
+
+    bool operator==(const SExportOptions&) const = default;
+};
+
 /// What a watchlist saves besides its rows and columns.
 struct SWatchlistOptions {
     static constexpr int kMaxTrailingRows = 1000;
@@ -30,6 +41,7 @@ struct SWatchlistOptions {
     bool useDefaultAlignment = true;
     bool sortAcrossHeadings = false; ///< Else a sort keeps each symbol under its heading.
     SSortRecord sort;
+    SExportOptions exporting; ///< As chosen the last time.
 };
 
 } // namespace vx

@@ -67,11 +67,23 @@ void CWatchlistView::ApplyViewSettings() {
 // What the user does in the grid
 
 void CWatchlistView::OnCellEdited(int row, int column, const QByteArray& oldText, const QByteArray& newText) {
-    if (oldText == newText) return;
-    m_grid->SetMarkedRange({});
-    EnterCellText(m_doc, row, column, View(oldText), View(newText));
-    if (!m_doc.IsModified()) m_doc.SetModified(true);
+    if (oldText != newText) {
+        m_grid->SetMarkedRange({});
+        if (m_doc.IsRejected(row) && !m_grid->EditBeganTyped())
+            CorrectRejected(m_doc, row, View(newText));
+        else
+            EnterCellText(m_doc, row, column, View(oldText), View(newText));
+    }
+    if (!m_doc.IsModified()) m_doc.SetModified(true); // An edit that changed nothing counts as one too.
     Q_EMIT DocumentChanged();
+}
+
+void CWatchlistView::ShowRows(int firstRow, int lastRow) {
+    m_doc.RevealRows(firstRow, lastRow);
+    m_grid->SelectRange({firstRow, lastRow, 1, m_grid->ColumnCount()});
+    const int column = m_grid->FocusCell().column;
+    m_grid->EnsureVisible(lastRow, column);
+    m_grid->EnsureVisible(firstRow, column);
 }
 
 SSortSelection CWatchlistView::SortSelection() const {

@@ -38,6 +38,8 @@ public:
     void ApplyViewSettings();
     /// Shows the document's sort record, and starts, restarts or stops auto sort by it.
     void ApplySortRecord();
+    /// Selects rows that have just come, hidden ones shown again, and scrolls to see as many of them as fit.
+    void ShowRows(int firstRow, int lastRow);
     /// What is selected, as the sort commands take it.
     SSortSelection SortSelection() const;
 

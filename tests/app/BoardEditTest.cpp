@@ -58,12 +58,25 @@ TEST_F(CBoardEditTest, TypedTextBecomesSymbolsAndAnnotationsAndIsUndoneByName) {
     EXPECT_EQ(Board(), "IBM|#buy at open");
 }
 
+TEST_F(CBoardEditTest, AnEditThatChangesNothingMarksTheDocumentButEscapeIsNoEnd) {
+    Rows(QStringLiteral("IBM"));
+    for (const char* column : {"Symbol", "Last"}) {
+        doc->SetModified(false);
+        grid->BeginEdit(1, ColumnOf(column));
+        Key(Qt::Key_Escape);
+        EXPECT_FALSE(doc->IsModified()) << column;
+        const std::string undo = doc->Undo().UndoName();
+        grid->BeginEdit(1, ColumnOf(column));
+        Key(Qt::Key_Return);
+        EXPECT_TRUE(doc->IsModified()) << column;
+        EXPECT_EQ(doc->Undo().UndoName(), undo) << "there is nothing to undo";
+    }
+    EXPECT_EQ(Board(), "IBM");
+}
+
 TEST_F(CBoardEditTest, AnEntryThatTheRowForbidsIsRefusedAndMarksTheDocument) {
     Rows(QStringLiteral("IBM"));
     doc->SetModified(false);
-    grid->BeginEdit(1, ColumnOf("Last"));
-    Key(Qt::Key_Return);
-    EXPECT_FALSE(doc->IsModified()) << "nothing was typed";
     grid->BeginEdit(1, ColumnOf("Last"));
     Type(QStringLiteral("remark"));
     Key(Qt::Key_Return);
@@ -71,6 +84,64 @@ TEST_F(CBoardEditTest, AnEntryThatTheRowForbidsIsRefusedAndMarksTheDocument) {
     EXPECT_EQ(boxes.shown[0].text, "Annotations may not be placed in Symbol Rows.");
     EXPECT_EQ(Board(), "IBM");
     EXPECT_TRUE(doc->IsModified());
+}
+
+TEST_F(CBoardEditTest, F2InARejectedRowBringsBackWhatWasTyped) {
+    const struct {
+        const char *typed, *symbol, *row;
+    } cases[] = {
+        {"IBM,MSFT,AAPL", kCommaSymbol, "#Symbols cannot contain commas."},
+        {"Big tech", "Big tech", "#\"Big tech\" is an Invalid or Unauthorized Symbol."},
+        {"big tech", "BIG TECH", "#\"BIG TECH\" is an Invalid or Unauthorized Symbol."},
+    };
+    auto* editor = grid->findChild<QLineEdit*>(QStringLiteral("gridEditor"));
+    for (const auto& c : cases) {
+        Type(QLatin1String(c.typed));
+        Key(Qt::Key_Return);
+        doc->SymbolNotFound(c.symbol);
+        ASSERT_EQ(Board(), c.row);
+        EXPECT_NE(grid->Source()->CellTip(1, 3).find("F2 brings back what was typed, to be corrected: " +
+                                                     std::string(c.typed)),
+                  std::string::npos)
+            << grid->Source()->CellTip(1, 3);
+        doc->SetModified(false);
+        const std::string undo = doc->Undo().UndoName();
+        grid->SetFocusCell(1, 3);
+        Key(Qt::Key_F2);
+        EXPECT_EQ(editor->text(), QLatin1String(c.typed));
+        Key(Qt::Key_End);
+        Type(QStringLiteral("x"));
+        Key(Qt::Key_Escape);
+        EXPECT_EQ(Board(), c.row);
+        EXPECT_EQ(doc->InvalidSymbols().SymbolAt(1), c.symbol);
+        EXPECT_FALSE(doc->IsModified());
+        EXPECT_EQ(doc->Undo().UndoName(), undo);
+
+        Key(Qt::Key_F2);
+        editor->setText(QStringLiteral("buy at open"));
+        Key(Qt::Key_Return);
+        EXPECT_EQ(Board(), "#buy at open");
+        Undo();
+        EXPECT_EQ(Board(), c.row);
+        grid->SetFocusCell(1, 1);
+        Key(Qt::Key_F2);
+        EXPECT_EQ(editor->text(), QLatin1String(c.typed)) << "the memory came back with the row";
+        editor->setText(QStringLiteral("ko"));
+        Key(Qt::Key_Return);
+        EXPECT_EQ(Board(), "KO") << "as in the symbol column of an empty row";
+        EXPECT_EQ(doc->InvalidSymbols().SymbolAt(1), "");
+        Undo();
+        Undo();
+        EXPECT_EQ(Board(), "") << "one step for each entry";
+        grid->SetFocusCell(1, 1);
+    }
+    Type(QStringLiteral("nope"));
+    Key(Qt::Key_Return);
+    doc->SymbolNotFound("NOPE");
+    grid->SetFocusCell(1, 1);
+    Type(QStringLiteral("Old cars"));
+    Key(Qt::Key_Return);
+    EXPECT_EQ(Board(), "#Old cars") << "typed over, it is a row of text";
 }
 
 TEST_F(CBoardEditTest, DeleteClearsInsertAndControlDeleteAskOnlyWhereItIsUnclear) {
@@ -165,6 +236,46 @@ TEST_F(CBoardEditTest, ACopiedReportAndADroppedTextBecomeTheirWords) {
     Q_EMIT grid->DataDropped(&text, 4, 1);
     ProcessAll();
     EXPECT_EQ(Board(), "IBM|MSFT|GE|KO|PEP");
+}
+
+TEST_F(CBoardEditTest, APasteIsSelectedSeenAndSaysWhatWasThereAlready) {
+    Rows(QStringLiteral("IBM"));
+    auto* status = frame->findChild<QLabel*>(QStringLiteral("paneStatus"));
+    QString lines;
+    for (int i = 0; i < 10; ++i) lines += QStringLiteral("S%1\n").arg(i);
+    const int rows = grid->Geometry().ScrolledHeight() / grid->Geometry().RowHeight();
+    grid->SetFocusCell(1, 1);
+    Rows(QStringLiteral("A\n").repeated(3 * rows));
+    grid->SetFocusCell(3 * rows + 1, 2);
+    QGuiApplication::clipboard()->setText(lines + QStringLiteral("A\nWatchList of mine\n"));
+    Do(EditPaste);
+    EXPECT_EQ(grid->SelectedRange(), (SGridRange{3 * rows + 1, 3 * rows + 11, 1, grid->ColumnCount()}));
+    for (const int row : {3 * rows + 1, 3 * rows + 11})
+        EXPECT_EQ(grid->Geometry().VisibleCellRect(row, 1).height(), grid->Geometry().RowHeight()) << row;
+    const QString said = QStringLiteral("Pasted 11 rows; 1 symbol was in the list already; 1 line was left out: "
+                                        "\"WatchList of mine\"");
+    EXPECT_EQ(status->text(), said);
+    doc->SymbolNotFound("A"); // The feed's answer comes at once and must not wipe it away.
+    EXPECT_EQ(status->text(), said);
+    frame->findChild<QTimer*>(QStringLiteral("saidTimer"))->start(0);
+    EXPECT_TRUE(WaitFor([&] { return status->text().toStdString() == doc->StatusText(); }));
+}
+
+TEST_F(CBoardEditTest, TextsFromOtherProgramsHaveAnyLineEnds) {
+    for (const char* end : {"\n", "\r\n", "\r"}) {
+        const QString text = QStringList{QStringLiteral("My WatchList -- REALTIME --"), QStringLiteral("User: me"),
+                                         QStringLiteral("IBM  MSFT"), QStringLiteral("====="), QStringLiteral("GE")}
+                                 .join(QLatin1String(end));
+        Rows(text);
+        EXPECT_EQ(Board(), "IBM|MSFT|GE") << testing::PrintToString(end);
+        Undo();
+        QMimeData dropped;
+        dropped.setText(text);
+        Q_EMIT grid->DataDropped(&dropped, 1, 1);
+        ProcessAll();
+        EXPECT_EQ(Board(), "IBM|MSFT|GE") << testing::PrintToString(end);
+        Undo();
+    }
 }
 
 TEST_F(CBoardEditTest, UndoingVeryManyRowsIsSeenToBeUnderWay) {

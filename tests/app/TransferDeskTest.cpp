@@ -3,6 +3,8 @@
 #include "app/FileDesk.h"
 #include "app/FrameFixture.h"
 #include "app/ListPrinter.h"
+#include "data/UpdateFields.h"
+#include "grid/GridTheme.h"
 #include "support/Dialogs.h"
 #include "support/MessageBoxes.h"
 #include "watchlist/CellEntry.h"
@@ -14,19 +16,47 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QGroupBox>
+#include <QLabel>
+#include <QPdfWriter>
 #include <QPlainTextEdit>
 #include <QPrinter>
 #include <QPushButton>
+#include <QRegularExpression>
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
+#include <set>
+
 using namespace vx;
 using namespace vx::test;
+using testing::AllOf;
+using testing::Contains;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
 
 namespace {
+
+/// The colours that a PDF file fills with.
+std::set<QRgb> ColorsOfPdf(const std::string& file) {
+    static const QRegularExpression fill(QStringLiteral("/CSp cs ([0-9.]+) ([0-9.]+) ([0-9.]+) scn"));
+    std::set<QRgb> colors;
+    for (size_t at = 0; (at = file.find("stream\n", at)) != std::string::npos;) {
+        at += 7;
+        const std::string packed = file.substr(at, file.find("endstream", at) - at);
+        if (!packed.starts_with('x')) continue; // Not compressed: no page.
+        const QByteArray page = qUncompress(QByteArray("\0\1\0\0", 4) + QByteArray::fromStdString(packed));
+        for (auto found = fill.globalMatch(QString::fromLatin1(page)); found.hasNext();) {
+            const QRegularExpressionMatch color = found.next();
+            const auto part = [&](int i) { return qRound(color.captured(i).toDouble() * 255); };
+            colors.insert(qRgb(part(1), part(2), part(3)));
+        }
+    }
+    return colors;
+}
 
 class CTransferDeskTest : public CFrameFixture {
 protected:
@@ -53,6 +83,7 @@ protected:
         });
         Do("FileExport");
     }
+    std::string Status() { return frame.findChild<QLabel*>(QStringLiteral("paneStatus"))->text().toStdString(); }
     static QString Text(const CImportDlg& dialog, const char* list) {
         const auto* edit = dialog.findChild<QPlainTextEdit*>(QString::fromLatin1(list));
         return edit ? edit->toPlainText() : QString();
@@ -70,27 +101,50 @@ protected:
 TEST_F(CTransferDeskTest, AnExportAsksHowAndWhereAndAppendingAsksNothingElse) {
     Type(1, "ibm");
     Type(2, "buy at the open");
-    Export({"Tab Delimited", "DDE Formulas", "columnHeaders"}, At("board"));
+    Export({"Tab Delimited", "DDE Formulas"}, At("board"));
     EXPECT_EQ(groups, (QStringList{QStringLiteral("Export"), QStringLiteral("Quote Format Options"),
                                    QStringLiteral("File Options")}));
     EXPECT_EQ(filter, "Tabular Delimited (*.txt)");
     const std::string table = ReadFile(At("board.txt"));
     EXPECT_EQ(table, "Symbol\tLast\tNotes\n=VxLink|'IBM'!'Symbol'\t\t\nbuy at the open\t\t\n");
 
-    Export({"Tab Delimited"}, At("board.txt"));
+    EXPECT_EQ(Status(), "Exported to \"" + At("board.txt") + "\"");
+
+    Export({"Data", "Append"}, At("board.txt"));
     EXPECT_EQ(ReadFile(At("board.txt")), table + "IBM\t\t\nbuy at the open\t\t\n");
-    Export({}, At("board"));
+    EXPECT_EQ(Status(), "Exported to the end of \"" + At("board.txt") + "\"");
+    Export({"Comma Delimited"}, At("board"));
     EXPECT_EQ(filter, "Comma Delimited (*.csv)");
-    EXPECT_EQ(ReadFile(At("board.csv")), "IBM,,\nbuy at the open,,\n");
+    EXPECT_EQ(ReadFile(At("board.csv")), "Symbol,Last,Notes\nIBM,,\nbuy at the open,,\n");
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 
     boxes.answer = EBoxAnswer::Yes;
     doc.EmptyRow(2);
-    Export({"Overwrite"}, At("board.csv"));
+    Export({"Overwrite", "columnHeaders"}, At("board.csv"));
     EXPECT_EQ(ReadFile(At("board.csv")), "IBM,,\n");
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre("The file \"" + At("board.csv") + "\" exists already. Replace it?"));
     Export({}, At("none/board")); // A file that cannot be opened is passed over.
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+    EXPECT_THAT(Status(),
+                AllOf(StartsWith("Nothing was exported: "), HasSubstr("/none/board.csv\" could not be opened")));
+}
+
+TEST_F(CTransferDeskTest, AnExportBeginsWithANewFileAndHeadersThenWithWhatWasChosenForTheList) {
+    const auto offered = [&] {
+        SExportOptions options;
+        WhenOpen<CQuoteDataOptions>([&](CQuoteDataOptions& dialog) {
+            options = dialog.Options();
+            dialog.reject();
+        });
+        Do("FileExport");
+        return options;
+    };
+    Type(1, "ibm");
+    EXPECT_EQ(offered(), (SExportOptions{false, true, true, false, false}));
+    Export({"DDE Formulas", "Tab Delimited", "columnHeaders", "utf8", "Append"}, At("board"));
+    EXPECT_EQ(offered(), (SExportOptions{true, false, false, true, true}));
+    doc.NewDocument();
+    EXPECT_EQ(offered(), SExportOptions{});
 }
 
 TEST_F(CTransferDeskTest, AnImportShowsWhatItWouldDoAndIsOneStep) {
@@ -130,6 +184,42 @@ TEST_F(CTransferDeskTest, AnImportShowsWhatItWouldDoAndIsOneStep) {
     });
     frame.Transfer().ImportFile(At("none.txt"));
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+}
+
+TEST_F(CTransferDeskTest, PrintedTextsCanBeReadOnTheBackgroundsThatTheUserChose) {
+    doc.SetColumnsByName("Symbol;Last;Tick Trend;");
+    doc.SetFeedReady();
+    Type(1, "IBM");
+    const auto feed = [&](std::string_view field, std::initializer_list<const char*> values) {
+        std::string line = "Q,IBM";
+        for (size_t i = 0; kUpdateFields[i].name != field; ++i) line += ',';
+        for (const char* value : values) frame.Store().OnLevel1Message(line + value + ",");
+    };
+    feed("Last", {"12.5", "13.5"});
+    feed("Tick", {"173", "175", "183"});
+    doc.RebuildGrid();
+    const auto printed = [&] {
+        QPdfWriter paper(QString::fromStdString(At("board.pdf")));
+        CListPrinter list(frame.View().Grid(), 1, {}, paper);
+        EXPECT_TRUE(list.Print(1, 1, [](int) { return true; }));
+        return ReadFile(At("board.pdf"));
+    };
+    const SGridTheme& theme = kLightGridTheme;
+    for (const auto& colors = ColorsOfPdf(printed()); const QRgb color : {theme.up, theme.down, theme.unchanged})
+        EXPECT_THAT(colors, Contains(color));
+
+    constexpr QRgb kGrey = 0xFF808080;
+    for (int column = 1; column <= 3; ++column) {
+        SCellFormat format = doc.Formats().Effective(1, column);
+        format.backColour = 0x808080;
+        doc.Formats().Set(1, column, format);
+    }
+    const std::set<QRgb> colors = ColorsOfPdf(printed());
+    EXPECT_THAT(colors, Contains(kGrey));
+    for (const ETextRole role : {ETextRole::Up, ETextRole::Down, ETextRole::Unchanged}) {
+        EXPECT_THAT(colors, Not(Contains(theme.RoleColor(role))));
+        EXPECT_THAT(colors, Contains(ReadableRoleColor(theme, role, kGrey)));
+    }
 }
 
 TEST_F(CTransferDeskTest, PagesHoldAllRowsAndWideListsContinueBesideThem) {

@@ -192,6 +192,35 @@ TEST_F(CCellEntry, ATypedCorrectionTakesTheRowOffTheRejectedSymbols) {
     EXPECT_EQ(doc.InvalidSymbols().SymbolAt(1), "");
 }
 
+TEST_F(CCellEntry, WhatWasTypedGoesWithItsRejectedRowAndComesBackWithIt) {
+    Type(" IBM,MSFT ", 1);
+    OverwriteRow(doc, 2, "c, d");
+    OverwriteRow(doc, 3, "nope");
+    for (const char* symbol : {kCommaSymbol, "NOPE"}) doc.SymbolNotFound(symbol);
+    doc.InsertRows(1, 1);
+    EXPECT_EQ(doc.TypedText(2), "IBM,MSFT");
+    EXPECT_EQ(doc.TypedText(3), "c, d");
+    EXPECT_EQ(doc.TypedText(4), "NOPE") << "the rejected symbol, where nothing else is known";
+    doc.DeleteRows(2, 1);
+    doc.Undo().Undo();
+    EXPECT_EQ(doc.TypedText(2), "IBM,MSFT");
+    doc.SetModified(false);
+    CorrectRejected(doc, 2, "  ");
+    EXPECT_TRUE(doc.IsRejected(2));
+    EXPECT_FALSE(doc.IsModified());
+    CorrectRejected(doc, 2, "#a,b");
+    EXPECT_EQ(Row(2), kCommaSymbol) << "the comma rule comes first, as in an empty row";
+    EXPECT_EQ(doc.TypedText(2), "#a,b");
+    CorrectRejected(doc, 3, "");
+    CorrectRejected(doc, 4, "ibm");
+    EXPECT_EQ(Rows(), "|ERR_COMMA_SYMBOL||IBM");
+    EXPECT_EQ(doc.TypedText(3), "");
+    Open("Columns=Symbol:1000;\r\nSymbols=ERR_COMMA_SYMBOL:1,;BAD:2,;\r\n");
+    for (const char* symbol : {kCommaSymbol, "BAD"}) doc.SymbolNotFound(symbol);
+    EXPECT_EQ(doc.TypedText(1), "") << "nobody knows any more";
+    EXPECT_EQ(doc.TypedText(2), "BAD");
+}
+
 TEST_F(CCellEntry, TheCurrentSymbolAsksBeforeItReplacesARow) {
     AddCurrentSymbol(doc, settings, 1);
     EXPECT_EQ(Rows(), "") << "none was chosen";

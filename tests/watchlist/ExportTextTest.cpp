@@ -1,9 +1,14 @@
 #include "watchlist/ExportText.h"
+#include "watchlist/CopyText.h"
 #include "watchlist/DocFixture.h"
 
+#include <csignal>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace vx;
 using namespace vx::test;
@@ -26,10 +31,29 @@ protected:
         doc.OnNewsLine("N,S,1,IBM,20240131 093000,Up");
     }
     std::string FileAfter(const SExportOptions& options) {
-        outcome = ExportToFile(doc, options, path);
+        outcome = ExportToFile(doc, options, path).outcome;
+        return File(path);
+    }
+    static std::string File(const std::string& path) {
         std::ostringstream text;
         text << std::ifstream(path, std::ios::binary).rdbuf();
         return text.str();
+    }
+    /// Of an export that must not succeed.
+    EExportOutcome OutcomeAt(const std::string& at, bool append = false) {
+        SExportOptions options;
+        options.append = append;
+        return ExportToFile(doc, options, at).outcome;
+    }
+
+    static rlimit Limit() {
+        rlimit limit{};
+        getrlimit(RLIMIT_FSIZE, &limit);
+        return limit;
+    }
+    static void SetLimit(const rlimit& limit) {
+        std::signal(SIGXFSZ, SIG_IGN); // The write fails instead.
+        setrlimit(RLIMIT_FSIZE, &limit);
     }
 
     std::string path = folder.Path() + "/out.csv";
@@ -62,7 +86,7 @@ TEST_F(CExportText, AppendsOrOverwritesWithHeadersWhereATableBeginsAFile) {
     doc.Columns().SetNames("Symbol;Last;");
     const std::string headers = "Symbol,Last\n", row = "IBM,12.5000\n";
     SExportOptions options;
-    options.columnHeaders = true;
+    options.append = true;
     EXPECT_EQ(FileAfter(options), headers + row);
     EXPECT_EQ(FileAfter(options), headers + row + row);
     options.append = false;
@@ -70,8 +94,50 @@ TEST_F(CExportText, AppendsOrOverwritesWithHeadersWhereATableBeginsAFile) {
     options.columnHeaders = false;
     EXPECT_EQ(FileAfter(options), row);
     EXPECT_EQ(outcome, EExportOutcome::Written);
-    EXPECT_EQ(ExportToFile(doc, options, folder.Path()), EExportOutcome::NotOpened);
-    EXPECT_EQ(ExportToFile(doc, options, "/dev/full"), EExportOutcome::Failed);
+    EXPECT_EQ(OutcomeAt(folder.Path()), EExportOutcome::NotOpened);
+    EXPECT_EQ(OutcomeAt(folder.Path() + "/none/file"), EExportOutcome::NotOpened);
+    EXPECT_EQ(OutcomeAt("/dev/full"), EExportOutcome::Torn);
     ASSERT_EQ(mkfifo((folder.Path() + "/pipe").c_str(), 0600), 0);
-    EXPECT_EQ(ExportToFile(doc, options, folder.Path() + "/pipe"), EExportOutcome::NotOpened) << "it has no reader";
+    EXPECT_EQ(OutcomeAt(folder.Path() + "/pipe"), EExportOutcome::NotOpened) << "it has no reader";
+}
+
+TEST_F(CExportText, AFileThatCannotTakeAllKeepsWhatItHeld) {
+    std::ofstream(path) << "precious\n";
+    const rlimit before = Limit();
+    SetLimit({12, before.rlim_max}); // Longer than what stands there, shorter than what comes.
+    const EExportOutcome replaced = OutcomeAt(path), appended = OutcomeAt(path, true);
+    SetLimit(before);
+    EXPECT_EQ(replaced, EExportOutcome::Failed);
+    EXPECT_EQ(appended, EExportOutcome::Failed);
+    EXPECT_EQ(File(path), "precious\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1) << "something was left there";
+}
+
+TEST_F(CExportText, AReplacedFileIsFollowedThroughItsLinkAndKeepsItsMode) {
+    std::ofstream(path) << "old\n";
+    ASSERT_EQ(chmod(path.c_str(), 0640), 0);
+    const std::string link = folder.Path() + "/link";
+    ASSERT_EQ(symlink(path.c_str(), link.c_str()), 0);
+    EXPECT_EQ(OutcomeAt(link), EExportOutcome::Written);
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_EQ(File(path), ExportText(doc, {}, true));
+    struct stat status {};
+    EXPECT_EQ(stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0640u);
+}
+
+TEST_F(CExportText, OnlyUtf8TurnsTheTickTrendIntoSigns) {
+    doc.DeleteRows(2, 9);
+    doc.Columns().Clear();
+    doc.SetColumnsByName("Symbol;Tick Trend;Notes;");
+    doc.Notes().Set(1, "\xE9 \xAD");
+    for (const char* tick : {"173", "183", "175"}) FeedSets("IBM", "Tick", tick); // The newest comes first.
+    SExportOptions options;
+    EXPECT_EQ(FileAfter(options), "Symbol,Tick Trend,Notes\nIBM,\xAF\xB7\xAD,\xE9 \xAD\n");
+    options.utf8 = true;
+    EXPECT_EQ(FileAfter(options), "Symbol,Tick Trend,Notes\nIBM,\u25BC\u2022\u25B2,\u00E9 \u00AD\n");
+    EXPECT_EQ(CopyText(doc, {1, 1, 1, 3}), "IBM\t\u25BC\u2022\u25B2\t\u00E9 \u00AD\r\n");
+    doc.SetAnnotation(1, "\xB7 a heading");
+    doc.Columns().SetWidth(1, 0);
+    EXPECT_EQ(CopyText(doc, {1, 1, 1, 3}), "\u00B7 a heading\r\n") << "it stands in the trend's column";
 }

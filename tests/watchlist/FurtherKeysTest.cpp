@@ -148,6 +148,17 @@ TEST_F(FurtherKeys, BringBackColumnsWithWhatCountsByTheirPlaces) {
     EXPECT_EQ(Columns(), "");
 }
 
+TEST_F(FurtherKeys, RememberHowTheListIsExported) {
+    doc.Options().exporting = {true, false, false, true, true};
+    EXPECT_THAT(FurtherLines(), ElementsAre("Vx.Export=formulas tabs headless append utf8;"));
+    Travel();
+    EXPECT_EQ(doc.Options().exporting, (SExportOptions{true, false, false, true, true}));
+    OpenFurther("Vx.Export=append;\r\n");
+    EXPECT_EQ(doc.Options().exporting, (SExportOptions{false, true, true, true, false}));
+    OpenFurther("Vx.Export=tabs later;\r\n");
+    EXPECT_EQ(doc.Options().exporting, SExportOptions{}) << "a choice that is not known spoils them all";
+}
+
 TEST_F(FurtherKeys, CarryEveryByteInLinesOfBoundedLength) {
     std::string all;
     for (int i = 0; i < 5000; ++i) all += static_cast<char>(i % 256);

@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <fstream>
 
 using namespace vx;
@@ -46,7 +47,8 @@ TEST_F(CImportText, FindsSymbolsInListsAndTables) {
         {"a, b;c\td e\n\n;;a", "A B C D E |  | A |"},
         {"\"ge\",'f'\nBRK.B 600000 @ES# 0700 ^VIX", "GE F BRK.B 600000 @ES# 0700 ^VIX |  |  |"},
         {"t 20.15 -3.2\n---\n# my cars, old\nf", "T F |  |  | 1:20.15 1:-3.2 2:--- 3:# my cars, old"},
-        {"My WatchList\r\n-- REALTIME --\r\nt f\r\n", "T F |  |  |"},
+        {"My WatchList\r\n-- REALTIME --\r\nt f\r\n", "T F |  |  | 1:My WatchList 2:-- REALTIME --"},
+        {"User: me\n----\nt 1.5\nWatchList of cars\nf", "T F |  |  | 1:User: me 3:1.5 4:WatchList of cars"},
         {"Name,Symbol,Last\n\"Ford, Motor\",f,1\n\"AT&T\r\nInc\",\" t\" ,2\r\nx,buy at open\ny\nz,\"F\"\n",
          "F T |  | F | 5:buy at open"},
         {"\n SYMBOL ;Last\nBRK A;1\n;2\n#x;3", "BRK A |  |  | 5:#x"},
@@ -83,6 +85,24 @@ TEST_F(CImportText, FilesOfEveryEncodingReadTheSame) {
     ASSERT_EQ(truncate(large.c_str(), kMostImportBytes + 1), 0);
     EXPECT_EQ(ReadImportFile(large).error, "The file \"" + large + "\" is larger than 64 MB and was not read.");
     EXPECT_EQ(ReadImportFile(large).text, "");
+}
+
+TEST_F(CImportText, ALongTextIsReadUpToWhatFitsAndCanBeCancelledWithoutALineEnd) {
+    std::string text;
+    for (int i = 0; i <= CRowTable::kMaxRow; ++i) text += fmt::format("S{}{}", i, i % 2 == 0 ? '\n' : ',');
+    const SImportPreview whole = ReadImport(doc, text + "S1\nS2\n");
+    EXPECT_EQ(whole.toAdd.size(), static_cast<size_t>(CRowTable::kMaxRow));
+    EXPECT_EQ(whole.unreadFrom, static_cast<size_t>(CRowTable::kMaxRow / 2 + 1));
+    EXPECT_EQ(whole.duplicateCount, 0U);
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    size_t looks = 0;
+    const auto cancel = [&](size_t done, size_t total) {
+        EXPECT_EQ(total, text.size());
+        ++looks;
+        return done < total / 2;
+    };
+    EXPECT_TRUE(ReadImport(doc, text, cancel).cancelled);
+    EXPECT_GT(looks, 3U);
 }
 
 TEST_F(CImportText, AddsWithoutOverwritingAndTakesItBackWhole) {

@@ -1,6 +1,7 @@
 #include "watchlist/PasteText.h"
 #include "watchlist/CopyText.h"
 #include "watchlist/DocFixture.h"
+#include "watchlist/ReportText.h"
 
 #include <fmt/format.h>
 
@@ -52,10 +53,36 @@ TEST_F(CPasteText, ReportsBecomeTheirWordsAndOtherTextsStay) {
         {"IBM\r\n\r\nMSFT  ", "IBM\r\n\r\nMSFT  "},
         {"My WatchList\r\nUser: me\r\n-- REALTIME --\r\n\r\n IBM  12.5 \r\n- - -\r\n====\r\n", "IBM\r\n12.5"},
         {"-- DELAYED -- x\r\nREALTIME IBM\t\r\nA-B =\r\n", "REALTIME\r\nIBM\r\nA-B\r\n="},
-        {"DELAYED\nIBM MSFT\r\n", "DELAYED\nIBM\r\nMSFT"},
+        {"DELAYED\nIBM MSFT\r\n", "DELAYED\r\nIBM\r\nMSFT"},
+        {"My WatchList\n-- REALTIME --\n\n IBM  12.5 \n====\nGE\n", "IBM\r\n12.5\r\nGE"},
+        {"My WatchList -- DELAYED --\r\rIBM\r", "IBM"},
+        {"IBM\nWatchList candidates\nGE", "IBM\r\nGE"},
         {"WatchList", ""},
     };
     for (const auto& c : cases) EXPECT_EQ(NormalizePastedText(c.text), c.words) << c.text;
+}
+
+TEST_F(CPasteText, SaysWhatWasThereAlreadyAndWhatWasLeftOut) {
+    const struct {
+        const char *text, *rows, *summary;
+    } cases[] = {
+        {"T\nF\n", "T|F", ""},
+        {"ibm\nIBM\nT\nge\n#GE\n", "IBM|IBM|T|GE|#GE", "Pasted 5 rows; 2 symbols were in the list already"},
+        {"IBM\n\nT,F\n", "IBM||ERR_COMMA_SYMBOL",
+         "Pasted 2 rows; 1 symbol was in the list already; 1 line holds commas (F2 there brings the text back)"},
+        {"User: me\nT\nWatchList, \tof old cars that no one has driven\n===\n", "T",
+         "Pasted 1 row; 2 lines were left out: \"User: me\", ..."},
+        {"T\t1\n\t2 3\n\t\nF\t3\n", "T|||F", "Pasted 2 rows; 1 line was left out: \" 2 3\""},
+    };
+    for (const auto& c : cases) {
+        const SPasteResult result = PasteText(doc, 11, 1, c.text);
+        EXPECT_EQ(Rows(), "IBM|MSFT|#Banks||GE||||||" + std::string(c.rows)) << c.text;
+        EXPECT_EQ(result.summary, c.summary) << c.text;
+        doc.Undo().Undo();
+    }
+    EXPECT_EQ(PasteText(doc, 11, 1, "\n \t\n").message, "There is no text to be pasted.");
+    EXPECT_EQ(PasteText(doc, 11, 1, "My WatchList\n---\n").message,
+              "There is no symbol in the text that could be pasted: \"My WatchList\"");
 }
 
 TEST_F(CPasteText, FillsRowsFromTheFocusOn) {
@@ -67,7 +94,7 @@ TEST_F(CPasteText, FillsRowsFromTheFocusOn) {
         {1, 2, "nvda\namd\nintc", "NVDA|AMD|INTC||GE"},
         {1, 1, "\n\ncsco\n \n", "IBM|MSFT|CSCO||GE"},
         {4, 1, "a,b", "IBM|MSFT|#Banks|ERR_COMMA_SYMBOL|GE"},
-        {6, 1, "T\t20.00\tx\r\nCars\r\nF\t10.00\t\r\n", "IBM|MSFT|#Banks||GE|T|#Cars|F"},
+        {6, 1, "T\t20.00\tx\r\nCars\r\nbuy at open\nF\t10.00\t\r\n", "IBM|MSFT|#Banks||GE|T|Cars|#buy at open|F"},
         {6, 2, "20.00\tx\r\n", "IBM|MSFT|#Banks||GE|20.00"},
         {6, 1, "WatchList\r\nt f\r\n", "IBM|MSFT|#Banks||GE|T|F"},
         {6, 1, "", "IBM|MSFT|#Banks||GE"},
@@ -86,11 +113,11 @@ TEST_F(CPasteText, FindsTheSymbolInTheColumnsThatItsOwnBoardCopied) {
     const std::string copied = CopyText(doc, {1, 5, 1, 4});
     EXPECT_EQ(copied, "12.5000\tfirst line\tIBM\r\n\t\tMSFT\r\nBanks\r\n\t\t\r\n\t\tGE\r\n");
     Pasted(6, 1, copied);
-    EXPECT_EQ(Rows(), "IBM|MSFT|#Banks||GE|IBM|MSFT|#Banks||GE");
+    EXPECT_EQ(Rows(), "IBM|MSFT|#Banks||GE|IBM|MSFT|Banks||GE") << "a text without marks tells no heading";
     Pasted(11, 3, CopyText(doc, {1, 2, 3, 4}));
     EXPECT_EQ(Row(11), "IBM");
     EXPECT_EQ(Row(12), "MSFT");
-    EXPECT_THAT(feed.Take(), IsEmpty()) << "all are watched already";
+    EXPECT_THAT(feed.Take(), ElementsAre("wBanks\n")) << "all others are watched already";
 }
 
 TEST_F(CPasteText, HeadingsOfABoardComeBackWhateverIsInThem) {
