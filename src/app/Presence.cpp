@@ -41,6 +41,14 @@ bool CPresence::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
 }
 
+// With the user here, no move is needed when the keyboard comes back from that window.
+void CPresence::NoteOwnWindow() {
+    if (IsHere())
+        m_ownWindow.invalidate();
+    else
+        m_ownWindow.start();
+}
+
 // The keyboard goes from one window to the next through none.
 void CPresence::Poll() {
     const bool hasFocus = QGuiApplication::focusWindow() != nullptr;

@@ -23,9 +23,9 @@ public:
     /// The program became the active one, or another one did.
     void SetHere(bool here);
     /// A window comes up that the user did not ask for.
-    void NoteOwnWindow() { m_ownWindow.start(); }
-    /// Looks whether any window has the keyboard; call it a few times a second. The toolkit does not tell when the window
-    /// that had it was closed and no other one got it.
+    void NoteOwnWindow();
+    /// Looks whether any window has the keyboard; call it a few times a second. The toolkit does not tell when the
+    /// window that had it was closed and no other one got it.
     void Poll();
 
 Q_SIGNALS:

@@ -121,6 +121,8 @@ TEST_F(AlertDesk, AnAlertIsSetOnACellFiresIsResetAndFiresAgain) {
     EXPECT_EQ(frame.Document().Alerts().Get("IBM")[0].value, 192.1525);
     EXPECT_EQ(frame.Document().Undo().UndoName(), "new alert") << "a reset is no edit";
     frame.Document().SetModified(false);
+    frame.activateWindow();
+    ASSERT_TRUE(WaitUntil([&] { return frame.isActiveWindow() && frame.AlertNotices().Presence().IsHere(); }));
     LastIs("IBM", "193");
     ASSERT_TRUE(Notice(frame));
     const std::vector<SAlertFiring> fired = CAlertHistory(folder / "zantrel").Read();
@@ -243,7 +245,7 @@ TEST_F(AlertDesk, WhatFiredWhileAwayIsCountedAndFoundInTheHistory) {
     frame.Document().Alerts().Add("MSFT", Above(30));
     frame.AlertNotices().Presence().SetHere(true);
     LastIs("IBM", "20");
-    ASSERT_TRUE(Notice(frame));
+    ASSERT_TRUE(Notice(frame) && WaitUntil([&] { return Notice(frame)->isActiveWindow(); }));
     EXPECT_FALSE(missed.isVisible());
     frame.AlertNotices().Presence().SetHere(false);
     LastIs("MSFT", "20");
