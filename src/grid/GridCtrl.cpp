@@ -80,9 +80,16 @@ void CGridCtrl::SetColumnCount(int columns, int defaultWidth) {
 }
 
 void CGridCtrl::SetColumnWidth(int column, int width) {
-    if (column < 1 || column > ColumnCount()) return;
-    m_geometry.SetColumnWidth(column, width);
+    if (column < 1 || column > ColumnCount() || !m_geometry.SetColumnWidth(column, width)) return;
     LayoutChanged();
+}
+
+void CGridCtrl::SetColumnWidths(const std::vector<int>& widths) {
+    bool changed = false;
+    const int columns = std::min(ColumnCount(), static_cast<int>(widths.size()));
+    for (int column = 1; column <= columns; ++column)
+        changed |= m_geometry.SetColumnWidth(column, widths[static_cast<size_t>(column) - 1]);
+    if (changed) LayoutChanged();
 }
 
 int CGridCtrl::FitWidth(int column) {

@@ -3,6 +3,7 @@
 #include "grid/CellFlash.h"
 #include "grid/CellSource.h"
 #include "grid/DirtyCells.h"
+#include "grid/FocusSpeech.h"
 #include "grid/GlyphAtlas.h"
 #include "grid/GridEditor.h"
 #include "grid/GridGeometry.h"

@@ -63,10 +63,14 @@ void CGridGeometry::SetColumnCount(int columns, int width) {
     Relayout();
 }
 
-void CGridGeometry::SetColumnWidth(int column, int width) {
-    if (column < 0 || column > ColumnCount()) return;
-    m_widths[static_cast<size_t>(column)] = std::clamp(width, 0, kMaxColumnWidth);
+bool CGridGeometry::SetColumnWidth(int column, int width) {
+    if (column < 0 || column > ColumnCount()) return false;
+    int& present = m_widths[static_cast<size_t>(column)];
+    width = std::clamp(width, 0, kMaxColumnWidth);
+    if (present == width) return false;
+    present = width;
     Relayout();
+    return true;
 }
 
 int CGridGeometry::ColumnWidth(int column) const {

@@ -48,7 +48,8 @@ public:
     /// Columns 1..columns; those that are added get the given width.
     void SetColumnCount(int columns, int width);
     int ColumnCount() const { return static_cast<int>(m_widths.size()) - 1; }
-    void SetColumnWidth(int column, int width);
+    /// Returns whether the width is another one than before.
+    bool SetColumnWidth(int column, int width);
     int ColumnWidth(int column) const;
     /// The first columns (not counting the row numbers) that stay while the others scroll.
     void SetLockedColumns(int columns);

@@ -35,9 +35,12 @@ void CWatchlistGrid::Rebuild() {
     const CColumnMap& columns = m_doc.Columns();
     m_cells.ColumnsChanged();
     SetColumnCount(columns.Count() - 1, kDefaultColumnWidthPx);
-    for (int column = 1; column < columns.Count(); ++column) SetColumnWidth(column, columns.At(column).width);
     if (!IsBusy()) m_draggedWidth.reset(); // The drag was given up.
-    if (m_draggedWidth) SetColumnWidth(m_draggedWidth->first, m_draggedWidth->second);
+    std::vector<int> widths;
+    for (int column = 1; column < columns.Count(); ++column)
+        widths.push_back(m_draggedWidth && m_draggedWidth->first == column ? m_draggedWidth->second
+                                                                           : columns.At(column).width);
+    SetColumnWidths(widths);
     SetLockedColumns(m_doc.Options().lockedColumns);
     SetRowNumbersVisible(m_doc.Options().showRowNumbers);
     SetRowNumberWidth(columns.At(kRowNumberColumn).width);

@@ -89,6 +89,16 @@ TEST_F(GridRepaint, PaintsNothingForWhatCannotBeSeen) {
     EXPECT_EQ(Painted().passes, 0);
 }
 
+TEST_F(GridRepaint, PaintsNothingForAWidthThatAColumnHasAlready) {
+    Start();
+    grid.SetColumnWidth(2, 80);
+    grid.SetColumnWidths(std::vector<int>(10, 80));
+    EXPECT_EQ(Painted().passes, 0);
+    grid.SetColumnWidths({80, 80, 0, 90});
+    EXPECT_EQ(Painted().passes, 1);
+    EXPECT_EQ(grid.ColumnWidth(3) + grid.ColumnWidth(4), 90);
+}
+
 TEST_F(GridRepaint, FollowsTheScrollPositionAndTheLockedColumns) {
     grid.SetLockedColumns(1);
     grid.EnsureVisible(60, 10);
