@@ -1,142 +1,25 @@
 #include "grid/GridAccessible.h"
 
+#include "grid/GridCellAccessible.h"
 #include "grid/GridCtrl.h"
 #include "grid/QtText.h"
 
 #include <QAccessibleWidget>
 #include <QHash>
-#include <QPointer>
-#include <algorithm>
 
 namespace vx {
 
 namespace {
 
-// Cells are made when they are asked for and kept, for assistive technology knows them by number; a list of 100,000
-// rows that is read through starts anew from time to time.
-constexpr int kMaxCells = 4096;
 constexpr int kMaxListed = 1000; // cells in one answer
 
-QString ShownQt(const CGridCtrl& grid, int row, int column) { return QtText(grid.ShownText(row, column)); }
-
-/// The text of a cell as it is read to the user: arrows and dots have no sound of their own.
-QString SpokenText(const CGridCtrl& grid, const SGridCell& at) {
-    SCell cell;
-    if (at.row > 0 && at.column > 0 && grid.Source() != nullptr && !grid.IsSpan(at.row))
-        grid.Source()->FillCell(at.row, at.column, cell);
-    if (!cell.tickTrend) return ShownQt(grid, at.row, at.column);
-    QStringList words;
-    for (const char c : cell.Text()) {
-        const int symbol = CGridPainter::SymbolOf(static_cast<unsigned char>(c));
-        if (symbol == kSymbolUp) words += CGridCtrl::tr("up");
-        if (symbol == kSymbolDown) words += CGridCtrl::tr("down");
-        if (symbol == kSymbolDot) words += CGridCtrl::tr("unchanged");
-    }
-    return words.join(QLatin1Char(' '));
-}
-
-/// One cell, header cells included.
-///
-/// Owns    nothing; it is invalid once its grid or its row is gone
-class CCellAccessible : public QAccessibleInterface,
-                        public QAccessibleTableCellInterface,
-                        public QAccessibleActionInterface {
-public:
-    CCellAccessible(CGridCtrl* grid, const SGridCell& cell) : m_grid(grid), m_cell(cell) {}
-
-    const SGridCell& Cell() const { return m_cell; }
-
-    bool isValid() const override {
-        return !m_grid.isNull() && m_cell.row <= m_grid->RowCount() && m_cell.column <= m_grid->ColumnCount();
-    }
-    QObject* object() const override { return nullptr; }
-    QAccessibleInterface* parent() const override { return QAccessible::queryAccessibleInterface(m_grid); }
-    QAccessibleInterface* child(int) const override { return nullptr; }
-    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
-
-    QAccessible::Role role() const override {
-        if (m_cell.row == 0) return QAccessible::ColumnHeader;
-        return m_cell.column == 0 ? QAccessible::RowHeader : QAccessible::Cell;
-    }
-    QString text(QAccessible::Text kind) const override {
-        if (!isValid()) return {};
-        if (kind == QAccessible::Name) return Name();
-        if (kind == QAccessible::Value) return SpokenText(*m_grid, m_cell);
-        if (kind != QAccessible::Description || m_grid->Source() == nullptr || m_cell.column == 0) return {};
-        return QtText(m_cell.row == 0 ? m_grid->Source()->HeaderTip(m_cell.column)
-                                      : m_grid->Source()->CellTip(m_cell.row, m_cell.column));
-    }
-    void setText(QAccessible::Text, const QString&) override {}
-    QRect rect() const override {
-        if (!isValid()) return {};
-        const QRect seen = m_grid->Geometry().VisibleCellRect(m_cell.row, m_cell.column);
-        const QRect place = seen.isEmpty() ? m_grid->Geometry().CellRect(m_cell.row, m_cell.column) : seen;
-        return {m_grid->viewport()->mapToGlobal(place.topLeft()), place.size()};
-    }
-    QAccessible::State state() const override {
-        QAccessible::State state;
-        state.invalid = !isValid();
-        if (state.invalid) return state;
-        state.invisible =
-            m_grid->ColumnWidth(m_cell.column) == 0 || m_grid->IsRowHidden(m_cell.row) || !m_grid->isVisible();
-        state.offscreen = m_grid->Geometry().VisibleCellRect(m_cell.row, m_cell.column).isEmpty();
-        if (role() != QAccessible::Cell) return state;
-        state.focusable = state.selectable = true;
-        state.focused = m_grid->hasFocus() && m_grid->FocusCell() == m_cell;
-        state.selected = isSelected();
-        state.editable = m_grid->MayEdit(m_cell.row, m_cell.column);
-        state.readOnly = !state.editable;
-        return state;
-    }
-    void* interface_cast(QAccessible::InterfaceType type) override {
-        if (type == QAccessible::TableCellInterface) return static_cast<QAccessibleTableCellInterface*>(this);
-        if (type == QAccessible::ActionInterface && role() == QAccessible::Cell)
-            return static_cast<QAccessibleActionInterface*>(this);
-        return nullptr;
-    }
-
-    bool isSelected() const override { return isValid() && m_grid->SelectedRange().Has(m_cell.row, m_cell.column); }
-    QList<QAccessibleInterface*> columnHeaderCells() const override { return {Sibling(0, m_cell.column)}; }
-    QList<QAccessibleInterface*> rowHeaderCells() const override { return {Sibling(m_cell.row, 0)}; }
-    int columnIndex() const override { return m_cell.column - 1; }
-    int rowIndex() const override { return m_cell.row - 1; }
-    int columnExtent() const override { return isValid() && m_grid->IsSpan(m_cell.row) ? m_grid->ColumnCount() : 1; }
-    int rowExtent() const override { return 1; }
-    QAccessibleInterface* table() const override { return parent(); }
-
-    QStringList actionNames() const override {
-        QStringList names{setFocusAction()};
-        if (isValid() && m_grid->MayEdit(m_cell.row, m_cell.column)) names += pressAction();
-        return names;
-    }
-    void doAction(const QString& name) override {
-        if (!isValid()) return;
-        m_grid->setFocus();
-        m_grid->SetFocusCell(m_cell.row, m_cell.column);
-        if (name == pressAction()) m_grid->BeginEdit(m_cell.row, m_cell.column);
-    }
-    QStringList keyBindingsForAction(const QString&) const override { return {}; }
-
-private:
-    QString Name() const {
-        const QString text = SpokenText(*m_grid, m_cell);
-        if (role() != QAccessible::Cell || m_grid->IsSpan(m_cell.row)) return text;
-        return (SpokenPlace(*m_grid, m_cell.row, m_cell.column) + QLatin1Char(' ') + text).trimmed();
-    }
-    QAccessibleInterface* Sibling(int row, int column) const {
-        return isValid() ? parent()->child(row * (m_grid->ColumnCount() + 1) + column) : nullptr;
-    }
-
-    QPointer<CGridCtrl> m_grid;
-    SGridCell m_cell;
-};
-
 /// The control as a table. Its children are all cells, row by row, the header row and the row numbers included; the
-/// table's own rows and columns leave those out and count from 0.
+/// table's own rows and columns leave those out and count from 0. In a row with one text the places of all columns but
+/// the first have no child, and as cells of the table they are the first one.
 ///
-/// Owns    the cells that were asked for, through the registry of interfaces
+/// Owns    the cells that were asked for, through the registry of interfaces: assistive technology knows them by
+/// number,
+///         so each stays as long as the grid has its row and its column
 class CGridAccessible : public QAccessibleWidget, public QAccessibleTableInterface {
 public:
     explicit CGridAccessible(CGridCtrl* grid) : QAccessibleWidget(grid, QAccessible::Table), m_grid(grid) {}
@@ -148,10 +31,12 @@ public:
     }
     int childCount() const override { return (m_grid->RowCount() + 1) * Stride(); }
     QAccessibleInterface* child(int index) const override {
-        return index < 0 || index >= childCount() ? nullptr : CellInterface({index / Stride(), index % Stride()});
+        if (index < 0 || index >= childCount()) return nullptr;
+        const SGridCell cell{index / Stride(), index % Stride()};
+        return cell == OwnerOf(cell) ? CellInterface(cell) : nullptr;
     }
     int indexOfChild(const QAccessibleInterface* child) const override {
-        const auto* cell = dynamic_cast<const CCellAccessible*>(child);
+        const auto* cell = dynamic_cast<const CGridCellAccessible*>(child);
         return cell != nullptr && cell->isValid() ? IndexOf(cell->Cell()) : -1;
     }
     QAccessibleInterface* childAt(int x, int y) const override {
@@ -171,7 +56,7 @@ public:
     }
     int columnCount() const override { return m_grid->ColumnCount(); }
     int rowCount() const override { return m_grid->RowCount(); }
-    QString columnDescription(int column) const override { return ShownQt(*m_grid, 0, column + 1); }
+    QString columnDescription(int column) const override { return QtText(m_grid->ShownText(0, column + 1)); }
     QString rowDescription(int row) const override { return QtText(m_grid->RowName(row + 1)); }
 
     int selectedCellCount() const override {
@@ -186,7 +71,8 @@ public:
         for (int row = geometry.NextShownRow(range.firstRow); row <= range.lastRow && cells.size() < kMaxListed;
              row = geometry.NextShownRow(row + 1))
             for (int column = range.firstColumn; column <= range.lastColumn && cells.size() < kMaxListed; ++column)
-                cells += CellInterface({row, column});
+                if (column == range.firstColumn || OwnerOf({row, column}).column == column)
+                    cells += CellInterface({row, column});
         return cells;
     }
     int selectedColumnCount() const override { return static_cast<int>(selectedColumns().size()); }
@@ -218,9 +104,13 @@ public:
     }
     bool unselectRow(int) override { return false; } // a cell is always selected
     bool unselectColumn(int) override { return false; }
-    void modelChange(QAccessibleTableModelChangeEvent*) override { ForgetCells(); }
+    void modelChange(QAccessibleTableModelChangeEvent*) override { ForgetMissingCells(); }
 
-    int IndexOf(const SGridCell& cell) const { return cell.row * Stride() + cell.column; }
+    /// Of the child that shows a place of the grid.
+    int IndexOf(const SGridCell& place) const {
+        const SGridCell cell = OwnerOf(place);
+        return cell.row * Stride() + cell.column;
+    }
 
 private:
     int Stride() const { return m_grid->ColumnCount() + 1; }
@@ -233,18 +123,29 @@ private:
         for (int i = first; i <= last; ++i) numbers += i - 1;
         return numbers;
     }
-    QAccessibleInterface* CellInterface(const SGridCell& cell) const {
+    SGridCell OwnerOf(const SGridCell& place) const {
+        return {place.row, place.column > 1 && m_grid->IsSpan(place.row) ? 1 : place.column};
+    }
+    QAccessibleInterface* CellInterface(const SGridCell& place) const {
+        const SGridCell cell = OwnerOf(place);
         const qint64 key = qint64{cell.row} << 32 | cell.column;
         const auto known = m_cells.constFind(key);
         if (known != m_cells.constEnd()) return QAccessible::accessibleInterface(*known);
-        if (m_cells.size() >= kMaxCells) ForgetCells();
-        auto* made = new CCellAccessible(m_grid, cell);
+        auto* made = new CGridCellAccessible(m_grid, cell);
         m_cells.insert(key, QAccessible::registerAccessibleInterface(made));
         return made;
     }
-    void ForgetCells() const {
-        for (const QAccessible::Id id : m_cells) QAccessible::deleteAccessibleInterface(id);
+    void ForgetCells() {
+        for (const QAccessible::Id id : std::as_const(m_cells)) QAccessible::deleteAccessibleInterface(id);
         m_cells.clear();
+    }
+    void ForgetMissingCells() {
+        m_cells.removeIf([this](const std::pair<const qint64&, QAccessible::Id&>& cell) {
+            const bool there = cell.first >> 32 <= m_grid->RowCount() &&
+                               static_cast<int>(cell.first & 0xFFFFFFFF) <= m_grid->ColumnCount();
+            if (!there) QAccessible::deleteAccessibleInterface(cell.second);
+            return !there;
+        });
     }
 
     CGridCtrl* m_grid;
@@ -267,25 +168,34 @@ void InstallGridAccessibility() {
 }
 
 QString SpokenPlace(const CGridCtrl& grid, int row, int column) {
-    const QString header = ShownQt(grid, 0, column);
+    const QString header = QtText(grid.ShownText(0, column));
     const QString name = QtText(grid.RowName(row));
     // The column that names the row is not read twice.
     return grid.ShownText(row, column) == grid.RowName(row) ? header : (name + QLatin1Char(' ') + header).trimmed();
 }
 
-void AnnounceFocusCell(CGridCtrl& grid) {
-    if (!QAccessible::isActive() || !grid.hasFocus() || grid.RowCount() == 0 || grid.ColumnCount() == 0) return;
+void AnnounceCell(CGridCtrl& grid, const SGridCell& cell, QAccessible::Event what) {
+    if (!QAccessible::isActive() || grid.RowCount() == 0 || grid.ColumnCount() == 0) return;
     auto* table = dynamic_cast<CGridAccessible*>(QAccessible::queryAccessibleInterface(&grid));
     if (table == nullptr) return;
-    QAccessibleEvent event(&grid, QAccessible::Focus);
-    event.setChild(table->IndexOf(grid.FocusCell()));
+    QAccessibleEvent event(&grid, what);
+    event.setChild(table->IndexOf(cell));
     QAccessible::updateAccessibility(&event);
 }
 
-void AnnounceSelection(CGridCtrl& grid) {
+void AnnounceFocusCell(CGridCtrl& grid) {
+    if (grid.hasFocus()) AnnounceCell(grid, grid.FocusCell(), QAccessible::Focus);
+}
+
+void AnnounceSelection(CGridCtrl& grid, const SGridSelection& before, const SGridSelection& now) {
     if (!QAccessible::isActive()) return;
     QAccessibleEvent event(&grid, QAccessible::SelectionWithin);
     QAccessible::updateAccessibility(&event);
+    const SGridRange range = now.Range();
+    if (!before.Range().IsOneCell() && !range.Has(before.reach.row, before.reach.column))
+        AnnounceCell(grid, before.reach, QAccessible::SelectionRemove);
+    // A focus cell that is selected alone is announced as the focus.
+    if (!range.IsOneCell()) AnnounceCell(grid, now.reach, QAccessible::SelectionAdd);
 }
 
 void AnnounceShape(CGridCtrl& grid) {

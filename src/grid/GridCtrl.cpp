@@ -297,6 +297,7 @@ void CGridCtrl::paintEvent(QPaintEvent* event) {
 }
 
 void CGridCtrl::FlushChanges() {
+    m_speech.TextsChanged();
     if (!m_dirty.Any()) return;
     // A cell may differ from what was painted because another row has come to its place.
     const bool flash = m_options.flash && isVisible() && !m_rowsMoved;

@@ -71,6 +71,8 @@ public:
     int ColumnCount() const { return m_geometry.ColumnCount(); }
     /// 0 hides the column. Does not emit ColumnResized.
     void SetColumnWidth(int column, int width);
+    /// The same for columns 1, 2, ... at once; unchanged widths cost nothing.
+    void SetColumnWidths(const std::vector<int>& widths);
     int ColumnWidth(int column) const { return m_geometry.ColumnWidth(column); }
     /// The width at which the header and the cells looked at (those on the screen and the first 10,000) are not cut.
     int FitWidth(int column);
@@ -225,6 +227,7 @@ private:
     // Focus and selection
     void KeepSelectionInside();
     void UpdateSelection(const SGridSelection& next);
+    void AnnounceFocus();
     SGridSelection Clamped(SGridSelection selection) const;
     SGridSelection WithItsRows(const std::vector<int>& newRowOf) const;
     QRect RangeRect(const SGridRange& range) const;
@@ -281,6 +284,7 @@ private:
     EThemeMode m_themeMode = EThemeMode::System;
     SGridOptions m_options;
     SGridSelection m_selection;
+    CFocusSpeech m_speech{*this};
     SGridMarks m_marks;
     SPaintCounters m_counters;
     bool m_rowsMoved = false; // since the last paint event

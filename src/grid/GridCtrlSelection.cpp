@@ -75,10 +75,15 @@ void CGridCtrl::UpdateSelection(const SGridSelection& next) {
     viewport()->update(QRegion(header) | RangeRect(old.Range()) | RangeRect(m_selection.Range()));
     if (m_selection.focus != old.focus && hasFocus()) updateMicroFocus(); // not every cell takes texts
     const SGridSelection now = m_selection;                               // a receiver may select something else
-    if (now.focus != old.focus) AnnounceFocusCell(*this);
-    if (now.Range() != old.Range()) AnnounceSelection(*this);
+    if (now.focus != old.focus && !(now.focus.row == old.focus.row && IsSpan(now.focus.row))) AnnounceFocus();
+    if (now.Range() != old.Range()) AnnounceSelection(*this, old, now);
     if (now.focus != old.focus) Q_EMIT FocusCellChanged(now.focus.row, now.focus.column);
     if (now.Range() != old.Range()) Q_EMIT SelectionChanged();
+}
+
+void CGridCtrl::AnnounceFocus() {
+    AnnounceFocusCell(*this);
+    m_speech.Moved();
 }
 
 void CGridCtrl::SetFocusCell(int row, int column) {
@@ -200,7 +205,7 @@ void CGridCtrl::focusInEvent(QFocusEvent* event) {
     // After the grid itself has been announced, which happens behind this event.
     if (QAccessible::isActive())
         QMetaObject::invokeMethod(
-            this, [this] { AnnounceFocusCell(*this); }, Qt::QueuedConnection);
+            this, [this] { AnnounceFocus(); }, Qt::QueuedConnection);
     viewport()->update(RangeRect(m_selection.Range()));
 }
 

@@ -23,6 +23,7 @@ struct SGridRange {
     bool HasRow(int row) const { return row >= firstRow && row <= lastRow; }
     bool HasColumn(int column) const { return column >= firstColumn && column <= lastColumn; }
     bool Has(int row, int column) const { return HasRow(row) && HasColumn(column); }
+    bool IsOneCell() const { return firstRow == lastRow && firstColumn == lastColumn; }
 };
 
 /// The focus cell and the one selected range, which stretches between an anchor and the cell last reached.

@@ -38,7 +38,9 @@ QString TipOf(const SCommandRow& row) {
 }
 
 QString WithKeys(QString tip, const QList<QKeySequence>& keys) {
-    if (!keys.isEmpty()) tip += QStringLiteral(" (%1)").arg(keys.front().toString(QKeySequence::NativeText));
+    // A command without a key has one key sequence, an empty one.
+    if (!keys.isEmpty() && !keys.front().isEmpty())
+        tip += QStringLiteral(" (%1)").arg(keys.front().toString(QKeySequence::NativeText));
     return tip;
 }
 

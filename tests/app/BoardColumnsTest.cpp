@@ -23,13 +23,14 @@ namespace {
 using CBoardColumnsTest = CBoardFixture;
 using enum ECommand;
 
-/// No letter stands twice in a menu, nor in those under it.
+/// No letter stands twice in a menu, nor in those under it; tips name the key of those commands alone that have one.
 void ExpectKeysOnce(const QList<QAction*>& actions, const std::string& name) {
     std::set<std::string> keys;
     for (const QAction* action : actions) {
         const std::string text = action->text().toStdString();
         const std::string key = QKeySequence::mnemonic(action->text()).toString().toStdString();
         EXPECT_TRUE(key.empty() || keys.insert(key).second) << key << " of " << text << " in " << name;
+        EXPECT_FALSE(action->toolTip().contains(QLatin1String("()"))) << text;
         if (action->menu() != nullptr) ExpectKeysOnce(action->menu()->actions(), text);
     }
 }

@@ -1,0 +1,206 @@
+// What assistive technology hears of a grid. The program runs itself again on a display and a session bus of its own:
+// without a bus Qt tells nobody anything.
+
+#include "grid/TestGrid.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusInterface>
+#include <QDBusReply>
+#include <QTimer>
+
+#include <cstdlib>
+#include <gmock/gmock.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+using namespace vx;
+
+namespace {
+
+constexpr const char* kOnBus = "ZW_TEST_ON_BUS";
+
+using Words = std::vector<std::string>;
+
+/// "name IBM Last 124", "selected IBM Last 124"
+Words g_heard;
+
+void Hear(QAccessibleEvent* event) {
+    const char* what = event->type() == QAccessible::NameChanged       ? "name "
+                       : event->type() == QAccessible::Focus           ? "focus "
+                       : event->type() == QAccessible::SelectionAdd    ? "selected "
+                       : event->type() == QAccessible::SelectionRemove ? "not selected "
+                                                                       : nullptr;
+    if (what != nullptr && event->accessibleInterface() != nullptr)
+        g_heard.push_back(what + event->accessibleInterface()->text(QAccessible::Name).toStdString());
+}
+
+/// A grid whose row 3 is IBM with a price; row 6 is a heading.
+class GridBus : public GridTest {
+protected:
+    void SetUp() override {
+        source.header = [](int column, SCell& cell) { cell.SetText(column == 1 ? "Symbol" : "Last"); };
+        source.cell = [this](int row, int column, SCell& cell) {
+            if (row == 3 && column == 1) cell.SetText("IBM");
+            if (row == 3 && column == 2) cell.SetText(std::to_string(price));
+        };
+        source.span = [](int row, SCell& cell) {
+            if (row == 6) cell.SetText("Banks");
+            return row == 6;
+        };
+        if (std::getenv(kOnBus) == nullptr) GTEST_SKIP() << "xvfb-run is not installed";
+        GridTest::SetUp();
+        QDBusConnection::sessionBus().interface()->startService(QStringLiteral("org.a11y.Bus"));
+        ASSERT_TRUE(WaitFor([] { return QAccessible::isActive(); })) << "no accessibility bus";
+        grid.activateWindow();
+        ASSERT_TRUE(WaitFor([&] { return grid.hasFocus(); }));
+        grid.SetFocusCell(3, 2);
+        ProcessAll();
+        pause->stop();
+        g_heard.clear();
+        m_before = QAccessible::installUpdateHandler(Hear);
+    }
+    void TearDown() override { QAccessible::installUpdateHandler(m_before); }
+
+    void PriceIs(int now) {
+        price = now;
+        grid.FlushChanges();
+    }
+    /// Since the last call.
+    static Words Heard() { return std::exchange(g_heard, {}); }
+    void PauseEnds() {
+        pause->start(0);
+        ASSERT_TRUE(WaitFor([&] { return !pause->isActive() || !g_heard.empty(); }));
+    }
+
+    int price = 120;
+    QTimer* pause = grid.findChild<QTimer*>(QStringLiteral("focusSpeechPause"));
+
+private:
+    QAccessible::UpdateHandler m_before = nullptr;
+};
+
+} // namespace
+
+TEST_F(GridBus, TheFocusCellSaysItsNewestTextOncePerPause) {
+    EXPECT_EQ(pause->interval(), 2000);
+    PriceIs(121);
+    PriceIs(122);
+    PriceIs(123);
+    EXPECT_EQ(Heard(), Words{"name IBM Last 121"});
+    PauseEnds();
+    EXPECT_EQ(Heard(), Words{"name IBM Last 123"}) << "the newest";
+    EXPECT_TRUE(pause->isActive());
+    PauseEnds();
+    EXPECT_EQ(Heard(), Words()) << "nothing new";
+    grid.MarkCellChanged(3, 1);
+    PriceIs(123);
+    EXPECT_EQ(Heard(), Words()) << "another cell";
+    grid.SetFocusCell(4, 2);
+    grid.SetFocusCell(3, 2);
+    Heard();
+    PriceIs(124);
+    EXPECT_EQ(Heard(), Words()) << "what was read just now is not talked over";
+    PauseEnds();
+    EXPECT_EQ(Heard(), Words{"name IBM Last 124"});
+    grid.clearFocus();
+    Heard();
+    PriceIs(125);
+    PauseEnds();
+    EXPECT_EQ(Heard(), Words());
+}
+
+TEST_F(GridBus, ASelectionSaysWhereItReaches) {
+    Key(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(Heard(), Words{"selected Last"});
+    Key(Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(Heard(), Words{"not selected Last"}) << "one cell alone is the focus";
+    Key(Qt::Key_Right, Qt::ShiftModifier);
+    Key(Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(Heard(), (Words{"selected IBM Last", "selected Last"}));
+    Key(Qt::Key_Down);
+    EXPECT_EQ(Heard(), (Words{"focus Last", "not selected Last"}));
+    grid.SetFocusCell(6, 1);
+    Heard();
+    Click(6, 3);
+    EXPECT_EQ(Heard(), Words()) << "the same heading";
+}
+
+TEST_F(GridBus, CellsOfRowsThatAreGoneGo) {
+    QAccessibleTableInterface* table = QAccessible::queryAccessibleInterface(&grid)->tableInterface();
+    const auto id = [&](int row, int column) { return QAccessible::uniqueId(table->cellAt(row, column)); };
+    const QAccessible::Id stays = id(0, 0);
+    const QAccessible::Id row = id(99, 1);
+    const QAccessible::Id column = id(0, 9);
+    grid.SetRowCount(10);
+    grid.SetColumnCount(9);
+    grid.SetRowCount(500);
+    EXPECT_NE(QAccessible::accessibleInterface(stays), nullptr);
+    EXPECT_EQ(QAccessible::accessibleInterface(row), nullptr);
+    EXPECT_EQ(QAccessible::accessibleInterface(column), nullptr);
+}
+
+namespace {
+
+/// Listens on the accessibility bus, as a screen reader does.
+class CListener : public QObject {
+    Q_OBJECT
+public:
+    CListener() {
+        QDBusInterface launcher(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
+                                QStringLiteral("org.a11y.Bus"), QDBusConnection::sessionBus());
+        const QDBusReply<QString> address = launcher.call(QStringLiteral("GetAddress"));
+        bus = QDBusConnection::connectToBus(address.value(), QStringLiteral("listener"));
+        QDBusInterface registry(QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("/org/a11y/atspi/registry"),
+                                QStringLiteral("org.a11y.atspi.Registry"), bus);
+        for (const char* event : {"object:property-change:accessible-name", "object:state-changed:selected"})
+            registry.call(QStringLiteral("RegisterEvent"), QString::fromLatin1(event));
+        for (const char* signal : {"PropertyChange", "StateChanged"})
+            bus.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"),
+                        QString::fromLatin1(signal), this, SLOT(OnEvent(QDBusMessage)));
+    }
+    ~CListener() override { QDBusConnection::disconnectFromBus(QStringLiteral("listener")); }
+
+    QDBusConnection bus{QString()};
+    QStringList kinds; ///< "accessible-name", "selected"
+
+public Q_SLOTS:
+    void OnEvent(const QDBusMessage& message) { kinds += message.arguments().value(0).toString(); }
+};
+
+} // namespace
+
+TEST_F(GridBus, BothArriveOnTheBus) {
+    TearDown(); // Nothing is kept from the bus.
+    CListener listener;
+    ASSERT_TRUE(listener.bus.isConnected());
+    for (const char* kind : {"accessible-name", "selected"})
+        EXPECT_TRUE(WaitFor([&] {
+            pause->stop();
+            PriceIs(price + 1);
+            Key(price % 2 == 0 ? Qt::Key_Down : Qt::Key_Up, Qt::ShiftModifier);
+            return listener.kinds.contains(QLatin1String(kind));
+        })) << kind;
+}
+
+int main(int argc, char** argv) {
+    std::vector<char*> command{const_cast<char*>("xvfb-run"), const_cast<char*>("-a"),
+                               const_cast<char*>("dbus-run-session"), const_cast<char*>("--")};
+    command.insert(command.end(), argv, argv + argc + 1);
+    testing::InitGoogleMock(&argc, argv);
+    if (std::getenv(kOnBus) == nullptr) {
+        for (const auto& [name, value] :
+             {std::pair{kOnBus, "1"}, {"QT_QPA_PLATFORM", "xcb"}, {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"}})
+            setenv(name, value, 1);
+        if (!GTEST_FLAG_GET(list_tests)) execvp(command.front(), command.data());
+        unsetenv(kOnBus);
+        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    }
+    const QApplication app(argc, argv);
+    return RUN_ALL_TESTS();
+}
+
+#include "GridBusTest.moc"
