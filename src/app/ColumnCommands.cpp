@@ -203,10 +203,19 @@ void CColumnCommands::SetLocked(int columns, const char* name) {
 
 void CColumnCommands::MakeDefault() {
     std::string names;
+    int count = 0;
     for (int column = 1; column < Doc().Columns().Count(); ++column)
-        if (const sColumnInfo& info = Doc().Columns().At(column); info.width > 0) names += info.name + ';';
-    Settings().WriteText(kDefaultColumnNames, names);
-    Say("New watchlists start with these columns.");
+        if (const sColumnInfo& info = Doc().Columns().At(column); info.width > 0) {
+            names += info.name + ';';
+            ++count;
+        }
+    CUndoStep step(Doc(), "use these columns as default");
+    step.CoverSetting(kDefaultColumnNames);
+    if (Settings().WriteText(kDefaultColumnNames, names))
+        Say(fmt::format("New watchlists start with {} now. Undo takes it back.",
+                        count == 1 ? std::string("this column") : fmt::format("these {} columns", count)));
+    else
+        Say("The settings cannot be written: new watchlists start as before.");
 }
 
 } // namespace vx

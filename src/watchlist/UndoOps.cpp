@@ -2,6 +2,7 @@
 
 #include "alerts/AlertsMap.h"
 #include "data/CellFormatStore.h"
+#include "settings/Settings.h"
 
 #include <algorithm>
 #include <numeric>
@@ -276,6 +277,22 @@ size_t CAlertOp::Bytes() const {
     for (const auto& [symbol, other, present] : m_alerts)
         sum += sizeof m_alerts.front() + symbol.capacity() + (other.capacity() + present.capacity()) * sizeof(A_INFO);
     return sum;
+}
+
+// Settings
+
+CTextSettingOp::CTextSettingOp(const STextSetting& setting, CUndoTarget& target)
+    : m_setting(setting), m_other(target.Settings().ReadTextOrDefault(setting)) {}
+
+bool CTextSettingOp::DropUnchanged(CUndoTarget& target) {
+    m_present = target.Settings().ReadTextOrDefault(m_setting);
+    return m_present != m_other;
+}
+
+void CTextSettingOp::Exchange(CUndoTarget& target, STouched&) {
+    CSettings& settings = target.Settings();
+    if (settings.ReadTextOrDefault(m_setting) == m_present && settings.WriteText(m_setting, m_other))
+        std::swap(m_present, m_other);
 }
 
 } // namespace vx

@@ -3,6 +3,7 @@
 #include "alerts/AlertInfo.h"
 #include "data/CellFormat.h"
 #include "data/CellFormatObserver.h"
+#include "settings/SettingsTable.h"
 #include "watchlist/RowImages.h"
 #include "watchlist/UndoTarget.h"
 
@@ -24,7 +25,7 @@ struct STouched {
 };
 
 /// What an operation is about. Formats are named by their columns: an operation that moves these is of their kind.
-enum class EUndoKind { Rows, Formats, RowCount, RowOrder, HiddenRows, Layout, Alerts };
+enum class EUndoKind { Rows, Formats, RowCount, RowOrder, HiddenRows, Layout, Alerts, Setting };
 
 /// One part of an undo step: holds what the document does not have now, and exchanges the two.
 ///
@@ -188,6 +189,23 @@ private:
     };
     std::vector<SAlerts> m_alerts; ///< By symbol, rising.
     bool m_isDifference = false;   ///< Else all symbols that had alerts.
+};
+
+/// A setting of the whole application that a command of the board changed. The watchlist itself stays as it is.
+class CTextSettingOp final : public CUndoOp {
+public:
+    CTextSettingOp(const STextSetting& setting, CUndoTarget& target);
+
+    EUndoKind Kind() const override { return EUndoKind::Setting; }
+    void Exchange(CUndoTarget& target, STouched& touched) override;
+    bool DropUnchanged(CUndoTarget& target) override;
+    bool IsEdit() const override { return false; }
+    size_t Bytes() const override { return sizeof *this + m_other.capacity() + m_present.capacity(); }
+
+private:
+    const STextSetting& m_setting;
+    std::string m_other;
+    std::string m_present; ///< As this operation left it: what another window wrote since is not put back.
 };
 
 } // namespace vx

@@ -173,6 +173,12 @@ void CUndoStack::CoverAlerts() {
     Add<CAlertOp>(target);
 }
 
+void CUndoStack::CoverSetting(const STextSetting& setting) {
+    if (!Records()) return;
+    CUndoTarget target(m_doc);
+    Add<CTextSettingOp>(setting, target);
+}
+
 void CUndoStack::ModifiedSet(bool modified) {
     if (m_applying) return;
     if (!modified)

@@ -20,6 +20,7 @@ class CRowOp;
 class CUndoOp;
 class CWatchlistDoc;
 struct SLayout;
+struct STextSetting;
 
 /// What the view selects after an edit was undone or redone: where the change is to be seen.
 struct SUndoPlace {
@@ -95,6 +96,7 @@ public:
     void SelectColumns(int firstColumn, int lastColumn);
     void SelectRows(int firstRow, int lastRow);
     void CoverAlerts();
+    void CoverSetting(const STextSetting& setting);
 
     // For the document, which calls each before it changes what it names. No-ops while no step stands.
 

@@ -16,6 +16,8 @@ void CUndoStep::SelectRows(int firstRow, int lastRow) { m_stack.SelectRows(first
 
 void CUndoStep::CoverAlerts() { m_stack.CoverAlerts(); }
 
+void CUndoStep::CoverSetting(const STextSetting& setting) { m_stack.CoverSetting(setting); }
+
 CCancellableStep::CCancellableStep(CWatchlistDoc& doc, std::string_view name)
     : CUndoStep(doc, name), m_mark(m_stack.Mark()) {}
 

@@ -7,6 +7,7 @@
 namespace vx {
 
 class CWatchlistDoc;
+struct STextSetting;
 
 /// One edit of the user: what changes in a document while the step stands is undone and redone together.
 ///
@@ -34,6 +35,8 @@ public:
     void SelectRows(int firstRow, int lastRow);
     /// The alerts are about to be changed by the user; they are recorded from here on.
     void CoverAlerts();
+    /// A setting of the whole application is about to be changed; it goes back with the step. One of each step.
+    void CoverSetting(const STextSetting& setting);
 
 protected:
     CUndoStack& m_stack;

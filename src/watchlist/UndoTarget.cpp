@@ -80,27 +80,21 @@ SLayout CUndoTarget::Layout() const { return {m_doc.m_columns, m_doc.m_options, 
 void CUndoTarget::ChangeLayout(const SLayout& from, const SLayout& to) {
     if (!AreSameColumns(from.columns, to.columns)) m_doc.m_columns = to.columns;
     Change(from.grownRows, to.grownRows, m_doc.m_grownRows);
-    SWatchlistOptions& options = m_doc.m_options;
-    Change(from.options.trailingRows, to.options.trailingRows, options.trailingRows);
-    Change(from.options.lockedColumns, to.options.lockedColumns, options.lockedColumns);
-    Change(from.options.showRowNumbers, to.options.showRowNumbers, options.showRowNumbers);
-    Change(from.options.useGridPrecision, to.options.useGridPrecision, options.useGridPrecision);
-    Change(from.options.useDefaultAlignment, to.options.useDefaultAlignment, options.useDefaultAlignment);
-    Change(from.options.sortAcrossHeadings, to.options.sortAcrossHeadings, options.sortAcrossHeadings);
-    Change(from.options.sort, to.options.sort, options.sort);
+    if (from.options == to.options) return;
+    SWatchlistOptions options = to.options;
+    options.placement = m_doc.m_options.placement; // These two are remembered, not edited.
+    options.exporting = m_doc.m_options.exporting;
+    m_doc.m_options = options;
 }
 
 CCellFormatStore& CUndoTarget::Formats() { return m_doc.m_formats; }
 
+CSettings& CUndoTarget::Settings() { return m_doc.Settings(); }
+
 CAlertsMap& CUndoTarget::Alerts() { return m_doc.m_alerts; }
 
 bool IsSameLayout(const SLayout& a, const SLayout& b) {
-    const SWatchlistOptions& x = a.options;
-    const SWatchlistOptions& y = b.options;
-    return a.grownRows == b.grownRows && x.trailingRows == y.trailingRows && x.lockedColumns == y.lockedColumns &&
-           x.showRowNumbers == y.showRowNumbers && x.useGridPrecision == y.useGridPrecision &&
-           x.useDefaultAlignment == y.useDefaultAlignment && x.sortAcrossHeadings == y.sortAcrossHeadings &&
-           x.sort == y.sort && AreSameColumns(a.columns, b.columns);
+    return a.grownRows == b.grownRows && a.options == b.options && AreSameColumns(a.columns, b.columns);
 }
 
 std::pair<int, int> DifferentColumns(const SLayout& a, const SLayout& b) {

@@ -11,6 +11,7 @@ namespace vx {
 
 class CAlertsMap;
 class CCellFormatStore;
+class CSettings;
 class CWatchlistDoc;
 
 /// Columns and options of a document.
@@ -53,11 +54,12 @@ public:
     void Reorder(const std::vector<int>& newRowOf);
 
     SLayout Layout() const;
-    /// Gives what is different in the two layouts the value of the second.
+    /// Gives what is different in the two layouts the value of the second: columns, grown rows, options.
     void ChangeLayout(const SLayout& from, const SLayout& to);
 
     CCellFormatStore& Formats();
     CAlertsMap& Alerts();
+    CSettings& Settings();
 
 private:
     CWatchlistDoc& m_doc;

@@ -10,6 +10,8 @@ struct SPlacement {
     int left = 0, top = 0, width = 0, height = 0;
     bool maximised = false;
     bool alwaysOnTop = false;
+
+    bool operator==(const SPlacement&) const = default;
 };
 
 /// What the document needs of the window it stands in. The frame implements it; the document knows no window.

@@ -42,6 +42,8 @@ struct SWatchlistOptions {
     bool sortAcrossHeadings = false; ///< Else a sort keeps each symbol under its heading.
     SSortRecord sort;
     SExportOptions exporting; ///< As chosen the last time.
+
+    bool operator==(const SWatchlistOptions&) const = default;
 };
 
 } // namespace vx

@@ -5,6 +5,7 @@
 #include "watchlist/SpecialColumns.h"
 
 #include <QKeySequence>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QToolBar>
@@ -152,6 +153,20 @@ TEST_F(CBoardColumnsTest, PresentColumnsBecomeThoseOfANewList) {
     Do(ColumnDelete);
     SelectColumns(3, 3);
     Do(ColumnHide);
+    const bool modified = doc->IsModified();
+    const std::string before = settings.ReadTextOrDefault(kDefaultColumnNames);
+    Do(ColumnDefault);
+    EXPECT_EQ(frame->findChild<QLabel*>(QStringLiteral("paneStatus"))->text().toStdString(),
+              "New watchlists start with these 2 columns now. Undo takes it back.");
+    EXPECT_EQ(TextOf(EditUndo), QStringLiteral("&Undo use these columns as default"));
+    Undo();
+    EXPECT_EQ(settings.ReadTextOrDefault(kDefaultColumnNames), before);
+    Do(EditRedo);
+    EXPECT_EQ(doc->IsModified(), modified) << "the list itself is the same";
+    settings.WriteText(kDefaultColumnNames, "Last;");
+    Undo();
+    EXPECT_EQ(settings.ReadTextOrDefault(kDefaultColumnNames), "Last;") << "another window wrote it since";
+    settings.WriteText(kDefaultColumnNames, before);
     Do(ColumnDefault);
     doc->NewDocument();
     EXPECT_EQ(Columns(), "Symbol;Tick Trend;");
@@ -212,15 +227,23 @@ TEST_F(CBoardColumnsTest, EachPartOfTheGridHasItsMenuAndNothingMovesWhileItIsOpe
 TEST_F(CBoardColumnsTest, RowNumbersAndToolBarFollowTheListAndItsUndo) {
     QToolBar& toolBar = frame->Menus().ToolBar();
     Do(ViewToolBar);
+    EXPECT_TRUE(doc->IsModified());
+    EXPECT_EQ(TextOf(EditUndo), QStringLiteral("&Undo hide tool bar"));
     Do(ViewRowNumbers);
     EXPECT_TRUE(toolBar.isHidden());
     EXPECT_FALSE(grid->RowNumbersVisible());
     EXPECT_FALSE(frame->Commands().Action(ViewToolBar).isChecked());
     Undo();
     EXPECT_TRUE(grid->RowNumbersVisible());
-    EXPECT_TRUE(toolBar.isHidden()) << "the window is no edit";
-    Do(ViewToolBar);
+    EXPECT_TRUE(toolBar.isHidden());
+    doc->Options().exporting.utf8 = true;
+    Undo();
     EXPECT_FALSE(toolBar.isHidden());
+    EXPECT_FALSE(doc->IsModified());
+    EXPECT_TRUE(doc->Options().exporting.utf8) << "a choice that is remembered, no edit";
+    Do(EditRedo);
+    EXPECT_TRUE(toolBar.isHidden());
+    Undo();
     Do(ViewGridLines);
     EXPECT_EQ(grid->Options().lines, EGridLines::None);
     Do(ViewShading);
