@@ -1,5 +1,7 @@
 #include "data/Catalogue.h"
 
+#include "data/CellFormat.h"
+#include "data/DataInfo.h"
 #include "data/FundamentalFields.h"
 #include "data/Level1Columns.h"
 
@@ -39,6 +41,8 @@ std::array<SFieldEntry, kCatalogueSize> Build() {
     out = std::ranges::copy(Level1Columns(), out).out;
     for (size_t row = 0; row < kFundamentalColumnCount; ++row) *out++ = FundamentalColumn(row);
     std::ranges::copy(kOwnColumns, out);
+    for (SFieldEntry& entry : all)
+        entry.places = static_cast<int8_t>(CDataInfo::DecimalPlaces(entry.name).value_or(kUnchosenDecimals));
     return all;
 }
 

@@ -9,6 +9,9 @@ namespace vx {
 
 enum class ECellAlign : uint8_t { Left = 0, Center = 1, Right = 2 };
 
+inline constexpr int32_t kMostDecimals = 6;
+inline constexpr int32_t kUnchosenDecimals = 4; ///< What a record has whose decimals nobody chose.
+
 /// How one cell, one column or the whole grid looks.
 struct SCellFormat {
     static constexpr int32_t kAutomatic = -1; ///< The colour that the theme gives.
@@ -27,13 +30,12 @@ struct SCellFormat {
     bool italic = false;
     int32_t fontSizePt = 9; ///< As a file has it; see ShownFontSize.
     ECellAlign alignment = ECellAlign::Left;
-    int32_t decimals = 4; ///< 0..kMostDecimals
+    int32_t decimals = kUnchosenDecimals; ///< 0..kMostDecimals
     bool colourByDirection = true;
 
     bool operator==(const SCellFormat&) const = default;
 };
 
-inline constexpr int32_t kMostDecimals = 6;
 inline constexpr size_t kMostFontFace = 63; ///< Bytes of a font's name.
 
 /// Whether a font's name can be written into a watchlist and read again: at most kMostFontFace bytes, not empty,

@@ -1,6 +1,7 @@
 #include "data/CellText.h"
 
 #include "base/TickTrend.h"
+#include "data/CellFormat.h"
 #include "data/ContentsText.h"
 #include "data/FieldText.h"
 #include "data/L1SymbolRec.h"
@@ -67,10 +68,12 @@ SCellValue Read(const CSymbolRec& record, const SFieldEntry& entry) {
     return FromBlock(record.AsRegion()->data, static_cast<size_t>(entry.regionSlot));
 }
 
+bool IsPercent(const SFieldEntry& entry) { return entry.format.back() == '%'; }
+
 // A number too long for a cell is cut at its end, and keeps the percent sign.
 size_t Number(double value, int places, const SFieldEntry& entry, std::span<char, kMostCellText> out) {
     const bool plus = entry.format[1] == '+';
-    const bool percent = entry.format.back() == '%';
+    const bool percent = IsPercent(entry);
     size_t size = WriteFixed(value, places, plus, out.first(out.size() - (percent ? 1 : 0)));
     if (percent) out[size++] = '%';
     return size;
@@ -168,9 +171,12 @@ double CellNumber(const CSymbolRec& record, const SFieldEntry& entry) {
 
 EDirection CellDirection(const CSymbolRec& record, const SFieldEntry& entry) { return Read(record, entry).direction; }
 
-int PlacesFor(const CSymbolRec& record, const SFieldEntry& entry, int cellPlaces) {
+int PlacesFor(const CSymbolRec& record, const SFieldEntry& entry, int cellPlaces, bool chosen) {
     const int precision = record.Base().DecimalPrecision();
-    return entry.valueClass == EValueClass::Price && precision >= 0 ? std::min(precision, cellPlaces) : cellPlaces;
+    if (entry.valueClass != EValueClass::Price || precision < 0) return cellPlaces;
+    const bool ofSymbol =
+        !chosen && !IsPercent(entry) && (cellPlaces == kUnchosenDecimals || cellPlaces == entry.places);
+    return std::min(precision, ofSymbol ? kMostDecimals : cellPlaces);
 }
 
 } // namespace vx

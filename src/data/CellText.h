@@ -33,8 +33,11 @@ double CellNumber(const CSymbolRec& record, const SFieldEntry& entry);
 /// Which way the cell's value went with its last change; NeverSet where the column reads nothing of such a record.
 EDirection CellDirection(const CSymbolRec& record, const SFieldEntry& entry);
 
-/// The places to show: for prices no more than the symbol's own decimal precision, once the feed has told it; for
-/// every other column those of the cell.
-int PlacesFor(const CSymbolRec& record, const SFieldEntry& entry, int cellPlaces);
+/// The places to show: for prices the symbol's own decimal precision, once the feed has said it, or fewer where
+/// somebody chose fewer for the cell; for every other column those of the cell.
+///
+/// Units   cellPlaces: 0..kMostDecimals; kUnchosenDecimals and the column's own default are nobody's choice unless
+///         chosen says so
+int PlacesFor(const CSymbolRec& record, const SFieldEntry& entry, int cellPlaces, bool chosen = false);
 
 } // namespace vx

@@ -39,6 +39,10 @@ CFormatFields::CFormatFields(QWidget* parent)
     m_size->setSuffix(tr(" pt"));
     m_alignment->addItems({tr("Left"), tr("Center"), tr("Right")});
     m_decimals->setRange(0, kMostDecimals);
+    m_decimals->setToolTip(tr("A price has the decimals of its symbol, up to %1, or fewer where you choose fewer here. "
+                              "%2 leaves it to the symbol.")
+                               .arg(kMostDecimals)
+                               .arg(kUnchosenDecimals));
 
     auto* style = new QHBoxLayout;
     style->addWidget(m_bold);

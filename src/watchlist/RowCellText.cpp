@@ -67,8 +67,9 @@ const CSymbolRec* CColumnReader::FindRecord(int row) const {
 size_t CColumnReader::Read(int row, const CSymbolRec* record, std::span<char, kMostCellText> out) const {
     if (m_kind != EKind::Field) return ReadOwn(row, m_doc.RowSymbol(row), out);
     if (!record) return 0;
-    const int places = m_doc.Formats().Decimals(row, m_column, m_doc.Options().useGridPrecision);
-    return CellText(*record, *m_entry, PlacesFor(*record, *m_entry, places), out);
+    const bool everyCell = m_doc.Options().useGridPrecision;
+    const int places = m_doc.Formats().Decimals(row, m_column, everyCell);
+    return CellText(*record, *m_entry, PlacesFor(*record, *m_entry, places, everyCell), out);
 }
 
 size_t CColumnReader::ReadOwn(int row, std::string_view symbol, std::span<char, kMostCellText> out) const {

@@ -65,9 +65,12 @@ TEST_F(CBoardCellsTest, ACellLooksAsItsOwnFormatSaysElseItsColumnsElseTheGrids) 
         format.decimals = 1;
     });
     EXPECT_EQ(Text(1, "Last"), "11.5");
+    Update("IBM", "Decimal Precision", "5");
+    Update("IBM", "Bid", "1.23456");
+    EXPECT_EQ(Text(1, "Bid"), "1.23456") << "no place that the symbol has is lost";
     EXPECT_EQ(Cell(1, "Last").textColor, 0x0000FF);
     doc->Options().useGridPrecision = true;
-    EXPECT_EQ(Text(1, "Last"), "11.5000");
+    EXPECT_EQ(Text(1, "Last") + Text(1, "Bid"), "11.50001.2346") << "in every cell";
     doc->Options().useDefaultAlignment = false;
     Format(1, "Last", [](SCellFormat& format) { format.alignment = ECellAlign::Center; });
     EXPECT_EQ(Cell(1, "Last").align, EAlign::Center);
