@@ -33,6 +33,11 @@ struct SCellFormat {
     int32_t decimals = kUnchosenDecimals; ///< 0..kMostDecimals
     bool colourByDirection = true;
 
+    // What the text of a record has no field for.
+
+    /// The user took the bold away that a text which stands out (a symbol, a heading) has by itself.
+    bool regular = false;
+
     bool operator==(const SCellFormat&) const = default;
 };
 
@@ -41,6 +46,11 @@ inline constexpr size_t kMostFontFace = 63; ///< Bytes of a font's name.
 /// Whether a font's name can be written into a watchlist and read again: at most kMostFontFace bytes, not empty,
 /// without the separators of the text and without control characters.
 bool IsStorableFont(std::string_view face);
+
+/// Whether the text of a cell is drawn bold. standsOut: it is bold unless the user said otherwise.
+inline bool IsDrawnBold(const SCellFormat& format, bool standsOut) {
+    return format.bold || (standsOut && !format.regular);
+}
 
 /// The size in which the text of a cell is drawn: between 4 and 96 points, whatever a file asks for.
 int ShownFontSize(const SCellFormat& format);

@@ -153,6 +153,7 @@ private:
     // What the user had given the old content belongs to it.
     void Finish() {
         if (m_column >= 1) m_doc.Formats().Reset(m_row, m_column);
+        if (m_doc.RowKind(m_row) == ERowKind::Annotation) m_doc.Formats().Reset(m_row, HeadingColumn(m_doc.Columns()));
         m_doc.RowEdited(m_row);
         m_doc.RebuildGrid(); // The empty rows below the last used one move with it.
     }

@@ -1,6 +1,7 @@
 #include "watchlist/FormatCommands.h"
 
 #include "data/FieldEntry.h"
+#include "watchlist/RowCellText.h"
 #include "watchlist/UndoStep.h"
 #include "watchlist/WatchlistDoc.h"
 
@@ -15,9 +16,12 @@ namespace {
 using SPlace = std::pair<int, int>; // row and column
 
 bool CoversColumns(const CWatchlistDoc& doc, const SFormatRange& range) {
-    return range.firstRow <= 1 && range.lastRow >= doc.RowCount();
+    return range.firstRow <= 1 && range.lastRow >= doc.RowCount() && !AreHeadings(doc, range);
 }
 
+bool IsHeading(const CWatchlistDoc& doc, int row) { return doc.RowKind(row) == ERowKind::Annotation; }
+
+// The part of a range that there is.
 SFormatRange Inside(const CWatchlistDoc& doc, SFormatRange range) {
     range.firstRow = std::max(range.firstRow, 1);
     range.lastRow = std::min(range.lastRow, doc.RowCount());
@@ -41,9 +45,19 @@ std::vector<SPlace> FormattedCells(const CWatchlistDoc& doc, const SFormatRange&
 
 bool MaySet(const SFormatChange& change) { return !change.fontFace || IsStorableFont(*change.fontFace); }
 
+// Of a heading the one cell is meant that says how it looks: with nothing but headings selected wherever they were
+// touched, else where the range covers it.
+SFormatRange Meant(const CWatchlistDoc& doc, const SFormatRange& asked) {
+    SFormatRange range = Inside(doc, asked);
+    if (AreHeadings(doc, range)) range.firstColumn = range.lastColumn = HeadingColumn(doc.Columns());
+    return range;
+}
+
 void SetFormat(CWatchlistDoc& doc, int row, int column, const SFormatChange& change) {
+    if (row > 0 && column != FormatColumn(doc, row, column)) return;
     SCellFormat format = doc.Formats().Effective(row, column);
     change.ApplyTo(format);
+    format.regular = format.regular && StandsOut(doc, row, column);
     doc.Formats().Set(row, column, std::move(format));
 }
 
@@ -61,6 +75,7 @@ void SFormatChange::ApplyTo(SCellFormat& format) const {
     take(fontFace, format.fontFace);
     take(fontSizePt, format.fontSizePt);
     take(bold, format.bold);
+    if (bold) format.regular = !*bold;
     take(italic, format.italic);
     take(alignment, format.alignment);
     take(decimals, format.decimals);
@@ -72,8 +87,23 @@ bool SFormatChange::IsEmpty() const {
            !bold && !italic && !alignment && !decimals && !colourByDirection;
 }
 
+bool AreHeadings(const CWatchlistDoc& doc, const SFormatRange& range) {
+    for (int row = std::max(range.firstRow, 1); row <= range.lastRow; ++row)
+        if (!IsHeading(doc, row)) return false;
+    return true;
+}
+
+int FormatColumn(const CWatchlistDoc& doc, int row, int column) {
+    return IsHeading(doc, row) ? HeadingColumn(doc.Columns()) : column;
+}
+
+bool StandsOut(const CWatchlistDoc& doc, int row, int column) {
+    if (column < 1 || column >= doc.Columns().Count()) return false;
+    return IsHeading(doc, row) || doc.Columns().At(column).name == kSymbolColumn;
+}
+
 bool FormatCells(CWatchlistDoc& doc, const SFormatRange& asked, const SFormatChange& change) {
-    const SFormatRange range = Inside(doc, asked);
+    const SFormatRange range = Meant(doc, asked);
     if (change.IsEmpty() || range.firstRow > range.lastRow || range.firstColumn > range.lastColumn) return true;
     if (!MaySet(change)) return false;
     const bool columns = CoversColumns(doc, asked);
@@ -94,7 +124,7 @@ bool FormatCells(CWatchlistDoc& doc, const SFormatRange& asked, const SFormatCha
 }
 
 void ClearFormats(CWatchlistDoc& doc, const SFormatRange& asked) {
-    const SFormatRange range = Inside(doc, asked);
+    const SFormatRange range = Meant(doc, asked);
     CUndoStep step(doc, "clear formats");
     step.SelectColumns(range.firstColumn, range.lastColumn);
     for (const auto& [row, column] : FormattedCells(doc, range)) doc.Formats().Reset(row, column);
@@ -118,8 +148,14 @@ bool FormatGrid(CWatchlistDoc& doc, const SGridLook& look) {
     }
     if (!look.format.IsEmpty()) {
         // The columns have records of their own, whole ones: what is said of the grid is meant for them too.
-        for (int column = 0; column < doc.Columns().Count(); ++column)
-            if (doc.Formats().Find(0, column)) SetFormat(doc, 0, column, look.format);
+        for (int column = 0; column < doc.Columns().Count(); ++column) {
+            if (!doc.Formats().Find(0, column)) continue;
+            SCellFormat format = doc.Formats().ColumnFormat(column);
+            const bool regular = format.regular;
+            look.format.ApplyTo(format);
+            format.regular = regular; // What stands out does so in the whole grid.
+            doc.Formats().Set(0, column, std::move(format));
+        }
     }
     options.useGridPrecision = look.useGridPrecision;
     options.useDefaultAlignment = look.useDefaultAlignment;

@@ -31,8 +31,16 @@ struct SFormatChange {
     bool IsEmpty() const;
 };
 
+/// Whether a range of cells holds nothing but headings.
+bool AreHeadings(const CWatchlistDoc& doc, const SFormatRange& range);
+/// The column of the cell that says how a place of a row looks: in a heading HeadingColumn, else the place's own.
+int FormatColumn(const CWatchlistDoc& doc, int row, int column);
+/// Whether the text of a cell is bold by itself: a symbol, or the heading of a row.
+bool StandsOut(const CWatchlistDoc& doc, int row, int column);
+
 /// Changes the look of cells. Whole columns get it as the columns' format, which new rows take over too, and so do
-/// their cells that have a format of their own. One step to undo.
+/// their cells that have a format of their own. A heading is one cell: it is meant where it is selected alone, or by a
+/// range over the column that it looks like. One step to undo.
 ///
 /// Errors  false when a watchlist cannot hold so many formats, or the font's name cannot be kept: nothing is changed
 bool FormatCells(CWatchlistDoc& doc, const SFormatRange& range, const SFormatChange& change);

@@ -31,9 +31,12 @@ void TellTooMany() {
                     EBoxIcon::Exclamation});
 }
 
-QString WhatIsFormatted(const SFormatRange& range) {
+QString WhatIsFormatted(const CWatchlistDoc& doc, const SFormatRange& range) {
     const auto tr = [](const char* text) { return CCellSettingsDlg::tr(text); };
     const int rows = range.lastRow - range.firstRow + 1;
+    if (AreHeadings(doc, range))
+        return rows == 1 ? tr("A heading is selected.")
+                         : tr("%L1 headings are selected; only what you change here is changed in them.").arg(rows);
     const int columns = range.lastColumn - range.firstColumn + 1;
     if (rows == 1 && columns == 1) return tr("One cell is selected.");
     return tr("%1 and %2 are selected; only what you change here is changed in them.")
@@ -47,14 +50,15 @@ CCellSettingsDlg::CCellSettingsDlg(CWatchlistDoc& doc, const SFormatRange& range
     : QDialog(parent), m_doc(doc), m_range(range), m_fields(new CFormatFields) {
     setObjectName(QStringLiteral("cellSettingsDialog"));
     setWindowTitle(tr("Cell Settings"));
-    m_fields->Show(doc.Formats().Effective(row, column));
+    column = FormatColumn(doc, row, column);
+    m_fields->Show(doc.Formats().Effective(row, column), StandsOut(doc, row, column));
     if (doc.Options().useDefaultAlignment)
         m_fields->DisableAlignment(tr("Numbers stand on the right and texts on the left while the default alignment is "
                                       "on in the grid settings."));
     if (doc.Options().useGridPrecision)
         m_fields->DisableDecimals(tr("The decimals of the grid settings are used for all cells."));
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(new QLabel(WhatIsFormatted(range)));
+    layout->addWidget(new QLabel(WhatIsFormatted(doc, range)));
     layout->addWidget(m_fields);
     AddButtons(*this, *layout);
 }
@@ -77,7 +81,7 @@ CGridSettingsDlg::CGridSettingsDlg(CWatchlistDoc& doc, QWidget* parent)
     m_defaultAlignment->setObjectName(QStringLiteral("useDefaultAlignment"));
     m_trailingRows->setObjectName(QStringLiteral("trailingRows"));
     const SWatchlistOptions& options = doc.Options();
-    m_fields->Show(doc.Formats().GridFormat());
+    m_fields->Show(doc.Formats().GridFormat(), false);
     m_gridPrecision->setChecked(options.useGridPrecision);
     m_defaultAlignment->setChecked(options.useDefaultAlignment);
     m_trailingRows->setRange(0, SWatchlistOptions::kMaxTrailingRows);

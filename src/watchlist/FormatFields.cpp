@@ -99,10 +99,10 @@ void CFormatFields::ConnectFields() {
     });
 }
 
-void CFormatFields::Show(const SCellFormat& format) {
+void CFormatFields::Show(const SCellFormat& format, bool standsOut) {
     m_font->setCurrentFont(QFont(QtText(format.fontFace)));
     m_size->setValue(ShownFontSize(format));
-    m_bold->setChecked(format.bold);
+    m_bold->setChecked(IsDrawnBold(format, standsOut));
     m_italic->setChecked(format.italic);
     m_alignment->setCurrentIndex(static_cast<int>(format.alignment));
     m_decimals->setValue(format.decimals);

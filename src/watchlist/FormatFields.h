@@ -22,8 +22,8 @@ class CFormatFields : public QWidget {
 public:
     explicit CFormatFields(QWidget* parent = nullptr);
 
-    /// Shows a format; nothing counts as changed then.
-    void Show(const SCellFormat& format);
+    /// Shows a format; nothing counts as changed then. standsOut: see IsDrawnBold.
+    void Show(const SCellFormat& format, bool standsOut);
     const SFormatChange& Change() const { return m_change; }
 
     /// Some rule of the whole watchlist overrides the field: it is disabled, and its tip says why.

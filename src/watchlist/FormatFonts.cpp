@@ -6,28 +6,29 @@ namespace vx {
 
 namespace {
 
-bool IsPlain(const SCellFormat& format) {
+bool IsPlain(const SCellFormat& format, bool strong) {
     static const SCellFormat plain;
-    return format.fontSizePt == plain.fontSizePt && !format.bold && !format.italic && format.fontFace == plain.fontFace;
+    return format.fontSizePt == plain.fontSizePt && !IsDrawnBold(format, strong) && !format.italic &&
+           format.fontFace == plain.fontFace;
 }
 
 } // namespace
 
 uint8_t CFormatFonts::Find(const SCellFormat& format, bool strong) {
-    if (IsPlain(format) && !strong) return 0;
+    if (IsPlain(format, strong)) return 0;
     if (const size_t known = KnownIndex(format, strong); known < m_known.size()) return m_known[known].number;
-    Want(FontOf(format));
+    Want(FontOf(format, strong));
     return 0;
 }
 
-CFormatFonts::SFont CFormatFonts::FontOf(const SCellFormat& format) {
-    return {format.fontFace, ShownFontSize(format), format.bold || IsPlain(format), format.italic};
+CFormatFonts::SFont CFormatFonts::FontOf(const SCellFormat& format, bool strong) {
+    return {format.fontFace, ShownFontSize(format), IsDrawnBold(format, strong), format.italic};
 }
 
 // Their number when it has none.
 size_t CFormatFonts::KnownIndex(const SCellFormat& format, bool strong) const {
-    if (IsPlain(format) && !strong) return m_known.size();
-    const SFont font = FontOf(format);
+    if (IsPlain(format, strong)) return m_known.size();
+    const SFont font = FontOf(format, strong);
     const auto found = std::find_if(m_known.begin(), m_known.end(), [&](const SKnown& known) {
         return known.size == font.size && known.bold == font.bold && known.italic == font.italic &&
                known.face == font.face;

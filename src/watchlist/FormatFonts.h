@@ -29,7 +29,7 @@ public:
 
     /// The number of a format's font; the grid's default font has 0.
     ///
-    /// strong: the text stands out (a symbol, a heading), so the default font is a bold one here
+    /// strong: the text stands out (a symbol, a heading) and is bold unless the user said otherwise
     uint8_t Find(const SCellFormat& format, bool strong);
 
     /// Whether a font has a number that no format asks for any more. forEachFormat(visit) calls visit(const
@@ -79,7 +79,7 @@ private:
         bool bold = false;
         bool italic = false;
     };
-    static SFont FontOf(const SCellFormat& format);
+    static SFont FontOf(const SCellFormat& format, bool strong);
     size_t KnownIndex(const SCellFormat& format, bool strong) const;
     void Want(const SFont& font);
 

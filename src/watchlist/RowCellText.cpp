@@ -30,6 +30,8 @@ size_t WriteAlerts(const SAlertTally& tally, std::span<char, kMostCellText> out)
 
 } // namespace
 
+int HeadingColumn(const CColumnMap& columns) { return std::max(1, columns.PositionOf(kSymbolColumn)); }
+
 SAlertTally TallyAlerts(const CWatchlistDoc& doc, std::string_view symbol) {
     SAlertTally tally;
     for (const A_INFO& alert : doc.Alerts().Get(symbol))

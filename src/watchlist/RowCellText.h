@@ -7,6 +7,7 @@
 
 namespace vx {
 
+class CColumnMap;
 class CSymbolRec;
 class CWatchlistDoc;
 
@@ -17,6 +18,10 @@ inline constexpr std::string_view kAlertsColumn = "Alerts";
 inline constexpr std::string_view kNotesColumn = "Notes";
 inline constexpr std::string_view kNewsColumn = "News";
 inline constexpr std::string_view kHeadlineColumn = "Latest Headline";
+
+/// The column whose cell says how the heading of a row looks: that of the symbols, in which headings are typed; the
+/// first one in a list without it.
+int HeadingColumn(const CColumnMap& columns);
 
 /// How many alerts a symbol has.
 struct SAlertTally {

@@ -14,8 +14,6 @@ namespace vx {
 
 namespace {
 
-// Annotations take the format of the first cell of their row.
-constexpr int kSpanColumn = 1;
 constexpr std::string_view kNoteMark = "\xB6 "; // A paragraph sign before the first line of a note.
 
 EAlign AlignOf(ECellAlign align) {
@@ -85,6 +83,7 @@ CWatchlistCells::EKind CWatchlistCells::KindOf(const sColumnInfo& info, const CC
 
 void CWatchlistCells::ColumnsChanged() {
     m_columns.clear();
+    m_headingColumn = HeadingColumn(m_doc.Columns());
     const auto& columns = m_doc.Columns().Columns();
     for (size_t position = 0; position < columns.size(); ++position) {
         const sColumnInfo& info = columns[position];
@@ -165,7 +164,7 @@ void CWatchlistCells::FillHeader(int column, SCell& cell) const {
 
 bool CWatchlistCells::FillSpan(int row, SCell& cell) const {
     if (m_doc.RowKind(row) != ERowKind::Annotation) return false;
-    const SCellFormat& format = m_doc.Formats().Effective(row, kSpanColumn);
+    const SCellFormat& format = m_doc.Formats().Effective(row, m_headingColumn);
     Dress(format, true, cell);
     if (!m_doc.Options().useDefaultAlignment) cell.align = AlignOf(format.alignment);
     cell.SetText(m_doc.AnnotationText(row));

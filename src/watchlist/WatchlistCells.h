@@ -80,6 +80,7 @@ private:
     bool m_stale = false;
     const QRegion* m_region = nullptr;
     std::vector<SColumn> m_columns; ///< By grid column.
+    int m_headingColumn = 1;
     mutable CFormatFonts m_fonts;
     mutable CPaintedCells m_painted;
 };

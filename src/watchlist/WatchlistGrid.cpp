@@ -141,12 +141,18 @@ void CWatchlistGrid::EnterFonts() {
 
 void CWatchlistGrid::EnterAllFonts() {
     const CCellFormatStore& formats = m_doc.Formats();
-    const auto enter = [&](const SCellFormat& format) {
+    const auto enter = [&](const SCellFormat& format, bool strong) {
         m_cells.Fonts().Find(format, false);
+        if (strong) m_cells.Fonts().Find(format, true);
         if (m_cells.Fonts().HasWanted()) EnterFonts();
     };
-    enter(formats.GridFormat());
-    formats.ForEach([&](int row, int column) { enter(formats.Effective(row, column)); });
+    const int heading = HeadingColumn(m_doc.Columns());
+    enter(formats.GridFormat(), true);
+    formats.ForEach([&](int row, int column) {
+        const int field = FieldAt(column);
+        enter(formats.Effective(row, column),
+              column == heading || field == Special().symbol || field == Special().news);
+    });
 }
 
 // Rows are as high as the tallest font: one that no cell has any more must not keep them so.

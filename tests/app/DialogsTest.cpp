@@ -5,6 +5,7 @@
 #include "data/CellFormatStore.h"
 #include "support/MessageBoxes.h"
 #include "watchlist/CellEntry.h"
+#include "watchlist/ColumnMoves.h"
 #include "watchlist/Commands.h"
 #include "watchlist/FormatCommands.h"
 
@@ -146,6 +147,71 @@ TEST_F(CDialogsTest, OnlyWhatWasTouchedIsFormatted) {
     frame.View().Grid().SelectRange({1, 2, last, last});
     frame.Commands().Action(ECommand::FormatClear).trigger();
     EXPECT_EQ(formats.Find(2, last), nullptr);
+}
+
+TEST_F(CDialogsTest, SymbolsAndHeadingsAreFormattedAsTheyAreDrawn) {
+    CMainFrame& frame = Board({"IBM", "A heading of words", "Another one of them", "GE"});
+    CWatchlistDoc& doc = frame.Document();
+    CWatchlistGrid& grid = frame.View().Grid();
+    const auto drawn = [&](int row) {
+        doc.RebuildGrid();
+        grid.EnterAllFonts();
+        SCell cell;
+        if (!grid.Source()->FillSpan(row, cell)) grid.Source()->FillCell(row, ColumnOf("Symbol"), cell);
+        const SGridFont& font = grid.Fonts().Font(cell.font);
+        return std::to_string(static_cast<int>(font.size)) + (font.bold ? " bold" : "");
+    };
+    const auto format = [&](const SGridRange& range, const auto& use) {
+        grid.SelectRange(range);
+        InDialog(ECommand::FormatCells, [&](QDialog& dialog) {
+            use(dialog);
+            dialog.accept();
+        });
+    };
+    const auto sizeIs = [](int points) {
+        return [points](QDialog& dialog) {
+            EXPECT_TRUE(In<QCheckBox>(dialog, "bold").isChecked());
+            In<QSpinBox>(dialog, "fontSize").setValue(points);
+        };
+    };
+    const auto boldIs = [](bool before, bool after) {
+        return [=](QDialog& dialog) {
+            EXPECT_EQ(In<QCheckBox>(dialog, "bold").isChecked(), before);
+            In<QCheckBox>(dialog, "bold").setChecked(after);
+        };
+    };
+    const int last = ColumnOf("Last");
+    const int symbol = ColumnOf("Symbol");
+
+    format({2, 2, last, last}, sizeIs(14));
+    EXPECT_EQ(drawn(2) + ", " + drawn(3) + ", " + drawn(1), "14 bold, 9 bold, 9 bold");
+    format({2, 3, last, last}, sizeIs(13));
+    EXPECT_EQ(drawn(2) + ", " + drawn(3), "13 bold, 13 bold");
+    format({1, 3, last, last}, [](QDialog& dialog) { In<QSpinBox>(dialog, "fontSize").setValue(20); });
+    EXPECT_EQ(drawn(2), "13 bold") << "headings among others are meant where they are covered";
+    format({1, 3, symbol, last}, sizeIs(12));
+    EXPECT_EQ(drawn(2) + ", " + drawn(1), "12 bold, 12 bold");
+
+    InsertColumn(doc, 1, "Spread");
+    EXPECT_EQ(drawn(2), "12 bold");
+    RemoveColumn(doc, ColumnOf("Symbol"));
+    EXPECT_EQ(drawn(2), "12 bold");
+    InsertColumn(doc, 4, "Symbol");
+    EXPECT_EQ(drawn(2), "12 bold");
+    for (int i = 0; i < 3; ++i) doc.Undo().Undo();
+    EXPECT_EQ(drawn(2), "12 bold");
+    frame.Commands().Action(ECommand::FormatClear).trigger();
+    EXPECT_EQ(drawn(2), "9 bold");
+
+    format({1, 2, symbol, symbol}, boldIs(true, false));
+    EXPECT_EQ(drawn(1) + ", " + drawn(2), "9, 9");
+    format({1, 2, symbol, symbol}, boldIs(false, true));
+    EXPECT_EQ(drawn(1) + ", " + drawn(2), "9 bold, 9 bold");
+    InDialog(ECommand::FormatGrid, [](QDialog& dialog) {
+        In<QSpinBox>(dialog, "fontSize").setValue(11);
+        dialog.accept();
+    });
+    EXPECT_EQ(drawn(4), "11 bold");
 }
 
 TEST_F(CDialogsTest, NumbersStayRightWhenDefaultAlignmentGoes) {
