@@ -59,6 +59,12 @@ template <typename Visit> void ForEachField(Visit&& visit) {
 
 } // namespace
 
+bool HaveSameFields(const SCellFormat& a, const SCellFormat& b) {
+    bool same = true;
+    ForEachField([&](auto member) { same = same && a.*member == b.*member; });
+    return same;
+}
+
 bool IsStorableFont(std::string_view face) {
     return !face.empty() && face.size() <= kMostFontFace && std::ranges::none_of(face, [](char c) {
         return c == ',' || c == ';' || static_cast<unsigned char>(c) < ' ' || c == '\x7F';

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "data/ColourRule.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -31,10 +33,11 @@ struct SCellFormat {
     int32_t fontSizePt = 9; ///< As a file has it; see ShownFontSize.
     ECellAlign alignment = ECellAlign::Left;
     int32_t decimals = kUnchosenDecimals; ///< 0..kMostDecimals
-    bool colourByDirection = true;
+    bool colourByDirection = true;        ///< Colours by the rule below; off, a number has the text's colour.
 
     // What the text of a record has no field for.
 
+    EColourRule colourRule = EColourRule::OfField; ///< Counts while colourByDirection is on.
     /// The user took the bold away that a text which stands out (a symbol, a heading) has by itself.
     bool regular = false;
 
@@ -42,6 +45,9 @@ struct SCellFormat {
 };
 
 inline constexpr size_t kMostFontFace = 63; ///< Bytes of a font's name.
+
+/// Whether two formats have the same text.
+bool HaveSameFields(const SCellFormat& a, const SCellFormat& b);
 
 /// Whether a font's name can be written into a watchlist and read again: at most kMostFontFace bytes, not empty,
 /// without the separators of the text and without control characters.

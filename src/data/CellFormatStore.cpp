@@ -188,7 +188,7 @@ std::string CCellFormatStore::Write() const {
         const int row = RowOf(key);
         const int column = ColumnOf(key);
         const SCellFormat& base = row == 0 ? m_grid : ColumnFormat(column);
-        if (column == 0 || format != base) AppendRecord(out, row, column, format, &base);
+        if (column == 0 || !HaveSameFields(format, base)) AppendRecord(out, row, column, format, &base);
     }
     return out;
 }

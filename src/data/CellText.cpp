@@ -171,6 +171,15 @@ double CellNumber(const CSymbolRec& record, const SFieldEntry& entry) {
 
 EDirection CellDirection(const CSymbolRec& record, const SFieldEntry& entry) { return Read(record, entry).direction; }
 
+EDirection ColourDirection(const CSymbolRec& record, const SFieldEntry& entry, EColourRule rule) {
+    const SCellValue cell = Read(record, entry);
+    if (rule == EColourRule::OfField) rule = entry.colourRule;
+    if (rule == EColourRule::Direction || cell.direction == EDirection::NeverSet) return cell.direction;
+    const bool whole = entry.valueClass == EValueClass::Integer || entry.valueClass == EValueClass::Unsigned;
+    const double number = whole ? static_cast<double>(cell.value.whole) : cell.value.number;
+    return number > 0 ? EDirection::Up : number < 0 ? EDirection::Down : EDirection::Unchanged;
+}
+
 int PlacesFor(const CSymbolRec& record, const SFieldEntry& entry, int cellPlaces, bool chosen) {
     const int precision = record.Base().DecimalPrecision();
     if (entry.valueClass != EValueClass::Price || precision < 0) return cellPlaces;

@@ -33,6 +33,9 @@ double CellNumber(const CSymbolRec& record, const SFieldEntry& entry);
 /// Which way the cell's value went with its last change; NeverSet where the column reads nothing of such a record.
 EDirection CellDirection(const CSymbolRec& record, const SFieldEntry& entry);
 
+/// Which way a number's colour says it is, by a rule: up and down, or above and below zero; NeverSet as above.
+EDirection ColourDirection(const CSymbolRec& record, const SFieldEntry& entry, EColourRule rule);
+
 /// The places to show: for prices the symbol's own decimal precision, once the feed has said it, or fewer where
 /// somebody chose fewer for the cell; for every other column those of the cell.
 ///

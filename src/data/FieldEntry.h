@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/ColourRule.h"
 #include "data/ParseRule.h"
 
 #include <cstdint>
@@ -61,7 +62,8 @@ struct SFieldEntry {
     uint8_t slot = 0;                  ///< Position in the layout that source names.
     int8_t regionSlot = kNoRegionSlot; ///< Position in the regional layout, for the row of a regional quote.
     std::string_view description;      ///< Windows-1252, may hold line feeds.
-    int8_t places = 0;                 ///< Decimals of the column's cells until somebody chooses others.
+    EColourRule colourRule = EColourRule::Direction; ///< Of numbers, unless a cell's format says otherwise.
+    int8_t places = 0;                               ///< Decimals of the column's cells until somebody chooses others.
 };
 
 } // namespace vx

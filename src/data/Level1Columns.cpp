@@ -12,6 +12,7 @@ using C = EValueClass;
 struct SBinding {
     ESource source;
     size_t slot;
+    EColourRule colourRule = EColourRule::Direction;
 };
 
 struct SRegionSlot {
@@ -28,6 +29,10 @@ struct SRow {
 };
 
 consteval SBinding Quote(std::string_view updateField) { return {ESource::Quote, UpdateSlot(updateField)}; }
+/// A slot whose value is a difference: its sign is what its colour tells.
+consteval SBinding Difference(std::string_view updateField) {
+    return {ESource::Quote, UpdateSlot(updateField), EColourRule::Sign};
+}
 consteval SBinding Market(std::string_view updateField) { return {ESource::MarketName, UpdateSlot(updateField)}; }
 consteval SRegionSlot Region(std::string_view field) { return {static_cast<int>(RegionSlot(field))}; }
 
@@ -57,9 +62,9 @@ constexpr auto kRows = std::to_array<SRow>({
      "Last Qualifying Trade Market Center - includes only last-qualifying trades."},
     {"LQT Date", "%m/%d/%y", C::Date, Quote("Last Date"), kNone,
      "Last Qualifying Trade Date - includes only last-qualifying trades."},
-    {"ET Chg", "%+0.*lf", C::Price, Quote("Extended Trading Change"), kNone,
+    {"ET Chg", "%+0.*lf", C::Price, Difference("Extended Trading Change"), kNone,
      "Extended Trading Change \n(ET Last - yesterday's Close)"},
-    {"ET Diff", "%+0.*lf", C::Price, Quote("Extended Trading Difference"), kNone,
+    {"ET Diff", "%+0.*lf", C::Price, Difference("Extended Trading Difference"), kNone,
      "Extended Trading Difference\n Difference in price since market close (ET Last - Last)"},
     {"ET Last", "%0.*lf", C::Price, Quote("Extended Trade"), kNone,
      "Extended Trading Last - includes extended and last-qualifying trades."},
@@ -97,13 +102,13 @@ constexpr auto kRows = std::to_array<SRow>({
     {"Delay", "%d min", C::Integer, Quote("Delay"), kNone,
      "Number of minutes data is intentionally delayed by our servers based on user authorizations (Delayed symbols "
      "only)"},
-    {"Change", "%+0.*lf", C::Price, Quote("Change"), kNone, "Today's change (Last - Close)"},
+    {"Change", "%+0.*lf", C::Price, Difference("Change"), kNone, "Today's change (Last - Close)"},
     {"Open", "%0.*lf", C::Price, Quote("Open"), kNone, "Today's opening trade price"},
     {"Close", "%0.*lf", C::Price, Quote("Close"), kNone, "Yesterday's closing trade price"},
     {"High", "%0.*lf", C::Price, Quote("High"), kNone, "Today's highest trade price"},
     {"Low", "%0.*lf", C::Price, Quote("Low"), kNone, "Today's lowest trade price"},
     {"Volume", "%u", C::Unsigned, Quote("Total Volume"), kNone, "Today's cumulative volume"},
-    {"% Chg", "%+0.*lf%%", C::Ratio, Quote("Percent Change"), kNone, "Ratio of Change / Close"},
+    {"% Chg", "%+0.*lf%%", C::Ratio, Difference("Percent Change"), kNone, "Ratio of Change / Close"},
     {"Tick Trend", "%s", C::Text, Quote("Tick"), kNone,
      "Indicates if the current trade is higher, lower, or the same as the previous trade. Displays the last 8 values."},
     {"7day Yield", "%+0.*lf", C::Price, Quote("7 Day Yield"), kNone,
@@ -126,11 +131,12 @@ constexpr auto kRows = std::to_array<SRow>({
     {"% OffAvgVol", "%+0.*lf%%", C::Price, Quote("Percent Off Average Volume"), kNone,
      "Percentage of the current volume in comparison to the previous 4 weeks average volume, as provided in the "
      "fundamental data."},
-    {"Bid Chg", "%0.*lf", C::Price, Quote("Bid Change"), kNone,
+    {"Bid Chg", "%0.*lf", C::Price, Difference("Bid Change"), kNone,
      "The difference between the current Bid price and the previous Bid Price"},
-    {"Ask Chg", "%0.*lf", C::Price, Quote("Ask Change"), kNone,
+    {"Ask Chg", "%0.*lf", C::Price, Difference("Ask Change"), kNone,
      "The difference between the current Ask price and the previous Ask Price"},
-    {"ChgFrmOpn", "%+0.*lf", C::Price, Quote("Change From Open"), kNone, "Change in Price from the Open (Last - Open)"},
+    {"ChgFrmOpn", "%+0.*lf", C::Price, Difference("Change From Open"), kNone,
+     "Change in Price from the Open (Last - Open)"},
     {"Volatility", "%0.*lf%%", C::Ratio, Quote("Volatility"), kNone,
      "Todays Volatility in relation to its current price (Todays Range / Last Price)"},
     {"Mkt Cap", "%u", C::Unsigned, Quote("Market Capitalization"), kNone,
@@ -169,7 +175,8 @@ constexpr auto kEntries = [] {
                       row.binding.source,
                       static_cast<uint8_t>(row.binding.slot),
                       static_cast<int8_t>(row.region.slot),
-                      row.description};
+                      row.description,
+                      row.binding.colourRule};
     }
     return entries;
 }();

@@ -53,12 +53,18 @@ SFormatRange Meant(const CWatchlistDoc& doc, const SFormatRange& asked) {
     return range;
 }
 
+// What a place has by itself is not kept as a choice.
+void SetChosen(CWatchlistDoc& doc, int row, int column, SCellFormat format) {
+    format.regular = format.regular && StandsOut(doc, row, column);
+    if (format.colourRule == ColourRuleOf(doc, column)) format.colourRule = EColourRule::OfField;
+    doc.Formats().Set(row, column, std::move(format));
+}
+
 void SetFormat(CWatchlistDoc& doc, int row, int column, const SFormatChange& change) {
     if (row > 0 && column != FormatColumn(doc, row, column)) return;
     SCellFormat format = doc.Formats().Effective(row, column);
     change.ApplyTo(format);
-    format.regular = format.regular && StandsOut(doc, row, column);
-    doc.Formats().Set(row, column, std::move(format));
+    SetChosen(doc, row, column, std::move(format));
 }
 
 } // namespace
@@ -80,11 +86,12 @@ void SFormatChange::ApplyTo(SCellFormat& format) const {
     take(alignment, format.alignment);
     take(decimals, format.decimals);
     take(colourByDirection, format.colourByDirection);
+    take(colourRule, format.colourRule);
 }
 
 bool SFormatChange::IsEmpty() const {
     return !textColour && !backColour && !upColour && !downColour && !unchangedColour && !fontFace && !fontSizePt &&
-           !bold && !italic && !alignment && !decimals && !colourByDirection;
+           !bold && !italic && !alignment && !decimals && !colourByDirection && !colourRule;
 }
 
 bool AreHeadings(const CWatchlistDoc& doc, const SFormatRange& range) {
@@ -100,6 +107,12 @@ int FormatColumn(const CWatchlistDoc& doc, int row, int column) {
 bool StandsOut(const CWatchlistDoc& doc, int row, int column) {
     if (column < 1 || column >= doc.Columns().Count()) return false;
     return IsHeading(doc, row) || doc.Columns().At(column).name == kSymbolColumn;
+}
+
+EColourRule ColourRuleOf(const CWatchlistDoc& doc, int column) {
+    if (column < 1 || column >= doc.Columns().Count()) return EColourRule::OfField;
+    const SFieldEntry* entry = doc.Columns().At(column).Entry();
+    return entry ? entry->colourRule : EColourRule::Direction;
 }
 
 bool FormatCells(CWatchlistDoc& doc, const SFormatRange& asked, const SFormatChange& change) {
@@ -154,7 +167,7 @@ bool FormatGrid(CWatchlistDoc& doc, const SGridLook& look) {
             const bool regular = format.regular;
             look.format.ApplyTo(format);
             format.regular = regular; // What stands out does so in the whole grid.
-            doc.Formats().Set(0, column, std::move(format));
+            SetChosen(doc, 0, column, std::move(format));
         }
     }
     options.useGridPrecision = look.useGridPrecision;

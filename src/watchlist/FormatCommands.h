@@ -26,6 +26,7 @@ struct SFormatChange {
     std::optional<ECellAlign> alignment;
     std::optional<int32_t> decimals;
     std::optional<bool> colourByDirection;
+    std::optional<EColourRule> colourRule;
 
     void ApplyTo(SCellFormat& format) const;
     bool IsEmpty() const;
@@ -37,6 +38,10 @@ bool AreHeadings(const CWatchlistDoc& doc, const SFormatRange& range);
 int FormatColumn(const CWatchlistDoc& doc, int row, int column);
 /// Whether the text of a cell is bold by itself: a symbol, or the heading of a row.
 bool StandsOut(const CWatchlistDoc& doc, int row, int column);
+
+/// The rule by which the colours of a column's numbers are chosen unless a format says otherwise; OfField where there
+/// is no column.
+EColourRule ColourRuleOf(const CWatchlistDoc& doc, int column);
 
 /// Changes the look of cells. Whole columns get it as the columns' format, which new rows take over too, and so do
 /// their cells that have a format of their own. A heading is one cell: it is meant where it is selected alone, or by a

@@ -51,7 +51,7 @@ CCellSettingsDlg::CCellSettingsDlg(CWatchlistDoc& doc, const SFormatRange& range
     setObjectName(QStringLiteral("cellSettingsDialog"));
     setWindowTitle(tr("Cell Settings"));
     column = FormatColumn(doc, row, column);
-    m_fields->Show(doc.Formats().Effective(row, column), StandsOut(doc, row, column));
+    m_fields->Show(doc.Formats().Effective(row, column), StandsOut(doc, row, column), ColourRuleOf(doc, column));
     if (doc.Options().useDefaultAlignment)
         m_fields->DisableAlignment(tr("Numbers stand on the right and texts on the left while the default alignment is "
                                       "on in the grid settings."));
@@ -81,7 +81,7 @@ CGridSettingsDlg::CGridSettingsDlg(CWatchlistDoc& doc, QWidget* parent)
     m_defaultAlignment->setObjectName(QStringLiteral("useDefaultAlignment"));
     m_trailingRows->setObjectName(QStringLiteral("trailingRows"));
     const SWatchlistOptions& options = doc.Options();
-    m_fields->Show(doc.Formats().GridFormat(), false);
+    m_fields->Show(doc.Formats().GridFormat(), false, EColourRule::OfField);
     m_gridPrecision->setChecked(options.useGridPrecision);
     m_defaultAlignment->setChecked(options.useDefaultAlignment);
     m_trailingRows->setRange(0, SWatchlistOptions::kMaxTrailingRows);

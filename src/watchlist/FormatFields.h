@@ -22,8 +22,10 @@ class CFormatFields : public QWidget {
 public:
     explicit CFormatFields(QWidget* parent = nullptr);
 
-    /// Shows a format; nothing counts as changed then. standsOut: see IsDrawnBold.
-    void Show(const SCellFormat& format, bool standsOut);
+    /// Shows a format; nothing counts as changed then.
+    ///
+    /// standsOut: see IsDrawnBold; ofField: the rule of colours where nobody chose one, OfField when that differs
+    void Show(const SCellFormat& format, bool standsOut, EColourRule ofField);
     const SFormatChange& Change() const { return m_change; }
 
     /// Some rule of the whole watchlist overrides the field: it is disabled, and its tip says why.
@@ -42,7 +44,7 @@ private:
     QCheckBox* m_italic;
     QComboBox* m_alignment;
     QSpinBox* m_decimals;
-    QCheckBox* m_byDirection;
+    QComboBox* m_colourRule;
     CColourButton* m_text;
     CColourButton* m_back;
     CColourButton* m_up;

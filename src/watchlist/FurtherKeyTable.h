@@ -58,6 +58,10 @@ void ReadFurtherNotes(const SFurtherValue& value);
 std::string WriteFurtherAlerts(const SFurtherSource& source);
 void ReadFurtherAlerts(const SFurtherValue& value);
 
+/// What the text of a format has no field for: the rule of its colours, and bold that was taken away.
+std::string WriteFurtherLooks(const SFurtherSource& source);
+void ReadFurtherLooks(const SFurtherValue& value);
+
 std::string WriteHiddenRows(const SFurtherSource& source);
 void ReadHiddenRows(const SFurtherValue& value);
 

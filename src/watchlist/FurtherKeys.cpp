@@ -26,6 +26,7 @@ constexpr std::array kFurtherKeys = {
     SFurtherKey{"Rows", WriteFurtherRows, ReadFurtherRows},
     SFurtherKey{"Notes", WriteFurtherNotes, ReadFurtherNotes},
     SFurtherKey{"Alerts", WriteFurtherAlerts, ReadFurtherAlerts},
+    SFurtherKey{"Looks", WriteFurtherLooks, ReadFurtherLooks},
     SFurtherKey{"HiddenRows", WriteHiddenRows, ReadHiddenRows},
     SFurtherKey{"SortAcrossHeadings", WriteSortAcrossHeadings, ReadSortAcrossHeadings},
     SFurtherKey{"Export", WriteFurtherExport, ReadFurtherExport},

@@ -151,7 +151,7 @@ void CWatchlistCells::Colour(const SColumn& column, const SCellFormat& format, s
         cell.font = m_fonts.Find(format, true);
         TakeColour(format.textColour, SCellFormat::kAutomatic, ETextRole::Up, cell);
     } else if (column.kind == EKind::Directed && record && format.colourByDirection) {
-        TakeDirectionColour(format, RoleOf(CellDirection(*record, *column.entry)), cell);
+        TakeDirectionColour(format, RoleOf(ColourDirection(*record, *column.entry, format.colourRule)), cell);
     }
 }
 

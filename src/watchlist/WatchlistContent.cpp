@@ -70,6 +70,7 @@ void ApplyContent(CWatchlistDoc& doc, const SWatchlistContent& content, CReadRep
         if (alert) doc.Alerts().Add(symbol, *alert);
     if (const size_t count = doc.Formats().Read(content.formats.text))
         report.LeftOut(content.formats.line, fmt::format("cell formats that were not understood: {}", count));
+    for (const SWatchlistContent::SLook& look : content.looks) ApplyLook(look, doc.Formats());
     doc.SetUnknownLines(content.unknownLines);
 }
 

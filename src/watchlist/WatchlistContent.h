@@ -1,6 +1,7 @@
 #pragma once
 
 #include "alerts/AlertInfo.h"
+#include "data/ColourRule.h"
 #include "watchlist/WatchlistOptions.h"
 
 #include <cstddef>
@@ -13,6 +14,7 @@
 
 namespace vx {
 
+class CCellFormatStore;
 class CWatchlistDoc;
 
 /// What of a watchlist's text was not understood, for the log.
@@ -46,6 +48,13 @@ struct SWatchlistContent {
         std::string name;
         int width = 0; ///< Pixels.
     };
+    /// What the text of a cell's format has no field for.
+    struct SLook {
+        int row = 0;
+        int column = 0;
+        EColourRule colourRule = EColourRule::OfField;
+        bool regular = false;
+    };
     struct SRecords {
         std::string text;
         size_t line = 0; ///< Where the last of it stood.
@@ -63,6 +72,7 @@ struct SWatchlistContent {
     /// They replace those that `alerts` has of their symbols; without an alert the symbol has none.
     std::vector<std::pair<std::string, std::optional<A_INFO>>> furtherAlerts;
     SRecords formats;
+    std::vector<SLook> looks;              ///< Applied after `formats`, one by one.
     std::vector<int> hiddenRows;           ///< Rising.
     std::vector<std::string> unknownLines; ///< Further keys that are unknown, to be written again.
     size_t knownLines = 0;                 ///< Lines that were understood.
@@ -72,6 +82,9 @@ struct SWatchlistContent {
     /// Errors  false for a row outside 1..CRowTable::kMaxRow, and nothing changes
     bool SetRow(int row, std::string_view text, bool annotation);
 };
+
+/// Gives a cell, a column (row 0) or the grid what its format's text has no field for.
+void ApplyLook(const SWatchlistContent::SLook& look, CCellFormatStore& formats);
 
 /// Puts a content into a document that was just reset and is being loaded, and the two application-wide settings among
 /// it into the settings.

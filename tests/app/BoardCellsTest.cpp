@@ -76,6 +76,22 @@ TEST_F(CBoardCellsTest, ACellLooksAsItsOwnFormatSaysElseItsColumnsElseTheGrids) 
     EXPECT_EQ(Cell(1, "Last").align, EAlign::Center);
 }
 
+TEST_F(CBoardCellsTest, ChangeAndPercentChangeNeverContradictEachOther) {
+    doc->SetColumnsByName("Symbol;Change;% Chg;Last;");
+    doc->RebuildGrid();
+    Update("IBM", "Change", "2.00");
+    Update("IBM", "Percent Change", "0.02");
+    Update("IBM", "Percent Change", "0.01");
+    EXPECT_EQ(Cell(1, "Change").role, ETextRole::Up);
+    EXPECT_EQ(Cell(1, "% Chg").role, ETextRole::Up) << "lower than before, and above zero";
+    Format(1, "% Chg", [](SCellFormat& format) { format.colourRule = EColourRule::Direction; });
+    EXPECT_EQ(Cell(1, "% Chg").role, ETextRole::Down);
+    Format(1, "% Chg", [](SCellFormat& format) { format.colourByDirection = false; });
+    EXPECT_EQ(Cell(1, "% Chg").role, ETextRole::Normal);
+    Update("IBM", "Change", "0");
+    EXPECT_EQ(Cell(1, "Change").role, ETextRole::Unchanged);
+}
+
 TEST_F(CBoardCellsTest, AChangedCellIsRepaintedWhoeverAskedForItOrPaintedAPartOfItBefore) {
     Update("IBM", "Last", "12");
     EXPECT_EQ(Text(1, "Last"), "12.0000");

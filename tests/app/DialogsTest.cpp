@@ -214,6 +214,34 @@ TEST_F(CDialogsTest, SymbolsAndHeadingsAreFormattedAsTheyAreDrawn) {
     EXPECT_EQ(drawn(4), "11 bold");
 }
 
+TEST_F(CDialogsTest, TheRuleOfColoursIsChosenAndWhatAFieldDoesByItselfIsNoChoice) {
+    CMainFrame& frame = Board({"IBM"});
+    CCellFormatStore& formats = frame.Document().Formats();
+    const int change = ColumnOf("Change");
+    const auto choose = [&](const char* shown, const char* choice) {
+        frame.View().Grid().SelectRange({1, 1, change, ColumnOf("Last")});
+        InDialog(ECommand::FormatCells, [=](QDialog& dialog) {
+            auto& rule = In<QComboBox>(dialog, "colourRule");
+            EXPECT_EQ(rule.currentText().toStdString(), shown);
+            rule.setCurrentText(QString::fromLatin1(choice));
+            EXPECT_EQ(In<QWidget>(dialog, "upColour").isEnabled(), std::string_view(choice) != "Nothing");
+            dialog.accept();
+        });
+        const auto name = [&](const char* column) {
+            const SCellFormat& format = formats.Effective(1, ColumnOf(column));
+            const char* names[] = {"field", "direction", "sign"};
+            return format.colourByDirection ? names[static_cast<size_t>(format.colourRule)] : "none";
+        };
+        return std::string(name("Change")) + " " + name("Last");
+    };
+    EXPECT_EQ(choose("Automatic (sign)", "Sign"), "field sign");
+    EXPECT_EQ(choose("Automatic (sign)", "Direction"), "direction field");
+    EXPECT_EQ(choose("Direction", "Nothing"), "none none");
+    EXPECT_EQ(choose("Nothing", "Automatic (sign)"), "field field");
+    frame.Document().Undo().Undo();
+    EXPECT_EQ(formats.Effective(1, change).colourByDirection, false);
+}
+
 TEST_F(CDialogsTest, NumbersStayRightWhenDefaultAlignmentGoes) {
     CWatchlistDoc& doc = Board({"IBM"}).Document();
     InDialog(ECommand::FormatGrid, [](QDialog& dialog) {

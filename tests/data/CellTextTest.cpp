@@ -181,6 +181,36 @@ TEST_F(CellTexts, PricesHaveThePlacesOfTheirSymbolOrFewerWhereSomebodyChoseThem)
     EXPECT_EQ(PlacesFor(Ibm(), last, 4), 4);
 }
 
+TEST_F(CellTexts, DifferencesHaveTheColourOfTheirSign) {
+    const auto colour = [&](const char* column, EColourRule rule = EColourRule::OfField) {
+        return ColourDirection(Ibm(), *FindField(column), rule);
+    };
+    Update("Last=5,Open Interest=-3,Tick=173");
+    const std::pair<const char*, const char*> differences[] = {{"Change", "Change"},
+                                                               {"% Chg", "Percent Change"},
+                                                               {"ET Chg", "Extended Trading Change"},
+                                                               {"ET Diff", "Extended Trading Difference"},
+                                                               {"ChgFrmOpn", "Change From Open"},
+                                                               {"Bid Chg", "Bid Change"},
+                                                               {"Ask Chg", "Ask Change"}};
+    for (const auto& [column, field] : differences) {
+        EXPECT_EQ(colour(column), EDirection::NeverSet) << column;
+        for (const auto& [value, expected] : {std::pair{"-2", EDirection::Down},
+                                              {"-1", EDirection::Down},
+                                              {"0", EDirection::Unchanged},
+                                              {"2", EDirection::Up},
+                                              {"1", EDirection::Up}}) {
+            Update(std::string(field) + "=" + value);
+            EXPECT_EQ(colour(column), expected) << column << " " << value;
+        }
+    }
+    EXPECT_EQ(colour("% Chg", EColourRule::Direction), EDirection::Down) << "the stored direction is another thing";
+    EXPECT_EQ(colour("Last"), EDirection::Unchanged);
+    EXPECT_EQ(colour("Last", EColourRule::Sign), EDirection::Up);
+    EXPECT_EQ(colour("Open Int", EColourRule::Sign), EDirection::Down);
+    EXPECT_EQ(colour("Tick Trend"), EDirection::Up);
+}
+
 TEST_F(CellTexts, TheProgramsOwnColumnsReadNothingOfTheRecord) {
     Update("Last=1");
     for (const char* column : {" ", "Alerts", "Notes", "News", "Latest Headline"}) {

@@ -159,6 +159,34 @@ TEST_F(FurtherKeys, RememberHowTheListIsExported) {
     EXPECT_EQ(doc.Options().exporting, SExportOptions{}) << "a choice that is not known spoils them all";
 }
 
+TEST_F(FurtherKeys, BringBackWhatFormatsHaveNoFieldFor) {
+    CCellFormatStore& formats = doc.Formats();
+    const auto set = [&](int row, int column, EColourRule rule, bool regular, int points = 9) {
+        SCellFormat format;
+        format.colourRule = rule;
+        format.regular = regular;
+        format.fontSizePt = points;
+        formats.Set(row, column, format);
+    };
+    set(0, 2, EColourRule::Sign, true);
+    set(1, 2, EColourRule::OfField, false); // Its column's text, but another look.
+    set(2, 2, EColourRule::Sign, true);     // As its column in all.
+    set(3, 2, EColourRule::Direction, false, 12);
+    set(4, 2, EColourRule::OfField, false, 12);
+    EXPECT_THAT(FurtherLines(), ElementsAre("Vx.Looks=0 2 sign regular;1 2 field bold;3 2 direction bold;"));
+    EXPECT_THAT(WrittenLine("Formatting"), testing::EndsWith("TRUE,;3,2:,,,,,,,,,,,12,,,,;4,2:,,,,,,,,,,,12,,,,;"));
+    const auto looks = [&] {
+        std::vector<SCellFormat> out;
+        for (int row = 0; row <= 5; ++row) out.push_back(formats.Effective(row, 2));
+        return out;
+    };
+    const std::vector<SCellFormat> saved = looks();
+    Travel();
+    EXPECT_EQ(looks(), saved);
+    OpenFurther("Vx.Looks=1 1 sign bold;1 1 sign;1 1 other bold;1 1 sign thin;-1 1 sign bold;1 1001 sign bold;\r\n");
+    EXPECT_EQ(formats.Size(), 1u);
+}
+
 TEST_F(FurtherKeys, CarryEveryByteInLinesOfBoundedLength) {
     std::string all;
     for (int i = 0; i < 5000; ++i) all += static_cast<char>(i % 256);

@@ -117,6 +117,8 @@ protected:
         format.bold = random.OneIn(2);
         format.alignment = static_cast<ECellAlign>(random.Below(3));
         format.decimals = Below(9);
+        format.colourRule = static_cast<EColourRule>(random.Below(3));
+        format.regular = random.OneIn(4);
         doc.Formats().Set(random.OneIn(2) ? 0 : AnyRow(), random.OneIn(20) ? 1000 : Below(doc.Columns().Count() + 1),
                           format);
     }
