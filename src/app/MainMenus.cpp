@@ -61,6 +61,7 @@ const std::vector<SMenuLine>& MenuTable() {
         {"&View",
          {ViewToolBar,
           ViewRowNumbers,
+          ViewSymbolInSight,
           ViewGridLines,
           ViewShading,
           ViewEllipsis,

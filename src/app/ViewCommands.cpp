@@ -35,6 +35,7 @@ CViewCommands::CViewCommands(const SBoardSeat& seat) : CBoardCommands(seat) {
     FillThemeMenu();
     BindOption(ECommand::ViewRowNumbers, &SWatchlistOptions::showRowNumbers, "row numbers");
     BindOption(ECommand::ViewToolBar, &SWatchlistOptions::showToolBar, "tool bar");
+    BindSwitch(ECommand::ViewSymbolInSight, kSymbolInSight);
     BindSwitch(ECommand::ViewGridLines, kShowGridLines);
     BindSwitch(ECommand::ViewShading, kShowShading);
     BindSwitch(ECommand::ViewEllipsis, kShowEllipsis);

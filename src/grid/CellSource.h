@@ -19,6 +19,13 @@ enum class ETextRole : uint8_t {
     Explicit ///< SCell::textColor holds the colour.
 };
 
+/// Small shapes at the edge of a cell that say that there is more about it; one bit each.
+enum ECellMark : uint8_t {
+    kNoteMark = 1,  ///< A corner.
+    kArmedMark = 2, ///< A ring.
+    kFiredMark = 4  ///< A dot.
+};
+
 /// No colour of its own: the theme chooses.
 inline constexpr int32_t kAutomaticColor = -1;
 
@@ -35,6 +42,7 @@ struct SCell {
     EAlign align;
     ETextRole role;
     uint8_t font;       ///< Id in the control's font table; 0 is the default font, unknown ids show the default.
+    uint8_t marks;      ///< Of ECellMark.
     bool tickTrend;     ///< The bytes AD, AF and B7 are drawn as an up, a down and a dot symbol in their colours.
     int32_t textColor;  ///< Counts only with ETextRole::Explicit.
     int32_t background; ///< kAutomaticColor: the row's own.
@@ -46,6 +54,7 @@ struct SCell {
         align = EAlign::Left;
         role = ETextRole::Normal;
         font = 0;
+        marks = 0;
         tickTrend = false;
         textColor = kAutomaticColor;
         background = kAutomaticColor;

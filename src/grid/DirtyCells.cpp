@@ -17,8 +17,7 @@ void CDirtyCells::SetVisible(const CGridGeometry& geometry) {
     for (int c = 0; c <= geometry.ColumnCount(); ++c)
         m_columnVisible[static_cast<size_t>(c)] =
             geometry.ColumnWidth(c) > 0 &&
-            (c <= geometry.ShownLockedColumns() ||
-             (c >= geometry.FirstScrolledColumn() && c <= geometry.LastScrolledColumn()));
+            (geometry.IsFixed(c) || (c >= geometry.FirstScrolledColumn() && c <= geometry.LastScrolledColumn()));
     m_bits.assign(m_visible.Count() * m_words, 0);
     m_wholeRow.assign(m_visible.Count(), 0);
     m_any = false;

@@ -140,6 +140,12 @@ void CGridCtrl::SetLockedColumns(int columns) {
     LayoutChanged();
 }
 
+void CGridCtrl::SetStickyColumn(int column) {
+    const int stuck = m_geometry.StuckColumn();
+    m_geometry.SetStickyColumn(column);
+    if (m_geometry.StuckColumn() != stuck) VisibleCellsChanged();
+}
+
 void CGridCtrl::SetRowNumbersVisible(bool visible) {
     if (visible == m_rowNumbers) return;
     m_rowNumbers = visible;

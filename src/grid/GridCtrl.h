@@ -78,6 +78,8 @@ public:
     int FitWidth(int column);
     void SetLockedColumns(int columns);
     int LockedColumns() const { return m_geometry.LockedColumns(); }
+    /// See CGridGeometry::SetStickyColumn.
+    void SetStickyColumn(int column);
     void SetRowNumbersVisible(bool visible);
     bool RowNumbersVisible() const { return m_rowNumbers; }
     /// The row-number column is at least this wide, and wider where its digits need it.

@@ -106,7 +106,7 @@ void CGridCtrl::StretchTo(const QPoint& place) {
     const bool rowsMove = m_drag != EDrag::SelectColumns;
     const bool columnsMove = m_drag != EDrag::SelectRows;
     QRect calm = cells;
-    if (m_selection.anchor.column <= m_geometry.ShownLockedColumns()) calm.setLeft(0);
+    if (m_geometry.IsFixed(m_selection.anchor.column)) calm.setLeft(0);
     ScrollTowards(place, calm, rowsMove, columnsMove);
 
     const int left = m_geometry.ColumnWidth(0);
@@ -124,7 +124,7 @@ void CGridCtrl::StretchTo(const QPoint& place) {
 
 void CGridCtrl::MoveMarkTo(const QPoint& place) {
     const bool columns = m_drag == EDrag::MoveColumns;
-    // Columns scroll at the edges of what scrolls; over the locked ones only while there is something under them.
+    // Columns scroll at the edges of what scrolls; over the fixed ones only while there is something under them.
     const QRect calm(QPoint(m_geometry.FixedWidth(), m_geometry.HeaderHeight()),
                      QPoint(viewport()->width() - 1, viewport()->height() - 1));
     ScrollTowards(place, calm, !columns, columns);

@@ -95,7 +95,7 @@ void CGridCtrl::PlaceEditor() {
     if (row > RowCount() || IsRowHidden(row) || column > ColumnCount() || ColumnWidth(column) == 0)
         return EndEdit(false);
     const bool span = IsSpan(row);
-    const bool scrolls = !span && column > m_geometry.ShownLockedColumns();
+    const bool scrolls = !span && !m_geometry.IsFixed(column);
     const int edge = scrolls ? m_geometry.FixedWidth() : m_geometry.ColumnWidth(0);
     const QRect room(edge, m_geometry.HeaderHeight(), viewport()->width() - edge, m_geometry.ScrolledHeight());
     QRect place = m_geometry.CellRect(row, column);

@@ -31,11 +31,12 @@ int CGridCtrl::BorderAt(const QPoint& place) const {
     if (column >= 1 && column <= ColumnCount() &&
         m_geometry.ColumnLeft(column) + ColumnWidth(column) - place.x() <= kGripWidth)
         return column;
-    const bool behindFixed =
-        column > m_geometry.ShownLockedColumns() && m_geometry.ColumnLeft(column) < m_geometry.FixedWidth();
+    const int stuck = m_geometry.StuckColumn();
+    const bool behindFixed = !m_geometry.IsFixed(column) && m_geometry.ColumnLeft(column) <= m_geometry.FixedWidth();
     const int left = behindFixed ? m_geometry.FixedWidth() : m_geometry.ColumnLeft(column);
     if (place.x() - left >= kGripWidth) return 0;
-    const int from = behindFixed ? m_geometry.ShownLockedColumns() + 1 : column;
+    if (behindFixed && stuck > 0) return stuck;
+    const int from = behindFixed || column == stuck ? m_geometry.ShownLockedColumns() + 1 : column;
     const int before = NextColumn(from, -1);
     return before != from ? before : 0;
 }

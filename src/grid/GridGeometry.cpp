@@ -82,6 +82,22 @@ void CGridGeometry::SetLockedColumns(int columns) {
     Relayout();
 }
 
+void CGridGeometry::SetStickyColumn(int column) {
+    m_sticky = std::max(column, 0);
+    Stick();
+}
+
+// 0 where it cannot stick.
+int CGridGeometry::StickyWidth() const {
+    const int width = m_sticky > m_shownLocked ? ColumnWidth(m_sticky) : 0;
+    return LockedRight() + width > m_viewport.width() - kMinScrolledWidth ? 0 : width;
+}
+
+void CGridGeometry::Stick() {
+    m_stuck = 0;
+    if (StickyWidth() > 0 && ColumnLeft(m_sticky) < LockedRight()) m_stuck = m_sticky;
+}
+
 void CGridGeometry::SetViewport(const QSize& size) {
     m_viewport = size;
     Relayout();
@@ -90,6 +106,7 @@ void CGridGeometry::SetViewport(const QSize& size) {
 void CGridGeometry::SetScroll(int x, int y) {
     m_scrollX = std::clamp(x, 0, MaxScrollX());
     m_scrollY = std::clamp(y, 0, MaxScrollY());
+    Stick();
 }
 
 int CGridGeometry::MaxScrollX() const { return std::max(0, m_left.back() - m_viewport.width()); }
@@ -101,6 +118,7 @@ int CGridGeometry::ContentRight() const { return std::max(FixedWidth(), m_left.b
 int CGridGeometry::ContentBottom() const { return m_headerHeight + m_shownRows * m_rowHeight - m_scrollY; }
 
 int CGridGeometry::ColumnLeft(int column) const {
+    if (column > 0 && column == m_stuck) return LockedRight();
     const int left = m_left[static_cast<size_t>(std::clamp(column, 0, ColumnCount() + 1))];
     return column > m_shownLocked ? left - m_scrollX : left;
 }
@@ -116,7 +134,7 @@ QRect CGridGeometry::CellRect(int row, int column) const {
 
 QRect CGridGeometry::VisibleCellRect(int row, int column) const {
     QRect place(QPoint(0, 0), m_viewport);
-    if (column > m_shownLocked) place.setLeft(FixedWidth());
+    if (column > m_shownLocked) place.setLeft(column == m_stuck ? LockedRight() : FixedWidth());
     if (row > 0) place.setTop(m_headerHeight);
     return CellRect(row, column).intersected(place);
 }
@@ -127,7 +145,10 @@ int CGridGeometry::ColumnAtContent(int x) const {
     return static_cast<int>(right - m_left.begin()) - 1;
 }
 
-int CGridGeometry::ColumnAt(int x) const { return ColumnAtContent(x < FixedWidth() ? x : x + m_scrollX); }
+int CGridGeometry::ColumnAt(int x) const {
+    if (x < LockedRight()) return ColumnAtContent(x);
+    return x < FixedWidth() ? m_stuck : ColumnAtContent(x + m_scrollX);
+}
 
 int CGridGeometry::RowAt(int y) const {
     if (y < 0) return -1;
@@ -167,9 +188,11 @@ int CGridGeometry::LastScrolledColumn() const {
 
 QPoint CGridGeometry::ScrollToShow(int row, int column) const {
     QPoint scroll(m_scrollX, m_scrollY);
-    if (column > m_shownLocked && column <= ColumnCount()) {
-        const int left = m_left[static_cast<size_t>(column)] - FixedWidth();
-        const int right = left + FixedWidth() + ColumnWidth(column) - m_viewport.width();
+    if (!IsFixed(column) && column <= ColumnCount()) {
+        // A column beyond the sticky one must come out from under it.
+        const int begin = m_left[static_cast<size_t>(column)];
+        const int left = begin - LockedRight() - (column > m_sticky ? StickyWidth() : 0);
+        const int right = begin + ColumnWidth(column) - m_viewport.width();
         scroll.setX(std::min(std::max(m_scrollX, right), left));
     }
     if (row > 0 && row <= m_rowCount) {
@@ -184,7 +207,8 @@ void CGridGeometry::Relayout() {
     m_left[0] = 0;
     for (size_t i = 0; i < m_widths.size(); ++i) m_left[i + 1] = m_left[i] + m_widths[i];
     m_shownLocked = std::min(m_locked, ColumnCount());
-    while (m_shownLocked > 0 && FixedWidth() > m_viewport.width() - kMinScrolledWidth) --m_shownLocked;
+    while (m_shownLocked > 0 && LockedRight() > m_viewport.width() - kMinScrolledWidth) --m_shownLocked;
+    Stick();
 }
 
 } // namespace vx

@@ -7,7 +7,7 @@
 namespace vx {
 
 /// Where the cells of a grid stand in its viewport: the header row and the row-number column at the top and left edge,
-/// then the locked columns, then the columns that scroll.
+/// then the locked columns, then the columns that scroll, of which one may be sticky.
 ///
 /// Shape   row 0 is the header row, column 0 the row-number column; rows are all of one height but hidden ones, which
 ///         keep their numbers and have none; a column of width 0 is hidden. Rows are found by division, and by binary
@@ -56,6 +56,13 @@ public:
     int LockedColumns() const { return m_locked; }
     /// The locked columns that a narrow viewport has room for; the rest scroll until it is wider.
     int ShownLockedColumns() const { return m_shownLocked; }
+    /// A column that does not scroll out at the left: it stops at the edge of the fixed part, and the others go on
+    /// under it. 0 for none; a locked or hidden one has no effect, nor has one for which a narrow viewport has no room.
+    void SetStickyColumn(int column);
+    /// The sticky column while it stands at that edge instead of in its place, else 0.
+    int StuckColumn() const { return m_stuck; }
+    /// Whether a column stays where it is while the others scroll: row numbers, locked ones, the stuck one.
+    bool IsFixed(int column) const { return column <= m_shownLocked || column == m_stuck; }
 
     void SetViewport(const QSize& size);
     QSize Viewport() const { return m_viewport; }
@@ -68,11 +75,13 @@ public:
     int ScrolledWidth() const { return m_viewport.width() - FixedWidth(); }
     int ScrolledHeight() const { return m_viewport.height() - m_headerHeight; }
 
-    /// Right edge of the row-number column and the locked columns.
-    int FixedWidth() const { return m_left[static_cast<size_t>(m_shownLocked) + 1]; }
+    /// Right edge of the row-number column, the locked columns and the stuck one.
+    int FixedWidth() const { return LockedRight() + (m_stuck > 0 ? ColumnWidth(m_stuck) : 0); }
     /// Left edge of the last column's right neighbour, were there one.
     int ContentRight() const;
     int ContentBottom() const;
+    /// The width of all columns together, the row numbers included.
+    int ContentWidth() const { return m_left.back(); }
 
     int ColumnLeft(int column) const;
     int RowTop(int row) const;
@@ -91,7 +100,7 @@ public:
     /// between them.
     int FirstVisibleRow() const { return RowAtPlace(m_scrollY / m_rowHeight + 1); }
     int LastVisibleRow() const;
-    /// First and last of the columns behind the locked ones that can be seen; first > last when there is none.
+    /// First and last of the columns beyond the fixed ones that can be seen; first > last when there is none.
     int FirstScrolledColumn() const;
     int LastScrolledColumn() const;
 
@@ -102,6 +111,9 @@ public:
 private:
     int HiddenBefore(int row) const;
     void Relayout();
+    void Stick();
+    int LockedRight() const { return m_left[static_cast<size_t>(m_shownLocked) + 1]; }
+    int StickyWidth() const;
     int ColumnAtContent(int x) const;
 
     std::vector<int> m_widths; // [0] is the row-number column
@@ -113,6 +125,8 @@ private:
     int m_headerHeight = 24;
     int m_locked = 0;
     int m_shownLocked = 0;
+    int m_sticky = 0;
+    int m_stuck = 0;
     int m_scrollX = 0;
     int m_scrollY = 0;
     QSize m_viewport;

@@ -15,7 +15,7 @@ constexpr int kBorder = 2; // its thickness
 /// The line between two columns, over the header and the rows.
 QRect InsertColumnLine(int before, const CGridGeometry& geometry) {
     int x = before > geometry.ColumnCount() ? geometry.ContentRight() : geometry.ColumnLeft(before);
-    if (before > geometry.ShownLockedColumns()) x = std::max(x, geometry.FixedWidth());
+    if (!geometry.IsFixed(before)) x = std::max(x, geometry.FixedWidth());
     x = std::min(x, geometry.Viewport().width() - 1);
     return {x - kLine / 2 - 1, 0, kLine, std::min(geometry.ContentBottom(), geometry.Viewport().height())};
 }
@@ -41,10 +41,12 @@ struct SRangePlace {
 SRangePlace PlaceOf(const SGridRange& range, const CGridGeometry& geometry) {
     const QRect first = geometry.CellRect(range.firstRow, range.firstColumn);
     const QRect last = geometry.CellRect(range.lastRow, range.lastColumn);
+    const int stuck = geometry.StuckColumn();
     const bool locked = range.firstColumn <= geometry.ShownLockedColumns();
-    const int fixed = locked ? 0 : geometry.FixedWidth();
-    // A range that begins in the locked columns reaches at least to their edge, wherever the rest has scrolled to.
-    const bool beyond = locked && range.lastColumn > geometry.ShownLockedColumns();
+    const bool holdsStuck = stuck > 0 && range.HasColumn(stuck);
+    const int fixed = locked ? 0 : holdsStuck ? geometry.ColumnLeft(stuck) : geometry.FixedWidth();
+    // A range that begins in the fixed columns reaches at least to their edge, wherever the rest has scrolled to.
+    const bool beyond = holdsStuck || (locked && range.lastColumn > geometry.ShownLockedColumns());
     const int right = beyond ? std::max(last.right(), geometry.FixedWidth() - 1) : last.right();
     return {QRect(QPoint(first.left(), first.top()), QPoint(right, last.bottom())),
             QRect(fixed, geometry.HeaderHeight(), geometry.Viewport().width() - fixed, geometry.ScrolledHeight())};

@@ -11,6 +11,8 @@ namespace vx {
 namespace {
 
 constexpr std::string_view kEllipsis = "...";
+constexpr double kSeenMark = 3.0; // The contrast at which a mark can be told from the background.
+constexpr int kCellMark = 6;      // Its size in logical pixels.
 constexpr int kHiddenRowMark = 16; // its width without row numbers, in logical pixels
 
 int RunWidth(CGlyphAtlas& atlas, const SCell& cell) {
@@ -112,6 +114,7 @@ void CGridPainter::PaintRow(int row) {
         PaintSpan(row);
     } else {
         PaintColumns(row, 1, geometry.ShownLockedColumns());
+        if (const int stuck = geometry.StuckColumn(); stuck > 0) PaintColumns(row, stuck, stuck);
         PaintColumns(row, geometry.FirstScrolledColumn(), geometry.LastScrolledColumn());
         if (header || m_scene->options.lines == EGridLines::Both) {
             const QRect all = Device(QRect(0, geometry.RowTop(row), geometry.Viewport().width(),
@@ -233,7 +236,9 @@ void CGridPainter::PaintCell(int row, int column, const QRect& rect, const QRect
 
     m_background = CellBackground(row, column);
     if (m_background != m_rowColor) m_canvas.Fill(clip, m_background);
-    const bool lastLocked = column == m_scene->geometry.ShownLockedColumns();
+    const CGridGeometry& geometry = m_scene->geometry;
+    const bool lastFixed =
+        column == (geometry.StuckColumn() > 0 ? geometry.StuckColumn() : geometry.ShownLockedColumns());
     QRect inner = clip;
     if (m_scene->options.lines == EGridLines::Both) {
         m_canvas.Fill(QRect(rect.left(), rect.bottom() - m_line + 1, rect.width(), m_line).intersected(clip),
@@ -242,16 +247,46 @@ void CGridPainter::PaintCell(int row, int column, const QRect& rect, const QRect
                       theme.gridLine);
         inner = inner.intersected(rect.adjusted(0, 0, -m_line, -m_line));
     }
-    if (lastLocked)
+    if (lastFixed)
         m_canvas.Fill(QRect(rect.right() - m_line + 1, rect.top(), m_line, rect.height()).intersected(clip),
                       theme.headerLine);
     if (m_cell.length > 0) DrawText(rect, inner, TextColor());
+    if (m_cell.marks != 0) PaintCellMarks(rect, inner);
     if (m_scene->selection.focus == SGridCell{row, column}) {
         // The frame keeps to what can be seen of the cell, so that it is whole under the locked columns' edge too.
-        const QRect seen = Device(m_scene->geometry.VisibleCellRect(row, column));
+        const QRect seen = Device(geometry.VisibleCellRect(row, column));
         const bool strong = m_scene->hasKeyboard;
         m_canvas.Frame(seen, strong ? 2 * m_line : m_line, strong ? theme.focus : theme.focusIdle);
     }
+}
+
+// At the right edge, beside the texts: a note at the top, what fired at the bottom, what is armed above that.
+void CGridPainter::PaintCellMarks(const QRect& rect, const QRect& clip) {
+    const SGridTheme& theme = m_scene->theme;
+    const int size = Device(kCellMark);
+    const int right = rect.right() - m_line;
+    const int bottom = rect.bottom() - m_line;
+    const auto fill = [&](const QRect& place, QRgb color) { m_canvas.Fill(place.intersected(clip), color); };
+    const auto dot = [&](const QRect& place, QRgb color) {
+        const double radius = place.width() / 2.0;
+        for (int y = 0; y < place.height(); ++y) {
+            const double up = radius - y - 0.5;
+            const int side = static_cast<int>(std::lround(radius - std::sqrt(radius * radius - up * up)));
+            fill({place.left() + side, place.top() + y, place.width() - 2 * side, 1}, color);
+        }
+    };
+    if ((m_cell.marks & kNoteMark) != 0)
+        for (int y = 0; y < size; ++y)
+            fill({right - size + 1 + y, rect.top() + y, size - y, 1}, MarkColor(theme.focus));
+    QRect place(right - m_line - size + 1, bottom - m_line - size + 1, size, size);
+    if ((m_cell.marks & kFiredMark) != 0) {
+        dot(place, MarkColor(theme.alert));
+        place.translate(0, -size - m_line);
+    }
+    if ((m_cell.marks & kArmedMark) == 0) return;
+    dot(place, MarkColor(theme.alert));
+    const int ring = (size + 3) / 6;
+    dot(place.adjusted(ring, ring, -ring, -ring), m_background);
 }
 
 void CGridPainter::PaintHeaderCell(int row, int column) {
@@ -331,6 +366,11 @@ QRgb CGridPainter::TextColor() {
 QRgb CGridPainter::RoleColor(ETextRole role) {
     const QRgb color = m_scene->theme.RoleColor(role);
     return IsOnOwnBackground() ? Readable(role, color) : color;
+}
+
+QRgb CGridPainter::MarkColor(QRgb wanted) {
+    const bool seen = !IsOnOwnBackground() || ContrastRatio(wanted, m_background) >= kSeenMark;
+    return seen ? wanted : Readable(ETextRole::Normal, wanted);
 }
 
 QRgb CGridPainter::SymbolColor(int code, QRgb text) {

@@ -76,6 +76,7 @@ private:
     void ClearLinesBetween(int row, int left, int right);
     QRect WidestEmptyRun(int row);
     void PaintCell(int row, int column, const QRect& rect, const QRect& clip);
+    void PaintCellMarks(const QRect& rect, const QRect& clip);
     void PaintHeaderCell(int row, int column);
     void PaintSortMark(const QRect& rect, const QRect& clip, ESortMark mark);
     void PaintHiddenMark(int column, const QRect& rect, const QRect& clip);
@@ -86,6 +87,7 @@ private:
     bool IsOnOwnBackground() const;
     QRgb TextColor();
     QRgb RoleColor(ETextRole role);
+    QRgb MarkColor(QRgb wanted);
     QRgb SymbolColor(int code, QRgb text);
     /// A colour, or another one of the same meaning when it cannot be seen on the cell's background.
     QRgb Readable(ETextRole role, QRgb wanted);

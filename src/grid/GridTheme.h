@@ -8,7 +8,8 @@ namespace vx {
 
 /// Every colour the grid paints with.
 ///
-/// Shape   each text colour reaches a contrast of 4.5:1 on every background that it can stand on, the focus colour 3:1
+/// Shape   each text colour reaches a contrast of 4.5:1 on every background that it can stand on, the colours of focus
+/// and alert 3:1
 struct SGridTheme {
     // Backgrounds of cells.
     QRgb base;     ///< Odd rows and the space without cells.
@@ -33,6 +34,7 @@ struct SGridTheme {
     QRgb headerLine; ///< Between header cells, and under and beside the fixed parts.
     QRgb focus;      ///< The rectangle around the focus cell.
     QRgb focusIdle;  ///< The same while the keyboard is elsewhere.
+    QRgb alert;      ///< Marks of alerts.
 
     QRgb RoleColor(ETextRole role) const {
         switch (role) {
@@ -68,7 +70,8 @@ inline constexpr SGridTheme kLightGridTheme = {.base = 0xFFFFFFFF,
                                                .gridLine = 0xFFE2E6EA,
                                                .headerLine = 0xFFBCC4CD,
                                                .focus = 0xFF1F6FD0,
-                                               .focusIdle = 0xFF7A8591};
+                                               .focusIdle = 0xFF7A8591,
+                                               .alert = 0xFFB45309};
 
 inline constexpr SGridTheme kDarkGridTheme = {.base = 0xFF13171C,
                                               .shade = 0xFF181D23,
@@ -88,7 +91,8 @@ inline constexpr SGridTheme kDarkGridTheme = {.base = 0xFF13171C,
                                               .gridLine = 0xFF272D34,
                                               .headerLine = 0xFF3B444E,
                                               .focus = 0xFF5BA4F5,
-                                              .focusIdle = 0xFF7C8793};
+                                              .focusIdle = 0xFF7C8793,
+                                              .alert = 0xFFF2B33D};
 
 /// 0xBBGGRR to an opaque 0xAARRGGBB.
 constexpr QRgb RgbFromColorRef(int32_t color) {

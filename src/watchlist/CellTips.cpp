@@ -1,5 +1,7 @@
 #include "watchlist/CellTips.h"
 
+#include "alerts/AlertCondition.h"
+#include "alerts/AlertField.h"
 #include "watchlist/RowCellText.h"
 #include "watchlist/WatchlistDoc.h"
 
@@ -8,6 +10,58 @@
 #include <algorithm>
 
 namespace vx {
+
+namespace {
+
+constexpr size_t kMostNoteLines = 3;
+constexpr size_t kMostLineBytes = 80;
+constexpr size_t kMostAlerts = 5;
+
+/// The first lines of a text, long ones cut; "..." says that there is more.
+std::string Beginning(std::string_view text) {
+    std::string out;
+    for (size_t line = 0; line < kMostNoteLines && !text.empty(); ++line) {
+        const std::string_view whole = text.substr(0, text.find('\n'));
+        out.append(line == 0 ? "" : "\n").append(whole.substr(0, kMostLineBytes));
+        if (whole.size() > kMostLineBytes) out += "...";
+        text.remove_prefix(std::min(text.size(), whole.size() + 1));
+    }
+    return text.empty() ? out : out + "\n...";
+}
+
+/// "Last greater than 10"
+std::string AlertWords(const A_INFO& alert) {
+    const std::string_view field = AlertFieldName(alert.fieldId);
+    if (alert.fieldId == NewsFieldId()) return std::string(field);
+    return fmt::format("{} {} {}", field, ConditionWords(alert.condition), alert.value);
+}
+
+std::string AlertLines(const CAlertArray& alerts, bool armed) {
+    const auto counts = [=](const A_INFO& alert) { return (alert.enabled != 0) == armed; };
+    const auto all = static_cast<size_t>(std::count_if(alerts.begin(), alerts.end(), counts));
+    std::string out;
+    size_t named = 0;
+    for (const A_INFO& alert : alerts)
+        if (counts(alert) && named < kMostAlerts && ++named != 0)
+            out.append(armed ? "Alert armed: " : "Alert fired or off: ").append(AlertWords(alert)).append("\n");
+    if (all > named) out += fmt::format("and {} more {}\n", all - named, armed ? "armed" : "that fired or are off");
+    return out;
+}
+
+} // namespace
+
+std::string MarksTip(const CWatchlistDoc& doc, int row) {
+    std::string tip;
+    if (doc.Notes().Has(row)) tip = "Note: " + Beginning(NoteTip(doc, row)) + "\n";
+    if (const std::string_view symbol = doc.RowSymbol(row); !symbol.empty()) {
+        const CAlertArray& alerts = doc.Alerts().Get(symbol);
+        tip += AlertLines(alerts, true) + AlertLines(alerts, false);
+        // What the cell may have cut is said here, in place of the tip that would.
+        if (!tip.empty()) tip.insert(0, std::string(symbol) + "\n");
+    }
+    if (!tip.empty()) tip.pop_back();
+    return tip;
+}
 
 std::string ColumnTip(std::string_view name, const SFieldEntry* entry) {
     std::string tip(name);

@@ -19,6 +19,9 @@ std::string NoteTip(const CWatchlistDoc& doc, int row);
 /// The annotation of a row and its note, whole; empty without a note. Where it says that what was typed is no symbol,
 /// how that can be corrected.
 std::string HeadingTip(const CWatchlistDoc& doc, int row);
+/// What the marks on the cell of a row's symbol stand for: the beginning of its note, its armed alerts and those that
+/// fired or are off. Empty for a cell without marks.
+std::string MarksTip(const CWatchlistDoc& doc, int row);
 /// "2 armed, 1 fired or off"
 std::string AlertsTip(const CWatchlistDoc& doc, int row);
 std::string NewsTip(const CWatchlistDoc& doc, int row);

@@ -17,7 +17,8 @@ uint64_t Mixed(uint64_t hash, uint64_t word) {
 
 uint32_t CPaintedCells::Fingerprint(const SCell& cell) {
     uint64_t hash = Mixed(cell.length, static_cast<uint64_t>(cell.role) | uint64_t{cell.font} << 8 |
-                                           uint64_t{cell.tickTrend} << 16 | static_cast<uint64_t>(cell.align) << 24 |
+                                           uint64_t{cell.tickTrend} << 16 | uint64_t{cell.marks} << 17 |
+                                           static_cast<uint64_t>(cell.align) << 24 |
                                            uint64_t{static_cast<uint32_t>(cell.textColor)} << 32);
     hash = Mixed(hash, static_cast<uint32_t>(cell.background));
     size_t i = 0;

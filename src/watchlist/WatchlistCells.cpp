@@ -14,7 +14,7 @@ namespace vx {
 
 namespace {
 
-constexpr std::string_view kNoteMark = "\xB6 "; // A paragraph sign before the first line of a note.
+constexpr std::string_view kNoteSign = "\xB6 "; // A paragraph sign before the first line of a note.
 
 EAlign AlignOf(ECellAlign align) {
     switch (align) {
@@ -58,11 +58,11 @@ void TakeDirectionColour(const SCellFormat& format, ETextRole role, SCell& cell)
     }
 }
 
-void PutMark(std::string_view mark, SCell& cell) {
-    const size_t kept = std::min<size_t>(cell.length, SCell::kMaxLength - mark.size());
-    std::memmove(cell.text + mark.size(), cell.text, kept);
-    std::memcpy(cell.text, mark.data(), mark.size());
-    cell.length = static_cast<uint16_t>(kept + mark.size());
+void PutSign(std::string_view sign, SCell& cell) {
+    const size_t kept = std::min<size_t>(cell.length, SCell::kMaxLength - sign.size());
+    std::memmove(cell.text + sign.size(), cell.text, kept);
+    std::memcpy(cell.text, sign.data(), sign.size());
+    cell.length = static_cast<uint16_t>(kept + sign.size());
 }
 
 } // namespace
@@ -109,6 +109,15 @@ void CWatchlistCells::FillCell(int row, int column, SCell& cell) const {
     if (IsPaintedWhole(row, column)) m_painted.Note(row, m_geometry.PlaceOfRow(row), column, cell);
 }
 
+uint8_t CWatchlistCells::Marks(int row, std::string_view symbol) const {
+    uint8_t marks = m_doc.Notes().Has(row) ? kNoteMark : 0;
+    if (symbol.empty()) return marks;
+    const SAlertTally tally = TallyAlerts(m_doc, symbol);
+    if (tally.armed > 0) marks |= kArmedMark;
+    if (tally.quiet > 0) marks |= kFiredMark;
+    return marks;
+}
+
 bool CWatchlistCells::IsPaintedWhole(int row, int column) const {
     if (m_region == nullptr) return false;
     const QRect cell = m_geometry.VisibleCellRect(row, column);
@@ -121,12 +130,13 @@ void CWatchlistCells::Fill(int row, int column, SCell& cell) const {
     const SCellFormat& format = m_doc.Formats().Effective(row, column);
     Dress(format, info->kind == EKind::Symbol, cell);
     const std::string_view symbol = m_doc.RowSymbol(row);
+    if (info->kind == EKind::Symbol) cell.marks = Marks(row, symbol);
     if (!info->entry || (symbol.empty() && info->kind != EKind::Notes)) return;
 
     const CSymbolRec* record = info->reader.FindRecord(row);
     const size_t length = info->reader.Read(row, record, std::span<char, kMostCellText>(cell.text, kMostCellText));
     cell.length = static_cast<uint16_t>(length);
-    if (info->kind == EKind::Notes && m_doc.Notes().Has(row)) PutMark(kNoteMark, cell);
+    if (info->kind == EKind::Notes && m_doc.Notes().Has(row)) PutSign(kNoteSign, cell);
     cell.align = Align(*info, format);
     cell.tickTrend = info->kind == EKind::Ticks;
     Colour(*info, format, symbol, record, cell);
@@ -168,7 +178,7 @@ bool CWatchlistCells::FillSpan(int row, SCell& cell) const {
     Dress(format, true, cell);
     if (!m_doc.Options().useDefaultAlignment) cell.align = AlignOf(format.alignment);
     cell.SetText(m_doc.AnnotationText(row));
-    if (m_doc.Notes().Has(row)) PutMark(kNoteMark, cell);
+    if (m_doc.Notes().Has(row)) PutSign(kNoteSign, cell);
     return true;
 }
 
@@ -199,6 +209,7 @@ std::string CWatchlistCells::OwnTip(int row, int column) const {
     const SColumn* info = Column(column);
     if (!info) return {};
     if (m_doc.RowKind(row) == ERowKind::Annotation) return HeadingTip(m_doc, row);
+    if (info->number == m_special.symbol) return MarksTip(m_doc, row);
     if (info->number == m_special.notes) return NoteTip(m_doc, row);
     if (info->number == m_special.alerts) return AlertsTip(m_doc, row);
     if (info->number == m_special.news) return NewsTip(m_doc, row);

@@ -67,6 +67,7 @@ private:
     EKind KindOf(const sColumnInfo& info, const CColumnReader& reader) const;
     const SColumn* Column(int column) const;
     void Fill(int row, int column, SCell& cell) const;
+    uint8_t Marks(int row, std::string_view symbol) const;
     bool IsPaintedWhole(int row, int column) const;
     std::string OwnTip(int row, int column) const;
     EAlign Align(const SColumn& column, const SCellFormat& format) const;

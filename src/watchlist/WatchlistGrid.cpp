@@ -42,6 +42,7 @@ void CWatchlistGrid::Rebuild() {
                                                                            : columns.At(column).width);
     SetColumnWidths(widths);
     SetLockedColumns(m_doc.Options().lockedColumns);
+    PlaceSticky();
     SetRowNumbersVisible(m_doc.Options().showRowNumbers);
     SetRowNumberWidth(columns.At(kRowNumberColumn).width);
     SetRowCount(m_doc.RowCount());
@@ -51,6 +52,15 @@ void CWatchlistGrid::Rebuild() {
 }
 
 void CWatchlistGrid::TakeRowOrder(const std::vector<int>& newRowOf) { MoveRows(newRowOf, m_doc.HiddenRows()); }
+
+void CWatchlistGrid::KeepSymbolInSight(bool keep) {
+    m_symbolInSight = keep;
+    PlaceSticky();
+}
+
+void CWatchlistGrid::PlaceSticky() {
+    SetStickyColumn(m_symbolInSight ? std::max(0, m_doc.Columns().PositionOf(kSymbolColumn)) : 0);
+}
 
 void CWatchlistGrid::MarkChangedCells(int row) {
     const CGridGeometry& geometry = Geometry();
@@ -64,6 +74,7 @@ void CWatchlistGrid::MarkChangedCells(int row) {
             if (m_cells.DiffersFromPainted(row, column)) MarkCellChanged(row, column);
     };
     mark(1, geometry.ShownLockedColumns());
+    if (const int stuck = geometry.StuckColumn(); stuck > 0) mark(stuck, stuck);
     mark(geometry.FirstScrolledColumn(), geometry.LastScrolledColumn());
 }
 

@@ -31,6 +31,8 @@ public:
     void MarkChangedCells(int row);
     /// Enters the fonts of all cells into the font table, also of cells that were never painted: before printing.
     void EnterAllFonts();
+    /// Whether the column of the symbols stays at the left edge when it would scroll out.
+    void KeepSymbolInSight(bool keep);
     /// Shows the values as no longer fed, or as live again.
     void SetStale(bool stale);
 
@@ -50,6 +52,7 @@ protected:
 private:
     void NoteWidth(int column, int width);
     void KeepWidth();
+    void PlaceSticky();
     void EnterFonts();
     void DropUnusedFonts();
     bool StandsForMore(int row, int column) const;
@@ -58,6 +61,7 @@ private:
     CWatchlistDoc& m_doc;
     CWatchlistCells m_cells;
     bool m_stale = false;
+    bool m_symbolInSight = false;
     std::optional<std::pair<int, int>> m_draggedWidth; ///< Column and width while its border is in the user's hand.
 };
 

@@ -62,6 +62,7 @@ const SSpecialColumns& CWatchlistView::Special() const { return m_grid->Special(
 void CWatchlistView::ApplyViewSettings() {
     m_grid->ApplyViewSettings(m_settings.ReadBoolean(kShowGridLines), m_settings.ReadBoolean(kShowShading),
                               m_settings.ReadBoolean(kShowEllipsis), m_settings.ReadBoolean(kReducedMotion));
+    m_grid->KeepSymbolInSight(m_settings.ReadBoolean(kSymbolInSight));
 }
 
 // What the user does in the grid

@@ -4,6 +4,9 @@
 #include "data/L1SymbolRec.h"
 #include "support/Allocations.h"
 
+#include <QFile>
+#include <QStyle>
+
 using namespace vx;
 using namespace vx::test;
 
@@ -151,6 +154,76 @@ TEST_F(CBoardCellsTest, NotesAlertsAndNewsShowThatThereIsMoreAndTipsSayIt) {
     EXPECT_EQ(Cell(1, "News").role, ETextRole::Up);
     EXPECT_EQ(Cell(1, "News").font, Cell(1, "Symbol").font) << "fresh news stands out without colour too";
     EXPECT_EQ(Tip(3, "Notes"), "") << "headings have no tips of cells";
+}
+
+TEST_F(CBoardCellsTest, TheSymbolSaysThatItsRowHasANoteAndAlerts) {
+    const auto marks = [&](int row) { return int{Cell(row, "Symbol").marks}; };
+    EXPECT_EQ(marks(1), 0);
+    EXPECT_EQ(Tip(1, "Symbol"), "");
+    doc->Notes().Set(1, "one\r\ntwo\r\nthree\r\nfour");
+    doc->Notes().Set(7, "of an empty row");
+    doc->RebuildGrid();
+    EXPECT_EQ(marks(1), kNoteMark);
+    EXPECT_EQ(marks(7), kNoteMark);
+    A_INFO alert{1, 0, 0, 250.5, FieldIndex("Last") - 1, 2, 0, {}};
+    ProcessAll();
+    const int64_t before = grid->Counters().cells;
+    doc->Alerts().Add("IBM", alert);
+    ProcessAll();
+    EXPECT_GT(grid->Counters().cells, before) << "it is seen at once";
+    EXPECT_EQ(marks(1), kNoteMark | kArmedMark);
+    alert.enabled = 0;
+    alert.value = 100;
+    doc->Alerts().Add("IBM", alert);
+    EXPECT_EQ(marks(1), kNoteMark | kArmedMark | kFiredMark);
+    EXPECT_EQ(Tip(1, "Symbol"), "IBM\nNote: one\ntwo\nthree\n...\nAlert armed: Last greater than or equal to 250.5\n"
+                                "Alert fired or off: Last greater than or equal to 100");
+    EXPECT_EQ(Tip(7, "Symbol"), "Note: of an empty row");
+    for (int i = 0; i < 9; ++i) {
+        alert.value = i;
+        doc->Alerts().Add("MSFT", alert);
+    }
+    EXPECT_EQ(marks(2), kFiredMark);
+    EXPECT_TRUE(Tip(2, "Symbol").ends_with("equal to 4\nand 4 more that fired or are off")) << Tip(2, "Symbol");
+}
+
+TEST_F(CBoardCellsTest, TheSymbolStaysInSightUntilThatIsSwitchedOff) {
+    frame->resize(400, 600);
+    ProcessAll();
+    grid->EnsureVisible(1, ColumnOf("Tick Trend"));
+    const auto seen = [&] { return grid->Geometry().VisibleCellRect(1, ColumnOf("Symbol")).width(); };
+    EXPECT_EQ(seen(), kDefaultColumnWidthPx);
+    ProcessAll();
+    const int64_t before = grid->Counters().cells;
+    doc->Notes().Set(1, "new");
+    doc->RowEdited(1);
+    ProcessAll();
+    EXPECT_EQ(grid->Counters().cells, before + 1) << "it is repainted there";
+    Do(ECommand::ViewSymbolInSight);
+    EXPECT_EQ(seen(), 0);
+    EXPECT_FALSE(settings.ReadBoolean(kSymbolInSight));
+    Do(ECommand::ViewSymbolInSight);
+    doc->Columns().Move(ColumnOf("Symbol"), 3);
+    doc->RebuildGrid();
+    EXPECT_EQ(seen(), kDefaultColumnWidthPx) << "wherever it is";
+}
+
+TEST_F(CBoardCellsTest, TheStarterListsColumnsFitTheirTexts) {
+    QFile starter(QStringLiteral(ZW_SOURCE_DIR "/src/app/resources/starter.vxw"));
+    ASSERT_TRUE(starter.open(QIODevice::ReadOnly));
+    doc->OpenText(starter.readAll().toStdString(), {});
+    Update("GOOGL", "Decimal Precision", "2");
+    const std::pair<const char*, const char*> values[] = {
+        {"Last", "1999.99"},           {"Bid", "1999.98"},        {"Ask", "1999.99"},
+        {"High", "2000.00"},           {"Low", "1888.88"},        {"Change", "-199.99"},
+        {"Bid Size", "10000"},         {"Ask Size", "10000"},     {"Percent Change", "-0.1999"},
+        {"Total Volume", "999999999"}, {"Last Time", "10:00:00"}, {"Delay", "15"}};
+    for (const auto& [field, value] : values) Update("GOOGL", field, value);
+    for (int i = 0; i < 10; ++i) Update("GOOGL", "Tick", "173");
+    doc->OnNewsLine("N,SIM,1,GOOGL,20240131 093000,Simulated: Alphabet names a new chief financial officer");
+    for (int column = 1; column <= grid->ColumnCount(); ++column)
+        EXPECT_LE(grid->FitWidth(column), grid->ColumnWidth(column)) << doc->Columns().At(column).name;
+    EXPECT_LE(grid->Geometry().ContentWidth(), 1320 - grid->style()->pixelMetric(QStyle::PM_ScrollBarExtent));
 }
 
 TEST_F(CBoardCellsTest, NotesOfHeadingsAndEmptyRowsAreSeenToo) {

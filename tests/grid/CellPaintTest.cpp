@@ -70,6 +70,46 @@ TEST_F(CellPaint, ARowsNoticeIsDrawnOverItsWidestRunOfEmptyCells) {
     EXPECT_GT(CountColor(Picture(3), Place(3, 1, 3), kLightGridTheme.stale), 0);
 }
 
+TEST_F(CellPaint, MarksStandBesideTheTextAndDifferInShape) {
+    uint8_t marks = 0;
+    int32_t background = kAutomaticColor;
+    source.cell = [&](int row, int column, SCell& cell) {
+        if (row != 3 || column != 2) return;
+        cell.SetText("IBM");
+        cell.marks = marks;
+        cell.background = background;
+    };
+    for (const char* theme : {"light", "dark"})
+        for (const int scale : {1, 2}) {
+            grid.ApplyTheme(theme);
+            const SGridTheme& colours = grid.Theme();
+            const auto picture = [&](uint8_t shown) {
+                marks = shown;
+                return Picture(scale);
+            };
+            const QRect cell = Place(3, 2, scale);
+            const QImage plain = picture(0);
+            const auto ink = [&](uint8_t shown, QRgb color) { return CountColor(picture(shown), cell, color); };
+            const int note = ink(kNoteMark, colours.focus);
+            const int ring = ink(kArmedMark, colours.alert);
+            const int dot = ink(kFiredMark, colours.alert);
+            EXPECT_GT(note, 15 * scale * scale);
+            EXPECT_GT(ring, 10 * scale * scale);
+            EXPECT_GT(dot, ring + 8 * scale * scale) << "one is filled, the other is not";
+            const QImage all = picture(kNoteMark | kArmedMark | kFiredMark);
+            EXPECT_EQ(CountColor(all, cell, colours.alert), ring + dot) << "none covers another";
+            EXPECT_EQ(CountColor(all, cell, colours.focus), note);
+            const QRect text = cell.adjusted(0, 0, -9 * scale, 0);
+            EXPECT_EQ(all.copy(text), plain.copy(text)) << "the text stays where it is";
+            background = 0x0953B4; // The light theme's colour of alerts.
+            EXPECT_GT(CountColor(picture(kFiredMark), cell, 0xFF000000) + ink(kFiredMark, 0xFFFFFFFF) +
+                          ink(kFiredMark, kLightGridTheme.text) + ink(kFiredMark, kDarkGridTheme.text),
+                      ring)
+                << "on a background on which its colour cannot be seen";
+            background = kAutomaticColor;
+        }
+}
+
 TEST_F(CellPaint, TheTickTrendIsDrawnAsArrowsAndDots) {
     source.cell = [](int row, int, SCell& cell) {
         cell.SetText(row == 3 ? "\xAD" : row == 4 ? "\xAF" : row == 5 ? "\xB7" : "\xAD\xAF\xB7");

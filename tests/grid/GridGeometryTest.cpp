@@ -103,6 +103,42 @@ TEST(GridGeometry, ScrollsNoFurtherThanACellNeedsToBeSeen) {
     EXPECT_EQ(geometry.ScrollToShow(21, 4).x(), 200); // larger than its place: from its beginning
 }
 
+// At every scroll position each place of the viewport belongs to one column, and every column can be brought to sight.
+TEST(GridGeometry, AStickyColumnStopsAtTheLeftEdge) {
+    for (const int locked : {0, 1})
+        for (const int sticky : {1, 3, 10}) {
+            CGridGeometry geometry = Sample();
+            geometry.SetLockedColumns(locked);
+            geometry.SetStickyColumn(sticky);
+            geometry.SetColumnWidth(5, 0);
+            geometry.SetColumnWidth(7, 60);
+            for (int scroll = 0; scroll <= geometry.MaxScrollX(); scroll += 7) {
+                geometry.SetScroll(scroll, 0);
+                for (int x = 0; x < 330; ++x) {
+                    const int column = geometry.ColumnAt(x);
+                    ASSERT_TRUE(geometry.VisibleCellRect(1, column).contains(x, 30)) << x << " at " << scroll;
+                    ASSERT_TRUE(geometry.IsFixed(column) ||
+                                (column >= geometry.FirstScrolledColumn() && column <= geometry.LastScrolledColumn()));
+                }
+                // The last column never scrolls out.
+                const bool stuck = sticky > locked && sticky < 10 && scroll > 100 * (sticky - 1 - locked);
+                EXPECT_EQ(geometry.StuckColumn(), stuck ? sticky : 0) << scroll;
+                EXPECT_TRUE(!stuck || geometry.ColumnLeft(sticky) == 30 + 100 * locked);
+                for (int column = 1; column <= 10; ++column) {
+                    if (geometry.ColumnWidth(column) == 0) continue;
+                    CGridGeometry shown = geometry;
+                    shown.SetScroll(geometry.ScrollToShow(1, column).x(), 0);
+                    EXPECT_EQ(shown.VisibleCellRect(1, column).width(), geometry.ColumnWidth(column)) << column;
+                }
+            }
+        }
+    CGridGeometry narrow = Sample();
+    narrow.SetStickyColumn(1);
+    narrow.SetViewport({180, 124});
+    narrow.SetScroll(200, 0);
+    EXPECT_EQ(narrow.StuckColumn(), 0) << "nothing would be left to scroll";
+}
+
 // Against a plain list of the shown rows, for every row, place and step.
 TEST(GridGeometry, HiddenRowsTakeNoPlaceAndRowsKeepTheirNumbers) {
     const std::vector<std::vector<int>> kSets = {

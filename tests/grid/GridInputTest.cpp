@@ -230,6 +230,31 @@ TEST_F(GridInput, FocusAndSelectionStayOnCellsThatAreThere) {
     EXPECT_EQ(moved.size(), 6);
 }
 
+TEST_F(GridInput, AStuckColumnTakesItsClicksAndItsBorders) {
+    grid.SetStickyColumn(2);
+    grid.EnsureVisible(1, 10);
+    ASSERT_EQ(Geometry().StuckColumn(), 2);
+    const int left = Geometry().ColumnWidth(0);
+    EXPECT_EQ(Geometry().VisibleCellRect(3, 2).left(), left);
+    Click(3, 2);
+    EXPECT_EQ(grid.FocusCell(), (SGridCell{3, 2}));
+    EXPECT_GT(Geometry().ScrollX(), 0) << "it is in sight";
+    Drag(Middle(3, 2), Middle(5, 2));
+    EXPECT_EQ(grid.SelectedRange(), (SGridRange{3, 5, 2, 2}));
+    const int scroll = Geometry().ScrollX();
+    EXPECT_EQ(scroll, grid.Geometry().MaxScrollX());
+    QTest::mouseMove(Cells(), Middle(0, 2));
+    EXPECT_NE(Cells()->cursor().shape(), Qt::SplitHCursor);
+    Drag({left + 80 + 2, 5}, {left + 80 + 12, 5});
+    EXPECT_EQ(grid.ColumnWidth(2), 90) << "also where another column begins under its edge";
+    Drag({left + 90 - 3, 5}, {left + 90 - 13, 5});
+    EXPECT_EQ(grid.ColumnWidth(2), 80);
+    Click(0, 2);
+    EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 2, 2}));
+    grid.SetFocusCell(1, 3);
+    EXPECT_EQ(Geometry().VisibleCellRect(1, 3).width(), 80) << "it came out from under the stuck one";
+}
+
 TEST_F(GridInput, ABorderOfTheHeaderIsDraggedToAWidth) {
     QTest::mouseMove(Cells(), Border(2));
     EXPECT_EQ(Cells()->cursor().shape(), Qt::SplitHCursor);

@@ -151,6 +151,7 @@ TEST_F(GridRepaint, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
     for (const std::vector<int>& rows : {std::vector<int>{}, hidden}) {
         grid.SetHiddenRows(rows);
         grid.SetLockedColumns(rows.empty() ? 1 : 0);
+        grid.SetStickyColumn(rows.empty() ? 3 : 2);
         for (int pass = 0; pass < 40; ++pass) {
             for (int i = 0; i < 30; ++i) {
                 const int row =

@@ -33,6 +33,7 @@ TEST(GridTheme, EveryTextCanBeReadOnEveryBackground) {
         ExpectContrast({{"header text", t.headerText}}, {{"header", t.header}, {"selected", t.headerSelected}}, 4.5);
         ExpectContrast({{"focus", t.focus}, {"idle focus", t.focusIdle}}, {{"selected", t.selected}, {"span", t.span}},
                        3);
+        ExpectContrast({{"alert", t.alert}, {"note", t.focus}}, cells, 3);
     }
 }
 
