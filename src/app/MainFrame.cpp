@@ -37,6 +37,7 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QStyle>
 #include <QWindow>
 
 #include <fmt/format.h>
@@ -49,6 +50,7 @@ namespace {
 
 constexpr int kDefaultWidth = 1320;
 constexpr int kDefaultHeight = 800;
+constexpr int kFrameRoom = 16; // For the window manager's borders at both sides of the first window.
 // A window that is never painted (started minimised) gets its feed all the same, after this long.
 constexpr int kFeedWithoutPaintMs = 500;
 // Watch commands that did not go out are tried again once a second.
@@ -132,7 +134,9 @@ void CMainFrame::ShowPlaced() {
     SPlacement placement = ReadStoredPlacement(m_settings);
     if (placement.width < 1 || placement.height < 1) {
         const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
-        placement.width = std::min(kDefaultWidth, area.width() * 9 / 10);
+        const int columns = m_view->Grid().Geometry().ContentWidth() + style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+        placement.width =
+            std::min(std::max(columns, std::min(kDefaultWidth, area.width() * 9 / 10)), area.width() - kFrameRoom);
         placement.height = std::min(kDefaultHeight, area.height() * 9 / 10);
         placement.left = area.left() + (area.width() - placement.width) / 2;
         placement.top = area.top() + (area.height() - placement.height) / 3;

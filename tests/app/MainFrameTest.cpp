@@ -252,6 +252,20 @@ TEST_F(CMainFrameTest, TheCommandLinePlacesTheWindowBeforeTheFileAndTheLastRun) 
     }
 }
 
+TEST_F(CMainFrameTest, TheFirstWindowIsAsWideAsItsColumnsAndTheScreenAllow) {
+    const int screen = QGuiApplication::primaryScreen()->availableGeometry().width();
+    CMainFrame& frame = Frame();
+    frame.ShowPlaced();
+    const int columns = frame.View().Grid().Geometry().ContentWidth();
+    EXPECT_GT(frame.width(), std::min(columns, screen - 40)) << "screen of " << screen;
+    EXPECT_LT(frame.width(), screen);
+    CMainFrame& few = Frame();
+    few.Document().SetColumnsByName("Symbol;Last;");
+    few.Document().RebuildGrid();
+    few.ShowPlaced();
+    EXPECT_EQ(few.width(), std::min(1320, screen * 9 / 10));
+}
+
 TEST_F(CMainFrameTest, TheTitleIsTheProgramsAndTheDocumentsWithThePlatformsMark) {
     CMainFrame& frame = Frame();
     EXPECT_EQ(frame.windowTitle(), QStringLiteral("Zantrel Watchlist[*]"));
