@@ -17,9 +17,8 @@ constexpr int kMaxListed = 1000; // cells in one answer
 /// table's own rows and columns leave those out and count from 0. In a row with one text the places of all columns but
 /// the first have no child, and as cells of the table they are the first one.
 ///
-/// Owns    the cells that were asked for, through the registry of interfaces: assistive technology knows them by
-/// number,
-///         so each stays as long as the grid has its row and its column
+/// Owns    the cells that were asked for, through the registry of interfaces. Assistive technology knows them by their
+///         numbers, so that each stays as long as the grid has its row and its column
 class CGridAccessible : public QAccessibleWidget, public QAccessibleTableInterface {
 public:
     explicit CGridAccessible(CGridCtrl* grid) : QAccessibleWidget(grid, QAccessible::Table), m_grid(grid) {}

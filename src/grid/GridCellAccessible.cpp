@@ -59,22 +59,25 @@ QString CGridCellAccessible::text(QAccessible::Text kind) const {
                                   : m_grid->Source()->CellTip(m_cell.row, m_cell.column));
 }
 
-// What can be seen of it, else where it would be.
-QRect CGridCellAccessible::Place() const {
+QRect CGridCellAccessible::Whole() const {
     const CGridGeometry& geometry = m_grid->Geometry();
-    if (!IsHeading()) {
-        const QRect seen = geometry.VisibleCellRect(m_cell.row, m_cell.column);
-        return seen.isEmpty() ? geometry.CellRect(m_cell.row, m_cell.column) : seen;
-    }
+    const QRect cell = geometry.CellRect(m_cell.row, m_cell.column);
+    if (!IsHeading()) return cell;
     const int left = geometry.ColumnWidth(0);
-    const QRect whole(left, geometry.RowTop(m_cell.row), geometry.Viewport().width() - left, geometry.RowHeight());
-    const QRect seen = whole.intersected({0, geometry.HeaderHeight(), whole.right() + 1, geometry.ScrolledHeight()});
-    return seen.isEmpty() ? whole : seen;
+    return {left, cell.top(), geometry.Viewport().width() - left, cell.height()};
+}
+
+QRect CGridCellAccessible::Seen() const {
+    const CGridGeometry& geometry = m_grid->Geometry();
+    if (!IsHeading()) return geometry.VisibleCellRect(m_cell.row, m_cell.column);
+    const QRect cells(0, geometry.HeaderHeight(), geometry.Viewport().width(), geometry.ScrolledHeight());
+    return Whole().intersected(cells);
 }
 
 QRect CGridCellAccessible::rect() const {
     if (!isValid()) return {};
-    const QRect place = Place();
+    const QRect seen = Seen();
+    const QRect place = seen.isEmpty() ? Whole() : seen;
     return {m_grid->viewport()->mapToGlobal(place.topLeft()), place.size()};
 }
 
@@ -85,7 +88,7 @@ QAccessible::State CGridCellAccessible::state() const {
     const bool heading = IsHeading();
     const bool noWidth = heading ? IsCovered() : m_grid->ColumnWidth(m_cell.column) == 0;
     state.invisible = noWidth || m_grid->IsRowHidden(m_cell.row) || !m_grid->isVisible();
-    state.offscreen = !Place().intersects(m_grid->viewport()->rect());
+    state.offscreen = Seen().isEmpty();
     if (role() != QAccessible::Cell || IsCovered()) return state;
     const SGridCell focus = m_grid->FocusCell();
     state.focusable = state.selectable = true;

@@ -54,7 +54,8 @@ public:
 private:
     bool IsHeading() const;
     bool IsCovered() const;
-    QRect Place() const;
+    QRect Whole() const;
+    QRect Seen() const;
     QAccessibleInterface* Sibling(int row, int column) const;
 
     QPointer<CGridCtrl> m_grid;

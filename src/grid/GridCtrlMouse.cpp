@@ -36,7 +36,7 @@ int CGridCtrl::BorderAt(const QPoint& place) const {
     const int left = behindFixed ? m_geometry.FixedWidth() : m_geometry.ColumnLeft(column);
     if (place.x() - left >= kGripWidth) return 0;
     if (behindFixed && stuck > 0) return stuck;
-    const int from = behindFixed || column == stuck ? m_geometry.ShownLockedColumns() + 1 : column;
+    const int from = behindFixed || (stuck > 0 && column == stuck) ? m_geometry.ShownLockedColumns() + 1 : column;
     const int before = NextColumn(from, -1);
     return before != from ? before : 0;
 }

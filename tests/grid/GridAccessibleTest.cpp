@@ -64,6 +64,11 @@ TEST_F(GridAccessible, CellsAreReadByRowColumnAndText) {
     grid.SetColumnWidth(2, 0);
     EXPECT_TRUE(cell->state().invisible);
     EXPECT_TRUE(table->cellAt(80, 1)->state().offscreen);
+    grid.SetLockedColumns(1);
+    grid.EnsureVisible(1, 10);
+    EXPECT_TRUE(table->cellAt(2, 2)->state().offscreen) << "under the locked column";
+    EXPECT_FALSE(table->cellAt(2, 0)->state().offscreen) << "locked";
+    EXPECT_FALSE(table->cellAt(5, 0)->state().offscreen) << "a heading";
 }
 
 TEST_F(GridAccessible, AHeadingIsOneCellAcrossAllColumns) {

@@ -253,6 +253,10 @@ TEST_F(GridInput, AStuckColumnTakesItsClicksAndItsBorders) {
     EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 2, 2}));
     grid.SetFocusCell(1, 3);
     EXPECT_EQ(Geometry().VisibleCellRect(1, 3).width(), 80) << "it came out from under the stuck one";
+    grid.SetStickyColumn(0);
+    grid.SetLockedColumns(1);
+    QTest::mouseMove(Cells(), {1, 5});
+    EXPECT_NE(Cells()->cursor().shape(), Qt::SplitHCursor) << "no border at the row numbers' left";
 }
 
 TEST_F(GridInput, ABorderOfTheHeaderIsDraggedToAWidth) {
