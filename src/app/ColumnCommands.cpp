@@ -209,11 +209,13 @@ void CColumnCommands::MakeDefault() {
             names += info.name + ';';
             ++count;
         }
+    const std::string which = count == 1 ? std::string("this column") : fmt::format("these {} columns", count);
+    if (Settings().ReadTextOrDefault(kDefaultColumnNames) == names)
+        return Say(fmt::format("New watchlists start with {} already.", which));
     CUndoStep step(Doc(), "use these columns as default");
     step.CoverSetting(kDefaultColumnNames);
     if (Settings().WriteText(kDefaultColumnNames, names))
-        Say(fmt::format("New watchlists start with {} now. Undo takes it back.",
-                        count == 1 ? std::string("this column") : fmt::format("these {} columns", count)));
+        Say(fmt::format("New watchlists start with {} now. Undo takes it back.", which));
     else
         Say("The settings cannot be written: new watchlists start as before.");
 }

@@ -37,14 +37,14 @@ std::string AlertWords(const A_INFO& alert) {
 }
 
 std::string AlertLines(const CAlertArray& alerts, bool armed) {
-    const auto counts = [=](const A_INFO& alert) { return (alert.enabled != 0) == armed; };
-    const auto all = static_cast<size_t>(std::count_if(alerts.begin(), alerts.end(), counts));
     std::string out;
-    size_t named = 0;
-    for (const A_INFO& alert : alerts)
-        if (counts(alert) && named < kMostAlerts && ++named != 0)
-            out.append(armed ? "Alert armed: " : "Alert fired or off: ").append(AlertWords(alert)).append("\n");
-    if (all > named) out += fmt::format("and {} more {}\n", all - named, armed ? "armed" : "that fired or are off");
+    size_t count = 0;
+    for (const A_INFO& alert : alerts) {
+        if ((alert.enabled != 0) != armed || ++count > kMostAlerts) continue;
+        out.append(armed ? "Alert armed: " : "Alert fired or off: ").append(AlertWords(alert)).append("\n");
+    }
+    if (count > kMostAlerts)
+        out += fmt::format("and {} more {}\n", count - kMostAlerts, armed ? "armed" : "that fired or are off");
     return out;
 }
 
