@@ -61,6 +61,8 @@ public:
     void SetStickyColumn(int column);
     /// The sticky column while it stands at that edge instead of in its place, else 0.
     int StuckColumn() const { return m_stuck; }
+    /// The one at the right edge of the fixed part, 0 when that is the row numbers.
+    int LastFixedColumn() const { return m_stuck > 0 ? m_stuck : m_shownLocked; }
     /// Whether a column stays where it is while the others scroll: row numbers, locked ones, the stuck one.
     bool IsFixed(int column) const { return column <= m_shownLocked || column == m_stuck; }
 

@@ -184,12 +184,12 @@ void CGridPainter::PaintNotice(int row) {
     DrawText(run, run.intersected(m_canvas.Place()), TextColor());
 }
 
-// Takes the lines beside cells away where a text is drawn. That of the locked columns and the focus's frame stay.
+// Takes the lines beside cells away where a text is drawn. That of the fixed columns and the focus's frame stay.
 void CGridPainter::ClearLinesBetween(int row, int left, int right) {
     const CGridGeometry& geometry = m_scene->geometry;
     const SGridCell& focus = m_scene->selection.focus;
     for (int column = 1; column < geometry.ColumnCount(); ++column) {
-        if (column == geometry.ShownLockedColumns()) continue;
+        if (column == geometry.LastFixedColumn()) continue;
         if (row == focus.row && (column == focus.column || column + 1 == focus.column)) continue;
         const QRect cell = Device(geometry.VisibleCellRect(row, column));
         const QRect line(cell.right() - m_line + 1, cell.top(), m_line, cell.height() - m_line);
@@ -213,6 +213,7 @@ QRect CGridPainter::WidestEmptyRun(int row) {
         }
     };
     look(1, geometry.ShownLockedColumns());
+    if (const int stuck = geometry.StuckColumn(); stuck > 0) look(stuck, stuck);
     look(geometry.FirstScrolledColumn(), geometry.LastScrolledColumn());
     return widest;
 }
@@ -237,8 +238,7 @@ void CGridPainter::PaintCell(int row, int column, const QRect& rect, const QRect
     m_background = CellBackground(row, column);
     if (m_background != m_rowColor) m_canvas.Fill(clip, m_background);
     const CGridGeometry& geometry = m_scene->geometry;
-    const bool lastFixed =
-        column == (geometry.StuckColumn() > 0 ? geometry.StuckColumn() : geometry.ShownLockedColumns());
+    const bool lastFixed = column == geometry.LastFixedColumn();
     QRect inner = clip;
     if (m_scene->options.lines == EGridLines::Both) {
         m_canvas.Fill(QRect(rect.left(), rect.bottom() - m_line + 1, rect.width(), m_line).intersected(clip),

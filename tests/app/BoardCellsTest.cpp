@@ -219,6 +219,10 @@ TEST_F(CBoardCellsTest, TheStarterListsColumnsFitTheirTexts) {
         {"Bid Size", "10000"},         {"Ask Size", "10000"},     {"Percent Change", "-0.1999"},
         {"Total Volume", "999999999"}, {"Last Time", "10:00:00"}, {"Delay", "15"}};
     for (const auto& [field, value] : values) Update("GOOGL", field, value);
+    const std::pair<const char*, const char*> pair[] = {{"Decimal Precision", "5"}, {"Last", "1.07798"},
+                                                        {"Bid", "1.07794"},         {"Ask", "1.07802"},
+                                                        {"Change", "-0.00652"},     {"Total Volume", "4294967295"}};
+    for (const auto& [field, value] : pair) Update("EURUSD", field, value);
     for (int i = 0; i < 10; ++i) Update("GOOGL", "Tick", "173");
     doc->OnNewsLine("N,SIM,1,GOOGL,20240131 093000,Simulated: Alphabet names a new chief financial officer");
     for (int column = 1; column <= grid->ColumnCount(); ++column)

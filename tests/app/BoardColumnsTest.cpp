@@ -168,6 +168,9 @@ TEST_F(CBoardColumnsTest, PresentColumnsBecomeThoseOfANewList) {
     EXPECT_EQ(settings.ReadTextOrDefault(kDefaultColumnNames), "Last;") << "another window wrote it since";
     settings.WriteText(kDefaultColumnNames, before);
     Do(ColumnDefault);
+    Do(ColumnDefault);
+    EXPECT_EQ(frame->findChild<QLabel*>(QStringLiteral("paneStatus"))->text().toStdString(),
+              "New watchlists start with these 2 columns already.");
     doc->NewDocument();
     EXPECT_EQ(Columns(), "Symbol;Tick Trend;");
 }

@@ -68,6 +68,13 @@ TEST_F(CellPaint, ARowsNoticeIsDrawnOverItsWidestRunOfEmptyCells) {
     EXPECT_EQ(grid.ShownText(3, 3), "");
     grid.SetColumnWidth(1, 300);
     EXPECT_GT(CountColor(Picture(3), Place(3, 1, 3), kLightGridTheme.stale), 0);
+    grid.SetColumnWidth(1, 40);
+    grid.SetLockedColumns(1);
+    grid.SetStickyColumn(2);
+    grid.EnsureVisible(3, 10);
+    ASSERT_EQ(grid.Geometry().StuckColumn(), 2);
+    EXPECT_EQ(CountColor(Picture(3), Place(3, 1, 3) | Place(3, 2, 3), kLightGridTheme.stale), 0)
+        << "it keeps off the text of a stuck column";
 }
 
 TEST_F(CellPaint, MarksStandBesideTheTextAndDifferInShape) {
