@@ -198,7 +198,7 @@ TEST_F(CBoardCellsTest, TheSymbolStaysInSightUntilThatIsSwitchedOff) {
     doc->Notes().Set(1, "new");
     doc->RowEdited(1);
     ProcessAll();
-    EXPECT_EQ(grid->Counters().cells, before + 1) << "it is repainted there";
+    EXPECT_EQ(grid->Counters().cells, before + 2) << "the note, and the symbol with its mark";
     Do(ECommand::ViewSymbolInSight);
     EXPECT_EQ(seen(), 0);
     EXPECT_FALSE(settings.ReadBoolean(kSymbolInSight));
