@@ -11,8 +11,8 @@ namespace vx {
 namespace {
 
 constexpr std::string_view kEllipsis = "...";
-constexpr double kSeenMark = 3.0; // The contrast at which a mark can be told from the background.
-constexpr int kCellMark = 6;      // Its size in logical pixels.
+constexpr double kSeenMark = 3.0;  // The contrast at which a mark can be told from the background.
+constexpr int kCellMark = 6;       // Its size in logical pixels.
 constexpr int kHiddenRowMark = 16; // its width without row numbers, in logical pixels
 
 int RunWidth(CGlyphAtlas& atlas, const SCell& cell) {
