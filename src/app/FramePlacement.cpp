@@ -2,6 +2,9 @@
 
 #include "settings/Settings.h"
 
+#include <QRect>
+#include <QRegion>
+
 #include <algorithm>
 #include <cstdint>
 
@@ -9,15 +12,15 @@ namespace vx {
 
 namespace {
 
-// How much of the window's top must be on a screen for the user to take hold of it.
-constexpr int kGraspPx = 48;
+// Farther out than any screen, and no sum of two runs over.
+constexpr int kFarPx = 1 << 24;
 
-bool CanBeGrasped(const SPlacement& p, const SScreenArea& screen) {
-    const int64_t right = int64_t{p.left} + p.width;
-    const int64_t overlap =
-        std::min<int64_t>(right, int64_t{screen.left} + screen.width) - std::max<int64_t>(p.left, screen.left);
-    return overlap >= std::min(kGraspPx, p.width) && p.top >= screen.top &&
-           int64_t{p.top} + kGraspPx <= int64_t{screen.top} + screen.height;
+QRect RectOf(const SScreenArea& screen) { return {screen.left, screen.top, screen.width, screen.height}; }
+
+// How much two rectangles have in common.
+int64_t Overlap(const QRect& a, const QRect& b) {
+    const QRect common = a & b;
+    return int64_t{common.width()} * common.height();
 }
 
 bool WriteIfChanged(CSettings& settings, const SIntegerSetting& setting, int value) {
@@ -63,24 +66,23 @@ SPlacement WithCommandLineEdges(SPlacement placement, const CNorvCommandLineInfo
     return placement;
 }
 
-SPlacement BroughtInside(SPlacement placement, const std::vector<SScreenArea>& screens) {
+SPlacement BroughtInside(SPlacement placement, const std::vector<SScreenArea>& screens, const SFrameMargins& margins) {
     if (screens.empty()) return placement;
-    int64_t right = screens.front().left, bottom = screens.front().top;
-    int left = screens.front().left, top = screens.front().top;
+    const auto sane = [](int number) { return std::clamp(number, -kFarPx, kFarPx); };
+    QRect frame(sane(placement.left), sane(placement.top), sane(placement.width) + margins.left + margins.right,
+                sane(placement.height) + margins.top + margins.bottom);
+    QRegion outside(frame);
+    QRect home = RectOf(screens.front());
     for (const SScreenArea& screen : screens) {
-        left = std::min(left, screen.left), top = std::min(top, screen.top);
-        right = std::max(right, int64_t{screen.left} + screen.width);
-        bottom = std::max(bottom, int64_t{screen.top} + screen.height);
+        outside -= RectOf(screen);
+        if (Overlap(frame, RectOf(screen)) > Overlap(frame, home)) home = RectOf(screen);
     }
-    placement.width = static_cast<int>(std::min<int64_t>(placement.width, right - left));
-    placement.height = static_cast<int>(std::min<int64_t>(placement.height, bottom - top));
-    for (const SScreenArea& screen : screens)
-        if (CanBeGrasped(placement, screen)) return placement;
-    const SScreenArea& home = screens.front();
-    placement.width = std::min(placement.width, home.width);
-    placement.height = std::min(placement.height, home.height);
-    placement.left = std::clamp(placement.left, home.left, home.left + home.width - placement.width);
-    placement.top = std::clamp(placement.top, home.top, home.top + home.height - placement.height);
+    if (outside.isEmpty()) return placement;
+    frame.setSize(frame.size().boundedTo(home.size()));
+    placement.left = std::clamp(frame.left(), home.left(), home.right() + 1 - frame.width());
+    placement.top = std::clamp(frame.top(), home.top(), home.bottom() + 1 - frame.height());
+    placement.width = std::max(1, frame.width() - margins.left - margins.right);
+    placement.height = std::max(1, frame.height() - margins.top - margins.bottom);
     return placement;
 }
 

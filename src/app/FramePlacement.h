@@ -22,9 +22,15 @@ struct SScreenArea {
     int left = 0, top = 0, width = 0, height = 0;
 };
 
-/// A rectangle of which too little lies on any screen for its title to be grasped is moved onto the first screen, and
-/// made no larger than it; others stay where they are. None is larger than all screens together. Without screens
-/// nothing changes.
-SPlacement BroughtInside(SPlacement placement, const std::vector<SScreenArea>& screens);
+/// What a window manager draws around a window.
+struct SFrameMargins {
+    int left = 0, top = 0, right = 0, bottom = 0;
+};
+
+/// A window, its frame counted, that does not lie on screens with all of itself goes to the screen that shows most of
+/// it, else to the first: made no larger than that one, and moved as little as need be. Others stay as they are, also
+/// across several screens. Without screens nothing changes.
+SPlacement BroughtInside(SPlacement placement, const std::vector<SScreenArea>& screens,
+                         const SFrameMargins& margins = {});
 
 } // namespace vx

@@ -9,6 +9,7 @@
 #include "app/FindDesk.h"
 #include "app/FormatDesk.h"
 #include "app/FramePlacement.h"
+#include "app/FramePlacer.h"
 #include "app/LinkDesk.h"
 #include "app/MainMenus.h"
 #include "app/MarketDesk.h"
@@ -56,15 +57,6 @@ constexpr int kFeedWithoutPaintMs = 500;
 // Watch commands that did not go out are tried again once a second.
 constexpr int kTicksPerResend = 1000 / CMainFrame::kStatusMs;
 
-std::vector<SScreenArea> Screens() {
-    std::vector<SScreenArea> out;
-    for (const QScreen* screen : QGuiApplication::screens()) {
-        const QRect area = screen->availableGeometry();
-        out.push_back({area.left(), area.top(), area.width(), area.height()});
-    }
-    return out;
-}
-
 } // namespace
 
 CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandLine)
@@ -77,6 +69,7 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
     LookupReplies().newsCounts.SetReceiver(this);
     SetFrameTitle(QString::fromLatin1(kProgramName));
     setStatusBar(m_panes);
+    m_placer = new CFramePlacer(*this);
 
     m_doc = std::make_unique<CWatchlistDoc>(m_store, m_settings, *this);
     m_doc->SetNewsCountsPort(this);
@@ -145,7 +138,7 @@ void CMainFrame::ShowPlaced() {
     if (own.width >= 1 && own.height >= 1) placement = own;
     placement.alwaysOnTop = placement.alwaysOnTop || own.alwaysOnTop;
     placement = WithCommandLineEdges(placement, m_commandLine);
-    MoveTo(placement);
+    m_placer->Put(placement);
     if (placement.alwaysOnTop) SetAlwaysOnTop(true);
 
     m_view->Grid().viewport()->installEventFilter(this);
@@ -166,22 +159,14 @@ void CMainFrame::ShowSized(int width, int height) {
 
 void CMainFrame::ApplyPlacement(const SPlacement& placement) {
     if (!isVisible()) return; // ShowPlaced takes it from the document.
-    if (placement.width >= 1 && placement.height >= 1 && isMaximized()) showNormal(); // Else it would not move.
-    MoveTo(placement);
+    m_placer->Put(placement);
     SetAlwaysOnTop(placement.alwaysOnTop);
-    if (placement.maximised) showMaximized();
-}
-
-void CMainFrame::MoveTo(SPlacement placement) {
-    if (placement.width < 1 || placement.height < 1) return;
-    placement = BroughtInside(placement, Screens());
-    resize(placement.width, placement.height);
-    move(placement.left, placement.top);
 }
 
 SPlacement CMainFrame::Placement() const {
-    const QRect normal = isMaximized() || isMinimized() ? normalGeometry() : QRect(frameGeometry().topLeft(), size());
-    return {normal.left(), normal.top(), normal.width(), normal.height(), isMaximized(), IsAlwaysOnTop()};
+    SPlacement out = m_placer->Placement();
+    out.alwaysOnTop = IsAlwaysOnTop();
+    return out;
 }
 
 // Through the window's own flags the toolkit would make the platform window anew, which hides it for a moment and

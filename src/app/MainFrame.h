@@ -22,6 +22,7 @@ class CBoardDesk;
 class CCommands;
 class CConfigLogger;
 class CFileDesk;
+class CFramePlacer;
 class CLinkDesk;
 class CMainMenus;
 class CMarketDesk;
@@ -114,7 +115,6 @@ private:
     void StartFeedOnce();
     void ShowFeedEnd();
     void ShowSymbolLimit();
-    void MoveTo(SPlacement placement);
 
     CSettings& m_settings;
     CNorvCommandLineInfo m_commandLine;
@@ -126,6 +126,7 @@ private:
     std::string m_waitingText;  ///< The notice of symbols that were refused for the limit.
     CFeedHealth m_health;
     CStatusPanes* m_panes;
+    CFramePlacer* m_placer = nullptr; ///< A child.
     std::unique_ptr<CWatchlistDoc> m_doc;
     CWatchlistView* m_view = nullptr;
     // Children of the window: the commands and who carries them out.

@@ -3,12 +3,45 @@
 #include "grid/QtText.h"
 
 #include <QLabel>
+#include <QPainter>
+#include <QStyle>
+
+#include <algorithm>
 
 namespace vx {
 
 namespace {
 
 constexpr int kSaidMs = 5000;
+constexpr int kMarginPx = 6;
+
+/// Takes as much room as its widest text, and less where a narrow window has no more.
+class CPane : public QLabel {
+public:
+    explicit CPane(const QString& widest) : m_widest(widest) {
+        setTextFormat(Qt::PlainText);
+        setContentsMargins(kMarginPx, 0, kMarginPx, 0);
+    }
+    QSize sizeHint() const override {
+        QFont bold = font(); // As the feed's state is while the values are not live.
+        bold.setBold(true);
+        const QFontMetrics metrics(bold);
+        const int text = std::max(metrics.horizontalAdvance(m_widest), metrics.horizontalAdvance(this->text()));
+        return {text + 2 * kMarginPx, QLabel::sizeHint().height()};
+    }
+    QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+        style()->drawItemText(&painter, contentsRect(), Qt::AlignVCenter, palette(), isEnabled(), shown,
+                              foregroundRole());
+    }
+
+private:
+    QString m_widest;
+};
 
 void ShowText(QLabel* pane, const QString& text) {
     if (pane->text() != text) pane->setText(text);
@@ -22,7 +55,7 @@ CStatusPanes::CStatusPanes(QWidget* parent) : QStatusBar(parent) {
     m_status->setObjectName(QStringLiteral("paneStatus"));
     m_status->setTextFormat(Qt::PlainText);
     m_status->setMinimumWidth(fontMetrics().horizontalAdvance(QString::fromLatin1(kReservedText)));
-    m_status->setContentsMargins(6, 0, 6, 0);
+    m_status->setContentsMargins(kMarginPx, 0, kMarginPx, 0);
     m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // A long text does not widen the window.
     addWidget(m_status, 1);
     m_statusText = m_status->text();
@@ -36,13 +69,8 @@ CStatusPanes::CStatusPanes(QWidget* parent) : QStatusBar(parent) {
 }
 
 QLabel* CStatusPanes::AddPane(const char* name, const QString& widest, const QString& tip) {
-    auto* pane = new QLabel;
+    auto* pane = new CPane(widest);
     pane->setObjectName(QString::fromLatin1(name));
-    pane->setTextFormat(Qt::PlainText);
-    QFont bold = font(); // As the feed's state is while the values are not live.
-    bold.setBold(true);
-    pane->setMinimumWidth(QFontMetrics(bold).horizontalAdvance(widest) + 12);
-    pane->setContentsMargins(6, 0, 6, 0);
     pane->setToolTip(tip);
     addPermanentWidget(pane);
     return pane;

@@ -59,16 +59,20 @@ TEST(FramePlacement, CommandLineEdgesStandInPlaceOfStoredOnes) {
     EXPECT_EQ(WithCommandLineEdges(stored, Info({"-bottom", "0"})).height, 0);
 }
 
-TEST(FramePlacement, AWindowOffEveryScreenIsBroughtInside) {
+TEST(FramePlacement, AWindowThatIsNotWhollyOnScreensIsBroughtInside) {
     const std::vector<SScreenArea> screens{{0, 0, 1920, 1080}, {1920, 0, 1280, 1024}};
-    const auto at = [&](SPlacement p) { return BroughtInside(p, screens); };
-    EXPECT_EQ(at({1900, 10, 800, 600}).left, 1900) << "enough of it lies on the second screen";
-    EXPECT_EQ(at({-5000, 10, 800, 600}).left, 0);
-    EXPECT_EQ(at({100, 1070, 800, 600}).top, 480);
-    EXPECT_EQ(at({100, -20, 800, 600}).top, 0) << "its title cannot be grasped";
-    const SPlacement huge = at({9000, 9000, 9000, 9000});
-    EXPECT_EQ(huge.width, 1920);
-    EXPECT_EQ(huge.height, 1080);
+    const auto at = [&](SPlacement p) { return BroughtInside(p, screens, {2, 30, 2, 2}); };
+    const auto placed = [&](SPlacement p) {
+        p = at(p);
+        return QRect(p.left, p.top, p.width, p.height);
+    };
+    EXPECT_EQ(placed({1900, 10, 800, 600}), QRect(1900, 10, 800, 600)) << "it lies on two screens";
+    EXPECT_EQ(placed({1900, 500, 800, 600}), QRect(1920, 392, 800, 600)) << "the second one shows most of it";
+    EXPECT_EQ(placed({-5000, 10, 800, 600}), QRect(0, 10, 800, 600));
+    EXPECT_EQ(placed({100, -20, 800, 600}), QRect(100, 0, 800, 600));
+    EXPECT_EQ(placed({0, 0, 1920, 1080}), QRect(0, 0, 1916, 1048)) << "its frame counts";
+    EXPECT_EQ(placed({9000, 9000, INT_MAX, INT_MAX}), QRect(0, 0, 1916, 1048));
+    EXPECT_EQ(placed({INT_MIN, INT_MIN, 800, 600}), QRect(0, 0, 800, 600));
     EXPECT_EQ(BroughtInside({-5000, 10, 800, 600}, {}).left, -5000);
 }
 

@@ -239,10 +239,10 @@ TEST_F(CMainFrameTest, TheCommandLinePlacesTheWindowBeforeTheFileAndTheLastRun) 
     CMainFrame& stored = Frame();
     stored.ShowPlaced();
     EXPECT_EQ(QRect(stored.pos(), stored.size()), QRect(30, 0, 640, 360));
-    CMainFrame& named = Frame({"-left", "100", "-right", "800", "-top", "20"});
+    CMainFrame& named = Frame({"-left", "100", "-right", "780", "-top", "20"});
     named.Document().OpenText("Window=10;60;700;300;FALSE;FALSE\r\n", "Test");
     named.ShowPlaced();
-    EXPECT_EQ(QRect(named.pos(), named.size()), QRect(100, 20, 700, 300));
+    EXPECT_EQ(QRect(named.pos(), named.size()), QRect(100, 20, 680, 300));
     for (const bool maximised : {false, true}) {
         named.showMaximized();
         named.Document().OpenText(
@@ -293,6 +293,7 @@ TEST_F(CMainFrameTest, AlwaysOnTopKeepsTheWindowsPlaceAndIsKept) {
     frame.ShowPlaced();
     auto* action = frame.findChild<QAction*>(QStringLiteral("AlwaysOnTop"));
     EXPECT_EQ(action->data().toInt(), 10101);
+    ASSERT_TRUE(WaitUntil([&] { return !frame.findChild<QTimer*>(QStringLiteral("placeTimer"))->isActive(); }));
     frame.move(40, 50);
     frame.resize(700, 400);
     const QPointer<QWindow> window = frame.windowHandle();
