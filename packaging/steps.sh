@@ -8,7 +8,7 @@ ZW_BUILD_PACKAGES=(cmake ninja-build g++ ccache qt6-base-dev qt6-svg-dev qt6-mul
                    libfmt-dev libspdlog-dev libtinyxml2-dev fonts-liberation)
 # What the tests and benchmarks need besides.
 ZW_TEST_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev dbus-daemon desktop-file-utils
-                  xvfb xauth openbox xdotool at-spi2-core)
+                  xvfb xauth openbox icewm xdotool libxcb1-dev at-spi2-core)
 # What the sanitizer build needs besides.
 ZW_ASAN_PACKAGES=(clang-14 libclang-rt-14-dev)
 

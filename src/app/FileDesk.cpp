@@ -2,6 +2,7 @@
 
 #include "app/FileDialogs.h"
 #include "app/MainFrame.h"
+#include "app/WindowDesk.h"
 #include "base/MessageBox.h"
 #include "base/Text.h"
 #include "base/Utf8Text.h"
@@ -70,6 +71,7 @@ void CFileDesk::AskAndOpen() {
 }
 
 bool CFileDesk::OpenInstead(const std::string& path) {
+    if (m_frame.Windows().ShowOther(path)) return false;
     if (!MayLeave() || !Open(path)) return false;
     m_frame.ForgetCommandLine();
     return true;

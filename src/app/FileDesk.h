@@ -29,7 +29,8 @@ public:
     ///
     /// Errors  false when it could not be opened; the document stays as it was
     bool Open(const std::string& path);
-    /// As Open for a file that the user chose: asks first what is to become of unsaved changes.
+    /// As Open for a file that the user chose: asks first what is to become of unsaved changes. A file that another
+    /// window has is not opened; that window is brought up.
     bool OpenInstead(const std::string& path);
     /// An earlier content of the document's file, as unsaved changes of it.
     bool OpenFormer(const SGeneration& generation);

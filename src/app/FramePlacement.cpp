@@ -2,8 +2,10 @@
 
 #include "settings/Settings.h"
 
+#include <QGuiApplication>
 #include <QRect>
 #include <QRegion>
+#include <QScreen>
 
 #include <algorithm>
 #include <cstdint>
@@ -16,6 +18,23 @@ namespace {
 constexpr int kFarPx = 1 << 24;
 
 QRect RectOf(const SScreenArea& screen) { return {screen.left, screen.top, screen.width, screen.height}; }
+
+// How far a window is from the one before it.
+constexpr int kCascadePx = 28;
+// With less room than this beside it a window becomes smaller instead of going back to the edge.
+constexpr int kRoomSteps = 5;
+// As many windows as may run can be passed over.
+constexpr int kMostSteps = 64;
+
+// One step along an axis of a screen that reaches from low to high.
+void StepAlong(int& from, int& size, int low, int high) {
+    from += kCascadePx;
+    if (from + size <= high) return;
+    if (high - low >= size + kRoomSteps * kCascadePx)
+        from = low;
+    else
+        size = std::max(1, high - from);
+}
 
 // How much two rectangles have in common.
 int64_t Overlap(const QRect& a, const QRect& b) {
@@ -66,6 +85,17 @@ SPlacement WithCommandLineEdges(SPlacement placement, const CNorvCommandLineInfo
     return placement;
 }
 
+// Where a pixel is several on the screen, edges and margins are rounded: one pixel less on each side is inside for sure.
+std::vector<SScreenArea> ScreenAreas() {
+    std::vector<SScreenArea> out;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const int less = screen->devicePixelRatio() == 1 ? 0 : 1;
+        const QRect area = screen->availableGeometry().adjusted(less, less, -less, -less);
+        out.push_back({area.left(), area.top(), area.width(), area.height()});
+    }
+    return out;
+}
+
 SPlacement BroughtInside(SPlacement placement, const std::vector<SScreenArea>& screens, const SFrameMargins& margins) {
     if (screens.empty()) return placement;
     const auto sane = [](int number) { return std::clamp(number, -kFarPx, kFarPx); };
@@ -84,6 +114,22 @@ SPlacement BroughtInside(SPlacement placement, const std::vector<SScreenArea>& s
     placement.width = std::max(1, frame.width() - margins.left - margins.right);
     placement.height = std::max(1, frame.height() - margins.top - margins.bottom);
     return placement;
+}
+
+SPlacement Cascaded(SPlacement placement, const std::vector<QPoint>& corners, const std::vector<SScreenArea>& screens) {
+    if (screens.empty() || placement.maximised) return placement;
+    SPlacement out = BroughtInside(placement, screens);
+    const auto hides = [&out](const QPoint& corner) {
+        return (corner - QPoint(out.left, out.top)).manhattanLength() < kCascadePx;
+    };
+    QRect home = RectOf(screens.front());
+    for (const SScreenArea& screen : screens)
+        if (RectOf(screen).contains(out.left, out.top)) home = RectOf(screen);
+    for (int steps = kMostSteps; steps > 0 && std::ranges::any_of(corners, hides); --steps) {
+        StepAlong(out.left, out.width, home.left(), home.right() + 1);
+        StepAlong(out.top, out.height, home.top(), home.bottom() + 1);
+    }
+    return out;
 }
 
 } // namespace vx

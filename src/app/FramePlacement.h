@@ -3,6 +3,8 @@
 #include "app/NorvCommandLineInfo.h"
 #include "watchlist/WatchlistFrame.h"
 
+#include <QPoint>
+
 #include <vector>
 
 namespace vx {
@@ -22,6 +24,9 @@ struct SScreenArea {
     int left = 0, top = 0, width = 0, height = 0;
 };
 
+/// The parts of all screens that windows may take.
+std::vector<SScreenArea> ScreenAreas();
+
 /// What a window manager draws around a window.
 struct SFrameMargins {
     int left = 0, top = 0, right = 0, bottom = 0;
@@ -32,5 +37,10 @@ struct SFrameMargins {
 /// across several screens. Without screens nothing changes.
 SPlacement BroughtInside(SPlacement placement, const std::vector<SScreenArea>& screens,
                          const SFrameMargins& margins = {});
+
+/// A place as large for a window at which its corner is not that of another one: a little down and to the right, from
+/// the screen's edge again where that leaves the screen, and smaller where the screen has no more room. A maximised
+/// one stays.
+SPlacement Cascaded(SPlacement placement, const std::vector<QPoint>& corners, const std::vector<SScreenArea>& screens);
 
 } // namespace vx

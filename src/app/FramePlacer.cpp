@@ -16,17 +16,6 @@ namespace {
 // A maximised window is larger a moment before it says that it is maximised.
 constexpr int kNoteMs = 200;
 
-// Where a pixel is several on the screen, edges and margins are rounded: one pixel less on each side is inside for sure.
-std::vector<SScreenArea> Screens() {
-    std::vector<SScreenArea> out;
-    for (const QScreen* screen : QGuiApplication::screens()) {
-        const int less = screen->devicePixelRatio() == 1 ? 0 : 1;
-        const QRect area = screen->availableGeometry().adjusted(less, less, -less, -less);
-        out.push_back({area.left(), area.top(), area.width(), area.height()});
-    }
-    return out;
-}
-
 bool SamePlace(const SPlacement& a, const SPlacement& b) {
     return a.left == b.left && a.top == b.top && a.width == b.width && a.height == b.height;
 }
@@ -76,7 +65,7 @@ SPlacement CFramePlacer::Current() const {
 
 SPlacement CFramePlacer::Fitted() const {
     const QMargins margins = m_window.windowHandle() ? m_window.windowHandle()->frameMargins() : QMargins();
-    return BroughtInside(m_normal, Screens(), {margins.left(), margins.top(), margins.right(), margins.bottom()});
+    return BroughtInside(m_normal, ScreenAreas(), {margins.left(), margins.top(), margins.right(), margins.bottom()});
 }
 
 void CFramePlacer::MoveTo(const SPlacement& place) {
@@ -100,6 +89,7 @@ void CFramePlacer::Look() {
     m_look.stop();
     m_due = false;
     Note();
+    m_put = m_normal;
 }
 
 // Knowing
@@ -109,6 +99,8 @@ SPlacement CFramePlacer::Placement() const {
     out.maximised = m_window.isMaximized();
     return out;
 }
+
+bool CFramePlacer::IsWherePut() const { return m_due || SamePlace(Placement(), m_put); }
 
 void CFramePlacer::Note() {
     if (IsNormal() && !m_due) m_normal = Current();

@@ -32,6 +32,8 @@ public:
     void Put(const SPlacement& placement);
     /// Where the window stands when it is normal, and whether it is maximised; says nothing of alwaysOnTop.
     SPlacement Placement() const;
+    /// Whether it stands where it was put last, as far as the screen allowed that.
+    bool IsWherePut() const;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -50,6 +52,7 @@ private:
 
     QWidget& m_window;
     SPlacement m_normal; ///< Where the window stands, or belongs, when it is normal.
+    SPlacement m_put;    ///< Where it came to stand when it was put somewhere last.
     bool m_due = false;  ///< It belongs there, and has not been there yet.
     int m_looks = 0;     ///< Left to be taken.
     QTimer m_look{this};

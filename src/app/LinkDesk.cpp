@@ -1,23 +1,13 @@
 #include "app/LinkDesk.h"
 
-#include "app/FileDesk.h"
 #include "app/MainFrame.h"
-#include "app/WindowSlot.h"
-#include "app/Workspace.h"
-#include "base/Log.h"
 #include "base/MessageBox.h"
-#include "base/Registry.h"
-#include "base/UserFolders.h"
-#include "data/MessageNames.h"
 #include "feed/ProgramStart.h"
 #include "grid/QtText.h"
 #include "watchlist/Commands.h"
-#include "watchlist/RegisteredMessage.h"
 #include "watchlist/WatchlistDoc.h"
 #include "watchlist/WatchlistGrid.h"
 #include "watchlist/WatchlistView.h"
-
-#include <QCoreApplication>
 
 #include <fmt/format.h>
 
@@ -62,13 +52,6 @@ void Start(const SLink& link, const std::string& symbol) {
 
 CLinkDesk::CLinkDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame), m_frame(frame) {
     BindLinks(commands);
-    commands.Bind(
-        AlwaysOnTop, [this] { m_frame.SetAlwaysOnTop(!m_frame.IsAlwaysOnTop()); },
-        [this](SCommandState& state) { state.checked = m_frame.IsAlwaysOnTop(); });
-    commands.Bind(ECommand::SaveWorkspace, [this] { SaveAllWindows(); });
-    if (!m_frame.CommandLine().screenshot.empty()) return;
-    m_slot = new CWindowSlot(UserRuntimeFolder(), this);
-    connect(m_slot, &CWindowSlot::SaveAsked, this, &CLinkDesk::PostSaveMessage);
 }
 
 void CLinkDesk::BindLinks(CCommands& commands) {
@@ -83,39 +66,6 @@ void CLinkDesk::BindLinks(CCommands& commands) {
 
 std::string CLinkDesk::RowSymbol() const {
     return std::string(m_frame.Document().RowSymbol(m_frame.View().Grid().FocusCell().row));
-}
-
-// The workspace
-
-void CLinkDesk::SaveAllWindows() {
-    if (m_slot) m_slot->AskOthers();
-    PostSaveMessage();
-}
-
-void CLinkDesk::PostSaveMessage() {
-    QCoreApplication::postEvent(&m_frame, new CRegisteredMessage(RegisterMessage(kSaveWorkspaceMessageName)));
-}
-
-void CLinkDesk::SaveWorkspace() {
-    LogInformation(fmt::format("Received broadcast save workspace message in {}.", kProgramName));
-    const CNorvCommandLineInfo& given = m_frame.CommandLine();
-    SWorkspaceWindow window;
-    window.number = m_slot && m_slot->Number() > 0 ? m_slot->Number() : 1;
-    window.file = m_frame.Files().File().Path();
-    window.symbols = given.symbol;
-    window.type = given.type;
-    window.interval = given.interval;
-    window.placement = m_frame.Placement();
-    window.minimised = m_frame.isMinimized();
-    const int error = SaveToWorkspace(CRegistry::CurrentUser(), window,
-                                      [this](int number) { return m_slot && m_slot->Runs(number); });
-    if (m_slot) m_slot->Answer(error == 0);
-    if (error != 0) {
-        ShowMessageBox({WorkspaceError(WorkspaceValueName(window.number), error), kWorkspaceErrorCaption,
-                        EBoxButtons::Ok, EBoxIcon::Stop});
-        return;
-    }
-    m_frame.Say("Workspace saved");
 }
 
 } // namespace vx

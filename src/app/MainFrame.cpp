@@ -19,6 +19,7 @@
 #include "app/RestartDesk.h"
 #include "app/StatusPanes.h"
 #include "app/TransferDesk.h"
+#include "app/WindowDesk.h"
 #include "base/Clock.h"
 #include "base/Log.h"
 #include "base/Registry.h"
@@ -102,8 +103,9 @@ void CMainFrame::MakeDesks() {
     m_market = new CMarketDesk(*this, *m_commands);
     new CFindDesk(*this, *m_commands);
     new CFormatDesk(*this, *m_commands);
-    m_links = new CLinkDesk(*this, *m_commands);
+    new CLinkDesk(*this, *m_commands);
     m_restart = new CRestartDesk(*this, *m_commands);
+    m_windows = new CWindowDesk(*this, *m_commands);
     m_commands->Refresh();
 }
 
@@ -113,7 +115,7 @@ CMainFrame::~CMainFrame() {
     for (QObject* desk :
          {static_cast<QObject*>(m_transfer), static_cast<QObject*>(m_recovery), static_cast<QObject*>(m_files),
           static_cast<QObject*>(m_board), static_cast<QObject*>(m_alerts), static_cast<QObject*>(m_market),
-          static_cast<QObject*>(m_links), static_cast<QObject*>(m_restart)})
+          static_cast<QObject*>(m_restart), static_cast<QObject*>(m_windows)})
         delete desk;
     delete m_view; // The view looks at the document until it is gone.
     m_view = nullptr;
@@ -135,7 +137,10 @@ void CMainFrame::ShowPlaced() {
         placement.top = area.top() + (area.height() - placement.height) / 3;
     }
     const SPlacement& own = m_doc->Options().placement;
-    if (own.width >= 1 && own.height >= 1) placement = own;
+    if (own.width >= 1 && own.height >= 1)
+        placement = own;
+    else if (!m_commandLine.HasEdges())
+        placement = m_windows->BesideOthers(m_stored.emplace(placement));
     placement.alwaysOnTop = placement.alwaysOnTop || own.alwaysOnTop;
     placement = WithCommandLineEdges(placement, m_commandLine);
     m_placer->Put(placement);
@@ -159,6 +164,7 @@ void CMainFrame::ShowSized(int width, int height) {
 
 void CMainFrame::ApplyPlacement(const SPlacement& placement) {
     if (!isVisible()) return; // ShowPlaced takes it from the document.
+    if (placement.width >= 1 && placement.height >= 1) m_stored.reset();
     m_placer->Put(placement);
     SetAlwaysOnTop(placement.alwaysOnTop);
 }
@@ -192,12 +198,20 @@ void CMainFrame::closeEvent(QCloseEvent* event) {
     if (event->isAccepted()) StorePlacement();
 }
 
+// A window that went aside for another one would come up farther aside with each run.
 void CMainFrame::StorePlacement() {
-    if (m_commandLine.screenshot.empty()) WriteStoredPlacement(m_settings, Placement());
+    if (!m_commandLine.screenshot.empty()) return;
+    SPlacement placement = Placement();
+    if (m_stored && m_placer->IsWherePut()) {
+        m_stored->maximised = placement.maximised;
+        m_stored->alwaysOnTop = placement.alwaysOnTop;
+        placement = *m_stored;
+    }
+    WriteStoredPlacement(m_settings, placement);
 }
 
 void CMainFrame::customEvent(QEvent* event) {
-    if (event->type() == RegisterMessage(kSaveWorkspaceMessageName)) m_links->SaveWorkspace();
+    if (event->type() == RegisterMessage(kSaveWorkspaceMessageName)) m_windows->SaveWorkspace();
 }
 
 // Starting the feed: only after the first paint, since a feed client that is not there yet holds the thread.

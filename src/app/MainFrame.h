@@ -13,6 +13,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace vx {
@@ -23,7 +24,6 @@ class CCommands;
 class CConfigLogger;
 class CFileDesk;
 class CFramePlacer;
-class CLinkDesk;
 class CMainMenus;
 class CMarketDesk;
 class CRecoveryDesk;
@@ -33,6 +33,7 @@ class CStatusPanes;
 class CTransferDesk;
 class CWatchlistDoc;
 class CWatchlistView;
+class CWindowDesk;
 
 /// The watchlist program's main window: owns the level-1 store, the document and its view, and hands every line of the
 /// feed to whom it concerns.
@@ -61,6 +62,7 @@ public:
     CRecoveryDesk& Recovery() { return *m_recovery; }
     CTransferDesk& Transfer() { return *m_transfer; }
     CRestartDesk& Restart() { return *m_restart; }
+    CWindowDesk& Windows() { return *m_windows; }
     /// The names of markets and security types that the store shows.
     CLookupTables& LookupTables() { return m_lookupTables; }
 
@@ -127,6 +129,7 @@ private:
     CFeedHealth m_health;
     CStatusPanes* m_panes;
     CFramePlacer* m_placer = nullptr; ///< A child.
+    std::optional<SPlacement> m_stored; ///< The place of the last run, while this run has given it no other one.
     std::unique_ptr<CWatchlistDoc> m_doc;
     CWatchlistView* m_view = nullptr;
     // Children of the window: the commands and who carries them out.
@@ -139,7 +142,7 @@ private:
     CRecoveryDesk* m_recovery = nullptr;
     CTransferDesk* m_transfer = nullptr;
     CRestartDesk* m_restart = nullptr;
-    CLinkDesk* m_links = nullptr;
+    CWindowDesk* m_windows = nullptr;
     QTimer m_status;
     bool m_live = true;
     int m_statusTick = 0;

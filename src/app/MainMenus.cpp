@@ -39,6 +39,7 @@ const std::vector<SMenuLine>& MenuTable() {
     static const std::vector<SMenuLine> kMenus = {
         {"&File",
          {FileNew,
+          FileNewWindow,
           FileOpen,
           {"&Recent Files", CMainMenus::kRecentFiles},
           kLine,
@@ -51,6 +52,7 @@ const std::vector<SMenuLine>& MenuTable() {
           FilePrint,
           kLine,
           SaveWorkspace,
+          OpenWorkspace,
           kLine,
           Restart,
           FileExit}},

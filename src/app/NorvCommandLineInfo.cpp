@@ -73,6 +73,8 @@ constexpr SOption kOptions[] = {
     {"resume", true, [](Info& i, const std::string& v) { return Keep(i.resume, v) && !v.empty(); },
      "the name of a file"},
     {"save-workspace", false, [](Info& i, const std::string&) { return i.saveWorkspace = true; }},
+    {"open-workspace", false, [](Info& i, const std::string&) { return i.openWorkspace = true; }},
+    {"new-window", false, [](Info& i, const std::string&) { return i.newWindow = true; }},
     {"screenshot", true, [](Info& i, const std::string& v) { return Keep(i.screenshot, v) && !v.empty(); },
      "the name of a file"},
     {"seconds", true, [](Info& i, const std::string& v) { return KeepNumber(i.seconds, v, 0, 3600); },
@@ -158,7 +160,9 @@ const char* CommandLineHelp() {
            "  --starter                opens an untitled copy of the starter list\n"
            "  --theme NAME             system, light or dark, for this run\n"
            "  --log                    shows the log on standard error too, in colour\n"
+           "  --new-window             opens FILE in a window of its own, even if another one has it\n"
            "  --save-workspace         has every running window note its place and its file, and ends\n"
+           "  --open-workspace         starts the windows noted so that are not open, and ends\n"
            "  --screenshot FILE        renders the live window without a display and writes a PNG\n"
            "      --seconds N          ... after N seconds (default 4)\n"
            "      --width N --height N ... of this size (default 1320 by 760)\n"

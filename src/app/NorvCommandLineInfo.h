@@ -25,6 +25,8 @@ public:
     /// kMaxSymbols.
     std::vector<std::string> Symbols() const;
 
+    bool HasEdges() const { return top || bottom || left || right; }
+
     static constexpr size_t kMaxSymbols = 100;
     static constexpr double kSmallestScale = 0.5, kLargestScale = 8;
 
@@ -38,6 +40,8 @@ public:
     std::string resume;                          ///< --resume FILE: unsaved changes that a window leaves behind
     bool starter = false;                        ///< --starter: an untitled copy of the starter list
     bool saveWorkspace = false;                  ///< --save-workspace: tell the running windows, and end
+    bool openWorkspace = false;                  ///< --open-workspace: start the stored windows, and end
+    bool newWindow = false;                      ///< --new-window: a window of its own for a file that is open
     std::string screenshot;                      ///< --screenshot FILE: render offscreen, write a PNG, end
     std::optional<int> seconds;                  ///< --seconds N: how long the window runs before the picture
     std::optional<int> width, height;            ///< --width, --height of the picture

@@ -1,5 +1,6 @@
 #include "app/WindowSlot.h"
 
+#include "app/RunningWindows.h"
 #include "base/ErrorText.h"
 #include "base/Log.h"
 #include "base/Utf8Text.h"
@@ -17,18 +18,7 @@ namespace vx {
 
 namespace {
 
-// A window that stopped answering does not hold up the one that asks.
-constexpr int kConnectMs = 500;
-
-std::string LockName(const std::string& folder, int number) {
-    return fmt::format("{}/watchlist-{}.lock", folder, number);
-}
-
-std::string SocketName(const std::string& folder, int number) {
-    return fmt::format("{}/watchlist-{}.socket", folder, number);
-}
-
-QString QtPath(const std::string& path) { return QFile::decodeName(path.c_str()); }
+constexpr int kLongestRequest = 64;
 
 // A folder that somebody else could write to would let him answer for us.
 int PrepareFolder(const std::string& folder) {
@@ -41,18 +31,23 @@ int PrepareFolder(const std::string& folder) {
     return 0;
 }
 
-bool Ask(QLocalSocket& socket, const std::string& name) {
-    socket.connectToServer(QtPath(name));
-    if (!socket.waitForConnected(kConnectMs)) return false;
-    socket.write(CWindowSlot::kSaveRequest);
-    while (socket.bytesToWrite() > 0)
-        if (!socket.waitForBytesWritten(kConnectMs)) return false;
-    return true;
+void Reply(QLocalSocket& socket, const std::string& answer) {
+    socket.write(answer.data(), static_cast<qint64>(answer.size()));
+    socket.disconnectFromServer(); // Once the answer is out.
 }
 
 } // namespace
 
-CWindowSlot::CWindowSlot(std::string folder, QObject* parent) : QObject(parent), m_folder(std::move(folder)) {
+std::string CWindowSlot::LockName(const std::string& folder, int number) {
+    return fmt::format("{}/watchlist-{}.lock", folder, number);
+}
+
+std::string CWindowSlot::SocketName(const std::string& folder, int number) {
+    return fmt::format("{}/watchlist-{}.socket", folder, number);
+}
+
+CWindowSlot::CWindowSlot(std::string folder, std::function<std::string()> tell, QObject* parent)
+    : QObject(parent), m_folder(std::move(folder)), m_tell(std::move(tell)) {
     int error = PrepareFolder(m_folder);
     for (int number = 1; error == 0 && m_number == 0 && number <= kMostWindows; ++number) {
         auto lock = std::make_unique<CFileLock>(LockName(m_folder, number), 0);
@@ -62,12 +57,12 @@ CWindowSlot::CWindowSlot(std::string folder, QObject* parent) : QObject(parent),
     }
     connect(&m_server, &QLocalServer::newConnection, this, &CWindowSlot::OnConnection);
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
-    const std::string name = SocketName(m_folder, m_number);
+    const QString name = QFile::decodeName(SocketName(m_folder, m_number).c_str());
     if (m_number != 0) {
-        QLocalServer::removeServer(QtPath(name)); // Of a window that was killed; its number is ours now.
-        if (m_server.listen(QtPath(name))) return;
+        QLocalServer::removeServer(name); // Of a window that was killed; its number is ours now.
+        if (m_server.listen(name)) return;
     }
-    LogInformation(fmt::format("Other programs cannot ask this window to save the workspace: no socket in \"{}\", {}.",
+    LogInformation(fmt::format("Other programs cannot reach this window: no socket in \"{}\", {}.",
                                Windows1252FromUtf8(m_folder),
                                error != 0 ? ErrorText(error) : m_server.errorString().toStdString()));
 }
@@ -78,9 +73,8 @@ bool CWindowSlot::Runs(int number) const {
 
 void CWindowSlot::AskOthers() const {
     for (int number = 1; number <= kMostWindows; ++number) {
-        if (number == m_number || access(SocketName(m_folder, number).c_str(), F_OK) != 0) continue;
         QLocalSocket socket;
-        Ask(socket, SocketName(m_folder, number));
+        if (number != m_number) AskWindow(socket, m_folder, number, kSaveRequest);
     }
 }
 
@@ -96,38 +90,25 @@ void CWindowSlot::OnConnection() {
 }
 
 void CWindowSlot::OnRequest(QLocalSocket& socket) {
-    const QByteArray request(kSaveRequest);
-    if (socket.bytesAvailable() < request.size()) return;
-    if (socket.read(request.size()) != request) return socket.abort();
-    m_waiting.push_back(&socket);
-    Q_EMIT SaveAsked();
+    if (!socket.canReadLine() && socket.bytesAvailable() < kLongestRequest) return;
+    const QByteArray request = socket.readLine(kLongestRequest);
+    if (request == kSaveRequest) {
+        m_waiting.push_back(&socket);
+        Q_EMIT SaveAsked();
+    } else if (request == kTellRequest) {
+        Reply(socket, m_tell());
+    } else if (request == kShowRequest) {
+        Q_EMIT ShowAsked();
+        Reply(socket, "shown\n");
+    } else {
+        socket.abort();
+    }
 }
 
 void CWindowSlot::Answer(bool saved) {
     const std::vector<QLocalSocket*> waiting = std::move(m_waiting);
     m_waiting.clear();
-    for (QLocalSocket* socket : waiting) {
-        socket->write(saved ? "saved\n" : "failed\n");
-        socket->disconnectFromServer(); // Once the answer is out.
-    }
-}
-
-SWorkspaceCall CallWindows(const std::string& folder, int waitMs) {
-    SWorkspaceCall out;
-    for (int number = 1; number <= CWindowSlot::kMostWindows; ++number) {
-        const std::string name = SocketName(folder, number);
-        if (access(name.c_str(), F_OK) != 0) continue;
-        QLocalSocket socket;
-        if (!Ask(socket, name)) {
-            if (CFileLock(LockName(folder, number), 0).IsHeld()) unlink(name.c_str());
-            continue;
-        }
-        ++out.windows;
-        while (!socket.canReadLine() && socket.waitForReadyRead(waitMs)) {
-        }
-        if (socket.readLine() == "saved\n") ++out.saved;
-    }
-    return out;
+    for (QLocalSocket* socket : waiting) Reply(*socket, saved ? "saved\n" : "failed\n");
 }
 
 } // namespace vx

@@ -5,6 +5,7 @@
 #include <QLocalServer>
 #include <QObject>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,23 +15,32 @@ class QLocalSocket;
 namespace vx {
 
 /// A running window's place in the user's runtime folder: a number that no other running window has, and a socket by
-/// which it can be asked to save the workspace.
+/// which other programs reach it.
 ///
-/// Shape   "watchlist-<number>.lock", held while the window runs, and "watchlist-<number>.socket"; a request is the
-/// line
-///         kSaveRequest, its answer "saved" or "failed" and a line feed
+/// Shape   "watchlist-<number>.lock", held while the window runs, and "watchlist-<number>.socket"; a request is one of
+///         the lines below, and the connection ends with its answer
 /// Errors  without a folder of the user's own there is no number, and nobody reaches the window; the log says why
 /// Thread  GUI thread only
 class CWindowSlot : public QObject {
     Q_OBJECT
 public:
+    /// Save the workspace: "saved" or "failed" and a line feed.
     static constexpr const char* kSaveRequest = "ZANTREL_SAVE_WORKSPACE\n";
+    /// What the window shows and where: the command that starts it as it stands.
+    static constexpr const char* kTellRequest = "ZANTREL_TELL_WINDOW\n";
+    /// Bring the window up: "shown" and a line feed.
+    static constexpr const char* kShowRequest = "ZANTREL_SHOW_WINDOW\n";
     static constexpr int kMostWindows = 64;
 
-    explicit CWindowSlot(std::string folder, QObject* parent);
+    static std::string LockName(const std::string& folder, int number);
+    static std::string SocketName(const std::string& folder, int number);
+
+    /// tell: answers kTellRequest.
+    CWindowSlot(std::string folder, std::function<std::string()> tell, QObject* parent);
 
     /// 1 and up; 0 for none.
     int Number() const { return m_number; }
+    const std::string& Folder() const { return m_folder; }
     /// Whether a window with this number runs.
     bool Runs(int number) const;
     /// Asks every other running window to save the workspace, without waiting for the answers.
@@ -40,29 +50,18 @@ public:
 
 Q_SIGNALS:
     void SaveAsked();
+    void ShowAsked();
 
 private:
     void OnConnection();
     void OnRequest(QLocalSocket& socket);
 
     std::string m_folder;
+    std::function<std::string()> m_tell;
     int m_number = 0;
     std::unique_ptr<CFileLock> m_lock;
     QLocalServer m_server;
     std::vector<QLocalSocket*> m_waiting; ///< Children of the server.
 };
-
-/// What came of asking all running windows.
-struct SWorkspaceCall {
-    int windows = 0; ///< That were reached.
-    int saved = 0;   ///< That said that they saved.
-};
-
-/// Asks every running window to save the workspace, and waits for the answers. Sockets that nobody listens at any more
-/// are removed.
-///
-/// Units   waitMs: for each window
-/// Thread  any, with or without an event loop
-SWorkspaceCall CallWindows(const std::string& folder, int waitMs);
 
 } // namespace vx

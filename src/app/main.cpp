@@ -1,7 +1,8 @@
 #include "app/NorvCommandLineInfo.h"
+#include "app/RunningWindows.h"
 #include "app/Screenshot.h"
 #include "app/WatchlistApp.h"
-#include "app/WindowSlot.h"
+#include "app/Workspace.h"
 #include "base/Log.h"
 #include "base/Registry.h"
 #include "base/UserFolders.h"
@@ -55,6 +56,26 @@ int SaveWorkspace() {
     return call.windows > 0 && call.saved == call.windows ? 0 : 1;
 }
 
+// Starts the windows of the workspace that are not open. Returns the exit code.
+int OpenWorkspace(int& argc, char** argv) {
+    const QCoreApplication app(argc, argv); // Its folder is where the program is looked for.
+    const vx::SOpenedWorkspace opened =
+        vx::OpenWorkspace(vx::CRegistry::CurrentUser(), vx::RunningWindows(vx::UserRuntimeFolder(), 0), vx::StartWindow);
+    if (opened.IsWhole()) return 0;
+    const QString text = vx::QtText(vx::WorkspaceProblems(opened));
+    std::fprintf(stderr, "zantrel-watchlist: %s\n", text.toLocal8Bit().constData());
+    return 1;
+}
+
+// A file that a window has open is shown there.
+bool IsShownElsewhere(const vx::CNorvCommandLineInfo& commandLine) {
+    if (commandLine.file.empty() || commandLine.newWindow || !commandLine.symbol.empty() ||
+        !commandLine.screenshot.empty() || !vx::ShowWindowWithFile(vx::UserRuntimeFolder(), 0, commandLine.file))
+        return false;
+    std::printf("\"%s\" is open already; its window is shown.\n", commandLine.file.c_str());
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -81,6 +102,8 @@ int main(int argc, char** argv) {
                    stderr);
         return 1;
     }
+    if (commandLine.openWorkspace) return OpenWorkspace(argc, argv);
+    if (IsShownElsewhere(commandLine)) return 0;
     QApplication::setApplicationName(QStringLiteral("zantrel-watchlist"));
     QApplication::setApplicationVersion(QString::fromLatin1(vx::kProgramVersion));
     QApplication::setDesktopFileName(QStringLiteral("zantrel-watchlist")); // As the file is called that is installed.

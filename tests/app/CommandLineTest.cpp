@@ -76,6 +76,26 @@ TEST(FramePlacement, AWindowThatIsNotWhollyOnScreensIsBroughtInside) {
     EXPECT_EQ(BroughtInside({-5000, 10, 800, 600}, {}).left, -5000);
 }
 
+TEST(FramePlacement, WindowsCascadeAndStayOnTheScreen) {
+    const std::vector<SScreenArea> screens{{0, 0, 1000, 800}};
+    std::vector<QPoint> corners;
+    const auto next = [&](SPlacement p) {
+        p = Cascaded(p, corners, screens);
+        EXPECT_TRUE(QRect(0, 0, 1000, 800).contains(QRect(p.left, p.top, p.width, p.height)));
+        corners.emplace_back(p.left, p.top);
+        return corners.back();
+    };
+    EXPECT_EQ(next({500, 300, 400, 400}), QPoint(500, 300));
+    const QPoint second = next({500, 300, 400, 400});
+    EXPECT_GT(second.x(), 500);
+    EXPECT_GT(second.y(), 300);
+    for (int i = 0; i < 40; ++i) next({500, 300, 400, 400});
+    corners.clear();
+    for (int i = 0; i < 5; ++i) next({0, 0, 1000, 800});
+    for (size_t i = 1; i < corners.size(); ++i) EXPECT_GT(corners[i].x(), corners[i - 1].x());
+    EXPECT_EQ(Cascaded({0, 0, 900, 700, true}, corners, screens).left, 0);
+}
+
 TEST(CFeedHealth, ASilentFeedIsNoQuietMarket) {
     CFeedHealth health(1000);
     EXPECT_EQ(health.StateText(), "Feed: waiting");

@@ -1,8 +1,10 @@
 #include "app/LinkDesk.h"
 
 #include "app/FileDesk.h"
+#include "app/RunningWindows.h"
 #include "app/SiblingFixture.h"
 #include "app/WindowSlot.h"
+#include "app/Workspace.h"
 #include "watchlist/CellEntry.h"
 #include "watchlist/Commands.h"
 
@@ -33,6 +35,56 @@ protected:
             out[value.name] = value.value.text;
         return out;
     }
+    void Store(int number, const std::string& command) {
+        CRegistry::CurrentUser().WriteText(kWorkspacesKey, "zantrel-watchlist " + std::to_string(number), command);
+    }
+};
+
+/// Does something on another thread while the windows of this one live.
+template <typename Work> void Meanwhile(Work work) {
+    std::atomic<bool> done = false;
+    std::thread thread([&] {
+        work();
+        done = true;
+    });
+    EXPECT_TRUE(WaitUntil([&] { return done.load(); }));
+    thread.join();
+}
+
+/// Another window of the program, as far as its socket goes.
+class CPeerWindow {
+public:
+    CPeerWindow(const std::string& folder, int number, std::string command) : m_command(std::move(command)) {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        CWindowSlot::SocketName(folder, number).copy(address.sun_path, sizeof address.sun_path - 1);
+        bind(m_listener, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+        listen(m_listener, 8);
+        m_thread = std::thread([this] { Serve(); });
+    }
+    ~CPeerWindow() {
+        shutdown(m_listener, SHUT_RDWR);
+        m_thread.join();
+        close(m_listener);
+    }
+    int Shown() const { return m_shown; }
+
+private:
+    void Serve() {
+        for (int peer = accept(m_listener, nullptr, nullptr); peer >= 0; peer = accept(m_listener, nullptr, nullptr)) {
+            std::string request(64, '\0');
+            request.resize(static_cast<size_t>(std::max<ssize_t>(0, read(peer, request.data(), request.size()))));
+            m_shown += request == CWindowSlot::kShowRequest;
+            const std::string answer = request == CWindowSlot::kTellRequest ? m_command : "shown\n";
+            EXPECT_EQ(write(peer, answer.data(), answer.size()), static_cast<ssize_t>(answer.size()));
+            close(peer);
+        }
+    }
+
+    std::string m_command;
+    int m_listener = socket(AF_UNIX, SOCK_STREAM, 0);
+    std::atomic<int> m_shown = 0;
+    std::thread m_thread;
 };
 
 /// A socket file whose listener died.
@@ -105,13 +157,7 @@ TEST_F(CLinkDeskTest, SavingTheWorkspaceReachesEveryWindowAndForgetsThoseThatAre
     LeaveStaleSocket(At("zantrel/watchlist-7.socket"));
 
     SWorkspaceCall call;
-    std::atomic<bool> done = false;
-    std::thread caller([&] {
-        call = CallWindows(At("zantrel"), 10000);
-        done = true;
-    });
-    EXPECT_TRUE(WaitUntil([&] { return done.load(); }));
-    caller.join();
+    Meanwhile([&] { call = CallWindows(At("zantrel"), 10000); });
     EXPECT_EQ(call.windows, 2);
     EXPECT_EQ(call.saved, 2);
     EXPECT_FALSE(std::filesystem::exists(At("zantrel/watchlist-7.socket")));
@@ -146,4 +192,80 @@ TEST_F(CLinkDeskTest, AWorkspaceThatCannotBeWrittenIsSaidByEachWindow) {
     EXPECT_EQ(boxes.shown[0].caption, "Zantrel Workspace Create Error");
     EXPECT_EQ(boxes.shown[0].text,
               "Unable to open workspace with name zantrel-watchlist 1 in application Zantrel Watchlist. Error:31");
+}
+
+TEST_F(CLinkDeskTest, TheWorkspaceIsOpenedWithoutAShellButForWhatIsOpenOrGone) {
+    CMainFrame& frame = Frame();
+    Do("OpenWorkspace");
+    EXPECT_THAT(boxes.TakeTexts(),
+                ElementsAre("No workspace is stored. File > Save Workspace notes the windows that are open."));
+    const std::string odd = At("A $HOME; `id` \"B\"\n.vxw");
+    for (const std::string& path : {odd, At("Here.vxw"), At("There.vxw")}) WriteFile(path, "TrailingRows=1\r\n");
+    std::filesystem::create_symlink(At("Here.vxw"), At("Link.vxw"));
+    ASSERT_TRUE(frame.Files().Open(At("Here.vxw")));
+    const CPeerWindow peer(At("zantrel"), 9, "zantrel-watchlist \"" + At("There.vxw") + "\" -min");
+    Install("zantrel-watchlist");
+    SWorkspaceWindow window;
+    window.file = odd;
+    window.placement.maximised = true;
+    Store(1, WorkspaceText(window));
+    Store(2, "zantrel-watchlist \"" + At("Link.vxw") + "\" -max");
+    Store(3, "zantrel-watchlist \"" + At("There.vxw") + "\" -max");
+    EXPECT_EQ(StartedBy("OpenWorkspace"), "zantrel-watchlist|--new-window|" + odd.substr(odd.rfind('/') + 1) + "|-max|");
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+
+    Store(1, "zantrel-watchlist \"" + At("Gone.vxw") + "\" -max");
+    Store(4, "zantrel-watchlist \"half");
+    Store(10, "zantrel-watchlist -symbol \"ibm,ge\" -top 1 -bottom 2 -left 3 -right 4");
+    EXPECT_EQ(StartedBy("OpenWorkspace"),
+              "zantrel-watchlist|--new-window|-symbol|ibm,ge|-top|1|-bottom|2|-left|3|-right|4|");
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Not every window of the workspace could be opened:\n\n\"" +
+                                               At("Gone.vxw") +
+                                               "\" is no longer there.\nWhat is stored as \"zantrel-watchlist 4\" starts "
+                                               "no window."));
+}
+
+TEST_F(CLinkDeskTest, AFileThatAnotherWindowHasIsShownThere) {
+    const std::string mine = At("Mine.vxw");
+    for (const char* name : {"Mine.vxw", "Theirs.vxw"}) WriteFile(At(name), "TrailingRows=1\r\n");
+    std::filesystem::create_symlink(At("Theirs.vxw"), At("Link.vxw"));
+    CMainFrame& frame = Frame();
+    frame.ShowSized(640, 480);
+    const CPeerWindow peer(At("zantrel"), 9, "zantrel-watchlist \"" + At("Theirs.vxw") + "\" -max");
+    ASSERT_TRUE(frame.Files().OpenInstead(mine));
+    frame.Document().SetModified(true);
+    EXPECT_FALSE(frame.Files().OpenInstead(At("Link.vxw")));
+    EXPECT_EQ(peer.Shown(), 1);
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty()) << "nothing is asked about a list that stays";
+    EXPECT_EQ(frame.Files().File().Path(), mine);
+
+    frame.showMinimized();
+    bool found = false;
+    Meanwhile([&] { found = ShowWindowWithFile(At("zantrel"), 0, At("./Mine.vxw")); });
+    EXPECT_TRUE(found);
+    EXPECT_FALSE(frame.isMinimized());
+    EXPECT_FALSE(ShowWindowWithFile(At("zantrel"), 1, At("Other.vxw")));
+}
+
+TEST_F(CLinkDeskTest, ANewWindowStandsBesideTheOthersAndTheNextRunWhereTheLastOneStood) {
+    Install("zantrel-watchlist");
+    settings.WriteInteger(kRectLeft, 40);
+    settings.WriteInteger(kRectTop, 50);
+    settings.WriteInteger(kRectWidth, 600);
+    settings.WriteInteger(kRectHeight, 400);
+    Frame();
+    EXPECT_EQ(StartedBy("FileNewWindow"), "zantrel-watchlist|--new-window|");
+    const CPeerWindow peer(At("zantrel"), 9, "zantrel-watchlist -top 50 -bottom 450 -left 40 -right 640");
+    CMainFrame& aside = Frame();
+    aside.ShowPlaced();
+    EXPECT_GT(aside.pos().x(), 50);
+    EXPECT_GT(aside.pos().y(), 60);
+    aside.close();
+    EXPECT_EQ(settings.ReadInteger(kRectLeft), 40);
+    CMainFrame& moved = Frame();
+    moved.ShowPlaced();
+    ASSERT_TRUE(WaitUntil([&] { return !moved.findChild<QTimer*>(QStringLiteral("placeTimer"))->isActive(); }));
+    moved.move(120, 130);
+    moved.close();
+    EXPECT_EQ(settings.ReadInteger(kRectLeft), 120);
 }

@@ -7,6 +7,7 @@
 #include "support/Gui.h"
 #include "support/MessageBoxes.h"
 
+#include <QProcess>
 #include <QStatusBar>
 
 #include <fmt/format.h>
@@ -115,6 +116,24 @@ TEST_P(CManagedWindowTest, AfterTwoMaximisedListsANormalOneIsAsLargeAsItIsPainte
     ASSERT_TRUE(Opens(frame, List("Normal.vxw", "100;110;600;400;FALSE;FALSE;")));
     EXPECT_EQ(desktop->Inside(frame).size(), QSize(600, 400));
     EXPECT_EQ(desktop->Whole(frame).topLeft(), QPoint(100, 110));
+}
+
+TEST_P(CManagedWindowTest, AFileThatIsOpenComesUpInItsWindow) {
+    const std::string path = List("Open.vxw", "100;110;600;400;FALSE;FALSE;");
+    CMainFrame& frame = Started({path});
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(WaitFor([&] { return desktop->ActiveWindow() == other.winId(); }));
+    frame.showMinimized();
+    QProcess program;
+    program.setProgram(QStringLiteral(ZW_BIN_DIR "/zantrel-watchlist"));
+    program.setArguments({QString::fromStdString(path)});
+    program.start();
+    ASSERT_TRUE(WaitFor([&] { return program.state() == QProcess::NotRunning; }, 20000));
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_TRUE(WaitFor([&] { return desktop->ActiveWindow() == frame.winId(); }));
+    EXPECT_FALSE(frame.isMinimized());
 }
 
 INSTANTIATE_TEST_SUITE_P(WindowManagers, CManagedWindowTest, testing::Values("openbox", "icewm"),
