@@ -3,6 +3,7 @@
 #include "app/ColumnCommands.h"
 #include "app/MainFrame.h"
 #include "app/RowCommands.h"
+#include "app/ShownText.h"
 #include "grid/QtText.h"
 #include "settings/Settings.h"
 #include "watchlist/CellEntry.h"
@@ -69,7 +70,11 @@ CEditCommands::CEditCommands(const SBoardSeat& seat, CRowCommands& rows, CColumn
     });
     commands.Bind(
         ECommand::EditAddCurrentSymbol, [this] { AddCurrentSymbol(Doc(), Settings(), Grid().FocusCell().row); },
-        [this](SCommandState& state) { state.enabled = !Settings().ReadTextOrDefault(kCurrentSymbol).empty(); });
+        [this](SCommandState& state) {
+            const QString current = ShownText(Settings().ReadTextOrDefault(kCurrentSymbol), kMostShownSymbol);
+            state.enabled = !current.isEmpty();
+            if (state.enabled) state.tip = tr("Put %1, the symbol chosen last, into the row").arg(current);
+        });
     const auto bind = [&](ECommand command, bool insert) {
         commands.Bind(
             command, [this, insert] { InsertOrDelete(insert); },

@@ -59,7 +59,7 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         Add(*menu.addMenu(tr("Col&umns")), kColumns);
         menu.addSeparator();
         Add(menu, kSymbol);
-        Add(*menu.addMenu(tr("Application Lin&ks")), kLinks);
+        AddLinks(menu);
         menu.addSeparator();
         Add(menu, {SortNow});
         Add(*menu.addMenu(tr("&Format")), kFormat);
@@ -72,7 +72,7 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         Add(menu, {EditNote, EditAddCurrentSymbol});
         menu.addSeparator();
         Add(menu, kSymbol);
-        Add(*menu.addMenu(tr("Application Lin&ks")), kLinks);
+        AddLinks(menu);
         menu.addSeparator();
         Add(*menu.addMenu(tr("&Format")), kFormat);
         break;
@@ -107,6 +107,12 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         Add(*menu.addMenu(tr("&Format")), {FormatGrid});
         break;
     }
+}
+
+void CGridMenus::AddLinks(QMenu& menu) {
+    QMenu* links = menu.addMenu(tr("Application Lin&ks"));
+    links->setToolTipsVisible(true); // They say what is not installed.
+    Add(*links, kLinks);
 }
 
 void CGridMenus::AddHiddenColumns(QMenu& menu) {

@@ -24,6 +24,7 @@ private:
     void Open(EGridPart part, const QPoint& globalPos);
     void Fill(QMenu& menu, EGridPart part);
     void Add(QMenu& menu, const std::vector<ECommand>& commands);
+    void AddLinks(QMenu& menu);
     void AddHiddenColumns(QMenu& menu);
 
     CColumnCommands& m_columns;

@@ -47,6 +47,7 @@ void CMarketDesk::SearchSymbols() {
     const bool chosen = dialog.exec() == QDialog::Accepted;
     m_searchSize = dialog.size();
     if (!chosen || dialog.ChosenSymbol() == CSearchResults::kNothingFound) return;
+    if (!dialog.ChosenSymbol().empty()) m_frame.Settings().WriteText(kCurrentSymbol, dialog.ChosenSymbol());
     CWatchlistGrid& grid = m_frame.View().Grid();
     const SAddedRows rows = AddSymbols(m_frame.Document(), grid.FocusCell().row, dialog.ChosenSymbols());
     if (rows.count == 0) return;

@@ -73,8 +73,13 @@ void CSymbolSearchDlg::MakeWidgets() {
     m_list->header()->setSortIndicator(-1, Qt::AscendingOrder); // As they arrive, until a header is clicked.
     m_list->header()->setSortIndicatorClearable(true);
     m_list->setSortingEnabled(true);
-    m_list->SetColumnWidths({150, 80, 130});
+    m_list->SetColumnWidths({90, 75, 130});
+    m_list->header()->setStretchLastSection(false);
     m_list->setMinimumHeight(140);
+    m_other = new QPushButton;
+    m_other->setObjectName(QStringLiteral("searchOther"));
+    m_other->setAutoDefault(true); // With the keyboard on it, Enter presses it.
+    m_other->hide();
     m_state = new QLabel;
     m_state->setObjectName(QStringLiteral("searchState"));
     m_state->setWordWrap(true);
@@ -97,6 +102,7 @@ void CSymbolSearchDlg::MakeLayout() {
     layout->addLayout(kind);
     layout->addWidget(m_filter, 2);
     layout->addWidget(m_list, 3);
+    layout->addWidget(m_other, 0, Qt::AlignLeft);
     const QDialogButtonBox& buttons =
         AddBottomRow(*this, *layout, *m_state, QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     QPushButton* ok = buttons.button(QDialogButtonBox::Ok);
@@ -104,7 +110,7 @@ void CSymbolSearchDlg::MakeLayout() {
     resize(560, 560);
 
     const auto [choice, again, names] = m_filter->InTabOrder();
-    TabThrough({m_text, m_search, m_stop, m_bySymbol, m_byDescription, choice, again, names, m_list, ok,
+    TabThrough({m_text, m_search, m_stop, m_bySymbol, m_byDescription, choice, again, names, m_list, m_other, ok,
                 buttons.button(QDialogButtonBox::Cancel)});
 }
 
@@ -113,6 +119,11 @@ void CSymbolSearchDlg::ConnectWidgets() {
             [this](const QString& text) { m_search->setEnabled(!text.isEmpty()); });
     connect(m_search, &QPushButton::clicked, this, &CSymbolSearchDlg::Search);
     connect(m_stop, &QPushButton::clicked, this, &CSymbolSearchDlg::Stop);
+    connect(m_other, &QPushButton::clicked, this, [this] {
+        (m_byDescription->isChecked() ? m_bySymbol : m_byDescription)->setChecked(true);
+        m_text->setFocus();
+        Search();
+    });
     connect(&m_timer, &QTimer::timeout, this, &CSymbolSearchDlg::TakeResults);
     connect(m_list, &CListView::RowEntered, this, &QDialog::accept);
     connect(m_list, &CListView::RowDoubleClicked, this, [this](const QModelIndex& row) {
@@ -131,6 +142,8 @@ void CSymbolSearchDlg::Search() {
         m_session.SymbolSearch(by, BytesFromQt(m_text->text()), mode == CSearchFilter::kMarkets ? ids : std::string(),
                                mode == CSearchFilter::kSecurityTypes ? ids : std::string());
     m_searching = sent ? EState::Searching : EState::NotSent;
+    m_searched = m_text->text();
+    m_other->hide();
     m_timer.start();
     ShowState();
 }
@@ -154,9 +167,27 @@ void CSymbolSearchDlg::TakeResults() {
                         m_filter->MarketName(result.market),
                         ShownText(result.description, CSearchResults::kMostTextBytes)});
     }
+    const bool first = m_results->rowCount() == 0 && !rows.empty();
     m_results->Append(rows);
-    if (m_results->rowCount() == 1 && FoundCount() == 0) m_list->setFirstColumnSpanned(0, {}, true);
+    const bool nothing = first && FoundCount() == 0;
+    if (nothing) m_list->setFirstColumnSpanned(0, {}, true);
     ShowState();
+    if (first) GoOn(nothing);
+}
+
+// The keyboard goes where the user goes on, unless the user does something else by now: to the results, or to the other
+// way of searching when there are none.
+void CSymbolSearchDlg::GoOn(bool nothing) {
+    const QWidget* keyboard = focusWidget();
+    const bool waits = (keyboard == m_text && m_text->text() == m_searched) || keyboard == m_search ||
+                       keyboard == m_stop || keyboard == nullptr;
+    if (nothing) {
+        m_other->setText(m_byDescription->isChecked() ? tr("Search Symbols &Instead") : tr("Search Descriptions &Instead"));
+        m_other->show();
+    }
+    if (!waits) return;
+    (nothing ? static_cast<QWidget*>(m_other) : m_list)->setFocus(Qt::OtherFocusReason);
+    m_list->selectionModel()->clearCurrentIndex(); // The first key down leads to the first result.
 }
 
 void CSymbolSearchDlg::accept() {

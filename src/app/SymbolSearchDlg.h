@@ -56,6 +56,7 @@ private:
     void Search();
     void Stop();
     void TakeResults();
+    void GoOn(bool nothing);
     void ShowState();
     QString StateText() const;
     QString EndText(int found) const;
@@ -73,9 +74,11 @@ private:
     CListView* m_list;
     CSearchResultModel* m_results;
     QSortFilterProxyModel* m_sorted;
+    QPushButton* m_other; ///< Searches again, by description instead of by symbol or the other way round.
     QLabel* m_state;
     QTimer m_timer;
     EState m_searching = EState::Idle;
+    QString m_searched; ///< The text that was searched for.
     int m_generation = 0; ///< Of the results that the list shows.
     std::string m_chosen;
     std::vector<std::string> m_allChosen;

@@ -47,6 +47,8 @@ SStartResult StartProgram(std::string_view name, const QStringList& arguments) {
     return QProcess::startDetached(path, arguments) ? SStartResult{} : kAccessDenied;
 }
 
+bool IsInstalled(std::string_view name) { return !FindExecutable(Spellings(FromText(name))).isEmpty(); }
+
 SStartResult StartFeedClient(std::string_view product, std::string_view version) {
     return StartProgram(kFeedClient,
                         {QStringLiteral("-product"), FromText(product), QStringLiteral("-version"), FromText(version)});

@@ -25,6 +25,9 @@ struct SStartResult {
 ///         may not be executed, or one that was found could not be
 SStartResult StartProgram(std::string_view name, const QStringList& arguments);
 
+/// Whether StartProgram would find a program of that name.
+bool IsInstalled(std::string_view name);
+
 /// Starts the feed client for a product in a version, whether or not one runs already.
 SStartResult StartFeedClient(std::string_view product, std::string_view version);
 

@@ -1,8 +1,10 @@
 #include "watchlist/Commands.h"
 
+#include "grid/QtText.h"
 #include "watchlist/CommandIcon.h"
 
 #include <QAction>
+#include <QTextDocument>
 #include <QTimer>
 #include <QWidget>
 
@@ -83,11 +85,15 @@ void CCommands::Show(const SEntry& entry, const QString& tableText, const QStrin
     entry.action->setEnabled(entry.handler && state.enabled);
     if (entry.action->isCheckable()) entry.action->setChecked(state.checked);
     const QString& text = state.text.isEmpty() ? tableText : state.text;
-    if (entry.action->text() == text) return;
-    entry.action->setText(text);
     // What stands in for the table's text tells more than the table's tip: "Undo delete 3 rows".
-    entry.action->setToolTip(
-        WithKeys(state.text.isEmpty() ? tableTip : QString(text).remove(QLatin1Char('&')), entry.action->shortcuts()));
+    const QString tip = !state.tip.isEmpty()    ? state.tip
+                        : !state.text.isEmpty() ? QString(text).remove(QLatin1Char('&'))
+                                                : tableTip;
+    if (entry.action->text() != text) entry.action->setText(text);
+    if (entry.action->statusTip() == tip) return;
+    entry.action->setStatusTip(tip);
+    const QString shown = WithKeys(tip, entry.action->shortcuts());
+    entry.action->setToolTip(Qt::mightBeRichText(shown) ? PlainTipText(shown) : shown);
 }
 
 void CCommands::Refresh() {

@@ -24,6 +24,7 @@ struct SCommandState {
     bool enabled = true;
     bool checked = false; ///< Counts for checkable commands.
     QString text;         ///< In place of the table's text, while not empty.
+    QString tip;          ///< In place of the table's tip, while not empty.
 };
 
 /// The commands of one window: an action for each row of the table, and who carries it out. Menus, tool bar and context

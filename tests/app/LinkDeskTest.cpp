@@ -5,6 +5,7 @@
 #include "app/SiblingFixture.h"
 #include "app/WindowSlot.h"
 #include "app/Workspace.h"
+#include "support/FakeClock.h"
 #include "watchlist/CellEntry.h"
 #include "watchlist/Commands.h"
 
@@ -100,6 +101,7 @@ void LeaveStaleSocket(const std::string& path) {
 } // namespace
 
 TEST_F(CLinkDeskTest, SiblingProgramsStartOnTheRowsSymbolAndAMissingOneIsNamed) {
+    CFakeClock clock;
     CMainFrame& frame = Frame();
     EnterCellText(frame.Document(), 1, 1, {}, "brk b");
     frame.View().Grid().SetFocusCell(1, 1);
@@ -123,12 +125,24 @@ TEST_F(CLinkDeskTest, SiblingProgramsStartOnTheRowsSymbolAndAMissingOneIsNamed) 
                               {"RowOptionChains", 45056, "vxoptions", true},
                               {"RowMarketDepth", 45057, "vxdepth", true}}) {
         const std::string name = link.program;
+        const auto tip = [&] {
+            frame.Commands().Refresh();
+            const auto* action = frame.findChild<QAction*>(QString::fromLatin1(link.command));
+            EXPECT_TRUE(action->toolTip().startsWith(action->statusTip()));
+            return action->statusTip().toStdString();
+        };
         EXPECT_EQ(frame.findChild<QAction*>(QString::fromLatin1(link.command))->data().toInt(), link.number);
         std::filesystem::remove(At(name));
+        clock.elapsedMs += 2000;
+        EXPECT_EQ(tip(), "Not installed: " + name);
         Do(link.command);
         EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Unable to launch " + name + ".  Error Code: 2"));
         Install(name);
+        clock.elapsedMs += 2000;
+        EXPECT_THAT(tip(), testing::Not(testing::HasSubstr("installed")));
+        settings.WriteText(kCurrentSymbol, "before");
         EXPECT_EQ(StartedBy(link.command), name + (link.symbol ? "|-symbol|BRK B|" : "|")) << link.command;
+        EXPECT_EQ(settings.ReadTextOrDefault(kCurrentSymbol), link.symbol ? "BRK B" : "before") << link.command;
     }
     Install("zantrel-watchlist");
     EXPECT_EQ(StartedBy("LinkWatchlist"), "zantrel-watchlist|");
@@ -139,6 +153,20 @@ TEST_F(CLinkDeskTest, SiblingProgramsStartOnTheRowsSymbolAndAMissingOneIsNamed) 
     EXPECT_FALSE(frame.findChild<QAction*>(QStringLiteral("RowChart"))->isEnabled());
     EXPECT_TRUE(frame.findChild<QAction*>(QStringLiteral("RowNews"))->isEnabled());
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+}
+
+TEST_F(CLinkDeskTest, TheCurrentSymbolIsFollowedWhileTheWindowStaysActive) {
+    CMainFrame& frame = Frame();
+    frame.ShowSized(640, 480);
+    frame.activateWindow();
+    const auto* action = frame.findChild<QAction*>(QStringLiteral("EditAddCurrentSymbol"));
+    frame.Commands().Refresh();
+    EXPECT_FALSE(action->isEnabled());
+    settings.WriteText(kCurrentSymbol, "IBM");
+    EXPECT_TRUE(WaitUntil([&] { return action->isEnabled(); }));
+    settings.WriteText(kCurrentSymbol, "<b>GE");
+    EXPECT_TRUE(WaitUntil([&] { return action->statusTip().contains(QStringLiteral("Put <b>GE,")); }));
+    EXPECT_FALSE(action->toolTip().contains(QStringLiteral("<b>"))) << "a tip that is read as rich text";
 }
 
 TEST_F(CLinkDeskTest, SavingTheWorkspaceReachesEveryWindowAndForgetsThoseThatAreGone) {

@@ -24,6 +24,7 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <optional>
 
 using namespace vx;
@@ -145,6 +146,41 @@ TEST_F(CSymbolSearchTest, WhatIsChosenIsTheSelectionInTheOrderShown) {
     EXPECT_EQ(Results().rowCount(), 0);
 }
 
+TEST_F(CSymbolSearchTest, TheKeyboardGoesOnWhereTheUserDoes) {
+    Open(ConnectedFrame());
+    auto& text = Find<QLineEdit>("searchText");
+    auto& results = Find<CListView>("results");
+    auto& other = Find<QPushButton>("searchOther");
+    for (int column = 0; column < 3; ++column)
+        EXPECT_EQ(results.header()->sectionSize(column), (std::array{90, 75, 130}[static_cast<size_t>(column)]));
+    const auto searchFor = [&](const char* what) {
+        text.setFocus();
+        text.setText(QString::fromLatin1(what));
+        QTest::keyClick(&text, Qt::Key_Return);
+    };
+    searchFor("gold");
+    EXPECT_FALSE(other.isVisible());
+    feed.lookup.Says("LSearch,!ENDMSG!,\r\n");
+    ASSERT_TRUE(WaitUntil([&] { return other.isVisible(); }));
+    EXPECT_EQ(dialog->focusWidget(), &other);
+    EXPECT_EQ(other.text(), QStringLiteral("Search Descriptions &Instead"));
+    QTest::keyClick(&other, Qt::Key_Return);
+    EXPECT_TRUE(LookupHeardAtItsEnd("SBF,d,gold,,,LSearch\r\n"));
+    EXPECT_TRUE(Find<QRadioButton>("byDescription").isChecked());
+    EXPECT_FALSE(other.isVisible());
+    feed.lookup.Says("LSearch,LS,A,,1,x,\r\nLSearch,LS,B,,1,x,\r\n");
+    EXPECT_TRUE(WaitUntil([&] { return results.hasFocus(); }));
+    QTest::keyClick(&results, Qt::Key_Down);
+    EXPECT_EQ(results.selectionModel()->selectedRows().size(), 1);
+    EXPECT_EQ(results.currentIndex().row(), 0);
+
+    searchFor("silver");
+    QTest::keyClicks(&text, QStringLiteral("y"));
+    feed.lookup.Says("LSearch,!ENDMSG!,\r\nLSearch,LS,C,,1,x,\r\n");
+    ASSERT_TRUE(Finds(1));
+    EXPECT_EQ(dialog->focusWidget(), &text) << "the next text is being typed";
+}
+
 TEST_F(CSymbolSearchTest, AFeedThatDoesNotAnswerIsToldOf) {
     CFakeClock clock;
     CMainFrame& frame = ConnectedFrame();
@@ -211,6 +247,7 @@ TEST_F(CSymbolSearchTest, ChosenSymbolsStandTogetherBelowTheFocusAndAreOneEdit) 
     });
     frame.Commands().Action(ECommand::SymbolSearch).trigger();
     EXPECT_EQ(rows(), "OLD1 OLD2 N1 N2 N3 OLD4 ");
+    EXPECT_EQ(settings.ReadTextOrDefault(kCurrentSymbol), "N1");
     EXPECT_EQ(frame.View().Grid().SelectedRange(), (SGridRange{3, 5, 3, 3}));
     doc.Undo().Undo();
     EXPECT_EQ(rows(), "OLD1 OLD2  OLD4 ");
