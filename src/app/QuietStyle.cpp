@@ -1,8 +1,10 @@
 #include "app/QuietStyle.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QIcon>
 #include <QPainter>
+#include <QPushButton>
 #include <QStyleFactory>
 #include <QStyleOption>
 #include <algorithm>
@@ -26,6 +28,7 @@ constexpr double kOutlineDarker = 1.4;
 constexpr int kItemMargin = 4;
 constexpr int kItemHeightMore = 4;
 constexpr double kCorner = 2.5;
+constexpr double kButtonRing = 3.5; ///< From the edge of a button to its focus ring.
 constexpr int kBoxIconSides[] = {32, 48, 64, 128};
 
 const SLines& LinesOf(const QPalette& palette) {
@@ -107,15 +110,26 @@ QIcon BoxIcon(QRgb colour, QChar mark) {
     return icon;
 }
 
-/// Where the keyboard is.
-void DrawFocus(const QStyleOption& option, QPainter& painter) {
+void DrawRing(const QRectF& place, const QColor& colour, QPainter& painter) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(option.palette.color(option.state.testFlag(QStyle::State_Selected) ? QPalette::HighlightedText
-                                                                                      : QPalette::Link));
+    painter.setPen(colour);
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), kCorner, kCorner);
+    painter.drawRoundedRect(place, kCorner, kCorner);
     painter.restore();
+}
+
+/// Where the keyboard is.
+void DrawFocus(const QStyleOption& option, QPainter& painter) {
+    const bool selected = option.state.testFlag(QStyle::State_Selected);
+    DrawRing(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5),
+             option.palette.color(selected ? QPalette::HighlightedText : QPalette::Link), painter);
+}
+
+/// The same for a button: inside its outline, which tells whether it is the default one.
+void DrawButtonFocus(const QStyleOption& option, QPainter& painter) {
+    DrawRing(QRectF(option.rect).adjusted(kButtonRing, kButtonRing, -kButtonRing, -kButtonRing),
+             option.palette.color(QPalette::ButtonText), painter);
 }
 
 } // namespace
@@ -156,6 +170,11 @@ QSize CQuietStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
 
 void CQuietStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const {
+    if (element == CE_PushButton) {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        if (option->state.testFlag(State_HasFocus)) DrawButtonFocus(*option, *painter);
+        return;
+    }
     const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
     if (element != CE_MenuItem || item == nullptr || item->menuItemType != QStyleOptionMenuItem::Separator ||
         !item->text.isEmpty())
@@ -186,10 +205,12 @@ void CQuietStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
     case PE_IndicatorRadioButton:
         return DrawChoice(*option, element == PE_IndicatorRadioButton, *painter);
     case PE_FrameFocusRect:
-        return DrawFocus(*option, *painter);
+        if (!qobject_cast<const QPushButton*>(widget)) DrawFocus(*option, *painter);
+        return;
     case PE_PanelButtonCommand:
         if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
-            const auto outlined = WithOutline(*button, OutlineColor(*option));
+            auto outlined = WithOutline(*button, OutlineColor(*option));
+            if (qobject_cast<const QPushButton*>(widget)) outlined.state &= ~State_HasFocus;
             return QProxyStyle::drawPrimitive(element, &outlined, painter, widget);
         }
         if (const auto* tool = qstyleoption_cast<const QStyleOptionToolButton*>(option)) {
@@ -210,6 +231,8 @@ void CQuietStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
     case PE_Frame:
         if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option)) {
             const bool line = element == PE_FrameLineEdit;
+            if (!line && option->state.testFlag(State_HasFocus) && qobject_cast<const QAbstractScrollArea*>(widget))
+                return DrawFocus(*option, *painter);
             const auto outlined =
                 WithOutline(*frame, line ? OutlineColor(*option) : QColor::fromRgb(LinesOf(option->palette).frame));
             return QProxyStyle::drawPrimitive(element, &outlined, painter, widget);

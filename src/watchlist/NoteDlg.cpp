@@ -5,9 +5,11 @@
 #include "watchlist/WatchlistDoc.h"
 
 #include <QDialogButtonBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace vx {
@@ -31,7 +33,7 @@ CNoteDlg::CNoteDlg(CWatchlistDoc& doc, QWidget* parent) : QDialog(parent), m_doc
     rule->setForegroundRole(QPalette::PlaceholderText);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    QPushButton* clear = buttons->addButton(tr("C&lear"), QDialogButtonBox::ResetRole);
+    auto* clear = new QPushButton(tr("C&lear")); // In the box it would keep Tab from the other two.
     clear->setObjectName(QStringLiteral("clearNote"));
     clear->setAutoDefault(false);
     connect(clear, &QPushButton::clicked, this, [this] {
@@ -49,7 +51,16 @@ CNoteDlg::CNoteDlg(CWatchlistDoc& doc, QWidget* parent) : QDialog(parent), m_doc
     layout->addWidget(label);
     layout->addWidget(m_text, 1);
     layout->addWidget(rule);
-    layout->addWidget(buttons);
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(buttons, 1);
+    bottom->insertWidget(0, clear); // At the left, and last for Tab.
+    layout->addLayout(bottom);
+
+    // In the text Enter begins a line.
+    QPushButton* ok = buttons->button(QDialogButtonBox::Ok);
+    ok->setToolTip(tr("Keep the note (Ctrl+Enter)"));
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
+        connect(new QShortcut(Qt::CTRL | key, this), &QShortcut::activated, this, &CNoteDlg::accept);
 }
 
 std::string CNoteDlg::RowName() const {

@@ -114,6 +114,22 @@ TEST_F(CDialogsTest, ANoteLosesItsSeparatorsKeepsItsLinesAndIsUndone) {
     EXPECT_EQ(doc.Notes().Get(1), "buy 100 then\r\nsell");
 }
 
+TEST_F(CDialogsTest, CtrlEnterKeepsANote) {
+    CWatchlistDoc& doc = Board({"IBM"}).Document();
+    InDialog(ECommand::EditNote, [](QDialog& dialog) {
+        auto& text = In<QPlainTextEdit>(dialog, "noteText");
+        dialog.activateWindow();
+        QApplication::processEvents();
+        QTest::keyClicks(&text, QStringLiteral("buy"));
+        QTest::keyClick(&text, Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible());
+        QTest::keyClicks(&text, QStringLiteral("now"));
+        QTest::keyClick(&text, Qt::Key_Return, Qt::ControlModifier);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_EQ(doc.Notes().Get(1), "buy\r\nnow");
+}
+
 TEST_F(CDialogsTest, OnlyWhatWasTouchedIsFormatted) {
     CMainFrame& frame = Board({"IBM", "MSFT", "GE"});
     CCellFormatStore& formats = frame.Document().Formats();
