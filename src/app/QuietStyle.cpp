@@ -1,7 +1,10 @@
 #include "app/QuietStyle.h"
 
+#include "app/DialogFit.h"
+
 #include <QAbstractScrollArea>
 #include <QApplication>
+#include <QDialog>
 #include <QIcon>
 #include <QPainter>
 #include <QPushButton>
@@ -135,6 +138,12 @@ void DrawButtonFocus(const QStyleOption& option, QPainter& painter) {
 } // namespace
 
 CQuietStyle::CQuietStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+void CQuietStyle::polish(QWidget* widget) {
+    QProxyStyle::polish(widget);
+    auto* dialog = qobject_cast<QDialog*>(widget);
+    if (dialog && !dialog->findChild<CDialogFit*>(QString(), Qt::FindDirectChildrenOnly)) new CDialogFit(*dialog);
+}
 
 int CQuietStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                            QStyleHintReturn* returned) const {

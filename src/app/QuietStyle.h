@@ -7,13 +7,15 @@ namespace vx {
 /// The style of all widgets but the grid: that of the toolkit, quieter in small things and with outlines that can be
 /// seen. Dialog buttons have no pictures, since their words say enough; disabled texts have no shadow, which blurs them
 /// in the dark; what can be checked, pressed or typed into has an outline of at least 3:1 in both themes; message boxes
-/// have plain signs.
+/// have plain signs. Dialogs fit on their screen.
 ///
 /// Thread  GUI thread only
 class CQuietStyle : public QProxyStyle {
 public:
     CQuietStyle();
 
+    using QProxyStyle::polish;
+    void polish(QWidget* widget) override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* returned) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;

@@ -53,8 +53,8 @@ CNoteDlg::CNoteDlg(CWatchlistDoc& doc, QWidget* parent) : QDialog(parent), m_doc
     layout->addWidget(rule);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(buttons, 1);
-    bottom->insertWidget(0, clear); // At the left, and last for Tab.
     layout->addLayout(bottom);
+    bottom->insertWidget(0, clear); // At the left, and for Tab behind the others, which are there already.
 
     // In the text Enter begins a line.
     QPushButton* ok = buttons->button(QDialogButtonBox::Ok);

@@ -4,6 +4,8 @@
 
 #include "app/FileDesk.h"
 #include "support/Desktop.h"
+#include "support/DialogWalk.h"
+#include "support/Dialogs.h"
 #include "support/Gui.h"
 #include "support/MessageBoxes.h"
 
@@ -17,6 +19,8 @@ using namespace vx;
 using namespace vx::test;
 
 namespace {
+
+constexpr QRect kScreen(0, 0, 1600, 1000);
 
 std::string NameOf(std::string text) {
     for (char& c : text)
@@ -153,14 +157,31 @@ protected:
 } // namespace
 
 TEST_P(CScaledWindowTest, EveryEdgeIsOnTheScreenHoweverLargeTheWindowWas) {
-    const QRect screen(0, 0, 1600, 1000);
     for (const char* window : {"140;66;1320;800;FALSE;FALSE;", "900;600;1320;800;FALSE;FALSE;",
                                "-300;-200;700;500;FALSE;FALSE;", "0;0;4000;3000;FALSE;FALSE;"}) {
         CMainFrame& frame = Started({List("Large.vxw", window)});
         const QRect whole = desktop->Whole(frame);
-        EXPECT_EQ(whole & screen, whole) << window << " at " << whole.x() << " " << whole.y() << " " << whole.width()
+        EXPECT_EQ(whole & kScreen, whole) << window << " at " << whole.x() << " " << whole.y() << " " << whole.width()
                                          << "x" << whole.height();
         EXPECT_TRUE(frame.rect().contains(frame.statusBar()->geometry())) << window;
+    }
+}
+
+TEST_P(CScaledWindowTest, EveryDialogFitsOnTheScreenAndIsUsedByKeyboard) {
+    CMainFrame& frame = Started();
+    frame.Document().EnterSymbol(1, "IBM");
+    for (const char* command : {"EditNote", "ColumnInsert", "FormatCells", "FormatGrid", "SortDialog", "FileExport",
+                                "AlertNew", "AlertsEdit", "SymbolSearch", "About"}) {
+        bool seen = false;
+        WhenOpen<QDialog>([&](QDialog& dialog) {
+            EXPECT_TRUE(WaitFor([&] { return dialog.isActiveWindow() && dialog.windowHandle()->isExposed(); }));
+            EXPECT_TRUE(WaitFor([&] { return kScreen.contains(desktop->Whole(dialog)); })) << command;
+            EXPECT_THAT(CDialogWalk(dialog).Faults(), testing::IsEmpty()) << command;
+            dialog.reject();
+            seen = true;
+        });
+        Do(command);
+        EXPECT_TRUE(WaitFor([&] { return seen; })) << command;
     }
 }
 

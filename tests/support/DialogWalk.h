@@ -1,9 +1,8 @@
 #pragma once
 
-#include <QAbstractScrollArea>
+#include <QAbstractItemView>
 #include <QAbstractSpinBox>
 #include <QApplication>
-#include <QButtonGroup>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QImage>
@@ -13,6 +12,7 @@
 #include <QRadioButton>
 #include <QtTest/QTest>
 
+#include <algorithm>
 #include <set>
 #include <string>
 #include <vector>
@@ -30,6 +30,7 @@ public:
 
 private:
     static constexpr int kMostStops = 100;
+    static constexpr int kSeenPx = 40; ///< At least, of a large control in an area that scrolls.
 
     void Walk() {
         m_window.activateWindow();
@@ -55,8 +56,11 @@ private:
     QImage Picture() { return m_window.grab().toImage(); }
 
     void LookAtStop(QWidget& stop, const QImage& before) {
-        const QRect place(stop.mapTo(&m_window, QPoint()), stop.size());
-        if (!m_window.rect().contains(place) || !stop.isVisible()) Say(Name(stop) + " is out of sight");
+        const QRect seen = stop.visibleRegion().boundingRect();
+        if (seen.height() < std::min(stop.height(), kSeenPx) || seen.width() < std::min(stop.width(), kSeenPx))
+            Say(Name(stop) + " is out of sight");
+        const double scale = before.devicePixelRatio();
+        const QRect place(stop.mapTo(&m_window, seen.topLeft()) * scale, seen.size() * scale);
         if (Picture().copy(place) == before.copy(place)) Say(Name(stop) + " does not show that it has the keyboard");
     }
 
