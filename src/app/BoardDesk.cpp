@@ -25,7 +25,6 @@ CBoardDesk::CBoardDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame)
     new CClipboardCommands(seat);
     new CGridMenus(seat, *columns);
     new COrderCommands(seat);
-    commands.Bind(ECommand::About, [this] { m_frame.ShowAbout(); });
 
     CWatchlistView& view = frame.View();
     commands.SetBefore([&view] { view.Grid().EndEdit(true); });

@@ -16,7 +16,8 @@ namespace {
 using enum ECommand;
 
 const std::vector<ECommand> kEdit = {EditCut, EditCopy, EditPaste, EditDelete};
-const std::vector<ECommand> kRows = {RowInsert, RowDelete, RowHide, RowShow, RowMoveUp, RowMoveDown};
+const std::vector<ECommand> kRows = {RowInsert, RowDelete,   RowHide,        RowShow,
+                                     RowMoveUp, RowMoveDown, RowMoveGroupUp, RowMoveGroupDown};
 const std::vector<ECommand> kColumns = {ColumnInsert,   ColumnDelete,    ColumnHide, ColumnFit,
                                         ColumnMoveLeft, ColumnMoveRight, ColumnLock, ColumnUnlock};
 const std::vector<ECommand> kSymbol = {AlertNew, AlertsEdit, Headlines, TimeAndSales};

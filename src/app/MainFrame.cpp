@@ -10,6 +10,7 @@
 #include "app/FormatDesk.h"
 #include "app/FramePlacement.h"
 #include "app/FramePlacer.h"
+#include "app/HelpDesk.h"
 #include "app/LinkDesk.h"
 #include "app/MainMenus.h"
 #include "app/MarketDesk.h"
@@ -105,6 +106,7 @@ void CMainFrame::MakeDesks() {
     new CFormatDesk(*this, *m_commands);
     new CLinkDesk(*this, *m_commands);
     m_restart = new CRestartDesk(*this, *m_commands);
+    new CHelpDesk(*this, *m_commands);
     m_windows = new CWindowDesk(*this, *m_commands);
     m_commands->Refresh();
 }

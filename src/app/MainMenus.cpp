@@ -71,7 +71,9 @@ const std::vector<SMenuLine>& MenuTable() {
           kLine,
           {"&Theme", CMainMenus::kTheme}}},
         {"&Watchlist",
-         {{"&Rows", {RowInsert, RowDelete, kLine, RowHide, RowShow, kLine, RowMoveUp, RowMoveDown}},
+         {{"&Rows",
+           {RowInsert, RowDelete, kLine, RowHide, RowShow, kLine, RowMoveUp, RowMoveDown, kLine, RowMoveGroupUp,
+            RowMoveGroupDown}},
           {"&Columns",
            {ColumnInsert, ColumnDelete, kLine, ColumnHide, ColumnShow, ColumnFit, kLine, ColumnMoveLeft,
             ColumnMoveRight, kLine, ColumnLock, ColumnUnlock, kLine, ColumnDefault}},
@@ -91,7 +93,7 @@ const std::vector<SMenuLine>& MenuTable() {
          {LinkSnapQuote, LinkChart, LinkTimeAndSales, LinkNews, LinkWatchlist, LinkOptionChains, LinkMarketDepth,
           LinkMarketScans}},
         {"Wi&ndow", {AlwaysOnTop}},
-        {"&Help", {About}}};
+        {"&Help", {HelpGuide, HelpKeys, kLine, About}}};
     return kMenus;
 }
 

@@ -30,6 +30,7 @@ constexpr double kOutlineDarker = 1.4;
 
 constexpr int kItemMargin = 4;
 constexpr int kItemHeightMore = 4;
+constexpr int kButtonWidthMore = 8;
 constexpr double kCorner = 2.5;
 constexpr double kButtonRing = 3.5; ///< From the edge of a button to its focus ring.
 constexpr int kBoxIconSides[] = {32, 48, 64, 128};
@@ -174,6 +175,7 @@ QIcon CQuietStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
 QSize CQuietStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                                     const QWidget* widget) const {
     const QSize needed = QProxyStyle::sizeFromContents(type, option, size, widget);
+    if (type == CT_PushButton) return needed + QSize(kButtonWidthMore, 0); // The ring stands off its text.
     return type == CT_ItemViewItem ? needed + QSize(0, kItemHeightMore) : needed;
 }
 
@@ -213,6 +215,15 @@ void CQuietStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
     case PE_IndicatorCheckBox:
     case PE_IndicatorRadioButton:
         return DrawChoice(*option, element == PE_IndicatorRadioButton, *painter);
+    case PE_IndicatorHeaderArrow:
+        if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option)) {
+            // Rising values as a triangle that rises, as on the board; the toolkit's point the other way.
+            QStyleOptionHeader turned(*header);
+            turned.sortIndicator = header->sortIndicator == QStyleOptionHeader::SortUp ? QStyleOptionHeader::SortDown
+                                                                                       : QStyleOptionHeader::SortUp;
+            return QProxyStyle::drawPrimitive(element, &turned, painter, widget);
+        }
+        break;
     case PE_FrameFocusRect:
         if (!qobject_cast<const QPushButton*>(widget)) DrawFocus(*option, *painter);
         return;

@@ -1,6 +1,7 @@
 #include "app/RowCommands.h"
 
 #include "base/MessageBox.h"
+#include "watchlist/RowGroup.h"
 #include "watchlist/SortCommands.h"
 #include "watchlist/UndoStep.h"
 #include "watchlist/WatchlistDoc.h"
@@ -30,6 +31,13 @@ CRowCommands::CRowCommands(const SBoardSeat& seat) : CBoardCommands(seat) {
     commands.Bind(
         ECommand::RowMoveDown, [this] { MoveBy(1); },
         [this](SCommandState& state) { state.enabled = Neighbour(Region().range.lastRow, 1) > 0; });
+    const auto bindGroup = [&](ECommand command, int step) {
+        commands.Bind(
+            command, [this, step] { MoveGroup(step); },
+            [this, step](SCommandState& state) { state.enabled = GroupBeside(step).first > 0; });
+    };
+    bindGroup(ECommand::RowMoveGroupUp, -1);
+    bindGroup(ECommand::RowMoveGroupDown, 1);
     connect(&Grid(), &CGridCtrl::RowsDragged, this, &CRowCommands::MoveBefore);
 }
 
@@ -93,6 +101,24 @@ void CRowCommands::MoveBy(int step) {
     const SGridRange range = Region().range;
     const int beside = Neighbour(step < 0 ? range.firstRow : range.lastRow, step);
     if (beside > 0) MoveBefore(range.firstRow, range.lastRow, step < 0 ? beside : beside + 1);
+}
+
+// The group before or behind that of the focus.
+SRowGroup CRowCommands::GroupBeside(int step) const {
+    const SRowGroup own = GroupOf(Doc(), Grid().FocusCell().row);
+    return own.first > 0 ? GroupOf(Doc(), step < 0 ? own.first - 1 : own.last + 1) : own;
+}
+
+void CRowCommands::MoveGroup(int step) {
+    const SGridCell focus = Grid().FocusCell();
+    const SRowGroup own = GroupOf(Doc(), focus.row);
+    const SRowGroup beside = GroupBeside(step);
+    if (beside.first < 1) return;
+    const int down = step < 0 ? SwapGroups(Doc(), beside, own) : SwapGroups(Doc(), own, beside);
+    Doc().RebuildGrid(); // The last used row may be another.
+    const int row = std::min(focus.row, own.lastFilled) + (step < 0 ? beside.first - own.first : down);
+    Grid().SetFocusCell(row, focus.column);
+    Grid().EnsureVisible(row, focus.column);
 }
 
 void CRowCommands::MoveBefore(int first, int last, int before) {

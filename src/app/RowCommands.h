@@ -4,6 +4,8 @@
 
 namespace vx {
 
+struct SRowGroup;
+
 /// Inserts, deletes, hides and moves rows; the selection goes along with what it held.
 ///
 /// Thread  GUI thread only
@@ -23,6 +25,8 @@ private:
     void ShowHidden();
     int Neighbour(int row, int step) const;
     void MoveBy(int step);
+    SRowGroup GroupBeside(int step) const;
+    void MoveGroup(int step);
     void MoveBefore(int first, int last, int before);
 };
 

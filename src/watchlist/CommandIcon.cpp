@@ -15,16 +15,19 @@ namespace {
 /// Draws a picture when, and as large as, it is needed; none is drawn at the start of the program.
 class CCommandIconEngine final : public QIconEngine {
 public:
-    CCommandIconEngine(QString name, QByteArray svg) : m_name(std::move(name)), m_svg(std::move(svg)) {}
+    /// svgOff: of a command that can be checked and is not; empty for the same.
+    CCommandIconEngine(QString name, QByteArray svg, QByteArray svgOff)
+        : m_name(std::move(name)), m_svg(std::move(svg)), m_svgOff(std::move(svgOff)) {}
 
-    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
-        QSvgRenderer renderer(Coloured(mode));
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+        QSvgRenderer renderer(Coloured(mode, state));
         renderer.render(painter, rect);
     }
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        const QString key = QStringLiteral("command-%1-%2x%3-%4")
+        const QString key = QStringLiteral("command-%1-%2-%3x%4-%5")
                                 .arg(m_name)
+                                .arg(state)
                                 .arg(size.width())
                                 .arg(size.height())
                                 .arg(Colour(mode).rgba());
@@ -45,22 +48,28 @@ private:
         const QPalette::ColorGroup group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Normal;
         return QGuiApplication::palette().color(group, QPalette::ButtonText);
     }
-    QByteArray Coloured(QIcon::Mode mode) const {
-        QByteArray svg = m_svg;
+    QByteArray Coloured(QIcon::Mode mode, QIcon::State state) const {
+        QByteArray svg = state == QIcon::Off && !m_svgOff.isEmpty() ? m_svgOff : m_svg;
         return svg.replace("#000000", Colour(mode).name().toLatin1());
     }
 
     QString m_name;
     QByteArray m_svg;
+    QByteArray m_svgOff;
 };
+
+QByteArray ReadPicture(const QString& name) {
+    QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 } // namespace
 
 QIcon CommandIcon(const char* name) {
     const QString plainName = QString::fromLatin1(name);
-    QFile file(QStringLiteral(":/icons/%1.svg").arg(plainName));
-    if (!file.open(QIODevice::ReadOnly)) return {};
-    return QIcon(new CCommandIconEngine(plainName, file.readAll()));
+    const QByteArray svg = ReadPicture(plainName);
+    if (svg.isEmpty()) return {};
+    return QIcon(new CCommandIconEngine(plainName, svg, ReadPicture(plainName + QStringLiteral("-off"))));
 }
 
 } // namespace vx

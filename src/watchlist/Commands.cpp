@@ -72,6 +72,13 @@ CCommands::CCommands(QWidget& window) : QObject(&window), m_soon(new QTimer(this
     ApplyIcons();
 }
 
+QString CCommands::Name(ECommand command) {
+    const QString name = PlainText(kRows[static_cast<size_t>(command)].text);
+    return name.section(QLatin1Char('\t'), 0, 0).remove(QStringLiteral("..."));
+}
+
+QString CCommands::Tip(ECommand command) { return TipOf(kRows[static_cast<size_t>(command)]); }
+
 void CCommands::Bind(ECommand command, Handler handler, Update update) {
     SEntry& entry = m_entries[static_cast<size_t>(command)];
     entry.handler = std::move(handler);

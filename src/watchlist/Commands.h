@@ -47,6 +47,10 @@ public:
     void Bind(ECommand command, Handler handler, Update update = {});
     /// What is done before any command is carried out, such as taking over what is being typed.
     void SetBefore(Handler before) { m_before = std::move(before); }
+    /// What the table says of a command, whatever its action shows at the moment: its name, without a mark for an
+    /// access key, and its tip.
+    static QString Name(ECommand command);
+    static QString Tip(ECommand command);
     QAction& Action(ECommand command) const { return *m_entries[static_cast<size_t>(command)].action; }
 
     /// Asks every update how its command looks now.

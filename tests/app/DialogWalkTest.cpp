@@ -108,6 +108,8 @@ TEST_F(CDialogWalkTest, DialogsOfFilesAndOfTheProgram) {
     CRecoveryDlg recovery(std::move(found), frame);
     recovery.show();
     Look(recovery, "recoveryDialog");
+    LookAtWindow(ECommand::HelpGuide, "guide");
+    LookAtWindow(ECommand::HelpKeys, "keysWindow");
 }
 
 TEST_F(CDialogWalkTest, DialogsOfAlertsAndWindowsBesideTheBoard) {

@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTextBrowser>
 #include <QtTest/QTest>
 
 #include <algorithm>
@@ -41,9 +42,7 @@ private:
         do {
             m_stops.insert(at);
             const QImage before = Picture();
-            QTest::keyClick(at, Qt::Key_Tab);
-            QApplication::processEvents();
-            QWidget* const next = m_window.focusWidget();
+            QWidget* const next = Leave(*at);
             if (next == at) return m_stops.size() == 1 ? LookAtControls() : Say("Tab stays in " + Name(*at));
             LookAtStop(*next, before);
             at = next;
@@ -51,6 +50,16 @@ private:
         if (at != first) Say("Tab does not come back to " + Name(*first));
         LookAtControls();
         LookAtAccessKeys();
+    }
+
+    // The stop behind one; of a text with links each link comes first.
+    QWidget* Leave(QWidget& stop) {
+        int more = qobject_cast<QTextBrowser*>(&stop) ? kMostStops : 0;
+        do {
+            QTest::keyClick(&stop, Qt::Key_Tab);
+            QApplication::processEvents();
+        } while (m_window.focusWidget() == &stop && more-- > 0);
+        return m_window.focusWidget();
     }
 
     QImage Picture() { return m_window.grab().toImage(); }
