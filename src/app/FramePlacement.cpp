@@ -85,7 +85,8 @@ SPlacement WithCommandLineEdges(SPlacement placement, const CNorvCommandLineInfo
     return placement;
 }
 
-// Where a pixel is several on the screen, edges and margins are rounded: one pixel less on each side is inside for sure.
+// Where a pixel is several on the screen, edges and margins are rounded: one pixel less on each side is inside for
+// sure.
 std::vector<SScreenArea> ScreenAreas() {
     std::vector<SScreenArea> out;
     for (const QScreen* screen : QGuiApplication::screens()) {

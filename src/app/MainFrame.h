@@ -128,7 +128,7 @@ private:
     std::string m_waitingText;  ///< The notice of symbols that were refused for the limit.
     CFeedHealth m_health;
     CStatusPanes* m_panes;
-    CFramePlacer* m_placer = nullptr; ///< A child.
+    CFramePlacer* m_placer = nullptr;   ///< A child.
     std::optional<SPlacement> m_stored; ///< The place of the last run, while this run has given it no other one.
     std::unique_ptr<CWatchlistDoc> m_doc;
     CWatchlistView* m_view = nullptr;

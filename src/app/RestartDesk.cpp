@@ -106,7 +106,7 @@ QStringList CRestartDesk::Arguments() const {
     const auto add = [&](const char* option, const QString& value) {
         if (!value.isEmpty()) out << QString::fromLatin1(option) << value;
     };
-    if (!file.isEmpty()) out << file;
+    if (!file.isEmpty()) out << file << QStringLiteral("--new-window"); // The old one has it still.
     if (modified) add("--resume", QFile::decodeName(m_frame.Recovery().KeptFile().c_str()));
     if (!modified && given.starter) out << QStringLiteral("--starter");
     // What was placed is in the rows, unless nothing else is and no file has it.

@@ -182,7 +182,8 @@ void CSymbolSearchDlg::GoOn(bool nothing) {
     const bool waits = (keyboard == m_text && m_text->text() == m_searched) || keyboard == m_search ||
                        keyboard == m_stop || keyboard == nullptr;
     if (nothing) {
-        m_other->setText(m_byDescription->isChecked() ? tr("Search Symbols &Instead") : tr("Search Descriptions &Instead"));
+        m_other->setText(m_byDescription->isChecked() ? tr("Search Symbols &Instead")
+                                                      : tr("Search Descriptions &Instead"));
         m_other->show();
     }
     if (!waits) return;

@@ -78,7 +78,7 @@ private:
     QLabel* m_state;
     QTimer m_timer;
     EState m_searching = EState::Idle;
-    QString m_searched; ///< The text that was searched for.
+    QString m_searched;   ///< The text that was searched for.
     int m_generation = 0; ///< Of the results that the list shows.
     std::string m_chosen;
     std::vector<std::string> m_allChosen;

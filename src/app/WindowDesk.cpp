@@ -107,9 +107,8 @@ void CWindowDesk::OpenStored() {
     running.push_back({0, CNorvCommandLineInfo(*WorkspaceArguments(WorkspaceText(Describe())))});
     const SOpenedWorkspace opened = OpenWorkspace(CRegistry::CurrentUser(), running, StartWindow);
     if (opened.IsWhole())
-        return m_frame.Say(opened.started == 0
-                       ? std::string("All windows of the workspace are open.")
-                       : fmt::format("Windows opened: {}", opened.started));
+        return m_frame.Say(opened.started == 0 ? std::string("All windows of the workspace are open.")
+                                               : fmt::format("Windows opened: {}", opened.started));
     ShowMessageBox({WorkspaceProblems(opened), kProgramName, EBoxButtons::Ok,
                     opened.stored == 0 ? EBoxIcon::Information : EBoxIcon::Exclamation});
 }

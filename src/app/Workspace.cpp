@@ -116,7 +116,8 @@ SOpenedWorkspace OpenWorkspace(CRegistry& registry, std::vector<SRunningWindow> 
         const CNorvCommandLineInfo wanted(arguments.value_or(std::vector<std::string>{}));
         std::error_code ignored;
         if (!arguments)
-            out.problems.push_back(fmt::format("What is stored as \"{}\" starts no window.", WorkspaceValueName(number)));
+            out.problems.push_back(
+                fmt::format("What is stored as \"{}\" starts no window.", WorkspaceValueName(number)));
         else if (TakeOpen(running, wanted))
             ++out.open;
         else if (!wanted.file.empty() && !std::filesystem::exists(wanted.file, ignored))
@@ -130,8 +131,7 @@ SOpenedWorkspace OpenWorkspace(CRegistry& registry, std::vector<SRunningWindow> 
 }
 
 std::string WorkspaceProblems(const SOpenedWorkspace& opened) {
-    if (opened.stored == 0)
-        return "No workspace is stored. File > Save Workspace notes the windows that are open.";
+    if (opened.stored == 0) return "No workspace is stored. File > Save Workspace notes the windows that are open.";
     std::string text = "Not every window of the workspace could be opened:\n";
     for (const std::string& problem : opened.problems) text += "\n" + problem;
     return text;

@@ -59,8 +59,8 @@ int SaveWorkspace() {
 // Starts the windows of the workspace that are not open. Returns the exit code.
 int OpenWorkspace(int& argc, char** argv) {
     const QCoreApplication app(argc, argv); // Its folder is where the program is looked for.
-    const vx::SOpenedWorkspace opened =
-        vx::OpenWorkspace(vx::CRegistry::CurrentUser(), vx::RunningWindows(vx::UserRuntimeFolder(), 0), vx::StartWindow);
+    const vx::SOpenedWorkspace opened = vx::OpenWorkspace(
+        vx::CRegistry::CurrentUser(), vx::RunningWindows(vx::UserRuntimeFolder(), 0), vx::StartWindow);
     if (opened.IsWhole()) return 0;
     const QString text = vx::QtText(vx::WorkspaceProblems(opened));
     std::fprintf(stderr, "zantrel-watchlist: %s\n", text.toLocal8Bit().constData());

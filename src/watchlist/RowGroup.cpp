@@ -1,5 +1,6 @@
 #include "watchlist/RowGroup.h"
 
+#include "watchlist/RowStores.h"
 #include "watchlist/UndoStep.h"
 #include "watchlist/WatchlistDoc.h"
 

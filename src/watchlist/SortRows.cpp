@@ -1,8 +1,8 @@
 #include "watchlist/SortRows.h"
 
 #include "watchlist/RowCellText.h"
+#include "watchlist/RowGroup.h"
 #include "watchlist/RowOrder.h"
-#include "watchlist/RowStores.h"
 #include "watchlist/WatchlistDoc.h"
 
 #include <algorithm>
@@ -20,10 +20,6 @@ struct SSymbolRows {
     std::vector<int> rows;
     std::vector<size_t> blockEnds;
 };
-
-bool IsHeading(const CWatchlistDoc& doc, int row) {
-    return doc.Annotations().Has(row) && doc.InvalidSymbols().SymbolAt(static_cast<uint32_t>(row)).empty();
-}
 
 SSymbolRows SymbolRows(const CWatchlistDoc& doc, int firstRow, int lastRow) {
     SSymbolRows out;

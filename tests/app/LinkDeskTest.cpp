@@ -239,18 +239,22 @@ TEST_F(CLinkDeskTest, TheWorkspaceIsOpenedWithoutAShellButForWhatIsOpenOrGone) {
     Store(1, WorkspaceText(window));
     Store(2, "zantrel-watchlist \"" + At("Link.vxw") + "\" -max");
     Store(3, "zantrel-watchlist \"" + At("There.vxw") + "\" -max");
-    EXPECT_EQ(StartedBy("OpenWorkspace"), "zantrel-watchlist|--new-window|" + odd.substr(odd.rfind('/') + 1) + "|-max|");
+    EXPECT_EQ(StartedBy("OpenWorkspace"),
+              "zantrel-watchlist|--new-window|" + odd.substr(odd.rfind('/') + 1) + "|-max|");
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 
     Store(1, "zantrel-watchlist \"" + At("Gone.vxw") + "\" -max");
     Store(4, "zantrel-watchlist \"half");
     Store(10, "zantrel-watchlist -symbol \"ibm,ge\" -top 1 -bottom 2 -left 3 -right 4");
-    EXPECT_EQ(StartedBy("OpenWorkspace"),
+    std::filesystem::remove(At("started"));
+    Do("OpenWorkspace");
+    ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(At("started")); }));
+    EXPECT_EQ(ReadFile(At("started")),
               "zantrel-watchlist|--new-window|-symbol|ibm,ge|-top|1|-bottom|2|-left|3|-right|4|");
-    EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Not every window of the workspace could be opened:\n\n\"" +
-                                               At("Gone.vxw") +
-                                               "\" is no longer there.\nWhat is stored as \"zantrel-watchlist 4\" starts "
-                                               "no window."));
+    EXPECT_THAT(boxes.TakeTexts(),
+                ElementsAre("Not every window of the workspace could be opened:\n\n\"" + At("Gone.vxw") +
+                            "\" is no longer there.\nWhat is stored as \"zantrel-watchlist 4\" starts "
+                            "no window."));
 }
 
 TEST_F(CLinkDeskTest, AFileThatAnotherWindowHasIsShownThere) {

@@ -76,7 +76,7 @@ TEST_F(CRestartDeskTest, AnUnmodifiedListIsOpenedAsItWas) {
     EXPECT_EQ(StartedByRestart(), "zantrel-watchlist|-symbol|IBM,Z\xC3\x9CRN|-type|t|--theme|dark|");
     WriteFile(At("Banks.vxw"), "Columns=Symbol:1000;\r\nSymbols=MSFT:1,;\r\n");
     ASSERT_TRUE(EndedFrame().Files().Open(At("Banks.vxw")));
-    EXPECT_EQ(StartedByRestart(), "zantrel-watchlist|Banks.vxw|");
+    EXPECT_EQ(StartedByRestart(), "zantrel-watchlist|Banks.vxw|--new-window|");
 }
 
 TEST_F(CRestartDeskTest, TheProgramStaysWhenItCannotBeStartedOrChangesCannotBeKept) {

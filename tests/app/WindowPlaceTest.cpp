@@ -161,8 +161,8 @@ TEST_P(CScaledWindowTest, EveryEdgeIsOnTheScreenHoweverLargeTheWindowWas) {
                                "-300;-200;700;500;FALSE;FALSE;", "0;0;4000;3000;FALSE;FALSE;"}) {
         CMainFrame& frame = Started({List("Large.vxw", window)});
         const QRect whole = desktop->Whole(frame);
-        EXPECT_EQ(whole & kScreen, whole) << window << " at " << whole.x() << " " << whole.y() << " " << whole.width()
-                                         << "x" << whole.height();
+        EXPECT_EQ(whole & kScreen, whole)
+            << window << " at " << whole.x() << " " << whole.y() << " " << whole.width() << "x" << whole.height();
         EXPECT_TRUE(frame.rect().contains(frame.statusBar()->geometry())) << window;
     }
 }

@@ -93,8 +93,8 @@ void CDesktop::Start(const std::vector<std::string>& command) {
 void CDesktop::AwaitWindowManager() {
     const uint32_t probe = xcb_generate_id(m_connection);
     const uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, probe, m_root, 0, 0, 50, 50, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
+    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, probe, m_root, 0, 0, 50, 50, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
     bool managed = false;
     for (int tries = kStartMs / kProbeMs; !managed && tries > 0; --tries) {
         xcb_unmap_window(m_connection, probe);
@@ -111,7 +111,8 @@ void CDesktop::AwaitWindowManager() {
 
 uint32_t CDesktop::Atom(const char* name) const {
     const auto reply = Owned(xcb_intern_atom_reply(
-        m_connection, xcb_intern_atom(m_connection, 0, static_cast<uint16_t>(std::string(name).size()), name), nullptr));
+        m_connection, xcb_intern_atom(m_connection, 0, static_cast<uint16_t>(std::string(name).size()), name),
+        nullptr));
     return reply ? reply->atom : 0;
 }
 
