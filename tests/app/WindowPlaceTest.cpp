@@ -15,6 +15,8 @@
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 using namespace vx;
 using namespace vx::test;
 
@@ -170,18 +172,29 @@ TEST_P(CScaledWindowTest, EveryEdgeIsOnTheScreenHoweverLargeTheWindowWas) {
 TEST_P(CScaledWindowTest, EveryDialogFitsOnTheScreenAndIsUsedByKeyboard) {
     CMainFrame& frame = Started();
     frame.Document().EnterSymbol(1, "IBM");
+    const auto look = [&](QDialog& dialog, const char* command) {
+        EXPECT_TRUE(WaitFor([&] { return dialog.isActiveWindow() && dialog.windowHandle()->isExposed(); })) << command;
+        EXPECT_TRUE(WaitFor([&] { return kScreen.contains(desktop->Whole(dialog)); })) << command;
+        EXPECT_THAT(CDialogWalk(dialog).Faults(), testing::IsEmpty()) << command;
+        dialog.reject();
+    };
     for (const char* command : {"EditNote", "ColumnInsert", "FormatCells", "FormatGrid", "SortDialog", "FileExport",
                                 "AlertNew", "AlertsEdit", "SymbolSearch", "About"}) {
         bool seen = false;
         WhenOpen<QDialog>([&](QDialog& dialog) {
-            EXPECT_TRUE(WaitFor([&] { return dialog.isActiveWindow() && dialog.windowHandle()->isExposed(); }));
-            EXPECT_TRUE(WaitFor([&] { return kScreen.contains(desktop->Whole(dialog)); })) << command;
-            EXPECT_THAT(CDialogWalk(dialog).Faults(), testing::IsEmpty()) << command;
-            dialog.reject();
+            look(dialog, command);
             seen = true;
         });
         Do(command);
         EXPECT_TRUE(WaitFor([&] { return seen; })) << command;
+    }
+    // Windows that stay open beside the board.
+    for (const char* command : {"HelpGuide", "HelpKeys", "AlertHistory", "Headlines", "TimeAndSales"}) {
+        Do(command);
+        const auto windows = frame.findChildren<QDialog*>();
+        const auto shown = std::ranges::find_if(windows, [](const QDialog* window) { return window->isVisible(); });
+        ASSERT_NE(shown, windows.end()) << command;
+        look(**shown, command);
     }
 }
 
