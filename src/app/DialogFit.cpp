@@ -1,5 +1,6 @@
 #include "app/DialogFit.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QDialog>
 #include <QEvent>
@@ -55,6 +56,10 @@ void CDialogFit::MakeScroll() {
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidgetResizable(true);
     area->setWidget(content);
+    // By itself it follows the keyboard only from one of its controls to the next, not from the buttons below it.
+    connect(qApp, &QApplication::focusChanged, area, [area](QWidget*, QWidget* now) {
+        if (now && area->widget()->isAncestorOf(now)) area->ensureWidgetVisible(now);
+    });
     auto* outer = new QVBoxLayout(&m_dialog);
     outer->setContentsMargins(margins);
     outer->addWidget(area, 1);
