@@ -59,8 +59,10 @@ TEST(CRowTextMap, TextsMoveWithTheirRows) {
     texts.Set(0, "#never");
     texts.ShiftDown(2, 3);
     EXPECT_EQ(texts.Serialise(), "1:#a;7:#b;");
-    texts.ShiftUp(1, 2);
-    EXPECT_EQ(texts.Serialise(), "5:#b;");
+    texts.ShiftUp(7, 1);
+    EXPECT_EQ(texts.Serialise(), "1:#a;6:#b;");
+    texts.ShiftUp(2, 1);
+    EXPECT_EQ(texts.Serialise(), "5:#b;") << "the text of a deleted row";
     texts.Reorder({0, 1, 2, 3, 4, 2});
     EXPECT_EQ(texts.Serialise(), "2:#b;");
     texts.Set(2, "");
