@@ -33,7 +33,8 @@ bool CWorkProgressBox::Step(size_t done, size_t total) {
     if (!m_dialog) return true;
     if (!m_shown.hasExpired(kLookMs)) return !m_dialog->wasCanceled();
     m_shown.restart();
-    m_dialog->setValue(total == 0 ? kSteps : static_cast<int>(std::min(done, total) * kSteps / total));
+    m_dialog->setMaximum(total == 0 ? 0 : kSteps);
+    m_dialog->setValue(total == 0 ? 0 : static_cast<int>(std::min(done, total) * kSteps / total));
     QCoreApplication::processEvents();
     return !m_dialog->wasCanceled();
 }

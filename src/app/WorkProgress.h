@@ -24,7 +24,7 @@ public:
     CWorkProgressBox(QWidget* parent, QString label);
     ~CWorkProgressBox();
 
-    /// Call it every few milliseconds. False: the user cancelled.
+    /// Call it every few milliseconds. A total of 0: nobody knows how far the work is. False: the user cancelled.
     bool Step(size_t done, size_t total);
     /// Step, as work takes it. The box must live as long.
     std::function<bool(size_t, size_t)> Function() {

@@ -3,6 +3,7 @@
 #include "base/ContentHash.h"
 #include "base/Escape.h"
 #include "base/Log.h"
+#include "base/SaveFile.h"
 #include "base/Utf8Text.h"
 #include "watchlist/StateFiles.h"
 #include "watchlist/WatchlistKeys.h"
@@ -95,6 +96,7 @@ std::string RecoveryLockName(const std::string& file) {
 }
 
 std::vector<SRecovery> FindRecoveries(const std::string& stateFolder) {
+    RemoveSaveLeftovers(RecoveryFolder(stateFolder));
     std::vector<std::string> files, locks;
     std::error_code error;
     std::filesystem::directory_iterator at(RecoveryFolder(stateFolder), error);

@@ -10,9 +10,7 @@
 
 #include <fmt/format.h>
 
-#include <atomic>
 #include <ctime>
-#include <unistd.h>
 #include <utility>
 
 namespace vx {
@@ -22,10 +20,10 @@ CRecoveryKeeper::CRecoveryKeeper(const CWatchlistDoc& doc, const CWatchlistFile&
 
 CRecoveryKeeper::CRecoveryKeeper(const CWatchlistDoc& doc, const CWatchlistFile& file, std::string stateFolder)
     : m_doc(doc), m_watchlistFile(file), m_stateFolder(std::move(stateFolder)), m_written(doc.ChangeCount()),
-      m_seen(doc.ChangeCount()) {}
+      m_seen(doc.ChangeCount()), m_writer(m_stateFolder) {}
 
 CRecoveryKeeper::~CRecoveryKeeper() {
-    if (!m_file.empty() && !m_doc.IsModified()) Drop();
+    if (m_kept && !m_doc.IsModified()) m_writer.Remove();
 }
 
 void CRecoveryKeeper::Poll(const SPlacement& placement, int64_t nowMs) {
@@ -33,8 +31,7 @@ void CRecoveryKeeper::Poll(const SPlacement& placement, int64_t nowMs) {
     if (!m_doc.IsModified()) {
         m_written = m_seen = changes;
         m_firstMs.reset();
-        m_beginError = 0;
-        if (!m_file.empty()) Drop();
+        if (std::exchange(m_kept, false)) m_writer.Remove();
         return;
     }
     if (HasFailed() && nowMs >= m_retryMs) Write(placement, nowMs);
@@ -51,7 +48,7 @@ void CRecoveryKeeper::KeepNow(const SPlacement& placement) {
 }
 
 std::string CRecoveryKeeper::TakeError() {
-    const int error = m_beginError != 0 ? m_beginError : m_writer.Error();
+    const int error = m_writer.Error();
     if (!std::exchange(m_told, error != 0) && error != 0)
         return fmt::format(
             "Unsaved changes cannot be kept in \"{}\": {}. Save the watchlist so that they are not lost.",
@@ -59,46 +56,22 @@ std::string CRecoveryKeeper::TakeError() {
     return {};
 }
 
-// Without the lock another program could take the file for one that nobody has.
-int CRecoveryKeeper::Begin() {
-    static std::atomic<int> number{0};
-    if (const int error = MakeFolders(RecoveryFolder(m_stateFolder))) return error;
-    const std::string file =
-        fmt::format("{}/{}-{}-{}.recovery", RecoveryFolder(m_stateFolder), time(nullptr), getpid(), ++number);
-    auto lock = std::make_shared<CFileLock>(RecoveryLockName(file), 0);
-    if (!lock->IsHeld()) return lock->Error();
-    m_file = file;
-    m_lock = std::move(lock);
-    return 0;
-}
-
 void CRecoveryKeeper::Write(const SPlacement& placement, int64_t nowMs) {
     m_written = m_doc.ChangeCount();
     m_firstMs.reset();
     m_retryMs = nowMs + kRetryMs;
-    m_beginError = m_file.empty() ? Begin() : 0;
-    if (m_beginError != 0) return;
+    m_kept = true;
     SRecovery recovery;
     recovery.originalPath = m_watchlistFile.Path();
     recovery.knownHash = m_watchlistFile.KnownHash();
     recovery.savedAt = time(nullptr);
     recovery.text = WriteWatchlistText(m_doc, placement);
-    m_writer.Write(m_file, FormatRecovery(recovery));
-}
-
-// The lock goes after the file: in between, nobody may find a file without a holder.
-void CRecoveryKeeper::Drop() {
-    m_writer.Remove(m_file);
-    m_writer.Flush();
-    unlink(RecoveryLockName(m_file).c_str());
-    m_lock.reset();
-    m_file.clear();
+    m_writer.Write(FormatRecovery(recovery));
 }
 
 void CRecoveryKeeper::Adopt(const SRecovery& recovery) {
-    if (!m_file.empty()) Drop();
-    m_file = recovery.file;
-    m_lock = recovery.claim;
+    m_writer.Adopt(recovery.file, recovery.claim);
+    m_kept = true;
     m_written = m_seen = m_doc.ChangeCount();
     m_firstMs.reset();
 }

@@ -129,3 +129,15 @@ TEST_F(Recovery, ADamagedOneIsLeftAlone) {
     EXPECT_THAT(FindRecoveries(state.Path()), ElementsAre(testing::Field(&SRecovery::savedAt, 12)));
     EXPECT_EQ(ReadFile(state / "recovery/1.recovery"), flipped);
 }
+
+TEST_F(Recovery, WhatKilledWritesLeftGoesAtTheNextStart) {
+    std::filesystem::create_directories(state / "recovery");
+    const std::string left = state / "recovery/.1-2-3.recovery.saving-2-1";
+    const std::string written = state / "recovery/.1-4-1.recovery.saving-4-1";
+    for (const std::string& name : {left, written}) WriteFile(name, "half");
+    const CFileLock held(written, 0);
+    ASSERT_TRUE(held.IsHeld());
+    EXPECT_THAT(FindRecoveries(state.Path()), IsEmpty());
+    EXPECT_FALSE(std::filesystem::exists(left));
+    EXPECT_TRUE(std::filesystem::exists(written)) << "it is being written by a running program";
+}
