@@ -41,8 +41,9 @@ void CRecoveryDesk::Poll() {
 }
 
 bool CRecoveryDesk::KeepNow() {
+    m_keeper.KeepNow(m_frame.Placement()); // First: closing an editor on a lost display may lead anywhere.
     {
-        // What stands in an open editor was typed to stay; nobody can answer a box about it any more.
+        // What an open editor holds was typed to stay; nobody can answer a box about it any more.
         MessageBoxHandler asking = SetMessageBoxHandler([](const SMessageBox&) { return EBoxAnswer::Cancel; });
         m_frame.View().Grid().EndEdit(true);
         SetMessageBoxHandler(std::move(asking));

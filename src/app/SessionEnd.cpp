@@ -8,13 +8,16 @@
 #include <QGuiApplication>
 #include <QSessionManager>
 #include <QSocketNotifier>
+#include <QThread>
 
 #include <fmt/format.h>
 
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace vx {
 
@@ -25,6 +28,8 @@ constexpr int kSignals[] = {SIGTERM, SIGINT, SIGHUP};
 constexpr int kExitOfSignal = 128;
 
 volatile sig_atomic_t g_wakeEnd = -1;
+// There while the window is: when exit() is called then, nobody came from main().
+CSessionEnd* g_session = nullptr;
 
 extern "C" void OnEndSignal(int signal) {
     const int saved = errno;
@@ -38,6 +43,8 @@ extern "C" void OnEndSignal(int signal) {
 } // namespace
 
 CSessionEnd::CSessionEnd(CMainFrame& frame) : QObject(&frame), m_frame(frame) {
+    [[maybe_unused]] static const int registered = std::atexit(AtExit);
+    g_session = this;
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager&) { Leave(); });
     if (pipe2(m_pipe, O_CLOEXEC | O_NONBLOCK) != 0) return;
     auto* notifier = new QSocketNotifier(m_pipe[0], QSocketNotifier::Read, this);
@@ -55,9 +62,17 @@ CSessionEnd::CSessionEnd(CMainFrame& frame) : QObject(&frame), m_frame(frame) {
 }
 
 CSessionEnd::~CSessionEnd() {
+    g_session = nullptr;
     g_wakeEnd = -1;
     for (const int end : m_pipe)
         if (end >= 0) close(end);
+}
+
+void CSessionEnd::AtExit() {
+    CSessionEnd* session = std::exchange(g_session, nullptr);
+    if (!session || QThread::currentThread() != session->thread()) return;
+    LogInformation("The display is lost: the program ends.");
+    session->m_frame.Recovery().KeepNow();
 }
 
 void CSessionEnd::OnSignal() {
