@@ -202,7 +202,7 @@ void CFileDesk::OnSaved(int number) {
 
 // False: the user does not want to wait, and goes back to the window.
 bool CFileDesk::WaitForSave() {
-    CWorkProgressBox box(&m_frame, tr("Saving \"%1\"").arg(QtText(Name())));
+    CWorkProgressBox box(&m_frame, tr("Saving \"%1\"").arg(QtText(Name())), tr("&Go Back"));
     while (IsSaving()) {
         if (!box.Step(0, 0)) return false;
         if (IsSaving() && m_saving.wait_for(kLook) == std::future_status::ready) OnSaved(m_saves);

@@ -1,5 +1,7 @@
 #include "app/WorkProgress.h"
 
+#include "app/NorvMainFrame.h"
+
 #include <QCoreApplication>
 #include <QProgressDialog>
 
@@ -14,7 +16,8 @@ constexpr qint64 kLookMs = 25;
 
 } // namespace
 
-CWorkProgressBox::CWorkProgressBox(QWidget* parent, QString label) : m_parent(parent), m_label(std::move(label)) {
+CWorkProgressBox::CWorkProgressBox(QWidget* parent, QString label, QString cancel)
+    : m_parent(parent), m_label(std::move(label)), m_cancel(std::move(cancel)) {
     m_age.start();
     m_shown.start();
 }
@@ -23,8 +26,9 @@ CWorkProgressBox::~CWorkProgressBox() = default;
 
 bool CWorkProgressBox::Step(size_t done, size_t total) {
     if (!m_dialog && m_age.hasExpired(kShowAfterMs)) {
-        m_dialog = std::make_unique<QProgressDialog>(m_label, QObject::tr("&Cancel"), 0, kSteps, m_parent);
+        m_dialog = std::make_unique<QProgressDialog>(m_label, m_cancel, 0, kSteps, m_parent);
         m_dialog->setObjectName(QStringLiteral("workProgress"));
+        m_dialog->setWindowTitle(QString::fromLatin1(kProgramName));
         m_dialog->setWindowModality(Qt::WindowModal);
         m_dialog->setAutoReset(false);
         m_dialog->setMinimumDuration(0);

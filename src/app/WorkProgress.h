@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QObject>
 #include <QString>
 
 #include <cstddef>
@@ -21,7 +22,7 @@ class CWorkProgressBox {
 public:
     static constexpr int kShowAfterMs = 400;
 
-    CWorkProgressBox(QWidget* parent, QString label);
+    CWorkProgressBox(QWidget* parent, QString label, QString cancel = QObject::tr("&Cancel"));
     ~CWorkProgressBox();
 
     /// Call it every few milliseconds. A total of 0: nobody knows how far the work is. False: the user cancelled.
@@ -33,7 +34,7 @@ public:
 
 private:
     QWidget* m_parent;
-    QString m_label;
+    QString m_label, m_cancel;
     QElapsedTimer m_age;
     QElapsedTimer m_shown; ///< Since the last look at events.
     std::unique_ptr<QProgressDialog> m_dialog;

@@ -118,8 +118,7 @@ public:
     /// Something changed that is no edit, whether a step stands or not: undoing leads back to nothing that was saved.
     void ForgetSavedState();
     SSavePoint SavePoint() const;
-    /// The state of that time was saved, and is the one in which the document is unmodified from now on. Returns whether
-    /// it is the present one.
+    /// The state of that time was saved: from now on the document is unmodified in it. Returns whether it is in it now.
     bool Saved(const SSavePoint& point);
 
 private:
