@@ -1,7 +1,6 @@
 #include "app/SessionEnd.h"
 
 #include "app/MainFrame.h"
-#include "app/RecoveryDesk.h"
 #include "base/Log.h"
 
 #include <QCoreApplication>
@@ -42,7 +41,7 @@ extern "C" void OnEndSignal(int signal) {
 
 } // namespace
 
-CSessionEnd::CSessionEnd(CMainFrame& frame) : QObject(&frame), m_frame(frame) {
+CSessionEnd::CSessionEnd(CMainFrame& frame) : QObject(&frame), m_frame(frame), m_recovery(&frame.Recovery()) {
     [[maybe_unused]] static const int registered = std::atexit(AtExit);
     g_session = this;
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager&) { Leave(); });
@@ -70,9 +69,9 @@ CSessionEnd::~CSessionEnd() {
 
 void CSessionEnd::AtExit() {
     CSessionEnd* session = std::exchange(g_session, nullptr);
-    if (!session || QThread::currentThread() != session->thread()) return;
+    if (!session || !session->m_recovery || QThread::currentThread() != session->thread()) return;
     LogInformation("The display is lost: the program ends.");
-    session->m_frame.Recovery().KeepNow();
+    session->m_recovery->KeepNow();
 }
 
 void CSessionEnd::OnSignal() {
@@ -84,7 +83,7 @@ void CSessionEnd::OnSignal() {
 }
 
 void CSessionEnd::Leave() {
-    m_frame.Recovery().KeepNow();
+    m_recovery->KeepNow();
     m_frame.StorePlacement();
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "app/RecoveryDesk.h"
+
 #include <QObject>
+#include <QPointer>
 
 namespace vx {
 
@@ -26,6 +29,7 @@ private:
     void Leave();
 
     CMainFrame& m_frame;
+    QPointer<CRecoveryDesk> m_recovery; ///< It goes before its frame.
     int m_pipe[2] = {-1, -1};
 };
 

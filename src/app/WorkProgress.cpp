@@ -3,6 +3,7 @@
 #include "app/NorvMainFrame.h"
 
 #include <QCoreApplication>
+#include <QLabel>
 #include <QProgressDialog>
 
 #include <algorithm>
@@ -26,7 +27,11 @@ CWorkProgressBox::~CWorkProgressBox() = default;
 
 bool CWorkProgressBox::Step(size_t done, size_t total) {
     if (!m_dialog && m_age.hasExpired(kShowAfterMs)) {
-        m_dialog = std::make_unique<QProgressDialog>(m_label, m_cancel, 0, kSteps, m_parent);
+        m_dialog = std::make_unique<QProgressDialog>(QString(), m_cancel, 0, kSteps, m_parent);
+        auto* label = new QLabel(m_label);
+        label->setTextFormat(Qt::PlainText);
+        label->setAlignment(Qt::AlignCenter);
+        m_dialog->setLabel(label);
         m_dialog->setObjectName(QStringLiteral("workProgress"));
         m_dialog->setWindowTitle(QString::fromLatin1(kProgramName));
         m_dialog->setWindowModality(Qt::WindowModal);

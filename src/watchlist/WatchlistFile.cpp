@@ -77,27 +77,29 @@ SFileResult CWatchlistFile::Open(const std::string& asked) {
     ReadSupplement(m_saver.Supplements(), path, hash, reader.Content(), result);
     m_doc.OpenContent(reader.Content(), Windows1252FromUtf8(TitleOfPath(path)), reader.Report());
     LogReport(path, reader.Report());
-    for (const std::string& notice : result.notices) LogInformation(notice);
     m_path = path;
     m_knownHash = hash;
     m_onDisk = true;
-    TellUnread(reader, image.content.empty());
+    FindUnread(reader, image.content.empty(), result);
+    for (const std::string& notice : result.notices) LogInformation(notice);
     return result;
 }
 
-// No box: what cannot be read in a file is no error. But the first save asks.
-void CWatchlistFile::TellUnread(CWatchlistReader& reader, bool isEmpty) {
-    m_unread.clear();
+// Once: the first save asks again.
+void CWatchlistFile::FindUnread(CWatchlistReader& reader, bool isEmpty, SFileResult& result) {
     const std::string name = Windows1252FromUtf8(m_path);
-    if (reader.Content().knownLines == 0 && !isEmpty)
+    m_unread.clear();
+    if (reader.Content().knownLines == 0 && !isEmpty) {
         m_unread = fmt::format("Nothing in the file \"{}\" could be read as a watchlist.", name);
-    else if (const size_t line = reader.HandoverLine())
-        m_unread = fmt::format("Of the file \"{}\", only what an older layout knows was read from line {} on, because "
-                               "that line begins with \"[\".",
-                               name, line);
-    if (m_unread.empty()) return;
-    LogInformation(m_unread);
-    m_doc.ShowProgress(m_unread);
+        LogInformation(m_unread);
+        m_doc.ShowProgress(m_unread); // No box: what cannot be read in a file is no error.
+    } else if (const size_t line = reader.HandoverLine()) {
+        m_unread =
+            fmt::format("Line {} of \"{}\" begins with \"[\": from there on the file was read as an older layout, "
+                        "and what that layout does not know was left out.",
+                        line, name);
+        result.notices.push_back(m_unread);
+    }
 }
 
 SFileResult CWatchlistFile::OpenRecovered(const SRecovery& recovery) {

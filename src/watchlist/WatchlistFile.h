@@ -66,7 +66,7 @@ public:
     std::vector<SGeneration> Generations() const;
 
 private:
-    void TellUnread(CWatchlistReader& reader, bool isEmpty);
+    void FindUnread(CWatchlistReader& reader, bool isEmpty, SFileResult& result);
 
     CWatchlistDoc& m_doc;
     CFileSaver m_saver;

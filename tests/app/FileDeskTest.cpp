@@ -264,7 +264,7 @@ TEST_F(CFileDeskTest, AFileOfWhichNotAllWasReadIsReplacedOnlyWhenTheUserAgrees) 
     const std::string path = At("Banks.vxw");
     WriteFile(path, "Symbols=IBM:1,;\r\n[x]\r\nNotes=1:lost;\r\n");
     ASSERT_TRUE(frame.Files().OpenInstead(path));
-    EXPECT_THAT(StatusText(), testing::HasSubstr("from line 2 on"));
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre(testing::StartsWith("Line 2 of \"" + path + "\" begins with \"[\":")));
     boxes.answers = {Cancel, Yes};
     Do("FileSave");
     EXPECT_THAT(ReadFile(path), testing::HasSubstr("lost"));

@@ -109,8 +109,9 @@ TEST_F(WatchlistSave, AFileOfWhichNotAllWasReadIsNotOverwrittenUnasked) {
     const std::string mixed = "Symbols=JPM:1,;\r\n[more]\r\nNotes=1:lost;\r\n";
     const std::string lineFeeds = "[Watchlist]\nSymbols=JPM\nSymbolNumbers=1\n";
     for (const std::string& text : {mixed, lineFeeds}) {
-        OpenAs("banks.vxw", text);
-        EXPECT_THAT(shown.Status(), HasSubstr(text == mixed ? "from line 2 on" : "Nothing in the file"));
+        const SFileResult opened = OpenAs("banks.vxw", text);
+        EXPECT_THAT(text == mixed ? opened.notices.at(0) : shown.Status(),
+                    HasSubstr(text == mixed ? "Line 2 of \"" : "Nothing in the file"));
         Change(2, "GS");
         const SFileResult asked = Save();
         EXPECT_EQ(asked.outcome, EFileOutcome::NotAllRead);
