@@ -41,8 +41,8 @@ public:
     /// The program is about to end with the document modified: writes at once what Poll would write later.
     void KeepNow(const SPlacement& placement);
 
-    /// The recovery file; empty while there is none.
-    const std::string& File() const { return m_file; }
+    /// The recovery file; empty while there is none. Waits as Flush does.
+    std::string File() { return m_writer.File(); }
 
     /// The document holds this recovery now: its file is the one that is kept up to date from here on.
     void Adopt(const SRecovery& recovery);

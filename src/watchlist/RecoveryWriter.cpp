@@ -53,6 +53,11 @@ void CRecoveryWriter::Flush() {
     m_done.wait(lock, [this] { return !m_asked && !m_busy; });
 }
 
+std::string CRecoveryWriter::File() {
+    Flush();
+    return m_file;
+}
+
 void CRecoveryWriter::Run() {
     pthread_setname_np(pthread_self(), kThreadName);
     std::unique_lock lock(m_mutex);

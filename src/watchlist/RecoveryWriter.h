@@ -38,6 +38,8 @@ public:
     int Error() const { return m_error; }
     /// Waits until nothing is left to do.
     void Flush();
+    /// The recovery file; empty while there is none. Waits as Flush does.
+    std::string File();
 
 private:
     void Ask(std::optional<std::string> content);
