@@ -2,6 +2,7 @@
 
 #include "app/FileDialogs.h"
 #include "app/MainFrame.h"
+#include "app/StrayKeyGuard.h"
 #include "app/WorkProgress.h"
 #include "base/MessageBox.h"
 #include "base/Text.h"
@@ -173,7 +174,12 @@ void CFileDesk::RunSave() {
         pthread_setname_np(pthread_self(), kSaveThreadName);
         SFileResult result = m_file.Saver().Save(m_job);
         QMetaObject::invokeMethod(
-            this, [this, number] { OnSaved(number); }, Qt::QueuedConnection);
+            this,
+            [this, number] {
+                const CStrayKeyGuard guard; // The user was free to type meanwhile.
+                OnSaved(number);
+            },
+            Qt::QueuedConnection);
         return result;
     });
     if (m_saving.wait_for(std::chrono::milliseconds(m_patienceMs)) == std::future_status::ready) OnSaved(number);
@@ -200,7 +206,6 @@ void CFileDesk::OnSaved(int number) {
     }
 }
 
-// False: the user does not want to wait, and goes back to the window.
 bool CFileDesk::WaitForSave() {
     CWorkProgressBox box(&m_frame, tr("Saving \"%1\"").arg(QtText(Name())), tr("&Go Back"));
     while (IsSaving()) {

@@ -55,6 +55,8 @@ public:
     bool IsSaving() const { return m_saving.valid(); }
     void SetPatienceMs(int ms) { m_patienceMs = ms; }
 
+    /// Waits for a save that is under way; false: the user does not want to wait, and goes back to the window.
+    bool WaitForSave();
     /// Waits for a save that is under way, asks whether unsaved changes are to be saved, and saves them; false: the
     /// user wants to keep working on them.
     bool MayLeave();
@@ -78,7 +80,6 @@ private:
     void StartSave(const std::string& path);
     void RunSave();
     void OnSaved(int number);
-    bool WaitForSave();
     bool AgreesTo(const SFileResult& result, SSaveConsent& consent, bool& elsewhere) const;
     void Finish(const SFileResult& result);
     std::string Name() const;

@@ -3,6 +3,7 @@
 #include "app/FileDesk.h"
 #include "app/MainFrame.h"
 #include "app/RecoveryDlg.h"
+#include "app/StrayKeyGuard.h"
 #include "base/Clock.h"
 #include "base/Log.h"
 #include "base/MessageBox.h"
@@ -36,6 +37,7 @@ void CRecoveryDesk::Poll() {
     LogInformation(error);
     // A box that opened here would hold up the timer that came here.
     QTimer::singleShot(0, this, [error] {
+        const CStrayKeyGuard guard;
         ShowMessageBox({error, kProgramName, EBoxButtons::Ok, EBoxIcon::Exclamation});
     });
 }

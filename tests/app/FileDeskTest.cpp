@@ -3,8 +3,11 @@
 #include "app/FileMenus.h"
 #include "app/FrameFixture.h"
 #include "app/MainMenus.h"
+#include "app/QtMessageBox.h"
+#include "app/StrayKeyGuard.h"
 #include "support/Dialogs.h"
 #include "support/EventLoop.h"
+#include "support/FakeClock.h"
 #include "support/MessageBoxes.h"
 #include "watchlist/CellEntry.h"
 
@@ -13,8 +16,10 @@
 #include <QFontMetrics>
 #include <QLabel>
 #include <QMenu>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QProgressDialog>
+#include <QTest>
 #include <QUrl>
 
 #include <gmock/gmock.h>
@@ -239,6 +244,34 @@ TEST_F(CFileDeskTest, ASlowDiskHoldsNeitherTheWindowNorWhatIsTypedMeanwhile) {
     ASSERT_TRUE(WaitUntil([this] { return !frame.Files().IsSaving(); }));
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre(testing::HasSubstr("changed by another program")));
     EXPECT_EQ(ReadFile(path), "Symbols=F:1,;\r\n");
+    EXPECT_TRUE(doc.IsModified());
+}
+
+TEST_F(CFileDeskTest, AQuestionThatComesLateTakesNoKeyThatWasTypedForTheWindow) {
+    const std::string path = FileOf("Banks.vxw", "IBM");
+    ASSERT_TRUE(frame.Files().OpenInstead(path));
+    BeginSlowDisk(path);
+    Type(2, "msft");
+    Do("FileSave");
+    WriteFile(path, "Symbols=F:1,;\r\n");
+    const MessageBoxHandler recording = SetMessageBoxHandler({});
+    InstallQtMessageBoxes(&frame);
+    CFakeClock clock;
+    std::string afterKeys;
+    WhenOpen<QMessageBox>([&](QMessageBox& box) {
+        for (int i = 0; i < 3; ++i) {
+            clock.elapsedMs += CStrayKeyGuard::kQuietMs - 1;
+            QTest::keyClick(&box, Qt::Key_Return);
+        }
+        EXPECT_TRUE(box.isVisible());
+        clock.elapsedMs += CStrayKeyGuard::kQuietMs;
+        QTest::keyClick(&box, Qt::Key_Escape);
+        afterKeys = ReadFile(path);
+    });
+    EndSlowDisk();
+    EXPECT_TRUE(WaitUntil([&] { return !afterKeys.empty() && !frame.Files().IsSaving(); }));
+    SetMessageBoxHandler(recording);
+    EXPECT_EQ(afterKeys, "Symbols=F:1,;\r\n");
     EXPECT_TRUE(doc.IsModified());
 }
 

@@ -21,6 +21,7 @@ protected:
 TEST_F(CWatchlistFileTest, ColumnsAreReadWithTheirWidths) {
     EXPECT_EQ(ColumnsOf(""), "Symbol=100 ");
     EXPECT_EQ(ColumnsOf(";Symbol:500;Last:605;"), "Symbol=50 Last=60 ");
+    EXPECT_EQ(ColumnsOf("Last:5;"), "");
     EXPECT_EQ(ColumnsOf("Last:9;Bid:10;Ask:-50;"), "Bid=1 ");
     EXPECT_EQ(ColumnsOf("Last:999999999;No Such:1000;Last:700;"), "Last=70 No Such=100 ");
     ColumnsOf("RowNumbers:450;Last:1000;");
