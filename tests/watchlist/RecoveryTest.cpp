@@ -141,3 +141,14 @@ TEST_F(Recovery, WhatKilledWritesLeftGoesAtTheNextStart) {
     EXPECT_FALSE(std::filesystem::exists(left));
     EXPECT_TRUE(std::filesystem::exists(written)) << "it is being written by a running program";
 }
+
+TEST_F(Recovery, WhatWasSavedBeforeTheProgramDiedIsNotOffered) {
+    OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
+    Change(2, "A");
+    keeper.KeepNow({});
+    WriteFile(state / "recovery/1.recovery", RecoveryFiles().at(0));
+    EXPECT_THAT(FindRecoveries(state.Path()), SizeIs(1));
+    ASSERT_TRUE(Save().IsDone());
+    EXPECT_THAT(FindRecoveries(state.Path()), IsEmpty());
+    EXPECT_EQ(RecoveryFiles().size(), 1u) << "the one of a running program stays";
+}
