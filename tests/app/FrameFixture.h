@@ -42,7 +42,7 @@ protected:
     CMainFrame& Frame(const std::vector<std::string>& arguments = {}) {
         m_frame = std::make_unique<CMainFrame>(settings, CNorvCommandLineInfo(arguments));
         m_frame->KeepFeedClosed();
-        m_frame->Files().SetPatienceMs(kSaveMs); // A save is done when its command returns.
+        m_frame->Files().SetPatienceMs(kSaveMs);  // A save is done when its command returns.
         m_frame->LookupTables().SetTimes({0, 0}); // A scripted port cannot answer while this thread waits for it.
         m_frame->Document().NewDocument();
         return *m_frame;
