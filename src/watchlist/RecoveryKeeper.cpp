@@ -29,13 +29,13 @@ CRecoveryKeeper::~CRecoveryKeeper() {
 void CRecoveryKeeper::Poll(const SPlacement& placement, int64_t nowMs) {
     const uint64_t changes = m_doc.ChangeCount();
     if (!m_doc.IsModified()) {
-        m_written = m_seen = changes;
-        m_firstMs.reset();
+        NoteWritten();
+        m_seen = changes;
         if (std::exchange(m_kept, false)) m_writer.Remove();
         return;
     }
     if (HasFailed() && nowMs >= m_retryMs) Write(placement, nowMs);
-    if (changes == m_written) return;
+    if (IsWritten()) return;
     if (!m_firstMs) m_firstMs = nowMs;
     if (changes != m_seen) m_lastMs = nowMs;
     m_seen = changes;
@@ -43,7 +43,7 @@ void CRecoveryKeeper::Poll(const SPlacement& placement, int64_t nowMs) {
 }
 
 void CRecoveryKeeper::KeepNow(const SPlacement& placement) {
-    if (m_doc.IsModified() && (HasFailed() || m_doc.ChangeCount() != m_written)) Write(placement, m_lastMs);
+    if (m_doc.IsModified() && (HasFailed() || !IsWritten())) Write(placement, m_lastMs);
     Flush();
 }
 
@@ -57,8 +57,7 @@ std::string CRecoveryKeeper::TakeError() {
 }
 
 void CRecoveryKeeper::Write(const SPlacement& placement, int64_t nowMs) {
-    m_written = m_doc.ChangeCount();
-    m_firstMs.reset();
+    NoteWritten();
     m_retryMs = nowMs + kRetryMs;
     m_kept = true;
     SRecovery recovery;
@@ -72,7 +71,18 @@ void CRecoveryKeeper::Write(const SPlacement& placement, int64_t nowMs) {
 void CRecoveryKeeper::Adopt(const SRecovery& recovery) {
     m_writer.Adopt(recovery.file, recovery.claim);
     m_kept = true;
-    m_written = m_seen = m_doc.ChangeCount();
+    NoteWritten();
+    m_seen = m_written;
+}
+
+// A save that ends while the user is typing changes what the unsaved changes belong to.
+bool CRecoveryKeeper::IsWritten() const {
+    return m_doc.ChangeCount() == m_written && m_watchlistFile.KnownHash() == m_writtenHash;
+}
+
+void CRecoveryKeeper::NoteWritten() {
+    m_written = m_doc.ChangeCount();
+    m_writtenHash = m_watchlistFile.KnownHash();
     m_firstMs.reset();
 }
 

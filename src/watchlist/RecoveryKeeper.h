@@ -58,12 +58,15 @@ public:
 
 private:
     void Write(const SPlacement& placement, int64_t nowMs);
+    bool IsWritten() const;
+    void NoteWritten();
 
     const CWatchlistDoc& m_doc;
     const CWatchlistFile& m_watchlistFile;
     std::string m_stateFolder;
     bool m_kept = false;              ///< There is a recovery file, or was to be one.
     uint64_t m_written = 0;           ///< The document's change count that the file holds.
+    uint64_t m_writtenHash = 0;       ///< The hash of the watchlist's file that it names.
     uint64_t m_seen = 0;              ///< The change count at the last call.
     std::optional<int64_t> m_firstMs; ///< When the oldest change was seen that the file does not hold.
     int64_t m_lastMs = 0;

@@ -142,6 +142,22 @@ TEST_F(Recovery, WhatKilledWritesLeftGoesAtTheNextStart) {
     EXPECT_TRUE(std::filesystem::exists(written)) << "it is being written by a running program";
 }
 
+TEST_F(Recovery, NamesTheFileThatASaveLeftWhileTheUserWasTyping) {
+    OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
+    Change(2, "A");
+    const SSaveJob job = file.BeginSave(At("other.vxw"), {});
+    Change(3, "B");
+    PollAt(0);
+    PollAt(1000);
+    file.EndSave(job, file.Saver().Save(job));
+    ASSERT_TRUE(doc.IsModified());
+    PollAt(1010);
+    const std::optional<SRecovery> kept = ParseRecovery(RecoveryFiles().at(0));
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(kept->originalPath, At("other.vxw"));
+    EXPECT_EQ(kept->knownHash, file.KnownHash());
+}
+
 TEST_F(Recovery, WhatWasSavedBeforeTheProgramDiedIsNotOffered) {
     OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
     Change(2, "A");
