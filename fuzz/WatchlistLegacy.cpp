@@ -3,7 +3,7 @@
 #include "WatchlistFuzz.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    std::string text = "[";
+    std::string text = "[\r\n";
     text.append(reinterpret_cast<const char*>(data), size);
     vx::test::CheckAgreement(text);
     return 0;

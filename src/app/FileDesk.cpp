@@ -2,10 +2,13 @@
 
 #include "app/FileDialogs.h"
 #include "app/MainFrame.h"
+#include "app/StrayKeyGuard.h"
 #include "app/WindowDesk.h"
+#include "app/WorkProgress.h"
 #include "base/MessageBox.h"
 #include "base/Text.h"
 #include "base/Utf8Text.h"
+#include "grid/QtText.h"
 #include "watchlist/Commands.h"
 #include "watchlist/RecoveryFile.h"
 #include "watchlist/StateFiles.h"
@@ -16,6 +19,8 @@
 
 #include <fmt/format.h>
 
+#include <chrono>
+#include <pthread.h>
 #include <utility>
 
 namespace vx {
@@ -23,6 +28,8 @@ namespace vx {
 namespace {
 
 constexpr const char* kUntitled = "Untitled";
+constexpr const char* kSaveThreadName = "vx-save";
+constexpr std::chrono::milliseconds kLook{10};
 
 bool HoldsSymbolsOnly(const std::string& path) {
     const std::string name = LowerAscii(path);
@@ -31,6 +38,14 @@ bool HoldsSymbolsOnly(const std::string& path) {
 
 EBoxAnswer Ask(const std::string& text, EBoxButtons buttons, EBoxIcon icon) {
     return ShowMessageBox({text, kProgramName, buttons, icon});
+}
+
+// "No" is elsewhere: under another name.
+bool AgreesToOverwrite(const std::string& why, bool& elsewhere) {
+    const EBoxAnswer answer = Ask(why + "\n\nOverwrite it with this watchlist? \"No\" saves under another name.",
+                                  EBoxButtons::YesNoCancel, EBoxIcon::Exclamation);
+    elsewhere = answer == EBoxAnswer::No;
+    return answer == EBoxAnswer::Yes;
 }
 
 } // namespace
@@ -126,33 +141,80 @@ void CFileDesk::Finish(const SFileResult& result) {
 
 // Saving
 
-bool CFileDesk::Save() { return m_file.Path().empty() ? SaveAs() : Write({}); }
+void CFileDesk::Save() {
+    if (m_file.Path().empty())
+        SaveAs();
+    else
+        StartSave({});
+}
 
-bool CFileDesk::SaveAs() {
+void CFileDesk::SaveAs() {
     EnterWatchlistFolder(m_frame.Settings());
     const std::string proposal =
         m_file.Path().empty() ? fmt::format("{}.{}", kUntitled, kWatchlistSuffix) : m_file.Path();
     const std::string path = AskForFileToSave(
         &m_frame, {tr("Save Watchlist As"), WatchlistFilters(), QString::fromLatin1(kWatchlistSuffix), proposal});
-    return !path.empty() && Write(path);
+    if (!path.empty()) StartSave(path);
 }
 
 // An empty path is the document's own file.
-bool CFileDesk::Write(const std::string& path) {
-    SSaveConsent consent;
+void CFileDesk::StartSave(const std::string& path) {
+    m_saved = false;
+    SSaveJob job = m_file.BeginSave(path, m_frame.Placement());
+    if (IsSaving()) {
+        m_nextJob = std::move(job);
+        return;
+    }
+    m_job = std::move(job);
+    RunSave();
+}
+
+void CFileDesk::RunSave() {
+    const int number = ++m_saves;
+    m_file.RenewJob(m_job);
+    m_saving = std::async(std::launch::async, [this, number] {
+        pthread_setname_np(pthread_self(), kSaveThreadName);
+        SFileResult result = m_file.Saver().Save(m_job);
+        QMetaObject::invokeMethod(
+            this,
+            [this, number] {
+                const CStrayKeyGuard guard; // The user was free to type meanwhile.
+                OnSaved(number);
+            },
+            Qt::QueuedConnection);
+        return result;
+    });
+    if (m_saving.wait_for(std::chrono::milliseconds(m_patienceMs)) == std::future_status::ready) OnSaved(number);
+}
+
+void CFileDesk::OnSaved(int number) {
+    if (!m_saving.valid() || number != m_saves) return;
+    const SFileResult result = m_saving.get();
+    m_file.EndSave(m_job, result);
     bool elsewhere = false;
-    SFileResult result;
-    do {
-        result = path.empty() ? m_file.Save(m_frame.Placement(), consent)
-                              : m_file.SaveAs(path, m_frame.Placement(), consent);
-    } while (AgreesTo(result, consent, elsewhere));
-    if (elsewhere) return SaveAs();
+    if (AgreesTo(result, m_job.consent, elsewhere)) return RunSave();
+    m_saved = result.IsDone();
     ShowModified();
     Q_EMIT Changed();
-    if (!result.IsDone()) return false;
-    m_recent.Add(m_file.Path());
+    if (m_saved) m_recent.Add(m_file.Path());
     for (const std::string& notice : result.notices) Ask(notice, EBoxButtons::Ok, EBoxIcon::Information);
-    return !m_frame.Document().IsModified();
+    if (elsewhere) {
+        m_nextJob.reset();
+        SaveAs();
+    } else if (std::optional<SSaveJob> next = std::exchange(m_nextJob, std::nullopt)) {
+        m_saved = false;
+        m_job = std::move(*next);
+        RunSave();
+    }
+}
+
+bool CFileDesk::WaitForSave() {
+    CWorkProgressBox box(&m_frame, tr("Saving \"%1\"").arg(QtText(Name())), tr("&Go Back"));
+    while (IsSaving()) {
+        if (!box.Step(0, 0)) return false;
+        if (IsSaving() && m_saving.wait_for(kLook) == std::future_status::ready) OnSaved(m_saves);
+    }
+    return true;
 }
 
 // True: the save is to be tried again, with the consent given now. elsewhere: under another name instead.
@@ -160,13 +222,10 @@ bool CFileDesk::AgreesTo(const SFileResult& result, SSaveConsent& consent, bool&
     switch (result.outcome) {
     case EFileOutcome::Done:
         return false;
-    case EFileOutcome::ChangedOnDisk: {
-        const EBoxAnswer answer =
-            Ask(result.error + "\n\nOverwrite it with this watchlist? \"No\" saves under another name.",
-                EBoxButtons::YesNoCancel, EBoxIcon::Exclamation);
-        elsewhere = answer == EBoxAnswer::No;
-        return consent.overwriteChanged = answer == EBoxAnswer::Yes;
-    }
+    case EFileOutcome::ChangedOnDisk:
+        return consent.overwriteChanged = AgreesToOverwrite(result.error, elsewhere);
+    case EFileOutcome::NotAllRead:
+        return consent.overwriteUnread = AgreesToOverwrite(result.error, elsewhere);
     case EFileOutcome::FormerNotKept:
         return consent.withoutFormer = Ask(result.error + "\n\nSave all the same?", EBoxButtons::YesNo,
                                            EBoxIcon::Exclamation) == EBoxAnswer::Yes;
@@ -181,15 +240,21 @@ bool CFileDesk::AgreesTo(const SFileResult& result, SSaveConsent& consent, bool&
 
 bool CFileDesk::MayLeave() {
     m_frame.View().Grid().EndEdit(true); // What stands in an open editor was typed to stay.
-    if (!m_frame.Document().IsModified()) return true;
-    switch (Ask(fmt::format("Save changes to \"{}\"?", Name()), EBoxButtons::YesNoCancel, EBoxIcon::Question)) {
-    case EBoxAnswer::Yes:
-        return Save();
-    case EBoxAnswer::No:
-        return true;
-    default:
-        return false;
+    if (!WaitForSave()) return false;
+    while (m_frame.Document().IsModified()) { // An alert may modify it while it is being saved.
+        switch (Ask(fmt::format("Save changes to \"{}\"?", Name()), EBoxButtons::YesNoCancel, EBoxIcon::Question)) {
+        case EBoxAnswer::Yes:
+            m_saved = false;
+            Save();
+            if (!WaitForSave() || !m_saved) return false;
+            break;
+        case EBoxAnswer::No:
+            return true;
+        default:
+            return false;
+        }
     }
+    return true;
 }
 
 bool CFileDesk::MayClose() {

@@ -5,6 +5,8 @@
 
 #include <QObject>
 
+#include <future>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,6 +17,10 @@ class CMainFrame;
 class CRegistry;
 
 /// The watchlist file in the user's hands: new, open, save and all that goes with it, each with its questions.
+///
+/// A save is carried out by a thread of its own. The window waits kPatienceMs for it, which is enough for most disks;
+/// then it is free again, and what comes of the save is said when it is there. A save that is asked for meanwhile
+/// follows. Whoever leaves the document waits for both.
 ///
 /// Shape   paths are bytes as the system takes them
 /// Owns    the file of the frame's document; nothing of the frame, which outlives it
@@ -42,11 +48,18 @@ public:
     void TakeDropped(const std::vector<std::string>& paths);
     void New();
 
-    /// Both false when the document is not on disk: it failed, or the user thought better of it.
-    bool Save();
-    bool SaveAs();
+    static constexpr int kPatienceMs = 100;
 
-    /// Asks whether unsaved changes are to be saved, and saves them; false: the user wants to go on with them.
+    void Save();
+    void SaveAs();
+    /// A save is under way.
+    bool IsSaving() const { return m_saving.valid(); }
+    void SetPatienceMs(int ms) { m_patienceMs = ms; }
+
+    /// Waits for a save that is under way; false: the user does not want to wait, and goes back to the window.
+    bool WaitForSave();
+    /// Waits for a save that is under way, asks whether unsaved changes are to be saved, and saves them; false: the
+    /// user wants to keep working on them.
     bool MayLeave();
     /// As MayLeave, then closes the document for good.
     bool MayClose();
@@ -65,7 +78,9 @@ Q_SIGNALS:
 
 private:
     void AskAndOpen();
-    bool Write(const std::string& path);
+    void StartSave(const std::string& path);
+    void RunSave();
+    void OnSaved(int number);
     bool AgreesTo(const SFileResult& result, SSaveConsent& consent, bool& elsewhere) const;
     void Finish(const SFileResult& result);
     std::string Name() const;
@@ -73,6 +88,12 @@ private:
     CMainFrame& m_frame;
     CWatchlistFile m_file;
     CRecentFiles m_recent;
+    int m_patienceMs = kPatienceMs;
+    SSaveJob m_job;
+    std::optional<SSaveJob> m_nextJob;
+    int m_saves = 0;                   ///< Numbers them: what is said of an earlier one is old.
+    bool m_saved = false;              ///< The last save was done.
+    std::future<SFileResult> m_saving; ///< Last: it goes first, when the save under way is done.
 };
 
 } // namespace vx

@@ -25,8 +25,10 @@ constexpr size_t kAccessKeys = 9;
 
 void AddRemark(QMenu& menu, const QString& text) { menu.addAction(text)->setEnabled(false); }
 
+// The number tells versions apart that a wrong clock gave the same time.
 QString VersionLabel(const SGeneration& generation) {
-    return QStringLiteral("%1    %2")
+    return QStringLiteral("%1.    %2    %3")
+        .arg(generation.number)
         .arg(QDateTime::fromSecsSinceEpoch(generation.savedAt).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")),
              QLocale::c().formattedDataSize(static_cast<qint64>(generation.bytes), 1,
                                             QLocale::DataSizeTraditionalFormat));

@@ -3,6 +3,7 @@
 #include "app/FileDesk.h"
 #include "app/MainFrame.h"
 #include "app/RecoveryDlg.h"
+#include "app/StrayKeyGuard.h"
 #include "base/Clock.h"
 #include "base/Log.h"
 #include "base/MessageBox.h"
@@ -36,13 +37,15 @@ void CRecoveryDesk::Poll() {
     LogInformation(error);
     // A box that opened here would hold up the timer that came here.
     QTimer::singleShot(0, this, [error] {
+        const CStrayKeyGuard guard;
         ShowMessageBox({error, kProgramName, EBoxButtons::Ok, EBoxIcon::Exclamation});
     });
 }
 
 bool CRecoveryDesk::KeepNow() {
+    m_keeper.KeepNow(m_frame.Placement()); // First: closing an editor on a lost display may lead anywhere.
     {
-        // What stands in an open editor was typed to stay; nobody can answer a box about it any more.
+        // What an open editor holds was typed to stay; nobody can answer a box about it any more.
         MessageBoxHandler asking = SetMessageBoxHandler([](const SMessageBox&) { return EBoxAnswer::Cancel; });
         m_frame.View().Grid().EndEdit(true);
         SetMessageBoxHandler(std::move(asking));

@@ -24,7 +24,7 @@ public:
     /// disk when this returns; false when it is not.
     bool KeepNow();
     /// The file in which unsaved changes are kept; empty when there are none.
-    const std::string& KeptFile() const { return m_keeper.File(); }
+    std::string KeptFile() { return m_keeper.File(); }
     /// Takes over what another window of the program has kept in a file and leaves behind when it ends, which may take
     /// a while. False when that cannot be had.
     bool Resume(const std::string& file);

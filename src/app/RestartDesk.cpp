@@ -90,6 +90,8 @@ void CRestartDesk::ShowEnd(EFeedEnd end) {
 }
 
 void CRestartDesk::Restart() {
+    // Else the new window would take what this one saves for the work of another program.
+    if (!m_frame.Files().WaitForSave()) return;
     if (!m_frame.Recovery().KeepNow())
         return Say("The unsaved changes could not be kept for the restart. Save the watchlist, then restart.");
     m_frame.StorePlacement();

@@ -1,20 +1,22 @@
 #include "app/SessionEnd.h"
 
 #include "app/MainFrame.h"
-#include "app/RecoveryDesk.h"
 #include "base/Log.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QSessionManager>
 #include <QSocketNotifier>
+#include <QThread>
 
 #include <fmt/format.h>
 
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace vx {
 
@@ -25,6 +27,8 @@ constexpr int kSignals[] = {SIGTERM, SIGINT, SIGHUP};
 constexpr int kExitOfSignal = 128;
 
 volatile sig_atomic_t g_wakeEnd = -1;
+// There while the window is: when exit() is called then, nobody came from main().
+CSessionEnd* g_session = nullptr;
 
 extern "C" void OnEndSignal(int signal) {
     const int saved = errno;
@@ -37,7 +41,9 @@ extern "C" void OnEndSignal(int signal) {
 
 } // namespace
 
-CSessionEnd::CSessionEnd(CMainFrame& frame) : QObject(&frame), m_frame(frame) {
+CSessionEnd::CSessionEnd(CMainFrame& frame) : QObject(&frame), m_frame(frame), m_recovery(&frame.Recovery()) {
+    [[maybe_unused]] static const int registered = std::atexit(AtExit);
+    g_session = this;
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager&) { Leave(); });
     if (pipe2(m_pipe, O_CLOEXEC | O_NONBLOCK) != 0) return;
     auto* notifier = new QSocketNotifier(m_pipe[0], QSocketNotifier::Read, this);
@@ -55,9 +61,17 @@ CSessionEnd::CSessionEnd(CMainFrame& frame) : QObject(&frame), m_frame(frame) {
 }
 
 CSessionEnd::~CSessionEnd() {
+    g_session = nullptr;
     g_wakeEnd = -1;
     for (const int end : m_pipe)
         if (end >= 0) close(end);
+}
+
+void CSessionEnd::AtExit() {
+    CSessionEnd* session = std::exchange(g_session, nullptr);
+    if (!session || !session->m_recovery || QThread::currentThread() != session->thread()) return;
+    LogInformation("The display is lost: the program ends.");
+    session->m_recovery->KeepNow();
 }
 
 void CSessionEnd::OnSignal() {
@@ -69,7 +83,7 @@ void CSessionEnd::OnSignal() {
 }
 
 void CSessionEnd::Leave() {
-    m_frame.Recovery().KeepNow();
+    m_recovery->KeepNow();
     m_frame.StorePlacement();
 }
 

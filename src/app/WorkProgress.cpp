@@ -1,6 +1,9 @@
 #include "app/WorkProgress.h"
 
+#include "app/NorvMainFrame.h"
+
 #include <QCoreApplication>
+#include <QLabel>
 #include <QProgressDialog>
 
 #include <algorithm>
@@ -14,7 +17,8 @@ constexpr qint64 kLookMs = 25;
 
 } // namespace
 
-CWorkProgressBox::CWorkProgressBox(QWidget* parent, QString label) : m_parent(parent), m_label(std::move(label)) {
+CWorkProgressBox::CWorkProgressBox(QWidget* parent, QString label, QString cancel)
+    : m_parent(parent), m_label(std::move(label)), m_cancel(std::move(cancel)) {
     m_age.start();
     m_shown.start();
 }
@@ -23,8 +27,13 @@ CWorkProgressBox::~CWorkProgressBox() = default;
 
 bool CWorkProgressBox::Step(size_t done, size_t total) {
     if (!m_dialog && m_age.hasExpired(kShowAfterMs)) {
-        m_dialog = std::make_unique<QProgressDialog>(m_label, QObject::tr("&Cancel"), 0, kSteps, m_parent);
+        m_dialog = std::make_unique<QProgressDialog>(QString(), m_cancel, 0, kSteps, m_parent);
+        auto* label = new QLabel(m_label);
+        label->setTextFormat(Qt::PlainText);
+        label->setAlignment(Qt::AlignCenter);
+        m_dialog->setLabel(label);
         m_dialog->setObjectName(QStringLiteral("workProgress"));
+        m_dialog->setWindowTitle(QString::fromLatin1(kProgramName));
         m_dialog->setWindowModality(Qt::WindowModal);
         m_dialog->setAutoReset(false);
         m_dialog->setMinimumDuration(0);
@@ -33,7 +42,8 @@ bool CWorkProgressBox::Step(size_t done, size_t total) {
     if (!m_dialog) return true;
     if (!m_shown.hasExpired(kLookMs)) return !m_dialog->wasCanceled();
     m_shown.restart();
-    m_dialog->setValue(total == 0 ? kSteps : static_cast<int>(std::min(done, total) * kSteps / total));
+    m_dialog->setMaximum(total == 0 ? 0 : kSteps);
+    m_dialog->setValue(total == 0 ? 0 : static_cast<int>(std::min(done, total) * kSteps / total));
     QCoreApplication::processEvents();
     return !m_dialog->wasCanceled();
 }

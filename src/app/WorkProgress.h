@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QObject>
 #include <QString>
 
 #include <cstddef>
@@ -21,10 +22,10 @@ class CWorkProgressBox {
 public:
     static constexpr int kShowAfterMs = 400;
 
-    CWorkProgressBox(QWidget* parent, QString label);
+    CWorkProgressBox(QWidget* parent, QString label, QString cancel = QObject::tr("&Cancel"));
     ~CWorkProgressBox();
 
-    /// Call it every few milliseconds. False: the user cancelled.
+    /// Call it every few milliseconds. A total of 0: nobody knows how far the work is. False: the user cancelled.
     bool Step(size_t done, size_t total);
     /// Step, as work takes it. The box must live as long.
     std::function<bool(size_t, size_t)> Function() {
@@ -33,7 +34,7 @@ public:
 
 private:
     QWidget* m_parent;
-    QString m_label;
+    QString m_label, m_cancel;
     QElapsedTimer m_age;
     QElapsedTimer m_shown; ///< Since the last look at events.
     std::unique_ptr<QProgressDialog> m_dialog;

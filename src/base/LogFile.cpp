@@ -77,8 +77,10 @@ int CLogFile::Open(const SLogDay& day) {
     return 0;
 }
 
+// A clock that was wrong leaves files of days to come. They do not count, or today's would be the oldest.
 void CLogFile::RemoveOldest() const {
-    const std::vector<SLogPart> parts = PartsIn(m_folder);
+    std::vector<SLogPart> parts = PartsIn(m_folder);
+    std::erase_if(parts, [this](const SLogPart& part) { return SLogPart{m_day} < SLogPart{part.day}; });
     const size_t kept = static_cast<size_t>(m_keptFiles);
     for (size_t i = 0; i + kept < parts.size(); ++i) unlink(PathOf(parts[i].day, parts[i].part).c_str());
 }

@@ -16,8 +16,8 @@ struct SLogDay {
     bool operator==(const SLogDay&) const = default;
 };
 
-/// The files of the log in one folder: one a day, a next part when it is full, the newest few kept. Several processes
-/// may write into one folder: lines are appended whole.
+/// The files of the log in one folder: one a day, a next part when it is full, the newest few kept, besides those that
+/// are dated in the future. Several processes may write into one folder: lines are appended whole.
 ///
 /// Owns    the open file
 /// Thread  one at a time

@@ -15,6 +15,7 @@
 #include <optional>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace vx {
@@ -28,11 +29,14 @@ constexpr mode_t kPrivateFile = 0600;
 constexpr mode_t kNewFile = 0666;
 constexpr mode_t kPermissions = 07777;
 constexpr const char* kTemporaryMark = ".saving-";
+constexpr const char* kAccessList = "system.posix_acl_access";
+constexpr size_t kMostAccessList = 65536;
 
 struct STarget {
     std::string folder; // Ends with "/", or is "./".
     std::string name;
     std::optional<struct stat> existing;
+    bool isPrivate = false;
 
     std::string Path() const { return folder + name; }
     /// How the temporary files of this target begin.
@@ -41,8 +45,8 @@ struct STarget {
 
 STarget TargetAt(const std::string& path) {
     const size_t slash = path.rfind('/');
-    if (slash == std::string::npos) return {"./", path, {}};
-    return {path.substr(0, slash + 1), path.substr(slash + 1), {}};
+    if (slash == std::string::npos) return {"./", path, {}, false};
+    return {path.substr(0, slash + 1), path.substr(slash + 1), {}, false};
 }
 
 /// Follows links to where the file is, or would be made.
@@ -75,7 +79,7 @@ int MakeTemporary(const STarget& target, std::string& path, CFileDescriptor& fil
     static std::atomic<unsigned> number{0};
     for (int i = 0; i < kNameTries; ++i) {
         path = fmt::format("{}{}{}-{}", target.folder, target.TemporaryStem(), getpid(), ++number);
-        const mode_t mode = target.existing ? kPrivateFile : kNewFile;
+        const mode_t mode = target.existing || target.isPrivate ? kPrivateFile : kNewFile;
         CFileDescriptor made(open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
         if (!made.IsOpen() && errno == EEXIST) continue;
         if (!made.IsOpen()) return errno;
@@ -89,24 +93,41 @@ int MakeTemporary(const STarget& target, std::string& path, CFileDescriptor& fil
     return EEXIST;
 }
 
-int Fill(const CFileDescriptor& file, const STarget& target, std::string_view content) {
+/// Gives the new file owner, group and access list of the one whose place it takes. What the system does not allow is
+/// no reason not to save.
+SFileLoss KeepOwnership(const CFileDescriptor& file, const struct stat& existing, const std::string& path) {
+    SFileLoss loss;
+    loss.otherNames = static_cast<unsigned>(existing.st_nlink - 1);
+    if (fchown(file.Get(), existing.st_uid, existing.st_gid) != 0) {
+        struct stat made {};
+        loss.permissions = fchown(file.Get(), static_cast<uid_t>(-1), existing.st_gid) != 0;
+        loss.owner = fstat(file.Get(), &made) != 0 || made.st_uid != existing.st_uid;
+    }
+    std::string list(kMostAccessList, '\0');
+    const ssize_t size = getxattr(path.c_str(), kAccessList, list.data(), list.size());
+    if (size > 0 && fsetxattr(file.Get(), kAccessList, list.data(), static_cast<size_t>(size), 0) != 0)
+        loss.permissions = true;
+    return loss;
+}
+
+int Fill(const CFileDescriptor& file, const STarget& target, std::string_view content, SFileLoss& loss) {
     if (const int error = WriteAll(file.Get(), content)) return error;
-    if (target.existing) {
-        // Another user's file stays theirs where the system lets it; whether it does is no reason not to save.
-        if (fchown(file.Get(), target.existing->st_uid, target.existing->st_gid) != 0) errno = 0;
+    if (target.existing && !target.isPrivate) {
+        loss = KeepOwnership(file, *target.existing, target.Path());
         if (fchmod(file.Get(), target.existing->st_mode & kPermissions) != 0) return errno;
     }
     return fsync(file.Get()) == 0 ? 0 : errno;
 }
 
-/// Removes temporary files of the target whose process is gone: only then their lock can be had.
-void RemoveLeftovers(const STarget& target) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir(target.folder.c_str()), closedir);
+/// Removes the files of a folder whose names begin and hold so and whose process is gone: only then their lock can be
+/// had.
+void RemoveUnlocked(const std::string& folderPath, std::string_view stem, std::string_view mark) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir(folderPath.c_str()), closedir);
     if (!folder) return;
-    const std::string stem = target.TemporaryStem();
     while (const dirent* entry = readdir(folder.get())) {
-        if (!std::string_view(entry->d_name).starts_with(stem)) continue;
-        const std::string path = target.folder + entry->d_name;
+        const std::string_view name = entry->d_name;
+        if (!name.starts_with(stem) || name.find(mark) == std::string_view::npos) continue;
+        const std::string path = fmt::format("{}/{}", folderPath, name);
         const CFileDescriptor file(open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
         if (file.IsOpen() && flock(file.Get(), LOCK_EX | LOCK_NB) == 0) unlink(path.c_str());
     }
@@ -118,17 +139,16 @@ void SyncFolder(const std::string& folder) {
     if (descriptor.IsOpen()) fsync(descriptor.Get());
 }
 
-} // namespace
-
-int SaveFile(const std::string& path, std::string_view content) {
+int Save(const std::string& path, std::string_view content, bool isPrivate, SFileLoss& loss) {
     STarget target;
     if (const int error = FindTarget(path, target)) return error;
     if (const int error = CheckTarget(target)) return error;
-    RemoveLeftovers(target);
+    target.isPrivate = isPrivate;
+    RemoveUnlocked(target.folder, target.TemporaryStem(), kTemporaryMark);
     std::string temporary;
     CFileDescriptor file;
     if (const int error = MakeTemporary(target, temporary, file)) return error;
-    int error = Fill(file, target, content);
+    int error = Fill(file, target, content, loss);
     if (error == 0 && rename(temporary.c_str(), target.Path().c_str()) != 0) error = errno;
     if (error != 0) {
         unlink(temporary.c_str());
@@ -137,5 +157,19 @@ int SaveFile(const std::string& path, std::string_view content) {
     SyncFolder(target.folder);
     return 0;
 }
+
+} // namespace
+
+int SaveFile(const std::string& path, std::string_view content, SFileLoss* loss) {
+    SFileLoss unheard;
+    return Save(path, content, false, loss ? *loss : unheard);
+}
+
+int SavePrivateFile(const std::string& path, std::string_view content) {
+    SFileLoss unheard;
+    return Save(path, content, true, unheard);
+}
+
+void RemoveSaveLeftovers(const std::string& folder) { RemoveUnlocked(folder, ".", kTemporaryMark); }
 
 } // namespace vx

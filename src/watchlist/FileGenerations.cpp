@@ -19,7 +19,7 @@ namespace vx {
 
 namespace {
 
-constexpr int kLockWaitMs = 1000;
+constexpr int kMostNumber = 999'999'999; // No save of this program comes near it.
 constexpr int64_t kNsPerSecond = 1'000'000'000;
 constexpr const char* kExtension = ".vxw";
 
@@ -41,26 +41,33 @@ std::string CFileGenerations::Folder(const std::string& path) const {
     return GenerationsFolder(m_stateFolder) + "/" + HashName(ContentHash(PathKey(path)));
 }
 
-int CFileGenerations::Keep(const std::string& path, std::string_view content, int64_t savedAtNs, std::string& made) {
-    made.clear();
+int CFileGenerations::Lock(const std::string& path, std::optional<CFileLock>& lock) const {
     const std::string folder = Folder(path);
     if (const int error = MakeFolders(folder)) return error;
-    const CFileLock lock(folder + "/lock", kLockWaitMs);
-    if (!lock.IsHeld()) return lock.Error();
+    lock.emplace(folder + "/lock", kLockWaitMs);
+    const int error = lock->Error();
+    if (error != 0) lock.reset();
+    return error;
+}
+
+int CFileGenerations::Keep(const std::string& path, std::string_view content, int64_t savedAtNs,
+                           std::string& made) const {
+    made.clear();
+    const std::string folder = Folder(path);
     const std::string pathFile = folder + "/path";
     if (access(pathFile.c_str(), F_OK) != 0)
-        if (const int error = SaveFile(pathFile, PathKey(path) + "\n")) return error;
+        if (const int error = SavePrivateFile(pathFile, PathKey(path) + "\n")) return error;
     const std::vector<SGeneration> before = List(path);
     if (!before.empty() && HoldsSame(before.front(), content)) return 0;
     const int number = before.empty() ? 1 : before.front().number + 1;
     const std::string file = fmt::format("{}/{:06}{}", folder, number, kExtension);
-    if (const int error = SaveFile(file, content)) return error;
+    if (const int error = SavePrivateFile(file, content)) return error;
     SetModified(file, savedAtNs);
     made = file;
     return 0;
 }
 
-void CFileGenerations::RemoveOld(const std::string& path) {
+void CFileGenerations::RemoveOld(const std::string& path) const {
     const std::vector<SGeneration> kept = List(path);
     for (size_t i = kKept; i < kept.size(); ++i) {
         unlink(CSupplementFiles::BesideGeneration(kept[i].path).c_str());
@@ -74,9 +81,10 @@ std::vector<SGeneration> CFileGenerations::List(const std::string& path) const {
     for (std::filesystem::directory_iterator at(Folder(path), error), end; !error && at != end; at.increment(error)) {
         const std::string name = at->path().filename().string();
         struct stat status {};
-        if (!name.ends_with(kExtension) || ReadInt32(name) < 1) continue;
+        const int number = ReadInt32(name);
+        if (!name.ends_with(kExtension) || number < 1 || number > kMostNumber) continue;
         if (stat(at->path().c_str(), &status) != 0 || !S_ISREG(status.st_mode)) continue;
-        out.push_back({ReadInt32(name), at->path().string(), static_cast<int64_t>(status.st_mtim.tv_sec),
+        out.push_back({number, at->path().string(), static_cast<int64_t>(status.st_mtim.tv_sec),
                        static_cast<uint64_t>(status.st_size)});
     }
     std::ranges::sort(out, std::ranges::greater{}, &SGeneration::number);

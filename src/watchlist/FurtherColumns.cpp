@@ -9,7 +9,8 @@
 namespace vx {
 
 // "2 0 \"Bid\";" is a column of width 0 at place 2, where 1 is the first after the row numbers; "\"Ask\";" says that
-// the line of columns gives a column Ask that is none. Columns are taken out first, then put in from the left.
+// the line of columns gives a column Ask that is none. Columns are taken out first, then put in from the left. "0 45
+// \"RowNumbers\";" is the width of the row numbers.
 
 namespace {
 
@@ -39,6 +40,8 @@ std::string WriteFurtherColumns(const SFurtherSource& source) {
     const std::vector<const SColumn*> inPlace = ColumnsInPlace(columns, source.fixed.columns);
     CFurtherWriter out;
     if (source.fixed.rowNumberWidth) out.Quote(kRowNumbersEntry).EndEntry();
+    if (const int width = KeptWidth(columns.At(kRowNumberColumn)); width >= 1 && width != kRowNumberWidthPx)
+        out.Add(kRowNumberColumn).Add(width).Quote(kRowNumbersEntry).EndEntry();
     auto next = inPlace.begin();
     for (const SColumn& column : source.fixed.columns) {
         if (next != inPlace.end() && *next == &column)
@@ -72,7 +75,10 @@ void ReadFurtherColumns(const SFurtherValue& value) {
         const int width = std::clamp(entry.Int(), 0, SWatchlistContent::kMostWidth);
         const std::optional<std::string> name = entry.Text();
         const bool isPlace = place >= 1 && place <= SWatchlistContent::kMostColumns;
-        if (!name || name->empty() || !isPlace || !entry.IsDone()) return false;
+        if (!name || name->empty() || !entry.IsDone()) return false;
+        if (place == kRowNumberColumn && name == kRowNumbersEntry && width >= 1)
+            return content.rowNumberWidth = width, true;
+        if (!isPlace) return false;
         moved.insert(*name);
         placed.insert_or_assign(place, SColumn{*name, width});
         return true;

@@ -3,6 +3,7 @@
 #include "base/ContentHash.h"
 #include "base/Escape.h"
 #include "base/Log.h"
+#include "base/SaveFile.h"
 #include "base/Utf8Text.h"
 #include "watchlist/StateFiles.h"
 #include "watchlist/WatchlistKeys.h"
@@ -63,6 +64,13 @@ std::optional<SRecovery> Claim(const std::string& file, int waitMs) {
     return recovery;
 }
 
+// The program died, or was ended, after a save and before its recovery went.
+bool WasSaved(const SRecovery& recovery) {
+    SFileImage image;
+    return !recovery.originalPath.empty() && !recovery.supplement &&
+           ReadWholeFile(recovery.originalPath, recovery.text.size(), image) == 0 && image.content == recovery.text;
+}
+
 } // namespace
 
 std::string FormatRecovery(const SRecovery& recovery) {
@@ -95,6 +103,7 @@ std::string RecoveryLockName(const std::string& file) {
 }
 
 std::vector<SRecovery> FindRecoveries(const std::string& stateFolder) {
+    RemoveSaveLeftovers(RecoveryFolder(stateFolder));
     std::vector<std::string> files, locks;
     std::error_code error;
     std::filesystem::directory_iterator at(RecoveryFolder(stateFolder), error);
@@ -106,8 +115,13 @@ std::vector<SRecovery> FindRecoveries(const std::string& stateFolder) {
     for (const std::string& file : files) std::erase(locks, RecoveryLockName(file));
     for (const std::string& lock : locks) RemoveUnusedLock(lock);
     std::vector<SRecovery> out;
-    for (const std::string& file : files)
-        if (std::optional<SRecovery> recovery = Claim(file, 0)) out.push_back(std::move(*recovery));
+    for (const std::string& file : files) {
+        std::optional<SRecovery> recovery = Claim(file, 0);
+        if (recovery && WasSaved(*recovery))
+            DiscardRecovery(*recovery);
+        else if (recovery)
+            out.push_back(std::move(*recovery));
+    }
     std::ranges::sort(out, {}, [](const SRecovery& r) { return std::pair(r.savedAt, r.file); });
     return out;
 }

@@ -38,7 +38,7 @@ std::optional<SRecovery> ParseRecovery(std::string_view text);
 std::string RecoveryLockName(const std::string& file);
 
 /// The recoveries that no running program has, oldest first, each claimed for the caller. Damaged ones stay where they
-/// are, and the log names them.
+/// are, and the log names them. What killed programs wrote half goes, and what is in the watchlist's file by now.
 ///
 /// Thread  any
 std::vector<SRecovery> FindRecoveries(const std::string& stateFolder);

@@ -10,9 +10,7 @@
 
 #include <fmt/format.h>
 
-#include <atomic>
 #include <ctime>
-#include <unistd.h>
 #include <utility>
 
 namespace vx {
@@ -22,23 +20,22 @@ CRecoveryKeeper::CRecoveryKeeper(const CWatchlistDoc& doc, const CWatchlistFile&
 
 CRecoveryKeeper::CRecoveryKeeper(const CWatchlistDoc& doc, const CWatchlistFile& file, std::string stateFolder)
     : m_doc(doc), m_watchlistFile(file), m_stateFolder(std::move(stateFolder)), m_written(doc.ChangeCount()),
-      m_seen(doc.ChangeCount()) {}
+      m_seen(doc.ChangeCount()), m_writer(m_stateFolder) {}
 
 CRecoveryKeeper::~CRecoveryKeeper() {
-    if (!m_file.empty() && !m_doc.IsModified()) Drop();
+    if (m_kept && !m_doc.IsModified()) m_writer.Remove();
 }
 
 void CRecoveryKeeper::Poll(const SPlacement& placement, int64_t nowMs) {
     const uint64_t changes = m_doc.ChangeCount();
     if (!m_doc.IsModified()) {
-        m_written = m_seen = changes;
-        m_firstMs.reset();
-        m_beginError = 0;
-        if (!m_file.empty()) Drop();
+        NoteWritten();
+        m_seen = changes;
+        if (std::exchange(m_kept, false)) m_writer.Remove();
         return;
     }
     if (HasFailed() && nowMs >= m_retryMs) Write(placement, nowMs);
-    if (changes == m_written) return;
+    if (IsWritten()) return;
     if (!m_firstMs) m_firstMs = nowMs;
     if (changes != m_seen) m_lastMs = nowMs;
     m_seen = changes;
@@ -46,12 +43,12 @@ void CRecoveryKeeper::Poll(const SPlacement& placement, int64_t nowMs) {
 }
 
 void CRecoveryKeeper::KeepNow(const SPlacement& placement) {
-    if (m_doc.IsModified() && (HasFailed() || m_doc.ChangeCount() != m_written)) Write(placement, m_lastMs);
+    if (m_doc.IsModified() && (HasFailed() || !IsWritten())) Write(placement, m_lastMs);
     Flush();
 }
 
 std::string CRecoveryKeeper::TakeError() {
-    const int error = m_beginError != 0 ? m_beginError : m_writer.Error();
+    const int error = m_writer.Error();
     if (!std::exchange(m_told, error != 0) && error != 0)
         return fmt::format(
             "Unsaved changes cannot be kept in \"{}\": {}. Save the watchlist so that they are not lost.",
@@ -59,47 +56,33 @@ std::string CRecoveryKeeper::TakeError() {
     return {};
 }
 
-// Without the lock another program could take the file for one that nobody has.
-int CRecoveryKeeper::Begin() {
-    static std::atomic<int> number{0};
-    if (const int error = MakeFolders(RecoveryFolder(m_stateFolder))) return error;
-    const std::string file =
-        fmt::format("{}/{}-{}-{}.recovery", RecoveryFolder(m_stateFolder), time(nullptr), getpid(), ++number);
-    auto lock = std::make_shared<CFileLock>(RecoveryLockName(file), 0);
-    if (!lock->IsHeld()) return lock->Error();
-    m_file = file;
-    m_lock = std::move(lock);
-    return 0;
-}
-
 void CRecoveryKeeper::Write(const SPlacement& placement, int64_t nowMs) {
-    m_written = m_doc.ChangeCount();
-    m_firstMs.reset();
+    NoteWritten();
     m_retryMs = nowMs + kRetryMs;
-    m_beginError = m_file.empty() ? Begin() : 0;
-    if (m_beginError != 0) return;
+    m_kept = true;
     SRecovery recovery;
     recovery.originalPath = m_watchlistFile.Path();
     recovery.knownHash = m_watchlistFile.KnownHash();
     recovery.savedAt = time(nullptr);
     recovery.text = WriteWatchlistText(m_doc, placement);
-    m_writer.Write(m_file, FormatRecovery(recovery));
-}
-
-// The lock goes after the file: in between, nobody may find a file without a holder.
-void CRecoveryKeeper::Drop() {
-    m_writer.Remove(m_file);
-    m_writer.Flush();
-    unlink(RecoveryLockName(m_file).c_str());
-    m_lock.reset();
-    m_file.clear();
+    m_writer.Write(FormatRecovery(recovery));
 }
 
 void CRecoveryKeeper::Adopt(const SRecovery& recovery) {
-    if (!m_file.empty()) Drop();
-    m_file = recovery.file;
-    m_lock = recovery.claim;
-    m_written = m_seen = m_doc.ChangeCount();
+    m_writer.Adopt(recovery.file, recovery.claim);
+    m_kept = true;
+    NoteWritten();
+    m_seen = m_written;
+}
+
+// A save that ends while the user is typing changes what the unsaved changes belong to.
+bool CRecoveryKeeper::IsWritten() const {
+    return m_doc.ChangeCount() == m_written && m_watchlistFile.KnownHash() == m_writtenHash;
+}
+
+void CRecoveryKeeper::NoteWritten() {
+    m_written = m_doc.ChangeCount();
+    m_writtenHash = m_watchlistFile.KnownHash();
     m_firstMs.reset();
 }
 

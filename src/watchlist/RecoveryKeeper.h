@@ -5,7 +5,6 @@
 #include "watchlist/WatchlistFrame.h"
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -21,7 +20,7 @@ class CWatchlistFile;
 ///
 /// Errors  what could not be written is tried again with the next change, and every kRetryMs without one; TakeError
 ///         tells the user
-/// Owns    the recovery file and its lock; not the document and its file, which outlive it
+/// Owns    the writer of the recovery file; not the document and its file, which outlive it
 /// Thread  GUI thread only; the disk is written by a thread of its own
 class CRecoveryKeeper {
 public:
@@ -42,14 +41,14 @@ public:
     /// The program is about to end with the document modified: writes at once what Poll would write later.
     void KeepNow(const SPlacement& placement);
 
-    /// The recovery file; empty while there is none.
-    const std::string& File() const { return m_file; }
+    /// The recovery file; empty while there is none. Waits as Flush does.
+    std::string File() { return m_writer.File(); }
 
     /// The document holds this recovery now: its file is the one that is kept up to date from here on.
     void Adopt(const SRecovery& recovery);
 
     /// Whether the last attempt to keep unsaved changes failed; after KeepNow: whether they are lost when it ends now.
-    bool HasFailed() const { return m_beginError != 0 || m_writer.Error() != 0; }
+    bool HasFailed() const { return m_writer.Error() != 0; }
     /// What the user should hear now, a sentence (Windows-1252), usually empty: why unsaved changes are not being kept,
     /// once until they were kept again. Ask after Poll.
     std::string TakeError();
@@ -58,21 +57,20 @@ public:
     void Flush() { m_writer.Flush(); }
 
 private:
-    int Begin();
     void Write(const SPlacement& placement, int64_t nowMs);
-    void Drop();
+    bool IsWritten() const;
+    void NoteWritten();
 
     const CWatchlistDoc& m_doc;
     const CWatchlistFile& m_watchlistFile;
     std::string m_stateFolder;
-    std::string m_file; ///< Empty while there is no recovery file.
-    std::shared_ptr<CFileLock> m_lock;
+    bool m_kept = false;              ///< There is a recovery file, or was to be one.
     uint64_t m_written = 0;           ///< The document's change count that the file holds.
+    uint64_t m_writtenHash = 0;       ///< The hash of the watchlist's file that it names.
     uint64_t m_seen = 0;              ///< The change count at the last call.
     std::optional<int64_t> m_firstMs; ///< When the oldest change was seen that the file does not hold.
     int64_t m_lastMs = 0;
     int64_t m_retryMs = 0; ///< When what failed may be tried again.
-    int m_beginError = 0;
     bool m_told = false;
     CRecoveryWriter m_writer; ///< Last: its thread ends first.
 };

@@ -30,11 +30,11 @@ inline void ShiftRowsDown(RowTexts& texts, int firstRow, int count) {
     MoveRows(texts, [=](int row) { return row < firstRow ? row : row + count; });
 }
 
-/// The rows firstRow to firstRow + count - 1 were deleted.
+/// The `count` rows before firstRow were deleted.
 inline void ShiftRowsUp(RowTexts& texts, int firstRow, int count) {
     MoveRows(texts, [=](int row) {
-        if (row < firstRow) return row;
-        return row < firstRow + count ? 0 : row - count;
+        if (row >= firstRow) return row - count;
+        return row >= firstRow - count ? 0 : row;
     });
 }
 

@@ -41,10 +41,11 @@ std::vector<std::string> SRowStores::RemoveRows(int firstRow, int count) {
     const auto shifted = [=](int row) { return row < firstRow ? row : row - firstRow < count ? 0 : row - count; };
     rows.RemoveRows(firstRow, count);
     invalid.Renumber(shifted);
-    annotations.ShiftUp(firstRow, count);
-    notes.ShiftUp(firstRow, count);
-    shown.ShiftUp(firstRow, count);
-    typed.ShiftUp(firstRow, count);
+    const int firstKept = firstRow + count;
+    annotations.ShiftUp(firstKept, count);
+    notes.ShiftUp(firstKept, count);
+    shown.ShiftUp(firstKept, count);
+    typed.ShiftUp(firstKept, count);
     formats.RemoveRows(firstRow, count);
     return symbols.Renumber(shifted);
 }

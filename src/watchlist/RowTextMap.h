@@ -25,8 +25,8 @@ public:
     int LastRow() const { return m_texts.empty() ? 0 : m_texts.rbegin()->first; }
     size_t Count() const { return m_texts.size(); }
 
-    /// Moves the texts of all rows from firstRow on: down for rows that were inserted, up for rows that were deleted.
-    /// Texts of the deleted rows (firstRow to firstRow + count - 1) go.
+    /// Moves the texts of all rows from firstRow on by `count` rows: down for rows that were inserted before it, up for
+    /// rows before it that were deleted, whose texts go.
     void ShiftDown(int firstRow, int count);
     void ShiftUp(int firstRow, int count);
     /// Rearranges texts after rows were reordered: newRowOf[r] is where row r went; rows it does not cover stay.

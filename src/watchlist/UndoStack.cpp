@@ -34,7 +34,7 @@ void CUndoStack::Clear() {
     SealOps();
     m_open = {};
     m_baseState = ++m_lastState;
-    m_savedState.reset();
+    ForgetSavedState();
     ++m_generation;
     if (m_depth > 0) m_layout = std::make_unique<SLayout>(CUndoTarget(m_doc).Layout());
 }
@@ -184,12 +184,20 @@ void CUndoStack::ModifiedSet(bool modified) {
     if (!modified)
         m_savedState = State();
     else if (m_depth == 0)
-        m_savedState.reset();
+        ForgetSavedState();
 }
 
 void CUndoStack::ForgetSavedState() {
     m_savedState.reset();
     ++m_otherChanges;
+}
+
+SSavePoint CUndoStack::SavePoint() const { return {m_doc.ChangeCount(), State(), m_otherChanges}; }
+
+bool CUndoStack::Saved(const SSavePoint& point) {
+    if (point.otherChanges != m_otherChanges) return false;
+    m_savedState = point.state;
+    return State() == point.state;
 }
 
 // A step is whole
@@ -200,7 +208,7 @@ void CUndoStack::Close() {
     DropUnchanged();
     if (!m_open.ops.empty()) return Push();
     m_open = {};
-    if (m_doc.ChangeCount() != m_changesAtBegin) m_savedState.reset();
+    if (m_doc.ChangeCount() != m_changesAtBegin) ForgetSavedState();
 }
 
 void CUndoStack::AddLayout() {

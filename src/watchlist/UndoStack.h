@@ -32,6 +32,13 @@ struct SUndoPlace {
     int firstColumn = 0, lastColumn = 0;
 };
 
+/// A state of a document that is being saved while the user may go on editing.
+struct SSavePoint {
+    uint64_t changes = 0; ///< The document's change count.
+    uint64_t state = 0;
+    uint64_t otherChanges = 0;
+};
+
 /// The user's edits of a watchlist, to be undone and redone one by one.
 ///
 /// An edit is recorded as what it changed: rows by the numbers that stay with them (CRowTable), so that it is undone in
@@ -110,6 +117,9 @@ public:
     void ModifiedSet(bool modified);
     /// Something changed that is no edit, whether a step stands or not: undoing leads back to nothing that was saved.
     void ForgetSavedState();
+    SSavePoint SavePoint() const;
+    /// The state of that time was saved: from now on the document is unmodified in it. Returns whether it is in it now.
+    bool Saved(const SSavePoint& point);
 
 private:
     struct SStep {

@@ -24,33 +24,6 @@ namespace vx {
 
 namespace {
 
-SFileResult Failure(std::string_view what, const std::string& path, const std::string& reason) {
-    SFileResult result{EFileOutcome::Failed, {}, {}};
-    result.error = fmt::format("The watchlist \"{}\" could not be {}: {}.", Windows1252FromUtf8(path), what, reason);
-    LogInformation(result.error);
-    return result;
-}
-
-// What can be said of a file without opening it: opening a device may do something.
-int CheckReadable(const std::string& path) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0) return errno;
-    if (S_ISDIR(status.st_mode)) return EISDIR;
-    if (!S_ISREG(status.st_mode)) return EINVAL;
-    return static_cast<uint64_t>(status.st_size) > CWatchlistFile::kMostBytes ? EFBIG : 0;
-}
-
-int ReadFile(const std::string& path, SFileImage& image) {
-    if (const int error = CheckReadable(path)) return error;
-    return ReadWholeFile(path, CWatchlistFile::kMostBytes, image);
-}
-
-std::string ReadReason(int error) {
-    if (error == EFBIG)
-        return fmt::format("it is larger than {} MB, which no watchlist is", CWatchlistFile::kMostBytes >> 20);
-    return ErrorText(error);
-}
-
 void ReadInBlocks(CWatchlistReader& reader, std::string_view text) {
     while (!text.empty()) {
         const std::string_view block = text.substr(0, CWatchlistReader::kBlockBytes);
@@ -87,44 +60,46 @@ void ReadSupplement(const CSupplementFiles& files, const std::string& path, uint
                                     "for its last saved content were not put back.");
 }
 
-void TellNotKept(const std::string& path, int error, bool agreed, SFileResult& result) {
-    const std::string words = fmt::format("The former content of \"{}\" could not be kept: {}.",
-                                          Windows1252FromUtf8(path), ReadReason(error));
-    if (agreed)
-        result.notices.push_back(words);
-    else
-        result = {EFileOutcome::FormerNotKept, words, {}};
-}
-
 } // namespace
 
 CWatchlistFile::CWatchlistFile(CWatchlistDoc& doc) : CWatchlistFile(doc, UserStateFolder()) {}
 
-CWatchlistFile::CWatchlistFile(CWatchlistDoc& doc, std::string stateFolder)
-    : m_doc(doc), m_generations(stateFolder), m_supplements(stateFolder) {}
+CWatchlistFile::CWatchlistFile(CWatchlistDoc& doc, const std::string& stateFolder) : m_doc(doc), m_saver(stateFolder) {}
 
 SFileResult CWatchlistFile::Open(const std::string& asked) {
     const std::string path = AbsolutePath(asked);
     SFileImage image;
-    if (const int error = ReadFile(path, image)) return Failure("opened", path, ReadReason(error));
+    if (const int error = ReadWatchlistFile(path, image)) return FileFailure("opened", path, ReadReason(error));
     CWatchlistReader reader;
     ReadInBlocks(reader, image.content);
     SFileResult result;
     const uint64_t hash = ContentHash(image.content);
-    ReadSupplement(m_supplements, path, hash, reader.Content(), result);
+    ReadSupplement(m_saver.Supplements(), path, hash, reader.Content(), result);
     m_doc.OpenContent(reader.Content(), Windows1252FromUtf8(TitleOfPath(path)), reader.Report());
     LogReport(path, reader.Report());
-    if (reader.Content().knownLines == 0 && !image.content.empty()) {
-        const std::string nothing =
-            fmt::format("Nothing in the file \"{}\" could be read as a watchlist.", Windows1252FromUtf8(path));
-        LogInformation(nothing);
-        m_doc.ShowProgress(nothing); // No box: what cannot be read in a file is no error.
-    }
-    for (const std::string& notice : result.notices) LogInformation(notice);
     m_path = path;
     m_knownHash = hash;
     m_onDisk = true;
+    FindUnread(reader, image.content.empty(), result);
+    for (const std::string& notice : result.notices) LogInformation(notice);
     return result;
+}
+
+// Once: the first save asks again.
+void CWatchlistFile::FindUnread(CWatchlistReader& reader, bool isEmpty, SFileResult& result) {
+    const std::string name = Windows1252FromUtf8(m_path);
+    m_unread.clear();
+    if (reader.Content().knownLines == 0 && !isEmpty) {
+        m_unread = fmt::format("Nothing in the file \"{}\" could be read as a watchlist.", name);
+        LogInformation(m_unread);
+        m_doc.ShowProgress(m_unread); // No box: what cannot be read in a file is no error.
+    } else if (const size_t line = reader.HandoverLine()) {
+        m_unread =
+            fmt::format("Line {} of \"{}\" begins with \"[\": from there on the file was read as an older layout, "
+                        "and what that layout does not know was left out.",
+                        line, name);
+        result.notices.push_back(m_unread);
+    }
 }
 
 SFileResult CWatchlistFile::OpenRecovered(const SRecovery& recovery) {
@@ -137,16 +112,17 @@ SFileResult CWatchlistFile::OpenRecovered(const SRecovery& recovery) {
     m_path = recovery.originalPath;
     m_knownHash = recovery.knownHash;
     m_onDisk = !m_path.empty();
+    m_unread.clear();
     return {};
 }
 
 SFileResult CWatchlistFile::OpenFormer(const SGeneration& generation) {
     SFileImage image;
-    if (const int error = ReadFile(generation.path, image))
-        return Failure("opened", generation.path, ReadReason(error));
+    if (const int error = ReadWatchlistFile(generation.path, image))
+        return FileFailure("opened", generation.path, ReadReason(error));
     CWatchlistReader reader;
     ReadInBlocks(reader, image.content);
-    const CSupplementFiles::SFound found = m_supplements.Find(generation.path, ContentHash(image.content));
+    const CSupplementFiles::SFound found = m_saver.Supplements().Find(generation.path, ContentHash(image.content));
     if (found.supplement) MergeSupplement(*found.supplement, reader.Content());
     m_doc.OpenContent(reader.Content(), Windows1252FromUtf8(TitleOfPath(m_path)), reader.Report());
     LogReport(generation.path, reader.Report());
@@ -158,75 +134,60 @@ void CWatchlistFile::Forget() {
     m_path.clear();
     m_knownHash = 0;
     m_onDisk = false;
+    m_unread.clear();
 }
 
 SFileResult CWatchlistFile::Save(const SPlacement& placement, SSaveConsent consent) {
     if (m_path.empty()) return {EFileOutcome::Failed, "The watchlist has no file yet.", {}};
-    return Write(m_path, placement, consent);
+    return SaveAs({}, placement, consent);
 }
 
 SFileResult CWatchlistFile::SaveAs(const std::string& path, const SPlacement& placement, SSaveConsent consent) {
-    consent.overwriteChanged = true;
-    return Write(AbsolutePath(path), placement, consent);
-}
-
-SFileResult CWatchlistFile::Write(const std::string& path, const SPlacement& placement, SSaveConsent consent) {
-    m_doc.ShowProgress(fmt::format("Saving Watchlist \"{}\"", Windows1252FromUtf8(path)));
-    SFileImage before;
-    const int readError = ReadFile(path, before);
-    SFileResult result;
-    if (readError == EISDIR || readError == EINVAL) {
-        result = Failure("saved", path, ErrorText(readError));
-    } else if (!consent.overwriteChanged && m_onDisk && readError != ENOENT &&
-               (readError != 0 || ContentHash(before.content) != m_knownHash)) {
-        result.outcome = EFileOutcome::ChangedOnDisk;
-        result.error = fmt::format("The file \"{}\" was changed by another program since it was opened.",
-                                   Windows1252FromUtf8(path));
-    } else {
-        const std::string text = WriteWatchlistText(m_doc, placement);
-        std::string made;
-        const int notKept = KeepFormer(path, text, before, readError == ENOENT ? 0 : readError, made);
-        if (notKept == 0 || consent.withoutFormer) result = Replace(path, placement, text);
-        if (notKept != 0) TellNotKept(path, notKept, consent.withoutFormer, result);
-        if (!made.empty() && result.IsDone())
-            m_generations.RemoveOld(path);
-        else if (!made.empty())
-            unlink(made.c_str()); // It is still the file's content.
-    }
-    for (const std::string& notice : result.notices) LogInformation(notice);
-    m_doc.RestoreStatus();
+    SSaveJob job = BeginSave(path, placement);
+    job.consent.overwriteChanged |= consent.overwriteChanged;
+    job.consent.overwriteUnread |= consent.overwriteUnread;
+    job.consent.withoutFormer = consent.withoutFormer;
+    SFileResult result = m_saver.Save(job);
+    EndSave(job, result);
     return result;
 }
 
-// Keeps what a save is about to replace. An errno value, 0 when nothing is lost.
-int CWatchlistFile::KeepFormer(const std::string& path, const std::string& text, const SFileImage& before,
-                               int readError, std::string& made) {
-    SFileSignature there;
-    if (readError != 0) return ReadSignature(path, there) == 0 && there.inode != 0 ? readError : 0;
-    if (before.content.empty() || before.content == text) return 0;
-    return m_generations.Keep(path, before.content, before.signature.modifiedNs, made);
+SSaveJob CWatchlistFile::BeginSave(const std::string& path, const SPlacement& placement) {
+    SSaveJob job;
+    job.path = path.empty() ? m_path : AbsolutePath(path);
+    RenewJob(job);
+    job.consent.overwriteChanged = job.consent.overwriteUnread = !path.empty();
+    job.text = WriteWatchlistText(m_doc, placement);
+    job.placement = placement;
+    job.point = m_doc.Undo().SavePoint();
+    return job;
 }
 
-SFileResult CWatchlistFile::Replace(const std::string& path, const SPlacement& placement, const std::string& text) {
-    if (const int error = SaveFile(path, text)) return Failure("saved", path, ErrorText(error));
-    m_supplements.Retire(path, m_generations.List(path));
-    m_knownHash = ContentHash(text);
-    m_onDisk = true;
-    NoteSaved(path, placement);
-    return {};
+void CWatchlistFile::RenewJob(SSaveJob& job) {
+    m_doc.ShowProgress(fmt::format("Saving Watchlist \"{}\"", Windows1252FromUtf8(job.path)));
+    job.knownHash.reset();
+    if (m_onDisk) job.knownHash = m_knownHash;
+    job.unread = m_unread;
 }
 
-void CWatchlistFile::NoteSaved(const std::string& path, const SPlacement& placement) {
-    if (path != m_path) m_doc.SetTitle(Windows1252FromUtf8(TitleOfPath(path)));
-    m_path = path;
-    m_doc.Options().placement = placement;
-    m_doc.SetModified(false);
-    const std::string folder = path.substr(0, path.rfind('/') + 1);
+void CWatchlistFile::EndSave(const SSaveJob& job, const SFileResult& result) {
+    if (result.IsDone()) {
+        if (job.path != m_path) m_doc.SetTitle(Windows1252FromUtf8(TitleOfPath(job.path)));
+        m_path = job.path;
+        m_knownHash = ContentHash(job.text);
+        m_onDisk = true;
+        m_unread.clear();
+        m_doc.Options().placement = job.placement;
+        if (m_doc.Undo().Saved(job.point) || m_doc.ChangeCount() == job.point.changes) m_doc.SetModified(false);
+    }
+    m_doc.RestoreStatus();
+    if (!result.IsDone()) return;
+    const std::string folder = m_path.substr(0, m_path.rfind('/') + 1);
     if (m_doc.Settings().ReadText(kMyWatchlists) != folder) m_doc.Settings().WriteText(kMyWatchlists, folder);
 }
 
 std::vector<SGeneration> CWatchlistFile::Generations() const {
-    return m_path.empty() ? std::vector<SGeneration>{} : m_generations.List(m_path);
+    return m_path.empty() ? std::vector<SGeneration>{} : m_saver.Generations().List(m_path);
 }
 
 } // namespace vx

@@ -1,11 +1,7 @@
 #pragma once
 
-#include "base/AtomicFile.h"
-#include "watchlist/FileGenerations.h"
-#include "watchlist/SupplementFiles.h"
-#include "watchlist/WatchlistFrame.h"
+#include "watchlist/FileSaver.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -14,29 +10,8 @@ namespace vx {
 
 class CReadReport;
 class CWatchlistDoc;
+class CWatchlistReader;
 struct SRecovery;
-
-enum class EFileOutcome {
-    Done,
-    ChangedOnDisk, ///< Nothing was written: another program changed the file since it was opened or saved.
-    FormerNotKept, ///< Nothing was written: the content that the save replaces could not be kept as a generation.
-    Failed
-};
-
-/// What a save may do although something is lost by it; each only after the user was told by a save's result.
-struct SSaveConsent {
-    bool overwriteChanged = false; ///< Replace what another program wrote. Asked for by ChangedOnDisk.
-    bool withoutFormer = false;    ///< Replace a content that cannot be kept. Asked for by FormerNotKept.
-};
-
-/// What came of opening or saving, in words for the user (Windows-1252).
-struct SFileResult {
-    EFileOutcome outcome = EFileOutcome::Done;
-    std::string error;                ///< What failed, with the file's name and the reason; empty when done.
-    std::vector<std::string> notices; ///< What worked, but not as expected; a sentence each.
-
-    bool IsDone() const { return outcome == EFileOutcome::Done; }
-};
 
 /// The file of the open watchlist: opens and saves it so that nothing a user wrote is lost.
 ///
@@ -46,11 +21,8 @@ struct SFileResult {
 /// Thread  GUI thread only
 class CWatchlistFile {
 public:
-    /// More is no watchlist: the longest one, with all formats and alerts that it may have, is smaller.
-    static constexpr size_t kMostBytes = size_t{256} * 1024 * 1024;
-
     explicit CWatchlistFile(CWatchlistDoc& doc);
-    CWatchlistFile(CWatchlistDoc& doc, std::string stateFolder);
+    CWatchlistFile(CWatchlistDoc& doc, const std::string& stateFolder);
 
     /// Puts the watchlist of a file into the document.
     SFileResult Open(const std::string& path);
@@ -63,12 +35,26 @@ public:
     /// Writes the document to its file. The content that this replaces is kept as a generation.
     ///
     /// Units   placement: where the window stands
-    /// Errors  ChangedOnDisk and FormerNotKept unless the consent covers them, in this order, with a sentence that says
-    ///         what is at stake: ask the user and call again with both consents given so far. Failed without a path.
-    ///         The document stays modified unless all of it is on disk
+    /// Errors  ChangedOnDisk, NotAllRead and FormerNotKept unless the consent covers them, in this order, with a
+    ///         sentence that says what is at stake: ask the user and call again with all consents given so far. Failed
+    ///         without a path. The document stays modified unless all of it is on disk
     SFileResult Save(const SPlacement& placement, SSaveConsent consent = {});
-    /// As Save, to another file, which is the document's from then on. Never ChangedOnDisk: the user chose the file.
+    /// As Save, to another file, which is the document's from then on. Never ChangedOnDisk or NotAllRead: the user
+    /// chose the file.
     SFileResult SaveAs(const std::string& path, const SPlacement& placement, SSaveConsent consent = {});
+
+    // The same in three steps, so that a slow disk does not hold the window: a job is made, carried out on any thread
+    // by Saver().Save, and ended on this one. What is edited between the first and the last leaves the document
+    // modified.
+
+    /// path: another file, empty for the document's own.
+    SSaveJob BeginSave(const std::string& path, const SPlacement& placement);
+    /// A job that waited, for another one or for the user, is about to be carried out: what was saved meanwhile may be
+    /// replaced.
+    void RenewJob(SSaveJob& job);
+    void EndSave(const SSaveJob& job, const SFileResult& result);
+    const CFileSaver& Saver() const { return m_saver; }
+
     /// The document is a new one, or closed.
     void Forget();
 
@@ -80,18 +66,14 @@ public:
     std::vector<SGeneration> Generations() const;
 
 private:
-    SFileResult Write(const std::string& path, const SPlacement& placement, SSaveConsent consent);
-    SFileResult Replace(const std::string& path, const SPlacement& placement, const std::string& text);
-    int KeepFormer(const std::string& path, const std::string& text, const SFileImage& before, int readError,
-                   std::string& made);
-    void NoteSaved(const std::string& path, const SPlacement& placement);
+    void FindUnread(CWatchlistReader& reader, bool isEmpty, SFileResult& result);
 
     CWatchlistDoc& m_doc;
-    CFileGenerations m_generations;
-    CSupplementFiles m_supplements;
+    CFileSaver m_saver;
     std::string m_path;
     uint64_t m_knownHash = 0;
     bool m_onDisk = false; ///< m_knownHash stands for a content that is, or was, on disk.
+    std::string m_unread;  ///< What of the file was not read, a sentence; empty: all was.
 };
 
 } // namespace vx

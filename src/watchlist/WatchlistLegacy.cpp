@@ -97,28 +97,30 @@ struct SListPair {
 
 class CLegacyReader {
 public:
-    CLegacyReader(SWatchlistContent& content, CReadReport& report) : m_content(content), m_report(report) {}
+    CLegacyReader(SWatchlistContent& content, CReadReport& report) : m_content(content), m_report(&report) {}
+
+    void ReportTo(CReadReport& report) { m_report = &report; }
 
     void ApplyLine(std::string_view line, size_t number) {
         std::string_view value = line;
         const std::string_view key = TakeUntil(value, '=');
         if (key.size() == line.size()) { // Without "=": a section's name, or nothing that can be read.
-            if (!line.starts_with('[')) m_report.LeftOut(number, "there is no \"=\" in it", line);
+            if (!line.starts_with('[')) m_report->LeftOut(number, "there is no \"=\" in it", line);
             return;
         }
         m_line = number;
         if (ApplyPlacement(key, value) || ApplyList(key, value) || ApplyRecords(key, value))
             ++m_content.knownLines;
         else
-            m_report.LeftOut(number, "the key is unknown", key);
+            m_report->LeftOut(number, "the key is unknown", key);
     }
 
     void Finish() {
         m_symbols.Walk(
-            [&](int row, std::string_view symbol) { ReadSymbolAt(row, symbol, m_symbolsLine, m_content, m_report); });
+            [&](int row, std::string_view symbol) { ReadSymbolAt(row, symbol, m_symbolsLine, m_content, *m_report); });
         m_annotations.texts = MarkedTexts(m_annotations.texts);
         m_annotations.Walk([&](int row, std::string_view text) {
-            ReadAnnotationAt(row, text, m_annotationsLine, m_content, m_report);
+            ReadAnnotationAt(row, text, m_annotationsLine, m_content, *m_report);
         });
     }
 
@@ -146,27 +148,27 @@ private:
     }
 
     bool ApplyRecords(std::string_view key, std::string_view value) {
-        if (key == "LockColumns") return ReadKey("LockedColumns", value, m_line, m_content, m_report);
-        if (key == "Formatting") return ReadKey(key, value, m_line, m_content, m_report);
+        if (key == "LockColumns") return ReadKey("LockedColumns", value, m_line, m_content, *m_report);
+        if (key == "Formatting") return ReadKey(key, value, m_line, m_content, *m_report);
         if (!key.starts_with("AlertNumber")) return false;
         if (const std::string record = ModernAlert(value); !record.empty())
-            ReadKey("Alerts", record, m_line, m_content, m_report);
+            ReadKey("Alerts", record, m_line, m_content, *m_report);
         else
-            m_report.LeftOut(m_line, "the alert was not understood", value);
+            m_report->LeftOut(m_line, "the alert was not understood", value);
         return true;
     }
 
     void ReadColumnNames(std::string_view value) {
         m_content.columns.clear();
         m_content.columnsGiven = true;
-        CColumnListReader columns(m_content, m_report, m_line);
+        CColumnListReader columns(m_content, *m_report, m_line);
         const std::string names = ModernColumnNames(value);
         for (const std::string_view name : SplitCountingTail(names, ';'))
             if (!name.empty()) columns.Add(name, kDefaultColumnWidthPx);
     }
 
     SWatchlistContent& m_content;
-    CReadReport& m_report;
+    CReadReport* m_report;
     size_t m_line = 0;
     SListPair m_symbols, m_annotations;
     size_t m_symbolsLine = 0, m_annotationsLine = 0;
@@ -204,10 +206,13 @@ std::string ModernAlert(std::string_view legacyAlert) {
     return fmt::format("{}:{},{},{},{};", symbol, field, condition, number, enabled == "Enabled" ? "TRUE" : "FALSE");
 }
 
-void ReadLegacyText(std::string_view text, SWatchlistContent& content, CReadReport& report) {
-    CLegacyReader reader(content, report);
+void ReadLegacyText(std::string_view text, size_t knownBytes, SWatchlistContent& content, CReadReport& report) {
+    CReadReport known;
+    CLegacyReader reader(content, known);
+    const size_t size = text.size();
     size_t number = 0;
     for (size_t end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
+        if (size - text.size() >= knownBytes) reader.ReportTo(report);
         std::string_view line = text.substr(0, end);
         text.remove_prefix(end + 1);
         ++number;

@@ -9,12 +9,13 @@ namespace vx {
 
 // The older layout of watchlist files, which begins with "[". It is read and never written.
 
-/// Reads a whole text of the older layout.
+/// Reads a whole text of the older layout. knownBytes: what was read in the current one before; it is read once more,
+/// and nothing about it is reported.
 ///
-/// Shape   lines "key=value" that end at LF, a CR before it ignored; what stands behind the last LF is not read
+/// Shape   lines "key=value" that end at LF, a CR before it ignored; what follows the last LF is not read
 /// Errors  none, as in CWatchlistReader
 /// Source  docs/file-format.md, "The older layout"
-void ReadLegacyText(std::string_view text, SWatchlistContent& content, CReadReport& report);
+void ReadLegacyText(std::string_view text, size_t knownBytes, SWatchlistContent& content, CReadReport& report);
 
 /// A comma-separated list of the older layout's column names as ";"-separated names of today.
 std::string ModernColumnNames(std::string_view legacyNames);

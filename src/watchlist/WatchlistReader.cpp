@@ -11,32 +11,30 @@ namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr char kLegacyMark = '[';
-constexpr size_t kLeastCompacted = 4096;
 
 } // namespace
 
 void CWatchlistReader::TakeBlock(std::string_view bytes) {
-    if (bytes.empty()) return;
-    if (!m_started) m_legacy = bytes.front() == kLegacyMark;
-    m_started = true;
-    m_buffer += bytes;
+    m_text += bytes;
     if (!m_legacy) CutLines();
 }
 
 void CWatchlistReader::CutLines() {
-    for (;;) {
-        const size_t end = m_buffer.find(kLineEnd, m_searched);
-        if (end == std::string::npos) break;
-        ApplyLine(std::string_view(m_buffer).substr(m_begin, end - m_begin));
+    for (size_t end; (end = m_text.find(kLineEnd, m_searched)) != std::string::npos;) {
+        if (m_text[m_begin] == kLegacyMark) return HandOver();
+        ApplyLine(std::string_view(m_text).substr(m_begin, end - m_begin));
         m_begin = m_searched = end + kLineEnd.size();
     }
     // A CR may be half of a line end.
-    const bool half = m_buffer.size() > m_begin && m_buffer.back() == '\r';
-    m_searched = m_buffer.size() - (half ? 1 : 0);
-    if (m_begin < kLeastCompacted || m_begin < m_buffer.size() / 2) return;
-    m_buffer.erase(0, m_begin);
-    m_searched -= m_begin;
-    m_begin = 0;
+    const bool half = m_text.size() > m_begin && m_text.back() == '\r';
+    m_searched = m_text.size() - (half ? 1 : 0);
+}
+
+// The older layout's lines end at LF, and are counted so.
+void CWatchlistReader::HandOver() {
+    m_legacy = true;
+    const auto begin = m_text.begin() + static_cast<ptrdiff_t>(m_begin);
+    if (m_begin > 0) m_handoverLine = static_cast<size_t>(std::count(m_text.begin(), begin, '\n')) + 1;
 }
 
 void CWatchlistReader::ApplyLine(std::string_view line) {
@@ -55,14 +53,13 @@ void CWatchlistReader::ApplyLine(std::string_view line) {
 
 void CWatchlistReader::Finish() {
     if (m_legacy)
-        ReadLegacyText(m_buffer, m_content, m_report);
-    else if (m_begin < m_buffer.size())
+        ReadLegacyText(m_text, m_begin, m_content, m_report);
+    else if (m_begin < m_text.size())
         m_report.LeftOut(m_line + 1, "the last line has no end and was not read",
-                         std::string_view(m_buffer).substr(m_begin));
+                         std::string_view(m_text).substr(m_begin));
     m_further.Apply(m_content, m_report);
-    m_buffer.clear();
-    m_buffer.shrink_to_fit();
-    m_begin = m_searched = 0;
+    m_text.clear();
+    m_text.shrink_to_fit();
 }
 
 } // namespace vx

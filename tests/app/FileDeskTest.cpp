@@ -3,16 +3,23 @@
 #include "app/FileMenus.h"
 #include "app/FrameFixture.h"
 #include "app/MainMenus.h"
+#include "app/QtMessageBox.h"
+#include "app/StrayKeyGuard.h"
 #include "support/Dialogs.h"
 #include "support/EventLoop.h"
+#include "support/FakeClock.h"
 #include "support/MessageBoxes.h"
 #include "watchlist/CellEntry.h"
 
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QFontMetrics>
+#include <QLabel>
 #include <QMenu>
+#include <QMessageBox>
 #include <QMimeData>
+#include <QProgressDialog>
+#include <QTest>
 #include <QUrl>
 
 #include <gmock/gmock.h>
@@ -48,6 +55,13 @@ protected:
             static_cast<QDialog&>(dialog).accept();
         });
     }
+    /// From now on saves of a file wait until EndSlowDisk, as on a disk that takes its time; the window does not.
+    void BeginSlowDisk(const std::string& path) {
+        ASSERT_EQ(CFileGenerations(At("zantrel")).Lock(path, slowDisk), 0);
+        frame.Files().SetPatienceMs(0);
+    }
+    void EndSlowDisk() { slowDisk.reset(); }
+    std::string StatusText() { return frame.findChild<QLabel*>(QStringLiteral("paneStatus"))->text().toStdString(); }
     void Drop(const std::vector<std::string>& paths) {
         QMimeData data;
         QList<QUrl> urls;
@@ -82,6 +96,7 @@ protected:
     CMessageBoxes boxes;
     std::vector<std::string> titles;
     std::string filters, directory;
+    std::optional<CFileLock> slowDisk;
 };
 
 } // namespace
@@ -199,6 +214,99 @@ TEST_F(CFileDeskTest, WhatAnotherProgramWroteIsOverwrittenOnlyAfterAQuestion) {
     EXPECT_THAT(ReadFile(path), testing::HasSubstr("Symbols=GE:1,;BA:2,;\r\n"));
 }
 
+TEST_F(CFileDeskTest, ASlowDiskHoldsNeitherTheWindowNorWhatIsTypedMeanwhile) {
+    const std::string path = FileOf("Banks.vxw", "IBM");
+    ASSERT_TRUE(frame.Files().OpenInstead(path));
+    BeginSlowDisk(path);
+    Type(2, "msft");
+    Do("FileSave");
+    EXPECT_TRUE(frame.Files().IsSaving());
+    EXPECT_THAT(StatusText(), testing::StartsWith("Saving Watchlist \"" + path));
+    Type(3, "ge");
+    Do("FileSave");
+    Type(4, "ford");
+    EXPECT_THAT(ReadFile(path), testing::Not(testing::HasSubstr("MSFT"))) << "the disk is not slow";
+    EndSlowDisk();
+    ASSERT_TRUE(WaitUntil([this] { return !frame.Files().IsSaving(); }));
+    EXPECT_THAT(ReadFile(path), testing::HasSubstr("Symbols=IBM:1,;MSFT:2,;GE:3,;\r\n"));
+    EXPECT_TRUE(doc.IsModified());
+    Do("EditUndo");
+    EXPECT_FALSE(doc.IsModified()) << "this is what the second save has written";
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+    EXPECT_EQ(frame.Files().File().Generations().size(), 2u);
+
+    BeginSlowDisk(path);
+    Type(2, "gm");
+    Do("FileSave");
+    WriteFile(path, "Symbols=F:1,;\r\n"); // Another program is quicker.
+    boxes.answers = {Cancel};
+    EndSlowDisk();
+    ASSERT_TRUE(WaitUntil([this] { return !frame.Files().IsSaving(); }));
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre(testing::HasSubstr("changed by another program")));
+    EXPECT_EQ(ReadFile(path), "Symbols=F:1,;\r\n");
+    EXPECT_TRUE(doc.IsModified());
+}
+
+TEST_F(CFileDeskTest, AQuestionThatComesLateTakesNoKeyThatWasTypedForTheWindow) {
+    const std::string path = FileOf("Banks.vxw", "IBM");
+    ASSERT_TRUE(frame.Files().OpenInstead(path));
+    BeginSlowDisk(path);
+    Type(2, "msft");
+    Do("FileSave");
+    WriteFile(path, "Symbols=F:1,;\r\n");
+    const MessageBoxHandler recording = SetMessageBoxHandler({});
+    InstallQtMessageBoxes(&frame);
+    CFakeClock clock;
+    std::string afterKeys;
+    WhenOpen<QMessageBox>([&](QMessageBox& box) {
+        for (int i = 0; i < 3; ++i) {
+            clock.elapsedMs += CStrayKeyGuard::kQuietMs - 1;
+            QTest::keyClick(&box, Qt::Key_Return);
+        }
+        EXPECT_TRUE(box.isVisible());
+        clock.elapsedMs += CStrayKeyGuard::kQuietMs;
+        QTest::keyClick(&box, Qt::Key_Escape);
+        afterKeys = ReadFile(path);
+    });
+    EndSlowDisk();
+    EXPECT_TRUE(WaitUntil([&] { return !afterKeys.empty() && !frame.Files().IsSaving(); }));
+    SetMessageBoxHandler(recording);
+    EXPECT_EQ(afterKeys, "Symbols=F:1,;\r\n");
+    EXPECT_TRUE(doc.IsModified());
+}
+
+TEST_F(CFileDeskTest, WhoLeavesWhileItIsSavedWaitsOrGoesBack) {
+    const std::string path = FileOf("Banks.vxw", "IBM");
+    ASSERT_TRUE(frame.Files().OpenInstead(path));
+    BeginSlowDisk(path);
+    Type(2, "msft");
+    Do("FileSave");
+    WhenOpen<QProgressDialog>([](QProgressDialog& dialog) {
+        EXPECT_EQ(dialog.labelText(), QStringLiteral("Saving \"Banks\""));
+        dialog.cancel();
+    });
+    EXPECT_FALSE(frame.close());
+    EXPECT_TRUE(frame.isVisible() && frame.Files().IsSaving());
+    WhenOpen<QProgressDialog>([this](QProgressDialog&) { EndSlowDisk(); });
+    EXPECT_TRUE(frame.close());
+    EXPECT_THAT(ReadFile(path), testing::HasSubstr("MSFT:2,;"));
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+}
+
+TEST_F(CFileDeskTest, AFileOfWhichNotAllWasReadIsReplacedOnlyWhenTheUserAgrees) {
+    const std::string path = At("Banks.vxw");
+    WriteFile(path, "Symbols=IBM:1,;\r\n[x]\r\nNotes=1:lost;\r\n");
+    ASSERT_TRUE(frame.Files().OpenInstead(path));
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre(testing::StartsWith("Line 2 of \"" + path + "\" begins with \"[\":")));
+    boxes.answers = {Cancel, Yes};
+    Do("FileSave");
+    EXPECT_THAT(ReadFile(path), testing::HasSubstr("lost"));
+    Do("FileSave");
+    EXPECT_THAT(ReadFile(path), testing::Not(testing::HasSubstr("lost")));
+    Do("FileSave");
+    EXPECT_EQ(boxes.TakeTexts().size(), 2u);
+}
+
 TEST_F(CFileDeskTest, AFormerContentThatCannotBeKeptIsNamedAndNothingElseIs) {
     const std::string path = FileOf("Banks.vxw", "IBM");
     ASSERT_TRUE(frame.Files().OpenInstead(path));
@@ -261,7 +369,8 @@ TEST_F(CFileDeskTest, AFormerContentOpensAsUnsavedChangesOfTheFile) {
     Do("FileSave");
     const QStringList entries = Entries(CMainMenus::kPreviousVersions);
     ASSERT_EQ(entries.size(), 3);
-    EXPECT_TRUE(entries[0].endsWith(QStringLiteral("39 bytes"))) << entries[0].toStdString();
+    EXPECT_TRUE(entries[0].startsWith(QStringLiteral("1.  ")) && entries[0].endsWith(QStringLiteral("39 bytes")))
+        << entries[0].toStdString();
     EXPECT_EQ(entries[1], QStringLiteral("Opens as an unsaved copy"));
 
     Entry(CMainMenus::kPreviousVersions, 0).trigger();

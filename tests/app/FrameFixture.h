@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/FileDesk.h"
 #include "app/MainFrame.h"
 #include "base/Registry.h"
 #include "base/RegistryPaths.h"
@@ -41,6 +42,7 @@ protected:
     CMainFrame& Frame(const std::vector<std::string>& arguments = {}) {
         m_frame = std::make_unique<CMainFrame>(settings, CNorvCommandLineInfo(arguments));
         m_frame->KeepFeedClosed();
+        m_frame->Files().SetPatienceMs(kSaveMs);  // A save is done when its command returns.
         m_frame->LookupTables().SetTimes({0, 0}); // A scripted port cannot answer while this thread waits for it.
         m_frame->Document().NewDocument();
         return *m_frame;
@@ -70,6 +72,8 @@ protected:
     void Do(const char* command) { m_frame->findChild<QAction*>(QString::fromLatin1(command))->trigger(); }
 
 private:
+    static constexpr int kSaveMs = 30'000;
+
     std::unique_ptr<CMainFrame> m_frame;
 };
 

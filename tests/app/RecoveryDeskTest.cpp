@@ -10,6 +10,7 @@
 
 #include <QProcess>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QTreeWidget>
 
 #include <gmock/gmock.h>
@@ -181,4 +182,36 @@ TEST_F(CRecoveryDeskTest, ASignalEndsTheProgramWithoutAQuestionAndTheChangesAreK
         std::filesystem::remove(At("zantrel/watchlist-1.socket"));
     }
     EXPECT_THAT(Kept(), SizeIs(1)) << "a recovery on offer outlives the program";
+}
+
+TEST_F(CRecoveryDeskTest, ALostDisplayLeavesTheChangesAndTheOpenEditorToTheNextStart) {
+    for (const char* tool : {"Xvfb", "xdotool"})
+        if (QStandardPaths::findExecutable(QString::fromLatin1(tool)).isEmpty()) GTEST_SKIP() << "no " << tool;
+    QProcess display;
+    display.start(QStringLiteral("Xvfb"), {QStringLiteral("-displayfd"), QStringLiteral("1")});
+    ASSERT_TRUE(display.waitForReadyRead());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DISPLAY"), QLatin1Char(':') + QString::fromLatin1(display.readLine().trimmed()));
+    environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    QProcess program;
+    program.setProcessEnvironment(environment);
+    program.start(QStringLiteral(ZW_BIN_DIR "/zantrel-watchlist"), {});
+    ASSERT_TRUE(program.waitForStarted());
+    ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(At("zantrel/watchlist-1.socket")); }));
+    QProcess keys;
+    keys.setProcessEnvironment(environment);
+    keys.start(QStringLiteral("xdotool"),
+               QStringLiteral("search --sync --onlyvisible --name Zantrel windowfocus --sync key i b m Return g o o g")
+                   .split(QLatin1Char(' ')));
+    ASSERT_TRUE(keys.waitForFinished());
+    ASSERT_EQ(keys.exitCode(), 0) << keys.readAllStandardError().toStdString();
+    // A second after the first entry it is kept: by then the second one is in the editor.
+    ASSERT_TRUE(WaitUntil([&] { return Kept().size() == 1; }));
+    EXPECT_THAT(ReadFile(Kept().front()), testing::HasSubstr("Symbols=IBM:1,;\r\n"));
+    display.kill();
+    ASSERT_TRUE(program.waitForFinished());
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    ASSERT_THAT(Kept(), SizeIs(1));
+    EXPECT_THAT(ReadFile(Kept().front()), testing::HasSubstr("Symbols=IBM:1,;GOOG:2,;\r\n"));
+    display.waitForFinished();
 }

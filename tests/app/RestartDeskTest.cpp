@@ -4,8 +4,11 @@
 #include "app/RecoveryDesk.h"
 #include "app/SiblingFixture.h"
 #include "feed/FeedEnd.h"
+#include "support/Dialogs.h"
 #include "support/Gui.h"
+#include "watchlist/FileGenerations.h"
 
+#include <QProgressDialog>
 #include <QSignalSpy>
 
 #include <gmock/gmock.h>
@@ -77,6 +80,26 @@ TEST_F(CRestartDeskTest, AnUnmodifiedListIsOpenedAsItWas) {
     WriteFile(At("Banks.vxw"), "Columns=Symbol:1000;\r\nSymbols=MSFT:1,;\r\n");
     ASSERT_TRUE(EndedFrame().Files().Open(At("Banks.vxw")));
     EXPECT_EQ(StartedByRestart(), "zantrel-watchlist|Banks.vxw|--new-window|");
+}
+
+TEST_F(CRestartDeskTest, ASaveThatIsUnderWayIsWaitedFor) {
+    Install("zantrel-watchlist");
+    WriteFile(At("Banks.vxw"), "Columns=Symbol:1000;\r\nSymbols=MSFT:1,;\r\n");
+    CMainFrame& frame = EndedFrame();
+    ASSERT_TRUE(frame.Files().Open(At("Banks.vxw")));
+    std::optional<CFileLock> slowDisk;
+    ASSERT_EQ(CFileGenerations(At("zantrel")).Lock(At("Banks.vxw"), slowDisk), 0);
+    frame.Files().SetPatienceMs(0);
+    frame.Document().EnterSymbol(2, "IBM");
+    frame.Document().SetModified(true);
+    Do("FileSave");
+    const QSignalSpy restarted(&frame.Restart(), &CRestartDesk::Restarted);
+    WhenOpen<QProgressDialog>([](QProgressDialog& dialog) { dialog.cancel(); });
+    Do("Restart");
+    EXPECT_THAT(restarted, SizeIs(0));
+    WhenOpen<QProgressDialog>([&](QProgressDialog&) { slowDisk.reset(); });
+    EXPECT_EQ(StartedByRestart(), "zantrel-watchlist|Banks.vxw|");
+    EXPECT_FALSE(frame.Document().IsModified());
 }
 
 TEST_F(CRestartDeskTest, TheProgramStaysWhenItCannotBeStartedOrChangesCannotBeKept) {

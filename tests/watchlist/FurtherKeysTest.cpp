@@ -143,6 +143,9 @@ TEST_F(FurtherKeys, BringBackColumnsWithWhatCountsByTheirPlaces) {
     Travel();
     EXPECT_EQ(Columns(), "Yield: net=50 Symbol=70 Last=0 Bid=70 Ask=70 a;Ask=50 RowNumbers=50 two\r\nlines=50 ");
     EXPECT_EQ(doc.Columns().At(0).width, kRowNumberWidthPx);
+    doc.Columns().SetWidth(0, 45);
+    Travel();
+    EXPECT_EQ(doc.Columns().At(0).width, 45);
     while (doc.Columns().Count() > 1) doc.Columns().Remove(1);
     Travel();
     EXPECT_EQ(Columns(), "");

@@ -186,6 +186,7 @@ TEST_F(InterruptedSave, UnsavedChangesAreFoundAfterAKill) {
         const pid_t child = Fork([&] {
             CRecoveryKeeper keeper(doc, file, state.Path());
             Change(2, "MSFT");
+            Change(3, fmt::format("S{}", kills));
             doc.Notes().Set(70, "kept");
             keeper.Poll({}, 0);
             keeper.Poll({}, CRecoveryKeeper::kQuietMs);

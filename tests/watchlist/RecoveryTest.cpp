@@ -129,3 +129,42 @@ TEST_F(Recovery, ADamagedOneIsLeftAlone) {
     EXPECT_THAT(FindRecoveries(state.Path()), ElementsAre(testing::Field(&SRecovery::savedAt, 12)));
     EXPECT_EQ(ReadFile(state / "recovery/1.recovery"), flipped);
 }
+
+TEST_F(Recovery, WhatKilledWritesLeftGoesAtTheNextStart) {
+    std::filesystem::create_directories(state / "recovery");
+    const std::string left = state / "recovery/.1-2-3.recovery.saving-2-1";
+    const std::string written = state / "recovery/.1-4-1.recovery.saving-4-1";
+    for (const std::string& name : {left, written}) WriteFile(name, "half");
+    const CFileLock held(written, 0);
+    ASSERT_TRUE(held.IsHeld());
+    EXPECT_THAT(FindRecoveries(state.Path()), IsEmpty());
+    EXPECT_FALSE(std::filesystem::exists(left));
+    EXPECT_TRUE(std::filesystem::exists(written)) << "it is being written by a running program";
+}
+
+TEST_F(Recovery, NamesTheFileThatASaveLeftWhileTheUserWasTyping) {
+    OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
+    Change(2, "A");
+    const SSaveJob job = file.BeginSave(At("other.vxw"), {});
+    Change(3, "B");
+    PollAt(0);
+    PollAt(1000);
+    file.EndSave(job, file.Saver().Save(job));
+    ASSERT_TRUE(doc.IsModified());
+    PollAt(1010);
+    const std::optional<SRecovery> kept = ParseRecovery(RecoveryFiles().at(0));
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(kept->originalPath, At("other.vxw"));
+    EXPECT_EQ(kept->knownHash, file.KnownHash());
+}
+
+TEST_F(Recovery, WhatWasSavedBeforeTheProgramDiedIsNotOffered) {
+    OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
+    Change(2, "A");
+    keeper.KeepNow({});
+    WriteFile(state / "recovery/1.recovery", RecoveryFiles().at(0));
+    EXPECT_THAT(FindRecoveries(state.Path()), SizeIs(1));
+    ASSERT_TRUE(Save().IsDone());
+    EXPECT_THAT(FindRecoveries(state.Path()), IsEmpty());
+    EXPECT_EQ(RecoveryFiles().size(), 1u) << "the one of a running program stays";
+}

@@ -21,6 +21,7 @@ protected:
 TEST_F(CWatchlistFileTest, ColumnsAreReadWithTheirWidths) {
     EXPECT_EQ(ColumnsOf(""), "Symbol=100 ");
     EXPECT_EQ(ColumnsOf(";Symbol:500;Last:605;"), "Symbol=50 Last=60 ");
+    EXPECT_EQ(ColumnsOf("Last:5;"), "");
     EXPECT_EQ(ColumnsOf("Last:9;Bid:10;Ask:-50;"), "Bid=1 ");
     EXPECT_EQ(ColumnsOf("Last:999999999;No Such:1000;Last:700;"), "Last=70 No Such=100 ");
     ColumnsOf("RowNumbers:450;Last:1000;");
@@ -59,8 +60,10 @@ TEST(CRowTextMap, TextsMoveWithTheirRows) {
     texts.Set(0, "#never");
     texts.ShiftDown(2, 3);
     EXPECT_EQ(texts.Serialise(), "1:#a;7:#b;");
-    texts.ShiftUp(1, 2);
-    EXPECT_EQ(texts.Serialise(), "5:#b;");
+    texts.ShiftUp(7, 1);
+    EXPECT_EQ(texts.Serialise(), "1:#a;6:#b;");
+    texts.ShiftUp(2, 1);
+    EXPECT_EQ(texts.Serialise(), "5:#b;") << "the text of a deleted row";
     texts.Reorder({0, 1, 2, 3, 4, 2});
     EXPECT_EQ(texts.Serialise(), "2:#b;");
     texts.Set(2, "");

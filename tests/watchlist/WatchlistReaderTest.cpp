@@ -36,9 +36,24 @@ TEST(CWatchlistReader, BlocksOfEverySizeGiveTheSame) {
     }
 }
 
-TEST(CWatchlistReader, OnlyTheFirstByteOfAFileMakesItOneOfTheOlderLayout) {
-    EXPECT_EQ(Rows(ReadIn("Symbols=IBM:1,;\r\n[x\r\nSymbols=MSFT:2,;\r\n", 100)), "1=IBM 2=MSFT ");
-    EXPECT_EQ(Rows(ReadIn("[x]\nSymbols=IBM:1\nSymbolNumbers=2\n", 1)), "2=IBM:1 ");
+TEST(CWatchlistReader, ALineThatBeginsWithABracketHandsTheWholeTextOverToTheOlderLayout) {
+    const std::string older = "[x]\nSymbols=IBM:1\nSymbolNumbers=2\n";
+    const std::string mixed =
+        "Symbols=MSFT:1,;\r\nNo\nte\r\n[x]\r\nSymbols=IBM,GE\r\nSymbolNumbers=2,3\r\nNotes=1:n;\r\n";
+    for (const size_t size : {1, 7, 100}) {
+        EXPECT_EQ(Rows(ReadIn("[x]\r\nSymbols=IBM:1\nSymbolNumbers=2\n", size)), "2=IBM:1 ");
+        EXPECT_EQ(Rows(ReadIn(older, size)), "") << "no CR LF anywhere";
+        EXPECT_EQ(Rows(ReadIn(older + "A=\r\n", size)), "2=IBM:1 ");
+        EXPECT_EQ(Rows(ReadIn(mixed, size)), "1=MSFT 2=IBM 3=GE ");
+        EXPECT_TRUE(ReadIn(mixed, size).notes.empty());
+        EXPECT_EQ(Rows(ReadIn("Symbols=MSFT:1,;\r\n[", size)), "1=MSFT ");
+    }
+    CWatchlistReader reader;
+    reader.TakeBlock(mixed);
+    reader.Finish();
+    EXPECT_EQ(reader.HandoverLine(), 4u);
+    EXPECT_THAT(reader.Report().Sentences(), testing::ElementsAre("line 2: there is no \"=\" in it: \"No\\nte\"",
+                                                                  "line 7: the key is unknown: \"Notes\""));
 }
 
 TEST(CWatchlistReader, LinesAndListsOfAMillionEntriesAreReadInProportion) {

@@ -1,9 +1,14 @@
 #include "settings/Settings.h"
 #include "support/ChildProcess.h"
 #include "watchlist/FileFixture.h"
+#include "watchlist/RecoveryKeeper.h"
+#include "watchlist/ScratchDoc.h"
+#include "watchlist/UndoStep.h"
 
+#include <barrier>
 #include <filesystem>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 using namespace vx;
@@ -100,6 +105,145 @@ TEST_F(WatchlistSave, AFileThatAnotherProgramChangedIsNotOverwrittenUnasked) {
     EXPECT_EQ(Save().outcome, EFileOutcome::Failed);
 }
 
+TEST_F(WatchlistSave, AFileOfWhichNotAllWasReadIsNotOverwrittenUnasked) {
+    const std::string mixed = "Symbols=JPM:1,;\r\n[more]\r\nNotes=1:lost;\r\n";
+    const std::string lineFeeds = "[Watchlist]\nSymbols=JPM\nSymbolNumbers=1\n";
+    for (const std::string& text : {mixed, lineFeeds}) {
+        const SFileResult opened = OpenAs("banks.vxw", text);
+        EXPECT_THAT(text == mixed ? opened.notices.at(0) : shown.Status(),
+                    HasSubstr(text == mixed ? "Line 2 of \"" : "Nothing in the file"));
+        Change(2, "GS");
+        const SFileResult asked = Save();
+        EXPECT_EQ(asked.outcome, EFileOutcome::NotAllRead);
+        EXPECT_THAT(asked.error, HasSubstr("banks.vxw"));
+        EXPECT_EQ(ReadFile(At("banks.vxw")), text);
+        EXPECT_TRUE(doc.IsModified());
+        EXPECT_TRUE(SaveAs("other.vxw").IsDone());
+        OpenAs("banks.vxw", text);
+        EXPECT_TRUE(file.Save({}, {.overwriteUnread = true}).IsDone());
+        EXPECT_EQ(GenerationTexts().front(), text);
+        EXPECT_TRUE(Save().IsDone()) << "asked again";
+    }
+    OpenAs("banks.vxw", "");
+    EXPECT_TRUE(Save().IsDone()) << "an empty file holds nothing";
+}
+
+TEST_F(WatchlistSave, AFileThatCannotBeReadIsToldAsThat) {
+    Change(2, "GS");
+    for (const std::string& path : {folder.Path(), state.Path(), files.Path()}) chmod(path.c_str(), 0777);
+    for (const std::string& path : {state / "generations", state / "recovery"}) std::filesystem::remove_all(path);
+    chmod(At("banks.vxw").c_str(), 0222);
+    EXPECT_EQ(RunAsOrdinaryUser([&] {
+                  const SFileResult asked = Save();
+                  if (asked.outcome != EFileOutcome::FormerNotKept) return 1;
+                  if (asked.error !=
+                      fmt::format("The file \"{}\" cannot be read: you are not allowed to. What it holds "
+                                  "could not be kept.",
+                                  At("banks.vxw")))
+                      return 2;
+                  return file.Save({}, {.withoutFormer = true}).IsDone() ? 0 : 3;
+              }),
+              0);
+    EXPECT_EQ(ReadFile(At("banks.vxw")), Written());
+}
+
+TEST_F(WatchlistSave, WhatANewFileCannotTakeOverFromTheFormerOneIsTold) {
+    std::filesystem::create_hard_link(At("banks.vxw"), At("second name.vxw"));
+    Change(2, "GS");
+    EXPECT_THAT(Save().notices, ElementsAre(fmt::format("\"{}\" had 1 other name (hard link). The former content stays "
+                                                        "there.",
+                                                        At("banks.vxw"))));
+    EXPECT_EQ(ReadFile(At("second name.vxw")), "Symbols=JPM:1,;\r\n");
+    Change(2, "BAC");
+    EXPECT_THAT(Save().notices, IsEmpty());
+    if (geteuid() != 0) GTEST_SKIP() << "no file of another user can be made";
+    ASSERT_EQ(chown(At("banks.vxw").c_str(), 1234, 1234), 0);
+    chmod(At("banks.vxw").c_str(), 0646);
+    Change(2, "MS");
+    EXPECT_THAT(Save().notices, IsEmpty());
+    struct stat status {};
+    ASSERT_EQ(stat(At("banks.vxw").c_str(), &status), 0);
+    EXPECT_TRUE(status.st_uid == 1234 && status.st_gid == 1234 && (status.st_mode & 0777) == 0646);
+    std::filesystem::remove_all(state / "generations");
+    for (const std::string& path : {folder.Path(), state.Path(), files.Path()}) chmod(path.c_str(), 0777);
+    Change(2, "GE");
+    EXPECT_EQ(RunAsOrdinaryUser([&] {
+                  const SFileResult result = Save();
+                  return result.IsDone() && result.notices.size() == 2 &&
+                                 result.notices[0].find("belonged to another user") != std::string::npos
+                             ? 0
+                             : 1;
+              }),
+              0);
+}
+
+TEST_F(WatchlistSave, OfTwoWindowsInTheSameInstantOneIsAsked) {
+    CScratchDoc other;
+    CWatchlistFile otherFile(other.doc, state.Path());
+    constexpr int kRounds = 50;
+    for (int round = 0; round < kRounds; ++round) {
+        ASSERT_TRUE(file.Open(At("banks.vxw")).IsDone() && otherFile.Open(At("banks.vxw")).IsDone());
+        Change(2, fmt::format("A{}", round));
+        other.doc.PlaceSymbol(2, fmt::format("B{}", round));
+        const SSaveJob jobs[] = {file.BeginSave({}, {}), otherFile.BeginSave({}, {})};
+        SFileResult results[2];
+        std::barrier together(2);
+        std::thread second([&] {
+            together.arrive_and_wait();
+            results[1] = otherFile.Saver().Save(jobs[1]);
+        });
+        together.arrive_and_wait();
+        results[0] = file.Saver().Save(jobs[0]);
+        second.join();
+        const size_t first = results[0].IsDone() ? 0 : 1;
+        ASSERT_TRUE(results[first].IsDone()) << "round " << round;
+        ASSERT_EQ(results[1 - first].outcome, EFileOutcome::ChangedOnDisk) << "round " << round;
+        ASSERT_EQ(ReadFile(At("banks.vxw")), jobs[first].text);
+    }
+}
+
+TEST_F(WatchlistSave, WhatIsEditedMeanwhileLeavesTheDocumentModified) {
+    Change(2, "GS");
+    const auto type = [&](int row, std::string_view symbol) {
+        const CUndoStep step(doc, "type");
+        doc.EnterSymbol(row, symbol);
+        doc.SetModified(true);
+    };
+    type(3, "MS");
+    const SSaveJob job = file.BeginSave({}, {});
+    type(4, "BAC");
+    file.EndSave(job, file.Saver().Save(job));
+    EXPECT_EQ(ReadFile(At("banks.vxw")).find("BAC"), std::string::npos);
+    EXPECT_TRUE(doc.IsModified());
+    doc.Undo().Undo();
+    EXPECT_FALSE(doc.IsModified()) << "this is what was saved";
+    doc.Undo().Undo();
+    EXPECT_TRUE(doc.IsModified());
+    doc.Undo().Redo();
+
+    const SSaveJob second = file.BeginSave({}, {});
+    doc.SetModified(true); // Something that is no edit.
+    file.EndSave(second, file.Saver().Save(second));
+    EXPECT_TRUE(doc.IsModified());
+    type(5, "C");
+    doc.Undo().Undo();
+    EXPECT_TRUE(doc.IsModified());
+}
+
+TEST_F(WatchlistSave, OnlyItsUserReadsWhatIsKeptBesideAFile) {
+    Change(2, "GS");
+    ASSERT_TRUE(Save().IsDone());
+    CRecoveryKeeper keeper(doc, file, state.Path());
+    Change(3, "MS");
+    keeper.KeepNow({});
+    int found = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(state.Path())) {
+        EXPECT_EQ(ModeOf(entry.path().string()) & 0077, 0u) << entry.path();
+        found += entry.is_regular_file();
+    }
+    EXPECT_GE(found, 4);
+}
+
 TEST_F(WatchlistSave, AFormerContentThatCannotBeKeptIsNotReplacedUnasked) {
     std::filesystem::remove_all(state / "generations");
     WriteFile(state / "generations", "in the way");
@@ -148,7 +292,7 @@ TEST_F(WatchlistSave, WhatIsNoFileIsNeitherOpenedNorReplaced) {
     }
     EXPECT_THAT(file.Open(At("none.vxw")).error, HasSubstr("there is no such file or folder."));
     EXPECT_THAT(SaveAs("none/list.vxw").error, HasSubstr("there is no such file or folder."));
-    ASSERT_EQ(truncate(At("banks.vxw").c_str(), CWatchlistFile::kMostBytes + 1), 0);
+    ASSERT_EQ(truncate(At("banks.vxw").c_str(), kMostWatchlistBytes + 1), 0);
     EXPECT_THAT(file.Open(At("banks.vxw")).error, HasSubstr("it is larger than 256 MB, which no watchlist is."));
     EXPECT_TRUE(S_ISFIFO(ModeOf(At("pipe"))));
 }
