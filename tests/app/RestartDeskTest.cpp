@@ -98,7 +98,7 @@ TEST_F(CRestartDeskTest, ASaveThatIsUnderWayIsWaitedFor) {
     Do("Restart");
     EXPECT_THAT(restarted, SizeIs(0));
     WhenOpen<QProgressDialog>([&](QProgressDialog&) { slowDisk.reset(); });
-    EXPECT_EQ(StartedByRestart(), "zantrel-watchlist|Banks.vxw|");
+    EXPECT_EQ(StartedByRestart(), "zantrel-watchlist|Banks.vxw|--new-window|");
     EXPECT_FALSE(frame.Document().IsModified());
 }
 
