@@ -21,12 +21,15 @@
 
 namespace vx {
 
+using Arguments = std::vector<std::string>;
+
 CWindowDesk::CWindowDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame), m_frame(frame) {
     commands.Bind(
         ECommand::AlwaysOnTop, [this] { m_frame.SetAlwaysOnTop(!m_frame.IsAlwaysOnTop()); },
         [this](SCommandState& state) { state.checked = m_frame.IsAlwaysOnTop(); });
-    commands.Bind(ECommand::FileNewWindow, [] {
-        if (const int error = StartWindow({}))
+    commands.Bind(ECommand::FileNewWindow, [this] {
+        const std::string& theme = m_frame.CommandLine().theme;
+        if (const int error = StartWindow(theme.empty() ? Arguments{} : Arguments{"--theme", theme}))
             ShowMessageBox({WindowStartError(error), kProgramName, EBoxButtons::Ok, EBoxIcon::Exclamation});
     });
     commands.Bind(ECommand::SaveWorkspace, [this] { SaveAllWindows(); });

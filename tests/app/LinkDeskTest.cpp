@@ -294,7 +294,8 @@ TEST_F(CLinkDeskTest, ANewWindowStandsBesideTheOthersAndTheNextRunWhereTheLastOn
     EXPECT_GT(aside.pos().y(), 60);
     aside.close();
     EXPECT_EQ(settings.ReadInteger(kRectLeft), 40);
-    CMainFrame& moved = Frame();
+    CMainFrame& moved = Frame({"--theme", "dark"});
+    EXPECT_EQ(StartedBy("FileNewWindow"), "zantrel-watchlist|--new-window|--theme|dark|");
     moved.ShowPlaced();
     ASSERT_TRUE(WaitUntil([&] { return !moved.findChild<QTimer*>(QStringLiteral("placeTimer"))->isActive(); }));
     moved.move(120, 130);
