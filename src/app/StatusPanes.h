@@ -20,7 +20,7 @@ public:
     explicit CStatusPanes(QWidget* parent);
 
     void SetStatus(const QString& text);
-    /// Shows a text instead of the status for a few seconds; another status waits, but what goes on is shown at once.
+    /// Shows a text instead of the status for a few seconds; another status waits, but progress is shown at once.
     void Say(const QString& text);
     void ShowProgress(const QString& text);
     /// live: false marks the feed's state as one to look at.

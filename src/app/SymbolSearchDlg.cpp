@@ -175,8 +175,8 @@ void CSymbolSearchDlg::TakeResults() {
     if (first) GoOn(nothing);
 }
 
-// The keyboard goes where the user goes on, unless the user does something else by now: to the results, or to the other
-// way of searching when there are none.
+// The keyboard goes where the user will want it, unless the user does something else by now: to the results, or to the
+// other way of searching when there are none.
 void CSymbolSearchDlg::GoOn(bool nothing) {
     const QWidget* keyboard = focusWidget();
     const bool waits = (keyboard == m_text && m_text->text() == m_searched) || keyboard == m_search ||

@@ -31,7 +31,7 @@ struct SExportResult {
     int error = 0; ///< An errno value.
 };
 
-/// Writes the table to a file, behind what stands in it or in its place. A file is replaced in one step when the table
+/// Writes the table to a file, after what it holds or in its place. A file is replaced in one step when the table
 /// is whole on disk; one that is no regular file, or in whose folder no other may be made, is written over. The column
 /// names are written only where a table begins a file: not when it is appended to one that holds something.
 ///

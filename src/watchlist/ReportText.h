@@ -10,7 +10,7 @@ namespace vx {
 bool IsReport(std::string_view text);
 
 enum class EReportLine {
-    Words,  ///< Symbols and whatever else stands in a row, with blanks between.
+    Words,  ///< Symbols and whatever else a row holds, with blanks between.
     Title,  ///< A line with "WatchList", "User:", "-- REALTIME --" or "-- DELAYED --".
     Nothing ///< An empty line, or a rule of "-" or "=".
 };

@@ -8,7 +8,7 @@ class CWatchlistDoc;
 struct SRowGroup {
     int first = 0; ///< 0 for no group.
     int last = 0;
-    int lastFilled = 0; ///< The empty rows behind it part the group from the next one.
+    int lastFilled = 0; ///< The empty rows after it part the group from the next one.
 };
 
 /// Whether a row holds a heading; the text of a symbol that the feed rejected is none.

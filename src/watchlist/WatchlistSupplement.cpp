@@ -16,7 +16,7 @@ namespace {
 constexpr std::string_view kFirstLine = "zantrel watchlist supplement 1";
 constexpr std::string_view kLastLine = "end";
 
-// Takes a quoted text from the beginning of a line, and the blank behind it.
+// Takes a quoted text from the beginning of a line, and the blank after it.
 std::optional<std::string> TakeQuoted(std::string_view& line) {
     if (!line.starts_with('"')) return std::nullopt;
     size_t end = 1;

@@ -1,4 +1,4 @@
-// A user's own data that come live: a pipe, a pipe with a name, a command. What becomes of them is told on the admin
+// A user's own data that come live: a pipe, a pipe with a name, a command. What becomes of them is said on the admin
 // port.
 
 #include "support/FakeClock.h"

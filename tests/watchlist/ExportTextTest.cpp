@@ -104,7 +104,7 @@ TEST_F(CExportText, AppendsOrOverwritesWithHeadersWhereATableBeginsAFile) {
 TEST_F(CExportText, AFileThatCannotTakeAllKeepsWhatItHeld) {
     std::ofstream(path) << "precious\n";
     const rlimit before = Limit();
-    SetLimit({12, before.rlim_max}); // Longer than what stands there, shorter than what comes.
+    SetLimit({12, before.rlim_max}); // Longer than what is there, shorter than what comes.
     const EExportOutcome replaced = OutcomeAt(path), appended = OutcomeAt(path, true);
     SetLimit(before);
     EXPECT_EQ(replaced, EExportOutcome::Failed);
@@ -139,5 +139,5 @@ TEST_F(CExportText, OnlyUtf8TurnsTheTickTrendIntoSigns) {
     EXPECT_EQ(CopyText(doc, {1, 1, 1, 3}), "IBM\t\u25BC\u2022\u25B2\t\u00E9 \u00AD\r\n");
     doc.SetAnnotation(1, "\xB7 a heading");
     doc.Columns().SetWidth(1, 0);
-    EXPECT_EQ(CopyText(doc, {1, 1, 1, 3}), "\u00B7 a heading\r\n") << "it stands in the trend's column";
+    EXPECT_EQ(CopyText(doc, {1, 1, 1, 3}), "\u00B7 a heading\r\n") << "it is in the trend's column";
 }
