@@ -129,7 +129,7 @@ TEST_F(NoticeOnDisplay, OurOtherWindowsTakeNothingWhileItIsUp) {
     EXPECT_TRUE(Gone());
     EXPECT_TRUE(WaitUntil([&] { return board->isActiveWindow(); }));
     CDisplay::Click(cell);
-    EXPECT_TRUE(WaitUntil([&] { return grid.FocusCell() == SGridCell(1, 3); })) << "open again";
+    EXPECT_TRUE(WaitUntil([&] { return grid.FocusCell() == SGridCell{1, 3}; })) << "open again";
     board->Document().SetModified(false);
     CDisplay::Click(closeButton);
     EXPECT_TRUE(WaitUntil([&] { return !board->isVisible(); }));
