@@ -57,7 +57,8 @@ const CAlertsMap::SSymbolAlerts* CAlertsMap::FindFor(const CSymbolRec& record) {
     return found.alerts;
 }
 
-// The values are those of the fields' cells. The quote of a symbol is read without a detour.
+// The values are those of the fields' cells. The quote of a symbol is read without a detour; until it came, which may
+// be after the fundamental data, nothing of it is judged.
 template <typename Visit>
 void CAlertsMap::ForEachMet(const SSymbolAlerts& entry, const CSymbolRec& record, Visit&& visit) {
     const bool isRegion = record.AsRegion() != nullptr;
@@ -76,7 +77,8 @@ void CAlertsMap::ForEachMet(const SSymbolAlerts& entry, const CSymbolRec& record
         return CellNumber(record, *JudgedField(entry.alerts[static_cast<size_t>(armed.index)].fieldId));
     };
     for (const SArmed& armed : entry.armed)
-        if (const double value = valueOf(armed); IsMet(armed.meetingResults, value, armed.threshold, armed.noZero))
+        if (const double value = valueOf(armed); IsMet(armed.meetingResults, value, armed.threshold, armed.noZero) &&
+                                                 (armed.place == EPlace::Elsewhere || isRegion || !quote.IsEmpty()))
             visit(armed.index, value);
 }
 

@@ -158,7 +158,7 @@ void CAlertsNotice::OnReset() {
     auto* dialog = new CResetAlert(m_fired.notice, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setModal(true);
-    dialog->ShowTarget(m_target.resetLine, m_target.resetsFired);
+    dialog->ShowTarget(m_target.resetLine, m_target.resetsFired, m_target.taken);
     connect(dialog, &QDialog::accepted, this, [this, dialog] {
         std::string record = FormatResetRecord(m_fired.notice.symbol, m_fired.notice.index, dialog->NewThreshold());
         QCoreApplication::postEvent(&m_owner, new CResetAlertMessage(std::move(record), m_fired));

@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 class QPushButton;
 
@@ -14,10 +15,11 @@ namespace vx {
 
 /// What can be done about an alert that fired, as the notice appears.
 struct SNoticeTarget {
-    bool canArm = true;      ///< The alert that fired is still there.
-    bool canReset = true;    ///< There is an alert at the index that a reset names.
-    bool resetsFired = true; ///< And it is the one that fired.
-    std::string resetLine;   ///< That alert in words.
+    bool canArm = true;        ///< The alert that fired is still there.
+    bool canReset = true;      ///< There is an alert at the index that a reset names.
+    bool resetsFired = true;   ///< And it is the one that fired.
+    std::string resetLine;     ///< That alert in words.
+    std::vector<double> taken; ///< Thresholds of the symbol's other alerts on its field.
 };
 
 /// Tells the user that an alert fired. It is not modal and does not take the keyboard when it is shown; its queue keeps

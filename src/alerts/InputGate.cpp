@@ -126,7 +126,9 @@ bool CInputGate::Refuses(const QObject* watched, QEvent& event) {
     if (!object) return false;
     if (IsInside(object)) {
         const auto* widget = qobject_cast<const QWidget*>(object);
-        if (!isKey || !widget || widget->window() != m_notice || !IsGuarded()) return false;
+        if (!widget || widget->window() != m_notice || !IsGuarded()) return false;
+        // The window manager's own key closes a window, and a click on its frame does.
+        if (!isKey && !(IsCloseByDesktop(event) && QuietMs() < kKeyGuardMs)) return false;
     } else if (IsTurnedTo(event)) {
         Q_EMIT Refused();
     }

@@ -92,7 +92,8 @@ void CResetAlert::MakeBoxes() {
     connect(m_value, &CSpinEdit::Typed, this, &CResetAlert::ShowPercentOfValue);
 }
 
-void CResetAlert::ShowTarget(const std::string& line, bool isFired) {
+void CResetAlert::ShowTarget(const std::string& line, bool isFired, std::vector<double> taken) {
+    m_taken = std::move(taken);
     m_target->setVisible(!line.empty());
     m_target->setText(isFired ? tr("This resets the alert that fired:\n%1").arg(QtText(line))
                               : tr("This resets the first alert of the symbol, not the one that fired:\n%1\n"
@@ -126,8 +127,10 @@ void CResetAlert::EnableOk() { m_ok->setEnabled(m_notice.isNews || m_value->Hold
 
 void CResetAlert::accept() {
     const double threshold = NewThreshold();
-    const auto taken = [threshold](const std::string& other) { return ReadDouble(other) == threshold; };
-    if (std::ranges::any_of(m_notice.otherThresholds, taken)) {
+    const auto isIt = [threshold](const std::string& other) { return ReadDouble(other) == threshold; };
+    const bool taken =
+        std::ranges::any_of(m_notice.otherThresholds, isIt) || std::ranges::count(m_taken, threshold) != 0;
+    if (taken && !m_notice.isNews) {
         ShowMessageBox(
             {ThresholdTakenText(m_notice.symbol, threshold, m_notice.fieldName), {}, EBoxButtons::Ok, EBoxIcon::None});
         return;

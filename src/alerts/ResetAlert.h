@@ -5,6 +5,7 @@
 #include <QDialog>
 
 #include <string>
+#include <vector>
 
 class QLabel;
 class QPushButton;
@@ -24,8 +25,8 @@ public:
     explicit CResetAlert(SAlertNotice notice, QWidget* parent = nullptr);
 
     /// Names the alert that will be changed, in words, and says whether it is the one that fired. An empty line names
-    /// none.
-    void ShowTarget(const std::string& line, bool isFired);
+    /// none. taken: the thresholds of the symbol's other alerts on its field.
+    void ShowTarget(const std::string& line, bool isFired, std::vector<double> taken);
     /// The new threshold; for news, the one that news alerts always have.
     double NewThreshold() const;
 
@@ -41,6 +42,7 @@ private:
 
     SAlertNotice m_notice;
     double m_base;
+    std::vector<double> m_taken;
     QLabel* m_target;
     CSpinEdit* m_percent;
     CSpinEdit* m_value;

@@ -146,7 +146,7 @@ SNoticeTarget CAlertDesk::TargetOf(const SFiredNotice& fired) const {
     const CWatchlistDoc& doc = m_frame.Document();
     const std::string& symbol = fired.notice.symbol;
     const auto index = static_cast<size_t>(fired.notice.index);
-    SNoticeTarget out{.canArm = false, .canReset = false, .resetLine = {}};
+    SNoticeTarget out{.canArm = false, .canReset = false, .resetLine = {}, .taken = {}};
     if (fired.watchlist != doc.OpenCount()) return out;
     out.canArm = doc.Alerts().IndexOf(symbol, fired.alert) >= 0;
     const CAlertArray& alerts = doc.Alerts().Get(symbol);
@@ -154,6 +154,8 @@ SNoticeTarget CAlertDesk::TargetOf(const SFiredNotice& fired) const {
     out.canReset = true;
     out.resetsFired = IsSameAlert(alerts[index], fired.alert);
     out.resetLine = AlertLineText(symbol, alerts[index]);
+    for (size_t i = 0; i < alerts.size(); ++i)
+        if (i != index && alerts[i].fieldId == alerts[index].fieldId) out.taken.push_back(alerts[i].value);
     return out;
 }
 

@@ -136,6 +136,7 @@ void CFileDesk::Finish(const SFileResult& result) {
     ShowModified();
     Q_EMIT Changed();
     if (!result.IsDone()) Ask(result.error, EBoxButtons::Ok, EBoxIcon::Exclamation);
+    if (!result.remark.empty()) m_frame.Say(result.remark);
     for (const std::string& notice : result.notices) Ask(notice, EBoxButtons::Ok, EBoxIcon::Information);
 }
 

@@ -27,6 +27,8 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
 #include <algorithm>
 
 namespace vx {
@@ -56,7 +58,7 @@ void CTransferDesk::Export() {
     SExportOptions& options = m_frame.Document().Options().exporting;
     CQuoteDataOptions dialog(options, &m_frame);
     if (dialog.exec() != QDialog::Accepted) return;
-    options = dialog.Options();
+    if (std::exchange(options, dialog.Options()) != options) m_frame.Document().SetModified(true);
     EnterWatchlistFolder(m_frame.Settings());
     const std::string path = AskForFileToSave(&m_frame, {tr("Export"),
                                                          options.commas ? QStringLiteral("Comma Delimited (*.csv)")

@@ -4,6 +4,7 @@
 #include "data/FieldValue.h"
 #include "data/SlotText.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <span>
@@ -33,6 +34,10 @@ public:
     const SFieldValue& Value(size_t slot) const { return m_values[kLayout[slot].value]; }
     static constexpr bool HasText(size_t slot) { return KeepsText(kLayout[slot].rule); }
     std::string_view Text(size_t slot) const { return m_texts[kLayout[slot].extra].View(); }
+    /// No slot was ever set.
+    bool IsEmpty() const {
+        return std::ranges::all_of(m_directions, [](EDirection d) { return d == EDirection::NeverSet; });
+    }
     EDirection Direction(size_t slot) const { return m_directions[kLayout[slot].value]; }
 
     void SetText(size_t slot, std::string_view text) {

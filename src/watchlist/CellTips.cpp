@@ -1,7 +1,7 @@
 #include "watchlist/CellTips.h"
 
-#include "alerts/AlertCondition.h"
 #include "alerts/AlertField.h"
+#include "alerts/AlertTexts.h"
 #include "watchlist/RowCellText.h"
 #include "watchlist/WatchlistDoc.h"
 
@@ -29,22 +29,20 @@ std::string Beginning(std::string_view text) {
     return text.empty() ? out : out + "\n...";
 }
 
-/// "Last greater than 10"
-std::string AlertWords(const A_INFO& alert) {
-    const std::string_view field = AlertFieldName(alert.fieldId);
-    if (alert.fieldId == NewsFieldId()) return std::string(field);
-    return fmt::format("{} {} {}", field, ConditionWords(alert.condition), alert.value);
+enum class EAlertState { Armed, Quiet, Dead };
+
+EAlertState StateOf(const A_INFO& alert) {
+    return !CanFire(alert) ? EAlertState::Dead : alert.enabled != 0 ? EAlertState::Armed : EAlertState::Quiet;
 }
 
-std::string AlertLines(const CAlertArray& alerts, bool armed) {
+std::string AlertLines(const CAlertArray& alerts, EAlertState state, const char* one, const char* more) {
     std::string out;
     size_t count = 0;
     for (const A_INFO& alert : alerts) {
-        if ((alert.enabled != 0) != armed || ++count > kMostAlerts) continue;
-        out.append(armed ? "Alert armed: " : "Alert fired or off: ").append(AlertWords(alert)).append("\n");
+        if (StateOf(alert) != state || ++count > kMostAlerts) continue;
+        out.append(one).append(": ").append(AlertWords(alert)).append("\n");
     }
-    if (count > kMostAlerts)
-        out += fmt::format("and {} more {}\n", count - kMostAlerts, armed ? "armed" : "that fired or are off");
+    if (count > kMostAlerts) out += fmt::format("and {} more {}\n", count - kMostAlerts, more);
     return out;
 }
 
@@ -55,7 +53,9 @@ std::string MarksTip(const CWatchlistDoc& doc, int row) {
     if (doc.Notes().Has(row)) tip = "Note: " + Beginning(NoteTip(doc, row)) + "\n";
     if (const std::string_view symbol = doc.RowSymbol(row); !symbol.empty()) {
         const CAlertArray& alerts = doc.Alerts().Get(symbol);
-        tip += AlertLines(alerts, true) + AlertLines(alerts, false);
+        tip += AlertLines(alerts, EAlertState::Armed, "Alert armed", "armed") +
+               AlertLines(alerts, EAlertState::Quiet, "Alert fired or off", "that fired or are off") +
+               AlertLines(alerts, EAlertState::Dead, "Alert cannot fire", "that cannot fire");
         // What the cell may have cut is said here, in place of the tip that would.
         if (!tip.empty()) tip.insert(0, std::string(symbol) + "\n");
     }

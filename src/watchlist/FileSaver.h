@@ -33,7 +33,8 @@ struct SSaveConsent {
 struct SFileResult {
     EFileOutcome outcome = EFileOutcome::Done;
     std::string error;                ///< What failed, with the file's name and the reason; empty when done.
-    std::vector<std::string> notices; ///< What worked, but not as expected; a sentence each.
+    std::vector<std::string> notices; ///< What worked, but not as expected; a sentence each, for a box.
+    std::string remark{};             ///< The same for the status bar; empty for none.
 
     bool IsDone() const { return outcome == EFileOutcome::Done; }
 };

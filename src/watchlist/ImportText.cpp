@@ -61,9 +61,19 @@ std::optional<std::string> ImportedSymbol(std::string_view text) {
     return TypedSymbol(text);
 }
 
+// Symbols, headings and notes end there.
+int LastTakenRow(const CWatchlistDoc& doc) { return std::max(doc.LastUsedRow(), doc.Notes().LastRow()); }
+
+int TakenRows(const CWatchlistDoc& doc) {
+    int out = 0;
+    for (int row = LastTakenRow(doc); row > 0; --row) out += doc.RowKind(row) != ERowKind::Empty;
+    return out;
+}
+
 class CImportReader {
 public:
-    CImportReader(const CWatchlistDoc& doc, const CWorkProgress& progress) : m_doc(doc), m_progress(progress) {}
+    CImportReader(const CWatchlistDoc& doc, const CWorkProgress& progress)
+        : m_doc(doc), m_progress(progress), m_room(static_cast<size_t>(CRowTable::kMaxRow - TakenRows(doc))) {}
 
     SImportPreview Read(std::string_view text) {
         m_text = text;
@@ -116,7 +126,7 @@ private:
         if (!symbol) return NotUnderstood(text, line);
         if (m_seen.contains(*symbol)) return Note(*symbol, m_preview.duplicates, m_preview.duplicateCount);
         const bool isThere = m_doc.Symbols().Find(*symbol) != nullptr;
-        if (!isThere && m_preview.toAdd.size() >= static_cast<size_t>(CRowTable::kMaxRow)) {
+        if (!isThere && m_preview.toAdd.size() >= m_room) {
             m_preview.unreadFrom = line;
             return;
         }
@@ -148,6 +158,7 @@ private:
 
     const CWatchlistDoc& m_doc;
     const CWorkProgress& m_progress;
+    const size_t m_room; ///< More symbols than this find no row.
     std::string_view m_text;
     SImportPreview m_preview;
     std::unordered_set<std::string> m_seen; ///< At most twice as many as a watchlist has rows.
@@ -155,7 +166,7 @@ private:
 };
 
 bool AreUnused(const CWatchlistDoc& doc, int firstRow, int count) {
-    const int lastRow = std::min(firstRow + count - 1, std::max(doc.LastUsedRow(), doc.Notes().LastRow()));
+    const int lastRow = std::min(firstRow + count - 1, LastTakenRow(doc));
     for (int row = firstRow; row <= lastRow; ++row)
         if (doc.RowKind(row) != ERowKind::Empty || doc.Notes().Has(row)) return false;
     return true;
@@ -175,8 +186,7 @@ SImportResult ApplyImport(CWatchlistDoc& doc, const SImportPreview& preview, int
     CCancellableStep step(doc,
                           wanted == 1 ? "import " + preview.toAdd.front() : fmt::format("import {} symbols", wanted));
     if (!AreUnused(doc, row, count)) {
-        const int last = std::max(doc.LastUsedRow(), doc.Notes().LastRow());
-        count = std::min(count, CRowTable::kMaxRow - last);
+        count = std::min(count, CRowTable::kMaxRow - LastTakenRow(doc));
         if (count > 0 && !doc.InsertRows(row, count)) count = 0;
     }
     const auto end = preview.toAdd.begin() + std::max(count, 0);
@@ -191,8 +201,9 @@ SImportResult ApplyImport(CWatchlistDoc& doc, const SImportPreview& preview, int
         step.SelectRows(result.firstRow, result.lastRow);
     }
     if (result.leftOut > 0)
-        result.message = fmt::format("{} symbols were left out: a watchlist has at most {} rows.", result.leftOut,
-                                     CRowTable::kMaxRow);
+        result.message = fmt::format(
+            "{} left out: a watchlist has at most {} rows.",
+            result.leftOut == 1 ? "1 symbol was" : fmt::format("{} symbols were", result.leftOut), CRowTable::kMaxRow);
     return result;
 }
 

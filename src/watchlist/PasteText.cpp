@@ -1,6 +1,7 @@
 #include "watchlist/PasteText.h"
 
 #include "base/Text.h"
+#include "data/CellText.h"
 #include "watchlist/CellEntry.h"
 #include "watchlist/EditBatch.h"
 #include "watchlist/ReportText.h"
@@ -57,7 +58,9 @@ struct SEntries {
 
     void LeaveOut(std::string_view line) {
         if (++unused > 1) return;
-        AppendWithoutControls(firstUnused, TrimBlanks(line).substr(0, kMostQuoted));
+        const std::string_view text = TrimBlanks(line);
+        AppendWithoutControls(firstUnused, text.substr(0, kMostQuoted));
+        if (text.size() > kMostQuoted) firstUnused += "...";
     }
 };
 
@@ -92,7 +95,10 @@ public:
         for (const std::string& text : entries.texts) {
             if (TrimBlanks(text).empty()) continue;
             ++m_rows;
-            if (text.front() == '#') continue;
+            if (text.front() == '#') {
+                m_cut += text.size() > kMostCellText;
+                continue;
+            }
             const std::optional<std::string> symbol = TypedSymbol(text);
             if (symbol && doc.Symbols().Find(*symbol)) there.insert(*symbol);
             m_withCommas += ContainsText(text, ",");
@@ -101,12 +107,15 @@ public:
     }
 
     std::string Text() const {
-        if (m_there + m_withCommas + m_entries.unused == 0) return {};
+        if (m_there + m_withCommas + m_cut + m_entries.unused == 0) return {};
         std::string out = fmt::format("Pasted {} {}", m_rows, m_rows == 1 ? "row" : "rows");
         if (m_there > 0) out += fmt::format("; {} in the list already", Counted(m_there, "symbol was", "symbols were"));
         if (m_withCommas > 0)
             out += fmt::format("; {} (F2 there brings the text back)",
                                Counted(m_withCommas, "line holds commas", "lines hold commas"));
+        if (m_cut > 0)
+            out +=
+                fmt::format("; {} cut to {} characters", Counted(m_cut, "heading was", "headings were"), kMostCellText);
         if (m_entries.unused > 0)
             out += fmt::format("; {} left out: \"{}\"{}", Counted(m_entries.unused, "line was", "lines were"),
                                m_entries.firstUnused, m_entries.unused > 1 ? ", ..." : "");
@@ -122,6 +131,7 @@ private:
     int m_rows = 0;
     int m_there = 0;
     int m_withCommas = 0;
+    int m_cut = 0;
 };
 
 SPasteResult Refused(EPasteOutcome outcome, std::string message) { return {outcome, 0, 0, 0, std::move(message), {}}; }

@@ -92,12 +92,12 @@ void CWatchlistFile::FindUnread(CWatchlistReader& reader, bool isEmpty, SFileRes
     if (reader.Content().knownLines == 0 && !isEmpty) {
         m_unread = fmt::format("Nothing in the file \"{}\" could be read as a watchlist.", name);
         LogInformation(m_unread);
-        m_doc.ShowProgress(m_unread); // No box: what cannot be read in a file is no error.
+        result.remark = m_unread; // No box: what cannot be read in a file is no error.
     } else if (const size_t line = reader.HandoverLine()) {
-        m_unread =
-            fmt::format("Line {} of \"{}\" begins with \"[\": from there on the file was read as an older layout, "
-                        "and what that layout does not know was left out.",
-                        line, name);
+        m_unread = fmt::format(
+            "Line {} of \"{}\" begins with \"[\": the file was read in its older layout, and what that does "
+            "not know was left out.",
+            line, name);
         result.notices.push_back(m_unread);
     }
 }

@@ -262,7 +262,7 @@ TEST_F(NoticeQueue, OtherWindowsAreShutWhileItIsUp) {
 }
 
 TEST_F(NoticeQueue, TheAlertThatFiredCanBeArmedAndTheResetNamesTheOneItChanges) {
-    target = {.resetsFired = false, .resetLine = "the first one"};
+    target = {.resetsFired = false, .resetLine = "the first one", .taken = {}};
     Fire(Field());
     ASSERT_TRUE(Shown());
     Click(*queue.Shown(), "reset");

@@ -19,6 +19,7 @@
 #include "settings/Settings.h"
 #include "support/EventLoop.h"
 #include "support/Gui.h"
+#include "support/MessageBoxes.h"
 #include "support/ScriptedFeed.h"
 #include "watchlist/Commands.h"
 
@@ -134,6 +135,7 @@ TEST_F(AlertDesk, AnAlertIsSetOnACellFiresIsResetAndFiresAgain) {
 }
 
 TEST_F(AlertDesk, TheSecondAlertOfASymbolIsArmedByItsNoticeAndResetChangesTheFirst) {
+    CMessageBoxes boxes;
     CMainFrame& frame = Board();
     CAlertsMap& alerts = frame.Document().Alerts();
     alerts.Add("IBM", Above(50));
@@ -166,14 +168,17 @@ TEST_F(AlertDesk, TheSecondAlertOfASymbolIsArmedByItsNoticeAndResetChangesTheFir
                     .contains(QStringLiteral(
                         "not the one that fired:\n\"IBM\" when the \"Last\" is greater than 50.000000\n")));
     ClickOk(*reset);
+    EXPECT_THAT(boxes.TakeTexts(), testing::SizeIs(1)) << "the one that fired has 20 already";
+    Named<CSpinEdit>(*reset, "value").stepBy(1);
+    ClickOk(*reset);
     ASSERT_TRUE(WaitUntil([&] { return alerts.Get("IBM")[0].enabled == 1; }));
-    EXPECT_EQ(alerts.Get("IBM")[0].value, 20);
+    EXPECT_EQ(alerts.Get("IBM")[0].value, 21);
     EXPECT_EQ(alerts.Get("IBM")[1].enabled, 0u);
     const std::vector<SAlertFiring> fired = CAlertHistory(folder / "zantrel").Read();
     ASSERT_EQ(fired.size(), 3u);
-    EXPECT_EQ(EndText(fired[0]), "Reset to 20") << "the one that was changed";
+    EXPECT_EQ(EndText(fired[0]), "Reset to 21") << "the one that was changed";
     EXPECT_EQ(EndText(fired[1]), "Armed again");
-    EXPECT_TRUE(EndText(fired[2]).ends_with("; reset Last greater than 50 to 20")) << EndText(fired[2]);
+    EXPECT_TRUE(EndText(fired[2]).ends_with("; reset Last greater than 50 to 21")) << EndText(fired[2]);
 }
 
 TEST_F(AlertDesk, WhatIsGoneWhenItsNoticeIsAnsweredDoesNoHarm) {
@@ -218,6 +223,19 @@ TEST_F(AlertDesk, ANoticeDoesNotResetTheAlertOfAWatchlistThatWasOpenedMeanwhile)
     Click(*frame.AlertNotices().Notices().Shown(), "dismiss");
     ASSERT_TRUE(Notice(frame));
     EXPECT_FALSE(Named<QPushButton>(*Notice(frame), "reset").isEnabled());
+}
+
+TEST_F(AlertDesk, NothingFiresOnAQuoteThatHasNotCome) {
+    CMainFrame& frame = Board();
+    A_INFO below = Above(10);
+    below.condition = 3;
+    frame.Document().Alerts().Add("IBM", below);
+    feed.level1.Says("F,IBM,5,12.5,\r\nn,NOSUCH\r\n");
+    LastIs("MSFT", "5");
+    ASSERT_TRUE(WaitUntil([&] { return !Shown(2, ColumnOf("Last")).empty(); }));
+    EXPECT_EQ(frame.Document().Alerts().Get("IBM")[0].enabled, 1u);
+    LastIs("IBM", "0");
+    EXPECT_TRUE(Notice(frame));
 }
 
 TEST_F(AlertDesk, NewsFireTheirAlertAndCanBeArmedAgain) {

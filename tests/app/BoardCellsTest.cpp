@@ -178,6 +178,12 @@ TEST_F(CBoardCellsTest, TheSymbolSaysThatItsRowHasANoteAndAlerts) {
     EXPECT_EQ(marks(1), kNoteMark | kArmedMark | kFiredMark);
     EXPECT_EQ(Tip(1, "Symbol"), "IBM\nNote: one\ntwo\nthree\n...\nAlert armed: Last greater than or equal to 250.5\n"
                                 "Alert fired or off: Last greater than or equal to 100");
+    alert.enabled = 1;
+    alert.fieldId = FieldIndex("Exchange") - 1;
+    doc->Alerts().Add("IBM", alert);
+    EXPECT_TRUE(Tip(1, "Symbol").ends_with("\nAlert cannot fire: Exchange greater than or equal to 100"));
+    alert.enabled = 0;
+    alert.fieldId = FieldIndex("Last") - 1;
     EXPECT_EQ(Tip(7, "Symbol"), "Note: of an empty row");
     for (int i = 0; i < 9; ++i) {
         alert.value = i;

@@ -293,6 +293,15 @@ TEST_F(CFileDeskTest, WhoLeavesWhileItIsSavedWaitsOrGoesBack) {
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 }
 
+TEST_F(CFileDeskTest, WhatCannotBeReadIsStillSaidWhenTheFeedComes) {
+    WriteFile(At("lf.vxw"), "[Watchlist]\nSymbols=JPM\n");
+    ASSERT_TRUE(frame.Files().Open(At("lf.vxw")));
+    frame.Document().SetFeedReady();
+    const auto* status = frame.findChild<QLabel*>(QStringLiteral("paneStatus"));
+    EXPECT_TRUE(status->text().startsWith(QStringLiteral("Nothing in the file"))) << status->text().toStdString();
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+}
+
 TEST_F(CFileDeskTest, AFileOfWhichNotAllWasReadIsReplacedOnlyWhenTheUserAgrees) {
     const std::string path = At("Banks.vxw");
     WriteFile(path, "Symbols=IBM:1,;\r\n[x]\r\nNotes=1:lost;\r\n");

@@ -114,7 +114,7 @@ TEST_F(NoticeOnDisplay, OurOtherWindowsTakeNothingWhileItIsUp) {
     EXPECT_EQ(grid.FocusCell(), first);
     ASSERT_TRUE(WaitUntil([&] { return Shown()->isActiveWindow(); })) << "who turns to our window turns to the notice";
     CDisplay::Type(QStringLiteral("x"));
-    for (const char* key : {"Return", "space", "Escape", "alt+d", "ctrl+n", "Delete"})
+    for (const char* key : {"Return", "space", "Escape", "alt+d", "ctrl+n", "Delete", "alt+F4"})
         CDisplay::Press(QString::fromLatin1(key));
     Settle();
     ASSERT_TRUE(Shown()) << "keys that were meant for something else";

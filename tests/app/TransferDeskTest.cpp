@@ -141,7 +141,11 @@ TEST_F(CTransferDeskTest, AnExportBeginsWithANewFileAndHeadersThenWithWhatWasCho
     };
     Type(1, "ibm");
     EXPECT_EQ(offered(), (SExportOptions{false, true, true, false, false}));
+    doc.SetModified(false);
+    Export({}, At("board"));
+    EXPECT_FALSE(doc.IsModified());
     Export({"DDE Formulas", "Tab Delimited", "columnHeaders", "utf8", "Append"}, At("board"));
+    EXPECT_TRUE(doc.IsModified()) << "a save keeps the choices";
     EXPECT_EQ(offered(), (SExportOptions{true, false, false, true, true}));
     doc.NewDocument();
     EXPECT_EQ(offered(), SExportOptions{});

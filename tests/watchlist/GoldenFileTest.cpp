@@ -116,8 +116,8 @@ TEST_F(GoldenFile, WhatHasNoLineEndIsNotReadAndSaidSo) {
     const SFileResult result = file.Open(Golden("broken_line_ends_lf_only.vxw"));
     EXPECT_TRUE(result.IsDone());
     EXPECT_THAT(result.notices, IsEmpty());
-    EXPECT_THAT(shown.Status(), HasSubstr("Nothing in the file"));
-    EXPECT_THAT(logged, Contains(shown.Status()));
+    EXPECT_THAT(result.remark, HasSubstr("Nothing in the file"));
+    EXPECT_THAT(logged, Contains(result.remark));
     EXPECT_EQ(doc.LastUsedRow(), 0);
     EXPECT_TRUE(file.Open(Golden("broken_binary.vxw")).IsDone());
     EXPECT_EQ(doc.LastUsedRow(), 0);

@@ -131,6 +131,8 @@ TEST_F(CImportText, AddsWithoutOverwritingAndTakesItBackWhole) {
     EXPECT_EQ(result.message, "2 symbols were left out: a watchlist has at most 100000 rows.");
     EXPECT_EQ(Row(2), "T");
     EXPECT_EQ(doc.RowSymbol(CRowTable::kMaxRow), "LAST");
+    for (int row = 1; row < CRowTable::kMaxRow; ++row) doc.SetAnnotation(row, "x");
+    EXPECT_EQ(ReadImport(doc, "v w x").toAdd.size(), 0U) << "the preview promises no more than there is room for";
 }
 
 TEST_F(CImportText, WhatWasExportedIsImportedAgain) {

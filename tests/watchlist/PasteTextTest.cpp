@@ -80,6 +80,9 @@ TEST_F(CPasteText, SaysWhatWasThereAlreadyAndWhatWasLeftOut) {
         EXPECT_EQ(result.summary, c.summary) << c.text;
         doc.Undo().Undo();
     }
+    EXPECT_EQ(PasteText(doc, 11, 1, "#" + std::string(300, 'x')).summary,
+              "Pasted 1 row; 1 heading was cut to 255 characters");
+    doc.Undo().Undo();
     EXPECT_EQ(PasteText(doc, 11, 1, "\n \t\n").message, "There is no text to be pasted.");
     EXPECT_EQ(PasteText(doc, 11, 1, "My WatchList\n---\n").message,
               "There is no symbol in the text that could be pasted: \"My WatchList\"");

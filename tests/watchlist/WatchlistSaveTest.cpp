@@ -110,7 +110,7 @@ TEST_F(WatchlistSave, AFileOfWhichNotAllWasReadIsNotOverwrittenUnasked) {
     const std::string lineFeeds = "[Watchlist]\nSymbols=JPM\nSymbolNumbers=1\n";
     for (const std::string& text : {mixed, lineFeeds}) {
         const SFileResult opened = OpenAs("banks.vxw", text);
-        EXPECT_THAT(text == mixed ? opened.notices.at(0) : shown.Status(),
+        EXPECT_THAT(text == mixed ? opened.notices.at(0) : opened.remark,
                     HasSubstr(text == mixed ? "Line 2 of \"" : "Nothing in the file"));
         Change(2, "GS");
         const SFileResult asked = Save();
