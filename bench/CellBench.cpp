@@ -1,10 +1,10 @@
 // Numbers into cell texts: the program's own writer beside snprintf on the same values, and whole rows of the catalogue
 // as the grid asks for them. The texts are compared before anything is timed.
 
-#include "data/Catalogue.h"
-#include "data/CellText.h"
-#include "data/L1DataStore.h"
-#include "data/NumberText.h"
+#include "data/catalogue/Catalogue.h"
+#include "data/record/NumberText.h"
+#include "data/store/L1DataStore.h"
+#include "data/text/CellText.h"
 #include "support/LineGenerator.h"
 
 #include <benchmark/benchmark.h>

@@ -1,7 +1,7 @@
 // The alert history: a text that is read in two files gives the same firings as in one, and whatever they hold can be
 // told in words. The first byte says at which of its lines the text is cut.
 
-#include "alerts/AlertHistory.h"
+#include "alerts/rules/AlertHistory.h"
 
 #include <algorithm>
 #include <cstdint>

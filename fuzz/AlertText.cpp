@@ -1,7 +1,7 @@
 // Alert text: what was read and written once is read and written the same ever after. The notice of each alert that it
 // describes, and the text taken as such a notice, is read without harm.
 
-#include "alerts/AlertsMap.h"
+#include "alerts/rules/AlertsMap.h"
 
 #include <cstdlib>
 #include <stdexcept>

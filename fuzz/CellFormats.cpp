@@ -1,7 +1,7 @@
 // Cell-format text: what was read and written once is read and written the same ever after, and rows and
 // columns that move there and back change nothing.
 
-#include "data/CellFormatStore.h"
+#include "watchlist/document/CellFormatStore.h"
 
 #include <cstdlib>
 

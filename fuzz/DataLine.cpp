@@ -1,8 +1,8 @@
 // Data lines of all four kinds, one per line of the input, into the store on each of its kernels and into the plain
 // model: the records must agree, and every cell must have a text that fits.
 
-#include "data/Catalogue.h"
-#include "data/CellText.h"
+#include "data/catalogue/Catalogue.h"
+#include "data/text/CellText.h"
 #include "support/Agreement.h"
 #include "support/FakeCodeNames.h"
 

@@ -1,8 +1,8 @@
 // Bytes of any kind, imported and pasted: what is added are symbols, and undoing leaves the watchlist as it was.
 
-#include "watchlist/ImportText.h"
-#include "watchlist/PasteText.h"
+#include "watchlist/edit/ImportText.h"
 #include "watchlist/ScratchDoc.h"
+#include "watchlist/edit/PasteText.h"
 
 #include <cstdlib>
 

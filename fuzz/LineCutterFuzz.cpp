@@ -1,7 +1,7 @@
 // Cuts arbitrary bytes, arriving in arbitrary pieces, with the product and with a plain byte loop; both must hand over
 // the same lines. The first byte chooses how the rest is cut into pieces.
 
-#include "feed/StreamSocket.h"
+#include "feed/socket/StreamSocket.h"
 #include "support/ReadsSocket.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 // Replies to the request for news counts: counts never fall and are never negative, and no reply makes symbols.
 
-#include "alerts/NewsMap.h"
+#include "news/NewsMap.h"
 
 #include <cstdint>
 #include <cstdlib>

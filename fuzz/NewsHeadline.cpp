@@ -1,8 +1,8 @@
 // Headline lines: whatever the line, only symbols of the map are named as affected, and each one's count grew by the
 // times it is named.
 
-#include "alerts/NewsMap.h"
 #include "base/Text.h"
+#include "news/NewsMap.h"
 
 #include <cstdint>
 #include <cstdlib>

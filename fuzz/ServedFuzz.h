@@ -1,8 +1,8 @@
 #pragma once
 
-#include "vxconnect/DataRecord.h"
-#include "vxconnect/LineBuffer.h"
-#include "vxconnect/SendQueue.h"
+#include "vxconnect/common/LineBuffer.h"
+#include "vxconnect/common/SendQueue.h"
+#include "vxconnect/data/DataRecord.h"
 
 #include <cstddef>
 #include <cstdint>

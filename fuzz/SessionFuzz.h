@@ -1,7 +1,7 @@
 #pragma once
 
-#include "feed/ClientAppSocket.h"
-#include "feed/FeedSession.h"
+#include "feed/session/FeedSession.h"
+#include "feed/socket/ClientAppSocket.h"
 #include "support/ReadsSocket.h"
 
 #include <cstddef>

@@ -1,9 +1,9 @@
 // A recording, line by line: what is read from a line must be read again from what is written of it, and a data line
 // must merge into a record whose lines stay lines.
 
-#include "vxconnect/TrafficLine.h"
+#include "vxconnect/common/TrafficLine.h"
 #include "ServedFuzz.h"
-#include "vxconnect/ReplaySource.h"
+#include "vxconnect/data/ReplaySource.h"
 
 namespace {
 

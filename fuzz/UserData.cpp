@@ -3,7 +3,7 @@
 
 #include "ServedFuzz.h"
 #include "base/Text.h"
-#include "vxconnect/RowReader.h"
+#include "vxconnect/data/RowReader.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // The beginning of a wave file, taken for files of several lengths: what is accepted can be played.
 
-#include "alerts/WaveFile.h"
+#include "alerts/rules/WaveFile.h"
 
 #include <cstdint>
 #include <cstdlib>

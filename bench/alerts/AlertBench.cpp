@@ -3,11 +3,11 @@
 // beat; with them before each change of a record that waits. The difference of the two is the price of a line.
 
 #include "LinesInput.h"
-#include "alerts/AlertCondition.h"
-#include "alerts/AlertField.h"
-#include "alerts/AlertsMap.h"
-#include "data/ChangeQueue.h"
-#include "data/L1DataStore.h"
+#include "alerts/rules/AlertCondition.h"
+#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertsMap.h"
+#include "data/record/ChangeQueue.h"
+#include "data/store/L1DataStore.h"
 
 #include <benchmark/benchmark.h>
 

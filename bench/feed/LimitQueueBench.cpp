@@ -1,6 +1,6 @@
 // What it costs to forget symbols that wait for room at the feed client, one by one, as closing a watchlist does.
 
-#include "feed/SymbolLimitQueue.h"
+#include "feed/session/SymbolLimitQueue.h"
 
 #include <benchmark/benchmark.h>
 

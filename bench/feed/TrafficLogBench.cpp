@@ -3,12 +3,12 @@
 // out. CPU of the receiving thread alone; the writing of the file has a thread of its own.
 
 #include "base/Log.h"
-#include "data/L1DataStore.h"
-#include "feed/ClientAppSocket.h"
-#include "feed/FeedLog.h"
-#include "feed/FeedOwner.h"
-#include "feed/FeedSlots.h"
-#include "feed/LineHandlers.h"
+#include "data/store/L1DataStore.h"
+#include "feed/socket/FeedOwner.h"
+#include "feed/socket/FeedSlots.h"
+#include "feed/socket/LineHandlers.h"
+#include "feed/socket/ClientAppSocket.h"
+#include "feed/socket/FeedLog.h"
 #include "support/FakeCodeNames.h"
 #include "support/LineGenerator.h"
 #include "support/TempFolder.h"

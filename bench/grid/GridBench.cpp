@@ -9,9 +9,9 @@
 // than that, in where their pixels and their board's numbers lie in memory and in the scroll bars they need. The
 // program fails when a pass without a visible change paints, when what is seen is not painted, or when a bar is missed.
 
+#include "base/qt/QtText.h"
 #include "grid/BoardSource.h"
 #include "grid/NorvGridCtrl.h"
-#include "grid/QtText.h"
 
 #include <QApplication>
 #include <QHeaderView>

@@ -5,11 +5,11 @@
 // - a key pressed while 5,000 updates come every second: the key arrives behind everything that 250 ms of them have
 //   left to do (all their lines, the repaint of their cells), which is the worst moment.
 
-#include "data/UpdateFields.h"
-#include "watchlist/CellEntry.h"
+#include "data/catalogue/UpdateFields.h"
 #include "watchlist/ScratchDoc.h"
-#include "watchlist/WatchlistGrid.h"
-#include "watchlist/WatchlistView.h"
+#include "watchlist/edit/CellEntry.h"
+#include "watchlist/view/WatchlistGrid.h"
+#include "watchlist/view/WatchlistView.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -1,13 +1,13 @@
 // What undoing, pasting, finding and exporting cost in a watchlist of 100,000 rows and 20 columns, and how long a paste
 // keeps the window waiting between two of its slices.
 
-#include "watchlist/ExportText.h"
-#include "watchlist/FindText.h"
-#include "watchlist/ImportText.h"
-#include "watchlist/PasteText.h"
 #include "watchlist/ScratchDoc.h"
-#include "watchlist/SortRows.h"
-#include "watchlist/UndoStep.h"
+#include "watchlist/document/UndoStep.h"
+#include "watchlist/edit/ImportText.h"
+#include "watchlist/edit/PasteText.h"
+#include "watchlist/edit/SortRows.h"
+#include "watchlist/exchange/ExportText.h"
+#include "watchlist/exchange/FindText.h"
 
 #include <benchmark/benchmark.h>
 

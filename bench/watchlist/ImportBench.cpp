@@ -1,7 +1,7 @@
 // What it costs to look for symbols in a file of 60 MB and to add as many as a watchlist has rows for.
 
-#include "watchlist/ImportText.h"
 #include "watchlist/ScratchDoc.h"
+#include "watchlist/edit/ImportText.h"
 
 #include <benchmark/benchmark.h>
 

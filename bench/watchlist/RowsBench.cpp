@@ -3,11 +3,11 @@
 // literal insertion of 10,000 rows from the same keys; the program fails when the two differ or when ours is not at
 // least 100 times as fast.
 
-#include "data/UpdateFields.h"
+#include "data/catalogue/UpdateFields.h"
 #include "watchlist/LiteralInsertion.h"
-#include "watchlist/RowOrder.h"
 #include "watchlist/ScratchDoc.h"
-#include "watchlist/SortRows.h"
+#include "watchlist/edit/RowOrder.h"
+#include "watchlist/edit/SortRows.h"
 
 #include <benchmark/benchmark.h>
 

@@ -5,7 +5,7 @@
 #include "base/AtomicFile.h"
 #include "support/TempFolder.h"
 #include "watchlist/ScratchDoc.h"
-#include "watchlist/WatchlistFile.h"
+#include "watchlist/file/WatchlistFile.h"
 
 #include <benchmark/benchmark.h>
 

@@ -16,8 +16,13 @@ public:
         std::tm parts{};
         localtime_r(&seconds, &parts);
         const auto sinceEpoch = std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch()).count();
-        return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour,
-                parts.tm_min,         parts.tm_sec,     static_cast<int>(sinceEpoch % 1000)};
+        return {parts.tm_year + 1900,
+                parts.tm_mon + 1,
+                parts.tm_mday,
+                parts.tm_hour,
+                parts.tm_min,
+                parts.tm_sec,
+                static_cast<int>(sinceEpoch % 1000)};
     }
 
     int64_t MonotonicMs() const override {

@@ -16,10 +16,13 @@ MessageBoxHandler& Handler() {
 
 EBoxAnswer MostCautious(EBoxButtons buttons) {
     switch (buttons) {
-    case EBoxButtons::Ok: return EBoxAnswer::Ok;
-    case EBoxButtons::YesNo: return EBoxAnswer::No;
+    case EBoxButtons::Ok:
+        return EBoxAnswer::Ok;
+    case EBoxButtons::YesNo:
+        return EBoxAnswer::No;
     case EBoxButtons::YesNoCancel:
-    case EBoxButtons::OkCancel: return EBoxAnswer::Cancel;
+    case EBoxButtons::OkCancel:
+        return EBoxAnswer::Cancel;
     }
     return EBoxAnswer::Cancel;
 }
@@ -32,6 +35,8 @@ EBoxAnswer ShowMessageBox(const SMessageBox& box) {
     return MostCautious(box.buttons);
 }
 
-MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler) { return std::exchange(Handler(), std::move(handler)); }
+MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler) {
+    return std::exchange(Handler(), std::move(handler));
+}
 
 } // namespace vx

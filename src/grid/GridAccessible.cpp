@@ -1,8 +1,8 @@
 #include "grid/GridAccessible.h"
 
+#include "base/qt/QtText.h"
 #include "grid/GridCellAccessible.h"
 #include "grid/GridCtrl.h"
-#include "grid/QtText.h"
 
 #include <QAccessibleWidget>
 #include <QHash>

@@ -1,8 +1,8 @@
 #include "grid/GridCellAccessible.h"
 
+#include "base/qt/QtText.h"
 #include "grid/GridAccessible.h"
 #include "grid/GridCtrl.h"
-#include "grid/QtText.h"
 
 namespace vx {
 

@@ -1,8 +1,8 @@
 #include "grid/GridCtrl.h"
 
 #include "base/Clock.h"
+#include "base/qt/QtText.h"
 #include "grid/GridAccessible.h"
-#include "grid/QtText.h"
 
 #include <QHelpEvent>
 #include <QPaintEvent>

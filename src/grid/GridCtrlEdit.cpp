@@ -1,7 +1,7 @@
 #include "grid/GridCtrl.h"
 
+#include "base/qt/QtText.h"
 #include "grid/GridAccessible.h"
-#include "grid/QtText.h"
 
 #include <QGuiApplication>
 #include <QInputMethod>

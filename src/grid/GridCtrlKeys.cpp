@@ -1,6 +1,6 @@
 #include "grid/GridCtrl.h"
 
-#include "grid/QtText.h"
+#include "base/qt/QtText.h"
 
 #include <QCoreApplication>
 #include <QInputMethodEvent>

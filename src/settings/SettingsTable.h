@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Log.h"
-#include "data/Catalogue.h"
+#include "data/catalogue/Catalogue.h"
 #include "settings/SettingKind.h"
 
 #include <array>

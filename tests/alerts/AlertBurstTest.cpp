@@ -3,10 +3,10 @@
 
 #include "AlertsFixture.h"
 
-#include "data/ChangeQueue.h"
-#include "data/FundamentalFields.h"
-#include "data/L1DataStore.h"
-#include "data/UpdateFields.h"
+#include "data/catalogue/FundamentalFields.h"
+#include "data/catalogue/UpdateFields.h"
+#include "data/record/ChangeQueue.h"
+#include "data/store/L1DataStore.h"
 #include "support/Allocations.h"
 #include "support/LineGenerator.h"
 

@@ -2,12 +2,12 @@
 
 #include "AlertsUiFixture.h"
 
-#include "alerts/AlertField.h"
-#include "alerts/AlertsDlg.h"
-#include "alerts/NewAlertDlg.h"
-#include "alerts/ResetAlert.h"
-#include "alerts/SpinEdit.h"
-#include "data/Catalogue.h"
+#include "alerts/rules/AlertField.h"
+#include "alerts/ui/AlertsDlg.h"
+#include "alerts/ui/NewAlertDlg.h"
+#include "alerts/ui/ResetAlert.h"
+#include "alerts/ui/SpinEdit.h"
+#include "data/catalogue/Catalogue.h"
 
 #include <QCheckBox>
 #include <QFileDialog>

@@ -1,7 +1,7 @@
 #include "AlertsUiFixture.h"
 
-#include "alerts/AlertHistory.h"
-#include "alerts/AlertHistoryDlg.h"
+#include "alerts/rules/AlertHistory.h"
+#include "alerts/ui/AlertHistoryDlg.h"
 #include "support/TempFolder.h"
 
 #include <QCheckBox>

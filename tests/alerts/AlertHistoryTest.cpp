@@ -1,5 +1,5 @@
-#include "alerts/AlertHistory.h"
-#include "alerts/WaveFile.h"
+#include "alerts/rules/AlertHistory.h"
+#include "alerts/rules/WaveFile.h"
 #include "support/ChildProcess.h"
 #include "support/TempFolder.h"
 

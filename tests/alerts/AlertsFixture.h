@@ -1,8 +1,8 @@
 #pragma once
 
-#include "alerts/AlertCondition.h"
-#include "alerts/AlertField.h"
-#include "alerts/AlertsMap.h"
+#include "alerts/rules/AlertCondition.h"
+#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertsMap.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "alerts/AlertDialogServices.h"
-#include "alerts/AlertSoundPlayer.h"
-#include "grid/QtText.h"
+#include "alerts/ui/AlertDialogServices.h"
+#include "alerts/ui/AlertSoundPlayer.h"
+#include "base/qt/QtText.h"
 #include "settings/ConfigWriterMux.h"
 #include "settings/Settings.h"
 #include "support/EventLoop.h"

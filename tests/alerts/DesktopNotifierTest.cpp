@@ -1,6 +1,6 @@
 // Notifications of the desktop, against a stand-in service on a bus of the test's own.
 
-#include "alerts/DesktopNotifier.h"
+#include "alerts/ui/DesktopNotifier.h"
 #include "support/EventLoop.h"
 
 #include <QDBusConnection>

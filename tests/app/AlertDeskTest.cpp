@@ -2,26 +2,27 @@
 
 #include "app/FrameFixture.h"
 
-#include "alerts/AlertField.h"
-#include "alerts/AlertHistoryDlg.h"
-#include "alerts/AlertMessages.h"
-#include "alerts/AlertsDlg.h"
-#include "alerts/AlertsNotice.h"
-#include "alerts/NewAlertDlg.h"
-#include "alerts/NoticeQueue.h"
-#include "alerts/ResetAlert.h"
-#include "alerts/SpinEdit.h"
-#include "app/AlertDesk.h"
-#include "app/MissedAlerts.h"
-#include "app/Presence.h"
-#include "data/UpdateFields.h"
-#include "grid/QtText.h"
+#include "alerts/rules/AlertField.h"
+#include "alerts/ui/AlertHistoryDlg.h"
+#include "alerts/ui/AlertMessages.h"
+#include "alerts/ui/AlertsDlg.h"
+#include "alerts/ui/AlertsNotice.h"
+#include "alerts/ui/NewAlertDlg.h"
+#include "alerts/ui/NoticeQueue.h"
+#include "alerts/ui/ResetAlert.h"
+#include "alerts/ui/SpinEdit.h"
+#include "app/alerts/AlertDesk.h"
+#include "app/alerts/MissedAlerts.h"
+#include "app/alerts/Presence.h"
+#include "app/commands/Commands.h"
+#include "base/qt/QtText.h"
+#include "data/catalogue/UpdateFields.h"
 #include "settings/Settings.h"
 #include "support/EventLoop.h"
 #include "support/Gui.h"
 #include "support/MessageBoxes.h"
 #include "support/ScriptedFeed.h"
-#include "watchlist/Commands.h"
+#include "watchlist/fileformat/WatchlistReader.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -218,7 +219,7 @@ TEST_F(AlertDesk, ANoticeDoesNotResetTheAlertOfAWatchlistThatWasOpenedMeanwhile)
     frame.Document().Alerts().Add("IBM", Above(20));
     LastIs("IBM", "30");
     ASSERT_TRUE(Notice(frame));
-    frame.Document().OpenText("Alerts=IBM:Last,>,50.000000,FALSE,TRUE,0,FALSE,;\r\n", "other");
+    OpenText(frame.Document(), "Alerts=IBM:Last,>,50.000000,FALSE,TRUE,0,FALSE,;\r\n", "other");
     ASSERT_EQ(frame.Document().Alerts().Count("IBM"), 1);
     Click(*frame.AlertNotices().Notices().Shown(), "dismiss");
     ASSERT_TRUE(Notice(frame));

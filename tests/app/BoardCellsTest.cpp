@@ -1,8 +1,9 @@
 #include "app/BoardFixture.h"
 
-#include "alerts/AlertField.h"
-#include "data/L1SymbolRec.h"
+#include "alerts/rules/AlertField.h"
+#include "data/record/L1SymbolRec.h"
 #include "support/Allocations.h"
+#include "watchlist/fileformat/WatchlistReader.h"
 
 #include <QFile>
 #include <QStyle>
@@ -218,7 +219,7 @@ TEST_F(CBoardCellsTest, TheSymbolStaysInSightUntilThatIsSwitchedOff) {
 TEST_F(CBoardCellsTest, TheStarterListsColumnsFitTheirTexts) {
     QFile starter(QStringLiteral(ZW_SOURCE_DIR "/src/app/resources/starter.vxw"));
     ASSERT_TRUE(starter.open(QIODevice::ReadOnly));
-    doc->OpenText(starter.readAll().toStdString(), {});
+    OpenText(*doc, starter.readAll().toStdString(), {});
     Update("GOOGL", "Decimal Precision", "2");
     const std::pair<const char*, const char*> values[] = {
         {"Last", "1999.99"},           {"Bid", "1999.98"},        {"Ask", "1999.99"},
@@ -299,7 +300,7 @@ TEST_F(CBoardCellsTest, AnEmptyWatchlistSaysHowToBegin) {
     EXPECT_FALSE(inked());
     doc->NewDocument();
     EXPECT_TRUE(inked());
-    doc->OpenText("TrailingRows=0\r\nColumns=Symbol:1000;RowNumbers:900;\r\n", "none");
+    OpenText(*doc, "TrailingRows=0\r\nColumns=Symbol:1000;RowNumbers:900;\r\n", "none");
     EXPECT_EQ(grid->RowCount(), 1) << "a row to type into";
     EXPECT_EQ(grid->ColumnWidth(0), 90);
     doc->NewDocument();

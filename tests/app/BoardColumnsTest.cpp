@@ -1,8 +1,8 @@
 #include "app/BoardFixture.h"
 
-#include "app/MainMenus.h"
-#include "watchlist/InsertColumns.h"
-#include "watchlist/SpecialColumns.h"
+#include "app/commands/MainMenus.h"
+#include "watchlist/dialogs/InsertColumns.h"
+#include "watchlist/exchange/SpecialColumns.h"
 
 #include <QKeySequence>
 #include <QLabel>

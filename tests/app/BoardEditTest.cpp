@@ -1,7 +1,7 @@
 #include "app/BoardFixture.h"
 
 #include "base/RegistryPaths.h"
-#include "watchlist/InsertDeleteChoiceDlg.h"
+#include "watchlist/dialogs/InsertDeleteChoiceDlg.h"
 
 #include <QLabel>
 #include <QLineEdit>

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "app/FrameFixture.h"
-#include "data/UpdateFields.h"
+#include "app/commands/Commands.h"
+#include "data/catalogue/UpdateFields.h"
 #include "support/Gui.h"
 #include "support/MessageBoxes.h"
-#include "watchlist/Commands.h"
 
 #include <QAction>
 #include <QClipboard>

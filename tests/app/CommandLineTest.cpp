@@ -1,6 +1,6 @@
-#include "app/FeedHealth.h"
-#include "app/FramePlacement.h"
-#include "app/NorvCommandLineInfo.h"
+#include "app/shell/FeedHealth.h"
+#include "app/shell/FramePlacement.h"
+#include "app/shell/NorvCommandLineInfo.h"
 
 #include <gmock/gmock.h>
 

@@ -2,14 +2,14 @@
 
 #include "app/BoardFixture.h"
 
-#include "alerts/AlertNotice.h"
-#include "alerts/ResetAlert.h"
-#include "app/BoardDesk.h"
-#include "app/FileDesk.h"
-#include "app/RecoveryDlg.h"
+#include "alerts/rules/AlertNotice.h"
+#include "alerts/ui/ResetAlert.h"
+#include "app/commands/BoardDesk.h"
+#include "app/files/FileDesk.h"
+#include "app/files/RecoveryDlg.h"
 #include "support/DialogWalk.h"
 #include "support/EventLoop.h"
-#include "watchlist/RecoveryFile.h"
+#include "watchlist/file/RecoveryFile.h"
 
 #include <gmock/gmock.h>
 

@@ -2,12 +2,12 @@
 
 #include "FrameFixture.h"
 
-#include "data/CellFormatStore.h"
+#include "app/commands/Commands.h"
 #include "support/MessageBoxes.h"
-#include "watchlist/CellEntry.h"
-#include "watchlist/ColumnMoves.h"
-#include "watchlist/Commands.h"
-#include "watchlist/FormatCommands.h"
+#include "watchlist/document/CellFormatStore.h"
+#include "watchlist/edit/CellEntry.h"
+#include "watchlist/edit/ColumnMoves.h"
+#include "watchlist/edit/FormatCommands.h"
 
 #include <QAction>
 #include <QApplication>

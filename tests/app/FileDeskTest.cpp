@@ -1,15 +1,15 @@
-#include "app/FileDesk.h"
+#include "app/files/FileDesk.h"
 
-#include "app/FileMenus.h"
 #include "app/FrameFixture.h"
-#include "app/MainMenus.h"
-#include "app/QtMessageBox.h"
-#include "app/StrayKeyGuard.h"
+#include "app/commands/MainMenus.h"
+#include "app/files/FileMenus.h"
+#include "app/shell/QtMessageBox.h"
+#include "app/shell/StrayKeyGuard.h"
 #include "support/Dialogs.h"
 #include "support/EventLoop.h"
 #include "support/FakeClock.h"
 #include "support/MessageBoxes.h"
-#include "watchlist/CellEntry.h"
+#include "watchlist/edit/CellEntry.h"
 
 #include <QDropEvent>
 #include <QFileDialog>

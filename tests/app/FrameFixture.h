@@ -1,16 +1,16 @@
 #pragma once
 
-#include "app/FileDesk.h"
-#include "app/MainFrame.h"
+#include "app/files/FileDesk.h"
+#include "app/shell/MainFrame.h"
 #include "base/Registry.h"
 #include "base/RegistryPaths.h"
 #include "settings/ApplicationProfile.h"
 #include "settings/ConfigWriter.h"
 #include "settings/Settings.h"
 #include "support/TempFolder.h"
-#include "watchlist/WatchlistDoc.h"
-#include "watchlist/WatchlistGrid.h"
-#include "watchlist/WatchlistView.h"
+#include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/view/WatchlistGrid.h"
+#include "watchlist/view/WatchlistView.h"
 
 #include <QAction>
 

@@ -2,10 +2,10 @@
 
 #include "app/BoardFixture.h"
 
-#include "app/GuideDlg.h"
-#include "app/ListView.h"
+#include "app/commands/Commands.h"
+#include "app/windows/GuideDlg.h"
+#include "app/windows/ListView.h"
 #include "support/EventLoop.h"
-#include "watchlist/Commands.h"
 
 #include <QFile>
 #include <QHeaderView>

@@ -1,7 +1,7 @@
 #include "app/BoardFixture.h"
 
-#include "watchlist/CopyText.h"
-#include "watchlist/WatchlistFile.h"
+#include "watchlist/edit/CopyText.h"
+#include "watchlist/file/WatchlistFile.h"
 
 #include <gmock/gmock.h>
 

@@ -1,13 +1,13 @@
-#include "app/LinkDesk.h"
+#include "app/workspace/LinkDesk.h"
 
-#include "app/FileDesk.h"
-#include "app/RunningWindows.h"
 #include "app/SiblingFixture.h"
-#include "app/WindowSlot.h"
-#include "app/Workspace.h"
+#include "app/commands/Commands.h"
+#include "app/files/FileDesk.h"
+#include "app/workspace/RunningWindows.h"
+#include "app/workspace/WindowSlot.h"
+#include "app/workspace/Workspace.h"
 #include "support/FakeClock.h"
-#include "watchlist/CellEntry.h"
-#include "watchlist/Commands.h"
+#include "watchlist/edit/CellEntry.h"
 
 #include <QGuiApplication>
 #include <QScreen>

@@ -1,9 +1,9 @@
 #include "app/FrameFixture.h"
 
-#include "app/RecoveryDesk.h"
+#include "app/commands/Commands.h"
+#include "app/files/RecoveryDesk.h"
 #include "support/EventLoop.h"
-#include "watchlist/Commands.h"
-#include "watchlist/RecoveryFile.h"
+#include "watchlist/file/RecoveryFile.h"
 
 #include <QLabel>
 #include <QProcess>

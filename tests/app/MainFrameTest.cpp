@@ -1,12 +1,13 @@
 #include "app/FrameFixture.h"
 
-#include "alerts/NewsRequest.h"
-#include "app/AboutDlg.h"
-#include "app/FileDesk.h"
-#include "data/UpdateFields.h"
+#include "app/commands/Commands.h"
+#include "app/files/FileDesk.h"
+#include "app/shell/AboutDlg.h"
+#include "data/catalogue/UpdateFields.h"
+#include "news/NewsRequest.h"
 #include "support/EventLoop.h"
 #include "support/ScriptedFeed.h"
-#include "watchlist/Commands.h"
+#include "watchlist/fileformat/WatchlistReader.h"
 
 #include <QAction>
 #include <QGuiApplication>
@@ -240,13 +241,14 @@ TEST_F(CMainFrameTest, TheCommandLinePlacesTheWindowBeforeTheFileAndTheLastRun) 
     stored.ShowPlaced();
     EXPECT_EQ(QRect(stored.pos(), stored.size()), QRect(30, 0, 640, 360));
     CMainFrame& named = Frame({"-left", "100", "-right", "780", "-top", "20"});
-    named.Document().OpenText("Window=10;60;700;300;FALSE;FALSE\r\n", "Test");
+    OpenText(named.Document(), "Window=10;60;700;300;FALSE;FALSE\r\n", "Test");
     named.ShowPlaced();
     EXPECT_EQ(QRect(named.pos(), named.size()), QRect(100, 20, 680, 300));
     for (const bool maximised : {false, true}) {
         named.showMaximized();
-        named.Document().OpenText(
-            fmt::format("Window=40;50;600;{};{};FALSE\r\n", 400 + maximised, maximised ? "TRUE" : "FALSE"), "Other");
+        OpenText(named.Document(),
+                 fmt::format("Window=40;50;600;{};{};FALSE\r\n", 400 + maximised, maximised ? "TRUE" : "FALSE"),
+                 "Other");
         EXPECT_EQ(named.isMaximized(), maximised);
         EXPECT_EQ(named.Placement().height, 400 + maximised);
     }
@@ -269,7 +271,7 @@ TEST_F(CMainFrameTest, TheFirstWindowIsAsWideAsItsColumnsAndTheScreenAllow) {
 TEST_F(CMainFrameTest, TheTitleIsTheProgramsAndTheDocumentsWithThePlatformsMark) {
     CMainFrame& frame = Frame();
     EXPECT_EQ(frame.windowTitle(), QStringLiteral("Zantrel Watchlist[*]"));
-    frame.Document().OpenText("TrailingRows=1\r\n", "Banks");
+    OpenText(frame.Document(), "TrailingRows=1\r\n", "Banks");
     EXPECT_EQ(frame.windowTitle(), QStringLiteral("Zantrel Watchlist - Banks[*]"));
     frame.Document().CloseDocument();
     EXPECT_EQ(frame.windowTitle(), QStringLiteral("Zantrel Watchlist[*]"));

@@ -1,12 +1,12 @@
-#include "app/RecoveryDesk.h"
+#include "app/files/RecoveryDesk.h"
 
-#include "app/FileDesk.h"
 #include "app/FrameFixture.h"
-#include "app/RecoveryDlg.h"
+#include "app/files/FileDesk.h"
+#include "app/files/RecoveryDlg.h"
 #include "support/Dialogs.h"
 #include "support/EventLoop.h"
 #include "support/MessageBoxes.h"
-#include "watchlist/CellEntry.h"
+#include "watchlist/edit/CellEntry.h"
 
 #include <QProcess>
 #include <QPushButton>

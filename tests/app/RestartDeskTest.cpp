@@ -1,12 +1,12 @@
-#include "app/RestartDesk.h"
+#include "app/shell/RestartDesk.h"
 
-#include "app/FileDesk.h"
-#include "app/RecoveryDesk.h"
 #include "app/SiblingFixture.h"
-#include "feed/FeedEnd.h"
+#include "app/files/FileDesk.h"
+#include "app/files/RecoveryDesk.h"
+#include "feed/session/FeedEnd.h"
 #include "support/Dialogs.h"
 #include "support/Gui.h"
-#include "watchlist/FileGenerations.h"
+#include "watchlist/file/FileGenerations.h"
 
 #include <QProgressDialog>
 #include <QSignalSpy>

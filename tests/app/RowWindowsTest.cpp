@@ -1,14 +1,14 @@
 #include "app/FrameFixture.h"
 
-#include "app/HeadlinesDlg.h"
-#include "app/ListView.h"
-#include "app/MarketDesk.h"
-#include "app/TimeAndSalesDlg.h"
-#include "data/FieldLayout.h"
-#include "data/L1SymbolRec.h"
-#include "data/UpdateFields.h"
+#include "app/commands/Commands.h"
+#include "app/windows/HeadlinesDlg.h"
+#include "app/windows/ListView.h"
+#include "app/windows/MarketDesk.h"
+#include "app/windows/TimeAndSalesDlg.h"
+#include "data/catalogue/FieldLayout.h"
+#include "data/catalogue/UpdateFields.h"
+#include "data/record/L1SymbolRec.h"
 #include "support/Gui.h"
-#include "watchlist/Commands.h"
 
 #include <QAction>
 #include <QCheckBox>

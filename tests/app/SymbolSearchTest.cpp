@@ -1,18 +1,18 @@
 #include "app/FrameFixture.h"
 
-#include "app/AddSymbols.h"
-#include "app/ListView.h"
-#include "app/MarketDesk.h"
-#include "app/SearchFilter.h"
-#include "app/SymbolSearchDlg.h"
-#include "feed/ClientAppSocket.h"
+#include "app/commands/AddSymbols.h"
+#include "app/commands/Commands.h"
+#include "app/windows/ListView.h"
+#include "app/windows/MarketDesk.h"
+#include "app/windows/SearchFilter.h"
+#include "app/windows/SymbolSearchDlg.h"
+#include "feed/socket/ClientAppSocket.h"
 #include "support/EventLoop.h"
 #include "support/FakeClock.h"
 #include "support/Gui.h"
 #include "support/LookupPeer.h"
 #include "support/MessageBoxes.h"
 #include "support/ScriptedFeed.h"
-#include "watchlist/Commands.h"
 
 #include <QAction>
 #include <QComboBox>

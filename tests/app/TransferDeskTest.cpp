@@ -1,15 +1,15 @@
-#include "app/TransferDesk.h"
+#include "app/files/TransferDesk.h"
 
-#include "app/FileDesk.h"
 #include "app/FrameFixture.h"
-#include "app/ListPrinter.h"
-#include "data/UpdateFields.h"
+#include "app/files/FileDesk.h"
+#include "app/files/ListPrinter.h"
+#include "data/catalogue/UpdateFields.h"
 #include "grid/GridTheme.h"
 #include "support/Dialogs.h"
 #include "support/MessageBoxes.h"
-#include "watchlist/CellEntry.h"
-#include "watchlist/ImportDlg.h"
-#include "watchlist/QuoteDataOptions.h"
+#include "watchlist/dialogs/ImportDlg.h"
+#include "watchlist/dialogs/QuoteDataOptions.h"
+#include "watchlist/edit/CellEntry.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>

@@ -13,9 +13,17 @@ TEST(Number, IntegersAreReadLenientlyAndSaturate) {
         int32_t asSigned;
         uint32_t asUnsigned;
     };
-    for (const SCase& c : {SCase{"12", 12, 12}, {" \t12abc", 12, 12}, {"+7", 7, 7}, {"-7", -7, 0}, {"", 0, 0},
-                           {"abc", 0, 0}, {"--5", 0, 0}, {"1e5", 1, 1}, {"2147483648", 2147483647, 2147483648u},
-                           {"-2147483648", -2147483647 - 1, 0}, {"-99999999999999999999", -2147483647 - 1, 0},
+    for (const SCase& c : {SCase{"12", 12, 12},
+                           {" \t12abc", 12, 12},
+                           {"+7", 7, 7},
+                           {"-7", -7, 0},
+                           {"", 0, 0},
+                           {"abc", 0, 0},
+                           {"--5", 0, 0},
+                           {"1e5", 1, 1},
+                           {"2147483648", 2147483647, 2147483648u},
+                           {"-2147483648", -2147483647 - 1, 0},
+                           {"-99999999999999999999", -2147483647 - 1, 0},
                            {"99999999999999999999", 2147483647, 4294967295u}}) {
         EXPECT_EQ(ReadInt32(c.text), c.asSigned) << c.text;
         EXPECT_EQ(ReadUInt32(c.text), c.asUnsigned) << c.text;
@@ -27,9 +35,18 @@ TEST(Number, IntegersAreReadLenientlyAndSaturate) {
 }
 
 TEST(Number, DoublesAreReadAsTheCLibraryReadsThem) {
-    for (const char* text : {"1.5", "-1.5", "+1.5", "  2.25x", "1e3", "1e", ".5", "5.", ".", "-", "+-1", "abc", "", "0x10",
-                             "0x", "0x.8", "1e400", "-1e400", "1e-400", "inf", "-infinity", "123456789012345678901234567890",
-                             "0.1", "1,5"}) {
+    for (const char* text : {"1.5",       "-1.5",
+                             "+1.5",      "  2.25x",
+                             "1e3",       "1e",
+                             ".5",        "5.",
+                             ".",         "-",
+                             "+-1",       "abc",
+                             "",          "0x10",
+                             "0x",        "0x.8",
+                             "1e400",     "-1e400",
+                             "1e-400",    "inf",
+                             "-infinity", "123456789012345678901234567890",
+                             "0.1",       "1,5"}) {
         const double expected = std::strtod(text, nullptr);
         EXPECT_EQ(ReadDouble(text), expected) << text;
     }

@@ -1,5 +1,5 @@
-#include "base/DateTime.h"
 #include "base/Text.h"
+#include "base/DateTime.h"
 #include "base/Windows1252.h"
 
 #include <gmock/gmock.h>
@@ -56,6 +56,7 @@ TEST(DateTime, ReadsTheCommonFormsAndRefusesTheRest) {
     }
     EXPECT_EQ(ReadDateTime("1/31/2024").days, day);
     EXPECT_EQ(ReadDateTime("12:00 PM").days, 0.5);
-    for (const char* text : {"", "x", "2/30/2024", "20240131 25:00:00", "1/31/2024 13:00 PM", "1/2", "1/2/2024 1:2:3 AM x"})
+    for (const char* text :
+         {"", "x", "2/30/2024", "20240131 25:00:00", "1/31/2024 13:00 PM", "1/2", "1/2/2024 1:2:3 AM x"})
         EXPECT_FALSE(ReadDateTime(text).valid) << text;
 }

@@ -1,6 +1,6 @@
 #include "support/FakeFeed.h"
 
-#include "data/NumberText.h"
+#include "data/record/NumberText.h"
 #include "support/Random.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-#include "data/FieldText.h"
-#include "data/SlotText.h"
+#include "data/record/FieldText.h"
+#include "data/record/SlotText.h"
 
 #include <gtest/gtest.h>
 

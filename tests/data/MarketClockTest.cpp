@@ -1,4 +1,4 @@
-#include "data/MarketClock.h"
+#include "data/store/MarketClock.h"
 
 #include <gtest/gtest.h>
 

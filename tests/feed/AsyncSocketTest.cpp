@@ -1,4 +1,4 @@
-#include "feed/StreamSocket.h"
+#include "feed/socket/StreamSocket.h"
 #include "support/EventLoop.h"
 #include "support/ScriptedFeed.h"
 

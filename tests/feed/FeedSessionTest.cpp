@@ -1,6 +1,6 @@
-#include "feed/FeedSession.h"
+#include "feed/session/FeedSession.h"
 
-#include "feed/ClientAppSocket.h"
+#include "feed/socket/ClientAppSocket.h"
 #include "support/EventLoop.h"
 #include "support/FakeClock.h"
 #include "support/LogEvents.h"

@@ -1,4 +1,4 @@
-#include "feed/LineIndex.h"
+#include "feed/socket/LineIndex.h"
 
 #include <gmock/gmock.h>
 

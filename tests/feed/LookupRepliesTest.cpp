@@ -1,5 +1,5 @@
-#include "feed/ClientAppSocket.h"
-#include "feed/FeedSession.h"
+#include "feed/session/FeedSession.h"
+#include "feed/socket/ClientAppSocket.h"
 #include "support/LogEvents.h"
 #include "support/ReadsSocket.h"
 #include "support/TempFolder.h"

@@ -1,4 +1,4 @@
-#include "feed/Ports.h"
+#include "feed/socket/Ports.h"
 
 #include "support/TempFolder.h"
 

@@ -1,4 +1,4 @@
-#include "feed/ProgramStart.h"
+#include "feed/session/ProgramStart.h"
 
 #include "support/EventLoop.h"
 #include "support/TempFolder.h"

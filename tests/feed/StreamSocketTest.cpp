@@ -1,4 +1,4 @@
-#include "feed/StreamSocket.h"
+#include "feed/socket/StreamSocket.h"
 #include "support/FakeClock.h"
 #include "support/ReadsSocket.h"
 

@@ -1,6 +1,6 @@
-#include "feed/SymbolLimitQueue.h"
+#include "feed/session/SymbolLimitQueue.h"
 
-#include "feed/RecentSymbols.h"
+#include "feed/session/RecentSymbols.h"
 #include "support/LogEvents.h"
 
 #include <gmock/gmock.h>

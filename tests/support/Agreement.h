@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/L1DataStore.h"
+#include "data/store/L1DataStore.h"
 #include "support/PlainStore.h"
 
 #include <string>

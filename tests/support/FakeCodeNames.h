@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/CodeNames.h"
+#include "data/record/CodeNames.h"
 
 #include <array>
 #include <string>

@@ -1,7 +1,7 @@
 #include "support/FakeFeed.h"
 
 #include "base/Text.h"
-#include "data/Catalogue.h"
+#include "data/catalogue/Catalogue.h"
 
 #include <stdexcept>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "data/Catalogue.h"
-#include "data/CellText.h"
-#include "data/L1DataStore.h"
+#include "data/catalogue/Catalogue.h"
+#include "data/store/L1DataStore.h"
+#include "data/text/CellText.h"
 #include "support/FakeCodeNames.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
 #include "support/LineGenerator.h"
 
-#include "data/UpdateFields.h"
+#include "data/catalogue/UpdateFields.h"
 
 #include <algorithm>
 #include <cmath>

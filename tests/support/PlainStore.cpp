@@ -1,7 +1,7 @@
 #include "support/PlainStore.h"
 
-#include "data/FieldLayout.h"
-#include "data/SlotText.h"
+#include "data/catalogue/FieldLayout.h"
+#include "data/record/SlotText.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "data/CodeNames.h"
-#include "data/ParseRule.h"
+#include "data/catalogue/ParseRule.h"
+#include "data/record/CodeNames.h"
 
 #include <map>
 #include <string>

@@ -1,7 +1,7 @@
 // The names that a user's own data may use, held against the program's columns.
 
-#include "data/Catalogue.h"
-#include "vxconnect/InputFields.h"
+#include "data/catalogue/Catalogue.h"
+#include "vxconnect/common/InputFields.h"
 
 #include <gtest/gtest.h>
 

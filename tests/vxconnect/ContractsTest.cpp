@@ -1,5 +1,5 @@
-#include "vxconnect/Market.h"
 #include "vxconnect/Peer.h"
+#include "vxconnect/market/Market.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
-#include "vxconnect/InputFileSource.h"
 #include "vxconnect/Peer.h"
-#include "vxconnect/ReplaySource.h"
-#include "vxconnect/TrafficLine.h"
+#include "vxconnect/common/TrafficLine.h"
+#include "vxconnect/data/InputFileSource.h"
+#include "vxconnect/data/ReplaySource.h"
 
 #include <QTemporaryDir>
 

@@ -1,7 +1,7 @@
-#include "vxconnect/Fundamentals.h"
+#include "vxconnect/market/Fundamentals.h"
 
-#include "vxconnect/CodeTables.h"
 #include "vxconnect/Peer.h"
+#include "vxconnect/common/CodeTables.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "vxconnect/Market.h"
+#include "vxconnect/market/Market.h"
 
 #include <gtest/gtest.h>
 

@@ -2,10 +2,10 @@
 // port.
 
 #include "support/FakeClock.h"
-#include "vxconnect/DescriptorStream.h"
-#include "vxconnect/Feeder.h"
-#include "vxconnect/InputPipeSource.h"
 #include "vxconnect/Peer.h"
+#include "vxconnect/data/DescriptorStream.h"
+#include "vxconnect/data/Feeder.h"
+#include "vxconnect/data/InputPipeSource.h"
 
 #include <QTemporaryDir>
 

@@ -1,7 +1,7 @@
 #include "base/Number.h"
 #include "base/Text.h"
-#include "vxconnect/NewsDesk.h"
 #include "vxconnect/Peer.h"
+#include "vxconnect/market/NewsDesk.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

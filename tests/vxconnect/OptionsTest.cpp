@@ -1,4 +1,4 @@
-#include "vxconnect/Options.h"
+#include "vxconnect/common/Options.h"
 
 #include "vxconnect/Peer.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "vxconnect/Level1Client.h"
-#include "vxconnect/Server.h"
-#include "vxconnect/WatchBoard.h"
+#include "vxconnect/market/WatchBoard.h"
+#include "vxconnect/common/Level1Client.h"
+#include "vxconnect/server/Server.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "base/Registry.h"
 #include "base/RegistryPaths.h"
 #include "vxconnect/Peer.h"
-#include "vxconnect/Tickers.h"
+#include "vxconnect/market/Tickers.h"
 
 #include <QFile>
 #include <QProcess>

@@ -1,7 +1,7 @@
-#include "vxconnect/QuoteLine.h"
+#include "vxconnect/market/QuoteLine.h"
 
-#include "vxconnect/Market.h"
 #include "vxconnect/Peer.h"
+#include "vxconnect/market/Market.h"
 
 #include <gtest/gtest.h>
 

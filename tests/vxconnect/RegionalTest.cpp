@@ -1,7 +1,7 @@
 #include "base/Number.h"
 #include "base/Text.h"
-#include "vxconnect/Market.h"
 #include "vxconnect/Peer.h"
+#include "vxconnect/market/Market.h"
 
 #include <gtest/gtest.h>
 

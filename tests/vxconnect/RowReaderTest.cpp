@@ -1,7 +1,7 @@
-#include "vxconnect/RowReader.h"
-#include "vxconnect/DataRecord.h"
-#include "vxconnect/LineBuffer.h"
-#include "vxconnect/SendQueue.h"
+#include "vxconnect/data/RowReader.h"
+#include "vxconnect/common/LineBuffer.h"
+#include "vxconnect/common/SendQueue.h"
+#include "vxconnect/data/DataRecord.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "vxconnect/Peer.h"
-#include "vxconnect/QuoteLine.h"
+#include "vxconnect/market/QuoteLine.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "watchlist/CellEntry.h"
+#include "watchlist/edit/CellEntry.h"
 #include "watchlist/DocFixture.h"
 
 #include <filesystem>

@@ -1,15 +1,16 @@
 #pragma once
 
-#include "alerts/NewsRequest.h"
 #include "base/Registry.h"
-#include "data/L1DataStore.h"
-#include "data/UpdateFields.h"
+#include "data/catalogue/UpdateFields.h"
+#include "data/store/L1DataStore.h"
+#include "news/NewsRequest.h"
 #include "settings/ApplicationProfile.h"
 #include "settings/ConfigWriter.h"
 #include "settings/Settings.h"
 #include "support/MessageBoxes.h"
 #include "support/TempFolder.h"
-#include "watchlist/WatchlistDoc.h"
+#include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/fileformat/WatchlistReader.h"
 
 #include <gmock/gmock.h>
 
@@ -82,7 +83,7 @@ protected:
     }
 
     void FeedIsReady() { doc.SetFeedReady(); }
-    void Open(std::string_view text) { doc.OpenText(text, "Test"); }
+    void Open(std::string_view text) { OpenText(doc, text, "Test"); }
     /// A line arrives and the posted paint message with it.
     void FeedSays(std::string_view line) {
         store.OnLevel1Message(line);

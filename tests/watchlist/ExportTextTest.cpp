@@ -1,6 +1,6 @@
-#include "watchlist/ExportText.h"
-#include "watchlist/CopyText.h"
+#include "watchlist/exchange/ExportText.h"
 #include "watchlist/DocFixture.h"
+#include "watchlist/edit/CopyText.h"
 
 #include <csignal>
 #include <filesystem>

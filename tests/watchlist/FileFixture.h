@@ -2,8 +2,8 @@
 
 #include "support/TempFolder.h"
 #include "watchlist/DocFixture.h"
-#include "watchlist/WatchlistFile.h"
-#include "watchlist/WatchlistWriter.h"
+#include "watchlist/file/WatchlistFile.h"
+#include "watchlist/fileformat/WatchlistWriter.h"
 
 #include <fmt/format.h>
 

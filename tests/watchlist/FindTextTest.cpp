@@ -1,4 +1,4 @@
-#include "watchlist/FindText.h"
+#include "watchlist/exchange/FindText.h"
 #include "watchlist/DocFixture.h"
 
 #include <fmt/format.h>

@@ -1,4 +1,4 @@
-#include "watchlist/FurtherKeys.h"
+#include "watchlist/fileformat/FurtherKeys.h"
 
 #include "base/Log.h"
 #include "watchlist/FileFixture.h"

@@ -1,6 +1,6 @@
-#include "watchlist/ImportText.h"
+#include "watchlist/edit/ImportText.h"
 #include "watchlist/DocFixture.h"
-#include "watchlist/ExportText.h"
+#include "watchlist/exchange/ExportText.h"
 
 #include <fmt/format.h>
 

@@ -3,8 +3,8 @@
 #include "base/SaveFile.h"
 #include "support/ChildProcess.h"
 #include "watchlist/FileFixture.h"
-#include "watchlist/RecoveryFile.h"
-#include "watchlist/RecoveryKeeper.h"
+#include "watchlist/file/RecoveryFile.h"
+#include "watchlist/file/RecoveryKeeper.h"
 
 #include <fmt/format.h>
 

@@ -1,7 +1,7 @@
-#include "watchlist/PasteText.h"
-#include "watchlist/CopyText.h"
+#include "watchlist/edit/PasteText.h"
 #include "watchlist/DocFixture.h"
-#include "watchlist/ReportText.h"
+#include "watchlist/edit/CopyText.h"
+#include "watchlist/edit/ReportText.h"
 
 #include <fmt/format.h>
 

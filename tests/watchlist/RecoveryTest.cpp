@@ -1,6 +1,6 @@
 #include "watchlist/FileFixture.h"
-#include "watchlist/RecoveryFile.h"
-#include "watchlist/RecoveryKeeper.h"
+#include "watchlist/file/RecoveryFile.h"
+#include "watchlist/file/RecoveryKeeper.h"
 
 #include <dirent.h>
 #include <filesystem>

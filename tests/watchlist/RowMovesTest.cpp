@@ -1,6 +1,6 @@
-#include "data/RowList.h"
-#include "watchlist/ColumnMoves.h"
 #include "watchlist/DocFixture.h"
+#include "watchlist/document/RowList.h"
+#include "watchlist/edit/ColumnMoves.h"
 
 #include <map>
 #include <random>

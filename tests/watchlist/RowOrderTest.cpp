@@ -1,4 +1,4 @@
-#include "watchlist/RowOrder.h"
+#include "watchlist/edit/RowOrder.h"
 #include "watchlist/LiteralInsertion.h"
 
 #include <gmock/gmock.h>

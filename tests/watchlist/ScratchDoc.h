@@ -1,11 +1,11 @@
 #pragma once
 
-#include "data/L1DataStore.h"
+#include "data/store/L1DataStore.h"
 #include "settings/ConfigWriterMux.h"
 #include "settings/Settings.h"
-#include "watchlist/WatchlistDoc.h"
-#include "watchlist/WatchlistReader.h"
-#include "watchlist/WatchlistWriter.h"
+#include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/fileformat/WatchlistReader.h"
+#include "watchlist/fileformat/WatchlistWriter.h"
 
 #include <algorithm>
 #include <map>

@@ -1,8 +1,8 @@
-#include "watchlist/SortCommands.h"
+#include "watchlist/edit/SortCommands.h"
 #include "watchlist/DocFixture.h"
 #include "watchlist/LiteralInsertion.h"
-#include "watchlist/SortDialogRules.h"
-#include "watchlist/SortRows.h"
+#include "watchlist/edit/SortDialogRules.h"
+#include "watchlist/edit/SortRows.h"
 
 #include <array>
 #include <random>

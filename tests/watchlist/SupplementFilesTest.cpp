@@ -2,8 +2,8 @@
 
 #include "base/ContentHash.h"
 #include "watchlist/FileFixture.h"
-#include "watchlist/RecoveryFile.h"
-#include "watchlist/StateFiles.h"
+#include "watchlist/file/RecoveryFile.h"
+#include "watchlist/file/StateFiles.h"
 
 #include <filesystem>
 

@@ -1,9 +1,10 @@
-#include "watchlist/CellEntry.h"
-#include "watchlist/ColumnMoves.h"
 #include "watchlist/DocFixture.h"
-#include "watchlist/SortCommands.h"
-#include "watchlist/UndoStep.h"
-#include "watchlist/WatchlistWriter.h"
+#include "watchlist/document/UndoStep.h"
+#include "watchlist/edit/CellEntry.h"
+#include "watchlist/edit/ColumnMoves.h"
+#include "watchlist/edit/SortCommands.h"
+#include "watchlist/fileformat/WatchlistReader.h"
+#include "watchlist/fileformat/WatchlistWriter.h"
 
 #include <fmt/format.h>
 
@@ -233,7 +234,7 @@ TEST_F(CUndo, AnAlertThatFiresInAnEditKeepsTheDocumentModified) {
     doc.SetModified(false);
     alerts.Arm("IBM", 0);
     EXPECT_TRUE(doc.IsModified());
-    doc.OpenText("Alerts=IBM:Last,>,5.000000,FALSE,FALSE,0,FALSE,;\r\n", "other");
+    OpenText(doc, "Alerts=IBM:Last,>,5.000000,FALSE,FALSE,0,FALSE,;\r\n", "other");
     EXPECT_FALSE(doc.IsModified()) << "reading is no change";
 }
 

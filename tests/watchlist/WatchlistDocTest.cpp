@@ -1,5 +1,5 @@
 #include "watchlist/DocFixture.h"
-#include "watchlist/UndoStep.h"
+#include "watchlist/document/UndoStep.h"
 
 using namespace vx;
 using namespace vx::test;

@@ -1,7 +1,7 @@
-#include "watchlist/WatchlistReader.h"
-#include "data/Catalogue.h"
+#include "watchlist/fileformat/WatchlistReader.h"
+#include "data/catalogue/Catalogue.h"
 #include "watchlist/FileFixture.h"
-#include "watchlist/WatchlistLegacy.h"
+#include "watchlist/fileformat/WatchlistLegacy.h"
 
 #include <string>
 

@@ -1,9 +1,9 @@
 #include "settings/Settings.h"
 #include "support/ChildProcess.h"
 #include "watchlist/FileFixture.h"
-#include "watchlist/RecoveryKeeper.h"
 #include "watchlist/ScratchDoc.h"
-#include "watchlist/UndoStep.h"
+#include "watchlist/document/UndoStep.h"
+#include "watchlist/file/RecoveryKeeper.h"
 
 #include <barrier>
 #include <filesystem>

@@ -1,0 +1,183 @@
+#include "alerts/rules/AlertsMap.h"
+
+#include "alerts/rules/AlertCondition.h"
+#include "alerts/rules/AlertField.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace vx {
+
+namespace {
+
+auto FindSame(auto& alerts, const A_INFO& alert) {
+    return std::ranges::find_if(alerts, [&](const A_INFO& other) { return IsSameAlert(other, alert); });
+}
+
+bool HasIndex(const CAlertArray& alerts, int index) { return index >= 0 && static_cast<size_t>(index) < alerts.size(); }
+
+} // namespace
+
+bool CAlertsMap::Add(std::string_view symbol, const A_INFO& alert, EAlertMap map) {
+    if (symbol.empty()) return false;
+    SSymbolAlerts* entry = Find(symbol, map);
+    if (entry) {
+        const auto same = FindSame(entry->alerts, alert);
+        if (same != entry->alerts.end()) {
+            const bool changes = same->enabled != alert.enabled;
+            same->enabled = alert.enabled;
+            if (changes && map == EAlertMap::Live) Rearm(symbol, *entry);
+            return true;
+        }
+        if (entry->alerts.size() >= kMostPerSymbol) return false;
+    }
+    if (Total(map) >= kMostAlerts) return false;
+    if (!entry) {
+        entry = &Map(map)[std::string(symbol)];
+        ++m_liveKeys;
+    }
+    entry->alerts.push_back(alert);
+    ++Total(map);
+    if (map == EAlertMap::Live) {
+        AppendArmed(*entry, entry->alerts.size() - 1);
+        Announce(symbol, entry->armed.size());
+    }
+    return true;
+}
+
+void CAlertsMap::Remove(std::string_view symbol, int index, EAlertMap map) {
+    SSymbolAlerts* entry = Find(symbol, map);
+    if (!entry || !HasIndex(entry->alerts, index)) return;
+    if (entry->alerts.size() == 1) return Erase(symbol, map);
+    entry->alerts.erase(entry->alerts.begin() + index);
+    --Total(map);
+    if (map == EAlertMap::Live) Rearm(symbol, *entry);
+}
+
+void CAlertsMap::RemoveSymbol(std::string_view symbol) { Erase(symbol, EAlertMap::Live); }
+
+void CAlertsMap::Clear(EAlertMap map) {
+    CMap cleared;
+    cleared.swap(Map(map));
+    Total(map) = 0;
+    ++m_liveKeys;
+    if (map != EAlertMap::Live) return;
+    for (const auto& [symbol, entry] : cleared) Announce(symbol, 0);
+}
+
+void CAlertsMap::CopyTo(EAlertMap target) {
+    Clear(target);
+    const EAlertMap source = target == EAlertMap::Live ? EAlertMap::WorkingCopy : EAlertMap::Live;
+    for (const auto& [symbol, entry] : Map(source))
+        for (const A_INFO& alert : entry.alerts) Add(symbol, alert, target);
+}
+
+void CAlertsMap::SetEnabled(std::string_view symbol, int index, bool enabled) {
+    SSymbolAlerts* entry = Find(symbol, EAlertMap::WorkingCopy);
+    if (!entry) return;
+    At(*entry, index);
+    entry->alerts[static_cast<size_t>(index)].enabled = enabled ? 1 : 0;
+}
+
+int CAlertsMap::IndexOf(std::string_view symbol, const A_INFO& alert, EAlertMap map) const {
+    const CAlertArray& alerts = Get(symbol, map);
+    const auto same = FindSame(alerts, alert);
+    return same == alerts.end() ? -1 : static_cast<int>(same - alerts.begin());
+}
+
+int CAlertsMap::Count(std::string_view symbol, EAlertMap map) const {
+    const SSymbolAlerts* entry = Find(symbol, map);
+    return entry ? static_cast<int>(entry->alerts.size()) : 0;
+}
+
+const CAlertArray& CAlertsMap::Get(std::string_view symbol, EAlertMap map) const {
+    static const CAlertArray none;
+    const SSymbolAlerts* entry = Find(symbol, map);
+    return entry ? entry->alerts : none;
+}
+
+std::vector<std::string> CAlertsMap::Symbols(EAlertMap map) const {
+    std::vector<std::string> out;
+    out.reserve(Map(map).size());
+    for (const auto& [symbol, entry] : Map(map)) out.push_back(symbol);
+    std::ranges::sort(out);
+    return out;
+}
+
+int CAlertsMap::ArmedCount(std::string_view symbol) const {
+    const SSymbolAlerts* entry = Find(symbol, EAlertMap::Live);
+    return entry ? static_cast<int>(entry->armed.size()) : 0;
+}
+
+const CAlertsMap::SSymbolAlerts* CAlertsMap::Find(std::string_view symbol, EAlertMap map) const {
+    const auto found = Map(map).find(symbol);
+    return found == Map(map).end() ? nullptr : &found->second;
+}
+
+CAlertsMap::SSymbolAlerts* CAlertsMap::Find(std::string_view symbol, EAlertMap map) {
+    const auto found = Map(map).find(symbol);
+    return found == Map(map).end() ? nullptr : &found->second;
+}
+
+void CAlertsMap::Erase(std::string_view symbol, EAlertMap map) {
+    const auto found = Map(map).find(symbol);
+    if (found == Map(map).end()) return;
+    Total(map) -= found->second.alerts.size();
+    ++m_liveKeys;
+    const auto gone = Map(map).extract(found); // Keeps the text that `symbol` may point into.
+    if (map == EAlertMap::Live) Announce(gone.key(), 0);
+}
+
+const A_INFO& CAlertsMap::At(const SSymbolAlerts& entry, int index) {
+    if (!HasIndex(entry.alerts, index)) throw std::invalid_argument("no such alert");
+    return entry.alerts[static_cast<size_t>(index)];
+}
+
+CAlertsMap::EPlace CAlertsMap::PlaceOf(const SFieldEntry& field) {
+    if (field.source != ESource::Quote) return EPlace::Elsewhere;
+    switch (field.valueClass) {
+    case EValueClass::Integer:
+        return EPlace::QuoteInteger;
+    case EValueClass::Unsigned:
+        return EPlace::QuoteUnsigned;
+    default:
+        return EPlace::QuoteNumber;
+    }
+}
+
+// Only what can fire is armed: enabled, a field with numbers, a condition that exists.
+void CAlertsMap::AppendArmed(SSymbolAlerts& entry, size_t index) {
+    const A_INFO& alert = entry.alerts[index];
+    const SFieldEntry* field = JudgedField(alert.fieldId);
+    const uint8_t meetingResults = MeetingResults(alert.condition);
+    if (alert.enabled == 0 || !field || meetingResults == 0) return;
+    entry.armed.push_back(
+        {alert.value, static_cast<int32_t>(index), PlaceOf(*field), field->slot, meetingResults, alert.noZero != 0});
+}
+
+void CAlertsMap::Rearm(std::string_view symbol, SSymbolAlerts& entry) {
+    entry.armed.clear();
+    for (size_t i = 0; i < entry.alerts.size(); ++i) AppendArmed(entry, i);
+    Announce(symbol, entry.armed.size());
+}
+
+void CAlertsMap::Become(std::string_view symbol, A_INFO& alert, uint32_t enabled, double value) {
+    if (SSymbolAlerts* copy = Find(symbol, EAlertMap::WorkingCopy)) {
+        if (const auto same = FindSame(copy->alerts, alert); same != copy->alerts.end()) {
+            same->enabled = enabled;
+            same->value = value;
+        }
+    }
+    alert.enabled = enabled;
+    alert.value = value;
+}
+
+void CAlertsMap::AnnounceFiredOrArmed() {
+    if (m_observer) m_observer->OnAlertsFiredOrArmed();
+}
+
+void CAlertsMap::Announce(std::string_view symbol, size_t armed) {
+    if (m_observer) m_observer->OnAlertsChanged(symbol, static_cast<int>(armed));
+}
+
+} // namespace vx

@@ -1,0 +1,141 @@
+#include "alerts/ui/ResetAlert.h"
+
+#include "alerts/rules/AlertTexts.h"
+#include "alerts/rules/FixedText.h"
+#include "alerts/rules/ResetAlertRules.h"
+#include "alerts/ui/SpinEdit.h"
+#include "base/MessageBox.h"
+#include "base/Number.h"
+#include "base/qt/QtText.h"
+
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace vx {
+
+namespace {
+
+constexpr double kNewsThreshold = 1.0;
+constexpr int kPercentPlaces = 4;
+constexpr int kPromptWidth = 380;
+
+std::string Fixed(double number, int places = 6) {
+    std::string out;
+    AppendFixed(out, number, places);
+    return out;
+}
+
+QLabel* MakeLabel(const char* name) {
+    auto* label = new QLabel;
+    label->setObjectName(QString::fromLatin1(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setMinimumWidth(kPromptWidth);
+    return label;
+}
+
+} // namespace
+
+CResetAlert::CResetAlert(SAlertNotice notice, QWidget* parent)
+    : QDialog(parent), m_notice(std::move(notice)), m_base(m_notice.threshold), m_target(MakeLabel("target")),
+      m_percent(new CSpinEdit), m_value(new CSpinEdit) {
+    setObjectName(QStringLiteral("resetAlert"));
+    setWindowTitle(tr("Reset Alert"));
+    auto* prompt = MakeLabel("prompt");
+    prompt->setText(QtText(ResetPrompt(m_notice)));
+
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    m_ok = buttons->button(QDialogButtonBox::Ok);
+    m_ok->setText(tr("&Reset Alert"));
+    connect(buttons, &QDialogButtonBox::accepted, this, &CResetAlert::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(prompt);
+    layout->addWidget(m_target);
+    m_target->hide();
+    layout->addSpacing(8);
+    MakeBoxes();
+    if (!m_notice.isNews) {
+        auto* form = new QFormLayout;
+        form->addRow(tr("&Percent:"), m_percent);
+        form->addRow(tr("&Value:"), m_value);
+        layout->addLayout(form);
+        layout->addSpacing(8);
+        m_value->setFocus();
+    }
+    layout->addStretch(1);
+    layout->addWidget(buttons);
+    m_ok->setDefault(true); // Only a button that stands in its dialog stays the default one.
+}
+
+void CResetAlert::MakeBoxes() {
+    m_percent->setParent(this);
+    m_value->setParent(this);
+    m_percent->setVisible(!m_notice.isNews);
+    m_value->setVisible(!m_notice.isNews);
+    m_percent->setObjectName(QStringLiteral("percent"));
+    m_percent->setToolTip(tr("How far the alert moves, in percent of its present value"));
+    m_value->setObjectName(QStringLiteral("value"));
+    m_value->setToolTip(tr("The value at which the alert fires from now on"));
+    m_percent->SetText(Fixed(0, kPercentPlaces));
+    m_value->SetText(Fixed(m_base));
+    connect(m_percent, &CSpinEdit::Stepped, this, &CResetAlert::OnPercentStep);
+    connect(m_value, &CSpinEdit::Stepped, this, &CResetAlert::OnValueStep);
+    connect(m_percent, &CSpinEdit::Typed, this, &CResetAlert::ShowValueOfPercent);
+    connect(m_value, &CSpinEdit::Typed, this, &CResetAlert::ShowPercentOfValue);
+}
+
+void CResetAlert::ShowTarget(const std::string& line, bool isFired, std::vector<double> taken) {
+    m_taken = std::move(taken);
+    m_target->setVisible(!line.empty());
+    m_target->setText(isFired ? tr("This resets the alert that fired:\n%1").arg(QtText(line))
+                              : tr("This resets the first alert of the symbol, not the one that fired:\n%1\n"
+                                   "\"Arm this alert\" in the notice arms the one that fired.")
+                                    .arg(QtText(line)));
+}
+
+double CResetAlert::NewThreshold() const { return m_notice.isNews ? kNewsThreshold : m_value->Number(); }
+
+void CResetAlert::OnPercentStep(int direction) {
+    m_percent->SetText(Fixed(m_percent->Number() + direction, kPercentPlaces));
+    ShowValueOfPercent();
+}
+
+void CResetAlert::OnValueStep(int direction) {
+    m_value->SetText(Fixed(m_value->Number() + direction));
+    ShowPercentOfValue();
+}
+
+void CResetAlert::ShowValueOfPercent() {
+    m_value->SetText(Fixed(ThresholdOfPercent(m_base, m_percent->Number()), kPercentPlaces));
+    EnableOk();
+}
+
+void CResetAlert::ShowPercentOfValue() {
+    m_percent->SetText(Fixed(PercentOfThreshold(m_base, m_value->Number())));
+    EnableOk();
+}
+
+void CResetAlert::EnableOk() { m_ok->setEnabled(m_notice.isNews || m_value->HoldsNumber()); }
+
+void CResetAlert::accept() {
+    const double threshold = NewThreshold();
+    const auto isIt = [threshold](const std::string& other) { return ReadDouble(other) == threshold; };
+    const bool taken =
+        std::ranges::any_of(m_notice.otherThresholds, isIt) || std::ranges::count(m_taken, threshold) != 0;
+    if (taken && !m_notice.isNews) {
+        ShowMessageBox(
+            {ThresholdTakenText(m_notice.symbol, threshold, m_notice.fieldName), {}, EBoxButtons::Ok, EBoxIcon::None});
+        return;
+    }
+    QDialog::accept();
+}
+
+} // namespace vx

@@ -1,0 +1,277 @@
+#include "app/alerts/AlertDesk.h"
+
+#include "alerts/rules/AlertCondition.h"
+#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertTexts.h"
+#include "alerts/ui/AlertHistoryDlg.h"
+#include "alerts/ui/AlertMessages.h"
+#include "alerts/ui/AlertsDlg.h"
+#include "alerts/ui/AlertsNotice.h"
+#include "alerts/ui/NewAlertDlg.h"
+#include "alerts/ui/NoticeQueue.h"
+#include "app/alerts/MissedAlerts.h"
+#include "app/alerts/Presence.h"
+#include "app/commands/Commands.h"
+#include "app/shell/MainFrame.h"
+#include "base/Log.h"
+#include "base/UserFolders.h"
+#include "data/text/CellText.h"
+#include "settings/Settings.h"
+#include "watchlist/document/UndoStep.h"
+#include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/exchange/RowCellText.h"
+#include "watchlist/view/WatchlistGrid.h"
+#include "watchlist/view/WatchlistView.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QGuiApplication>
+#include <QStatusBar>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace vx {
+
+CAlertDesk::CAlertDesk(CMainFrame& frame, CCommands& commands)
+    : QObject(&frame), m_frame(frame), m_history(UserStateFolder()),
+      m_services{.settings = frame.Settings(),
+                 .player = m_preview,
+                 .symbols = [this] { return Symbols(); },
+                 .valueNow = [this](std::string_view symbol, int32_t id) { return ValueNow(symbol, id); },
+                 .isMuted = [this] { return m_frame.Settings().ReadBoolean(kAlertMute); }},
+      m_notices(new CNoticeQueue(m_player, frame, &frame, frame.Settings(), this)), m_presence(new CPresence(this)),
+      m_missed(new CMissedAlerts(*frame.statusBar(), this)) {
+    m_frame.Document().Alerts().SetNotices(this);
+    m_frame.installEventFilter(this);
+    m_notices->SetMuted(m_frame.Settings().ReadBoolean(kAlertMute));
+    m_notices->SetInUse([this] { return m_presence->IsHere(); });
+    m_notices->SetTarget([this](const SFiredNotice& fired) { return TargetOf(fired); });
+    m_notices->SetEnded([this](const SFiredNotice& fired, EFiringEnd end) { OnEnded(fired, end); });
+    m_missed->SetUrgent([this] { return m_frame.Settings().ReadBoolean(kAlertUrgent); });
+    connect(m_notices, &CNoticeQueue::Opening, this, &CAlertDesk::OnOpening);
+    connect(m_presence, &CPresence::Returned, this, &CAlertDesk::NoteSeen);
+    connect(m_presence, &CPresence::Returned, m_missed, &CMissedAlerts::OnReturn);
+    connect(m_missed, &CMissedAlerts::Asked, this, &CAlertDesk::ShowHistory);
+    connect(m_missed, &CMissedAlerts::Called, this, &CAlertDesk::ShowWindow);
+    BindCommands(commands);
+}
+
+// The windows use the players, the services and the history.
+CAlertDesk::~CAlertDesk() {
+    qDeleteAll(m_frame.findChildren<CNewAlertDlg*>());
+    delete m_notices;
+    delete m_historyDlg;
+}
+
+void CAlertDesk::BindCommands(CCommands& commands) {
+    commands.Bind(ECommand::AlertsEdit, [this] { EditAlerts(FocusSymbol()); });
+    commands.Bind(ECommand::AlertNew, [this] {
+        const SGridCell focus = m_frame.View().Grid().FocusCell();
+        NewAlert(focus.row, focus.column);
+    });
+    commands.Bind(ECommand::AlertHistory, [this] { ShowHistory(); });
+    commands.Bind(
+        ECommand::AlertMute,
+        [this] {
+            const bool mute = !m_frame.Settings().ReadBoolean(kAlertMute);
+            m_frame.Settings().WriteBoolean(kAlertMute, mute);
+            m_notices->SetMuted(mute);
+        },
+        [this](SCommandState& state) { state.checked = m_frame.Settings().ReadBoolean(kAlertMute); });
+    commands.Bind(
+        ECommand::AlertUrgent,
+        [this] { m_frame.Settings().WriteBoolean(kAlertUrgent, !m_frame.Settings().ReadBoolean(kAlertUrgent)); },
+        [this](SCommandState& state) { state.checked = m_frame.Settings().ReadBoolean(kAlertUrgent); });
+}
+
+// From the alert to the notice
+
+void CAlertDesk::PostNotice(std::string record, const A_INFO& fired) {
+    QCoreApplication::postEvent(&m_frame,
+                                new CAlertFiredMessage(std::move(record), fired, m_frame.Document().OpenCount()));
+}
+
+void CAlertDesk::PostNewsNotice(SAlertNotice notice, const A_INFO& fired) {
+    QCoreApplication::postEvent(&m_frame,
+                                new CAlertFiredMessage(std::move(notice), fired, m_frame.Document().OpenCount()));
+}
+
+bool CAlertDesk::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == &m_frame && event->type() == kAlertFiredMessage) {
+        OnFired(static_cast<const CAlertFiredMessage&>(*event));
+        return true;
+    }
+    if (watched == &m_frame && event->type() == kResetAlertMessage) {
+        OnReset(static_cast<const CResetAlertMessage&>(*event));
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void CAlertDesk::OnFired(const CAlertFiredMessage& message) {
+    SFiredNotice fired = message.Fired();
+    LogInformation(ShownLine(NoticeTitle(fired.notice)));
+    if (m_frame.isMinimized() && !QGuiApplication::focusWindow()) m_presence->SetHere(false); // Sooner than a poll.
+    const int64_t awaySince = m_presence->AwaySinceMs();
+    fired.id = m_history.NoteFired(FiringOf(fired.notice, message.FiredMs(), awaySince));
+    fired.wasAway = awaySince != 0;
+    if (m_historyDlg) m_historyDlg->RefreshSoon();
+    if (fired.wasAway) m_missed->Add(fired.notice, fired.firedAt);
+    m_notices->Add(std::move(fired));
+}
+
+// The user may have left while the notice waited for a pause.
+void CAlertDesk::OnOpening() {
+    m_presence->NoteOwnWindow();
+    const SFiredNotice& fired = m_notices->Current();
+    if (m_presence->IsHere())
+        NoteSeen();
+    else if (!fired.wasAway)
+        m_missed->Add(fired.notice, fired.firedAt);
+}
+
+void CAlertDesk::NoteSeen() {
+    const std::string& id = m_notices->Current().id;
+    if (!m_notices->Shown() || id == m_seen) return;
+    m_seen = id;
+    m_history.NoteSeen(id, QDateTime::currentMSecsSinceEpoch());
+    if (m_historyDlg) m_historyDlg->RefreshSoon();
+}
+
+// Another watchlist may have been opened meanwhile, whose alerts the notice is not about.
+SNoticeTarget CAlertDesk::TargetOf(const SFiredNotice& fired) const {
+    const CWatchlistDoc& doc = m_frame.Document();
+    const std::string& symbol = fired.notice.symbol;
+    const auto index = static_cast<size_t>(fired.notice.index);
+    SNoticeTarget out{.canArm = false, .canReset = false, .resetLine = {}, .taken = {}};
+    if (fired.watchlist != doc.OpenCount()) return out;
+    out.canArm = doc.Alerts().IndexOf(symbol, fired.alert) >= 0;
+    const CAlertArray& alerts = doc.Alerts().Get(symbol);
+    if (index >= alerts.size()) return out;
+    out.canReset = true;
+    out.resetsFired = IsSameAlert(alerts[index], fired.alert);
+    out.resetLine = AlertLineText(symbol, alerts[index]);
+    for (size_t i = 0; i < alerts.size(); ++i)
+        if (i != index && alerts[i].fieldId == alerts[index].fieldId) out.taken.push_back(alerts[i].value);
+    return out;
+}
+
+void CAlertDesk::OnReset(const CResetAlertMessage& message) {
+    CAlertsMap& alerts = m_frame.Document().Alerts();
+    const SFiredNotice& of = message.Of();
+    const auto index = static_cast<size_t>(of.notice.index);
+    const bool isThere = TargetOf(of).canReset;
+    const A_INFO before = isThere ? alerts.Get(of.notice.symbol)[index] : A_INFO{};
+    if (isThere && alerts.ResetFromRecord(message.Record()))
+        return NoteReset(of, before, alerts.Get(of.notice.symbol)[index].value);
+    LogInformation(fmt::format("The alert of \"{}\" to be reset is not there any more.", ShownLine(message.Record())));
+    NoteEnded(of, EFiringEnd::Dismissed);
+}
+
+// The alert that was changed may be another one than the one that fired: the history says so of both.
+void CAlertDesk::NoteReset(const SFiredNotice& of, const A_INFO& changed, double newThreshold) {
+    const int64_t now = QDateTime::currentMSecsSinceEpoch();
+    if (m_historyDlg) m_historyDlg->RefreshSoon();
+    if (IsSameAlert(changed, of.alert)) return m_history.NoteEnded(of.id, EFiringEnd::Reset, now, newThreshold);
+    m_history.NoteEnded(of.id, EFiringEnd::ResetOther, now, newThreshold, AlertWords(changed));
+    const SAlertNotice like = ReadAlertNotice(FormatAlertNotice(of.notice.symbol, {changed}, 0, {}));
+    const std::vector<SAlertFiring> firings = m_history.Read();
+    if (const SAlertFiring* firing = FindFiring(firings, FiringOf(like, 0, 0)))
+        m_history.NoteEnded(firing->id, EFiringEnd::Reset, now, newThreshold);
+}
+
+bool CAlertDesk::Arm(const SFiredNotice& fired) {
+    if (!TargetOf(fired).canArm) return false;
+    CAlertsMap& alerts = m_frame.Document().Alerts();
+    alerts.Arm(fired.notice.symbol, alerts.IndexOf(fired.notice.symbol, fired.alert));
+    return true;
+}
+
+// What became of a reset is known when its message has arrived.
+void CAlertDesk::OnEnded(const SFiredNotice& fired, EFiringEnd end) {
+    if (end == EFiringEnd::Reset) return;
+    NoteEnded(fired, end == EFiringEnd::Armed && !Arm(fired) ? EFiringEnd::Dismissed : end);
+}
+
+void CAlertDesk::NoteEnded(const SFiredNotice& fired, EFiringEnd end) {
+    m_history.NoteEnded(fired.id, end, QDateTime::currentMSecsSinceEpoch());
+    if (m_historyDlg) m_historyDlg->RefreshSoon();
+}
+
+// The user chose the desktop's notification, and is here whatever the desktop makes of it.
+void CAlertDesk::ShowWindow() {
+    if (m_frame.isMinimized()) m_frame.setWindowState(m_frame.windowState() & ~Qt::WindowMinimized);
+    m_frame.raise();
+    m_frame.activateWindow();
+    m_presence->SetHere(true);
+}
+
+// The windows
+
+void CAlertDesk::EditAlerts(std::string_view symbol) {
+    CWatchlistDoc& doc = m_frame.Document();
+    EditAlertsWithDialog(doc.Alerts(), m_services, &m_frame, std::string(symbol), [&](const auto& commit) {
+        CUndoStep step(doc, "edit alerts");
+        step.CoverAlerts();
+        commit();
+    });
+}
+
+void CAlertDesk::NewAlert(int row, int column) {
+    CWatchlistDoc& doc = m_frame.Document();
+    SAlertDraft draft;
+    draft.symbol = doc.RowSymbol(row);
+    const bool isColumn = column >= 1 && column < doc.Columns().Count();
+    const auto id = isColumn ? AlertFieldId(doc.Columns().At(column).name) : std::nullopt;
+    if (id && (JudgedField(*id) || *id == NewsFieldId())) {
+        draft.fieldId = id;
+        draft.condition = static_cast<uint32_t>(EAlertCondition::Greater);
+        if (!draft.symbol.empty()) draft.value = ValueNow(draft.symbol, *id);
+    }
+    draft.soundType = static_cast<uint32_t>(EAlertSound::BuiltIn);
+    auto* dialog = new CNewAlertDlg(m_services, draft, &m_frame);
+    dialog->setWindowTitle(tr("New Alert"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setModal(true);
+    connect(dialog, &QDialog::accepted, this, [this, dialog] {
+        CWatchlistDoc& document = m_frame.Document();
+        CUndoStep step(document, "new alert");
+        step.CoverAlerts();
+        if (!document.Alerts().Add(dialog->Symbol(), dialog->Alert())) TellNoRoomForAlert(dialog->Symbol());
+    });
+    dialog->show();
+}
+
+void CAlertDesk::ShowHistory() {
+    if (!m_historyDlg)
+        m_historyDlg = new CAlertHistoryDlg(m_history, &m_frame);
+    else if (!m_historyDlg->isVisible())
+        m_historyDlg->ShowMissed();
+    m_missed->Clear();
+    m_historyDlg->show();
+    m_historyDlg->raise();
+    m_historyDlg->activateWindow();
+}
+
+std::string_view CAlertDesk::FocusSymbol() const {
+    return m_frame.Document().RowSymbol(m_frame.View().Grid().FocusCell().row);
+}
+
+std::vector<std::string> CAlertDesk::Symbols() const {
+    std::vector<std::string> out;
+    m_frame.Document().Symbols().ForEach([&](const SYMBOL_DATA& data) { out.push_back(data.symbol); });
+    std::ranges::sort(out);
+    return out;
+}
+
+std::string CAlertDesk::ValueNow(std::string_view symbol, int32_t fieldId) const {
+    const SFieldEntry* field = JudgedField(fieldId);
+    const CSymbolRec* record = m_frame.Store().Find(symbol);
+    if (!field || !record || CellDirection(*record, *field) == EDirection::NeverSet) return {};
+    return fmt::format("{}", CellNumber(*record, *field));
+}
+
+} // namespace vx

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "alerts/rules/AlertHistory.h"
+#include "alerts/rules/AlertNotice.h"
+#include "alerts/ui/AlertDialogServices.h"
+#include "alerts/ui/EffectSoundPlayer.h"
+
+#include <QObject>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vx {
+
+class CAlertFiredMessage;
+class CAlertHistoryDlg;
+class CCommands;
+class CMainFrame;
+class CMissedAlerts;
+class CNoticeQueue;
+class CPresence;
+class CResetAlertMessage;
+struct SNoticeTarget;
+
+/// Tells the user of the alerts that fire, and opens the windows in which they are set and looked up. What fired comes
+/// to the frame as a posted message, so that nothing opens while a line of the feed is being handled.
+///
+/// Owns    nothing of the frame, which outlives it
+/// Thread  GUI thread only
+class CAlertDesk : public QObject, public CAlertNotices {
+    Q_OBJECT
+public:
+    CAlertDesk(CMainFrame& frame, CCommands& commands);
+    ~CAlertDesk() override;
+
+    void PostNotice(std::string record, const A_INFO& fired) override;
+    void PostNewsNotice(SAlertNotice notice, const A_INFO& fired) override;
+
+    /// The list of alerts, modally, with the first alert of a symbol selected.
+    void EditAlerts(std::string_view symbol);
+    /// A new alert on the symbol of a row and the field of a column, with the value of this moment; what is not known
+    /// is left to the user.
+    void NewAlert(int row, int column);
+    /// What fired, first what was missed.
+    void ShowHistory();
+
+    CNoticeQueue& Notices() { return *m_notices; }
+    CPresence& Presence() { return *m_presence; }
+    CMissedAlerts& Missed() { return *m_missed; }
+
+protected:
+    /// The two alert messages of the frame.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void BindCommands(CCommands& commands);
+    void OnFired(const CAlertFiredMessage& message);
+    void OnOpening();
+    void NoteSeen();
+    SNoticeTarget TargetOf(const SFiredNotice& fired) const;
+    void OnReset(const CResetAlertMessage& message);
+    void NoteReset(const SFiredNotice& of, const A_INFO& changed, double newThreshold);
+    bool Arm(const SFiredNotice& fired);
+    void OnEnded(const SFiredNotice& fired, EFiringEnd end);
+    void NoteEnded(const SFiredNotice& fired, EFiringEnd end);
+    void ShowWindow();
+    std::string_view FocusSymbol() const;
+    std::vector<std::string> Symbols() const;
+    std::string ValueNow(std::string_view symbol, int32_t fieldId) const;
+
+    CMainFrame& m_frame;
+    CAlertHistory m_history;
+    CEffectSoundPlayer m_player;  ///< Of the notices.
+    CEffectSoundPlayer m_preview; ///< Of the dialogs: trying a sound ends none of a notice.
+    SAlertDialogServices m_services;
+    CNoticeQueue* m_notices;
+    CPresence* m_presence;
+    CMissedAlerts* m_missed;
+    CAlertHistoryDlg* m_historyDlg = nullptr; ///< The frame's, once it was asked for.
+    std::string m_seen;                       ///< The firing that was last noted as seen.
+};
+
+} // namespace vx

@@ -1,0 +1,72 @@
+#include "app/alerts/MissedAlerts.h"
+
+#include "alerts/rules/AlertTexts.h"
+#include "alerts/ui/DesktopNotifier.h"
+#include "base/qt/QtText.h"
+
+#include <QStatusBar>
+#include <QToolButton>
+
+namespace vx {
+
+CMissedAlerts::CMissedAlerts(QStatusBar& bar, QObject* parent) : QObject(parent), m_button(new QToolButton(&bar)) {
+    m_button->setObjectName(QStringLiteral("missedAlerts"));
+    m_button->setAutoRaise(true);
+    m_button->setToolTip(tr("Show what fired while you were away"));
+    bar.addPermanentWidget(m_button);
+    m_button->hide(); // Adding it has shown it.
+    connect(m_button, &QToolButton::clicked, this, &CMissedAlerts::Asked);
+    m_gather.setSingleShot(true);
+    connect(&m_gather, &QTimer::timeout, this, [this] { Notify(); });
+}
+
+CMissedAlerts::~CMissedAlerts() = default;
+
+void CMissedAlerts::Add(const SAlertNotice& notice, const SLocalTime& firedAt) {
+    m_titles.push_front(NoticeTitle(notice));
+    if (m_titles.size() > kMostNamed) m_titles.pop_back();
+    m_body = NoticeBody(notice, firedAt);
+    ++m_firedAway;
+    ++m_count;
+    ShowCount();
+    if (!m_gather.isActive()) m_gather.start(kGatherMs);
+}
+
+void CMissedAlerts::UseNotifier(std::unique_ptr<CDesktopNotifier> notifier) {
+    m_notifier = std::move(notifier);
+    connect(m_notifier.get(), &CDesktopNotifier::Chosen, this, &CMissedAlerts::Called);
+}
+
+void CMissedAlerts::Notify() {
+    if (m_firedAway == 1) return Notify(QtText(m_titles.front()), QtText(m_body).remove(QLatin1Char('\r')));
+    QStringList lines;
+    for (const std::string& title : m_titles) lines.append(QtText(title));
+    if (const int more = m_firedAway - static_cast<int>(m_titles.size()); more > 0)
+        lines.append(tr("and %1 more").arg(more));
+    Notify(tr("%1: %2 alerts fired").arg(QtText(kProductWords)).arg(m_firedAway), lines.join(QLatin1Char('\n')));
+}
+
+// The notifier is made when first needed: the bus is nothing that a start should wait for.
+void CMissedAlerts::Notify(const QString& title, const QString& text) {
+    if (!m_notifier) UseNotifier(std::make_unique<CDesktopNotifier>());
+    m_notifier->Show(title, text, m_urgent && m_urgent());
+}
+
+void CMissedAlerts::OnReturn() {
+    m_gather.stop();
+    m_titles.clear();
+    m_firedAway = 0;
+    if (m_notifier) m_notifier->Withdraw();
+}
+
+void CMissedAlerts::Clear() {
+    m_count = 0;
+    ShowCount();
+}
+
+void CMissedAlerts::ShowCount() {
+    m_button->setText(m_count == 1 ? tr("1 missed alert") : tr("%1 missed alerts").arg(m_count));
+    m_button->setVisible(m_count > 0);
+}
+
+} // namespace vx

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "alerts/rules/AlertNotice.h"
+#include "base/Clock.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+
+class QStatusBar;
+class QToolButton;
+
+namespace vx {
+
+class CDesktopNotifier;
+
+/// Tells of alerts that fire while another program is the active one: a notification of the desktop, which sums up what
+/// fired since the user left, and a button in the status bar that stays until the history was looked at.
+///
+/// Owns    nothing of the status bar, which outlives it
+/// Thread  GUI thread only
+class CMissedAlerts : public QObject {
+    Q_OBJECT
+public:
+    /// Alerts that fire so close to each other are one notification.
+    static constexpr int kGatherMs = 200;
+    static constexpr size_t kMostNamed = 5;
+
+    explicit CMissedAlerts(QStatusBar& bar, QObject* parent = nullptr);
+    ~CMissedAlerts() override;
+
+    /// An alert fired while the user was away.
+    void Add(const SAlertNotice& notice, const SLocalTime& firedAt);
+    /// The user is back: the notification goes, the button stays.
+    void OnReturn();
+    /// The user has seen them.
+    void Clear();
+    int Count() const { return m_count; }
+
+    /// Whether a notification is to be marked as urgent, asked for each; without, none is.
+    void SetUrgent(std::function<bool()> urgent) { m_urgent = std::move(urgent); }
+    /// Puts another notifier in the place of the session's.
+    void UseNotifier(std::unique_ptr<CDesktopNotifier> notifier);
+
+Q_SIGNALS:
+    /// The user wants to see the program.
+    void Called();
+    /// The user wants to see what was missed.
+    void Asked();
+
+private:
+    void Notify();
+    void Notify(const QString& title, const QString& text);
+    void ShowCount();
+
+    QToolButton* m_button;
+    QTimer m_gather;
+    std::unique_ptr<CDesktopNotifier> m_notifier;
+    std::function<bool()> m_urgent;
+    std::deque<std::string> m_titles; ///< Since the user left, the latest first.
+    std::string m_body;               ///< Of the latest.
+    int m_firedAway = 0;              ///< Since the user left.
+    int m_count = 0;                  ///< Since the history was looked at.
+};
+
+} // namespace vx

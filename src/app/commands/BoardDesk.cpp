@@ -1,0 +1,54 @@
+#include "app/commands/BoardDesk.h"
+
+#include "app/commands/ClipboardCommands.h"
+#include "app/commands/ColumnCommands.h"
+#include "app/commands/EditCommands.h"
+#include "app/commands/GridMenus.h"
+#include "app/commands/OrderCommands.h"
+#include "app/commands/RowCommands.h"
+#include "app/commands/ViewCommands.h"
+#include "app/shell/MainFrame.h"
+#include "watchlist/view/WatchlistGrid.h"
+#include "watchlist/view/WatchlistView.h"
+
+#include <QAction>
+#include <QGuiApplication>
+
+namespace vx {
+
+CBoardDesk::CBoardDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame), m_frame(frame), m_commands(commands) {
+    const SBoardSeat seat{frame, commands, *this};
+    m_view = new CViewCommands(seat);
+    auto* rows = new CRowCommands(seat);
+    auto* columns = new CColumnCommands(seat);
+    new CEditCommands(seat, *rows, *columns);
+    new CClipboardCommands(seat);
+    new CGridMenus(seat, *columns);
+    new COrderCommands(seat);
+
+    CWatchlistView& view = frame.View();
+    commands.SetBefore([&view] { view.Grid().EndEdit(true); });
+    connect(&view, &CWatchlistView::DocumentChanged, this, [this] { m_commands.RefreshSoon(); });
+    // Companion programs change settings, and hand the keyboard back.
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this] { m_commands.RefreshSoon(); });
+    // At once: the next key may be that of a command that depends on it.
+    const auto refresh = [this] { m_commands.Refresh(); };
+    connect(&view.Grid(), &CGridCtrl::FocusCellChanged, this, refresh);
+    connect(&view.Grid(), &CGridCtrl::SelectionChanged, this, refresh);
+    connect(&view.Grid(), &CGridCtrl::CellDoubleClicked, this, [this](int, int column) { OpenDetail(column); });
+}
+
+// What a cell that stands for more has behind it.
+void CBoardDesk::OpenDetail(int column) {
+    const SSpecialColumns& special = m_frame.View().Special();
+    const int field = m_frame.View().Grid().FieldAt(column);
+    const ECommand command = field == special.alerts  ? ECommand::AlertsEdit
+                             : field == special.notes ? ECommand::EditNote
+                                                      : ECommand::Headlines;
+    // Not from inside the grid's handling of the mouse: some of them are modal.
+    QMetaObject::invokeMethod(&m_commands.Action(command), &QAction::trigger, Qt::QueuedConnection);
+}
+
+void CBoardDesk::UseTheme(const QString& name, bool keep) { m_view->UseTheme(name, keep); }
+
+} // namespace vx

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "app/commands/BoardCommands.h"
+#include "watchlist/edit/CopyText.h"
+
+#include <QString>
+
+class QMimeData;
+
+namespace vx {
+
+/// A text that was copied. marks: whether this program's board wrote it.
+struct SPastedText {
+    QString text;
+    EAnnotationMarks marks = EAnnotationMarks::No;
+};
+
+/// Copies, cuts and pastes, and takes texts that are dropped on the board.
+///
+/// What is copied goes out as a text for everybody, and once more as a text that tells headings from symbols, for
+/// boards of this program.
+///
+/// Thread  GUI thread only
+class CClipboardCommands : public CBoardCommands {
+    Q_OBJECT
+public:
+    explicit CClipboardCommands(const SBoardSeat& seat);
+
+private:
+    void Copy();
+    void Cut();
+    void CutShownRows();
+    void Paste();
+    void Drop(const QMimeData& dropped, int row, int column);
+    void PasteAt(const SPastedText& pasted, int row, int column);
+};
+
+} // namespace vx

@@ -1,0 +1,64 @@
+#include "app/commands/OrderCommands.h"
+
+#include "app/shell/MainFrame.h"
+#include "watchlist/dialogs/SortDlg.h"
+#include "watchlist/document/UndoStep.h"
+#include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/edit/SortCommands.h"
+#include "watchlist/view/WatchlistGrid.h"
+#include "watchlist/view/WatchlistView.h"
+
+#include <QAction>
+#include <QStatusBar>
+#include <QToolButton>
+
+namespace vx {
+
+COrderCommands::COrderCommands(const SBoardSeat& seat) : CBoardCommands(seat), m_held(new QToolButton) {
+    seat.commands.Bind(ECommand::SortNow, [this] {
+        ManualSort(Doc(), View().SortSelection());
+        View().ApplySortRecord();
+    });
+    seat.commands.Bind(ECommand::SortDialog, [this] {
+        CSort dialog(Doc(), Grid().FocusCell().column, &Frame());
+        if (dialog.exec() == QDialog::Accepted) View().ApplySortRecord();
+    });
+    seat.commands.Bind(
+        ECommand::SortAcrossHeadings, [this] { SwitchAcross(); },
+        [this](SCommandState& state) { state.checked = Doc().Options().sortAcrossHeadings; });
+    BindHold();
+}
+
+void COrderCommands::BindHold() {
+    Commands().Bind(
+        ECommand::SortHold, [this] { View().HoldOrder(!View().IsOrderHeld()); },
+        [this](SCommandState& state) {
+            state.enabled = Doc().Options().sort.autoSort;
+            state.checked = View().IsOrderHeld();
+        });
+    QAction& hold = Commands().Action(ECommand::SortHold);
+    m_held->setObjectName(QStringLiteral("orderHeld"));
+    m_held->setText(tr("Order held"));
+    m_held->setToolTip(
+        tr("Auto sort waits. Click to let it sort (%1)").arg(hold.shortcut().toString(QKeySequence::NativeText)));
+    m_held->setAutoRaise(true);
+    QFont font = m_held->font(); // As the feed's state when it is one to look at.
+    font.setBold(true);
+    m_held->setFont(font);
+    Frame().statusBar()->insertPermanentWidget(1, m_held); // Beside the document's status, which gives it its room.
+    m_held->hide();                                        // Adding it has shown it.
+    connect(m_held, &QToolButton::clicked, &hold, &QAction::trigger);
+    connect(&View(), &CWatchlistView::OrderHeldChanged, this, [this](bool held) {
+        m_held->setVisible(held);
+        Commands().RefreshSoon();
+    });
+}
+
+void COrderCommands::SwitchAcross() {
+    bool& across = Doc().Options().sortAcrossHeadings;
+    const CUndoStep step(Doc(), across ? "sort under headings" : "sort across headings");
+    across = !across;
+    Doc().SetModified(true);
+}
+
+} // namespace vx

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "app/commands/BoardCommands.h"
+
+class QToolButton;
+
+namespace vx {
+
+/// The order of the rows: sorting by hand and on a timer, across headings or under them, and holding what is there.
+///
+/// Owns    a button in the status bar, which is there while the order is held and lets it go
+/// Thread  GUI thread only
+class COrderCommands : public CBoardCommands {
+    Q_OBJECT
+public:
+    explicit COrderCommands(const SBoardSeat& seat);
+
+private:
+    void BindHold();
+    void SwitchAcross();
+
+    QToolButton* m_held;
+};
+
+} // namespace vx

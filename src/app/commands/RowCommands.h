@@ -1,0 +1,33 @@
+#pragma once
+
+#include "app/commands/BoardCommands.h"
+
+namespace vx {
+
+struct SRowGroup;
+
+/// Inserts, deletes, hides and moves rows; the selection goes along with what it held.
+///
+/// Thread  GUI thread only
+class CRowCommands : public CBoardCommands {
+    Q_OBJECT
+public:
+    explicit CRowCommands(const SBoardSeat& seat);
+
+    /// Empty rows before the selected ones, as many as they are.
+    void Insert();
+    /// The selected rows go, after a question while auto sort is on.
+    void Delete();
+
+private:
+    bool IsOneLeft() const;
+    void Hide();
+    void ShowHidden();
+    int Neighbour(int row, int step) const;
+    void MoveBy(int step);
+    SRowGroup GroupBeside(int step) const;
+    void MoveGroup(int step);
+    void MoveBefore(int first, int last, int before);
+};
+
+} // namespace vx

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "app/commands/BoardCommands.h"
+
+#include <QString>
+
+namespace vx {
+
+struct SBooleanSetting;
+struct SWatchlistOptions;
+
+/// How the board looks: what is shown around the cells, lines and shading, the theme.
+///
+/// Thread  GUI thread only
+class CViewCommands : public CBoardCommands {
+    Q_OBJECT
+public:
+    explicit CViewCommands(const SBoardSeat& seat);
+
+    /// name: as in the setting of the theme; keep: also from the next start on.
+    void UseTheme(const QString& name, bool keep);
+
+private:
+    /// Ties a checkable command to a setting of the grid's look.
+    void BindSwitch(ECommand command, const SBooleanSetting& setting);
+    /// Ties one to an option that is saved with the watchlist. what: its name in an undo step.
+    void BindOption(ECommand command, bool SWatchlistOptions::*option, const char* what);
+    void FillThemeMenu();
+    void ShowToolBar();
+};
+
+} // namespace vx

@@ -1,0 +1,270 @@
+#include "app/files/FileDesk.h"
+
+#include "app/commands/Commands.h"
+#include "app/files/FileDialogs.h"
+#include "app/files/WorkProgress.h"
+#include "app/shell/MainFrame.h"
+#include "app/shell/StrayKeyGuard.h"
+#include "app/workspace/WindowDesk.h"
+#include "base/MessageBox.h"
+#include "base/Text.h"
+#include "base/Utf8Text.h"
+#include "base/qt/QtText.h"
+#include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/file/RecoveryFile.h"
+#include "watchlist/file/StateFiles.h"
+#include "watchlist/document/WatchlistFolder.h"
+#include "watchlist/view/WatchlistGrid.h"
+#include "watchlist/view/WatchlistView.h"
+
+#include <fmt/format.h>
+
+#include <chrono>
+#include <pthread.h>
+#include <utility>
+
+namespace vx {
+
+namespace {
+
+constexpr const char* kUntitled = "Untitled";
+constexpr const char* kSaveThreadName = "vx-save";
+constexpr std::chrono::milliseconds kLook{10};
+
+bool HoldsSymbolsOnly(const std::string& path) {
+    const std::string name = LowerAscii(path);
+    return name.ends_with(".csv") || name.ends_with(".txt");
+}
+
+EBoxAnswer Ask(const std::string& text, EBoxButtons buttons, EBoxIcon icon) {
+    return ShowMessageBox({text, kProgramName, buttons, icon});
+}
+
+// "No" is elsewhere: under another name.
+bool AgreesToOverwrite(const std::string& why, bool& elsewhere) {
+    const EBoxAnswer answer = Ask(why + "\n\nOverwrite it with this watchlist? \"No\" saves under another name.",
+                                  EBoxButtons::YesNoCancel, EBoxIcon::Exclamation);
+    elsewhere = answer == EBoxAnswer::No;
+    return answer == EBoxAnswer::Yes;
+}
+
+} // namespace
+
+CFileDesk::CFileDesk(CMainFrame& frame, CCommands& commands, CRegistry& registry)
+    : QObject(&frame), m_frame(frame), m_file(frame.Document()), m_recent(registry) {
+    commands.Bind(ECommand::FileNew, [this] { New(); });
+    commands.Bind(ECommand::FileOpen, [this] { AskAndOpen(); });
+    commands.Bind(ECommand::FileSave, [this] { Save(); });
+    commands.Bind(ECommand::FileSaveAs, [this] { SaveAs(); });
+    commands.Bind(ECommand::FileExit, [this] { m_frame.close(); });
+}
+
+std::string CFileDesk::Name() const {
+    return m_file.Path().empty() ? kUntitled : Windows1252FromUtf8(TitleOfPath(m_file.Path()));
+}
+
+void CFileDesk::ShowModified() {
+    const bool modified = m_frame.Document().IsModified();
+    if (m_frame.isWindowModified() != modified) m_frame.setWindowModified(modified);
+}
+
+// Another document
+
+void CFileDesk::New() {
+    if (!MayLeave()) return;
+    m_frame.Document().NewDocument();
+    m_file.Forget();
+    m_frame.ForgetCommandLine();
+    Finish({});
+}
+
+void CFileDesk::AskAndOpen() {
+    EnterWatchlistFolder(m_frame.Settings());
+    const std::string path = AskForFileToOpen(
+        &m_frame, {tr("Open Watchlist"), WatchlistFilters(), QString::fromLatin1(kWatchlistSuffix), {}});
+    if (!path.empty()) OpenInstead(path);
+}
+
+bool CFileDesk::OpenInstead(const std::string& path) {
+    if (m_frame.Windows().ShowOther(path)) return false;
+    if (!MayLeave() || !Open(path)) return false;
+    m_frame.ForgetCommandLine();
+    return true;
+}
+
+bool CFileDesk::Open(const std::string& path) {
+    const SFileResult result = m_file.Open(path);
+    if (result.IsDone()) m_recent.Add(m_file.Path());
+    Finish(result);
+    return result.IsDone();
+}
+
+bool CFileDesk::OpenFormer(const SGeneration& generation) {
+    if (!MayLeave()) return false;
+    const SFileResult result = m_file.OpenFormer(generation);
+    Finish(result);
+    return result.IsDone();
+}
+
+bool CFileDesk::OpenRecovered(const SRecovery& recovery) {
+    if (!MayLeave()) return false;
+    const SFileResult result = m_file.OpenRecovered(recovery);
+    Finish(result);
+    return result.IsDone();
+}
+
+void CFileDesk::TellLeftAlone(const std::string& first, size_t others) {
+    if (others == 0) return;
+    Ask(fmt::format("Only \"{}\" is opened: a window shows one watchlist. The other {} left alone.",
+                    Windows1252FromUtf8(first),
+                    others == 1 ? std::string("file was") : fmt::format("{} files were", others)),
+        EBoxButtons::Ok, EBoxIcon::Information);
+}
+
+void CFileDesk::TakeDropped(const std::vector<std::string>& paths) {
+    if (paths.empty()) return;
+    const std::string& first = paths.front();
+    TellLeftAlone(first, paths.size() - 1);
+    if (HoldsSymbolsOnly(first))
+        Q_EMIT ImportAsked(first);
+    else
+        OpenInstead(first);
+}
+
+// What came of it, in words.
+void CFileDesk::Finish(const SFileResult& result) {
+    ShowModified();
+    Q_EMIT Changed();
+    if (!result.IsDone()) Ask(result.error, EBoxButtons::Ok, EBoxIcon::Exclamation);
+    if (!result.remark.empty()) m_frame.Say(result.remark);
+    for (const std::string& notice : result.notices) Ask(notice, EBoxButtons::Ok, EBoxIcon::Information);
+}
+
+// Saving
+
+void CFileDesk::Save() {
+    if (m_file.Path().empty())
+        SaveAs();
+    else
+        StartSave({});
+}
+
+void CFileDesk::SaveAs() {
+    EnterWatchlistFolder(m_frame.Settings());
+    const std::string proposal =
+        m_file.Path().empty() ? fmt::format("{}.{}", kUntitled, kWatchlistSuffix) : m_file.Path();
+    const std::string path = AskForFileToSave(
+        &m_frame, {tr("Save Watchlist As"), WatchlistFilters(), QString::fromLatin1(kWatchlistSuffix), proposal});
+    if (!path.empty()) StartSave(path);
+}
+
+// An empty path is the document's own file.
+void CFileDesk::StartSave(const std::string& path) {
+    m_saved = false;
+    SSaveJob job = m_file.BeginSave(path, m_frame.Placement());
+    if (IsSaving()) {
+        m_nextJob = std::move(job);
+        return;
+    }
+    m_job = std::move(job);
+    RunSave();
+}
+
+void CFileDesk::RunSave() {
+    const int number = ++m_saves;
+    m_file.RenewJob(m_job);
+    m_saving = std::async(std::launch::async, [this, number] {
+        pthread_setname_np(pthread_self(), kSaveThreadName);
+        SFileResult result = m_file.Saver().Save(m_job);
+        QMetaObject::invokeMethod(
+            this,
+            [this, number] {
+                const CStrayKeyGuard guard; // The user was free to type meanwhile.
+                OnSaved(number);
+            },
+            Qt::QueuedConnection);
+        return result;
+    });
+    if (m_saving.wait_for(std::chrono::milliseconds(m_patienceMs)) == std::future_status::ready) OnSaved(number);
+}
+
+void CFileDesk::OnSaved(int number) {
+    if (!m_saving.valid() || number != m_saves) return;
+    const SFileResult result = m_saving.get();
+    m_file.EndSave(m_job, result);
+    bool elsewhere = false;
+    if (AgreesTo(result, m_job.consent, elsewhere)) return RunSave();
+    m_saved = result.IsDone();
+    ShowModified();
+    Q_EMIT Changed();
+    if (m_saved) m_recent.Add(m_file.Path());
+    for (const std::string& notice : result.notices) Ask(notice, EBoxButtons::Ok, EBoxIcon::Information);
+    if (elsewhere) {
+        m_nextJob.reset();
+        SaveAs();
+    } else if (std::optional<SSaveJob> next = std::exchange(m_nextJob, std::nullopt)) {
+        m_saved = false;
+        m_job = std::move(*next);
+        RunSave();
+    }
+}
+
+bool CFileDesk::WaitForSave() {
+    CWorkProgressBox box(&m_frame, tr("Saving \"%1\"").arg(QtText(Name())), tr("&Go Back"));
+    while (IsSaving()) {
+        if (!box.Step(0, 0)) return false;
+        if (IsSaving() && m_saving.wait_for(kLook) == std::future_status::ready) OnSaved(m_saves);
+    }
+    return true;
+}
+
+// True: the save is to be tried again, with the consent given now. elsewhere: under another name instead.
+bool CFileDesk::AgreesTo(const SFileResult& result, SSaveConsent& consent, bool& elsewhere) const {
+    switch (result.outcome) {
+    case EFileOutcome::Done:
+        return false;
+    case EFileOutcome::ChangedOnDisk:
+        return consent.overwriteChanged = AgreesToOverwrite(result.error, elsewhere);
+    case EFileOutcome::NotAllRead:
+        return consent.overwriteUnread = AgreesToOverwrite(result.error, elsewhere);
+    case EFileOutcome::FormerNotKept:
+        return consent.withoutFormer = Ask(result.error + "\n\nSave all the same?", EBoxButtons::YesNo,
+                                           EBoxIcon::Exclamation) == EBoxAnswer::Yes;
+    case EFileOutcome::Failed:
+        break;
+    }
+    Ask(result.error, EBoxButtons::Ok, EBoxIcon::Exclamation);
+    return false;
+}
+
+// Leaving the document
+
+bool CFileDesk::MayLeave() {
+    m_frame.View().Grid().EndEdit(true); // What stands in an open editor was typed to stay.
+    if (!WaitForSave()) return false;
+    while (m_frame.Document().IsModified()) { // An alert may modify it while it is being saved.
+        switch (Ask(fmt::format("Save changes to \"{}\"?", Name()), EBoxButtons::YesNoCancel, EBoxIcon::Question)) {
+        case EBoxAnswer::Yes:
+            m_saved = false;
+            Save();
+            if (!WaitForSave() || !m_saved) return false;
+            break;
+        case EBoxAnswer::No:
+            return true;
+        default:
+            return false;
+        }
+    }
+    return true;
+}
+
+bool CFileDesk::MayClose() {
+    if (!MayLeave()) return false;
+    m_frame.Document().CloseDocument();
+    m_file.Forget();
+    ShowModified();
+    Q_EMIT Changed();
+    return true;
+}
+
+} // namespace vx

@@ -1,0 +1,83 @@
+#include "app/files/RecoveryDesk.h"
+
+#include "app/files/FileDesk.h"
+#include "app/files/RecoveryDlg.h"
+#include "app/shell/MainFrame.h"
+#include "app/shell/StrayKeyGuard.h"
+#include "base/Clock.h"
+#include "base/Log.h"
+#include "base/MessageBox.h"
+#include "base/UserFolders.h"
+#include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/view/WatchlistGrid.h"
+#include "watchlist/view/WatchlistView.h"
+
+#include <QTimer>
+
+#include <utility>
+
+namespace vx {
+
+namespace {
+
+// How long the window that restarts may take to end once it has started this one.
+constexpr int kHandOverMs = 5000;
+
+} // namespace
+
+CRecoveryDesk::CRecoveryDesk(CMainFrame& frame, CFileDesk& files)
+    : QObject(&frame), m_frame(frame), m_files(files), m_keeper(frame.Document(), files.File()) {
+    connect(&files, &CFileDesk::Changed, this, &CRecoveryDesk::Poll);
+}
+
+void CRecoveryDesk::Poll() {
+    m_keeper.Poll(m_frame.Placement(), CClock::Instance().MonotonicMs());
+    const std::string error = m_keeper.TakeError();
+    if (error.empty()) return;
+    LogInformation(error);
+    // A box that opened here would hold up the timer that came here.
+    QTimer::singleShot(0, this, [error] {
+        const CStrayKeyGuard guard;
+        ShowMessageBox({error, kProgramName, EBoxButtons::Ok, EBoxIcon::Exclamation});
+    });
+}
+
+bool CRecoveryDesk::KeepNow() {
+    m_keeper.KeepNow(m_frame.Placement()); // First: closing an editor on a lost display may lead anywhere.
+    {
+        // What an open editor holds was typed to stay; nobody can answer a box about it any more.
+        MessageBoxHandler asking = SetMessageBoxHandler([](const SMessageBox&) { return EBoxAnswer::Cancel; });
+        m_frame.View().Grid().EndEdit(true);
+        SetMessageBoxHandler(std::move(asking));
+    }
+    m_keeper.KeepNow(m_frame.Placement());
+    const bool kept = !m_frame.Document().IsModified() || !m_keeper.HasFailed();
+    if (!kept) LogInformation("Unsaved changes could not be kept at the end of the session.");
+    return kept;
+}
+
+bool CRecoveryDesk::Resume(const std::string& file) {
+    const std::optional<SRecovery> left = ClaimRecovery(file, kHandOverMs);
+    if (!left || !m_files.OpenRecovered(*left)) return false;
+    m_keeper.Adopt(*left);
+    return true;
+}
+
+void CRecoveryDesk::Offer(bool userAsked) {
+    std::vector<SRecovery> found = FindRecoveries(UserStateFolder());
+    if (found.empty()) {
+        if (userAsked)
+            ShowMessageBox({"There are no unsaved changes of an earlier run.", kProgramName, EBoxButtons::Ok,
+                            EBoxIcon::Information});
+        return;
+    }
+    CRecoveryDlg dialog(std::move(found), &m_frame);
+    dialog.exec();
+    // What was not chosen is free again before another box may open: other windows may offer it.
+    const std::optional<SRecovery> chosen = dialog.TakeChosen();
+    if (!chosen || !m_files.OpenRecovered(*chosen)) return;
+    m_frame.ForgetCommandLine();
+    m_keeper.Adopt(*chosen);
+}
+
+} // namespace vx

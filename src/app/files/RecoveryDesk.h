@@ -1,0 +1,44 @@
+#pragma once
+
+#include "watchlist/file/RecoveryKeeper.h"
+
+#include <QObject>
+
+namespace vx {
+
+class CFileDesk;
+class CMainFrame;
+
+/// Sees to it that unsaved changes outlive the program, and gives those of an earlier run back.
+///
+/// Owns    the keeper of the frame's document; nothing of frame and files, which outlive it
+/// Thread  GUI thread only
+class CRecoveryDesk : public QObject {
+    Q_OBJECT
+public:
+    CRecoveryDesk(CMainFrame& frame, CFileDesk& files);
+
+    /// Keeps what is to be kept by now; the frame's timer calls it.
+    void Poll();
+    /// The program is about to end without a question: what is not saved, the text of an open editor with it, is on
+    /// disk when this returns; false when it is not.
+    bool KeepNow();
+    /// The file in which unsaved changes are kept; empty when there are none.
+    std::string KeptFile() { return m_keeper.File(); }
+    /// Takes over what another window of the program has kept in a file and leaves behind when it ends, which may take
+    /// a while. False when that cannot be had.
+    bool Resume(const std::string& file);
+
+    /// Offers the changes that an earlier run left behind; does nothing when there are none, unless the user asked.
+    void Offer(bool userAsked);
+
+    /// Waits until the disk has what was asked for.
+    void Flush() { m_keeper.Flush(); }
+
+private:
+    CMainFrame& m_frame;
+    CFileDesk& m_files;
+    CRecoveryKeeper m_keeper;
+};
+
+} // namespace vx

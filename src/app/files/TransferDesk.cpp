@@ -1,0 +1,160 @@
+#include "app/files/TransferDesk.h"
+
+#include "app/commands/Commands.h"
+#include "app/files/FileDesk.h"
+#include "app/files/FileDialogs.h"
+#include "app/files/ListPrinter.h"
+#include "app/files/WorkProgress.h"
+#include "app/shell/MainFrame.h"
+#include "base/ErrorText.h"
+#include "base/Log.h"
+#include "base/MessageBox.h"
+#include "base/Utf8Text.h"
+#include "base/qt/QtText.h"
+#include "watchlist/dialogs/ImportDlg.h"
+#include "watchlist/dialogs/QuoteDataOptions.h"
+#include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/edit/ImportText.h"
+#include "watchlist/exchange/ExportText.h"
+#include "watchlist/file/StateFiles.h"
+#include "watchlist/document/WatchlistFolder.h"
+#include "watchlist/view/WatchlistGrid.h"
+#include "watchlist/view/WatchlistView.h"
+
+#include <QFile>
+#include <QPrintDialog>
+#include <QPrinter>
+
+#include <fmt/format.h>
+
+#include <utility>
+
+#include <algorithm>
+
+namespace vx {
+
+namespace {
+
+// More is rarely meant; a tree stands for about as many sheets as this makes.
+constexpr int kManyPages = 200;
+
+void Tell(const std::string& text, EBoxIcon icon) {
+    if (!text.empty()) ShowMessageBox({text, kProgramName, EBoxButtons::Ok, icon});
+}
+
+} // namespace
+
+CTransferDesk::CTransferDesk(CMainFrame& frame, CFileDesk& files, CCommands& commands)
+    : QObject(&frame), m_frame(frame) {
+    commands.Bind(ECommand::FileImport, [this] { AskAndImport(); });
+    commands.Bind(ECommand::FileExport, [this] { Export(); });
+    commands.Bind(ECommand::FilePrint, [this] { Print(); });
+    connect(&files, &CFileDesk::ImportAsked, this, &CTransferDesk::ImportFile);
+}
+
+// Export
+
+void CTransferDesk::Export() {
+    SExportOptions& options = m_frame.Document().Options().exporting;
+    CQuoteDataOptions dialog(options, &m_frame);
+    if (dialog.exec() != QDialog::Accepted) return;
+    if (std::exchange(options, dialog.Options()) != options) m_frame.Document().SetModified(true);
+    EnterWatchlistFolder(m_frame.Settings());
+    const std::string path = AskForFileToSave(&m_frame, {tr("Export"),
+                                                         options.commas ? QStringLiteral("Comma Delimited (*.csv)")
+                                                                        : QStringLiteral("Tabular Delimited (*.txt)"),
+                                                         options.commas ? QStringLiteral("csv") : QStringLiteral("txt"),
+                                                         {},
+                                                         !options.append});
+    if (path.empty()) return;
+    const std::string name = Windows1252FromUtf8(path);
+    const SExportResult result = ExportToFile(m_frame.Document(), options, path);
+    const std::string reason = ErrorText(result.error);
+    switch (result.outcome) {
+    case EExportOutcome::Written:
+        return Report(fmt::format("{} \"{}\"", options.append ? "Exported to the end of" : "Exported to", name));
+    case EExportOutcome::NotOpened: // No box: such a file is passed over.
+        return Report(fmt::format("Nothing was exported: \"{}\" could not be opened: {}", name, reason));
+    case EExportOutcome::Failed:
+        return Tell(fmt::format("The export to \"{}\" failed: {}. The file holds what it held before.", name, reason),
+                    EBoxIcon::Exclamation);
+    case EExportOutcome::Torn:
+        return Tell(fmt::format("The export to \"{}\" is not whole: {}.", name, reason), EBoxIcon::Exclamation);
+    }
+}
+
+void CTransferDesk::Report(const std::string& text) {
+    LogInformation(text);
+    m_frame.Say(text);
+}
+
+// Import
+
+void CTransferDesk::AskAndImport() {
+    EnterWatchlistFolder(m_frame.Settings());
+    const std::string path = AskForFileToOpen(
+        &m_frame, {tr("Import Symbols"), QStringLiteral("Lists of Symbols (*.csv *.txt);;All Files (*)"), {}, {}});
+    if (!path.empty()) ImportFile(path);
+}
+
+void CTransferDesk::ImportFile(const std::string& path) {
+    const SImportFile file = ReadImportFile(path);
+    if (!file.error.empty()) return Tell(file.error, EBoxIcon::Exclamation);
+    ImportText(file.text, fmt::format("\"{}\"", Windows1252FromUtf8(path)));
+}
+
+void CTransferDesk::ImportText(const std::string& text, const std::string& source) {
+    SImportPreview preview;
+    {
+        CWorkProgressBox progress(&m_frame, tr("Looking for symbols..."));
+        preview = ReadImport(m_frame.Document(), text, progress.Function());
+    }
+    if (preview.cancelled) return;
+    const int row = std::max(1, m_frame.View().Grid().FocusCell().row);
+    CImportDlg dialog(preview, QtText(source), row, &m_frame);
+    if (dialog.exec() != QDialog::Accepted) return;
+    SImportResult result;
+    {
+        CWorkProgressBox progress(&m_frame, tr("Adding symbols..."));
+        result = ApplyImport(m_frame.Document(), preview, row, progress.Function());
+    }
+    if (result.lastRow > 0) m_frame.View().ShowRows(result.firstRow, result.lastRow);
+    Tell(result.message, EBoxIcon::Information);
+}
+
+// Print
+
+void CTransferDesk::Print() {
+    if (m_frame.Document().LastUsedRow() < 1)
+        return Tell("The watchlist is empty: there is nothing to print.", EBoxIcon::Information);
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageOrientation(QPageLayout::Landscape);
+    const std::string& path = m_frame.Files().File().Path();
+    const QString title =
+        path.empty() ? QString::fromLatin1(kProgramName) : QFile::decodeName(TitleOfPath(path).c_str());
+    printer.setDocName(title);
+    QPrintDialog dialog(&printer, &m_frame);
+    dialog.setObjectName(QStringLiteral("printDialog"));
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+    if (dialog.exec() != QDialog::Accepted) return;
+    m_frame.View().Grid().EnterAllFonts();
+    CListPrinter list(m_frame.View().Grid(), m_frame.Document().LastUsedRow(), title, printer);
+    const bool range = printer.printRange() == QPrinter::PageRange && printer.fromPage() > 0;
+    const int first = range ? printer.fromPage() : 1;
+    const int last = range ? std::min(printer.toPage(), list.PageCount()) : list.PageCount();
+    if (last - first >= kManyPages && ShowMessageBox({fmt::format("This prints {} pages. Go on?", last - first + 1),
+                                                      {},
+                                                      EBoxButtons::YesNo,
+                                                      EBoxIcon::Question}) != EBoxAnswer::Yes)
+        return;
+    bool cancelled = false;
+    CWorkProgressBox progress(&m_frame, tr("Printing..."));
+    const bool done = list.Print(first, last, [&](int page) {
+        cancelled = !progress.Step(static_cast<size_t>(page - first), static_cast<size_t>(last - first + 1));
+        return !cancelled;
+    });
+    if (!done && !cancelled) Tell("The watchlist could not be printed.", EBoxIcon::Exclamation);
+    if (cancelled) printer.abort();
+}
+
+} // namespace vx

@@ -1,0 +1,152 @@
+#pragma once
+
+#include "app/shell/FeedHealth.h"
+#include "app/shell/NorvCommandLineInfo.h"
+#include "app/shell/NorvMainFrame.h"
+#include "data/store/L1DataStore.h"
+#include "data/store/MarketClock.h"
+#include "feed/lookup/LookupTables.h"
+#include "feed/session/RecentSymbols.h"
+#include "news/NewsRequest.h"
+#include "watchlist/document/WatchlistFrame.h"
+
+#include <QTimer>
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace vx {
+
+class CAlertDesk;
+class CBoardDesk;
+class CCommands;
+class CConfigLogger;
+class CFileDesk;
+class CFramePlacer;
+class CMainMenus;
+class CMarketDesk;
+class CRecoveryDesk;
+class CRestartDesk;
+class CSettings;
+class CStatusPanes;
+class CTransferDesk;
+class CWatchlistDoc;
+class CWatchlistView;
+class CWindowDesk;
+
+/// The watchlist program's main window: owns the level-1 store, the document and its view, and hands every line of the
+/// feed to whom it concerns.
+///
+/// Owns    all of the above; not the settings, which outlive it
+/// Thread  GUI thread only
+class CMainFrame : public CNorvMainFrame, public CWatchlistFrame, private CNewsCountsPort, private CNewsCountsReceiver {
+    Q_OBJECT
+public:
+    static constexpr int kStatusMs = 250;
+
+    CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandLine);
+    ~CMainFrame() override;
+
+    CWatchlistDoc& Document() { return *m_doc; }
+    CWatchlistView& View() { return *m_view; }
+    CL1DataStore& Store() { return m_store; }
+    CSettings& Settings() { return m_settings; }
+    const CNorvCommandLineInfo& CommandLine() const { return m_commandLine; }
+    CCommands& Commands() { return *m_commands; }
+    CMainMenus& Menus() { return *m_menus; }
+    CFileDesk& Files() { return *m_files; }
+    CBoardDesk& Board() { return *m_board; }
+    CAlertDesk& AlertNotices() { return *m_alerts; }
+    CMarketDesk& Market() { return *m_market; }
+    CRecoveryDesk& Recovery() { return *m_recovery; }
+    CTransferDesk& Transfer() { return *m_transfer; }
+    CRestartDesk& Restart() { return *m_restart; }
+    CWindowDesk& Windows() { return *m_windows; }
+    /// The names of markets and security types that the store shows.
+    CLookupTables& LookupTables() { return m_lookupTables; }
+
+    /// Shows the window where the last run or the command line wants it, and starts the feed after the first paint.
+    void ShowPlaced();
+    /// Places the window and starts the feed without showing anything on a screen, for pictures.
+    void ShowSized(int width, int height);
+    /// Leaves the feed alone when the window is shown: the caller opens the ports itself.
+    void KeepFeedClosed() { m_feedStarted = true; }
+    void ShowAbout();
+    /// The symbols and the starter list that the command line named are for the document that the program started with.
+    void ForgetCommandLine();
+    /// Keeps the window's place for the next run.
+    void StorePlacement();
+    void SetAlwaysOnTop(bool onTop);
+    bool IsAlwaysOnTop() const { return windowFlags().testFlag(Qt::WindowStaysOnTopHint); }
+    /// Where the window stands, and how.
+    SPlacement Placement() const;
+
+    /// Says something in the status bar for a few seconds, or until there is progress to be shown.
+    void Say(std::string_view text);
+    void SetStatusText(std::string_view text) override;
+    void SetDocumentTitle(std::string_view title) override;
+    void ApplyPlacement(const SPlacement& placement) override;
+    void OnUnwatched(std::string_view symbol) override;
+    std::string_view SymbolNotice(std::string_view feedSymbol) const override;
+
+protected:
+    bool IsWanted(std::string_view symbol) const override { return m_store.IsWanted(symbol); }
+    void OnSymbolRefused(std::string_view symbol) override;
+    void OnFeedConnected() override;
+    void OnUpdateMessage(std::string_view line) override;
+    void OnSummaryMessage(std::string_view line) override;
+    void OnFundamentalMessage(std::string_view line) override;
+    void OnRegionalMessage(std::string_view line) override;
+    void OnSystemMessage(std::string_view line) override;
+    void OnTimeMessage(std::string_view line) override;
+    void OnNewsMessage(std::string_view line) override;
+    void OnSymbolNotFound(std::string_view line) override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    /// The registered message that saves the workspace.
+    void customEvent(QEvent* event) override;
+
+private:
+    void SendNewsRequest(std::string_view request) override;
+    void OnNewsCounts(std::string_view reply) override;
+
+    void MakeDesks();
+    void OnStatusTimer();
+    void StartFeedOnce();
+    void ShowFeedEnd();
+    void ShowSymbolLimit();
+
+    CSettings& m_settings;
+    CNorvCommandLineInfo m_commandLine;
+    std::shared_ptr<CConfigLogger> m_configLogger;
+    CLookupTables m_lookupTables;
+    CL1DataStore m_store;
+    CMarketClock m_clock;
+    CRecentSymbols m_unwatched; ///< Their watch has ended: the feed client may still refuse them.
+    std::string m_waitingText;  ///< The notice of symbols that were refused for the limit.
+    CFeedHealth m_health;
+    CStatusPanes* m_panes;
+    CFramePlacer* m_placer = nullptr;   ///< A child.
+    std::optional<SPlacement> m_stored; ///< The place of the last run, while this run has given it no other one.
+    std::unique_ptr<CWatchlistDoc> m_doc;
+    CWatchlistView* m_view = nullptr;
+    // Children of the window: the commands and who carries them out.
+    CCommands* m_commands = nullptr;
+    CMainMenus* m_menus = nullptr;
+    CFileDesk* m_files = nullptr;
+    CBoardDesk* m_board = nullptr;
+    CAlertDesk* m_alerts = nullptr;
+    CMarketDesk* m_market = nullptr;
+    CRecoveryDesk* m_recovery = nullptr;
+    CTransferDesk* m_transfer = nullptr;
+    CRestartDesk* m_restart = nullptr;
+    CWindowDesk* m_windows = nullptr;
+    QTimer m_status;
+    bool m_live = true;
+    int m_statusTick = 0;
+    bool m_feedStarted = false;
+};
+
+} // namespace vx

@@ -1,0 +1,133 @@
+#include "app/shell/RestartDesk.h"
+
+#include "app/commands/Commands.h"
+#include "app/files/FileDesk.h"
+#include "app/files/RecoveryDesk.h"
+#include "app/shell/MainFrame.h"
+#include "base/MessageBox.h"
+#include "base/qt/QtText.h"
+#include "feed/session/ProgramStart.h"
+#include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/view/WatchlistView.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QFile>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLayout>
+#include <QPushButton>
+#include <QStyle>
+
+#include <fmt/format.h>
+
+#include <utility>
+
+namespace vx {
+
+namespace {
+
+constexpr const char* kProgram = "zantrel-watchlist";
+
+QString TextOf(EFeedEnd end) {
+    switch (end) {
+    case EFeedEnd::Quotes:
+        return CRestartDesk::tr("The connection to the feed client has ended. The values are the last ones received.");
+    case EFeedEnd::Status:
+        return CRestartDesk::tr("The feed client has ended its status connection. Quotes still arrive.");
+    default:
+        return CRestartDesk::tr("There is no connection to the feed client.");
+    }
+}
+
+void Say(const std::string& text) { ShowMessageBox({text, kProgramName, EBoxButtons::Ok, EBoxIcon::Exclamation}); }
+
+} // namespace
+
+CRestartDesk::CRestartDesk(CMainFrame& frame, CCommands& commands)
+    : QObject(&frame), m_frame(frame), m_commands(commands), m_end(EFeedEnd::None) {
+    commands.Bind(
+        ECommand::Restart, [this] { Restart(); },
+        [this](SCommandState& state) { state.enabled = m_end != EFeedEnd::None; });
+    MakeBar(commands);
+}
+
+// Below the grid, where it moves no row under the pointer.
+void CRestartDesk::MakeBar(CCommands& commands) {
+    m_bar = new QFrame(&m_frame.View());
+    m_bar->setObjectName(QStringLiteral("feedEndBar"));
+    m_text = new QLabel;
+    m_text->setObjectName(QStringLiteral("feedEndText"));
+    m_text->setTextFormat(Qt::PlainText);
+    m_text->setWordWrap(true);
+    auto* button = new QPushButton(tr("&Restart"));
+    button->setObjectName(QStringLiteral("feedEndRestart"));
+    button->setToolTip(commands.Action(ECommand::Restart).toolTip());
+    connect(button, &QPushButton::clicked, &commands.Action(ECommand::Restart), &QAction::trigger);
+    auto* layout = new QHBoxLayout(m_bar);
+    layout->setContentsMargins(8, 4, 8, 4);
+    m_sign = new QLabel;
+    layout->addWidget(m_sign);
+    layout->addWidget(m_text, 1);
+    layout->addWidget(button);
+    m_frame.View().layout()->addWidget(m_bar);
+    m_bar->hide();
+}
+
+void CRestartDesk::ShowEnd(EFeedEnd end) {
+    if (std::exchange(m_end, end) == end) return;
+    m_text->setText(TextOf(end));
+    const int size = m_bar->style()->pixelMetric(QStyle::PM_SmallIconSize);
+    m_sign->setPixmap(
+        m_bar->style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap({size, size}, m_bar->devicePixelRatioF()));
+    m_bar->setVisible(end != EFeedEnd::None);
+    m_commands.Refresh();
+    if (!QAccessible::isActive() || end == EFeedEnd::None) return;
+    m_bar->setAccessibleName(m_text->text());
+    QAccessibleEvent event(m_bar, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
+}
+
+void CRestartDesk::Restart() {
+    // Else the new window would take what this one saves for the work of another program.
+    if (!m_frame.Files().WaitForSave()) return;
+    if (!m_frame.Recovery().KeepNow())
+        return Say("The unsaved changes could not be kept for the restart. Save the watchlist, then restart.");
+    m_frame.StorePlacement();
+    const SStartResult result = StartProgram(kProgram, Arguments());
+    if (!result.Started()) return Say(fmt::format("Unable to launch {}.  Error Code: {}", kProgram, result.error));
+    Q_EMIT Restarted();
+}
+
+QStringList CRestartDesk::Arguments() const {
+    const CNorvCommandLineInfo& given = m_frame.CommandLine();
+    const bool modified = m_frame.Document().IsModified();
+    const QString file = QFile::decodeName(m_frame.Files().File().Path().c_str());
+    QStringList out;
+    const auto add = [&](const char* option, const QString& value) {
+        if (!value.isEmpty()) out << QString::fromLatin1(option) << value;
+    };
+    if (!file.isEmpty()) out << file << QStringLiteral("--new-window"); // The old one has it still.
+    if (modified) add("--resume", QFile::decodeName(m_frame.Recovery().KeptFile().c_str()));
+    if (!modified && given.starter) out << QStringLiteral("--starter");
+    // What was placed is in the rows, unless nothing else is and no file has it.
+    if (!m_frame.Document().IsFeedReady() || (!modified && file.isEmpty())) add("-symbol", QtText(given.symbol));
+    add("-type", QtText(given.type));
+    add("-interval", QtText(given.interval));
+    add("--theme", QtText(given.theme));
+    if (given.log) out << QStringLiteral("--log");
+
+    const SPlacement at = m_frame.Placement();
+    add("-left", QString::number(at.left));
+    add("-top", QString::number(at.top));
+    add("-right", QString::number(at.left + at.width));
+    add("-bottom", QString::number(at.top + at.height));
+    if (m_frame.isMinimized())
+        out << QStringLiteral("-min");
+    else if (at.maximised)
+        out << QStringLiteral("-max");
+    return out;
+}
+
+} // namespace vx

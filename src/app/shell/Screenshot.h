@@ -1,0 +1,19 @@
+#pragma once
+
+#include "app/shell/NorvCommandLineInfo.h"
+
+namespace vx {
+
+class CMainFrame;
+
+/// Chooses the offscreen platform and the scale for a picture; call it before the application object is made.
+void PrepareScreenshot(const CNorvCommandLineInfo& commandLine);
+
+/// Lets the shown window run for the time asked for, writes its picture and ends the event loop.
+///
+/// Errors  a picture that cannot be written gives one line on standard error that names the file, and exit code 1
+/// Thread  GUI thread only
+/// Returns the program's exit code
+int RunScreenshot(CMainFrame& frame, const CNorvCommandLineInfo& commandLine);
+
+} // namespace vx

@@ -1,0 +1,119 @@
+#include "app/workspace/WindowDesk.h"
+
+#include "app/commands/Commands.h"
+#include "app/files/FileDesk.h"
+#include "app/shell/FramePlacement.h"
+#include "app/shell/MainFrame.h"
+#include "app/workspace/RunningWindows.h"
+#include "app/workspace/WindowSlot.h"
+#include "app/workspace/Workspace.h"
+#include "base/Log.h"
+#include "base/MessageBox.h"
+#include "base/MessageNames.h"
+#include "base/Registry.h"
+#include "base/UserFolders.h"
+#include "base/Utf8Text.h"
+#include "watchlist/view/RegisteredMessage.h"
+
+#include <QApplication>
+
+#include <fmt/format.h>
+
+namespace vx {
+
+using Arguments = std::vector<std::string>;
+
+CWindowDesk::CWindowDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame), m_frame(frame) {
+    commands.Bind(
+        ECommand::AlwaysOnTop, [this] { m_frame.SetAlwaysOnTop(!m_frame.IsAlwaysOnTop()); },
+        [this](SCommandState& state) { state.checked = m_frame.IsAlwaysOnTop(); });
+    commands.Bind(ECommand::FileNewWindow, [this] {
+        const std::string& theme = m_frame.CommandLine().theme;
+        if (const int error = StartWindow(theme.empty() ? Arguments{} : Arguments{"--theme", theme}))
+            ShowMessageBox({WindowStartError(error), kProgramName, EBoxButtons::Ok, EBoxIcon::Exclamation});
+    });
+    commands.Bind(ECommand::SaveWorkspace, [this] { SaveAllWindows(); });
+    commands.Bind(ECommand::OpenWorkspace, [this] { OpenStored(); });
+    if (!m_frame.CommandLine().screenshot.empty()) return;
+    m_slot = new CWindowSlot(
+        UserRuntimeFolder(), [this] { return WorkspaceText(Describe()); }, this);
+    connect(m_slot, &CWindowSlot::SaveAsked, this, &CWindowDesk::PostSaveMessage);
+    connect(m_slot, &CWindowSlot::ShowAsked, this, &CWindowDesk::BringUp);
+}
+
+SWorkspaceWindow CWindowDesk::Describe() const {
+    const CNorvCommandLineInfo& given = m_frame.CommandLine();
+    SWorkspaceWindow window;
+    window.number = m_slot && m_slot->Number() > 0 ? m_slot->Number() : 1;
+    window.file = m_frame.Files().File().Path();
+    window.symbols = given.symbol;
+    window.type = given.type;
+    window.interval = given.interval;
+    window.placement = m_frame.Placement();
+    window.minimised = m_frame.isMinimized();
+    return window;
+}
+
+// Other windows
+
+bool CWindowDesk::ShowOther(const std::string& path) {
+    if (!m_slot || IsSameFile(m_frame.Files().File().Path(), path) ||
+        !ShowWindowWithFile(m_slot->Folder(), m_slot->Number(), path))
+        return false;
+    m_frame.Say(fmt::format("\"{}\" is open in another window.", Windows1252FromUtf8(path)));
+    return true;
+}
+
+// The window in which the keyboard belongs may be a dialog of the frame.
+void CWindowDesk::BringUp() {
+    if (m_frame.isMinimized()) m_frame.setWindowState(m_frame.windowState() & ~Qt::WindowMinimized);
+    m_frame.raise();
+    QWidget* dialog = QApplication::activeModalWidget();
+    QWidget& front = dialog ? *dialog : m_frame;
+    front.raise();
+    front.activateWindow();
+}
+
+SPlacement CWindowDesk::BesideOthers(const SPlacement& placement) const {
+    std::vector<QPoint> corners;
+    if (m_slot)
+        for (const SRunningWindow& window : RunningWindows(m_slot->Folder(), m_slot->Number()))
+            if (window.shows.left && window.shows.top) corners.emplace_back(*window.shows.left, *window.shows.top);
+    return Cascaded(placement, corners, ScreenAreas());
+}
+
+// The workspace
+
+void CWindowDesk::SaveAllWindows() {
+    if (m_slot) m_slot->AskOthers();
+    PostSaveMessage();
+}
+
+void CWindowDesk::PostSaveMessage() {
+    QCoreApplication::postEvent(&m_frame, new CRegisteredMessage(RegisterMessage(kSaveWorkspaceMessageName)));
+}
+
+void CWindowDesk::SaveWorkspace() {
+    LogInformation(fmt::format("Received broadcast save workspace message in {}.", kProgramName));
+    const SWorkspaceWindow window = Describe();
+    const int error = SaveToWorkspace(CRegistry::CurrentUser(), window,
+                                      [this](int number) { return m_slot && m_slot->Runs(number); });
+    if (m_slot) m_slot->Answer(error == 0);
+    if (error == 0) return m_frame.Say("Workspace saved");
+    ShowMessageBox({WorkspaceError(WorkspaceValueName(window.number), error), kWorkspaceErrorCaption, EBoxButtons::Ok,
+                    EBoxIcon::Stop});
+}
+
+void CWindowDesk::OpenStored() {
+    std::vector<SRunningWindow> running;
+    if (m_slot) running = RunningWindows(m_slot->Folder(), m_slot->Number());
+    running.push_back({0, CNorvCommandLineInfo(*WorkspaceArguments(WorkspaceText(Describe())))});
+    const SOpenedWorkspace opened = OpenWorkspace(CRegistry::CurrentUser(), running, StartWindow);
+    if (opened.IsWhole())
+        return m_frame.Say(opened.started == 0 ? std::string("All windows of the workspace are open.")
+                                               : fmt::format("Windows opened: {}", opened.started));
+    ShowMessageBox({WorkspaceProblems(opened), kProgramName, EBoxButtons::Ok,
+                    opened.stored == 0 ? EBoxIcon::Information : EBoxIcon::Exclamation});
+}
+
+} // namespace vx

@@ -1,0 +1,46 @@
+#include "data/record/L1SymbolRec.h"
+
+#include "data/record/FieldText.h"
+#include "data/record/SymbolHash.h"
+
+namespace vx {
+
+sRegQuoteData::sRegQuoteData(std::string_view fullName, uint32_t number, const CL1SymbolRec& baseRecord)
+    : CSymbolRec(fullName, number), base(baseRecord), regionOffset(FeedSymbol(fullName).size() + kRegionMark.size()) {}
+
+std::string_view CL1SymbolRec::StatusText() const { return m_notFound ? kNotFoundText : std::string_view{}; }
+
+int CL1SymbolRec::DecimalPrecision() const {
+    constexpr size_t kSlot = UpdateSlot("Decimal Precision");
+    return m_quote.Direction(kSlot) == EDirection::NeverSet ? -1 : m_quote.Integer(kSlot);
+}
+
+void CL1SymbolRec::SetHistoryLimit(size_t limit) {
+    if (limit == 0)
+        m_history.reset();
+    else if (m_history)
+        m_history->SetLimit(limit);
+    else
+        m_history = std::make_unique<CTimeAndSales>(limit);
+}
+
+sRegQuoteData* CL1SymbolRec::FindRegion(std::string_view fullName) const {
+    const size_t offset = FeedSymbol(fullName).size() + kRegionMark.size();
+    return offset > fullName.size() ? nullptr : FindRegionOf(fullName.substr(offset));
+}
+
+sRegQuoteData* CL1SymbolRec::FindRegionOf(std::string_view region) const {
+    const auto found = m_regions.find(region);
+    return found == m_regions.end() ? nullptr : found->second.get();
+}
+
+size_t CL1SymbolRec::Bytes() const {
+    return sizeof(*this) + Symbol().capacity() + m_quote.TextBytes() + m_fundamentals.TextBytes();
+}
+
+void CL1SymbolRec::NotifyAll() {
+    Notify();
+    for (const auto& [name, region] : m_regions) region->Notify();
+}
+
+} // namespace vx

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "data/record/ChangeQueue.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vx {
+
+class CL1SymbolRec;
+struct sRegQuoteData;
+
+/// What every per-symbol record has: its name, the two identifiers of its change notices, and who listens.
+///
+/// Owns    nothing of its listeners: each stays alive until it is removed
+/// Thread  GUI thread only
+class CSymbolRec {
+public:
+    CSymbolRec(std::string_view symbol, uint32_t number);
+    virtual ~CSymbolRec() = default; ///< Leaves the listeners alone: they may be gone by then.
+    CSymbolRec(const CSymbolRec&) = delete;
+    CSymbolRec& operator=(const CSymbolRec&) = delete;
+
+    /// The record of the feed symbol: itself, or the one that a regional quote belongs to.
+    virtual const CL1SymbolRec& Base() const = 0;
+    /// Itself when it is a regional quote, else null.
+    virtual const sRegQuoteData* AsRegion() const { return nullptr; }
+    /// Some line has filled it.
+    virtual bool HasData() const = 0;
+
+    const std::string& Symbol() const { return m_symbol; }
+    SChangeNotice Ids() const { return m_ids; }
+
+    /// Does nothing when the listener is there already.
+    void AddListener(CChangeQueue& listener);
+    /// Returns whether it was there.
+    bool RemoveListener(CChangeQueue& listener);
+    void RemoveAllListeners();
+    bool HasListener(const CChangeQueue& listener) const;
+    bool HasListeners() const { return m_first.queue != nullptr; }
+
+    /// Puts a notice into the queue of every listener that has none of this record waiting.
+    void Notify() {
+        if (m_first.queue) Notify(m_first);
+        for (SListener& listener : m_more) Notify(listener);
+    }
+
+    /// How many armed alerts watch this record. While any do, every value reaches the listeners: see NextWaiting.
+    void SetArmedAlerts(int count) { m_armedAlerts = count; }
+    int ArmedAlerts() const { return m_armedAlerts; }
+
+    /// With alerts armed, a queue that must be drained before this record may change; else null.
+    CChangeQueue* NextWaiting() const { return m_armedAlerts > 0 ? FindWaiting() : nullptr; }
+
+private:
+    struct SListener {
+        CChangeQueue* queue = nullptr;
+        uint64_t drainNumber = 0; ///< The queue's number when this record last put a notice into it.
+    };
+
+    void Notify(SListener& listener) const {
+        if (listener.drainNumber == listener.queue->DrainNumber()) return;
+        listener.drainNumber = listener.queue->DrainNumber();
+        listener.queue->Push(m_ids);
+    }
+    CChangeQueue* FindWaiting() const;
+
+    std::string m_symbol;
+    SChangeNotice m_ids;
+    int m_armedAlerts = 0;
+    SListener m_first; ///< Nearly every record has one listener: it costs no step into another block of memory.
+    std::vector<SListener> m_more;
+};
+
+} // namespace vx

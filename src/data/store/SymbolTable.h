@@ -1,0 +1,79 @@
+#pragma once
+
+#include "base/SeededHash.h"
+#include "data/record/L1SymbolRec.h"
+
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace vx {
+
+/// The level-1 records by symbol, compared exactly.
+///
+/// Shape   open addressing; the first eight bytes of a symbol stand in the table, so that most look-ups touch one entry
+///         of it and then the record
+/// Owns    the records
+class CSymbolTable {
+public:
+    CSymbolTable();
+
+    CL1SymbolRec* Find(std::string_view symbol) const {
+        const uint64_t key = Key(symbol);
+        for (size_t i = Slot(key, symbol);; i = (i + 1) & m_mask) {
+            const SEntry& entry = m_entries[i];
+            if (!entry.record) return nullptr;
+            if (entry.key == key && IsNamed(*entry.record, symbol)) return entry.record.get();
+        }
+    }
+
+    /// The symbol may not be in the table yet.
+    CL1SymbolRec& Add(std::unique_ptr<CL1SymbolRec> record);
+    void Remove(std::string_view symbol);
+
+    size_t Size() const { return m_size; }
+
+    template <typename Visit> void ForEach(Visit&& visit) const {
+        for (const SEntry& entry : m_entries)
+            if (entry.record) visit(*entry.record);
+    }
+
+private:
+    struct SEntry {
+        uint64_t key = 0;
+        std::unique_ptr<CL1SymbolRec> record;
+    };
+
+    /// For a record whose key is the symbol's.
+    static bool IsNamed(const CL1SymbolRec& record, std::string_view symbol) {
+        const std::string& name = record.Symbol();
+        return name.size() == symbol.size() &&
+               (name.size() <= sizeof(uint64_t) || std::memcmp(name.data(), symbol.data(), name.size()) == 0);
+    }
+    static uint64_t Key(std::string_view symbol) { return CSeededHash::Word(symbol); }
+
+    // Long symbols of one root (options) share their first eight bytes. A product with a random odd number is enough
+    // for the others.
+    size_t Slot(uint64_t key, std::string_view symbol) const {
+        constexpr size_t kWord = sizeof(uint64_t);
+        uint64_t mixed = key * m_spread;
+        if (symbol.size() > kWord) {
+            mixed = CSeededHash::Fold(key, m_spread);
+            for (size_t at = kWord; at + kWord < symbol.size(); at += kWord)
+                mixed = CSeededHash::Fold(mixed ^ CSeededHash::Word(symbol.substr(at)), m_spread);
+            mixed = CSeededHash::Fold(mixed ^ CSeededHash::Word(symbol.substr(symbol.size() - kWord)), m_spread);
+        }
+        return static_cast<size_t>(mixed >> m_shift);
+    }
+    void Grow();
+
+    std::vector<SEntry> m_entries; ///< Size is a power of two, at most half full.
+    size_t m_mask = 0;
+    int m_shift = 0;
+    uint64_t m_spread = CSeededHash::Seed();
+    size_t m_size = 0;
+};
+
+} // namespace vx

@@ -1,0 +1,116 @@
+#include "feed/lookup/LookupSystemInfo.h"
+
+#include "feed/socket/FeedSlots.h"
+#include "feed/socket/FeedLog.h"
+#include "feed/socket/SocketError.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace vx {
+
+namespace {
+
+constexpr int kReceiveBytes = 65535;
+
+const SFeedLog& PortLog() { return FeedLogOf(kLookupSlot); }
+
+/// The received bytes for the log, line by line; costs nothing while the log does not want them.
+class CReceivedLines {
+public:
+    void Add(std::string_view bytes) {
+        if (!IsOn(ELogCategory::LookupData) && !IsOn(ELogCategory::LookupError)) return;
+        for (const char c : bytes) {
+            if (c != '\r' && c != '\n')
+                m_line += c;
+            else
+                End();
+        }
+    }
+    ~CReceivedLines() { End(); }
+
+private:
+    void End() {
+        if (!m_line.empty()) PortLog().Received(m_line);
+        m_line.clear();
+    }
+    std::string m_line;
+};
+
+} // namespace
+
+// A socket library that must be started first is not known on this platform.
+CLookupSystemInfo::CLookupSystemInfo(CRegistry& registry, SLookupTimes times) : m_ports(registry), m_times(times) {}
+
+bool CLookupSystemInfo::Wait(CNativeSocket::EWait what) const {
+    const auto quiet = std::chrono::steady_clock::now() + std::chrono::milliseconds(m_times.quietMs);
+    return m_socket.Wait(what, std::min(quiet, m_deadline));
+}
+
+int CLookupSystemInfo::Connect(uint16_t port) {
+    if (const int error = m_socket.Open()) return error;
+    const int begun = m_socket.Connect(kFeedHost, port);
+    if (begun != 0 && begun != kSocketWouldBlock) return begun;
+    return Wait(CNativeSocket::EWait::Writable) ? m_socket.ConnectOutcome() : kSocketTimedOut;
+}
+
+bool CLookupSystemInfo::SendRequest(std::string_view request, uint16_t port) {
+    m_reply = {};
+    m_unanswered = false;
+    m_deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(m_times.totalMs);
+    if (m_times.totalMs <= 0) return false;
+    if (const int error = Connect(port)) {
+        m_unanswered = error == kSocketTimedOut;
+        return GiveUp(fmt::format("no connection to {}:{}, error {}", kFeedHost, port, error));
+    }
+    const auto [count, error] = m_socket.Send(request.data(), static_cast<int>(request.size()));
+    PortLog().Sent(request, count, error);
+    if (count == static_cast<int>(request.size())) return true;
+    m_socket.Close();
+    return false;
+}
+
+void CLookupSystemInfo::ReadReply() {
+    const auto buffer = std::make_unique<char[]>(kReceiveBytes);
+    CReceivedLines lines;
+    for (;;) {
+        if (!Wait(CNativeSocket::EWait::Readable)) {
+            m_unanswered = !m_reply.HoldsSplitEnd();
+            break;
+        }
+        const auto [count, error] = m_socket.Receive(buffer.get(), kReceiveBytes);
+        if (error == kSocketWouldBlock) continue;
+        if (count <= 0) break;
+        const std::string_view received(buffer.get(), static_cast<size_t>(count));
+        lines.Add(received);
+        if (m_reply.Take(received)) continue;
+        m_unanswered = m_reply.TooLong();
+        break;
+    }
+    m_socket.Shutdown();
+    m_socket.Close();
+}
+
+bool CLookupSystemInfo::Exchange(std::string_view request) {
+    if (!SendRequest(request, m_ports.GetPort(kLookupPort))) return false;
+    ReadReply();
+    if (!m_unanswered) {
+        m_lastFailure.clear();
+        return true;
+    }
+    return GiveUp(m_reply.TooLong() ? fmt::format("the reply has more than {} bytes", CTableReply::kMostBytes)
+                                    : fmt::format("no end of the reply within {} ms, or {} ms without a byte of it",
+                                                  m_times.totalMs, m_times.quietMs));
+}
+
+bool CLookupSystemInfo::GiveUp(std::string_view what) {
+    m_socket.Close();
+    if (what == m_lastFailure) return false;
+    m_lastFailure = what;
+    PortLog().Failed(what);
+    return false;
+}
+
+} // namespace vx

@@ -1,0 +1,156 @@
+#include "feed/session/FeedSession.h"
+
+#include "base/Text.h"
+#include "feed/session/ProgramStart.h"
+#include "feed/socket/ClientAppSocket.h"
+#include "feed/socket/FeedLog.h"
+#include "feed/socket/Product.h"
+
+#include <fmt/format.h>
+
+namespace vx {
+
+namespace {
+
+constexpr const char* kClientName = "VxWatchlist";
+constexpr const char* kProtocol = "6.2";
+// With CZantrelClientAppSocket::kRetryMs in between: 2.5 seconds for the feed client to start, then a minute for its
+// data.
+constexpr uint32_t kAdminRetries = 10;
+constexpr uint32_t kDataRetries = 240;
+constexpr std::string_view kStatusMarker = "S,STATS";
+constexpr std::string_view kLimitMarker = "S,SYMBOL LIMIT REACHED";
+constexpr std::string_view kReadyMarker = "S,IP,";
+constexpr std::string_view kNewsOn = "S,NEWSON\r\n";
+
+std::string_view From(std::string_view line, size_t start) { return line.substr(std::min(start, line.size())); }
+
+} // namespace
+
+CFeedSession::CFeedSession(CRegistry& registry) : m_ports(registry) {}
+
+CFeedSession::~CFeedSession() = default;
+
+bool CFeedSession::CreateFeedSocket(int slot, uint32_t retries) {
+    if (slot < 0 || slot >= kFeedSlotCount || m_sockets[static_cast<size_t>(slot)]) return false;
+    auto& socket = m_sockets[static_cast<size_t>(slot)];
+    socket = std::make_unique<CZantrelClientAppSocket>(retries);
+    socket->SetLog(&FeedLogOf(slot));
+    return socket->Create();
+}
+
+CZantrelClientAppSocket* CFeedSession::FeedSocket(int slot) const {
+    return slot >= 0 && slot < kFeedSlotCount ? m_sockets[static_cast<size_t>(slot)].get() : nullptr;
+}
+
+int CFeedSession::SendToFeed(int slot, std::string_view text) {
+    CZantrelClientAppSocket* const socket = FeedSocket(slot);
+    if (!socket) return -1;
+    socket->CountMessageSent();
+    return socket->SendText(text);
+}
+
+const char* CFeedSession::FeedSlotName(int slot) { return FeedLogOf(slot).port; }
+
+void CFeedSession::LaunchFeedClient() {
+    const SStartResult result = StartFeedClient(kProductId, kProgramVersion);
+    if (!result.Started()) PostMessageBox({FeedClientStartError(result), "", EBoxButtons::Ok, EBoxIcon::Exclamation});
+}
+
+void CFeedSession::OpenAdminPort() { OpenPort(kAdminSlot, kAdminRetries, kAdminPort, {}); }
+
+void CFeedSession::OpenDataPorts(std::string_view updateFields) {
+    OpenPort(kLookupSlot, kDataRetries, kLookupPort, {});
+    OpenPort(kLevel1Slot, kDataRetries, kLevel1Port, updateFields);
+}
+
+void CFeedSession::OpenPort(EFeedSlot slot, uint32_t retries, const SPortSetting& port, std::string_view updateFields) {
+    if (!CreateFeedSocket(slot, retries)) return;
+    CZantrelClientAppSocket& socket = *m_sockets[slot];
+    socket.SetOwner(this);
+    socket.SetHandshake({kProtocol, kClientName, std::string(updateFields), ""});
+    socket.Connect(kFeedHost, m_ports.GetPort(port));
+}
+
+EFeedEnd CFeedSession::FeedEnd() const {
+    const CZantrelClientAppSocket* const admin = FeedSocket(kAdminSlot);
+    const CZantrelClientAppSocket* const level1 = FeedSocket(kLevel1Slot);
+    if (level1 && level1->HasEnded()) return EFeedEnd::Quotes;
+    if ((level1 && level1->HasGivenUp()) || (admin && admin->HasGivenUp())) return EFeedEnd::Unreachable;
+    if (!admin || !admin->HasEnded()) return EFeedEnd::None;
+    return level1 && level1->IsConnected() ? EFeedEnd::Status : EFeedEnd::Quotes;
+}
+
+bool CFeedSession::SymbolSearch(ESearchBy by, std::string_view text, std::string_view marketFilter,
+                                std::string_view typeFilter) {
+    if (text.empty()) return false;
+    m_lookupReplies.search.Clear();
+    const std::string request = SymbolSearchRequest(by, text, marketFilter, typeFilter);
+    if (SendToFeed(kLookupSlot, request) != static_cast<int>(request.size())) return false;
+    m_lookupReplies.search.Expect();
+    return true;
+}
+
+void CFeedSession::GetConnectionStats(std::string& text) const {
+    text.clear();
+    for (int slot = 0; slot < kFeedSlotCount; ++slot) {
+        const CZantrelClientAppSocket* const socket = FeedSocket(slot);
+        if (!socket) continue;
+        const SocketStats& stats = socket->Stats();
+        text += fmt::format("{}: {}:{}\r\n\tMessages Sent:{}\tReceived:{}\r\n\r\n", FeedSlotName(slot), socket->Host(),
+                            socket->Port(), static_cast<int32_t>(stats.messagesSent.value),
+                            static_cast<int32_t>(stats.messagesReceived.value));
+    }
+}
+
+void CFeedSession::ReceiveSystemLine(std::string_view line) {
+    if (line.starts_with(kStatusMarker)) {
+        ReceiveStatusLine(line);
+    } else if (line.starts_with(kLimitMarker)) {
+        const std::string_view symbol = From(line, kLimitMarker.size() + 1);
+        if (!symbol.empty()) {
+            m_limited.Refused(symbol, IsWanted(symbol));
+            OnSymbolRefused(symbol);
+        }
+    }
+    OnSystemMessage(line);
+}
+
+void CFeedSession::ReceiveStatusLine(std::string_view line) {
+    std::optional<FeedStats> stats = ReadFeedStats(line);
+    if (!stats) return;
+    const bool changed = stats->status != m_stats.status;
+    m_stats = std::move(*stats);
+    if (!changed) return;
+    if (m_stats.status == "Connected")
+        OnFeedConnected();
+    else if (m_stats.status == "Not Connected")
+        OnFeedDisconnected();
+}
+
+void CFeedSession::ReceiveTimeLine(std::string_view line) {
+    CZantrelClientAppSocket* const level1 = FeedSocket(kLevel1Slot);
+    if (line.starts_with("T,")) {
+        const auto send = [level1](std::string_view command) { return level1->SendText(command); };
+        const uint32_t sent = m_limited.Pump(m_stats, level1 ? CSymbolLimitQueue::SendCommand(send) : nullptr);
+        if (level1) level1->CountMessageSent(sent);
+    }
+    OnTimeMessage(line);
+}
+
+void CFeedSession::ReceiveFundamentalLine(std::string_view line) {
+    const std::string_view rest = From(line, 2);
+    m_limited.Arrived(rest.substr(0, rest.find(',')));
+    OnFundamentalMessage(line);
+}
+
+void CFeedSession::PostMessageBox(SMessageBox box) { m_messageBoxes.Post(std::move(box)); }
+
+bool CFeedSession::HandleReadyLine(std::string_view line) {
+    if (!ContainsText(line, kReadyMarker)) return false;
+    m_level1Port.SetSocket(FeedSocket(kLevel1Slot));
+    SendToFeed(kLevel1Slot, kNewsOn);
+    return true;
+}
+
+} // namespace vx

@@ -1,0 +1,112 @@
+#pragma once
+
+#include "feed/lookup/LookupReplies.h"
+#include "feed/session/FeedEnd.h"
+#include "feed/socket/FeedOwner.h"
+#include "feed/socket/FeedSlots.h"
+#include "feed/session/FeedStats.h"
+#include "feed/session/Level1Port.h"
+#include "feed/session/SymbolLimitQueue.h"
+#include "feed/socket/MessageBoxQueue.h"
+#include "feed/socket/Ports.h"
+
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace vx {
+
+class CZantrelClientAppSocket;
+
+/// The session with the feed client: its sockets, what it says about itself, and the symbols that it refused for now.
+///
+/// The main frame derives from it and from the framework's window. Its start calls LaunchFeedClient and OpenAdminPort
+/// (best after the first paint: a feed client that is not there yet costs 250 ms of the GUI thread per attempt), its
+/// OnFeedConnected calls OpenDataPorts, its OnSystemMessage asks HandleReadyLine whether watches may begin.
+///
+/// Owns    the sockets, each made at most once and living as long as the session
+/// Thread  GUI thread only, with an event loop
+class CFeedSession : public CFeedOwner {
+public:
+    explicit CFeedSession(CRegistry& registry = CRegistry::CurrentUser());
+    ~CFeedSession() override;
+
+    /// Makes the socket of a slot; false when the slot holds one already or the system gives none.
+    bool CreateFeedSocket(int slot, uint32_t retries);
+    /// Sends a text once and counts one message sent, whatever the send returned.
+    ///
+    /// Returns what the send returned, -1 for an empty slot
+    int SendToFeed(int slot, std::string_view text);
+    /// Null for an empty slot.
+    CZantrelClientAppSocket* FeedSocket(int slot) const;
+    /// "Level1", "MarketDepth", "Lookup", "Admin", "Scans", else "Unknown".
+    static const char* FeedSlotName(int slot);
+
+    /// Starts the feed client; when that fails a message box is posted and everything else goes on.
+    void LaunchFeedClient();
+    /// Opens the port on which the feed client tells its status, with ten retries.
+    void OpenAdminPort();
+    /// Opens the lookup port and then the level-1 port, with 240 retries each; those that are taken stay as they are.
+    ///
+    /// Shape   updateFields: the names of the fields that update lines shall carry, as they stand
+    void OpenDataPorts(std::string_view updateFields);
+
+    /// Where the level-1 store sends its commands; open from the first ready line on.
+    CL1CommandPort& Level1Commands() { return m_level1Port; }
+    /// The last complete status line.
+    const FeedStats& Stats() const { return m_stats; }
+    /// Symbols refused for the symbol limit and on their way back. Call Forget when nobody watches a symbol any more.
+    CSymbolLimitQueue& LimitedSymbols() { return m_limited; }
+    const CSymbolLimitQueue& LimitedSymbols() const { return m_limited; }
+
+    /// What has become of the connections that quotes and status need.
+    EFeedEnd FeedEnd() const;
+
+    /// Asks for symbols on the lookup port, see SymbolSearchRequest; the results so far are dropped.
+    ///
+    /// Errors  false when the request did not go out, and for an empty text, for which nothing happens
+    bool SymbolSearch(ESearchBy by, std::string_view text, std::string_view marketFilter, std::string_view typeFilter);
+    /// What has come for searches and requests for news counts.
+    CLookupReplies& LookupReplies() { return m_lookupReplies; }
+
+    /// Appends one block per open slot to an emptied text: the slot's name and address, and its message counts.
+    virtual void GetConnectionStats(std::string& text) const;
+
+    // The first reads status and symbol-limit lines, the second lets refused symbols try again, the third notes
+    // that a symbol was taken; each then calls the virtual handler of its kind.
+    void ReceiveSystemLine(std::string_view line) final;
+    void ReceiveTimeLine(std::string_view line) final;
+    void ReceiveFundamentalLine(std::string_view line) final;
+
+    void OnLookupMessage(std::string_view line) override { m_lookupReplies.OnLine(line); }
+
+    void PostMessageBox(SMessageBox box) override;
+
+protected:
+    /// The status became "Connected" (the first time included) or "Not Connected".
+    virtual void OnFeedConnected() {}
+    virtual void OnFeedDisconnected() {}
+    /// Whether a row holds a symbol, or one of its regions.
+    virtual bool IsWanted(std::string_view /*symbol*/) const { return false; }
+    /// The feed client has refused a symbol for the symbol limit; LimitedSymbols have it.
+    virtual void OnSymbolRefused(std::string_view /*symbol*/) {}
+
+    /// Looks whether a system line says that the feed client is ready for watches. If so, opens Level1Commands, asks
+    /// for news, and returns true: the caller then watches its symbols. It may come more than once, on any port.
+    bool HandleReadyLine(std::string_view line);
+
+private:
+    void OpenPort(EFeedSlot slot, uint32_t retries, const SPortSetting& port, std::string_view updateFields);
+    void ReceiveStatusLine(std::string_view line);
+
+    CNorvPorts m_ports;
+    FeedStats m_stats;
+    CSymbolLimitQueue m_limited;
+    CLevel1Port m_level1Port;
+    CLookupReplies m_lookupReplies;
+    CMessageBoxQueue m_messageBoxes;
+    std::array<std::unique_ptr<CZantrelClientAppSocket>, kFeedSlotCount> m_sockets;
+};
+
+} // namespace vx

@@ -1,0 +1,109 @@
+#pragma once
+
+#include "vxconnect/common/SendQueue.h"
+#include "vxconnect/common/ClientLog.h"
+
+#include <QObject>
+#include <QSocketNotifier>
+
+#include <algorithm>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace vx::sim {
+
+/// How a connection treats its client; a plain number is the queue's limit.
+struct SLink {
+    SLink(size_t queueBytes) : queueLimit(queueBytes) {}
+
+    size_t queueLimit;             ///< Bytes that wait before commands wait and updates fold.
+    size_t pieceBytes = 0;         ///< At most so many bytes go out at a time; 0: as many as the system takes.
+    uint64_t dropAfter = 0;        ///< Closed after so many bytes, wherever that is; 0: never.
+    bool mute = false;             ///< Nothing is ever sent.
+    std::optional<CClientLog> log; ///< Where its traffic is written; nothing: nowhere.
+};
+
+/// One client on one port: cuts what it sends into lines and keeps what it does not read in a bounded queue.
+///
+/// Commands are carried out one line at a time and only while the queue has room; a client that does not read is not
+/// read from either, so whatever it asks for, the queue stays bounded. Runs of CR and LF end one line, empty lines
+/// are dropped, a line that does not fit into kMaxLine bytes is passed over up to its end.
+///
+/// A client that has closed its sending half is still served; it is gone when sending fails.
+///
+/// Owns    the socket, closed by the destructor
+/// Errors  every failure of the socket ends the connection: OnGone is called once, from the event loop
+/// Thread  the one of its event loop
+class CConnection : public QObject {
+public:
+    static constexpr size_t kMaxLine = 65536;
+
+    /// Takes over a connected socket.
+    CConnection(qintptr socket, const SLink& link);
+    ~CConnection() override;
+
+    /// Called once when the connection is gone; the object is still there.
+    std::function<void(CConnection&)> OnGone;
+
+    bool IsOpen() const { return m_open; }
+    bool HasRoom() const { return m_queue.Size() < m_link.queueLimit; }
+    size_t QueuedBytes() const { return m_queue.Size(); }
+    /// Bytes handed to the operating system so far.
+    uint64_t SentBytes() const { return m_sent; }
+
+    /// Queues a line that ends in CR LF, whatever the queue holds. Flush sends.
+    void Send(std::string_view line);
+    /// The queue itself, for lines that are written in place.
+    CSendQueue& Queue() { return m_queue; }
+    /// Hands as much as possible to the operating system.
+    void Flush();
+    /// Flushes when enough has gathered to be worth a call.
+    void FlushWhenFull() {
+        if (m_queue.Size() >= std::min(kFlushBytes, m_link.queueLimit)) Flush();
+    }
+    /// Closes as soon as the queue is empty.
+    void CloseWhenSent();
+
+protected:
+    virtual void OnLine(std::string_view line) = 0;
+    /// A command line was too long and is passed over; only called while the queue has room.
+    virtual void OnOverlongLine() {}
+    /// Whether lines are held back until there is room.
+    virtual bool HoldsBack() const { return false; }
+    /// The queue has become less than half full: what was held back may be added.
+    virtual void OnRoom() {}
+    /// The client will send nothing more.
+    virtual void OnEndOfInput() = 0;
+
+private:
+    static constexpr size_t kFlushBytes = 64 * 1024;
+
+    void OnReadable();
+    void OnWritable();
+    void HandleLines();
+    void ContinueLines();
+    void KeepRest(size_t begin);
+    size_t NextPiece() const;
+    void Drop();
+    void Fail();
+
+    int m_socket;
+    SLink m_link;
+    CSendQueue m_queue;
+    uint64_t m_sent = 0;
+    std::unique_ptr<char[]> m_input; // kMaxLine bytes while part of a line waits in them, else null.
+    size_t m_inputEnd = 0;
+    size_t m_searched = 0; // Bytes at the front of the input that hold no line end.
+    bool m_open = true;
+    bool m_waiting = false;  // For the client to read: its commands wait as well.
+    bool m_skipping = false; // The rest of a line that is too long.
+    bool m_inputEnded = false;
+    bool m_closing = false;
+    QSocketNotifier m_readable;
+    QSocketNotifier m_writable;
+};
+
+} // namespace vx::sim

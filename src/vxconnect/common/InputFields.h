@@ -1,0 +1,51 @@
+#pragma once
+
+#include "vxconnect/common/UpdateFields.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace vx::sim {
+
+/// How a value of a user's own data is read; docs/vxconnect.md says it for the user.
+enum class EInputKind : uint8_t {
+    Symbol,
+    Text,
+    Integer,
+    Size,   ///< A whole number from 0 to the largest signed one; rounded and cut to that.
+    Volume, ///< The same up to the largest number without a sign.
+    Number,
+    Percent,
+    Hex,
+    Time,
+    Date,
+    MonthDay,
+    Split,
+    Contents,
+    Tick
+};
+
+/// Slots of a fundamental line, the symbol included.
+constexpr size_t kFundamentalSlots = 57;
+
+/// One name under which a user's own data may hold a value.
+struct SInputField {
+    std::string_view name;
+    size_t slot = 0; ///< A field of the quote line, or kFieldCount + a slot of the fundamental line.
+    EInputKind kind = EInputKind::Text;
+};
+
+/// The field of a name, of which only letters, digits and "%" count, small or capital; null for a name that is none.
+/// The names are those of the update fields and, where these leave them free, those of the columns, and Ticker, Date
+/// and Time; a column's percentage is Percent, an update field's fraction is Number.
+const SInputField* FindInputField(std::string_view name);
+
+/// The fields whose names are most like a name, quoted, best first: "\"Bid\", \"Bid Size\"".
+std::string NearestFields(std::string_view name);
+
+/// A name as FindInputField compares it.
+std::string PlainName(std::string_view name);
+
+} // namespace vx::sim

@@ -1,0 +1,138 @@
+#include "watchlist/dialogs/FormatFields.h"
+
+#include "base/qt/QtText.h"
+#include "watchlist/dialogs/ColourButton.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFontComboBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+namespace vx {
+
+namespace {
+
+// What ShownFontSize draws.
+constexpr int kSmallestFont = 4;
+constexpr int kLargestFont = 96;
+
+// In the list of colour rules: after those of EColourRule.
+constexpr int kByNothing = 3;
+
+} // namespace
+
+CFormatFields::CFormatFields(QWidget* parent)
+    : QWidget(parent), m_font(new QFontComboBox), m_size(new QSpinBox), m_bold(new QCheckBox(tr("&Bold"))),
+      m_italic(new QCheckBox(tr("&Italic"))), m_alignment(new QComboBox), m_decimals(new QSpinBox),
+      m_colourRule(new QComboBox) {
+    m_font->setObjectName(QStringLiteral("fontFace"));
+    m_size->setObjectName(QStringLiteral("fontSize"));
+    m_bold->setObjectName(QStringLiteral("bold"));
+    m_italic->setObjectName(QStringLiteral("italic"));
+    m_alignment->setObjectName(QStringLiteral("alignment"));
+    m_decimals->setObjectName(QStringLiteral("decimals"));
+    m_colourRule->setObjectName(QStringLiteral("colourRule"));
+    m_font->setEditable(false);
+    m_size->setRange(kSmallestFont, kLargestFont);
+    m_size->setSuffix(tr(" pt"));
+    m_alignment->addItems({tr("Left"), tr("Center"), tr("Right")});
+    m_colourRule->addItems({tr("Automatic"), tr("Direction"), tr("Sign"), tr("Nothing")});
+    m_colourRule->setToolTip(tr("Differences such as Change have the colour of their sign, all other numbers the one "
+                                "of the direction in which they last went."));
+    m_decimals->setRange(0, kMostDecimals);
+    m_decimals->setToolTip(tr("A price has the decimals of its symbol, up to %1, or fewer where you choose fewer here. "
+                              "%2 leaves it to the symbol.")
+                               .arg(kMostDecimals)
+                               .arg(kUnchosenDecimals));
+
+    auto* style = new QHBoxLayout;
+    style->addWidget(m_bold);
+    style->addWidget(m_italic);
+    style->addStretch();
+    auto* textBox = new QGroupBox(tr("Text"));
+    auto* text = new QFormLayout(textBox);
+    text->addRow(tr("&Font:"), m_font);
+    text->addRow(tr("&Size:"), m_size);
+    text->addRow(QString(), style);
+    text->addRow(tr("&Alignment:"), m_alignment);
+    text->addRow(tr("Deci&mals:"), m_decimals);
+
+    auto* colourBox = new QGroupBox(tr("Colours"));
+    auto* colours = new QFormLayout(colourBox);
+    m_text = AddColour(*colours, "textColour", tr("&Text:"), m_change.textColour);
+    m_back = AddColour(*colours, "backColour", tr("Bac&kground:"), m_change.backColour);
+    colours->addRow(tr("Co&lour numbers by:"), m_colourRule);
+    m_up = AddColour(*colours, "upColour", tr("&Up:"), m_change.upColour);
+    m_down = AddColour(*colours, "downColour", tr("Do&wn:"), m_change.downColour);
+    m_unchanged = AddColour(*colours, "unchangedColour", tr("U&nchanged:"), m_change.unchangedColour);
+
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(textBox);
+    layout->addWidget(colourBox);
+    ConnectFields();
+}
+
+CColourButton* CFormatFields::AddColour(QFormLayout& form, const char* name, const QString& label,
+                                        std::optional<int32_t>& changed) {
+    auto* button = new CColourButton;
+    button->setObjectName(QString::fromLatin1(name));
+    button->setMinimumWidth(150);
+    form.addRow(label, button);
+    connect(button, &CColourButton::ColourChosen, this, [&changed](int32_t colour) { changed = colour; });
+    return button;
+}
+
+void CFormatFields::ConnectFields() {
+    connect(m_font, &QFontComboBox::currentFontChanged, this, [this](const QFont& font) {
+        const std::string face = BytesFromQt(font.family());
+        if (IsStorableFont(face)) m_change.fontFace = face;
+    });
+    connect(m_size, &QSpinBox::valueChanged, this, [this](int points) { m_change.fontSizePt = points; });
+    connect(m_bold, &QCheckBox::toggled, this, [this](bool on) { m_change.bold = on; });
+    connect(m_italic, &QCheckBox::toggled, this, [this](bool on) { m_change.italic = on; });
+    connect(m_alignment, &QComboBox::currentIndexChanged, this,
+            [this](int index) { m_change.alignment = static_cast<ECellAlign>(index); });
+    connect(m_decimals, &QSpinBox::valueChanged, this, [this](int places) { m_change.decimals = places; });
+    connect(m_colourRule, &QComboBox::currentIndexChanged, this, [this](int index) {
+        const bool coloured = index != kByNothing;
+        m_change.colourByDirection = coloured;
+        m_change.colourRule = coloured ? static_cast<EColourRule>(index) : EColourRule::OfField;
+        for (QWidget* button : {m_up, m_down, m_unchanged}) button->setEnabled(coloured);
+    });
+}
+
+void CFormatFields::Show(const SCellFormat& format, bool standsOut, EColourRule ofField) {
+    m_font->setCurrentFont(QFont(QtText(format.fontFace)));
+    m_size->setValue(ShownFontSize(format));
+    m_bold->setChecked(IsDrawnBold(format, standsOut));
+    m_italic->setChecked(format.italic);
+    m_alignment->setCurrentIndex(static_cast<int>(format.alignment));
+    m_decimals->setValue(format.decimals);
+    const QString field = m_colourRule->itemText(static_cast<int>(ofField));
+    if (ofField != EColourRule::OfField) m_colourRule->setItemText(0, tr("Automatic (%1)").arg(field.toLower()));
+    m_colourRule->setCurrentIndex(format.colourByDirection ? static_cast<int>(format.colourRule) : kByNothing);
+    m_text->SetColour(format.textColour);
+    m_back->SetColour(format.backColour);
+    m_up->SetColour(format.upColour);
+    m_down->SetColour(format.downColour);
+    m_unchanged->SetColour(format.unchangedColour);
+    m_change = {};
+}
+
+void CFormatFields::DisableAlignment(const QString& why) {
+    m_alignment->setEnabled(false);
+    m_alignment->setToolTip(why);
+}
+
+void CFormatFields::DisableDecimals(const QString& why) {
+    m_decimals->setEnabled(false);
+    m_decimals->setToolTip(why);
+}
+
+} // namespace vx

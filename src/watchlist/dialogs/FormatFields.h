@@ -1,0 +1,55 @@
+#pragma once
+
+#include "watchlist/edit/FormatCommands.h"
+
+#include <QWidget>
+
+class QCheckBox;
+class QComboBox;
+class QFontComboBox;
+class QFormLayout;
+class QSpinBox;
+
+namespace vx {
+
+class CColourButton;
+
+/// The controls of a cell format: font, colours, alignment and decimals. Only what the user touches becomes a change.
+///
+/// Thread  GUI thread only
+class CFormatFields : public QWidget {
+    Q_OBJECT
+public:
+    explicit CFormatFields(QWidget* parent = nullptr);
+
+    /// Shows a format; nothing counts as changed then.
+    ///
+    /// standsOut: see IsDrawnBold; ofField: the rule of colours where nobody chose one, OfField when that differs
+    void Show(const SCellFormat& format, bool standsOut, EColourRule ofField);
+    const SFormatChange& Change() const { return m_change; }
+
+    /// Some rule of the whole watchlist overrides the field: it is disabled, and its tip says why.
+    void DisableAlignment(const QString& why);
+    void DisableDecimals(const QString& why);
+
+private:
+    CColourButton* AddColour(QFormLayout& form, const char* name, const QString& label,
+                             std::optional<int32_t>& changed);
+    void ConnectFields();
+
+    SFormatChange m_change;
+    QFontComboBox* m_font;
+    QSpinBox* m_size;
+    QCheckBox* m_bold;
+    QCheckBox* m_italic;
+    QComboBox* m_alignment;
+    QSpinBox* m_decimals;
+    QComboBox* m_colourRule;
+    CColourButton* m_text;
+    CColourButton* m_back;
+    CColourButton* m_up;
+    CColourButton* m_down;
+    CColourButton* m_unchanged;
+};
+
+} // namespace vx

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "data/record/ChangeQueue.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <mutex>
+#include <vector>
+
+namespace vx {
+
+/// The records that await repainting, each once however often it changed.
+///
+/// Shape   keyed by the symbol's hash; records that share one are told apart by their number
+/// Owns    its table, which keeps its size: once it has held the symbols of a market, adding allocates nothing
+/// Thread  any; every operation takes the map's own lock
+class CSymbolUpdateMap {
+public:
+    void Add(const SChangeNotice& record);
+
+    /// Takes everything out and hands it to visit(const SChangeNotice&), in the order in which it was added. The lock
+    /// is free while visit runs: what is added meanwhile stays for the next time.
+    template <typename Visit> void TakeAll(Visit&& visit) {
+        std::vector<SChangeNotice> taken = BeginTake();
+        for (const SChangeNotice& record : taken) visit(record);
+        EndTake(std::move(taken));
+    }
+
+    void Clear();
+    bool IsEmpty() const;
+
+private:
+    // A place of the table is in use when it bears the present round.
+    struct SPlace {
+        uint32_t round = 0;
+        uint32_t position = 0; ///< In m_waiting.
+    };
+
+    std::vector<SChangeNotice> BeginTake();
+    void EndTake(std::vector<SChangeNotice> taken);
+    SPlace& PlaceOf(const SChangeNotice& record);
+    void NextRound();
+    void Grow();
+
+    mutable std::mutex m_lock;
+    std::vector<SChangeNotice> m_waiting;
+    std::vector<SChangeNotice> m_spare; ///< Memory of the list taken last.
+    std::vector<SPlace> m_places;       ///< Size is a power of two, at least twice the number that waits.
+    uint32_t m_round = 1;
+};
+
+} // namespace vx

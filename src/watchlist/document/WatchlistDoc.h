@@ -1,0 +1,292 @@
+#pragma once
+
+#include "alerts/rules/AlertsMap.h"
+#include "data/record/ChangeQueue.h"
+#include "news/HeadlineLog.h"
+#include "news/NewsMap.h"
+#include "watchlist/document/CellFormatStore.h"
+#include "watchlist/document/ColumnMap.h"
+#include "watchlist/document/InvalidSymbols.h"
+#include "watchlist/document/NoteStore.h"
+#include "watchlist/document/RowStores.h"
+#include "watchlist/document/RowTable.h"
+#include "watchlist/document/RowTextMap.h"
+#include "watchlist/document/ShownTexts.h"
+#include "watchlist/document/SymbolMap.h"
+#include "watchlist/document/SymbolUpdateMap.h"
+#include "watchlist/document/UndoStack.h"
+#include "watchlist/document/WatchTable.h"
+#include "watchlist/document/WatchlistFrame.h"
+#include "watchlist/document/WatchlistOptions.h"
+
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+namespace vx {
+
+class CSettings;
+class CL1DataStore;
+class CL1SymbolRec;
+class CNewsCountsPort;
+class CReadReport;
+struct SWatchlistContent;
+
+/// What stands in a grid row.
+enum class ERowKind { Empty, Symbol, Annotation };
+
+/// One open watchlist: its rows and columns, the options saved with it, and the bookkeeping that keeps the feed
+/// watching exactly the symbols that stand in it.
+///
+/// Shape   rows are grid row numbers, 1 is the first row under the header; a row holds a symbol, an annotation or
+///         nothing; one symbol may stand in several rows and is watched once. Texts are Windows-1252
+/// Owns    the stores of its rows; not the level-1 store, the settings, the frame or the view, which outlive it
+/// Errors  a row outside 1..CRowTable::kMaxRow is ignored
+/// Thread  GUI thread only
+class CWatchlistDoc : private CChangeWaker, private CAlertsObserver {
+public:
+    CWatchlistDoc(CL1DataStore& store, CSettings& settings, CWatchlistFrame& frame);
+    ~CWatchlistDoc() override;
+    CWatchlistDoc(const CWatchlistDoc&) = delete;
+    CWatchlistDoc& operator=(const CWatchlistDoc&) = delete;
+
+    /// The view that shows the document; null while there is none.
+    void SetObserver(CWatchlistObserver* observer);
+    /// Who asks for the news counts of symbols; null, as at first, asks nobody.
+    void SetNewsCountsPort(CNewsCountsPort* port) { m_newsPort = port; }
+
+    // Lifecycle.
+
+    /// An empty watchlist with the default columns; file dialogs open in the folder of the last saved one from now on.
+    void NewDocument();
+    /// Shows a watchlist that was read. title: what the window shows; empty for an untitled one. report: what of the
+    /// content was left out is added.
+    void OpenContent(const SWatchlistContent& content, std::string_view title, CReadReport& report);
+    /// Unwatches and empties everything, and takes the title from the window.
+    void CloseDocument();
+    /// How often a watchlist took the place of another: what belongs to one of another number is not here any more.
+    uint64_t OpenCount() const { return m_openCount; }
+
+    // Symbols.
+
+    /// The level-1 connection is ready. Asks for every symbol that is not watched yet; regional symbols are asked for
+    /// each time. Before the first call nothing is asked for.
+    void SetFeedReady();
+    bool IsFeedReady() const { return m_feedReady; }
+    /// Puts symbols into rows 1, 2, ... and watches them; a row that already holds its symbol is left alone. The grid
+    /// is grown to at least their number plus 3 rows first. Over rows that are in use, or that were used since an
+    /// earlier call, this is one edit, and the status bar says so. Returns whether a row changed.
+    bool PlaceCommandLineSymbols(const std::vector<std::string>& symbols);
+    /// Why a row shows no data although a symbol is in it: "waiting for room: limit of 500 reached". It is shown and
+    /// no part of the watchlist; empty for most rows. Good until the next call.
+    std::string_view RowNotice(int row) const;
+    /// The notice of a feed symbol's rows may be another one.
+    void RowNoticesChanged(std::string_view feedSymbol);
+    void WatchSymbol(std::string_view symbol);
+    void UnwatchSymbol(std::string_view symbol);
+    void UnwatchAll();
+    /// The feed does not know the symbol, or does not permit it: its rows show a message instead.
+    void SymbolNotFound(std::string_view symbol);
+    /// Empties a row and puts a symbol into it; one that stood nowhere before is watched, and its news count asked for.
+    void EnterSymbol(int row, std::string_view symbol);
+
+    // Rows.
+
+    /// Puts a symbol into a row, whatever stood there, without watching it.
+    void PlaceSymbol(int row, std::string_view symbol);
+    void SetAnnotation(int row, std::string_view text);
+    /// Empties a row; a symbol whose last row this was is unwatched.
+    void EmptyRow(int row);
+
+    ERowKind RowKind(int row) const;
+    std::string_view RowSymbol(int row) const { return m_rows.Symbol(row); }
+    /// An annotation's text without its mark.
+    std::string_view AnnotationText(int row) const;
+    int LastUsedRow() const;
+    /// Rows the grid shows: up to the last used one, and the empty rows kept below it.
+    int RowCount() const;
+    size_t SymbolCount() const;
+
+    /// A text in the symbol column in place of a symbol row's symbol, until the row is next changed; empty for none.
+    std::string_view ShownText(int row) const { return m_shown.Get(row); }
+    void ShowText(int row, std::string_view text);
+    /// Whether a row shows that the feed rejected its symbol.
+    bool IsRejected(int row) const { return !m_invalid.SymbolAt(static_cast<uint32_t>(row)).empty(); }
+    /// What the user entered in a row, as typed; empty when nobody typed it or it is the row's own text. Of a rejected
+    /// row that was read from a file it is the symbol, unless that stands for a text with commas.
+    std::string_view TypedText(int row) const;
+    /// To be called in the step of the entry, when the row holds what became of it.
+    void KeepTyped(int row, std::string_view text) { m_typed.Set(row, text); }
+    /// The user changed something in a row that is none of the above: a note, a format. The document is modified.
+    void RowEdited(int row);
+
+    // Rows that move, each with all that belongs to it. The document is modified, but by ReorderRows.
+
+    /// Puts empty rows before a row.
+    ///
+    /// Errors  false, and nothing changes, when a row that is in use would leave the grid
+    bool InsertRows(int firstRow, int count);
+    /// Takes rows out; a symbol that stood nowhere else is unwatched.
+    void DeleteRows(int firstRow, int count);
+    /// Moves rows so that they stand before the row that is `before` now, at most RowCount() + 1.
+    void MoveRows(int firstRow, int count, int before);
+    /// newRowOf[r] is where row r goes; see SRowStores.
+    ///
+    /// Errors  false, and nothing changes, for what is no permutation or goes beyond CRowTable::kMaxRow
+    bool ReorderRows(const std::vector<int>& newRowOf);
+
+    // Hidden rows. They take no place in the grid and are rows like all others otherwise: watched, judged by alerts,
+    // sorted, exported.
+
+    bool IsRowHidden(int row) const { return m_rows.IsHidden(row); }
+    std::vector<int> HiddenRows() const { return m_rows.HiddenRows(); }
+    /// Hides rows, or shows them again: an edit, and the document is modified. Rows that are so already do not count.
+    void SetRowsHidden(const std::vector<int>& rows, bool hidden);
+    /// Shows what is hidden among the rows, because the user is led there. This is no edit.
+    void RevealRows(int firstRow, int lastRow);
+    /// Hides rows as they were when the watchlist was saved. This is no edit either.
+    void LoadHiddenRows(const std::vector<int>& rows);
+
+    /// The number that a row keeps wherever it moves.
+    uint32_t RowId(int row) { return m_rows.MakeId(row); }
+    int RowOfId(uint32_t id) const { return m_rows.RowOfId(id); }
+
+    /// The user's edits so far; CUndoStep records one.
+    CUndoStack& Undo() { return m_undo; }
+    const CUndoStack& Undo() const { return m_undo; }
+
+    // Updates.
+
+    /// The paint message arrived: notes which symbols changed and tells the view that there is something to show.
+    void OnPaintMessage();
+    /// Hands each row whose record changed since the last call to the observer.
+    void RepaintChangedRows();
+
+    // News.
+
+    /// A headline came on the level-1 connection: its symbols' rows change at the next repaint, their alerts fire.
+    void OnNewsLine(std::string_view line);
+    /// The counts came that were asked for.
+    void OnNewsCounts(std::string_view xml);
+
+    // Columns and options.
+
+    CColumnMap& Columns() { return m_columns; }
+    const CColumnMap& Columns() const { return m_columns; }
+    SWatchlistOptions& Options() { return m_options; }
+    const SWatchlistOptions& Options() const { return m_options; }
+    /// Shows the named columns, ";" between them, each with its default width and format.
+    void SetColumnsByName(std::string_view names);
+    /// Lines of the file that only another version of the program understands; a save writes them again.
+    const std::vector<std::string>& UnknownLines() const { return m_unknownLines; }
+    void SetUnknownLines(std::vector<std::string> lines) { m_unknownLines = std::move(lines); }
+
+    // Stores by row and by symbol.
+
+    const CInvalidSymbols& InvalidSymbols() const { return m_invalid; }
+    const CSymbolMap& Symbols() const { return m_symbols; }
+    const CRowTextMap& Annotations() const { return m_annotations; }
+    CNoteStore& Notes() { return m_notes; }
+    const CNoteStore& Notes() const { return m_notes; }
+    CAlertsMap& Alerts() { return m_alerts; }
+    const CAlertsMap& Alerts() const { return m_alerts; }
+    CNewsMap& News() { return m_news; }
+    const CNewsMap& News() const { return m_news; }
+    /// Every headline since the watchlist was opened, of its symbols and all others.
+    const CHeadlineLog& Headlines() const { return m_headlines; }
+    CCellFormatStore& Formats() { return m_formats; }
+    const CCellFormatStore& Formats() const { return m_formats; }
+    const CWatchTable& WatchTable() const { return m_watched; }
+    CL1DataStore& Store() const { return m_store; }
+
+    CSettings& Settings() const { return m_settings; }
+
+    bool IsModified() const { return m_modified; }
+    void SetModified(bool modified) {
+        m_modified = modified;
+        if (modified) ++m_changeCount;
+        m_undo.ModifiedSet(modified);
+    }
+    /// How often the document was marked modified; another number means that something changed.
+    uint64_t ChangeCount() const { return m_changeCount; }
+    const std::string& StatusText() const { return m_status; }
+    void SetTitle(std::string_view title) { m_frame.SetDocumentTitle(title); }
+    /// Shows in the status bar what goes on, until RestoreStatus puts the status text back.
+    void ShowProgress(std::string_view text) { m_frame.SetStatusText(text); }
+    void RestoreStatus() { m_frame.SetStatusText(m_status); }
+
+    /// Tells the observer that everything may have changed; a no-op while a watchlist is being read.
+    void RebuildGrid();
+
+private:
+    friend class CEditBatch;
+    friend class CUndoTarget;
+
+    void PostPaint() override;
+    void DrainNow() override { OnPaintMessage(); }
+    void OnAlertsChanged(std::string_view symbol, int armed) override;
+    void OnAlertsFiredOrArmed() override;
+
+    void Reset();
+    void WatchMissing();
+    std::vector<std::string> RegionalSymbolsOf(const std::string& feedSymbol) const;
+    void RejectRows(const std::string& symbol);
+    void Watch(std::string_view symbol);
+    void Unwatch(const std::string& symbol);
+    bool PlaceAndWatch(int row, std::string_view symbol);
+    void RequestNewsCounts(const std::vector<std::string>& symbols);
+    SRowStores RowStores();
+    void MoveStoredRows(const std::vector<int>& newRowOf);
+    void ShowSymbolCount();
+    void SetStatus(std::string_view text);
+    void RowChanged(int row);
+    void DetachSymbol(int row);
+    void SymbolsLeft(const std::vector<std::string>& symbols);
+    int LastKeptRow();
+    void EndBatch();
+
+    CL1DataStore& m_store;
+    CSettings& m_settings;
+    CWatchlistFrame& m_frame;
+    CWatchlistObserver* m_observer = nullptr;
+    CNewsCountsPort* m_newsPort = nullptr;
+    CChangeQueue m_changes;
+
+    CColumnMap m_columns;
+    SWatchlistOptions m_options;
+    CRowTable m_rows;
+    CRowTextMap m_annotations;
+    CNoteStore m_notes;
+    CShownTexts m_shown;
+    CShownTexts m_typed;
+    CAlertsMap m_alerts;
+    CNewsMap m_news;
+    CHeadlineLog m_headlines;
+    CCellFormatStore m_formats;
+    CSymbolMap m_symbols;
+    CSymbolUpdateMap m_updates;
+    CWatchTable m_watched;
+    CInvalidSymbols m_invalid;
+    std::vector<std::string> m_unknownLines;
+    std::set<std::string> m_regionals; ///< Regional symbols that were placed since the last reset.
+
+    // Only in an edit batch.
+    int m_batchDepth = 0;
+    std::unordered_set<std::string> m_batchLeft; ///< Stood in a row before, and are still watched.
+    std::vector<std::string> m_batchAdded;       ///< Their news counts are to be asked for.
+
+    std::string m_status;
+    int m_grownRows = 0; ///< Rows that were asked for besides those in use.
+    bool m_feedReady = false;
+    bool m_commandLinePlaced = false; ///< Of the present watchlist.
+    bool m_loading = false;
+    bool m_modified = false;
+    uint64_t m_changeCount = 0;
+    uint64_t m_openCount = 0;
+    CUndoStack m_undo{*this}; ///< Last: it listens to the stores.
+};
+
+} // namespace vx

@@ -1,0 +1,123 @@
+#include "watchlist/edit/ColumnMoves.h"
+
+#include "data/catalogue/CellFormat.h"
+#include "watchlist/document/UndoStep.h"
+#include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/edit/SortCommands.h"
+#include "watchlist/exchange/RowCellText.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vx {
+
+namespace {
+
+bool IsColumn(const CWatchlistDoc& doc, int position) { return position >= 1 && position < doc.Columns().Count(); }
+
+void Changed(CWatchlistDoc& doc) {
+    doc.SetModified(true);
+    doc.RebuildGrid();
+}
+
+/// Headings look as the cells of one column say. When it is another column afterwards, their looks go along.
+class CHeadingLooks {
+public:
+    explicit CHeadingLooks(CWatchlistDoc& doc) : m_doc(doc), m_name(Name()) {
+        const int column = HeadingColumn(m_doc.Columns());
+        m_doc.Formats().ForEach([&](int row, int place) {
+            if (place == column && m_doc.RowKind(row) == ERowKind::Annotation)
+                m_looks.emplace_back(row, *m_doc.Formats().Find(row, place));
+        });
+    }
+    ~CHeadingLooks() {
+        if (Name() == m_name) return;
+        const int left = m_doc.Columns().PositionOf(m_name);
+        for (const auto& [row, look] : m_looks) {
+            if (left >= 1) m_doc.Formats().Reset(row, left);
+            m_doc.Formats().Set(row, HeadingColumn(m_doc.Columns()), look);
+        }
+    }
+    CHeadingLooks(const CHeadingLooks&) = delete;
+    CHeadingLooks& operator=(const CHeadingLooks&) = delete;
+
+private:
+    std::string Name() const {
+        const int column = HeadingColumn(m_doc.Columns());
+        return column < m_doc.Columns().Count() ? m_doc.Columns().At(column).name : std::string();
+    }
+
+    CWatchlistDoc& m_doc;
+    std::string m_name;
+    std::vector<std::pair<int, SCellFormat>> m_looks;
+};
+
+} // namespace
+
+bool InsertColumn(CWatchlistDoc& doc, int position, std::string_view name) {
+    if (FieldIndex(name) <= kRowNumberColumn) return false;
+    const CUndoStep step(doc, "insert column " + std::string(name));
+    position = std::clamp(position, 1, doc.Columns().Count());
+    {
+        const CHeadingLooks looks(doc);
+        if (!doc.Columns().Insert(position, name)) return false;
+        doc.Formats().InsertColumn(position);
+        doc.Formats().SetNewColumn(position, name);
+    }
+    SWatchlistOptions& options = doc.Options();
+    if (options.sort.column >= position) ++options.sort.column;
+    if (options.lockedColumns >= position) ++options.lockedColumns;
+    Changed(doc);
+    return true;
+}
+
+void RemoveColumn(CWatchlistDoc& doc, int position) {
+    if (!IsColumn(doc, position)) return;
+    const CUndoStep step(doc, "remove column " + doc.Columns().At(position).name);
+    {
+        const CHeadingLooks looks(doc);
+        doc.Columns().Remove(position);
+        doc.Formats().RemoveColumn(position);
+    }
+    SWatchlistOptions& options = doc.Options();
+    if (options.sort.column == position) {
+        if (options.sort.autoSort) SwitchOffAutoSort(options.sort);
+        options.sort.column = SSortRecord::kNoColumn;
+    } else if (options.sort.column > position) {
+        --options.sort.column;
+    }
+    if (options.lockedColumns >= position) --options.lockedColumns;
+    Changed(doc);
+}
+
+void MoveColumn(CWatchlistDoc& doc, int from, int to) {
+    if (!IsColumn(doc, from) || !IsColumn(doc, to) || from == to) return;
+    const CUndoStep step(doc, "move column " + doc.Columns().At(from).name);
+    {
+        const CHeadingLooks looks(doc);
+        doc.Columns().Move(from, to);
+        doc.Formats().MoveColumn(from, to);
+    }
+    int& sorted = doc.Options().sort.column;
+    if (sorted == from)
+        sorted = to;
+    else if (sorted > from && sorted <= to)
+        --sorted;
+    else if (sorted < from && sorted >= to)
+        ++sorted;
+    Changed(doc);
+}
+
+void SetColumnWidth(CWatchlistDoc& doc, int position, int width) {
+    if (position < 0 || position >= doc.Columns().Count() || doc.Columns().At(position).width == width) return;
+    const std::string name =
+        position == 0 ? std::string("the row numbers") : "column " + doc.Columns().At(position).name;
+    const bool wasHidden = doc.Columns().At(position).width < 1;
+    const CUndoStep step(doc, (width < 1 ? "hide " : wasHidden ? "show " : "resize ") + name);
+    doc.Columns().SetWidth(position, width);
+    Changed(doc);
+}
+
+} // namespace vx

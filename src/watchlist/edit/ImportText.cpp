@@ -1,0 +1,210 @@
+#include "watchlist/edit/ImportText.h"
+
+#include "base/Text.h"
+#include "watchlist/document/UndoStep.h"
+#include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/edit/CellEntry.h"
+#include "watchlist/edit/ReportText.h"
+#include "watchlist/edit/TextTable.h"
+#include "watchlist/exchange/RowCellText.h"
+#include "watchlist/fileformat/TextLines.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+#include <unordered_set>
+
+namespace vx {
+
+namespace {
+
+constexpr size_t kMostSymbol = 64;
+constexpr size_t kMostQuoted = 60;
+constexpr size_t kSliceBytes = 64 * 1024;
+constexpr std::string_view kListSeparators = ",; \t";
+constexpr std::string_view kLinkBegin = "=VxLink|'";
+constexpr std::string_view kLinkMiddle = "'!'";
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+bool IsLetterOrDigit(char c) {
+    return IsDigit(c) || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80;
+}
+
+bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
+
+// "150.25" is a price that stands beside a symbol; "0700" may be a symbol.
+bool IsDecimalNumber(std::string_view text) {
+    if (!text.empty() && (text.front() == '-' || text.front() == '+')) text.remove_prefix(1);
+    return text.find('.') != std::string_view::npos &&
+           std::all_of(text.begin(), text.end(), [](char c) { return IsDigit(c) || c == '.'; });
+}
+
+std::string_view WithoutQuotes(std::string_view text) {
+    if (text.size() >= 2 && text.front() == text.back() && (text.front() == '"' || text.front() == '\''))
+        return text.substr(1, text.size() - 2);
+    return text;
+}
+
+std::string_view WithoutLink(std::string_view text) {
+    if (text.substr(0, kLinkBegin.size()) != kLinkBegin) return text;
+    const size_t end = text.find(kLinkMiddle, kLinkBegin.size());
+    return end == std::string_view::npos ? text : text.substr(kLinkBegin.size(), end - kLinkBegin.size());
+}
+
+std::optional<std::string> ImportedSymbol(std::string_view text) {
+    text = WithoutLink(text);
+    if (text.empty() || text.size() > kMostSymbol || text.front() == '#' || IsDecimalNumber(text)) return std::nullopt;
+    if (std::any_of(text.begin(), text.end(), [](char c) { return IsControl(c) || c == '"'; })) return std::nullopt;
+    if (std::none_of(text.begin(), text.end(), IsLetterOrDigit)) return std::nullopt;
+    return TypedSymbol(text);
+}
+
+// Symbols, headings and notes end there.
+int LastTakenRow(const CWatchlistDoc& doc) { return std::max(doc.LastUsedRow(), doc.Notes().LastRow()); }
+
+int TakenRows(const CWatchlistDoc& doc) {
+    int out = 0;
+    for (int row = LastTakenRow(doc); row > 0; --row) out += doc.RowKind(row) != ERowKind::Empty;
+    return out;
+}
+
+class CImportReader {
+public:
+    CImportReader(const CWatchlistDoc& doc, const CWorkProgress& progress)
+        : m_doc(doc), m_progress(progress), m_room(static_cast<size_t>(CRowTable::kMaxRow - TakenRows(doc))) {}
+
+    SImportPreview Read(std::string_view text) {
+        m_text = text;
+        if (std::optional<STextTableHeader> header = FindTableHeader(text, kSymbolColumn))
+            ReadTable(text, *header);
+        else
+            ReadList(text);
+        return std::move(m_preview);
+    }
+
+private:
+    void ReadTable(std::string_view text, const STextTableHeader& header) {
+        CTextTable table(text, header.separator);
+        while (table.Next()) {
+            if (table.Line() <= header.line) continue;
+            const std::string_view field = TrimBlanks(table.Field(header.column));
+            if (!field.empty()) Take(WithoutQuotes(field), table.Line());
+            if (!GoOn(table.Taken())) return;
+        }
+    }
+
+    void ReadList(std::string_view text) {
+        const bool isReport = IsReport(text);
+        for (CTextLines lines(text); lines.Next();) {
+            const EReportLine kind = isReport ? ReportLineOf(lines.Line()) : EReportLine::Words;
+            if (kind == EReportLine::Words && !TakeListLine(lines.Line(), lines.Number())) return;
+            if (kind == EReportLine::Title) NotUnderstood(TrimBlanks(lines.Line()), lines.Number());
+            if (!GoOn(text.size() - lines.Rest().size())) return;
+        }
+    }
+
+    // A marked annotation is one thing, however many words it has. False: the rest is not to be read.
+    bool TakeListLine(std::string_view line, size_t number) {
+        const std::string_view trimmed = TrimBlanks(line);
+        if (!trimmed.empty() && trimmed.front() == '#') {
+            NotUnderstood(trimmed, number);
+            return true;
+        }
+        while (!line.empty()) {
+            const std::string_view item = line.substr(0, line.find_first_of(kListSeparators));
+            line.remove_prefix(std::min(item.size() + 1, line.size()));
+            if (const std::string_view symbol = WithoutQuotes(item); !symbol.empty()) Take(symbol, number);
+            if (!GoOn(static_cast<size_t>(line.data() - m_text.data()))) return false;
+        }
+        return true;
+    }
+
+    void Take(std::string_view text, size_t line) {
+        const std::optional<std::string> symbol = ImportedSymbol(text);
+        if (!symbol) return NotUnderstood(text, line);
+        if (m_seen.contains(*symbol)) return Note(*symbol, m_preview.duplicates, m_preview.duplicateCount);
+        const bool isThere = m_doc.Symbols().Find(*symbol) != nullptr;
+        if (!isThere && m_preview.toAdd.size() >= m_room) {
+            m_preview.unreadFrom = line;
+            return;
+        }
+        m_seen.insert(*symbol);
+        if (isThere)
+            Note(*symbol, m_preview.alreadyThere, m_preview.alreadyThereCount);
+        else
+            m_preview.toAdd.push_back(*symbol);
+    }
+
+    static void Note(const std::string& symbol, std::vector<std::string>& list, size_t& count) {
+        if (++count <= SImportPreview::kMostKept) list.push_back(symbol);
+    }
+
+    void NotUnderstood(std::string_view text, size_t line) {
+        if (++m_preview.notUnderstoodCount > SImportPreview::kMostKept) return;
+        std::string kept;
+        AppendWithoutControls(kept, text.substr(0, kMostQuoted));
+        m_preview.notUnderstood.push_back({line, std::move(kept)});
+    }
+
+    bool GoOn(size_t done) {
+        if (m_preview.unreadFrom != 0) return false;
+        if (!m_progress || done < m_nextLook) return true;
+        m_nextLook = done + kSliceBytes;
+        m_preview.cancelled = !m_progress(done, m_text.size());
+        return !m_preview.cancelled;
+    }
+
+    const CWatchlistDoc& m_doc;
+    const CWorkProgress& m_progress;
+    const size_t m_room; ///< More symbols than this find no row.
+    std::string_view m_text;
+    SImportPreview m_preview;
+    std::unordered_set<std::string> m_seen; ///< At most twice as many as a watchlist has rows.
+    size_t m_nextLook = kSliceBytes;
+};
+
+bool AreUnused(const CWatchlistDoc& doc, int firstRow, int count) {
+    const int lastRow = std::min(firstRow + count - 1, LastTakenRow(doc));
+    for (int row = firstRow; row <= lastRow; ++row)
+        if (doc.RowKind(row) != ERowKind::Empty || doc.Notes().Has(row)) return false;
+    return true;
+}
+
+} // namespace
+
+SImportPreview ReadImport(const CWatchlistDoc& doc, std::string_view text, const CWorkProgress& progress) {
+    return CImportReader(doc, progress).Read(text);
+}
+
+SImportResult ApplyImport(CWatchlistDoc& doc, const SImportPreview& preview, int row, const CWorkProgress& progress) {
+    row = std::clamp(row, 1, CRowTable::kMaxRow);
+    const int wanted = static_cast<int>(preview.toAdd.size());
+    if (wanted == 0) return {};
+    int count = std::min(wanted, CRowTable::kMaxRow - row + 1);
+    CCancellableStep step(doc,
+                          wanted == 1 ? "import " + preview.toAdd.front() : fmt::format("import {} symbols", wanted));
+    if (!AreUnused(doc, row, count)) {
+        count = std::min(count, CRowTable::kMaxRow - LastTakenRow(doc));
+        if (count > 0 && !doc.InsertRows(row, count)) count = 0;
+    }
+    const auto end = preview.toAdd.begin() + std::max(count, 0);
+    SImportResult result;
+    result.outcome = FillRows(doc, row, {preview.toAdd.begin(), end}, progress);
+    if (result.outcome == EFillOutcome::Cancelled) step.Cancel();
+    if (result.outcome != EFillOutcome::Filled) return result;
+    result.leftOut = wanted - std::max(count, 0);
+    if (count > 0) {
+        result.firstRow = row;
+        result.lastRow = row + count - 1;
+        step.SelectRows(result.firstRow, result.lastRow);
+    }
+    if (result.leftOut > 0)
+        result.message = fmt::format(
+            "{} left out: a watchlist has at most {} rows.",
+            result.leftOut == 1 ? "1 symbol was" : fmt::format("{} symbols were", result.leftOut), CRowTable::kMaxRow);
+    return result;
+}
+
+} // namespace vx

@@ -1,0 +1,138 @@
+#include "watchlist/exchange/ExportText.h"
+
+#include "base/AtomicFile.h"
+#include "base/SaveFile.h"
+#include "base/Windows1252.h"
+#include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/exchange/ShownCells.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vx {
+
+namespace {
+
+constexpr std::array<std::string_view, 5> kNeverLinked{kAlertsColumn, kNotesColumn, kNewsColumn, kHeadlineColumn, " "};
+
+bool IsLinked(std::string_view column) {
+    return std::find(kNeverLinked.begin(), kNeverLinked.end(), column) == kNeverLinked.end();
+}
+
+class CExport {
+public:
+    CExport(const CWatchlistDoc& doc, const SExportOptions& options) : m_doc(doc), m_cells(doc), m_options(options) {
+        for (const int column : m_cells.Columns()) m_names.push_back(Text(doc.Columns().At(column).name));
+        const auto symbol = std::find(m_names.begin(), m_names.end(), kSymbolColumn);
+        m_symbol = static_cast<size_t>(symbol - m_names.begin());
+    }
+
+    void AppendHeaders() {
+        for (const std::string& name : m_names) AppendField(name);
+        EndLine();
+    }
+
+    void AppendRow(int row) {
+        m_fields.assign(m_names.size(), {});
+        m_cells.ForEach(row, [&](size_t index, std::string_view text) {
+            m_fields[index] = m_options.utf8 ? m_cells.Utf8(row, index, text) : std::string(text);
+            return true;
+        });
+        const bool linked = m_options.linkFormulas && m_doc.RowKind(row) == ERowKind::Symbol;
+        const std::string symbol = m_symbol < m_fields.size() ? m_fields[m_symbol] : Text(m_doc.RowSymbol(row));
+        for (size_t i = 0; i < m_fields.size(); ++i) {
+            if (linked && !m_fields[i].empty() && IsLinked(m_names[i]))
+                m_fields[i] = fmt::format("=VxLink|'{}'!'{}'", symbol, m_names[i]);
+            AppendField(m_fields[i]);
+        }
+        EndLine();
+    }
+
+    std::string Take() {
+        if (m_options.commas) std::replace(m_out.begin(), m_out.end(), '\t', ',');
+        return std::move(m_out);
+    }
+
+private:
+    std::string Text(std::string_view text) const {
+        return m_options.utf8 ? Utf8FromWindows1252(text) : std::string(text);
+    }
+    void AppendField(std::string_view text) {
+        if (m_inLine) m_out += '\t';
+        m_inLine = true;
+        const size_t begin = m_out.size();
+        m_out += text;
+        std::replace_if(
+            m_out.begin() + static_cast<std::ptrdiff_t>(begin), m_out.end(),
+            [](char c) { return c == '\t' || c == '\n' || c == '\r'; }, ' ');
+    }
+    void EndLine() {
+        m_out += '\n';
+        m_inLine = false;
+    }
+
+    const CWatchlistDoc& m_doc;
+    const CShownCells m_cells;
+    const SExportOptions& m_options;
+    std::vector<std::string> m_names;
+    std::vector<std::string> m_fields;
+    size_t m_symbol; ///< Among the exported columns; their number when it is not one of them.
+    std::string m_out;
+    bool m_inLine = false;
+};
+
+constexpr mode_t kNewFile = 0666;
+
+// A pipe without a reader is not waited for.
+CFileDescriptor Open(const std::string& path, int how) {
+    return CFileDescriptor(open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | how, kNewFile));
+}
+
+bool IsFull(int error) { return error == ENOSPC || error == EDQUOT || error == EFBIG || error == EIO; }
+
+SExportResult WriteOver(const std::string& path, const std::string& text) {
+    const CFileDescriptor file = Open(path, O_TRUNC);
+    if (!file.IsOpen()) return {EExportOutcome::NotOpened, errno};
+    const int error = WriteAll(file.Get(), text);
+    return {error == 0 ? EExportOutcome::Written : EExportOutcome::Torn, error};
+}
+
+SExportResult AppendToFile(const CWatchlistDoc& doc, const SExportOptions& options, const std::string& path) {
+    const CFileDescriptor file = Open(path, O_APPEND);
+    if (!file.IsOpen()) return {EExportOutcome::NotOpened, errno};
+    struct stat before {};
+    const bool isRegular = fstat(file.Get(), &before) == 0 && S_ISREG(before.st_mode);
+    const bool begins = !isRegular || before.st_size == 0;
+    const int error = WriteAll(file.Get(), ExportText(doc, options, options.columnHeaders && begins));
+    if (error == 0) return {};
+    const bool isBack = isRegular && ftruncate(file.Get(), before.st_size) == 0;
+    return {isBack ? EExportOutcome::Failed : EExportOutcome::Torn, error};
+}
+
+} // namespace
+
+std::string ExportText(const CWatchlistDoc& doc, const SExportOptions& options, bool headers) {
+    CExport out(doc, options);
+    if (headers) out.AppendHeaders();
+    for (int row = 1; row <= doc.LastUsedRow(); ++row) out.AppendRow(row);
+    return out.Take();
+}
+
+SExportResult ExportToFile(const CWatchlistDoc& doc, const SExportOptions& options, const std::string& path) {
+    if (options.append) return AppendToFile(doc, options, path);
+    const std::string text = ExportText(doc, options, options.columnHeaders);
+    const int error = SaveFile(path, text);
+    if (error == EINVAL || error == EACCES || error == EPERM || error == EROFS) return WriteOver(path, text);
+    return {error == 0      ? EExportOutcome::Written
+            : IsFull(error) ? EExportOutcome::Failed
+                            : EExportOutcome::NotOpened,
+            error};
+}
+
+} // namespace vx

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "watchlist/document/WatchlistFrame.h"
+#include "watchlist/file/RecoveryFile.h"
+#include "watchlist/file/RecoveryWriter.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace vx {
+
+class CWatchlistDoc;
+class CWatchlistFile;
+
+/// Keeps the unsaved changes of the open watchlist in a recovery file, so that they outlive a crash or a power cut.
+///
+/// A change is on disk kQuietMs after the user paused, at the latest kMostDelayMs after it was made. The file goes
+/// when the document is saved or closed; it stays when the program ends while the document is modified.
+///
+/// Errors  what could not be written is tried again with the next change, and every kRetryMs without one; TakeError
+///         tells the user
+/// Owns    the writer of the recovery file; not the document and its file, which outlive it
+/// Thread  GUI thread only; the disk is written by a thread of its own
+class CRecoveryKeeper {
+public:
+    static constexpr int64_t kQuietMs = 1000;
+    static constexpr int64_t kMostDelayMs = 5000;
+    static constexpr int64_t kRetryMs = 10'000;
+
+    CRecoveryKeeper(const CWatchlistDoc& doc, const CWatchlistFile& file);
+    CRecoveryKeeper(const CWatchlistDoc& doc, const CWatchlistFile& file, std::string stateFolder);
+    ~CRecoveryKeeper();
+
+    /// Looks whether something is to be written or removed; costs nothing when not. Call it from a timer, at least
+    /// once a second, and right after a save, an open, a new document and a close.
+    ///
+    /// Units   nowMs: CClock's monotonic milliseconds; placement: where the window stands
+    void Poll(const SPlacement& placement, int64_t nowMs);
+
+    /// The program is about to end with the document modified: writes at once what Poll would write later.
+    void KeepNow(const SPlacement& placement);
+
+    /// The recovery file; empty while there is none. Waits as Flush does.
+    std::string File() { return m_writer.File(); }
+
+    /// The document holds this recovery now: its file is the one that is kept up to date from here on.
+    void Adopt(const SRecovery& recovery);
+
+    /// Whether the last attempt to keep unsaved changes failed; after KeepNow: whether they are lost when it ends now.
+    bool HasFailed() const { return m_writer.Error() != 0; }
+    /// What the user should hear now, a sentence (Windows-1252), usually empty: why unsaved changes are not being kept,
+    /// once until they were kept again. Ask after Poll.
+    std::string TakeError();
+
+    /// Waits until the disk has what was asked for.
+    void Flush() { m_writer.Flush(); }
+
+private:
+    void Write(const SPlacement& placement, int64_t nowMs);
+    bool IsWritten() const;
+    void NoteWritten();
+
+    const CWatchlistDoc& m_doc;
+    const CWatchlistFile& m_watchlistFile;
+    std::string m_stateFolder;
+    bool m_kept = false;              ///< There is a recovery file, or was to be one.
+    uint64_t m_written = 0;           ///< The document's change count that the file holds.
+    uint64_t m_writtenHash = 0;       ///< The hash of the watchlist's file that it names.
+    uint64_t m_seen = 0;              ///< The change count at the last call.
+    std::optional<int64_t> m_firstMs; ///< When the oldest change was seen that the file does not hold.
+    int64_t m_lastMs = 0;
+    int64_t m_retryMs = 0; ///< When what failed may be tried again.
+    bool m_told = false;
+    CRecoveryWriter m_writer; ///< Last: its thread ends first.
+};
+
+} // namespace vx

@@ -1,0 +1,103 @@
+#include "watchlist/file/SupplementFiles.h"
+
+#include "base/AtomicFile.h"
+#include "base/ContentHash.h"
+#include "base/Escape.h"
+#include "watchlist/file/StateFiles.h"
+#include "watchlist/fileformat/WatchlistKeys.h"
+
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <unistd.h>
+
+namespace vx {
+
+namespace {
+
+constexpr size_t kMostBytes = size_t{256} * 1024 * 1024;
+constexpr std::string_view kPathKey = "path ";
+
+/// The files of a folder whose names begin and end so.
+std::vector<std::string> ListFiles(const std::string& folder, const std::string& beginning, const std::string& ending) {
+    std::vector<std::string> out;
+    std::error_code error;
+    for (std::filesystem::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
+        const std::string name = at->path().filename().string();
+        if (name.starts_with(beginning) && name.ends_with(ending)) out.push_back(at->path().string());
+    }
+    return out;
+}
+
+std::string Beginning(const std::string& path) { return HashName(ContentHash(PathKey(path))) + "-"; }
+
+/// Takes the first line of a supplement's file, which names the file that it belongs to.
+std::string TakePath(std::string_view& text) {
+    std::string_view line = TakeUntil(text, '\n');
+    std::string path;
+    if (!line.starts_with(kPathKey) || !UnescapeBytes(line.substr(kPathKey.size()), path)) return {};
+    return path;
+}
+
+CSupplementFiles::SFound ReadSupplement(const std::string& file) {
+    CSupplementFiles::SFound found;
+    SFileImage image;
+    if (ReadWholeFile(file, kMostBytes, image) == 0) {
+        std::string_view text = image.content;
+        TakePath(text);
+        found.supplement = ParseSupplement(text);
+    }
+    found.damaged = !found.supplement;
+    return found;
+}
+
+bool IsThere(const std::string& file) { return access(file.c_str(), F_OK) == 0; }
+
+} // namespace
+
+bool CSupplementFiles::IsGeneration(const std::string& path) const {
+    return path.starts_with(GenerationsFolder(m_stateFolder) + "/");
+}
+
+CSupplementFiles::SFound CSupplementFiles::Find(const std::string& path, uint64_t contentHash) const {
+    const std::string folder = RecoveryFolder(m_stateFolder);
+    const std::string beginning = Beginning(path);
+    const std::string own = folder + "/" + beginning + HashName(contentHash) + kExtension;
+    if (IsThere(own)) return ReadSupplement(own);
+    if (IsGeneration(path) && IsThere(BesideGeneration(path))) return ReadSupplement(BesideGeneration(path));
+    SFound found = FindMoved(path, contentHash);
+    found.otherContent = !found.supplement && !ListFiles(folder, beginning, kExtension).empty();
+    return found;
+}
+
+CSupplementFiles::SFound CSupplementFiles::FindMoved(const std::string& path, uint64_t contentHash) const {
+    const bool isGeneration = IsGeneration(path);
+    const std::string ending = fmt::format("-{}{}", HashName(contentHash), kExtension);
+    for (const std::string& file : ListFiles(RecoveryFolder(m_stateFolder), {}, ending)) {
+        SFileImage image;
+        if (ReadWholeFile(file, kMostBytes, image) != 0) continue;
+        std::string_view text = image.content;
+        const std::string oldPath = TakePath(text);
+        if (oldPath.empty() || (!isGeneration && IsThere(oldPath))) continue;
+        if (std::optional<SWatchlistSupplement> supplement = ParseSupplement(text))
+            return {std::move(supplement), false, false};
+    }
+    return {};
+}
+
+void CSupplementFiles::Retire(const std::string& path, const std::vector<SGeneration>& generations) const {
+    const std::string beginning = Beginning(path);
+    const std::vector<std::string> files = ListFiles(RecoveryFolder(m_stateFolder), beginning, kExtension);
+    if (files.empty()) return;
+    for (const SGeneration& generation : generations) {
+        SFileImage image;
+        if (ReadWholeFile(generation.path, kMostBytes, image) != 0) continue;
+        const std::string file =
+            RecoveryFolder(m_stateFolder) + "/" + beginning + HashName(ContentHash(image.content)) + kExtension;
+        rename(file.c_str(), BesideGeneration(generation.path).c_str());
+    }
+    for (const std::string& file : files) unlink(file.c_str());
+}
+
+} // namespace vx

@@ -1,0 +1,94 @@
+#include "watchlist/fileformat/FurtherKeys.h"
+
+#include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/fileformat/FurtherKeyTable.h"
+#include "watchlist/fileformat/WatchlistReader.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vx {
+
+namespace {
+
+constexpr std::string_view kLineEnd = "\r\n";
+
+struct SFurtherKey {
+    std::string_view name; ///< Without the prefix.
+    std::string (*write)(const SFurtherSource& source);
+    void (*read)(const SFurtherValue& value);
+};
+
+// In the order in which they are written, and applied. A key whose value gets another form gets another name: what an
+// older program does not know it keeps as it is.
+constexpr std::array kFurtherKeys = {
+    SFurtherKey{"Columns", WriteFurtherColumns, ReadFurtherColumns},
+    SFurtherKey{"Rows", WriteFurtherRows, ReadFurtherRows},
+    SFurtherKey{"Notes", WriteFurtherNotes, ReadFurtherNotes},
+    SFurtherKey{"Alerts", WriteFurtherAlerts, ReadFurtherAlerts},
+    SFurtherKey{"Looks", WriteFurtherLooks, ReadFurtherLooks},
+    SFurtherKey{"HiddenRows", WriteHiddenRows, ReadHiddenRows},
+    SFurtherKey{"SortAcrossHeadings", WriteSortAcrossHeadings, ReadSortAcrossHeadings},
+    SFurtherKey{"Export", WriteFurtherExport, ReadFurtherExport},
+};
+
+void AppendLines(std::string& text, std::string_view name, std::string_view value) {
+    const size_t room = kMostFurtherBytes - kFurtherPrefix.size() - name.size() - 1;
+    for (; !value.empty(); value.remove_prefix(std::min(room, value.size()))) {
+        text += kFurtherPrefix;
+        text += name;
+        text += '=';
+        text += value.substr(0, room);
+        text += kLineEnd;
+    }
+}
+
+SWatchlistContent ReadBack(std::string_view text) {
+    CWatchlistReader reader;
+    reader.TakeBlock(text);
+    reader.Finish();
+    return std::move(reader.Content());
+}
+
+} // namespace
+
+void SFurtherValue::LeftOut(std::string_view entry) const {
+    report.LeftOut(line, fmt::format("this part of {}{} is not understood", kFurtherPrefix, key), entry);
+}
+
+void AppendFurtherKeys(std::string& text, const CWatchlistDoc& doc) {
+    const SWatchlistContent fixed = ReadBack(text);
+    const SFurtherSource source{doc, fixed};
+    for (const SFurtherKey& key : kFurtherKeys) AppendLines(text, key.name, key.write(source));
+    for (const std::string& line : doc.UnknownLines()) {
+        text += line;
+        text += kLineEnd;
+    }
+}
+
+CFurtherKeys::CFurtherKeys() : m_values(kFurtherKeys.size()) {}
+
+bool CFurtherKeys::TakeLine(std::string_view line, std::string_view key, std::string_view value, size_t number) {
+    if (!key.starts_with(kFurtherPrefix)) return false;
+    key.remove_prefix(kFurtherPrefix.size());
+    const auto* found = std::ranges::find(kFurtherKeys, key, &SFurtherKey::name);
+    if (found == kFurtherKeys.end()) {
+        m_unknown.emplace_back(line);
+        return true;
+    }
+    SWatchlistContent::SRecords& collected = m_values[static_cast<size_t>(found - kFurtherKeys.begin())];
+    collected.text += value;
+    collected.line = number;
+    return true;
+}
+
+void CFurtherKeys::Apply(SWatchlistContent& content, CReadReport& report) {
+    for (size_t i = 0; i < kFurtherKeys.size(); ++i)
+        if (const auto& [text, line] = m_values[i]; !text.empty())
+            kFurtherKeys[i].read({kFurtherKeys[i].name, text, line, content, report});
+    content.unknownLines = std::move(m_unknown);
+    m_values.assign(kFurtherKeys.size(), {});
+    m_unknown.clear();
+}
+
+} // namespace vx

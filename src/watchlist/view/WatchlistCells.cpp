@@ -1,0 +1,220 @@
+#include "watchlist/view/WatchlistCells.h"
+
+#include "data/catalogue/Catalogue.h"
+#include "data/text/CellText.h"
+#include "watchlist/document/CellFormatStore.h"
+#include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/view/CellTips.h"
+
+#include <algorithm>
+#include <cstring>
+#include <span>
+
+namespace vx {
+
+namespace {
+
+constexpr std::string_view kNoteSign = "\xB6 "; // A paragraph sign before the first line of a note.
+
+EAlign AlignOf(ECellAlign align) {
+    switch (align) {
+    case ECellAlign::Center:
+        return EAlign::Center;
+    case ECellAlign::Right:
+        return EAlign::Right;
+    default:
+        return EAlign::Left;
+    }
+}
+
+ETextRole RoleOf(EDirection direction) {
+    switch (direction) {
+    case EDirection::Down:
+        return ETextRole::Down;
+    case EDirection::Up:
+        return ETextRole::Up;
+    default:
+        return ETextRole::Unchanged;
+    }
+}
+
+// A colour that nobody chose is the theme's, which can be read in light and dark.
+void TakeColour(int32_t colour, int32_t unchosen, ETextRole role, SCell& cell) {
+    const bool own = colour != unchosen && colour >= 0;
+    cell.role = own ? ETextRole::Explicit : role;
+    if (own) cell.textColor = colour;
+}
+
+void TakeDirectionColour(const SCellFormat& format, ETextRole role, SCell& cell) {
+    static const SCellFormat unchosen;
+    switch (role) {
+    case ETextRole::Up:
+        return TakeColour(format.upColour, unchosen.upColour, role, cell);
+    case ETextRole::Down:
+        return TakeColour(format.downColour, unchosen.downColour, role, cell);
+    default:
+        if (format.unchangedColour >= 0) return TakeColour(format.unchangedColour, -1, role, cell);
+        return TakeColour(format.textColour, -1, role, cell);
+    }
+}
+
+void PutSign(std::string_view sign, SCell& cell) {
+    const size_t kept = std::min<size_t>(cell.length, SCell::kMaxLength - sign.size());
+    std::memmove(cell.text + sign.size(), cell.text, kept);
+    std::memcpy(cell.text, sign.data(), sign.size());
+    cell.length = static_cast<uint16_t>(kept + sign.size());
+}
+
+} // namespace
+
+CWatchlistCells::CWatchlistCells(const CWatchlistDoc& doc, const CGridGeometry& geometry)
+    : m_doc(doc), m_geometry(geometry), m_special(FindSpecialColumns(Catalogue())) {
+    m_fonts.Forget();
+    ColumnsChanged();
+}
+
+CWatchlistCells::EKind CWatchlistCells::KindOf(const sColumnInfo& info, const CColumnReader& reader) const {
+    if (info.number == m_special.symbol) return EKind::Symbol;
+    if (info.number == m_special.notes) return EKind::Notes;
+    if (info.number == m_special.news) return EKind::News;
+    if (info.number == m_special.tickTrend || info.number == m_special.bidTick) return EKind::Ticks;
+    return reader.IsNumber() ? EKind::Directed : EKind::Plain;
+}
+
+void CWatchlistCells::ColumnsChanged() {
+    m_columns.clear();
+    m_headingColumn = HeadingColumn(m_doc.Columns());
+    const auto& columns = m_doc.Columns().Columns();
+    for (size_t position = 0; position < columns.size(); ++position) {
+        const sColumnInfo& info = columns[position];
+        const CColumnReader reader(m_doc, static_cast<int>(position));
+        m_columns.push_back({reader, info.Entry(), info.number, KindOf(info, reader)});
+    }
+    m_painted.SetColumnCount(m_columns.size());
+}
+
+const CWatchlistCells::SColumn* CWatchlistCells::Column(int column) const {
+    return column >= 1 && static_cast<size_t>(column) < m_columns.size() ? &m_columns[static_cast<size_t>(column)]
+                                                                         : nullptr;
+}
+
+bool CWatchlistCells::DiffersFromPainted(int row, int column) const {
+    SCell cell;
+    Fill(row, column, cell);
+    return !m_painted.Matches(row, m_geometry.PlaceOfRow(row), column, cell);
+}
+
+void CWatchlistCells::FillCell(int row, int column, SCell& cell) const {
+    Fill(row, column, cell);
+    if (IsPaintedWhole(row, column)) m_painted.Note(row, m_geometry.PlaceOfRow(row), column, cell);
+}
+
+uint8_t CWatchlistCells::Marks(int row, std::string_view symbol) const {
+    uint8_t marks = m_doc.Notes().Has(row) ? kNoteMark : 0;
+    if (symbol.empty()) return marks;
+    const SAlertTally tally = TallyAlerts(m_doc, symbol);
+    if (tally.armed > 0) marks |= kArmedMark;
+    if (tally.quiet > 0) marks |= kFiredMark;
+    return marks;
+}
+
+bool CWatchlistCells::IsPaintedWhole(int row, int column) const {
+    if (m_region == nullptr) return false;
+    const QRect cell = m_geometry.VisibleCellRect(row, column);
+    return std::any_of(m_region->begin(), m_region->end(), [&](const QRect& rect) { return rect.contains(cell); });
+}
+
+void CWatchlistCells::Fill(int row, int column, SCell& cell) const {
+    const SColumn* info = Column(column);
+    if (!info) return;
+    const SCellFormat& format = m_doc.Formats().Effective(row, column);
+    Dress(format, info->kind == EKind::Symbol, cell);
+    const std::string_view symbol = m_doc.RowSymbol(row);
+    if (info->kind == EKind::Symbol) cell.marks = Marks(row, symbol);
+    if (!info->entry || (symbol.empty() && info->kind != EKind::Notes)) return;
+
+    const CSymbolRec* record = info->reader.FindRecord(row);
+    const size_t length = info->reader.Read(row, record, std::span<char, kMostCellText>(cell.text, kMostCellText));
+    cell.length = static_cast<uint16_t>(length);
+    if (info->kind == EKind::Notes && m_doc.Notes().Has(row)) PutSign(kNoteSign, cell);
+    cell.align = Align(*info, format);
+    cell.tickTrend = info->kind == EKind::Ticks;
+    Colour(*info, format, symbol, record, cell);
+}
+
+EAlign CWatchlistCells::Align(const SColumn& column, const SCellFormat& format) const {
+    if (!m_doc.Options().useDefaultAlignment) return AlignOf(format.alignment);
+    return column.reader.IsNumber() ? EAlign::Right : EAlign::Left;
+}
+
+void CWatchlistCells::Dress(const SCellFormat& format, bool strong, SCell& cell) const {
+    cell.font = m_fonts.Find(format, strong);
+    cell.background = format.backColour;
+    TakeColour(format.textColour, SCellFormat::kAutomatic, ETextRole::Normal, cell);
+}
+
+void CWatchlistCells::Colour(const SColumn& column, const SCellFormat& format, std::string_view symbol,
+                             const CSymbolRec* record, SCell& cell) const {
+    if (m_stale && record) {
+        cell.role = ETextRole::Stale;
+    } else if (column.kind == EKind::News && m_doc.News().CountStyle(symbol) == ENewsStyle::Fresh) {
+        cell.font = m_fonts.Find(format, true);
+        TakeColour(format.textColour, SCellFormat::kAutomatic, ETextRole::Up, cell);
+    } else if (column.kind == EKind::Directed && record && format.colourByDirection) {
+        TakeDirectionColour(format, RoleOf(ColourDirection(*record, *column.entry, format.colourRule)), cell);
+    }
+}
+
+void CWatchlistCells::FillHeader(int column, SCell& cell) const {
+    const auto& columns = m_doc.Columns().Columns();
+    if (column < 1 || static_cast<size_t>(column) >= columns.size()) return;
+    cell.SetText(columns[static_cast<size_t>(column)].name);
+    if (const SColumn* info = Column(column)) cell.align = Align(*info, m_doc.Formats().ColumnFormat(column));
+}
+
+bool CWatchlistCells::FillSpan(int row, SCell& cell) const {
+    if (m_doc.RowKind(row) != ERowKind::Annotation) return false;
+    const SCellFormat& format = m_doc.Formats().Effective(row, m_headingColumn);
+    Dress(format, true, cell);
+    if (!m_doc.Options().useDefaultAlignment) cell.align = AlignOf(format.alignment);
+    cell.SetText(m_doc.AnnotationText(row));
+    if (m_doc.Notes().Has(row)) PutSign(kNoteSign, cell);
+    return true;
+}
+
+bool CWatchlistCells::FillRowNotice(int row, SCell& cell) const {
+    const std::string_view notice = m_doc.RowNotice(row);
+    if (m_region != nullptr) m_painted.NoteNotice(m_geometry.PlaceOfRow(row), !notice.empty());
+    if (notice.empty()) return false;
+    cell.SetText(notice);
+    cell.role = ETextRole::Stale;
+    return true;
+}
+
+bool CWatchlistCells::MayChangeNotice(int row) const {
+    return m_painted.HasNotice(m_geometry.PlaceOfRow(row)) || !m_doc.RowNotice(row).empty();
+}
+
+std::string CWatchlistCells::HeaderTip(int column) const {
+    const SColumn* info = Column(column);
+    return info ? ColumnTip(m_doc.Columns().At(column).name, info->entry) : std::string();
+}
+
+std::string CWatchlistCells::CellTip(int row, int column) const {
+    const std::string own = OwnTip(row, column);
+    return own.empty() ? std::string(m_doc.RowNotice(row)) : own;
+}
+
+std::string CWatchlistCells::OwnTip(int row, int column) const {
+    const SColumn* info = Column(column);
+    if (!info) return {};
+    if (m_doc.RowKind(row) == ERowKind::Annotation) return HeadingTip(m_doc, row);
+    if (info->number == m_special.symbol) return MarksTip(m_doc, row);
+    if (info->number == m_special.notes) return NoteTip(m_doc, row);
+    if (info->number == m_special.alerts) return AlertsTip(m_doc, row);
+    if (info->number == m_special.news) return NewsTip(m_doc, row);
+    if (info->number == m_special.latestHeadline) return HeadlineTip(m_doc, row);
+    return {};
+}
+
+} // namespace vx

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "grid/NorvGridCtrl.h"
+#include "watchlist/view/WatchlistCells.h"
+
+#include <optional>
+#include <utility>
+
+namespace vx {
+
+class CWatchlistDoc;
+
+/// The grid that shows a watchlist document.
+///
+/// Every cell can be edited; what may stand where is the document's to say when the edit ends. A double click on a cell
+/// that stands for more than its text (alerts, note, news) is told by CellDoubleClicked instead.
+///
+/// Owns    nothing of the document, which outlives it
+/// Thread  GUI thread only
+class CWatchlistGrid : public CNorvGridCtrl {
+    Q_OBJECT
+public:
+    CWatchlistGrid(CWatchlistDoc& doc, QWidget* parent);
+    ~CWatchlistGrid() override;
+
+    /// Takes rows, columns and options from the document again and repaints everything.
+    void Rebuild();
+    /// The document's rows have another order; see CGridCtrl::MoveRows.
+    void TakeRowOrder(const std::vector<int>& newRowOf);
+    /// Marks those cells of a row whose text or look is another than the one painted. Rows out of sight cost nothing.
+    void MarkChangedCells(int row);
+    /// Enters the fonts of all cells into the font table, also of cells that were never painted: before printing.
+    void EnterAllFonts();
+    /// Whether the column of the symbols stays at the left edge when it would scroll out.
+    void KeepSymbolInSight(bool keep);
+    /// Shows the values as no longer fed, or as live again.
+    void SetStale(bool stale);
+
+    const SSpecialColumns& Special() const { return m_cells.Special(); }
+    /// Catalogue index of what a grid column shows; kNoField outside the columns.
+    int FieldAt(int column) const;
+
+    bool MayEdit(int row, int column) const override;
+    std::string EditText(int row, int column) const override;
+    bool AcceptsDrop(const QMimeData& offered) const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+private:
+    void NoteWidth(int column, int width);
+    void KeepWidth();
+    void PlaceSticky();
+    void EnterFonts();
+    void DropUnusedFonts();
+    bool StandsForMore(int row, int column) const;
+    void PaintHint(QPaintEvent& event);
+
+    CWatchlistDoc& m_doc;
+    CWatchlistCells m_cells;
+    bool m_stale = false;
+    bool m_symbolInSight = false;
+    std::optional<std::pair<int, int>> m_draggedWidth; ///< Column and width while its border is in the user's hand.
+};
+
+} // namespace vx
