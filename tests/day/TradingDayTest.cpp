@@ -1,0 +1,31 @@
+// Simulated trading days: each is made of a seed and lived through by the real program and by a plain list.
+
+#include "day/TradingDay.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+using namespace vx::test;
+
+namespace {
+
+/// More of them are lived through with the environment variable ZW_DAYS, from the seed ZW_FIRST_DAY on.
+constexpr int kDays = 12;
+constexpr int kSteps = 300;
+
+int FromEnvironment(const char* name, int otherwise) {
+    const char* text = std::getenv(name);
+    return text ? std::atoi(text) : otherwise;
+}
+
+} // namespace
+
+TEST(TradingDay, RealAndPlainListAgreeAfterEveryStep) {
+    const int first = FromEnvironment("ZW_FIRST_DAY", 1);
+    for (int seed = first; seed < first + FromEnvironment("ZW_DAYS", kDays); ++seed) {
+        const Day day = MakeDay(static_cast<uint64_t>(seed), kSteps);
+        const std::string fault = LiveThrough(day);
+        ASSERT_TRUE(fault.empty()) << "day " << seed << ", " << fault << "\nshortest:\n" << Shortest(day);
+    }
+}
