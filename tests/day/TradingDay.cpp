@@ -32,7 +32,9 @@ constexpr std::array kChances = {22, 5, 6, 6, 4, 6, 4, 4, 8, 12, 9, 6, 3, 2, 1, 
 constexpr std::array kTexts = {"ibm", "MSFT", "ge", "T", "aa", "nope1", "NOPE2", "#Banks", "#Big tech names", ""};
 constexpr std::array kSymbols = {"AA", "GE", "IBM", "MSFT", "T"};
 constexpr uint32_t kRows = 14;
-constexpr int64_t kMostPauseMs = 6000; // Between two steps.
+constexpr int64_t kMostPauseMs = 950; // Between two steps of a user who does not rest.
+constexpr int64_t kPromisedMs = 5000; // No kill takes more than the work of so long.
+constexpr int64_t kMostRestMs = 4500;
 
 bool IsUnknown(std::string_view symbol) { return symbol.starts_with("NOPE"); }
 
@@ -62,7 +64,7 @@ public:
             Other(step);
         }
         FeedAnswers();
-        now += 50 + step.c % 1500;
+        now += 50 + step.c % (kMostPauseMs - 50);
         keeper->Poll({}, now);
         Compare();
         Remember();
@@ -199,7 +201,7 @@ private:
             if (doc.Undo().Redo().done != plain.Redo()) m_fault = "only one could redo";
             return;
         case EKind::Wait:
-            now += step.a % (kMostPauseMs - 1600);
+            now += step.a % kMostRestMs;
             return;
         case EKind::Save:
             if (!(file.Path().empty() ? SaveAs("day.vxw") : Save()).IsDone()) m_fault = "the save failed";
@@ -240,7 +242,7 @@ private:
         keeper.emplace(doc, file, state.Path());
         if (!found.empty()) keeper->Adopt(found.front());
         FeedAnswers();
-        const int64_t oldest = now - CRecoveryKeeper::kMostDelayMs - kMostPauseMs;
+        const int64_t oldest = now - kPromisedMs - 2 * kMostPauseMs;
         const std::string look = Look(), alerts = AlertLook();
         int64_t replacedMs = now;
         for (auto past = m_history.rbegin(); past != m_history.rend() && replacedMs >= oldest; ++past) {

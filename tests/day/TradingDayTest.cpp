@@ -19,13 +19,16 @@ int FromEnvironment(const char* name, int otherwise) {
     return text ? std::atoi(text) : otherwise;
 }
 
+const int kFirst = FromEnvironment("ZW_FIRST_DAY", 1);
+
+class TradingDay : public testing::TestWithParam<int> {};
+
 } // namespace
 
-TEST(TradingDay, RealAndPlainListAgreeAfterEveryStep) {
-    const int first = FromEnvironment("ZW_FIRST_DAY", 1);
-    for (int seed = first; seed < first + FromEnvironment("ZW_DAYS", kDays); ++seed) {
-        const Day day = MakeDay(static_cast<uint64_t>(seed), kSteps);
-        const std::string fault = LiveThrough(day);
-        ASSERT_TRUE(fault.empty()) << "day " << seed << ", " << fault << "\nshortest:\n" << Shortest(day);
-    }
+TEST_P(TradingDay, RealAndPlainListAgreeAfterEveryStep) {
+    const Day day = MakeDay(static_cast<uint64_t>(GetParam()), kSteps);
+    const std::string fault = LiveThrough(day);
+    ASSERT_TRUE(fault.empty()) << fault << "\nshortest:\n" << Shortest(day);
 }
+
+INSTANTIATE_TEST_SUITE_P(Seeds, TradingDay, testing::Range(kFirst, kFirst + FromEnvironment("ZW_DAYS", kDays)));
