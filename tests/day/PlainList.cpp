@@ -149,6 +149,7 @@ void CPlainList::Become(const SState& from, const SState& to) {
         next.push_back(was && *was == row && now ? *now : row);
     }
     rows = std::move(next);
+    looks = to.looks;
     Tidy();
     Alerts kept;
     for (const auto& [symbol, list] : to.alerts)

@@ -72,15 +72,18 @@ public:
 
     std::vector<SRow> rows;
     Alerts alerts;
+    std::string looks; ///< Columns, formats and options as the program wrote them after the last edit of theirs.
 
 private:
     struct SState {
         std::vector<SRow> rows;
         Alerts alerts;
+        std::string looks;
 
         SState& operator=(const CPlainList& list) {
             rows = list.rows;
             alerts = list.alerts;
+            looks = list.looks;
             return *this;
         }
     };

@@ -5,7 +5,9 @@
 #include "day/PlainList.h"
 #include "support/Random.h"
 #include "watchlist/FileFixture.h"
+#include "watchlist/document/CellFormatStore.h"
 #include "watchlist/document/UndoStep.h"
+#include "watchlist/edit/ColumnMoves.h"
 #include "watchlist/edit/PasteText.h"
 #include "watchlist/edit/SortCommands.h"
 #include "watchlist/file/RecoveryFile.h"
@@ -23,14 +25,18 @@ namespace {
 
 using EKind = SDayStep::EKind;
 
-constexpr std::array kKindNames = {"paste", "insert", "delete", "move", "empty", "note", "hide",   "sort",
-                                   "alert", "price",  "undo",   "redo", "wait",  "save", "reopen", "kill"};
+constexpr std::array kKindNames = {"paste", "insert", "delete", "move",   "empty", "note",  "hide",
+                                   "sort",  "format", "column", "option", "alert", "price", "undo",
+                                   "redo",  "wait",   "save",   "reopen", "kill"};
 static_assert(kKindNames.size() == static_cast<size_t>(EKind::Count));
 // How often each comes, of a hundred.
-constexpr std::array kChances = {22, 5, 6, 6, 4, 6, 4, 4, 8, 12, 9, 6, 3, 2, 1, 2};
+constexpr std::array kChances = {20, 5, 5, 5, 4, 5, 4, 4, 5, 5, 3, 7, 10, 9, 4, 2, 1, 1, 1};
 
 constexpr std::array kTexts = {"ibm", "MSFT", "ge", "T", "aa", "nope1", "NOPE2", "#Banks", "#Big tech names", ""};
 constexpr std::array kSymbols = {"AA", "GE", "IBM", "MSFT", "T"};
+constexpr std::array kFields = {"Bid", "Ask", "Volume", "% Chg", "Open", "Settle"};
+constexpr std::array kLookKeys = {"TrailingRows", "LockedColumns", "ShowToolBar", "Columns",
+                                  "Formatting",   "Vx.Columns",    "Vx.Looks",    "Vx.SortAcrossHeadings"};
 constexpr uint32_t kRows = 14;
 constexpr int64_t kMostPauseMs = 950; // Between two steps of a user who does not rest.
 constexpr int64_t kPromisedMs = 5000; // No kill takes more than the work of so long.
@@ -46,20 +52,22 @@ public:
         doc.SetFeedReady();
         boxes.answer = EBoxAnswer::Yes;
         keeper.emplace(doc, file, state.Path());
+        m_saved.looks = plain.looks = Looks();
         Remember();
     }
 
     /// What does not agree after the step; empty for nothing.
     std::string Take(const SDayStep& step) {
         m_fault.clear();
-        const std::string before = plain.Look() + plain.AlertLook();
+        const std::string before = plain.Look() + plain.AlertLook() + plain.looks;
         const size_t steps = doc.Undo().UndoCount();
         plain.Begin();
         const bool isEdit = Edit(step);
         if (isEdit) {
             const bool made = doc.Undo().UndoCount() > steps;
+            plain.looks = Looks();
             plain.End(made);
-            if (!made && before != plain.Look() + plain.AlertLook()) m_fault = "a change made no step";
+            if (!made && before != plain.Look() + plain.AlertLook() + plain.looks) m_fault = "a change made no step";
         } else {
             Other(step);
         }
@@ -135,6 +143,27 @@ private:
         case EKind::Sort:
             Sort();
             return true;
+        case EKind::Format: {
+            const CUndoStep one(doc, "format");
+            SCellFormat format;
+            format.decimals = static_cast<int>(step.b % 6);
+            const int column = static_cast<int>(step.c % static_cast<uint32_t>(doc.Columns().Count()));
+            doc.Formats().Set(column == 0 || step.b % 5 == 0 ? 0 : row, column, format);
+            doc.SetModified(true);
+            return true;
+        }
+        case EKind::Column:
+            EditColumns(step);
+            return true;
+        case EKind::Option: {
+            const CUndoStep one(doc, "option");
+            SWatchlistOptions& options = doc.Options();
+            (step.a % 3 == 0 ? options.trailingRows : options.lockedColumns) = static_cast<int>(step.b % 4);
+            options.sortAcrossHeadings = step.c % 4 == 0;
+            options.showToolBar = step.c % 5 != 0;
+            doc.SetModified(true);
+            return true;
+        }
         case EKind::Alert: {
             const std::string symbol = kSymbols[step.a % kSymbols.size()];
             const double above = step.b % 40 + ++m_alerts / 64.0;
@@ -152,6 +181,23 @@ private:
         }
         default:
             return false;
+        }
+    }
+
+    void EditColumns(const SDayStep& step) {
+        const int columns = doc.Columns().Count() - 1;
+        const int at = 1 + static_cast<int>(step.b) % columns, to = 1 + static_cast<int>(step.c) % columns;
+        switch (step.a % 4) {
+        case 0:
+            InsertColumn(doc, at, kFields[step.c % kFields.size()]);
+            return;
+        case 1:
+            if (columns > 3) RemoveColumn(doc, at);
+            return;
+        case 2:
+            return MoveColumn(doc, at, to);
+        default:
+            return SetColumnWidth(doc, at, static_cast<int>(step.c % 4) * 40);
         }
     }
 
@@ -177,7 +223,7 @@ private:
             blockOf.push_back(row.kind == CPlainList::EKind::Heading ? -++headings : headings);
         headings = 0;
         for (const int row : order) {
-            if (row == 0) continue;
+            if (row == 0 || doc.Options().sortAcrossHeadings) continue;
             const int block = blockOf[static_cast<size_t>(row - 1)];
             if (block < 0 ? block != -++headings : block != headings) m_fault = "a sort mixed what is under headings";
         }
@@ -243,10 +289,10 @@ private:
         if (!found.empty()) keeper->Adopt(found.front());
         FeedAnswers();
         const int64_t oldest = now - kPromisedMs - 2 * kMostPauseMs;
-        const std::string look = Look(), alerts = AlertLook();
+        const std::string look = Look(), alerts = AlertLook(), looks = Looks();
         int64_t replacedMs = now;
         for (auto past = m_history.rbegin(); past != m_history.rend() && replacedMs >= oldest; ++past) {
-            if (past->second.Look() == look && past->second.AlertLook() == alerts) {
+            if (past->second.Look() == look && past->second.AlertLook() == alerts && past->second.looks == looks) {
                 plain = past->second;
                 return plain.Reopen();
             }
@@ -292,6 +338,18 @@ private:
         }
         return out;
     }
+    /// The lines of the file that tell of columns, formats and options.
+    std::string Looks() const {
+        std::string out;
+        const std::string text = Written();
+        for (size_t begin = 0; begin < text.size();) {
+            const size_t end = text.find("\r\n", begin);
+            const std::string line = text.substr(begin, end - begin);
+            if (std::ranges::count(kLookKeys, line.substr(0, line.find('='))) != 0) out += line + "\n";
+            begin = end + 2;
+        }
+        return out;
+    }
     std::string AlertLook() {
         std::string out;
         for (const char* symbol : kSymbols)
@@ -306,6 +364,8 @@ private:
             m_fault = fmt::format("rows\n  {}\n  {}", Look(), plain.Look());
         else if (AlertLook() != plain.AlertLook())
             m_fault = fmt::format("alerts\n  {}\n  {}", AlertLook(), plain.AlertLook());
+        else if (Looks() != plain.looks)
+            m_fault = fmt::format("columns, formats, options\n  {}\n  {}", Looks(), plain.looks);
         else if (m_wire != plain.Watched())
             m_fault = "other symbols are watched than stand in rows";
         else if (doc.Undo().UndoCount() != plain.UndoCount())
