@@ -1,6 +1,6 @@
 #pragma once
 
-#include "vxconnect/common/FieldNames.h"
+#include "vxconnect/common/InputFields.h"
 #include "vxconnect/common/SessionClock.h"
 
 #include <cstdint>

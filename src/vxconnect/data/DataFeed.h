@@ -1,7 +1,7 @@
 #pragma once
 
-#include "vxconnect/common/Directory.h"
 #include "vxconnect/common/Feed.h"
+#include "vxconnect/common/Source.h"
 #include "vxconnect/data/DataRecord.h"
 
 #include <functional>

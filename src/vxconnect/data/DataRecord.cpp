@@ -1,15 +1,15 @@
 #include "vxconnect/data/DataRecord.h"
 
-#include "vxconnect/common/QuoteLayout.h"
 #include "vxconnect/common/SendQueue.h"
+#include "vxconnect/common/UpdateFields.h"
 #include "vxconnect/data/DataClock.h"
 #include "vxconnect/data/DerivedFigures.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
 #include <iterator>
-
-#include <fmt/format.h>
 
 namespace vx::sim {
 

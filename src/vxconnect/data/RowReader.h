@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/CsvReader.h"
-#include "vxconnect/common/FieldNames.h"
+#include "vxconnect/common/InputFields.h"
 #include "vxconnect/common/LineBuffer.h"
 #include "vxconnect/data/JsonFields.h"
 

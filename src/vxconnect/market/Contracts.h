@@ -1,14 +1,24 @@
 #pragma once
 
-#include "vxconnect/market/Listing.h"
+#include "vxconnect/common/Terms.h"
+#include "vxconnect/market/Tickers.h"
 
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace vx::sim {
+
+/// What the market knows of a symbol apart from its prices.
+struct SListing {
+    std::string symbol;
+    std::string name;
+    STicker ticker; ///< Its two texts may be empty; those above count.
+    STerms terms;
+};
 
 // Which options and futures exist follows from the first day of the market alone:
 //

@@ -2,7 +2,6 @@
 
 #include "vxconnect/market/Contracts.h"
 #include "vxconnect/market/Instrument.h"
-#include "vxconnect/market/Listing.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,15 +1,23 @@
 #pragma once
 
+#include "vxconnect/common/Random.h"
 #include "vxconnect/common/SessionClock.h"
 #include "vxconnect/market/Market.h"
+#include "vxconnect/market/Tickers.h"
 
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
 namespace vx::sim {
+
+/// A made-up headline about a company, Windows-1252. It begins with "Simulated:", so that it never passes for news.
+///
+/// Shape   no line end, at most a few hundred bytes; may hold commas
+std::string HeadlineText(std::string_view company, ESector sector, CRandom& random);
 
 /// The headlines of the simulated market. Every ticker, and each of the first kMostCompanies made-up companies, has up
 /// to kMostStoriesADay of them a day, at times that depend on seed, symbol and day alone; some name other symbols of

@@ -1,6 +1,6 @@
 #include "vxconnect/market/QuoteLine.h"
 
-#include "vxconnect/common/QuoteLayout.h"
+#include "vxconnect/common/UpdateFields.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "vxconnect/market/Listing.h"
+#include "vxconnect/market/Contracts.h"
 
 #include <cstdint>
 #include <optional>

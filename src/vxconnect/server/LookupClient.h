@@ -1,7 +1,7 @@
 #pragma once
 
-#include "vxconnect/common/Directory.h"
 #include "vxconnect/common/Connection.h"
+#include "vxconnect/common/Source.h"
 #include "vxconnect/server/SearchIndex.h"
 
 #include <string_view>

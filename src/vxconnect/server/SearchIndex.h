@@ -1,6 +1,6 @@
 #pragma once
 
-#include "vxconnect/common/Directory.h"
+#include "vxconnect/common/Source.h"
 
 #include <cstdint>
 #include <functional>
