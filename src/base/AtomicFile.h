@@ -1,33 +1,16 @@
 #pragma once
 
-#include <cstdint>
+#include "base/FileSystem.h"
+
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace vx {
 
 // Files that other windows of the program may read and write at the same time, and that must stay whole whatever
-// happens to the process. Paths are bytes as the system takes them; errors are errno values, 0 for success.
-
-/// An open file descriptor, closed with its owner.
-class CFileDescriptor {
-public:
-    CFileDescriptor() = default;
-    explicit CFileDescriptor(int descriptor) : m_descriptor(descriptor) {}
-    CFileDescriptor(CFileDescriptor&& other) noexcept : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
-    CFileDescriptor& operator=(CFileDescriptor&& other) noexcept {
-        std::swap(m_descriptor, other.m_descriptor);
-        return *this;
-    }
-    ~CFileDescriptor();
-
-    int Get() const { return m_descriptor; }
-    bool IsOpen() const { return m_descriptor >= 0; }
-
-private:
-    int m_descriptor = -1;
-};
+// happens to the process. Paths and errors are those of CFileSystem.
 
 /// An exclusive lock between processes, and between two locks of one process, for as long as the object lives. The
 /// system takes it back when the process dies.
@@ -44,27 +27,17 @@ public:
     int Error() const { return m_error; }
 
 private:
-    CFileDescriptor m_file;
+    std::unique_ptr<COpenFile> m_file;
     int m_error = 0;
-};
-
-/// What tells one state of a file from another without reading it.
-struct SFileSignature {
-    uint64_t device = 0;
-    uint64_t inode = 0; ///< 0 with everything else 0: there is no file.
-    int64_t size = 0;
-    int64_t modifiedNs = 0;
-
-    bool operator==(const SFileSignature&) const = default;
 };
 
 /// Asks for the present state of the file at a path; a missing file is no error and gives an empty signature.
 int ReadSignature(const std::string& path, SFileSignature& signature);
 
-/// A whole regular file as read. While it lives its descriptor stays open, so that no other file can get the same
-/// inode number and the signature stays unique.
+/// A whole regular file as read. While it lives its file stays open, so that no other file can get the same inode
+/// number and the signature stays unique.
 struct SFileImage {
-    CFileDescriptor file;
+    std::unique_ptr<COpenFile> file;
     SFileSignature signature;
     std::string content;
 };
@@ -84,7 +57,10 @@ int ReadWholeFile(const std::string& path, size_t maxBytes, SFileImage& image);
 int ReplaceFile(const std::string& path, std::string_view content);
 
 /// Writes all bytes to an open file, however many calls that takes.
-int WriteAll(int descriptor, std::string_view content);
+int WriteAll(COpenFile& file, std::string_view content);
+
+/// Whether a path leads to something.
+bool Exists(const std::string& path);
 
 /// Makes a folder and those above it, for its owner only.
 int MakeFolders(const std::string& path);

@@ -1,15 +1,12 @@
 #include "base/LogFile.h"
 
+#include "base/AtomicFile.h"
+
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <fcntl.h>
-#include <filesystem>
 #include <fmt/format.h>
-#include <sys/stat.h>
 #include <tuple>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -38,9 +35,9 @@ std::string FileName(const SLogPart& part) {
 /// The files of the log in a folder, oldest first; other files are none of its business.
 std::vector<SLogPart> PartsIn(const std::string& folder) {
     std::vector<SLogPart> parts;
-    std::error_code error;
-    for (std::filesystem::directory_iterator i(folder, error), end; !error && i != end; i.increment(error)) {
-        const std::string name = i->path().filename().string();
+    std::vector<std::string> names;
+    Disk().List(folder, names);
+    for (const std::string& name : names) {
         SLogPart part;
         if (std::sscanf(name.c_str(), "zantrel-%4d-%2d-%2d.%d.log", &part.day.year, &part.day.month, &part.day.day,
                         &part.part) >= 3 &&
@@ -61,18 +58,16 @@ CLogFile::~CLogFile() { Flush(); }
 std::string CLogFile::PathOf(const SLogDay& day, int part) const { return m_folder + "/" + FileName({day, part}); }
 
 int CLogFile::Open(const SLogDay& day) {
-    m_file = CFileDescriptor();
+    m_file.reset();
     m_day = day;
     if (const int error = MakeFolders(m_folder)) return error;
     int part = 1;
     for (const SLogPart& present : PartsIn(m_folder))
         if (present.day == day) part = present.part;
-    struct stat status {};
-    if (stat(PathOf(day, part).c_str(), &status) == 0 && static_cast<uint64_t>(status.st_size) >= m_maxFileBytes)
-        ++part;
-    const int flags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK;
-    m_file = CFileDescriptor(open(PathOf(day, part).c_str(), flags, 0600));
-    if (!m_file.IsOpen()) return errno;
+    SFileSignature signature;
+    ReadSignature(PathOf(day, part), signature);
+    if (static_cast<uint64_t>(signature.size) >= m_maxFileBytes) ++part;
+    if (const int error = Disk().Open(PathOf(day, part), EOpen::Append, 0600, m_file)) return error;
     RemoveOldest();
     return 0;
 }
@@ -82,13 +77,13 @@ void CLogFile::RemoveOldest() const {
     std::vector<SLogPart> parts = PartsIn(m_folder);
     std::erase_if(parts, [this](const SLogPart& part) { return SLogPart{m_day} < SLogPart{part.day}; });
     const size_t kept = static_cast<size_t>(m_keptFiles);
-    for (size_t i = 0; i + kept < parts.size(); ++i) unlink(PathOf(parts[i].day, parts[i].part).c_str());
+    for (size_t i = 0; i + kept < parts.size(); ++i) Disk().Remove(PathOf(parts[i].day, parts[i].part));
 }
 
 void CLogFile::Append(const SLogDay& day, std::string_view line) {
     if (!(day == m_day)) {
         Flush();
-        m_file = CFileDescriptor();
+        m_file.reset();
         m_day = day;
     }
     m_waiting.append(line);
@@ -99,9 +94,9 @@ void CLogFile::Append(const SLogDay& day, std::string_view line) {
 
 /// Makes sure that there is a file that takes more: not full, and not removed by someone else.
 bool CLogFile::Reopen() {
-    struct stat status {};
-    if (m_file.IsOpen() && fstat(m_file.Get(), &status) == 0 && status.st_nlink > 0 &&
-        static_cast<uint64_t>(status.st_size) < m_maxFileBytes)
+    SFileStatus status;
+    if (m_file && m_file->Status(status) == 0 && status.names > 0 &&
+        static_cast<uint64_t>(status.signature.size) < m_maxFileBytes)
         return true;
     const int error = Open(m_day);
     if (error != 0) Lose(error);
@@ -118,15 +113,13 @@ void CLogFile::Flush() {
                            m_brokenLine ? "\n" : "", text.substr(0, kTimeStampBytes), m_lostLines, m_lostReason, text);
     size_t done = 0;
     while (done < text.size()) {
-        const ssize_t count = write(m_file.Get(), text.data() + done, text.size() - done);
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) {
-            const int error = errno;
+        size_t count = 0;
+        if (const int error = m_file->Write(std::string_view(text).substr(done), count)) {
             m_brokenLine = done > 0 ? text[done - 1] != '\n' : m_brokenLine;
             m_waitingLines = lines;
             return Lose(error);
         }
-        done += static_cast<size_t>(count);
+        done += count;
     }
     m_lostLines = 0;
     m_saidSo = m_brokenLine = false;

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "base/AtomicFile.h"
+#include "base/FileSystem.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -47,7 +48,7 @@ private:
     const std::string m_folder;
     const uint64_t m_maxFileBytes;
     const int m_keptFiles;
-    CFileDescriptor m_file;
+    std::unique_ptr<COpenFile> m_file;
     SLogDay m_day;
     std::string m_waiting; ///< Whole lines that are not in the file yet.
     uint64_t m_waitingLines = 0;

@@ -6,10 +6,8 @@
 
 #include <cerrno>
 #include <chrono>
-#include <cstdio>
 #include <cstring>
 #include <fmt/format.h>
-#include <sys/stat.h>
 #include <thread>
 
 namespace vx {
@@ -52,9 +50,14 @@ std::string TimeStamp() {
 /// A name for a damaged file that no file has yet; the caller holds the lock.
 std::string FreeDamagedName(const std::string& folder) {
     const std::string stem = fmt::format("{}/registry.damaged-{}", folder, TimeStamp());
+    // ENOENT is the answer for what is not there, EINVAL for what is no link.
+    const auto isTaken = [](const std::string& path) {
+        std::string target;
+        const int error = Disk().ReadLink(path, target);
+        return error == 0 || error == EINVAL;
+    };
     std::string name = stem + ".txt";
-    struct stat status {};
-    for (int i = 2; lstat(name.c_str(), &status) == 0; ++i) name = fmt::format("{}-{}.txt", stem, i);
+    for (int i = 2; isTaken(name); ++i) name = fmt::format("{}-{}.txt", stem, i);
     return name;
 }
 
@@ -158,7 +161,7 @@ int CRegistry::SetAside() {
     Load();
     if (m_state != EState::Damaged) return 0;
     const std::string name = FreeDamagedName(m_folder);
-    if (std::rename(m_path.c_str(), name.c_str()) != 0) return errno;
+    if (const int error = Disk().Rename(m_path, name)) return error;
     LogInformation(
         fmt::format("Settings: {} is damaged ({}). It is kept as {}; defaults apply.", m_path, m_damage, name));
     Load();

@@ -6,17 +6,10 @@
 
 #include <atomic>
 #include <cerrno>
-#include <climits>
-#include <cstdio>
-#include <cstdlib>
-#include <dirent.h>
-#include <fcntl.h>
 #include <memory>
 #include <optional>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <sys/xattr.h>
 #include <unistd.h>
+#include <vector>
 
 namespace vx {
 
@@ -25,17 +18,14 @@ namespace {
 constexpr size_t kMostKeptName = 200; // Leaves room for what a temporary name adds to the file's.
 constexpr int kMostLinks = 40;
 constexpr int kNameTries = 100;
-constexpr mode_t kPrivateFile = 0600;
-constexpr mode_t kNewFile = 0666;
-constexpr mode_t kPermissions = 07777;
+constexpr uint32_t kPrivateFile = 0600;
+constexpr uint32_t kNewFile = 0666;
 constexpr const char* kTemporaryMark = ".saving-";
-constexpr const char* kAccessList = "system.posix_acl_access";
-constexpr size_t kMostAccessList = 65536;
 
 struct STarget {
     std::string folder; // Ends with "/", or is "./".
     std::string name;
-    std::optional<struct stat> existing;
+    std::optional<SFileStatus> existing;
     bool isPrivate = false;
 
     std::string Path() const { return folder + name; }
@@ -55,88 +45,65 @@ int FindTarget(const std::string& path, STarget& target) {
     for (int links = 0; links < kMostLinks; ++links) {
         target = TargetAt(at);
         if (target.name.empty()) return EISDIR;
-        char link[PATH_MAX];
-        const ssize_t size = readlink(at.c_str(), link, sizeof link);
-        if (size < 0) return errno == EINVAL || errno == ENOENT ? 0 : errno;
-        const std::string to(link, static_cast<size_t>(size));
+        std::string to;
+        if (const int error = Disk().ReadLink(at, to)) return error == EINVAL || error == ENOENT ? 0 : error;
         at = to.starts_with('/') ? to : target.folder + to;
     }
     return ELOOP;
 }
 
 int CheckTarget(STarget& target) {
-    struct stat status {};
-    if (stat(target.Path().c_str(), &status) != 0) return errno == ENOENT ? 0 : errno;
-    if (S_ISDIR(status.st_mode)) return EISDIR;
-    if (!S_ISREG(status.st_mode)) return EINVAL;
-    if (access(target.Path().c_str(), W_OK) != 0) return errno;
+    SFileStatus status;
+    if (const int error = Disk().Status(target.Path(), status)) return error == ENOENT ? 0 : error;
+    if (status.kind != EFileKind::Regular) return status.kind == EFileKind::Folder ? EISDIR : EINVAL;
+    if (const int error = Disk().CheckWritable(target.Path())) return error;
     target.existing = status;
     return 0;
 }
 
 /// A new file beside the target, locked so that nobody takes it for one that a killed process left.
-int MakeTemporary(const STarget& target, std::string& path, CFileDescriptor& file) {
+int MakeTemporary(const STarget& target, std::string& path, std::unique_ptr<COpenFile>& file) {
     static std::atomic<unsigned> number{0};
     for (int i = 0; i < kNameTries; ++i) {
         path = fmt::format("{}{}{}-{}", target.folder, target.TemporaryStem(), getpid(), ++number);
-        const mode_t mode = target.existing || target.isPrivate ? kPrivateFile : kNewFile;
-        CFileDescriptor made(open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-        if (!made.IsOpen() && errno == EEXIST) continue;
-        if (!made.IsOpen()) return errno;
-        struct stat status {};
-        const bool locked = flock(made.Get(), LOCK_EX | LOCK_NB) == 0;
-        if (fstat(made.Get(), &status) != 0) return errno;
-        if (status.st_nlink == 0 || (!locked && errno == EWOULDBLOCK)) continue;
+        const uint32_t permissions = target.existing || target.isPrivate ? kPrivateFile : kNewFile;
+        std::unique_ptr<COpenFile> made;
+        if (const int error = Disk().Open(path, EOpen::New, permissions, made)) {
+            if (error == EEXIST) continue;
+            return error;
+        }
+        SFileStatus status;
+        const int lockError = made->TryLock();
+        if (const int error = made->Status(status)) return error;
+        if (status.names == 0 || lockError == EWOULDBLOCK) continue;
         file = std::move(made);
         return 0;
     }
     return EEXIST;
 }
 
-/// Gives the new file owner, group and access list of the one whose place it takes. What the system does not allow is
-/// no reason not to save.
-SFileLoss KeepOwnership(const CFileDescriptor& file, const struct stat& existing, const std::string& path) {
-    SFileLoss loss;
-    loss.otherNames = static_cast<unsigned>(existing.st_nlink - 1);
-    if (fchown(file.Get(), existing.st_uid, existing.st_gid) != 0) {
-        struct stat made {};
-        loss.permissions = fchown(file.Get(), static_cast<uid_t>(-1), existing.st_gid) != 0;
-        loss.owner = fstat(file.Get(), &made) != 0 || made.st_uid != existing.st_uid;
-    }
-    std::string list(kMostAccessList, '\0');
-    const ssize_t size = getxattr(path.c_str(), kAccessList, list.data(), list.size());
-    if (size > 0 && fsetxattr(file.Get(), kAccessList, list.data(), static_cast<size_t>(size), 0) != 0)
-        loss.permissions = true;
-    return loss;
-}
-
-int Fill(const CFileDescriptor& file, const STarget& target, std::string_view content, SFileLoss& loss) {
-    if (const int error = WriteAll(file.Get(), content)) return error;
+/// Gives the new file owner, group, access list and permissions of the one whose place it takes. What the system does
+/// not allow of the first three is no reason not to save.
+int Fill(COpenFile& file, const STarget& target, std::string_view content, SFileLoss& loss) {
+    if (const int error = WriteAll(file, content)) return error;
     if (target.existing && !target.isPrivate) {
-        loss = KeepOwnership(file, *target.existing, target.Path());
-        if (fchmod(file.Get(), target.existing->st_mode & kPermissions) != 0) return errno;
+        loss = file.TakeOwnership(*target.existing, target.Path());
+        if (const int error = file.SetPermissions(target.existing->permissions)) return error;
     }
-    return fsync(file.Get()) == 0 ? 0 : errno;
+    return file.Sync();
 }
 
 /// Removes the files of a folder whose names begin and hold so and whose process is gone: only then their lock can be
 /// had.
 void RemoveUnlocked(const std::string& folderPath, std::string_view stem, std::string_view mark) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir(folderPath.c_str()), closedir);
-    if (!folder) return;
-    while (const dirent* entry = readdir(folder.get())) {
-        const std::string_view name = entry->d_name;
-        if (!name.starts_with(stem) || name.find(mark) == std::string_view::npos) continue;
+    std::vector<std::string> names;
+    Disk().List(folderPath, names);
+    for (const std::string& name : names) {
+        if (!name.starts_with(stem) || name.find(mark) == std::string::npos) continue;
         const std::string path = fmt::format("{}/{}", folderPath, name);
-        const CFileDescriptor file(open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
-        if (file.IsOpen() && flock(file.Get(), LOCK_EX | LOCK_NB) == 0) unlink(path.c_str());
+        std::unique_ptr<COpenFile> file;
+        if (Disk().Open(path, EOpen::Change, 0, file) == 0 && file->TryLock() == 0) Disk().Remove(path);
     }
-}
-
-/// Brings the rename to disk. Some file systems cannot do this for a folder, and the new file is in place anyway.
-void SyncFolder(const std::string& folder) {
-    const CFileDescriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (descriptor.IsOpen()) fsync(descriptor.Get());
 }
 
 int Save(const std::string& path, std::string_view content, bool isPrivate, SFileLoss& loss) {
@@ -146,15 +113,15 @@ int Save(const std::string& path, std::string_view content, bool isPrivate, SFil
     target.isPrivate = isPrivate;
     RemoveUnlocked(target.folder, target.TemporaryStem(), kTemporaryMark);
     std::string temporary;
-    CFileDescriptor file;
+    std::unique_ptr<COpenFile> file;
     if (const int error = MakeTemporary(target, temporary, file)) return error;
-    int error = Fill(file, target, content, loss);
-    if (error == 0 && rename(temporary.c_str(), target.Path().c_str()) != 0) error = errno;
+    int error = Fill(*file, target, content, loss);
+    if (error == 0) error = Disk().Rename(temporary, target.Path());
     if (error != 0) {
-        unlink(temporary.c_str());
+        Disk().Remove(temporary);
         return error;
     }
-    SyncFolder(target.folder);
+    Disk().SyncFolder(target.folder); // Not every file system can, and the new file is in place anyway.
     return 0;
 }
 

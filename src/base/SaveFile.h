@@ -1,16 +1,11 @@
 #pragma once
 
+#include "base/FileSystem.h"
+
 #include <string>
 #include <string_view>
 
 namespace vx {
-
-/// What a save could not keep of the file whose place the new one took.
-struct SFileLoss {
-    bool owner = false;       ///< It belongs to whoever saved it.
-    bool permissions = false; ///< Its group, or a list of who else may use it.
-    unsigned otherNames = 0;  ///< Other names of the file (hard links); they keep the former content.
-};
 
 /// Puts a user's file with new content in the place of the one at the path, which may stand in any folder: written into
 /// a file of its own name beside it, brought to disk, then renamed. At every moment, whenever the process is killed,

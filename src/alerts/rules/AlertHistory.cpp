@@ -9,9 +9,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
-#include <fcntl.h>
-#include <sys/stat.h>
+#include <memory>
 #include <unistd.h>
 #include <utility>
 
@@ -19,24 +17,21 @@ namespace vx {
 
 namespace {
 
-constexpr mode_t kPrivateFile = 0600;
+constexpr uint32_t kPrivateFile = 0600;
 
 std::string Quoted(std::string_view text) {
     return fmt::format("\"{}\"", EscapeBytes(text.substr(0, CAlertHistory::kMostTextBytes)));
 }
 
-bool EndsInTheMiddleOfALine(int file, int64_t size) {
+bool EndsInTheMiddleOfALine(const COpenFile& file, int64_t size) {
     char last = '\n';
-    return size > 0 && pread(file, &last, 1, size - 1) == 1 && last != '\n';
+    size_t count = 0;
+    return size > 0 && file.Read(static_cast<uint64_t>(size - 1), &last, 1, count) == 0 && count == 1 && last != '\n';
 }
 
-CFileDescriptor OpenToAppend(const std::string& path, struct stat& status) {
-    CFileDescriptor file(open(path.c_str(), O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK, kPrivateFile));
-    if (file.IsOpen() && (fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode))) {
-        errno = EINVAL;
-        return {};
-    }
-    return file;
+int OpenToAppend(const std::string& path, std::unique_ptr<COpenFile>& file, SFileStatus& status) {
+    if (const int error = Disk().Open(path, EOpen::Extend, kPrivateFile, file)) return error;
+    return file->Status(status) == 0 && status.kind == EFileKind::Regular ? 0 : EINVAL;
 }
 
 } // namespace
@@ -85,17 +80,16 @@ void CAlertHistory::Append(std::string line) {
 int CAlertHistory::TryAppend(std::string& line) const {
     if (const int error = MakeFolders(m_folder)) return error;
     const CFileLock lock(m_folder + "/alert-history.lock", kLockWaitMs);
-    struct stat status {};
-    CFileDescriptor file = OpenToAppend(FilePath(), status);
-    if (!file.IsOpen()) return errno;
+    std::unique_ptr<COpenFile> file;
+    SFileStatus status;
+    if (const int error = OpenToAppend(FilePath(), file, status)) return error;
     // Without the lock another program may be about to do the same.
-    if (status.st_size >= kMostFileBytes && lock.IsHeld()) {
-        if (std::rename(FilePath().c_str(), OlderFilePath().c_str()) != 0) return errno;
-        file = OpenToAppend(FilePath(), status);
-        if (!file.IsOpen()) return errno;
+    if (status.signature.size >= kMostFileBytes && lock.IsHeld()) {
+        if (const int error = Disk().Rename(FilePath(), OlderFilePath())) return error;
+        if (const int error = OpenToAppend(FilePath(), file, status)) return error;
     }
-    if (EndsInTheMiddleOfALine(file.Get(), status.st_size)) line.insert(line.begin(), '\n');
-    return WriteAll(file.Get(), line);
+    if (EndsInTheMiddleOfALine(*file, status.signature.size)) line.insert(line.begin(), '\n');
+    return WriteAll(*file, line);
 }
 
 std::vector<SAlertFiring> CAlertHistory::Read() const {

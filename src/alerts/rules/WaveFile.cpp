@@ -1,11 +1,9 @@
 #include "alerts/rules/WaveFile.h"
 
-#include "base/AtomicFile.h"
+#include "base/FileSystem.h"
 
 #include <algorithm>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <memory>
 
 namespace vx {
 
@@ -68,15 +66,16 @@ std::optional<SWaveInfo> ParseWaveInfo(std::string_view beginning, int64_t fileB
 }
 
 std::optional<SWaveInfo> ReadWaveInfo(const std::string& path) {
-    const CFileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    struct stat status {};
-    if (!file.IsOpen() || fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-    if (status.st_size > kMostWaveBytes) return std::nullopt;
+    std::unique_ptr<COpenFile> file;
+    SFileStatus status;
+    if (Disk().Open(path, EOpen::Read, 0, file) != 0 || file->Status(status) != 0 || status.kind != EFileKind::Regular)
+        return std::nullopt;
+    if (status.signature.size > kMostWaveBytes) return std::nullopt;
     std::string beginning(kLookedAtBytes, '\0');
-    const ssize_t count = read(file.Get(), beginning.data(), beginning.size());
-    if (count <= 0) return std::nullopt;
-    beginning.resize(static_cast<size_t>(count));
-    return ParseWaveInfo(beginning, status.st_size);
+    size_t count = 0;
+    if (file->Read(0, beginning.data(), beginning.size(), count) != 0 || count == 0) return std::nullopt;
+    beginning.resize(count);
+    return ParseWaveInfo(beginning, status.signature.size);
 }
 
 } // namespace vx

@@ -11,9 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <memory>
 
 namespace vx {
 
@@ -87,31 +85,28 @@ private:
     bool m_inLine = false;
 };
 
-constexpr mode_t kNewFile = 0666;
-
-// A pipe without a reader is not waited for.
-CFileDescriptor Open(const std::string& path, int how) {
-    return CFileDescriptor(open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | how, kNewFile));
-}
+constexpr uint32_t kNewFile = 0666;
 
 bool IsFull(int error) { return error == ENOSPC || error == EDQUOT || error == EFBIG || error == EIO; }
 
 SExportResult WriteOver(const std::string& path, const std::string& text) {
-    const CFileDescriptor file = Open(path, O_TRUNC);
-    if (!file.IsOpen()) return {EExportOutcome::NotOpened, errno};
-    const int error = WriteAll(file.Get(), text);
+    std::unique_ptr<COpenFile> file;
+    if (const int error = Disk().Open(path, EOpen::Overwrite, kNewFile, file))
+        return {EExportOutcome::NotOpened, error};
+    const int error = WriteAll(*file, text);
     return {error == 0 ? EExportOutcome::Written : EExportOutcome::Torn, error};
 }
 
 SExportResult AppendToFile(const CWatchlistDoc& doc, const SExportOptions& options, const std::string& path) {
-    const CFileDescriptor file = Open(path, O_APPEND);
-    if (!file.IsOpen()) return {EExportOutcome::NotOpened, errno};
-    struct stat before {};
-    const bool isRegular = fstat(file.Get(), &before) == 0 && S_ISREG(before.st_mode);
-    const bool begins = !isRegular || before.st_size == 0;
-    const int error = WriteAll(file.Get(), ExportText(doc, options, options.columnHeaders && begins));
+    std::unique_ptr<COpenFile> file;
+    if (const int error = Disk().Open(path, EOpen::Append, kNewFile, file)) return {EExportOutcome::NotOpened, error};
+    SFileStatus before;
+    const bool isRegular = file->Status(before) == 0 && before.kind == EFileKind::Regular;
+    const int64_t size = before.signature.size;
+    const bool begins = !isRegular || size == 0;
+    const int error = WriteAll(*file, ExportText(doc, options, options.columnHeaders && begins));
     if (error == 0) return {};
-    const bool isBack = isRegular && ftruncate(file.Get(), before.st_size) == 0;
+    const bool isBack = isRegular && file->Truncate(size) == 0;
     return {isBack ? EExportOutcome::Failed : EExportOutcome::Torn, error};
 }
 

@@ -10,10 +10,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <fcntl.h>
-#include <filesystem>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace vx {
 
@@ -27,12 +23,6 @@ bool HoldsSame(const SGeneration& generation, std::string_view content) {
     if (generation.bytes != content.size()) return false;
     SFileImage image;
     return ReadWholeFile(generation.path, content.size(), image) == 0 && image.content == content;
-}
-
-void SetModified(const std::string& path, int64_t ns) {
-    const timespec time{static_cast<time_t>(ns / kNsPerSecond), static_cast<long>(ns % kNsPerSecond)};
-    const timespec times[2] = {time, time};
-    utimensat(AT_FDCWD, path.c_str(), times, 0);
 }
 
 } // namespace
@@ -55,14 +45,14 @@ int CFileGenerations::Keep(const std::string& path, std::string_view content, in
     made.clear();
     const std::string folder = Folder(path);
     const std::string pathFile = folder + "/path";
-    if (access(pathFile.c_str(), F_OK) != 0)
+    if (!Exists(pathFile))
         if (const int error = SavePrivateFile(pathFile, PathKey(path) + "\n")) return error;
     const std::vector<SGeneration> before = List(path);
     if (!before.empty() && HoldsSame(before.front(), content)) return 0;
     const int number = before.empty() ? 1 : before.front().number + 1;
     const std::string file = fmt::format("{}/{:06}{}", folder, number, kExtension);
     if (const int error = SavePrivateFile(file, content)) return error;
-    SetModified(file, savedAtNs);
+    Disk().SetModified(file, savedAtNs);
     made = file;
     return 0;
 }
@@ -70,22 +60,24 @@ int CFileGenerations::Keep(const std::string& path, std::string_view content, in
 void CFileGenerations::RemoveOld(const std::string& path) const {
     const std::vector<SGeneration> kept = List(path);
     for (size_t i = kKept; i < kept.size(); ++i) {
-        unlink(CSupplementFiles::BesideGeneration(kept[i].path).c_str());
-        unlink(kept[i].path.c_str());
+        Disk().Remove(CSupplementFiles::BesideGeneration(kept[i].path));
+        Disk().Remove(kept[i].path);
     }
 }
 
 std::vector<SGeneration> CFileGenerations::List(const std::string& path) const {
     std::vector<SGeneration> out;
-    std::error_code error;
-    for (std::filesystem::directory_iterator at(Folder(path), error), end; !error && at != end; at.increment(error)) {
-        const std::string name = at->path().filename().string();
-        struct stat status {};
+    std::vector<std::string> names;
+    const std::string folder = Folder(path);
+    Disk().List(folder, names);
+    for (const std::string& name : names) {
+        SFileStatus status;
         const int number = ReadInt32(name);
         if (!name.ends_with(kExtension) || number < 1 || number > kMostNumber) continue;
-        if (stat(at->path().c_str(), &status) != 0 || !S_ISREG(status.st_mode)) continue;
-        out.push_back({number, at->path().string(), static_cast<int64_t>(status.st_mtim.tv_sec),
-                       static_cast<uint64_t>(status.st_size)});
+        const std::string file = folder + "/" + name;
+        if (Disk().Status(file, status) != 0 || status.kind != EFileKind::Regular) continue;
+        out.push_back(
+            {number, file, status.signature.modifiedNs / kNsPerSecond, static_cast<uint64_t>(status.signature.size)});
     }
     std::ranges::sort(out, std::ranges::greater{}, &SGeneration::number);
     return out;

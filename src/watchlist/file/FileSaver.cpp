@@ -8,8 +8,6 @@
 #include <fmt/format.h>
 
 #include <cerrno>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace vx {
 
@@ -17,11 +15,10 @@ namespace {
 
 // What can be said of a file without opening it: opening a device may do something.
 int CheckReadable(const std::string& path) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0) return errno;
-    if (S_ISDIR(status.st_mode)) return EISDIR;
-    if (!S_ISREG(status.st_mode)) return EINVAL;
-    return static_cast<uint64_t>(status.st_size) > kMostWatchlistBytes ? EFBIG : 0;
+    SFileStatus status;
+    if (const int error = Disk().Status(path, status)) return error;
+    if (status.kind != EFileKind::Regular) return status.kind == EFileKind::Folder ? EISDIR : EINVAL;
+    return static_cast<uint64_t>(status.signature.size) > kMostWatchlistBytes ? EFBIG : 0;
 }
 
 std::string Name(const SSaveJob& job) { return Windows1252FromUtf8(job.path); }
@@ -90,7 +87,7 @@ SFileResult CFileSaver::Replace(const SSaveJob& job, const SFileImage& before, i
     }
     SFileLoss loss;
     if (const int error = SaveFile(job.path, job.text, &loss)) {
-        if (!made.empty()) unlink(made.c_str()); // It is still the file's content.
+        if (!made.empty()) Disk().Remove(made); // It is still the file's content.
         return FileFailure("saved", job.path, ErrorText(error));
     }
     if (!made.empty()) m_generations.RemoveOld(job.path);

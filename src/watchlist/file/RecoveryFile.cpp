@@ -13,9 +13,6 @@
 #include <algorithm>
 #include <charconv>
 #include <ctime>
-#include <filesystem>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace vx {
 
@@ -25,7 +22,8 @@ constexpr size_t kMostBytes = size_t{1024} * 1024 * 1024;
 constexpr std::string_view kFirstLine = "zantrel watchlist recovery 1";
 constexpr std::string_view kExtension = ".recovery";
 constexpr std::string_view kLockExtension = ".lock";
-constexpr time_t kUnusedLockSeconds = 24 * 3600;
+constexpr int64_t kUnusedLockSeconds = 24 * 3600;
+constexpr int64_t kNsPerSecond = 1'000'000'000;
 
 // Reads "key value" with a whole number, decimal or hexadecimal.
 template <typename Number>
@@ -43,9 +41,10 @@ bool TakePath(std::string_view& text, std::string& path) {
 
 // A program that died before it wrote anything leaves its lock alone.
 void RemoveUnusedLock(const std::string& lock) {
-    struct stat status {};
-    if (stat(lock.c_str(), &status) != 0 || time(nullptr) - status.st_mtime < kUnusedLockSeconds) return;
-    if (CFileLock(lock, 0).IsHeld()) unlink(lock.c_str());
+    SFileStatus status;
+    if (Disk().Status(lock, status) != 0) return;
+    if (time(nullptr) - status.signature.modifiedNs / kNsPerSecond < kUnusedLockSeconds) return;
+    if (CFileLock(lock, 0).IsHeld()) Disk().Remove(lock);
 }
 
 std::optional<SRecovery> Claim(const std::string& file, int waitMs) {
@@ -104,11 +103,10 @@ std::string RecoveryLockName(const std::string& file) {
 
 std::vector<SRecovery> FindRecoveries(const std::string& stateFolder) {
     RemoveSaveLeftovers(RecoveryFolder(stateFolder));
-    std::vector<std::string> files, locks;
-    std::error_code error;
-    std::filesystem::directory_iterator at(RecoveryFolder(stateFolder), error);
-    for (; !error && at != std::filesystem::directory_iterator(); at.increment(error)) {
-        const std::string path = at->path().string();
+    std::vector<std::string> names, files, locks;
+    Disk().List(RecoveryFolder(stateFolder), names);
+    for (const std::string& name : names) {
+        const std::string path = RecoveryFolder(stateFolder) + "/" + name;
         if (path.ends_with(kExtension)) files.push_back(path);
         if (path.ends_with(kLockExtension)) locks.push_back(path);
     }
@@ -128,12 +126,13 @@ std::vector<SRecovery> FindRecoveries(const std::string& stateFolder) {
 
 std::optional<SRecovery> ClaimRecovery(const std::string& file, int waitMs) {
     // The lock of a file that is not there would be left behind.
-    return access(file.c_str(), R_OK) == 0 ? Claim(file, waitMs) : std::nullopt;
+    std::unique_ptr<COpenFile> readable;
+    return Disk().Open(file, EOpen::Read, 0, readable) == 0 ? Claim(file, waitMs) : std::nullopt;
 }
 
 void DiscardRecovery(const SRecovery& recovery) {
-    unlink(recovery.file.c_str());
-    unlink(RecoveryLockName(recovery.file).c_str());
+    Disk().Remove(recovery.file);
+    Disk().Remove(RecoveryLockName(recovery.file));
 }
 
 } // namespace vx

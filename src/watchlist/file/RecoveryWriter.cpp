@@ -104,8 +104,8 @@ int CRecoveryWriter::Begin() {
 
 void CRecoveryWriter::RemoveFile() {
     if (m_file.empty()) return;
-    unlink(m_file.c_str());
-    unlink(RecoveryLockName(m_file).c_str());
+    Disk().Remove(m_file);
+    Disk().Remove(RecoveryLockName(m_file));
     m_lock.reset();
     m_file.clear();
 }

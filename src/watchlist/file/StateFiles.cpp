@@ -1,5 +1,7 @@
 #include "watchlist/file/StateFiles.h"
 
+#include "base/FileSystem.h"
+
 #include <fmt/format.h>
 
 #include <filesystem>
@@ -8,11 +10,11 @@
 namespace vx {
 
 std::string PathKey(const std::string& path) {
+    std::string canonical;
+    if (Disk().Canonical(path, canonical) == 0) return canonical;
     std::error_code error;
     const std::filesystem::path absolute = std::filesystem::absolute(path, error);
-    if (error) return path;
-    const std::filesystem::path canonical = std::filesystem::weakly_canonical(absolute, error);
-    return error ? absolute.lexically_normal().string() : canonical.string();
+    return error ? path : absolute.lexically_normal().string();
 }
 
 std::string HashName(uint64_t hash) { return fmt::format("{:016x}", hash); }

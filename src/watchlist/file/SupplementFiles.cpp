@@ -8,10 +8,6 @@
 
 #include <fmt/format.h>
 
-#include <cstdio>
-#include <filesystem>
-#include <unistd.h>
-
 namespace vx {
 
 namespace {
@@ -22,11 +18,10 @@ constexpr std::string_view kPathKey = "path ";
 /// The files of a folder whose names begin and end so.
 std::vector<std::string> ListFiles(const std::string& folder, const std::string& beginning, const std::string& ending) {
     std::vector<std::string> out;
-    std::error_code error;
-    for (std::filesystem::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
-        const std::string name = at->path().filename().string();
-        if (name.starts_with(beginning) && name.ends_with(ending)) out.push_back(at->path().string());
-    }
+    std::vector<std::string> names;
+    Disk().List(folder, names);
+    for (const std::string& name : names)
+        if (name.starts_with(beginning) && name.ends_with(ending)) out.push_back(folder + "/" + name);
     return out;
 }
 
@@ -52,8 +47,6 @@ CSupplementFiles::SFound ReadSupplement(const std::string& file) {
     return found;
 }
 
-bool IsThere(const std::string& file) { return access(file.c_str(), F_OK) == 0; }
-
 } // namespace
 
 bool CSupplementFiles::IsGeneration(const std::string& path) const {
@@ -64,8 +57,8 @@ CSupplementFiles::SFound CSupplementFiles::Find(const std::string& path, uint64_
     const std::string folder = RecoveryFolder(m_stateFolder);
     const std::string beginning = Beginning(path);
     const std::string own = folder + "/" + beginning + HashName(contentHash) + kExtension;
-    if (IsThere(own)) return ReadSupplement(own);
-    if (IsGeneration(path) && IsThere(BesideGeneration(path))) return ReadSupplement(BesideGeneration(path));
+    if (Exists(own)) return ReadSupplement(own);
+    if (IsGeneration(path) && Exists(BesideGeneration(path))) return ReadSupplement(BesideGeneration(path));
     SFound found = FindMoved(path, contentHash);
     found.otherContent = !found.supplement && !ListFiles(folder, beginning, kExtension).empty();
     return found;
@@ -79,7 +72,7 @@ CSupplementFiles::SFound CSupplementFiles::FindMoved(const std::string& path, ui
         if (ReadWholeFile(file, kMostBytes, image) != 0) continue;
         std::string_view text = image.content;
         const std::string oldPath = TakePath(text);
-        if (oldPath.empty() || (!isGeneration && IsThere(oldPath))) continue;
+        if (oldPath.empty() || (!isGeneration && Exists(oldPath))) continue;
         if (std::optional<SWatchlistSupplement> supplement = ParseSupplement(text))
             return {std::move(supplement), false, false};
     }
@@ -95,9 +88,9 @@ void CSupplementFiles::Retire(const std::string& path, const std::vector<SGenera
         if (ReadWholeFile(generation.path, kMostBytes, image) != 0) continue;
         const std::string file =
             RecoveryFolder(m_stateFolder) + "/" + beginning + HashName(ContentHash(image.content)) + kExtension;
-        rename(file.c_str(), BesideGeneration(generation.path).c_str());
+        Disk().Rename(file, BesideGeneration(generation.path));
     }
-    for (const std::string& file : files) unlink(file.c_str());
+    for (const std::string& file : files) Disk().Remove(file);
 }
 
 } // namespace vx

@@ -17,8 +17,6 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace vx {
 
