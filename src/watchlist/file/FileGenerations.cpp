@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cerrno>
 
 namespace vx {
 
@@ -47,7 +48,8 @@ int CFileGenerations::Keep(const std::string& path, std::string_view content, in
     const std::string pathFile = folder + "/path";
     if (!Exists(pathFile))
         if (const int error = SavePrivateFile(pathFile, PathKey(path) + "\n")) return error;
-    const std::vector<SGeneration> before = List(path);
+    std::vector<SGeneration> before;
+    if (const int error = List(path, before)) return error; // A number that is there must not be given again.
     if (!before.empty() && HoldsSame(before.front(), content)) return 0;
     const int number = before.empty() ? 1 : before.front().number + 1;
     const std::string file = fmt::format("{}/{:06}{}", folder, number, kExtension);
@@ -67,20 +69,30 @@ void CFileGenerations::RemoveOld(const std::string& path) const {
 
 std::vector<SGeneration> CFileGenerations::List(const std::string& path) const {
     std::vector<SGeneration> out;
+    List(path, out);
+    return out;
+}
+
+int CFileGenerations::List(const std::string& path, std::vector<SGeneration>& generations) const {
     std::vector<std::string> names;
     const std::string folder = Folder(path);
-    Disk().List(folder, names);
+    if (const int error = Disk().List(folder, names)) return error;
+    int failed = 0;
     for (const std::string& name : names) {
         SFileStatus status;
         const int number = ReadInt32(name);
         if (!name.ends_with(kExtension) || number < 1 || number > kMostNumber) continue;
         const std::string file = folder + "/" + name;
-        if (Disk().Status(file, status) != 0 || status.kind != EFileKind::Regular) continue;
-        out.push_back(
+        if (const int error = Disk().Status(file, status)) {
+            if (error != ENOENT) failed = error;
+            continue;
+        }
+        if (status.kind != EFileKind::Regular) continue;
+        generations.push_back(
             {number, file, status.signature.modifiedNs / kNsPerSecond, static_cast<uint64_t>(status.signature.size)});
     }
-    std::ranges::sort(out, std::ranges::greater{}, &SGeneration::number);
-    return out;
+    std::ranges::sort(generations, std::ranges::greater{}, &SGeneration::number);
+    return failed;
 }
 
 } // namespace vx

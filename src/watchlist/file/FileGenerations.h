@@ -52,6 +52,8 @@ public:
     std::vector<SGeneration> List(const std::string& path) const;
 
 private:
+    /// Errors  an errno value when some may be missing
+    int List(const std::string& path, std::vector<SGeneration>& generations) const;
     std::string Folder(const std::string& path) const;
 
     std::string m_stateFolder;
