@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Shared by ./run and ./test: the folder, the steps, the packages. Sourced, not run.
 
 set -u
