@@ -25,6 +25,9 @@ elseif(ZW_PCH)
   add_compile_options("SHELL:-Xclang -fno-pch-timestamp")
 endif()
 
+# All of a program's links to libraries are made at its start, and read only from then on.
+add_link_options(-Wl,-z,relro -Wl,-z,now)
+
 if(ZW_SANITIZE)
   add_compile_options(-fsanitize=${ZW_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all -g1)
   add_link_options(-fsanitize=${ZW_SANITIZE})

@@ -1,10 +1,10 @@
 // What one line costs the receiver from the socket to the handler, beside a bare receive loop that only looks for the
 // line ends.
 
-#include "feed/socket/FeedOwner.h"
-#include "feed/socket/FeedSlots.h"
 #include "feed/socket/ClientAppSocket.h"
 #include "feed/socket/FeedLog.h"
+#include "feed/socket/FeedOwner.h"
+#include "feed/socket/FeedSlots.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>

@@ -4,11 +4,11 @@
 
 #include "base/Log.h"
 #include "data/store/L1DataStore.h"
+#include "feed/socket/ClientAppSocket.h"
+#include "feed/socket/FeedLog.h"
 #include "feed/socket/FeedOwner.h"
 #include "feed/socket/FeedSlots.h"
 #include "feed/socket/LineHandlers.h"
-#include "feed/socket/ClientAppSocket.h"
-#include "feed/socket/FeedLog.h"
 #include "support/FakeCodeNames.h"
 #include "support/LineGenerator.h"
 #include "support/TempFolder.h"

@@ -124,6 +124,7 @@ TEST_F(RegistrySafety, ASecondDamagedFileDoesNotReplaceTheFirst) {
 }
 
 TEST_F(RegistrySafety, ADamagedFileThatCannotBeSetAsideIsNotOverwritten) {
+    if (!HasOrdinaryUser()) GTEST_SKIP() << kNoOrdinaryUser;
     WriteFile(m_folder / "registry.txt", "precious");
     chmod((m_folder / "registry.txt").c_str(), 0644);
     chmod(m_folder.Path().c_str(), 0555);
@@ -138,6 +139,7 @@ TEST_F(RegistrySafety, ADamagedFileThatCannotBeSetAsideIsNotOverwritten) {
 }
 
 TEST_F(RegistrySafety, AReadOnlyFolderRefusesWritesAndStillReads) {
+    if (!HasOrdinaryUser()) GTEST_SKIP() << kNoOrdinaryUser;
     ASSERT_TRUE(CRegistry(m_folder.Path()).WriteText(kKey, "a", "old"));
     chmod((m_folder / "registry.txt").c_str(), 0644);
     chmod(m_folder.Path().c_str(), 0555);
@@ -152,6 +154,7 @@ TEST_F(RegistrySafety, AReadOnlyFolderRefusesWritesAndStillReads) {
 }
 
 TEST_F(RegistrySafety, AFileWithoutPermissionIsNeitherReadNorReplaced) {
+    if (!HasOrdinaryUser()) GTEST_SKIP() << kNoOrdinaryUser;
     ASSERT_TRUE(CRegistry(m_folder.Path()).WriteText(kKey, "a", "mine"));
     chmod((m_folder / "registry.lock").c_str(), 0666);
     EXPECT_EQ(RunAsOrdinaryUser([&] {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "vxconnect/market/WatchBoard.h"
 #include "vxconnect/common/Level1Client.h"
+#include "vxconnect/market/WatchBoard.h"
 #include "vxconnect/server/Server.h"
 
 #include <gmock/gmock.h>

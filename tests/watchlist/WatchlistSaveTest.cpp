@@ -129,6 +129,7 @@ TEST_F(WatchlistSave, AFileOfWhichNotAllWasReadIsNotOverwrittenUnasked) {
 }
 
 TEST_F(WatchlistSave, AFileThatCannotBeReadIsToldAsThat) {
+    if (!HasOrdinaryUser()) GTEST_SKIP() << kNoOrdinaryUser;
     Change(2, "GS");
     for (const std::string& path : {folder.Path(), state.Path(), files.Path()}) chmod(path.c_str(), 0777);
     for (const std::string& path : {state / "generations", state / "recovery"}) std::filesystem::remove_all(path);
@@ -156,7 +157,7 @@ TEST_F(WatchlistSave, WhatANewFileCannotTakeOverFromTheFormerOneIsTold) {
     EXPECT_EQ(ReadFile(At("second name.vxw")), "Symbols=JPM:1,;\r\n");
     Change(2, "BAC");
     EXPECT_THAT(Save().notices, IsEmpty());
-    if (geteuid() != 0) GTEST_SKIP() << "no file of another user can be made";
+    if (geteuid() != 0 || !HasOrdinaryUser()) GTEST_SKIP() << "no file of another user can be made";
     ASSERT_EQ(chown(At("banks.vxw").c_str(), 1234, 1234), 0);
     chmod(At("banks.vxw").c_str(), 0646);
     Change(2, "MS");
@@ -298,6 +299,7 @@ TEST_F(WatchlistSave, WhatIsNoFileIsNeitherOpenedNorReplaced) {
 }
 
 TEST_F(WatchlistSave, WithoutPermissionTheOldFileStaysAndTheDocumentIsModified) {
+    if (!HasOrdinaryUser()) GTEST_SKIP() << kNoOrdinaryUser;
     Change(2, "BAC");
     const auto fails = [&](const std::string& path) {
         const SFileResult result = file.SaveAs(path, {}, {.withoutFormer = true});

@@ -11,9 +11,9 @@
 #include "base/Utf8Text.h"
 #include "base/qt/QtText.h"
 #include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/document/WatchlistFolder.h"
 #include "watchlist/file/RecoveryFile.h"
 #include "watchlist/file/StateFiles.h"
-#include "watchlist/document/WatchlistFolder.h"
 #include "watchlist/view/WatchlistGrid.h"
 #include "watchlist/view/WatchlistView.h"
 

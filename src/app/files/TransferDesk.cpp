@@ -14,10 +14,10 @@
 #include "watchlist/dialogs/ImportDlg.h"
 #include "watchlist/dialogs/QuoteDataOptions.h"
 #include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/document/WatchlistFolder.h"
 #include "watchlist/edit/ImportText.h"
 #include "watchlist/exchange/ExportText.h"
 #include "watchlist/file/StateFiles.h"
-#include "watchlist/document/WatchlistFolder.h"
 #include "watchlist/view/WatchlistGrid.h"
 #include "watchlist/view/WatchlistView.h"
 

@@ -7,7 +7,6 @@
 #include "base/Registry.h"
 #include "base/UserFolders.h"
 #include "base/qt/QtText.h"
-#include "feed/socket/Product.h"
 
 #include <algorithm>
 
@@ -86,7 +85,7 @@ int main(int argc, char** argv) {
         return 0;
     }
     if (commandLine.version) {
-        std::printf("zantrel-watchlist %s\n", vx::kProgramVersion);
+        std::puts("zantrel-watchlist " ZW_RELEASE);
         return 0;
     }
     if (!commandLine.error.empty()) {
@@ -105,7 +104,7 @@ int main(int argc, char** argv) {
     if (commandLine.openWorkspace) return OpenWorkspace(argc, argv);
     if (IsShownElsewhere(commandLine)) return 0;
     QApplication::setApplicationName(QStringLiteral("zantrel-watchlist"));
-    QApplication::setApplicationVersion(QString::fromLatin1(vx::kProgramVersion));
+    QApplication::setApplicationVersion(QStringLiteral(ZW_RELEASE));
     QApplication::setDesktopFileName(QStringLiteral("zantrel-watchlist")); // As the file is called that is installed.
     vx::CWatchlistApp app(argc, argv, vx::CRegistry::CurrentUser());
     return app.InitInstance() ? app.Run() : 1;

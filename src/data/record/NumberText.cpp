@@ -95,7 +95,7 @@ size_t WriteFixed(double value, int places, bool plus, std::span<char> out) {
     if (!Scale(value, places, scaled)) return WriteRareFixed(value, places, plus, out);
     std::array<char, kMostDigits + kMostPlaces + 4> text;
     char* const end = text.data() + text.size();
-    char* first = end;
+    char* first;
     if (places > 0) {
         const uint64_t power = kPowersOfTen[static_cast<size_t>(places)];
         char* const point = end - places - 1;

@@ -1,7 +1,7 @@
 #include "feed/lookup/LookupSystemInfo.h"
 
-#include "feed/socket/FeedSlots.h"
 #include "feed/socket/FeedLog.h"
+#include "feed/socket/FeedSlots.h"
 #include "feed/socket/SocketError.h"
 
 #include <fmt/format.h>

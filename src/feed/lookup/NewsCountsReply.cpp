@@ -1,8 +1,8 @@
 #include "feed/lookup/NewsCountsReply.h"
 
 #include "base/Text.h"
-#include "feed/socket/FeedSlots.h"
 #include "feed/socket/FeedLog.h"
+#include "feed/socket/FeedSlots.h"
 
 #include <fmt/format.h>
 

@@ -2,8 +2,8 @@
 
 #include "base/Clock.h"
 #include "base/Text.h"
-#include "feed/socket/FeedSlots.h"
 #include "feed/socket/FeedLog.h"
+#include "feed/socket/FeedSlots.h"
 
 #include <fmt/format.h>
 

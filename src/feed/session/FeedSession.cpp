@@ -53,7 +53,7 @@ int CFeedSession::SendToFeed(int slot, std::string_view text) {
 const char* CFeedSession::FeedSlotName(int slot) { return FeedLogOf(slot).port; }
 
 void CFeedSession::LaunchFeedClient() {
-    const SStartResult result = StartFeedClient(kProductId, kProgramVersion);
+    const SStartResult result = StartFeedClient(kProductId, kLaunchVersion);
     if (!result.Started()) PostMessageBox({FeedClientStartError(result), "", EBoxButtons::Ok, EBoxIcon::Exclamation});
 }
 

@@ -2,11 +2,11 @@
 
 #include "feed/lookup/LookupReplies.h"
 #include "feed/session/FeedEnd.h"
-#include "feed/socket/FeedOwner.h"
-#include "feed/socket/FeedSlots.h"
 #include "feed/session/FeedStats.h"
 #include "feed/session/Level1Port.h"
 #include "feed/session/SymbolLimitQueue.h"
+#include "feed/socket/FeedOwner.h"
+#include "feed/socket/FeedSlots.h"
 #include "feed/socket/MessageBoxQueue.h"
 #include "feed/socket/Ports.h"
 

@@ -1,8 +1,8 @@
 #include "feed/socket/ClientAppSocket.h"
 
 #include "base/Clock.h"
-#include "feed/socket/LineHandlers.h"
 #include "feed/socket/FeedLog.h"
+#include "feed/socket/LineHandlers.h"
 
 #include <fmt/format.h>
 

@@ -2,9 +2,10 @@
 
 namespace vx {
 
-// Under what product and version the feed client is started; the version is the program's.
+// The product and version that the feed client is started with. They are part of the protocol: the version stays as it
+// is when a release gets another number, which is the project's in CMakeLists.txt.
 
 inline constexpr const char* kProductId = "ZANTREL_WATCHLIST";
-inline constexpr const char* kProgramVersion = "1.8.3.0";
+inline constexpr const char* kLaunchVersion = "1.8.3.0";
 
 } // namespace vx

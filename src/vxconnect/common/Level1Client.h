@@ -1,7 +1,7 @@
 #pragma once
 
-#include "vxconnect/common/Feed.h"
 #include "vxconnect/common/Connection.h"
+#include "vxconnect/common/Feed.h"
 
 #include <deque>
 

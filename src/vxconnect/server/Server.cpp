@@ -1,8 +1,8 @@
 #include "vxconnect/server/Server.h"
 
+#include "vxconnect/common/Level1Client.h"
 #include "vxconnect/market/SimulatedSource.h"
 #include "vxconnect/server/AdminClient.h"
-#include "vxconnect/common/Level1Client.h"
 #include "vxconnect/server/LookupClient.h"
 
 #include <algorithm>

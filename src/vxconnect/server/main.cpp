@@ -111,7 +111,7 @@ int main(int argc, char** argv) {
         options.input = "/dev/stdin"; // A file like any other: it is not followed, so its end means nothing.
     for (const std::string& name : options.passedOver) Say(name + " is no option of this program and is passed over");
     if (options.help) return std::fputs(std::string(vx::sim::HelpText()).c_str(), stdout) < 0;
-    if (options.version) return std::printf("vxconnect %s\n", VXCONNECT_VERSION) < 0;
+    if (options.version) return std::puts("vxconnect " ZW_RELEASE) < 0;
     if (!options.level1Port) options.level1Port = PortOfSettings(vx::kLevel1PortValue, kLevel1Port);
     if (!options.lookupPort) options.lookupPort = PortOfSettings(vx::kLookupPortValue, kLookupPort);
     if (!options.adminPort) options.adminPort = PortOfSettings(vx::kAdminPortValue, kAdminPort);

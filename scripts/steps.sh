@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Shared by ./run and ./test: the folder, the steps, the packages. Sourced, not run.
 
 set -u
@@ -37,24 +38,37 @@ quietly() {
   rm -f "$log"
 }
 
+# apt_get ARGUMENT...: apt-get as root. While another package manager holds a lock, waits for it, ten minutes at most.
+apt_get() {
+  local log as_root=() tries=120 code=0
+  [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+  log=$(mktemp) || fail "failed: apt-get $1 (no room for a temporary file)"
+  until "${as_root[@]}" env LC_ALL=C DEBIAN_FRONTEND=noninteractive apt-get "$@" >"$log" 2>&1; do
+    code=$?
+    grep -qE '^E: (Could not get lock|Unable to (lock|acquire))' "$log" && [ $((tries -= 1)) -gt 0 ] || break
+    [ $tries -eq 119 ] && echo "Another package manager is at work; waiting for it."
+    sleep 5
+    code=0
+  done
+  [ $code -eq 0 ] || cat "$log" >&2
+  rm -f "$log"
+  return $code
+}
+
 # Installs those of the named packages that are missing, after saying which.
 install_packages() {
   command -v dpkg-query >/dev/null && command -v apt-get >/dev/null ||
     fail "this script installs with apt-get, which is not here; install these and build with CMake: $*"
-  local package missing=() as_root=()
+  local package missing=()
   for package in "$@"; do
     [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
   done
   [ ${#missing[@]} -eq 0 ] && return
-  if [ "$(id -u)" -ne 0 ]; then
-    command -v sudo >/dev/null ||
-      fail "these packages are missing and there is no sudo; as root, run: apt-get install ${missing[*]}"
-    as_root=(sudo)
-  fi
+  [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null ||
+    fail "these packages are missing and there is no sudo; as root, run: apt-get install ${missing[*]}"
   echo "Installing with apt-get: ${missing[*]}"
-  quietly "apt-get update" "${as_root[@]}" apt-get update
-  quietly "apt-get install ${missing[*]}" \
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"
+  step "apt-get update" apt_get update
+  step "apt-get install ${missing[*]}" apt_get install -y --no-install-recommends "${missing[@]}"
 }
 
 # configure PRESET [cmake arguments]

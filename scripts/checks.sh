@@ -1,0 +1,83 @@
+# shellcheck shell=bash
+# What ./test does besides the tests: each check installs what it needs and stops with one line when it finds something.
+# Sourced, not run.
+
+# Every source is laid out as clang-format 14 does it.
+check_format() {
+  install_packages clang-format-14
+  git ls-files -z '*.cpp' '*.h' '*.inl' '*.def' >"$ZW_SCRATCH/files"
+  step "the format; clang-format-14 -i mends it" \
+    xargs -0 -P "$(nproc)" -n 50 clang-format-14 --dry-run --Werror <"$ZW_SCRATCH/files"
+}
+
+# The sources that differ from those of a commit: ZW_BASE, else where this branch left main, else the commit before.
+changed_files() {
+  local base
+  base=${ZW_BASE:-$(git merge-base HEAD main 2>/dev/null || true)}
+  [ -z "$base" ] || [ "$base" = "$(git rev-parse HEAD)" ] && base=HEAD~1
+  git rev-parse -q --verify "$base^{commit}" >/dev/null || return 0
+  git diff --name-only --diff-filter=d "$base" -- 'src/*.cpp'
+}
+
+# check_tidy [all]: clang-tidy 14 over the core and the changed files, or over all.
+check_tidy() {
+  install_packages "${ZW_BUILD_PACKAGES[@]}" clang-14 clang-tidy-14
+  configure tidy -DZW_TESTS=OFF -DZW_BENCH=OFF
+  if [ "${1:-}" = all ]; then
+    git ls-files 'src/*.cpp'
+  else
+    { git ls-files 'src/base/*.cpp' 'src/data/*.cpp' 'src/settings/*.cpp' && changed_files; } | sort -u
+  fi >"$ZW_SCRATCH/files"
+  echo "clang-tidy over $(wc -l <"$ZW_SCRATCH/files") files"
+  step "clang-tidy" xargs -P "$(nproc)" -n 1 scripts/tidy-one.sh <"$ZW_SCRATCH/files"
+}
+
+# Everything that needs no window, built without Widgets, and its tests.
+check_core() {
+  install_packages "${ZW_BUILD_PACKAGES[@]}" "${ZW_TEST_PACKAGES[@]}"
+  configure core -DZW_TESTS=ON
+  build core
+  step "the tests (core)" ctest --test-dir build/core -j "$(nproc)" --output-on-failure
+}
+
+# The programs without optimisation.
+check_debug() {
+  install_packages "${ZW_BUILD_PACKAGES[@]}"
+  configure debug -DZW_TESTS=OFF -DZW_BENCH=OFF
+  build debug
+}
+
+# check_fuzz [SECONDS]: every fuzzer from its corpus, 5 seconds each. What it finds is in build/fuzz/findings.
+check_fuzz() {
+  local seconds=${1:-5}
+  install_packages "${ZW_BUILD_PACKAGES[@]}" "${ZW_ASAN_PACKAGES[@]}"
+  configure fuzz
+  build fuzz
+  mkdir -p build/fuzz/findings
+  find build/fuzz/bin/fuzz -name 'fuzz_*' -printf '%f\n' | sed 's/^fuzz_//' | sort >"$ZW_SCRATCH/fuzzers"
+  step "fuzzing; the inputs are in build/fuzz/findings" \
+    xargs -P "$(nproc)" -I '{}' scripts/fuzz-one.sh '{}' "$seconds" <"$ZW_SCRATCH/fuzzers"
+}
+
+# Every benchmark once. A missed bar is reported and fails nothing: the machine may be busy.
+check_bench() {
+  local program
+  install_packages "${ZW_BUILD_PACKAGES[@]}" "${ZW_TEST_PACKAGES[@]}"
+  configure release -DZW_TESTS=ON -DZW_BENCH=ON
+  build release
+  for program in build/release/bin/bench/bench_*; do
+    echo "== $(basename "$program")"
+    QT_QPA_PLATFORM=offscreen timeout 300 "$program" || echo "$(basename "$program"): status $?, a bar is missed"
+  done
+}
+
+# The two threads that work while the program does: log and recovery writer.
+check_tsan() {
+  install_packages "${ZW_BUILD_PACKAGES[@]}" "${ZW_TEST_PACKAGES[@]}" "${ZW_ASAN_PACKAGES[@]}"
+  configure tsan -DZW_TESTS=ON
+  build tsan base_tests watchlist_tests
+  export TSAN_OPTIONS="halt_on_error=1:${TSAN_OPTIONS:-}"
+  step "the log under thread sanitizer" build/tsan/bin/tests/base_tests --gtest_brief=1 --gtest_filter='LogTest.*'
+  step "the recovery writer under thread sanitizer" \
+    build/tsan/bin/tests/watchlist_tests --gtest_brief=1 --gtest_filter='Recovery.*'
+}
