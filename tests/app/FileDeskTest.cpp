@@ -4,7 +4,7 @@
 #include "app/commands/MainMenus.h"
 #include "app/files/FileMenus.h"
 #include "app/shell/QtMessageBox.h"
-#include "app/shell/StrayKeyGuard.h"
+#include "app/frame/StrayKeyGuard.h"
 #include "support/Dialogs.h"
 #include "support/EventLoop.h"
 #include "support/FakeClock.h"

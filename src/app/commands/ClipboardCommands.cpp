@@ -1,6 +1,6 @@
 #include "app/commands/ClipboardCommands.h"
 
-#include "app/files/WorkProgress.h"
+#include "app/frame/WorkProgress.h"
 #include "app/shell/MainFrame.h"
 #include "base/MessageBox.h"
 #include "base/qt/QtText.h"

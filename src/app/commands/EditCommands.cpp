@@ -3,7 +3,7 @@
 #include "app/commands/ColumnCommands.h"
 #include "app/commands/RowCommands.h"
 #include "app/shell/MainFrame.h"
-#include "app/windows/ShownText.h"
+#include "app/frame/ShownText.h"
 #include "base/qt/QtText.h"
 #include "settings/Settings.h"
 #include "watchlist/dialogs/InsertDeleteChoiceDlg.h"

@@ -2,7 +2,7 @@
 
 #include "app/commands/MainMenus.h"
 #include "app/shell/MainFrame.h"
-#include "app/shell/Theme.h"
+#include "app/frame/Theme.h"
 #include "base/qt/QtText.h"
 #include "settings/Settings.h"
 #include "watchlist/document/UndoStep.h"

@@ -2,9 +2,9 @@
 
 #include "app/commands/Commands.h"
 #include "app/files/FileDialogs.h"
-#include "app/files/WorkProgress.h"
+#include "app/frame/WorkProgress.h"
 #include "app/shell/MainFrame.h"
-#include "app/shell/StrayKeyGuard.h"
+#include "app/frame/StrayKeyGuard.h"
 #include "app/workspace/WindowDesk.h"
 #include "base/MessageBox.h"
 #include "base/Text.h"

@@ -3,7 +3,7 @@
 #include "app/files/FileDesk.h"
 #include "app/files/RecoveryDlg.h"
 #include "app/shell/MainFrame.h"
-#include "app/shell/StrayKeyGuard.h"
+#include "app/frame/StrayKeyGuard.h"
 #include "base/Clock.h"
 #include "base/Log.h"
 #include "base/MessageBox.h"

@@ -4,7 +4,7 @@
 #include "app/files/FileDesk.h"
 #include "app/files/FileDialogs.h"
 #include "app/files/ListPrinter.h"
-#include "app/files/WorkProgress.h"
+#include "app/frame/WorkProgress.h"
 #include "app/shell/MainFrame.h"
 #include "base/ErrorText.h"
 #include "base/Log.h"

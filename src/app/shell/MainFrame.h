@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/shell/FeedHealth.h"
-#include "app/shell/NorvCommandLineInfo.h"
+#include "app/frame/NorvCommandLineInfo.h"
 #include "app/shell/NorvMainFrame.h"
 #include "data/store/L1DataStore.h"
 #include "data/store/MarketClock.h"

@@ -4,7 +4,7 @@
 #include "app/windows/ListWindow.h"
 #include "app/windows/SearchFilter.h"
 #include "app/windows/SearchResultModel.h"
-#include "app/windows/ShownText.h"
+#include "app/frame/ShownText.h"
 #include "feed/session/FeedSession.h"
 #include "feed/socket/ClientAppSocket.h"
 #include "settings/Settings.h"

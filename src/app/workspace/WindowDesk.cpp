@@ -2,7 +2,7 @@
 
 #include "app/commands/Commands.h"
 #include "app/files/FileDesk.h"
-#include "app/shell/FramePlacement.h"
+#include "app/frame/FramePlacement.h"
 #include "app/shell/MainFrame.h"
 #include "app/workspace/RunningWindows.h"
 #include "app/workspace/WindowSlot.h"

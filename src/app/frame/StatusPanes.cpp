@@ -1,4 +1,4 @@
-#include "app/shell/StatusPanes.h"
+#include "app/frame/StatusPanes.h"
 
 #include "base/qt/QtText.h"
 

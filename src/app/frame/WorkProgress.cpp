@@ -1,4 +1,4 @@
-#include "app/files/WorkProgress.h"
+#include "app/frame/WorkProgress.h"
 
 #include "app/shell/NorvMainFrame.h"
 

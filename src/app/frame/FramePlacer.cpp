@@ -1,6 +1,6 @@
-#include "app/shell/FramePlacer.h"
+#include "app/frame/FramePlacer.h"
 
-#include "app/shell/FramePlacement.h"
+#include "app/frame/FramePlacement.h"
 
 #include <QEvent>
 #include <QGuiApplication>
