@@ -1,6 +1,6 @@
-#include "app/shell/FeedHealth.h"
 #include "app/frame/FramePlacement.h"
 #include "app/frame/NorvCommandLineInfo.h"
+#include "app/shell/FeedHealth.h"
 
 #include <gmock/gmock.h>
 
