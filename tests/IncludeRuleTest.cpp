@@ -43,6 +43,7 @@ const std::map<std::string, Rooms> kRooms = {
     {"feed", {"socket", "lookup", "session"}},
     {"alerts", {"rules", "ui"}},
     {"watchlist", {"document", "fileformat", "file", "exchange", "edit", "view", "dialogs"}},
+    {"app", {"frame", "commands", "windows", "files", "alerts", "workspace", "shell"}},
     {"vxconnect", {"common", "market", "data", "server"}},
 };
 

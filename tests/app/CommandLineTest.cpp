@@ -1,6 +1,6 @@
+#include "app/frame/FramePlacement.h"
+#include "app/frame/NorvCommandLineInfo.h"
 #include "app/shell/FeedHealth.h"
-#include "app/shell/FramePlacement.h"
-#include "app/shell/NorvCommandLineInfo.h"
 
 #include <gmock/gmock.h>
 

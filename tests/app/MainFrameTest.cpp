@@ -2,6 +2,7 @@
 
 #include "app/commands/Commands.h"
 #include "app/files/FileDesk.h"
+#include "app/frame/FramePlacer.h"
 #include "app/shell/AboutDlg.h"
 #include "data/catalogue/UpdateFields.h"
 #include "news/NewsRequest.h"
@@ -250,7 +251,7 @@ TEST_F(CMainFrameTest, TheCommandLinePlacesTheWindowBeforeTheFileAndTheLastRun) 
                  fmt::format("Window=40;50;600;{};{};FALSE\r\n", 400 + maximised, maximised ? "TRUE" : "FALSE"),
                  "Other");
         EXPECT_EQ(named.isMaximized(), maximised);
-        EXPECT_EQ(named.Placement().height, 400 + maximised);
+        EXPECT_EQ(named.Place().Placement().height, 400 + maximised);
     }
 }
 

@@ -10,6 +10,7 @@
 #include "app/alerts/AlertDesk.h"
 #include "app/alerts/MissedAlerts.h"
 #include "app/alerts/Presence.h"
+#include "app/frame/FramePlacer.h"
 #include "support/Display.h"
 #include "support/EventLoop.h"
 #include "support/FakeClock.h"
@@ -258,7 +259,7 @@ TEST_F(NoticeOnDisplay, ItComesBackToWhereTheUserDraggedItAndDoesNotDrift) {
 }
 
 TEST_F(NoticeOnDisplay, ItStaysAboveTheBoardAndComesUpWhileThatIsMinimised) {
-    board->SetAlwaysOnTop(true);
+    board->Place().SetAlwaysOnTop(true);
     settings.WriteText(kNoticePlace, "100,100");
     board->move(0, 0);
     Fire();

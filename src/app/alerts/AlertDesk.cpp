@@ -11,10 +11,12 @@
 #include "alerts/ui/NoticeQueue.h"
 #include "app/alerts/MissedAlerts.h"
 #include "app/alerts/Presence.h"
+#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
-#include "app/shell/MainFrame.h"
+#include "app/frame/StatusPanes.h"
 #include "base/Log.h"
 #include "base/UserFolders.h"
+#include "data/store/L1DataStore.h"
 #include "data/text/CellText.h"
 #include "settings/Settings.h"
 #include "watchlist/document/UndoStep.h"
@@ -26,7 +28,6 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QGuiApplication>
-#include <QStatusBar>
 
 #include <fmt/format.h>
 
@@ -35,86 +36,80 @@
 
 namespace vx {
 
-CAlertDesk::CAlertDesk(CMainFrame& frame, CCommands& commands)
-    : QObject(&frame), m_frame(frame), m_history(UserStateFolder()),
-      m_services{.settings = frame.Settings(),
+CAlertDesk::CAlertDesk(const SBoardContext& context)
+    : QObject(&context.window), m_context(context), m_history(UserStateFolder()),
+      m_services{.settings = context.settings,
                  .player = m_preview,
                  .symbols = [this] { return Symbols(); },
                  .valueNow = [this](std::string_view symbol, int32_t id) { return ValueNow(symbol, id); },
-                 .isMuted = [this] { return m_frame.Settings().ReadBoolean(kAlertMute); }},
-      m_notices(new CNoticeQueue(m_player, frame, &frame, frame.Settings(), this)), m_presence(new CPresence(this)),
-      m_missed(new CMissedAlerts(*frame.statusBar(), this)) {
-    m_frame.Document().Alerts().SetNotices(this);
-    m_frame.installEventFilter(this);
-    m_notices->SetMuted(m_frame.Settings().ReadBoolean(kAlertMute));
+                 .isMuted = [this] { return m_context.settings.ReadBoolean(kAlertMute); }},
+      m_notices(new CNoticeQueue(m_player, *this, &context.window, context.settings, this)),
+      m_presence(new CPresence(this)), m_missed(new CMissedAlerts(context.status, this)) {
+    m_context.doc.Alerts().SetNotices(this);
+    m_notices->SetMuted(m_context.settings.ReadBoolean(kAlertMute));
     m_notices->SetInUse([this] { return m_presence->IsHere(); });
     m_notices->SetTarget([this](const SFiredNotice& fired) { return TargetOf(fired); });
     m_notices->SetEnded([this](const SFiredNotice& fired, EFiringEnd end) { OnEnded(fired, end); });
-    m_missed->SetUrgent([this] { return m_frame.Settings().ReadBoolean(kAlertUrgent); });
+    m_missed->SetUrgent([this] { return m_context.settings.ReadBoolean(kAlertUrgent); });
     connect(m_notices, &CNoticeQueue::Opening, this, &CAlertDesk::OnOpening);
     connect(m_presence, &CPresence::Returned, this, &CAlertDesk::NoteSeen);
     connect(m_presence, &CPresence::Returned, m_missed, &CMissedAlerts::OnReturn);
     connect(m_missed, &CMissedAlerts::Asked, this, &CAlertDesk::ShowHistory);
     connect(m_missed, &CMissedAlerts::Called, this, &CAlertDesk::ShowWindow);
-    BindCommands(commands);
+    BindCommands();
 }
 
 // The windows use the players, the services and the history.
 CAlertDesk::~CAlertDesk() {
-    qDeleteAll(m_frame.findChildren<CNewAlertDlg*>());
+    qDeleteAll(m_context.window.findChildren<CNewAlertDlg*>());
     delete m_notices;
     delete m_historyDlg;
 }
 
-void CAlertDesk::BindCommands(CCommands& commands) {
+void CAlertDesk::BindCommands() {
+    CCommands& commands = m_context.commands;
     commands.Bind(ECommand::AlertsEdit, [this] { EditAlerts(FocusSymbol()); });
     commands.Bind(ECommand::AlertNew, [this] {
-        const SGridCell focus = m_frame.View().Grid().FocusCell();
+        const SGridCell focus = m_context.view.Grid().FocusCell();
         NewAlert(focus.row, focus.column);
     });
     commands.Bind(ECommand::AlertHistory, [this] { ShowHistory(); });
     commands.Bind(
         ECommand::AlertMute,
         [this] {
-            const bool mute = !m_frame.Settings().ReadBoolean(kAlertMute);
-            m_frame.Settings().WriteBoolean(kAlertMute, mute);
+            const bool mute = !m_context.settings.ReadBoolean(kAlertMute);
+            m_context.settings.WriteBoolean(kAlertMute, mute);
             m_notices->SetMuted(mute);
         },
-        [this](SCommandState& state) { state.checked = m_frame.Settings().ReadBoolean(kAlertMute); });
+        [this](SCommandState& state) { state.checked = m_context.settings.ReadBoolean(kAlertMute); });
     commands.Bind(
         ECommand::AlertUrgent,
-        [this] { m_frame.Settings().WriteBoolean(kAlertUrgent, !m_frame.Settings().ReadBoolean(kAlertUrgent)); },
-        [this](SCommandState& state) { state.checked = m_frame.Settings().ReadBoolean(kAlertUrgent); });
+        [this] { m_context.settings.WriteBoolean(kAlertUrgent, !m_context.settings.ReadBoolean(kAlertUrgent)); },
+        [this](SCommandState& state) { state.checked = m_context.settings.ReadBoolean(kAlertUrgent); });
 }
 
 // From the alert to the notice
 
 void CAlertDesk::PostNotice(std::string record, const A_INFO& fired) {
-    QCoreApplication::postEvent(&m_frame,
-                                new CAlertFiredMessage(std::move(record), fired, m_frame.Document().OpenCount()));
+    QCoreApplication::postEvent(this, new CAlertFiredMessage(std::move(record), fired, m_context.doc.OpenCount()));
 }
 
 void CAlertDesk::PostNewsNotice(SAlertNotice notice, const A_INFO& fired) {
-    QCoreApplication::postEvent(&m_frame,
-                                new CAlertFiredMessage(std::move(notice), fired, m_frame.Document().OpenCount()));
+    QCoreApplication::postEvent(this, new CAlertFiredMessage(std::move(notice), fired, m_context.doc.OpenCount()));
 }
 
-bool CAlertDesk::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &m_frame && event->type() == kAlertFiredMessage) {
+void CAlertDesk::customEvent(QEvent* event) {
+    if (event->type() == kAlertFiredMessage)
         OnFired(static_cast<const CAlertFiredMessage&>(*event));
-        return true;
-    }
-    if (watched == &m_frame && event->type() == kResetAlertMessage) {
+    else if (event->type() == kResetAlertMessage)
         OnReset(static_cast<const CResetAlertMessage&>(*event));
-        return true;
-    }
-    return QObject::eventFilter(watched, event);
 }
 
 void CAlertDesk::OnFired(const CAlertFiredMessage& message) {
     SFiredNotice fired = message.Fired();
     LogInformation(ShownLine(NoticeTitle(fired.notice)));
-    if (m_frame.isMinimized() && !QGuiApplication::focusWindow()) m_presence->SetHere(false); // Sooner than a poll.
+    if (m_context.window.isMinimized() && !QGuiApplication::focusWindow())
+        m_presence->SetHere(false); // Sooner than a poll.
     const int64_t awaySince = m_presence->AwaySinceMs();
     fired.id = m_history.NoteFired(FiringOf(fired.notice, message.FiredMs(), awaySince));
     fired.wasAway = awaySince != 0;
@@ -143,7 +138,7 @@ void CAlertDesk::NoteSeen() {
 
 // Another watchlist may have been opened meanwhile, whose alerts the notice is not about.
 SNoticeTarget CAlertDesk::TargetOf(const SFiredNotice& fired) const {
-    const CWatchlistDoc& doc = m_frame.Document();
+    const CWatchlistDoc& doc = m_context.doc;
     const std::string& symbol = fired.notice.symbol;
     const auto index = static_cast<size_t>(fired.notice.index);
     SNoticeTarget out{.canArm = false, .canReset = false, .resetLine = {}, .taken = {}};
@@ -160,7 +155,7 @@ SNoticeTarget CAlertDesk::TargetOf(const SFiredNotice& fired) const {
 }
 
 void CAlertDesk::OnReset(const CResetAlertMessage& message) {
-    CAlertsMap& alerts = m_frame.Document().Alerts();
+    CAlertsMap& alerts = m_context.doc.Alerts();
     const SFiredNotice& of = message.Of();
     const auto index = static_cast<size_t>(of.notice.index);
     const bool isThere = TargetOf(of).canReset;
@@ -185,7 +180,7 @@ void CAlertDesk::NoteReset(const SFiredNotice& of, const A_INFO& changed, double
 
 bool CAlertDesk::Arm(const SFiredNotice& fired) {
     if (!TargetOf(fired).canArm) return false;
-    CAlertsMap& alerts = m_frame.Document().Alerts();
+    CAlertsMap& alerts = m_context.doc.Alerts();
     alerts.Arm(fired.notice.symbol, alerts.IndexOf(fired.notice.symbol, fired.alert));
     return true;
 }
@@ -203,17 +198,18 @@ void CAlertDesk::NoteEnded(const SFiredNotice& fired, EFiringEnd end) {
 
 // The user chose the desktop's notification, and is here whatever the desktop makes of it.
 void CAlertDesk::ShowWindow() {
-    if (m_frame.isMinimized()) m_frame.setWindowState(m_frame.windowState() & ~Qt::WindowMinimized);
-    m_frame.raise();
-    m_frame.activateWindow();
+    if (m_context.window.isMinimized())
+        m_context.window.setWindowState(m_context.window.windowState() & ~Qt::WindowMinimized);
+    m_context.window.raise();
+    m_context.window.activateWindow();
     m_presence->SetHere(true);
 }
 
 // The windows
 
 void CAlertDesk::EditAlerts(std::string_view symbol) {
-    CWatchlistDoc& doc = m_frame.Document();
-    EditAlertsWithDialog(doc.Alerts(), m_services, &m_frame, std::string(symbol), [&](const auto& commit) {
+    CWatchlistDoc& doc = m_context.doc;
+    EditAlertsWithDialog(doc.Alerts(), m_services, &m_context.window, std::string(symbol), [&](const auto& commit) {
         CUndoStep step(doc, "edit alerts");
         step.CoverAlerts();
         commit();
@@ -221,7 +217,7 @@ void CAlertDesk::EditAlerts(std::string_view symbol) {
 }
 
 void CAlertDesk::NewAlert(int row, int column) {
-    CWatchlistDoc& doc = m_frame.Document();
+    CWatchlistDoc& doc = m_context.doc;
     SAlertDraft draft;
     draft.symbol = doc.RowSymbol(row);
     const bool isColumn = column >= 1 && column < doc.Columns().Count();
@@ -232,12 +228,12 @@ void CAlertDesk::NewAlert(int row, int column) {
         if (!draft.symbol.empty()) draft.value = ValueNow(draft.symbol, *id);
     }
     draft.soundType = static_cast<uint32_t>(EAlertSound::BuiltIn);
-    auto* dialog = new CNewAlertDlg(m_services, draft, &m_frame);
+    auto* dialog = new CNewAlertDlg(m_services, draft, &m_context.window);
     dialog->setWindowTitle(tr("New Alert"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setModal(true);
     connect(dialog, &QDialog::accepted, this, [this, dialog] {
-        CWatchlistDoc& document = m_frame.Document();
+        CWatchlistDoc& document = m_context.doc;
         CUndoStep step(document, "new alert");
         step.CoverAlerts();
         if (!document.Alerts().Add(dialog->Symbol(), dialog->Alert())) TellNoRoomForAlert(dialog->Symbol());
@@ -247,7 +243,7 @@ void CAlertDesk::NewAlert(int row, int column) {
 
 void CAlertDesk::ShowHistory() {
     if (!m_historyDlg)
-        m_historyDlg = new CAlertHistoryDlg(m_history, &m_frame);
+        m_historyDlg = new CAlertHistoryDlg(m_history, &m_context.window);
     else if (!m_historyDlg->isVisible())
         m_historyDlg->ShowMissed();
     m_missed->Clear();
@@ -257,19 +253,19 @@ void CAlertDesk::ShowHistory() {
 }
 
 std::string_view CAlertDesk::FocusSymbol() const {
-    return m_frame.Document().RowSymbol(m_frame.View().Grid().FocusCell().row);
+    return m_context.doc.RowSymbol(m_context.view.Grid().FocusCell().row);
 }
 
 std::vector<std::string> CAlertDesk::Symbols() const {
     std::vector<std::string> out;
-    m_frame.Document().Symbols().ForEach([&](const SYMBOL_DATA& data) { out.push_back(data.symbol); });
+    m_context.doc.Symbols().ForEach([&](const SYMBOL_DATA& data) { out.push_back(data.symbol); });
     std::ranges::sort(out);
     return out;
 }
 
 std::string CAlertDesk::ValueNow(std::string_view symbol, int32_t fieldId) const {
     const SFieldEntry* field = JudgedField(fieldId);
-    const CSymbolRec* record = m_frame.Store().Find(symbol);
+    const CSymbolRec* record = m_context.doc.Store().Find(symbol);
     if (!field || !record || CellDirection(*record, *field) == EDirection::NeverSet) return {};
     return fmt::format("{}", CellNumber(*record, *field));
 }

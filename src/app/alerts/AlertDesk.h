@@ -15,23 +15,22 @@ namespace vx {
 
 class CAlertFiredMessage;
 class CAlertHistoryDlg;
-class CCommands;
-class CMainFrame;
 class CMissedAlerts;
 class CNoticeQueue;
 class CPresence;
 class CResetAlertMessage;
 struct SNoticeTarget;
+struct SBoardContext;
 
 /// Tells the user of the alerts that fire, and opens the windows in which they are set and looked up. What fired comes
-/// to the frame as a posted message, so that nothing opens while a line of the feed is being handled.
+/// as a posted message, so that nothing opens while a line of the feed is being handled.
 ///
-/// Owns    nothing of the frame, which outlives it
+/// Owns    nothing of the context
 /// Thread  GUI thread only
 class CAlertDesk : public QObject, public CAlertNotices {
     Q_OBJECT
 public:
-    CAlertDesk(CMainFrame& frame, CCommands& commands);
+    explicit CAlertDesk(const SBoardContext& context);
     ~CAlertDesk() override;
 
     void PostNotice(std::string record, const A_INFO& fired) override;
@@ -50,11 +49,11 @@ public:
     CMissedAlerts& Missed() { return *m_missed; }
 
 protected:
-    /// The two alert messages of the frame.
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    /// Alerts that fired, and the resets of their notices.
+    void customEvent(QEvent* event) override;
 
 private:
-    void BindCommands(CCommands& commands);
+    void BindCommands();
     void OnFired(const CAlertFiredMessage& message);
     void OnOpening();
     void NoteSeen();
@@ -69,7 +68,7 @@ private:
     std::vector<std::string> Symbols() const;
     std::string ValueNow(std::string_view symbol, int32_t fieldId) const;
 
-    CMainFrame& m_frame;
+    const SBoardContext& m_context;
     CAlertHistory m_history;
     CEffectSoundPlayer m_player;  ///< Of the notices.
     CEffectSoundPlayer m_preview; ///< Of the dialogs: trying a sound ends none of a notice.
@@ -77,7 +76,7 @@ private:
     CNoticeQueue* m_notices;
     CPresence* m_presence;
     CMissedAlerts* m_missed;
-    CAlertHistoryDlg* m_historyDlg = nullptr; ///< The frame's, once it was asked for.
+    CAlertHistoryDlg* m_historyDlg = nullptr; ///< The window's, once it was asked for.
     std::string m_seen;                       ///< The firing that was last noted as seen.
 };
 

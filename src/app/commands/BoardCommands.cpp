@@ -1,7 +1,7 @@
 #include "app/commands/BoardCommands.h"
 
-#include "app/shell/MainFrame.h"
-#include "watchlist/document/WatchlistDoc.h"
+#include "app/commands/BoardContext.h"
+#include "app/frame/StatusPanes.h"
 #include "watchlist/view/WatchlistGrid.h"
 #include "watchlist/view/WatchlistView.h"
 
@@ -9,16 +9,21 @@
 
 namespace vx {
 
-CBoardCommands::CBoardCommands(const SBoardSeat& seat)
-    : QObject(&seat.desk), m_frame(seat.frame), m_commands(seat.commands) {}
+CBoardCommands::CBoardCommands(const SBoardContext& context, QObject* parent) : QObject(parent), m_context(context) {}
 
-CWatchlistDoc& CBoardCommands::Doc() const { return m_frame.Document(); }
+CCommands& CBoardCommands::Commands() const { return m_context.commands; }
 
-CWatchlistView& CBoardCommands::View() const { return m_frame.View(); }
+CWatchlistDoc& CBoardCommands::Doc() const { return m_context.doc; }
 
-CWatchlistGrid& CBoardCommands::Grid() const { return m_frame.View().Grid(); }
+CWatchlistView& CBoardCommands::View() const { return m_context.view; }
 
-CSettings& CBoardCommands::Settings() const { return m_frame.Settings(); }
+CWatchlistGrid& CBoardCommands::Grid() const { return m_context.view.Grid(); }
+
+CSettings& CBoardCommands::Settings() const { return m_context.settings; }
+
+CStatusPanes& CBoardCommands::Status() const { return m_context.status; }
+
+QWidget& CBoardCommands::Window() const { return m_context.window; }
 
 SGridRegion CBoardCommands::Region() const { return SelectedRegion(Grid()); }
 
@@ -27,7 +32,7 @@ SCellRange CBoardCommands::CellRange() const {
     return {range.firstRow, range.lastRow, range.firstColumn, range.lastColumn};
 }
 
-void CBoardCommands::Say(std::string_view text) { m_frame.Say(text); }
+void CBoardCommands::Say(std::string_view text) { m_context.status.Say(text); }
 
 std::string CBoardCommands::Counted(int count, const char* one) {
     return fmt::format("{} {}{}", count, one, count == 1 ? "" : "s");

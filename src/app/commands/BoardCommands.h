@@ -11,34 +11,30 @@
 
 namespace vx {
 
-class CMainFrame;
 class CSettings;
+class CStatusPanes;
 class CWatchlistDoc;
 class CWatchlistGrid;
 class CWatchlistView;
-
-/// Where a group of commands belongs.
-struct SBoardSeat {
-    CMainFrame& frame;
-    CCommands& commands;
-    QObject& desk; ///< Owns the group.
-};
+struct SBoardContext;
 
 /// What the groups of commands that work on the board share.
 ///
-/// Owns    nothing of the frame, which outlives it
+/// Owns    nothing of the context
 /// Thread  GUI thread only
 class CBoardCommands : public QObject {
     Q_OBJECT
 protected:
-    explicit CBoardCommands(const SBoardSeat& seat);
+    CBoardCommands(const SBoardContext& context, QObject* parent);
 
-    CMainFrame& Frame() const { return m_frame; }
-    CCommands& Commands() const { return m_commands; }
+    CCommands& Commands() const;
     CWatchlistDoc& Doc() const;
     CWatchlistView& View() const;
     CWatchlistGrid& Grid() const;
     CSettings& Settings() const;
+    CStatusPanes& Status() const;
+    /// The parent of dialogs.
+    QWidget& Window() const;
     SGridRegion Region() const;
     /// The selection as the document's operations take it.
     SCellRange CellRange() const;
@@ -49,8 +45,7 @@ protected:
     static std::string Counted(int count, const char* one);
 
 private:
-    CMainFrame& m_frame;
-    CCommands& m_commands;
+    const SBoardContext& m_context;
 };
 
 } // namespace vx

@@ -1,5 +1,6 @@
 #include "app/commands/BoardDesk.h"
 
+#include "app/commands/BoardContext.h"
 #include "app/commands/ClipboardCommands.h"
 #include "app/commands/ColumnCommands.h"
 #include "app/commands/EditCommands.h"
@@ -7,7 +8,6 @@
 #include "app/commands/OrderCommands.h"
 #include "app/commands/RowCommands.h"
 #include "app/commands/ViewCommands.h"
-#include "app/shell/MainFrame.h"
 #include "watchlist/view/WatchlistGrid.h"
 #include "watchlist/view/WatchlistView.h"
 
@@ -16,23 +16,22 @@
 
 namespace vx {
 
-CBoardDesk::CBoardDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame), m_frame(frame), m_commands(commands) {
-    const SBoardSeat seat{frame, commands, *this};
-    m_view = new CViewCommands(seat);
-    auto* rows = new CRowCommands(seat);
-    auto* columns = new CColumnCommands(seat);
-    new CEditCommands(seat, *rows, *columns);
-    new CClipboardCommands(seat);
-    new CGridMenus(seat, *columns);
-    new COrderCommands(seat);
+CBoardDesk::CBoardDesk(const SBoardContext& context, CMainMenus& menus) : QObject(&context.window), m_context(context) {
+    m_view = new CViewCommands(context, this, menus);
+    auto* rows = new CRowCommands(context, this);
+    auto* columns = new CColumnCommands(context, this);
+    new CEditCommands(context, this, *rows, *columns);
+    new CClipboardCommands(context, this);
+    new CGridMenus(context, this, *columns);
+    new COrderCommands(context, this);
 
-    CWatchlistView& view = frame.View();
-    commands.SetBefore([&view] { view.Grid().EndEdit(true); });
-    connect(&view, &CWatchlistView::DocumentChanged, this, [this] { m_commands.RefreshSoon(); });
+    CWatchlistView& view = context.view;
+    context.commands.SetBefore([&view] { view.Grid().EndEdit(true); });
+    connect(&view, &CWatchlistView::DocumentChanged, this, [this] { m_context.commands.RefreshSoon(); });
     // Companion programs change settings, and hand the keyboard back.
-    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this] { m_commands.RefreshSoon(); });
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this] { m_context.commands.RefreshSoon(); });
     // At once: the next key may be that of a command that depends on it.
-    const auto refresh = [this] { m_commands.Refresh(); };
+    const auto refresh = [this] { m_context.commands.Refresh(); };
     connect(&view.Grid(), &CGridCtrl::FocusCellChanged, this, refresh);
     connect(&view.Grid(), &CGridCtrl::SelectionChanged, this, refresh);
     connect(&view.Grid(), &CGridCtrl::CellDoubleClicked, this, [this](int, int column) { OpenDetail(column); });
@@ -40,13 +39,13 @@ CBoardDesk::CBoardDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame)
 
 // What a cell that stands for more has behind it.
 void CBoardDesk::OpenDetail(int column) {
-    const SSpecialColumns& special = m_frame.View().Special();
-    const int field = m_frame.View().Grid().FieldAt(column);
+    const SSpecialColumns& special = m_context.view.Special();
+    const int field = m_context.view.Grid().FieldAt(column);
     const ECommand command = field == special.alerts  ? ECommand::AlertsEdit
                              : field == special.notes ? ECommand::EditNote
                                                       : ECommand::Headlines;
     // Not from inside the grid's handling of the mouse: some of them are modal.
-    QMetaObject::invokeMethod(&m_commands.Action(command), &QAction::trigger, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(&m_context.commands.Action(command), &QAction::trigger, Qt::QueuedConnection);
 }
 
 void CBoardDesk::UseTheme(const QString& name, bool keep) { m_view->UseTheme(name, keep); }

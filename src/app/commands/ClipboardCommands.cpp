@@ -1,7 +1,7 @@
 #include "app/commands/ClipboardCommands.h"
 
-#include "app/files/WorkProgress.h"
-#include "app/shell/MainFrame.h"
+#include "app/commands/BoardContext.h"
+#include "app/frame/WorkProgress.h"
 #include "base/MessageBox.h"
 #include "base/qt/QtText.h"
 #include "watchlist/document/UndoStep.h"
@@ -35,10 +35,11 @@ std::optional<SPastedText> TextOf(const QMimeData* data) {
 
 } // namespace
 
-CClipboardCommands::CClipboardCommands(const SBoardSeat& seat) : CBoardCommands(seat) {
-    seat.commands.Bind(ECommand::EditCopy, [this] { Copy(); });
-    seat.commands.Bind(ECommand::EditCut, [this] { Cut(); });
-    seat.commands.Bind(ECommand::EditPaste, [this] { Paste(); });
+CClipboardCommands::CClipboardCommands(const SBoardContext& context, QObject* parent)
+    : CBoardCommands(context, parent) {
+    context.commands.Bind(ECommand::EditCopy, [this] { Copy(); });
+    context.commands.Bind(ECommand::EditCut, [this] { Cut(); });
+    context.commands.Bind(ECommand::EditPaste, [this] { Paste(); });
     connect(&Grid(), &CGridCtrl::DataDropped, this, [this](const QMimeData* dropped, int row, int column) {
         if (dropped != nullptr) Drop(*dropped, row, column);
     });
@@ -102,7 +103,7 @@ void CClipboardCommands::PasteAt(const SPastedText& pasted, int row, int column)
     Grid().SetMarkedRange({});
     SPasteResult result;
     {
-        CWorkProgressBox progress(&Frame(), tr("Pasting rows..."));
+        CWorkProgressBox progress(&Window(), tr("Pasting rows..."));
         result = PasteText(Doc(), row, column, BytesFromQt(pasted.text), pasted.marks, progress.Function());
     }
     if (!result.message.empty()) ShowMessageBox({result.message, {}, EBoxButtons::Ok, EBoxIcon::Exclamation});

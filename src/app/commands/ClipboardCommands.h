@@ -24,7 +24,7 @@ struct SPastedText {
 class CClipboardCommands : public CBoardCommands {
     Q_OBJECT
 public:
-    explicit CClipboardCommands(const SBoardSeat& seat);
+    CClipboardCommands(const SBoardContext& context, QObject* parent);
 
 private:
     void Copy();

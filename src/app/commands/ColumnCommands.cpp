@@ -1,6 +1,6 @@
 #include "app/commands/ColumnCommands.h"
 
-#include "app/shell/MainFrame.h"
+#include "app/commands/BoardContext.h"
 #include "settings/Settings.h"
 #include "watchlist/dialogs/InsertColumns.h"
 #include "watchlist/document/UndoStep.h"
@@ -14,8 +14,8 @@
 
 namespace vx {
 
-CColumnCommands::CColumnCommands(const SBoardSeat& seat) : CBoardCommands(seat) {
-    CCommands& commands = seat.commands;
+CColumnCommands::CColumnCommands(const SBoardContext& context, QObject* parent) : CBoardCommands(context, parent) {
+    CCommands& commands = context.commands;
     commands.Bind(ECommand::ColumnInsert, [this] { Insert(); });
     commands.Bind(
         ECommand::ColumnDelete, [this] { Delete(); }, [this](SCommandState& state) { state.enabled = IsOneLeft(); });
@@ -44,7 +44,7 @@ CColumnCommands::CColumnCommands(const SBoardSeat& seat) : CBoardCommands(seat) 
 // Insert and delete
 
 void CColumnCommands::Insert() {
-    CInsertColumns dialog(Doc().Columns(), &Frame());
+    CInsertColumns dialog(Doc().Columns(), &Window());
     if (dialog.exec() == QDialog::Accepted) Place(dialog.Chosen());
 }
 

@@ -14,7 +14,7 @@ namespace vx {
 class CColumnCommands : public CBoardCommands {
     Q_OBJECT
 public:
-    explicit CColumnCommands(const SBoardSeat& seat);
+    CColumnCommands(const SBoardContext& context, QObject* parent);
 
     /// Asks which columns, and puts them before the focus.
     void Insert();

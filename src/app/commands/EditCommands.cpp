@@ -1,9 +1,10 @@
 #include "app/commands/EditCommands.h"
 
+#include "app/commands/BoardContext.h"
 #include "app/commands/ColumnCommands.h"
 #include "app/commands/RowCommands.h"
-#include "app/shell/MainFrame.h"
-#include "app/windows/ShownText.h"
+#include "app/frame/ShownText.h"
+#include "app/frame/StatusPanes.h"
 #include "base/qt/QtText.h"
 #include "settings/Settings.h"
 #include "watchlist/dialogs/InsertDeleteChoiceDlg.h"
@@ -15,7 +16,6 @@
 #include "watchlist/view/WatchlistView.h"
 
 #include <QApplication>
-#include <QStatusBar>
 
 namespace vx {
 
@@ -31,12 +31,12 @@ QString StepText(const QString& verb, const std::string& name) {
 /// that it may take longer than a blink.
 class CLongWork {
 public:
-    CLongWork(CMainFrame& frame, size_t stepBytes, const std::string& text)
-        : m_doc(frame.Document()), m_isLong(stepBytes >= kLongStepBytes) {
+    CLongWork(CWatchlistDoc& doc, CStatusPanes& status, size_t stepBytes, const std::string& text)
+        : m_doc(doc), m_isLong(stepBytes >= kLongStepBytes) {
         if (!m_isLong) return;
         QApplication::setOverrideCursor(Qt::WaitCursor);
         m_doc.ShowProgress(text);
-        frame.statusBar()->repaint();
+        status.repaint();
     }
     ~CLongWork() {
         if (!m_isLong) return;
@@ -55,9 +55,10 @@ private:
 
 } // namespace
 
-CEditCommands::CEditCommands(const SBoardSeat& seat, CRowCommands& rows, CColumnCommands& columns)
-    : CBoardCommands(seat), m_rows(rows), m_columns(columns) {
-    CCommands& commands = seat.commands;
+CEditCommands::CEditCommands(const SBoardContext& context, QObject* parent, CRowCommands& rows,
+                             CColumnCommands& columns)
+    : CBoardCommands(context, parent), m_rows(rows), m_columns(columns) {
+    CCommands& commands = context.commands;
     BindUndo();
     commands.Bind(ECommand::EditDelete, [this] { Clear(); });
     commands.Bind(ECommand::EditCell, [this] {
@@ -101,13 +102,13 @@ void CEditCommands::BindUndo() {
 
 void CEditCommands::Undo() {
     CUndoStack& stack = Doc().Undo();
-    const CLongWork work(Frame(), stack.UndoBytes(), "Undoing " + stack.UndoName());
+    const CLongWork work(Doc(), Status(), stack.UndoBytes(), "Undoing " + stack.UndoName());
     ShowPlace(stack.Undo());
 }
 
 void CEditCommands::Redo() {
     CUndoStack& stack = Doc().Undo();
-    const CLongWork work(Frame(), stack.RedoBytes(), "Redoing " + stack.RedoName());
+    const CLongWork work(Doc(), Status(), stack.RedoBytes(), "Redoing " + stack.RedoName());
     ShowPlace(stack.Redo());
 }
 
@@ -159,7 +160,7 @@ void CEditCommands::InsertOrDelete(bool insert) {
     if (region.kind == ERegion::Block) {
         using EWhat = CInsertDeleteChoiceDlg::EWhat;
         CInsertDeleteChoiceDlg dialog(insert ? EWhat::Insert : EWhat::Delete, region.Rows(), region.Columns(),
-                                      &Frame());
+                                      &Window());
         if (dialog.exec() != QDialog::Accepted) return;
         rows = dialog.IsRows();
     }

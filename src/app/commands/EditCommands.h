@@ -16,7 +16,7 @@ struct SUndoPlace;
 class CEditCommands : public CBoardCommands {
     Q_OBJECT
 public:
-    CEditCommands(const SBoardSeat& seat, CRowCommands& rows, CColumnCommands& columns);
+    CEditCommands(const SBoardContext& context, QObject* parent, CRowCommands& rows, CColumnCommands& columns);
 
 private:
     void BindUndo();

@@ -1,8 +1,7 @@
 #include "app/commands/FindDesk.h"
 
+#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
-#include "app/files/FileDesk.h"
-#include "app/shell/MainFrame.h"
 #include "watchlist/dialogs/FindBar.h"
 #include "watchlist/dialogs/GoToSymbolDlg.h"
 #include "watchlist/document/WatchlistDoc.h"
@@ -13,22 +12,24 @@
 
 namespace vx {
 
-CFindDesk::CFindDesk(CMainFrame& frame, CCommands& commands)
-    : QObject(&frame), m_frame(frame), m_bar(new CFindBar(frame.Document(), frame.View().Grid(), &frame.View())) {
-    m_frame.View().layout()->addWidget(m_bar);
-    connect(&frame.Files(), &CFileDesk::Changed, m_bar, &CFindBar::ForgetAnswer);
-    commands.Bind(ECommand::EditFind, [this] { m_bar->Open(); });
-    commands.Bind(ECommand::EditFindNext, [this] { m_bar->Next(); });
-    commands.Bind(ECommand::EditFindPrevious, [this] { m_bar->Previous(); });
-    commands.Bind(ECommand::EditGoToSymbol, [this] { GoTo(); });
+CFindDesk::CFindDesk(const SBoardContext& context)
+    : QObject(&context.window), m_context(context),
+      m_bar(new CFindBar(context.doc, context.view.Grid(), &context.view)) {
+    m_context.view.layout()->addWidget(m_bar);
+    context.commands.Bind(ECommand::EditFind, [this] { m_bar->Open(); });
+    context.commands.Bind(ECommand::EditFindNext, [this] { m_bar->Next(); });
+    context.commands.Bind(ECommand::EditFindPrevious, [this] { m_bar->Previous(); });
+    context.commands.Bind(ECommand::EditGoToSymbol, [this] { GoTo(); });
 }
 
+void CFindDesk::ForgetAnswer() { m_bar->ForgetAnswer(); }
+
 void CFindDesk::GoTo() {
-    CGoToSymbolDlg dialog(m_frame.Document(), &m_frame);
+    CGoToSymbolDlg dialog(m_context.doc, &m_context.window);
     if (dialog.exec() != QDialog::Accepted) return;
-    m_frame.Document().RevealRows(dialog.Row(), dialog.Row());
-    m_frame.View().Grid().SetFocusCell(dialog.Row(), m_frame.View().Grid().FocusCell().column);
-    m_frame.View().Grid().setFocus();
+    m_context.doc.RevealRows(dialog.Row(), dialog.Row());
+    m_context.view.Grid().SetFocusCell(dialog.Row(), m_context.view.Grid().FocusCell().column);
+    m_context.view.Grid().setFocus();
 }
 
 } // namespace vx

@@ -4,23 +4,25 @@
 
 namespace vx {
 
-class CCommands;
 class CFindBar;
-class CMainFrame;
+struct SBoardContext;
 
 /// Finds texts and symbols in the watchlist.
 ///
-/// Owns    nothing of the frame, which outlives it
+/// Owns    nothing of the context
 /// Thread  GUI thread only
 class CFindDesk : public QObject {
     Q_OBJECT
 public:
-    CFindDesk(CMainFrame& frame, CCommands& commands);
+    explicit CFindDesk(const SBoardContext& context);
+
+    /// The document is another one, or was saved: what the bar says of the last search is old.
+    void ForgetAnswer();
 
 private:
     void GoTo();
 
-    CMainFrame& m_frame;
+    const SBoardContext& m_context;
     CFindBar* m_bar;
 };
 

@@ -6,24 +6,23 @@
 
 namespace vx {
 
-class CCommands;
-class CMainFrame;
+struct SBoardContext;
 
 /// Opens the dialogs of the board's look and of the notes.
 ///
-/// Owns    nothing of the frame, which outlives it
+/// Owns    nothing of the context
 /// Thread  GUI thread only
 class CFormatDesk : public QObject {
     Q_OBJECT
 public:
-    CFormatDesk(CMainFrame& frame, CCommands& commands);
+    explicit CFormatDesk(const SBoardContext& context);
 
 private:
     SFormatRange Selection() const;
     void EditCells();
     void EditNote();
 
-    CMainFrame& m_frame;
+    const SBoardContext& m_context;
 };
 
 } // namespace vx

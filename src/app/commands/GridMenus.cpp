@@ -1,7 +1,6 @@
 #include "app/commands/GridMenus.h"
 
 #include "app/commands/ColumnCommands.h"
-#include "app/shell/MainFrame.h"
 #include "base/qt/QtText.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/view/WatchlistGrid.h"
@@ -28,14 +27,15 @@ const std::vector<ECommand> kLook = {ViewRowNumbers, ViewGridLines, ViewShading,
 
 } // namespace
 
-CGridMenus::CGridMenus(const SBoardSeat& seat, CColumnCommands& columns) : CBoardCommands(seat), m_columns(columns) {
+CGridMenus::CGridMenus(const SBoardContext& context, QObject* parent, CColumnCommands& columns)
+    : CBoardCommands(context, parent), m_columns(columns) {
     connect(&Grid(), &CGridCtrl::ContextMenuRequested, this,
             [this](EGridPart part, int, int, const QPoint& globalPos) { Open(part, globalPos); });
 }
 
 void CGridMenus::Open(EGridPart part, const QPoint& globalPos) {
     Commands().Refresh();
-    auto* menu = new QMenu(&Frame());
+    auto* menu = new QMenu(&Window());
     menu->setObjectName(QStringLiteral("gridMenu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     Fill(*menu, part);

@@ -18,7 +18,7 @@ class CColumnCommands;
 class CGridMenus : public CBoardCommands {
     Q_OBJECT
 public:
-    CGridMenus(const SBoardSeat& seat, CColumnCommands& columns);
+    CGridMenus(const SBoardContext& context, QObject* parent, CColumnCommands& columns);
 
 private:
     void Open(EGridPart part, const QPoint& globalPos);

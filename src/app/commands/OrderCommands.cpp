@@ -1,6 +1,7 @@
 #include "app/commands/OrderCommands.h"
 
-#include "app/shell/MainFrame.h"
+#include "app/commands/BoardContext.h"
+#include "app/frame/StatusPanes.h"
 #include "watchlist/dialogs/SortDlg.h"
 #include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
@@ -9,21 +10,21 @@
 #include "watchlist/view/WatchlistView.h"
 
 #include <QAction>
-#include <QStatusBar>
 #include <QToolButton>
 
 namespace vx {
 
-COrderCommands::COrderCommands(const SBoardSeat& seat) : CBoardCommands(seat), m_held(new QToolButton) {
-    seat.commands.Bind(ECommand::SortNow, [this] {
+COrderCommands::COrderCommands(const SBoardContext& context, QObject* parent)
+    : CBoardCommands(context, parent), m_held(new QToolButton) {
+    context.commands.Bind(ECommand::SortNow, [this] {
         ManualSort(Doc(), View().SortSelection());
         View().ApplySortRecord();
     });
-    seat.commands.Bind(ECommand::SortDialog, [this] {
-        CSort dialog(Doc(), Grid().FocusCell().column, &Frame());
+    context.commands.Bind(ECommand::SortDialog, [this] {
+        CSort dialog(Doc(), Grid().FocusCell().column, &Window());
         if (dialog.exec() == QDialog::Accepted) View().ApplySortRecord();
     });
-    seat.commands.Bind(
+    context.commands.Bind(
         ECommand::SortAcrossHeadings, [this] { SwitchAcross(); },
         [this](SCommandState& state) { state.checked = Doc().Options().sortAcrossHeadings; });
     BindHold();
@@ -45,8 +46,8 @@ void COrderCommands::BindHold() {
     QFont font = m_held->font(); // As the feed's state when it is one to look at.
     font.setBold(true);
     m_held->setFont(font);
-    Frame().statusBar()->insertPermanentWidget(1, m_held); // Beside the document's status, which gives it its room.
-    m_held->hide();                                        // Adding it has shown it.
+    Status().insertPermanentWidget(1, m_held); // Beside the document's status, which gives it its room.
+    m_held->hide();                            // Adding it has shown it.
     connect(m_held, &QToolButton::clicked, &hold, &QAction::trigger);
     connect(&View(), &CWatchlistView::OrderHeldChanged, this, [this](bool held) {
         m_held->setVisible(held);

@@ -13,7 +13,7 @@ namespace vx {
 class COrderCommands : public CBoardCommands {
     Q_OBJECT
 public:
-    explicit COrderCommands(const SBoardSeat& seat);
+    COrderCommands(const SBoardContext& context, QObject* parent);
 
 private:
     void BindHold();

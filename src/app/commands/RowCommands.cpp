@@ -1,5 +1,6 @@
 #include "app/commands/RowCommands.h"
 
+#include "app/commands/BoardContext.h"
 #include "base/MessageBox.h"
 #include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
@@ -16,8 +17,8 @@
 
 namespace vx {
 
-CRowCommands::CRowCommands(const SBoardSeat& seat) : CBoardCommands(seat) {
-    CCommands& commands = seat.commands;
+CRowCommands::CRowCommands(const SBoardContext& context, QObject* parent) : CBoardCommands(context, parent) {
+    CCommands& commands = context.commands;
     commands.Bind(ECommand::RowInsert, [this] { Insert(); });
     commands.Bind(ECommand::RowDelete, [this] { Delete(); });
     commands.Bind(

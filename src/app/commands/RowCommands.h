@@ -12,7 +12,7 @@ struct SRowGroup;
 class CRowCommands : public CBoardCommands {
     Q_OBJECT
 public:
-    explicit CRowCommands(const SBoardSeat& seat);
+    CRowCommands(const SBoardContext& context, QObject* parent);
 
     /// Empty rows before the selected ones, as many as they are.
     void Insert();

@@ -1,8 +1,7 @@
 #include "app/commands/ViewCommands.h"
 
 #include "app/commands/MainMenus.h"
-#include "app/shell/MainFrame.h"
-#include "app/shell/Theme.h"
+#include "app/frame/Theme.h"
 #include "base/qt/QtText.h"
 #include "settings/Settings.h"
 #include "watchlist/document/UndoStep.h"
@@ -31,7 +30,8 @@ constexpr std::array kThemes = {SThemeChoice{"system", "As the &System"}, STheme
 
 } // namespace
 
-CViewCommands::CViewCommands(const SBoardSeat& seat) : CBoardCommands(seat) {
+CViewCommands::CViewCommands(const SBoardContext& context, QObject* parent, CMainMenus& menus)
+    : CBoardCommands(context, parent), m_menus(menus) {
     FillThemeMenu();
     BindOption(ECommand::ViewRowNumbers, &SWatchlistOptions::showRowNumbers, "row numbers");
     BindOption(ECommand::ViewToolBar, &SWatchlistOptions::showToolBar, "tool bar");
@@ -69,12 +69,12 @@ void CViewCommands::BindOption(ECommand command, bool SWatchlistOptions::*option
 
 void CViewCommands::ShowToolBar() {
     const bool shown = Doc().Options().showToolBar;
-    QToolBar& toolBar = Frame().Menus().ToolBar();
+    QToolBar& toolBar = m_menus.ToolBar();
     if (toolBar.isHidden() == shown) toolBar.setVisible(shown);
 }
 
 void CViewCommands::FillThemeMenu() {
-    QMenu& menu = Frame().Menus().Named(CMainMenus::kTheme);
+    QMenu& menu = m_menus.Named(CMainMenus::kTheme);
     auto* group = new QActionGroup(this);
     const std::string current = Settings().ReadTextOrDefault(kTheme);
     for (const SThemeChoice& theme : kThemes) {

@@ -6,6 +6,7 @@
 
 namespace vx {
 
+class CMainMenus;
 struct SBooleanSetting;
 struct SWatchlistOptions;
 
@@ -15,7 +16,7 @@ struct SWatchlistOptions;
 class CViewCommands : public CBoardCommands {
     Q_OBJECT
 public:
-    explicit CViewCommands(const SBoardSeat& seat);
+    CViewCommands(const SBoardContext& context, QObject* parent, CMainMenus& menus);
 
     /// name: as in the setting of the theme; keep: also from the next start on.
     void UseTheme(const QString& name, bool keep);
@@ -27,6 +28,8 @@ private:
     void BindOption(ECommand command, bool SWatchlistOptions::*option, const char* what);
     void FillThemeMenu();
     void ShowToolBar();
+
+    CMainMenus& m_menus;
 };
 
 } // namespace vx

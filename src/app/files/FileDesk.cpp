@@ -1,11 +1,13 @@
 #include "app/files/FileDesk.h"
 
+#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
 #include "app/files/FileDialogs.h"
-#include "app/files/WorkProgress.h"
-#include "app/shell/MainFrame.h"
-#include "app/shell/StrayKeyGuard.h"
-#include "app/workspace/WindowDesk.h"
+#include "app/frame/FramePlacer.h"
+#include "app/frame/ProgramName.h"
+#include "app/frame/StatusPanes.h"
+#include "app/frame/StrayKeyGuard.h"
+#include "app/frame/WorkProgress.h"
 #include "base/MessageBox.h"
 #include "base/Text.h"
 #include "base/Utf8Text.h"
@@ -50,13 +52,13 @@ bool AgreesToOverwrite(const std::string& why, bool& elsewhere) {
 
 } // namespace
 
-CFileDesk::CFileDesk(CMainFrame& frame, CCommands& commands, CRegistry& registry)
-    : QObject(&frame), m_frame(frame), m_file(frame.Document()), m_recent(registry) {
-    commands.Bind(ECommand::FileNew, [this] { New(); });
-    commands.Bind(ECommand::FileOpen, [this] { AskAndOpen(); });
-    commands.Bind(ECommand::FileSave, [this] { Save(); });
-    commands.Bind(ECommand::FileSaveAs, [this] { SaveAs(); });
-    commands.Bind(ECommand::FileExit, [this] { m_frame.close(); });
+CFileDesk::CFileDesk(const SBoardContext& context, CRegistry& registry)
+    : QObject(&context.window), m_context(context), m_file(context.doc), m_recent(registry) {
+    context.commands.Bind(ECommand::FileNew, [this] { New(); });
+    context.commands.Bind(ECommand::FileOpen, [this] { AskAndOpen(); });
+    context.commands.Bind(ECommand::FileSave, [this] { Save(); });
+    context.commands.Bind(ECommand::FileSaveAs, [this] { SaveAs(); });
+    context.commands.Bind(ECommand::FileExit, [this] { m_context.window.close(); });
 }
 
 std::string CFileDesk::Name() const {
@@ -64,31 +66,31 @@ std::string CFileDesk::Name() const {
 }
 
 void CFileDesk::ShowModified() {
-    const bool modified = m_frame.Document().IsModified();
-    if (m_frame.isWindowModified() != modified) m_frame.setWindowModified(modified);
+    const bool modified = m_context.doc.IsModified();
+    if (m_context.window.isWindowModified() != modified) m_context.window.setWindowModified(modified);
 }
 
 // Another document
 
 void CFileDesk::New() {
     if (!MayLeave()) return;
-    m_frame.Document().NewDocument();
+    m_context.doc.NewDocument();
     m_file.Forget();
-    m_frame.ForgetCommandLine();
+    Q_EMIT Replaced();
     Finish({});
 }
 
 void CFileDesk::AskAndOpen() {
-    EnterWatchlistFolder(m_frame.Settings());
+    EnterWatchlistFolder(m_context.settings);
     const std::string path = AskForFileToOpen(
-        &m_frame, {tr("Open Watchlist"), WatchlistFilters(), QString::fromLatin1(kWatchlistSuffix), {}});
+        &m_context.window, {tr("Open Watchlist"), WatchlistFilters(), QString::fromLatin1(kWatchlistSuffix), {}});
     if (!path.empty()) OpenInstead(path);
 }
 
 bool CFileDesk::OpenInstead(const std::string& path) {
-    if (m_frame.Windows().ShowOther(path)) return false;
+    if (m_showOther && m_showOther(path)) return false;
     if (!MayLeave() || !Open(path)) return false;
-    m_frame.ForgetCommandLine();
+    Q_EMIT Replaced();
     return true;
 }
 
@@ -136,7 +138,7 @@ void CFileDesk::Finish(const SFileResult& result) {
     ShowModified();
     Q_EMIT Changed();
     if (!result.IsDone()) Ask(result.error, EBoxButtons::Ok, EBoxIcon::Exclamation);
-    if (!result.remark.empty()) m_frame.Say(result.remark);
+    if (!result.remark.empty()) m_context.status.Say(result.remark);
     for (const std::string& notice : result.notices) Ask(notice, EBoxButtons::Ok, EBoxIcon::Information);
 }
 
@@ -150,18 +152,18 @@ void CFileDesk::Save() {
 }
 
 void CFileDesk::SaveAs() {
-    EnterWatchlistFolder(m_frame.Settings());
+    EnterWatchlistFolder(m_context.settings);
     const std::string proposal =
         m_file.Path().empty() ? fmt::format("{}.{}", kUntitled, kWatchlistSuffix) : m_file.Path();
-    const std::string path = AskForFileToSave(
-        &m_frame, {tr("Save Watchlist As"), WatchlistFilters(), QString::fromLatin1(kWatchlistSuffix), proposal});
+    const std::string path = AskForFileToSave(&m_context.window, {tr("Save Watchlist As"), WatchlistFilters(),
+                                                                  QString::fromLatin1(kWatchlistSuffix), proposal});
     if (!path.empty()) StartSave(path);
 }
 
 // An empty path is the document's own file.
 void CFileDesk::StartSave(const std::string& path) {
     m_saved = false;
-    SSaveJob job = m_file.BeginSave(path, m_frame.Placement());
+    SSaveJob job = m_file.BeginSave(path, m_context.place.Placement());
     if (IsSaving()) {
         m_nextJob = std::move(job);
         return;
@@ -210,7 +212,7 @@ void CFileDesk::OnSaved(int number) {
 }
 
 bool CFileDesk::WaitForSave() {
-    CWorkProgressBox box(&m_frame, tr("Saving \"%1\"").arg(QtText(Name())), tr("&Go Back"));
+    CWorkProgressBox box(&m_context.window, tr("Saving \"%1\"").arg(QtText(Name())), tr("&Go Back"));
     while (IsSaving()) {
         if (!box.Step(0, 0)) return false;
         if (IsSaving() && m_saving.wait_for(kLook) == std::future_status::ready) OnSaved(m_saves);
@@ -240,9 +242,9 @@ bool CFileDesk::AgreesTo(const SFileResult& result, SSaveConsent& consent, bool&
 // Leaving the document
 
 bool CFileDesk::MayLeave() {
-    m_frame.View().Grid().EndEdit(true); // What stands in an open editor was typed to stay.
+    m_context.view.Grid().EndEdit(true); // What stands in an open editor was typed to stay.
     if (!WaitForSave()) return false;
-    while (m_frame.Document().IsModified()) { // An alert may modify it while it is being saved.
+    while (m_context.doc.IsModified()) { // An alert may modify it while it is being saved.
         switch (Ask(fmt::format("Save changes to \"{}\"?", Name()), EBoxButtons::YesNoCancel, EBoxIcon::Question)) {
         case EBoxAnswer::Yes:
             m_saved = false;
@@ -260,7 +262,7 @@ bool CFileDesk::MayLeave() {
 
 bool CFileDesk::MayClose() {
     if (!MayLeave()) return false;
-    m_frame.Document().CloseDocument();
+    m_context.doc.CloseDocument();
     m_file.Forget();
     ShowModified();
     Q_EMIT Changed();

@@ -5,16 +5,17 @@
 
 #include <QObject>
 
+#include <functional>
 #include <future>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vx {
 
-class CCommands;
-class CMainFrame;
 class CRegistry;
+struct SBoardContext;
 
 /// The watchlist file in the user's hands: new, open, save and all that goes with it, each with its questions.
 ///
@@ -23,12 +24,12 @@ class CRegistry;
 /// follows. Whoever leaves the document waits for both.
 ///
 /// Shape   paths are bytes as the system takes them
-/// Owns    the file of the frame's document; nothing of the frame, which outlives it
+/// Owns    the document's file; nothing of the context
 /// Thread  GUI thread only
 class CFileDesk : public QObject {
     Q_OBJECT
 public:
-    CFileDesk(CMainFrame& frame, CCommands& commands, CRegistry& registry);
+    CFileDesk(const SBoardContext& context, CRegistry& registry);
 
     /// Opens a watchlist file in place of the document, whatever its state, and says in message boxes what did not go
     /// as expected.
@@ -47,6 +48,8 @@ public:
     /// Files were dropped on the window: the first is opened, or imported when it holds a list of symbols.
     void TakeDropped(const std::vector<std::string>& paths);
     void New();
+    /// Who brings another window up that has a file open; false: none has it.
+    void SetShowOther(std::function<bool(const std::string& path)> showOther) { m_showOther = std::move(showOther); }
 
     static constexpr int kPatienceMs = 100;
 
@@ -73,6 +76,8 @@ public:
 Q_SIGNALS:
     /// The document is another one, or was saved.
     void Changed();
+    /// The user chose another document: what the command line named besides its file was for the one before.
+    void Replaced();
     /// The user wants the symbols of a file in the watchlist.
     void ImportAsked(const std::string& path);
 
@@ -85,7 +90,8 @@ private:
     void Finish(const SFileResult& result);
     std::string Name() const;
 
-    CMainFrame& m_frame;
+    const SBoardContext& m_context;
+    std::function<bool(const std::string&)> m_showOther;
     CWatchlistFile m_file;
     CRecentFiles m_recent;
     int m_patienceMs = kPatienceMs;

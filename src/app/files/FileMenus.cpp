@@ -2,7 +2,7 @@
 
 #include "app/commands/MainMenus.h"
 #include "app/files/FileDesk.h"
-#include "app/shell/NorvMainFrame.h"
+#include "app/frame/ProgramName.h"
 #include "base/MessageBox.h"
 #include "base/Utf8Text.h"
 

@@ -1,9 +1,11 @@
 #include "app/files/RecoveryDesk.h"
 
+#include "app/commands/BoardContext.h"
 #include "app/files/FileDesk.h"
 #include "app/files/RecoveryDlg.h"
-#include "app/shell/MainFrame.h"
-#include "app/shell/StrayKeyGuard.h"
+#include "app/frame/FramePlacer.h"
+#include "app/frame/ProgramName.h"
+#include "app/frame/StrayKeyGuard.h"
 #include "base/Clock.h"
 #include "base/Log.h"
 #include "base/MessageBox.h"
@@ -25,13 +27,13 @@ constexpr int kHandOverMs = 5000;
 
 } // namespace
 
-CRecoveryDesk::CRecoveryDesk(CMainFrame& frame, CFileDesk& files)
-    : QObject(&frame), m_frame(frame), m_files(files), m_keeper(frame.Document(), files.File()) {
+CRecoveryDesk::CRecoveryDesk(const SBoardContext& context, CFileDesk& files)
+    : QObject(&context.window), m_context(context), m_files(files), m_keeper(context.doc, files.File()) {
     connect(&files, &CFileDesk::Changed, this, &CRecoveryDesk::Poll);
 }
 
 void CRecoveryDesk::Poll() {
-    m_keeper.Poll(m_frame.Placement(), CClock::Instance().MonotonicMs());
+    m_keeper.Poll(m_context.place.Placement(), CClock::Instance().MonotonicMs());
     const std::string error = m_keeper.TakeError();
     if (error.empty()) return;
     LogInformation(error);
@@ -43,15 +45,15 @@ void CRecoveryDesk::Poll() {
 }
 
 bool CRecoveryDesk::KeepNow() {
-    m_keeper.KeepNow(m_frame.Placement()); // First: closing an editor on a lost display may lead anywhere.
+    m_keeper.KeepNow(m_context.place.Placement()); // First: closing an editor on a lost display may lead anywhere.
     {
         // What an open editor holds was typed to stay; nobody can answer a box about it any more.
         MessageBoxHandler asking = SetMessageBoxHandler([](const SMessageBox&) { return EBoxAnswer::Cancel; });
-        m_frame.View().Grid().EndEdit(true);
+        m_context.view.Grid().EndEdit(true);
         SetMessageBoxHandler(std::move(asking));
     }
-    m_keeper.KeepNow(m_frame.Placement());
-    const bool kept = !m_frame.Document().IsModified() || !m_keeper.HasFailed();
+    m_keeper.KeepNow(m_context.place.Placement());
+    const bool kept = !m_context.doc.IsModified() || !m_keeper.HasFailed();
     if (!kept) LogInformation("Unsaved changes could not be kept at the end of the session.");
     return kept;
 }
@@ -71,12 +73,12 @@ void CRecoveryDesk::Offer(bool userAsked) {
                             EBoxIcon::Information});
         return;
     }
-    CRecoveryDlg dialog(std::move(found), &m_frame);
+    CRecoveryDlg dialog(std::move(found), &m_context.window);
     dialog.exec();
     // What was not chosen is free again before another box may open: other windows may offer it.
     const std::optional<SRecovery> chosen = dialog.TakeChosen();
     if (!chosen || !m_files.OpenRecovered(*chosen)) return;
-    m_frame.ForgetCommandLine();
+    Q_EMIT Replaced();
     m_keeper.Adopt(*chosen);
 }
 

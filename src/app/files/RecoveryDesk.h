@@ -7,16 +7,16 @@
 namespace vx {
 
 class CFileDesk;
-class CMainFrame;
+struct SBoardContext;
 
 /// Sees to it that unsaved changes outlive the program, and gives those of an earlier run back.
 ///
-/// Owns    the keeper of the frame's document; nothing of frame and files, which outlive it
+/// Owns    the keeper of the document; nothing of context and files, which outlive it
 /// Thread  GUI thread only
 class CRecoveryDesk : public QObject {
     Q_OBJECT
 public:
-    CRecoveryDesk(CMainFrame& frame, CFileDesk& files);
+    CRecoveryDesk(const SBoardContext& context, CFileDesk& files);
 
     /// Keeps what is to be kept by now; the frame's timer calls it.
     void Poll();
@@ -35,8 +35,12 @@ public:
     /// Waits until the disk has what was asked for.
     void Flush() { m_keeper.Flush(); }
 
+Q_SIGNALS:
+    /// The user chose changes of an earlier run in place of the document; as CFileDesk::Replaced.
+    void Replaced();
+
 private:
-    CMainFrame& m_frame;
+    const SBoardContext& m_context;
     CFileDesk& m_files;
     CRecoveryKeeper m_keeper;
 };

@@ -1,6 +1,6 @@
 #include "app/files/RecoveryDlg.h"
 
-#include "app/shell/NorvMainFrame.h"
+#include "app/frame/ProgramName.h"
 #include "base/MessageBox.h"
 #include "base/Utf8Text.h"
 #include "watchlist/file/StateFiles.h"

@@ -1,11 +1,13 @@
 #include "app/files/TransferDesk.h"
 
+#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
 #include "app/files/FileDesk.h"
 #include "app/files/FileDialogs.h"
 #include "app/files/ListPrinter.h"
-#include "app/files/WorkProgress.h"
-#include "app/shell/MainFrame.h"
+#include "app/frame/ProgramName.h"
+#include "app/frame/StatusPanes.h"
+#include "app/frame/WorkProgress.h"
 #include "base/ErrorText.h"
 #include "base/Log.h"
 #include "base/MessageBox.h"
@@ -44,31 +46,32 @@ void Tell(const std::string& text, EBoxIcon icon) {
 
 } // namespace
 
-CTransferDesk::CTransferDesk(CMainFrame& frame, CFileDesk& files, CCommands& commands)
-    : QObject(&frame), m_frame(frame) {
-    commands.Bind(ECommand::FileImport, [this] { AskAndImport(); });
-    commands.Bind(ECommand::FileExport, [this] { Export(); });
-    commands.Bind(ECommand::FilePrint, [this] { Print(); });
+CTransferDesk::CTransferDesk(const SBoardContext& context, CFileDesk& files)
+    : QObject(&context.window), m_context(context), m_files(files) {
+    context.commands.Bind(ECommand::FileImport, [this] { AskAndImport(); });
+    context.commands.Bind(ECommand::FileExport, [this] { Export(); });
+    context.commands.Bind(ECommand::FilePrint, [this] { Print(); });
     connect(&files, &CFileDesk::ImportAsked, this, &CTransferDesk::ImportFile);
 }
 
 // Export
 
 void CTransferDesk::Export() {
-    SExportOptions& options = m_frame.Document().Options().exporting;
-    CQuoteDataOptions dialog(options, &m_frame);
+    SExportOptions& options = m_context.doc.Options().exporting;
+    CQuoteDataOptions dialog(options, &m_context.window);
     if (dialog.exec() != QDialog::Accepted) return;
-    if (std::exchange(options, dialog.Options()) != options) m_frame.Document().SetModified(true);
-    EnterWatchlistFolder(m_frame.Settings());
-    const std::string path = AskForFileToSave(&m_frame, {tr("Export"),
-                                                         options.commas ? QStringLiteral("Comma Delimited (*.csv)")
-                                                                        : QStringLiteral("Tabular Delimited (*.txt)"),
-                                                         options.commas ? QStringLiteral("csv") : QStringLiteral("txt"),
-                                                         {},
-                                                         !options.append});
+    if (std::exchange(options, dialog.Options()) != options) m_context.doc.SetModified(true);
+    EnterWatchlistFolder(m_context.settings);
+    const std::string path =
+        AskForFileToSave(&m_context.window, {tr("Export"),
+                                             options.commas ? QStringLiteral("Comma Delimited (*.csv)")
+                                                            : QStringLiteral("Tabular Delimited (*.txt)"),
+                                             options.commas ? QStringLiteral("csv") : QStringLiteral("txt"),
+                                             {},
+                                             !options.append});
     if (path.empty()) return;
     const std::string name = Windows1252FromUtf8(path);
-    const SExportResult result = ExportToFile(m_frame.Document(), options, path);
+    const SExportResult result = ExportToFile(m_context.doc, options, path);
     const std::string reason = ErrorText(result.error);
     switch (result.outcome) {
     case EExportOutcome::Written:
@@ -85,15 +88,16 @@ void CTransferDesk::Export() {
 
 void CTransferDesk::Report(const std::string& text) {
     LogInformation(text);
-    m_frame.Say(text);
+    m_context.status.Say(text);
 }
 
 // Import
 
 void CTransferDesk::AskAndImport() {
-    EnterWatchlistFolder(m_frame.Settings());
+    EnterWatchlistFolder(m_context.settings);
     const std::string path = AskForFileToOpen(
-        &m_frame, {tr("Import Symbols"), QStringLiteral("Lists of Symbols (*.csv *.txt);;All Files (*)"), {}, {}});
+        &m_context.window,
+        {tr("Import Symbols"), QStringLiteral("Lists of Symbols (*.csv *.txt);;All Files (*)"), {}, {}});
     if (!path.empty()) ImportFile(path);
 }
 
@@ -106,39 +110,39 @@ void CTransferDesk::ImportFile(const std::string& path) {
 void CTransferDesk::ImportText(const std::string& text, const std::string& source) {
     SImportPreview preview;
     {
-        CWorkProgressBox progress(&m_frame, tr("Looking for symbols..."));
-        preview = ReadImport(m_frame.Document(), text, progress.Function());
+        CWorkProgressBox progress(&m_context.window, tr("Looking for symbols..."));
+        preview = ReadImport(m_context.doc, text, progress.Function());
     }
     if (preview.cancelled) return;
-    const int row = std::max(1, m_frame.View().Grid().FocusCell().row);
-    CImportDlg dialog(preview, QtText(source), row, &m_frame);
+    const int row = std::max(1, m_context.view.Grid().FocusCell().row);
+    CImportDlg dialog(preview, QtText(source), row, &m_context.window);
     if (dialog.exec() != QDialog::Accepted) return;
     SImportResult result;
     {
-        CWorkProgressBox progress(&m_frame, tr("Adding symbols..."));
-        result = ApplyImport(m_frame.Document(), preview, row, progress.Function());
+        CWorkProgressBox progress(&m_context.window, tr("Adding symbols..."));
+        result = ApplyImport(m_context.doc, preview, row, progress.Function());
     }
-    if (result.lastRow > 0) m_frame.View().ShowRows(result.firstRow, result.lastRow);
+    if (result.lastRow > 0) m_context.view.ShowRows(result.firstRow, result.lastRow);
     Tell(result.message, EBoxIcon::Information);
 }
 
 // Print
 
 void CTransferDesk::Print() {
-    if (m_frame.Document().LastUsedRow() < 1)
+    if (m_context.doc.LastUsedRow() < 1)
         return Tell("The watchlist is empty: there is nothing to print.", EBoxIcon::Information);
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageOrientation(QPageLayout::Landscape);
-    const std::string& path = m_frame.Files().File().Path();
+    const std::string& path = m_files.File().Path();
     const QString title =
         path.empty() ? QString::fromLatin1(kProgramName) : QFile::decodeName(TitleOfPath(path).c_str());
     printer.setDocName(title);
-    QPrintDialog dialog(&printer, &m_frame);
+    QPrintDialog dialog(&printer, &m_context.window);
     dialog.setObjectName(QStringLiteral("printDialog"));
     dialog.setOption(QAbstractPrintDialog::PrintPageRange);
     if (dialog.exec() != QDialog::Accepted) return;
-    m_frame.View().Grid().EnterAllFonts();
-    CListPrinter list(m_frame.View().Grid(), m_frame.Document().LastUsedRow(), title, printer);
+    m_context.view.Grid().EnterAllFonts();
+    CListPrinter list(m_context.view.Grid(), m_context.doc.LastUsedRow(), title, printer);
     const bool range = printer.printRange() == QPrinter::PageRange && printer.fromPage() > 0;
     const int first = range ? printer.fromPage() : 1;
     const int last = range ? std::min(printer.toPage(), list.PageCount()) : list.PageCount();
@@ -148,7 +152,7 @@ void CTransferDesk::Print() {
                                                       EBoxIcon::Question}) != EBoxAnswer::Yes)
         return;
     bool cancelled = false;
-    CWorkProgressBox progress(&m_frame, tr("Printing..."));
+    CWorkProgressBox progress(&m_context.window, tr("Printing..."));
     const bool done = list.Print(first, last, [&](int page) {
         cancelled = !progress.Step(static_cast<size_t>(page - first), static_cast<size_t>(last - first + 1));
         return !cancelled;

@@ -6,18 +6,17 @@
 
 namespace vx {
 
-class CCommands;
 class CFileDesk;
-class CMainFrame;
+struct SBoardContext;
 
 /// Takes symbols in from other programs and gives the board out to them: import, export, print.
 ///
-/// Owns    nothing of frame and files, which outlive it
+/// Owns    nothing of context and files, which outlive it
 /// Thread  GUI thread only
 class CTransferDesk : public QObject {
     Q_OBJECT
 public:
-    CTransferDesk(CMainFrame& frame, CFileDesk& files, CCommands& commands);
+    CTransferDesk(const SBoardContext& context, CFileDesk& files);
 
     void Export();
     /// Shows what of a file's symbols would be added, and adds it when the user agrees.
@@ -30,7 +29,8 @@ private:
     void AskAndImport();
     void Report(const std::string& text);
 
-    CMainFrame& m_frame;
+    const SBoardContext& m_context;
+    CFileDesk& m_files;
 };
 
 } // namespace vx

@@ -1,5 +1,6 @@
 #include "app/shell/AboutDlg.h"
 
+#include "app/frame/ProgramName.h"
 #include "app/shell/NorvMainFrame.h"
 #include "base/qt/QtText.h"
 

@@ -2,6 +2,7 @@
 
 #include "app/alerts/AlertDesk.h"
 #include "app/alerts/Presence.h"
+#include "app/commands/BoardContext.h"
 #include "app/commands/BoardDesk.h"
 #include "app/commands/Commands.h"
 #include "app/commands/FindDesk.h"
@@ -12,12 +13,13 @@
 #include "app/files/FileMenus.h"
 #include "app/files/RecoveryDesk.h"
 #include "app/files/TransferDesk.h"
+#include "app/frame/FramePlacement.h"
+#include "app/frame/FramePlacer.h"
+#include "app/frame/ProgramName.h"
+#include "app/frame/StatusPanes.h"
 #include "app/shell/AboutDlg.h"
-#include "app/shell/FramePlacement.h"
-#include "app/shell/FramePlacer.h"
 #include "app/shell/ProcessAge.h"
 #include "app/shell/RestartDesk.h"
-#include "app/shell/StatusPanes.h"
 #include "app/windows/HelpDesk.h"
 #include "app/windows/MarketDesk.h"
 #include "app/workspace/LinkDesk.h"
@@ -41,7 +43,6 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QStyle>
-#include <QWindow>
 
 #include <fmt/format.h>
 
@@ -68,13 +69,13 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
     m_settings.SetLogger(m_configLogger);
     m_store.SetCommandPort(&Level1Commands());
     m_store.SetCodeNames(&m_lookupTables);
-    LookupReplies().newsCounts.SetReceiver(this);
     SetFrameTitle(QString::fromLatin1(kProgramName));
     setStatusBar(m_panes);
     m_placer = new CFramePlacer(*this);
 
     m_doc = std::make_unique<CWatchlistDoc>(m_store, m_settings, *this);
     m_doc->SetNewsCountsPort(this);
+    LookupReplies().newsCounts.SetReceiver(m_doc.get());
     m_view = new CWatchlistView(*m_doc, m_settings, this);
     setCentralWidget(m_view);
     m_view->setFocus();
@@ -92,23 +93,35 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
 // The desks look at document and view, which are there by now and go after them.
 void CMainFrame::MakeDesks() {
     m_commands = new CCommands(*this);
+    m_context = std::make_unique<SBoardContext>(
+        SBoardContext{*m_doc, *m_view, m_settings, *m_commands, *m_panes, *m_placer, *this});
     m_menus = new CMainMenus(*this, *m_commands);
-    m_files = new CFileDesk(*this, *m_commands, CRegistry::CurrentUser());
-    m_recovery = new CRecoveryDesk(*this, *m_files);
-    m_transfer = new CTransferDesk(*this, *m_files, *m_commands);
+    m_files = new CFileDesk(*m_context, CRegistry::CurrentUser());
+    m_recovery = new CRecoveryDesk(*m_context, *m_files);
+    m_transfer = new CTransferDesk(*m_context, *m_files);
+    m_board = new CBoardDesk(*m_context, *m_menus);
+    m_alerts = new CAlertDesk(*m_context);
+    m_market = new CMarketDesk(*m_context, *this);
+    m_find = new CFindDesk(*m_context);
+    new CFormatDesk(*m_context);
+    new CLinkDesk(*m_context);
+    m_restart = new CRestartDesk(*m_context, *m_files, *m_recovery, m_commandLine);
+    new CHelpDesk(*m_context);
+    m_windows = new CWindowDesk(*m_context, *m_files, m_commandLine);
+    ConnectDesks();
+    m_commands->Refresh();
+}
+
+void CMainFrame::ConnectDesks() {
     auto* fileMenus = new CFileMenus(*m_files, *m_menus);
     connect(fileMenus, &CFileMenus::RecoveryAsked, m_recovery, [this] { m_recovery->Offer(true); });
     connect(new CFileDrop(*this), &CFileDrop::Dropped, m_files, &CFileDesk::TakeDropped);
-    m_board = new CBoardDesk(*this, *m_commands);
-    m_alerts = new CAlertDesk(*this, *m_commands);
-    m_market = new CMarketDesk(*this, *m_commands);
-    new CFindDesk(*this, *m_commands);
-    new CFormatDesk(*this, *m_commands);
-    new CLinkDesk(*this, *m_commands);
-    m_restart = new CRestartDesk(*this, *m_commands);
-    new CHelpDesk(*this, *m_commands);
-    m_windows = new CWindowDesk(*this, *m_commands);
-    m_commands->Refresh();
+    connect(m_files, &CFileDesk::Changed, m_find, &CFindDesk::ForgetAnswer);
+    connect(m_files, &CFileDesk::Replaced, this, &CMainFrame::ForgetCommandLine);
+    connect(m_recovery, &CRecoveryDesk::Replaced, this, &CMainFrame::ForgetCommandLine);
+    connect(m_restart, &CRestartDesk::Leaving, this, &CMainFrame::StorePlacement);
+    m_files->SetShowOther([this](const std::string& path) { return m_windows->ShowOther(path); });
+    m_commands->Bind(ECommand::About, [this] { ShowAbout(); });
 }
 
 CMainFrame::~CMainFrame() {
@@ -119,6 +132,7 @@ CMainFrame::~CMainFrame() {
           static_cast<QObject*>(m_board), static_cast<QObject*>(m_alerts), static_cast<QObject*>(m_market),
           static_cast<QObject*>(m_restart), static_cast<QObject*>(m_windows)})
         delete desk;
+    LookupReplies().newsCounts.SetReceiver(nullptr);
     delete m_view; // The view looks at the document until it is gone.
     m_view = nullptr;
     m_doc.reset();
@@ -146,7 +160,7 @@ void CMainFrame::ShowPlaced() {
     placement.alwaysOnTop = placement.alwaysOnTop || own.alwaysOnTop;
     placement = WithCommandLineEdges(placement, m_commandLine);
     m_placer->Put(placement);
-    if (placement.alwaysOnTop) SetAlwaysOnTop(true);
+    if (placement.alwaysOnTop) m_placer->SetAlwaysOnTop(true);
 
     m_view->Grid().viewport()->installEventFilter(this);
     QTimer::singleShot(kFeedWithoutPaintMs, this, &CMainFrame::StartFeedOnce);
@@ -168,27 +182,10 @@ void CMainFrame::ApplyPlacement(const SPlacement& placement) {
     if (!isVisible()) return; // ShowPlaced takes it from the document.
     if (placement.width >= 1 && placement.height >= 1) m_stored.reset();
     m_placer->Put(placement);
-    SetAlwaysOnTop(placement.alwaysOnTop);
+    m_placer->SetAlwaysOnTop(placement.alwaysOnTop);
 }
 
-SPlacement CMainFrame::Placement() const {
-    SPlacement out = m_placer->Placement();
-    out.alwaysOnTop = IsAlwaysOnTop();
-    return out;
-}
-
-// Through the window's own flags the toolkit would make the platform window anew, which hides it for a moment and
-// forgets where its frame stands.
-void CMainFrame::SetAlwaysOnTop(bool onTop) {
-    if (IsAlwaysOnTop() == onTop) return;
-    if (!windowHandle()) {
-        setWindowFlag(Qt::WindowStaysOnTopHint, onTop);
-        return;
-    }
-    overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, onTop));
-    windowHandle()->setFlag(Qt::WindowStaysOnTopHint, onTop);
-}
-
+// The symbols and the starter list that it named are for the document that the program started with.
 void CMainFrame::ForgetCommandLine() {
     m_commandLine.symbol.clear();
     m_commandLine.starter = false;
@@ -203,17 +200,13 @@ void CMainFrame::closeEvent(QCloseEvent* event) {
 // A window that went aside for another one would come up farther aside with each run.
 void CMainFrame::StorePlacement() {
     if (!m_commandLine.screenshot.empty()) return;
-    SPlacement placement = Placement();
+    SPlacement placement = m_placer->Placement();
     if (m_stored && m_placer->IsWherePut()) {
         m_stored->maximised = placement.maximised;
         m_stored->alwaysOnTop = placement.alwaysOnTop;
         placement = *m_stored;
     }
     WriteStoredPlacement(m_settings, placement);
-}
-
-void CMainFrame::customEvent(QEvent* event) {
-    if (event->type() == RegisterMessage(kSaveWorkspaceMessageName)) m_windows->SaveWorkspace();
 }
 
 // Starting the feed: only after the first paint, since a feed client that is not there yet holds the thread.
@@ -232,8 +225,6 @@ void CMainFrame::StartFeedOnce() {
 }
 
 // What the document shows of itself
-
-void CMainFrame::Say(std::string_view text) { m_panes->Say(QtText(text)); }
 
 void CMainFrame::SetStatusText(std::string_view text) {
     if (m_doc && text == m_doc->StatusText())

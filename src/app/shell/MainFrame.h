@@ -1,7 +1,7 @@
 #pragma once
 
+#include "app/frame/NorvCommandLineInfo.h"
 #include "app/shell/FeedHealth.h"
-#include "app/shell/NorvCommandLineInfo.h"
 #include "app/shell/NorvMainFrame.h"
 #include "data/store/L1DataStore.h"
 #include "data/store/MarketClock.h"
@@ -23,6 +23,7 @@ class CBoardDesk;
 class CCommands;
 class CConfigLogger;
 class CFileDesk;
+class CFindDesk;
 class CFramePlacer;
 class CMainMenus;
 class CMarketDesk;
@@ -34,13 +35,14 @@ class CTransferDesk;
 class CWatchlistDoc;
 class CWatchlistView;
 class CWindowDesk;
+struct SBoardContext;
 
 /// The watchlist program's main window: owns the level-1 store, the document and its view, and hands every line of the
 /// feed to whom it concerns.
 ///
 /// Owns    all of the above; not the settings, which outlive it
 /// Thread  GUI thread only
-class CMainFrame : public CNorvMainFrame, public CWatchlistFrame, private CNewsCountsPort, private CNewsCountsReceiver {
+class CMainFrame : public CNorvMainFrame, public CWatchlistFrame, private CNewsCountsPort {
     Q_OBJECT
 public:
     static constexpr int kStatusMs = 250;
@@ -51,18 +53,16 @@ public:
     CWatchlistDoc& Document() { return *m_doc; }
     CWatchlistView& View() { return *m_view; }
     CL1DataStore& Store() { return m_store; }
-    CSettings& Settings() { return m_settings; }
     const CNorvCommandLineInfo& CommandLine() const { return m_commandLine; }
     CCommands& Commands() { return *m_commands; }
     CMainMenus& Menus() { return *m_menus; }
     CFileDesk& Files() { return *m_files; }
     CBoardDesk& Board() { return *m_board; }
     CAlertDesk& AlertNotices() { return *m_alerts; }
-    CMarketDesk& Market() { return *m_market; }
     CRecoveryDesk& Recovery() { return *m_recovery; }
     CTransferDesk& Transfer() { return *m_transfer; }
+    CFramePlacer& Place() { return *m_placer; }
     CRestartDesk& Restart() { return *m_restart; }
-    CWindowDesk& Windows() { return *m_windows; }
     /// The names of markets and security types that the store shows.
     CLookupTables& LookupTables() { return m_lookupTables; }
 
@@ -73,17 +73,9 @@ public:
     /// Leaves the feed alone when the window is shown: the caller opens the ports itself.
     void KeepFeedClosed() { m_feedStarted = true; }
     void ShowAbout();
-    /// The symbols and the starter list that the command line named are for the document that the program started with.
-    void ForgetCommandLine();
     /// Keeps the window's place for the next run.
     void StorePlacement();
-    void SetAlwaysOnTop(bool onTop);
-    bool IsAlwaysOnTop() const { return windowFlags().testFlag(Qt::WindowStaysOnTopHint); }
-    /// Where the window stands, and how.
-    SPlacement Placement() const;
 
-    /// Says something in the status bar for a few seconds, or until there is progress to be shown.
-    void Say(std::string_view text);
     void SetStatusText(std::string_view text) override;
     void SetDocumentTitle(std::string_view title) override;
     void ApplyPlacement(const SPlacement& placement) override;
@@ -105,14 +97,13 @@ protected:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
-    /// The registered message that saves the workspace.
-    void customEvent(QEvent* event) override;
 
 private:
     void SendNewsRequest(std::string_view request) override;
-    void OnNewsCounts(std::string_view reply) override;
 
     void MakeDesks();
+    void ConnectDesks();
+    void ForgetCommandLine();
     void OnStatusTimer();
     void StartFeedOnce();
     void ShowFeedEnd();
@@ -134,9 +125,11 @@ private:
     CWatchlistView* m_view = nullptr;
     // Children of the window: the commands and who carries them out.
     CCommands* m_commands = nullptr;
+    std::unique_ptr<SBoardContext> m_context; ///< What all of them work with.
     CMainMenus* m_menus = nullptr;
     CFileDesk* m_files = nullptr;
     CBoardDesk* m_board = nullptr;
+    CFindDesk* m_find = nullptr;
     CAlertDesk* m_alerts = nullptr;
     CMarketDesk* m_market = nullptr;
     CRecoveryDesk* m_recovery = nullptr;

@@ -86,8 +86,6 @@ void CMainFrame::OnNewsMessage(std::string_view line) {
     m_doc->OnNewsLine(line);
 }
 
-void CMainFrame::OnNewsCounts(std::string_view reply) { m_doc->OnNewsCounts(reply); }
-
 void CMainFrame::OnUnwatched(std::string_view symbol) {
     const std::string_view feedSymbol = FeedSymbol(symbol);
     m_unwatched.Note(feedSymbol);

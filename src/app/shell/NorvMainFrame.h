@@ -6,9 +6,6 @@
 
 namespace vx {
 
-/// The program's name for people.
-inline constexpr const char* kProgramName = "Zantrel Watchlist";
-
 /// A main window that holds a session with the feed client and a title made of the program's and the document's.
 ///
 /// Thread  GUI thread only

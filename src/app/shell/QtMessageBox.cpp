@@ -1,6 +1,6 @@
 #include "app/shell/QtMessageBox.h"
 
-#include "app/shell/NorvMainFrame.h"
+#include "app/frame/ProgramName.h"
 #include "base/MessageBox.h"
 #include "base/qt/QtText.h"
 

@@ -1,11 +1,15 @@
 #include "app/shell/RestartDesk.h"
 
+#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
 #include "app/files/FileDesk.h"
 #include "app/files/RecoveryDesk.h"
-#include "app/shell/MainFrame.h"
+#include "app/frame/FramePlacer.h"
+#include "app/frame/NorvCommandLineInfo.h"
+#include "app/frame/ProgramName.h"
 #include "base/MessageBox.h"
 #include "base/qt/QtText.h"
+#include "feed/session/FeedEnd.h"
 #include "feed/session/ProgramStart.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/view/WatchlistView.h"
@@ -45,17 +49,20 @@ void Say(const std::string& text) { ShowMessageBox({text, kProgramName, EBoxButt
 
 } // namespace
 
-CRestartDesk::CRestartDesk(CMainFrame& frame, CCommands& commands)
-    : QObject(&frame), m_frame(frame), m_commands(commands), m_end(EFeedEnd::None) {
-    commands.Bind(
+CRestartDesk::CRestartDesk(const SBoardContext& context, CFileDesk& files, CRecoveryDesk& recovery,
+                           const CNorvCommandLineInfo& commandLine)
+    : QObject(&context.window), m_context(context), m_files(files), m_recovery(recovery), m_commandLine(commandLine),
+      m_end(EFeedEnd::None) {
+    context.commands.Bind(
         ECommand::Restart, [this] { Restart(); },
         [this](SCommandState& state) { state.enabled = m_end != EFeedEnd::None; });
-    MakeBar(commands);
+    MakeBar();
 }
 
 // Below the grid, where it moves no row under the pointer.
-void CRestartDesk::MakeBar(CCommands& commands) {
-    m_bar = new QFrame(&m_frame.View());
+void CRestartDesk::MakeBar() {
+    QAction& restart = m_context.commands.Action(ECommand::Restart);
+    m_bar = new QFrame(&m_context.view);
     m_bar->setObjectName(QStringLiteral("feedEndBar"));
     m_text = new QLabel;
     m_text->setObjectName(QStringLiteral("feedEndText"));
@@ -63,15 +70,15 @@ void CRestartDesk::MakeBar(CCommands& commands) {
     m_text->setWordWrap(true);
     auto* button = new QPushButton(tr("&Restart"));
     button->setObjectName(QStringLiteral("feedEndRestart"));
-    button->setToolTip(commands.Action(ECommand::Restart).toolTip());
-    connect(button, &QPushButton::clicked, &commands.Action(ECommand::Restart), &QAction::trigger);
+    button->setToolTip(restart.toolTip());
+    connect(button, &QPushButton::clicked, &restart, &QAction::trigger);
     auto* layout = new QHBoxLayout(m_bar);
     layout->setContentsMargins(8, 4, 8, 4);
     m_sign = new QLabel;
     layout->addWidget(m_sign);
     layout->addWidget(m_text, 1);
     layout->addWidget(button);
-    m_frame.View().layout()->addWidget(m_bar);
+    m_context.view.layout()->addWidget(m_bar);
     m_bar->hide();
 }
 
@@ -82,7 +89,7 @@ void CRestartDesk::ShowEnd(EFeedEnd end) {
     m_sign->setPixmap(
         m_bar->style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap({size, size}, m_bar->devicePixelRatioF()));
     m_bar->setVisible(end != EFeedEnd::None);
-    m_commands.Refresh();
+    m_context.commands.Refresh();
     if (!QAccessible::isActive() || end == EFeedEnd::None) return;
     m_bar->setAccessibleName(m_text->text());
     QAccessibleEvent event(m_bar, QAccessible::Alert);
@@ -91,39 +98,38 @@ void CRestartDesk::ShowEnd(EFeedEnd end) {
 
 void CRestartDesk::Restart() {
     // Else the new window would take what this one saves for the work of another program.
-    if (!m_frame.Files().WaitForSave()) return;
-    if (!m_frame.Recovery().KeepNow())
+    if (!m_files.WaitForSave()) return;
+    if (!m_recovery.KeepNow())
         return Say("The unsaved changes could not be kept for the restart. Save the watchlist, then restart.");
-    m_frame.StorePlacement();
+    Q_EMIT Leaving();
     const SStartResult result = StartProgram(kProgram, Arguments());
     if (!result.Started()) return Say(fmt::format("Unable to launch {}.  Error Code: {}", kProgram, result.error));
     Q_EMIT Restarted();
 }
 
 QStringList CRestartDesk::Arguments() const {
-    const CNorvCommandLineInfo& given = m_frame.CommandLine();
-    const bool modified = m_frame.Document().IsModified();
-    const QString file = QFile::decodeName(m_frame.Files().File().Path().c_str());
+    const bool modified = m_context.doc.IsModified();
+    const QString file = QFile::decodeName(m_files.File().Path().c_str());
     QStringList out;
     const auto add = [&](const char* option, const QString& value) {
         if (!value.isEmpty()) out << QString::fromLatin1(option) << value;
     };
     if (!file.isEmpty()) out << file << QStringLiteral("--new-window"); // The old one has it still.
-    if (modified) add("--resume", QFile::decodeName(m_frame.Recovery().KeptFile().c_str()));
-    if (!modified && given.starter) out << QStringLiteral("--starter");
+    if (modified) add("--resume", QFile::decodeName(m_recovery.KeptFile().c_str()));
+    if (!modified && m_commandLine.starter) out << QStringLiteral("--starter");
     // What was placed is in the rows, unless nothing else is and no file has it.
-    if (!m_frame.Document().IsFeedReady() || (!modified && file.isEmpty())) add("-symbol", QtText(given.symbol));
-    add("-type", QtText(given.type));
-    add("-interval", QtText(given.interval));
-    add("--theme", QtText(given.theme));
-    if (given.log) out << QStringLiteral("--log");
+    if (!m_context.doc.IsFeedReady() || (!modified && file.isEmpty())) add("-symbol", QtText(m_commandLine.symbol));
+    add("-type", QtText(m_commandLine.type));
+    add("-interval", QtText(m_commandLine.interval));
+    add("--theme", QtText(m_commandLine.theme));
+    if (m_commandLine.log) out << QStringLiteral("--log");
 
-    const SPlacement at = m_frame.Placement();
+    const SPlacement at = m_context.place.Placement();
     add("-left", QString::number(at.left));
     add("-top", QString::number(at.top));
     add("-right", QString::number(at.left + at.width));
     add("-bottom", QString::number(at.top + at.height));
-    if (m_frame.isMinimized())
+    if (m_context.window.isMinimized())
         out << QStringLiteral("-min");
     else if (at.maximised)
         out << QStringLiteral("-max");

@@ -8,34 +8,41 @@ class QLabel;
 
 namespace vx {
 
-class CCommands;
-class CMainFrame;
+class CFileDesk;
+class CNorvCommandLineInfo;
+class CRecoveryDesk;
 enum class EFeedEnd;
+struct SBoardContext;
 
 /// Says below the grid that the session with the feed client is over, and starts the program anew on the same watchlist
 /// and place: what is not saved goes over in the recovery file, the text of an open editor with it.
 ///
 /// Errors  when unsaved changes cannot be kept, or the program cannot be started, a box says so and this one stays
-/// Owns    nothing of the frame, which outlives it
+/// Owns    nothing of what it is given, which outlives it
 /// Thread  GUI thread only
 class CRestartDesk : public QObject {
     Q_OBJECT
 public:
-    CRestartDesk(CMainFrame& frame, CCommands& commands);
+    CRestartDesk(const SBoardContext& context, CFileDesk& files, CRecoveryDesk& recovery,
+                 const CNorvCommandLineInfo& commandLine);
 
     void ShowEnd(EFeedEnd end);
 
 Q_SIGNALS:
+    /// The new program is about to start: what it is to find must be stored by the return.
+    void Leaving();
     /// The new program runs: this one is to end without a question.
     void Restarted();
 
 private:
-    void MakeBar(CCommands& commands);
+    void MakeBar();
     void Restart();
     QStringList Arguments() const;
 
-    CMainFrame& m_frame;
-    CCommands& m_commands;
+    const SBoardContext& m_context;
+    CFileDesk& m_files;
+    CRecoveryDesk& m_recovery;
+    const CNorvCommandLineInfo& m_commandLine;
     QFrame* m_bar = nullptr;
     QLabel* m_sign = nullptr;
     QLabel* m_text = nullptr;

@@ -2,6 +2,7 @@
 
 #include "app/files/FileDesk.h"
 #include "app/files/RecoveryDesk.h"
+#include "app/frame/ProgramName.h"
 #include "app/shell/MainFrame.h"
 #include "app/shell/QtMessageBox.h"
 #include "app/shell/RestartDesk.h"

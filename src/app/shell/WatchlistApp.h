@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/shell/NorvCommandLineInfo.h"
+#include "app/frame/NorvCommandLineInfo.h"
 #include "app/shell/NorvWinAppEx.h"
 #include "settings/ConfigWriter.h"
 #include "settings/Settings.h"

@@ -1,4 +1,4 @@
-#include "app/shell/NorvCommandLineInfo.h"
+#include "app/frame/NorvCommandLineInfo.h"
 #include "app/shell/Screenshot.h"
 #include "app/shell/WatchlistApp.h"
 #include "app/workspace/RunningWindows.h"

@@ -1,6 +1,6 @@
 #include "app/windows/HeadlineModel.h"
 
-#include "app/windows/ShownText.h"
+#include "app/frame/ShownText.h"
 #include "base/Text.h"
 #include "news/HeadlineLog.h"
 

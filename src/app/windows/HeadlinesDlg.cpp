@@ -1,9 +1,9 @@
 #include "app/windows/HeadlinesDlg.h"
 
+#include "app/frame/ShownText.h"
 #include "app/windows/HeadlineModel.h"
 #include "app/windows/ListView.h"
 #include "app/windows/ListWindow.h"
-#include "app/windows/ShownText.h"
 #include "base/Text.h"
 #include "news/HeadlineLog.h"
 #include "watchlist/document/WatchlistDoc.h"

@@ -1,7 +1,7 @@
 #include "app/windows/HelpDesk.h"
 
+#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
-#include "app/shell/MainFrame.h"
 #include "app/windows/GuideDlg.h"
 #include "app/windows/KeysDlg.h"
 
@@ -9,22 +9,21 @@
 
 namespace vx {
 
-CHelpDesk::CHelpDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame), m_frame(frame) {
-    commands.Bind(ECommand::HelpGuide, [this] {
-        if (!m_guide) Add(*(m_guide = new CGuideDlg(&m_frame)));
+CHelpDesk::CHelpDesk(const SBoardContext& context) : QObject(&context.window), m_context(context) {
+    context.commands.Bind(ECommand::HelpGuide, [this] {
+        if (!m_guide) Add(*(m_guide = new CGuideDlg(&m_context.window)));
         Show(*m_guide);
     });
-    commands.Bind(ECommand::HelpKeys, [this] {
-        if (!m_keys) Add(*(m_keys = new CKeysDlg(m_frame.Commands(), &m_frame)));
+    context.commands.Bind(ECommand::HelpKeys, [this] {
+        if (!m_keys) Add(*(m_keys = new CKeysDlg(m_context.commands, &m_context.window)));
         Show(*m_keys);
     });
-    commands.Bind(ECommand::About, [this] { m_frame.ShowAbout(); });
 }
 
 // One window of the help opens the other as well.
 void CHelpDesk::Add(QDialog& window) const {
     for (const ECommand command : {ECommand::HelpGuide, ECommand::HelpKeys})
-        window.addAction(&m_frame.Commands().Action(command));
+        window.addAction(&m_context.commands.Action(command));
 }
 
 void CHelpDesk::Show(QDialog& window) {

@@ -6,25 +6,24 @@ class QDialog;
 
 namespace vx {
 
-class CCommands;
 class CGuideDlg;
 class CKeysDlg;
-class CMainFrame;
+struct SBoardContext;
 
 /// Opens the windows of the Help menu.
 ///
-/// Owns    nothing: the windows are the frame's, which outlives this object
+/// Owns    nothing: the help windows are children of the context's window
 /// Thread  GUI thread only
 class CHelpDesk : public QObject {
     Q_OBJECT
 public:
-    CHelpDesk(CMainFrame& frame, CCommands& commands);
+    explicit CHelpDesk(const SBoardContext& context);
 
 private:
     void Add(QDialog& window) const;
     static void Show(QDialog& window);
 
-    CMainFrame& m_frame;
+    const SBoardContext& m_context;
     // Made when they are first shown.
     CGuideDlg* m_guide = nullptr;
     CKeysDlg* m_keys = nullptr;

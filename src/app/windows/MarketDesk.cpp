@@ -1,11 +1,12 @@
 #include "app/windows/MarketDesk.h"
 
 #include "app/commands/AddSymbols.h"
+#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
-#include "app/shell/MainFrame.h"
 #include "app/windows/HeadlinesDlg.h"
 #include "app/windows/SymbolSearchDlg.h"
 #include "app/windows/TimeAndSalesDlg.h"
+#include "feed/lookup/SymbolSearch.h"
 #include "settings/Settings.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/view/WatchlistGrid.h"
@@ -17,11 +18,12 @@
 
 namespace vx {
 
-CMarketDesk::CMarketDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame), m_frame(frame) {
-    BindSearchType(commands);
-    commands.Bind(ECommand::SymbolSearch, [this] { SearchSymbols(); });
-    commands.Bind(ECommand::Headlines, [this] { ShowHeadlines(); });
-    commands.Bind(ECommand::TimeAndSales, [this] { ShowTimeAndSales(); });
+CMarketDesk::CMarketDesk(const SBoardContext& context, CFeedSession& session)
+    : QObject(&context.window), m_context(context), m_session(session) {
+    BindSearchType();
+    context.commands.Bind(ECommand::SymbolSearch, [this] { SearchSymbols(); });
+    context.commands.Bind(ECommand::Headlines, [this] { ShowHeadlines(); });
+    context.commands.Bind(ECommand::TimeAndSales, [this] { ShowTimeAndSales(); });
 }
 
 CMarketDesk::~CMarketDesk() {
@@ -29,12 +31,12 @@ CMarketDesk::~CMarketDesk() {
     delete m_timeAndSales;
 }
 
-void CMarketDesk::BindSearchType(CCommands& commands) {
+void CMarketDesk::BindSearchType() {
     const auto bind = [&](ECommand command, int type) {
-        commands.Bind(
-            command, [this, type] { m_frame.Settings().WriteInteger(kSearchType, type); },
+        m_context.commands.Bind(
+            command, [this, type] { m_context.settings.WriteInteger(kSearchType, type); },
             [this, type](SCommandState& state) {
-                state.checked = m_frame.Settings().ReadInteger(kSearchType) == type;
+                state.checked = m_context.settings.ReadInteger(kSearchType) == type;
             });
     };
     bind(ECommand::SearchBySymbol, 0);
@@ -42,17 +44,17 @@ void CMarketDesk::BindSearchType(CCommands& commands) {
 }
 
 void CMarketDesk::SearchSymbols() {
-    CSymbolSearchDlg dialog(m_frame, m_frame.Settings(), &m_frame);
+    CSymbolSearchDlg dialog(m_session, m_context.settings, &m_context.window);
     if (m_searchSize.isValid()) dialog.resize(m_searchSize);
     const bool chosen = dialog.exec() == QDialog::Accepted;
     m_searchSize = dialog.size();
     if (!chosen || dialog.ChosenSymbol() == CSearchResults::kNothingFound) return;
-    if (!dialog.ChosenSymbol().empty()) m_frame.Settings().WriteText(kCurrentSymbol, dialog.ChosenSymbol());
-    CWatchlistGrid& grid = m_frame.View().Grid();
-    const SAddedRows rows = AddSymbols(m_frame.Document(), grid.FocusCell().row, dialog.ChosenSymbols());
+    if (!dialog.ChosenSymbol().empty()) m_context.settings.WriteText(kCurrentSymbol, dialog.ChosenSymbol());
+    CWatchlistGrid& grid = m_context.view.Grid();
+    const SAddedRows rows = AddSymbols(m_context.doc, grid.FocusCell().row, dialog.ChosenSymbols());
     if (rows.count == 0) return;
     const int column = std::max(grid.FocusCell().column, 1);
-    m_frame.Document().RevealRows(rows.first, rows.first + rows.count - 1);
+    m_context.doc.RevealRows(rows.first, rows.first + rows.count - 1);
     grid.SelectRange({rows.first, rows.first + rows.count - 1, column, column});
     grid.EnsureVisible(rows.first + rows.count - 1, column);
     grid.EnsureVisible(rows.first, column);
@@ -73,9 +75,9 @@ void CMarketDesk::ShowTimeAndSales() {
 // The commands of the three windows work in each of them too.
 template <typename TWindow> TWindow& CMarketDesk::WindowOf(TWindow*& window) {
     if (!window) {
-        window = new TWindow(m_frame.Document(), m_frame.View().Grid(), &m_frame);
+        window = new TWindow(m_context.doc, m_context.view.Grid(), &m_context.window);
         for (const ECommand command : {ECommand::SymbolSearch, ECommand::Headlines, ECommand::TimeAndSales})
-            window->addAction(&m_frame.Commands().Action(command));
+            window->addAction(&m_context.commands.Action(command));
     }
     return *window;
 }

@@ -5,19 +5,19 @@
 
 namespace vx {
 
-class CCommands;
+class CFeedSession;
 class CHeadlinesDlg;
-class CMainFrame;
 class CTimeAndSalesDlg;
+struct SBoardContext;
 
 /// Opens the windows that look further than the board: symbol search, headlines, time and sales.
 ///
-/// Owns    the windows; nothing of the frame, which outlives it
+/// Owns    the windows; nothing of context and session, which outlive it
 /// Thread  GUI thread only
 class CMarketDesk : public QObject {
     Q_OBJECT
 public:
-    CMarketDesk(CMainFrame& frame, CCommands& commands);
+    CMarketDesk(const SBoardContext& context, CFeedSession& session);
     ~CMarketDesk() override;
 
     /// Lets the user search and puts what was chosen into the watchlist.
@@ -26,10 +26,11 @@ public:
     void ShowTimeAndSales();
 
 private:
-    void BindSearchType(CCommands& commands);
+    void BindSearchType();
     template <typename TWindow> TWindow& WindowOf(TWindow*& window);
 
-    CMainFrame& m_frame;
+    const SBoardContext& m_context;
+    CFeedSession& m_session;
     // Made when they are first shown.
     CHeadlinesDlg* m_headlines = nullptr;
     CTimeAndSalesDlg* m_timeAndSales = nullptr;

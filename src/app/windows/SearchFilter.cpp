@@ -1,7 +1,7 @@
 #include "app/windows/SearchFilter.h"
 
+#include "app/frame/ShownText.h"
 #include "app/windows/ListView.h"
-#include "app/windows/ShownText.h"
 #include "base/Number.h"
 
 #include <QApplication>

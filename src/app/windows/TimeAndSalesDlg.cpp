@@ -1,8 +1,8 @@
 #include "app/windows/TimeAndSalesDlg.h"
 
+#include "app/frame/ShownText.h"
 #include "app/windows/ListView.h"
 #include "app/windows/ListWindow.h"
-#include "app/windows/ShownText.h"
 #include "app/windows/TradeModel.h"
 #include "data/store/L1DataStore.h"
 #include "watchlist/document/WatchlistDoc.h"

@@ -1,6 +1,6 @@
 #include "app/windows/TradeModel.h"
 
-#include "app/windows/ShownText.h"
+#include "app/frame/ShownText.h"
 #include "data/catalogue/CellFormat.h"
 #include "data/record/L1SymbolRec.h"
 #include "data/record/NumberText.h"

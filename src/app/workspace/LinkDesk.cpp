@@ -1,7 +1,8 @@
 #include "app/workspace/LinkDesk.h"
 
+#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
-#include "app/shell/MainFrame.h"
+#include "app/frame/ProgramName.h"
 #include "base/Clock.h"
 #include "base/MessageBox.h"
 #include "base/qt/QtText.h"
@@ -51,9 +52,9 @@ constexpr int kCurrentSymbolMs = 250;
 
 } // namespace
 
-CLinkDesk::CLinkDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame), m_frame(frame), m_commands(commands) {
+CLinkDesk::CLinkDesk(const SBoardContext& context) : QObject(&context.window), m_context(context) {
     BindLinks();
-    for (QObject* shows : m_commands.Action(LinkChart).associatedObjects())
+    for (QObject* shows : m_context.commands.Action(LinkChart).associatedObjects())
         if (auto* menu = qobject_cast<QMenu*>(shows)) menu->setToolTipsVisible(true);
     auto* timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, &CLinkDesk::LookAtCurrentSymbol);
@@ -62,11 +63,11 @@ CLinkDesk::CLinkDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame), 
 
 void CLinkDesk::BindLinks() {
     for (const SLink& link : kLinks) {
-        m_commands.Bind(
+        m_context.commands.Bind(
             link.fromMenu, [this, &link] { Start(link.program, link.takesSymbol); },
             [this, &link](SCommandState& state) { state.tip = TipOf(link.program); });
         if (link.fromRow == Count) continue;
-        m_commands.Bind(
+        m_context.commands.Bind(
             link.fromRow, [this, &link] { Start(link.program, link.takesSymbol); },
             [this, &link](SCommandState& state) {
                 state.enabled = !link.takesSymbol || !RowSymbol().empty();
@@ -85,7 +86,7 @@ void CLinkDesk::Start(const char* program, bool takesSymbol) {
         ShowMessageBox({fmt::format("Unable to launch {}.  Error Code: {}", program, result.error), kProgramName,
                         EBoxButtons::Ok, EBoxIcon::Exclamation});
     } else if (!arguments.empty()) {
-        m_frame.Settings().WriteText(kCurrentSymbol, symbol);
+        m_context.settings.WriteText(kCurrentSymbol, symbol);
     }
 }
 
@@ -98,14 +99,14 @@ QString CLinkDesk::TipOf(const char* program) {
 }
 
 void CLinkDesk::LookAtCurrentSymbol() {
-    std::string current = m_frame.Settings().ReadTextOrDefault(kCurrentSymbol);
+    std::string current = m_context.settings.ReadTextOrDefault(kCurrentSymbol);
     if (current == m_currentSymbol) return;
     m_currentSymbol = std::move(current);
-    m_commands.RefreshSoon();
+    m_context.commands.RefreshSoon();
 }
 
 std::string CLinkDesk::RowSymbol() const {
-    return std::string(m_frame.Document().RowSymbol(m_frame.View().Grid().FocusCell().row));
+    return std::string(m_context.doc.RowSymbol(m_context.view.Grid().FocusCell().row));
 }
 
 } // namespace vx

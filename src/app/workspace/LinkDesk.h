@@ -9,18 +9,17 @@
 
 namespace vx {
 
-class CCommands;
-class CMainFrame;
+struct SBoardContext;
 
 /// Starts the sibling programs on the row's symbol, which becomes the current symbol of all of them, and follows that
 /// symbol when another program changes it.
 ///
-/// Owns    nothing of the frame, which outlives it
+/// Owns    nothing of the context
 /// Thread  GUI thread only
 class CLinkDesk : public QObject {
     Q_OBJECT
 public:
-    CLinkDesk(CMainFrame& frame, CCommands& commands);
+    explicit CLinkDesk(const SBoardContext& context);
 
 private:
     struct SLook {
@@ -34,8 +33,7 @@ private:
     std::string RowSymbol() const;
     void LookAtCurrentSymbol();
 
-    CMainFrame& m_frame;
-    CCommands& m_commands;
+    const SBoardContext& m_context;
     std::map<std::string, SLook, std::less<>> m_installed;
     std::string m_currentSymbol;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/shell/NorvCommandLineInfo.h"
+#include "app/frame/NorvCommandLineInfo.h"
 
 #include <string>
 #include <vector>

@@ -1,9 +1,12 @@
 #include "app/workspace/WindowDesk.h"
 
+#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
 #include "app/files/FileDesk.h"
-#include "app/shell/FramePlacement.h"
-#include "app/shell/MainFrame.h"
+#include "app/frame/FramePlacement.h"
+#include "app/frame/FramePlacer.h"
+#include "app/frame/ProgramName.h"
+#include "app/frame/StatusPanes.h"
 #include "app/workspace/RunningWindows.h"
 #include "app/workspace/WindowSlot.h"
 #include "app/workspace/Workspace.h"
@@ -23,18 +26,19 @@ namespace vx {
 
 using Arguments = std::vector<std::string>;
 
-CWindowDesk::CWindowDesk(CMainFrame& frame, CCommands& commands) : QObject(&frame), m_frame(frame) {
-    commands.Bind(
-        ECommand::AlwaysOnTop, [this] { m_frame.SetAlwaysOnTop(!m_frame.IsAlwaysOnTop()); },
-        [this](SCommandState& state) { state.checked = m_frame.IsAlwaysOnTop(); });
-    commands.Bind(ECommand::FileNewWindow, [this] {
-        const std::string& theme = m_frame.CommandLine().theme;
+CWindowDesk::CWindowDesk(const SBoardContext& context, CFileDesk& files, const CNorvCommandLineInfo& commandLine)
+    : QObject(&context.window), m_context(context), m_files(files), m_commandLine(commandLine) {
+    context.commands.Bind(
+        ECommand::AlwaysOnTop, [this] { m_context.place.SetAlwaysOnTop(!m_context.place.IsAlwaysOnTop()); },
+        [this](SCommandState& state) { state.checked = m_context.place.IsAlwaysOnTop(); });
+    context.commands.Bind(ECommand::FileNewWindow, [this] {
+        const std::string& theme = m_commandLine.theme;
         if (const int error = StartWindow(theme.empty() ? Arguments{} : Arguments{"--theme", theme}))
             ShowMessageBox({WindowStartError(error), kProgramName, EBoxButtons::Ok, EBoxIcon::Exclamation});
     });
-    commands.Bind(ECommand::SaveWorkspace, [this] { SaveAllWindows(); });
-    commands.Bind(ECommand::OpenWorkspace, [this] { OpenStored(); });
-    if (!m_frame.CommandLine().screenshot.empty()) return;
+    context.commands.Bind(ECommand::SaveWorkspace, [this] { SaveAllWindows(); });
+    context.commands.Bind(ECommand::OpenWorkspace, [this] { OpenStored(); });
+    if (!m_commandLine.screenshot.empty()) return;
     m_slot = new CWindowSlot(
         UserRuntimeFolder(), [this] { return WorkspaceText(Describe()); }, this);
     connect(m_slot, &CWindowSlot::SaveAsked, this, &CWindowDesk::PostSaveMessage);
@@ -42,34 +46,34 @@ CWindowDesk::CWindowDesk(CMainFrame& frame, CCommands& commands) : QObject(&fram
 }
 
 SWorkspaceWindow CWindowDesk::Describe() const {
-    const CNorvCommandLineInfo& given = m_frame.CommandLine();
     SWorkspaceWindow window;
     window.number = m_slot && m_slot->Number() > 0 ? m_slot->Number() : 1;
-    window.file = m_frame.Files().File().Path();
-    window.symbols = given.symbol;
-    window.type = given.type;
-    window.interval = given.interval;
-    window.placement = m_frame.Placement();
-    window.minimised = m_frame.isMinimized();
+    window.file = m_files.File().Path();
+    window.symbols = m_commandLine.symbol;
+    window.type = m_commandLine.type;
+    window.interval = m_commandLine.interval;
+    window.placement = m_context.place.Placement();
+    window.minimised = m_context.window.isMinimized();
     return window;
 }
 
 // Other windows
 
 bool CWindowDesk::ShowOther(const std::string& path) {
-    if (!m_slot || IsSameFile(m_frame.Files().File().Path(), path) ||
+    if (!m_slot || IsSameFile(m_files.File().Path(), path) ||
         !ShowWindowWithFile(m_slot->Folder(), m_slot->Number(), path))
         return false;
-    m_frame.Say(fmt::format("\"{}\" is open in another window.", Windows1252FromUtf8(path)));
+    m_context.status.Say(fmt::format("\"{}\" is open in another window.", Windows1252FromUtf8(path)));
     return true;
 }
 
-// The window in which the keyboard belongs may be a dialog of the frame.
+// The window in which the keyboard belongs may be a dialog of this one.
 void CWindowDesk::BringUp() {
-    if (m_frame.isMinimized()) m_frame.setWindowState(m_frame.windowState() & ~Qt::WindowMinimized);
-    m_frame.raise();
+    if (m_context.window.isMinimized())
+        m_context.window.setWindowState(m_context.window.windowState() & ~Qt::WindowMinimized);
+    m_context.window.raise();
     QWidget* dialog = QApplication::activeModalWidget();
-    QWidget& front = dialog ? *dialog : m_frame;
+    QWidget& front = dialog ? *dialog : m_context.window;
     front.raise();
     front.activateWindow();
 }
@@ -90,7 +94,11 @@ void CWindowDesk::SaveAllWindows() {
 }
 
 void CWindowDesk::PostSaveMessage() {
-    QCoreApplication::postEvent(&m_frame, new CRegisteredMessage(RegisterMessage(kSaveWorkspaceMessageName)));
+    QCoreApplication::postEvent(this, new CRegisteredMessage(RegisterMessage(kSaveWorkspaceMessageName)));
+}
+
+void CWindowDesk::customEvent(QEvent* event) {
+    if (event->type() == RegisterMessage(kSaveWorkspaceMessageName)) SaveWorkspace();
 }
 
 void CWindowDesk::SaveWorkspace() {
@@ -99,7 +107,7 @@ void CWindowDesk::SaveWorkspace() {
     const int error = SaveToWorkspace(CRegistry::CurrentUser(), window,
                                       [this](int number) { return m_slot && m_slot->Runs(number); });
     if (m_slot) m_slot->Answer(error == 0);
-    if (error == 0) return m_frame.Say("Workspace saved");
+    if (error == 0) return m_context.status.Say("Workspace saved");
     ShowMessageBox({WorkspaceError(WorkspaceValueName(window.number), error), kWorkspaceErrorCaption, EBoxButtons::Ok,
                     EBoxIcon::Stop});
 }
@@ -110,8 +118,8 @@ void CWindowDesk::OpenStored() {
     running.push_back({0, CNorvCommandLineInfo(*WorkspaceArguments(WorkspaceText(Describe())))});
     const SOpenedWorkspace opened = OpenWorkspace(CRegistry::CurrentUser(), running, StartWindow);
     if (opened.IsWhole())
-        return m_frame.Say(opened.started == 0 ? std::string("All windows of the workspace are open.")
-                                               : fmt::format("Windows opened: {}", opened.started));
+        return m_context.status.Say(opened.started == 0 ? std::string("All windows of the workspace are open.")
+                                                        : fmt::format("Windows opened: {}", opened.started));
     ShowMessageBox({WorkspaceProblems(opened), kProgramName, EBoxButtons::Ok,
                     opened.stored == 0 ? EBoxIcon::Information : EBoxIcon::Exclamation});
 }

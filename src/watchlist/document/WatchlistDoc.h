@@ -2,6 +2,7 @@
 
 #include "alerts/rules/AlertsMap.h"
 #include "data/record/ChangeQueue.h"
+#include "feed/lookup/NewsCountsReply.h"
 #include "news/HeadlineLog.h"
 #include "news/NewsMap.h"
 #include "watchlist/document/CellFormatStore.h"
@@ -46,7 +47,7 @@ enum class ERowKind { Empty, Symbol, Annotation };
 /// Owns    the stores of its rows; not the level-1 store, the settings, the frame or the view, which outlive it
 /// Errors  a row outside 1..CRowTable::kMaxRow is ignored
 /// Thread  GUI thread only
-class CWatchlistDoc : private CChangeWaker, private CAlertsObserver {
+class CWatchlistDoc : public CNewsCountsReceiver, private CChangeWaker, private CAlertsObserver {
 public:
     CWatchlistDoc(CL1DataStore& store, CSettings& settings, CWatchlistFrame& frame);
     ~CWatchlistDoc() override;
@@ -170,7 +171,7 @@ public:
     /// A headline came on the level-1 connection: its symbols' rows change at the next repaint, their alerts fire.
     void OnNewsLine(std::string_view line);
     /// The counts came that were asked for.
-    void OnNewsCounts(std::string_view xml);
+    void OnNewsCounts(std::string_view xml) override;
 
     // Columns and options.
 

@@ -1,4 +1,4 @@
-#include "app/shell/DialogFit.h"
+#include "app/frame/DialogFit.h"
 
 #include <QApplication>
 #include <QBoxLayout>

@@ -1,6 +1,6 @@
-#include "app/shell/QuietStyle.h"
+#include "app/frame/QuietStyle.h"
 
-#include "app/shell/DialogFit.h"
+#include "app/frame/DialogFit.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>

@@ -30,10 +30,12 @@ public:
     /// Moves the window, and maximises or restores it; without a width and height it moves nothing and restores
     /// nothing. A window that is not shown is only moved; a minimised one stays minimised.
     void Put(const SPlacement& placement);
-    /// Where the window stands when it is normal, and whether it is maximised; says nothing of alwaysOnTop.
+    /// Where the window stands when it is normal, and how it is shown.
     SPlacement Placement() const;
     /// Whether it stands where it was put last, as far as the screen allowed that.
     bool IsWherePut() const;
+    void SetAlwaysOnTop(bool onTop);
+    bool IsAlwaysOnTop() const;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

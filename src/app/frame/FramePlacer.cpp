@@ -1,6 +1,6 @@
-#include "app/shell/FramePlacer.h"
+#include "app/frame/FramePlacer.h"
 
-#include "app/shell/FramePlacement.h"
+#include "app/frame/FramePlacement.h"
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -92,11 +92,26 @@ void CFramePlacer::Look() {
     m_put = m_normal;
 }
 
+// Through the window's own flags the toolkit would make the platform window anew, which hides it for a moment and
+// forgets where its frame stands.
+void CFramePlacer::SetAlwaysOnTop(bool onTop) {
+    if (IsAlwaysOnTop() == onTop) return;
+    if (!m_window.windowHandle()) {
+        m_window.setWindowFlag(Qt::WindowStaysOnTopHint, onTop);
+        return;
+    }
+    m_window.overrideWindowFlags(m_window.windowFlags().setFlag(Qt::WindowStaysOnTopHint, onTop));
+    m_window.windowHandle()->setFlag(Qt::WindowStaysOnTopHint, onTop);
+}
+
 // Knowing
+
+bool CFramePlacer::IsAlwaysOnTop() const { return m_window.windowFlags().testFlag(Qt::WindowStaysOnTopHint); }
 
 SPlacement CFramePlacer::Placement() const {
     SPlacement out = !IsNormal() ? m_normal : m_due ? Fitted() : Current();
     out.maximised = m_window.isMaximized();
+    out.alwaysOnTop = IsAlwaysOnTop();
     return out;
 }
 

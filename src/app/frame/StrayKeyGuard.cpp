@@ -1,4 +1,4 @@
-#include "app/shell/StrayKeyGuard.h"
+#include "app/frame/StrayKeyGuard.h"
 
 #include "base/Clock.h"
 

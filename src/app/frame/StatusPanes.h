@@ -3,6 +3,8 @@
 #include <QStatusBar>
 #include <QTimer>
 
+#include <string_view>
+
 class QLabel;
 
 namespace vx {
@@ -21,7 +23,7 @@ public:
 
     void SetStatus(const QString& text);
     /// Shows a text instead of the status for a few seconds; another status waits, but progress is shown at once.
-    void Say(const QString& text);
+    void Say(std::string_view text);
     void ShowProgress(const QString& text);
     /// live: false marks the feed's state as one to look at.
     void SetFeed(const QString& state, const QString& age, bool live);

@@ -1,4 +1,4 @@
-#include "app/shell/NorvCommandLineInfo.h"
+#include "app/frame/NorvCommandLineInfo.h"
 
 #include "base/Number.h"
 #include "base/Text.h"

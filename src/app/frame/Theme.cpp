@@ -1,6 +1,6 @@
-#include "app/shell/Theme.h"
+#include "app/frame/Theme.h"
 
-#include "app/shell/QuietStyle.h"
+#include "app/frame/QuietStyle.h"
 
 #include <QApplication>
 #include <QPalette>

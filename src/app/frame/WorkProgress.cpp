@@ -1,6 +1,6 @@
-#include "app/files/WorkProgress.h"
+#include "app/frame/WorkProgress.h"
 
-#include "app/shell/NorvMainFrame.h"
+#include "app/frame/ProgramName.h"
 
 #include <QCoreApplication>
 #include <QLabel>

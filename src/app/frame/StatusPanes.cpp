@@ -1,4 +1,4 @@
-#include "app/shell/StatusPanes.h"
+#include "app/frame/StatusPanes.h"
 
 #include "base/qt/QtText.h"
 
@@ -86,9 +86,10 @@ void CStatusPanes::ShowStatus() {
     m_status->setToolTip({});
 }
 
-void CStatusPanes::Say(const QString& text) {
-    ShowText(m_status, text);
-    m_status->setToolTip(PlainTipText(text)); // It may be longer than the pane.
+void CStatusPanes::Say(std::string_view text) {
+    const QString shown = QtText(text);
+    ShowText(m_status, shown);
+    m_status->setToolTip(PlainTipText(shown)); // It may be longer than the pane.
     m_said.start(kSaidMs);
 }
 

@@ -1,4 +1,4 @@
-#include "app/shell/FramePlacement.h"
+#include "app/frame/FramePlacement.h"
 
 #include "settings/Settings.h"
 
