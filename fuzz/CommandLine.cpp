@@ -2,7 +2,7 @@
 // arguments.
 
 #include "Arguments.h"
-#include "app/shell/NorvCommandLineInfo.h"
+#include "app/frame/NorvCommandLineInfo.h"
 
 #include <algorithm>
 #include <cstdlib>

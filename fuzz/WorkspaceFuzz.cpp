@@ -1,7 +1,7 @@
 // A command of the stored workspace: any text is cut into arguments or refused, and a window with any file, symbols and
 // type is written so that it is read back.
 
-#include "app/shell/NorvCommandLineInfo.h"
+#include "app/frame/NorvCommandLineInfo.h"
 #include "app/workspace/Workspace.h"
 
 #include <cstdint>
