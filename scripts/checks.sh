@@ -5,7 +5,8 @@
 # Every source is laid out as clang-format 14 does it.
 check_format() {
   install_packages clang-format-14
-  git ls-files -z '*.cpp' '*.h' '*.inl' '*.def' >"$ZW_SCRATCH/files"
+  find src tests bench fuzz -name '*.cpp' -print0 -o -name '*.h' -print0 -o -name '*.inl' -print0 -o -name '*.def' -print0 \
+    >"$ZW_SCRATCH/files"
   step "the format; clang-format-14 -i mends it" \
     xargs -0 -P "$(nproc)" -n 50 clang-format-14 --dry-run --Werror <"$ZW_SCRATCH/files"
 }

@@ -20,7 +20,7 @@ struct SBoardContext {
     CCommands& commands;
     CStatusPanes& status;
     CFramePlacer& place; ///< Of the window.
-    QWidget& window; ///< Parent of dialogs and of the groups.
+    QWidget& window;     ///< Parent of dialogs and of the groups.
 };
 
 } // namespace vx
