@@ -207,9 +207,9 @@ TEST_F(AlertDesk, WhatIsGoneWhenItsNoticeIsAnsweredDoesNoHarm) {
     of.notice.symbol = "IBM";
     of.notice.index = 7;
     of.watchlist = frame.Document().OpenCount();
-    QCoreApplication::postEvent(&frame.AlertNotices(), new CResetAlertMessage("IBM,7,1.000000", of));
+    QCoreApplication::postEvent(&frame, new CResetAlertMessage("IBM,7,1.000000", of));
     of.notice.index = 0;
-    QCoreApplication::postEvent(&frame.AlertNotices(), new CResetAlertMessage("IBM,0,99.000000", of));
+    QCoreApplication::postEvent(&frame, new CResetAlertMessage("IBM,0,99.000000", of));
     EXPECT_TRUE(WaitUntil([&] { return frame.Document().Alerts().Get("IBM")[0].value == 99; }));
 }
 

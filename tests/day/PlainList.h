@@ -36,7 +36,7 @@ public:
     /// The rows from 1 on, as a text to be compared.
     std::string Look() const;
     std::string AlertLook() const;
-    /// The symbols that stand in a row and were not rejected.
+    /// The symbols that are in a row and were not rejected.
     std::set<std::string> Watched() const;
     int LastUsedRow() const;
 

@@ -367,7 +367,7 @@ private:
         else if (Looks() != plain.looks)
             m_fault = fmt::format("columns, formats, options\n  {}\n  {}", Looks(), plain.looks);
         else if (m_wire != plain.Watched())
-            m_fault = "other symbols are watched than stand in rows";
+            m_fault = "other symbols are watched than are in rows";
         else if (doc.Undo().UndoCount() != plain.UndoCount())
             m_fault = fmt::format("steps: {} and {}", doc.Undo().UndoCount(), plain.UndoCount());
         else if (!boxes.shown.empty() && boxes.shown.back().icon == EBoxIcon::Stop)

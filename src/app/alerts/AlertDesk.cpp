@@ -43,9 +43,10 @@ CAlertDesk::CAlertDesk(const SBoardContext& context)
                  .symbols = [this] { return Symbols(); },
                  .valueNow = [this](std::string_view symbol, int32_t id) { return ValueNow(symbol, id); },
                  .isMuted = [this] { return m_context.settings.ReadBoolean(kAlertMute); }},
-      m_notices(new CNoticeQueue(m_player, *this, &context.window, context.settings, this)),
+      m_notices(new CNoticeQueue(m_player, context.window, &context.window, context.settings, this)),
       m_presence(new CPresence(this)), m_missed(new CMissedAlerts(context.status, this)) {
     m_context.doc.Alerts().SetNotices(this);
+    m_context.window.installEventFilter(this);
     m_notices->SetMuted(m_context.settings.ReadBoolean(kAlertMute));
     m_notices->SetInUse([this] { return m_presence->IsHere(); });
     m_notices->SetTarget([this](const SFiredNotice& fired) { return TargetOf(fired); });
@@ -91,18 +92,25 @@ void CAlertDesk::BindCommands() {
 // From the alert to the notice
 
 void CAlertDesk::PostNotice(std::string record, const A_INFO& fired) {
-    QCoreApplication::postEvent(this, new CAlertFiredMessage(std::move(record), fired, m_context.doc.OpenCount()));
+    QCoreApplication::postEvent(&m_context.window,
+                                new CAlertFiredMessage(std::move(record), fired, m_context.doc.OpenCount()));
 }
 
 void CAlertDesk::PostNewsNotice(SAlertNotice notice, const A_INFO& fired) {
-    QCoreApplication::postEvent(this, new CAlertFiredMessage(std::move(notice), fired, m_context.doc.OpenCount()));
+    QCoreApplication::postEvent(&m_context.window,
+                                new CAlertFiredMessage(std::move(notice), fired, m_context.doc.OpenCount()));
 }
 
-void CAlertDesk::customEvent(QEvent* event) {
-    if (event->type() == kAlertFiredMessage)
+bool CAlertDesk::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == &m_context.window && event->type() == kAlertFiredMessage) {
         OnFired(static_cast<const CAlertFiredMessage&>(*event));
-    else if (event->type() == kResetAlertMessage)
+        return true;
+    }
+    if (watched == &m_context.window && event->type() == kResetAlertMessage) {
         OnReset(static_cast<const CResetAlertMessage&>(*event));
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void CAlertDesk::OnFired(const CAlertFiredMessage& message) {

@@ -23,7 +23,7 @@ struct SNoticeTarget;
 struct SBoardContext;
 
 /// Tells the user of the alerts that fire, and opens the windows in which they are set and looked up. What fired comes
-/// as a posted message, so that nothing opens while a line of the feed is being handled.
+/// to the frame as a posted message, so that nothing opens while a line of the feed is being handled.
 ///
 /// Owns    nothing of the context
 /// Thread  GUI thread only
@@ -50,7 +50,7 @@ public:
 
 protected:
     /// Alerts that fired, and the resets of their notices.
-    void customEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void BindCommands();

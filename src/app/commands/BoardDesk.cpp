@@ -37,7 +37,7 @@ CBoardDesk::CBoardDesk(const SBoardContext& context, CMainMenus& menus) : QObjec
     connect(&view.Grid(), &CGridCtrl::CellDoubleClicked, this, [this](int, int column) { OpenDetail(column); });
 }
 
-// What a cell that stands for more has behind it.
+// What else a cell shows that has more to it than its text.
 void CBoardDesk::OpenDetail(int column) {
     const SSpecialColumns& special = m_context.view.Special();
     const int field = m_context.view.Grid().FieldAt(column);

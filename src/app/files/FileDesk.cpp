@@ -242,7 +242,7 @@ bool CFileDesk::AgreesTo(const SFileResult& result, SSaveConsent& consent, bool&
 // Leaving the document
 
 bool CFileDesk::MayLeave() {
-    m_context.view.Grid().EndEdit(true); // What stands in an open editor was typed to stay.
+    m_context.view.Grid().EndEdit(true); // A text in an open editor was typed to be kept.
     if (!WaitForSave()) return false;
     while (m_context.doc.IsModified()) { // An alert may modify it while it is being saved.
         switch (Ask(fmt::format("Save changes to \"{}\"?", Name()), EBoxButtons::YesNoCancel, EBoxIcon::Question)) {

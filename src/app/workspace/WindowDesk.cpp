@@ -28,6 +28,7 @@ using Arguments = std::vector<std::string>;
 
 CWindowDesk::CWindowDesk(const SBoardContext& context, CFileDesk& files, const CNorvCommandLineInfo& commandLine)
     : QObject(&context.window), m_context(context), m_files(files), m_commandLine(commandLine) {
+    context.window.installEventFilter(this);
     context.commands.Bind(
         ECommand::AlwaysOnTop, [this] { m_context.place.SetAlwaysOnTop(!m_context.place.IsAlwaysOnTop()); },
         [this](SCommandState& state) { state.checked = m_context.place.IsAlwaysOnTop(); });
@@ -94,11 +95,14 @@ void CWindowDesk::SaveAllWindows() {
 }
 
 void CWindowDesk::PostSaveMessage() {
-    QCoreApplication::postEvent(this, new CRegisteredMessage(RegisterMessage(kSaveWorkspaceMessageName)));
+    QCoreApplication::postEvent(&m_context.window, new CRegisteredMessage(RegisterMessage(kSaveWorkspaceMessageName)));
 }
 
-void CWindowDesk::customEvent(QEvent* event) {
-    if (event->type() == RegisterMessage(kSaveWorkspaceMessageName)) SaveWorkspace();
+bool CWindowDesk::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != &m_context.window || event->type() != RegisterMessage(kSaveWorkspaceMessageName))
+        return QObject::eventFilter(watched, event);
+    SaveWorkspace();
+    return true;
 }
 
 void CWindowDesk::SaveWorkspace() {

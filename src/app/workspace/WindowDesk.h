@@ -31,7 +31,7 @@ public:
 
 protected:
     /// The registered message that saves the workspace.
-    void customEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void SaveWorkspace();

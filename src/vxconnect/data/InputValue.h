@@ -8,7 +8,7 @@
 
 namespace vx::sim {
 
-/// A value as the wire has it, or why it cannot stand there.
+/// A value as the wire has it, or why the wire cannot have it.
 struct SInputValue {
     std::string text;
     std::string error;   ///< "\"abc\" is not a number", empty when all is well.
