@@ -17,9 +17,9 @@ QString SpokenText(const CGridCtrl& grid, const SGridCell& at) {
     QStringList words;
     for (const char c : cell.Text()) {
         const int symbol = CGridPainter::SymbolOf(static_cast<unsigned char>(c));
-        if (symbol == kSymbolUp) words += CGridCtrl::tr("up");
-        if (symbol == kSymbolDown) words += CGridCtrl::tr("down");
-        if (symbol == kSymbolDot) words += CGridCtrl::tr("unchanged");
+        if (symbol == kSymbolUp) words += QStringLiteral("up");
+        if (symbol == kSymbolDown) words += QStringLiteral("down");
+        if (symbol == kSymbolDot) words += QStringLiteral("unchanged");
     }
     return words.join(QLatin1Char(' '));
 }

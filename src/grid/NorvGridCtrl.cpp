@@ -4,7 +4,7 @@ namespace vx {
 
 CNorvGridCtrl::CNorvGridCtrl(QWidget* parent) : CGridCtrl(parent) {
     setObjectName(QStringLiteral("grid"));
-    setAccessibleName(tr("Watchlist"));
+    setAccessibleName(QStringLiteral("Watchlist"));
 }
 
 void CNorvGridCtrl::ApplyViewSettings(bool gridLines, bool shading, bool ellipsis, bool reducedMotion) {

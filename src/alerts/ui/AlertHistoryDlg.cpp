@@ -47,7 +47,7 @@ CAlertHistoryDlg::CAlertHistoryDlg(const CAlertHistory& history, QWidget* parent
     : QDialog(parent), m_history(history), m_model(new CAlertHistoryModel(this)),
       m_filter(new CAlertHistoryFilter(*m_model, this)), m_soon(new QTimer(this)) {
     setObjectName(QStringLiteral("alertHistory"));
-    setWindowTitle(tr("Alert History"));
+    setWindowTitle(QStringLiteral("Alert History"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     MakeFilters();
     MakeTable();
@@ -62,18 +62,18 @@ CAlertHistoryDlg::CAlertHistoryDlg(const CAlertHistory& history, QWidget* parent
 void CAlertHistoryDlg::MakeFilters() {
     m_view = new QComboBox;
     m_view->setObjectName(QStringLiteral("view"));
-    m_view->addItems({tr("While you were away"), tr("All alerts that fired")});
+    m_view->addItems({QStringLiteral("While you were away"), QStringLiteral("All alerts that fired")});
     m_symbol = new QComboBox;
     m_symbol->setObjectName(QStringLiteral("symbol"));
     m_symbol->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_symbol->setMinimumContentsLength(12);
     m_text = new QLineEdit;
     m_text->setObjectName(QStringLiteral("text"));
-    m_text->setPlaceholderText(tr("Filter"));
+    m_text->setPlaceholderText(QStringLiteral("Filter"));
     m_text->setClearButtonEnabled(true);
-    m_onlyOpen = new QCheckBox(tr("Only &undismissed"));
+    m_onlyOpen = new QCheckBox(QStringLiteral("Only &undismissed"));
     m_onlyOpen->setObjectName(QStringLiteral("onlyOpen"));
-    m_onlyOpen->setToolTip(tr("Only alerts whose notice was neither dismissed nor reset"));
+    m_onlyOpen->setToolTip(QStringLiteral("Only alerts whose notice was neither dismissed nor reset"));
     connect(m_view, &QComboBox::currentIndexChanged, this, &CAlertHistoryDlg::Filter);
     connect(m_symbol, &QComboBox::currentIndexChanged, this, &CAlertHistoryDlg::Filter);
     connect(m_text, &QLineEdit::textChanged, this, &CAlertHistoryDlg::Filter);
@@ -113,17 +113,17 @@ void CAlertHistoryDlg::LayOut() {
         filters->addWidget(widget, stretch);
         filters->addSpacing(8);
     };
-    add(tr("&Show:"), m_view);
-    add(tr("S&ymbol:"), m_symbol);
-    add(tr("&Text:"), m_text, 1);
+    add(QStringLiteral("&Show:"), m_view);
+    add(QStringLiteral("S&ymbol:"), m_symbol);
+    add(QStringLiteral("&Text:"), m_text, 1);
     filters->addWidget(m_onlyOpen);
     m_summary = new QLabel;
     m_summary->setObjectName(QStringLiteral("summary"));
     m_summary->setTextFormat(Qt::PlainText);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-    m_export = buttons->addButton(tr("&Export..."), QDialogButtonBox::ActionRole);
+    m_export = buttons->addButton(QStringLiteral("&Export..."), QDialogButtonBox::ActionRole);
     m_export->setObjectName(QStringLiteral("export"));
-    m_export->setToolTip(tr("Write the lines shown to a CSV file"));
+    m_export->setToolTip(QStringLiteral("Write the lines shown to a CSV file"));
     m_export->setAutoDefault(false);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_export, &QPushButton::clicked, this, &CAlertHistoryDlg::ChooseExport);
@@ -168,7 +168,7 @@ void CAlertHistoryDlg::FillSymbols() {
     m_symbols.assign(symbols.begin(), symbols.end());
     const QSignalBlocker quiet(m_symbol);
     m_symbol->clear();
-    m_symbol->addItem(tr("All"));
+    m_symbol->addItem(QStringLiteral("All"));
     for (const std::string& text : m_symbols) m_symbol->addItem(QtText(ShownLine(text)));
     const auto place = std::ranges::find(m_symbols, symbol);
     m_symbol->setCurrentIndex(place == m_symbols.end() ? 0 : static_cast<int>(place - m_symbols.begin()) + 1);
@@ -186,25 +186,26 @@ void CAlertHistoryDlg::Filter() {
 void CAlertHistoryDlg::ShowSummary() {
     const int shown = m_filter->rowCount();
     const int all = m_model->rowCount();
-    QString text = all == 1 ? tr("%1 of 1 alert").arg(shown) : tr("%1 of %2 alerts").arg(shown).arg(all);
+    QString text =
+        all == 1 ? QStringLiteral("%1 of 1 alert").arg(shown) : QStringLiteral("%1 of %2 alerts").arg(shown).arg(all);
     const int64_t absence = LastAbsence(m_model->Firings());
     if (m_view->currentIndex() == kWhileAway && absence != 0)
-        text += tr("; you were away from %1 on").arg(QtText(LocalTimeText(absence)));
+        text += QStringLiteral("; you were away from %1 on").arg(QtText(LocalTimeText(absence)));
     m_summary->setText(text);
     m_export->setEnabled(shown > 0);
     m_empty->setVisible(shown == 0);
-    m_empty->setText(all == 0 ? tr("No alert has fired yet.")
+    m_empty->setText(all == 0 ? QStringLiteral("No alert has fired yet.")
                               : (m_view->currentIndex() == kWhileAway && absence == 0
-                                     ? tr("No alert fired while you were away.")
-                                     : tr("No alert that fired fits the filter.")));
+                                     ? QStringLiteral("No alert fired while you were away.")
+                                     : QStringLiteral("No alert that fired fits the filter.")));
 }
 
 void CAlertHistoryDlg::ChooseExport() {
-    auto* dialog = new QFileDialog(this, tr("Export Alert History"));
+    auto* dialog = new QFileDialog(this, QStringLiteral("Export Alert History"));
     dialog->setObjectName(QStringLiteral("exportDialog"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setNameFilters({tr("Comma delimited (*.csv)"), tr("All files (*)")});
+    dialog->setNameFilters({QStringLiteral("Comma delimited (*.csv)"), QStringLiteral("All files (*)")});
     dialog->setDefaultSuffix(QStringLiteral("csv"));
     dialog->selectFile(QStringLiteral("alert-history.csv"));
     connect(dialog, &QFileDialog::fileSelected, this, &CAlertHistoryDlg::ExportTo);

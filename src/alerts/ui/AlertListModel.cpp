@@ -66,12 +66,13 @@ QString CAlertListModel::StateText(int row) const {
 QString CAlertListModel::TipText(int row) const {
     const A_INFO& alert = Alert(row);
     QString tip = QtText(AlertLineText(At(row).symbol, alert));
-    tip += QLatin1Char('\n') + (alert.enabled != 0 ? tr("Armed: fires once, on the next value that meets it")
-                                                   : tr("Fired or switched off: check it to arm it"));
+    tip +=
+        QLatin1Char('\n') + (alert.enabled != 0 ? QStringLiteral("Armed: fires once, on the next value that meets it")
+                                                : QStringLiteral("Fired or switched off: check it to arm it"));
     if (!CanFire(alert))
-        tip += tr("\nThe field has no numbers: it cannot fire");
+        tip += QStringLiteral("\nThe field has no numbers: it cannot fire");
     else if (!m_listed.contains(At(row).symbol))
-        tip += tr("\nThe symbol is not in the watchlist: it cannot fire until it is");
+        tip += QStringLiteral("\nThe symbol is not in the watchlist: it cannot fire until it is");
     return tip;
 }
 

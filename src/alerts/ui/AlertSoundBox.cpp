@@ -45,18 +45,18 @@ bool CanCarry(const QString& path) {
 
 CAlertSoundBox::CAlertSoundBox(const SAlertDialogServices& services, QWidget* parent)
     : QWidget(parent), m_services(services), m_list(new CPathList), m_play(new QPushButton),
-      m_remove(new QPushButton(tr("&Remove"))) {
+      m_remove(new QPushButton(QStringLiteral("&Remove"))) {
     m_list->setObjectName(QStringLiteral("soundList"));
     m_list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_list->setMinimumContentsLength(kListCharacters);
     m_play->setObjectName(QStringLiteral("play"));
     m_play->setAutoDefault(false);
-    auto* browse = new QPushButton(tr("&Browse..."));
+    auto* browse = new QPushButton(QStringLiteral("&Browse..."));
     browse->setObjectName(QStringLiteral("browse"));
-    browse->setToolTip(tr("Look for a wave file"));
+    browse->setToolTip(QStringLiteral("Look for a wave file"));
     browse->setAutoDefault(false);
     m_remove->setObjectName(QStringLiteral("removeSound"));
-    m_remove->setToolTip(tr("Take the chosen wave file off the list; the file itself stays"));
+    m_remove->setToolTip(QStringLiteral("Take the chosen wave file off the list; the file itself stays"));
     m_remove->setAutoDefault(false);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -82,7 +82,7 @@ CAlertSoundBox::~CAlertSoundBox() {
 }
 
 void CAlertSoundBox::Fill() {
-    m_list->addItems({tr("None"), tr("Default")});
+    m_list->addItems({QStringLiteral("None"), QStringLiteral("Default")});
     for (const STextSetting* setting : kSoundFiles)
         if (const std::string file = m_services.settings.ReadText(*setting); !file.empty()) {
             m_list->addItem(QtText(file));
@@ -130,7 +130,7 @@ void CAlertSoundBox::TakeOff() {
 }
 
 void CAlertSoundBox::Browse() {
-    auto* dialog = new QFileDialog(this, tr("Sound for the Alert"));
+    auto* dialog = new QFileDialog(this, QStringLiteral("Sound for the Alert"));
     dialog->setObjectName(QStringLiteral("soundFileDialog"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAcceptMode(QFileDialog::AcceptOpen);
@@ -166,10 +166,10 @@ void CAlertSoundBox::TogglePlay() {
 void CAlertSoundBox::ShowPlaying(bool playing) {
     const bool muted = m_services.isMuted && m_services.isMuted();
     m_playing = playing;
-    m_play->setText(playing ? tr("S&top") : tr("&Play"));
+    m_play->setText(playing ? QStringLiteral("S&top") : QStringLiteral("&Play"));
     m_play->setEnabled(m_list->currentIndex() > 0 && !muted);
     m_remove->setEnabled(m_list->currentIndex() >= kFirstFile);
-    m_play->setToolTip(muted ? tr("Sounds are muted") : tr("Hear the sound"));
+    m_play->setToolTip(muted ? QStringLiteral("Sounds are muted") : QStringLiteral("Hear the sound"));
 }
 
 } // namespace vx

@@ -39,13 +39,14 @@ QPushButton* MakeButton(const QString& text, const char* name, const QString& ti
 CAlertsDlg::CAlertsDlg(CAlertsMap& alerts, const SAlertDialogServices& services, QWidget* parent)
     : QDialog(parent), m_alerts(alerts), m_services(services), m_hasSymbols(!services.symbols().empty()),
       m_model(new CAlertListModel(alerts, services.symbols(), this)), m_list(new QListView),
-      m_empty(new QLabel(m_hasSymbols ? tr("There are no alerts yet.\n\"New\" sets the first one.")
-                                      : tr("There are no alerts yet.\nAlerts need a symbol in the watchlist."))),
-      m_new(MakeButton(tr("&New..."), "new", tr("Set another alert"))),
-      m_edit(MakeButton(tr("&Edit..."), "edit", tr("Change the selected alert"))),
-      m_delete(MakeButton(tr("&Delete"), "delete", tr("Remove the selected alert (Del)"))) {
+      m_empty(new QLabel(m_hasSymbols
+                             ? QStringLiteral("There are no alerts yet.\n\"New\" sets the first one.")
+                             : QStringLiteral("There are no alerts yet.\nAlerts need a symbol in the watchlist."))),
+      m_new(MakeButton(QStringLiteral("&New..."), "new", QStringLiteral("Set another alert"))),
+      m_edit(MakeButton(QStringLiteral("&Edit..."), "edit", QStringLiteral("Change the selected alert"))),
+      m_delete(MakeButton(QStringLiteral("&Delete"), "delete", QStringLiteral("Remove the selected alert (Del)"))) {
     setObjectName(QStringLiteral("alertsDlg"));
-    setWindowTitle(tr("Alerts"));
+    setWindowTitle(QStringLiteral("Alerts"));
     m_list->setObjectName(QStringLiteral("alertList"));
     m_list->setUniformItemSizes(true);
     m_list->setSpacing(kLineSpacing);
@@ -69,7 +70,7 @@ CAlertsDlg::CAlertsDlg(CAlertsMap& alerts, const SAlertDialogServices& services,
 }
 
 void CAlertsDlg::LayOut() {
-    auto* caption = new QLabel(tr("&Alerts (checked: armed):"));
+    auto* caption = new QLabel(QStringLiteral("&Alerts (checked: armed):"));
     caption->setBuddy(m_list);
     auto* overList = new QVBoxLayout(m_list);
     overList->addWidget(m_empty);
@@ -124,7 +125,7 @@ void CAlertsDlg::RefillAt(const std::string& symbol, const A_INFO& alert) {
 void CAlertsDlg::New() {
     auto* dialog = new CNewAlertDlg(m_services, {}, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle(tr("New Alert"));
+    dialog->setWindowTitle(QStringLiteral("New Alert"));
     dialog->setModal(true);
     connect(dialog, &QDialog::accepted, this, [this, dialog] { Store(dialog->Symbol(), dialog->Alert()); });
     dialog->show();
@@ -143,7 +144,7 @@ void CAlertsDlg::Edit() {
     draft.offerArming = m_model->Alert(row).enabled == 0;
     auto* dialog = new CNewAlertDlg(m_services, draft, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle(tr("Edit Alert"));
+    dialog->setWindowTitle(QStringLiteral("Edit Alert"));
     dialog->setModal(true);
     connect(dialog, &QDialog::accepted, this, [this, dialog, line] { Replace(line.symbol, line.index, *dialog); });
     dialog->show();

@@ -93,14 +93,14 @@ void CAlertsNotice::MakeTexts() {
 
 void CAlertsNotice::MakeButtons() {
     auto* box = new QDialogButtonBox;
-    m_arm = AddButton(*box, tr("Ar&m this alert"), "arm", QDialogButtonBox::ActionRole);
-    m_reset = AddButton(*box, m_fired.notice.isNews ? tr("&Read Story") : tr("&Reset..."), "reset",
-                        QDialogButtonBox::ActionRole);
-    m_dismissAll = AddButton(*box, tr("Dismiss &All"), "dismissAll", QDialogButtonBox::ActionRole);
-    m_dismissAll->setToolTip(tr("Close this notice and all that wait; the alert history keeps them"));
+    m_arm = AddButton(*box, QStringLiteral("Ar&m this alert"), "arm", QDialogButtonBox::ActionRole);
+    m_reset = AddButton(*box, m_fired.notice.isNews ? QStringLiteral("&Read Story") : QStringLiteral("&Reset..."),
+                        "reset", QDialogButtonBox::ActionRole);
+    m_dismissAll = AddButton(*box, QStringLiteral("Dismiss &All"), "dismissAll", QDialogButtonBox::ActionRole);
+    m_dismissAll->setToolTip(QStringLiteral("Close this notice and all that wait; the alert history keeps them"));
     m_dismissAll->hide();
-    m_dismiss = AddButton(*box, tr("&Dismiss"), "dismiss", QDialogButtonBox::RejectRole);
-    m_dismiss->setToolTip(tr("Close this notice; the alert stays disarmed (Esc)"));
+    m_dismiss = AddButton(*box, QStringLiteral("&Dismiss"), "dismiss", QDialogButtonBox::RejectRole);
+    m_dismiss->setToolTip(QStringLiteral("Close this notice; the alert stays disarmed (Esc)"));
     layout()->addWidget(box);
     SetTarget({});
     connect(m_arm, &QPushButton::clicked, this, [this] { done(Armed); });
@@ -111,21 +111,22 @@ void CAlertsNotice::MakeButtons() {
 
 void CAlertsNotice::SetWaiting(int count) {
     m_dismissAll->setVisible(count > 0);
-    m_dismissAll->setText(tr("Dismiss &All (%1 more)").arg(count));
+    m_dismissAll->setText(QStringLiteral("Dismiss &All (%1 more)").arg(count));
 }
 
 void CAlertsNotice::SetTarget(SNoticeTarget target) {
     m_target = std::move(target);
-    const QString gone = tr("The alert is not in the open watchlist");
+    const QString gone = QStringLiteral("The alert is not in the open watchlist");
     m_arm->setEnabled(m_target.canArm);
-    m_arm->setToolTip(m_target.canArm
-                          ? tr("Arm the alert that fired again, as it is: it fires with the next value that meets it")
-                          : gone);
+    m_arm->setToolTip(
+        m_target.canArm
+            ? QStringLiteral("Arm the alert that fired again, as it is: it fires with the next value that meets it")
+            : gone);
     m_reset->setEnabled(m_target.canReset);
     m_reset->setToolTip(!m_target.canReset ? gone
                         : m_target.resetsFired
-                            ? tr("Arm the alert again, with another value if you wish")
-                            : tr("Arm the first alert of the symbol, with another value if you wish"));
+                            ? QStringLiteral("Arm the alert again, with another value if you wish")
+                            : QStringLiteral("Arm the first alert of the symbol, with another value if you wish"));
 }
 
 std::optional<QPoint> CAlertsNotice::MovedTo() const {

@@ -72,7 +72,7 @@ void CDesktopNotifier::Send(const SNotification& notification) {
     QDBusMessage call = Call("Notify");
     call << QStringLiteral("Zantrel Watchlist") << m_id << QStringLiteral("dialog-information")
          << notification.title.left(kMostCharacters) << (*m_readsMarkup ? text.toHtmlEscaped() : text)
-         << QStringList{kAction, tr("Show")} << hints << kUntilClosed;
+         << QStringList{kAction, QStringLiteral("Show")} << hints << kUntilClosed;
     ++m_calls;
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, &CDesktopNotifier::OnReply);

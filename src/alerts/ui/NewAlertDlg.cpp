@@ -62,7 +62,7 @@ SAlertDraft DraftOf(const std::string& symbol, const A_INFO& alert) {
 CNewAlertDlg::CNewAlertDlg(const SAlertDialogServices& services, const SAlertDraft& draft, QWidget* parent)
     : QDialog(parent), m_services(services) {
     setObjectName(QStringLiteral("newAlertDlg"));
-    setWindowTitle(tr("Alert"));
+    setWindowTitle(QStringLiteral("Alert"));
     MakeWidgets();
     LayOut();
     FillSymbols(draft.symbol);
@@ -86,21 +86,21 @@ CNewAlertDlg::CNewAlertDlg(const SAlertDialogServices& services, const SAlertDra
 }
 
 void CNewAlertDlg::MakeWidgets() {
-    m_symbolList = MakeList("symbolList", tr("Choose a symbol"));
-    m_fieldList = MakeList("fieldList", tr("Choose a field"));
-    m_operationList = MakeList("operationList", tr("Choose an operation"));
+    m_symbolList = MakeList("symbolList", QStringLiteral("Choose a symbol"));
+    m_fieldList = MakeList("fieldList", QStringLiteral("Choose a field"));
+    m_operationList = MakeList("operationList", QStringLiteral("Choose an operation"));
     m_valueBox = new QLineEdit;
     m_valueBox->setObjectName(QStringLiteral("valueBox"));
     m_valueBox->setMaxLength(kMostValueCharacters);
     m_valueNow = new QLabel;
     m_valueNow->setObjectName(QStringLiteral("valueNow"));
     m_valueNow->setTextFormat(Qt::PlainText);
-    m_noZero = new QCheckBox(tr("Do &NOT fire alert for zero values"));
+    m_noZero = new QCheckBox(QStringLiteral("Do &NOT fire alert for zero values"));
     m_noZero->setObjectName(QStringLiteral("noZero"));
     m_sound = new CAlertSoundBox(m_services);
-    m_loop = new QCheckBox(tr("&Loop the sound until the notice is closed"));
+    m_loop = new QCheckBox(QStringLiteral("&Loop the sound until the notice is closed"));
     m_loop->setObjectName(QStringLiteral("loopSound"));
-    m_arm = new QCheckBox(tr("&Arm this alert: it fired or is off"));
+    m_arm = new QCheckBox(QStringLiteral("&Arm this alert: it fired or is off"));
     m_arm->setObjectName(QStringLiteral("arm"));
 }
 
@@ -114,12 +114,12 @@ void CNewAlertDlg::LayOut() {
         label->setBuddy(buddy);
         form->addRow(label, field);
     };
-    addRow(tr("&Symbol:"), m_symbolList, m_symbolList);
-    addRow(tr("&Field Name:"), m_fieldList, m_fieldList);
-    addRow(tr("&Operation:"), m_operationList, m_operationList);
-    addRow(tr("&Value:"), value, m_valueBox);
+    addRow(QStringLiteral("&Symbol:"), m_symbolList, m_symbolList);
+    addRow(QStringLiteral("&Field Name:"), m_fieldList, m_fieldList);
+    addRow(QStringLiteral("&Operation:"), m_operationList, m_operationList);
+    addRow(QStringLiteral("&Value:"), value, m_valueBox);
     form->addRow(QString(), m_noZero);
-    addRow(tr("So&und:"), m_sound, &m_sound->List());
+    addRow(QStringLiteral("So&und:"), m_sound, &m_sound->List());
     form->addRow(QString(), m_loop);
     form->addRow(QString(), m_arm);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
@@ -187,12 +187,12 @@ void CNewAlertDlg::ShowValueNow() {
     const int field = ChosenField();
     QString hint;
     if (field == NewsFieldId()) {
-        hint = tr("Fires with each news story");
+        hint = QStringLiteral("Fires with each news story");
     } else if (field >= 0 && !JudgedField(field)) {
-        hint = tr("Alerts on this field never fire");
+        hint = QStringLiteral("Alerts on this field never fire");
     } else if (m_services.valueNow && symbol >= 0 && field >= 0) {
         const std::string now = m_services.valueNow(m_symbols[static_cast<size_t>(symbol)], field);
-        if (!now.empty()) hint = tr("Now %1").arg(QtText(now));
+        if (!now.empty()) hint = QStringLiteral("Now %1").arg(QtText(now));
     }
     m_valueNow->setText(hint);
     m_valueNow->setVisible(!IsNews() && !hint.isEmpty());

@@ -46,13 +46,13 @@ CResetAlert::CResetAlert(SAlertNotice notice, QWidget* parent)
     : QDialog(parent), m_notice(std::move(notice)), m_base(m_notice.threshold), m_target(MakeLabel("target")),
       m_percent(new CSpinEdit), m_value(new CSpinEdit) {
     setObjectName(QStringLiteral("resetAlert"));
-    setWindowTitle(tr("Reset Alert"));
+    setWindowTitle(QStringLiteral("Reset Alert"));
     auto* prompt = MakeLabel("prompt");
     prompt->setText(QtText(ResetPrompt(m_notice)));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     m_ok = buttons->button(QDialogButtonBox::Ok);
-    m_ok->setText(tr("&Reset Alert"));
+    m_ok->setText(QStringLiteral("&Reset Alert"));
     connect(buttons, &QDialogButtonBox::accepted, this, &CResetAlert::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
@@ -64,8 +64,8 @@ CResetAlert::CResetAlert(SAlertNotice notice, QWidget* parent)
     MakeBoxes();
     if (!m_notice.isNews) {
         auto* form = new QFormLayout;
-        form->addRow(tr("&Percent:"), m_percent);
-        form->addRow(tr("&Value:"), m_value);
+        form->addRow(QStringLiteral("&Percent:"), m_percent);
+        form->addRow(QStringLiteral("&Value:"), m_value);
         layout->addLayout(form);
         layout->addSpacing(8);
         m_value->setFocus();
@@ -81,9 +81,9 @@ void CResetAlert::MakeBoxes() {
     m_percent->setVisible(!m_notice.isNews);
     m_value->setVisible(!m_notice.isNews);
     m_percent->setObjectName(QStringLiteral("percent"));
-    m_percent->setToolTip(tr("How far the alert moves, in percent of its present value"));
+    m_percent->setToolTip(QStringLiteral("How far the alert moves, in percent of its present value"));
     m_value->setObjectName(QStringLiteral("value"));
-    m_value->setToolTip(tr("The value at which the alert fires from now on"));
+    m_value->setToolTip(QStringLiteral("The value at which the alert fires from now on"));
     m_percent->SetText(Fixed(0, kPercentPlaces));
     m_value->SetText(Fixed(m_base));
     connect(m_percent, &CSpinEdit::Stepped, this, &CResetAlert::OnPercentStep);
@@ -95,10 +95,11 @@ void CResetAlert::MakeBoxes() {
 void CResetAlert::ShowTarget(const std::string& line, bool isFired, std::vector<double> taken) {
     m_taken = std::move(taken);
     m_target->setVisible(!line.empty());
-    m_target->setText(isFired ? tr("This resets the alert that fired:\n%1").arg(QtText(line))
-                              : tr("This resets the first alert of the symbol, not the one that fired:\n%1\n"
-                                   "\"Arm this alert\" in the notice arms the one that fired.")
-                                    .arg(QtText(line)));
+    m_target->setText(isFired
+                          ? QStringLiteral("This resets the alert that fired:\n%1").arg(QtText(line))
+                          : QStringLiteral("This resets the first alert of the symbol, not the one that fired:\n%1\n"
+                                           "\"Arm this alert\" in the notice arms the one that fired.")
+                                .arg(QtText(line)));
 }
 
 double CResetAlert::NewThreshold() const { return m_notice.isNews ? kNewsThreshold : m_value->Number(); }

@@ -237,7 +237,7 @@ void CAlertDesk::NewAlert(int row, int column) {
     }
     draft.soundType = static_cast<uint32_t>(EAlertSound::BuiltIn);
     auto* dialog = new CNewAlertDlg(m_services, draft, &m_context.window);
-    dialog->setWindowTitle(tr("New Alert"));
+    dialog->setWindowTitle(QStringLiteral("New Alert"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setModal(true);
     connect(dialog, &QDialog::accepted, this, [this, dialog] {

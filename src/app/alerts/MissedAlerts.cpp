@@ -12,7 +12,7 @@ namespace vx {
 CMissedAlerts::CMissedAlerts(QStatusBar& bar, QObject* parent) : QObject(parent), m_button(new QToolButton(&bar)) {
     m_button->setObjectName(QStringLiteral("missedAlerts"));
     m_button->setAutoRaise(true);
-    m_button->setToolTip(tr("Show what fired while you were away"));
+    m_button->setToolTip(QStringLiteral("Show what fired while you were away"));
     bar.addPermanentWidget(m_button);
     m_button->hide(); // Adding it has shown it.
     connect(m_button, &QToolButton::clicked, this, &CMissedAlerts::Asked);
@@ -42,8 +42,9 @@ void CMissedAlerts::Notify() {
     QStringList lines;
     for (const std::string& title : m_titles) lines.append(QtText(title));
     if (const int more = m_firedAway - static_cast<int>(m_titles.size()); more > 0)
-        lines.append(tr("and %1 more").arg(more));
-    Notify(tr("%1: %2 alerts fired").arg(QtText(kProductWords)).arg(m_firedAway), lines.join(QLatin1Char('\n')));
+        lines.append(QStringLiteral("and %1 more").arg(more));
+    Notify(QStringLiteral("%1: %2 alerts fired").arg(QtText(kProductWords)).arg(m_firedAway),
+           lines.join(QLatin1Char('\n')));
 }
 
 // The notifier is made when first needed: the bus is nothing that a start should wait for.
@@ -65,7 +66,8 @@ void CMissedAlerts::Clear() {
 }
 
 void CMissedAlerts::ShowCount() {
-    m_button->setText(m_count == 1 ? tr("1 missed alert") : tr("%1 missed alerts").arg(m_count));
+    m_button->setText(m_count == 1 ? QStringLiteral("1 missed alert")
+                                   : QStringLiteral("%1 missed alerts").arg(m_count));
     m_button->setVisible(m_count > 0);
 }
 

@@ -103,7 +103,7 @@ void CClipboardCommands::PasteAt(const SPastedText& pasted, int row, int column)
     Grid().SetMarkedRange({});
     SPasteResult result;
     {
-        CWorkProgressBox progress(&Window(), tr("Pasting rows..."));
+        CWorkProgressBox progress(&Window(), QStringLiteral("Pasting rows..."));
         result = PasteText(Doc(), row, column, BytesFromQt(pasted.text), pasted.marks, progress.Function());
     }
     if (!result.message.empty()) ShowMessageBox({result.message, {}, EBoxButtons::Ok, EBoxIcon::Exclamation});

@@ -74,7 +74,7 @@ CEditCommands::CEditCommands(const SBoardContext& context, QObject* parent, CRow
         [this](SCommandState& state) {
             const QString current = ShownText(Settings().ReadTextOrDefault(kCurrentSymbol), kMostShownSymbol);
             state.enabled = !current.isEmpty();
-            if (state.enabled) state.tip = tr("Put %1, the symbol chosen last, into the row").arg(current);
+            if (state.enabled) state.tip = QStringLiteral("Put %1, the symbol chosen last, into the row").arg(current);
         });
     const auto bind = [&](ECommand command, bool insert) {
         commands.Bind(
@@ -90,13 +90,13 @@ void CEditCommands::BindUndo() {
         ECommand::EditUndo, [this] { Undo(); },
         [this](SCommandState& state) {
             state.enabled = Doc().Undo().CanUndo();
-            state.text = StepText(tr("&Undo"), Doc().Undo().UndoName());
+            state.text = StepText(QStringLiteral("&Undo"), Doc().Undo().UndoName());
         });
     Commands().Bind(
         ECommand::EditRedo, [this] { Redo(); },
         [this](SCommandState& state) {
             state.enabled = Doc().Undo().CanRedo();
-            state.text = StepText(tr("&Redo"), Doc().Undo().RedoName());
+            state.text = StepText(QStringLiteral("&Redo"), Doc().Undo().RedoName());
         });
 }
 
@@ -145,12 +145,13 @@ QString CEditCommands::TextFor(bool insert) const {
     const SGridRegion region = Region();
     switch (region.kind) {
     case ERegion::Columns:
-        return insert ? tr("&Insert Columns...") : tr("&Delete Columns");
+        return insert ? QStringLiteral("&Insert Columns...") : QStringLiteral("&Delete Columns");
     case ERegion::Block:
         return {};
     default:
-        return region.Rows() == 1 ? (insert ? tr("&Insert Row") : tr("&Delete Row"))
-                                  : (insert ? tr("&Insert %1 Rows") : tr("&Delete %1 Rows")).arg(region.Rows());
+        return region.Rows() == 1 ? (insert ? QStringLiteral("&Insert Row") : QStringLiteral("&Delete Row"))
+                                  : (insert ? QStringLiteral("&Insert %1 Rows") : QStringLiteral("&Delete %1 Rows"))
+                                        .arg(region.Rows());
     }
 }
 

@@ -56,14 +56,14 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         Add(menu, {EditCell, EditNote, EditAddCurrentSymbol});
         menu.addSeparator();
         Add(menu, {SelectionInsert, SelectionDelete});
-        Add(*menu.addMenu(tr("&Rows")), kRows);
-        Add(*menu.addMenu(tr("Col&umns")), kColumns);
+        Add(*menu.addMenu(QStringLiteral("&Rows")), kRows);
+        Add(*menu.addMenu(QStringLiteral("Col&umns")), kColumns);
         menu.addSeparator();
         Add(menu, kSymbol);
         AddLinks(menu);
         menu.addSeparator();
         Add(menu, {SortNow});
-        Add(*menu.addMenu(tr("&Format")), kFormat);
+        Add(*menu.addMenu(QStringLiteral("&Format")), kFormat);
         break;
     case EGridPart::RowHeader:
         Add(menu, kEdit);
@@ -75,7 +75,7 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         Add(menu, kSymbol);
         AddLinks(menu);
         menu.addSeparator();
-        Add(*menu.addMenu(tr("&Format")), kFormat);
+        Add(*menu.addMenu(QStringLiteral("&Format")), kFormat);
         break;
     case EGridPart::ColumnHeader:
         Add(menu, {SortNow, SortDialog, SortHold, SortAcrossHeadings});
@@ -83,7 +83,7 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         Add(menu, kColumns);
         AddHiddenColumns(menu);
         menu.addSeparator();
-        Add(*menu.addMenu(tr("&Format")), kFormat);
+        Add(*menu.addMenu(QStringLiteral("&Format")), kFormat);
         Add(menu, {EditCopy, ColumnDefault});
         break;
     case EGridPart::Corner:
@@ -94,7 +94,7 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         Add(menu, {RowShow, ColumnDefault});
         menu.addSeparator();
         Add(menu, {SortDialog});
-        Add(*menu.addMenu(tr("&Format")), kFormat);
+        Add(*menu.addMenu(QStringLiteral("&Format")), kFormat);
         menu.addSeparator();
         Add(menu, kLook);
         break;
@@ -105,13 +105,13 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         AddHiddenColumns(menu);
         Add(menu, {RowShow});
         menu.addSeparator();
-        Add(*menu.addMenu(tr("&Format")), {FormatGrid});
+        Add(*menu.addMenu(QStringLiteral("&Format")), {FormatGrid});
         break;
     }
 }
 
 void CGridMenus::AddLinks(QMenu& menu) {
-    QMenu* links = menu.addMenu(tr("Application Lin&ks"));
+    QMenu* links = menu.addMenu(QStringLiteral("Application Lin&ks"));
     links->setToolTipsVisible(true); // They say what is not installed.
     Add(*links, kLinks);
 }
@@ -119,7 +119,7 @@ void CGridMenus::AddLinks(QMenu& menu) {
 void CGridMenus::AddHiddenColumns(QMenu& menu) {
     const std::vector<int> hidden = m_columns.Hidden();
     if (hidden.empty()) return;
-    QMenu* list = menu.addMenu(tr("Hidden C&olumns"));
+    QMenu* list = menu.addMenu(QStringLiteral("Hidden C&olumns"));
     for (const int column : hidden) {
         const QString name = QtText(Doc().Columns().At(column).name).replace(QLatin1Char('&'), QLatin1String("&&"));
         list->addAction(name, this, [this, column] { m_columns.Show(column); });

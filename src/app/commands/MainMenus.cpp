@@ -126,7 +126,7 @@ void Fill(QMenu& menu, const std::vector<SMenuLine>& lines, const CCommands& com
 } // namespace
 
 CMainMenus::CMainMenus(QMainWindow& window, CCommands& commands)
-    : QObject(&window), m_commands(commands), m_toolBar(new QToolBar(tr("Tool Bar"), &window)) {
+    : QObject(&window), m_commands(commands), m_toolBar(new QToolBar(QStringLiteral("Tool Bar"), &window)) {
     for (const SMenuLine& menu : MenuTable()) {
         QMenu* top = window.menuBar()->addMenu(QString::fromLatin1(menu.title));
         Fill(*top, menu.lines, commands, m_named);

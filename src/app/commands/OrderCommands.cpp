@@ -39,9 +39,9 @@ void COrderCommands::BindHold() {
         });
     QAction& hold = Commands().Action(ECommand::SortHold);
     m_held->setObjectName(QStringLiteral("orderHeld"));
-    m_held->setText(tr("Order held"));
-    m_held->setToolTip(
-        tr("Auto sort waits. Click to let it sort (%1)").arg(hold.shortcut().toString(QKeySequence::NativeText)));
+    m_held->setText(QStringLiteral("Order held"));
+    m_held->setToolTip(QStringLiteral("Auto sort waits. Click to let it sort (%1)")
+                           .arg(hold.shortcut().toString(QKeySequence::NativeText)));
     m_held->setAutoRaise(true);
     QFont font = m_held->font(); // As the feed's state when it is one to look at.
     font.setBold(true);

@@ -79,7 +79,7 @@ void CViewCommands::FillThemeMenu() {
     const std::string current = Settings().ReadTextOrDefault(kTheme);
     for (const SThemeChoice& theme : kThemes) {
         const QString name = QString::fromLatin1(theme.name);
-        QAction* action = menu.addAction(tr(theme.label), this, [this, name] { UseTheme(name, true); });
+        QAction* action = menu.addAction(QString::fromUtf8(theme.label), this, [this, name] { UseTheme(name, true); });
         action->setCheckable(true);
         action->setChecked(current == theme.name);
         group->addAction(action);

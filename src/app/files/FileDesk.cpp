@@ -83,7 +83,8 @@ void CFileDesk::New() {
 void CFileDesk::AskAndOpen() {
     EnterWatchlistFolder(m_context.settings);
     const std::string path = AskForFileToOpen(
-        &m_context.window, {tr("Open Watchlist"), WatchlistFilters(), QString::fromLatin1(kWatchlistSuffix), {}});
+        &m_context.window,
+        {QStringLiteral("Open Watchlist"), WatchlistFilters(), QString::fromLatin1(kWatchlistSuffix), {}});
     if (!path.empty()) OpenInstead(path);
 }
 
@@ -155,8 +156,9 @@ void CFileDesk::SaveAs() {
     EnterWatchlistFolder(m_context.settings);
     const std::string proposal =
         m_file.Path().empty() ? fmt::format("{}.{}", kUntitled, kWatchlistSuffix) : m_file.Path();
-    const std::string path = AskForFileToSave(&m_context.window, {tr("Save Watchlist As"), WatchlistFilters(),
-                                                                  QString::fromLatin1(kWatchlistSuffix), proposal});
+    const std::string path =
+        AskForFileToSave(&m_context.window, {QStringLiteral("Save Watchlist As"), WatchlistFilters(),
+                                             QString::fromLatin1(kWatchlistSuffix), proposal});
     if (!path.empty()) StartSave(path);
 }
 
@@ -212,7 +214,8 @@ void CFileDesk::OnSaved(int number) {
 }
 
 bool CFileDesk::WaitForSave() {
-    CWorkProgressBox box(&m_context.window, tr("Saving \"%1\"").arg(QtText(Name())), tr("&Go Back"));
+    CWorkProgressBox box(&m_context.window, QStringLiteral("Saving \"%1\"").arg(QtText(Name())),
+                         QStringLiteral("&Go Back"));
     while (IsSaving()) {
         if (!box.Step(0, 0)) return false;
         if (IsSaving() && m_saving.wait_for(kLook) == std::future_status::ready) OnSaved(m_saves);

@@ -62,9 +62,9 @@ void CFileMenus::FillRecent(QMenu& menu) {
         action->setToolTip(QFile::decodeName(path.c_str()).toHtmlEscaped());
         action->setStatusTip(QFile::decodeName(path.c_str()));
     }
-    if (number == 0) return AddRemark(menu, tr("No file was opened yet"));
+    if (number == 0) return AddRemark(menu, QStringLiteral("No file was opened yet"));
     menu.addSeparator();
-    menu.addAction(tr("&Clear This List"), this, [this] { m_files.Recent().Clear(); });
+    menu.addAction(QStringLiteral("&Clear This List"), this, [this] { m_files.Recent().Clear(); });
 }
 
 void CFileMenus::OpenRecent(const std::string& path) {
@@ -84,13 +84,13 @@ void CFileMenus::FillVersions(QMenu& menu) {
     for (const SGeneration& generation : generations)
         menu.addAction(VersionLabel(generation), this, [this, generation] { m_files.OpenFormer(generation); });
     if (m_files.File().Path().empty())
-        AddRemark(menu, tr("This watchlist has no file yet"));
+        AddRemark(menu, QStringLiteral("This watchlist has no file yet"));
     else if (generations.empty())
-        AddRemark(menu, tr("No save has replaced a content of this file yet"));
+        AddRemark(menu, QStringLiteral("No save has replaced a content of this file yet"));
     else
-        AddRemark(menu, tr("Opens as an unsaved copy"));
+        AddRemark(menu, QStringLiteral("Opens as an unsaved copy"));
     menu.addSeparator();
-    menu.addAction(tr("&Recover Unsaved Changes..."), this, &CFileMenus::RecoveryAsked);
+    menu.addAction(QStringLiteral("&Recover Unsaved Changes..."), this, &CFileMenus::RecoveryAsked);
 }
 
 } // namespace vx

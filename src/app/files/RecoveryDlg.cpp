@@ -45,27 +45,29 @@ CRecoveryDlg::CRecoveryDlg(std::vector<SRecovery> found, QWidget* parent)
     : QDialog(parent), m_found(std::move(found)), m_list(new QTreeWidget) {
     std::ranges::reverse(m_found);
     setObjectName(QStringLiteral("recoveryDialog"));
-    setWindowTitle(tr("Recover Unsaved Changes"));
+    setWindowTitle(QStringLiteral("Recover Unsaved Changes"));
 
-    auto* caption = new QLabel(tr("The program ended before these &watchlists were saved:"));
+    auto* caption = new QLabel(QStringLiteral("The program ended before these &watchlists were saved:"));
     caption->setBuddy(m_list);
-    auto* hint = new QLabel(tr("Recover opens the chosen one in this window; its file stays as it is until you save. "
-                               "What you leave for later is offered again at the next start, and by File > Previous "
-                               "Versions > Recover Unsaved Changes."));
+    auto* hint = new QLabel(
+        QStringLiteral("Recover opens the chosen one in this window; its file stays as it is until you save. "
+                       "What you leave for later is offered again at the next start, and by File > Previous "
+                       "Versions > Recover Unsaved Changes."));
     hint->setWordWrap(true);
 
     m_list->setObjectName(QStringLiteral("recoveries"));
     m_list->setColumnCount(kColumns);
-    m_list->setHeaderLabels({tr("Name"), tr("Last Change"), tr("Rows"), tr("File")});
+    m_list->setHeaderLabels(
+        {QStringLiteral("Name"), QStringLiteral("Last Change"), QStringLiteral("Rows"), QStringLiteral("File")});
     m_list->setRootIsDecorated(false);
     m_list->setAllColumnsShowFocus(true);
     m_list->setTextElideMode(Qt::ElideMiddle);
     m_list->setMinimumSize(620, 160);
 
     auto* buttons = new QDialogButtonBox;
-    m_recover = buttons->addButton(tr("&Recover"), QDialogButtonBox::AcceptRole);
-    m_discard = buttons->addButton(tr("&Discard..."), QDialogButtonBox::DestructiveRole);
-    QPushButton* later = buttons->addButton(tr("&Later"), QDialogButtonBox::RejectRole);
+    m_recover = buttons->addButton(QStringLiteral("&Recover"), QDialogButtonBox::AcceptRole);
+    m_discard = buttons->addButton(QStringLiteral("&Discard..."), QDialogButtonBox::DestructiveRole);
+    QPushButton* later = buttons->addButton(QStringLiteral("&Later"), QDialogButtonBox::RejectRole);
     m_recover->setObjectName(QStringLiteral("recover"));
     m_discard->setObjectName(QStringLiteral("discard"));
     later->setObjectName(QStringLiteral("later"));
@@ -86,8 +88,8 @@ CRecoveryDlg::CRecoveryDlg(std::vector<SRecovery> found, QWidget* parent)
 void CRecoveryDlg::Fill() {
     m_list->clear();
     for (const SRecovery& recovery : m_found) {
-        const QString file =
-            recovery.originalPath.empty() ? tr("never saved") : QFile::decodeName(recovery.originalPath.c_str());
+        const QString file = recovery.originalPath.empty() ? QStringLiteral("never saved")
+                                                           : QFile::decodeName(recovery.originalPath.c_str());
         auto* item = new QTreeWidgetItem(
             {QFile::decodeName(NameOf(recovery).c_str()),
              QDateTime::fromSecsSinceEpoch(recovery.savedAt).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")),

@@ -63,7 +63,7 @@ void CTransferDesk::Export() {
     if (std::exchange(options, dialog.Options()) != options) m_context.doc.SetModified(true);
     EnterWatchlistFolder(m_context.settings);
     const std::string path =
-        AskForFileToSave(&m_context.window, {tr("Export"),
+        AskForFileToSave(&m_context.window, {QStringLiteral("Export"),
                                              options.commas ? QStringLiteral("Comma Delimited (*.csv)")
                                                             : QStringLiteral("Tabular Delimited (*.txt)"),
                                              options.commas ? QStringLiteral("csv") : QStringLiteral("txt"),
@@ -97,7 +97,7 @@ void CTransferDesk::AskAndImport() {
     EnterWatchlistFolder(m_context.settings);
     const std::string path = AskForFileToOpen(
         &m_context.window,
-        {tr("Import Symbols"), QStringLiteral("Lists of Symbols (*.csv *.txt);;All Files (*)"), {}, {}});
+        {QStringLiteral("Import Symbols"), QStringLiteral("Lists of Symbols (*.csv *.txt);;All Files (*)"), {}, {}});
     if (!path.empty()) ImportFile(path);
 }
 
@@ -110,7 +110,7 @@ void CTransferDesk::ImportFile(const std::string& path) {
 void CTransferDesk::ImportText(const std::string& text, const std::string& source) {
     SImportPreview preview;
     {
-        CWorkProgressBox progress(&m_context.window, tr("Looking for symbols..."));
+        CWorkProgressBox progress(&m_context.window, QStringLiteral("Looking for symbols..."));
         preview = ReadImport(m_context.doc, text, progress.Function());
     }
     if (preview.cancelled) return;
@@ -119,7 +119,7 @@ void CTransferDesk::ImportText(const std::string& text, const std::string& sourc
     if (dialog.exec() != QDialog::Accepted) return;
     SImportResult result;
     {
-        CWorkProgressBox progress(&m_context.window, tr("Adding symbols..."));
+        CWorkProgressBox progress(&m_context.window, QStringLiteral("Adding symbols..."));
         result = ApplyImport(m_context.doc, preview, row, progress.Function());
     }
     if (result.lastRow > 0) m_context.view.ShowRows(result.firstRow, result.lastRow);
@@ -152,7 +152,7 @@ void CTransferDesk::Print() {
                                                       EBoxIcon::Question}) != EBoxAnswer::Yes)
         return;
     bool cancelled = false;
-    CWorkProgressBox progress(&m_context.window, tr("Printing..."));
+    CWorkProgressBox progress(&m_context.window, QStringLiteral("Printing..."));
     const bool done = list.Print(first, last, [&](int page) {
         cancelled = !progress.Step(static_cast<size_t>(page - first), static_cast<size_t>(last - first + 1));
         return !cancelled;

@@ -22,7 +22,7 @@ class CWorkProgressBox {
 public:
     static constexpr int kShowAfterMs = 400;
 
-    CWorkProgressBox(QWidget* parent, QString label, QString cancel = QObject::tr("&Cancel"));
+    CWorkProgressBox(QWidget* parent, QString label, QString cancel = QStringLiteral("&Cancel"));
     ~CWorkProgressBox();
 
     /// Call it every few milliseconds. A total of 0: nobody knows how far the work is. False: the user cancelled.

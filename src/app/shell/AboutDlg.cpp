@@ -17,23 +17,23 @@ namespace vx {
 
 CAboutDlg::CAboutDlg(CNorvMainFrame& frame, QWidget* parent) : QDialog(parent), m_frame(frame) {
     setObjectName(QStringLiteral("aboutDialog"));
-    setWindowTitle(tr("About %1").arg(QString::fromLatin1(kProgramName)));
+    setWindowTitle(QStringLiteral("About %1").arg(QString::fromLatin1(kProgramName)));
 
     auto* name = new QLabel(QString::fromLatin1(kProgramName));
     QFont large = name->font();
     large.setPointSizeF(large.pointSizeF() * 1.5);
     large.setBold(true);
     name->setFont(large);
-    auto* version = new QLabel(tr("Version %1").arg(QApplication::applicationVersion()));
+    auto* version = new QLabel(QStringLiteral("Version %1").arg(QApplication::applicationVersion()));
     version->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    auto* caption = new QLabel(tr("&Connections"));
+    auto* caption = new QLabel(QStringLiteral("&Connections"));
 
     m_statistics = new QPlainTextEdit;
     m_statistics->setObjectName(QStringLiteral("statistics"));
     m_statistics->setReadOnly(true);
     m_statistics->setTabChangesFocus(true);
     m_statistics->setTabStopDistance(24);
-    m_statistics->setPlaceholderText(tr("No connection was opened yet."));
+    m_statistics->setPlaceholderText(QStringLiteral("No connection was opened yet."));
     m_statistics->setMinimumSize(420, 220);
     caption->setBuddy(m_statistics);
 

@@ -37,11 +37,11 @@ constexpr const char* kProgram = "zantrel-watchlist";
 QString TextOf(EFeedEnd end) {
     switch (end) {
     case EFeedEnd::Quotes:
-        return CRestartDesk::tr("The connection to the feed client has ended. The values are the last ones received.");
+        return QStringLiteral("The connection to the feed client has ended. The values are the last ones received.");
     case EFeedEnd::Status:
-        return CRestartDesk::tr("The feed client has ended its status connection. Quotes still arrive.");
+        return QStringLiteral("The feed client has ended its status connection. Quotes still arrive.");
     default:
-        return CRestartDesk::tr("There is no connection to the feed client.");
+        return QStringLiteral("There is no connection to the feed client.");
     }
 }
 
@@ -68,7 +68,7 @@ void CRestartDesk::MakeBar() {
     m_text->setObjectName(QStringLiteral("feedEndText"));
     m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
-    auto* button = new QPushButton(tr("&Restart"));
+    auto* button = new QPushButton(QStringLiteral("&Restart"));
     button->setObjectName(QStringLiteral("feedEndRestart"));
     button->setToolTip(restart.toolTip());
     connect(button, &QPushButton::clicked, &restart, &QAction::trigger);

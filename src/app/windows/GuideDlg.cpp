@@ -29,7 +29,7 @@ constexpr int kCellPaddingPx = 4;
 
 CGuideBrowser::CGuideBrowser(QWidget* parent) : QTextBrowser(parent) {
     setObjectName(QStringLiteral("guidePage"));
-    setAccessibleName(tr("Page of the guide"));
+    setAccessibleName(QStringLiteral("Page of the guide"));
     setOpenExternalLinks(true);
     document()->setDocumentMargin(kPageMarginPx);
     // A link leads to its heading right after the page is there: the marks must be too.
@@ -111,17 +111,17 @@ void CGuideBrowser::doSetSource(const QUrl& url, QTextDocument::ResourceType typ
 
 CGuideDlg::CGuideDlg(QWidget* parent) : QDialog(parent), m_sections(new QListWidget), m_page(new CGuideBrowser(this)) {
     setObjectName(QStringLiteral("guide"));
-    setWindowTitle(tr("User Guide"));
+    setWindowTitle(QStringLiteral("User Guide"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     m_sections->setObjectName(QStringLiteral("guideSections"));
-    m_sections->setAccessibleName(tr("Sections"));
+    m_sections->setAccessibleName(QStringLiteral("Sections"));
 
     auto* panes = new QSplitter;
     panes->addWidget(m_sections);
     panes->addWidget(m_page);
     panes->setStretchFactor(1, 1);
     panes->setSizes({kSectionsPx, kWidthPx - kSectionsPx});
-    auto* back = new QPushButton(tr("&Back"));
+    auto* back = new QPushButton(QStringLiteral("&Back"));
     back->setObjectName(QStringLiteral("guideBack"));
     back->setAutoDefault(false);
     back->setEnabled(false);

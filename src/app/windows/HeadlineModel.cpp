@@ -96,7 +96,7 @@ QVariant CHeadlineModel::data(const QModelIndex& index, int role) const {
 
 QVariant CHeadlineModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= kColumns) return {};
-    return tr(kTitles[static_cast<size_t>(section)]);
+    return QString::fromUtf8(kTitles[static_cast<size_t>(section)]);
 }
 
 } // namespace vx

@@ -44,27 +44,28 @@ bool HasHugeWord(std::string_view text) {
 } // namespace
 
 CHeadlinesDlg::CHeadlinesDlg(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* parent)
-    : CRowWindow(doc, grid, Qt::BottomLeftCorner, parent), m_rowOnly(new QRadioButton(tr("&Row's symbol"))),
-      m_all(new QRadioButton(tr("&All symbols"))), m_filter(new QLineEdit),
-      m_list(new CListView(QStringLiteral("headlines"), tr("Headlines, newest first"), this)),
+    : CRowWindow(doc, grid, Qt::BottomLeftCorner, parent), m_rowOnly(new QRadioButton(QStringLiteral("&Row's symbol"))),
+      m_all(new QRadioButton(QStringLiteral("&All symbols"))), m_filter(new QLineEdit),
+      m_list(new CListView(QStringLiteral("headlines"), QStringLiteral("Headlines, newest first"), this)),
       m_detail(new QPlainTextEdit), m_state(new QLabel), m_headlines(new CHeadlineModel(doc.Headlines(), this)) {
     setObjectName(QStringLiteral("headlinesWindow"));
-    setWindowTitle(tr("Headlines"));
+    setWindowTitle(QStringLiteral("Headlines"));
     m_rowOnly->setObjectName(QStringLiteral("rowOnly"));
     m_all->setObjectName(QStringLiteral("all"));
     m_all->setChecked(true);
     m_filter->setObjectName(QStringLiteral("filter"));
-    m_filter->setPlaceholderText(tr("Words of the headline, or a symbol"));
+    m_filter->setPlaceholderText(QStringLiteral("Words of the headline, or a symbol"));
     m_filter->setClearButtonEnabled(true);
     m_filter->setMaxLength(kMostFilterText);
     m_list->setModel(m_headlines);
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
     m_list->SetColumnWidths({150, 110, 300});
     m_detail->setObjectName(QStringLiteral("detail"));
-    m_detail->setAccessibleName(tr("The whole headline"));
+    m_detail->setAccessibleName(QStringLiteral("The whole headline"));
     m_detail->setReadOnly(true);
     m_detail->setTabChangesFocus(true);
-    m_detail->setPlaceholderText(tr("Select a headline to read all of it. A double click goes to its symbol's row."));
+    m_detail->setPlaceholderText(
+        QStringLiteral("Select a headline to read all of it. A double click goes to its symbol's row."));
     m_state->setObjectName(QStringLiteral("state"));
     MakeLayout();
 
@@ -80,7 +81,7 @@ CHeadlinesDlg::CHeadlinesDlg(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* 
 
 void CHeadlinesDlg::MakeLayout() {
     auto* top = new QHBoxLayout;
-    auto* caption = new QLabel(tr("&Filter:"));
+    auto* caption = new QLabel(QStringLiteral("&Filter:"));
     caption->setBuddy(m_filter);
     top->addWidget(m_rowOnly);
     top->addWidget(m_all);
@@ -120,22 +121,26 @@ void CHeadlinesDlg::Refresh() {
 
     QString name = symbol; // An ampersand would become an access key.
     name.replace(QLatin1Char('&'), QStringLiteral("&&"));
-    const QString label = name.isEmpty() ? tr("&Row's symbol") : tr("&Row's symbol: %1").arg(name);
+    const QString label =
+        name.isEmpty() ? QStringLiteral("&Row's symbol") : QStringLiteral("&Row's symbol: %1").arg(name);
     if (m_rowOnly->text() != label) m_rowOnly->setText(label);
     m_list->SetEmptyText(EmptyText(symbol));
     const int shown = m_headlines->rowCount();
     const auto all = static_cast<qulonglong>(Document().Headlines().Size());
-    m_state->setText(!m_notice.isEmpty() ? m_notice : tr("%L1 of %L2 headlines").arg(shown).arg(all));
+    m_state->setText(!m_notice.isEmpty() ? m_notice : QStringLiteral("%L1 of %L2 headlines").arg(shown).arg(all));
 }
 
 QString CHeadlinesDlg::EmptyText(const QString& symbol) const {
     if (Document().Headlines().Size() == 0)
-        return tr("No headline has come since the watchlist was opened.\nThey appear here as the feed sends them.");
+        return QStringLiteral(
+            "No headline has come since the watchlist was opened.\nThey appear here as the feed sends them.");
     if (m_rowOnly->isChecked() && symbol.isEmpty())
-        return tr("This row holds no symbol.\nGo to the row of a symbol in the watchlist, or choose all symbols.");
+        return QStringLiteral(
+            "This row holds no symbol.\nGo to the row of a symbol in the watchlist, or choose all symbols.");
     if (!m_filter->text().trimmed().isEmpty())
-        return tr("No headline passes the filter.\nClear it, or choose all symbols.");
-    return tr("No headline about %1 has come since the watchlist was opened.\nChoose all symbols to see the others.")
+        return QStringLiteral("No headline passes the filter.\nClear it, or choose all symbols.");
+    return QStringLiteral(
+               "No headline about %1 has come since the watchlist was opened.\nChoose all symbols to see the others.")
         .arg(symbol);
 }
 
@@ -180,7 +185,8 @@ void CHeadlinesDlg::GoToRow(const QModelIndex& index) {
         Grid().setFocus();
         return;
     }
-    m_notice = symbols.empty() ? tr("This headline names no symbol.") : tr("None of its symbols is in the watchlist.");
+    m_notice = symbols.empty() ? QStringLiteral("This headline names no symbol.")
+                               : QStringLiteral("None of its symbols is in the watchlist.");
     Refresh();
 }
 

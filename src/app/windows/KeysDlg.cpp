@@ -53,21 +53,22 @@ QString KeysOf(const QAction& action) {
 } // namespace
 
 CKeysDlg::CKeysDlg(CCommands& commands, QWidget* parent)
-    : QDialog(parent), m_filter(new QLineEdit), m_list(new CListView(QStringLiteral("keys"), tr("Keys"), this)),
+    : QDialog(parent), m_filter(new QLineEdit),
+      m_list(new CListView(QStringLiteral("keys"), QStringLiteral("Keys"), this)),
       m_shown(new QSortFilterProxyModel(this)) {
     setObjectName(QStringLiteral("keysWindow"));
-    setWindowTitle(tr("Keys"));
+    setWindowTitle(QStringLiteral("Keys"));
     m_filter->setObjectName(QStringLiteral("keysFilter"));
-    m_filter->setPlaceholderText(tr("Part of a key, or of what it does"));
+    m_filter->setPlaceholderText(QStringLiteral("Part of a key, or of what it does"));
     m_filter->setClearButtonEnabled(true);
     Fill(commands);
     m_shown->setFilterKeyColumn(-1);
     m_shown->setFilterCaseSensitivity(Qt::CaseInsensitive);
     m_list->setModel(m_shown);
     m_list->SetColumnWidths({160, 170, 300});
-    m_list->SetEmptyText(tr("No key does that. The menus have every command."));
+    m_list->SetEmptyText(QStringLiteral("No key does that. The menus have every command."));
 
-    auto* caption = new QLabel(tr("&Find:"));
+    auto* caption = new QLabel(QStringLiteral("&Find:"));
     caption->setBuddy(m_filter);
     auto* top = new QHBoxLayout;
     top->addWidget(caption);
@@ -83,7 +84,8 @@ CKeysDlg::CKeysDlg(CCommands& commands, QWidget* parent)
 
 void CKeysDlg::Fill(const CCommands& commands) {
     auto* rows = new QStandardItemModel(0, 3, this);
-    rows->setHorizontalHeaderLabels({tr("Keys"), tr("Command"), tr("What it does")});
+    rows->setHorizontalHeaderLabels(
+        {QStringLiteral("Keys"), QStringLiteral("Command"), QStringLiteral("What it does")});
     const auto add = [rows](const QString& keys, const QString& command, const QString& tip) {
         QList<QStandardItem*> items;
         for (const QString& text : {keys, command, tip}) {
@@ -98,7 +100,7 @@ void CKeysDlg::Fill(const CCommands& commands) {
         if (!keys.isEmpty())
             add(keys, commands.Name(static_cast<ECommand>(id)), commands.Tip(static_cast<ECommand>(id)));
     }
-    for (const auto& [keys, what] : kBoardKeys) add(QString::fromLatin1(keys), {}, tr(what));
+    for (const auto& [keys, what] : kBoardKeys) add(QString::fromLatin1(keys), {}, QString::fromUtf8(what));
     m_shown->setSourceModel(rows);
 }
 

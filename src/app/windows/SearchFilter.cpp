@@ -36,23 +36,24 @@ struct CWaitCursor {
 } // namespace
 
 CSearchFilter::CSearchFilter(QWidget* parent)
-    : QWidget(parent), m_choice(new QComboBox), m_hint(new QLabel), m_again(new QPushButton(tr("&Load Again"))),
-      m_list(new CListView(QStringLiteral("filterList"), tr("Markets or security types to search"), this)),
+    : QWidget(parent), m_choice(new QComboBox), m_hint(new QLabel),
+      m_again(new QPushButton(QStringLiteral("&Load Again"))),
+      m_list(new CListView(QStringLiteral("filterList"), QStringLiteral("Markets or security types to search"), this)),
       m_rows(new QStandardItemModel(0, 2, this)) {
     setObjectName(QStringLiteral("searchFilter"));
     m_choice->setObjectName(QStringLiteral("filterMode"));
-    m_choice->addItems({tr("None"), tr("Listed markets"), tr("Security types")});
+    m_choice->addItems({QStringLiteral("None"), QStringLiteral("Listed markets"), QStringLiteral("Security types")});
     m_hint->setTextFormat(Qt::PlainText);
     m_hint->setObjectName(QStringLiteral("filterHint"));
     m_again->setObjectName(QStringLiteral("loadAgain"));
     m_again->setAutoDefault(false);
-    m_rows->setHorizontalHeaderLabels({tr("Data"), tr("ID")});
+    m_rows->setHorizontalHeaderLabels({QStringLiteral("Data"), QStringLiteral("ID")});
     m_list->setModel(m_rows);
     m_list->SetColumnWidths({kDataWidth});
     m_list->setColumnHidden(kId, true);
     m_list->setMinimumHeight(120);
 
-    auto* caption = new QLabel(tr("&Filter:"));
+    auto* caption = new QLabel(QStringLiteral("&Filter:"));
     caption->setBuddy(m_choice);
     auto* top = new QHBoxLayout;
     top->addWidget(caption);
@@ -97,9 +98,9 @@ void CSearchFilter::Fill() {
     m_again->hide();
     if (m_mode == kMarkets) {
         m_marketsTried = true;
-        FillFrom(m_markets, tr("The feed client names no markets."));
+        FillFrom(m_markets, QStringLiteral("The feed client names no markets."));
     } else if (m_mode == kSecurityTypes) {
-        FillFrom(m_types, tr("The feed client names no security types."));
+        FillFrom(m_types, QStringLiteral("The feed client names no security types."));
     }
     ShowHint();
 }
@@ -110,12 +111,13 @@ template <typename TTable> void CSearchFilter::FillFrom(TTable& table, const QSt
         table.Load();
     }
     m_again->setVisible(!table.IsLoaded());
-    m_list->SetEmptyText(table.IsLoaded() ? nothing
-                         : table.WasUnanswered()
-                             ? tr("The names could not be loaded: the feed client does not answer.\nWithout a filter "
-                                  "everything is searched.")
-                             : tr("The names could not be loaded: the feed client's lookup port cannot be reached.\n"
-                                  "Without a filter everything is searched."));
+    m_list->SetEmptyText(
+        table.IsLoaded() ? nothing
+        : table.WasUnanswered()
+            ? QStringLiteral("The names could not be loaded: the feed client does not answer.\nWithout a filter "
+                             "everything is searched.")
+            : QStringLiteral("The names could not be loaded: the feed client's lookup port cannot be reached.\n"
+                             "Without a filter everything is searched."));
     for (int id = 0; id < kTableEntries; ++id) {
         if (!table.Has(id)) continue;
         const auto entry = table.At(id);
@@ -128,8 +130,8 @@ template <typename TTable> void CSearchFilter::FillFrom(TTable& table, const QSt
 void CSearchFilter::ShowHint() {
     const auto chosen = m_list->selectionModel()->selectedRows().size();
     m_hint->setText(m_rows->rowCount() == 0 ? QString()
-                    : chosen == 0           ? tr("None selected: all are searched")
-                                            : tr("%1 selected").arg(chosen));
+                    : chosen == 0           ? QStringLiteral("None selected: all are searched")
+                                            : QStringLiteral("%1 selected").arg(chosen));
 }
 
 std::string CSearchFilter::SelectedIds() const {

@@ -33,7 +33,7 @@ constexpr int kMostSearchText = 255;
 CSymbolSearchDlg::CSymbolSearchDlg(CFeedSession& session, CSettings& settings, QWidget* parent)
     : QDialog(parent), m_session(session), m_settings(settings) {
     setObjectName(QStringLiteral("symbolSearch"));
-    setWindowTitle(tr("Symbol Search"));
+    setWindowTitle(QStringLiteral("Symbol Search"));
     setSizeGripEnabled(true);
     MakeWidgets();
     MakeLayout();
@@ -48,18 +48,18 @@ void CSymbolSearchDlg::MakeWidgets() {
     m_text = new QLineEdit;
     m_text->setObjectName(QStringLiteral("searchText"));
     m_text->setMaxLength(kMostSearchText);
-    m_text->setPlaceholderText(tr("Symbol, or words of a description"));
+    m_text->setPlaceholderText(QStringLiteral("Symbol, or words of a description"));
     m_text->setClearButtonEnabled(true);
-    m_search = new QPushButton(tr("&Search"));
+    m_search = new QPushButton(QStringLiteral("&Search"));
     m_search->setObjectName(QStringLiteral("search"));
     m_search->setDefault(true);
     m_search->setEnabled(false);
-    m_stop = new QPushButton(tr("S&top"));
+    m_stop = new QPushButton(QStringLiteral("S&top"));
     m_stop->setObjectName(QStringLiteral("stop"));
     m_stop->setAutoDefault(false);
-    m_bySymbol = new QRadioButton(tr("By s&ymbol"));
+    m_bySymbol = new QRadioButton(QStringLiteral("By s&ymbol"));
     m_bySymbol->setObjectName(QStringLiteral("bySymbol"));
-    m_byDescription = new QRadioButton(tr("By &description"));
+    m_byDescription = new QRadioButton(QStringLiteral("By &description"));
     m_byDescription->setObjectName(QStringLiteral("byDescription"));
     (m_settings.ReadInteger(kSearchType) == 1 ? m_byDescription : m_bySymbol)->setChecked(true);
     m_filter = new CSearchFilter(this);
@@ -68,7 +68,7 @@ void CSymbolSearchDlg::MakeWidgets() {
     m_sorted = new QSortFilterProxyModel(this);
     m_sorted->setSourceModel(m_results);
     m_sorted->setSortCaseSensitivity(Qt::CaseInsensitive);
-    m_list = new CListView(QStringLiteral("results"), tr("Symbols found"), this);
+    m_list = new CListView(QStringLiteral("results"), QStringLiteral("Symbols found"), this);
     m_list->setModel(m_sorted);
     m_list->header()->setSortIndicator(-1, Qt::AscendingOrder); // As they arrive, until a header is clicked.
     m_list->header()->setSortIndicatorClearable(true);
@@ -86,7 +86,7 @@ void CSymbolSearchDlg::MakeWidgets() {
 }
 
 void CSymbolSearchDlg::MakeLayout() {
-    auto* caption = new QLabel(tr("Search f&or:"));
+    auto* caption = new QLabel(QStringLiteral("Search f&or:"));
     caption->setBuddy(m_text);
     auto* top = new QHBoxLayout;
     top->addWidget(caption);
@@ -106,7 +106,7 @@ void CSymbolSearchDlg::MakeLayout() {
     const QDialogButtonBox& buttons =
         AddBottomRow(*this, *layout, *m_state, QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     QPushButton* ok = buttons.button(QDialogButtonBox::Ok);
-    ok->setToolTip(tr("Put the selected symbols into the watchlist; with none selected, only close"));
+    ok->setToolTip(QStringLiteral("Put the selected symbols into the watchlist; with none selected, only close"));
     resize(560, 560);
 
     const auto [choice, again, names] = m_filter->InTabOrder();
@@ -182,8 +182,8 @@ void CSymbolSearchDlg::GoOn(bool nothing) {
     const bool waits = (keyboard == m_text && m_text->text() == m_searched) || keyboard == m_search ||
                        keyboard == m_stop || keyboard == nullptr;
     if (nothing) {
-        m_other->setText(m_byDescription->isChecked() ? tr("Search Symbols &Instead")
-                                                      : tr("Search Descriptions &Instead"));
+        m_other->setText(m_byDescription->isChecked() ? QStringLiteral("Search Symbols &Instead")
+                                                      : QStringLiteral("Search Descriptions &Instead"));
         m_other->show();
     }
     if (!waits) return;
@@ -227,39 +227,42 @@ void CSymbolSearchDlg::ShowState() {
     m_stop->setEnabled(waiting);
     const QString text = StateText();
     if (m_state->text() != text) m_state->setText(text);
-    m_list->SetEmptyText(m_searching == EState::Idle
-                             ? tr("Type a symbol or words of a description and press Enter.\nSelect what you want "
-                                  "(Ctrl or Shift for several) and choose OK.")
-                         : m_searching == EState::NotSent
-                             ? tr("Nothing was searched: the feed client's lookup port is not connected.\nSearch again "
-                                  "when the feed is there; a connection that was lost comes back with the next start "
-                                  "of the program.")
-                         : waiting ? tr("Searching...")
-                                   : QString());
+    m_list->SetEmptyText(
+        m_searching == EState::Idle
+            ? QStringLiteral("Type a symbol or words of a description and press Enter.\nSelect what you want "
+                             "(Ctrl or Shift for several) and choose OK.")
+        : m_searching == EState::NotSent
+            ? QStringLiteral("Nothing was searched: the feed client's lookup port is not connected.\nSearch again "
+                             "when the feed is there; a connection that was lost comes back with the next start "
+                             "of the program.")
+        : waiting ? QStringLiteral("Searching...")
+                  : QString());
 }
 
 QString CSymbolSearchDlg::StateText() const {
     const int found = FoundCount();
     const CSearchResults& search = m_session.LookupReplies().search;
     if (m_searching == EState::Idle) return {};
-    if (m_searching == EState::NotSent) return tr("Not connected.");
-    if (m_searching == EState::Stopped) return tr("Stopped. Found so far: %L1.").arg(found);
+    if (m_searching == EState::NotSent) return QStringLiteral("Not connected.");
+    if (m_searching == EState::Stopped) return QStringLiteral("Stopped. Found so far: %L1.").arg(found);
     if (search.Ended()) return EndText(found);
-    if (!IsConnected()) return tr("The feed client has closed the connection. Found until then: %L1.").arg(found);
+    if (!IsConnected())
+        return QStringLiteral("The feed client has closed the connection. Found until then: %L1.").arg(found);
     if (search.SilentMs() >= kSilentMs)
-        return tr("The feed has not answered for %L1 seconds. Found so far: %L2. Stop, or search again.")
+        return QStringLiteral("The feed has not answered for %L1 seconds. Found so far: %L2. Stop, or search again.")
             .arg(search.SilentMs() / 1000)
             .arg(found);
-    return found == 0 ? tr("Searching...") : tr("Searching... found so far: %L1.").arg(found);
+    return found == 0 ? QStringLiteral("Searching...") : QStringLiteral("Searching... found so far: %L1.").arg(found);
 }
 
 QString CSymbolSearchDlg::EndText(int found) const {
     QString text = m_session.LookupReplies().search.IsCut()
-                       ? tr("More than %L1 symbols found; these are the first.").arg(found)
-                   : found == 0 ? tr("No symbol found.")
-                   : found == 1 ? tr("1 symbol found.")
-                                : tr("%L1 symbols found.").arg(found);
-    if (found > 0 && !m_filter->HasMarketNames()) text += tr(" The names of the markets could not be loaded.");
+                       ? QStringLiteral("More than %L1 symbols found; these are the first.").arg(found)
+                   : found == 0 ? QStringLiteral("No symbol found.")
+                   : found == 1 ? QStringLiteral("1 symbol found.")
+                                : QStringLiteral("%L1 symbols found.").arg(found);
+    if (found > 0 && !m_filter->HasMarketNames())
+        text += QStringLiteral(" The names of the markets could not be loaded.");
     return text;
 }
 

@@ -20,11 +20,11 @@ namespace vx {
 
 CTimeAndSalesDlg::CTimeAndSalesDlg(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* parent)
     : CRowWindow(doc, grid, Qt::BottomRightCorner, parent), m_name(new QLabel),
-      m_follow(new QCheckBox(tr("&Follow the row"))),
-      m_list(new CListView(QStringLiteral("trades"), tr("Trades, newest first"), this)), m_state(new QLabel),
-      m_trades(new CTradeModel(this)) {
+      m_follow(new QCheckBox(QStringLiteral("&Follow the row"))),
+      m_list(new CListView(QStringLiteral("trades"), QStringLiteral("Trades, newest first"), this)),
+      m_state(new QLabel), m_trades(new CTradeModel(this)) {
     setObjectName(QStringLiteral("timeAndSales"));
-    setWindowTitle(tr("Time and Sales"));
+    setWindowTitle(QStringLiteral("Time and Sales"));
     m_name->setTextFormat(Qt::PlainText);
     m_name->setObjectName(QStringLiteral("symbolName"));
     QFont bold = m_name->font();
@@ -32,7 +32,7 @@ CTimeAndSalesDlg::CTimeAndSalesDlg(CWatchlistDoc& doc, CWatchlistGrid& grid, QWi
     m_name->setFont(bold);
     m_follow->setObjectName(QStringLiteral("followRow"));
     m_follow->setChecked(true);
-    m_follow->setToolTip(tr("Show the symbol of the row that has the focus; off: stay on this symbol"));
+    m_follow->setToolTip(QStringLiteral("Show the symbol of the row that has the focus; off: stay on this symbol"));
     m_state->setObjectName(QStringLiteral("state"));
     m_list->setModel(m_trades);
     m_list->SetColumnWidths({110, 44, 90, 70, 90, 70});
@@ -100,10 +100,11 @@ void CTimeAndSalesDlg::ShowState(const CL1SymbolRec* record) {
     const int trades = m_trades->rowCount();
     m_name->setText(name);
     m_state->setText(trades == 0                                 ? QString()
-                     : trades == static_cast<int>(kHistoryLimit) ? tr("The last %L1 trades").arg(trades)
-                     : trades == 1                               ? tr("1 trade")
-                                                                 : tr("%L1 trades").arg(trades));
-    const QString title = name.isEmpty() ? tr("Time and Sales") : tr("Time and Sales - %1").arg(name);
+                     : trades == static_cast<int>(kHistoryLimit) ? QStringLiteral("The last %L1 trades").arg(trades)
+                     : trades == 1                               ? QStringLiteral("1 trade")
+                                                                 : QStringLiteral("%L1 trades").arg(trades));
+    const QString title =
+        name.isEmpty() ? QStringLiteral("Time and Sales") : QStringLiteral("Time and Sales - %1").arg(name);
     if (windowTitle() != title) setWindowTitle(title);
     m_list->SetEmptyText(EmptyText(record));
 }
@@ -111,12 +112,14 @@ void CTimeAndSalesDlg::ShowState(const CL1SymbolRec* record) {
 QString CTimeAndSalesDlg::EmptyText(const CL1SymbolRec* record) const {
     const QString name = ShownText(m_symbol, kMostShownSymbol);
     if (m_symbol.empty())
-        return tr("This row holds no symbol.\nGo to the row of a symbol in the watchlist to see its trades.");
+        return QStringLiteral(
+            "This row holds no symbol.\nGo to the row of a symbol in the watchlist to see its trades.");
     if (!record)
-        return tr("%1 is not being watched: the feed is not there yet, or the symbol has left the watchlist.\nIts "
-                  "trades appear when it is watched.")
+        return QStringLiteral(
+                   "%1 is not being watched: the feed is not there yet, or the symbol has left the watchlist.\nIts "
+                   "trades appear when it is watched.")
             .arg(name);
-    return tr("Waiting for trades of %1.\nThose from before it was shown here are not kept.").arg(name);
+    return QStringLiteral("Waiting for trades of %1.\nThose from before it was shown here are not kept.").arg(name);
 }
 
 } // namespace vx

@@ -165,8 +165,8 @@ QVariant CTradeModel::data(const QModelIndex& index, int role) const {
 QVariant CTradeModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || section < 0 || section >= kColumns) return {};
     const SColumnTitle& title = kTitles[static_cast<size_t>(section)];
-    if (role == Qt::DisplayRole) return tr(title.title);
-    if (role == Qt::ToolTipRole) return tr(title.tip);
+    if (role == Qt::DisplayRole) return QString::fromUtf8(title.title);
+    if (role == Qt::ToolTipRole) return QString::fromUtf8(title.tip);
     if (role == Qt::TextAlignmentRole && section >= kPrice) return int{Qt::AlignRight | Qt::AlignVCenter};
     if (role == Qt::TextAlignmentRole && section == kTick) return int{Qt::AlignCenter};
     return {};

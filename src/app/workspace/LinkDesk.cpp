@@ -95,7 +95,7 @@ QString CLinkDesk::TipOf(const char* program) {
     const int64_t now = CClock::Instance().MonotonicMs();
     auto [entry, isNew] = m_installed.try_emplace(program);
     if (isNew || now - entry->second.lookedMs >= kLookAgainMs) entry->second = {IsInstalled(program), now};
-    return entry->second.installed ? QString() : tr("Not installed: %1").arg(QString::fromLatin1(program));
+    return entry->second.installed ? QString() : QStringLiteral("Not installed: %1").arg(QString::fromLatin1(program));
 }
 
 void CLinkDesk::LookAtCurrentSymbol() {

@@ -50,9 +50,9 @@ QIcon Swatch(int32_t colour, const QPalette& palette) {
 }
 
 QString NameOf(int32_t colour) {
-    if (colour == SCellFormat::kAutomatic) return CColourButton::tr("Automatic");
+    if (colour == SCellFormat::kAutomatic) return QStringLiteral("Automatic");
     for (const SNamedColour& named : kColours)
-        if (named.colour == colour) return CColourButton::tr(named.name);
+        if (named.colour == colour) return QString::fromUtf8(named.name);
     return HexText(colour);
 }
 
@@ -72,7 +72,7 @@ CColourButton::CColourButton(QWidget* parent) : QToolButton(parent) {
     menu->addSeparator();
     for (const SNamedColour& named : kColours) add(named.colour);
     menu->addSeparator();
-    menu->addAction(tr("&Other..."), this, &CColourButton::ChooseAny);
+    menu->addAction(QStringLiteral("&Other..."), this, &CColourButton::ChooseAny);
     setMenu(menu);
     SetColour(SCellFormat::kAutomatic);
 }

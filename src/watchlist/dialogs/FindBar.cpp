@@ -31,8 +31,9 @@ QToolButton* AddButton(QHBoxLayout& layout, const char* name, const QString& tex
 } // namespace
 
 CFindBar::CFindBar(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* parent)
-    : QWidget(parent), m_doc(doc), m_grid(grid), m_text(new QLineEdit), m_matchCase(new QCheckBox(tr("Match &case"))),
-      m_wholeCell(new QCheckBox(tr("Wh&ole cell"))), m_message(new QLabel) {
+    : QWidget(parent), m_doc(doc), m_grid(grid), m_text(new QLineEdit),
+      m_matchCase(new QCheckBox(QStringLiteral("Match &case"))),
+      m_wholeCell(new QCheckBox(QStringLiteral("Wh&ole cell"))), m_message(new QLabel) {
     setObjectName(QStringLiteral("findBar"));
     m_text->setObjectName(QStringLiteral("findText"));
     m_matchCase->setObjectName(QStringLiteral("findMatchCase"));
@@ -42,22 +43,24 @@ CFindBar::CFindBar(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* parent)
     m_text->setMaxLength(kLongestText);
     m_text->setClearButtonEnabled(true);
     m_text->setMaximumWidth(320);
-    auto* label = new QLabel(tr("F&ind:"));
+    auto* label = new QLabel(QStringLiteral("F&ind:"));
     label->setBuddy(m_text);
 
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(8, 4, 8, 4);
     layout->addWidget(label);
     layout->addWidget(m_text, 1);
-    QToolButton* previous = AddButton(*layout, "findPrevious", tr("Previous"), tr("The place before (Shift+Enter)"));
-    QToolButton* next = AddButton(*layout, "findNext", tr("Next"), tr("The next place (Enter)"));
+    QToolButton* previous = AddButton(*layout, "findPrevious", QStringLiteral("Previous"),
+                                      QStringLiteral("The place before (Shift+Enter)"));
+    QToolButton* next =
+        AddButton(*layout, "findNext", QStringLiteral("Next"), QStringLiteral("The next place (Enter)"));
     layout->addWidget(m_matchCase);
     layout->addWidget(m_wholeCell);
     layout->addWidget(m_message);
     layout->addStretch(1);
     // A text, since the style's picture of it is hardly seen in the dark.
-    QToolButton* close = AddButton(*layout, "findClose", QStringLiteral("\u00D7"), tr("Close (Esc)"));
-    close->setAccessibleName(tr("Close"));
+    QToolButton* close = AddButton(*layout, "findClose", QStringLiteral("\u00D7"), QStringLiteral("Close (Esc)"));
+    close->setAccessibleName(QStringLiteral("Close"));
     QFont large = close->font();
     large.setPointSizeF(large.pointSizeF() * kCloseSize);
     close->setFont(large);
@@ -110,11 +113,11 @@ void CFindBar::Previous() {
 void CFindBar::Show(const SFoundCell& found) {
     if (found.row == 0) {
         show(); // F3 with a text that is gone: the answer must be seen.
-        m_message->setText(tr("Not found"));
+        m_message->setText(QStringLiteral("Not found"));
         return;
     }
-    m_message->setText(found.wrapped  ? tr("Went on at the other end")
-                       : found.inNote ? tr("In the note of row %1").arg(found.row)
+    m_message->setText(found.wrapped  ? QStringLiteral("Went on at the other end")
+                       : found.inNote ? QStringLiteral("In the note of row %1").arg(found.row)
                                       : QString());
     m_doc.RevealRows(found.row, found.row);
     m_grid.SetFocusCell(found.row, found.column);

@@ -32,16 +32,16 @@ void TellTooMany() {
 }
 
 QString WhatIsFormatted(const CWatchlistDoc& doc, const SFormatRange& range) {
-    const auto tr = [](const char* text) { return CCellSettingsDlg::tr(text); };
     const int rows = range.lastRow - range.firstRow + 1;
     if (AreHeadings(doc, range))
-        return rows == 1 ? tr("A heading is selected.")
-                         : tr("%L1 headings are selected; only what you change here is changed in them.").arg(rows);
+        return rows == 1 ? QStringLiteral("A heading is selected.")
+                         : QStringLiteral("%L1 headings are selected; only what you change here is changed in them.")
+                               .arg(rows);
     const int columns = range.lastColumn - range.firstColumn + 1;
-    if (rows == 1 && columns == 1) return tr("One cell is selected.");
-    return tr("%1 and %2 are selected; only what you change here is changed in them.")
-        .arg(rows == 1 ? tr("1 row") : tr("%L1 rows").arg(rows),
-             columns == 1 ? tr("1 column") : tr("%L1 columns").arg(columns));
+    if (rows == 1 && columns == 1) return QStringLiteral("One cell is selected.");
+    return QStringLiteral("%1 and %2 are selected; only what you change here is changed in them.")
+        .arg(rows == 1 ? QStringLiteral("1 row") : QStringLiteral("%L1 rows").arg(rows),
+             columns == 1 ? QStringLiteral("1 column") : QStringLiteral("%L1 columns").arg(columns));
 }
 
 } // namespace
@@ -49,14 +49,15 @@ QString WhatIsFormatted(const CWatchlistDoc& doc, const SFormatRange& range) {
 CCellSettingsDlg::CCellSettingsDlg(CWatchlistDoc& doc, const SFormatRange& range, int row, int column, QWidget* parent)
     : QDialog(parent), m_doc(doc), m_range(range), m_fields(new CFormatFields) {
     setObjectName(QStringLiteral("cellSettingsDialog"));
-    setWindowTitle(tr("Cell Settings"));
+    setWindowTitle(QStringLiteral("Cell Settings"));
     column = FormatColumn(doc, row, column);
     m_fields->Show(doc.Formats().Effective(row, column), StandsOut(doc, row, column), ColourRuleOf(doc, column));
     if (doc.Options().useDefaultAlignment)
-        m_fields->DisableAlignment(tr("Numbers stand on the right and texts on the left while the default alignment is "
-                                      "on in the grid settings."));
+        m_fields->DisableAlignment(
+            QStringLiteral("Numbers stand on the right and texts on the left while the default alignment is "
+                           "on in the grid settings."));
     if (doc.Options().useGridPrecision)
-        m_fields->DisableDecimals(tr("The decimals of the grid settings are used for all cells."));
+        m_fields->DisableDecimals(QStringLiteral("The decimals of the grid settings are used for all cells."));
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new QLabel(WhatIsFormatted(doc, range)));
     layout->addWidget(m_fields);
@@ -72,11 +73,11 @@ void CCellSettingsDlg::accept() {
 
 CGridSettingsDlg::CGridSettingsDlg(CWatchlistDoc& doc, QWidget* parent)
     : QDialog(parent), m_doc(doc), m_fields(new CFormatFields),
-      m_gridPrecision(new QCheckBox(tr("Use these decimals in &every cell"))),
-      m_defaultAlignment(new QCheckBox(tr("Default ali&gnment: numbers right, texts left"))),
+      m_gridPrecision(new QCheckBox(QStringLiteral("Use these decimals in &every cell"))),
+      m_defaultAlignment(new QCheckBox(QStringLiteral("Default ali&gnment: numbers right, texts left"))),
       m_trailingRows(new QSpinBox) {
     setObjectName(QStringLiteral("gridSettingsDialog"));
-    setWindowTitle(tr("Grid Settings"));
+    setWindowTitle(QStringLiteral("Grid Settings"));
     m_gridPrecision->setObjectName(QStringLiteral("useGridPrecision"));
     m_defaultAlignment->setObjectName(QStringLiteral("useDefaultAlignment"));
     m_trailingRows->setObjectName(QStringLiteral("trailingRows"));
@@ -90,7 +91,7 @@ CGridSettingsDlg::CGridSettingsDlg(CWatchlistDoc& doc, QWidget* parent)
     auto* form = new QFormLayout;
     form->addRow(m_gridPrecision);
     form->addRow(m_defaultAlignment);
-    form->addRow(tr("Empty &rows kept below the last used one:"), m_trailingRows);
+    form->addRow(QStringLiteral("Empty &rows kept below the last used one:"), m_trailingRows);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_fields);
     layout->addLayout(form);

@@ -27,8 +27,8 @@ constexpr int kByNothing = 3;
 } // namespace
 
 CFormatFields::CFormatFields(QWidget* parent)
-    : QWidget(parent), m_font(new QFontComboBox), m_size(new QSpinBox), m_bold(new QCheckBox(tr("&Bold"))),
-      m_italic(new QCheckBox(tr("&Italic"))), m_alignment(new QComboBox), m_decimals(new QSpinBox),
+    : QWidget(parent), m_font(new QFontComboBox), m_size(new QSpinBox), m_bold(new QCheckBox(QStringLiteral("&Bold"))),
+      m_italic(new QCheckBox(QStringLiteral("&Italic"))), m_alignment(new QComboBox), m_decimals(new QSpinBox),
       m_colourRule(new QComboBox) {
     m_font->setObjectName(QStringLiteral("fontFace"));
     m_size->setObjectName(QStringLiteral("fontSize"));
@@ -39,37 +39,40 @@ CFormatFields::CFormatFields(QWidget* parent)
     m_colourRule->setObjectName(QStringLiteral("colourRule"));
     m_font->setEditable(false);
     m_size->setRange(kSmallestFont, kLargestFont);
-    m_size->setSuffix(tr(" pt"));
-    m_alignment->addItems({tr("Left"), tr("Center"), tr("Right")});
-    m_colourRule->addItems({tr("Automatic"), tr("Direction"), tr("Sign"), tr("Nothing")});
-    m_colourRule->setToolTip(tr("Differences such as Change have the colour of their sign, all other numbers the one "
-                                "of the direction in which they last went."));
+    m_size->setSuffix(QStringLiteral(" pt"));
+    m_alignment->addItems({QStringLiteral("Left"), QStringLiteral("Center"), QStringLiteral("Right")});
+    m_colourRule->addItems(
+        {QStringLiteral("Automatic"), QStringLiteral("Direction"), QStringLiteral("Sign"), QStringLiteral("Nothing")});
+    m_colourRule->setToolTip(
+        QStringLiteral("Differences such as Change have the colour of their sign, all other numbers the one "
+                       "of the direction in which they last went."));
     m_decimals->setRange(0, kMostDecimals);
-    m_decimals->setToolTip(tr("A price has the decimals of its symbol, up to %1, or fewer where you choose fewer here. "
-                              "%2 leaves it to the symbol.")
-                               .arg(kMostDecimals)
-                               .arg(kUnchosenDecimals));
+    m_decimals->setToolTip(
+        QStringLiteral("A price has the decimals of its symbol, up to %1, or fewer where you choose fewer here. "
+                       "%2 leaves it to the symbol.")
+            .arg(kMostDecimals)
+            .arg(kUnchosenDecimals));
 
     auto* style = new QHBoxLayout;
     style->addWidget(m_bold);
     style->addWidget(m_italic);
     style->addStretch();
-    auto* textBox = new QGroupBox(tr("Text"));
+    auto* textBox = new QGroupBox(QStringLiteral("Text"));
     auto* text = new QFormLayout(textBox);
-    text->addRow(tr("&Font:"), m_font);
-    text->addRow(tr("&Size:"), m_size);
+    text->addRow(QStringLiteral("&Font:"), m_font);
+    text->addRow(QStringLiteral("&Size:"), m_size);
     text->addRow(QString(), style);
-    text->addRow(tr("&Alignment:"), m_alignment);
-    text->addRow(tr("Deci&mals:"), m_decimals);
+    text->addRow(QStringLiteral("&Alignment:"), m_alignment);
+    text->addRow(QStringLiteral("Deci&mals:"), m_decimals);
 
-    auto* colourBox = new QGroupBox(tr("Colours"));
+    auto* colourBox = new QGroupBox(QStringLiteral("Colours"));
     auto* colours = new QFormLayout(colourBox);
-    m_text = AddColour(*colours, "textColour", tr("&Text:"), m_change.textColour);
-    m_back = AddColour(*colours, "backColour", tr("Bac&kground:"), m_change.backColour);
-    colours->addRow(tr("Co&lour numbers by:"), m_colourRule);
-    m_up = AddColour(*colours, "upColour", tr("&Up:"), m_change.upColour);
-    m_down = AddColour(*colours, "downColour", tr("Do&wn:"), m_change.downColour);
-    m_unchanged = AddColour(*colours, "unchangedColour", tr("U&nchanged:"), m_change.unchangedColour);
+    m_text = AddColour(*colours, "textColour", QStringLiteral("&Text:"), m_change.textColour);
+    m_back = AddColour(*colours, "backColour", QStringLiteral("Bac&kground:"), m_change.backColour);
+    colours->addRow(QStringLiteral("Co&lour numbers by:"), m_colourRule);
+    m_up = AddColour(*colours, "upColour", QStringLiteral("&Up:"), m_change.upColour);
+    m_down = AddColour(*colours, "downColour", QStringLiteral("Do&wn:"), m_change.downColour);
+    m_unchanged = AddColour(*colours, "unchangedColour", QStringLiteral("U&nchanged:"), m_change.unchangedColour);
 
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -115,7 +118,8 @@ void CFormatFields::Show(const SCellFormat& format, bool standsOut, EColourRule 
     m_alignment->setCurrentIndex(static_cast<int>(format.alignment));
     m_decimals->setValue(format.decimals);
     const QString field = m_colourRule->itemText(static_cast<int>(ofField));
-    if (ofField != EColourRule::OfField) m_colourRule->setItemText(0, tr("Automatic (%1)").arg(field.toLower()));
+    if (ofField != EColourRule::OfField)
+        m_colourRule->setItemText(0, QStringLiteral("Automatic (%1)").arg(field.toLower()));
     m_colourRule->setCurrentIndex(format.colourByDirection ? static_cast<int>(format.colourRule) : kByNothing);
     m_text->SetColour(format.textColour);
     m_back->SetColour(format.backColour);

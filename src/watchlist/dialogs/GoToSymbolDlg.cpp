@@ -15,7 +15,7 @@ namespace vx {
 CGoToSymbolDlg::CGoToSymbolDlg(CWatchlistDoc& doc, QWidget* parent)
     : QDialog(parent), m_doc(doc), m_symbol(new QLineEdit), m_message(new QLabel) {
     setObjectName(QStringLiteral("goToSymbolDialog"));
-    setWindowTitle(tr("Go to Symbol"));
+    setWindowTitle(QStringLiteral("Go to Symbol"));
     m_symbol->setObjectName(QStringLiteral("goToSymbol"));
     m_symbol->setMaxLength(255);
     m_symbol->setMinimumWidth(220);
@@ -23,7 +23,7 @@ CGoToSymbolDlg::CGoToSymbolDlg(CWatchlistDoc& doc, QWidget* parent)
     m_message->setTextFormat(Qt::PlainText);
     m_message->setMinimumHeight(fontMetrics().height());
     auto* form = new QFormLayout;
-    form->addRow(tr("&Symbol:"), m_symbol);
+    form->addRow(QStringLiteral("&Symbol:"), m_symbol);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::accepted, this, &CGoToSymbolDlg::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -38,8 +38,8 @@ CGoToSymbolDlg::CGoToSymbolDlg(CWatchlistDoc& doc, QWidget* parent)
 void CGoToSymbolDlg::accept() {
     m_row = GoToSymbol(m_doc, BytesFromQt(m_symbol->text()));
     if (m_row > 0) return QDialog::accept();
-    m_message->setText(m_symbol->text().trimmed().isEmpty() ? tr("Please enter a symbol.")
-                                                            : tr("The symbol is not in the watchlist."));
+    m_message->setText(m_symbol->text().trimmed().isEmpty() ? QStringLiteral("Please enter a symbol.")
+                                                            : QStringLiteral("The symbol is not in the watchlist."));
     m_symbol->selectAll();
     m_symbol->setFocus();
 }

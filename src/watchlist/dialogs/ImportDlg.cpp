@@ -49,46 +49,50 @@ QStringList QtList(const std::vector<std::string>& texts, size_t most) {
 CImportDlg::CImportDlg(const SImportPreview& preview, const QString& source, int row, QWidget* parent)
     : QDialog(parent) {
     setObjectName(QStringLiteral("importDialog"));
-    setWindowTitle(tr("Import Symbols"));
+    setWindowTitle(QStringLiteral("Import Symbols"));
     auto* layout = new QVBoxLayout(this);
-    auto* from = new QLabel(tr("From %1").arg(source));
+    auto* from = new QLabel(QStringLiteral("From %1").arg(source));
     from->setTextFormat(Qt::PlainText);
     from->setWordWrap(true);
     layout->addWidget(from);
     if (preview.toAdd.empty()) {
-        auto* nothing = new QLabel(tr("There is no symbol in it that is not in the watchlist already."));
+        auto* nothing = new QLabel(QStringLiteral("There is no symbol in it that is not in the watchlist already."));
         nothing->setObjectName(QStringLiteral("nothing"));
         layout->addWidget(nothing);
     }
     AddList(*layout, "toAdd",
-            tr("%1 would be &added from row %L2 on:").arg(Counted(preview.toAdd.size(), "symbol", "symbols")).arg(row),
+            QStringLiteral("%1 would be &added from row %L2 on:")
+                .arg(Counted(preview.toAdd.size(), "symbol", "symbols"))
+                .arg(row),
             QtList(preview.toAdd, SImportPreview::kMostKept), preview.toAdd.size(), true);
     AddList(*layout, "alreadyThere",
             preview.alreadyThereCount == 1
-                ? tr("1 symbol is in the &watchlist already:")
-                : tr("%L1 symbols are in the &watchlist already:").arg(preview.alreadyThereCount),
+                ? QStringLiteral("1 symbol is in the &watchlist already:")
+                : QStringLiteral("%L1 symbols are in the &watchlist already:").arg(preview.alreadyThereCount),
             QtList(preview.alreadyThere, SImportPreview::kMostKept), preview.alreadyThereCount, true);
     AddList(*layout, "duplicates",
-            preview.duplicateCount == 1 ? tr("1 symbol is &repeated; it counts once:")
-                                        : tr("%L1 symbols are &repeated; they count once:").arg(preview.duplicateCount),
+            preview.duplicateCount == 1
+                ? QStringLiteral("1 symbol is &repeated; it counts once:")
+                : QStringLiteral("%L1 symbols are &repeated; they count once:").arg(preview.duplicateCount),
             QtList(preview.duplicates, SImportPreview::kMostKept), preview.duplicateCount, true);
     QStringList lines;
     for (const SImportPreview::SNotUnderstood& piece : preview.notUnderstood)
-        lines << tr("line %L1: %2").arg(piece.line).arg(QtText(piece.text));
+        lines << QStringLiteral("line %L1: %2").arg(piece.line).arg(QtText(piece.text));
     AddList(*layout, "notUnderstood",
             preview.notUnderstoodCount == 1
-                ? tr("1 text was not &understood and is left out:")
-                : tr("%L1 texts were not &understood and are left out:").arg(preview.notUnderstoodCount),
+                ? QStringLiteral("1 text was not &understood and is left out:")
+                : QStringLiteral("%L1 texts were not &understood and are left out:").arg(preview.notUnderstoodCount),
             lines, preview.notUnderstoodCount, false);
     if (preview.unreadFrom > 0)
-        layout->addWidget(new QLabel(tr("Reading ended in line %L1: a watchlist has room for %L2 symbols.")
+        layout->addWidget(new QLabel(QStringLiteral("Reading ended in line %L1: a watchlist has room for %L2 symbols.")
                                          .arg(preview.unreadFrom)
                                          .arg(preview.toAdd.size())));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     QPushButton* ok = buttons->button(QDialogButtonBox::Ok);
     ok->setEnabled(!preview.toAdd.empty());
-    if (!preview.toAdd.empty()) ok->setText(tr("Add %1").arg(Counted(preview.toAdd.size(), "Symbol", "Symbols")));
+    if (!preview.toAdd.empty())
+        ok->setText(QStringLiteral("Add %1").arg(Counted(preview.toAdd.size(), "Symbol", "Symbols")));
     buttons->button(preview.toAdd.empty() ? QDialogButtonBox::Cancel : QDialogButtonBox::Ok)->setDefault(true);
     buttons->button(preview.toAdd.empty() ? QDialogButtonBox::Cancel : QDialogButtonBox::Ok)->setFocus();
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);

@@ -54,19 +54,19 @@ std::vector<const SFieldEntry*> InsertableColumns(const CColumnMap& columns) {
 CInsertColumns::CInsertColumns(const CColumnMap& columns, QWidget* parent)
     : QDialog(parent), m_filter(new QLineEdit(this)), m_list(new QTreeWidget(this)), m_state(new QLabel(this)) {
     setObjectName(QStringLiteral("insertColumns"));
-    setWindowTitle(tr("Insert Columns"));
+    setWindowTitle(QStringLiteral("Insert Columns"));
     resize(kWidthPx, kHeightPx);
 
-    auto* label = new QLabel(tr("&Find a column:"), this);
+    auto* label = new QLabel(QStringLiteral("&Find a column:"), this);
     label->setBuddy(m_filter);
     m_filter->setObjectName(QStringLiteral("columnFilter"));
     m_filter->setClearButtonEnabled(true);
-    m_filter->setPlaceholderText(tr("part of a name or explanation"));
+    m_filter->setPlaceholderText(QStringLiteral("part of a name or explanation"));
     m_filter->installEventFilter(this);
 
     m_list->setObjectName(QStringLiteral("columnList"));
     m_list->setColumnCount(2);
-    m_list->setHeaderLabels({tr("Column"), tr("Explanation")});
+    m_list->setHeaderLabels({QStringLiteral("Column"), QStringLiteral("Explanation")});
     m_list->setRootIsDecorated(false);
     m_list->setUniformRowHeights(true);
     m_list->setAllColumnsShowFocus(true);
@@ -74,7 +74,7 @@ CInsertColumns::CInsertColumns(const CColumnMap& columns, QWidget* parent)
     Fill(columns);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
-    m_insert = buttons->addButton(tr("&Insert"), QDialogButtonBox::AcceptRole);
+    m_insert = buttons->addButton(QStringLiteral("&Insert"), QDialogButtonBox::AcceptRole);
     m_insert->setObjectName(QStringLiteral("insertButton"));
     m_insert->setDefault(true);
 
@@ -134,9 +134,9 @@ std::vector<std::string> CInsertColumns::Chosen() const {
 void CInsertColumns::ShowState() {
     const size_t chosen = Chosen().size();
     m_insert->setEnabled(chosen > 0);
-    m_state->setText(chosen == 0   ? tr("Choose one or more columns; Ctrl and Shift add to the choice.")
-                     : chosen == 1 ? tr("1 column chosen.")
-                                   : tr("%1 columns chosen.").arg(chosen));
+    m_state->setText(chosen == 0   ? QStringLiteral("Choose one or more columns; Ctrl and Shift add to the choice.")
+                     : chosen == 1 ? QStringLiteral("1 column chosen.")
+                                   : QStringLiteral("%1 columns chosen.").arg(chosen));
 }
 
 // From the filter the arrow keys walk through the list.

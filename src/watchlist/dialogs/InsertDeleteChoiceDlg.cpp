@@ -17,20 +17,23 @@ CInsertDeleteChoiceDlg::CInsertDeleteChoiceDlg(EWhat what, int rows, int columns
     : QDialog(parent), m_rows(new QRadioButton(this)), m_columns(new QRadioButton(this)) {
     const bool inserts = what == EWhat::Insert;
     setObjectName(QStringLiteral("insertDeleteChoice"));
-    setWindowTitle(inserts ? tr("Insert") : tr("Delete"));
+    setWindowTitle(inserts ? QStringLiteral("Insert") : QStringLiteral("Delete"));
     m_rows->setObjectName(QStringLiteral("choiceRows"));
     m_columns->setObjectName(QStringLiteral("choiceColumns"));
     if (inserts) {
-        m_rows->setText(Counted(rows, tr("A &row above the selection"), tr("%1 &rows above the selection")));
-        m_columns->setText(tr("&Columns left of the focus..."));
+        m_rows->setText(Counted(rows, QStringLiteral("A &row above the selection"),
+                                QStringLiteral("%1 &rows above the selection")));
+        m_columns->setText(QStringLiteral("&Columns left of the focus..."));
     } else {
-        m_rows->setText(Counted(rows, tr("The selected &row"), tr("The %1 selected &rows")));
-        m_columns->setText(Counted(columns, tr("The selected &column"), tr("The %1 selected &columns")));
+        m_rows->setText(Counted(rows, QStringLiteral("The selected &row"), QStringLiteral("The %1 selected &rows")));
+        m_columns->setText(
+            Counted(columns, QStringLiteral("The selected &column"), QStringLiteral("The %1 selected &columns")));
     }
     m_rows->setChecked(true);
 
     auto* buttons = new QDialogButtonBox(this);
-    buttons->addButton(inserts ? tr("&Insert") : tr("&Delete"), QDialogButtonBox::AcceptRole)->setDefault(true);
+    buttons->addButton(inserts ? QStringLiteral("&Insert") : QStringLiteral("&Delete"), QDialogButtonBox::AcceptRole)
+        ->setDefault(true);
     buttons->addButton(QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

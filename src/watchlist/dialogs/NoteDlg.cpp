@@ -26,14 +26,14 @@ CNoteDlg::CNoteDlg(CWatchlistDoc& doc, QWidget* parent) : QDialog(parent), m_doc
     m_text->setObjectName(QStringLiteral("noteText"));
     m_text->setTabChangesFocus(true);
     m_text->setMinimumSize(380, 140);
-    auto* label = new QLabel(tr("&Note:"));
+    auto* label = new QLabel(QStringLiteral("&Note:"));
     label->setBuddy(m_text);
-    auto* rule = new QLabel(tr("The characters ; : and , are left out when the note is kept."));
+    auto* rule = new QLabel(QStringLiteral("The characters ; : and , are left out when the note is kept."));
     rule->setWordWrap(true);
     rule->setForegroundRole(QPalette::PlaceholderText);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    auto* clear = new QPushButton(tr("C&lear")); // In the box it would keep Tab from the other two.
+    auto* clear = new QPushButton(QStringLiteral("C&lear")); // In the box it would keep Tab from the other two.
     clear->setObjectName(QStringLiteral("clearNote"));
     clear->setAutoDefault(false);
     connect(clear, &QPushButton::clicked, this, [this] {
@@ -58,7 +58,7 @@ CNoteDlg::CNoteDlg(CWatchlistDoc& doc, QWidget* parent) : QDialog(parent), m_doc
 
     // In the text Enter begins a line.
     QPushButton* ok = buttons->button(QDialogButtonBox::Ok);
-    ok->setToolTip(tr("Keep the note (Ctrl+Enter)"));
+    ok->setToolTip(QStringLiteral("Keep the note (Ctrl+Enter)"));
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
         connect(new QShortcut(Qt::CTRL | key, this), &QShortcut::activated, this, &CNoteDlg::accept);
 }
@@ -71,7 +71,8 @@ std::string CNoteDlg::RowName() const {
 bool CNoteDlg::Edit(int row) {
     m_row = row;
     const QString name = QtText(RowName());
-    setWindowTitle(name.isEmpty() ? tr("Note for Row %1").arg(row) : tr("Note for %1").arg(name));
+    setWindowTitle(name.isEmpty() ? QStringLiteral("Note for Row %1").arg(row)
+                                  : QStringLiteral("Note for %1").arg(name));
     m_text->setPlainText(QtText(m_doc.Notes().Get(row)).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
     m_text->moveCursor(QTextCursor::End);
     m_text->setFocus();

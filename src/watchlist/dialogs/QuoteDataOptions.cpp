@@ -12,16 +12,18 @@ namespace vx {
 
 CQuoteDataOptions::CQuoteDataOptions(const SExportOptions& options, QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("quoteDataOptions"));
-    setWindowTitle(tr("Quote Data Options"));
+    setWindowTitle(QStringLiteral("Quote Data Options"));
     auto* layout = new QVBoxLayout(this);
-    m_export = AddGroup(*layout, tr("Export"), "&Data", "DDE &Formulas", options.linkFormulas);
-    m_format = AddGroup(*layout, tr("Quote Format Options"), "&Comma Delimited", "&Tab Delimited", !options.commas);
-    m_headers = AddBox(*layout, tr("Use Column &Headers"), "columnHeaders",
-                       tr("Begin with a line of the columns' names"), options.columnHeaders);
-    m_utf8 = AddBox(*layout, tr("&UTF-8, with the tick trend as %1").arg(QStringLiteral("\u25B2 \u25BC \u2022")),
-                    "utf8", tr("Otherwise the file is in Windows-1252, and the tick trend in the bytes AD, AF and B7"),
-                    options.utf8);
-    m_file = AddGroup(*layout, tr("File Options"), "&Append", "&Overwrite", !options.append);
+    m_export = AddGroup(*layout, QStringLiteral("Export"), "&Data", "DDE &Formulas", options.linkFormulas);
+    m_format = AddGroup(*layout, QStringLiteral("Quote Format Options"), "&Comma Delimited", "&Tab Delimited",
+                        !options.commas);
+    m_headers = AddBox(*layout, QStringLiteral("Use Column &Headers"), "columnHeaders",
+                       QStringLiteral("Begin with a line of the columns' names"), options.columnHeaders);
+    m_utf8 = AddBox(
+        *layout, QStringLiteral("&UTF-8, with the tick trend as %1").arg(QStringLiteral("\u25B2 \u25BC \u2022")),
+        "utf8", QStringLiteral("Otherwise the file is in Windows-1252, and the tick trend in the bytes AD, AF and B7"),
+        options.utf8);
+    m_file = AddGroup(*layout, QStringLiteral("File Options"), "&Append", "&Overwrite", !options.append);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     buttons->button(QDialogButtonBox::Ok)->setDefault(true);
@@ -39,8 +41,8 @@ QButtonGroup* CQuoteDataOptions::AddGroup(QVBoxLayout& layout, const QString& ti
     auto* group = new QButtonGroup(this);
     int id = 0;
     for (const char* text : {first, second}) {
-        auto* button = new QRadioButton(tr(text));
-        button->setObjectName(tr(text).remove(QLatin1Char('&')));
+        auto* button = new QRadioButton(QString::fromUtf8(text));
+        button->setObjectName(QString::fromUtf8(text).remove(QLatin1Char('&')));
         group->addButton(button, id++);
         inner->addWidget(button);
     }

@@ -24,11 +24,11 @@ constexpr int kLargestNumber = 99999;
 } // namespace
 
 CSort::CSort(CWatchlistDoc& doc, int focusColumn, QWidget* parent)
-    : QDialog(parent), m_doc(doc), m_autoSort(new QCheckBox(tr("Sort a&utomatically"))), m_column(new QComboBox),
-      m_ascending(new QRadioButton(tr("&Ascending"))), m_descending(new QRadioButton(tr("&Descending"))),
-      m_interval(new QSpinBox), m_unit(new QComboBox) {
+    : QDialog(parent), m_doc(doc), m_autoSort(new QCheckBox(QStringLiteral("Sort a&utomatically"))),
+      m_column(new QComboBox), m_ascending(new QRadioButton(QStringLiteral("&Ascending"))),
+      m_descending(new QRadioButton(QStringLiteral("&Descending"))), m_interval(new QSpinBox), m_unit(new QComboBox) {
     setObjectName(QStringLiteral("sortDialog"));
-    setWindowTitle(tr("Auto Sort"));
+    setWindowTitle(QStringLiteral("Auto Sort"));
     m_autoSort->setObjectName(QStringLiteral("autoSort"));
     m_column->setObjectName(QStringLiteral("sortColumn"));
     m_ascending->setObjectName(QStringLiteral("ascending"));
@@ -36,8 +36,8 @@ CSort::CSort(CWatchlistDoc& doc, int focusColumn, QWidget* parent)
     m_interval->setObjectName(QStringLiteral("interval"));
     m_unit->setObjectName(QStringLiteral("intervalUnit"));
     m_interval->setRange(0, kLargestNumber);
-    m_unit->addItems({tr("Seconds"), tr("Minutes"), tr("Hours")});
-    m_unit->setAccessibleName(tr("Unit of the interval"));
+    m_unit->addItems({QStringLiteral("Seconds"), QStringLiteral("Minutes"), QStringLiteral("Hours")});
+    m_unit->setAccessibleName(QStringLiteral("Unit of the interval"));
     m_column->setMinimumContentsLength(18);
 
     auto* direction = new QHBoxLayout;
@@ -49,9 +49,9 @@ CSort::CSort(CWatchlistDoc& doc, int focusColumn, QWidget* parent)
     every->addWidget(m_unit);
     every->addStretch();
     auto* form = new QFormLayout;
-    form->addRow(tr("&Column:"), m_column);
-    form->addRow(tr("Direction:"), direction);
-    form->addRow(tr("&Every:"), every);
+    form->addRow(QStringLiteral("&Column:"), m_column);
+    form->addRow(QStringLiteral("Direction:"), direction);
+    form->addRow(QStringLiteral("&Every:"), every);
     qobject_cast<QLabel*>(form->labelForField(every))->setBuddy(m_interval);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::accepted, this, &CSort::accept);

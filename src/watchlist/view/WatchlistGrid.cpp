@@ -201,7 +201,7 @@ void CWatchlistGrid::PaintHint(QPaintEvent& event) {
     painter.setFont(font());
     painter.setPen(QColor::fromRgb(Theme().stale));
     painter.drawText(room, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
-                     tr("Type a symbol in the first column, paste a list, or press Ctrl+K to search."));
+                     QStringLiteral("Type a symbol in the first column, paste a list, or press Ctrl+K to search."));
 }
 
 } // namespace vx
