@@ -113,7 +113,7 @@ TEST_F(CBoardEditTest, F2InARejectedRowBringsBackWhatWasTyped) {
         Type(QStringLiteral("x"));
         Key(Qt::Key_Escape);
         EXPECT_EQ(Board(), c.row);
-        EXPECT_EQ(doc->InvalidSymbols().SymbolAt(1), c.symbol);
+        EXPECT_EQ(doc->RejectedSymbol(1), c.symbol);
         EXPECT_FALSE(doc->IsModified());
         EXPECT_EQ(doc->Undo().UndoName(), undo);
 
@@ -129,7 +129,7 @@ TEST_F(CBoardEditTest, F2InARejectedRowBringsBackWhatWasTyped) {
         editor->setText(QStringLiteral("ko"));
         Key(Qt::Key_Return);
         EXPECT_EQ(Board(), "KO") << "as in the symbol column of an empty row";
-        EXPECT_EQ(doc->InvalidSymbols().SymbolAt(1), "");
+        EXPECT_EQ(doc->RejectedSymbol(1), "");
         Undo();
         Undo();
         EXPECT_EQ(Board(), "") << "one step for each entry";

@@ -327,7 +327,7 @@ private:
         const int last = std::max({doc.LastUsedRow(), doc.Notes().LastRow(), hidden.empty() ? 0 : hidden.back()});
         for (int row = 1; row <= last; ++row) {
             const std::string_view note = doc.Notes().Get(row),
-                                   rejected = doc.InvalidSymbols().SymbolAt(static_cast<uint32_t>(row));
+                                   rejected = doc.RejectedSymbol(row);
             if (!rejected.empty())
                 out += fmt::format("!{}", rejected);
             else if (doc.RowKind(row) == ERowKind::Annotation)

@@ -189,7 +189,7 @@ TEST_F(CCellEntry, ATypedCorrectionTakesTheRowOffTheRejectedSymbols) {
     EXPECT_EQ(Rows(), "#\"NOPE\" is an Invalid or Unauthorized Symbol.");
     Type("=ibm", 1);
     EXPECT_EQ(Rows(), "IBM");
-    EXPECT_EQ(doc.InvalidSymbols().SymbolAt(1), "");
+    EXPECT_EQ(doc.RejectedSymbol(1), "");
 }
 
 TEST_F(CCellEntry, WhatWasTypedGoesWithItsRejectedRowAndComesBackWithIt) {

@@ -190,30 +190,6 @@ TEST(CCellFormatStore, AFontThatCannotBeWrittenIsRefused) {
     EXPECT_EQ(ShownFontSize(format), 4);
 }
 
-TEST(CCellFormatStore, FormatsMoveWithTheirRows) {
-    const auto fresh = [] { return StoreWith({{0, 2}, {1, 2}, {2, 0}, {3, 2}, {4, 2}}); };
-    struct SCase {
-        const char* what;
-        std::function<void(CCellFormatStore&)> change;
-        const char* places;
-    };
-    for (const SCase& c : {
-             SCase{"insert", [](auto& s) { s.InsertRows(3, 2); }, "0,2=0 1,2=1 2,0=2 5,2=3 6,2=4 "},
-             {"insert at the top", [](auto& s) { s.InsertRows(1, 1); }, "0,2=0 2,2=1 3,0=2 4,2=3 5,2=4 "},
-             {"insert beyond the last row", [](auto& s) { s.InsertRows(3, 2147483647); }, "0,2=0 1,2=1 2,0=2 "},
-             {"delete", [](auto& s) { s.RemoveRows(2, 2); }, "0,2=0 1,2=1 2,2=4 "},
-             {"delete all", [](auto& s) { s.RemoveRows(1, 2147483647); }, "0,2=0 "},
-             {"the header stays", [](auto& s) { s.InsertRows(0, 1), s.RemoveRows(0, 1); },
-              "0,2=0 1,2=1 2,0=2 3,2=3 4,2=4 "},
-             {"reorder", [](auto& s) { s.RenumberRows([](int row) { return row == 2 ? 0 : 5 - row; }); },
-              "0,2=0 1,2=4 2,2=3 4,2=1 "},
-         }) {
-        CCellFormatStore store = fresh();
-        c.change(store);
-        EXPECT_EQ(Places(store), c.places) << c.what;
-    }
-}
-
 TEST(CCellFormatStore, FormatsMoveWithTheirColumns) {
     const auto fresh = [] { return StoreWith({{0, 1}, {0, 3}, {2, 0}, {2, 1}, {2, 2}, {2, 3}}); };
     struct SCase {

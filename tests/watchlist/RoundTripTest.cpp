@@ -166,7 +166,7 @@ protected:
             out += fmt::format("{} {} \"{}\"\n", what, where, EscapeBytes(text));
         };
         for (int row = 1; row <= doc.LastUsedRow(); ++row) {
-            const std::string_view rejected = doc.InvalidSymbols().SymbolAt(static_cast<uint32_t>(row));
+            const std::string_view rejected = doc.RejectedSymbol(row);
             if (const std::string_view symbol = rejected.empty() ? doc.RowSymbol(row) : rejected; !symbol.empty())
                 add("symbol", row, symbol);
             else if (doc.RowKind(row) == ERowKind::Annotation)

@@ -55,7 +55,7 @@ protected:
     SModelRow Look(int row) {
         const SCellFormat* format = doc.Formats().Find(row, 1);
         return {Row(row), std::string(doc.Notes().Get(row)),
-                std::string(doc.InvalidSymbols().SymbolAt(static_cast<uint32_t>(row))), format ? format->decimals : 0,
+                std::string(doc.RejectedSymbol(row)), format ? format->decimals : 0,
                 doc.RowId(row)};
     }
     std::vector<SModelRow> LookAt(int rows) {
@@ -70,7 +70,7 @@ protected:
         for (int row = 1; row <= rows; ++row) {
             if (!doc.RowSymbol(row).empty())
                 symbols[std::string(doc.RowSymbol(row))].push_back(static_cast<uint32_t>(row));
-            const std::string_view bad = doc.InvalidSymbols().SymbolAt(static_cast<uint32_t>(row));
+            const std::string_view bad = doc.RejectedSymbol(row);
             if (!bad.empty()) rejected[std::string(bad)].push_back(static_cast<uint32_t>(row));
         }
         ASSERT_EQ(doc.SymbolCount(), symbols.size());

@@ -143,16 +143,17 @@ protected:
     }
     /// Several edits in one step, some of them taken back before it is whole.
     void EditTogether() {
-        CCancellableStep outer(doc, "edit together");
+        CUndoStep outer(doc, "edit together");
         for (int i = Below(6); i > 0; --i) Edit();
         if (Below(3) == 0) {
-            CCancellableStep inner(doc, "inner");
+            CUndoStep inner(doc, "inner");
             for (int i = Below(4); i > 0; --i) {
                 TypeSomething();
                 doc.DeleteRows(AnyRow(), 2);
                 EditNote();
             }
-            inner.Cancel();
+            if (Below(2) == 0) inner.Cancel();
+            if (Below(2) == 0) Edit();
         }
         if (Below(4) == 0) outer.Cancel();
     }
@@ -225,7 +226,7 @@ TEST_F(CUndo, AnAlertThatFiresInAnEditKeepsTheDocumentModified) {
     alerts.Add("IBM", {.enabled = 1, .value = 10, .condition = 1, .soundFile = {}});
     doc.SetModified(false);
     {
-        CCancellableStep step(doc, "long edit");
+        CUndoStep step(doc, "long edit");
         doc.RowEdited(1);
         alerts.EvaluateFieldAlert("IBM", 0, 15, 15, 15, 15);
         step.Cancel();

@@ -126,14 +126,14 @@ TEST_F(CWatchlistDocTest, ARejectedSymbolLeavesItsMessageInItsRows) {
     EXPECT_EQ(doc.RowKind(2), ERowKind::Annotation);
     EXPECT_EQ(doc.AnnotationText(5), "\"NOPE\" is an Invalid or Unauthorized Symbol.");
     EXPECT_TRUE(doc.InvalidSymbols().Has("NOPE"));
-    EXPECT_EQ(doc.InvalidSymbols().SymbolAt(5), "NOPE");
+    EXPECT_EQ(doc.RejectedSymbol(5), "NOPE");
     EXPECT_EQ(shown.Status(), "Symbols:  1");
     EXPECT_THAT(feed.Take(), IsEmpty());
 
     doc.SymbolNotFound("NEVER");
     EXPECT_FALSE(doc.InvalidSymbols().Has("NEVER"));
     doc.PlaceSymbol(5, "IBM");
-    EXPECT_EQ(doc.InvalidSymbols().SymbolAt(5), "");
+    EXPECT_EQ(doc.RejectedSymbol(5), "");
     EXPECT_EQ(doc.RowKind(5), ERowKind::Symbol);
 }
 

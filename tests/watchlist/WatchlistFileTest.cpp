@@ -54,7 +54,8 @@ TEST_F(CWatchlistFileTest, BrokenListsGiveWhatCanBeRead) {
 }
 
 TEST(CRowTextMap, TextsMoveWithTheirRows) {
-    CRowTextMap texts;
+    CRowTable rows;
+    CRowTextMap texts(rows);
     texts.Set(1, "#a");
     texts.Set(4, "#b");
     texts.Set(0, "#never");

@@ -48,35 +48,25 @@ void AppendRecord(std::string& out, int row, int column, const SCellFormat& form
 
 } // namespace
 
-void CCellFormatStore::TellChange(int row, int column) {
-    if (m_observer) m_observer->BeforeFormat(row, column);
-}
-
-void CCellFormatStore::TellColumns(EFormatColumns change, int from, int to) {
-    if (m_observer) m_observer->FormatColumnsChanged(change, from, to);
-}
-
 void CCellFormatStore::Clear() {
-    TellChange(0, 0);
-    ForEach([&](int row, int column) { TellChange(row, column); });
-    Forget();
+    for (int row = 0; row <= m_rows->Size(); ++row)
+        if (!m_rows->Row(row).Extras().formats.empty()) m_rows->SetFormats(row, {});
 }
 
-void CCellFormatStore::Forget() {
-    m_grid = {};
-    m_records.clear();
+const SCellFormat& CCellFormatStore::GridFormat() const {
+    static const SCellFormat kDefault;
+    const SCellFormat* format = m_rows->FindFormat(0, 0);
+    return format ? *format : kDefault;
 }
 
 const SCellFormat* CCellFormatStore::Find(int row, int column) const {
-    if (!IsInside(row, column)) return nullptr;
-    if (row == 0 && column == 0) return &m_grid;
-    const auto found = m_records.find(MakeKey(row, column));
-    return found == m_records.end() ? nullptr : &found->second;
+    if (row == 0 && column == 0) return &GridFormat();
+    return IsInside(row, column) ? m_rows->FindFormat(row, column) : nullptr;
 }
 
 const SCellFormat& CCellFormatStore::ColumnFormat(int column) const {
     const SCellFormat* format = Find(0, column);
-    return format ? *format : m_grid;
+    return format ? *format : GridFormat();
 }
 
 const SCellFormat& CCellFormatStore::Effective(int row, int column) const {
@@ -85,7 +75,7 @@ const SCellFormat& CCellFormatStore::Effective(int row, int column) const {
 }
 
 int CCellFormatStore::Decimals(int row, int column, bool useGridPrecision) const {
-    return (useGridPrecision ? m_grid : Effective(row, column)).decimals;
+    return (useGridPrecision ? GridFormat() : Effective(row, column)).decimals;
 }
 
 ECellAlign CCellFormatStore::Alignment(int row, int column, const SFieldEntry* entry, bool useDefaultAlignment) const {
@@ -94,108 +84,64 @@ ECellAlign CCellFormatStore::Alignment(int row, int column, const SFieldEntry* e
 }
 
 bool CCellFormatStore::Set(int row, int column, SCellFormat format) {
-    if (IsInside(row, column)) TellChange(row, column);
-    return Store(row, column, std::move(format));
-}
-
-bool CCellFormatStore::Store(int row, int column, SCellFormat format) {
     if (!IsInside(row, column) || !IsStorableFont(format.fontFace)) return false;
+    const bool isNew = !m_rows->FindFormat(row, column);
+    if (isNew && (row != 0 || column != 0) && Size() >= kMostRecords) return false;
     format.decimals = std::clamp(format.decimals, 0, kMostDecimals);
-    if (row == 0 && column == 0) {
-        m_grid = std::move(format);
-        return true;
-    }
-    const Key key = MakeKey(row, column);
-    if (m_records.size() >= kMostRecords && !m_records.contains(key)) return false;
-    m_records.insert_or_assign(key, std::move(format));
+    m_rows->SetFormat(row, column, std::move(format));
     return true;
 }
 
 void CCellFormatStore::Reset(int row, int column) {
-    if (!Find(row, column)) return;
-    TellChange(row, column);
-    if (row == 0 && column == 0)
-        m_grid = {};
-    else
-        m_records.erase(MakeKey(row, column));
+    if (IsInside(row, column)) m_rows->SetFormat(row, column, std::nullopt);
 }
 
 void CCellFormatStore::SetNewColumn(int column, std::string_view name) {
     if (column < 1) return;
-    SCellFormat format = m_grid;
-    format.decimals = CDataInfo::DecimalPlaces(name).value_or(m_grid.decimals);
-    if (format == m_grid)
+    SCellFormat format = GridFormat();
+    format.decimals = CDataInfo::DecimalPlaces(name).value_or(format.decimals);
+    if (format == GridFormat())
         Reset(0, column);
     else
         Set(0, column, std::move(format));
 }
 
-void CCellFormatStore::InsertRows(int first, int count) {
-    if (first < 1 || count < 1) return;
-    RenumberRows([&](int row) { return row < first ? row : count > kMostRow - row ? kNone : row + count; });
-}
-
-void CCellFormatStore::RemoveRows(int first, int count) {
-    if (first < 1 || count < 1) return;
-    RenumberRows([&](int row) { return row < first ? row : row - first < count ? kNone : row - count; });
-}
-
 void CCellFormatStore::InsertColumn(int column) {
     if (column < 1) return;
-    if (m_observer)
-        ForEach([&](int row, int old) {
-            if (old == kMostColumn) TellChange(row, old); // It leaves the limits.
-        });
-    RenumberColumns([&](int old) { return old < column ? old : old + 1; });
-    TellColumns(EFormatColumns::Insert, column, column);
+    m_rows->RenumberColumns([=](int old) { return old < column ? old : old == kMostColumn ? kNone : old + 1; });
 }
 
 void CCellFormatStore::RemoveColumn(int column) {
     if (column < 1) return;
-    if (m_observer)
-        ForEach([&](int row, int old) {
-            if (old == column) TellChange(row, old);
-        });
-    RenumberColumns([&](int old) { return old < column ? old : old == column ? kNone : old - 1; });
-    TellColumns(EFormatColumns::Remove, column, column);
+    m_rows->RenumberColumns([=](int old) { return old < column ? old : old == column ? kNone : old - 1; });
 }
 
 void CCellFormatStore::MoveColumn(int from, int to) {
     if (from == to || std::min(from, to) < 1 || std::max(from, to) > kMostColumn) return;
-    RenumberColumns([&](int column) { return PlaceAfterMove(column, from, to); });
-    TellColumns(EFormatColumns::Move, from, to);
+    m_rows->RenumberColumns([=](int column) { return PlaceAfterMove(column, from, to); });
 }
 
 int CCellFormatStore::LastRow() const {
-    int last = 0;
-    ForEach([&](int row, int) { last = std::max(last, row); });
-    return last;
-}
-
-std::vector<const std::pair<const CCellFormatStore::Key, SCellFormat>*> CCellFormatStore::InOrder() const {
-    std::vector<const std::pair<const Key, SCellFormat>*> out;
-    out.reserve(m_records.size());
-    for (const auto& record : m_records) out.push_back(&record);
-    std::ranges::sort(out, {}, [](const auto* record) { return record->first; });
-    return out;
+    int row = m_rows->Size();
+    while (row > 0 && m_rows->Row(row).Extras().formats.empty()) --row;
+    return row;
 }
 
 std::string CCellFormatStore::Write() const {
     std::string out;
-    AppendRecord(out, 0, 0, m_grid, nullptr);
-    for (const auto* record : InOrder()) {
-        const auto& [key, format] = *record;
-        const int row = RowOf(key);
-        const int column = ColumnOf(key);
-        const SCellFormat& base = row == 0 ? m_grid : ColumnFormat(column);
-        if (column == 0 || !HaveSameFields(format, base)) AppendRecord(out, row, column, format, &base);
-    }
+    AppendRecord(out, 0, 0, GridFormat(), nullptr);
+    for (int row = 0; row <= m_rows->Size(); ++row)
+        for (const auto& [column, format] : m_rows->Row(row).Extras().formats) {
+            if (row == 0 && column == 0) continue;
+            const SCellFormat& base = row == 0 ? GridFormat() : ColumnFormat(column);
+            if (column == 0 || !HaveSameFields(format, base)) AppendRecord(out, row, column, format, &base);
+        }
     return out;
 }
 
 size_t CCellFormatStore::Read(std::string_view text) {
     size_t leftOut = 0;
-    if (!text.empty()) Forget();
+    if (!text.empty()) Clear();
     while (!text.empty()) {
         const size_t end = text.find(kPieceEnd);
         const std::string_view piece = text.substr(0, end);
@@ -210,7 +156,7 @@ bool CCellFormatStore::ReadPiece(std::string_view text) {
     if (!piece || !IsInside(piece->row, piece->column)) return false;
     SCellFormat format = ColumnFormat(piece->column);
     ReadFormatFields(piece->fields, format);
-    return Store(piece->row, piece->column, std::move(format));
+    return Set(piece->row, piece->column, std::move(format));
 }
 
 } // namespace vx

@@ -1,42 +1,53 @@
 #include "watchlist/document/UndoStack.h"
 
-#include "watchlist/document/UndoOps.h"
-#include "watchlist/document/UndoStep.h"
-#include "watchlist/document/WatchlistDoc.h"
+#include "alerts/rules/AlertsMap.h"
+#include "settings/Settings.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace vx {
 
-CUndoStack::SStep::SStep() = default;
-CUndoStack::SStep::SStep(SStep&&) noexcept = default;
-CUndoStack::SStep& CUndoStack::SStep::operator=(SStep&&) noexcept = default;
-CUndoStack::SStep::~SStep() = default;
+namespace {
 
-CUndoStack::CUndoStack(CWatchlistDoc& doc) : m_doc(doc) {
-    m_doc.Notes().SetObserver(this);
-    m_doc.Formats().SetObserver(this);
+bool IsSameColumn(const sColumnInfo& a, const sColumnInfo& b) { return a.name == b.name && a.width == b.width; }
+
+bool AreSameColumns(const CColumnMap& a, const CColumnMap& b) {
+    return std::ranges::equal(a.Columns(), b.Columns(), IsSameColumn);
 }
 
-CUndoStack::~CUndoStack() {
-    m_doc.Notes().SetObserver(nullptr);
-    m_doc.Formats().SetObserver(nullptr);
+bool IsSameLayout(const SLayout& a, const SLayout& b) {
+    return a.grownRows == b.grownRows && a.options == b.options && AreSameColumns(a.columns, b.columns);
 }
 
-std::string CUndoStack::UndoName() const { return m_undo.empty() ? std::string() : m_undo.back().name; }
+// The first and the last column of `b` in which it differs from `a`; 0 and 0 when it does not.
+std::pair<int, int> DifferentColumns(const CColumnMap& a, const CColumnMap& b) {
+    const auto& x = a.Columns();
+    const auto& y = b.Columns();
+    if (AreSameColumns(a, b)) return {0, 0};
+    const auto first = std::mismatch(x.begin(), x.end(), y.begin(), y.end(), IsSameColumn).second - y.begin();
+    const auto tail = std::mismatch(x.rbegin(), x.rend(), y.rbegin(), y.rend(), IsSameColumn).second - y.rbegin();
+    const int greatest = b.Count() - 1;
+    const int last = std::max(greatest - static_cast<int>(tail), static_cast<int>(first));
+    return {std::clamp(static_cast<int>(first), 0, greatest), std::min(last, greatest)};
+}
 
-std::string CUndoStack::RedoName() const { return m_redo.empty() ? std::string() : m_redo.back().name; }
+size_t BytesOf(const SLayout& layout) {
+    size_t sum = sizeof layout;
+    for (const sColumnInfo& column : layout.columns.Columns()) sum += sizeof column + column.name.capacity();
+    return sum;
+}
+
+} // namespace
 
 void CUndoStack::Clear() {
     m_undo.clear();
     m_redo.clear();
-    SealOps();
     m_open = {};
     m_baseState = ++m_lastState;
     ForgetSavedState();
     ++m_generation;
-    if (m_depth > 0) m_layout = std::make_unique<SLayout>(CUndoTarget(m_doc).Layout());
+    if (m_depth > 0) m_open.layout = {m_host.Layout(), {}};
 }
 
 size_t CUndoStack::Bytes() const {
@@ -49,22 +60,40 @@ size_t CUndoStack::Bytes() const {
 // Recording
 
 void CUndoStack::Begin(std::string_view name) {
-    if (m_depth++ == 0) {
-        m_open = {};
-        m_open.name = name;
-        m_changesAtBegin = m_doc.ChangeCount();
-        if (!m_applying) m_layout = std::make_unique<SLayout>(CUndoTarget(m_doc).Layout());
-    }
-}
-
-CUndoStack::SMark CUndoStack::Mark() {
-    SealOps();
-    return {m_open.ops.size(), m_generation, m_doc.IsModified(), m_doc.ChangeCount(), m_otherChanges};
+    if (m_depth++ > 0 || m_applying) return;
+    m_open = {};
+    m_open.name = name;
+    m_open.layout = {m_host.Layout(), {}};
+    m_modifiedAtBegin = m_host.IsModified();
+    m_changesAtBegin = m_host.ChangeCount();
+    m_otherChangesAtBegin = m_otherChanges;
 }
 
 void CUndoStack::End() {
-    if (m_depth == 1 && !m_applying) Close();
+    if (m_depth == 1 && !m_applying) {
+        CloseOpen();
+        if (!IsEmpty(m_open))
+            Push();
+        else if (m_host.ChangeCount() != m_changesAtBegin)
+            ForgetSavedState();
+        m_open = {};
+    }
     --m_depth;
+}
+
+void CUndoStack::Cancel() {
+    if (m_depth == 0 || m_applying) return;
+    CloseOpen();
+    STouched touched;
+    Exchange(m_open, touched);
+    const std::string name = m_open.name;
+    m_open = {};
+    m_open.name = name;
+    m_open.layout = {m_host.Layout(), {}};
+    m_applying = true;
+    if (!m_modifiedAtBegin && m_otherChanges == m_otherChangesAtBegin) m_host.SetModified(false);
+    m_applying = false;
+    m_changesAtBegin = m_host.ChangeCount();
 }
 
 void CUndoStack::Rename(std::string_view name) {
@@ -79,104 +108,33 @@ void CUndoStack::SelectColumns(int firstColumn, int lastColumn) {
 void CUndoStack::SelectRows(int firstRow, int lastRow) {
     if (!Records()) return;
     m_open.rowIds.clear();
-    for (int row = firstRow; row <= lastRow; ++row) m_open.rowIds.push_back(m_doc.RowId(row));
-}
-
-template <typename Op, typename... Args> Op& CUndoStack::Add(Args&&... args) {
-    auto op = std::make_unique<Op>(std::forward<Args>(args)...);
-    Op& added = *op;
-    m_open.ops.push_back(std::move(op));
-    return added;
-}
-
-CRowOp& CUndoStack::RowOp() {
-    if (!m_rowOp) m_rowOp = &Add<CRowOp>();
-    return *m_rowOp;
-}
-
-CFormatOp& CUndoStack::FormatOp() {
-    if (!m_formatOp) m_formatOp = &Add<CFormatOp>();
-    return *m_formatOp;
-}
-
-// What follows may not join an operation that is undone after what came between.
-void CUndoStack::SealOps() {
-    if (m_rowOp) m_rowOp->Seal();
-    if (m_formatOp) m_formatOp->Seal();
-    m_rowOp = nullptr;
-    m_formatOp = nullptr;
-}
-
-void CUndoStack::BeforeRow(int row) {
-    if (!Records()) return;
-    CUndoTarget target(m_doc);
-    RowOp().Touch(target, row);
-}
-
-void CUndoStack::BeforeNote(int row) { BeforeRow(row); }
-
-void CUndoStack::BeforeFormat(int row, int column) {
-    if (!Records()) return;
-    CUndoTarget target(m_doc);
-    FormatOp().Touch(target, row, column);
-}
-
-void CUndoStack::FormatColumnsChanged(EFormatColumns change, int from, int to) {
-    if (!Records()) return;
-    SealOps();
-    Add<CFormatColumnsOp>(change, from, to);
-}
-
-void CUndoStack::BeforeReorder(int firstRow, int lastRow) {
-    if (!Records()) return;
-    std::vector<uint32_t> ids;
-    for (int row = firstRow; row <= lastRow; ++row) ids.push_back(m_doc.RowId(row));
-    Add<CRowOrderOp>(std::move(ids));
-}
-
-// Rows are emptied, as far as undoing goes, before they are taken out: their content has one place to be kept in.
-void CUndoStack::BeforeRowsRemoved(int firstRow, int count) {
-    if (!Records()) return;
-    CUndoTarget target(m_doc);
-    const int lastRow = firstRow - 1 + count;
-    std::vector<SRowPlace> places;
-    std::vector<uint32_t> hidden; // Rows come back as shown ones.
-    for (int row = firstRow; row <= lastRow; ++row) {
-        places.push_back({row, target.MakeId(row)});
-        RowOp().Touch(target, row);
-        if (m_doc.IsRowHidden(row)) hidden.push_back(places.back().id);
-    }
-    m_doc.Formats().ForEach([&](int row, int column) {
-        if (row >= firstRow && row <= lastRow) FormatOp().Touch(target, row, column);
-    });
-    SealOps();
-    if (!hidden.empty()) Add<CHiddenRowsOp>(std::move(hidden), false);
-    Add<CRowCountOp>(std::move(places), false);
-}
-
-void CUndoStack::RowsInserted(int firstRow, int count) {
-    if (!Records()) return;
-    CUndoTarget target(m_doc);
-    std::vector<SRowPlace> places;
-    for (int row = firstRow; row < firstRow + count; ++row) places.push_back({row, target.MakeId(row)});
-    SealOps();
-    Add<CRowCountOp>(std::move(places), true);
-}
-
-void CUndoStack::RowsHidden(std::vector<uint32_t> ids, bool hidden) {
-    if (Records()) Add<CHiddenRowsOp>(std::move(ids), hidden);
+    for (int row = firstRow; row <= lastRow; ++row) m_open.rowIds.push_back(m_host.Rows().MakeId(row));
 }
 
 void CUndoStack::CoverAlerts() {
-    if (!Records()) return;
-    CUndoTarget target(m_doc);
-    Add<CAlertOp>(target);
+    if (Records() && !m_open.alerts) m_open.alerts.emplace(m_host.AlertsToUndo());
 }
 
 void CUndoStack::CoverSetting(const STextSetting& setting) {
     if (!Records()) return;
-    CUndoTarget target(m_doc);
-    Add<CTextSettingOp>(setting, target);
+    m_open.settingOf = &setting;
+    m_open.setting = {m_host.Settings().ReadTextOrDefault(setting), {}};
+}
+
+void CUndoStack::BeforeRow(int row) {
+    if (Records()) m_open.rows.BeforeRow(m_host.Rows(), row);
+}
+
+void CUndoStack::BeforeRowsMove() {
+    if (Records()) m_open.rows.BeforeRowsMove(m_host.Rows());
+}
+
+void CUndoStack::RowsInserted(int firstRow, int count) {
+    if (Records()) m_open.rows.RowsInserted(m_host.Rows(), firstRow, count);
+}
+
+void CUndoStack::RowsRemoved(const std::vector<SPlacedRow>& rows) {
+    if (Records()) m_open.rows.RowsRemoved(rows);
 }
 
 void CUndoStack::ModifiedSet(bool modified) {
@@ -192,8 +150,6 @@ void CUndoStack::ForgetSavedState() {
     ++m_otherChanges;
 }
 
-SSavePoint CUndoStack::SavePoint() const { return {m_doc.ChangeCount(), State(), m_otherChanges}; }
-
 bool CUndoStack::Saved(const SSavePoint& point) {
     if (point.otherChanges != m_otherChanges) return false;
     m_savedState = point.state;
@@ -202,47 +158,39 @@ bool CUndoStack::Saved(const SSavePoint& point) {
 
 // A step is whole
 
-void CUndoStack::Close() {
-    SealOps();
-    AddLayout();
-    DropUnchanged();
-    if (!m_open.ops.empty()) return Push();
-    m_open = {};
-    if (m_doc.ChangeCount() != m_changesAtBegin) ForgetSavedState();
+// Keeps what differs from the document.
+void CUndoStack::CloseOpen() {
+    m_open.rows.Close(m_host.Rows());
+    m_open.layout->present = m_host.Layout();
+    if (IsSameLayout(m_open.layout->other, m_open.layout->present)) m_open.layout.reset();
+    if (m_open.alerts) m_open.alerts->Close(m_host.AlertsToUndo());
+    if (m_open.alerts && m_open.alerts->IsEmpty()) m_open.alerts.reset();
+    if (!m_open.setting) return;
+    m_open.setting->present = m_host.Settings().ReadTextOrDefault(*m_open.settingOf);
+    if (m_open.setting->present == m_open.setting->other) m_open.setting.reset();
 }
 
-void CUndoStack::AddLayout() {
-    SLayout present = CUndoTarget(m_doc).Layout();
-    if (!IsSameLayout(*m_layout, present)) Add<CLayoutOp>(std::move(*m_layout), std::move(present));
-    m_layout.reset();
-}
+bool CUndoStack::IsEdit(const SStep& step) { return step.rows.IsEdit() || step.layout || step.alerts; }
 
-// What an operation holds is compared with the document as it is now: that says something of the last operation of its
-// kind alone.
-void CUndoStack::DropUnchanged() {
-    CUndoTarget target(m_doc);
-    std::vector<EUndoKind> seen;
-    for (size_t i = m_open.ops.size(); i-- > 0;) {
-        const EUndoKind kind = m_open.ops[i]->Kind();
-        if (std::find(seen.begin(), seen.end(), kind) != seen.end()) continue;
-        seen.push_back(kind);
-        if (!m_open.ops[i]->DropUnchanged(target)) m_open.ops.erase(m_open.ops.begin() + static_cast<int>(i));
-    }
+bool CUndoStack::IsEmpty(const SStep& step) {
+    return step.rows.IsEmpty() && !step.layout && !step.alerts && !step.setting;
 }
 
 void CUndoStack::Push() {
-    const bool edit = std::any_of(m_open.ops.begin(), m_open.ops.end(), [](const auto& op) { return op->IsEdit(); });
+    const bool edit = IsEdit(m_open);
     m_redo.clear();
     m_open.state = edit ? ++m_lastState : State();
     Measure(m_open);
-    m_undo.push_back(std::exchange(m_open, {}));
-    if (edit && m_doc.ChangeCount() == m_changesAtBegin) m_doc.SetModified(true);
+    m_undo.push_back(std::move(m_open));
+    if (edit && m_host.ChangeCount() == m_changesAtBegin) m_host.SetModified(true);
     Trim();
 }
 
 void CUndoStack::Measure(SStep& step) {
-    step.bytes = sizeof step + step.name.capacity() + step.rowIds.capacity() * sizeof(uint32_t);
-    for (const auto& op : step.ops) step.bytes += op->Bytes();
+    step.bytes = sizeof step + step.name.capacity() + step.rowIds.capacity() * sizeof(uint32_t) + step.rows.Bytes();
+    if (step.layout) step.bytes += BytesOf(step.layout->other) + BytesOf(step.layout->present);
+    if (step.alerts) step.bytes += step.alerts->Bytes();
+    if (step.setting) step.bytes += step.setting->other.capacity() + step.setting->present.capacity();
 }
 
 void CUndoStack::Trim() {
@@ -256,75 +204,81 @@ void CUndoStack::Trim() {
 
 // Undoing
 
-SUndoPlace CUndoStack::Undo() { return Apply(true); }
-
-SUndoPlace CUndoStack::Redo() { return Apply(false); }
-
-SUndoPlace CUndoStack::Apply(bool undo) {
-    SUndoPlace place;
-    auto& from = undo ? m_undo : m_redo;
-    if (m_depth > 0 || m_applying || from.empty()) return place;
+SUndoPlace CUndoStack::Apply(CSteps& from, CSteps& to, bool undo) {
+    if (m_depth > 0 || m_applying || from.empty()) return {};
     SStep step = std::move(from.back());
     from.pop_back();
     const uint64_t before = undo ? step.state : State();
-    Exchange(step, 0, &place, undo);
+    STouched touched;
+    Exchange(step, touched);
+    SUndoPlace place = PlaceOf(step, touched);
     Measure(step);
-    (undo ? m_redo : m_undo).push_back(std::move(step));
+    to.push_back(std::move(step));
     Trim();
-    m_applying = true; // The document is marked by the state that it came back to.
+    m_applying = true; // The document is marked by the state that it returned to.
     if (State() == m_savedState)
-        m_doc.SetModified(false);
+        m_host.SetModified(false);
     else if (State() != before)
-        m_doc.SetModified(true);
+        m_host.SetModified(true);
     m_applying = false;
-    place.done = true;
     return place;
 }
 
-void CUndoStack::Exchange(SStep& step, size_t firstOp, SUndoPlace* place, bool backwards) {
+void CUndoStack::Exchange(SStep& step, STouched& touched) {
     m_applying = true;
-    CUndoTarget target(m_doc);
-    STouched touched;
-    {
-        CEditBatch batch(m_doc);
-        const size_t count = step.ops.size() - firstOp;
-        for (size_t i = 0; i < count; ++i)
-            step.ops[firstOp + (backwards ? count - 1 - i : i)]->Exchange(target, touched);
-    }
+    m_host.BeginBatch();
+    step.rows.Exchange(m_host, touched);
+    if (step.layout) ExchangeLayout(*step.layout, touched);
+    if (step.alerts) step.alerts->Exchange(m_host.AlertsToUndo());
+    if (step.setting) ExchangeSetting(*step.settingOf, *step.setting);
+    m_host.EndBatch();
     m_applying = false;
-    if (!place) return;
-    place->firstColumn = step.firstColumn != 0 ? step.firstColumn : touched.firstColumn;
-    place->lastColumn = step.firstColumn != 0 ? step.lastColumn : touched.lastColumn;
-    FindPlace(step, touched.rowIds, *place);
-    if (place->rows.empty() && touched.gap > 0) place->firstRow = place->lastRow = touched.gap;
 }
 
-void CUndoStack::FindPlace(const SStep& step, const std::vector<uint32_t>& touched, SUndoPlace& place) {
-    place.rows = CUndoTarget(m_doc).RowsOfIds(step.rowIds.empty() ? touched : step.rowIds);
+void CUndoStack::ExchangeLayout(SOther<SLayout>& layout, STouched& touched) {
+    const SLayout& to = layout.other;
+    SLayout now = m_host.Layout();
+    if (!AreSameColumns(layout.present.columns, to.columns)) now.columns = to.columns;
+    if (layout.present.grownRows != to.grownRows) now.grownRows = to.grownRows;
+    if (layout.present.options != to.options) {
+        const SWatchlistOptions remembered = now.options;
+        now.options = to.options;
+        now.options.placement = remembered.placement; // These two are remembered, not edited.
+        now.options.exporting = remembered.exporting;
+    }
+    m_host.SetLayout(now);
+    if (const auto [first, last] = DifferentColumns(layout.present.columns, to.columns); first > 0) {
+        touched.firstColumn = first;
+        touched.lastColumn = last;
+    }
+    std::swap(layout.present, layout.other);
+}
+
+// What another window wrote since is not put back.
+void CUndoStack::ExchangeSetting(const STextSetting& setting, SOther<std::string>& texts) {
+    CSettings& settings = m_host.Settings();
+    if (settings.ReadTextOrDefault(setting) == texts.present && settings.WriteText(setting, texts.other))
+        std::swap(texts.present, texts.other);
+}
+
+SUndoPlace CUndoStack::PlaceOf(const SStep& step, const STouched& touched) const {
+    SUndoPlace place;
+    place.done = true;
+    place.firstColumn = step.firstColumn != 0 ? step.firstColumn : touched.firstColumn;
+    place.lastColumn = step.firstColumn != 0 ? step.lastColumn : touched.lastColumn;
+    const std::vector<int> rowOf = m_host.Rows().RowsOfIds();
     std::vector<int>& rows = place.rows;
-    std::sort(rows.begin(), rows.end());
+    for (const uint32_t id : step.rowIds.empty() ? touched.rowIds : step.rowIds)
+        if (id < rowOf.size() && rowOf[id] != 0) rows.push_back(rowOf[id]);
+    std::ranges::sort(rows);
     rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    if (!rows.empty() && rows.front() == 0) rows.erase(rows.begin());
-    if (rows.empty()) return;
-    place.firstRow = rows.front();
-    place.lastRow = rows.front();
-    for (size_t i = 1; i < rows.size() && rows[i] == place.lastRow + 1; ++i) ++place.lastRow;
-}
-
-void CUndoStack::CancelTo(const SMark& mark) {
-    if (mark.generation != m_generation || m_applying) return;
-    SealOps();
-    Exchange(m_open, mark.ops, nullptr, true);
-    m_open.ops.resize(mark.ops);
-    if (m_depth == 1) {
-        CUndoTarget target(m_doc);
-        target.ChangeLayout(target.Layout(), *m_layout);
-        m_doc.RebuildGrid();
+    if (rows.empty()) {
+        place.firstRow = place.lastRow = touched.gap;
+        return place;
     }
-    m_applying = true;
-    if (!mark.modified && mark.otherChanges == m_otherChanges) m_doc.SetModified(false);
-    m_applying = false;
-    if (m_changesAtBegin == mark.changes) m_changesAtBegin = m_doc.ChangeCount();
+    place.firstRow = place.lastRow = rows.front();
+    for (size_t i = 1; i < rows.size() && rows[i] == place.lastRow + 1; ++i) ++place.lastRow;
+    return place;
 }
 
 } // namespace vx

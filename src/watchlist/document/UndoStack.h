@@ -1,12 +1,12 @@
 #pragma once
 
-#include "watchlist/document/CellFormatStore.h"
-#include "watchlist/document/NoteStore.h"
+#include "watchlist/document/UndoAlerts.h"
+#include "watchlist/document/UndoHost.h"
+#include "watchlist/document/UndoRows.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,25 +14,19 @@
 
 namespace vx {
 
-class CAlertOp;
-class CFormatOp;
-class CRowOp;
-class CUndoOp;
-class CWatchlistDoc;
-struct SLayout;
 struct STextSetting;
 
 /// What the view selects after an edit was undone or redone: where the change is to be seen.
 struct SUndoPlace {
     bool done = false; ///< False: there was nothing to undo, or an edit is still under way.
-    /// Rows from the first to the last, 0 when no rows are to be selected. Of rows that stand apart the first block.
+    /// Rows from the first to the last, 0 when no rows are to be selected. Of rows that are apart the first block.
     int firstRow = 0, lastRow = 0;
     std::vector<int> rows; ///< All of them, rising.
     /// 0 when the whole row is meant.
     int firstColumn = 0, lastColumn = 0;
 };
 
-/// A state of a document that is being saved while the user may go on editing.
+/// A state of a document that is being saved while the user may continue editing.
 struct SSavePoint {
     uint64_t changes = 0; ///< The document's change count.
     uint64_t state = 0;
@@ -41,39 +35,35 @@ struct SSavePoint {
 
 /// The user's edits of a watchlist, to be undone and redone one by one.
 ///
-/// An edit is recorded as what it changed: rows by the numbers that stay with them (CRowTable), so that it is undone in
-/// the right rows although auto sort moved them, or the feed rejected a symbol, meanwhile. These are no edits, and
-/// undoing an edit does not undo them. What an edit took away from the feed is watched again when it is undone.
-///
-/// An operation of a step is carried out by exchanging what it holds with what the document has: the same operation
-/// undoes and redoes.
+/// A step holds what it changed and exchanges it with what the document has: the same exchange undoes and redoes. What
+/// an edit took away from the feed is watched again when it is undone.
 ///
 /// The document is unmodified again when undoing or redoing leads back to what was saved or opened, unless it was
 /// marked modified outside of a step since.
 ///
-/// Units   at most kMostSteps steps of kMostBytes together, the oldest go first; a step that is larger alone cannot be
-///         undone, nor what was done before it
+/// Units   at most kMostSteps steps of kMostBytes together, the oldest are dropped first; a step that is larger alone
+///         cannot be undone, nor what was done before it
 /// Thread  GUI thread only
-class CUndoStack : private CCellFormatObserver, private CNoteObserver {
+class CUndoStack : private CRowRecorder {
 public:
     static constexpr size_t kMostSteps = 1000;
     static constexpr size_t kMostBytes = size_t{256} << 20;
 
-    explicit CUndoStack(CWatchlistDoc& doc);
-    ~CUndoStack() override;
-    CUndoStack(const CUndoStack&) = delete;
-    CUndoStack& operator=(const CUndoStack&) = delete;
+    explicit CUndoStack(CUndoHost& host) : m_host(host) {}
+
+    /// To be given to the row table.
+    CRowRecorder& Recorder() { return *this; }
 
     bool CanUndo() const { return !m_undo.empty(); }
     bool CanRedo() const { return !m_redo.empty(); }
     /// "delete 3 rows", as in "Undo delete 3 rows"; empty when there is nothing to undo.
-    std::string UndoName() const;
-    std::string RedoName() const;
-    /// What the next one takes: undoing 100,000 pasted rows, half a megabyte, takes some 0.4 s.
+    std::string UndoName() const { return m_undo.empty() ? std::string() : m_undo.back().name; }
+    std::string RedoName() const { return m_redo.empty() ? std::string() : m_redo.back().name; }
+    /// What the next one takes.
     size_t UndoBytes() const { return m_undo.empty() ? 0 : m_undo.back().bytes; }
     size_t RedoBytes() const { return m_redo.empty() ? 0 : m_redo.back().bytes; }
-    SUndoPlace Undo();
-    SUndoPlace Redo();
+    SUndoPlace Undo() { return Apply(m_undo, m_redo, true); }
+    SUndoPlace Redo() { return Apply(m_redo, m_undo, false); }
     /// Forgets all steps. The document is empty, or holds another watchlist.
     void Clear();
 
@@ -85,87 +75,88 @@ public:
     size_t UndoCount() const { return m_undo.size(); }
     size_t Bytes() const;
 
-    // For CUndoStep.
+    // One step. Steps inside another join it.
 
-    struct SMark {
-        size_t ops = 0;
-        uint64_t generation = 0;
-        bool modified = false;
-        uint64_t changes = 0;      ///< The document's change count.
-        uint64_t otherChanges = 0; ///< m_otherChanges.
-    };
+    /// name: a verb and its object in lower case, Windows-1252. That of the outermost step counts.
     void Begin(std::string_view name);
-    /// Where CancelTo may go back to.
-    SMark Mark();
+    /// A step in which nothing changed leaves nothing to undo.
     void End();
-    void CancelTo(const SMark& mark);
+    /// Puts back what the open step changed so far.
+    void Cancel();
+    /// Another name, when what was done is known only at the end.
     void Rename(std::string_view name);
+    /// The columns to select after undoing, when the edit was about cells of rows.
     void SelectColumns(int firstColumn, int lastColumn);
+    /// The rows to select after undoing, when they are not all that changed.
     void SelectRows(int firstRow, int lastRow);
+    /// The alerts are about to be changed by the user; they are recorded from here on.
     void CoverAlerts();
+    /// A setting of the whole application is about to be changed; it returns with the step. One of each step.
     void CoverSetting(const STextSetting& setting);
+    /// What is changed between these calls is no edit of the user's, whether a step is open or not.
+    void Pause() { ++m_paused; }
+    void Resume() { --m_paused; }
 
-    // For the document, which calls each before it changes what it names. No-ops while no step stands.
+    // The mark of the document.
 
-    void BeforeRow(int row);
-    void BeforeReorder(int firstRow, int lastRow);
-    void BeforeRowsRemoved(int firstRow, int count);
-    void RowsInserted(int firstRow, int count);
-    /// ids: the rows that were hidden, or shown, and were not so before.
-    void RowsHidden(std::vector<uint32_t> ids, bool hidden);
     /// The document was marked modified or, by a save, unmodified.
     void ModifiedSet(bool modified);
-    /// Something changed that is no edit, whether a step stands or not: undoing leads back to nothing that was saved.
+    /// Something changed that is no edit, whether a step is open or not: undoing leads back to nothing that was saved.
     void ForgetSavedState();
-    SSavePoint SavePoint() const;
+    SSavePoint SavePoint() const { return {m_host.ChangeCount(), State(), m_otherChanges}; }
     /// The state of that time was saved: from now on the document is unmodified in it. Returns whether it is in it now.
     bool Saved(const SSavePoint& point);
 
 private:
+    /// What is there in one state and not in the other; `present` is what the step left: what was changed otherwise
+    /// since is not put back.
+    template <typename Value> struct SOther {
+        Value other;
+        Value present;
+    };
     struct SStep {
-        SStep();
-        SStep(SStep&&) noexcept;
-        SStep& operator=(SStep&&) noexcept;
-        ~SStep();
-
         std::string name;
         uint64_t state = 0; ///< Names the state of the document after the step.
-        std::vector<std::unique_ptr<CUndoOp>> ops;
-        std::vector<uint32_t> rowIds; ///< To select, instead of those that the operations name.
+        CUndoRows rows;
+        std::optional<SOther<SLayout>> layout;
+        std::optional<CUndoAlerts> alerts;
+        std::optional<SOther<std::string>> setting;
+        const STextSetting* settingOf = nullptr;
+        std::vector<uint32_t> rowIds; ///< To select, instead of those that changed.
         int firstColumn = 0, lastColumn = 0;
         size_t bytes = 0;
     };
+    using CSteps = std::deque<SStep>;
 
-    void BeforeNote(int row) override;
-    void BeforeFormat(int row, int column) override;
-    void FormatColumnsChanged(EFormatColumns change, int from, int to) override;
+    void BeforeRow(int row) override;
+    void BeforeRowsMove() override;
+    void RowsInserted(int firstRow, int count) override;
+    void RowsRemoved(const std::vector<SPlacedRow>& rows) override;
 
-    bool Records() const { return m_depth > 0 && !m_applying; }
-    template <typename Op, typename... Args> Op& Add(Args&&... args);
-    CRowOp& RowOp();
-    CFormatOp& FormatOp();
-    void SealOps();
-    void Close();
-    void AddLayout();
-    void DropUnchanged();
+    bool Records() const { return m_depth > 0 && !m_applying && m_paused == 0; }
+    void CloseOpen();
+    static bool IsEdit(const SStep& step);
+    static bool IsEmpty(const SStep& step);
+    static void Measure(SStep& step);
     void Push();
-    void Measure(SStep& step);
     void Trim();
-    SUndoPlace Apply(bool undo);
-    void Exchange(SStep& step, size_t firstOp, SUndoPlace* place, bool backwards);
-    void FindPlace(const SStep& step, const std::vector<uint32_t>& touched, SUndoPlace& place);
+    SUndoPlace Apply(CSteps& from, CSteps& to, bool undo);
+    void Exchange(SStep& step, STouched& touched);
+    void ExchangeLayout(SOther<SLayout>& layout, STouched& touched);
+    void ExchangeSetting(const STextSetting& setting, SOther<std::string>& texts);
+    SUndoPlace PlaceOf(const SStep& step, const STouched& touched) const;
     uint64_t State() const { return m_undo.empty() ? m_baseState : m_undo.back().state; }
 
-    CWatchlistDoc& m_doc;
-    std::deque<SStep> m_undo;
-    std::deque<SStep> m_redo; ///< The next one to redo is last.
+    CUndoHost& m_host;
+    CSteps m_undo;
+    CSteps m_redo; ///< The next one to redo is last.
     SStep m_open;
-    std::unique_ptr<SLayout> m_layout; ///< As it was when the outermost step began.
-    CRowOp* m_rowOp = nullptr;         ///< The operation of the open step that takes further rows.
-    CFormatOp* m_formatOp = nullptr;
     int m_depth = 0;
+    int m_paused = 0;
     bool m_applying = false;
+    bool m_modifiedAtBegin = false;
     uint64_t m_changesAtBegin = 0;
+    uint64_t m_otherChangesAtBegin = 0;
     uint64_t m_generation = 0;
     uint64_t m_otherChanges = 0; ///< How often ForgetSavedState was called.
     uint64_t m_lastState = 0;

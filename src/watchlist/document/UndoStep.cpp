@@ -18,9 +18,6 @@ void CUndoStep::CoverAlerts() { m_stack.CoverAlerts(); }
 
 void CUndoStep::CoverSetting(const STextSetting& setting) { m_stack.CoverSetting(setting); }
 
-CCancellableStep::CCancellableStep(CWatchlistDoc& doc, std::string_view name)
-    : CUndoStep(doc, name), m_mark(m_stack.Mark()) {}
-
-void CCancellableStep::Cancel() { m_stack.CancelTo(m_mark); }
+void CUndoStep::Cancel() { m_stack.Cancel(); }
 
 } // namespace vx

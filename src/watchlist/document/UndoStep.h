@@ -37,21 +37,11 @@ public:
     void CoverAlerts();
     /// A setting of the whole application is about to be changed; it goes back with the step. One of each step.
     void CoverSetting(const STextSetting& setting);
-
-protected:
-    CUndoStack& m_stack;
-};
-
-/// A step that may be given up before it is whole.
-class CCancellableStep : public CUndoStep {
-public:
-    CCancellableStep(CWatchlistDoc& doc, std::string_view name);
-
-    /// Puts everything back that changed since this step began. Columns and options only by the outermost one.
+    /// Puts everything back that changed since the outermost step began.
     void Cancel();
 
 private:
-    CUndoStack::SMark m_mark;
+    CUndoStack& m_stack;
 };
 
 /// While it stands, a document may be changed in many rows at the cost of one change: symbols that leave a row and come

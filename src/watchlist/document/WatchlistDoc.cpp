@@ -35,11 +35,13 @@ bool IsNotFound(const CSymbolRec& record) {
 CWatchlistDoc::CWatchlistDoc(CL1DataStore& store, CSettings& settings, CWatchlistFrame& frame)
     : m_store(store), m_settings(settings), m_frame(frame), m_changes(*this), m_status("Ready") {
     m_alerts.SetObserver(this);
+    m_rows.SetRecorder(&m_undo.Recorder());
 }
 
 CWatchlistDoc::~CWatchlistDoc() {
     m_observer = nullptr;
     m_alerts.SetObserver(nullptr);
+    m_rows.SetRecorder(nullptr);
     m_store.RemoveListener(m_changes);
 }
 
@@ -96,15 +98,8 @@ void CWatchlistDoc::Reset() {
     ++m_openCount;
     UnwatchAll();
     m_columns.Clear();
-    m_notes.Clear();
-    m_annotations.Clear();
-    m_shown.Clear();
-    m_typed.Clear();
     m_alerts.Clear(EAlertMap::Live);
     m_headlines.Clear();
-    m_formats.Clear();
-    m_invalid.Clear();
-    m_symbols.Clear();
     m_regionals.clear();
     m_unknownLines.clear();
     m_updates.Clear();
@@ -136,7 +131,7 @@ void CWatchlistDoc::SetFeedReady() {
 void CWatchlistDoc::WatchMissing() {
     std::vector<std::string> added;
     for (int row = 1; row <= m_rows.LastSymbolRow(); ++row) {
-        const SYMBOL_DATA* data = m_symbols.Find(m_rows.Symbol(row));
+        const SYMBOL_DATA* data = Symbols().Find(m_rows.Symbol(row));
         if (!data || data->rows.front() != static_cast<uint32_t>(row)) continue;
         const bool regional = IsRegionalName(data->symbol);
         if (!regional && m_watched.Has(data->symbol)) continue;
@@ -210,9 +205,9 @@ void CWatchlistDoc::EnterSymbol(int row, std::string_view symbol) {
 // only IBM as IBM watches it anew.
 bool CWatchlistDoc::PlaceAndWatch(int row, std::string_view symbol) {
     EmptyRow(row);
-    const bool isNew = !m_symbols.Find(symbol);
+    const bool isNew = !Symbols().Find(symbol);
     PlaceSymbol(row, symbol);
-    if (!isNew || !m_feedReady || !m_symbols.Find(symbol)) return false;
+    if (!isNew || !m_feedReady || !Symbols().Find(symbol)) return false;
     if (m_batchDepth > 0 && m_batchLeft.erase(std::string(symbol)) != 0) return false;
     WatchSymbol(symbol);
     return true;
@@ -242,7 +237,7 @@ void CWatchlistDoc::UnwatchSymbol(std::string_view symbol) {
 }
 
 void CWatchlistDoc::UnwatchAll() {
-    m_symbols.ForEach([&](const SYMBOL_DATA& data) {
+    Symbols().ForEach([&](const SYMBOL_DATA& data) {
         m_store.Unwatch(data.symbol, m_changes);
         m_frame.OnUnwatched(data.symbol);
     });
@@ -265,23 +260,21 @@ void CWatchlistDoc::SymbolNotFound(std::string_view symbol) {
 
 // The rows of a rejected symbol are emptied and say so.
 void CWatchlistDoc::RejectRows(const std::string& symbol) {
-    const CRowList rows = m_symbols.RemoveSymbol(symbol);
-    if (rows.empty()) return;
-    m_invalid.Add(symbol, rows);
+    const CRowList rows = m_rows.RemoveSymbol(symbol);
     const std::string text = InvalidSymbolText(symbol);
     for (const uint32_t gridRow : rows) {
         const int row = static_cast<int>(gridRow);
-        m_rows.ClearSymbol(row);
-        m_shown.Remove(row);
+        m_rows.SetText(row, &SRowExtras::shown, {});
+        m_rows.SetText(row, &SRowExtras::rejected, symbol);
         m_annotations.Set(row, text);
         RowChanged(row);
     }
 }
 
-size_t CWatchlistDoc::SymbolCount() const { return static_cast<size_t>(m_symbols.Count()); }
+size_t CWatchlistDoc::SymbolCount() const { return static_cast<size_t>(Symbols().Count()); }
 
 void CWatchlistDoc::ShowSymbolCount() {
-    if (m_batchDepth == 0) SetStatus(fmt::format("Symbols:  {}", m_symbols.Count()));
+    if (m_batchDepth == 0) SetStatus(fmt::format("Symbols:  {}", Symbols().Count()));
 }
 
 void CWatchlistDoc::SetStatus(std::string_view text) {
@@ -295,12 +288,11 @@ void CWatchlistDoc::DetachSymbol(int row) {
     const std::string symbol(m_rows.Symbol(row));
     if (symbol.empty()) return;
     m_rows.ClearSymbol(row);
-    m_symbols.Remove(symbol, static_cast<uint32_t>(row));
-    if (!m_symbols.Find(symbol)) SymbolsLeft({symbol});
+    if (!Symbols().Find(symbol)) SymbolsGone({symbol});
 }
 
 // Symbols have no row any more. In a batch they may come back.
-void CWatchlistDoc::SymbolsLeft(const std::vector<std::string>& symbols) {
+void CWatchlistDoc::SymbolsGone(const std::vector<std::string>& symbols) {
     if (!m_feedReady || symbols.empty()) return;
     if (m_batchDepth > 0) return m_batchLeft.insert(symbols.begin(), symbols.end());
     for (const std::string& symbol : symbols) Unwatch(symbol);
@@ -308,12 +300,9 @@ void CWatchlistDoc::SymbolsLeft(const std::vector<std::string>& symbols) {
 }
 
 void CWatchlistDoc::EmptyRow(int row) {
-    m_undo.BeforeRow(row);
     DetachSymbol(row);
-    m_annotations.Remove(row);
-    m_invalid.RemoveRow(static_cast<uint32_t>(row));
-    m_shown.Remove(row);
-    m_typed.Remove(row);
+    for (const auto text : {&SRowExtras::annotation, &SRowExtras::rejected, &SRowExtras::shown, &SRowExtras::typed})
+        m_rows.SetText(row, text, {});
     RowChanged(row);
 }
 
@@ -323,8 +312,7 @@ void CWatchlistDoc::PlaceSymbol(int row, std::string_view symbol) {
     if (m_rows.Symbol(row) == trimmed) return;
     const std::string placed(trimmed);
     EmptyRow(row);
-    m_rows.SetSymbol(row, placed);
-    m_symbols.Add(placed, static_cast<uint32_t>(row), m_loading ? 1 : 0);
+    m_rows.SetSymbol(row, placed, m_loading ? 1 : 0);
     if (IsRegionalName(placed)) m_regionals.insert(placed);
     RowChanged(row);
 }
@@ -340,7 +328,7 @@ void CWatchlistDoc::SetAnnotation(int row, std::string_view text) {
 }
 
 ERowKind CWatchlistDoc::RowKind(int row) const {
-    if (m_rows.HasSymbol(row)) return ERowKind::Symbol;
+    if (!RowSymbol(row).empty()) return ERowKind::Symbol;
     return m_annotations.Has(row) ? ERowKind::Annotation : ERowKind::Empty;
 }
 
@@ -359,20 +347,18 @@ int CWatchlistDoc::RowCount() const {
 
 void CWatchlistDoc::ShowText(int row, std::string_view text) {
     if (row < 1 || row > CRowTable::kMaxRow) return;
-    m_undo.BeforeRow(row);
-    m_shown.Set(row, text);
+    m_rows.SetText(row, &SRowExtras::shown, text);
     RowChanged(row);
 }
 
 std::string_view CWatchlistDoc::TypedText(int row) const {
-    const std::string_view typed = m_typed.Get(row);
-    const std::string_view rejected = m_invalid.SymbolAt(static_cast<uint32_t>(row));
+    const std::string_view typed = m_rows.Text(row, &SRowExtras::typed);
+    const std::string_view rejected = RejectedSymbol(row);
     return typed.empty() && rejected != kCommaSymbol ? rejected : typed;
 }
 
 void CWatchlistDoc::RowEdited(int row) {
-    m_undo.BeforeRow(row);
-    m_shown.Remove(row);
+    m_rows.SetText(row, &SRowExtras::shown, {});
     SetModified(true);
     RowChanged(row);
 }
@@ -408,7 +394,7 @@ void CWatchlistDoc::OnPaintMessage() {
 
 void CWatchlistDoc::OnAlertsChanged(std::string_view symbol, int armed) {
     m_store.SetArmedAlerts(symbol, armed);
-    const SYMBOL_DATA* data = m_symbols.Find(symbol);
+    const SYMBOL_DATA* data = Symbols().Find(symbol);
     if (!data) return;
     for (const uint32_t row : data->rows) RowChanged(static_cast<int>(row));
 }
@@ -422,7 +408,7 @@ void CWatchlistDoc::OnAlertsFiredOrArmed() {
 void CWatchlistDoc::RepaintChangedRows() {
     m_updates.TakeAll([&](const SChangeNotice& ids) {
         const CSymbolRec* record = m_store.FindById(ids.id1, ids.id2);
-        const SYMBOL_DATA* data = record ? m_symbols.Find(record->Symbol()) : nullptr;
+        const SYMBOL_DATA* data = record ? Symbols().Find(record->Symbol()) : nullptr;
         if (!data || !m_observer) return;
         for (const uint32_t row : data->rows) m_observer->OnRowChanged(static_cast<int>(row));
     });

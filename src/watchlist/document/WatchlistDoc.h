@@ -7,13 +7,9 @@
 #include "news/NewsMap.h"
 #include "watchlist/document/CellFormatStore.h"
 #include "watchlist/document/ColumnMap.h"
-#include "watchlist/document/InvalidSymbols.h"
 #include "watchlist/document/NoteStore.h"
-#include "watchlist/document/RowStores.h"
 #include "watchlist/document/RowTable.h"
 #include "watchlist/document/RowTextMap.h"
-#include "watchlist/document/ShownTexts.h"
-#include "watchlist/document/SymbolMap.h"
 #include "watchlist/document/SymbolUpdateMap.h"
 #include "watchlist/document/UndoStack.h"
 #include "watchlist/document/WatchTable.h"
@@ -47,7 +43,7 @@ enum class ERowKind { Empty, Symbol, Annotation };
 /// Owns    the stores of its rows; not the level-1 store, the settings, the frame or the view, which outlive it
 /// Errors  a row outside 1..CRowTable::kMaxRow is ignored
 /// Thread  GUI thread only
-class CWatchlistDoc : public CNewsCountsReceiver, private CChangeWaker, private CAlertsObserver {
+class CWatchlistDoc : public CNewsCountsReceiver, private CChangeWaker, private CAlertsObserver, private CUndoHost {
 public:
     CWatchlistDoc(CL1DataStore& store, CSettings& settings, CWatchlistFrame& frame);
     ~CWatchlistDoc() override;
@@ -112,15 +108,17 @@ public:
     size_t SymbolCount() const;
 
     /// A text in the symbol column in place of a symbol row's symbol, until the row is next changed; empty for none.
-    std::string_view ShownText(int row) const { return m_shown.Get(row); }
+    std::string_view ShownText(int row) const { return m_rows.Text(row, &SRowExtras::shown); }
     void ShowText(int row, std::string_view text);
     /// Whether a row shows that the feed rejected its symbol.
-    bool IsRejected(int row) const { return !m_invalid.SymbolAt(static_cast<uint32_t>(row)).empty(); }
+    bool IsRejected(int row) const { return !RejectedSymbol(row).empty(); }
+    /// The symbol whose rejection a row shows; empty for most rows.
+    std::string_view RejectedSymbol(int row) const { return m_rows.Text(row, &SRowExtras::rejected); }
     /// What the user entered in a row, as typed; empty when nobody typed it or it is the row's own text. Of a rejected
     /// row that was read from a file it is the symbol, unless that stands for a text with commas.
     std::string_view TypedText(int row) const;
     /// To be called in the step of the entry, when the row holds what became of it.
-    void KeepTyped(int row, std::string_view text) { m_typed.Set(row, text); }
+    void KeepTyped(int row, std::string_view text) { m_rows.SetText(row, &SRowExtras::typed, text); }
     /// The user changed something in a row that is none of the above: a note, a format. The document is modified.
     void RowEdited(int row);
 
@@ -134,7 +132,7 @@ public:
     void DeleteRows(int firstRow, int count);
     /// Moves rows so that they stand before the row that is `before` now, at most RowCount() + 1.
     void MoveRows(int firstRow, int count, int before);
-    /// newRowOf[r] is where row r goes; see SRowStores.
+    /// newRowOf[r] is where row r goes; see CRowTable::Reorder.
     ///
     /// Errors  false, and nothing changes, for what is no permutation or goes beyond CRowTable::kMaxRow
     bool ReorderRows(const std::vector<int>& newRowOf);
@@ -142,7 +140,7 @@ public:
     // Hidden rows. They take no place in the grid and are rows like all others otherwise: watched, judged by alerts,
     // sorted, exported.
 
-    bool IsRowHidden(int row) const { return m_rows.IsHidden(row); }
+    bool IsRowHidden(int row) const { return m_rows.Row(row).hidden; }
     std::vector<int> HiddenRows() const { return m_rows.HiddenRows(); }
     /// Hides rows, or shows them again: an edit, and the document is modified. Rows that are so already do not count.
     void SetRowsHidden(const std::vector<int>& rows, bool hidden);
@@ -187,8 +185,8 @@ public:
 
     // Stores by row and by symbol.
 
-    const CInvalidSymbols& InvalidSymbols() const { return m_invalid; }
-    const CSymbolMap& Symbols() const { return m_symbols; }
+    const CInvalidSymbols& InvalidSymbols() const { return m_rows.Rejected(); }
+    const CSymbolMap& Symbols() const { return m_rows.Symbols(); }
     const CRowTextMap& Annotations() const { return m_annotations; }
     CNoteStore& Notes() { return m_notes; }
     const CNoteStore& Notes() const { return m_notes; }
@@ -203,16 +201,16 @@ public:
     const CWatchTable& WatchTable() const { return m_watched; }
     CL1DataStore& Store() const { return m_store; }
 
-    CSettings& Settings() const { return m_settings; }
+    CSettings& Settings() const override { return m_settings; }
 
-    bool IsModified() const { return m_modified; }
-    void SetModified(bool modified) {
+    bool IsModified() const override { return m_modified; }
+    void SetModified(bool modified) override {
         m_modified = modified;
         if (modified) ++m_changeCount;
         m_undo.ModifiedSet(modified);
     }
     /// How often the document was marked modified; another number means that something changed.
-    uint64_t ChangeCount() const { return m_changeCount; }
+    uint64_t ChangeCount() const override { return m_changeCount; }
     const std::string& StatusText() const { return m_status; }
     void SetTitle(std::string_view title) { m_frame.SetDocumentTitle(title); }
     /// Shows in the status bar what goes on, until RestoreStatus puts the status text back.
@@ -224,12 +222,22 @@ public:
 
 private:
     friend class CEditBatch;
-    friend class CUndoTarget;
 
     void PostPaint() override;
     void DrainNow() override { OnPaintMessage(); }
     void OnAlertsChanged(std::string_view symbol, int armed) override;
     void OnAlertsFiredOrArmed() override;
+
+    CRowTable& Rows() override { return m_rows; }
+    void PutRow(int row, const SRow& content, unsigned parts) override;
+    void SymbolsCame(const std::vector<std::string>& symbols) override;
+    void SymbolsGone(const std::vector<std::string>& symbols) override;
+    void MoveRows(const std::vector<int>& newRowOf) override;
+    SLayout Layout() const override { return {m_columns, m_options, m_grownRows}; }
+    void SetLayout(const SLayout& layout) override;
+    CAlertsMap& AlertsToUndo() override { return m_alerts; }
+    void BeginBatch() override { ++m_batchDepth; }
+    void EndBatch() override;
 
     void Reset();
     void WatchMissing();
@@ -239,15 +247,10 @@ private:
     void Unwatch(const std::string& symbol);
     bool PlaceAndWatch(int row, std::string_view symbol);
     void RequestNewsCounts(const std::vector<std::string>& symbols);
-    SRowStores RowStores();
-    void MoveStoredRows(const std::vector<int>& newRowOf);
     void ShowSymbolCount();
     void SetStatus(std::string_view text);
     void RowChanged(int row);
     void DetachSymbol(int row);
-    void SymbolsLeft(const std::vector<std::string>& symbols);
-    int LastKeptRow();
-    void EndBatch();
 
     CL1DataStore& m_store;
     CSettings& m_settings;
@@ -259,18 +262,14 @@ private:
     CColumnMap m_columns;
     SWatchlistOptions m_options;
     CRowTable m_rows;
-    CRowTextMap m_annotations;
-    CNoteStore m_notes;
-    CShownTexts m_shown;
-    CShownTexts m_typed;
+    CRowTextMap m_annotations{m_rows};
+    CNoteStore m_notes{m_rows};
+    CCellFormatStore m_formats{m_rows};
     CAlertsMap m_alerts;
     CNewsMap m_news;
     CHeadlineLog m_headlines;
-    CCellFormatStore m_formats;
-    CSymbolMap m_symbols;
     CSymbolUpdateMap m_updates;
     CWatchTable m_watched;
-    CInvalidSymbols m_invalid;
     std::vector<std::string> m_unknownLines;
     std::set<std::string> m_regionals; ///< Regional symbols that were placed since the last reset.
 
@@ -287,7 +286,7 @@ private:
     bool m_modified = false;
     uint64_t m_changeCount = 0;
     uint64_t m_openCount = 0;
-    CUndoStack m_undo{*this}; ///< Last: it listens to the stores.
+    CUndoStack m_undo{*this};
 };
 
 } // namespace vx

@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace vx {
@@ -12,33 +13,20 @@ namespace vx {
 
 namespace {
 
-std::string Rows(int count) { return count == 1 ? std::string("row") : fmt::format("{} rows", count); }
+std::string Counted(int count) { return count == 1 ? std::string("row") : fmt::format("{} rows", count); }
 
 } // namespace
 
-SRowStores CWatchlistDoc::RowStores() {
-    return {m_rows, m_symbols, m_invalid, m_annotations, m_notes, m_shown, m_typed, m_formats};
-}
-
-// Below it, one empty row is as good as another.
-int CWatchlistDoc::LastKeptRow() {
-    const int last = std::max(RowStores().LastRow(), m_formats.LastRow());
-    return m_rows.AnyHidden() ? std::max(last, m_rows.HiddenRows().back()) : last;
-}
-
 bool CWatchlistDoc::InsertRows(int firstRow, int count) {
     if (firstRow < 1 || count < 1 || firstRow > CRowTable::kMaxRow || count > CRowTable::kMaxRow) return false;
-    SRowStores stores = RowStores();
-    if (const int last = stores.LastRow(); last >= firstRow && last + count > CRowTable::kMaxRow) return false;
-    const CUndoStep step(*this, "insert " + Rows(count));
+    const int lastText = std::max(LastUsedRow(), m_notes.LastRow());
+    if (lastText >= firstRow && lastText + count > CRowTable::kMaxRow) return false;
+    const CUndoStep step(*this, "insert " + Counted(count));
     if (firstRow > LastUsedRow())
         m_grownRows = std::min(RowCount() + count, CRowTable::kMaxRow);
     else if (m_grownRows >= firstRow)
         m_grownRows = std::min(m_grownRows + count, CRowTable::kMaxRow);
-    if (firstRow <= LastKeptRow()) {
-        stores.InsertRows(firstRow, count);
-        m_undo.RowsInserted(firstRow, count);
-    }
+    if (firstRow <= m_rows.LastKeptRow()) m_rows.InsertRows(firstRow, count);
     SetModified(true);
     RebuildGrid();
     return true;
@@ -47,13 +35,15 @@ bool CWatchlistDoc::InsertRows(int firstRow, int count) {
 void CWatchlistDoc::DeleteRows(int firstRow, int count) {
     if (firstRow < 1 || count < 1 || firstRow > CRowTable::kMaxRow) return;
     count = std::min(count, CRowTable::kMaxRow);
-    const CUndoStep step(*this, "delete " + Rows(std::clamp(RowCount() - firstRow + 1, 1, count)));
+    const CUndoStep step(*this, "delete " + Counted(std::clamp(RowCount() - firstRow + 1, 1, count)));
     if (m_grownRows >= firstRow) m_grownRows -= std::min(count, m_grownRows - firstRow + 1);
-    SRowStores stores = RowStores();
-    count = std::min(count, LastKeptRow() - firstRow + 1);
+    count = std::min(count, m_rows.LastKeptRow() - firstRow + 1);
     if (count > 0) {
-        m_undo.BeforeRowsRemoved(firstRow, count);
-        SymbolsLeft(stores.RemoveRows(firstRow, count));
+        std::vector<int> leaving(static_cast<size_t>(count));
+        std::iota(leaving.begin(), leaving.end(), firstRow);
+        std::vector<std::string> gone;
+        m_rows.RemoveRows(leaving, gone);
+        SymbolsGone(gone);
     }
     RebuildGrid();
 }
@@ -61,7 +51,7 @@ void CWatchlistDoc::DeleteRows(int firstRow, int count) {
 void CWatchlistDoc::MoveRows(int firstRow, int count, int before) {
     if (firstRow < 1 || before < 1 || before > RowCount() + 1) return;
     count = std::min(count, RowCount() - firstRow + 1);
-    CUndoStep step(*this, "move " + Rows(count));
+    CUndoStep step(*this, "move " + Counted(count));
     step.SelectRows(firstRow, firstRow + count - 1);
     if (ReorderRows(MoveOfBlock(firstRow, count, before))) SetModified(true);
 }
@@ -81,26 +71,24 @@ bool CWatchlistDoc::ReorderRows(const std::vector<int>& newRowOf) {
         last = row;
     }
     if (first == 0) return true;
-    m_undo.BeforeReorder(first, last);
-    MoveStoredRows(newRowOf);
+    MoveRows(newRowOf);
     if (m_observer && !m_loading && m_batchDepth == 0) m_observer->OnRowsChanged(first, last);
     return true;
 }
 
-void CWatchlistDoc::MoveStoredRows(const std::vector<int>& newRowOf) {
-    RowStores().Reorder(newRowOf);
+void CWatchlistDoc::MoveRows(const std::vector<int>& newRowOf) {
+    m_rows.Reorder(newRowOf);
     if (m_observer) m_observer->OnRowsMoved(newRowOf);
 }
 
 void CWatchlistDoc::SetRowsHidden(const std::vector<int>& rows, bool hidden) {
-    std::vector<uint32_t> ids;
-    for (const int row : rows)
-        if (row >= 1 && row <= CRowTable::kMaxRow && IsRowHidden(row) != hidden) ids.push_back(m_rows.MakeId(row));
-    if (ids.empty()) return;
-    const int count = static_cast<int>(ids.size());
-    const CUndoStep step(*this, hidden ? "hide " + Rows(count) : count == 1 ? "show hidden row" : "show hidden rows");
+    const auto count = static_cast<int>(std::ranges::count_if(
+        rows, [&](int row) { return row >= 1 && row <= CRowTable::kMaxRow && IsRowHidden(row) != hidden; }));
+    if (count == 0) return;
+    const CUndoStep step(*this, hidden       ? "hide " + Counted(count)
+                                : count == 1 ? "show hidden row"
+                                             : "show hidden rows");
     for (const int row : rows) m_rows.SetHidden(row, hidden);
-    m_undo.RowsHidden(std::move(ids), hidden);
     SetModified(true);
     RebuildGrid();
 }
@@ -118,17 +106,48 @@ void CWatchlistDoc::LoadHiddenRows(const std::vector<int>& rows) {
     for (const int row : rows) m_rows.SetHidden(row, true);
 }
 
-CEditBatch::CEditBatch(CWatchlistDoc& doc) : m_doc(doc) { ++m_doc.m_batchDepth; }
+// As undoing wants it
 
-CEditBatch::~CEditBatch() {
-    if (--m_doc.m_batchDepth == 0) m_doc.EndBatch();
+void CWatchlistDoc::PutRow(int row, const SRow& content, unsigned parts) {
+    const SRowExtras& extras = content.Extras();
+    if (parts & kContentPart) {
+        if (content.symbol.empty() || content.symbol != RowSymbol(row)) {
+            EmptyRow(row);
+            if (!content.symbol.empty()) EnterSymbol(row, content.symbol);
+        }
+        for (const auto text : {&SRowExtras::annotation, &SRowExtras::rejected, &SRowExtras::shown, &SRowExtras::typed})
+            m_rows.SetText(row, text, extras.*text);
+    }
+    if (parts & kNotePart) m_rows.SetText(row, &SRowExtras::note, extras.note);
+    if (parts & kFormatPart) m_rows.SetFormats(row, extras.formats);
+    if (parts & kHiddenPart) m_rows.SetHidden(row, content.hidden);
 }
 
+void CWatchlistDoc::SymbolsCame(const std::vector<std::string>& symbols) {
+    if (!m_feedReady) return;
+    for (const std::string& symbol : symbols) {
+        if (m_batchLeft.erase(symbol) != 0) continue;
+        WatchSymbol(symbol);
+        RequestNewsCounts({symbol});
+    }
+}
+
+void CWatchlistDoc::SetLayout(const SLayout& layout) {
+    m_columns = layout.columns;
+    m_options = layout.options;
+    m_grownRows = layout.grownRows;
+}
+
+CEditBatch::CEditBatch(CWatchlistDoc& doc) : m_doc(doc) { m_doc.BeginBatch(); }
+
+CEditBatch::~CEditBatch() { m_doc.EndBatch(); }
+
 void CWatchlistDoc::EndBatch() {
+    if (--m_batchDepth > 0) return;
     for (const std::string& symbol : std::exchange(m_batchLeft, {}))
-        if (!m_symbols.Find(symbol)) Unwatch(symbol);
+        if (!Symbols().Find(symbol)) Unwatch(symbol);
     std::vector<std::string> added = std::exchange(m_batchAdded, {});
-    std::erase_if(added, [&](const std::string& symbol) { return !m_symbols.Find(symbol); });
+    std::erase_if(added, [&](const std::string& symbol) { return !Symbols().Find(symbol); });
     RequestNewsCounts(added);
     if (m_feedReady) ShowSymbolCount();
     RebuildGrid();

@@ -16,7 +16,7 @@ constexpr size_t kSlice = 512; ///< Rows.
 
 EFillOutcome FillRows(CWatchlistDoc& doc, int firstRow, const std::vector<std::string>& texts,
                       const CWorkProgress& progress) {
-    CCancellableStep step(doc, "fill rows");
+    CUndoStep step(doc, "fill rows");
     const CEditBatch batch(doc);
     const uint64_t generation = doc.Undo().Generation();
     const size_t count = std::min(texts.size(), static_cast<size_t>(std::max(CRowTable::kMaxRow - firstRow + 1, 0)));

@@ -183,7 +183,7 @@ SImportResult ApplyImport(CWatchlistDoc& doc, const SImportPreview& preview, int
     const int wanted = static_cast<int>(preview.toAdd.size());
     if (wanted == 0) return {};
     int count = std::min(wanted, CRowTable::kMaxRow - row + 1);
-    CCancellableStep step(doc,
+    CUndoStep step(doc,
                           wanted == 1 ? "import " + preview.toAdd.front() : fmt::format("import {} symbols", wanted));
     if (!AreUnused(doc, row, count)) {
         count = std::min(count, CRowTable::kMaxRow - LastTakenRow(doc));

@@ -1,6 +1,5 @@
 #include "watchlist/edit/RowGroup.h"
 
-#include "watchlist/document/RowStores.h"
 #include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 
@@ -9,7 +8,7 @@
 namespace vx {
 
 bool IsHeading(const CWatchlistDoc& doc, int row) {
-    return doc.Annotations().Has(row) && doc.InvalidSymbols().SymbolAt(static_cast<uint32_t>(row)).empty();
+    return doc.Annotations().Has(row) && doc.RejectedSymbol(row).empty();
 }
 
 SRowGroup GroupOf(const CWatchlistDoc& doc, int row) {

@@ -12,7 +12,7 @@ namespace vx {
 
 namespace {
 
-using SRow = SWatchlistContent::SRow;
+using SReadRow = SWatchlistContent::SRow;
 
 constexpr std::string_view kSymbol = "symbol";
 constexpr std::string_view kAnnotation = "annotation";
@@ -23,7 +23,7 @@ bool IsRow(int row) { return row >= 1 && row <= CRowTable::kMaxRow; }
 
 // A rejected symbol is written as the symbol that it was.
 void TakeRow(const CWatchlistDoc& doc, int row, std::string_view& text, bool& annotation) {
-    const std::string_view rejected = doc.InvalidSymbols().SymbolAt(static_cast<uint32_t>(row));
+    const std::string_view rejected = doc.RejectedSymbol(row);
     text = rejected.empty() ? doc.RowSymbol(row) : rejected;
     annotation = text.empty();
     if (annotation) text = doc.Annotations().Get(row);
@@ -32,12 +32,12 @@ void TakeRow(const CWatchlistDoc& doc, int row, std::string_view& text, bool& an
 } // namespace
 
 std::string WriteFurtherRows(const SFurtherSource& source) {
-    const std::vector<SRow>& given = source.fixed.rows;
+    const std::vector<SReadRow>& given = source.fixed.rows;
     const int last = std::max(source.doc.LastUsedRow(), static_cast<int>(given.size()) - 1);
-    static const SRow kNone;
+    static const SReadRow kNone;
     CFurtherWriter out;
     for (int row = 1; row <= last; ++row) {
-        const SRow& there = static_cast<size_t>(row) < given.size() ? given[static_cast<size_t>(row)] : kNone;
+        const SReadRow& there = static_cast<size_t>(row) < given.size() ? given[static_cast<size_t>(row)] : kNone;
         std::string_view text;
         bool annotation = false;
         TakeRow(source.doc, row, text, annotation);
