@@ -2,7 +2,6 @@
 // keeps the window waiting between two of its slices.
 
 #include "watchlist/ScratchDoc.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/edit/ImportText.h"
 #include "watchlist/edit/PasteText.h"
 #include "watchlist/edit/SortRows.h"
@@ -101,7 +100,7 @@ void BM_SortAllAndUndo(benchmark::State& state) {
     for ([[maybe_unused]] auto _ : state) {
         {
             const CUndoStep step(doc, "sort");
-            SortRows(doc, 1, kRows, 1, ascending);
+            SortRows(doc, *doc.Update(), 1, kRows, 1, ascending);
             ascending = !ascending;
         }
         doc.Undo().Undo();

@@ -39,15 +39,15 @@ struct SList : test::CScratchDoc {
         bold.bold = true;
         for (int row = 1; row <= rows; ++row) {
             if (row % annotations == 0) {
-                doc.SetAnnotation(row, "a heading");
+                doc.Update()->SetAnnotation(row, "a heading");
                 continue;
             }
             const std::string symbol = SymbolName(static_cast<int>(random() % 9'000'000));
-            doc.EnterSymbol(row, symbol);
+            doc.Update()->EnterSymbol(row, symbol);
             SetLast(symbol, static_cast<double>(random() % 5'000'000) / 100);
             if (row % 50 == 1) {
-                doc.Notes().Set(row, "a note");
-                doc.Formats().Set(row, 2, bold);
+                doc.Update()->Notes().Set(row, "a note");
+                doc.Update()->Formats().Set(row, 2, bold);
             }
         }
         doc.OnPaintMessage();
@@ -80,9 +80,9 @@ void Sort(SList& list, benchmark::State& state) {
 
 void BM_SortWholeList(benchmark::State& state) {
     SList& list = LongList();
-    list.doc.Options().sortAcrossHeadings = state.range(1) != 0;
+    list.doc.Update()->Options().sortAcrossHeadings = state.range(1) != 0;
     Sort(list, state);
-    list.doc.Options().sortAcrossHeadings = false;
+    list.doc.Update()->Options().sortAcrossHeadings = false;
 }
 
 /// Two symbols under each heading.
@@ -113,7 +113,7 @@ void BM_PlaceOneByOneAndDeleteAll(benchmark::State& state) {
     const int rows = static_cast<int>(state.range(0));
     SList list;
     for ([[maybe_unused]] auto _ : state) {
-        for (int row = 1; row <= rows; ++row) list.doc.EnterSymbol(row, SymbolName(row));
+        for (int row = 1; row <= rows; ++row) list.doc.Update()->EnterSymbol(row, SymbolName(row));
         list.doc.DeleteRows(1, rows);
     }
     state.SetItemsProcessed(state.iterations() * rows);
@@ -124,8 +124,8 @@ void BM_OneSymbolEverywhere(benchmark::State& state) {
     const int rows = static_cast<int>(state.range(0));
     SList list;
     for ([[maybe_unused]] auto _ : state) {
-        for (int row = rows; row >= 1; --row) list.doc.EnterSymbol(row, "IBM");
-        for (int row = 1; row <= rows; ++row) list.doc.EmptyRow(row);
+        for (int row = rows; row >= 1; --row) list.doc.Update()->EnterSymbol(row, "IBM");
+        for (int row = 1; row <= rows; ++row) list.doc.Update()->EmptyRow(row);
     }
     state.SetItemsProcessed(state.iterations() * rows);
 }
@@ -136,10 +136,10 @@ void BM_RejectAndOverwriteEveryRow(benchmark::State& state) {
     for ([[maybe_unused]] auto _ : state) {
         SList list;
         for (int row = 1; row <= rows; ++row) {
-            list.doc.EnterSymbol(row, SymbolName(row));
+            list.doc.Update()->EnterSymbol(row, SymbolName(row));
             list.doc.SymbolNotFound(SymbolName(row));
         }
-        for (int row = 1; row <= rows; ++row) list.doc.SetAnnotation(row, "over");
+        for (int row = 1; row <= rows; ++row) list.doc.Update()->SetAnnotation(row, "over");
     }
     state.SetItemsProcessed(state.iterations() * rows);
 }

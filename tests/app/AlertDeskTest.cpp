@@ -49,8 +49,8 @@ protected:
     /// IBM in row 1 and MSFT in row 2, both watched.
     CMainFrame& Board() {
         CMainFrame& frame = Frame({"-symbol", "IBM,MSFT"});
-        frame.Document().Columns().Append("Alerts");
-        frame.Document().RebuildGrid();
+        frame.Document().Update()->Columns().Append("Alerts");
+        frame.Document().Update()->Columns();
         frame.ShowSized(1400, 500);
         frame.OpenAdminPort();
         feed.admin.Says(StatusLine("Connected"));
@@ -122,7 +122,7 @@ TEST_F(AlertDesk, AnAlertIsSetOnACellFiresIsResetAndFiresAgain) {
     ASSERT_TRUE(WaitUntil([&] { return Shown(1, ColumnOf("Alerts")) == "1"; }));
     EXPECT_EQ(frame.Document().Alerts().Get("IBM")[0].value, 192.1525);
     EXPECT_EQ(frame.Document().Undo().UndoName(), "new alert") << "a reset is no edit";
-    frame.Document().SetModified(false);
+    frame.Document().MarkSaved();
     frame.activateWindow();
     ASSERT_TRUE(WaitUntil([&] { return frame.isActiveWindow() && frame.AlertNotices().Presence().IsHere(); }));
     LastIs("IBM", "193");
@@ -138,7 +138,7 @@ TEST_F(AlertDesk, AnAlertIsSetOnACellFiresIsResetAndFiresAgain) {
 TEST_F(AlertDesk, TheSecondAlertOfASymbolIsArmedByItsNoticeAndResetChangesTheFirst) {
     CMessageBoxes boxes;
     CMainFrame& frame = Board();
-    CAlertsMap& alerts = frame.Document().Alerts();
+    CAlertsMap& alerts = frame.Document().AlertRules();
     alerts.Add("IBM", Above(50));
     alerts.Add("IBM", Above(10));
     LastIs("IBM", "60");
@@ -184,14 +184,14 @@ TEST_F(AlertDesk, TheSecondAlertOfASymbolIsArmedByItsNoticeAndResetChangesTheFir
 
 TEST_F(AlertDesk, WhatIsGoneWhenItsNoticeIsAnsweredDoesNoHarm) {
     CMainFrame& frame = Board();
-    frame.Document().Alerts().Add("IBM", Above(10));
-    frame.Document().Alerts().Add("IBM", Above(20));
+    frame.Document().AlertRules().Add("IBM", Above(10));
+    frame.Document().AlertRules().Add("IBM", Above(20));
     LastIs("IBM", "30");
     CAlertsNotice* first = Notice(frame);
     ASSERT_TRUE(first);
-    frame.Document().Alerts().RemoveSymbol("IBM");
-    frame.Document().EmptyRow(1);
-    frame.Document().SetModified(false);
+    frame.Document().AlertRules().RemoveSymbol("IBM");
+    frame.Document().Update()->EmptyRow(1);
+    frame.Document().MarkSaved();
     Click(*first, "reset");
     ClickOk(*first->findChild<CResetAlert*>());
     CAlertsNotice* second = Notice(frame);
@@ -202,7 +202,7 @@ TEST_F(AlertDesk, WhatIsGoneWhenItsNoticeIsAnsweredDoesNoHarm) {
     EXPECT_FALSE(frame.AlertNotices().Notices().Shown());
     EXPECT_TRUE(frame.Document().Alerts().IsEmpty());
     EXPECT_FALSE(frame.Document().IsModified()) << "nothing was reset";
-    frame.Document().Alerts().Add("IBM", Above(10));
+    frame.Document().AlertRules().Add("IBM", Above(10));
     SFiredNotice of;
     of.notice.symbol = "IBM";
     of.notice.index = 7;
@@ -215,8 +215,8 @@ TEST_F(AlertDesk, WhatIsGoneWhenItsNoticeIsAnsweredDoesNoHarm) {
 
 TEST_F(AlertDesk, ANoticeDoesNotResetTheAlertOfAWatchlistThatWasOpenedMeanwhile) {
     CMainFrame& frame = Board();
-    frame.Document().Alerts().Add("IBM", Above(10));
-    frame.Document().Alerts().Add("IBM", Above(20));
+    frame.Document().AlertRules().Add("IBM", Above(10));
+    frame.Document().AlertRules().Add("IBM", Above(20));
     LastIs("IBM", "30");
     ASSERT_TRUE(Notice(frame));
     OpenText(frame.Document(), "Alerts=IBM:Last,>,50.000000,FALSE,TRUE,0,FALSE,;\r\n", "other");
@@ -230,7 +230,7 @@ TEST_F(AlertDesk, NothingFiresOnAQuoteThatHasNotCome) {
     CMainFrame& frame = Board();
     A_INFO below = Above(10);
     below.condition = 3;
-    frame.Document().Alerts().Add("IBM", below);
+    frame.Document().AlertRules().Add("IBM", below);
     feed.level1.Says("F,IBM,5,12.5,\r\nn,NOSUCH\r\n");
     LastIs("MSFT", "5");
     ASSERT_TRUE(WaitUntil([&] { return !Shown(2, ColumnOf("Last")).empty(); }));
@@ -244,7 +244,7 @@ TEST_F(AlertDesk, NewsFireTheirAlertAndCanBeArmedAgain) {
     A_INFO alert = Above(1);
     alert.fieldId = AlertFieldId("News").value();
     alert.condition = 0;
-    frame.Document().Alerts().Add("IBM", alert);
+    frame.Document().AlertRules().Add("IBM", alert);
     feed.level1.Says("N,SIM,1001,MSFT:IBM,20240131 093000,Headline, <b>bold</b>\r\n");
     CAlertsNotice* notice = Notice(frame);
     ASSERT_TRUE(notice);
@@ -259,9 +259,9 @@ TEST_F(AlertDesk, NewsFireTheirAlertAndCanBeArmedAgain) {
 TEST_F(AlertDesk, WhatFiredWhileAwayIsCountedAndFoundInTheHistory) {
     CMainFrame& frame = Board();
     auto& missed = Named<QToolButton>(*frame.statusBar(), "missedAlerts");
-    frame.Document().Alerts().Add("IBM", Above(10));
-    frame.Document().Alerts().Add("MSFT", Above(10));
-    frame.Document().Alerts().Add("MSFT", Above(30));
+    frame.Document().AlertRules().Add("IBM", Above(10));
+    frame.Document().AlertRules().Add("MSFT", Above(10));
+    frame.Document().AlertRules().Add("MSFT", Above(30));
     frame.AlertNotices().Presence().SetHere(true);
     LastIs("IBM", "20");
     ASSERT_TRUE(Notice(frame) && WaitUntil([&] { return Notice(frame)->isActiveWindow(); }));
@@ -286,7 +286,7 @@ TEST_F(AlertDesk, WhatFiredWhileAwayIsCountedAndFoundInTheHistory) {
     EXPECT_EQ(model.index(0, 1).data().toString(), QStringLiteral("MSFT"));
     ASSERT_TRUE(WaitUntil([&] { return model.index(0, 9).data().toString() == QStringLiteral("Dismissed together"); }));
 
-    frame.Document().Alerts().Add("IBM", Above(90));
+    frame.Document().AlertRules().Add("IBM", Above(90));
     presence.SetHere(false);
     Q_EMIT frame.AlertNotices().Missed().Called();
     LastIs("IBM", "99");
@@ -296,8 +296,8 @@ TEST_F(AlertDesk, WhatFiredWhileAwayIsCountedAndFoundInTheHistory) {
 
 TEST_F(AlertDesk, CommandsKnowTheRowAndMuteIsKept) {
     CMainFrame& frame = Board();
-    frame.Document().Alerts().Add("IBM", Above(10));
-    frame.Document().Alerts().Add("MSFT", Above(1000));
+    frame.Document().AlertRules().Add("IBM", Above(10));
+    frame.Document().AlertRules().Add("MSFT", Above(1000));
     frame.View().Grid().SetFocusCell(3, 1);
     frame.Commands().Action(ECommand::AlertNew).trigger();
     auto* unknown = frame.findChild<CNewAlertDlg*>();

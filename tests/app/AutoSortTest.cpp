@@ -15,7 +15,7 @@ class CAutoSortTest : public CBoardFixture {
 protected:
     void List(const QString& lines) {
         Rows(lines);
-        doc->Options().sort = {1, true, true, 60000};
+        doc->Update()->Options().sort = {1, true, true, 60000};
         frame->View().ApplySortRecord();
         grid->SetFocusCell(1, 1);
     }
@@ -113,7 +113,7 @@ TEST_F(CAutoSortTest, TheGridDoesNotScrollWhereverTheFocusGoes) {
     ASSERT_GT(top, 0);
     const std::string symbol(doc->RowSymbol(grid->FocusCell().row));
     for (const bool ascending : {true, false}) {
-        doc->Options().sort.ascending = ascending;
+        doc->Update()->Options().sort.ascending = ascending;
         Tick();
         EXPECT_EQ(grid->verticalScrollBar()->value(), top);
         EXPECT_EQ(doc->RowSymbol(grid->FocusCell().row), symbol);
@@ -149,7 +149,7 @@ TEST_F(CAutoSortTest, AKeyHoldsTheOrderUntilItIsPressedAgain) {
     List(QStringLiteral("B\nA"));
     ASSERT_TRUE(IsEnabled(SortHold));
     EXPECT_TRUE(HeldButton().isHidden());
-    doc->SetModified(false);
+    doc->MarkSaved();
     Key(Qt::Key_F8);
     EXPECT_FALSE(HeldButton().isHidden());
     EXPECT_TRUE(frame->Commands().Action(SortHold).isChecked());
@@ -197,7 +197,7 @@ TEST_F(CAutoSortTest, SortingAcrossHeadingsIsASwitchOfTheListThatUndoTakesBack) 
     List(QStringLiteral("B\n#Banks\nA"));
     Tick();
     EXPECT_EQ(Board(), "B|#Banks|A");
-    doc->SetModified(false);
+    doc->MarkSaved();
     Do(SortAcrossHeadings);
     EXPECT_TRUE(doc->IsModified());
     EXPECT_TRUE(frame->Commands().Action(SortAcrossHeadings).isChecked());

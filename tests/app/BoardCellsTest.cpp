@@ -19,8 +19,8 @@ protected:
     CBoardCellsTest() {
         Rows(QStringLiteral("IBM\nMSFT\n#Heading of some length"));
         doc->SetFeedReady();
-        doc->SetColumnsByName("Symbol;Last;Bid;Notes;Alerts;News;Latest Headline;Tick Trend;");
-        doc->RebuildGrid();
+        doc->Update()->SetColumnsByName("Symbol;Last;Bid;Notes;Alerts;News;Latest Headline;Tick Trend;");
+        doc->Update()->Columns();
         Update("IBM", "Last", "10");
         Update("IBM", "Last", "11.5");
         ProcessAll();
@@ -36,7 +36,7 @@ protected:
     void Format(int row, std::string_view column, const std::function<void(SCellFormat&)>& change) {
         SCellFormat format = doc->Formats().Effective(row, ColumnOf(column));
         change(format);
-        ASSERT_TRUE(doc->Formats().Set(row, ColumnOf(column), format));
+        ASSERT_TRUE(doc->Update()->Formats().Set(row, ColumnOf(column), format));
     }
 };
 
@@ -48,7 +48,7 @@ TEST_F(CBoardCellsTest, ACellLooksAsItsOwnFormatSaysElseItsColumnsElseTheGrids) 
     EXPECT_EQ(Cell(1, "Last").align, EAlign::Right);
     EXPECT_EQ(Cell(1, "Bid").background, kAutomaticColor);
 
-    doc->Formats().Set(0, 0, [] {
+    doc->Update()->Formats().Set(0, 0, [] {
         SCellFormat all;
         all.backColour = 0x101010;
         return all;
@@ -73,16 +73,16 @@ TEST_F(CBoardCellsTest, ACellLooksAsItsOwnFormatSaysElseItsColumnsElseTheGrids) 
     Update("IBM", "Bid", "1.23456");
     EXPECT_EQ(Text(1, "Bid"), "1.23456") << "no place that the symbol has is lost";
     EXPECT_EQ(Cell(1, "Last").textColor, 0x0000FF);
-    doc->Options().useGridPrecision = true;
+    doc->Update()->Options().useGridPrecision = true;
     EXPECT_EQ(Text(1, "Last") + Text(1, "Bid"), "11.50001.2346") << "in every cell";
-    doc->Options().useDefaultAlignment = false;
+    doc->Update()->Options().useDefaultAlignment = false;
     Format(1, "Last", [](SCellFormat& format) { format.alignment = ECellAlign::Center; });
     EXPECT_EQ(Cell(1, "Last").align, EAlign::Center);
 }
 
 TEST_F(CBoardCellsTest, ChangeAndPercentChangeNeverContradictEachOther) {
-    doc->SetColumnsByName("Symbol;Change;% Chg;Last;");
-    doc->RebuildGrid();
+    doc->Update()->SetColumnsByName("Symbol;Change;% Chg;Last;");
+    doc->Update()->Columns();
     Update("IBM", "Change", "2.00");
     Update("IBM", "Percent Change", "0.02");
     Update("IBM", "Percent Change", "0.01");
@@ -121,22 +121,22 @@ TEST_F(CBoardCellsTest, AFontIsEnteredAfterPaintingAndShownInTheNext) {
     EXPECT_GT(Cell(1, "Last").font, 0);
     EXPECT_NE(Cell(1, "Last").font, Cell(1, "Symbol").font);
     EXPECT_GT(grid->Geometry().RowHeight(), height);
-    doc->Formats().Reset(1, ColumnOf("Last"));
-    doc->RebuildGrid();
+    doc->Update()->Formats().Reset(1, ColumnOf("Last"));
+    doc->Update()->Columns();
     EXPECT_EQ(grid->Geometry().RowHeight(), height) << "no cell has the tall font any more";
     EXPECT_NE(Cell(1, "Symbol").font, 0);
 }
 
 TEST_F(CBoardCellsTest, NotesAlertsAndNewsShowThatThereIsMoreAndTipsSayIt) {
-    doc->Notes().Set(1, "first line\r\nsecond line");
+    doc->Update()->Notes().Set(1, "first line\r\nsecond line");
     A_INFO alert{1, 0, 0, 100.0, AlertFieldId("Last").value(), 0, 0, {}};
-    doc->Alerts().Add("IBM", alert);
+    doc->AlertRules().Add("IBM", alert);
     alert.value = 200;
-    doc->Alerts().Add("IBM", alert);
+    doc->AlertRules().Add("IBM", alert);
     EXPECT_EQ(Text(1, "Alerts"), "2");
     alert.value = 300;
     alert.enabled = 0;
-    doc->Alerts().Add("IBM", alert);
+    doc->AlertRules().Add("IBM", alert);
     const std::string headline(300, 'h');
     doc->OnNewsLine("N,SIM,1,IBM,20240131 093000," + headline);
 
@@ -148,7 +148,7 @@ TEST_F(CBoardCellsTest, NotesAlertsAndNewsShowThatThereIsMoreAndTipsSayIt) {
     EXPECT_EQ(Tip(1, "Alerts"), "2 armed, 1 fired or off");
     alert.enabled = 1;
     alert.fieldId = AlertFieldId("Listed Market Name").value();
-    doc->Alerts().Add("IBM", alert);
+    doc->AlertRules().Add("IBM", alert);
     EXPECT_EQ(Text(1, "Alerts"), "2/2");
     EXPECT_EQ(Tip(1, "Alerts"), "2 armed, 1 fired or off, 1 cannot fire");
     EXPECT_EQ(Tip(1, "Latest Headline"), headline) << "the cell holds 255 bytes of it";
@@ -161,34 +161,34 @@ TEST_F(CBoardCellsTest, TheSymbolSaysThatItsRowHasANoteAndAlerts) {
     const auto marks = [&](int row) { return int{Cell(row, "Symbol").marks}; };
     EXPECT_EQ(marks(1), 0);
     EXPECT_EQ(Tip(1, "Symbol"), "");
-    doc->Notes().Set(1, "one\r\ntwo\r\nthree\r\nfour");
-    doc->Notes().Set(7, "of an empty row");
-    doc->RebuildGrid();
+    doc->Update()->Notes().Set(1, "one\r\ntwo\r\nthree\r\nfour");
+    doc->Update()->Notes().Set(7, "of an empty row");
+    doc->Update()->Columns();
     EXPECT_EQ(marks(1), kNoteMark);
     EXPECT_EQ(marks(7), kNoteMark);
     A_INFO alert{1, 0, 0, 250.5, FieldIndex("Last") - 1, 2, 0, {}};
     ProcessAll();
     const int64_t before = grid->Counters().cells;
-    doc->Alerts().Add("IBM", alert);
+    doc->AlertRules().Add("IBM", alert);
     ProcessAll();
     EXPECT_GT(grid->Counters().cells, before) << "it is seen at once";
     EXPECT_EQ(marks(1), kNoteMark | kArmedMark);
     alert.enabled = 0;
     alert.value = 100;
-    doc->Alerts().Add("IBM", alert);
+    doc->AlertRules().Add("IBM", alert);
     EXPECT_EQ(marks(1), kNoteMark | kArmedMark | kFiredMark);
     EXPECT_EQ(Tip(1, "Symbol"), "IBM\nNote: one\ntwo\nthree\n...\nAlert armed: Last greater than or equal to 250.5\n"
                                 "Alert fired or off: Last greater than or equal to 100");
     alert.enabled = 1;
     alert.fieldId = FieldIndex("Exchange") - 1;
-    doc->Alerts().Add("IBM", alert);
+    doc->AlertRules().Add("IBM", alert);
     EXPECT_TRUE(Tip(1, "Symbol").ends_with("\nAlert cannot fire: Exchange greater than or equal to 100"));
     alert.enabled = 0;
     alert.fieldId = FieldIndex("Last") - 1;
     EXPECT_EQ(Tip(7, "Symbol"), "Note: of an empty row");
     for (int i = 0; i < 9; ++i) {
         alert.value = i;
-        doc->Alerts().Add("MSFT", alert);
+        doc->AlertRules().Add("MSFT", alert);
     }
     EXPECT_EQ(marks(2), kFiredMark);
     EXPECT_TRUE(Tip(2, "Symbol").ends_with("equal to 4\nand 4 more that fired or are off")) << Tip(2, "Symbol");
@@ -202,8 +202,8 @@ TEST_F(CBoardCellsTest, TheSymbolStaysInSightUntilThatIsSwitchedOff) {
     EXPECT_EQ(seen(), kDefaultColumnWidthPx);
     ProcessAll();
     const int64_t before = grid->Counters().cells;
-    doc->Notes().Set(1, "new");
-    doc->RowEdited(1);
+    doc->Update()->Notes().Set(1, "new");
+    doc->Update()->ShowText(1, {});
     ProcessAll();
     const int notes = grid->Geometry().VisibleCellRect(1, ColumnOf("Notes")).isEmpty() ? 0 : 1;
     EXPECT_EQ(grid->Counters().cells, before + notes + 1) << "the note where it is seen, and the symbol with its mark";
@@ -211,8 +211,8 @@ TEST_F(CBoardCellsTest, TheSymbolStaysInSightUntilThatIsSwitchedOff) {
     EXPECT_EQ(seen(), 0);
     EXPECT_FALSE(settings.ReadBoolean(kSymbolInSight));
     Do(ECommand::ViewSymbolInSight);
-    doc->Columns().Move(ColumnOf("Symbol"), 3);
-    doc->RebuildGrid();
+    doc->Update()->Columns().Move(ColumnOf("Symbol"), 3);
+    doc->Update()->Columns();
     EXPECT_EQ(seen(), kDefaultColumnWidthPx) << "wherever it is";
 }
 
@@ -239,9 +239,9 @@ TEST_F(CBoardCellsTest, TheStarterListsColumnsFitTheirTexts) {
 }
 
 TEST_F(CBoardCellsTest, NotesOfHeadingsAndEmptyRowsAreSeenToo) {
-    doc->Notes().Set(3, "of the heading");
-    doc->Notes().Set(7, "of a row");
-    doc->RebuildGrid();
+    doc->Update()->Notes().Set(3, "of the heading");
+    doc->Update()->Notes().Set(7, "of a row");
+    doc->Update()->Columns();
     EXPECT_EQ(grid->ShownText(3, 1), "\xB6 Heading of some length");
     EXPECT_EQ(grid->EditText(3, 1), "Heading of some length");
     EXPECT_EQ(Tip(3, "Bid"), "Heading of some length\nof the heading");
@@ -275,7 +275,7 @@ TEST_F(CBoardCellsTest, FillingCellsAllocatesNothing) {
         format.fontFace = "Some Font With A Long Name";
         format.italic = true;
     });
-    doc->Notes().Set(1, "a note of a certain length, more than fits a small string");
+    doc->Update()->Notes().Set(1, "a note of a certain length, more than fits a small string");
     SCell cell;
     const auto fillAll = [&] {
         for (int row = 1; row <= grid->RowCount(); ++row)

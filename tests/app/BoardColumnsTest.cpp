@@ -82,11 +82,11 @@ TEST_F(CBoardColumnsTest, ChosenColumnsComeBeforeTheFocusHiddenOnesReturn) {
     const std::string before = Columns();
     const int bid = ColumnOf("Bid");
     grid->SetColumnWidth(bid, 77);
-    doc->Columns().SetWidth(bid, 77);
+    doc->Update()->Columns().SetWidth(bid, 77);
     SelectColumns(bid, bid);
     Do(ColumnHide);
     EXPECT_EQ(grid->ColumnWidth(bid), 0);
-    doc->Options().lockedColumns = 2;
+    doc->Update()->Options().lockedColumns = 2;
     grid->SetFocusCell(1, 1);
     InNext<CInsertColumns>([](CInsertColumns& dialog) {
         auto* list = dialog.findChild<QTreeWidget*>(QStringLiteral("columnList"));
@@ -186,7 +186,7 @@ TEST_F(CBoardColumnsTest, HeaderAndTimerSortShowTheirMarkAndMoveNothingUnderTheH
 
     auto* timer = frame->View().findChild<QTimer*>(QStringLiteral("autoSortTimer"));
     auto& view = frame->View();
-    doc->Options().sort = {1, true, true, 7000};
+    doc->Update()->Options().sort = {1, true, true, 7000};
     view.ApplySortRecord();
     EXPECT_EQ(timer->interval(), 7000);
     grid->BeginEdit(1, 1);
@@ -196,7 +196,7 @@ TEST_F(CBoardColumnsTest, HeaderAndTimerSortShowTheirMarkAndMoveNothingUnderTheH
     grid->EndEdit(false);
     view.OnAutoSortTimer();
     EXPECT_EQ(Board(), "A|B|C");
-    doc->Options().sort.column = grid->ColumnCount() + 1;
+    doc->Update()->Options().sort.column = grid->ColumnCount() + 1;
     view.OnAutoSortTimer();
     EXPECT_FALSE(doc->Options().sort.autoSort);
     EXPECT_EQ(doc->Options().sort.intervalMs, 5000);
@@ -239,7 +239,7 @@ TEST_F(CBoardColumnsTest, RowNumbersAndToolBarFollowTheListAndItsUndo) {
     Undo();
     EXPECT_TRUE(grid->RowNumbersVisible());
     EXPECT_TRUE(toolBar.isHidden());
-    doc->Options().exporting.utf8 = true;
+    doc->Update()->Options().exporting.utf8 = true;
     Undo();
     EXPECT_FALSE(toolBar.isHidden());
     EXPECT_FALSE(doc->IsModified());

@@ -61,7 +61,7 @@ TEST_F(CBoardEditTest, TypedTextBecomesSymbolsAndAnnotationsAndIsUndoneByName) {
 TEST_F(CBoardEditTest, AnEditThatChangesNothingMarksTheDocumentButEscapeIsNoEnd) {
     Rows(QStringLiteral("IBM"));
     for (const char* column : {"Symbol", "Last"}) {
-        doc->SetModified(false);
+        doc->MarkSaved();
         grid->BeginEdit(1, ColumnOf(column));
         Key(Qt::Key_Escape);
         EXPECT_FALSE(doc->IsModified()) << column;
@@ -76,7 +76,7 @@ TEST_F(CBoardEditTest, AnEditThatChangesNothingMarksTheDocumentButEscapeIsNoEnd)
 
 TEST_F(CBoardEditTest, AnEntryThatTheRowForbidsIsRefusedAndMarksTheDocument) {
     Rows(QStringLiteral("IBM"));
-    doc->SetModified(false);
+    doc->MarkSaved();
     grid->BeginEdit(1, ColumnOf("Last"));
     Type(QStringLiteral("remark"));
     Key(Qt::Key_Return);
@@ -104,7 +104,7 @@ TEST_F(CBoardEditTest, F2InARejectedRowBringsBackWhatWasTyped) {
                                                      std::string(c.typed)),
                   std::string::npos)
             << grid->Source()->CellTip(1, 3);
-        doc->SetModified(false);
+        doc->MarkSaved();
         const std::string undo = doc->Undo().UndoName();
         grid->SetFocusCell(1, 3);
         Key(Qt::Key_F2);
@@ -158,7 +158,7 @@ TEST_F(CBoardEditTest, DeleteClearsInsertAndControlDeleteAskOnlyWhereItIsUnclear
     Key(Qt::Key_Delete, Qt::ControlModifier);
     EXPECT_EQ(Board(), "A|D");
     EXPECT_EQ(TextOf(EditUndo), QStringLiteral("&Undo delete 2 rows"));
-    doc->SetModified(false);
+    doc->MarkSaved();
     grid->SetFocusCell(grid->RowCount(), 1);
     Key(Qt::Key_Delete, Qt::ControlModifier);
     EXPECT_FALSE(doc->IsModified()) << "the empty row at the end is there again";
@@ -188,8 +188,8 @@ TEST_F(CBoardEditTest, DeleteClearsInsertAndControlDeleteAskOnlyWhereItIsUnclear
 
 TEST_F(CBoardEditTest, DeletingUnderAutoSortAsksFirst) {
     Rows(QStringLiteral("A\nB"));
-    doc->Options().sort = {1, true, true, 60000};
-    doc->RebuildGrid();
+    doc->Update()->Options().sort = {1, true, true, 60000};
+    doc->Update()->Columns();
     SelectRows(1, 1);
     boxes.answer = EBoxAnswer::No;
     Do(RowDelete);

@@ -132,7 +132,7 @@ TEST_F(CDialogsTest, CtrlEnterKeepsANote) {
 
 TEST_F(CDialogsTest, OnlyWhatWasTouchedIsFormatted) {
     CMainFrame& frame = Board({"IBM", "MSFT", "GE"});
-    CCellFormatStore& formats = frame.Document().Formats();
+    CCellFormatStore& formats = frame.Document().Update()->Formats();
     const int last = ColumnOf("Last");
     SCellFormat bold = formats.Effective(2, last);
     bold.bold = true;
@@ -170,7 +170,7 @@ TEST_F(CDialogsTest, SymbolsAndHeadingsAreFormattedAsTheyAreDrawn) {
     CWatchlistDoc& doc = frame.Document();
     CWatchlistGrid& grid = frame.View().Grid();
     const auto drawn = [&](int row) {
-        doc.RebuildGrid();
+        doc.Update()->Columns();
         grid.EnterAllFonts();
         SCell cell;
         if (!grid.Source()->FillSpan(row, cell)) grid.Source()->FillCell(row, ColumnOf("Symbol"), cell);
@@ -232,7 +232,7 @@ TEST_F(CDialogsTest, SymbolsAndHeadingsAreFormattedAsTheyAreDrawn) {
 
 TEST_F(CDialogsTest, TheRuleOfColoursIsChosenAndWhatAFieldDoesByItselfIsNoChoice) {
     CMainFrame& frame = Board({"IBM"});
-    CCellFormatStore& formats = frame.Document().Formats();
+    CCellFormatStore& formats = frame.Document().Update()->Formats();
     const int change = ColumnOf("Change");
     const auto choose = [&](const char* shown, const char* choice) {
         frame.View().Grid().SelectRange({1, 1, change, ColumnOf("Last")});

@@ -175,7 +175,7 @@ TEST_F(CFileDeskTest, ASaveThatFailsNamesFileAndReasonAndTheListStaysModified) {
     EXPECT_TRUE(doc.IsModified());
     EXPECT_FALSE(frame.Files().OpenInstead(At("none.vxw"))); // "Ok" to "Save changes?" is no answer: it stays.
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Save changes to \"Banks\"?"));
-    doc.SetModified(false);
+    doc.MarkSaved();
     EXPECT_FALSE(frame.Files().OpenInstead(At("none.vxw")));
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre("The watchlist \"" + At("none.vxw") +
                                                "\" could not be opened: there is no such file or folder."));
@@ -205,7 +205,7 @@ TEST_F(CFileDeskTest, WhatAnotherProgramWroteIsOverwrittenOnlyAfterAQuestion) {
     const std::string replace = "The file \"" + At("Other.vxw") + "\" exists already. Replace it?";
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre(question, question, replace, replace));
 
-    doc.SetModified(false);
+    doc.MarkSaved();
     ASSERT_TRUE(frame.Files().OpenInstead(path));
     Type(2, "ba");
     WriteFile(path, "Symbols=F:1,;\r\n");
@@ -328,7 +328,7 @@ TEST_F(CFileDeskTest, AFormerContentThatCannotBeKeptIsNamedAndNothingElseIs) {
     EXPECT_TRUE(doc.IsModified());
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre(question));
 
-    doc.Notes().Set(2, "above the number of notes");
+    doc.Update()->Notes().Set(2, "above the number of notes");
     boxes.answers = {Yes};
     Do("FileSave");
     EXPECT_FALSE(doc.IsModified());

@@ -89,8 +89,7 @@ TEST_F(CHiddenRowsTest, ACutLeavesThemAloneAndUndoLeadsToThem) {
     Do(RowShow);
     SelectRows(3, 3);
     Do(EditDelete);
-    doc->LoadHiddenRows({3});
-    doc->RebuildGrid();
+    doc->Update()->SetHidden(3, true);
     Undo();
     EXPECT_FALSE(grid->IsRowHidden(3)) << "what was undone is seen";
     EXPECT_EQ(grid->SelectedRange().firstRow, 3);

@@ -265,7 +265,7 @@ TEST_F(CLinkDeskTest, AFileThatAnotherWindowHasIsShownThere) {
     frame.ShowSized(640, 480);
     const CPeerWindow peer(At("zantrel"), 9, "zantrel-watchlist \"" + At("Theirs.vxw") + "\" -max");
     ASSERT_TRUE(frame.Files().OpenInstead(mine));
-    frame.Document().SetModified(true);
+    frame.Document().Edit({}, [](CWatchlistEdit&) {});
     EXPECT_FALSE(frame.Files().OpenInstead(At("Link.vxw")));
     EXPECT_EQ(peer.Shown(), 1);
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty()) << "nothing is asked about a list that stays";

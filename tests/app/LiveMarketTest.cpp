@@ -134,8 +134,8 @@ TEST_F(CLiveMarketTest, AfterTheFeedClientDiedTheProgramStartsAnewWithEverything
     ASSERT_TRUE(WaitUntil([&] { return !Shown(1, last).empty(); }));
     m_client.kill();
     ASSERT_TRUE(WaitUntil([&] { return frame.Commands().Action(ECommand::Restart).isEnabled(); }));
-    frame.Document().EnterSymbol(2, "MSFT");
-    frame.Document().SetModified(true);
+    frame.Document().Update()->EnterSymbol(2, "MSFT");
+    frame.Document().Edit({}, [](CWatchlistEdit&) {});
 
     const std::string path = std::getenv("PATH");
     setenv("PATH", ZW_BIN_DIR, 1);
@@ -164,7 +164,7 @@ TEST_F(CLiveMarketTest, SymbolsBeyondTheLimitComeWhenThereIsRoom) {
     EXPECT_EQ(Notice(3), "waiting for room: limit of 2 reached");
     const int last = ColumnOf("Last");
     EXPECT_EQ(Shown(3, last), "");
-    frame.Document().EmptyRow(1);
+    frame.Document().Update()->EmptyRow(1);
     EXPECT_TRUE(WaitUntil([&] { return !Shown(3, last).empty(); }));
     EXPECT_EQ(Notice(3), "");
 }
@@ -175,7 +175,7 @@ TEST_F(CLiveMarketTest, MarketsAndSecurityTypesShowTheirNames) {
     frame.LookupTables().SetTimes({10000, 10000});
     const std::string columns = "Trade Market Center;Trade Market Center Name;LQT Market Center;MRT Market Center;"
                                 "Bid Market Center Name;Ask Market Center Name;Listed Market Name;";
-    frame.Document().SetColumnsByName(columns + "Security Type Name;");
+    frame.Document().Update()->SetColumnsByName(columns + "Security Type Name;");
     frame.OpenAdminPort();
     const int type = ColumnOf("Security Type Name");
     for (int column = 1; column < type; ++column) {

@@ -137,7 +137,7 @@ TEST_F(CMainFrameTest, AnUnwatchedSymbolNoLongerWaitsForRoom) {
     EXPECT_TRUE(Level1Heard("wIBM\n"));
     feed.level1.Says("S,SYMBOL LIMIT REACHED,IBM\r\n");
     ASSERT_TRUE(WaitUntil([&] { return !frame.LimitedSymbols().Pending().empty(); }));
-    frame.Document().EmptyRow(1);
+    frame.Document().Update()->EmptyRow(1);
     EXPECT_TRUE(frame.LimitedSymbols().Pending().empty());
     EXPECT_TRUE(Level1Heard("rIBM\n"));
     feed.level1.Says("S,SYMBOL LIMIT REACHED,NEVER\r\nS,SYMBOL LIMIT REACHED,IBM\r\nT,20240131 09:30:05\r\n");
@@ -191,7 +191,7 @@ TEST_F(CMainFrameTest, AConnectionThatEndsIsShownAndARestartOffered) {
     ASSERT_TRUE(WaitUntil([&] { return role() == ETextRole::Stale; }));
     EXPECT_EQ(Pane(frame, "paneFeed"), QStringLiteral("Feed: connection ended"));
     EXPECT_TRUE(Pane(frame, "feedEndText").contains(QStringLiteral("has ended. The values are the last ones")));
-    frame.Document().EnterSymbol(2, "MSFT");
+    frame.Document().Update()->EnterSymbol(2, "MSFT");
     EXPECT_EQ(Notice(2), "not watched: no connection to the feed client");
     EXPECT_EQ(Notice(1), "") << "it shows its last values";
 }
@@ -263,8 +263,8 @@ TEST_F(CMainFrameTest, TheFirstWindowIsAsWideAsItsColumnsAndTheScreenAllow) {
     EXPECT_GT(frame.width(), std::min(columns, screen - 40)) << "screen of " << screen;
     EXPECT_LT(frame.width(), screen);
     CMainFrame& few = Frame();
-    few.Document().SetColumnsByName("Symbol;Last;");
-    few.Document().RebuildGrid();
+    few.Document().Update()->SetColumnsByName("Symbol;Last;");
+    few.Document().Update()->Columns();
     few.ShowPlaced();
     EXPECT_EQ(few.width(), std::min(1320, screen * 9 / 10));
 }

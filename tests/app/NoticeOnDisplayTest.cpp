@@ -46,7 +46,7 @@ protected:
         alert.value = threshold;
         alert.fieldId = AlertFieldId("Last").value();
         alert.condition = 1;
-        CAlertsMap& alerts = board->Document().Alerts();
+        CAlertsMap& alerts = board->Document().AlertRules();
         alerts.Add("IBM", alert);
         alerts.EvaluateFieldAlert("IBM", alerts.IndexOf("IBM", alert), 99, 99, 99, 99);
     }
@@ -131,7 +131,7 @@ TEST_F(NoticeOnDisplay, OurOtherWindowsTakeNothingWhileItIsUp) {
     EXPECT_TRUE(WaitUntil([&] { return board->isActiveWindow(); }));
     CDisplay::Click(cell);
     EXPECT_TRUE(WaitUntil([&] { return grid.FocusCell() == SGridCell{1, 3}; })) << "open again";
-    board->Document().SetModified(false);
+    board->Document().MarkSaved();
     CDisplay::Click(closeButton);
     EXPECT_TRUE(WaitUntil([&] { return !board->isVisible(); }));
 }

@@ -46,9 +46,9 @@ TEST_F(CRestartDeskTest, UnsavedChangesAndWhatIsBeingTypedGoOverWithoutAQuestion
     frame.move(40, 30);
     frame.activateWindow();
     ProcessAll();
-    frame.Document().EnterSymbol(1, "IBM");
-    frame.Document().SetModified(true);
-    frame.Document().RebuildGrid();
+    frame.Document().Update()->EnterSymbol(1, "IBM");
+    frame.Document().Edit({}, [](CWatchlistEdit&) {});
+    frame.Document().Update()->Columns();
     ASSERT_TRUE(frame.View().Grid().BeginEdit(2, 1, "goog"));
     const QSignalSpy restarted(&frame.Restart(), &CRestartDesk::Restarted);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_R, Qt::AltModifier);
@@ -90,8 +90,8 @@ TEST_F(CRestartDeskTest, ASaveThatIsUnderWayIsWaitedFor) {
     std::optional<CFileLock> slowDisk;
     ASSERT_EQ(CFileGenerations(At("zantrel")).Lock(At("Banks.vxw"), slowDisk), 0);
     frame.Files().SetPatienceMs(0);
-    frame.Document().EnterSymbol(2, "IBM");
-    frame.Document().SetModified(true);
+    frame.Document().Update()->EnterSymbol(2, "IBM");
+    frame.Document().Edit({}, [](CWatchlistEdit&) {});
     Do("FileSave");
     const QSignalSpy restarted(&frame.Restart(), &CRestartDesk::Restarted);
     WhenOpen<QProgressDialog>([](QProgressDialog& dialog) { dialog.cancel(); });
@@ -110,7 +110,7 @@ TEST_F(CRestartDeskTest, TheProgramStaysWhenItCannotBeStartedOrChangesCannotBeKe
     Install("zantrel-watchlist");
     std::filesystem::create_directories(At("zantrel"));
     WriteFile(At("zantrel/recovery"), "in the way of the folder");
-    frame.Document().SetModified(true);
+    frame.Document().Edit({}, [](CWatchlistEdit&) {});
     EXPECT_EQ(StartedByRestart(), "");
     EXPECT_THAT(boxes.TakeTexts(), testing::ElementsAre(StartsWith("The unsaved changes could not be kept")));
     EXPECT_THAT(restarted, SizeIs(0));

@@ -32,9 +32,9 @@ protected:
         frame = &Frame();
         doc = &frame->Document();
         doc->SetFeedReady();
-        doc->EnterSymbol(1, "IBM");
-        doc->EnterSymbol(2, "MSFT");
-        doc->RebuildGrid();
+        doc->Update()->EnterSymbol(1, "IBM");
+        doc->Update()->EnterSymbol(2, "MSFT");
+        doc->Update()->Columns();
         frame->ShowSized(900, 500);
         FocusRow(1);
     }
@@ -186,11 +186,11 @@ TEST_F(CRowWindowsTest, TradesFollowTheRowUnlessHeldOnASymbol) {
     Find<QCheckBox>("followRow").click();
     FocusRow(2);
     EXPECT_EQ(Find<QLabel>("symbolName").text(), QStringLiteral("IBM"));
-    doc->EmptyRow(1);
+    doc->Update()->EmptyRow(1);
     window.Refresh();
     EXPECT_EQ(Column("trades", 3), "");
     EXPECT_THAT(Find<CListView>("trades").EmptyText().toStdString(), HasSubstr("is not being watched"));
-    doc->EnterSymbol(1, "IBM");
+    doc->Update()->EnterSymbol(1, "IBM");
     window.Refresh();
     Trade("IBM", 11, 5);
     window.Refresh();

@@ -225,8 +225,8 @@ TEST_F(CSymbolSearchTest, AFeedThatDoesNotAnswerIsToldOf) {
 TEST_F(CSymbolSearchTest, ChosenSymbolsStandTogetherBelowTheFocusAndAreOneEdit) {
     CMainFrame& frame = ConnectedFrame();
     CWatchlistDoc& doc = frame.Document();
-    for (const int row : {1, 2, 4}) doc.EnterSymbol(row, "OLD" + std::to_string(row));
-    doc.RebuildGrid();
+    for (const int row : {1, 2, 4}) doc.Update()->EnterSymbol(row, "OLD" + std::to_string(row));
+    doc.Update()->Columns();
     const auto rows = [&] {
         std::string text;
         for (int row = 1; row <= doc.LastUsedRow(); ++row) text += std::string(doc.RowSymbol(row)) + " ";
@@ -255,7 +255,7 @@ TEST_F(CSymbolSearchTest, ChosenSymbolsStandTogetherBelowTheFocusAndAreOneEdit) 
     EXPECT_EQ(AddSymbols(doc, 3, {"E1", " "}).first, 3) << "an empty row is filled";
     EXPECT_EQ(AddSymbols(doc, 4, {"E2", "E3"}).first, 5);
     EXPECT_EQ(rows(), "OLD1 OLD2 E1 OLD4 E2 E3 ");
-    doc.Notes().Set(7, "mine");
+    doc.Update()->Notes().Set(7, "mine");
     EXPECT_EQ(AddSymbols(doc, 6, {"E6"}).first, 7);
     EXPECT_EQ(doc.Notes().Get(8), "mine") << "a row with a note was taken for a free one";
     EXPECT_EQ(AddSymbols(doc, 8, {"E7"}).first, 9);

@@ -62,8 +62,8 @@ class CTransferDeskTest : public CFrameFixture {
 protected:
     CTransferDeskTest() {
         frame.show();
-        doc.SetColumnsByName("Symbol;Last;Notes;");
-        doc.RebuildGrid();
+        doc.Update()->SetColumnsByName("Symbol;Last;Notes;");
+        doc.Update()->Columns();
     }
 
     void Type(int row, const std::string& text) { EnterCellText(doc, row, 1, {}, text); }
@@ -119,7 +119,7 @@ TEST_F(CTransferDeskTest, AnExportAsksHowAndWhereAndAppendingAsksNothingElse) {
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 
     boxes.answer = EBoxAnswer::Yes;
-    doc.EmptyRow(2);
+    doc.Update()->EmptyRow(2);
     Export({"Overwrite", "columnHeaders"}, At("board.csv"));
     EXPECT_EQ(ReadFile(At("board.csv")), "IBM,,\n");
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre("The file \"" + At("board.csv") + "\" exists already. Replace it?"));
@@ -141,7 +141,7 @@ TEST_F(CTransferDeskTest, AnExportBeginsWithANewFileAndHeadersThenWithWhatWasCho
     };
     Type(1, "ibm");
     EXPECT_EQ(offered(), (SExportOptions{false, true, true, false, false}));
-    doc.SetModified(false);
+    doc.MarkSaved();
     Export({}, At("board"));
     EXPECT_FALSE(doc.IsModified());
     Export({"DDE Formulas", "Tab Delimited", "columnHeaders", "utf8", "Append"}, At("board"));
@@ -191,7 +191,7 @@ TEST_F(CTransferDeskTest, AnImportShowsWhatItWouldDoAndIsOneStep) {
 }
 
 TEST_F(CTransferDeskTest, PrintedTextsCanBeReadOnTheBackgroundsThatTheUserChose) {
-    doc.SetColumnsByName("Symbol;Last;Tick Trend;");
+    doc.Update()->SetColumnsByName("Symbol;Last;Tick Trend;");
     doc.SetFeedReady();
     Type(1, "IBM");
     const auto feed = [&](std::string_view field, std::initializer_list<const char*> values) {
@@ -201,7 +201,7 @@ TEST_F(CTransferDeskTest, PrintedTextsCanBeReadOnTheBackgroundsThatTheUserChose)
     };
     feed("Last", {"12.5", "13.5"});
     feed("Tick", {"173", "175", "183"});
-    doc.RebuildGrid();
+    doc.Update()->Columns();
     const auto printed = [&] {
         QPdfWriter paper(QString::fromStdString(At("board.pdf")));
         CListPrinter list(frame.View().Grid(), 1, {}, paper);
@@ -216,7 +216,7 @@ TEST_F(CTransferDeskTest, PrintedTextsCanBeReadOnTheBackgroundsThatTheUserChose)
     for (int column = 1; column <= 3; ++column) {
         SCellFormat format = doc.Formats().Effective(1, column);
         format.backColour = 0x808080;
-        doc.Formats().Set(1, column, format);
+        doc.Update()->Formats().Set(1, column, format);
     }
     const std::set<QRgb> colors = ColorsOfPdf(printed());
     EXPECT_THAT(colors, Contains(kGrey));
@@ -228,8 +228,8 @@ TEST_F(CTransferDeskTest, PrintedTextsCanBeReadOnTheBackgroundsThatTheUserChose)
 
 TEST_F(CTransferDeskTest, PagesHoldAllRowsAndWideListsContinueBesideThem) {
     const auto pages = [&](const std::string& columns) {
-        doc.SetColumnsByName(columns);
-        doc.RebuildGrid();
+        doc.Update()->SetColumnsByName(columns);
+        doc.Update()->Columns();
         QPrinter printer(QPrinter::HighResolution);
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(QString::fromStdString(At("list.pdf")));
@@ -241,8 +241,8 @@ TEST_F(CTransferDeskTest, PagesHoldAllRowsAndWideListsContinueBesideThem) {
         EXPECT_TRUE(ReadFile(At("list.pdf")).starts_with("%PDF"));
         return last;
     };
-    for (int row = 1; row <= 120; ++row) doc.PlaceSymbol(row, fmt::format("S{}", row));
-    doc.RebuildGrid();
+    for (int row = 1; row <= 120; ++row) doc.Update()->PlaceSymbol(row, fmt::format("S{}", row));
+    doc.Update()->Columns();
     const int narrow = pages("Symbol;Last;");
     EXPECT_GE(narrow, 3);
     EXPECT_LE(narrow, 5);
@@ -250,9 +250,9 @@ TEST_F(CTransferDeskTest, PagesHoldAllRowsAndWideListsContinueBesideThem) {
     for (const char* name : {"Symbol", "Last", "Volume", "Bid", "Ask", "High", "Low", "Open", "Close", "Change"})
         all += fmt::format("{};", name);
 
-    doc.SetColumnsByName(all);
-    for (int i = 1; i < doc.Columns().Count(); ++i) doc.Columns().SetWidth(i, 400);
-    doc.RebuildGrid();
+    doc.Update()->SetColumnsByName(all);
+    for (int i = 1; i < doc.Columns().Count(); ++i) doc.Update()->Columns().SetWidth(i, 400);
+    doc.Update()->Columns();
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setPageOrientation(QPageLayout::Landscape);

@@ -171,7 +171,7 @@ TEST_P(CScaledWindowTest, EveryEdgeIsOnTheScreenHoweverLargeTheWindowWas) {
 
 TEST_P(CScaledWindowTest, EveryDialogFitsOnTheScreenAndIsUsedByKeyboard) {
     CMainFrame& frame = Started();
-    frame.Document().EnterSymbol(1, "IBM");
+    frame.Document().Update()->EnterSymbol(1, "IBM");
     const auto look = [&](QDialog& dialog, const char* command) {
         EXPECT_TRUE(WaitFor([&] { return dialog.isActiveWindow() && dialog.windowHandle()->isExposed(); })) << command;
         EXPECT_TRUE(WaitFor([&] { return kScreen.contains(desktop->Whole(dialog)); })) << command;

@@ -6,7 +6,6 @@
 #include "support/Random.h"
 #include "watchlist/FileFixture.h"
 #include "watchlist/document/CellFormatStore.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/edit/ColumnMoves.h"
 #include "watchlist/edit/PasteText.h"
 #include "watchlist/edit/SortCommands.h"
@@ -48,7 +47,7 @@ bool IsUnknown(std::string_view symbol) { return symbol.starts_with("NOPE"); }
 class CWorld : public CFileFixture, private CAlertNotices {
 public:
     CWorld() {
-        doc.Alerts().SetNotices(this);
+        doc.AlertRules().SetNotices(this);
         doc.SetFeedReady();
         boxes.answer = EBoxAnswer::Yes;
         keeper.emplace(doc, file, state.Path());
@@ -119,17 +118,16 @@ private:
             return true;
         }
         case EKind::Empty: {
-            const CUndoStep one(doc, "empty row");
-            doc.EmptyRow(row);
-            doc.RowEdited(row);
+            doc.Edit("empty row", [&](CWatchlistEdit& edit) { edit.EmptyRow(row); });
             plain.Empty(row);
             return true;
         }
         case EKind::Note: {
             const std::string note = step.c % 3 == 0 ? std::string() : "n" + std::to_string(step.c % 100);
-            const CUndoStep one(doc, "note");
-            doc.Notes().Set(row, note);
-            doc.RowEdited(row);
+            doc.Edit("note", [&](CWatchlistEdit& edit) {
+                edit.Notes().Set(row, note);
+                edit.ShowText(row, {});
+            });
             plain.SetNote(row, note);
             return true;
         }
@@ -144,24 +142,23 @@ private:
             Sort();
             return true;
         case EKind::Format: {
-            const CUndoStep one(doc, "format");
             SCellFormat format;
             format.decimals = static_cast<int>(step.b % 6);
             const int column = static_cast<int>(step.c % static_cast<uint32_t>(doc.Columns().Count()));
-            doc.Formats().Set(column == 0 || step.b % 5 == 0 ? 0 : row, column, format);
-            doc.SetModified(true);
+            const int formatted = column == 0 || step.b % 5 == 0 ? 0 : row;
+            doc.Edit("format", [&](CWatchlistEdit& edit) { edit.Formats().Set(formatted, column, format); });
             return true;
         }
         case EKind::Column:
             EditColumns(step);
             return true;
         case EKind::Option: {
-            const CUndoStep one(doc, "option");
-            SWatchlistOptions& options = doc.Options();
-            (step.a % 3 == 0 ? options.trailingRows : options.lockedColumns) = static_cast<int>(step.b % 4);
-            options.sortAcrossHeadings = step.c % 4 == 0;
-            options.showToolBar = step.c % 5 != 0;
-            doc.SetModified(true);
+            doc.Edit("option", [&](CWatchlistEdit& edit) {
+                SWatchlistOptions& options = edit.Options();
+                (step.a % 3 == 0 ? options.trailingRows : options.lockedColumns) = static_cast<int>(step.b % 4);
+                options.sortAcrossHeadings = step.c % 4 == 0;
+                options.showToolBar = step.c % 5 != 0;
+            });
             return true;
         }
         case EKind::Alert: {
@@ -172,10 +169,7 @@ private:
             alert.fieldId = AlertFieldId("Last").value();
             alert.condition = 1;
             alert.value = above;
-            CUndoStep one(doc, "new alert");
-            one.CoverAlerts();
-            doc.Alerts().Add(symbol, alert);
-            doc.SetModified(true);
+            doc.Edit("new alert", [&](CWatchlistEdit& edit) { edit.Alerts().Add(symbol, alert); });
             plain.AddAlert(symbol, above);
             return true;
         }

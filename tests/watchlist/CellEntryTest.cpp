@@ -36,18 +36,18 @@ protected:
         UseColumns("Symbol;Last;");
     }
     void UseColumns(std::string_view names) {
-        doc.Columns().Clear();
-        doc.SetColumnsByName(names);
+        doc.Update()->Columns().Clear();
+        doc.Update()->SetColumnsByName(names);
     }
     void Prepare(const std::string& row) {
-        doc.EmptyRow(kRow);
+        doc.Update()->EmptyRow(kRow);
         if (!row.empty() && row[0] == '#')
-            doc.SetAnnotation(kRow, row);
+            doc.Update()->SetAnnotation(kRow, row);
         else
-            doc.EnterSymbol(kRow, row);
+            doc.Update()->EnterSymbol(kRow, row);
         feed.Take();
         counts.Take();
-        doc.SetModified(false);
+        doc.MarkSaved();
     }
     void Type(std::string_view text, int row = kRow, int column = 1) { EnterCellText(doc, row, column, "old", text); }
     std::string Sent() {
@@ -138,11 +138,11 @@ TEST_F(CCellEntry, TheSameTextAndCellsOutsideTheGridChangeNothing) {
 TEST_F(CCellEntry, ClearingACellTakesItsFormatAndItsRowsNoteWhereNothingElseStands) {
     SCellFormat bold;
     bold.bold = true;
-    doc.EnterSymbol(1, "IBM");
-    doc.SetAnnotation(2, "Tech");
+    doc.Update()->EnterSymbol(1, "IBM");
+    doc.Update()->SetAnnotation(2, "Tech");
     for (const int row : {1, 2, 3}) {
-        doc.Notes().Set(row, "note");
-        doc.Formats().Set(row, 2, bold);
+        doc.Update()->Notes().Set(row, "note");
+        doc.Update()->Formats().Set(row, 2, bold);
         Type("", row, 2);
         EXPECT_EQ(doc.Formats().Find(row, 2), nullptr) << row;
     }
@@ -151,7 +151,7 @@ TEST_F(CCellEntry, ClearingACellTakesItsFormatAndItsRowsNoteWhereNothingElseStan
     EXPECT_TRUE(doc.Notes().Has(2)) << "an annotation row lost its note instead of its annotation";
     EXPECT_FALSE(doc.Notes().Has(3));
     EXPECT_TRUE(doc.IsModified());
-    doc.Formats().Set(1, 2, bold);
+    doc.Update()->Formats().Set(1, 2, bold);
     Type("refused", 1, 2);
     EXPECT_NE(doc.Formats().Find(1, 2), nullptr) << "a refused text changed the cell";
 }
@@ -172,7 +172,7 @@ TEST_F(CCellEntry, ASymbolInTwoRowsIsWatchedOnceAndGoesWithTheLast) {
 }
 
 TEST_F(CCellEntry, AShownTextStandsUntilTheRowChangesWhateverTheFeedSends) {
-    doc.EnterSymbol(1, "IBM");
+    doc.Update()->EnterSymbol(1, "IBM");
     Type("not a symbol", 1);
     EXPECT_FALSE(doc.IsModified());
     FeedSays("Q,IBM,,1.5,");
@@ -184,7 +184,7 @@ TEST_F(CCellEntry, AShownTextStandsUntilTheRowChangesWhateverTheFeedSends) {
 }
 
 TEST_F(CCellEntry, ATypedCorrectionTakesTheRowOffTheRejectedSymbols) {
-    doc.EnterSymbol(1, "NOPE");
+    doc.Update()->EnterSymbol(1, "NOPE");
     doc.SymbolNotFound("NOPE");
     EXPECT_EQ(Rows(), "#\"NOPE\" is an Invalid or Unauthorized Symbol.");
     Type("=ibm", 1);
@@ -194,8 +194,8 @@ TEST_F(CCellEntry, ATypedCorrectionTakesTheRowOffTheRejectedSymbols) {
 
 TEST_F(CCellEntry, WhatWasTypedGoesWithItsRejectedRowAndComesBackWithIt) {
     Type(" IBM,MSFT ", 1);
-    OverwriteRow(doc, 2, "c, d");
-    OverwriteRow(doc, 3, "nope");
+    OverwriteRow(doc, *doc.Update(), 2, "c, d");
+    OverwriteRow(doc, *doc.Update(), 3, "nope");
     for (const char* symbol : {kCommaSymbol, "NOPE"}) doc.SymbolNotFound(symbol);
     doc.InsertRows(1, 1);
     EXPECT_EQ(doc.TypedText(2), "IBM,MSFT");
@@ -204,7 +204,7 @@ TEST_F(CCellEntry, WhatWasTypedGoesWithItsRejectedRowAndComesBackWithIt) {
     doc.DeleteRows(2, 1);
     doc.Undo().Undo();
     EXPECT_EQ(doc.TypedText(2), "IBM,MSFT");
-    doc.SetModified(false);
+    doc.MarkSaved();
     CorrectRejected(doc, 2, "  ");
     EXPECT_TRUE(doc.IsRejected(2));
     EXPECT_FALSE(doc.IsModified());
@@ -230,8 +230,8 @@ TEST_F(CCellEntry, TheCurrentSymbolAsksBeforeItReplacesARow) {
     EXPECT_THAT(feed.Take(), ElementsAre("wMSFT\n"));
     EXPECT_TRUE(doc.IsModified());
 
-    doc.SetAnnotation(2, "Tech");
-    doc.SetModified(false);
+    doc.Update()->SetAnnotation(2, "Tech");
+    doc.MarkSaved();
     boxes.answer = EBoxAnswer::No;
     AddCurrentSymbol(doc, settings, 2);
     EXPECT_EQ(Rows(), "MSFT|#Tech");
@@ -260,12 +260,12 @@ TEST_F(CCellEntry, ANewDocumentMakesTheLastFolderTheCurrentOneWhenItExists) {
 }
 
 TEST_F(CCellEntry, ANewDocumentTakesNothingOverFromTheOneBefore) {
-    doc.Options().sort = {3, false, true, 60000};
-    doc.Options().lockedColumns = 2;
-    doc.Options().trailingRows = 9;
-    doc.Options().useGridPrecision = true;
-    doc.EnterSymbol(1, "IBM");
-    doc.ShowText(1, "two words more");
+    doc.Update()->Options().sort = {3, false, true, 60000};
+    doc.Update()->Options().lockedColumns = 2;
+    doc.Update()->Options().trailingRows = 9;
+    doc.Update()->Options().useGridPrecision = true;
+    doc.Update()->EnterSymbol(1, "IBM");
+    doc.Update()->ShowText(1, "two words more");
     doc.NewDocument();
     EXPECT_EQ(doc.Options().sort, SSortRecord{});
     EXPECT_EQ(doc.Options().lockedColumns, 0);

@@ -98,7 +98,7 @@ protected:
     }
     /// The symbol stands at the row and is watched, as after typing it.
     void Place(int row, std::string_view symbol) {
-        doc.PlaceSymbol(row, symbol);
+        doc.Update()->PlaceSymbol(row, symbol);
         doc.WatchSymbol(symbol);
     }
     /// What stands in a row: "IBM", "IBM showing two words more", "#an annotation", or nothing.

@@ -57,12 +57,12 @@ TEST_F(CDocNews, AHeadlineChangesTheRowsOfItsSymbolsAtTheNextRepaint) {
 
 TEST_F(CDocNews, ASymbolThatComesBackCountsAnew) {
     FeedIsReady();
-    doc.EnterSymbol(1, "IBM");
+    doc.Update()->EnterSymbol(1, "IBM");
     HeadlineFor("IBM");
-    doc.EnterSymbol(2, "IBM");
+    doc.Update()->EnterSymbol(2, "IBM");
     EXPECT_EQ(doc.News().GetFresh("IBM"), 1u) << "a second row is no new symbol";
     doc.DeleteRows(1, 2);
-    doc.EnterSymbol(1, "IBM");
+    doc.Update()->EnterSymbol(1, "IBM");
     EXPECT_EQ(doc.News().GetFresh("IBM"), 0u);
     EXPECT_EQ(doc.News().CountText("IBM"), "");
     EXPECT_EQ(doc.News().HeadlineText("IBM"), "Up, and away");
@@ -70,17 +70,17 @@ TEST_F(CDocNews, ASymbolThatComesBackCountsAnew) {
 
 TEST_F(CDocNews, AlertsOutliveTheLastRowAndAreJudgedAgainWhenTheSymbolReturns) {
     FeedIsReady();
-    doc.EnterSymbol(1, "IBM");
+    doc.Update()->EnterSymbol(1, "IBM");
     A_INFO alert;
     alert.enabled = 1;
     alert.fieldId = FieldIndex("Last") - 1;
     alert.condition = 1;
     alert.value = 100;
-    doc.Alerts().Add("IBM", alert);
+    doc.AlertRules().Add("IBM", alert);
     doc.DeleteRows(1, 1);
     FeedSets("IBM", "Last", "150");
     EXPECT_EQ(doc.Alerts().ArmedCount("IBM"), 1) << "judged although nobody watches";
-    doc.EnterSymbol(1, "IBM");
+    doc.Update()->EnterSymbol(1, "IBM");
     FeedSets("IBM", "Last", "150");
     EXPECT_EQ(doc.Alerts().ArmedCount("IBM"), 0);
 }

@@ -20,14 +20,14 @@ class CExportText : public CDocFixture {
 protected:
     CExportText() {
         FeedIsReady();
-        doc.Columns().Clear();
-        doc.SetColumnsByName("Last;Bid;Symbol;Notes;No Such;News;Ask;");
-        doc.Columns().SetWidth(2, 0);
-        doc.EnterSymbol(1, "IBM");
-        doc.SetAnnotation(3, "Old, cars");
-        doc.EnterSymbol(4, "GE");
+        doc.Update()->Columns().Clear();
+        doc.Update()->SetColumnsByName("Last;Bid;Symbol;Notes;No Such;News;Ask;");
+        doc.Update()->Columns().SetWidth(2, 0);
+        doc.Update()->EnterSymbol(1, "IBM");
+        doc.Update()->SetAnnotation(3, "Old, cars");
+        doc.Update()->EnterSymbol(4, "GE");
         FeedSets("IBM", "Last", "12.5");
-        doc.Notes().Set(1, "a note");
+        doc.Update()->Notes().Set(1, "a note");
         doc.OnNewsLine("N,S,1,IBM,20240131 093000,Up");
     }
     std::string FileAfter(const SExportOptions& options) {
@@ -69,7 +69,7 @@ TEST_F(CExportText, WritesTheTableAsShownOrAsFormulas) {
               "Last\tSymbol\tNotes\tNo Such\tNews\tAsk\n"
               "=VxLink|'IBM'!'Last'\t=VxLink|'IBM'!'Symbol'\ta note\t\t1\t\n"
               "\t\t\t\t\t\nOld, cars\t\t\t\t\t\n\t=VxLink|'GE'!'Symbol'\t\t\t\t\n");
-    doc.Columns().SetWidth(3, 0);
+    doc.Update()->Columns().SetWidth(3, 0);
     doc.DeleteRows(2, 3);
     EXPECT_EQ(ExportText(doc, {true, true, true, true}, true),
               "Last,Notes,No Such,News,Ask\n=VxLink|'IBM'!'Last',a note,,1,\n");
@@ -83,7 +83,7 @@ TEST_F(CExportText, ATextWithACommaSpreadsOverTwoFields) {
 
 TEST_F(CExportText, AppendsOrOverwritesWithHeadersWhereATableBeginsAFile) {
     doc.DeleteRows(2, 9);
-    doc.Columns().SetNames("Symbol;Last;");
+    doc.Update()->Columns().SetNames("Symbol;Last;");
     const std::string headers = "Symbol,Last\n", row = "IBM,12.5000\n";
     SExportOptions options;
     options.append = true;
@@ -128,16 +128,16 @@ TEST_F(CExportText, AReplacedFileIsFollowedThroughItsLinkAndKeepsItsMode) {
 
 TEST_F(CExportText, OnlyUtf8TurnsTheTickTrendIntoSigns) {
     doc.DeleteRows(2, 9);
-    doc.Columns().Clear();
-    doc.SetColumnsByName("Symbol;Tick Trend;Notes;");
-    doc.Notes().Set(1, "\xE9 \xAD");
+    doc.Update()->Columns().Clear();
+    doc.Update()->SetColumnsByName("Symbol;Tick Trend;Notes;");
+    doc.Update()->Notes().Set(1, "\xE9 \xAD");
     for (const char* tick : {"173", "183", "175"}) FeedSets("IBM", "Tick", tick); // The newest comes first.
     SExportOptions options;
     EXPECT_EQ(FileAfter(options), "Symbol,Tick Trend,Notes\nIBM,\xAF\xB7\xAD,\xE9 \xAD\n");
     options.utf8 = true;
     EXPECT_EQ(FileAfter(options), "Symbol,Tick Trend,Notes\nIBM,\u25BC\u2022\u25B2,\u00E9 \u00AD\n");
     EXPECT_EQ(CopyText(doc, {1, 1, 1, 3}), "IBM\t\u25BC\u2022\u25B2\t\u00E9 \u00AD\r\n");
-    doc.SetAnnotation(1, "\xB7 a heading");
-    doc.Columns().SetWidth(1, 0);
+    doc.Update()->SetAnnotation(1, "\xB7 a heading");
+    doc.Update()->Columns().SetWidth(1, 0);
     EXPECT_EQ(CopyText(doc, {1, 1, 1, 3}), "\u00B7 a heading\r\n") << "it is in the trend's column";
 }

@@ -33,8 +33,8 @@ protected:
         return text.substr(begin, text.find("\r\n", begin) - begin);
     }
     void Change(int row, std::string_view symbol) {
-        doc.PlaceSymbol(row, symbol);
-        doc.SetModified(true);
+        doc.Update()->PlaceSymbol(row, symbol);
+        doc.Edit({}, [](CWatchlistEdit&) {});
     }
 
     CTempFolder files, state;

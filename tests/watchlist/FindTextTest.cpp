@@ -13,15 +13,15 @@ class CFindText : public CDocFixture {
 protected:
     CFindText() {
         FeedIsReady();
-        doc.Columns().Clear();
-        doc.SetColumnsByName("Symbol;Last;Bid;Notes;");
-        doc.Columns().SetWidth(3, 0);
-        doc.EnterSymbol(1, "IBM");
-        doc.SetAnnotation(2, "Caf\xE9 ibm");
-        doc.EnterSymbol(3, "Ibm");
-        doc.EnterSymbol(5, "AIBMX");
-        doc.Notes().Set(3, "first\r\nthe ibm line");
-        doc.Notes().Set(6, "below IBM");
+        doc.Update()->Columns().Clear();
+        doc.Update()->SetColumnsByName("Symbol;Last;Bid;Notes;");
+        doc.Update()->Columns().SetWidth(3, 0);
+        doc.Update()->EnterSymbol(1, "IBM");
+        doc.Update()->SetAnnotation(2, "Caf\xE9 ibm");
+        doc.Update()->EnterSymbol(3, "Ibm");
+        doc.Update()->EnterSymbol(5, "AIBMX");
+        doc.Update()->Notes().Set(3, "first\r\nthe ibm line");
+        doc.Update()->Notes().Set(6, "below IBM");
         FeedSets("AIBMX", "Last", "12.5");
         FeedSets("AIBMX", "Bid", "77.25");
     }
@@ -79,14 +79,14 @@ TEST_F(CFindText, FindsShownTextsAnnotationsAndNotesAndWrapsAround) {
     EXPECT_EQ(Text(FindNext(doc, "ibm", {}, 3, 2)), "3,4 note");
     EXPECT_EQ(Text(FindPrevious(doc, "ibm", {}, 3, 4)), "3,1");
     EXPECT_EQ(Text(FindNext(doc, "ibm", {}, 99, 1)), "1,1");
-    doc.Columns().SetWidth(4, 0);
+    doc.Update()->Columns().SetWidth(4, 0);
     EXPECT_EQ(Text(FindNext(doc, "line", {}, 1, 1)), "3,1 note");
 }
 
 TEST_F(CFindText, GoesToTheSymbolThatIsMeantMost) {
-    doc.EnterSymbol(7, "IBM");
-    doc.EnterSymbol(8, "ibm2");
-    doc.EnterSymbol(9, "BAD");
+    doc.Update()->EnterSymbol(7, "IBM");
+    doc.Update()->EnterSymbol(8, "ibm2");
+    doc.Update()->EnterSymbol(9, "BAD");
     doc.SymbolNotFound("BAD");
     const std::pair<const char*, int> cases[] = {{"IBM", 1}, {" Ibm ", 3}, {"iBm", 1}, {"IBM2", 8}, {"aib", 5},
                                                  {"ib", 1},  {"bad", 9},   {"BM", 0},  {"", 0},     {"IBM22", 0}};

@@ -72,20 +72,20 @@ A_INFO AlertBelow(double threshold, std::string_view sound = {}) {
 } // namespace
 
 TEST_F(FurtherKeys, AreNotWrittenForAListThatNeedsNone) {
-    doc.SetAnnotation(2, "plain, with a colon: and \"quotes\"");
-    doc.Notes().Set(1, "two\r\nlines");
-    doc.Alerts().Add("JPM", AlertBelow(0.000001));
+    doc.Update()->SetAnnotation(2, "plain, with a colon: and \"quotes\"");
+    doc.Update()->Notes().Set(1, "two\r\nlines");
+    doc.AlertRules().Add("JPM", AlertBelow(0.000001));
     EXPECT_THAT(FurtherLines(), IsEmpty());
     EXPECT_THAT(Written(), testing::EndsWith(";\r\n"));
 }
 
 TEST_F(FurtherKeys, BringBackEveryRowAndTakeOutThoseThatTheOtherLinesAdd) {
-    doc.PlaceSymbol(4, "LSE:5");
-    doc.PlaceSymbol(6, "A:8,;B");
-    doc.SetAnnotation(7, "buy; 9:#sell");
-    doc.SetAnnotation(10, "\"XYZ\" is an Invalid Symbol.");
-    doc.SetAnnotation(11, "one\r\n[line");
-    doc.Notes().Set(9, "far\r\ndown \xFC");
+    doc.Update()->PlaceSymbol(4, "LSE:5");
+    doc.Update()->PlaceSymbol(6, "A:8,;B");
+    doc.Update()->SetAnnotation(7, "buy; 9:#sell");
+    doc.Update()->SetAnnotation(10, "\"XYZ\" is an Invalid Symbol.");
+    doc.Update()->SetAnnotation(11, "one\r\n[line");
+    doc.Update()->Notes().Set(9, "far\r\ndown \xFC");
     EXPECT_EQ(WrittenLine("Symbols"), "JPM:1,;LSE:5:4,;A:8,;B:6,;");
     EXPECT_EQ(WrittenLine("Annotations"), "7:#buy; 9:#sell;10:#\"XYZ\" is an Invalid Symbol.;11:#one;");
     EXPECT_THAT(FurtherLines(), ElementsAre("Vx.Rows=4 symbol \"LSE:5\";5 empty;6 symbol \"A:8,;B\";"
@@ -104,12 +104,12 @@ TEST_F(FurtherKeys, BringBackEveryRowAndTakeOutThoseThatTheOtherLinesAdd) {
 }
 
 TEST_F(FurtherKeys, BringBackTheAlertsOfEachSymbolThatLostOne) {
-    doc.Alerts().Add("JPM", AlertBelow(1e-7));
-    doc.Alerts().Add("JPM", AlertBelow(5));
-    doc.Alerts().Add("JPM", AlertBelow(2e-7));
-    doc.Alerts().Add("LSE:VOD", AlertBelow(3));
-    doc.Alerts().Add("BAC", AlertBelow(4, "/home/a;GS:Last,=,1,TRUE"));
-    doc.Alerts().Add("IBM", AlertBelow(6));
+    doc.AlertRules().Add("JPM", AlertBelow(1e-7));
+    doc.AlertRules().Add("JPM", AlertBelow(5));
+    doc.AlertRules().Add("JPM", AlertBelow(2e-7));
+    doc.AlertRules().Add("LSE:VOD", AlertBelow(3));
+    doc.AlertRules().Add("BAC", AlertBelow(4, "/home/a;GS:Last,=,1,TRUE"));
+    doc.AlertRules().Add("IBM", AlertBelow(6));
     EXPECT_EQ(WrittenLine("Alerts").substr(0, 56), "BAC:Last,<=,4.000000,TRUE,FALSE,0,FALSE,/home/a;GS:Last,");
     const CAlertArray ofJpm = doc.Alerts().Get("JPM");
     Travel();
@@ -124,10 +124,10 @@ TEST_F(FurtherKeys, BringBackTheAlertsOfEachSymbolThatLostOne) {
 TEST_F(FurtherKeys, BringBackColumnsWithWhatCountsByTheirPlaces) {
     SCellFormat format;
     format.fontSizePt = 13;
-    doc.Formats().Set(1, 3, format);
-    doc.Options().sort.column = 4;
-    doc.Options().lockedColumns = 3;
-    doc.Columns().SetWidth(2, 0);
+    doc.Update()->Formats().Set(1, 3, format);
+    doc.Update()->Options().sort.column = 4;
+    doc.Update()->Options().lockedColumns = 3;
+    doc.Update()->Columns().SetWidth(2, 0);
     EXPECT_EQ(WrittenLine("Columns"), "Symbol:700;Bid:700;Ask:700;");
     EXPECT_EQ(WrittenLine("Sort").substr(0, 2), "4;") << "places count with the hidden columns";
     EXPECT_EQ(WrittenLine("LockedColumns"), "3");
@@ -138,21 +138,21 @@ TEST_F(FurtherKeys, BringBackColumnsWithWhatCountsByTheirPlaces) {
     EXPECT_EQ(doc.Options().sort.column, 4);
     EXPECT_EQ(doc.Formats().Effective(1, 3).fontSizePt, 13);
 
-    for (const char* name : {"Yield: net", "a;Ask", "RowNumbers", "two\r\nlines"}) doc.Columns().Append(name, 50);
-    doc.Columns().Move(5, 1);
+    for (const char* name : {"Yield: net", "a;Ask", "RowNumbers", "two\r\nlines"}) doc.Update()->Columns().Append(name, 50);
+    doc.Update()->Columns().Move(5, 1);
     Travel();
     EXPECT_EQ(Columns(), "Yield: net=50 Symbol=70 Last=0 Bid=70 Ask=70 a;Ask=50 RowNumbers=50 two\r\nlines=50 ");
     EXPECT_EQ(doc.Columns().At(0).width, kRowNumberWidthPx);
-    doc.Columns().SetWidth(0, 45);
+    doc.Update()->Columns().SetWidth(0, 45);
     Travel();
     EXPECT_EQ(doc.Columns().At(0).width, 45);
-    while (doc.Columns().Count() > 1) doc.Columns().Remove(1);
+    while (doc.Columns().Count() > 1) doc.Update()->Columns().Remove(1);
     Travel();
     EXPECT_EQ(Columns(), "");
 }
 
 TEST_F(FurtherKeys, RememberHowTheListIsExported) {
-    doc.Options().exporting = {true, false, false, true, true};
+    doc.Update()->Options().exporting = {true, false, false, true, true};
     EXPECT_THAT(FurtherLines(), ElementsAre("Vx.Export=formulas tabs headless append utf8;"));
     Travel();
     EXPECT_EQ(doc.Options().exporting, (SExportOptions{true, false, false, true, true}));
@@ -163,7 +163,7 @@ TEST_F(FurtherKeys, RememberHowTheListIsExported) {
 }
 
 TEST_F(FurtherKeys, BringBackWhatFormatsHaveNoFieldFor) {
-    CCellFormatStore& formats = doc.Formats();
+    CCellFormatStore& formats = doc.Update()->Formats();
     const auto set = [&](int row, int column, EColourRule rule, bool regular, int points = 9) {
         SCellFormat format;
         format.colourRule = rule;
@@ -193,8 +193,8 @@ TEST_F(FurtherKeys, BringBackWhatFormatsHaveNoFieldFor) {
 TEST_F(FurtherKeys, CarryEveryByteInLinesOfBoundedLength) {
     std::string all;
     for (int i = 0; i < 5000; ++i) all += static_cast<char>(i % 256);
-    doc.SetAnnotation(2, all);
-    doc.PlaceSymbol(3, fmt::format("LSE:{}", std::string(400, 'V')));
+    doc.Update()->SetAnnotation(2, all);
+    doc.Update()->PlaceSymbol(3, fmt::format("LSE:{}", std::string(400, 'V')));
     EXPECT_THAT(FurtherLines(), SizeIs(testing::Gt(5u)));
     for (const std::string& line : FurtherLines()) {
         EXPECT_LE(line.size(), kMostFurtherBytes);

@@ -19,8 +19,8 @@ class CImportText : public CDocFixture {
 protected:
     CImportText() {
         FeedIsReady();
-        doc.Columns().Clear();
-        doc.SetColumnsByName("Symbol;Last;");
+        doc.Update()->Columns().Clear();
+        doc.Update()->SetColumnsByName("Symbol;Last;");
     }
     /// "A B | IBM | A | 3:not this": to add, there already, twice in the text, not understood.
     std::string Read(std::string_view text) {
@@ -39,7 +39,7 @@ protected:
 } // namespace
 
 TEST_F(CImportText, FindsSymbolsInListsAndTables) {
-    doc.EnterSymbol(1, "IBM");
+    doc.Update()->EnterSymbol(1, "IBM");
     const struct {
         const char *text, *read;
     } cases[] = {
@@ -106,9 +106,9 @@ TEST_F(CImportText, ALongTextIsReadUpToWhatFitsAndCanBeCancelledWithoutALineEnd)
 }
 
 TEST_F(CImportText, AddsWithoutOverwritingAndTakesItBackWhole) {
-    for (const char* symbol : {"IBM", "GE"}) doc.EnterSymbol(doc.LastUsedRow() + 1, symbol);
+    for (const char* symbol : {"IBM", "GE"}) doc.Update()->EnterSymbol(doc.LastUsedRow() + 1, symbol);
     doc.Undo().Clear();
-    doc.SetModified(false);
+    doc.MarkSaved();
     SImportResult result = ApplyImport(doc, ReadImport(doc, "t f ibm"), 2);
     EXPECT_EQ(Rows(), "IBM|T|F|GE");
     EXPECT_EQ(std::pair(result.firstRow, result.lastRow), std::pair(2, 3));
@@ -126,18 +126,18 @@ TEST_F(CImportText, AddsWithoutOverwritingAndTakesItBackWhole) {
     EXPECT_EQ(Rows(), "IBM|GE");
     EXPECT_EQ(store.Size(), 2U);
     EXPECT_FALSE(doc.IsModified());
-    doc.EnterSymbol(CRowTable::kMaxRow - 1, "LAST");
+    doc.Update()->EnterSymbol(CRowTable::kMaxRow - 1, "LAST");
     result = ApplyImport(doc, ReadImport(doc, "t f m"), 2);
     EXPECT_EQ(result.message, "2 symbols were left out: a watchlist has at most 100000 rows.");
     EXPECT_EQ(Row(2), "T");
     EXPECT_EQ(doc.RowSymbol(CRowTable::kMaxRow), "LAST");
-    for (int row = 1; row < CRowTable::kMaxRow; ++row) doc.SetAnnotation(row, "x");
+    for (int row = 1; row < CRowTable::kMaxRow; ++row) doc.Update()->SetAnnotation(row, "x");
     EXPECT_EQ(ReadImport(doc, "v w x").toAdd.size(), 0U) << "the preview promises no more than there is room for";
 }
 
 TEST_F(CImportText, WhatWasExportedIsImportedAgain) {
-    for (const char* symbol : {"IBM", "BRK A", "GE"}) doc.EnterSymbol(doc.LastUsedRow() + 1, symbol);
-    doc.SetAnnotation(4, "not a symbol");
+    for (const char* symbol : {"IBM", "BRK A", "GE"}) doc.Update()->EnterSymbol(doc.LastUsedRow() + 1, symbol);
+    doc.Update()->SetAnnotation(4, "not a symbol");
     for (const bool formulas : {false, true})
         for (const bool commas : {false, true}) {
             const std::string text = ExportText(doc, {formulas, commas, true, false}, true);

@@ -50,9 +50,9 @@ class InterruptedSave : public CFileFixture {
 protected:
     /// A list whose every line says which one it is, so that a mixture of two is seen.
     void Fill(int version) {
-        for (int row = 1; row <= 400; ++row) doc.PlaceSymbol(row, fmt::format("V{}R{}", version % 10, row));
-        doc.Notes().Set(900, fmt::format("version {}", version % 10));
-        doc.SetModified(true);
+        for (int row = 1; row <= 400; ++row) doc.Update()->PlaceSymbol(row, fmt::format("V{}R{}", version % 10, row));
+        doc.Update()->Notes().Set(900, fmt::format("version {}", version % 10));
+        doc.Edit({}, [](CWatchlistEdit&) {});
     }
     /// Kills a child some time after it began, up to maxMicroseconds, and says whether it was killed.
     bool KillAfter(pid_t child, int microseconds) {
@@ -183,7 +183,7 @@ TEST_F(InterruptedSave, UnsavedChangesAreFoundAfterAKill) {
             CRecoveryKeeper keeper(doc, file, state.Path());
             Change(2, "MSFT");
             Change(3, fmt::format("S{}", kills));
-            doc.Notes().Set(70, "kept");
+            doc.Update()->Notes().Set(70, "kept");
             keeper.Poll({}, 0);
             keeper.Poll({}, CRecoveryKeeper::kQuietMs);
             keeper.Flush();

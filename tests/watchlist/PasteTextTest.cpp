@@ -18,15 +18,15 @@ class CPasteText : public CDocFixture {
 protected:
     CPasteText() {
         FeedIsReady();
-        doc.Columns().Clear();
-        doc.SetColumnsByName("Symbol;Last;Bid;Notes;");
-        doc.Columns().SetWidth(3, 0);
-        for (const char* symbol : {"IBM", "MSFT"}) doc.EnterSymbol(doc.LastUsedRow() + 1, symbol);
+        doc.Update()->Columns().Clear();
+        doc.Update()->SetColumnsByName("Symbol;Last;Bid;Notes;");
+        doc.Update()->Columns().SetWidth(3, 0);
+        for (const char* symbol : {"IBM", "MSFT"}) doc.Update()->EnterSymbol(doc.LastUsedRow() + 1, symbol);
         FeedSets("IBM", "Last", "12.5");
-        doc.SetAnnotation(3, "Banks");
-        doc.EnterSymbol(5, "GE");
-        doc.Notes().Set(1, "first line\r\nsecond");
-        doc.SetModified(false);
+        doc.Update()->SetAnnotation(3, "Banks");
+        doc.Update()->EnterSymbol(5, "GE");
+        doc.Update()->Notes().Set(1, "first line\r\nsecond");
+        doc.MarkSaved();
         feed.Take();
         counts.Take();
     }
@@ -112,7 +112,7 @@ TEST_F(CPasteText, FillsRowsFromTheFocusOn) {
 }
 
 TEST_F(CPasteText, FindsTheSymbolInTheColumnsThatItsOwnBoardCopied) {
-    doc.Columns().Move(1, 4); // Last, Bid (hidden), Notes, Symbol
+    doc.Update()->Columns().Move(1, 4); // Last, Bid (hidden), Notes, Symbol
     const std::string copied = CopyText(doc, {1, 5, 1, 4});
     EXPECT_EQ(copied, "12.5000\tfirst line\tIBM\r\n\t\tMSFT\r\nBanks\r\n\t\t\r\n\t\tGE\r\n");
     Pasted(6, 1, copied);
@@ -124,7 +124,7 @@ TEST_F(CPasteText, FindsTheSymbolInTheColumnsThatItsOwnBoardCopied) {
 }
 
 TEST_F(CPasteText, HeadingsOfABoardComeBackWhateverIsInThem) {
-    doc.SetAnnotation(4, "##Tech, and a REALTIME WatchList");
+    doc.Update()->SetAnnotation(4, "##Tech, and a REALTIME WatchList");
     PasteText(doc, 6, 1, CopyText(doc, {2, 5, 1, 4}, EAnnotationMarks::Yes), EAnnotationMarks::Yes);
     EXPECT_EQ(Rows(), "IBM|MSFT|#Banks|##Tech, and a REALTIME WatchList|GE"
                       "|MSFT|#Banks|##Tech, and a REALTIME WatchList|GE");
@@ -184,7 +184,7 @@ TEST_F(CPasteText, WhatDoesNotFitIsSaid) {
 TEST_F(CPasteText, ARangeIsClearedCellByCellInOneStep) {
     SCellFormat bold;
     bold.bold = true;
-    doc.Formats().Set(2, 2, bold);
+    doc.Update()->Formats().Set(2, 2, bold);
     EXPECT_EQ(ClearRange(doc, {1, 5, 2, 2}), 3) << "a note, a format and, as its only text, an annotation";
     EXPECT_EQ(Rows(), "IBM|MSFT|||GE");
     EXPECT_FALSE(doc.Notes().Has(1));

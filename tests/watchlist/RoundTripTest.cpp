@@ -86,9 +86,9 @@ protected:
         case 0:
             return EnterCellText(doc, AnyRow(), AnyColumn(), "old", AnyText());
         case 1:
-            return doc.SetAnnotation(AnyRow(), AnyText());
+            return doc.Update()->SetAnnotation(AnyRow(), AnyText());
         case 2:
-            return doc.Notes().Set(AnyRow(), AnyText());
+            return doc.Update()->Notes().Set(AnyRow(), AnyText());
         case 3:
             return doc.SetRowsHidden({AnyRow(), AnyRow()}, !random.OneIn(3));
         case 4:
@@ -99,11 +99,11 @@ protected:
         case 6:
             return doc.SymbolNotFound(AnySymbol());
         default:
-            return doc.PlaceSymbol(AnyRow(), AnyText());
+            return doc.Update()->PlaceSymbol(AnyRow(), AnyText());
         }
     }
     void EditColumns() {
-        CColumnMap& columns = doc.Columns();
+        CColumnMap& columns = doc.Update()->Columns();
         const std::string name = random.OneIn(3) ? AnyText() : std::string(columns.NameOf(Below(80)));
         if (!name.empty() && !random.OneIn(4)) columns.Append(name, random.OneIn(3) ? 0 : 1 + Below(2000));
         if (random.OneIn(3)) columns.SetWidth(AnyColumn(), Below(3) * 40);
@@ -119,7 +119,7 @@ protected:
         format.decimals = Below(9);
         format.colourRule = static_cast<EColourRule>(random.Below(3));
         format.regular = random.OneIn(4);
-        doc.Formats().Set(random.OneIn(2) ? 0 : AnyRow(), random.OneIn(20) ? 1000 : Below(doc.Columns().Count() + 1),
+        doc.Update()->Formats().Set(random.OneIn(2) ? 0 : AnyRow(), random.OneIn(20) ? 1000 : Below(doc.Columns().Count() + 1),
                           format);
     }
     void EditAlerts() {
@@ -132,10 +132,10 @@ protected:
         alert.noZero = random.Below(2);
         alert.soundType = random.OneIn(9) ? UINT32_MAX : random.Below(3);
         if (random.OneIn(3)) alert.soundFile = AnyText();
-        doc.Alerts().Add(AnySymbol(), alert);
+        doc.AlertRules().Add(AnySymbol(), alert);
     }
     void EditOptions() {
-        SWatchlistOptions& options = doc.Options();
+        SWatchlistOptions& options = doc.Update()->Options();
         options.placement = {Below(9) - 5, Below(9), Below(900), Below(900), random.OneIn(2), random.OneIn(2)};
         options.trailingRows = Below(SWatchlistOptions::kMaxTrailingRows + 1);
         options.lockedColumns = Below(doc.Columns().Count() + 2);
@@ -149,7 +149,7 @@ protected:
     void MakeList(uint64_t seed) {
         random = CRandom(seed);
         doc.NewDocument();
-        doc.Columns().SetNames("Symbol;Last;Notes;");
+        doc.Update()->Columns().SetNames("Symbol;Last;Notes;");
         for (uint32_t edits = random.Below(kMostEdits); edits > 0; --edits) {
             EditRows();
             if (random.OneIn(6)) EditColumns();

@@ -33,21 +33,21 @@ protected:
         for (int row = 1; row <= rows; ++row) {
             switch (Below(5)) {
             case 0:
-                doc.SetAnnotation(row, "text " + std::to_string(row));
+                doc.Update()->SetAnnotation(row, "text " + std::to_string(row));
                 break;
             case 1:
                 break;
             case 2:
-                doc.EnterSymbol(row, "BAD" + std::to_string(Below(4)));
+                doc.Update()->EnterSymbol(row, "BAD" + std::to_string(Below(4)));
                 break;
             default:
-                doc.EnterSymbol(row, "S" + std::to_string(Below(6)));
+                doc.Update()->EnterSymbol(row, "S" + std::to_string(Below(6)));
             }
-            if (Below(3) == 0) doc.Notes().Set(row, "note " + std::to_string(row));
+            if (Below(3) == 0) doc.Update()->Notes().Set(row, "note " + std::to_string(row));
             SCellFormat format;
             format.decimals = 1 + Below(6);
-            if (Below(3) == 0) doc.Formats().Set(row, 1, format);
-            if (doc.RowKind(row) == ERowKind::Symbol && Below(3) == 0) doc.ShowText(row, "shown text here");
+            if (Below(3) == 0) doc.Update()->Formats().Set(row, 1, format);
+            if (doc.RowKind(row) == ERowKind::Symbol && Below(3) == 0) doc.Update()->ShowText(row, "shown text here");
         }
         for (const char* bad : {"BAD0", "BAD1", "BAD2"}) doc.SymbolNotFound(bad);
     }
@@ -142,7 +142,7 @@ TEST_F(CRowMoves, DeletingTheLastRowOfASymbolUnwatchesItAndOthersStay) {
 }
 
 TEST_F(CRowMoves, InsertedEmptyRowsBelowTheLastUsedOneAreShown) {
-    doc.EnterSymbol(1, "IBM");
+    doc.Update()->EnterSymbol(1, "IBM");
     ASSERT_EQ(doc.RowCount(), 2);
     doc.InsertRows(2, 5);
     EXPECT_EQ(doc.RowCount(), 7);
@@ -157,8 +157,8 @@ TEST_F(CRowMoves, WhatWouldLeaveTheGridIsRefusedWhole) {
     EXPECT_FALSE(doc.InsertRows(1, 1));
     EXPECT_FALSE(doc.InsertRows(0, 1));
     EXPECT_FALSE(doc.InsertRows(1, 0));
-    EXPECT_FALSE(doc.ReorderRows({0, 2, 2}));
-    EXPECT_FALSE(doc.ReorderRows({0, 2, 3}));
+    EXPECT_FALSE(doc.Update()->ReorderRows({0, 2, 2}));
+    EXPECT_FALSE(doc.Update()->ReorderRows({0, 2, 3}));
     doc.MoveRows(1, 1, 200000);
     for (const int first : {-5, 0, -2147483647 - 1}) doc.MoveRows(first, 3, 5);
     EXPECT_EQ(doc.RowSymbol(1), "IBM");
@@ -180,13 +180,13 @@ TEST_F(CRowMoves, ARowIsFoundAgainByItsNumber) {
 }
 
 TEST_F(CRowMoves, ColumnsTakeFormatsSortColumnAndLockedOnesAlong) {
-    doc.Columns().Clear();
-    doc.SetColumnsByName("Symbol;Last;Bid;Ask;");
+    doc.Update()->Columns().Clear();
+    doc.Update()->SetColumnsByName("Symbol;Last;Bid;Ask;");
     SCellFormat bold;
     bold.bold = true;
-    doc.Formats().Set(1, 3, bold);
-    doc.Options().sort = {3, true, true, 60000};
-    doc.Options().lockedColumns = 2;
+    doc.Update()->Formats().Set(1, 3, bold);
+    doc.Update()->Options().sort = {3, true, true, 60000};
+    doc.Update()->Options().lockedColumns = 2;
     const auto expect = [&](std::string_view names, int column, int locked) {
         EXPECT_EQ(doc.Columns().Names(), names);
         EXPECT_EQ(doc.Options().sort.column, column) << names;

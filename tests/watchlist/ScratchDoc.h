@@ -30,8 +30,8 @@ public:
         store.SetCommandPort(&m_feed);
         doc.NewDocument();
         doc.SetFeedReady();
-        doc.Columns().Clear();
-        doc.SetColumnsByName(columns);
+        doc.Update()->Columns().Clear();
+        doc.Update()->SetColumnsByName(columns);
     }
     std::string Written() const { return WriteWatchlistText(doc, doc.Options().placement); }
 

@@ -23,10 +23,10 @@ class CSortCommands : public CDocFixture {
 protected:
     CSortCommands() {
         FeedIsReady();
-        doc.Columns().Clear();
-        doc.SetColumnsByName("Symbol;Last;News;Notes;");
+        doc.Update()->Columns().Clear();
+        doc.Update()->SetColumnsByName("Symbol;Last;News;Notes;");
     }
-    SSortRecord& Sort() { return doc.Options().sort; }
+    SSortRecord& Sort() { return doc.Update()->Options().sort; }
     SSortSelection WholeColumn(int column) { return {1, doc.RowCount(), column, column, column}; }
     static SSortSelection Cells(int firstRow, int lastRow, int column) {
         return {firstRow, lastRow, column, column, column};
@@ -37,16 +37,16 @@ protected:
 
 TEST_F(CSortCommands, OnlySymbolRowsMoveAmongThePlacesOfSymbolRows) {
     Open("Columns=Symbol:1000;\r\nSymbols=C:1,;B:3,6,;A:7,;\r\nAnnotations=2:#Tech;\r\n");
-    doc.Options().sortAcrossHeadings = true;
-    doc.Notes().Set(1, "of C");
-    doc.Notes().Set(4, "of an empty row");
-    SortRows(doc, 1, doc.RowCount(), 1, true);
+    doc.Update()->Options().sortAcrossHeadings = true;
+    doc.Update()->Notes().Set(1, "of C");
+    doc.Update()->Notes().Set(4, "of an empty row");
+    SortRows(doc, *doc.Update(), 1, doc.RowCount(), 1, true);
     EXPECT_EQ(Rows(), "A|#Tech|B|||B|C");
     EXPECT_EQ(doc.Notes().Get(7), "of C");
     EXPECT_EQ(doc.Notes().Get(4), "of an empty row");
-    SortRows(doc, 3, 6, 1, false);
+    SortRows(doc, *doc.Update(), 3, 6, 1, false);
     EXPECT_EQ(Rows(), "A|#Tech|B|||B|C");
-    SortRows(doc, 6, 7, 1, false);
+    SortRows(doc, *doc.Update(), 6, 7, 1, false);
     EXPECT_EQ(Rows(), "A|#Tech|B|||C|B");
     EXPECT_FALSE(doc.IsModified());
 }
@@ -63,7 +63,7 @@ TEST_F(CSortCommands, SymbolsStayUnderTheirHeadingAndRejectedOnesAreNone) {
     doc.Undo().Undo();
     doc.Undo().Undo();
     EXPECT_EQ(Rows(), opened) << "one step each";
-    doc.Options().sortAcrossHeadings = true;
+    doc.Update()->Options().sortAcrossHeadings = true;
     ManualSort(doc, WholeColumn(1));
     EXPECT_EQ(Rows(), "A|B|#Tech|C|" + message + "|D|#Banks|E|F");
     Open("Columns=Symbol:1000;\r\n");
@@ -75,18 +75,18 @@ TEST_F(CSortCommands, EachBlockIsOrderedAsTheLiteralInsertionPlacesIt) {
     const auto below = [&](uint32_t n) { return static_cast<uint32_t>(random() % n); };
     for (int round = 0; round < 60; ++round) {
         doc.NewDocument();
-        doc.SetColumnsByName("Symbol;Last;");
+        doc.Update()->SetColumnsByName("Symbol;Last;");
         std::vector<std::vector<std::string>> blocks(1);
         for (int row = 1; row <= 40; ++row) {
             const uint32_t kind = below(10);
             if (kind == 0) {
-                doc.SetAnnotation(row, "heading");
+                doc.Update()->SetAnnotation(row, "heading");
                 blocks.emplace_back();
             } else if (kind == 1) {
-                doc.EnterSymbol(row, "BAD");
+                doc.Update()->EnterSymbol(row, "BAD");
             } else if (kind > 2) {
                 blocks.back().push_back("S" + std::to_string(below(30)));
-                doc.EnterSymbol(row, blocks.back().back());
+                doc.Update()->EnterSymbol(row, blocks.back().back());
             }
         }
         doc.SymbolNotFound("BAD");
@@ -106,7 +106,7 @@ TEST_F(CSortCommands, EachBlockIsOrderedAsTheLiteralInsertionPlacesIt) {
                  byNumber ? InsertNumbers(numbers, ascending) : InsertTexts({block.begin(), block.end()}, ascending))
                 expected.push_back(block[i]);
         }
-        SortRows(doc, 1, doc.RowCount(), byNumber ? 2 : 1, ascending);
+        SortRows(doc, *doc.Update(), 1, doc.RowCount(), byNumber ? 2 : 1, ascending);
         std::vector<std::string> sorted;
         for (int row = 1; row <= doc.LastUsedRow(); ++row)
             if (doc.RowKind(row) == ERowKind::Symbol) sorted.emplace_back(doc.RowSymbol(row));
@@ -115,23 +115,23 @@ TEST_F(CSortCommands, EachBlockIsOrderedAsTheLiteralInsertionPlacesIt) {
 }
 
 TEST_F(CSortCommands, ColumnsSortByWhatTheirCellsShow) {
-    for (const char* symbol : {"A", "B", "C", "D"}) doc.EnterSymbol(doc.LastUsedRow() + 1, symbol);
+    for (const char* symbol : {"A", "B", "C", "D"}) doc.Update()->EnterSymbol(doc.LastUsedRow() + 1, symbol);
     FeedSets("A", "Last", "9.5");
     FeedSets("B", "Last", "10");
     FeedSets("C", "Last", "-1");
-    SortRows(doc, 1, 9, 2, true);
+    SortRows(doc, *doc.Update(), 1, 9, 2, true);
     EXPECT_EQ(Rows(), "C|D|A|B") << "D shows nothing and counts as 0";
     for (int i = 0; i < 10; ++i) doc.OnNewsLine("N,S,1,A,20240131 093000,Up");
     for (int i = 0; i < 9; ++i) doc.OnNewsLine("N,S,1,C,20240131 093000,Up");
-    SortRows(doc, 1, 9, 3, false);
+    SortRows(doc, *doc.Update(), 1, 9, 3, false);
     EXPECT_EQ(Rows().substr(0, 3), "A|C") << "news counts are numbers";
-    doc.Notes().Set(doc.LastUsedRow(), "9\r\nzz");
-    doc.Notes().Set(1, "10");
-    SortRows(doc, 1, 9, 4, true);
+    doc.Update()->Notes().Set(doc.LastUsedRow(), "9\r\nzz");
+    doc.Update()->Notes().Set(1, "10");
+    SortRows(doc, *doc.Update(), 1, 9, 4, true);
     EXPECT_EQ(Row(3), "A") << "notes are texts";
     const std::string before = Rows();
-    SortRows(doc, 5, 2, 1, true);
-    SortRows(doc, 1, 1, 1, true);
+    SortRows(doc, *doc.Update(), 5, 2, 1, true);
+    SortRows(doc, *doc.Update(), 1, 1, 1, true);
     EXPECT_EQ(Rows(), before);
 }
 
@@ -216,7 +216,7 @@ TEST_F(CSortCommands, AutoSortSortsAtEachTickUntilItsColumnIsGone) {
     EXPECT_FALSE(tick(0, true));
     EXPECT_FALSE(tick(SSortRecord::kNoColumn, true));
     EXPECT_FALSE(tick(3, true));
-    doc.Columns().SetWidth(2, 0);
+    doc.Update()->Columns().SetWidth(2, 0);
     EXPECT_FALSE(tick(2, true)) << "the last column of some width is the first";
     EXPECT_EQ(Sort().intervalMs, 5000);
 }
@@ -261,14 +261,14 @@ TEST_F(CSortCommands, TheDialogTakesWhatIsInsideTheRangesAndStaysOpenForTheRest)
     };
     for (const SCase& each : cases) {
         Sort() = before;
-        doc.SetModified(false);
+        doc.MarkSaved();
         EXPECT_EQ(ApplySortEntry(doc, each.entry), !*each.message);
         EXPECT_EQ(Sort(), each.record) << each.entry.interval.number;
         EXPECT_EQ(doc.IsModified(), !*each.message);
         for (const SMessageBox& box : boxes.shown) EXPECT_EQ(box.caption, "");
         EXPECT_EQ(TakeMessage(), each.message);
     }
-    doc.Columns().SetWidth(2, 0);
+    doc.Update()->Columns().SetWidth(2, 0);
     EXPECT_THAT(SortableColumns(doc.Columns()), ElementsAre("Symbol", "News", "Notes"));
     EXPECT_EQ(FirstSortColumn(doc.Columns(), {3, true, false, 5000}, 1), "News");
     EXPECT_EQ(FirstSortColumn(doc.Columns(), {}, 1), "Symbol");

@@ -1,5 +1,4 @@
 #include "watchlist/DocFixture.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/edit/CellEntry.h"
 #include "watchlist/edit/ColumnMoves.h"
 #include "watchlist/edit/SortCommands.h"
@@ -27,10 +26,10 @@ protected:
     }
 
     void Arrange(std::string_view columns) {
-        doc.Columns().Clear();
-        doc.SetColumnsByName(columns);
+        doc.Update()->Columns().Clear();
+        doc.Update()->SetColumnsByName(columns);
         doc.Undo().Clear();
-        doc.SetModified(false);
+        doc.MarkSaved();
     }
     void Type(int row, std::string_view text, int column = 1) { EnterCellText(doc, row, column, "old", text); }
     SUndoPlace Undo() { return doc.Undo().Undo(); }
@@ -70,19 +69,19 @@ protected:
         Type(AnyRow(), texts[Below(7)], AnyColumn());
     }
     void EditNote() {
-        const CUndoStep step(doc, "edit note");
         const int row = AnyRow();
-        doc.Notes().Set(row, Below(3) == 0 ? "" : fmt::format("note {}", Below(50)));
-        doc.RowEdited(row);
+        doc.Edit("edit note", [&](CWatchlistEdit& edit) {
+            edit.Notes().Set(row, Below(3) == 0 ? "" : fmt::format("note {}", Below(50)));
+        });
     }
     void Format() {
-        const CUndoStep step(doc, "format cells");
         SCellFormat format;
         format.decimals = Below(6);
         const int column = Below(2) * AnyColumn();
-        doc.Formats().Set(Below(3) == 0 || column == 0 ? 0 : AnyRow(), column, format);
-        if (Below(5) == 0) doc.Formats().Reset(AnyRow(), AnyColumn());
-        doc.SetModified(true);
+        doc.Edit("format cells", [&](CWatchlistEdit& edit) {
+            edit.Formats().Set(Below(3) == 0 || column == 0 ? 0 : AnyRow(), column, format);
+            if (Below(5) == 0) edit.Formats().Reset(AnyRow(), AnyColumn());
+        });
     }
     void ChangeColumns() {
         const std::string names[] = {"Bid", "Ask", "Volume", "% Chg", "Last", "News"};
@@ -101,24 +100,23 @@ protected:
         }
     }
     void ChangeOptions() {
-        const CUndoStep step(doc, "change options");
-        SWatchlistOptions& options = doc.Options();
-        options.trailingRows = Below(3);
-        options.lockedColumns = Below(2);
-        options.showRowNumbers = Below(2) == 0;
-        options.useGridPrecision = Below(2) == 0;
-        doc.SetModified(true);
+        doc.Edit("change options", [&](CWatchlistEdit& edit) {
+            SWatchlistOptions& options = edit.Options();
+            options.trailingRows = Below(3);
+            options.lockedColumns = Below(2);
+            options.showRowNumbers = Below(2) == 0;
+            options.useGridPrecision = Below(2) == 0;
+        });
     }
     void ChangeAlerts() {
-        CUndoStep step(doc, "edit alerts");
-        step.CoverAlerts();
         A_INFO alert;
         alert.fieldId = Below(5);
         alert.value = Below(9);
         const std::string symbol = AnySymbol();
-        doc.Alerts().Add(symbol, alert);
-        if (Below(3) == 0) doc.Alerts().RemoveSymbol(AnySymbol());
-        doc.SetModified(true);
+        doc.Edit("edit alerts", [&](CWatchlistEdit& edit) {
+            edit.Alerts().Add(symbol, alert);
+            if (Below(3) == 0) edit.Alerts().RemoveSymbol(AnySymbol());
+        });
     }
     void Sort() {
         const int column = AnyColumn();
@@ -143,19 +141,19 @@ protected:
     }
     /// Several edits in one step, some of them taken back before it is whole.
     void EditTogether() {
-        CUndoStep outer(doc, "edit together");
-        for (int i = Below(6); i > 0; --i) Edit();
-        if (Below(3) == 0) {
-            CUndoStep inner(doc, "inner");
-            for (int i = Below(4); i > 0; --i) {
-                TypeSomething();
-                doc.DeleteRows(AnyRow(), 2);
-                EditNote();
+        doc.Edit("edit together", [&](CWatchlistEdit& edit) {
+            for (int i = Below(6); i > 0; --i) Edit();
+            if (Below(3) == 0) {
+                for (int i = Below(4); i > 0; --i) {
+                    TypeSomething();
+                    doc.DeleteRows(AnyRow(), 2);
+                    EditNote();
+                }
+                if (Below(2) == 0) edit.Cancel();
+                if (Below(2) == 0) Edit();
             }
-            if (Below(2) == 0) inner.Cancel();
-            if (Below(2) == 0) Edit();
-        }
-        if (Below(4) == 0) outer.Cancel();
+            if (Below(4) == 0) edit.Cancel();
+        });
     }
 
     std::mt19937 random{17};
@@ -165,14 +163,10 @@ protected:
 
 TEST_F(CUndo, AnAlertThatAStepDidNotTouchKeepsWhatBecameOfItSince) {
     A_INFO alert{.enabled = 1, .value = 10, .condition = 1, .soundFile = {}};
-    CAlertsMap& alerts = doc.Alerts();
+    CAlertsMap& alerts = doc.AlertRules();
     alerts.Add("IBM", alert);
-    {
-        CUndoStep step(doc, "new alert");
-        step.CoverAlerts();
-        alert.value = 20;
-        alerts.Add("IBM", alert);
-    }
+    alert.value = 20;
+    doc.Edit("new alert", [&](CWatchlistEdit& edit) { edit.Alerts().Add("IBM", alert); });
     alerts.EvaluateFieldAlert("IBM", 0, 15, 15, 15, 15);
     doc.Undo().Undo();
     ASSERT_EQ(alerts.Count("IBM"), 1);
@@ -186,22 +180,22 @@ TEST_F(CUndo, AnAlertThatAStepDidNotTouchKeepsWhatBecameOfItSince) {
 
 TEST_F(CUndo, ArmsNoAlertThatFiredSince) {
     A_INFO alert{.enabled = 1, .value = 10, .condition = 1, .soundFile = {}};
-    CAlertsMap& alerts = doc.Alerts();
+    CAlertsMap& alerts = doc.AlertRules();
     const auto edit = [&](double value, uint32_t sound) { // As the dialog does: the edited alert moves to the end.
-        CUndoStep step(doc, "edit alerts");
-        step.CoverAlerts();
         A_INFO edited = alerts.Get("IBM")[0];
         edited.value = value;
         edited.soundType = sound;
-        alerts.Remove("IBM", 0);
-        alerts.Add("IBM", edited);
+        doc.Edit("edit alerts", [&](CWatchlistEdit& change) {
+            change.Alerts().Remove("IBM", 0);
+            change.Alerts().Add("IBM", edited);
+        });
     };
     alerts.Add("IBM", alert);
     alert.value = 5;
     alerts.Add("IBM", alert);
     edit(20, 0); // The 10 becomes a 20, behind the 5.
     edit(5, 1);  // The 5 gets a sound, behind the 20.
-    doc.SetModified(false);
+    doc.MarkSaved();
     EXPECT_TRUE(alerts.EvaluateFieldAlert("IBM", 0, 25, 25, 25, 25));
     EXPECT_TRUE(doc.IsModified());
     const size_t steps = doc.Undo().UndoCount();
@@ -222,17 +216,15 @@ TEST_F(CUndo, ArmsNoAlertThatFiredSince) {
 }
 
 TEST_F(CUndo, AnAlertThatFiresInAnEditKeepsTheDocumentModified) {
-    CAlertsMap& alerts = doc.Alerts();
+    CAlertsMap& alerts = doc.AlertRules();
     alerts.Add("IBM", {.enabled = 1, .value = 10, .condition = 1, .soundFile = {}});
-    doc.SetModified(false);
-    {
-        CUndoStep step(doc, "long edit");
-        doc.RowEdited(1);
+    doc.MarkSaved();
+    doc.Edit("long edit", [&](CWatchlistEdit& edit) {
         alerts.EvaluateFieldAlert("IBM", 0, 15, 15, 15, 15);
-        step.Cancel();
-    }
+        edit.Cancel();
+    });
     EXPECT_TRUE(doc.IsModified());
-    doc.SetModified(false);
+    doc.MarkSaved();
     alerts.Arm("IBM", 0);
     EXPECT_TRUE(doc.IsModified());
     OpenText(doc, "Alerts=IBM:Last,>,5.000000,FALSE,FALSE,0,FALSE,;\r\n", "other");
@@ -285,9 +277,9 @@ TEST_F(CRandomEdits, SurviveAutoSortsAndRejectionsInBetween) {
             if (Below(4) == 0) doc.SymbolNotFound(AnySymbol());
             if (Below(4) == 0) {
                 const SSortRecord before = doc.Options().sort;
-                doc.Options().sort = {AnyColumn(), Below(2) == 0, true, 5000};
+                doc.Update()->Options().sort = {AnyColumn(), Below(2) == 0, true, 5000};
                 AutoSortTick(doc, false);
-                doc.Options().sort = before;
+                doc.Update()->Options().sort = before;
             }
         }
         const std::string end = Look();
@@ -353,11 +345,10 @@ TEST_F(CUndo, TellsTheFeedWhatAnEditTookAwayOrBrought) {
     Redo();
     Type(1, "MSFT");
     feed.Take();
-    {
-        const CUndoStep step(doc, "exchange");
+    doc.Edit("exchange", [&](CWatchlistEdit&) {
         Type(1, "GE");
         Type(2, "MSFT");
-    }
+    });
     feed.Take();
     Undo();
     EXPECT_THAT(feed.Take(), ElementsAre("rGE\n")) << "MSFT goes from one row to another";
@@ -366,13 +357,9 @@ TEST_F(CUndo, TellsTheFeedWhatAnEditTookAwayOrBrought) {
 TEST_F(CUndo, WorksOnTheRowsThatWereEditedWhereverTheyAreNow) {
     for (const char* symbol : {"D", "C", "B", "A"}) Type(doc.LastUsedRow() + 1, symbol);
     Type(1, "X");
-    {
-        const CUndoStep step(doc, "edit note");
-        doc.Notes().Set(2, "of C");
-        doc.RowEdited(2);
-    }
+    doc.Edit("edit note", [](CWatchlistEdit& edit) { edit.Notes().Set(2, "of C"); });
     doc.DeleteRows(3, 1);
-    doc.Options().sort = {1, true, true, 5000};
+    doc.Update()->Options().sort = {1, true, true, 5000};
     ASSERT_EQ(AutoSortTick(doc, false), EAutoSortTick::Sorted);
     ASSERT_EQ(Rows(), "A|C|X");
     doc.SymbolNotFound("X");
@@ -392,7 +379,7 @@ TEST_F(CUndo, TheDocumentIsUnmodifiedInTheStateThatWasSaved) {
     const auto expect = [&](bool modified, const char* when) { EXPECT_EQ(doc.IsModified(), modified) << when; };
     Type(1, "IBM");
     Type(2, "MSFT");
-    doc.SetModified(false);
+    doc.MarkSaved();
     const uint64_t saved = doc.ChangeCount();
     Undo();
     expect(true, "before the save");
@@ -406,11 +393,11 @@ TEST_F(CUndo, TheDocumentIsUnmodifiedInTheStateThatWasSaved) {
     expect(false, "a text that is shown only is not saved");
     Undo();
     expect(false, "nor its absence");
-    doc.SetModified(true);
+    doc.Edit({}, [](CWatchlistEdit&) {});
     Type(3, "GE");
     Undo();
     expect(true, "something was changed that cannot be undone");
-    doc.SetModified(false);
+    doc.MarkSaved();
     Undo();
     Type(2, "GE");
     Undo();
@@ -430,10 +417,8 @@ TEST_F(CUndo, KeepsAtLeastAHundredStepsAndForgetsTheOldestOnes) {
     EXPECT_TRUE(doc.IsModified());
     Open("");
     const std::string note(20 << 20, 'x');
-    for (int i = 0; i < 16; ++i) {
-        const CUndoStep step(doc, "edit note");
-        doc.Notes().Set(1, note + std::to_string(i));
-    }
+    for (int i = 0; i < 16; ++i)
+        doc.Edit("edit note", [&](CWatchlistEdit& edit) { edit.Notes().Set(1, note + std::to_string(i)); });
     EXPECT_LE(doc.Undo().Bytes(), CUndoStack::kMostBytes);
     EXPECT_GT(doc.Undo().UndoCount(), 5U);
     EXPECT_LT(doc.Undo().UndoCount(), 14U);

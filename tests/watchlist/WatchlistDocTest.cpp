@@ -1,5 +1,4 @@
 #include "watchlist/DocFixture.h"
-#include "watchlist/document/UndoStep.h"
 
 using namespace vx;
 using namespace vx::test;
@@ -56,10 +55,10 @@ TEST_F(CWatchlistDocTest, OnlyTheLastRowOfASymbolUnwatchesIt) {
     FeedIsReady();
     Open("Symbols=IBM:3,7,;MSFT:4,;\r\n");
     feed.Take();
-    doc.EmptyRow(3);
+    doc.Update()->EmptyRow(3);
     EXPECT_THAT(feed.Take(), IsEmpty());
     EXPECT_EQ(shown.Status(), "Symbols:  2");
-    doc.EmptyRow(7);
+    doc.Update()->EmptyRow(7);
     EXPECT_THAT(feed.Take(), ElementsAre("rIBM\n"));
     EXPECT_THAT(shown.unwatched, ElementsAre("IBM"));
     EXPECT_EQ(shown.Status(), "Symbols:  1");
@@ -88,14 +87,12 @@ TEST_F(CWatchlistDocTest, CommandLineSymbolsOverRowsInUseAreOneEditThatTheStatus
     FeedIsReady();
     doc.PlaceCommandLineSymbols({"IBM", "MSFT", "AAPL"});
     EXPECT_FALSE(doc.IsModified() || doc.Undo().CanUndo()) << "nothing was there";
-    {
-        const CUndoStep step(doc, "edit");
-        doc.EnterSymbol(1, "SPY");
-        doc.SetAnnotation(2, "mine");
-        doc.EmptyRow(3);
-        doc.SetModified(true);
-    }
-    doc.SetModified(false); // Saved.
+    doc.Edit("edit", [](CWatchlistEdit& edit) {
+        edit.EnterSymbol(1, "SPY");
+        edit.SetAnnotation(2, "mine");
+        edit.EmptyRow(3);
+    });
+    doc.MarkSaved(); // Saved.
     doc.PlaceCommandLineSymbols({"IBM", "MSFT", "AAPL"});
     EXPECT_EQ(Rows(), "IBM|MSFT|AAPL");
     EXPECT_TRUE(doc.IsModified());
@@ -106,10 +103,7 @@ TEST_F(CWatchlistDocTest, CommandLineSymbolsOverRowsInUseAreOneEditThatTheStatus
     EXPECT_FALSE(doc.IsModified());
 
     doc.NewDocument();
-    {
-        const CUndoStep step(doc, "edit");
-        doc.EnterSymbol(2, "SPY"); // Typed while the feed was not ready yet.
-    }
+    doc.Edit("edit", [](CWatchlistEdit& edit) { edit.EnterSymbol(2, "SPY"); }); // Before the feed was ready.
     doc.PlaceCommandLineSymbols({"IBM", "MSFT"});
     EXPECT_TRUE(doc.IsModified());
     doc.Undo().Undo();
@@ -132,7 +126,7 @@ TEST_F(CWatchlistDocTest, ARejectedSymbolLeavesItsMessageInItsRows) {
 
     doc.SymbolNotFound("NEVER");
     EXPECT_FALSE(doc.InvalidSymbols().Has("NEVER"));
-    doc.PlaceSymbol(5, "IBM");
+    doc.Update()->PlaceSymbol(5, "IBM");
     EXPECT_EQ(doc.RejectedSymbol(5), "");
     EXPECT_EQ(doc.RowKind(5), ERowKind::Symbol);
 }
@@ -162,9 +156,9 @@ TEST_F(CWatchlistDocTest, WhatCameWhileNobodyWatchedFiresNoAlert) {
     alert.fieldId = FieldIndex("Bid") - 1;
     alert.condition = 2;
     alert.value = 10;
-    doc.Alerts().Add("IBM", alert);
+    doc.AlertRules().Add("IBM", alert);
     Place(1, "IBM");
-    doc.EmptyRow(1);
+    doc.Update()->EmptyRow(1);
     store.OnLevel1Message("Q,IBM,,,,,,,99,");
     Place(1, "IBM");
     doc.OnPaintMessage();
@@ -224,7 +218,7 @@ TEST_F(CWatchlistDocTest, ADocumentThatGoesTakesItsListenerOffTheStore) {
     FeedIsReady();
     {
         CWatchlistDoc second(store, settings, shown);
-        second.PlaceSymbol(1, "TMP");
+        second.Update()->PlaceSymbol(1, "TMP");
         second.WatchSymbol("TMP");
     }
     store.OnLevel1Message("Q,TMP,,1.0,");

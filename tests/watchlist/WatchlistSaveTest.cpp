@@ -2,7 +2,6 @@
 #include "support/ChildProcess.h"
 #include "watchlist/FileFixture.h"
 #include "watchlist/ScratchDoc.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/file/RecoveryKeeper.h"
 
 #include <barrier>
@@ -185,7 +184,7 @@ TEST_F(WatchlistSave, OfTwoWindowsInTheSameInstantOneIsAsked) {
     for (int round = 0; round < kRounds; ++round) {
         ASSERT_TRUE(file.Open(At("banks.vxw")).IsDone() && otherFile.Open(At("banks.vxw")).IsDone());
         Change(2, fmt::format("A{}", round));
-        other.doc.PlaceSymbol(2, fmt::format("B{}", round));
+        other.doc.Update()->PlaceSymbol(2, fmt::format("B{}", round));
         const SSaveJob jobs[] = {file.BeginSave({}, {}), otherFile.BeginSave({}, {})};
         SFileResult results[2];
         std::barrier together(2);
@@ -206,9 +205,7 @@ TEST_F(WatchlistSave, OfTwoWindowsInTheSameInstantOneIsAsked) {
 TEST_F(WatchlistSave, WhatIsEditedMeanwhileLeavesTheDocumentModified) {
     Change(2, "GS");
     const auto type = [&](int row, std::string_view symbol) {
-        const CUndoStep step(doc, "type");
-        doc.EnterSymbol(row, symbol);
-        doc.SetModified(true);
+        doc.Edit("type", [&](CWatchlistEdit& edit) { edit.EnterSymbol(row, symbol); });
     };
     type(3, "MS");
     const SSaveJob job = file.BeginSave({}, {});
@@ -223,7 +220,7 @@ TEST_F(WatchlistSave, WhatIsEditedMeanwhileLeavesTheDocumentModified) {
     doc.Undo().Redo();
 
     const SSaveJob second = file.BeginSave({}, {});
-    doc.SetModified(true); // Something that is no edit.
+    doc.Edit({}, [](CWatchlistEdit&) {}); // Something that is no edit.
     file.EndSave(second, file.Saver().Save(second));
     EXPECT_TRUE(doc.IsModified());
     type(5, "C");
@@ -326,7 +323,7 @@ TEST_F(WatchlistSave, RejectedSymbolsStandBehindTheOthersAndNotAmongTheAnnotatio
     doc.SymbolNotFound("NOPE");
     EXPECT_EQ(WrittenLine("Symbols"), "IBM:2,;NOPE:1,5,;");
     EXPECT_EQ(WrittenLine("Annotations"), "3:#a;");
-    doc.PlaceSymbol(1, "GS");
-    doc.PlaceSymbol(5, "GS");
+    doc.Update()->PlaceSymbol(1, "GS");
+    doc.Update()->PlaceSymbol(5, "GS");
     EXPECT_EQ(WrittenLine("Symbols"), "GS:1,5,;IBM:2,;") << "a rejected symbol that stands nowhere is not written";
 }

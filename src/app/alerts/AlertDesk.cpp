@@ -19,7 +19,6 @@
 #include "data/store/L1DataStore.h"
 #include "data/text/CellText.h"
 #include "settings/Settings.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/exchange/RowCellText.h"
 #include "watchlist/view/WatchlistGrid.h"
@@ -45,7 +44,7 @@ CAlertDesk::CAlertDesk(const SBoardContext& context)
                  .isMuted = [this] { return m_context.settings.ReadBoolean(kAlertMute); }},
       m_notices(new CNoticeQueue(m_player, context.window, &context.window, context.settings, this)),
       m_presence(new CPresence(this)), m_missed(new CMissedAlerts(context.status, this)) {
-    m_context.doc.Alerts().SetNotices(this);
+    m_context.doc.AlertRules().SetNotices(this);
     m_context.window.installEventFilter(this);
     m_notices->SetMuted(m_context.settings.ReadBoolean(kAlertMute));
     m_notices->SetInUse([this] { return m_presence->IsHere(); });
@@ -163,7 +162,7 @@ SNoticeTarget CAlertDesk::TargetOf(const SFiredNotice& fired) const {
 }
 
 void CAlertDesk::OnReset(const CResetAlertMessage& message) {
-    CAlertsMap& alerts = m_context.doc.Alerts();
+    CAlertsMap& alerts = m_context.doc.AlertRules();
     const SFiredNotice& of = message.Of();
     const auto index = static_cast<size_t>(of.notice.index);
     const bool isThere = TargetOf(of).canReset;
@@ -188,7 +187,7 @@ void CAlertDesk::NoteReset(const SFiredNotice& of, const A_INFO& changed, double
 
 bool CAlertDesk::Arm(const SFiredNotice& fired) {
     if (!TargetOf(fired).canArm) return false;
-    CAlertsMap& alerts = m_context.doc.Alerts();
+    CAlertsMap& alerts = m_context.doc.AlertRules();
     alerts.Arm(fired.notice.symbol, alerts.IndexOf(fired.notice.symbol, fired.alert));
     return true;
 }
@@ -217,11 +216,13 @@ void CAlertDesk::ShowWindow() {
 
 void CAlertDesk::EditAlerts(std::string_view symbol) {
     CWatchlistDoc& doc = m_context.doc;
-    EditAlertsWithDialog(doc.Alerts(), m_services, &m_context.window, std::string(symbol), [&](const auto& commit) {
-        CUndoStep step(doc, "edit alerts");
-        step.CoverAlerts();
-        commit();
-    });
+    const auto inOneStep = [&](const auto& commit) {
+        doc.Edit("edit alerts", [&](CWatchlistEdit& edit) {
+            edit.Alerts();
+            commit();
+        });
+    };
+    EditAlertsWithDialog(doc.AlertRules(), m_services, &m_context.window, std::string(symbol), inOneStep);
 }
 
 void CAlertDesk::NewAlert(int row, int column) {
@@ -241,10 +242,12 @@ void CAlertDesk::NewAlert(int row, int column) {
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setModal(true);
     connect(dialog, &QDialog::accepted, this, [this, dialog] {
-        CWatchlistDoc& document = m_context.doc;
-        CUndoStep step(document, "new alert");
-        step.CoverAlerts();
-        if (!document.Alerts().Add(dialog->Symbol(), dialog->Alert())) TellNoRoomForAlert(dialog->Symbol());
+        const bool added = m_context.doc.Edit("new alert", [&](CWatchlistEdit& edit) {
+            const bool hasRoom = edit.Alerts().Add(dialog->Symbol(), dialog->Alert());
+            if (!hasRoom) edit.Cancel();
+            return hasRoom;
+        });
+        if (!added) TellNoRoomForAlert(dialog->Symbol());
     });
     dialog->show();
 }

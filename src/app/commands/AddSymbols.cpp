@@ -2,7 +2,6 @@
 
 #include "base/MessageBox.h"
 #include "base/Text.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 
 #include <fmt/format.h>
@@ -43,11 +42,11 @@ SAddedRows AddSymbols(CWatchlistDoc& doc, int focusRow, const std::vector<std::s
              EBoxButtons::Ok, EBoxIcon::Exclamation});
         return {};
     }
-    const CUndoStep step(doc, count == 1 ? "add symbol" : fmt::format("add {} symbols", count));
-    const CEditBatch batch(doc);
-    if (missing > 0 && !doc.InsertRows(first + count - missing, missing)) return {};
-    for (int i = 0; i < count; ++i) doc.EnterSymbol(first + i, entered[static_cast<size_t>(i)]);
-    doc.SetModified(true);
+    doc.Edit(count == 1 ? "add symbol" : fmt::format("add {} symbols", count), [&](CWatchlistEdit& edit) {
+        const CEditBatch batch(edit);
+        if (missing > 0) doc.InsertRows(first + count - missing, missing);
+        for (int i = 0; i < count; ++i) edit.EnterSymbol(first + i, entered[static_cast<size_t>(i)]);
+    });
     return {first, count};
 }
 

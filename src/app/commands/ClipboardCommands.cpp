@@ -4,7 +4,6 @@
 #include "app/frame/WorkProgress.h"
 #include "base/MessageBox.h"
 #include "base/qt/QtText.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/edit/PasteText.h"
 #include "watchlist/edit/SortCommands.h"
@@ -62,19 +61,17 @@ void CClipboardCommands::Cut() {
     const int rows = geometry.ShownRowsIn(region.range.firstRow, region.range.lastRow);
     const std::string what =
         region.kind == ERegion::Rows ? Counted(rows, "row") : Counted(rows * region.Columns(), "cell");
-    {
-        const CUndoStep step(Doc(), "cut " + what);
+    Doc().Edit("cut " + what, [this](CWatchlistEdit& edit) {
+        const CEditBatch batch(edit);
         CutShownRows();
-    }
+    });
     Grid().SetMarkedRange({});
-    View().ApplySortRecord();
 }
 
 // Hidden rows were not copied and stay as they are.
 void CClipboardCommands::CutShownRows() {
     SCellRange run = CellRange();
     const int lastRow = run.lastRow;
-    const CEditBatch batch(Doc());
     const CGridGeometry& geometry = Grid().Geometry();
     for (int row = geometry.NextShownRow(run.firstRow); row <= lastRow; row = geometry.NextShownRow(run.lastRow + 1)) {
         run.firstRow = run.lastRow = row;

@@ -3,7 +3,6 @@
 #include "app/commands/BoardContext.h"
 #include "settings/Settings.h"
 #include "watchlist/dialogs/InsertColumns.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/edit/ColumnMoves.h"
 #include "watchlist/view/WatchlistGrid.h"
@@ -55,13 +54,12 @@ void CColumnCommands::Place(const std::vector<std::string>& names) {
     const std::string what = count == 1 ? fmt::format("column {}", names.front()) : Counted(count, "column");
     const int row = Region().focus.row;
     int before = first;
-    {
-        const CUndoStep step(Doc(), "insert " + what);
+    Doc().Edit("insert " + what, [&](CWatchlistEdit& edit) {
         for (const std::string& name : names) {
             // A hidden column comes back, and here.
             if (const int hidden = Doc().Columns().PositionOf(name); hidden >= 1) {
                 if (hidden < before) --before;
-                int& locked = Doc().Options().lockedColumns;
+                int& locked = edit.Options().lockedColumns;
                 if (hidden <= locked) --locked;
                 if (before <= locked) ++locked;
                 MoveColumn(Doc(), hidden, before);
@@ -71,7 +69,7 @@ void CColumnCommands::Place(const std::vector<std::string>& names) {
             }
             ++before;
         }
-    }
+    });
     const int shown = std::max(1, before - static_cast<int>(names.size()));
     Grid().SetFocusCell(row, shown);
     Grid().EnsureVisible(row, before - 1);
@@ -81,11 +79,10 @@ void CColumnCommands::Delete() {
     if (!IsOneLeft()) return Say("A watchlist keeps at least one column.");
     const SGridRegion region = Region();
     const std::string name = ColumnsName("delete");
-    {
-        const CUndoStep step(Doc(), name);
+    Doc().Edit(name, [&](CWatchlistEdit&) {
         for (int column = region.range.lastColumn; column >= region.range.firstColumn; --column)
             RemoveColumn(Doc(), column);
-    }
+    });
     const int next = Neighbour(region.range.firstColumn - 1, 1);
     Grid().SetFocusCell(region.focus.row, next > 0 ? next : Neighbour(region.range.firstColumn, -1));
 }
@@ -118,12 +115,13 @@ std::vector<int> CColumnCommands::Hidden() const { return HiddenIn(1, Doc().Colu
 
 void CColumnCommands::Hide() {
     const SGridRegion region = Region();
-    const CUndoStep step(Doc(), ColumnsName("hide"));
-    for (int column = region.range.firstColumn; column <= region.range.lastColumn; ++column) {
-        const sColumnInfo& info = Doc().Columns().At(column);
-        if (info.width > 0) m_widths[info.name] = info.width;
-        SetColumnWidth(Doc(), column, 0);
-    }
+    Doc().Edit(ColumnsName("hide"), [&](CWatchlistEdit&) {
+        for (int column = region.range.firstColumn; column <= region.range.lastColumn; ++column) {
+            const sColumnInfo& info = Doc().Columns().At(column);
+            if (info.width > 0) m_widths[info.name] = info.width;
+            SetColumnWidth(Doc(), column, 0);
+        }
+    });
 }
 
 void CColumnCommands::Show(int position) {
@@ -143,15 +141,17 @@ void CColumnCommands::ShowHidden() {
     if (columns.empty()) columns = Hidden();
     const std::string what =
         columns.size() == 1 ? "column " + Doc().Columns().At(columns.front()).name : "hidden columns";
-    const CUndoStep step(Doc(), "show " + what);
-    for (const int column : columns) Show(column);
+    Doc().Edit("show " + what, [&](CWatchlistEdit&) {
+        for (const int column : columns) Show(column);
+    });
 }
 
 void CColumnCommands::Fit() {
     const SGridRange range = Region().range;
-    const CUndoStep step(Doc(), ColumnsName("fit"));
-    for (int column = range.firstColumn; column <= range.lastColumn; ++column)
-        if (Doc().Columns().At(column).width > 0) SetColumnWidth(Doc(), column, Grid().FitWidth(column));
+    Doc().Edit(ColumnsName("fit"), [&](CWatchlistEdit&) {
+        for (int column = range.firstColumn; column <= range.lastColumn; ++column)
+            if (Doc().Columns().At(column).width > 0) SetColumnWidth(Doc(), column, Grid().FitWidth(column));
+    });
 }
 
 // Move
@@ -173,15 +173,14 @@ void CColumnCommands::MoveBefore(int first, int last, int before) {
     const int row = Region().focus.row;
     const int count = last - first + 1;
     const std::string what = count == 1 ? "column " + Doc().Columns().At(first).name : Counted(count, "column");
-    {
-        const CUndoStep step(Doc(), "move " + what);
+    Doc().Edit("move " + what, [&](CWatchlistEdit&) {
         for (int i = 0; i < count; ++i) {
             if (before > last)
                 MoveColumn(Doc(), first, before - 1);
             else
                 MoveColumn(Doc(), first + i, before + i);
         }
-    }
+    });
     const int moved = before > last ? before - 1 - last : before - first;
     range.firstColumn += moved;
     range.lastColumn += moved;
@@ -194,10 +193,7 @@ void CColumnCommands::MoveBefore(int first, int last, int before) {
 void CColumnCommands::Lock() { SetLocked(Region().focus.column, "lock columns"); }
 
 void CColumnCommands::SetLocked(int columns, const char* name) {
-    const CUndoStep step(Doc(), name);
-    Doc().Options().lockedColumns = columns;
-    Doc().SetModified(true);
-    Doc().RebuildGrid();
+    Doc().Edit(name, [=](CWatchlistEdit& edit) { edit.Options().lockedColumns = columns; });
 }
 
 void CColumnCommands::MakeDefault() {
@@ -211,9 +207,13 @@ void CColumnCommands::MakeDefault() {
     const std::string which = count == 1 ? std::string("this column") : fmt::format("these {} columns", count);
     if (Settings().ReadTextOrDefault(kDefaultColumnNames) == names)
         return Say(fmt::format("New watchlists start with {} already.", which));
-    CUndoStep step(Doc(), "use these columns as default");
-    step.CoverSetting(kDefaultColumnNames);
-    if (Settings().WriteText(kDefaultColumnNames, names))
+    const bool written = Doc().Edit("use these columns as default", [&](CWatchlistEdit& edit) {
+        edit.CoverSetting(kDefaultColumnNames);
+        if (Settings().WriteText(kDefaultColumnNames, names)) return true;
+        edit.Cancel();
+        return false;
+    });
+    if (written)
         Say(fmt::format("New watchlists start with {} now. Undo takes it back.", which));
     else
         Say("The settings cannot be written: new watchlists start as before.");

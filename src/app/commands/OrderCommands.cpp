@@ -3,7 +3,6 @@
 #include "app/commands/BoardContext.h"
 #include "app/frame/StatusPanes.h"
 #include "watchlist/dialogs/SortDlg.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/edit/SortCommands.h"
 #include "watchlist/view/WatchlistGrid.h"
@@ -16,13 +15,10 @@ namespace vx {
 
 COrderCommands::COrderCommands(const SBoardContext& context, QObject* parent)
     : CBoardCommands(context, parent), m_held(new QToolButton) {
-    context.commands.Bind(ECommand::SortNow, [this] {
-        ManualSort(Doc(), View().SortSelection());
-        View().ApplySortRecord();
-    });
+    context.commands.Bind(ECommand::SortNow, [this] { ManualSort(Doc(), View().SortSelection()); });
     context.commands.Bind(ECommand::SortDialog, [this] {
         CSort dialog(Doc(), Grid().FocusCell().column, &Window());
-        if (dialog.exec() == QDialog::Accepted) View().ApplySortRecord();
+        dialog.exec();
     });
     context.commands.Bind(
         ECommand::SortAcrossHeadings, [this] { SwitchAcross(); },
@@ -56,10 +52,9 @@ void COrderCommands::BindHold() {
 }
 
 void COrderCommands::SwitchAcross() {
-    bool& across = Doc().Options().sortAcrossHeadings;
-    const CUndoStep step(Doc(), across ? "sort under headings" : "sort across headings");
-    across = !across;
-    Doc().SetModified(true);
+    const bool across = Doc().Options().sortAcrossHeadings;
+    Doc().Edit(across ? "sort under headings" : "sort across headings",
+               [&](CWatchlistEdit& edit) { edit.Options().sortAcrossHeadings = !across; });
 }
 
 } // namespace vx

@@ -2,7 +2,6 @@
 
 #include "app/commands/BoardContext.h"
 #include "base/MessageBox.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/edit/RowGroup.h"
 #include "watchlist/edit/SortCommands.h"
@@ -56,7 +55,6 @@ void CRowCommands::Delete() {
     if (!MayDeleteSelection(Doc())) return;
     const SGridRegion region = Region();
     Doc().DeleteRows(region.range.firstRow, region.Rows());
-    View().ApplySortRecord(); // The question may have switched auto sort off.
     Grid().SetFocusCell(region.range.firstRow, region.focus.column);
 }
 
@@ -116,7 +114,6 @@ void CRowCommands::MoveGroup(int step) {
     const SRowGroup beside = GroupBeside(step);
     if (beside.first < 1) return;
     const int down = step < 0 ? SwapGroups(Doc(), beside, own) : SwapGroups(Doc(), own, beside);
-    Doc().RebuildGrid(); // The last used row may be another.
     const int row = std::min(focus.row, own.lastFilled) + (step < 0 ? beside.first - own.first : down);
     Grid().SetFocusCell(row, focus.column);
     Grid().EnsureVisible(row, focus.column);
@@ -124,7 +121,6 @@ void CRowCommands::MoveGroup(int step) {
 
 void CRowCommands::MoveBefore(int first, int last, int before) {
     Doc().MoveRows(first, last - first + 1, before);
-    Doc().RebuildGrid(); // The last used row may be another.
     const SGridRange range = Region().range;
     Grid().EnsureVisible(before > last ? range.lastRow : range.firstRow, Grid().FocusCell().column);
 }

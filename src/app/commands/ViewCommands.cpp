@@ -4,7 +4,6 @@
 #include "app/frame/Theme.h"
 #include "base/qt/QtText.h"
 #include "settings/Settings.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/view/WatchlistGrid.h"
 #include "watchlist/view/WatchlistView.h"
@@ -58,11 +57,9 @@ void CViewCommands::BindOption(ECommand command, bool SWatchlistOptions::*option
     Commands().Bind(
         command,
         [this, option, what] {
-            bool& shown = Doc().Options().*option;
-            const CUndoStep step(Doc(), std::string(shown ? "hide " : "show ") + what);
-            shown = !shown;
-            Doc().SetModified(true);
-            Doc().RebuildGrid();
+            const bool shown = Doc().Options().*option;
+            Doc().Edit(std::string(shown ? "hide " : "show ") + what,
+                       [&](CWatchlistEdit& edit) { edit.Options().*option = !shown; });
         },
         [this, option](SCommandState& state) { state.checked = Doc().Options().*option; });
 }

@@ -57,10 +57,10 @@ CTransferDesk::CTransferDesk(const SBoardContext& context, CFileDesk& files)
 // Export
 
 void CTransferDesk::Export() {
-    SExportOptions& options = m_context.doc.Options().exporting;
+    const SExportOptions& options = m_context.doc.Options().exporting;
     CQuoteDataOptions dialog(options, &m_context.window);
     if (dialog.exec() != QDialog::Accepted) return;
-    if (std::exchange(options, dialog.Options()) != options) m_context.doc.SetModified(true);
+    m_context.doc.RememberExport(dialog.Options());
     EnterWatchlistFolder(m_context.settings);
     const std::string path =
         AskForFileToSave(&m_context.window, {QStringLiteral("Export"),

@@ -126,7 +126,7 @@ void CMainFrame::ConnectDesks() {
 
 CMainFrame::~CMainFrame() {
     m_status.stop();
-    m_doc->Alerts().SetNotices(nullptr);
+    m_doc->AlertRules().SetNotices(nullptr);
     for (QObject* desk :
          {static_cast<QObject*>(m_transfer), static_cast<QObject*>(m_recovery), static_cast<QObject*>(m_files),
           static_cast<QObject*>(m_board), static_cast<QObject*>(m_alerts), static_cast<QObject*>(m_market),

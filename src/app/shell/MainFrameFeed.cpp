@@ -46,8 +46,7 @@ void CMainFrame::OnSystemMessage(std::string_view line) {
     m_doc->SetFeedReady();
     m_store.SendPendingWatches();
     // In a list with a file they stand where others did: the user is asked before these go.
-    if (m_doc->PlaceCommandLineSymbols(m_commandLine.Symbols()) && !m_files->File().Path().empty())
-        m_doc->SetModified(true);
+    m_doc->PlaceCommandLineSymbols(m_commandLine.Symbols(), !m_files->File().Path().empty());
 }
 
 // A refusal may cross the end of the watch; one of a symbol that was never watched here waits like any other.

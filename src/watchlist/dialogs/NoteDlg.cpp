@@ -1,7 +1,6 @@
 #include "watchlist/dialogs/NoteDlg.h"
 
 #include "base/qt/QtText.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 
 #include <QDialogButtonBox>
@@ -82,12 +81,11 @@ bool CNoteDlg::Edit(int row) {
 void CNoteDlg::accept() {
     const QString written = m_text->toPlainText().replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
     const std::string note = CNoteStore::Cleaned(BytesFromQt(written));
-    if (note != m_doc.Notes().Get(m_row)) {
-        const CUndoStep step(m_doc, note.empty() ? "delete note" : "note");
-        m_doc.Notes().Set(m_row, note);
-        m_doc.RowEdited(m_row);
-        m_doc.RebuildGrid(); // It may have been what kept the last row.
-    }
+    if (note != m_doc.Notes().Get(m_row))
+        m_doc.Edit(note.empty() ? "delete note" : "note", [&](CWatchlistEdit& edit) {
+            edit.Notes().Set(m_row, note);
+            edit.ShowText(m_row, {});
+        });
     QDialog::accept();
 }
 

@@ -52,9 +52,9 @@ public:
     virtual bool IsModified() const = 0;
     virtual void SetModified(bool modified) = 0;
     virtual uint64_t ChangeCount() const = 0;
-    /// Between these calls the view is not told of changes, and a symbol that moves to another row stays watched.
-    virtual void BeginBatch() = 0;
-    virtual void EndBatch() = 0;
+    /// All of an exchange happens between these calls: a symbol that moves to another row stays watched.
+    virtual void BeginExchange() = 0;
+    virtual void EndExchange() = 0;
 };
 
 } // namespace vx

@@ -67,15 +67,20 @@ void CUndoStack::Begin(std::string_view name) {
     m_modifiedAtBegin = m_host.IsModified();
     m_changesAtBegin = m_host.ChangeCount();
     m_otherChangesAtBegin = m_otherChanges;
+    m_cancelled = false;
 }
 
 void CUndoStack::End() {
     if (m_depth == 1 && !m_applying) {
         CloseOpen();
-        if (!IsEmpty(m_open))
+        if (!IsEmpty(m_open)) {
             Push();
-        else if (m_host.ChangeCount() != m_changesAtBegin)
+        } else if (!m_cancelled) {
+            m_host.SetModified(true); // The user was at work, though nothing came of it.
             ForgetSavedState();
+        } else if (m_host.ChangeCount() != m_changesAtBegin) {
+            ForgetSavedState();
+        }
         m_open = {};
     }
     --m_depth;
@@ -83,6 +88,7 @@ void CUndoStack::End() {
 
 void CUndoStack::Cancel() {
     if (m_depth == 0 || m_applying) return;
+    m_cancelled = true;
     CloseOpen();
     STouched touched;
     Exchange(m_open, touched);
@@ -226,12 +232,12 @@ SUndoPlace CUndoStack::Apply(CSteps& from, CSteps& to, bool undo) {
 
 void CUndoStack::Exchange(SStep& step, STouched& touched) {
     m_applying = true;
-    m_host.BeginBatch();
+    m_host.BeginExchange();
     step.rows.Exchange(m_host, touched);
     if (step.layout) ExchangeLayout(*step.layout, touched);
     if (step.alerts) step.alerts->Exchange(m_host.AlertsToUndo());
     if (step.setting) ExchangeSetting(*step.settingOf, *step.setting);
-    m_host.EndBatch();
+    m_host.EndExchange();
     m_applying = false;
 }
 

@@ -79,7 +79,7 @@ public:
 
     /// name: a verb and its object in lower case, Windows-1252. That of the outermost step counts.
     void Begin(std::string_view name);
-    /// A step in which nothing changed leaves nothing to undo.
+    /// The document is modified now. A step in which nothing changed leaves nothing to undo.
     void End();
     /// Puts back what the open step changed so far.
     void Cancel();
@@ -155,6 +155,7 @@ private:
     int m_paused = 0;
     bool m_applying = false;
     bool m_modifiedAtBegin = false;
+    bool m_cancelled = false; ///< The open step.
     uint64_t m_changesAtBegin = 0;
     uint64_t m_otherChangesAtBegin = 0;
     uint64_t m_generation = 0;

@@ -2,7 +2,7 @@
 
 #include "base/Escape.h"
 #include "settings/Settings.h"
-#include "watchlist/document/WatchlistDoc.h"
+#include "watchlist/document/WatchlistEdit.h"
 
 #include <fmt/format.h>
 
@@ -14,13 +14,13 @@ void StoreSetting(CSettings& settings, const SBooleanSetting& setting, std::opti
     if (value && settings.ReadBoolean(setting) != *value) settings.WriteBoolean(setting, *value);
 }
 
-void ApplyColumns(CWatchlistDoc& doc, const SWatchlistContent& content) {
-    CColumnMap& columns = doc.Columns();
+void ApplyColumns(CWatchlistEdit& edit, const SWatchlistContent& content) {
+    CColumnMap& columns = edit.Columns();
     if (content.rowNumberWidth) columns.SetWidth(kRowNumberColumn, *content.rowNumberWidth);
     for (const auto& column : content.columns) columns.Append(column.name, column.width);
     if (!content.columnsGiven) columns.Append("Symbol", kDefaultColumnWidthPx);
     for (int column = 1; column < columns.Count(); ++column)
-        doc.Formats().SetNewColumn(column, columns.At(column).name);
+        edit.Formats().SetNewColumn(column, columns.At(column).name);
 }
 
 } // namespace
@@ -46,32 +46,32 @@ bool SWatchlistContent::SetRow(int row, std::string_view text, bool annotation) 
 
 // Rows are placed once each and from the first to the last, however often and in which order the text names them: that
 // is what keeps the time in proportion to the text.
-void ApplyContent(CWatchlistDoc& doc, const SWatchlistContent& content, CReadReport& report) {
-    doc.Options() = content.options;
-    StoreSetting(doc.Settings(), kShowEllipsis, content.showEllipsis);
-    StoreSetting(doc.Settings(), kShowGridLines, content.showGridLines);
-    ApplyColumns(doc, content);
+void ApplyContent(CWatchlistEdit& edit, CSettings& settings, const SWatchlistContent& content, CReadReport& report) {
+    edit.Options() = content.options;
+    StoreSetting(settings, kShowEllipsis, content.showEllipsis);
+    StoreSetting(settings, kShowGridLines, content.showGridLines);
+    ApplyColumns(edit, content);
     for (size_t row = 1; row < content.rows.size(); ++row) {
         const SWatchlistContent::SRow& entry = content.rows[row];
         if (entry.text.empty()) continue;
         if (entry.annotation)
-            doc.SetAnnotation(static_cast<int>(row), entry.text);
+            edit.SetAnnotation(static_cast<int>(row), entry.text);
         else
-            doc.PlaceSymbol(static_cast<int>(row), entry.text);
+            edit.PlaceSymbol(static_cast<int>(row), entry.text);
     }
-    doc.LoadHiddenRows(content.hiddenRows);
-    for (const auto& [row, text] : content.notes) doc.Notes().Set(row, text);
-    const SUnreadAlerts unread = doc.Alerts().Load(content.alerts.text);
+    for (const int row : content.hiddenRows) edit.SetHidden(row, true);
+    for (const auto& [row, text] : content.notes) edit.Notes().Set(row, text);
+    const SUnreadAlerts unread = edit.Alerts().Load(content.alerts.text);
     if (unread.count > 0 && content.furtherAlerts.empty()) // They are among the unread ones otherwise.
         report.LeftOut(content.alerts.line, fmt::format("alerts that were not understood: {}, the first", unread.count),
                        unread.first);
-    for (const auto& [symbol, alert] : content.furtherAlerts) doc.Alerts().RemoveSymbol(symbol);
+    for (const auto& [symbol, alert] : content.furtherAlerts) edit.Alerts().RemoveSymbol(symbol);
     for (const auto& [symbol, alert] : content.furtherAlerts)
-        if (alert) doc.Alerts().Add(symbol, *alert);
-    if (const size_t count = doc.Formats().Read(content.formats.text))
+        if (alert) edit.Alerts().Add(symbol, *alert);
+    if (const size_t count = edit.Formats().Read(content.formats.text))
         report.LeftOut(content.formats.line, fmt::format("cell formats that were not understood: {}", count));
-    for (const SWatchlistContent::SLook& look : content.looks) ApplyLook(look, doc.Formats());
-    doc.SetUnknownLines(content.unknownLines);
+    for (const SWatchlistContent::SLook& look : content.looks) ApplyLook(look, edit.Formats());
+    edit.SetUnknownLines(content.unknownLines);
 }
 
 } // namespace vx

@@ -15,7 +15,8 @@
 namespace vx {
 
 class CCellFormatStore;
-class CWatchlistDoc;
+class CSettings;
+class CWatchlistEdit;
 
 /// What of a watchlist's text was not understood, for the log.
 class CReadReport {
@@ -90,6 +91,6 @@ void ApplyLook(const SWatchlistContent::SLook& look, CCellFormatStore& formats);
 /// it into the settings.
 ///
 /// Thread  GUI thread only
-void ApplyContent(CWatchlistDoc& doc, const SWatchlistContent& content, CReadReport& report);
+void ApplyContent(CWatchlistEdit& edit, CSettings& settings, const SWatchlistContent& content, CReadReport& report);
 
 } // namespace vx

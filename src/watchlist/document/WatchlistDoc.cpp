@@ -7,7 +7,6 @@
 #include "news/NewsLine.h"
 #include "news/NewsRequest.h"
 #include "settings/Settings.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistContent.h"
 #include "watchlist/document/WatchlistFolder.h"
 
@@ -31,19 +30,6 @@ bool IsNotFound(const CSymbolRec& record) {
 }
 
 } // namespace
-
-CWatchlistDoc::CWatchlistDoc(CL1DataStore& store, CSettings& settings, CWatchlistFrame& frame)
-    : m_store(store), m_settings(settings), m_frame(frame), m_changes(*this), m_status("Ready") {
-    m_alerts.SetObserver(this);
-    m_rows.SetRecorder(&m_undo.Recorder());
-}
-
-CWatchlistDoc::~CWatchlistDoc() {
-    m_observer = nullptr;
-    m_alerts.SetObserver(nullptr);
-    m_rows.SetRecorder(nullptr);
-    m_store.RemoveListener(m_changes);
-}
 
 void CWatchlistDoc::SetObserver(CWatchlistObserver* observer) {
     m_observer = observer;
@@ -72,17 +58,18 @@ void CWatchlistDoc::NewDocument() {
     RebuildGrid();
 }
 
-void CWatchlistDoc::OpenContent(const SWatchlistContent& content, std::string_view title, CReadReport& report) {
+void CWatchlistDoc::OpenContent(const SWatchlistContent& content, std::string_view title, CReadReport& report,
+                                bool saved) {
     m_frame.SetStatusText("Opening Watchlist");
     Reset();
     m_options = {};
     m_loading = true;
-    ApplyContent(*this, content, report);
+    ApplyContent(*Update(), m_settings, content, report);
     m_loading = false;
     m_frame.SetDocumentTitle(title);
     m_frame.ApplyPlacement(m_options.placement);
     if (m_feedReady) WatchMissing();
-    SetModified(false);
+    SetModified(!saved);
     SetStatus("Ready");
     if (m_feedReady) ShowSymbolCount();
     RebuildGrid();
@@ -105,14 +92,12 @@ void CWatchlistDoc::Reset() {
     m_updates.Clear();
     m_rows.Clear();
     m_grownRows = 0;
-    m_options.placement.alwaysOnTop = false;
-    m_options.useDefaultAlignment = true;
-    m_options.trailingRows = SWatchlistOptions{}.trailingRows;
-    m_options.lockedColumns = 0;
-    m_options.useGridPrecision = false;
-    m_options.sortAcrossHeadings = false;
-    m_options.sort = {};
-    m_options.exporting = {};
+    SWatchlistOptions fresh;
+    fresh.placement = m_options.placement; // The window stays as it is, its bars too.
+    fresh.placement.alwaysOnTop = false;
+    fresh.showRowNumbers = m_options.showRowNumbers;
+    fresh.showToolBar = m_options.showToolBar;
+    m_options = fresh;
     m_undo.Clear();
     m_commandLinePlaced = false;
     if (m_observer) m_observer->OnReset();
@@ -169,8 +154,9 @@ std::vector<std::string> CWatchlistDoc::RegionalSymbolsOf(const std::string& fee
     return out;
 }
 
-bool CWatchlistDoc::PlaceCommandLineSymbols(const std::vector<std::string>& symbols) {
+bool CWatchlistDoc::PlaceCommandLineSymbols(const std::vector<std::string>& symbols, bool hasFile) {
     if (symbols.empty()) return false;
+    BeginNotices();
     m_grownRows = std::max(m_grownRows, static_cast<int>(symbols.size()) + kRoomBelowCommandLineSymbols);
     std::vector<int> changing;
     bool overUsed = m_commandLinePlaced;
@@ -180,19 +166,23 @@ bool CWatchlistDoc::PlaceCommandLineSymbols(const std::vector<std::string>& symb
         overUsed = overUsed || RowKind(row) != ERowKind::Empty || m_notes.Has(row);
     }
     m_commandLinePlaced = true;
-    std::optional<CUndoStep> step;
-    if (overUsed && !changing.empty()) step.emplace(*this, "place command-line symbols");
-    std::vector<std::string> added;
-    for (const int row : changing) {
-        const std::string& symbol = symbols[static_cast<size_t>(row) - 1];
-        if (PlaceAndWatch(row, symbol)) added.push_back(symbol);
-    }
-    RequestNewsCounts(added);
-    if (step) {
-        SetModified(true);
+    const auto place = [&] {
+        std::vector<std::string> added;
+        for (const int row : changing) {
+            const std::string& symbol = symbols[static_cast<size_t>(row) - 1];
+            if (PlaceAndWatch(row, symbol)) added.push_back(symbol);
+        }
+        RequestNewsCounts(added);
+    };
+    if (overUsed && !changing.empty()) {
+        Edit("place command-line symbols", [&](CWatchlistEdit&) { place(); });
         ShowProgress("The symbols of the command line took the place of rows; Edit > Undo brings these back");
+    } else {
+        place();
+        if (hasFile && !changing.empty()) SetModified(true);
     }
     RebuildGrid();
+    EndNotices();
     return !changing.empty();
 }
 
@@ -249,8 +239,10 @@ void CWatchlistDoc::UnwatchAll() {
 void CWatchlistDoc::SymbolNotFound(std::string_view symbol) {
     const std::string rejected(symbol); // The caller's text may live in what is taken away below.
     const std::vector<std::string> regional = RegionalSymbolsOf(rejected);
+    BeginUpdate();
     RejectRows(rejected);
     for (const std::string& region : regional) RejectRows(region);
+    EndUpdate();
     m_store.Forget(rejected);
     m_watched.Remove(rejected);
     m_batchLeft.erase(rejected);
@@ -267,7 +259,6 @@ void CWatchlistDoc::RejectRows(const std::string& symbol) {
         m_rows.SetText(row, &SRowExtras::shown, {});
         m_rows.SetText(row, &SRowExtras::rejected, symbol);
         m_annotations.Set(row, text);
-        RowChanged(row);
     }
 }
 
@@ -303,7 +294,6 @@ void CWatchlistDoc::EmptyRow(int row) {
     DetachSymbol(row);
     for (const auto text : {&SRowExtras::annotation, &SRowExtras::rejected, &SRowExtras::shown, &SRowExtras::typed})
         m_rows.SetText(row, text, {});
-    RowChanged(row);
 }
 
 void CWatchlistDoc::PlaceSymbol(int row, std::string_view symbol) {
@@ -314,7 +304,6 @@ void CWatchlistDoc::PlaceSymbol(int row, std::string_view symbol) {
     EmptyRow(row);
     m_rows.SetSymbol(row, placed, m_loading ? 1 : 0);
     if (IsRegionalName(placed)) m_regionals.insert(placed);
-    RowChanged(row);
 }
 
 void CWatchlistDoc::SetAnnotation(int row, std::string_view text) {
@@ -322,9 +311,7 @@ void CWatchlistDoc::SetAnnotation(int row, std::string_view text) {
     const std::string marked =
         text.empty() || text.front() == kAnnotationMark ? std::string(text) : kAnnotationMark + std::string(text);
     EmptyRow(row); // The text may have been the row's own.
-    if (marked.empty()) return;
     m_annotations.Set(row, marked);
-    RowChanged(row);
 }
 
 ERowKind CWatchlistDoc::RowKind(int row) const {
@@ -345,30 +332,10 @@ int CWatchlistDoc::RowCount() const {
     return std::clamp(last, 1, CRowTable::kMaxRow); // There is always a row to type into.
 }
 
-void CWatchlistDoc::ShowText(int row, std::string_view text) {
-    if (row < 1 || row > CRowTable::kMaxRow) return;
-    m_rows.SetText(row, &SRowExtras::shown, text);
-    RowChanged(row);
-}
-
 std::string_view CWatchlistDoc::TypedText(int row) const {
     const std::string_view typed = m_rows.Text(row, &SRowExtras::typed);
     const std::string_view rejected = RejectedSymbol(row);
     return typed.empty() && rejected != kCommaSymbol ? rejected : typed;
-}
-
-void CWatchlistDoc::RowEdited(int row) {
-    m_rows.SetText(row, &SRowExtras::shown, {});
-    SetModified(true);
-    RowChanged(row);
-}
-
-void CWatchlistDoc::RowChanged(int row) {
-    if (m_observer && !m_loading && m_batchDepth == 0) m_observer->OnRowChanged(row);
-}
-
-void CWatchlistDoc::RebuildGrid() {
-    if (m_observer && !m_loading && m_batchDepth == 0) m_observer->OnGridRebuilt();
 }
 
 void CWatchlistDoc::SetColumnsByName(std::string_view names) {

@@ -13,9 +13,11 @@
 #include "watchlist/document/SymbolUpdateMap.h"
 #include "watchlist/document/UndoStack.h"
 #include "watchlist/document/WatchTable.h"
+#include "watchlist/document/WatchlistEdit.h"
 #include "watchlist/document/WatchlistFrame.h"
 #include "watchlist/document/WatchlistOptions.h"
 
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
@@ -43,7 +45,11 @@ enum class ERowKind { Empty, Symbol, Annotation };
 /// Owns    the stores of its rows; not the level-1 store, the settings, the frame or the view, which outlive it
 /// Errors  a row outside 1..CRowTable::kMaxRow is ignored
 /// Thread  GUI thread only
-class CWatchlistDoc : public CNewsCountsReceiver, private CChangeWaker, private CAlertsObserver, private CUndoHost {
+class CWatchlistDoc : public CNewsCountsReceiver,
+                      private CChangeWaker,
+                      private CAlertsObserver,
+                      private CUndoHost,
+                      private CRowRecorder {
 public:
     CWatchlistDoc(CL1DataStore& store, CSettings& settings, CWatchlistFrame& frame);
     ~CWatchlistDoc() override;
@@ -55,13 +61,44 @@ public:
     /// Who asks for the news counts of symbols; null, as at first, asks nobody.
     void SetNewsCountsPort(CNewsCountsPort* port) { m_newsPort = port; }
 
+    // The only ways to change a watchlist. While a change runs the view is told nothing; it is told what changed once,
+    // at the end of the outermost one.
+
+    /// Changes the watchlist as the user wants it: one step to be undone, and the document is modified. An edit that
+    /// changes nothing makes the mark and no step; edits inside another join it.
+    ///
+    ///     doc.Edit("delete note", [&](CWatchlistEdit& edit) { edit.Notes().Remove(row); });
+    ///
+    /// name: as in "Undo delete note", a verb and its object in lower case, Windows-1252. That of the outermost counts
+    /// Returns what change(CWatchlistEdit&) returns
+    template <typename Change> decltype(auto) Edit(std::string_view name, Change&& change) {
+        const CEditScope scope(*this, name);
+        return change(Editor());
+    }
+    /// Changes it otherwise: by the feed, a timer, a save. No step and no mark; an open step is not touched.
+    ///
+    ///     doc.Update()->Options().placement = placement;
+    class CUpdate {
+    public:
+        explicit CUpdate(CWatchlistDoc& doc) : m_doc(doc) { m_doc.BeginUpdate(); }
+        ~CUpdate() { m_doc.EndUpdate(); }
+        CUpdate(const CUpdate&) = delete;
+        CUpdate& operator=(const CUpdate&) = delete;
+        CWatchlistEdit* operator->() { return &m_doc.Editor(); }
+        CWatchlistEdit& operator*() { return m_doc.Editor(); }
+
+    private:
+        CWatchlistDoc& m_doc;
+    };
+    CUpdate Update() { return CUpdate(*this); }
+
     // Lifecycle.
 
     /// An empty watchlist with the default columns; file dialogs open in the folder of the last saved one from now on.
     void NewDocument();
     /// Shows a watchlist that was read. title: what the window shows; empty for an untitled one. report: what of the
-    /// content was left out is added.
-    void OpenContent(const SWatchlistContent& content, std::string_view title, CReadReport& report);
+    /// content was left out is added. saved: else it differs from what is in its file, and is modified.
+    void OpenContent(const SWatchlistContent& content, std::string_view title, CReadReport& report, bool saved = true);
     /// Unwatches and empties everything, and takes the title from the window.
     void CloseDocument();
     /// How often a watchlist took the place of another: what belongs to one of another number is not here any more.
@@ -75,8 +112,9 @@ public:
     bool IsFeedReady() const { return m_feedReady; }
     /// Puts symbols into rows 1, 2, ... and watches them; a row that already holds its symbol is left alone. The grid
     /// is grown to at least their number plus 3 rows first. Over rows that are in use, or that were used since an
-    /// earlier call, this is one edit, and the status bar says so. Returns whether a row changed.
-    bool PlaceCommandLineSymbols(const std::vector<std::string>& symbols);
+    /// earlier call, this is one edit, and the status bar says so. hasFile: the watchlist has one, in which they are
+    /// not. Returns whether a row changed.
+    bool PlaceCommandLineSymbols(const std::vector<std::string>& symbols, bool hasFile = false);
     /// Why a row shows no data although a symbol is in it: "waiting for room: limit of 500 reached". It is shown and
     /// no part of the watchlist; empty for most rows. Good until the next call.
     std::string_view RowNotice(int row) const;
@@ -87,16 +125,7 @@ public:
     void UnwatchAll();
     /// The feed does not know the symbol, or does not permit it: its rows show a message instead.
     void SymbolNotFound(std::string_view symbol);
-    /// Empties a row and puts a symbol into it; one that stood nowhere before is watched, and its news count asked for.
-    void EnterSymbol(int row, std::string_view symbol);
-
     // Rows.
-
-    /// Puts a symbol into a row, whatever stood there, without watching it.
-    void PlaceSymbol(int row, std::string_view symbol);
-    void SetAnnotation(int row, std::string_view text);
-    /// Empties a row; a symbol whose last row this was is unwatched.
-    void EmptyRow(int row);
 
     ERowKind RowKind(int row) const;
     std::string_view RowSymbol(int row) const { return m_rows.Symbol(row); }
@@ -109,7 +138,6 @@ public:
 
     /// A text in the symbol column in place of a symbol row's symbol, until the row is next changed; empty for none.
     std::string_view ShownText(int row) const { return m_rows.Text(row, &SRowExtras::shown); }
-    void ShowText(int row, std::string_view text);
     /// Whether a row shows that the feed rejected its symbol.
     bool IsRejected(int row) const { return !RejectedSymbol(row).empty(); }
     /// The symbol whose rejection a row shows; empty for most rows.
@@ -117,12 +145,7 @@ public:
     /// What the user entered in a row, as typed; empty when nobody typed it or it is the row's own text. Of a rejected
     /// row that was read from a file it is the symbol, unless that stands for a text with commas.
     std::string_view TypedText(int row) const;
-    /// To be called in the step of the entry, when the row holds what became of it.
-    void KeepTyped(int row, std::string_view text) { m_rows.SetText(row, &SRowExtras::typed, text); }
-    /// The user changed something in a row that is none of the above: a note, a format. The document is modified.
-    void RowEdited(int row);
-
-    // Rows that move, each with all that belongs to it. The document is modified, but by ReorderRows.
+    // Rows that move, each with all that belongs to it. Each call is an edit.
 
     /// Puts empty rows before a row.
     ///
@@ -132,28 +155,22 @@ public:
     void DeleteRows(int firstRow, int count);
     /// Moves rows so that they stand before the row that is `before` now, at most RowCount() + 1.
     void MoveRows(int firstRow, int count, int before);
-    /// newRowOf[r] is where row r goes; see CRowTable::Reorder.
-    ///
-    /// Errors  false, and nothing changes, for what is no permutation or goes beyond CRowTable::kMaxRow
-    bool ReorderRows(const std::vector<int>& newRowOf);
 
     // Hidden rows. They take no place in the grid and are rows like all others otherwise: watched, judged by alerts,
     // sorted, exported.
 
     bool IsRowHidden(int row) const { return m_rows.Row(row).hidden; }
     std::vector<int> HiddenRows() const { return m_rows.HiddenRows(); }
-    /// Hides rows, or shows them again: an edit, and the document is modified. Rows that are so already do not count.
+    /// Hides rows, or shows them again: an edit. Rows that are so already do not count.
     void SetRowsHidden(const std::vector<int>& rows, bool hidden);
     /// Shows what is hidden among the rows, because the user is led there. This is no edit.
     void RevealRows(int firstRow, int lastRow);
-    /// Hides rows as they were when the watchlist was saved. This is no edit either.
-    void LoadHiddenRows(const std::vector<int>& rows);
 
     /// The number that a row keeps wherever it moves.
     uint32_t RowId(int row) { return m_rows.MakeId(row); }
     int RowOfId(uint32_t id) const { return m_rows.RowOfId(id); }
 
-    /// The user's edits so far; CUndoStep records one.
+    /// The user's edits so far.
     CUndoStack& Undo() { return m_undo; }
     const CUndoStack& Undo() const { return m_undo; }
 
@@ -173,30 +190,24 @@ public:
 
     // Columns and options.
 
-    CColumnMap& Columns() { return m_columns; }
     const CColumnMap& Columns() const { return m_columns; }
-    SWatchlistOptions& Options() { return m_options; }
     const SWatchlistOptions& Options() const { return m_options; }
-    /// Shows the named columns, ";" between them, each with its default width and format.
-    void SetColumnsByName(std::string_view names);
     /// Lines of the file that only another version of the program understands; a save writes them again.
     const std::vector<std::string>& UnknownLines() const { return m_unknownLines; }
-    void SetUnknownLines(std::vector<std::string> lines) { m_unknownLines = std::move(lines); }
 
     // Stores by row and by symbol.
 
     const CInvalidSymbols& InvalidSymbols() const { return m_rows.Rejected(); }
     const CSymbolMap& Symbols() const { return m_rows.Symbols(); }
     const CRowTextMap& Annotations() const { return m_annotations; }
-    CNoteStore& Notes() { return m_notes; }
     const CNoteStore& Notes() const { return m_notes; }
-    CAlertsMap& Alerts() { return m_alerts; }
     const CAlertsMap& Alerts() const { return m_alerts; }
-    CNewsMap& News() { return m_news; }
+    /// The same with their rules, for notices, resets, arming and the working copy of a dialog. What fires or is armed
+    /// again marks the document by itself; the user's edits of alerts come in by Edit.
+    CAlertsMap& AlertRules() { return m_alerts; }
     const CNewsMap& News() const { return m_news; }
     /// Every headline since the watchlist was opened, of its symbols and all others.
     const CHeadlineLog& Headlines() const { return m_headlines; }
-    CCellFormatStore& Formats() { return m_formats; }
     const CCellFormatStore& Formats() const { return m_formats; }
     const CWatchTable& WatchTable() const { return m_watched; }
     CL1DataStore& Store() const { return m_store; }
@@ -204,11 +215,11 @@ public:
     CSettings& Settings() const override { return m_settings; }
 
     bool IsModified() const override { return m_modified; }
-    void SetModified(bool modified) override {
-        m_modified = modified;
-        if (modified) ++m_changeCount;
-        m_undo.ModifiedSet(modified);
-    }
+    /// The document is in its file as it is now, or was when the point was taken.
+    void MarkSaved() { MarkSaved(m_undo.SavePoint()); }
+    void MarkSaved(const SSavePoint& point);
+    /// How it was exported; another choice modifies the document, though there is nothing to undo.
+    void RememberExport(const SExportOptions& exporting);
     /// How often the document was marked modified; another number means that something changed.
     uint64_t ChangeCount() const override { return m_changeCount; }
     const std::string& StatusText() const { return m_status; }
@@ -217,11 +228,40 @@ public:
     void ShowProgress(std::string_view text) { m_frame.SetStatusText(text); }
     void RestoreStatus() { m_frame.SetStatusText(m_status); }
 
-    /// Tells the observer that everything may have changed; a no-op while a watchlist is being read.
+private:
+    class CEditor;
+    class CEditScope {
+    public:
+        CEditScope(CWatchlistDoc& doc, std::string_view name) : m_doc(doc) { m_doc.BeginEdit(name); }
+        ~CEditScope() { m_doc.EndEdit(); }
+        CEditScope(const CEditScope&) = delete;
+        CEditScope& operator=(const CEditScope&) = delete;
+
+    private:
+        CWatchlistDoc& m_doc;
+    };
+
+    CWatchlistEdit& Editor();
+    void BeginEdit(std::string_view name);
+    void EndEdit();
+    void BeginUpdate();
+    void EndUpdate();
+    void BeginNotices();
+    void EndNotices();
+
+    void PlaceSymbol(int row, std::string_view symbol);
+    void EnterSymbol(int row, std::string_view symbol);
+    void SetAnnotation(int row, std::string_view text);
+    void EmptyRow(int row);
+    bool ReorderRows(const std::vector<int>& newRowOf);
+    void SetColumnsByName(std::string_view names);
+    void SetModified(bool modified) override;
     void RebuildGrid();
 
-private:
-    friend class CEditBatch;
+    void BeforeRow(int row) override;
+    void BeforeRowsMove() override { m_undo.Recorder().BeforeRowsMove(); }
+    void RowsInserted(int firstRow, int count) override { m_undo.Recorder().RowsInserted(firstRow, count); }
+    void RowsRemoved(const std::vector<SPlacedRow>& rows) override { m_undo.Recorder().RowsRemoved(rows); }
 
     void PostPaint() override;
     void DrainNow() override { OnPaintMessage(); }
@@ -236,8 +276,10 @@ private:
     SLayout Layout() const override { return {m_columns, m_options, m_grownRows}; }
     void SetLayout(const SLayout& layout) override;
     CAlertsMap& AlertsToUndo() override { return m_alerts; }
-    void BeginBatch() override { ++m_batchDepth; }
-    void EndBatch() override;
+    void BeginExchange() override;
+    void EndExchange() override { EndBatch(); }
+    void BeginBatch();
+    void EndBatch();
 
     void Reset();
     void WatchMissing();
@@ -250,6 +292,7 @@ private:
     void ShowSymbolCount();
     void SetStatus(std::string_view text);
     void RowChanged(int row);
+    void NoteRows(int firstRow, int lastRow);
     void DetachSymbol(int row);
 
     CL1DataStore& m_store;
@@ -278,6 +321,17 @@ private:
     std::unordered_set<std::string> m_batchLeft; ///< Stood in a row before, and are still watched.
     std::vector<std::string> m_batchAdded;       ///< Their news counts are to be asked for.
 
+    // Only while something is changed: what the view is to be told.
+    struct SNotices {
+        int depth = 0;
+        int rowCount = 0; ///< At the beginning.
+        bool rebuild = false;
+        bool order = false;    ///< Rows changed places among themselves.
+        std::vector<int> rows; ///< At most kMostRows.
+        int firstRow = 0, lastRow = 0;
+        static constexpr size_t kMostRows = 64; ///< More are said as a range.
+    } m_notices;
+
     std::string m_status;
     int m_grownRows = 0; ///< Rows that were asked for besides those in use.
     bool m_feedReady = false;
@@ -287,6 +341,7 @@ private:
     uint64_t m_changeCount = 0;
     uint64_t m_openCount = 0;
     CUndoStack m_undo{*this};
+    std::unique_ptr<CEditor> m_editor;
 };
 
 } // namespace vx

@@ -1,4 +1,3 @@
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 
 #include <fmt/format.h>
@@ -21,13 +20,12 @@ bool CWatchlistDoc::InsertRows(int firstRow, int count) {
     if (firstRow < 1 || count < 1 || firstRow > CRowTable::kMaxRow || count > CRowTable::kMaxRow) return false;
     const int lastText = std::max(LastUsedRow(), m_notes.LastRow());
     if (lastText >= firstRow && lastText + count > CRowTable::kMaxRow) return false;
-    const CUndoStep step(*this, "insert " + Counted(count));
+    const CEditScope scope(*this, "insert " + Counted(count));
     if (firstRow > LastUsedRow())
         m_grownRows = std::min(RowCount() + count, CRowTable::kMaxRow);
     else if (m_grownRows >= firstRow)
         m_grownRows = std::min(m_grownRows + count, CRowTable::kMaxRow);
     if (firstRow <= m_rows.LastKeptRow()) m_rows.InsertRows(firstRow, count);
-    SetModified(true);
     RebuildGrid();
     return true;
 }
@@ -35,11 +33,12 @@ bool CWatchlistDoc::InsertRows(int firstRow, int count) {
 void CWatchlistDoc::DeleteRows(int firstRow, int count) {
     if (firstRow < 1 || count < 1 || firstRow > CRowTable::kMaxRow) return;
     count = std::min(count, CRowTable::kMaxRow);
-    const CUndoStep step(*this, "delete " + Counted(std::clamp(RowCount() - firstRow + 1, 1, count)));
+    const int kept = std::min(count, m_rows.LastKeptRow() - firstRow + 1);
+    if (kept < 1 && m_grownRows < firstRow) return; // The empty row at the end would be there again.
+    const CEditScope scope(*this, "delete " + Counted(std::clamp(RowCount() - firstRow + 1, 1, count)));
     if (m_grownRows >= firstRow) m_grownRows -= std::min(count, m_grownRows - firstRow + 1);
-    count = std::min(count, m_rows.LastKeptRow() - firstRow + 1);
-    if (count > 0) {
-        std::vector<int> leaving(static_cast<size_t>(count));
+    if (kept > 0) {
+        std::vector<int> leaving(static_cast<size_t>(kept));
         std::iota(leaving.begin(), leaving.end(), firstRow);
         std::vector<std::string> gone;
         m_rows.RemoveRows(leaving, gone);
@@ -51,9 +50,11 @@ void CWatchlistDoc::DeleteRows(int firstRow, int count) {
 void CWatchlistDoc::MoveRows(int firstRow, int count, int before) {
     if (firstRow < 1 || before < 1 || before > RowCount() + 1) return;
     count = std::min(count, RowCount() - firstRow + 1);
-    CUndoStep step(*this, "move " + Counted(count));
-    step.SelectRows(firstRow, firstRow + count - 1);
-    if (ReorderRows(MoveOfBlock(firstRow, count, before))) SetModified(true);
+    const std::vector<int> newRowOf = MoveOfBlock(firstRow, count, before);
+    if (newRowOf.empty()) return;
+    const CEditScope scope(*this, "move " + Counted(count));
+    m_undo.SelectRows(firstRow, firstRow + count - 1);
+    ReorderRows(newRowOf);
 }
 
 bool CWatchlistDoc::ReorderRows(const std::vector<int>& newRowOf) {
@@ -72,7 +73,8 @@ bool CWatchlistDoc::ReorderRows(const std::vector<int>& newRowOf) {
     }
     if (first == 0) return true;
     MoveRows(newRowOf);
-    if (m_observer && !m_loading && m_batchDepth == 0) m_observer->OnRowsChanged(first, last);
+    NoteRows(first, last);
+    m_notices.order = true;
     return true;
 }
 
@@ -85,25 +87,22 @@ void CWatchlistDoc::SetRowsHidden(const std::vector<int>& rows, bool hidden) {
     const auto count = static_cast<int>(std::ranges::count_if(
         rows, [&](int row) { return row >= 1 && row <= CRowTable::kMaxRow && IsRowHidden(row) != hidden; }));
     if (count == 0) return;
-    const CUndoStep step(*this, hidden       ? "hide " + Counted(count)
-                                : count == 1 ? "show hidden row"
-                                             : "show hidden rows");
+    const CEditScope scope(*this, hidden       ? "hide " + Counted(count)
+                                  : count == 1 ? "show hidden row"
+                                               : "show hidden rows");
     for (const int row : rows) m_rows.SetHidden(row, hidden);
-    SetModified(true);
     RebuildGrid();
 }
 
 void CWatchlistDoc::RevealRows(int firstRow, int lastRow) {
+    BeginUpdate();
     bool any = false;
     for (int row = firstRow; m_rows.AnyHidden() && row <= lastRow; ++row) {
         any = any || IsRowHidden(row);
         m_rows.SetHidden(row, false);
     }
     if (any) RebuildGrid();
-}
-
-void CWatchlistDoc::LoadHiddenRows(const std::vector<int>& rows) {
-    for (const int row : rows) m_rows.SetHidden(row, true);
+    EndUpdate();
 }
 
 // As undoing wants it
@@ -136,21 +135,28 @@ void CWatchlistDoc::SetLayout(const SLayout& layout) {
     m_columns = layout.columns;
     m_options = layout.options;
     m_grownRows = layout.grownRows;
+    RebuildGrid();
 }
 
-CEditBatch::CEditBatch(CWatchlistDoc& doc) : m_doc(doc) { m_doc.BeginBatch(); }
+void CWatchlistDoc::BeginExchange() {
+    BeginBatch();
+    RebuildGrid();
+}
 
-CEditBatch::~CEditBatch() { m_doc.EndBatch(); }
+void CWatchlistDoc::BeginBatch() {
+    BeginNotices();
+    ++m_batchDepth;
+}
 
 void CWatchlistDoc::EndBatch() {
-    if (--m_batchDepth > 0) return;
+    if (--m_batchDepth > 0) return EndNotices();
     for (const std::string& symbol : std::exchange(m_batchLeft, {}))
         if (!Symbols().Find(symbol)) Unwatch(symbol);
     std::vector<std::string> added = std::exchange(m_batchAdded, {});
     std::erase_if(added, [&](const std::string& symbol) { return !Symbols().Find(symbol); });
     RequestNewsCounts(added);
     if (m_feedReady) ShowSymbolCount();
-    RebuildGrid();
+    EndNotices();
 }
 
 } // namespace vx

@@ -4,7 +4,6 @@
 #include "base/Text.h"
 #include "data/text/CellText.h"
 #include "settings/Settings.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/exchange/RowCellText.h"
 
@@ -50,13 +49,13 @@ void Tell(const char* text) { ShowMessageBox({text, {}, EBoxButtons::Ok, EBoxIco
 class CCellEntry {
 public:
     /// typed: what to remember where the row comes to show something else.
-    CCellEntry(CWatchlistDoc& doc, int row, int column, std::string_view typed = {})
-        : m_doc(doc), m_row(row), m_column(column), m_inSymbolColumn(doc.Columns().PositionOf(kSymbolColumn) == column),
-          m_typed(PlainText(TrimBlanks(typed))) {}
+    CCellEntry(const CWatchlistDoc& doc, CWatchlistEdit& edit, int row, int column, std::string_view typed = {})
+        : m_doc(doc), m_edit(edit), m_row(row), m_column(column),
+          m_inSymbolColumn(doc.Columns().PositionOf(kSymbolColumn) == column), m_typed(PlainText(TrimBlanks(typed))) {}
 
     void Enter(const std::string& text) {
         if (text.empty()) return Clear();
-        if (TrimBlanks(text).empty()) return; // Nothing was said, so nothing may be lost.
+        if (TrimBlanks(text).empty()) return m_edit.Cancel(); // Nothing was said, so nothing may be lost.
         switch (m_doc.RowKind(m_row)) {
         case ERowKind::Symbol:
             return m_inSymbolColumn ? Retype(text) : RefuseInSymbolRow(text);
@@ -68,8 +67,8 @@ public:
     }
 
     void Correct(const std::string& text) {
-        if (!text.empty() && TrimBlanks(text).empty()) return;
-        m_doc.EmptyRow(m_row);
+        if (!text.empty() && TrimBlanks(text).empty()) return m_edit.Cancel();
+        m_edit.EmptyRow(m_row);
         if (text.empty()) return Finish();
         EnterInEmptyRow(text);
     }
@@ -78,7 +77,7 @@ public:
         const std::string_view trimmed = TrimBlanks(text);
         if (trimmed.empty()) return;
         if (const auto symbol = TypedSymbol(trimmed); symbol && *symbol == m_doc.RowSymbol(m_row) && IsPlain()) return;
-        m_doc.EmptyRow(m_row);
+        m_edit.EmptyRow(m_row);
         EnterInEmptyRow(text);
     }
 
@@ -89,7 +88,7 @@ public:
         for (const int column : columns) {
             const bool hasFormat = m_doc.Formats().Find(m_row, column);
             if (kind == ERowKind::Empty && !hadNote && !hasFormat) continue;
-            CCellEntry(m_doc, m_row, column).Clear();
+            CCellEntry(m_doc, m_edit, m_row, column).Clear();
             changed = changed || hasFormat;
         }
         return changed || m_doc.RowKind(m_row) != kind || m_doc.Notes().Has(m_row) != hadNote;
@@ -98,32 +97,37 @@ public:
 private:
     bool IsPlain() const { return m_doc.ShownText(m_row).empty(); }
 
+    void Refuse(const char* why) {
+        m_edit.Cancel();
+        Tell(why);
+    }
+
     void Clear() {
         const ERowKind kind = m_doc.RowKind(m_row);
         if (kind == ERowKind::Annotation || (kind == ERowKind::Symbol && m_inSymbolColumn))
-            m_doc.EmptyRow(m_row);
+            m_edit.EmptyRow(m_row);
         else
-            m_doc.Notes().Remove(m_row);
+            m_edit.Notes().Remove(m_row);
         Finish();
     }
 
-    static void RefuseInSymbolRow(const std::string& text) {
-        Tell(BeginsWith(text, kSymbolMark) ? "This cell is reserved for Symbol Data."
-                                           : "Annotations may not be placed in Symbol Rows.");
+    void RefuseInSymbolRow(const std::string& text) {
+        Refuse(BeginsWith(text, kSymbolMark) ? "This cell is reserved for Symbol Data."
+                                             : "Annotations may not be placed in Symbol Rows.");
     }
 
     void Retype(const std::string& text) {
-        if (BeginsWith(text, kAnnotationMark)) return;
+        if (BeginsWith(text, kAnnotationMark)) return m_edit.Cancel();
         if (const std::optional<std::string> symbol = TypedSymbol(text))
             Place(*symbol);
         else
-            m_doc.ShowText(m_row, TrimBlanks(text));
+            m_edit.ShowText(m_row, TrimBlanks(text));
     }
 
     void SymbolOverAnnotation(std::string_view text) {
-        if (!m_inSymbolColumn || m_column != 1) return Tell("This row is reserved for Annotation Data.");
+        if (!m_inSymbolColumn || m_column != 1) return Refuse("This row is reserved for Annotation Data.");
         text.remove_prefix(1);
-        if (TrimBlanks(text).empty()) return;
+        if (TrimBlanks(text).empty()) return m_edit.Cancel();
         if (const std::optional<std::string> symbol = TypedSymbol(text))
             Place(*symbol);
         else
@@ -139,26 +143,26 @@ private:
     }
 
     void Place(const std::string& symbol) {
-        m_doc.EnterSymbol(m_row, symbol);
+        m_edit.EnterSymbol(m_row, symbol);
         Finish();
-        if (!m_typed.empty() && m_typed != symbol) m_doc.KeepTyped(m_row, m_typed);
+        if (!m_typed.empty() && m_typed != symbol) m_edit.KeepTyped(m_row, m_typed);
     }
 
     void Annotate(std::string_view text) {
-        m_doc.SetAnnotation(m_row, text);
+        m_edit.SetAnnotation(m_row, text);
         Finish();
-        if (!m_typed.empty() && text == kCommaSymbol) m_doc.KeepTyped(m_row, m_typed);
+        if (!m_typed.empty() && text == kCommaSymbol) m_edit.KeepTyped(m_row, m_typed);
     }
 
     // What the user had given the old content belongs to it.
     void Finish() {
-        if (m_column >= 1) m_doc.Formats().Reset(m_row, m_column);
-        if (m_doc.RowKind(m_row) == ERowKind::Annotation) m_doc.Formats().Reset(m_row, HeadingColumn(m_doc.Columns()));
-        m_doc.RowEdited(m_row);
-        m_doc.RebuildGrid(); // The empty rows below the last used one move with it.
+        if (m_column >= 1) m_edit.Formats().Reset(m_row, m_column);
+        if (m_doc.RowKind(m_row) == ERowKind::Annotation) m_edit.Formats().Reset(m_row, HeadingColumn(m_doc.Columns()));
+        m_edit.ShowText(m_row, {});
     }
 
-    CWatchlistDoc& m_doc;
+    const CWatchlistDoc& m_doc;
+    CWatchlistEdit& m_edit;
     int m_row;
     int m_column;
     bool m_inSymbolColumn;
@@ -170,31 +174,33 @@ private:
 void EnterCellText(CWatchlistDoc& doc, int row, int column, std::string_view oldText, std::string_view newText) {
     if (newText == oldText) return;
     if (row < 1 || row > CRowTable::kMaxRow || column < 1 || column >= doc.Columns().Count()) return;
-    CUndoStep step(doc, StepName(newText));
-    step.SelectColumns(column, column);
-    CCellEntry(doc, row, column, newText).Enter(UsableText(newText));
+    doc.Edit(StepName(newText), [&](CWatchlistEdit& edit) {
+        edit.SelectColumns(column, column);
+        CCellEntry(doc, edit, row, column, newText).Enter(UsableText(newText));
+    });
 }
 
 void CorrectRejected(CWatchlistDoc& doc, int row, std::string_view text) {
     if (!doc.IsRejected(row)) return;
     const int column = doc.Columns().PositionOf(kSymbolColumn);
-    CUndoStep step(doc, StepName(text));
-    step.SelectColumns(column, column);
-    CCellEntry(doc, row, column, text).Correct(UsableText(text));
+    doc.Edit(StepName(text), [&](CWatchlistEdit& edit) {
+        edit.SelectColumns(column, column);
+        CCellEntry(doc, edit, row, column, text).Correct(UsableText(text));
+    });
 }
 
-void OverwriteRow(CWatchlistDoc& doc, int row, std::string_view text) {
+void OverwriteRow(const CWatchlistDoc& doc, CWatchlistEdit& edit, int row, std::string_view text) {
     if (row < 1 || row > CRowTable::kMaxRow) return;
     const bool marked = BeginsWith(text, kAnnotationMark); // No symbol was meant that a comma could spoil.
     // One word needs no memory: it comes back in capitals.
     const bool keeps = text.find_first_of(" ,") != std::string_view::npos;
-    CCellEntry(doc, row, doc.Columns().PositionOf(kSymbolColumn), keeps ? text : std::string_view{})
+    CCellEntry(doc, edit, row, doc.Columns().PositionOf(kSymbolColumn), keeps ? text : std::string_view{})
         .Overwrite(marked ? PlainText(text) : UsableText(text));
 }
 
-bool ClearCells(CWatchlistDoc& doc, int row, const std::vector<int>& columns) {
+bool ClearCells(const CWatchlistDoc& doc, CWatchlistEdit& edit, int row, const std::vector<int>& columns) {
     if (row < 1 || row > CRowTable::kMaxRow || columns.empty()) return false;
-    return CCellEntry(doc, row, columns.front()).ClearAll(columns);
+    return CCellEntry(doc, edit, row, columns.front()).ClearAll(columns);
 }
 
 void AppendWithoutControls(std::string& out, std::string_view text) {
@@ -221,11 +227,10 @@ void AddCurrentSymbol(CWatchlistDoc& doc, const CSettings& settings, int row) {
         if (ShowMessageBox({question, "Replace Row?", EBoxButtons::YesNo, EBoxIcon::Question}) != EBoxAnswer::Yes)
             return;
     }
-    const CUndoStep step(doc, "add current symbol");
-    doc.EnterSymbol(row, symbol);
-    if (const int column = doc.Columns().PositionOf(kSymbolColumn); column >= 1) doc.Formats().Reset(row, column);
-    doc.RowEdited(row);
-    doc.RebuildGrid();
+    doc.Edit("add current symbol", [&](CWatchlistEdit& edit) {
+        edit.EnterSymbol(row, symbol);
+        if (const int column = doc.Columns().PositionOf(kSymbolColumn); column >= 1) edit.Formats().Reset(row, column);
+    });
 }
 
 } // namespace vx

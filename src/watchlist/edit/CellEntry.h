@@ -9,6 +9,7 @@ namespace vx {
 
 class CSettings;
 class CWatchlistDoc;
+class CWatchlistEdit;
 
 /// The user ended the editing of a cell: decides whether the text becomes a symbol, an annotation or nothing.
 ///
@@ -27,12 +28,12 @@ void CorrectRejected(CWatchlistDoc& doc, int row, std::string_view text);
 /// Puts into a row what a text becomes when it is typed into the symbol column of an empty row, whatever stood there. A
 /// row that shows the same symbol already is left alone, as it is for an empty text. A text that begins with "#" is an
 /// annotation with all its commas.
-void OverwriteRow(CWatchlistDoc& doc, int row, std::string_view text);
+void OverwriteRow(const CWatchlistDoc& doc, CWatchlistEdit& edit, int row, std::string_view text);
 
 /// Clears cells of a row as EnterCellText does for an empty text.
 ///
 /// Returns false when there was nothing to clear
-bool ClearCells(CWatchlistDoc& doc, int row, const std::vector<int>& columns);
+bool ClearCells(const CWatchlistDoc& doc, CWatchlistEdit& edit, int row, const std::vector<int>& columns);
 
 /// Appends a text with blanks for its control characters.
 void AppendWithoutControls(std::string& out, std::string_view text);

@@ -1,7 +1,6 @@
 #include "watchlist/edit/FormatCommands.h"
 
 #include "data/catalogue/FieldEntry.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/exchange/RowCellText.h"
 
@@ -54,17 +53,38 @@ SFormatRange Meant(const CWatchlistDoc& doc, const SFormatRange& asked) {
 }
 
 // What a place has by itself is not kept as a choice.
-void SetChosen(CWatchlistDoc& doc, int row, int column, SCellFormat format) {
+void SetChosen(const CWatchlistDoc& doc, CWatchlistEdit& edit, int row, int column, SCellFormat format) {
     format.regular = format.regular && StandsOut(doc, row, column);
     if (format.colourRule == ColourRuleOf(doc, column)) format.colourRule = EColourRule::OfField;
-    doc.Formats().Set(row, column, std::move(format));
+    edit.Formats().Set(row, column, std::move(format));
 }
 
-void SetFormat(CWatchlistDoc& doc, int row, int column, const SFormatChange& change) {
+void SetFormat(const CWatchlistDoc& doc, CWatchlistEdit& edit, int row, int column, const SFormatChange& change) {
     if (row > 0 && column != FormatColumn(doc, row, column)) return;
     SCellFormat format = doc.Formats().Effective(row, column);
     change.ApplyTo(format);
-    SetChosen(doc, row, column, std::move(format));
+    SetChosen(doc, edit, row, column, std::move(format));
+}
+
+// The columns get the alignment that they show by default.
+void KeepAlignments(const CWatchlistDoc& doc, CWatchlistEdit& edit) {
+    for (int column = 1; column < doc.Columns().Count(); ++column) {
+        SFormatChange change;
+        change.alignment = doc.Formats().Alignment(0, column, doc.Columns().At(column).Entry(), true);
+        if (change.alignment != ECellAlign::Left) SetFormat(doc, edit, 0, column, change);
+    }
+}
+
+// The columns have records of their own, whole ones: what is said of the grid is meant for them too.
+void FormatColumns(const CWatchlistDoc& doc, CWatchlistEdit& edit, const SFormatChange& change) {
+    for (int column = 0; column < doc.Columns().Count(); ++column) {
+        if (!doc.Formats().Find(0, column)) continue;
+        SCellFormat format = doc.Formats().ColumnFormat(column);
+        const bool regular = format.regular;
+        change.ApplyTo(format);
+        format.regular = regular; // What stands out does so in the whole grid.
+        SetChosen(doc, edit, 0, column, std::move(format));
+    }
 }
 
 } // namespace
@@ -125,55 +145,39 @@ bool FormatCells(CWatchlistDoc& doc, const SFormatRange& asked, const SFormatCha
     const auto height = columns ? size_t{1} : static_cast<size_t>(range.lastRow - range.firstRow + 1);
     if (doc.Formats().Size() + width * height > CCellFormatStore::kMostRecords) return false;
 
-    CUndoStep step(doc, columns ? "format columns" : "format cells");
-    step.SelectColumns(range.firstColumn, range.lastColumn);
-    for (const auto& [row, column] : own) SetFormat(doc, row, column, change);
-    const int firstRow = columns ? 0 : range.firstRow;
-    const int lastRow = columns ? 0 : range.lastRow;
-    for (int row = firstRow; row <= lastRow; ++row)
-        for (int column = range.firstColumn; column <= range.lastColumn; ++column) SetFormat(doc, row, column, change);
-    doc.RebuildGrid();
+    doc.Edit(columns ? "format columns" : "format cells", [&](CWatchlistEdit& edit) {
+        edit.SelectColumns(range.firstColumn, range.lastColumn);
+        for (const auto& [row, column] : own) SetFormat(doc, edit, row, column, change);
+        const int firstRow = columns ? 0 : range.firstRow;
+        const int lastRow = columns ? 0 : range.lastRow;
+        for (int row = firstRow; row <= lastRow; ++row)
+            for (int column = range.firstColumn; column <= range.lastColumn; ++column)
+                SetFormat(doc, edit, row, column, change);
+    });
     return true;
 }
 
 void ClearFormats(CWatchlistDoc& doc, const SFormatRange& asked) {
     const SFormatRange range = Meant(doc, asked);
-    CUndoStep step(doc, "clear formats");
-    step.SelectColumns(range.firstColumn, range.lastColumn);
-    for (const auto& [row, column] : FormattedCells(doc, range)) doc.Formats().Reset(row, column);
-    if (CoversColumns(doc, asked))
+    doc.Edit("clear formats", [&](CWatchlistEdit& edit) {
+        edit.SelectColumns(range.firstColumn, range.lastColumn);
+        for (const auto& [row, column] : FormattedCells(doc, range)) edit.Formats().Reset(row, column);
+        if (!CoversColumns(doc, asked)) return;
         for (int column = range.firstColumn; column <= range.lastColumn; ++column)
-            doc.Formats().SetNewColumn(column, doc.Columns().At(column).name);
-    doc.RebuildGrid();
+            edit.Formats().SetNewColumn(column, doc.Columns().At(column).name);
+    });
 }
 
 bool FormatGrid(CWatchlistDoc& doc, const SGridLook& look) {
     if (!MaySet(look.format)) return false;
-    const CUndoStep step(doc, "grid settings");
-    SWatchlistOptions& options = doc.Options();
-    if (options.useDefaultAlignment && !look.useDefaultAlignment) {
-        for (int column = 1; column < doc.Columns().Count(); ++column) {
-            const ECellAlign shown = doc.Formats().Alignment(0, column, doc.Columns().At(column).Entry(), true);
-            SFormatChange change;
-            change.alignment = shown;
-            if (shown != ECellAlign::Left) SetFormat(doc, 0, column, change);
-        }
-    }
-    if (!look.format.IsEmpty()) {
-        // The columns have records of their own, whole ones: what is said of the grid is meant for them too.
-        for (int column = 0; column < doc.Columns().Count(); ++column) {
-            if (!doc.Formats().Find(0, column)) continue;
-            SCellFormat format = doc.Formats().ColumnFormat(column);
-            const bool regular = format.regular;
-            look.format.ApplyTo(format);
-            format.regular = regular; // What stands out does so in the whole grid.
-            SetChosen(doc, 0, column, std::move(format));
-        }
-    }
-    options.useGridPrecision = look.useGridPrecision;
-    options.useDefaultAlignment = look.useDefaultAlignment;
-    options.trailingRows = std::clamp(look.trailingRows, 0, SWatchlistOptions::kMaxTrailingRows);
-    doc.RebuildGrid();
+    doc.Edit("grid settings", [&](CWatchlistEdit& edit) {
+        if (doc.Options().useDefaultAlignment && !look.useDefaultAlignment) KeepAlignments(doc, edit);
+        if (!look.format.IsEmpty()) FormatColumns(doc, edit, look.format);
+        SWatchlistOptions& options = edit.Options();
+        options.useGridPrecision = look.useGridPrecision;
+        options.useDefaultAlignment = look.useDefaultAlignment;
+        options.trailingRows = std::clamp(look.trailingRows, 0, SWatchlistOptions::kMaxTrailingRows);
+    });
     return true;
 }
 

@@ -1,7 +1,6 @@
 #include "watchlist/edit/ImportText.h"
 
 #include "base/Text.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/edit/CellEntry.h"
 #include "watchlist/edit/ReportText.h"
@@ -183,22 +182,22 @@ SImportResult ApplyImport(CWatchlistDoc& doc, const SImportPreview& preview, int
     const int wanted = static_cast<int>(preview.toAdd.size());
     if (wanted == 0) return {};
     int count = std::min(wanted, CRowTable::kMaxRow - row + 1);
-    CUndoStep step(doc,
-                          wanted == 1 ? "import " + preview.toAdd.front() : fmt::format("import {} symbols", wanted));
-    if (!AreUnused(doc, row, count)) {
-        count = std::min(count, CRowTable::kMaxRow - LastTakenRow(doc));
-        if (count > 0 && !doc.InsertRows(row, count)) count = 0;
-    }
-    const auto end = preview.toAdd.begin() + std::max(count, 0);
     SImportResult result;
-    result.outcome = FillRows(doc, row, {preview.toAdd.begin(), end}, progress);
-    if (result.outcome == EFillOutcome::Cancelled) step.Cancel();
+    doc.Edit(wanted == 1 ? "import " + preview.toAdd.front() : fmt::format("import {} symbols", wanted),
+             [&](CWatchlistEdit& edit) {
+                 if (!AreUnused(doc, row, count)) {
+                     count = std::min(count, CRowTable::kMaxRow - LastTakenRow(doc));
+                     if (count > 0 && !doc.InsertRows(row, count)) count = 0;
+                 }
+                 count = std::max(count, 0);
+                 result.outcome = FillRows(doc, row, {preview.toAdd.begin(), preview.toAdd.begin() + count}, progress);
+                 if (result.outcome == EFillOutcome::Filled) edit.SelectRows(row, row + count - 1);
+             });
     if (result.outcome != EFillOutcome::Filled) return result;
-    result.leftOut = wanted - std::max(count, 0);
+    result.leftOut = wanted - count;
     if (count > 0) {
         result.firstRow = row;
         result.lastRow = row + count - 1;
-        step.SelectRows(result.firstRow, result.lastRow);
     }
     if (result.leftOut > 0)
         result.message = fmt::format(

@@ -2,7 +2,6 @@
 
 #include "base/Text.h"
 #include "data/text/CellText.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/edit/CellEntry.h"
 #include "watchlist/edit/ReportText.h"
@@ -157,9 +156,9 @@ SPasteResult PasteText(CWatchlistDoc& doc, int row, int column, std::string_view
                                                    : "There is no text to be pasted.");
     const CPasteTally tally(doc, entries);
     const int count = static_cast<int>(entries.texts.size());
-    const CUndoStep step(doc, count == 1 ? std::string("paste row") : fmt::format("paste {} rows", count));
-    if (FillRows(doc, row, entries.texts, progress) != EFillOutcome::Filled)
-        return Refused(EPasteOutcome::Cancelled, {});
+    const EFillOutcome outcome = doc.Edit(count == 1 ? std::string("paste row") : fmt::format("paste {} rows", count),
+                                          [&](CWatchlistEdit&) { return FillRows(doc, row, entries.texts, progress); });
+    if (outcome != EFillOutcome::Filled) return Refused(EPasteOutcome::Cancelled, {});
     SPasteResult result{EPasteOutcome::Pasted, row, row + count - 1, entries.beyond, {}, tally.Text()};
     if (result.leftOut > 0)
         result.message =
@@ -174,12 +173,13 @@ int ClearRange(CWatchlistDoc& doc, const SCellRange& range) {
     const int rows = lastRow - std::max(range.firstRow, 1) + 1;
     if (columns.empty() || rows < 1) return 0;
     const size_t count = static_cast<size_t>(rows) * columns.size();
-    CUndoStep step(doc, count == 1 ? std::string("clear cell") : fmt::format("clear {} cells", count));
-    step.SelectColumns(columns.front(), columns.back());
-    const CEditBatch batch(doc);
     int changed = 0;
-    for (int row = std::max(range.firstRow, 1); row <= lastRow; ++row)
-        if (ClearCells(doc, row, columns)) ++changed;
+    doc.Edit(count == 1 ? std::string("clear cell") : fmt::format("clear {} cells", count), [&](CWatchlistEdit& edit) {
+        edit.SelectColumns(columns.front(), columns.back());
+        const CEditBatch batch(edit);
+        for (int row = std::max(range.firstRow, 1); row <= lastRow; ++row)
+            if (ClearCells(doc, edit, row, columns)) ++changed;
+    });
     return changed;
 }
 

@@ -1,6 +1,5 @@
 #include "watchlist/edit/RowGroup.h"
 
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 
 #include <algorithm>
@@ -27,9 +26,10 @@ SRowGroup GroupOf(const CWatchlistDoc& doc, int row) {
 int SwapGroups(CWatchlistDoc& doc, const SRowGroup& upper, const SRowGroup& lower) {
     const int moved = lower.lastFilled - lower.first + 1;
     const int between = upper.last - upper.lastFilled;
-    const CUndoStep step(doc, "move group");
-    doc.MoveRows(lower.first, moved, upper.first);
-    if (between > 0) doc.MoveRows(upper.lastFilled + 1 + moved, between, upper.first + moved);
+    doc.Edit("move group", [&](CWatchlistEdit&) {
+        doc.MoveRows(lower.first, moved, upper.first);
+        if (between > 0) doc.MoveRows(upper.lastFilled + 1 + moved, between, upper.first + moved);
+    });
     return moved + between;
 }
 

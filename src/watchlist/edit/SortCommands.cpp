@@ -1,7 +1,6 @@
 #include "watchlist/edit/SortCommands.h"
 
 #include "base/MessageBox.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/edit/SortRows.h"
 
@@ -37,28 +36,28 @@ int LastShownColumn(const CColumnMap& columns) {
 } // namespace
 
 void ManualSort(CWatchlistDoc& doc, const SSortSelection& selection) {
-    SSortRecord& sort = doc.Options().sort;
+    const SSortRecord& sort = doc.Options().sort;
     if (sort.autoSort) return Exclaim(AutoSortIsSet(ColumnName(doc, sort.column)));
     if (selection.firstColumn != selection.lastColumn) {
         ShowMessageBox({"Selection sorts must use a single column for the source data.", {}});
         return;
     }
     if (selection.focusColumn < 1 || selection.focusColumn >= doc.Columns().Count()) return;
-    const CUndoStep step(doc, "sort by " + ColumnName(doc, selection.focusColumn));
-    const std::string previous = ColumnName(doc, sort.column);
-    sort.ascending = selection.focusColumn != sort.column || !sort.ascending;
-    sort.column = selection.focusColumn;
-    if (CoversAllRows(doc, selection)) {
-        SortRows(doc, 1, doc.RowCount(), sort.column, sort.ascending);
-    } else {
-        const std::string question = sort.ascending
+    const bool all = CoversAllRows(doc, selection);
+    bool ascending = selection.focusColumn != sort.column || !sort.ascending;
+    if (!all) {
+        const std::string question = ascending
                                          ? "Press Yes for ascending, No for descending, or Cancel to exit the sort."
-                                         : AutoSortIsSet(previous);
+                                         : AutoSortIsSet(ColumnName(doc, sort.column));
         if (ShowMessageBox({question, {}, EBoxButtons::YesNoCancel, EBoxIcon::Question}) == EBoxAnswer::Yes)
-            sort.ascending = true;
-        SortRows(doc, selection.firstRow, selection.lastRow, sort.column, sort.ascending);
+            ascending = true;
     }
-    doc.SetModified(true);
+    doc.Edit("sort by " + ColumnName(doc, selection.focusColumn), [&](CWatchlistEdit& edit) {
+        edit.Options().sort.column = selection.focusColumn;
+        edit.Options().sort.ascending = ascending;
+        SortRows(doc, edit, all ? 1 : selection.firstRow, all ? doc.RowCount() : selection.lastRow,
+                 selection.focusColumn, ascending);
+    });
 }
 
 void RequestHeaderSort(CWatchlistDoc& doc, int column, const SSortSelection& selection) {
@@ -70,14 +69,12 @@ void RequestHeaderSort(CWatchlistDoc& doc, int column, const SSortSelection& sel
 }
 
 bool MayDeleteSelection(CWatchlistDoc& doc) {
-    SSortRecord& sort = doc.Options().sort;
-    if (!sort.autoSort) return true;
+    if (!doc.Options().sort.autoSort) return true;
     const SMessageBox question{"The selection may not be deleted if the Auto Sort is turned on.\n\n"
                                "Would you like to turn off Auto Sort?",
                                "Turn Off Auto Sort", EBoxButtons::YesNo, EBoxIcon::Stop};
     if (ShowMessageBox(question) != EBoxAnswer::Yes) return false;
-    const CUndoStep step(doc, "turn off auto sort");
-    SwitchOffAutoSort(sort);
+    doc.Edit("turn off auto sort", [](CWatchlistEdit& edit) { SwitchOffAutoSort(edit.Options().sort); });
     return true;
 }
 
@@ -89,13 +86,13 @@ void SwitchOffAutoSort(SSortRecord& sort) {
 int AutoSortPeriodMs(const SSortRecord& sort) { return std::max(sort.intervalMs, kShortestPeriodMs); }
 
 EAutoSortTick AutoSortTick(CWatchlistDoc& doc, bool busy) {
-    SSortRecord& sort = doc.Options().sort;
+    const SSortRecord& sort = doc.Options().sort;
     if (!sort.autoSort || sort.column < 1 || sort.column > LastShownColumn(doc.Columns())) {
-        SwitchOffAutoSort(sort);
+        SwitchOffAutoSort(doc.Update()->Options().sort);
         return EAutoSortTick::Off;
     }
     if (busy || doc.Undo().IsRecording()) return EAutoSortTick::Postponed;
-    SortRows(doc, 1, doc.RowCount(), sort.column, sort.ascending);
+    SortRows(doc, *doc.Update(), 1, doc.RowCount(), sort.column, sort.ascending);
     return EAutoSortTick::Sorted;
 }
 

@@ -1,7 +1,6 @@
 #include "watchlist/edit/SortDialogRules.h"
 
 #include "base/MessageBox.h"
-#include "watchlist/document/UndoStep.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/edit/SortCommands.h"
 
@@ -63,9 +62,8 @@ bool ApplySortEntry(CWatchlistDoc& doc, const SSortEntry& entry) {
     } else {
         SwitchOffAutoSort(sort);
     }
-    const CUndoStep step(doc, "change the sort settings");
-    if (sort != doc.Options().sort) doc.SetModified(true);
-    doc.Options().sort = sort;
+    if (sort != doc.Options().sort)
+        doc.Edit("change the sort settings", [&](CWatchlistEdit& edit) { edit.Options().sort = sort; });
     return true;
 }
 

@@ -70,7 +70,7 @@ std::vector<uint32_t> TextOrder(const CColumnReader& column, const SSymbolRows& 
 
 } // namespace
 
-void SortRows(CWatchlistDoc& doc, int firstRow, int lastRow, int column, bool ascending) {
+void SortRows(const CWatchlistDoc& doc, CWatchlistEdit& edit, int firstRow, int lastRow, int column, bool ascending) {
     const SSymbolRows symbols = SymbolRows(doc, firstRow, lastRow);
     const CColumnReader reader(doc, column);
     const std::vector<uint32_t> order =
@@ -78,7 +78,7 @@ void SortRows(CWatchlistDoc& doc, int firstRow, int lastRow, int column, bool as
     const std::vector<int>& rows = symbols.rows;
     std::vector<int> sorted(rows.size());
     std::transform(order.begin(), order.end(), sorted.begin(), [&](uint32_t index) { return rows[index]; });
-    doc.ReorderRows(OrderOfRows(rows, sorted));
+    edit.ReorderRows(OrderOfRows(rows, sorted));
 }
 
 } // namespace vx

@@ -104,9 +104,9 @@ SFileResult CWatchlistFile::OpenRecovered(const SRecovery& recovery) {
     CWatchlistReader reader;
     ReadInBlocks(reader, recovery.text);
     if (recovery.supplement) MergeSupplement(*recovery.supplement, reader.Content());
-    m_doc.OpenContent(reader.Content(), Windows1252FromUtf8(TitleOfPath(recovery.originalPath)), reader.Report());
+    m_doc.OpenContent(reader.Content(), Windows1252FromUtf8(TitleOfPath(recovery.originalPath)), reader.Report(),
+                      false);
     LogReport(recovery.originalPath, reader.Report());
-    m_doc.SetModified(true);
     m_path = recovery.originalPath;
     m_knownHash = recovery.knownHash;
     m_onDisk = !m_path.empty();
@@ -122,9 +122,8 @@ SFileResult CWatchlistFile::OpenFormer(const SGeneration& generation) {
     ReadInBlocks(reader, image.content);
     const CSupplementFiles::SFound found = m_saver.Supplements().Find(generation.path, ContentHash(image.content));
     if (found.supplement) MergeSupplement(*found.supplement, reader.Content());
-    m_doc.OpenContent(reader.Content(), Windows1252FromUtf8(TitleOfPath(m_path)), reader.Report());
+    m_doc.OpenContent(reader.Content(), Windows1252FromUtf8(TitleOfPath(m_path)), reader.Report(), false);
     LogReport(generation.path, reader.Report());
-    m_doc.SetModified(true);
     return {};
 }
 
@@ -175,8 +174,8 @@ void CWatchlistFile::EndSave(const SSaveJob& job, const SFileResult& result) {
         m_knownHash = ContentHash(job.text);
         m_onDisk = true;
         m_unread.clear();
-        m_doc.Options().placement = job.placement;
-        if (m_doc.Undo().Saved(job.point) || m_doc.ChangeCount() == job.point.changes) m_doc.SetModified(false);
+        m_doc.Update()->Options().placement = job.placement;
+        m_doc.MarkSaved(job.point);
     }
     m_doc.RestoreStatus();
     if (!result.IsDone()) return;

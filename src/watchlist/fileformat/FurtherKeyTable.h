@@ -65,9 +65,6 @@ void ReadFurtherLooks(const SFurtherValue& value);
 std::string WriteHiddenRows(const SFurtherSource& source);
 void ReadHiddenRows(const SFurtherValue& value);
 
-std::string WriteSortAcrossHeadings(const SFurtherSource& source);
-void ReadSortAcrossHeadings(const SFurtherValue& value);
-
 /// How the list was exported the last time.
 std::string WriteFurtherExport(const SFurtherSource& source);
 void ReadFurtherExport(const SFurtherValue& value);

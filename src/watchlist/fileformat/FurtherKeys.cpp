@@ -19,6 +19,17 @@ struct SFurtherKey {
     void (*read)(const SFurtherValue& value);
 };
 
+/// An option that is off unless the key says "1;".
+template <bool SWatchlistOptions::*kMember> constexpr SFurtherKey FlagKey(std::string_view name) {
+    return {name, [](const SFurtherSource& source) { return std::string(source.doc.Options().*kMember ? "1;" : ""); },
+            [](const SFurtherValue& value) {
+                value.ForEachEntry(1, [&](CFurtherReader& entry) {
+                    if (entry.Int() != 1 || !entry.IsDone()) return false;
+                    return value.content.options.*kMember = true;
+                });
+            }};
+}
+
 // In the order in which they are written, and applied. A key whose value gets another form gets another name: what an
 // older program does not know it keeps as it is.
 constexpr std::array kFurtherKeys = {
@@ -28,7 +39,7 @@ constexpr std::array kFurtherKeys = {
     SFurtherKey{"Alerts", WriteFurtherAlerts, ReadFurtherAlerts},
     SFurtherKey{"Looks", WriteFurtherLooks, ReadFurtherLooks},
     SFurtherKey{"HiddenRows", WriteHiddenRows, ReadHiddenRows},
-    SFurtherKey{"SortAcrossHeadings", WriteSortAcrossHeadings, ReadSortAcrossHeadings},
+    FlagKey<&SWatchlistOptions::sortAcrossHeadings>("SortAcrossHeadings"),
     SFurtherKey{"Export", WriteFurtherExport, ReadFurtherExport},
 };
 

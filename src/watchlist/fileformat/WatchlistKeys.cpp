@@ -4,6 +4,7 @@
 #include "base/Text.h"
 #include "watchlist/document/CellFormatStore.h"
 #include "watchlist/document/RowTable.h"
+#include "watchlist/fileformat/OptionKeys.h"
 
 #include <algorithm>
 #include <array>
@@ -108,64 +109,15 @@ void ReadFormats(const SValue& value) {
     if (!value.text.empty()) value.content.formats = {std::string(value.text), value.line};
 }
 
-void ReadWindow(const SValue& value) {
-    std::string_view rest = value.text;
-    SPlacement& placement = value.content.options.placement;
-    for (int* edge : {&placement.left, &placement.top, &placement.width, &placement.height})
-        *edge = ReadInt32(TakeUntil(rest, ';'));
-    placement.maximised = ReadFlag(TakeUntil(rest, ';'));
-    placement.alwaysOnTop = ReadFlag(TakeUntil(rest, ';'));
-}
-
-void ReadSort(const SValue& value) {
-    constexpr int kMaxSeconds = 2000000; // Keeps the milliseconds inside 32 bits.
-    std::string_view rest = value.text;
-    SSortRecord& sort = value.content.options.sort;
-    sort.column = std::clamp(ReadInt32(TakeUntil(rest, ';')), SSortRecord::kNoColumn, SWatchlistContent::kMostColumns);
-    sort.ascending = ReadFlag(TakeUntil(rest, ';'));
-    sort.autoSort = ReadFlag(TakeUntil(rest, ';'));
-    sort.intervalMs = std::clamp(ReadInt32(TakeUntil(rest, ';')), 0, kMaxSeconds) * 1000;
-}
-
-template <bool SWatchlistOptions::*Member> void ReadOption(const SValue& value) {
-    value.content.options.*Member = ReadFlag(value.text);
-}
-
-template <std::optional<bool> SWatchlistContent::*Member> void ReadSetting(const SValue& value) {
-    value.content.*Member = ReadFlag(value.text);
-}
-
-void ReadTrailingRows(const SValue& value) {
-    value.content.options.trailingRows = std::clamp(ReadInt32(value.text), 0, SWatchlistOptions::kMaxTrailingRows);
-}
-
-void ReadLockedColumns(const SValue& value) {
-    value.content.options.lockedColumns = std::clamp(ReadInt32(value.text), 0, SWatchlistContent::kMostColumns);
-}
-
 struct SKey {
     std::string_view name;
     void (*read)(const SValue&);
 };
 
-// One row per line of the file, in the order in which they are written.
+// The lines of lists; those of options are in OptionKeys.cpp.
 constexpr std::array kKeys = {
-    SKey{"Window", ReadWindow},
-    SKey{"TrailingRows", ReadTrailingRows},
-    SKey{"LockedColumns", ReadLockedColumns},
-    SKey{"ShowRowNumbers", ReadOption<&SWatchlistOptions::showRowNumbers>},
-    SKey{"ShowToolBar", ReadOption<&SWatchlistOptions::showToolBar>},
-    SKey{"ShowEllipsis", ReadSetting<&SWatchlistContent::showEllipsis>},
-    SKey{"ShowGridLines", ReadSetting<&SWatchlistContent::showGridLines>},
-    SKey{"UseGridPrecision", ReadOption<&SWatchlistOptions::useGridPrecision>},
-    SKey{"UseDefaultAlignment", ReadOption<&SWatchlistOptions::useDefaultAlignment>},
-    SKey{"Sort", ReadSort},
-    SKey{"Columns", ReadColumns},
-    SKey{"Symbols", ReadSymbols},
-    SKey{"Annotations", ReadAnnotations},
-    SKey{"Alerts", ReadAlerts},
-    SKey{"Notes", ReadNotes},
-    SKey{"Formatting", ReadFormats},
+    SKey{"Columns", ReadColumns}, SKey{"Symbols", ReadSymbols}, SKey{"Annotations", ReadAnnotations},
+    SKey{"Alerts", ReadAlerts},   SKey{"Notes", ReadNotes},     SKey{"Formatting", ReadFormats},
 };
 
 bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
@@ -174,6 +126,7 @@ bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7
 
 bool ReadKey(std::string_view key, std::string_view value, size_t line, SWatchlistContent& content,
              CReadReport& report) {
+    if (ReadOptionKey(key, value, content)) return true;
     const auto* found = std::ranges::find(kKeys, key, &SKey::name);
     if (found == kKeys.end()) return false;
     found->read({value, line, content, report});

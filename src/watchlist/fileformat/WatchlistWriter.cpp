@@ -1,8 +1,8 @@
 #include "watchlist/fileformat/WatchlistWriter.h"
 
-#include "settings/Settings.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/fileformat/FurtherKeys.h"
+#include "watchlist/fileformat/OptionKeys.h"
 
 #include <fmt/format.h>
 
@@ -20,8 +20,6 @@ namespace {
 constexpr int kStoredPerPixel = 10;
 constexpr std::string_view kLineEnd = "\r\n";
 
-std::string_view Flag(bool value) { return value ? "TRUE" : "FALSE"; }
-
 template <typename... Args> void Append(std::string& out, fmt::format_string<Args...> text, Args&&... args) {
     fmt::format_to(std::back_inserter(out), text, std::forward<Args>(args)...);
 }
@@ -29,21 +27,6 @@ template <typename... Args> void Append(std::string& out, fmt::format_string<Arg
 /// A text as far as a line can hold it.
 std::string_view UpToLineEnd(std::string_view text) { return text.substr(0, text.find(kLineEnd)); }
 bool HoldsLineEnd(std::string_view text) { return UpToLineEnd(text).size() != text.size(); }
-
-void AppendOptions(std::string& out, const CWatchlistDoc& doc, const SPlacement& placement) {
-    const SWatchlistOptions& options = doc.Options();
-    const CSettings& settings = doc.Settings();
-    Append(out, "Window={};{};{};{};{};{}\r\n", placement.left, placement.top, placement.width, placement.height,
-           Flag(placement.maximised), Flag(placement.alwaysOnTop));
-    Append(out, "TrailingRows={}\r\nLockedColumns={}\r\n", options.trailingRows, options.lockedColumns);
-    Append(out, "ShowRowNumbers={}\r\nShowToolBar={}\r\n", Flag(options.showRowNumbers), Flag(options.showToolBar));
-    Append(out, "ShowEllipsis={}\r\nShowGridLines={}\r\n", Flag(settings.ReadBoolean(kShowEllipsis)),
-           Flag(settings.ReadBoolean(kShowGridLines)));
-    Append(out, "UseGridPrecision={}\r\nUseDefaultAlignment={}\r\n", Flag(options.useGridPrecision),
-           Flag(options.useDefaultAlignment));
-    Append(out, "Sort={};{};{};{}\r\n", options.sort.column, Flag(options.sort.ascending), Flag(options.sort.autoSort),
-           options.sort.intervalMs / 1000);
-}
 
 void AppendColumns(std::string& out, const CColumnMap& columns) {
     for (int i = 1; i < columns.Count(); ++i) {
@@ -108,7 +91,7 @@ void AppendNotes(std::string& out, const CNoteStore& notes) {
 
 std::string WriteWatchlistText(const CWatchlistDoc& doc, const SPlacement& placement) {
     std::string out;
-    AppendOptions(out, doc, placement);
+    AppendOptionLines(out, doc, placement);
     out += "Columns=";
     AppendColumns(out, doc.Columns());
     out += "\r\nSymbols=";

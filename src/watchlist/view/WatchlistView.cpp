@@ -33,10 +33,12 @@ CWatchlistView::CWatchlistView(CWatchlistDoc& doc, CSettings& settings, QWidget*
     connect(m_grid, &CGridCtrl::CellEdited, this, &CWatchlistView::OnCellEdited);
     connect(m_grid, &CGridCtrl::HeaderDoubleClicked, this, &CWatchlistView::OnHeaderSort);
 
-    SWatchlistOptions& options = m_doc.Options();
-    options.sort = {};
-    options.trailingRows = SWatchlistOptions{}.trailingRows;
-    options.lockedColumns = 0;
+    {
+        auto update = m_doc.Update();
+        update->Options().sort = {};
+        update->Options().trailingRows = SWatchlistOptions{}.trailingRows;
+        update->Options().lockedColumns = 0;
+    }
     if (!m_settings.ReadBoolean(kShowEllipsis)) m_settings.WriteBoolean(kShowEllipsis, true);
     ApplyViewSettings();
     m_grid->SetFocusCell(1, 1);
@@ -75,7 +77,7 @@ void CWatchlistView::OnCellEdited(int row, int column, const QByteArray& oldText
         else
             EnterCellText(m_doc, row, column, View(oldText), View(newText));
     }
-    if (!m_doc.IsModified()) m_doc.SetModified(true); // An edit that changed nothing counts as one too.
+    if (!m_doc.IsModified()) m_doc.Edit({}, [](CWatchlistEdit&) {}); // An edit that changed nothing counts as one too.
     Q_EMIT DocumentChanged();
 }
 
