@@ -98,11 +98,8 @@ void BM_SortAllAndUndo(benchmark::State& state) {
     CWatchlistDoc& doc = FullBoard().doc;
     bool ascending = false;
     for ([[maybe_unused]] auto _ : state) {
-        {
-            const CUndoStep step(doc, "sort");
-            SortRows(doc, *doc.Update(), 1, kRows, 1, ascending);
-            ascending = !ascending;
-        }
+        doc.Edit("sort", [&](CWatchlistEdit& edit) { SortRows(doc, edit, 1, kRows, 1, ascending); });
+        ascending = !ascending;
         doc.Undo().Undo();
     }
 }

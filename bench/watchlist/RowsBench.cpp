@@ -72,7 +72,7 @@ SList& LongList() {
 void Sort(SList& list, benchmark::State& state) {
     bool ascending = true;
     for ([[maybe_unused]] auto _ : state) {
-        SortRows(list.doc, 1, kManyRows, static_cast<int>(state.range(0)), ascending);
+        SortRows(list.doc, *list.doc.Update(), 1, kManyRows, static_cast<int>(state.range(0)), ascending);
         ascending = !ascending;
     }
     state.SetItemsProcessed(state.iterations() * kManyRows);

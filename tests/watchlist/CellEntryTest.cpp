@@ -275,3 +275,15 @@ TEST_F(CCellEntry, ANewDocumentTakesNothingOverFromTheOneBefore) {
     EXPECT_EQ(doc.Formats().ColumnFormat(doc.Columns().PositionOf("% Chg")).decimals, 2);
     EXPECT_FALSE(doc.IsModified());
 }
+
+TEST_F(CCellEntry, TheViewIsToldOnceOfAnEdit) {
+    Type("IBM", 1);
+    shown.TakeRows();
+    const int rebuilds = shown.rebuilds;
+    Type("GE", 1);
+    EXPECT_THAT(shown.TakeRows(), testing::ElementsAre(1));
+    EXPECT_EQ(shown.rebuilds, rebuilds);
+    Type("GE", 2);
+    EXPECT_EQ(shown.rebuilds, rebuilds + 1) << "there is one row more";
+    EXPECT_THAT(shown.TakeRows(), testing::IsEmpty());
+}

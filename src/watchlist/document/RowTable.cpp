@@ -147,10 +147,14 @@ template <typename Has> void CRowTable::Count(STally& tally, int row, bool comes
     tally.count += comes ? 1 : -1;
     if (comes)
         tally.last = std::max(tally.last, row);
-    else if (tally.count == 0)
-        tally.last = 0;
     else
-        while (!has(tally.last)) --tally.last;
+        FindLast(tally, 0, has);
+}
+
+// It is not beyond `from`, or where it was.
+template <typename Has> void CRowTable::FindLast(STally& tally, int from, Has&& has) {
+    tally.last = tally.count == 0 ? 0 : std::max(tally.last, from);
+    while (tally.last > 0 && !has(tally.last)) --tally.last;
 }
 
 void CRowTable::CountRow(int row) {
@@ -193,7 +197,6 @@ std::vector<int> CRowTable::HiddenRows() const {
 
 template <typename NewRow> std::vector<std::string> CRowTable::Renumber(NewRow&& newRow) {
     m_rejected.Renumber(newRow);
-    CountAll();
     return m_symbols.Renumber(newRow);
 }
 
@@ -230,6 +233,7 @@ std::vector<SPlacedRow> CRowTable::RemoveRows(const std::vector<int>& rows, std:
         }
     }
     m_rows.resize(kept);
+    CountAll();
     gone = Renumber([&](int row) { return newRowOf[static_cast<size_t>(row)]; });
     if (m_recorder) m_recorder->RowsRemoved(taken);
     return taken;
@@ -254,6 +258,7 @@ std::vector<std::string> CRowTable::PutRows(std::vector<SPlacedRow> rows) {
         }
     }
     m_rows = std::move(all);
+    CountAll();
     Renumber([&](int row) { return newRowOf[static_cast<size_t>(row)]; });
     std::vector<std::string> came;
     for (const SPlacedRow& at : rows) {
@@ -277,6 +282,9 @@ void CRowTable::Reorder(const std::vector<int>& newRowOf) {
     for (size_t row = 1; row < newRowOf.size(); ++row)
         moved[static_cast<size_t>(newRowOf[row]) - 1] = std::move(m_rows[row]);
     std::move(moved.begin(), moved.end(), m_rows.begin() + 1);
+    FindLast(m_symbolRows, covered, [this](int at) { return !Symbol(at).empty(); });
+    for (const RowText text : {&SRowExtras::annotation, &SRowExtras::note})
+        FindLast(*const_cast<STally*>(TallyOf(text)), covered, [=, this](int at) { return !Text(at, text).empty(); });
     Renumber([&](int row) { return row <= covered ? newRowOf[static_cast<size_t>(row)] : row; });
 }
 

@@ -143,6 +143,7 @@ private:
     void Before(int row);
     const STally* TallyOf(RowText text) const;
     template <typename Has> static void Count(STally& tally, int row, bool comes, Has&& has);
+    template <typename Has> static void FindLast(STally& tally, int from, Has&& has);
     void CountRow(int row);
     void CountAll();
     template <typename NewRow> std::vector<std::string> Renumber(NewRow&& newRow);
