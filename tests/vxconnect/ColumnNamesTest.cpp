@@ -22,7 +22,7 @@ TEST(InputFields, EveryColumnThatTheFeedFillsHasItsField) {
         const SInputField* const field = FindInputField(entry.name);
         EXPECT_EQ(field == nullptr, others.count(entry.name) != 0) << entry.name;
         if (!field) continue;
-        const size_t slot = entry.slot + (entry.source == ESource::Fundamental ? kFieldCount : 0);
+        const size_t slot = entry.slot + (entry.source == ESource::Fundamental ? kUpdateFieldCount : 0);
         EXPECT_EQ(field->slot, slot) << entry.name;
         EXPECT_EQ(FindInputField(fmt::format(" {} ", entry.name)), field);
         ++columns;

@@ -1,6 +1,6 @@
 #include "vxconnect/Peer.h"
-#include "vxconnect/common/TrafficLine.h"
-#include "vxconnect/data/InputFileSource.h"
+#include "vxconnect/data/Recording.h"
+#include "vxconnect/data/InputSource.h"
 #include "vxconnect/data/ReplaySource.h"
 
 #include <QTemporaryDir>

@@ -28,7 +28,7 @@ TEST(Fundamentals, EveryFieldStandsInItsPlace) {
     for (CMarket::Index i = 0; i < 600; ++i) {
         const std::string line = FundamentalLine(market, i);
         const std::vector<std::string> field = Fields(line);
-        ASSERT_EQ(field.size(), kFundamentalFieldCount) << line;
+        ASSERT_EQ(field.size(), kFundamentalSlotCount) << line;
         ASSERT_TRUE(line.starts_with("F,") && line.ends_with(",\r\n")) << line;
         EXPECT_EQ(field[kName], market.Listing(i).name);
         for (const size_t slot : {kYearHighDate, kCalendarLowDate})
@@ -69,7 +69,7 @@ TEST(Fundamentals, DelayedListingTellsTheFactsOfItsShare) {
         const auto prompt = Of(market, share), delayed = Of(market, share + ".D");
         // Its own: symbol, name, options, what follows from its own prices, and where it is listed.
         const std::set<size_t> own = {0, 2, 3, 4, 5, 8, 9, 13, 15, 30, 31, 32, 33, 34};
-        for (size_t i = 0; i < kFundamentalFieldCount; ++i)
+        for (size_t i = 0; i < kFundamentalSlotCount; ++i)
             EXPECT_TRUE(own.count(i) != 0 || delayed[i] == prompt[i]) << share << " " << i;
         const auto value = [&](const std::string& symbol) {
             return market.At(market.Find(symbol).value()).Value(EField::PreviousDayVolume);

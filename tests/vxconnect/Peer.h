@@ -64,7 +64,7 @@ public:
     std::vector<std::string> DifferencesTo(std::string_view line) const;
 
 private:
-    std::array<std::string, kFieldCount> m_fields;
+    std::array<std::string, kUpdateFieldCount> m_fields;
 };
 
 /// A server on free ports with an event loop to run it.

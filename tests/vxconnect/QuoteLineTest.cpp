@@ -36,10 +36,11 @@ TEST(QuoteLine, DeltasCarryOnlyWhatChangedAndAddUpToTheSummary) {
             const std::vector<std::string> fields = Fields(line);
             ASSERT_EQ(line.substr(0, 2), "Q,");
             ASSERT_EQ(line.substr(line.size() - 3), ",\r\n");
-            for (size_t at = 0; at < kFieldCount && !update.newSession; ++at) {
+            for (size_t at = 0; at < kUpdateFieldCount && !update.newSession; ++at) {
                 const auto field = static_cast<EField>(at);
                 if (field == EField::Symbol || field == EField::Tick || field == EField::MessageContents) continue;
-                ASSERT_TRUE(fields[at].empty() || fields[at] != record.Get(field)) << kFields[at].name << " " << line;
+                ASSERT_TRUE(fields[at].empty() || fields[at] != record.Get(field))
+                    << kUpdateFields[at].name << " " << line;
             }
             record.Merge(line);
             filled += static_cast<size_t>(update.changed.Count());

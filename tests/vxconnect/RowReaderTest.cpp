@@ -1,5 +1,4 @@
 #include "vxconnect/data/RowReader.h"
-#include "vxconnect/common/LineBuffer.h"
 #include "vxconnect/common/SendQueue.h"
 #include "vxconnect/data/DataRecord.h"
 
@@ -207,38 +206,6 @@ TEST(RowReader, NamesThatAreNoFieldsArePassedOverWithTheNearest) {
     EXPECT_THAT(Read({"[{\"symbol\":1}]"}), ElementsAre(testing::HasSubstr("not a list")));
     EXPECT_THAT(Read({"\xFF\xFES\0y"}), ElementsAre(testing::HasSubstr("UTF-16")));
     EXPECT_THAT(Read({"", "garbage", "Symbol,Last", "A,1"}), ElementsAre(testing::StartsWith("2: "), "A 63=1"));
-}
-
-TEST(LineBuffer, CutsLinesWhateverThePieces) {
-    const std::string text = "\xEF\xBB\xBFone\r\n\ntwo\nthr\ree";
-    for (size_t piece : {1u, 2u, 3u, 100u}) {
-        CLineBuffer buffer;
-        std::vector<std::string> lines;
-        for (size_t at = 0; at < text.size() || at == text.size(); at += piece) {
-            if (at < text.size()) buffer.Append(std::string_view(text).substr(at, piece));
-            if (at + piece >= text.size()) buffer.End();
-            while (const auto line = buffer.Next())
-                lines.push_back(std::to_string(line->number) + std::string(line->text));
-            if (at + piece >= text.size()) break;
-        }
-        EXPECT_THAT(lines, ElementsAre("1one", "2", "3two", "4thr\ree")) << piece;
-    }
-}
-
-TEST(LineBuffer, HugeLineIsToldOnceAndTakesNoRoom) {
-    CLineBuffer buffer;
-    const std::string block(64 * 1024, 'x');
-    int tooLong = 0;
-    for (int i = 0; i < 1'600; ++i) { // 100 MB.
-        buffer.Append(block);
-        while (const auto line = buffer.Next()) tooLong += line->tooLong;
-    }
-    buffer.Append("\nnext\n");
-    const auto line = buffer.Next();
-    ASSERT_TRUE(line);
-    EXPECT_EQ(line->text, "next");
-    EXPECT_EQ(line->number, 2u);
-    EXPECT_EQ(tooLong, 1);
 }
 
 SUpdate Merge(CDataRecord& record, std::vector<SRowValue> values, bool repeated = false) {

@@ -1,15 +1,21 @@
-#include "vxconnect/common/TrafficLine.h"
+#include "vxconnect/data/Recording.h"
 
 #include "base/DateTime.h"
 #include "base/Log.h"
+#include "base/Text.h"
 #include "base/Windows1252.h"
 #include "vxconnect/common/WireText.h"
 
-#include <algorithm>
-#include <charconv>
-#include <iterator>
-
+#include <fmt/chrono.h>
 #include <fmt/format.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <chrono>
+#include <cstring>
+#include <ctime>
+#include <filesystem>
 
 namespace vx::sim {
 
@@ -88,21 +94,76 @@ std::optional<STrafficLine> ReadTrafficLine(std::string_view line) {
 }
 
 std::string TrafficText(std::string_view time, std::string_view text) {
-    constexpr std::string_view kBlind = "\\\x7F\x81\x8D\x8F\x90\x9D\xA0\xAD";
     while (text.ends_with('\n') || text.ends_with('\r')) text.remove_suffix(1);
-    std::string out =
-        fmt::format("{} [{}] [{}] ", time, LogName(ELogCategory::L1Data), LogName(ELogDirection::FromServer));
-    out.reserve(out.size() + text.size() + 1);
-    for (const char& c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x20 || kBlind.find(c) != std::string_view::npos)
-            fmt::format_to(std::back_inserter(out), "\\x{:02X}", byte);
-        else if (byte < 0x80)
-            out += c;
-        else
-            out += Utf8FromWindows1252({&c, 1});
+    return fmt::format("{} {}\n", time, LogLine(ELogCategory::L1Data, ELogDirection::FromServer, text));
+}
+
+std::string CRecorder::Open(const std::string& path) {
+    m_path = path;
+    std::error_code missing;
+    if (std::filesystem::is_fifo(path, missing))
+        return fmt::format("vxconnect: cannot record into {}: it is a pipe, not a file", path);
+    m_file.reset(std::fopen(path.c_str(), "wb"));
+    if (m_file) OnTime();
+    return m_file ? std::string() : fmt::format("vxconnect: cannot record into {}: {}", path, std::strerror(errno));
+}
+
+const std::string& CRecorder::Now() {
+    const int64_t now =
+        std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::system_clock::now().time_since_epoch())
+            .count();
+    if (now != m_nowMs) {
+        m_nowMs = now;
+        const std::time_t second = now / 1000;
+        std::tm local{};
+        localtime_r(&second, &local);
+        m_now = fmt::format("{:%Y-%m-%d %H:%M:%S}.{:03}", local, now % 1000);
     }
-    return out += '\n';
+    return m_now;
+}
+
+void CRecorder::OnWatched(const SWatched& watched) {
+    const CSecurity& security = *watched.security;
+    m_lines.Append(m_feed.FundamentalLine(watched.index, security.Symbol()));
+    security.AppendQuote(m_lines, 'P', security.Symbol(), security.Present(), security.Contents(), m_selection);
+    Write();
+}
+
+void CRecorder::OnUpdate(const SWatched& watched, const SUpdate& update) {
+    const CSecurity& security = *watched.security;
+    if (update.newSession || update.newFundamentals)
+        m_lines.Append(m_feed.FundamentalLine(watched.index, security.Symbol()));
+    if (update.newSession || update.newSummary) {
+        security.AppendQuote(m_lines, 'P', security.Symbol(), security.Present(), security.Contents(), m_selection);
+    } else if (!update.changed.Empty()) {
+        security.AppendQuote(m_lines, 'Q', security.Symbol(), update.changed, security.Contents(), m_selection);
+    }
+    const bool regions = std::any_of(watched.subscriptions.begin(), watched.subscriptions.end(),
+                                     [](const SSubscription* subscription) { return subscription->regions; });
+    for (size_t i = 0; regions && i < security.RegionCount(); ++i)
+        if (update.regions >> i & 1) security.AppendRegion(m_lines, security.Symbol(), i);
+    Write();
+}
+
+void CRecorder::OnLine(std::string_view line) {
+    m_lines.Append(line);
+    Write();
+}
+
+void CRecorder::OnTime() {
+    OnLine(fmt::format("T,{}\r\n", m_feed.ClockText()));
+    if (m_file && std::fflush(m_file.get()) != 0) Write();
+}
+
+void CRecorder::Write() {
+    for (std::string_view waiting = m_lines.Waiting(); m_file && !waiting.empty();) {
+        const std::string line = TrafficText(Now(), *TakeLine(waiting));
+        std::fwrite(line.data(), 1, line.size(), m_file.get());
+    }
+    m_lines.Drop(m_lines.Size());
+    if (!m_file || std::ferror(m_file.get()) == 0) return;
+    std::fprintf(stderr, "vxconnect: %s takes no more, the recording ends: %s\n", m_path.c_str(), std::strerror(errno));
+    m_file.reset();
 }
 
 } // namespace vx::sim
