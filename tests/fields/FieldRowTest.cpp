@@ -24,7 +24,8 @@ std::string SentLine(std::string_view csv) {
     reader.Append(csv);
     reader.End();
     sim::SRow row;
-    while (reader.Next(row) != sim::CRowReader::EResult::Row) {}
+    while (reader.Next(row) != sim::CRowReader::EResult::Row) {
+    }
     sim::CDataRecord record(row.symbol);
     const sim::SUpdate update = record.Merge(row, false);
     sim::CSendQueue queue;

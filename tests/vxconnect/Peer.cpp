@@ -93,6 +93,13 @@ std::vector<std::string> CPeer::TakeLines() {
     return lines;
 }
 
+bool IsClosed(CPeer& peer) {
+    return WaitUntil([&] {
+        peer.Read();
+        return peer.IsClosedByServer();
+    });
+}
+
 std::vector<std::string> Words(std::string_view text) {
     std::vector<std::string> out;
     for (const std::string_view word : SplitCountingTail(text, ' ')) out.emplace_back(word);

@@ -49,6 +49,9 @@ private:
     bool m_closed = false;
 };
 
+/// Waits for the end of the stream.
+bool IsClosed(CPeer& peer);
+
 /// The pieces between single blanks.
 std::vector<std::string> Words(std::string_view text);
 

@@ -61,6 +61,15 @@ TEST(RowReader, NamesOfFieldsAndColumnsMeanTheSame) {
                             "KO"));
 }
 
+TEST(InputFields, ColumnsThatShowNamesAndTheProgramsOwnAreNone) {
+    for (const char* name : {"Trade Market Center Name", "Bid Market Center Name", "Ask Market Center Name",
+                             "Split1 Date", "Alerts", "News", "", " "})
+        EXPECT_EQ(FindInputField(name), nullptr) << name;
+    for (const auto& [name, slot] : {std::pair("Tick Trend", 11u), std::pair("Trade Market Center", 66u),
+                                     std::pair("Sesson Close Time", 69u + 48u), std::pair("52wk High", 69u + 4u)})
+        EXPECT_EQ(FindInputField(name)->slot, slot) << name;
+}
+
 TEST(RowReader, PublishedFilesOfDailyBarsAreReadWithAMap) {
     const std::string bar = "AAPL 67=1/31/2024 14=187.04 5=187.10 6=184.35 63=184.40 4=55467800";
     const std::string map = "close=Last";
@@ -191,6 +200,21 @@ TEST(RowReader, JsonIsTakenAsItIsWritten) {
                             "A 63=1", "7: \"last\" is ignored: field \"Last\" has been given already", "A 63=1",
                             "8: field \"Bid\" is neither text nor number", "A 63=1",
                             testing::StartsWith("9: field \"Last\": \"1e300\" is out of range"), "A 7=4", "A 63=3"));
+}
+
+TEST(RowReader, LinesThatAreNoJsonAreTold) {
+    for (const char* bad :
+         {R"({"symbol":"A","last":1.})", R"({"symbol":"A","last":01})", R"({"symbol":"A","last":+1})",
+          R"({"symbol":"A","last":})", R"({"symbol":"A",})", R"({"symbol":"A"}x)", R"({"symbol":"A" "last":1})",
+          R"({symbol:"A"})", R"({"symbol" "A"})", R"({"symbol":"A)", R"({"symbol":"\q"})", R"({"symbol":"\u12"})",
+          R"({"symbol":"A","foo":[1,])", R"({"symbol":"A","last":nul})"})
+        EXPECT_THAT(Read({"{}", bad}).back(), testing::StartsWith("2: no JSON object: ")) << bad;
+    EXPECT_THAT(Read({R"({"symbol":"A","foo":)" + std::string(100'000, '[')}),
+                ElementsAre(testing::HasSubstr("in each other")));
+    EXPECT_EQ(
+        Read({R"({"symbol":"\u0041\/\"","name":"\u00e9 \u20AC","last":-0.5e+1,"foo":[{"a":[]},"]",true]})"}).back(),
+        "A/\" 71=\xE9 \x80 63=-5");
+    EXPECT_THAT(Read({R"({"symbol":"A","name":"\ud83d\ude00"})"})[0], testing::HasSubstr("Windows-1252 does not have"));
 }
 
 TEST(RowReader, NamesThatAreNoFieldsArePassedOverWithTheNearest) {
