@@ -12,7 +12,7 @@ namespace vx {
 /// What an option takes, and where it goes.
 struct SOptionValue {
     /// In words, for what is said of another value: "a number from 0.5 to 8". Empty: any value, and an option that
-    /// stands last without one is not understood instead of an error.
+    /// comes last without one is not understood instead of an error.
     std::string wanted;
     std::function<bool(const std::string& value)> take; ///< False: that is not what the option takes.
 };
@@ -33,7 +33,7 @@ struct SCommandOption {
     std::string_view leftOut{}; ///< The value when none follows, for an option whose value may be left out.
 };
 
-/// What else stands on a command line.
+/// What else a command line has.
 struct SCommandLine {
     std::vector<std::string> others;  ///< Arguments that are no options.
     std::vector<std::string> unknown; ///< Options that are not in the table, as they were given.
@@ -42,7 +42,7 @@ struct SCommandLine {
 
 enum class EDashes {
     OneOrTwo, ///< "-theme" is "--theme".
-    Two       ///< Words behind one dash are options of another program: "-version" is not "--version".
+    Two       ///< Words after one dash are options of another program: "-version" is not "--version".
 };
 
 /// Reads a command line by a table: "--name value" and "--name=value", names in any case. What begins with "--" is an

@@ -5,7 +5,7 @@
 
 namespace vx {
 
-/// Writes the records of a text whose fields stand between separators.
+/// Writes the records of a text with separators between the fields.
 ///
 /// Thread  any
 class CCsvWriter {
@@ -13,7 +13,7 @@ public:
     /// lineEnd must hold as long as the writer.
     CCsvWriter(char separator, std::string_view lineEnd) : m_separator(separator), m_lineEnd(lineEnd) {}
 
-    /// A field as it stands: a number, a name of ours.
+    /// A field as it is: a number, a name of ours.
     void Plain(std::string_view text);
     /// A text without quotes; line ends and TABs in it become blanks, separators stay.
     void OneLine(std::string_view text);

@@ -48,7 +48,7 @@ struct SStreamLine {
     bool tooLong = false;  ///< It is longer than the cutter allows: its text is only its beginning.
 };
 
-/// Cuts bytes that come in pieces into lines, which end as those of TakeLine.
+/// Cuts bytes that come in pieces into lines, which end as those of TakeLine do.
 ///
 /// Owns    its bytes: never more than one line of the most that it allows and what was appended last
 /// Thread  any

@@ -99,7 +99,7 @@ TEST(CLineCutter, ALineThatIsTooLongIsToldOnceAndTakesNoRoom) {
     EXPECT_EQ(next->number, 3u);
 }
 
-TEST(CCsvWriter, FieldsAreQuotedOrStandAsTheyAre) {
+TEST(CCsvWriter, FieldsAreQuotedOrLeftAsTheyAre) {
     CCsvWriter out(',', "\r\n");
     out.Plain("1.5");
     for (const char* text : {"a \"b\"", "=1+1", "-", "", "a\nb"}) out.Quoted(text);

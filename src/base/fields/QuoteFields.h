@@ -18,7 +18,7 @@ enum class EField : uint8_t {
 
 /// One level-1 column that shows a field.
 struct SFieldColumn {
-    int place = 0; ///< Columns stand in the order of these numbers.
+    int place = 0; ///< The columns are ordered by these numbers.
     std::string_view name;
     std::string_view format;
     EValueClass valueClass = EValueClass::Text;
@@ -36,7 +36,7 @@ struct SUpdateField {
     EParseRule rule;
     EShape shape;
     EInputKind input;
-    std::array<SFieldColumn, kMostColumnsOfField> columns; ///< Behind the last one they have no name.
+    std::array<SFieldColumn, kMostColumnsOfField> columns; ///< After the last one they have no name.
 };
 
 /// The rows of QuoteFields.def, indexed by EField.
