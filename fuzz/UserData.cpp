@@ -3,6 +3,7 @@
 
 #include "ServedFuzz.h"
 #include "base/Text.h"
+#include "base/fields/FundamentalFields.h"
 #include "vxconnect/data/RowReader.h"
 
 namespace {
