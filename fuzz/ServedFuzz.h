@@ -1,6 +1,6 @@
 #pragma once
 
-#include "vxconnect/common/LineBuffer.h"
+#include "base/Text.h"
 #include "vxconnect/common/SendQueue.h"
 #include "vxconnect/data/DataRecord.h"
 
@@ -20,7 +20,7 @@ inline void Fail(const char* what, std::string_view text) {
 
 /// Calls the function with each line of the input, cut as those of a file are.
 template <class TFunction> void ForEachLine(const uint8_t* data, size_t size, TFunction&& function) {
-    CLineBuffer lines;
+    CLineCutter lines;
     lines.Append({reinterpret_cast<const char*>(data), size});
     lines.End();
     while (const auto line = lines.Next()) function(line->text);

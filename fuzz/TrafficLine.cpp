@@ -1,8 +1,8 @@
 // A recording, line by line: what is read from a line must be read again from what is written of it, and a data line
 // must merge into a record whose lines stay lines.
 
-#include "vxconnect/common/TrafficLine.h"
 #include "ServedFuzz.h"
+#include "vxconnect/data/Recording.h"
 #include "vxconnect/data/ReplaySource.h"
 
 namespace {

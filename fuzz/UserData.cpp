@@ -3,6 +3,7 @@
 
 #include "ServedFuzz.h"
 #include "base/Text.h"
+#include "base/fields/FundamentalFields.h"
 #include "vxconnect/data/RowReader.h"
 
 namespace {
@@ -22,8 +23,8 @@ void CheckLine(std::string_view line, size_t fields, const CDataRecord& record, 
 void CheckRow(const SRow& row) {
     CDataRecord record(row.symbol);
     const SUpdate update = record.Merge(row, false);
-    CheckLine(CheckedSummary(record, row), kFieldCount, record, 0);
-    CheckLine(record.FundamentalLine(record.Symbol()), kFundamentalSlots, record, kFieldCount);
+    CheckLine(CheckedSummary(record, row), kUpdateFieldCount, record, 0);
+    CheckLine(record.FundamentalLine(record.Symbol()), kFundamentalSlotCount, record, kUpdateFieldCount);
     if (update.changed.Empty() && !update.newFundamentals && !row.values.empty()) Fail("nothing new", row.symbol);
 }
 

@@ -4,24 +4,35 @@
 #include "base/Text.h"
 #include "base/Windows1252.h"
 
-#include <condition_variable>
-#include <cstdio>
-#include <cstring>
-#include <ctime>
 #include <fmt/format.h>
-#include <memory>
-#include <mutex>
 #include <spdlog/async_logger.h>
 #include <spdlog/details/null_mutex.h>
 #include <spdlog/details/thread_pool.h>
 #include <spdlog/sinks/base_sink.h>
 #include <spdlog/sinks/stdout_color_sinks.h>
+
+#include <array>
+#include <condition_variable>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <memory>
+#include <mutex>
 #include <utility>
 #include <vector>
 
 namespace vx {
 
 namespace {
+
+/// In the order of ELogCategory.
+constexpr std::array<std::string_view, kLogCategoryCount + 1> kCategories{
+    "Admin",   "L1Data",     "L1Request",     "L1System",    "L1Error",     "L2Data", "L2Request",    "L2System",
+    "L2Error", "LookupData", "LookupRequest", "LookupError", "Information", "Debug",  "Connectivity", "Off",
+};
+
+/// In the order of ELogDirection.
+constexpr std::array<std::string_view, 5> kDirections{"FROM CLIENT", "TO CLIENT", "FROM SERVER", "TO SERVER", "STATUS"};
 
 constexpr size_t kQueueEvents = 8192;
 constexpr size_t kEarlyEvents = 1000;
@@ -39,21 +50,6 @@ bool Prints(unsigned char byte) {
 spdlog::level::level_enum LevelOf(ELogCategory category, ELogDirection direction) {
     if (LogName(category).ends_with("Error")) return spdlog::level::err;
     return direction == ELogDirection::Status ? spdlog::level::info : spdlog::level::debug;
-}
-
-std::string LineOf(ELogCategory category, ELogDirection direction, std::string_view text) {
-    std::string out = fmt::format("[{}] [{}] ", LogName(category), LogName(direction));
-    out.reserve(out.size() + text.size());
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (!Prints(byte))
-            out += fmt::format("\\x{:02X}", byte);
-        else if (byte < 0x80)
-            out.push_back(c);
-        else
-            out += Utf8FromWindows1252({&c, 1});
-    }
-    return out;
 }
 
 /// Writes events into the log's files. What is waiting goes to disk whenever no further event is queued.
@@ -112,7 +108,7 @@ struct SEvent {
 };
 
 SEvent EventOf(ELogCategory category, ELogDirection direction, std::string_view text) {
-    return {spdlog::log_clock::now(), LevelOf(category, direction), LineOf(category, direction, text)};
+    return {spdlog::log_clock::now(), LevelOf(category, direction), LogLine(category, direction, text)};
 }
 
 /// The log of the process. Its end, with the program's, writes what is still on its way.
@@ -236,6 +232,44 @@ CLog& TheLog() {
 }
 
 } // namespace
+
+std::string_view LogName(ELogCategory category) { return kCategories[static_cast<size_t>(category)]; }
+
+std::string_view LogName(ELogDirection direction) { return kDirections[static_cast<size_t>(direction)]; }
+
+std::string LogLine(ELogCategory category, ELogDirection direction, std::string_view text) {
+    std::string out = fmt::format("[{}] [{}] ", LogName(category), LogName(direction));
+    out.reserve(out.size() + text.size());
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (!Prints(byte))
+            out += fmt::format("\\x{:02X}", byte);
+        else if (byte < 0x80)
+            out.push_back(c);
+        else
+            out += Utf8FromWindows1252({&c, 1});
+    }
+    return out;
+}
+
+LogCategories ReadLogCategories(std::string_view list, std::string* unknown) {
+    constexpr std::string_view kSeparators = ";, ";
+    LogCategories out = 0;
+    bool off = false;
+    for (size_t start = 0; (start = list.find_first_not_of(kSeparators, start)) != std::string_view::npos;) {
+        const std::string_view name = list.substr(start, list.find_first_of(kSeparators, start) - start);
+        start += name.size();
+        int row = 0;
+        while (row <= kLogCategoryCount && CompareNoCase(kCategories[static_cast<size_t>(row)], name) != 0) ++row;
+        if (row < kLogCategoryCount)
+            out |= LogCategories(1) << row;
+        else if (row == kLogCategoryCount)
+            off = true;
+        else if (unknown)
+            unknown->append(unknown->empty() ? "" : ";").append(name);
+    }
+    return off ? 0 : out;
+}
 
 namespace detail {
 std::atomic<LogCategories> g_logOn{ReadLogCategories(kDefaultLogCategories)};

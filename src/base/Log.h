@@ -61,6 +61,10 @@ inline bool IsOn(ELogCategory category) {
     return (detail::g_logOn.load(std::memory_order_relaxed) >> static_cast<int>(category) & 1u) != 0;
 }
 
+/// An event as the log writes it, without its time: "[L1Data] [FROM SERVER] text", the text as UTF-8, bytes that do not
+/// print and the backslash as \xNN.
+std::string LogLine(ELogCategory category, ELogDirection direction, std::string_view text);
+
 /// Adds one event to the log, as one line: "2024-01-31 09:30:00.123 [L1Data] [FROM SERVER] text".
 ///
 /// The text is Windows-1252 and stands in the file as UTF-8; bytes that do not print are written \xNN, line ends

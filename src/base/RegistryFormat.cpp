@@ -2,8 +2,9 @@
 
 #include "base/Escape.h"
 
-#include <charconv>
 #include <fmt/format.h>
+
+#include <charconv>
 
 namespace vx {
 
@@ -14,18 +15,15 @@ constexpr std::string_view kLastLine = "end";
 constexpr std::string_view kNote =
     "; Settings of the current user. The program rewrites this file; close its windows before you edit it.\n";
 
-/// Reads one line after the other; a carriage return before the line feed and blanks at the ends do not count.
+/// Reads one line after the other; blanks at the ends do not count.
 class CLines {
 public:
     explicit CLines(std::string_view text) : m_rest(text) {}
 
     bool Next(std::string_view& line) {
-        if (m_rest.empty()) return false;
-        const size_t end = m_rest.find('\n');
-        line = m_rest.substr(0, end);
-        m_rest = end == std::string_view::npos ? std::string_view() : m_rest.substr(end + 1);
-        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-        line = TrimBlanks(line);
+        const auto next = TakeLine(m_rest);
+        if (!next) return false;
+        line = TrimBlanks(*next);
         ++m_number;
         return true;
     }

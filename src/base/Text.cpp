@@ -65,4 +65,77 @@ std::vector<std::string_view> SplitCountingTail(std::string_view line, char sepa
     return fields;
 }
 
+namespace {
+
+size_t LineEnd(std::string_view text, size_t from = 0) {
+    const size_t lf = text.find('\n', from);
+    return std::min(text.substr(0, lf).find('\r', from), lf);
+}
+
+} // namespace
+
+std::optional<std::string_view> TakeLine(std::string_view& text) {
+    if (text.empty()) return std::nullopt;
+    const size_t end = std::min(LineEnd(text), text.size());
+    const std::string_view line = text.substr(0, end);
+    text.remove_prefix(std::min(end + (text.substr(end, 2) == "\r\n" ? 2 : 1), text.size()));
+    return line;
+}
+
+void CLineCutter::Append(std::string_view bytes) {
+    m_bytes.erase(0, m_begin);
+    m_begin = 0;
+    m_bytes += bytes;
+}
+
+// Where the line at the begin ends; nothing when its end has not come.
+std::optional<size_t> CLineCutter::FindEnd() {
+    const std::string_view text = std::string_view(m_bytes).substr(m_begin);
+    const size_t end = LineEnd(text, m_searched);
+    m_searched = std::min(end, text.size());
+    return end < text.size() ? std::optional(end) : std::nullopt;
+}
+
+SStreamLine CLineCutter::Take(size_t length) {
+    const SStreamLine line{++m_lines, std::string_view(m_bytes).substr(m_begin, length), false};
+    m_begin += length;
+    m_searched = 0;
+    return line;
+}
+
+std::optional<SStreamLine> CLineCutter::Next() {
+    for (;;) {
+        if (m_afterCr && m_begin < m_bytes.size()) {
+            m_begin += m_bytes[m_begin] == '\n' ? 1 : 0;
+            m_afterCr = false;
+        }
+        const std::optional<size_t> end = FindEnd();
+        if (m_searched > m_mostBytes && !m_skipping) {
+            SStreamLine line = Take(m_mostBytes);
+            line.tooLong = m_skipping = true;
+            return line;
+        }
+        if (!end) {
+            if (m_ended && m_searched > 0 && !m_skipping) return Take(m_searched);
+            if (m_skipping) m_begin += m_searched;
+            m_searched = m_skipping ? 0 : m_searched;
+            if (m_begin == m_bytes.size()) { // What waits for bytes takes no room.
+                std::string().swap(m_bytes);
+                m_begin = 0;
+            }
+            return std::nullopt;
+        }
+        const bool wanted = !m_skipping;
+        m_skipping = false;
+        SStreamLine line;
+        if (wanted)
+            line = Take(*end);
+        else
+            m_begin += *end;
+        m_afterCr = m_bytes[m_begin++] == '\r';
+        m_searched = 0;
+        if (wanted) return line;
+    }
+}
+
 } // namespace vx

@@ -3,7 +3,7 @@
 
 #include "AlertsFixture.h"
 
-#include "data/catalogue/FundamentalFields.h"
+#include "base/fields/FundamentalFields.h"
 #include "data/catalogue/UpdateFields.h"
 #include "data/record/ChangeQueue.h"
 #include "data/store/L1DataStore.h"

@@ -1,4 +1,6 @@
 #include "base/Text.h"
+#include "base/CommandLine.h"
+#include "base/CsvWriter.h"
 #include "base/DateTime.h"
 #include "base/Windows1252.h"
 
@@ -59,4 +61,91 @@ TEST(DateTime, ReadsTheCommonFormsAndRefusesTheRest) {
     for (const char* text :
          {"", "x", "2/30/2024", "20240131 25:00:00", "1/31/2024 13:00 PM", "1/2", "1/2/2024 1:2:3 AM x"})
         EXPECT_FALSE(ReadDateTime(text).valid) << text;
+}
+
+TEST(CLineCutter, CutsLinesAtEveryEndWhateverThePieces) {
+    const std::string text = "one\r\n\ntwo\nthr\ree\r";
+    for (const size_t piece : {1u, 2u, 3u, 100u}) {
+        CLineCutter cutter;
+        std::vector<std::string> lines;
+        for (size_t at = 0; at < text.size() + piece; at += piece) {
+            at < text.size() ? cutter.Append(std::string_view(text).substr(at, piece)) : cutter.End();
+            while (const auto line = cutter.Next())
+                lines.push_back(std::to_string(line->number) + std::string(line->text));
+        }
+        EXPECT_THAT(lines, ElementsAre("1one", "2", "3two", "4thr", "5ee")) << piece;
+    }
+    std::string_view rest = text;
+    std::string joined;
+    while (const auto line = TakeLine(rest)) joined.append(*line).append("|");
+    EXPECT_EQ(joined, "one||two|thr|ee|");
+}
+
+TEST(CLineCutter, ALineThatIsTooLongIsToldOnceAndTakesNoRoom) {
+    CLineCutter cutter(10);
+    cutter.Append("0123456789\n0123456789x");
+    EXPECT_FALSE(cutter.Next()->tooLong) << "the most that fits";
+    const auto cut = cutter.Next();
+    EXPECT_TRUE(cut->tooLong);
+    EXPECT_EQ(cut->text, "0123456789");
+    for (int i = 0; i < 1'600; ++i) { // 100 MB.
+        cutter.Append(std::string(64 * 1024, 'x'));
+        ASSERT_FALSE(cutter.Next());
+    }
+    cutter.Append("\r\nnext");
+    cutter.End();
+    const auto next = cutter.Next();
+    EXPECT_EQ(next->text, "next");
+    EXPECT_EQ(next->number, 3u);
+}
+
+TEST(CCsvWriter, FieldsAreQuotedOrLeftAsTheyAre) {
+    CCsvWriter out(',', "\r\n");
+    out.Plain("1.5");
+    for (const char* text : {"a \"b\"", "=1+1", "-", "", "a\nb"}) out.Quoted(text);
+    out.EndRecord();
+    out.OneLine("a,b\tc\r\nd");
+    out.Plain("");
+    out.EndRecord();
+    EXPECT_EQ(out.Take(), "1.5,\"a \"\"b\"\"\",\"'=1+1\",\"'-\",\"\",\"a\nb\"\r\na,b c  d,\r\n");
+}
+
+TEST(ReadCommandLine, TakesValuesByItsTableAndKeepsWhatItDoesNotKnow) {
+    struct SRead {
+        bool on = false;
+        std::string text, file, part;
+        uint64_t number = 0;
+        SCommandLine line;
+    };
+    const auto read = [](std::vector<std::string> arguments, EDashes dashes = EDashes::OneOrTwo) {
+        SRead out;
+        const auto keep = [&](uint64_t value) { out.number = value; };
+        const SCommandOption options[] = {{"--on", "", "turns it on", Flag(out.on)},
+                                          {"-text", "T", "any text", TextValue(out.text, {})},
+                                          {"--file", "FILE", "", TextValue(out.file, "a file")},
+                                          {"--number", "N", "a number", WholeNumber(1, 10, keep)},
+                                          {"--part", "P", "", TextValue(out.part, "a part"), "all"},
+                                          {"-h", "", "", Flag(out.on)}};
+        out.line = ReadCommandLine(arguments, options, dashes);
+        EXPECT_EQ(OptionsHelp(options), "  --on        turns it on\n  -text T     any text\n  --number N  a number\n");
+        return out;
+    };
+    const SRead all =
+        read({"one", "-ON", "--Text", "-5", "--number=7", "-", "-x=3", "--part", "--file", "a=b", "--text"});
+    EXPECT_TRUE(all.on);
+    EXPECT_EQ(all.text + all.file + all.part, "-5a=ball");
+    EXPECT_EQ(all.number, 7u);
+    EXPECT_THAT(all.line.others, ElementsAre("one", "-"));
+    EXPECT_THAT(all.line.unknown, ElementsAre("-x=3", "--text"));
+    EXPECT_EQ(all.line.error, "");
+    const std::pair<std::vector<std::string>, const char*> wrong[] = {
+        {{"--number", "11"}, "--number: \"11\" is not a whole number from 1 to 10"},
+        {{"--number", "-1", "--on=1"}, "--number: \"-1\" is not a whole number from 1 to 10"},
+        {{"--number", "--on"}, "--number needs a value: a whole number from 1 to 10"},
+        {{"--file="}, "--file needs a value: a file"},
+        {{"--on=1"}, "--on takes no value"}};
+    for (const auto& [arguments, error] : wrong) EXPECT_EQ(read(arguments).line.error, error);
+    const SRead two = read({"-on", "-h", "-part", "x"}, EDashes::Two);
+    EXPECT_TRUE(two.on) << "by -h";
+    EXPECT_THAT(two.line.unknown, ElementsAre("-on", "-part"));
 }

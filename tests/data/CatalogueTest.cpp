@@ -1,6 +1,7 @@
 #include "data/catalogue/Catalogue.h"
 #include "data/catalogue/DataInfo.h"
 #include "data/catalogue/FieldLayout.h"
+#include "data/catalogue/UpdateFields.h"
 
 #include <gmock/gmock.h>
 

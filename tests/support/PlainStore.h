@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/catalogue/ParseRule.h"
+#include "base/fields/FieldKinds.h"
 #include "data/record/CodeNames.h"
 
 #include <map>

@@ -3,9 +3,8 @@
 
 #include "support/FakeClock.h"
 #include "vxconnect/Peer.h"
-#include "vxconnect/data/DescriptorStream.h"
-#include "vxconnect/data/Feeder.h"
-#include "vxconnect/data/InputPipeSource.h"
+#include "vxconnect/data/ByteStreams.h"
+#include "vxconnect/data/InputSource.h"
 
 #include <QTemporaryDir>
 

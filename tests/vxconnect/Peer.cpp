@@ -93,6 +93,13 @@ std::vector<std::string> CPeer::TakeLines() {
     return lines;
 }
 
+bool IsClosed(CPeer& peer) {
+    return WaitUntil([&] {
+        peer.Read();
+        return peer.IsClosedByServer();
+    });
+}
+
 std::vector<std::string> Words(std::string_view text) {
     std::vector<std::string> out;
     for (const std::string_view word : SplitCountingTail(text, ' ')) out.emplace_back(word);
@@ -107,7 +114,7 @@ std::vector<std::string> Fields(std::string_view line) {
 
 void CMergedRecord::Merge(std::string_view line) {
     const std::vector<std::string> fields = Fields(line);
-    ASSERT_EQ(fields.size(), kFieldCount) << line;
+    ASSERT_EQ(fields.size(), kUpdateFieldCount) << line;
     for (size_t i = 0; i < fields.size(); ++i)
         if (!fields[i].empty()) m_fields[i] = fields[i];
 }
@@ -115,9 +122,9 @@ void CMergedRecord::Merge(std::string_view line) {
 std::vector<std::string> CMergedRecord::DifferencesTo(std::string_view line) const {
     std::vector<std::string> out;
     const std::vector<std::string> fields = Fields(line);
-    for (size_t i = 0; i < kFieldCount; ++i)
+    for (size_t i = 0; i < kUpdateFieldCount; ++i)
         if (static_cast<EField>(i) != EField::MessageContents && (i >= fields.size() || fields[i] != m_fields[i]))
-            out.push_back(std::string(kFields[i].name) + ": \"" + m_fields[i] + "\"");
+            out.push_back(std::string(kUpdateFields[i].name) + ": \"" + m_fields[i] + "\"");
     return out;
 }
 
@@ -155,7 +162,8 @@ CServer& ServerTest::Start(std::unique_ptr<CSource> source) {
 std::unique_ptr<CPeer> ServerTest::Level1Peer(std::string_view watches) {
     auto peer = std::make_unique<CPeer>(m_server->Level1Port());
     std::string names;
-    for (const SFieldInfo& field : kFields) names += std::string(names.empty() ? "" : ",") + std::string(field.name);
+    for (const SUpdateField& field : kUpdateFields)
+        names += std::string(names.empty() ? "" : ",") + std::string(field.name);
     peer->Send("S,SET PROTOCOL,6.2\nS,SET CLIENT NAME,Tests\nS,SELECT UPDATE FIELDS," + names + "\n\n");
     EXPECT_EQ(peer->TakeLine("S,IP,"), "S,IP,127.0.0.1," + std::to_string(m_server->Level1Port()));
     peer->Send("S,NEWSON\r\n");

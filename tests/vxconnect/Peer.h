@@ -49,6 +49,9 @@ private:
     bool m_closed = false;
 };
 
+/// Waits for the end of the stream.
+bool IsClosed(CPeer& peer);
+
 /// The pieces between single blanks.
 std::vector<std::string> Words(std::string_view text);
 
@@ -64,7 +67,7 @@ public:
     std::vector<std::string> DifferencesTo(std::string_view line) const;
 
 private:
-    std::array<std::string, kFieldCount> m_fields;
+    std::array<std::string, kUpdateFieldCount> m_fields;
 };
 
 /// A server on free ports with an event loop to run it.

@@ -1,5 +1,4 @@
 #include "vxconnect/data/RowReader.h"
-#include "vxconnect/common/LineBuffer.h"
 #include "vxconnect/common/SendQueue.h"
 #include "vxconnect/data/DataRecord.h"
 
@@ -60,6 +59,15 @@ TEST(RowReader, NamesOfFieldsAndColumnsMeanTheSame) {
                 ElementsAre(testing::AllOf(testing::StartsWith("IBM "), testing::HasSubstr("3=-0.02"),
                                            testing::HasSubstr("63=1.5"), testing::HasSubstr("7=1.40")),
                             "KO"));
+}
+
+TEST(InputFields, ColumnsThatShowNamesAndTheProgramsOwnAreNone) {
+    for (const char* name : {"Trade Market Center Name", "Bid Market Center Name", "Ask Market Center Name",
+                             "Split1 Date", "Alerts", "News", "", " "})
+        EXPECT_EQ(FindInputField(name), nullptr) << name;
+    for (const auto& [name, slot] : {std::pair("Tick Trend", 11u), std::pair("Trade Market Center", 66u),
+                                     std::pair("Sesson Close Time", 69u + 48u), std::pair("52wk High", 69u + 4u)})
+        EXPECT_EQ(FindInputField(name)->slot, slot) << name;
 }
 
 TEST(RowReader, PublishedFilesOfDailyBarsAreReadWithAMap) {
@@ -194,6 +202,21 @@ TEST(RowReader, JsonIsTakenAsItIsWritten) {
                             testing::StartsWith("9: field \"Last\": \"1e300\" is out of range"), "A 7=4", "A 63=3"));
 }
 
+TEST(RowReader, LinesThatAreNoJsonAreTold) {
+    for (const char* bad :
+         {R"({"symbol":"A","last":1.})", R"({"symbol":"A","last":01})", R"({"symbol":"A","last":+1})",
+          R"({"symbol":"A","last":})", R"({"symbol":"A",})", R"({"symbol":"A"}x)", R"({"symbol":"A" "last":1})",
+          R"({symbol:"A"})", R"({"symbol" "A"})", R"({"symbol":"A)", R"({"symbol":"\q"})", R"({"symbol":"\u12"})",
+          R"({"symbol":"A","foo":[1,])", R"({"symbol":"A","last":nul})"})
+        EXPECT_THAT(Read({"{}", bad}).back(), testing::StartsWith("2: no JSON object: ")) << bad;
+    EXPECT_THAT(Read({R"({"symbol":"A","foo":)" + std::string(100'000, '[')}),
+                ElementsAre(testing::HasSubstr("in each other")));
+    EXPECT_EQ(
+        Read({R"({"symbol":"\u0041\/\"","name":"\u00e9 \u20AC","last":-0.5e+1,"foo":[{"a":[]},"]",true]})"}).back(),
+        "A/\" 71=\xE9 \x80 63=-5");
+    EXPECT_THAT(Read({R"({"symbol":"A","name":"\ud83d\ude00"})"})[0], testing::HasSubstr("Windows-1252 does not have"));
+}
+
 TEST(RowReader, NamesThatAreNoFieldsArePassedOverWithTheNearest) {
     EXPECT_THAT(Read({"Symbol,Lst,Foo,", "A,1,2,3"}),
                 ElementsAre(testing::StartsWith("1: \"Lst\" is not a field and is ignored; the nearest are \"Last\", "),
@@ -207,38 +230,6 @@ TEST(RowReader, NamesThatAreNoFieldsArePassedOverWithTheNearest) {
     EXPECT_THAT(Read({"[{\"symbol\":1}]"}), ElementsAre(testing::HasSubstr("not a list")));
     EXPECT_THAT(Read({"\xFF\xFES\0y"}), ElementsAre(testing::HasSubstr("UTF-16")));
     EXPECT_THAT(Read({"", "garbage", "Symbol,Last", "A,1"}), ElementsAre(testing::StartsWith("2: "), "A 63=1"));
-}
-
-TEST(LineBuffer, CutsLinesWhateverThePieces) {
-    const std::string text = "\xEF\xBB\xBFone\r\n\ntwo\nthr\ree";
-    for (size_t piece : {1u, 2u, 3u, 100u}) {
-        CLineBuffer buffer;
-        std::vector<std::string> lines;
-        for (size_t at = 0; at < text.size() || at == text.size(); at += piece) {
-            if (at < text.size()) buffer.Append(std::string_view(text).substr(at, piece));
-            if (at + piece >= text.size()) buffer.End();
-            while (const auto line = buffer.Next())
-                lines.push_back(std::to_string(line->number) + std::string(line->text));
-            if (at + piece >= text.size()) break;
-        }
-        EXPECT_THAT(lines, ElementsAre("1one", "2", "3two", "4thr\ree")) << piece;
-    }
-}
-
-TEST(LineBuffer, HugeLineIsToldOnceAndTakesNoRoom) {
-    CLineBuffer buffer;
-    const std::string block(64 * 1024, 'x');
-    int tooLong = 0;
-    for (int i = 0; i < 1'600; ++i) { // 100 MB.
-        buffer.Append(block);
-        while (const auto line = buffer.Next()) tooLong += line->tooLong;
-    }
-    buffer.Append("\nnext\n");
-    const auto line = buffer.Next();
-    ASSERT_TRUE(line);
-    EXPECT_EQ(line->text, "next");
-    EXPECT_EQ(line->number, 2u);
-    EXPECT_EQ(tooLong, 1);
 }
 
 SUpdate Merge(CDataRecord& record, std::vector<SRowValue> values, bool repeated = false) {

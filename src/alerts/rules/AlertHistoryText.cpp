@@ -2,6 +2,7 @@
 
 #include "alerts/rules/AlertHistory.h"
 
+#include "base/CsvWriter.h"
 #include "base/Escape.h"
 #include "base/Number.h"
 #include "base/Text.h"
@@ -106,16 +107,6 @@ void ReadOutcome(std::string_view kind, CWords& words, SAlertFiring& firing) {
     firing = std::move(read);
 }
 
-std::string CsvText(std::string_view text) {
-    std::string out = "\"";
-    if (!text.empty() && std::string_view("=+-@\t\r").find(text.front()) != std::string_view::npos) out += '\'';
-    for (const char c : text) {
-        if (c == '"') out += '"';
-        out += c;
-    }
-    return out += '"';
-}
-
 } // namespace
 
 void ParseHistory(std::string_view text, std::vector<SAlertFiring>& out) {
@@ -185,18 +176,20 @@ std::string EndText(const SAlertFiring& firing) {
 }
 
 std::string HistoryCsv(std::span<const SAlertFiring> firings) {
-    std::string out = "Fired,Symbol,Field,Condition,Threshold,Value,Bid,Ask,Last,While Away,Outcome,Closed\r\n";
+    CCsvWriter out(',', "\r\n");
+    out.Plain("Fired,Symbol,Field,Condition,Threshold,Value,Bid,Ask,Last,While Away,Outcome,Closed");
+    out.EndRecord();
     for (const SAlertFiring& firing : firings) {
-        out += fmt::format("{},{},{},{},", LocalTimeText(firing.firedMs), CsvText(firing.symbol), CsvText(firing.field),
-                           CsvText(firing.condition));
-        if (firing.isNews)
-            out += ",,,,,";
-        else
-            out += fmt::format("{},{},{},{},{},", firing.threshold, firing.value, firing.bid, firing.ask, firing.last);
-        out += fmt::format("{},{},{}\r\n", firing.awaySinceMs != 0 ? "yes" : "no", CsvText(EndText(firing)),
-                           LocalTimeText(firing.endedMs));
+        out.Plain(LocalTimeText(firing.firedMs));
+        for (const std::string& text : {firing.symbol, firing.field, firing.condition}) out.Quoted(text);
+        for (const double number : {firing.threshold, firing.value, firing.bid, firing.ask, firing.last})
+            out.Plain(firing.isNews ? std::string() : fmt::format("{}", number));
+        out.Plain(firing.awaySinceMs != 0 ? "yes" : "no");
+        out.Quoted(EndText(firing));
+        out.Plain(LocalTimeText(firing.endedMs));
+        out.EndRecord();
     }
-    return out;
+    return out.Take();
 }
 
 } // namespace vx

@@ -9,7 +9,6 @@
 #include "base/qt/QtText.h"
 
 #include <algorithm>
-
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -81,7 +80,7 @@ int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     const vx::CNorvCommandLineInfo commandLine(arguments);
     if (commandLine.help) {
-        std::fputs(vx::CommandLineHelp(), stdout);
+        std::fputs(vx::CommandLineHelp().c_str(), stdout);
         return 0;
     }
     if (commandLine.version) {

@@ -2,7 +2,6 @@
 
 #include "data/catalogue/CellFormat.h"
 #include "data/catalogue/DataInfo.h"
-#include "data/catalogue/FundamentalFields.h"
 #include "data/catalogue/Level1Columns.h"
 
 #include <algorithm>
@@ -15,15 +14,13 @@ constexpr SFieldEntry OwnColumn(std::string_view name, std::string_view descript
     return {name, "%s", EValueClass::Text, group, ESource::None, 0, kNoRegionSlot, description};
 }
 
-constexpr std::array kOwnColumns = {
+constexpr std::array<SFieldEntry, kOwnColumnCount> kOwnColumns = {
     OwnColumn("Alerts", "Price/News Alerts set for the symbol", EFieldGroup::Own),
     OwnColumn("Notes", "User entered notes", EFieldGroup::Own),
     OwnColumn("News", "Number of News stories for the current day", EFieldGroup::Own),
     OwnColumn("Latest Headline", "Displays Latest Headline for symbol since the Watchlist was opened",
               EFieldGroup::Own),
 };
-
-static_assert(1 + kLevel1ColumnCount + kFundamentalColumnCount + kOwnColumns.size() == kCatalogueSize);
 
 SFieldEntry FundamentalColumn(size_t row) {
     const SFundamentalField& field = kFundamentalFields[row];

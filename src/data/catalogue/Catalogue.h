@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/fields/FundamentalFields.h"
+#include "base/fields/QuoteFields.h"
 #include "data/catalogue/FieldEntry.h"
 
 #include <array>
@@ -9,9 +11,9 @@
 
 namespace vx {
 
-inline constexpr size_t kLevel1ColumnCount = 75;
-/// The row-number column, the level-1 columns, the fundamental columns and the program's own four.
-inline constexpr size_t kCatalogueSize = 138;
+inline constexpr size_t kOwnColumnCount = 4;
+/// The row-number column, the level-1 columns, the fundamental columns and the program's own.
+inline constexpr size_t kCatalogueSize = 1 + kLevel1ColumnCount + kFundamentalColumnCount + kOwnColumnCount;
 
 inline constexpr int kRowNumberColumn = 0;
 inline constexpr int kNoField = -1;

@@ -1,30 +1,32 @@
 #include "data/catalogue/DataInfo.h"
 
-#include <array>
+#include "base/fields/FundamentalFields.h"
+#include "base/fields/QuoteFields.h"
 
 namespace vx {
 
 namespace {
 
-constexpr auto kFourPlaces = std::to_array<std::string_view>(
-    {"Ask", "Bid", "Change", "Open", "Close", "High", "Last", "Low", "ET Change", "ET Diff", "ET Last", "52wk High",
-     "52wk Low", "Cal High", "Cal Low", "Hist Vol", "MRT Price"});
+struct SOldName {
+    std::string_view name;
+    int places;
+};
 
-constexpr auto kTwoPlaces = std::to_array<std::string_view>(
-    {"% Chg",        "7day Yield", "Range",       "Settle",     "Spread",      "Strike",
-     "5yr Growth %", "Beta",       "EPS",         "Div Amt",    "Div Rate",    "Div Yield",
-     "Est EPS",      "P/E",        "% Held",      "Assets",     "Liabilities", "Split1 Ratio",
-     "Split2 Ratio", "ChgFrmOpn",  "% OffAvgVol", "Volatility", "Ask Chg",     "Bid Chg"});
+// Of columns that have other names now, to which they give nothing.
+constexpr SOldName kOldNames[] = {{"ET Change", 4}, {"Strike", 2}};
 
-static_assert(kFourPlaces.size() + kTwoPlaces.size() == 41);
+std::optional<int> Chosen(int places) { return places == kGridPlaces ? std::nullopt : std::optional(places); }
 
 } // namespace
 
 std::optional<int> CDataInfo::DecimalPlaces(std::string_view name) {
-    for (const std::string_view key : kFourPlaces)
-        if (key == name) return 4;
-    for (const std::string_view key : kTwoPlaces)
-        if (key == name) return 2;
+    for (const SUpdateField& field : kUpdateFields)
+        for (const SFieldColumn& column : field.columns)
+            if (!name.empty() && column.name == name) return Chosen(column.places);
+    for (const SFundamentalField& field : kFundamentalFields)
+        if (field.name == name) return Chosen(field.places);
+    for (const SOldName& old : kOldNames)
+        if (old.name == name) return old.places;
     return std::nullopt;
 }
 

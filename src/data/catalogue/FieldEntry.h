@@ -1,42 +1,12 @@
 #pragma once
 
+#include "base/fields/FieldKinds.h"
 #include "data/catalogue/ColourRule.h"
-#include "data/catalogue/ParseRule.h"
 
 #include <cstdint>
 #include <string_view>
 
 namespace vx {
-
-/// How a column's value is stored and turned into text.
-enum class EValueClass : uint8_t {
-    Character = 0,
-    Date = 1,
-    Fixed = 2, ///< Number with the column's own places.
-    Text = 3,
-    Price = 4, ///< Number with the symbol's places.
-    Integer = 5,
-    Unsigned = 6,
-    Ratio = 8,      ///< Ratio or percentage.
-    Contents = 9,   ///< Message contents, shown in words.
-    Aggressor = 10, ///< Side that started the trade.
-    FourPlaces = 11 ///< Number, always with four places.
-};
-
-/// Whether values of a class are numbers: shown right aligned, and sorted as numbers.
-constexpr bool IsNumberClass(EValueClass valueClass) {
-    switch (valueClass) {
-    case EValueClass::Fixed:
-    case EValueClass::Price:
-    case EValueClass::Integer:
-    case EValueClass::Unsigned:
-    case EValueClass::Ratio:
-    case EValueClass::FourPlaces:
-        return true;
-    default:
-        return false;
-    }
-}
 
 enum class EFieldGroup : uint8_t { RowNumber, Level1, Fundamental, Own };
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "data/catalogue/FundamentalFields.h"
+#include "base/fields/FundamentalFields.h"
+#include "base/fields/QuoteFields.h"
 #include "data/catalogue/RegionFields.h"
-#include "data/catalogue/UpdateFields.h"
 
 #include <array>
 #include <cstddef>

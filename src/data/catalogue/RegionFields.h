@@ -1,18 +1,26 @@
 #pragma once
 
-#include "data/catalogue/ParseRule.h"
-#include "data/catalogue/UpdateFields.h"
+#include "base/fields/FieldKinds.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
 
 namespace vx {
 
+struct SRegionField {
+    std::string_view name;
+    EParseRule rule;
+};
+
 /// The fields of a regional line, in its order. The layout is this program's own.
 inline constexpr std::array kRegionFields = {
-    SUpdateField{"Symbol", EParseRule::Text},      SUpdateField{"Region", EParseRule::Text},
-    SUpdateField{"Bid", EParseRule::Number},       SUpdateField{"Bid Size", EParseRule::Integer},
-    SUpdateField{"Bid Time", EParseRule::Time},    SUpdateField{"Ask", EParseRule::Number},
-    SUpdateField{"Ask Size", EParseRule::Integer}, SUpdateField{"Ask Time", EParseRule::Time},
-    SUpdateField{"Last", EParseRule::Price},       SUpdateField{"Last Size", EParseRule::Integer},
-    SUpdateField{"Last Time", EParseRule::Time},
+    SRegionField{"Symbol", EParseRule::Text},      SRegionField{"Region", EParseRule::Text},
+    SRegionField{"Bid", EParseRule::Number},       SRegionField{"Bid Size", EParseRule::Integer},
+    SRegionField{"Bid Time", EParseRule::Time},    SRegionField{"Ask", EParseRule::Number},
+    SRegionField{"Ask Size", EParseRule::Integer}, SRegionField{"Ask Time", EParseRule::Time},
+    SRegionField{"Last", EParseRule::Price},       SRegionField{"Last Size", EParseRule::Integer},
+    SRegionField{"Last Time", EParseRule::Time},
 };
 
 inline constexpr size_t kRegionFieldCount = kRegionFields.size();

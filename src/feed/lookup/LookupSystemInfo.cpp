@@ -1,5 +1,6 @@
 #include "feed/lookup/LookupSystemInfo.h"
 
+#include "base/Text.h"
 #include "feed/socket/FeedLog.h"
 #include "feed/socket/FeedSlots.h"
 #include "feed/socket/SocketError.h"
@@ -22,21 +23,20 @@ class CReceivedLines {
 public:
     void Add(std::string_view bytes) {
         if (!IsOn(ELogCategory::LookupData) && !IsOn(ELogCategory::LookupError)) return;
-        for (const char c : bytes) {
-            if (c != '\r' && c != '\n')
-                m_line += c;
-            else
-                End();
-        }
+        m_lines.Append(bytes);
+        LogWhole();
     }
-    ~CReceivedLines() { End(); }
+    ~CReceivedLines() {
+        m_lines.End();
+        LogWhole();
+    }
 
 private:
-    void End() {
-        if (!m_line.empty()) PortLog().Received(m_line);
-        m_line.clear();
+    void LogWhole() {
+        while (const auto line = m_lines.Next())
+            if (!line->text.empty()) PortLog().Received(line->text);
     }
-    std::string m_line;
+    CLineCutter m_lines;
 };
 
 } // namespace

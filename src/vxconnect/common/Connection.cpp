@@ -5,8 +5,8 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -21,8 +21,6 @@ namespace {
 constexpr int kSystemSendBytes = 512 * 1024;
 // How long one client may keep the others waiting with the lines that it sent at once.
 constexpr qint64 kTurnMs = 5;
-
-bool IsLineEnd(char c) { return c == '\r' || c == '\n'; }
 
 bool WouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR; }
 
@@ -87,9 +85,8 @@ void CConnection::CloseWhenSent() {
 
 void CConnection::OnReadable() {
     if (!m_open || m_waiting || m_inputEnded) return;
-    if (!m_input) m_input = std::make_unique_for_overwrite<char[]>(kMaxLine);
-    const ssize_t count = recv(m_socket, m_input.get() + m_inputEnd, kMaxLine - m_inputEnd, 0);
-    if (count <= 0 && m_inputEnd == 0) m_input.reset();
+    std::array<char, kMaxLine> bytes;
+    const ssize_t count = recv(m_socket, bytes.data(), bytes.size(), 0);
     if (count < 0) {
         if (!WouldBlock()) Fail();
         return;
@@ -100,7 +97,7 @@ void CConnection::OnReadable() {
         OnEndOfInput();
         return;
     }
-    m_inputEnd += static_cast<size_t>(count);
+    m_lines.Append({bytes.data(), static_cast<size_t>(count)});
     HandleLines();
 }
 
@@ -115,31 +112,24 @@ void CConnection::OnWritable() {
 void CConnection::HandleLines() {
     QElapsedTimer busy;
     busy.start();
-    size_t begin = 0;
-    size_t i = m_searched;
-    for (; m_open && i < m_inputEnd; ++i) {
-        if (!IsLineEnd(m_input[i])) continue;
-        const std::string_view line(m_input.get() + begin, i - begin);
-        const bool wanted = !line.empty() && !m_skipping;
-        if (wanted && !HasRoom()) {
-            Flush();
-            m_waiting = m_open && !HasRoom();
-            if (m_waiting) break;
+    bool tookItsTurn = false;
+    while (m_open && !tookItsTurn) {
+        if (!HasRoom()) Flush();
+        m_waiting = m_open && !HasRoom();
+        if (m_waiting) break;
+        const auto line = m_lines.Next();
+        if (!line) break;
+        if (line->text.empty()) continue;
+        if (line->tooLong) {
+            OnOverlongLine();
+        } else {
+            if (m_link.log) m_link.log->Said(line->text);
+            OnLine(line->text);
         }
-        begin = i + 1;
-        m_skipping = false;
-        if (wanted && m_link.log) m_link.log->Said(line);
-        if (wanted) OnLine(line);
-        if (wanted && busy.elapsed() >= kTurnMs) {
-            // The other clients have their turn before the rest of this one's lines.
-            m_waiting = m_open;
-            ++i;
-            break;
-        }
+        tookItsTurn = m_open && busy.elapsed() >= kTurnMs;
     }
-    const bool tookItsTurn = m_waiting && HasRoom();
-    KeepRest(begin);
-    m_searched = std::min(i - begin, m_inputEnd);
+    // The other clients have their turn before the rest of this one's lines.
+    m_waiting = m_waiting || tookItsTurn;
     Flush();
     if (m_open) m_readable.setEnabled(!m_waiting && !m_inputEnded);
     if (m_open && tookItsTurn)
@@ -151,19 +141,6 @@ void CConnection::ContinueLines() {
     if (!m_open || !m_waiting || !HasRoom()) return;
     m_waiting = false;
     HandleLines();
-}
-
-void CConnection::KeepRest(size_t begin) {
-    if (begin > 0) std::memmove(m_input.get(), m_input.get() + begin, m_inputEnd - begin);
-    m_inputEnd -= begin;
-    if (m_waiting) return;
-    if (m_skipping) m_inputEnd = 0;
-    if (m_inputEnd == kMaxLine) {
-        m_skipping = true;
-        m_inputEnd = 0;
-        if (HasRoom()) OnOverlongLine();
-    }
-    if (m_inputEnd == 0) m_input.reset();
 }
 
 void CConnection::Fail() {
@@ -201,14 +178,9 @@ void CClientLog::Said(std::string_view line) const {
 }
 
 void CClientLog::Told(std::string_view bytes) {
-    while (!bytes.empty()) {
-        const size_t end = std::min(bytes.find_first_of("\r\n"), bytes.size());
-        m_line.append(bytes.substr(0, end));
-        if (end == bytes.size()) return;
-        if (!m_line.empty()) Log(ToldCategory(m_port, m_line.front()), ELogDirection::ToClient, m_line);
-        m_line.clear();
-        bytes.remove_prefix(end + 1);
-    }
+    m_told.Append(bytes);
+    while (const auto line = m_told.Next())
+        if (!line->text.empty()) Log(ToldCategory(m_port, line->text.front()), ELogDirection::ToClient, line->text);
 }
 
 } // namespace vx::sim

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Text.h"
 #include "vxconnect/common/Options.h"
 #include "vxconnect/common/SendQueue.h"
 
@@ -9,7 +10,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,7 +28,7 @@ public:
 
 private:
     EPorts m_port;
-    std::string m_line; ///< Without its end.
+    CLineCutter m_told;
 };
 
 /// How a connection treats its client; a plain number is the queue's limit.
@@ -45,8 +45,8 @@ struct SLink {
 /// One client on one port: cuts what it sends into lines and keeps what it does not read in a bounded queue.
 ///
 /// Commands are carried out one line at a time and only while the queue has room; a client that does not read is not
-/// read from either, so whatever it asks for, the queue stays bounded. Runs of CR and LF end one line, empty lines
-/// are dropped, a line that does not fit into kMaxLine bytes is passed over up to its end.
+/// read from either, so whatever it asks for, the queue stays bounded. Empty lines are dropped, a line of more than
+/// kMaxLine bytes is passed over.
 ///
 /// A client that has closed its sending half is still served; it is gone when sending fails.
 ///
@@ -55,7 +55,7 @@ struct SLink {
 /// Thread  the one of its event loop
 class CConnection : public QObject {
 public:
-    static constexpr size_t kMaxLine = 65536;
+    static constexpr size_t kMaxLine = 65535;
 
     /// Takes over a connected socket.
     CConnection(qintptr socket, const SLink& link);
@@ -85,7 +85,7 @@ public:
 
 protected:
     virtual void OnLine(std::string_view line) = 0;
-    /// A command line was too long and is passed over; only called while the queue has room.
+    /// A command line was too long and is passed over.
     virtual void OnOverlongLine() {}
     /// Whether lines are held back until there is room.
     virtual bool HoldsBack() const { return false; }
@@ -101,7 +101,6 @@ private:
     void OnWritable();
     void HandleLines();
     void ContinueLines();
-    void KeepRest(size_t begin);
     size_t NextPiece() const;
     void Drop();
     void Fail();
@@ -110,12 +109,9 @@ private:
     SLink m_link;
     CSendQueue m_queue;
     uint64_t m_sent = 0;
-    std::unique_ptr<char[]> m_input; // kMaxLine bytes while part of a line waits in them, else null.
-    size_t m_inputEnd = 0;
-    size_t m_searched = 0; // Bytes at the front of the input that hold no line end.
+    CLineCutter m_lines{kMaxLine};
     bool m_open = true;
-    bool m_waiting = false;  // For the client to read: its commands wait as well.
-    bool m_skipping = false; // The rest of a line that is too long.
+    bool m_waiting = false; // For the client to read: its commands wait as well.
     bool m_inputEnded = false;
     bool m_closing = false;
     QSocketNotifier m_readable;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "vxconnect/common/Security.h"
 #include "vxconnect/common/UpdateFields.h"
 
 #include <cstddef>
@@ -14,6 +13,37 @@
 #include <vector>
 
 namespace vx::sim {
+
+class CSendQueue;
+
+/// What one event changed.
+struct SUpdate {
+    CFieldMask changed;
+    uint64_t regions = 0;         ///< Bit n: the quote of region number n changed.
+    bool newSession = false;      ///< A new day began: everything is to be told again, the fundamentals too.
+    bool newFundamentals = false; ///< The fundamentals are to be told again.
+    bool newSummary = false;      ///< The summary is to be told again.
+};
+
+/// The quote of one symbol, wherever its values come from.
+class CSecurity {
+public:
+    virtual ~CSecurity() = default;
+
+    virtual const std::string& Symbol() const = 0;
+    /// Every field that has a value.
+    virtual const CFieldMask& Present() const = 0;
+    /// What the newest event is about, EContents bits.
+    virtual uint32_t Contents() const = 0;
+    /// Adds an update ("Q") or summary ("P") line with its line end: the fields of the mask, in the order and with the
+    /// names of the selection. The symbol is written as the client asked for it.
+    virtual void AppendQuote(CSendQueue& out, char letter, std::string_view symbol, const CFieldMask& fields,
+                             uint32_t contents, const CFieldSelection& selection) const = 0;
+    /// How many regional quotes there are, at most 64.
+    virtual size_t RegionCount() const { return 0; }
+    /// Adds the regional ("R") line of a region that has a number below RegionCount(), the symbol as it was asked for.
+    virtual void AppendRegion(CSendQueue&, std::string_view /*symbol*/, size_t /*region*/) const {}
+};
 
 class CLevel1Client;
 struct SWatched;
@@ -105,6 +135,54 @@ private:
     uint64_t m_events = 0;
     CFeedListener* m_listener = nullptr;
     std::unordered_map<SymbolIndex, std::unique_ptr<SWatched>> m_watched;
+};
+
+/// One symbol as the search shows it.
+struct SDirectoryEntry {
+    std::string_view symbol;
+    std::string_view name;
+    int market = 0; ///< Listed market, 0: none.
+    int type = 0;   ///< Security type, 0: none.
+};
+
+/// What lookups are answered from.
+class CDirectory {
+public:
+    virtual ~CDirectory() = default;
+
+    /// Another number than before when ForEachSymbol would tell something else than before.
+    virtual uint64_t DirectoryVersion() const = 0;
+    /// Calls the visitor with every symbol until it returns false.
+    virtual void ForEachSymbol(const std::function<bool(const SDirectoryEntry&)>& visit) const = 0;
+    /// How many of today's headlines so far name a symbol; nothing for an unknown symbol.
+    virtual std::optional<uint32_t> StoryCount(std::string_view symbol) = 0;
+};
+
+/// Where what is served comes from: the simulated market, a recording or a user's own data.
+///
+/// Thread  the one of its event loop
+class CSource : public CDirectory {
+public:
+    virtual CFeed& Feed() = 0;
+    const CFeed& Feed() const { return const_cast<CSource*>(this)->Feed(); }
+
+    /// What the clients are told that it is: "simulated market" and "seed 1", for example. No commas.
+    virtual std::string Kind() const = 0;
+    virtual std::string Detail() const = 0;
+
+    /// Makes what is due by now.
+    virtual void Run() = 0;
+    /// Whether values are up to date; false while a user's own live data do not come.
+    virtual bool IsLive() const { return true; }
+    /// Symbols came to those watched, or went.
+    virtual void WatchesChanged() {}
+
+    /// Called after something was told, or might have been: what waits is to be sent.
+    std::function<void()> OnSlice;
+    /// Called when IsLive() has changed.
+    std::function<void()> OnLiveChanged;
+    /// Called with each headline: an "N" line with its line end.
+    std::function<void(const std::string& line)> OnHeadline;
 };
 
 } // namespace vx::sim

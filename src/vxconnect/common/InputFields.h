@@ -1,6 +1,6 @@
 #pragma once
 
-#include "vxconnect/common/UpdateFields.h"
+#include "base/fields/QuoteFields.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -10,31 +10,10 @@
 
 namespace vx::sim {
 
-/// How a value of a user's own data is read; docs/vxconnect.md says it for the user.
-enum class EInputKind : uint8_t {
-    Symbol,
-    Text,
-    Integer,
-    Size,   ///< A whole number from 0 to the largest signed one; rounded and cut to that.
-    Volume, ///< The same up to the largest number without a sign.
-    Number,
-    Percent,
-    Hex,
-    Time,
-    Date,
-    MonthDay,
-    Split,
-    Contents,
-    Tick
-};
-
-/// Slots of a fundamental line, the symbol included.
-constexpr size_t kFundamentalSlots = 57;
-
 /// One name under which a user's own data may hold a value.
 struct SInputField {
     std::string_view name;
-    size_t slot = 0; ///< A field of the quote line, or kFieldCount + a slot of the fundamental line.
+    size_t slot = 0; ///< A field of the quote line, or kUpdateFieldCount + a slot of the fundamental line.
     EInputKind kind = EInputKind::Text;
 };
 

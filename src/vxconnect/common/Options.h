@@ -67,6 +67,6 @@ constexpr uint32_t kInputRate = 10; ///< Rows a second of an input file, unless 
 SOptions ReadOptions(std::span<const std::string> arguments);
 
 /// The text of --help.
-std::string_view HelpText();
+std::string HelpText();
 
 } // namespace vx::sim

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/fields/QuoteFields.h"
+
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -8,109 +10,6 @@
 #include <vector>
 
 namespace vx::sim {
-
-/// The fields of a quote line in their standard order; a client may ask for others or another order by name.
-enum class EField : uint8_t {
-    Symbol,
-    ExchangeId,
-    Change,
-    PercentChange,
-    TotalVolume,
-    High,
-    Low,
-    Bid,
-    Ask,
-    BidSize,
-    AskSize,
-    Tick,
-    Range,
-    OpenInterest,
-    Open,
-    Close,
-    Spread,
-    Settle,
-    Delay,
-    RestrictedCode,
-    NetAssetValue,
-    AverageMaturity,
-    PriceEarningsRatio,
-    SevenDayYield,
-    PercentOffAverageVolume,
-    BidChange,
-    AskChange,
-    ChangeFromOpen,
-    MarketOpen,
-    Volatility,
-    MarketCapitalization,
-    FractionDisplayCode,
-    DecimalPrecision,
-    DaysToExpiration,
-    PreviousDayVolume,
-    OpenRange1,
-    CloseRange1,
-    OpenRange2,
-    CloseRange2,
-    TradesToday,
-    BidTime,
-    AskTime,
-    Vwap,
-    TickId,
-    FinancialStatusIndicator,
-    SettlementDate,
-    BidMarketCenter,
-    AskMarketCenter,
-    AvailableRegions,
-    MessageContents,
-    RecentConditions,
-    RecentTrade,
-    RecentSize,
-    RecentTime,
-    RecentMarketCenter,
-    RecentDate,
-    ExtendedTrade,
-    ExtendedSize,
-    ExtendedTime,
-    ExtendedMarketCenter,
-    ExtendedDate,
-    ExtendedChange,
-    ExtendedDifference,
-    Last,
-    LastSize,
-    LastTime,
-    LastMarketCenter,
-    LastDate,
-    RecentAggressor,
-};
-
-constexpr size_t kFieldCount = 69;
-
-/// How the stored integer of a field is written on the wire.
-enum class EShape : uint8_t {
-    Symbol,     ///< The ticker itself.
-    Integer,    ///< As it is.
-    Hex,        ///< Hexadecimal, as many digits as it takes.
-    HexPair,    ///< Two hexadecimal digits.
-    Price,      ///< Hundred-thousandths, written with the symbol's own decimals.
-    FinePrice,  ///< Hundred-thousandths, written with the symbol's own decimals, at least four.
-    Hundredths, ///< Hundredths, written with two decimals.
-    Fraction,   ///< Millionths, written with six decimals; 0.01 is one percent.
-    Time,       ///< Seconds of the day, written hh:mm:ss.
-    Date,       ///< year * 10000 + month * 100 + day, written m/d/yyyy.
-    Letter,     ///< One character.
-    Contents,   ///< A set of EContents bits, written as letters.
-    Regions,    ///< The names of the regional quotes, with ";" between them.
-};
-
-struct SFieldInfo {
-    std::string_view name;
-    EShape shape;
-};
-
-/// The name and shape of every field, indexed by EField.
-extern const std::array<SFieldInfo, kFieldCount> kFields;
-
-/// The field of a name, matched exactly; -1 for a name that is none.
-int FindField(std::string_view name);
 
 /// What a quote line is about. The bits stand in the order in which the letters are written: quotes come newest, last.
 enum EContents : uint32_t {
@@ -126,7 +25,7 @@ enum EContents : uint32_t {
     kContentsBid = 1u << 9,           ///< "b"
     kContentsAsk = 1u << 10,          ///< "a"
 };
-constexpr std::string_view kContentsLetters = "CEOohlcsvba";
+inline constexpr std::string_view kContentsLetters = "CEOohlcsvba";
 
 /// A set of fields.
 class CFieldMask {
@@ -159,6 +58,7 @@ private:
     static constexpr uint64_t Bit(EField field) { return uint64_t{1} << (static_cast<unsigned>(field) % 64); }
 
     std::array<uint64_t, 2> m_words{};
+    static_assert(kUpdateFieldCount <= 2 * 64);
 };
 
 /// The fields that one client asked for, in its order.
@@ -203,7 +103,7 @@ TOut LayOutQuote(TOut out, char letter, const CFieldMask& fields, const CFieldSe
             for (; commas < static_cast<size_t>(field); ++commas) *out++ = ',';
             out = write(out, field);
         });
-        for (; commas < kFieldCount; ++commas) *out++ = ',';
+        for (; commas < kUpdateFieldCount; ++commas) *out++ = ',';
     } else {
         for (const int16_t field : selection.Order()) {
             if (field >= 0 && filled.Has(static_cast<EField>(field))) out = write(out, static_cast<EField>(field));

@@ -26,6 +26,8 @@ bool IsSymbolText(std::string_view text) {
     return !text.empty() && text.size() <= kMaxSymbol && std::all_of(text.begin(), text.end(), fits);
 }
 
+bool IsUtf8(std::string_view text) { return FromUtf8(text).has_value(); }
+
 std::optional<std::string> WireTextOf(std::string_view text) {
     const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
     if (std::all_of(text.begin(), text.end(), isAscii)) return std::string(text);

@@ -11,6 +11,8 @@ constexpr size_t kMaxSymbol = 255;
 /// Whether a text can be a symbol on the wire: 1 to kMaxSymbol bytes, no control characters, no comma.
 bool IsSymbolText(std::string_view text);
 
+bool IsUtf8(std::string_view text);
+
 /// Text of a file as Windows-1252: converted when it is UTF-8, else taken as it is; nothing when it holds a character
 /// that Windows-1252 does not have.
 std::optional<std::string> WireTextOf(std::string_view text);

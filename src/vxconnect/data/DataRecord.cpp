@@ -1,9 +1,11 @@
 #include "vxconnect/data/DataRecord.h"
 
+#include "base/Number.h"
+#include "base/Text.h"
+#include "base/fields/FundamentalFields.h"
 #include "vxconnect/common/SendQueue.h"
+#include "vxconnect/common/SessionClock.h"
 #include "vxconnect/common/UpdateFields.h"
-#include "vxconnect/data/DataClock.h"
-#include "vxconnect/data/DerivedFigures.h"
 
 #include <fmt/format.h>
 
@@ -62,7 +64,85 @@ uint32_t ContentsOf(const CFieldMask& fields) {
 constexpr std::array kPrices = {EField::Last, EField::Bid,   EField::Ask,         EField::Open,         EField::High,
                                 EField::Low,  EField::Close, EField::RecentTrade, EField::ExtendedTrade};
 
+struct SDifference {
+    EField figure;
+    EField from;
+    EField minus;
+};
+constexpr std::array<SDifference, 4> kDifferences = {{
+    {EField::Change, EField::Last, EField::Close},
+    {EField::ChangeFromOpen, EField::Last, EField::Open},
+    {EField::Range, EField::High, EField::Low},
+    {EField::Spread, EField::Ask, EField::Bid},
+}};
+
+size_t PlacesOf(std::string_view number) {
+    constexpr size_t kMost = 15;
+    const size_t point = number.find('.');
+    return point == std::string_view::npos ? 0 : std::min(kMost, number.size() - point - 1);
+}
+
+// A number with decimals, zero without a sign.
+std::string Fixed(double value, size_t places) {
+    std::string out = fmt::format("{:.{}f}", value, places);
+    if (out.find_first_not_of("-0.") == std::string::npos && out.starts_with('-')) out.erase(0, 1);
+    return out;
+}
+
+// A change other than zero never has a percentage of zero.
+std::string Fraction(double value) {
+    constexpr size_t kPlaces = 6, kMore = 15;
+    const std::string out = Fixed(value, kPlaces);
+    return value == 0 || ReadDouble(out) != 0 ? out : Fixed(value, kMore);
+}
+
+SRowValue Value(EField field, std::string text) { return {static_cast<size_t>(field), std::move(text)}; }
+
+int TickOf(std::string_view before, std::string_view after) {
+    constexpr int kUp = 173, kDown = 175, kSame = 183;
+    const double change = before.empty() ? 0 : ReadDouble(after) - ReadDouble(before);
+    return change > 0 ? kUp : change < 0 ? kDown : kSame;
+}
+
+// The decimals of a price as it was meant: those of its text, at most 6, without the digits that a program's arithmetic
+// has added (10.299999999999999 has 1).
+size_t PlacesShown(std::string_view number) {
+    constexpr size_t kMost = 6, kMostDigits = 15;
+    const auto digits =
+        static_cast<size_t>(std::count_if(number.begin(), number.end(), [](char c) { return c >= '0' && c <= '9'; }));
+    if (digits < kMostDigits) return std::min(kMost, PlacesOf(number));
+    std::string rounded = fmt::format("{:.9f}", ReadDouble(number));
+    rounded.erase(rounded.find_last_not_of('0') + 1);
+    return std::min(kMost, PlacesOf(rounded));
+}
+
+// The figures of a quote that follow from others, for data that do not hold them. Only those whose parts the row
+// touches, and only as far as they can be worked out. before: the last price before the row, empty for none.
+std::vector<SRowValue> DerivedFigures(const CDataRecord& record, const CFieldMask& touched, std::string_view before) {
+    std::vector<SRowValue> out;
+    for (const SDifference& difference : kDifferences) {
+        const std::string_view from = record.Get(difference.from), minus = record.Get(difference.minus);
+        if ((!touched.Has(difference.from) && !touched.Has(difference.minus)) || from.empty() || minus.empty())
+            continue;
+        const std::string value =
+            Fixed(ReadDouble(from) - ReadDouble(minus), std::max(PlacesOf(from), PlacesOf(minus)));
+        out.push_back(Value(difference.figure, value));
+        if (difference.figure == EField::Change && ReadDouble(minus) != 0)
+            out.push_back(Value(EField::PercentChange, Fraction(ReadDouble(value) / ReadDouble(minus))));
+    }
+    if (touched.Has(EField::Last))
+        out.push_back(Value(EField::Tick, std::to_string(TickOf(before, record.Get(EField::Last)))));
+    return out;
+}
+
 } // namespace
+
+int64_t DayOf(std::string_view text) {
+    const auto parts = SplitCountingTail(text, '/');
+    if (parts.size() != 3) return 0;
+    const int64_t day = ReadInt32(parts[2]) * int64_t{10000} + ReadInt32(parts[0]) * 100 + ReadInt32(parts[1]);
+    return day <= INT32_MAX && IsPackedDate(static_cast<PackedDate>(day)) ? day : 0;
+}
 
 std::string_view CSlotTexts::Get(size_t slot) const {
     const auto found = std::lower_bound(m_texts.begin(), m_texts.end(), slot,
@@ -84,7 +164,7 @@ CDataRecord::CDataRecord(std::string symbol) : m_symbol(std::move(symbol)) {
 }
 
 bool CDataRecord::Put(size_t slot, std::string_view text) {
-    if (slot < kFieldCount) m_present.Set(static_cast<EField>(slot));
+    if (slot < kUpdateFieldCount) m_present.Set(static_cast<EField>(slot));
     return m_texts.Set(slot, text);
 }
 
@@ -98,7 +178,7 @@ SUpdate CDataRecord::Merge(const SRow& row, bool repeated) {
     const std::string before(Get(EField::Last)), dayBefore(Get(EField::LastDate));
     for (const SRowValue& value : row.values) {
         const bool changed = Put(value.slot, value.text);
-        if (value.slot >= kFieldCount) {
+        if (value.slot >= kUpdateFieldCount) {
             out.newFundamentals |= changed;
             continue;
         }
@@ -177,8 +257,8 @@ void CDataRecord::AppendRegion(CSendQueue& out, std::string_view symbol, size_t 
 
 std::string CDataRecord::FundamentalLine(std::string_view symbol) const {
     std::string out = fmt::format("F,{},", symbol);
-    for (size_t slot = 1; slot < kFundamentalSlots; ++slot) {
-        out += Get(kFieldCount + slot);
+    for (size_t slot = 1; slot < kFundamentalSlotCount; ++slot) {
+        out += Get(kUpdateFieldCount + slot);
         out += ',';
     }
     return out + "\r\n";

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "vxconnect/common/Security.h"
+#include "vxconnect/common/Feed.h"
 #include "vxconnect/data/RowReader.h"
 
 #include <cstddef>
@@ -11,6 +11,9 @@
 #include <vector>
 
 namespace vx::sim {
+
+/// "1/31/2024" as 20240131, 0 for any other text.
+int64_t DayOf(std::string_view text);
 
 /// Texts by slot, of which few are set.
 class CSlotTexts {
@@ -40,7 +43,7 @@ public:
     bool Differs(const SRow& row) const;
     /// Takes values over and tells what changed: the fields that have another value than before, with repeated those
     /// of the row that have not as well. Without repeated, what the row does not say is worked out: what the update is
-    /// about, from the fields; the figures that no row has given yet (DerivedFigures.h); Decimal Precision from the
+    /// about, from the fields; the figures that no row has given yet; Decimal Precision from the
     /// price with the most places so far; and Close from the last price of the previous trade date.
     SUpdate Merge(const SRow& row, bool repeated);
     /// Takes a regional line over; of more than 64 regions the later ones are dropped.

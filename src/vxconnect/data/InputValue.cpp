@@ -3,6 +3,7 @@
 #include "base/DateTime.h"
 #include "base/Number.h"
 #include "base/Text.h"
+#include "vxconnect/common/UpdateFields.h"
 #include "vxconnect/common/WireText.h"
 
 #include <fmt/format.h>

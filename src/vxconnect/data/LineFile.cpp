@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cstring>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -27,14 +26,19 @@ std::string_view CBlockFile::Read() {
 }
 
 std::string CLineFile::Open(const std::string& path) {
-    m_lines = {};
+    m_lines = CLineCutter();
     m_ended = false;
     return m_file.Open(path);
 }
 
-std::optional<SInputLine> CLineFile::Next() {
+std::optional<SStreamLine> CLineFile::Next() {
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     for (;;) {
-        if (auto line = m_lines.Next()) return line;
+        if (auto line = m_lines.Next()) {
+            if (line->number == 1 && line->text.starts_with(kByteOrderMark))
+                line->text.remove_prefix(kByteOrderMark.size());
+            return line;
+        }
         if (m_ended) return std::nullopt;
         const std::string_view bytes = m_file.Read();
         m_lines.Append(bytes);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "vxconnect/common/LineBuffer.h"
+#include "base/Text.h"
 
 #include <cstdio>
 #include <memory>
@@ -35,12 +35,12 @@ private:
 class CLineFile {
 public:
     std::string Open(const std::string& path);
-    /// The next line; nothing at the end.
-    std::optional<SInputLine> Next();
+    /// The next line; nothing at the end. A byte-order mark of UTF-8 is dropped.
+    std::optional<SStreamLine> Next();
 
 private:
     CBlockFile m_file;
-    CLineBuffer m_lines;
+    CLineCutter m_lines;
     bool m_ended = false;
 };
 

@@ -1,13 +1,14 @@
 #include "vxconnect/data/ReplaySource.h"
 
 #include "base/Text.h"
+#include "base/fields/FundamentalFields.h"
 #include "vxconnect/common/WireText.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <cmath>
 #include <unordered_set>
-
-#include <fmt/format.h>
 
 namespace vx::sim {
 
@@ -34,10 +35,10 @@ bool ReadDataLine(std::string_view line, SRow& row) {
     if (!IsSymbolText(row.symbol)) return false;
     const bool fundamental = line[0] == kFundamentals;
     const auto fields = SplitTerminated(line.substr(2), ',');
-    const size_t count = std::min(fields.size(), fundamental ? kFundamentalSlots : kFieldCount);
+    const size_t count = std::min(fields.size(), fundamental ? kFundamentalSlotCount : kUpdateFieldCount);
     for (size_t i = 1; i < count; ++i)
         if (const std::string_view text = TrimBlanks(fields[i]); !text.empty())
-            row.values.push_back({fundamental ? kFieldCount + i : i, std::string(text)});
+            row.values.push_back({fundamental ? kUpdateFieldCount + i : i, std::string(text)});
     return true;
 }
 

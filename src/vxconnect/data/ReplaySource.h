@@ -1,8 +1,8 @@
 #pragma once
 
-#include "vxconnect/common/TrafficLine.h"
 #include "vxconnect/data/DataSource.h"
 #include "vxconnect/data/LineFile.h"
+#include "vxconnect/data/Recording.h"
 
 #include <optional>
 #include <string>

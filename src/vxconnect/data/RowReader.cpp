@@ -5,10 +5,10 @@
 #include "vxconnect/data/InputValue.h"
 #include "vxconnect/data/JsonFields.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <optional>
-
-#include <fmt/format.h>
 
 namespace vx::sim {
 
@@ -44,7 +44,7 @@ bool CRowReader::Wrong(const std::string& what) {
 void CRowReader::Restart() {
     m_format = EFormat::Unknown;
     m_csv = CCsvReader();
-    m_lines = {};
+    m_lines = CLineCutter(kMaxLine);
     m_linesBefore = 0;
     m_columns.clear();
 }
@@ -80,7 +80,7 @@ CRowReader::EResult CRowReader::NextCsv(SRow& row) {
     m_line = m_csv.Line();
     if (IsBlankRecord()) return EResult::Blank;
     if (m_csv.IsTooLong())
-        Wrong(fmt::format("longer than {} bytes", CCsvReader::kMaxRecord));
+        Wrong(fmt::format("longer than {} bytes", kMaxLine));
     else if (m_csv.HasBadQuote())
         Wrong("a quote is not closed, or text follows a closing quote");
     else if (m_origin == EOrigin::Stream && m_csv.IsUnended())
@@ -104,7 +104,7 @@ CRowReader::EResult CRowReader::NextJson(SRow& row) {
     m_line = line->number;
     if (line->text.find_first_not_of(" \t") == std::string_view::npos) return EResult::Blank;
     if (line->tooLong) {
-        Wrong(fmt::format("longer than {} bytes", CLineBuffer::kMaxLine));
+        Wrong(fmt::format("longer than {} bytes", kMaxLine));
         return EResult::NoRow;
     }
     return ReadJson(line->text, row) ? Finish(row) : EResult::NoRow;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/CsvReader.h"
+#include "base/Text.h"
 #include "vxconnect/common/InputFields.h"
-#include "vxconnect/common/LineBuffer.h"
 #include "vxconnect/data/JsonFields.h"
 
 #include <cstddef>
@@ -66,6 +66,7 @@ public:
 
 private:
     enum class EFormat { Unknown, Csv, Json };
+    static constexpr size_t kMaxLine = CCsvReader::kMaxRecord;
 
     EResult NextCsv(SRow& row);
     EResult NextJson(SRow& row);
@@ -84,7 +85,7 @@ private:
     const Complain m_complain;
     EFormat m_format = EFormat::Unknown;
     CCsvReader m_csv;
-    CLineBuffer m_lines;
+    CLineCutter m_lines{kMaxLine};
     uint64_t m_linesBefore = 0;                // Blank ones before the first that is not.
     uint64_t m_line = 0;                       // Being read.
     std::vector<const SInputField*> m_columns; // Of the file, or of the object that is being read; null: ignored.

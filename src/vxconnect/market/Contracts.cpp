@@ -1,7 +1,7 @@
 #include "vxconnect/market/Contracts.h"
 
 #include "vxconnect/common/Random.h"
-#include "vxconnect/market/Sector.h"
+#include "vxconnect/market/Tickers.h"
 
 #include <fmt/format.h>
 
@@ -82,16 +82,6 @@ bool ForEachFuture(PackedDate start, const ListingVisitor& visit) {
         }
     }
     return true;
-}
-
-std::optional<SListing> FindFuture(std::string_view symbol, PackedDate start) {
-    std::optional<SListing> out;
-    if (symbol.size() == 5)
-        ForEachFuture(start, [&](const SListing& listing) {
-            if (listing.symbol == symbol) out = listing;
-            return !out;
-        });
-    return out;
 }
 
 namespace {

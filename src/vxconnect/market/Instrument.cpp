@@ -3,7 +3,7 @@
 #include "vxconnect/common/CodeTables.h"
 #include "vxconnect/common/SendQueue.h"
 #include "vxconnect/market/QuoteLine.h"
-#include "vxconnect/market/Sector.h"
+#include "vxconnect/market/Tickers.h"
 
 #include <algorithm>
 #include <cmath>

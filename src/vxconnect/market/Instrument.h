@@ -1,9 +1,9 @@
 #pragma once
 
+#include "vxconnect/common/CodeTables.h"
+#include "vxconnect/common/Feed.h"
 #include "vxconnect/common/Random.h"
-#include "vxconnect/common/Security.h"
 #include "vxconnect/common/SessionClock.h"
-#include "vxconnect/common/Terms.h"
 #include "vxconnect/common/UpdateFields.h"
 #include "vxconnect/market/RegionalQuotes.h"
 #include "vxconnect/market/Tickers.h"
@@ -67,7 +67,7 @@ public:
     void SkipTo(MarketMs now);
 
     const std::string& Symbol() const override { return m_symbol; }
-    /// The value of a field that Present() holds, else 0; the shape is the one of kFields.
+    /// The value of a field that Present() holds, else 0; the shape is the one of kUpdateFields.
     int64_t Value(EField field) const { return m_values[static_cast<size_t>(field)]; }
     const CFieldMask& Present() const override { return m_present; }
     uint32_t Contents() const override { return static_cast<uint32_t>(Value(EField::MessageContents)); }
@@ -116,7 +116,7 @@ private:
     int64_t OnGrid(double price) const;
     int64_t Seconds() const { return kSessionOpen + (m_now - m_sessionBegin) / 1000; }
 
-    std::array<int64_t, kFieldCount> m_values{};
+    std::array<int64_t, kUpdateFieldCount> m_values{};
     CFieldMask m_present;
     CFieldMask m_changed;
     CRandom m_random;

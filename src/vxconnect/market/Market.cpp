@@ -1,9 +1,5 @@
 #include "vxconnect/market/Market.h"
 
-#include "vxconnect/market/Currencies.h"
-#include "vxconnect/market/Funds.h"
-#include "vxconnect/market/Unlisted.h"
-
 #include <algorithm>
 
 namespace vx::sim {
@@ -73,9 +69,14 @@ std::optional<SListing> CMarket::FindBeside(std::string_view symbol) const {
         if (found == m_known.end() || !HasDelayedListing(KnownTickers()[found->second])) return std::nullopt;
         return Delayed(ListingOf(KnownTickers()[found->second]));
     }
-    if (auto fund = FindFund(symbol)) return fund;
-    if (auto pair = FindCurrency(symbol)) return pair;
-    if (auto future = FindFuture(symbol, m_startDate)) return future;
+    std::optional<SListing> out;
+    const auto take = [&](const SListing& listing) {
+        if (listing.symbol == symbol) out = listing;
+        return !out;
+    };
+    // "SIMGX", "ESH24", "EURUSD". The options are too many to look through.
+    const bool mayBe = symbol.size() == 5 || symbol.size() == 6;
+    if (mayBe && !(ForEachFundAndPair(take) && ForEachFuture(m_startDate, take))) return out;
     return FindOption(symbol, m_seed, m_startDate, Tickers());
 }
 
@@ -115,7 +116,7 @@ CInstrument& CMarket::At(Index index) {
 void CMarket::ForEach(const ListingVisitor& visit) const {
     for (Index i = 0; i < m_symbolCount; ++i)
         if (!visit(Listing(i))) return;
-    if (!ForEachFund(visit) || !ForEachCurrency(visit) || !ForEachFuture(m_startDate, visit)) return;
+    if (!ForEachFundAndPair(visit) || !ForEachFuture(m_startDate, visit)) return;
     for (const STicker& ticker : Tickers())
         if (HasDelayedListing(ticker) && !visit(Delayed(ListingOf(ticker)))) return;
     ForEachOption(m_seed, m_startDate, Tickers(), visit);

@@ -21,9 +21,9 @@ constexpr uint32_t kMaxUnlisted = 100'000;
 /// The whole simulated market: which symbols exist, and their instruments, made when first asked for.
 ///
 /// The symbols are the well-known tickers and, when more are asked for, the made-up companies "S00001", "S00002" ...
-/// Beside these stand the options and futures of Contracts.h, the funds of Funds.h, the pairs of Currencies.h and, for
+/// There are also the options and futures of Contracts.h, the funds and currency pairs of Listings.h and, for
 /// every well-known share, its delayed listing: the ticker and ".D". All these are listed. What has the form of a
-/// ticker and is not listed is made up when it is first asked for, as Unlisted.h tells; any other text, another case of
+/// ticker and is not listed is made up when it is first asked for, as Listings.h tells; any other text, another case of
 /// letters included, is unknown.
 ///
 /// Thread  any one

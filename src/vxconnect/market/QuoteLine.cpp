@@ -71,7 +71,7 @@ char* WriteHexPair(char* out, int64_t value) {
 
 char* WriteField(char* out, const CInstrument& instrument, EField field, uint32_t contents) {
     const int64_t value = instrument.Value(field);
-    switch (kFields[static_cast<size_t>(field)].shape) {
+    switch (FieldInfo(field).shape) {
     case EShape::Symbol:
         std::memcpy(out, instrument.Symbol().data(), instrument.Symbol().size());
         return out + instrument.Symbol().size();

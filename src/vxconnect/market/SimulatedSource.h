@@ -1,13 +1,58 @@
 #pragma once
 
+#include "vxconnect/common/Feed.h"
 #include "vxconnect/common/Options.h"
-#include "vxconnect/common/Source.h"
 #include "vxconnect/market/Market.h"
 #include "vxconnect/market/NewsDesk.h"
-#include "vxconnect/market/UpdatePump.h"
 #include "vxconnect/market/WatchBoard.h"
 
+#include <QElapsedTimer>
+#include <QObject>
+#include <QTimer>
+
+#include <cstdint>
+#include <functional>
+
 namespace vx::sim {
+
+/// Keeps the market going, in slices short enough that everything else gets its turn: either as fast as real time, or
+/// at a number of events a second, which makes the market's clock run faster or slower than real time.
+///
+/// A slice that takes longer than kSliceBudgetMs is cut off; what could not be made within kMaxLagMs is given up (with
+/// longer slices both are as much longer), so that a machine that is too slow makes fewer events instead of falling
+/// ever further behind.
+///
+/// Thread  the one of its event loop
+class CUpdatePump : public QObject {
+public:
+    static constexpr int kSliceMs = 10;
+    static constexpr int kIdleSliceMs = 100; ///< While nobody watches anything.
+    static constexpr int kSliceBudgetMs = 25;
+    static constexpr int kMaxLagMs = 250;
+
+    /// sliceDone is called after each slice; slices of more than kSliceMs make the updates come in bursts.
+    CUpdatePump(CWatchBoard& board, std::function<void()> sliceDone, int sliceMs = kSliceMs);
+
+    /// Events a second over all watched symbols; 0: as many as real time brings.
+    void SetRate(uint32_t rate);
+    /// Makes what is due by now.
+    void Run();
+
+private:
+    void RunAtRealTime(double seconds);
+    void RunAtRate(double seconds);
+
+    CWatchBoard& m_board;
+    std::function<void()> m_sliceDone;
+    const int m_sliceMs;
+    const int m_budgetMs;
+    const int m_maxLagMs;
+    QTimer m_timer;
+    QElapsedTimer m_elapsed;
+    uint32_t m_rate = 0;
+    double m_dueEvents = 0;
+    double m_dueMs = 0;
+};
 
 /// The simulated market with its clock, its pace and its news.
 class CSimulatedSource final : public CSource {

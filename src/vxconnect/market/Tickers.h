@@ -33,6 +33,17 @@ enum class ESector : uint8_t {
     Fund,
 };
 
+/// What all companies of one sector share.
+struct SSector {
+    ESector sector;
+    double dayDeviation; ///< Relative standard deviation of a day's move.
+    int sic;             ///< Standard industrial classification.
+    int naics;           ///< North American industry classification.
+    double beta;         ///< Around which a company's own beta lies.
+};
+
+const SSector& SectorOf(ESector sector);
+
 /// What the simulated market starts from for one symbol. Only ticker and name are those of the world: every figure is
 /// a round starting point of the simulation.
 struct STicker {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "vxconnect/common/Connection.h"
-#include "vxconnect/common/Source.h"
+#include "vxconnect/common/Feed.h"
 #include "vxconnect/server/SearchIndex.h"
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace vx::sim {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "vxconnect/common/Source.h"
+#include "vxconnect/common/Feed.h"
 
 #include <cstdint>
 #include <functional>

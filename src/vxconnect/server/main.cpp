@@ -3,10 +3,8 @@
 #include "base/Registry.h"
 #include "base/RegistryPaths.h"
 #include "vxconnect/common/Options.h"
-#include "vxconnect/data/DescriptorStream.h"
-#include "vxconnect/data/Feeder.h"
-#include "vxconnect/data/InputFileSource.h"
-#include "vxconnect/data/InputPipeSource.h"
+#include "vxconnect/data/ByteStreams.h"
+#include "vxconnect/data/InputSource.h"
 #include "vxconnect/data/ReplaySource.h"
 #include "vxconnect/server/Server.h"
 
@@ -14,15 +12,14 @@
 
 #include <csignal>
 #include <cstdio>
+#include <fcntl.h>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
-
-#include <fcntl.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -110,7 +107,7 @@ int main(int argc, char** argv) {
     if (options.input == kStandardInput && std::filesystem::is_regular_file("/dev/stdin", missing))
         options.input = "/dev/stdin"; // A file like any other: it is not followed, so its end means nothing.
     for (const std::string& name : options.passedOver) Say(name + " is no option of this program and is passed over");
-    if (options.help) return std::fputs(std::string(vx::sim::HelpText()).c_str(), stdout) < 0;
+    if (options.help) return std::fputs(vx::sim::HelpText().c_str(), stdout) < 0;
     if (options.version) return std::puts("vxconnect " ZW_RELEASE) < 0;
     if (!options.level1Port) options.level1Port = PortOfSettings(vx::kLevel1PortValue, kLevel1Port);
     if (!options.lookupPort) options.lookupPort = PortOfSettings(vx::kLookupPortValue, kLookupPort);

@@ -1,6 +1,7 @@
 #include "watchlist/exchange/ExportText.h"
 
 #include "base/AtomicFile.h"
+#include "base/CsvWriter.h"
 #include "base/SaveFile.h"
 #include "base/Windows1252.h"
 #include "watchlist/document/WatchlistDoc.h"
@@ -25,15 +26,16 @@ bool IsLinked(std::string_view column) {
 
 class CExport {
 public:
-    CExport(const CWatchlistDoc& doc, const SExportOptions& options) : m_doc(doc), m_cells(doc), m_options(options) {
+    CExport(const CWatchlistDoc& doc, const SExportOptions& options)
+        : m_doc(doc), m_cells(doc), m_options(options), m_out(options.commas ? ',' : '\t', "\n") {
         for (const int column : m_cells.Columns()) m_names.push_back(Text(doc.Columns().At(column).name));
         const auto symbol = std::find(m_names.begin(), m_names.end(), kSymbolColumn);
         m_symbol = static_cast<size_t>(symbol - m_names.begin());
     }
 
     void AppendHeaders() {
-        for (const std::string& name : m_names) AppendField(name);
-        EndLine();
+        for (const std::string& name : m_names) m_out.OneLine(name);
+        m_out.EndRecord();
     }
 
     void AppendRow(int row) {
@@ -47,32 +49,16 @@ public:
         for (size_t i = 0; i < m_fields.size(); ++i) {
             if (linked && !m_fields[i].empty() && IsLinked(m_names[i]))
                 m_fields[i] = fmt::format("=VxLink|'{}'!'{}'", symbol, m_names[i]);
-            AppendField(m_fields[i]);
+            m_out.OneLine(m_fields[i]);
         }
-        EndLine();
+        m_out.EndRecord();
     }
 
-    std::string Take() {
-        if (m_options.commas) std::replace(m_out.begin(), m_out.end(), '\t', ',');
-        return std::move(m_out);
-    }
+    std::string Take() { return m_out.Take(); }
 
 private:
     std::string Text(std::string_view text) const {
         return m_options.utf8 ? Utf8FromWindows1252(text) : std::string(text);
-    }
-    void AppendField(std::string_view text) {
-        if (m_inLine) m_out += '\t';
-        m_inLine = true;
-        const size_t begin = m_out.size();
-        m_out += text;
-        std::replace_if(
-            m_out.begin() + static_cast<std::ptrdiff_t>(begin), m_out.end(),
-            [](char c) { return c == '\t' || c == '\n' || c == '\r'; }, ' ');
-    }
-    void EndLine() {
-        m_out += '\n';
-        m_inLine = false;
     }
 
     const CWatchlistDoc& m_doc;
@@ -81,8 +67,7 @@ private:
     std::vector<std::string> m_names;
     std::vector<std::string> m_fields;
     size_t m_symbol; ///< Among the exported columns; their number when it is not one of them.
-    std::string m_out;
-    bool m_inLine = false;
+    CCsvWriter m_out;
 };
 
 constexpr uint32_t kNewFile = 0666;
