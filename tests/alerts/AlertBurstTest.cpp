@@ -17,7 +17,7 @@ namespace {
 
 using Fields = std::map<std::string, std::string>;
 
-class AlertBurst : public AlertsTest, private CChangeWaker {
+class CAlertsMapBurstTest : public CAlertsFixture, private CChangeWaker {
 protected:
     void Watch(std::string_view symbol) {
         store.Watch(symbol, queue);
@@ -55,7 +55,7 @@ private:
 
 } // namespace
 
-TEST_F(AlertBurst, EveryValueOfABurstIsJudgedInItsOrderAndOfItsMoment) {
+TEST_F(CAlertsMapBurstTest, EveryValueOfABurstIsJudgedInItsOrderAndOfItsMoment) {
     for (int i = 0; i < 100; ++i) Add("IBM", "Last", "=", 99 - i);
     Watch("IBM");
     for (int i = 0; i < 100; ++i)
@@ -70,7 +70,7 @@ TEST_F(AlertBurst, EveryValueOfABurstIsJudgedInItsOrderAndOfItsMoment) {
     EXPECT_EQ(alerts.ArmedCount("IBM"), 0);
 }
 
-TEST_F(AlertBurst, WithoutArmedAlertsABurstIsJudgedOnce) {
+TEST_F(CAlertsMapBurstTest, WithoutArmedAlertsABurstIsJudgedOnce) {
     Add("IBM", "News", "=", 1);
     Watch("IBM");
     const size_t before = Judged();
@@ -85,7 +85,7 @@ TEST_F(AlertBurst, WithoutArmedAlertsABurstIsJudgedOnce) {
     EXPECT_EQ(Judged() - before, 1u + 50u + 1u) << "and once it has fired, bursts are judged once again";
 }
 
-TEST_F(AlertBurst, AlertsThatComeAndGoAreFollowed) {
+TEST_F(CAlertsMapBurstTest, AlertsThatComeAndGoAreFollowed) {
     Watch("IBM");
     const auto fires = [&] {
         posted.clear();
@@ -109,7 +109,7 @@ TEST_F(AlertBurst, AlertsThatComeAndGoAreFollowed) {
     EXPECT_EQ(fires(), 2u);
 }
 
-TEST_F(AlertBurst, EveryKindOfNumberIsJudgedAsItsCellShowsIt) {
+TEST_F(CAlertsMapBurstTest, EveryKindOfNumberIsJudgedAsItsCellShowsIt) {
     Add("IBM", "Volume", "=", 4e9);
     Add("IBM", "Tick Vol", "=", -7);
     Add("IBM", "% Chg", "=", 1.25);
@@ -123,6 +123,11 @@ TEST_F(AlertBurst, EveryKindOfNumberIsJudgedAsItsCellShowsIt) {
     for (const size_t i : {0, 1, 2, 3})
         EXPECT_EQ(ReadAlertNotice(posted[i]).fieldName, AlertFieldName(alerts.Get("IBM")[i].fieldId))
             << "in their order";
+    Add("GE", "Last", "<", 1);
+    Watch("GE");
+    store.OnLevel1Message("F,GE,5,12.5,");
+    Beat();
+    EXPECT_EQ(alerts.ArmedCount("GE"), 1) << "no quote has come";
     std::string line = "F,IBM,";
     for (size_t slot = 1; slot < FundamentalSlot("Beta"); ++slot) line += ',';
     store.OnLevel1Message(line + "1.5,");
@@ -130,7 +135,7 @@ TEST_F(AlertBurst, EveryKindOfNumberIsJudgedAsItsCellShowsIt) {
     EXPECT_EQ(alerts.ArmedCount("IBM"), 0);
 }
 
-TEST_F(AlertBurst, ARegionalQuoteHasAlertsOfItsOwn) {
+TEST_F(CAlertsMapBurstTest, ARegionalQuoteHasAlertsOfItsOwn) {
     Add("IBM--X", "Bid", "=", 12);
     Watch("IBM--X");
     for (const char* bid : {"11", "12", "13"})
@@ -144,7 +149,7 @@ TEST_F(AlertBurst, ARegionalQuoteHasAlertsOfItsOwn) {
     EXPECT_EQ(notice.last, 12.5);
 }
 
-TEST_F(AlertBurst, JudgingAllocatesNothingWhileNothingFires) {
+TEST_F(CAlertsMapBurstTest, JudgingAllocatesNothingWhileNothingFires) {
     CLineGenerator generator(20, 7);
     std::vector<std::string> lines;
     for (int i = 0; i < 2000; ++i) lines.push_back(generator.Next());

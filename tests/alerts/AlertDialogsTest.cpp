@@ -1,19 +1,17 @@
-// The dialogs that set, list and reset alerts, driven by their widgets.
+// The dialogs that set, list and reset alerts, and their history, driven by their widgets.
 
 #include "AlertsUiFixture.h"
 
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertHistory.h"
+#include "alerts/ui/AlertHistoryDlg.h"
 #include "alerts/ui/AlertsDlg.h"
 #include "alerts/ui/NewAlertDlg.h"
 #include "alerts/ui/ResetAlert.h"
-#include "alerts/ui/SpinEdit.h"
 #include "data/catalogue/Catalogue.h"
 
-#include <QCheckBox>
 #include <QFileDialog>
-#include <QLabel>
 #include <QListView>
-#include <QPushButton>
+#include <QTableView>
 
 #include <fmt/format.h>
 
@@ -22,19 +20,7 @@ using namespace vx::test;
 
 namespace {
 
-using Texts = std::vector<std::string>;
-
-A_INFO Alert(const char* field, uint32_t condition, double value, bool noZero = false) {
-    A_INFO out;
-    out.enabled = 1;
-    out.noZero = noZero ? 1 : 0;
-    out.value = value;
-    out.fieldId = AlertFieldId(field).value();
-    out.condition = condition;
-    return out;
-}
-
-class ResetAlert : public CAlertsUiFixture {
+class CResetAlertTest : public CAlertsUiFixture {
 protected:
     static SAlertNotice Notice(double threshold, Texts others = {}) {
         SAlertNotice out;
@@ -44,53 +30,61 @@ protected:
         out.otherThresholds = std::move(others);
         return out;
     }
-    static std::string Shown(const QDialog& dialog, const char* box) {
-        return TextOf(Named<CSpinEdit>(dialog, box).text());
+    static std::string Shown(const QDialog& dialog) {
+        return TextOf(dialog, "percent") + " " + TextOf(dialog, "value");
     }
 };
 
-class NewAlertDlg : public CAlertsUiFixture {
+class CNewAlertDlgTest : public CAlertsUiFixture {
 protected:
-    std::unique_ptr<CNewAlertDlg> Dialog(const SAlertDraft& draft = {}) {
-        auto out = std::make_unique<CNewAlertDlg>(services, draft);
-        out->show();
-        return out;
+    void Show(const SAlertDraft& draft = {}) {
+        dialog = std::make_unique<CNewAlertDlg>(services, draft);
+        dialog->show();
+    }
+    static SAlertDraft LastIs(const char* value, uint32_t condition = 0) {
+        return {.symbol = "IBM", .fieldId = AlertFieldId("Last"), .condition = condition, .value = value};
     }
     /// What OK complains about; empty when it closes.
-    std::string Complaint(CNewAlertDlg& dialog) {
+    std::string Complaint() {
         boxes.shown.clear();
-        ClickStandard(dialog, QDialogButtonBox::Ok);
+        ClickStandard(*dialog);
         if (boxes.shown.empty()) return {};
         EXPECT_EQ(boxes.shown[0].caption, "");
         EXPECT_EQ(boxes.shown[0].icon, EBoxIcon::Exclamation);
-        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_TRUE(dialog->isVisible());
         return boxes.shown[0].text;
     }
+    std::unique_ptr<CNewAlertDlg> dialog;
 };
 
-class AlertsDlg : public CAlertsUiFixture {
+class CAlertsDlgTest : public CAlertsUiFixture {
 protected:
-    AlertsDlg() {
+    CAlertsDlgTest() {
         alerts.Add("MSFT", Alert("News", 0, 1));
         alerts.Add("IBM", Alert("Last", 1, 10, true));
         alerts.Add("IBM", Alert("Bid", 4, -2.5));
         alerts.Add("IBM", Alert("Last", 3, 5));
     }
+    static QListView& List(const CAlertsDlg& dialog) { return Named<QListView>(dialog, "alertList"); }
     static Texts Lines(const CAlertsDlg& dialog) {
-        Texts out;
-        const QAbstractItemModel& model = *Named<QListView>(dialog, "alertList").model();
-        for (int row = 0; row < model.rowCount(); ++row)
-            out.push_back(TextOf(model.index(row, 0).data().toString()) +
-                          (model.index(row, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked ? "" : " off"));
+        Texts out = Column(*List(dialog).model());
+        for (size_t row = 0; row < out.size(); ++row)
+            if (List(dialog).model()->index(int(row), 0).data(Qt::CheckStateRole).toInt() != Qt::Checked)
+                out[row] += " off";
         return out;
     }
     static void Select(const CAlertsDlg& dialog, int row) {
-        auto& list = Named<QListView>(dialog, "alertList");
+        auto& list = List(dialog);
         QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(row, 0)).center());
     }
-    static int Selected(const CAlertsDlg& dialog) { return Named<QListView>(dialog, "alertList").currentIndex().row(); }
+    static int Selected(const CAlertsDlg& dialog) { return List(dialog).currentIndex().row(); }
+    static CNewAlertDlg& Edit(const CAlertsDlg& dialog, int row) {
+        Select(dialog, row);
+        Click(dialog, "edit");
+        return *Open<CNewAlertDlg>();
+    }
     /// Runs the dialog as the program does, and does something in it.
-    bool Edit(const std::function<void(CAlertsDlg&)>& use, const char* symbol = "") {
+    bool Run(const std::function<void(CAlertsDlg&)>& use, const char* symbol = "") {
         QTimer::singleShot(0, [&] { use(*Open<CAlertsDlg>()); });
         return EditAlertsWithDialog(alerts, services, nullptr, symbol);
     }
@@ -103,137 +97,153 @@ const std::string kIbmBid = R"("IBM" when the "Bid" is less than or equal to -2.
 const std::string kIbmLow = R"("IBM" when the "Last" is less than 5.000000)";
 const std::string kMsftNews = R"("MSFT" when "News" is received)";
 
+class CAlertHistoryDlgTest : public CAlertsUiFixture {
+protected:
+    std::string Fire(const char* symbol, int64_t at, int64_t awaySince = 0, double value = 1) {
+        SAlertFiring firing;
+        firing.symbol = symbol;
+        firing.field = "Last";
+        firing.condition = "greater than";
+        firing.firedMs = at;
+        firing.awaySinceMs = awaySince;
+        firing.value = value;
+        return history.NoteFired(firing);
+    }
+    static Texts Shown(const QDialog& dialog, int column = 1) {
+        return Column(*Named<QTableView>(dialog, "table").model(), column);
+    }
+
+    CTempFolder folder;
+    CAlertHistory history{folder.Path()};
+};
+
 } // namespace
 
-TEST_F(ResetAlert, TheArrowsMoveBothNumbers) {
+TEST_F(CResetAlertTest, TheArrowsMoveBothNumbers) {
     struct SCase {
         double base;
         const char* box;
         int steps;
-        const char* percent;
-        const char* value;
+        const char* shown;
     };
-    for (const SCase& c : {SCase{200, "percent", 0, "0.0000", "200.000000"},
-                           {200, "percent", 1, "1.0000", "202.0000"},
-                           {200, "percent", -2, "-2.0000", "196.0000"},
-                           {200, "value", -1, "-0.500000", "199.000000"},
-                           {200, "value", 1, "0.500000", "201.000000"},
-                           {-50, "percent", 1, "1.0000", "-49.5000"},
-                           {-50, "value", 1, "-2.000000", "-49.000000"},
-                           {0, "value", 1, "0.000000", "1.000000"},
-                           {0, "percent", 5, "5.0000", "0.0000"},
-                           {10, "value", 2000, "10000.000000", "1010.000000"}}) {
-        CResetAlert dialog(Notice(c.base));
-        Named<CSpinEdit>(dialog, c.box).stepBy(c.steps);
-        EXPECT_EQ(Shown(dialog, "percent"), c.percent) << c.base << ' ' << c.box << ' ' << c.steps;
-        EXPECT_EQ(Shown(dialog, "value"), c.value) << c.base << ' ' << c.box << ' ' << c.steps;
+    for (const SCase& c : {SCase{200, "percent", 0, "0.0000 200.000000"},
+                           {200, "percent", 1, "1.0000 202.0000"},
+                           {200, "percent", -2, "-2.0000 196.0000"},
+                           {200, "value", -1, "-0.500000 199.000000"},
+                           {200, "value", 1, "0.500000 201.000000"},
+                           {-50, "percent", 1, "1.0000 -49.5000"},
+                           {-50, "value", 1, "-2.000000 -49.000000"},
+                           {0, "value", 1, "0.000000 1.000000"},
+                           {0, "percent", 5, "5.0000 0.0000"},
+                           {10, "value", 2000, "10000.000000 1010.000000"}}) {
+        const CResetAlert dialog(Notice(c.base));
+        Step(dialog, c.box, c.steps);
+        EXPECT_EQ(Shown(dialog), c.shown) << c.base << ' ' << c.box << ' ' << c.steps;
     }
 }
 
-TEST_F(ResetAlert, OnlyKeysOfNumbersTypeAndAThresholdOfAnotherAlertIsRefused) {
+TEST_F(CResetAlertTest, OnlyKeysOfNumbersTypeAndAThresholdOfAnotherAlertIsRefused) {
     CResetAlert dialog(Notice(200, {"250.000000", "202.000000"}));
     dialog.show();
-    EXPECT_EQ(TextOf(Named<QLabel>(dialog, "prompt").text()),
-              "To reset the alert on the \"Last\" for symbol \"IBM\", please change the value shown or the percent the "
-              "value should be increased or decreased.");
+    EXPECT_EQ(TextOf(dialog, "prompt"),
+              "To reset the alert on the \"Last\" for symbol \"IBM\", please change the value "
+              "shown or the percent the value should be increased or decreased.");
     auto& percent = Named<CSpinEdit>(dialog, "percent");
     percent.selectAll();
     QTest::keyClicks(&percent, QStringLiteral("x1e+-0 ,"));
-    EXPECT_EQ(Shown(dialog, "percent"), "10");
-    EXPECT_EQ(Shown(dialog, "value"), "220.0000");
+    EXPECT_EQ(Shown(dialog), "10 220.0000");
     QTest::keyClick(&percent, Qt::Key_Backspace);
-    EXPECT_EQ(Shown(dialog, "value"), "202.0000");
-    ClickStandard(dialog, QDialogButtonBox::Ok);
-    ASSERT_EQ(boxes.shown.size(), 1u);
-    EXPECT_EQ(boxes.shown[0].text, "For symbol\"IBM,\" an alert of \"202.00\" already exists for field \"Last.\"");
-    EXPECT_EQ(boxes.shown[0].caption, "");
+    EXPECT_EQ(Shown(dialog), "1 202.0000");
+    ClickStandard(dialog);
+    EXPECT_THAT(boxes.TakeTexts(),
+                ElementsAre("For symbol\"IBM,\" an alert of \"202.00\" already exists for field \"Last.\""));
     EXPECT_TRUE(dialog.isVisible());
     auto& value = Named<CSpinEdit>(dialog, "value");
     value.selectAll();
     QTest::keyClicks(&value, QStringLiteral("1.2.3"));
     EXPECT_FALSE(dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->isEnabled());
     QTest::keyClick(&value, Qt::Key_Up);
-    EXPECT_EQ(Shown(dialog, "value"), "2.200000");
-    ClickStandard(dialog, QDialogButtonBox::Ok);
+    EXPECT_EQ(TextOf(dialog, "value"), "2.200000");
+    ClickStandard(dialog);
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
     EXPECT_EQ(dialog.NewThreshold(), 2.2);
 }
 
-TEST_F(NewAlertDlg, OkNamesWhatIsMissingInOrder) {
-    const auto dialog = Dialog();
-    EXPECT_EQ(Complaint(*dialog), "Please select a Symbol.");
-    Choose(*dialog, "symbolList", "MSFT");
-    EXPECT_EQ(Complaint(*dialog), "Please select a Field Name.");
-    Choose(*dialog, "fieldList", "Bid");
-    EXPECT_EQ(Complaint(*dialog), "Please select an Operation.");
-    Choose(*dialog, "operationList", "less than");
+TEST_F(CNewAlertDlgTest, OkNamesWhatIsMissingInOrder) {
+    Show();
+    for (const auto& [complaint, list, choice] : {std::tuple{"Please select a Symbol.", "symbolList", "MSFT"},
+                                                  {"Please select a Field Name.", "fieldList", "Bid"},
+                                                  {"Please select an Operation.", "operationList", "less than"}}) {
+        EXPECT_EQ(Complaint(), complaint);
+        Choose(*dialog, list, choice);
+    }
     for (const char* bad : {"", "12a", "1,5", "nan", "inf", "1e999"}) {
         Named<QLineEdit>(*dialog, "valueBox").setText(QString::fromLatin1(bad));
-        EXPECT_EQ(Complaint(*dialog), "The Value entered was invalid.\n\nPlease enter a new Value.") << bad;
-        EXPECT_EQ(TextOf(Named<QLineEdit>(*dialog, "valueBox").text()), bad);
+        EXPECT_EQ(Complaint(), "The Value entered was invalid.\n\nPlease enter a new Value.") << bad;
+        EXPECT_EQ(TextOf(*dialog, "valueBox"), bad);
     }
     Type(*dialog, "valueBox", "12.5");
     Click(*dialog, "noZero");
-    EXPECT_EQ(Complaint(*dialog), "");
+    EXPECT_EQ(Complaint(), "");
     EXPECT_EQ(dialog->result(), QDialog::Accepted);
-    EXPECT_EQ(dialog->Symbol(), "MSFT");
-    EXPECT_EQ(dialog->FieldName(), "Bid");
+    EXPECT_EQ(dialog->Symbol() + dialog->FieldName(), "MSFTBid");
     EXPECT_EQ(dialog->Alert(), Alert("Bid", 3, 12.5, true));
 }
 
-TEST_F(NewAlertDlg, EveryColumnIsOfferedAndOneThatCannotFireSaysSo) {
-    const auto dialog = Dialog({.symbol = "IBM", .condition = 0, .value = "1"});
+TEST_F(CNewAlertDlgTest, EveryColumnIsOfferedAndOneThatCannotFireSaysSo) {
+    Show({.symbol = "IBM", .condition = 0, .value = "1"});
     const Texts fields = Entries(*dialog, "fieldList");
     ASSERT_EQ(fields.size(), kCatalogueSize - 1);
     for (size_t i = 0; i < fields.size(); ++i) EXPECT_EQ(fields[i], Catalogue()[i + 1].name);
-    Choose(*dialog, "fieldList", "Last");
-    EXPECT_EQ(TextOf(Named<QLabel>(*dialog, "valueNow").text()), "Now 190.25");
-    Choose(*dialog, "fieldList", "Listed Market Name");
-    EXPECT_EQ(TextOf(Named<QLabel>(*dialog, "valueNow").text()), "Alerts on this field never fire");
-    EXPECT_EQ(Complaint(*dialog), "");
+    for (const auto& [field, hint] : {std::pair{"Last", "Now 190.25"},
+                                      {"Latest Headline", "Fires with each news story"},
+                                      {"Listed Market Name", "Alerts on this field never fire"}}) {
+        Choose(*dialog, "fieldList", field);
+        EXPECT_EQ(TextOf(*dialog, "valueNow"), hint);
+    }
+    EXPECT_EQ(Complaint(), "");
     EXPECT_EQ(dialog->Alert(), Alert("Listed Market Name", 0, 1));
 }
 
-TEST_F(NewAlertDlg, TheLatestHeadlineKeepsItsOperationsAndIsAnAlertOnNews) {
-    const auto dialog = Dialog({.symbol = "IBM"});
-    EXPECT_EQ(Named<QComboBox>(*dialog, "soundList").currentIndex(), 0);
+TEST_F(CNewAlertDlgTest, TheLatestHeadlineKeepsItsOperationsAndIsAnAlertOnNews) {
+    Show({.symbol = "IBM"});
+    EXPECT_EQ(Chosen(*dialog, "soundList"), 0);
     Choose(*dialog, "fieldList", "Latest Headline");
     EXPECT_EQ(Entries(*dialog, "operationList").size(), 5u);
-    EXPECT_EQ(TextOf(Named<QLabel>(*dialog, "valueNow").text()), "Fires with each news story");
-    EXPECT_EQ(Complaint(*dialog), "Please select an Operation.");
+    EXPECT_EQ(Complaint(), "Please select an Operation.");
     Choose(*dialog, "operationList", "less than");
     Type(*dialog, "valueBox", "3");
-    EXPECT_EQ(Complaint(*dialog), "");
+    EXPECT_EQ(Complaint(), "");
     EXPECT_EQ(dialog->FieldName(), "Latest Headline");
     EXPECT_EQ(dialog->Alert(), Alert("News", 3, 3));
     EXPECT_TRUE(CAlertsMap::CanSave("IBM", dialog->Alert()));
 }
 
-TEST_F(NewAlertDlg, NewsLeavesOnlyTheSymbolAndTheSound) {
-    const auto dialog = Dialog({.symbol = "IBM", .fieldId = AlertFieldId("Last"), .condition = 2, .value = "12a"});
+TEST_F(CNewAlertDlgTest, NewsLeavesOnlyTheSymbolAndTheSound) {
+    Show(LastIs("12a", 2));
+    const auto looks = [&](const Texts& operations, bool enabled) {
+        EXPECT_EQ(Entries(*dialog, "operationList"), operations);
+        for (const char* name : {"valueBox", "noZero"}) EXPECT_EQ(IsEnabled(*dialog, name), enabled) << name;
+        EXPECT_EQ(Named<QLabel>(*dialog, "valueNow").isVisible(), enabled);
+    };
     const Texts operations = {"equal to", "greater than", "greater than or equal to", "less than",
                               "less than or equal to"};
-    EXPECT_EQ(Entries(*dialog, "operationList"), operations);
+    looks(operations, true);
     Choose(*dialog, "fieldList", "News");
-    EXPECT_EQ(Entries(*dialog, "operationList"), (Texts{"is received"}));
-    EXPECT_FALSE(Named<QLineEdit>(*dialog, "valueBox").isEnabled());
-    EXPECT_FALSE(Named<QCheckBox>(*dialog, "noZero").isEnabled());
-    EXPECT_FALSE(Named<QLabel>(*dialog, "valueNow").isVisible());
+    looks({"is received"}, false);
     Choose(*dialog, "fieldList", "Last");
-    EXPECT_EQ(Entries(*dialog, "operationList"), operations);
-    EXPECT_EQ(Named<QComboBox>(*dialog, "operationList").currentIndex(), 2);
-    EXPECT_TRUE(Named<QLineEdit>(*dialog, "valueBox").isEnabled());
-    EXPECT_TRUE(Named<QCheckBox>(*dialog, "noZero").isEnabled());
+    looks(operations, true);
+    EXPECT_EQ(Chosen(*dialog, "operationList"), 2);
     Choose(*dialog, "fieldList", "News");
-    EXPECT_EQ(Complaint(*dialog), "");
+    EXPECT_EQ(Complaint(), "");
     EXPECT_EQ(dialog->Alert(), Alert("News", 0, 1));
 }
 
-TEST_F(NewAlertDlg, TheSoundListIsFilledFromTheSettingsAndSaved) {
+TEST_F(CNewAlertDlgTest, TheSoundListIsFilledFromTheSettingsAndSaved) {
     store.texts = {{"SoundFile1", "/a.wav"}, {"SoundFile2", ""}, {"SoundFile3", "Config Error"}};
-    const auto dialog = Dialog({.symbol = "IBM", .fieldId = AlertFieldId("Last"), .condition = 0, .value = "1"});
-    EXPECT_EQ(Entries(*dialog, "soundList"), (Texts{"None", "Default", "/a.wav", "Config Error"}));
-    EXPECT_FALSE(Named<QPushButton>(*dialog, "play").isEnabled());
+    Show(LastIs("1"));
+    EXPECT_THAT(Entries(*dialog, "soundList"), ElementsAre("None", "Default", "/a.wav", "Config Error"));
+    EXPECT_FALSE(IsEnabled(*dialog, "play"));
 
     Click(*dialog, "browse");
     auto& files = Named<QFileDialog>(*dialog, "soundFileDialog");
@@ -244,72 +254,73 @@ TEST_F(NewAlertDlg, TheSoundListIsFilledFromTheSettingsAndSaved) {
     EXPECT_EQ(boxes.shown.size(), 1u) << "the alert's text has commas of its own";
     Q_EMIT files.fileSelected(QString::fromUtf8("/caf\xC3\xA9.wav"));
     files.close();
+    auto& list = Named<QComboBox>(*dialog, "soundList");
     Click(*dialog, "play");
-    Named<QComboBox>(*dialog, "soundList").setCurrentIndex(1);
+    list.setCurrentIndex(1);
     EXPECT_FALSE(sounds.IsPlaying()) << "another choice ends the sound";
     Click(*dialog, "play");
-    EXPECT_EQ(TextOf(Named<QPushButton>(*dialog, "play").text()), "S&top");
+    EXPECT_EQ(TextOf(*dialog, "play"), "S&top");
     sounds.End();
-    EXPECT_FALSE(sounds.IsPlaying()) << "a long one does not go on when it counts as ended";
-    EXPECT_EQ(TextOf(Named<QPushButton>(*dialog, "play").text()), "&Play");
-    EXPECT_EQ(sounds.played, (std::vector<SAlertSound>{{2, "/caf\xE9.wav", false}, {1, "", false}}));
+    EXPECT_FALSE(sounds.IsPlaying()) << "a long one does not continue when it counts as ended";
+    EXPECT_EQ(TextOf(*dialog, "play"), "&Play");
+    EXPECT_THAT(sounds.played, ElementsAre(SAlertSound{2, "/caf\xE9.wav", false}, SAlertSound{1, "", false}));
 
-    Named<QComboBox>(*dialog, "soundList").setCurrentIndex(4);
+    list.setCurrentIndex(4);
     Click(*dialog, "loopSound");
-    EXPECT_EQ(Complaint(*dialog), "");
+    EXPECT_EQ(Complaint(), "");
     A_INFO alert = Alert("Last", 0, 1);
     alert.soundType = 2;
     alert.soundFile = "/caf\xE9.wav";
     alert.loopSound = 1;
     EXPECT_EQ(dialog->Alert(), alert);
     EXPECT_EQ(store.texts["SoundFile3"], "/caf\xE9.wav") << "the third file of the list";
-    EXPECT_EQ(store.texts["SoundFile2"], "") << "what stands for an unreadable setting is not stored";
+    EXPECT_EQ(store.texts["SoundFile2"], "") << "the text for an unreadable setting is not stored";
     muted = true;
-    EXPECT_FALSE(Named<QPushButton>(*Dialog({.soundType = 1}), "play").isEnabled());
+    Show({.soundType = 1});
+    EXPECT_FALSE(IsEnabled(*dialog, "play"));
 }
 
-TEST_F(NewAlertDlg, WaveFilesAreTakenOffTheList) {
+TEST_F(CNewAlertDlgTest, WaveFilesAreTakenOffTheList) {
     store.texts = {
         {"SoundFile1", "/a.wav"}, {"SoundFile3", "/b.wav"}, {"SoundFile4", "/c.wav"}, {"SoundFile9", "Config Error"}};
-    const auto dialog = Dialog({.symbol = "IBM",
-                                .fieldId = AlertFieldId("Last"),
-                                .condition = 0,
-                                .value = "1",
-                                .soundType = 2,
-                                .soundFile = "/b.wav"});
+    SAlertDraft draft = LastIs("1");
+    draft.soundType = 2;
+    draft.soundFile = "/b.wav";
+    Show(draft);
     Click(*dialog, "removeSound");
-    EXPECT_EQ(Entries(*dialog, "soundList"), (Texts{"None", "Default", "/a.wav", "/c.wav", "Config Error"}));
-    EXPECT_EQ(Named<QComboBox>(*dialog, "soundList").currentIndex(), 1);
-    EXPECT_FALSE(Named<QPushButton>(*dialog, "removeSound").isEnabled());
+    EXPECT_THAT(Entries(*dialog, "soundList"), ElementsAre("None", "Default", "/a.wav", "/c.wav", "Config Error"));
+    EXPECT_EQ(Chosen(*dialog, "soundList"), 1);
+    EXPECT_FALSE(IsEnabled(*dialog, "removeSound"));
     EXPECT_EQ(store.texts["SoundFile3"], "/b.wav") << "nothing is committed before OK";
-    EXPECT_EQ(Complaint(*dialog), "");
+    EXPECT_EQ(Complaint(), "");
     EXPECT_EQ(dialog->Alert().soundType, 1u);
-    EXPECT_EQ(store.texts["SoundFile1"], "/a.wav");
-    EXPECT_EQ(store.texts["SoundFile2"], "/c.wav");
-    for (const char* gone : {"SoundFile3", "SoundFile4"}) EXPECT_EQ(store.texts[gone], "") << gone;
+    const char* const stored[] = {"/a.wav", "/c.wav", "", ""};
+    for (int i = 1; i <= 4; ++i) EXPECT_EQ(store.texts["SoundFile" + std::to_string(i)], stored[i - 1]) << i;
     EXPECT_EQ(store.texts["SoundFile9"], "Config Error") << "what cannot be read is left alone";
 }
 
-TEST_F(NewAlertDlg, StrangeSymbolsAreShownAsTextAndKept) {
+TEST_F(CNewAlertDlgTest, StrangeSymbolsAreShownAsTextAndKept) {
     const std::string huge(60'000, 'X');
     symbols = {"<b>%s\x01\n", huge};
-    const auto dialog = Dialog({.symbol = huge, .fieldId = AlertFieldId("Last"), .condition = 1, .value = "1"});
-    EXPECT_EQ(Entries(*dialog, "symbolList"), (Texts{"<b>%s??", std::string(197, 'X') + "..."}));
+    SAlertDraft draft = LastIs("1");
+    draft.symbol = huge;
+    Show(draft);
+    EXPECT_THAT(Entries(*dialog, "symbolList"), ElementsAre("<b>%s??", std::string(197, 'X') + "..."));
     EXPECT_LT(dialog->width(), 800);
-    EXPECT_EQ(Complaint(*dialog), "");
+    EXPECT_EQ(Complaint(), "");
     EXPECT_EQ(dialog->Symbol(), huge);
 }
 
-TEST_F(AlertsDlg, ListsEveryAlertAndArmsByItsCheckBox) {
-    EXPECT_TRUE(Edit([&](CAlertsDlg& dialog) {
-        EXPECT_EQ(Lines(dialog), (Texts{kIbmLastNoZero, kIbmBid, kIbmLow, kMsftNews}));
+TEST_F(CAlertsDlgTest, ListsEveryAlertAndArmsByItsCheckBox) {
+    EXPECT_TRUE(Run([&](CAlertsDlg& dialog) {
+        EXPECT_THAT(Lines(dialog), ElementsAre(kIbmLastNoZero, kIbmBid, kIbmLow, kMsftNews));
         EXPECT_EQ(Selected(dialog), 0);
         Select(dialog, 1);
-        for (const char* button : {"edit", "delete"}) EXPECT_TRUE(Named<QPushButton>(dialog, button).isEnabled());
-        QTest::keyClick(&Named<QListView>(dialog, "alertList"), Qt::Key_Space);
-        EXPECT_EQ(Lines(dialog), (Texts{kIbmLastNoZero, kIbmBid + " off", kIbmLow, kMsftNews}));
+        EXPECT_TRUE(IsEnabled(dialog, "edit") && IsEnabled(dialog, "delete"));
+        QTest::keyClick(&List(dialog), Qt::Key_Space);
+        EXPECT_THAT(Lines(dialog), ElementsAre(kIbmLastNoZero, kIbmBid + " off", kIbmLow, kMsftNews));
         EXPECT_EQ(alerts.Get("IBM")[1].enabled, 1u) << "nothing is committed before OK";
-        ClickStandard(dialog, QDialogButtonBox::Ok);
+        ClickStandard(dialog);
     }));
     EXPECT_EQ(alerts.Get("IBM")[1].enabled, 0u);
     EXPECT_TRUE(alerts.IsEmpty(EAlertMap::WorkingCopy));
@@ -319,84 +330,84 @@ TEST_F(AlertsDlg, ListsEveryAlertAndArmsByItsCheckBox) {
     CAlertsDlg empty(alerts, services);
     empty.show();
     EXPECT_TRUE(Named<QLabel>(empty, "noAlerts").isVisible());
-    EXPECT_FALSE(Named<QPushButton>(empty, "new").isEnabled());
+    EXPECT_FALSE(IsEnabled(empty, "new"));
 }
 
-TEST_F(AlertsDlg, WhatCannotFireSaysSoBesideItsCheckMark) {
+TEST_F(CAlertsDlgTest, WhatCannotFireSaysSoBesideItsCheckMark) {
     alerts.Add("IBM", Alert("Listed Market Name", 0, 1));
     alerts.Add("GONE", Alert("Last", 1, 1));
     Texts states;
-    EXPECT_FALSE(Edit([&](CAlertsDlg& dialog) {
-        const QAbstractItemModel& model = *Named<QListView>(dialog, "alertList").model();
-        for (int row = 0; row < model.rowCount(); ++row) {
-            const QModelIndex line = model.index(row, 0);
-            states.push_back(
-                TextOf(line.data(Qt::AccessibleTextRole).toString()).substr(TextOf(line.data().toString()).size()));
+    EXPECT_FALSE(Run([&](CAlertsDlg& dialog) {
+        for (const std::string& text : Column(*List(dialog).model())) {
+            const QModelIndex line = List(dialog).model()->index(static_cast<int>(states.size()), 0);
+            states.push_back(line.data(Qt::AccessibleTextRole).toString().toStdString().substr(text.size()));
             EXPECT_EQ(line.data(Qt::CheckStateRole).toInt(), Qt::Checked) << "the mark stays the flag";
             EXPECT_EQ(line.data(Qt::ToolTipRole).toString().contains(QStringLiteral("cannot fire")),
                       !states.back().empty());
         }
         dialog.reject();
     }));
-    EXPECT_EQ(states, (Texts{", cannot fire: not in the list", "", "", "", ", cannot fire: no numbers", ""}));
+    EXPECT_THAT(states, ElementsAre(", cannot fire: not in the list", "", "", "", ", cannot fire: no numbers", ""));
 }
 
-TEST_F(AlertsDlg, EditingAFiredAlertOffersToArmIt) {
+TEST_F(CAlertsDlgTest, EditingAFiredAlertOffersToArmIt) {
     alerts.EvaluateFieldAlert("IBM", 2, 1, 1, 1, 1);
     for (const bool arm : {false, true}) {
-        EXPECT_TRUE(Edit([&](CAlertsDlg& dialog) {
-            Select(dialog, 0);
-            Click(dialog, "edit");
-            EXPECT_FALSE(Named<QCheckBox>(*Open<CNewAlertDlg>(), "arm").isVisible()) << "it is armed";
-            Open<CNewAlertDlg>()->reject();
-            Select(dialog, 2);
-            Click(dialog, "edit");
-            auto* edit = Open<CNewAlertDlg>();
-            EXPECT_TRUE(Named<QCheckBox>(*edit, "arm").isVisible());
-            EXPECT_TRUE(Named<QCheckBox>(*edit, "arm").isChecked());
-            if (!arm) Click(*edit, "arm");
-            ClickStandard(*edit, QDialogButtonBox::Ok);
-            ClickStandard(dialog, QDialogButtonBox::Ok);
+        EXPECT_TRUE(Run([&](CAlertsDlg& dialog) {
+            CNewAlertDlg& armed = Edit(dialog, 0);
+            EXPECT_FALSE(Named<QCheckBox>(armed, "arm").isVisible());
+            armed.reject();
+            CNewAlertDlg& edit = Edit(dialog, 2);
+            const auto& box = Named<QCheckBox>(edit, "arm");
+            EXPECT_TRUE(box.isVisible() && box.isChecked());
+            if (!arm) Click(edit, "arm");
+            ClickStandard(edit);
+            ClickStandard(dialog);
         }));
         EXPECT_EQ(alerts.Get("IBM")[2].enabled, arm ? 1u : 0u);
     }
 }
 
-TEST_F(AlertsDlg, AnEditedAlertMovesBehindTheOthersAndEqualOnesMerge) {
-    EXPECT_TRUE(Edit([&](CAlertsDlg& dialog) {
-        Select(dialog, 0);
-        Click(dialog, "edit");
-        auto* edit = Open<CNewAlertDlg>();
-        EXPECT_TRUE(Named<QCheckBox>(*edit, "noZero").isChecked());
-        Click(*edit, "noZero");
-        ClickStandard(*edit, QDialogButtonBox::Ok);
-        EXPECT_EQ(Lines(dialog), (Texts{kIbmBid, kIbmLow, kIbmLast, kMsftNews}));
+TEST_F(CAlertsDlgTest, AnEditedAlertMovesBehindTheOthersAndEqualOnesMerge) {
+    EXPECT_TRUE(Run([&](CAlertsDlg& dialog) {
+        CNewAlertDlg& edit = Edit(dialog, 0);
+        EXPECT_TRUE(Named<QCheckBox>(edit, "noZero").isChecked());
+        Click(edit, "noZero");
+        ClickStandard(edit);
+        EXPECT_THAT(Lines(dialog), ElementsAre(kIbmBid, kIbmLow, kIbmLast, kMsftNews));
         EXPECT_EQ(Selected(dialog), 2);
 
-        QTest::keyClick(&Named<QListView>(dialog, "alertList"), Qt::Key_Space);
+        QTest::keyClick(&List(dialog), Qt::Key_Space);
         Click(dialog, "new");
         auto* added = Open<CNewAlertDlg>();
         Choose(*added, "symbolList", "IBM");
         Choose(*added, "fieldList", "Last");
         Choose(*added, "operationList", "greater than");
         Type(*added, "valueBox", "10");
-        ClickStandard(*added, QDialogButtonBox::Ok);
-        EXPECT_EQ(Lines(dialog), (Texts{kIbmBid, kIbmLow, kIbmLast, kMsftNews})) << "the equal one was armed again";
-        ClickStandard(dialog, QDialogButtonBox::Ok);
+        ClickStandard(*added);
+        EXPECT_THAT(Lines(dialog), ElementsAre(kIbmBid, kIbmLow, kIbmLast, kMsftNews))
+            << "the equal one is armed again";
+        ClickStandard(dialog);
     }));
     EXPECT_EQ(alerts.Save(), "IBM:Bid,<=,-2.500000,TRUE,FALSE,0,FALSE,;IBM:Last,<,5.000000,TRUE,FALSE,0,FALSE,;"
                              "IBM:Last,>,10.000000,TRUE,FALSE,0,FALSE,;MSFT:News,=,1.000000,TRUE,FALSE,0,FALSE,;");
 }
 
-TEST_F(AlertsDlg, CancelDiscardsAndTheRowsSymbolIsSelected) {
+TEST_F(CAlertsDlgTest, CancelDiscardsAndTheRowsSymbolIsSelected) {
+    for (int i = 0; i < 10'000; ++i) alerts.Add(fmt::format("A{:04}", i), Alert("Last", 1, 1));
     const std::string before = alerts.Save();
-    EXPECT_FALSE(Edit(
+    EXPECT_FALSE(Run(
         [&](CAlertsDlg& dialog) {
-            EXPECT_EQ(Selected(dialog), 3);
+            const auto& list = List(dialog);
+            const auto text = [&] { return list.currentIndex().data().toString().toStdString(); };
+            EXPECT_EQ(Selected(dialog), 10'003) << "of many the last one";
+            EXPECT_EQ(text(), kMsftNews);
+            EXPECT_TRUE(list.viewport()->rect().contains(list.visualRect(list.currentIndex())));
             Click(dialog, "delete");
-            EXPECT_EQ(Lines(dialog), (Texts{kIbmLastNoZero, kIbmBid, kIbmLow}));
-            QTest::keyClick(&Named<QListView>(dialog, "alertList"), Qt::Key_Delete);
-            EXPECT_EQ(Lines(dialog), (Texts{kIbmLastNoZero, kIbmBid}));
+            EXPECT_EQ(text(), kIbmLow);
+            QTest::keyClick(&List(dialog), Qt::Key_Delete);
+            EXPECT_EQ(text(), kIbmBid);
+            EXPECT_EQ(list.model()->rowCount(), 10'002);
             ClickStandard(dialog, QDialogButtonBox::Cancel);
         },
         "MSFT"));
@@ -404,33 +415,75 @@ TEST_F(AlertsDlg, CancelDiscardsAndTheRowsSymbolIsSelected) {
     EXPECT_TRUE(alerts.IsEmpty(EAlertMap::WorkingCopy));
 }
 
-TEST_F(AlertsDlg, ASymbolThatIsFullTakesNoMoreAndNothingIsLost) {
+TEST_F(CAlertsDlgTest, ASymbolThatIsFullTakesNoMoreAndNothingIsLost) {
     for (int i = 0; i < static_cast<int>(CAlertsMap::kMostPerSymbol); ++i) alerts.Add("FULL", Alert("Last", 1, i));
     symbols.emplace_back("FULL");
     const std::string before = alerts.Save();
-    EXPECT_TRUE(Edit([&](CAlertsDlg& dialog) {
-        QTest::keyClick(&Named<QListView>(dialog, "alertList"), Qt::Key_End);
+    EXPECT_TRUE(Run([&](CAlertsDlg& dialog) {
+        QTest::keyClick(&List(dialog), Qt::Key_End);
         Click(dialog, "edit");
         Choose(*Open<CNewAlertDlg>(), "symbolList", "FULL");
-        ClickStandard(*Open<CNewAlertDlg>(), QDialogButtonBox::Ok);
+        ClickStandard(*Open<CNewAlertDlg>());
         EXPECT_EQ(boxes.shown.size(), 1u);
-        ClickStandard(dialog, QDialogButtonBox::Ok);
+        ClickStandard(dialog);
     }));
     EXPECT_EQ(alerts.Save(), before);
 }
 
-TEST_F(AlertsDlg, ManyAlertsOpenAtTheLastOne) {
-    for (int i = 0; i < 10'000; ++i) alerts.Add(fmt::format("S{:04}", i), Alert("Last", 1, 1));
-    EXPECT_FALSE(Edit(
-        [&](CAlertsDlg& dialog) {
-            auto& list = Named<QListView>(dialog, "alertList");
-            EXPECT_EQ(Selected(dialog), 4 + 9'999);
-            EXPECT_TRUE(list.viewport()->rect().contains(list.visualRect(list.currentIndex())));
-            EXPECT_EQ(TextOf(list.currentIndex().data().toString()),
-                      R"("S9999" when the "Last" is greater than 1.000000)");
-            Click(dialog, "delete");
-            EXPECT_EQ(Selected(dialog), 4 + 9'998);
-            dialog.reject();
-        },
-        "S9999"));
+TEST_F(CAlertHistoryDlgTest, FirstComesWhatFiredInTheLastAbsence) {
+    CAlertHistoryDlg dialog(history);
+    dialog.show();
+    const auto& nothing = Named<QLabel>(dialog, "nothing");
+    EXPECT_EQ(TextOf(dialog, "nothing"), "No alert has fired yet.");
+    EXPECT_FALSE(IsEnabled(dialog, "export"));
+    Fire("SEEN", 1'000);
+    dialog.RefreshSoon();
+    ASSERT_TRUE(WaitUntil([&] { return Shown(dialog) == Texts{"SEEN"}; })) << "without an absence, everything";
+    EXPECT_FALSE(nothing.isVisible());
+    Choose(dialog, "view", "While you were away");
+    EXPECT_EQ(TextOf(dialog, "nothing"), "No alert fired while you were away.");
+
+    Fire("EARLIER", 3'000, 2'000);
+    Fire("MISSED", 6'000, 5'000);
+    Fire("MISSED2", 7'000, 5'000);
+    Fire("BACK", 9'000);
+    dialog.ShowMissed();
+    EXPECT_THAT(Shown(dialog), ElementsAre("MISSED2", "MISSED"));
+    EXPECT_EQ(TextOf(dialog, "summary"), "2 of 5 alerts; you were away from " + LocalTimeText(5'000) + " on");
+    Choose(dialog, "view", "All alerts that fired");
+    EXPECT_THAT(Shown(dialog), ElementsAre("BACK", "MISSED2", "MISSED", "EARLIER", "SEEN"));
+    EXPECT_EQ(TextOf(dialog, "summary"), "5 of 5 alerts");
+}
+
+TEST_F(CAlertHistoryDlgTest, FiltersSortsAndExportsWhatIsShown) {
+    const std::string ibm = Fire("IBM", 1'000, 0, 9);
+    Fire("MSFT", 2'000, 0, 10);
+    Fire("IBM", 3'000, 0, 100);
+    history.NoteEnded(ibm, EFiringEnd::Reset, 4'000, 12.5);
+    CAlertHistoryDlg dialog(history);
+    dialog.show();
+    Named<QTableView>(dialog, "table").sortByColumn(5, Qt::AscendingOrder);
+    EXPECT_THAT(Shown(dialog, 5), ElementsAre("9", "10", "100")) << "numbers, not texts";
+    Choose(dialog, "symbol", "IBM");
+    EXPECT_THAT(Shown(dialog, 5), ElementsAre("9", "100"));
+    Click(dialog, "onlyOpen");
+    EXPECT_THAT(Shown(dialog, 5), ElementsAre("100"));
+    Click(dialog, "onlyOpen");
+    Type(dialog, "text", "reset to");
+    EXPECT_THAT(Shown(dialog, 9), ElementsAre("Reset to 12.5"));
+
+    dialog.ExportTo(QString::fromStdString(folder / "out.csv"));
+    EXPECT_EQ(ReadFile(folder / "out.csv"),
+              "Fired,Symbol,Field,Condition,Threshold,Value,Bid,Ask,Last,While Away,Outcome,Closed\r\n" +
+                  LocalTimeText(1'000) + ",\"IBM\",\"Last\",\"greater than\",0,9,0,0,0,no,\"Reset to 12.5\"," +
+                  LocalTimeText(4'000) + "\r\n");
+    dialog.ExportTo(QString::fromStdString(folder / "no/such/folder.csv"));
+    EXPECT_THAT(boxes.TakeTexts(),
+                ElementsAre(StartsWith("The alert history could not be written to\n" + folder.Path())));
+
+    Named<QLineEdit>(dialog, "text").clear();
+    Fire("MSFT", 5'000);
+    dialog.RefreshSoon();
+    EXPECT_TRUE(WaitUntil([&] { return TextOf(dialog, "summary") == "2 of 4 alerts"; }));
+    EXPECT_THAT(Shown(dialog), ElementsAre("IBM", "IBM")) << "what comes leaves the filter as it is";
 }

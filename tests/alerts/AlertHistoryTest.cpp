@@ -5,7 +5,7 @@
 #include "support/TempFolder.h"
 
 #include <fmt/format.h>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <csignal>
 #include <filesystem>
@@ -17,27 +17,29 @@ using namespace vx::test;
 namespace {
 
 SAlertFiring Firing(const char* symbol, int64_t firedMs, int64_t awaySinceMs = 0) {
-    SAlertFiring out;
-    out.firedMs = firedMs;
-    out.awaySinceMs = awaySinceMs;
-    out.symbol = symbol;
-    out.field = "Last";
-    out.condition = "greater than";
-    out.value = 190.1;
-    out.threshold = 1e-7;
-    out.bid = -0.5;
-    out.ask = 1e308;
-    out.last = 190.1;
-    return out;
+    return FiringOf({.condition = "greater than",
+                     .symbol = symbol,
+                     .value = 190.1,
+                     .last = 190.1,
+                     .bid = -0.5,
+                     .ask = 1e308,
+                     .threshold = 1e-7,
+                     .fieldName = "Last",
+                     .soundFile = {},
+                     .otherThresholds = {},
+                     .headline = {}},
+                    firedMs, awaySinceMs);
 }
 
-std::vector<std::string> Symbols(const std::vector<SAlertFiring>& firings) {
-    std::vector<std::string> out;
+using Texts = std::vector<std::string>;
+
+Texts Symbols(const std::vector<SAlertFiring>& firings) {
+    Texts out;
     for (const SAlertFiring& firing : firings) out.push_back(firing.symbol);
     return out;
 }
 
-class AlertHistory : public testing::Test {
+class CAlertHistoryTest : public testing::Test {
 protected:
     CTempFolder folder;
     CAlertHistory history{folder / "state"};
@@ -45,7 +47,7 @@ protected:
 
 } // namespace
 
-TEST_F(AlertHistory, KeepsEveryFiringAndWhatBecameOfIt) {
+TEST_F(CAlertHistoryTest, KeepsEveryFiringAndWhatBecameOfIt) {
     const std::string strange = "<b>\"%s\\\x01\n end\xE9";
     const std::string first = history.NoteFired(Firing("IBM", 1000));
     const std::string second = history.NoteFired(Firing(strange.c_str(), 2000, 1500));
@@ -67,19 +69,18 @@ TEST_F(AlertHistory, KeepsEveryFiringAndWhatBecameOfIt) {
     EXPECT_FALSE(FiredWhileAway(read[2], 1500));
 }
 
-TEST_F(AlertHistory, TellsHowANoticeWasMetAndWhichAlertAResetChanged) {
-    std::vector<std::string> ids;
+TEST_F(CAlertHistoryTest, TellsHowANoticeWasMetAndWhichAlertAResetChanged) {
+    Texts ids;
     for (int i = 0; i < 6; ++i) ids.push_back(history.NoteFired(Firing("IBM", 1000 + i)));
     for (int i = 1; i < 5; ++i) history.NoteSeen(ids[i], 2000);
     history.NoteEnded(ids[2], EFiringEnd::Dismissed, 10'999);
     history.NoteEnded(ids[3], EFiringEnd::Armed, 5000);
     history.NoteEnded(ids[4], EFiringEnd::ResetOther, 2000 + 3'725'000, 12.5, "Last less than \"5\"");
     history.NoteEnded(ids[5], EFiringEnd::Together, 5000);
-    std::vector<std::string> ends;
+    Texts ends;
     for (const SAlertFiring& firing : history.Read()) ends.push_back(EndText(firing));
-    EXPECT_EQ(ends, (std::vector<std::string>{"Never seen", "Seen", "Dismissed after 8 s", "Armed again",
-                                              "Dismissed after 1 h 2 min; reset Last less than \"5\" to 12.5",
-                                              "Dismissed together"}));
+    EXPECT_EQ(ends, (Texts{"Never seen", "Seen", "Dismissed after 8 s", "Armed again",
+                           "Dismissed after 1 h 2 min; reset Last less than \"5\" to 12.5", "Dismissed together"}));
 
     history.NoteEnded(ids[5], EFiringEnd::Reset, 6000, 7);
     history.NoteEnded(ids[5], EFiringEnd::Dismissed, 7000);
@@ -94,19 +95,19 @@ TEST_F(AlertHistory, TellsHowANoticeWasMetAndWhichAlertAResetChanged) {
 }
 
 // Wherever a kill cuts the last line, the lines before it and those that follow are whole.
-TEST_F(AlertHistory, ALineCutOffAnywhereIsPassedOver) {
+TEST_F(CAlertHistoryTest, ALineCutOffAnywhereIsPassedOver) {
     history.NoteFired(Firing("IBM", 1000));
     const std::string whole = ReadFile(history.FilePath());
     for (size_t cut = 0; cut < whole.size(); ++cut) {
         WriteFile(history.FilePath(), whole + whole.substr(0, cut));
         history.NoteFired(Firing("MSFT", 2000));
-        EXPECT_EQ(Symbols(history.Read()), cut + 1 == whole.size() ? (std::vector<std::string>{"IBM", "IBM", "MSFT"})
-                                                                   : (std::vector<std::string>{"IBM", "MSFT"}))
+        EXPECT_EQ(Symbols(history.Read()),
+                  cut + 1 == whole.size() ? (Texts{"IBM", "IBM", "MSFT"}) : (Texts{"IBM", "MSFT"}))
             << cut;
     }
 }
 
-TEST_F(AlertHistory, NoContentOfItsFileDoesHarm) {
+TEST_F(CAlertHistoryTest, NoContentOfItsFileDoesHarm) {
     WriteFile(folder / "state", ""); // A file where the folder should be.
     EXPECT_FALSE(history.NoteFired(Firing("IBM", 1)).empty());
     EXPECT_TRUE(history.Read().empty());
@@ -121,23 +122,23 @@ TEST_F(AlertHistory, NoContentOfItsFileDoesHarm) {
     EXPECT_EQ(out.size(), 1u);
 }
 
-TEST_F(AlertHistory, TheFilesStayBounded) {
+TEST_F(CAlertHistoryTest, TheFilesStayBounded) {
     history.NoteFired(Firing("OLDEST", 1));
-    std::vector<std::string> ids;
+    Texts ids;
     for (int round = 0; round < 3; ++round) {
         std::filesystem::resize_file(history.FilePath(), CAlertHistory::kMostFileBytes);
         ids.push_back(history.NoteFired(Firing(fmt::format("ROUND{}", round).c_str(), 1)));
     }
     history.NoteEnded(ids[1], EFiringEnd::Dismissed, 7);
     const std::vector<SAlertFiring> read = history.Read();
-    EXPECT_EQ(Symbols(read), (std::vector<std::string>{"ROUND1", "ROUND2"}));
+    EXPECT_EQ(Symbols(read), (Texts{"ROUND1", "ROUND2"}));
     EXPECT_EQ(read[0].end, EFiringEnd::Dismissed) << "it ended in the newer file";
     EXPECT_EQ(read[1].end, EFiringEnd::Open);
     EXPECT_LT(std::filesystem::file_size(history.FilePath()), 1000u);
     EXPECT_LE(std::filesystem::file_size(history.OlderFilePath()), CAlertHistory::kMostFileBytes + 1000);
 }
 
-TEST_F(AlertHistory, ProgramsThatWriteAtOnceAndAreKilledLeaveWholeLines) {
+TEST_F(CAlertHistoryTest, ProgramsThatWriteAtOnceAndAreKilledLeaveWholeLines) {
     constexpr int kPrograms = 4;
     constexpr int kEach = 200;
     const auto program = [&](int64_t number, int count) {
@@ -162,7 +163,7 @@ TEST_F(AlertHistory, ProgramsThatWriteAtOnceAndAreKilledLeaveWholeLines) {
     EXPECT_EQ(whole, kPrograms * kEach);
 }
 
-TEST_F(AlertHistory, ADiskThatFailsOrStopsAtAnyCallTakesNothingOfWhatWasThere) {
+TEST_F(CAlertHistoryTest, ADiskThatFailsOrStopsAtAnyCallTakesNothingOfWhatWasThere) {
     for (const size_t size : {size_t{0}, size_t{CAlertHistory::kMostFileBytes}}) { // The second begins another file.
         SCOPED_TRACE(size);
         TryEveryFault(
@@ -177,17 +178,17 @@ TEST_F(AlertHistory, ADiskThatFailsOrStopsAtAnyCallTakesNothingOfWhatWasThere) {
             [](CSimulatedDisk&, const SDiskOutcome& outcome) {
                 CAlertHistory after("/state");
                 after.NoteFired(Firing("GE", 4000));
-                std::vector<std::string> symbols = Symbols(after.Read());
+                Texts symbols = Symbols(after.Read());
                 if (symbols.size() == 4) {
                     EXPECT_EQ(symbols[2], "T");
                     symbols.erase(symbols.begin() + 2);
                 }
-                EXPECT_EQ(symbols, (std::vector<std::string>{"IBM", "MSFT", "GE"})) << outcome.powerLost;
+                EXPECT_EQ(symbols, (Texts{"IBM", "MSFT", "GE"})) << outcome.powerLost;
             });
     }
 }
 
-TEST_F(AlertHistory, ATableForSpreadsheetsComputesNothing) {
+TEST_F(CAlertHistoryTest, ATableForSpreadsheetsComputesNothing) {
     SAlertFiring firing = Firing("=cmd|'x'!A1", 0, 1);
     firing.field = "La\"st";
     SAlertFiring news = Firing("IBM", 0);

@@ -4,7 +4,7 @@
 #include "alerts/rules/AlertField.h"
 #include "alerts/rules/AlertsMap.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <map>
 #include <string>
@@ -14,34 +14,23 @@
 
 namespace vx::test {
 
+using namespace testing; // Its matchers.
+
 /// An alert map that remembers what it posted and what it announced.
-class AlertsTest : public testing::Test, protected CAlertNotices, protected CAlertsObserver {
+class CAlertsFixture : public testing::Test, protected CAlertNotices, protected CAlertsObserver {
 protected:
-    AlertsTest() {
+    CAlertsFixture() {
         alerts.SetNotices(this);
         alerts.SetObserver(this);
     }
 
     static A_INFO Alert(std::string_view field, std::string_view condition, double value, bool noZero = false) {
-        A_INFO alert;
-        alert.enabled = 1;
-        alert.noZero = noZero ? 1 : 0;
-        alert.value = value;
-        alert.fieldId = AlertFieldId(field).value();
-        alert.condition = ReadCondition(condition);
-        return alert;
+        return {1, noZero, 0, value, AlertFieldId(field).value(), ReadCondition(condition), 0, {}};
     }
 
     bool Add(std::string_view symbol, std::string_view field, std::string_view condition, double value,
              bool noZero = false) {
         return alerts.Add(symbol, Alert(field, condition, value, noZero));
-    }
-
-    /// Loads into an empty map and saves it again.
-    std::string Reread(std::string_view text) {
-        alerts.Clear(EAlertMap::Live);
-        alerts.Load(text);
-        return alerts.Save();
     }
 
     void PostNotice(std::string record, const A_INFO& alert) override {

@@ -6,7 +6,7 @@
 using namespace vx;
 using namespace vx::test;
 
-class CAlertsMapTest : public AlertsTest {
+class CAlertsMapTest : public CAlertsFixture {
 protected:
     bool Fires(std::string_view symbol, int index, double value) {
         return alerts.EvaluateFieldAlert(symbol, index, value, 0, 0, 0);
@@ -70,33 +70,27 @@ TEST_F(CAlertsMapTest, WhatFiresOrIsArmedAgainMeanwhileDoesSoInTheWorkingCopyToo
     alerts.Arm("IBM", 7);
     EXPECT_EQ(firedOrArmed, 5);
     alerts.CopyTo(EAlertMap::Live);
-    A_INFO fired = Alert("Bid", ">", 10);
-    fired.enabled = 0;
-    EXPECT_EQ(alerts.Get("IBM"), (CAlertArray{Alert("Last", ">", 12), Alert("News", "=", 1), fired}));
+    EXPECT_EQ(alerts.Save(), "IBM:Last,>,12.000000,TRUE,FALSE,0,FALSE,;IBM:News,=,1.000000,TRUE,FALSE,0,FALSE,;"
+                             "IBM:Bid,>,10.000000,FALSE,FALSE,0,FALSE,;");
     EXPECT_EQ(alerts.IndexOf("IBM", Alert("News", "=", 1)), 1);
     EXPECT_EQ(alerts.IndexOf("IBM", Alert("Last", ">", 10)), -1);
 }
 
 TEST_F(CAlertsMapTest, EachConditionFiresExactlyWhereItSays) {
-    struct SCase {
-        const char* condition;
-        bool below, at, above;
-    };
-    for (const SCase& c : {SCase{"equal to", false, true, false},
-                           {"greater than", false, false, true},
-                           {"greater than or equal to", false, true, true},
-                           {"less than", true, false, false},
-                           {"less than or equal to", true, true, false}}) {
-        alerts.Clear(EAlertMap::Live);
-        Add("IBM", "Last", c.condition, 0.3);
-        EXPECT_EQ(Fires("IBM", 0, 0.2), c.below) << c.condition;
-        EXPECT_EQ(Fires("IBM", 0, 0.3), c.at) << c.condition;
-        EXPECT_EQ(Fires("IBM", 0, 0.1 + 0.2), c.above) << c.condition << ": no tolerance";
-        EXPECT_FALSE(Fires("IBM", 0, std::numeric_limits<double>::quiet_NaN())) << c.condition;
-    }
-    A_INFO unknown = Alert("Last", "=", 5);
-    unknown.condition = 5;
-    alerts.Add("ODD", unknown);
+    for (const auto& [condition, below, at, above] : {std::tuple{"equal to", false, true, false},
+                                                      {"greater than", false, false, true},
+                                                      {"greater than or equal to", false, true, true},
+                                                      {"less than", true, false, false},
+                                                      {"less than or equal to", true, true, false}})
+        for (const auto& [value, fires] : {std::pair{0.2, below},
+                                           {0.3, at},
+                                           {0.1 + 0.2, above}, // No tolerance.
+                                           {std::numeric_limits<double>::quiet_NaN(), false}}) {
+            alerts.Clear(EAlertMap::Live);
+            Add("IBM", "Last", condition, 0.3);
+            EXPECT_EQ(Fires("IBM", 0, value), fires) << condition << ' ' << value;
+        }
+    alerts.Add("ODD", {1, 0, 0, 5, AlertFieldId("Last").value(), 5, 0, {}});
     EXPECT_FALSE(Fires("ODD", 0, 5));
     EXPECT_EQ(alerts.ArmedCount("ODD"), 0);
 }
@@ -120,14 +114,8 @@ TEST_F(CAlertsMapTest, OnlyArmedAlertsOfNumbersCountAsArmed) {
     for (const char* field : {"Last", "Volume", "Tick Vol", "% Chg", "Split1 Ratio"}) Add("IBM", field, ">", 1);
     for (const char* field : {"News", "T Time", "Trade Date", "Type", "Trade Aggressor", "Div Amt", "Alerts"})
         Add("IBM", field, ">", 1);
-    A_INFO off = Alert("Bid", ">", 1);
-    off.enabled = 0;
-    alerts.Add("IBM", off);
-    for (const int32_t fieldId : {-2, 137, 1 << 30}) {
-        A_INFO nowhere = Alert("Last", ">", 7);
-        nowhere.fieldId = fieldId;
-        alerts.Add("IBM", nowhere);
-    }
+    alerts.Add("IBM", {0, 0, 0, 1, AlertFieldId("Bid").value(), 1, 0, {}});
+    for (const int32_t fieldId : {-2, 137, 1 << 30}) alerts.Add("IBM", {1, 0, 0, 7, fieldId, 1, 0, {}});
     EXPECT_EQ(alerts.Count("IBM"), 16);
     EXPECT_EQ(alerts.ArmedCount("IBM"), 5);
     EXPECT_EQ(announced["IBM"], 5);
@@ -150,10 +138,7 @@ TEST_F(CAlertsMapTest, ResettingSetsTheThresholdAndArms) {
 }
 
 TEST_F(CAlertsMapTest, NewsFiresTheArmedNewsAlertsOfTheNamedSymbols) {
-    A_INFO loud = Alert("News", "=", 1, true);
-    loud.soundType = 2;
-    loud.loopSound = 1;
-    loud.soundFile = "bell.wav";
+    const A_INFO loud{1, 1, 1, 1, AlertFieldId("News").value(), 0, 2, "bell.wav"};
     for (const char* symbol : {"IBM", "MSFT", "ABC"}) {
         Add(symbol, "Last", ">", 10);
         alerts.Add(symbol, loud);
@@ -164,11 +149,8 @@ TEST_F(CAlertsMapTest, NewsFiresTheArmedNewsAlertsOfTheNamedSymbols) {
     EXPECT_EQ(news[1].symbol, "IBM");
     EXPECT_EQ(news[1].fieldName, "News");
     EXPECT_EQ(news[1].condition, "");
-    EXPECT_EQ(news[1].soundType, 2);
-    EXPECT_EQ(news[1].loopSound, 1);
-    EXPECT_EQ(news[1].soundFile, "bell.wav");
-    EXPECT_EQ(news[1].index, 1);
-    EXPECT_TRUE(news[1].isNews);
+    EXPECT_EQ(std::tuple(news[1].soundType, news[1].loopSound, news[1].soundFile, news[1].index, news[1].isNews),
+              std::tuple(2, 1, "bell.wav", 1, true));
     EXPECT_EQ(alerts.Get("IBM")[1].enabled, 0u);
     EXPECT_EQ(announced["IBM"], 1) << "the other alert stays armed";
     alerts.CheckNews("IBM,");

@@ -1,22 +1,22 @@
 #pragma once
 
+#include "alerts/rules/AlertField.h"
 #include "alerts/ui/AlertDialogServices.h"
 #include "alerts/ui/AlertSoundPlayer.h"
-#include "base/qt/QtText.h"
+#include "alerts/ui/SpinEdit.h"
 #include "settings/ConfigWriterMux.h"
 #include "settings/Settings.h"
 #include "support/EventLoop.h"
 #include "support/Gui.h"
 #include "support/MessageBoxes.h"
+#include "support/TempFolder.h"
 
-#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
-#include <QDialogButtonBox>
-#include <QLineEdit>
-#include <QPushButton>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <map>
 #include <string>
@@ -24,6 +24,10 @@
 #include <vector>
 
 namespace vx::test {
+
+using namespace testing; // Its matchers.
+
+using Texts = std::vector<std::string>;
 
 /// Settings that are nowhere but in the test.
 class CSettingsInMemory final : public CConfigWriterMux {
@@ -68,7 +72,7 @@ protected:
     CSettings settings{store};
     CRecordedSounds sounds;
     CMessageBoxes boxes;
-    std::vector<std::string> symbols{"IBM", "MSFT"};
+    Texts symbols{"IBM", "MSFT"};
     bool muted = false;
     SAlertDialogServices services{.settings = settings,
                                   .player = sounds,
@@ -76,35 +80,31 @@ protected:
                                   .valueNow = [](std::string_view, int32_t) { return "190.25"; },
                                   .isMuted = [this] { return muted; }};
 
-    template <class T> static T& Named(const QWidget& window, const char* name) {
-        T* found = window.findChild<T*>(QString::fromLatin1(name));
-        if (!found) throw std::runtime_error(name);
-        return *found;
+    static A_INFO Alert(const char* field, uint32_t condition, double value, bool noZero = false) {
+        return {1, noZero, 0, value, AlertFieldId(field).value(), condition, 0, {}};
     }
     static void Choose(const QWidget& window, const char* list, const char* text) {
         auto& box = Named<QComboBox>(window, list);
         box.setCurrentIndex(box.findText(QString::fromLatin1(text)));
     }
+    static int Chosen(const QWidget& window, const char* list) { return Named<QComboBox>(window, list).currentIndex(); }
     static void Type(const QWidget& window, const char* name, const char* text) {
         auto& box = Named<QLineEdit>(window, name);
         box.selectAll();
         QTest::keyClicks(&box, QString::fromLatin1(text));
     }
-    static void Click(const QWidget& window, const char* name) {
-        auto& button = Named<QAbstractButton>(window, name);
-        const QPoint mark(8, button.height() / 2); // A check box takes clicks on its mark and text only.
-        QTest::mouseClick(&button, Qt::LeftButton, {}, mark);
-    }
-    static void ClickStandard(const QWidget& window, QDialogButtonBox::StandardButton button) {
-        QTest::mouseClick(window.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
-    }
-    static std::string TextOf(const QString& text) { return text.toStdString(); }
-    /// The texts of a list's entries.
-    static std::vector<std::string> Entries(const QWidget& window, const char* name) {
-        std::vector<std::string> out;
-        const auto& list = Named<QComboBox>(window, name);
-        for (int i = 0; i < list.count(); ++i) out.push_back(TextOf(list.itemText(i)));
+    static void Step(const QWidget& window, const char* box, int steps) { Named<CSpinEdit>(window, box).stepBy(steps); }
+    static bool IsEnabled(const QWidget& window, const char* name) { return Named<QWidget>(window, name).isEnabled(); }
+    /// The texts of a model's column.
+    static Texts Column(const QAbstractItemModel& model, int column = 0) {
+        Texts out;
+        for (int row = 0; row < model.rowCount(); ++row)
+            out.push_back(model.index(row, column).data().toString().toStdString());
         return out;
+    }
+    /// The texts of a list's entries.
+    static Texts Entries(const QWidget& window, const char* name) {
+        return Column(*Named<QComboBox>(window, name).model());
     }
     /// The visible window of a kind, null when there is none.
     template <class T> static T* Open() {

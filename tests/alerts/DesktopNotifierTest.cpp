@@ -1,4 +1,4 @@
-// Notifications of the desktop, against a stand-in service on a bus of the test's own.
+// Notifications of the desktop, against a service on a bus of the test's own.
 
 #include "alerts/ui/DesktopNotifier.h"
 #include "support/EventLoop.h"
@@ -24,7 +24,7 @@ const QString kName = QStringLiteral("org.freedesktop.Notifications");
 const QString kPath = QStringLiteral("/org/freedesktop/Notifications");
 
 /// Takes notifications as a desktop does, and remembers the calls.
-class CStandInService : public QDBusVirtualObject {
+class CNotificationService : public QDBusVirtualObject {
 public:
     QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
@@ -48,7 +48,7 @@ public:
     bool answers = true;
 };
 
-class DesktopNotifier : public testing::Test {
+class CDesktopNotifierTest : public testing::Test {
 protected:
     void SetUp() override {
         const QString daemon = QStandardPaths::findExecutable(QStringLiteral("dbus-daemon"));
@@ -72,7 +72,7 @@ protected:
         ASSERT_TRUE(connection.registerVirtualObject(kPath, &service));
         ASSERT_TRUE(connection.registerService(kName));
     }
-    CStandInService service;
+    CNotificationService service;
 
 private:
     QProcess m_bus;
@@ -81,7 +81,7 @@ private:
 
 } // namespace
 
-TEST_F(DesktopNotifier, ANotificationIsPlainTextAndTheNextOneTakesItsPlace) {
+TEST_F(CDesktopNotifierTest, ANotificationIsPlainTextAndTheNextOneTakesItsPlace) {
     StartService();
     CDesktopNotifier notifier(Connection("program"));
     notifier.Show(QStringLiteral("Norv Vx alert: <b>"),
@@ -113,7 +113,7 @@ TEST_F(DesktopNotifier, ANotificationIsPlainTextAndTheNextOneTakesItsPlace) {
     EXPECT_EQ(service.calls.back().arguments(), QVariantList{uint{77}});
 }
 
-TEST_F(DesktopNotifier, AServiceIsAskedOnceWhatItShowsAndTextFollowsIt) {
+TEST_F(CDesktopNotifierTest, AServiceIsAskedOnceWhatItShowsAndTextFollowsIt) {
     QGuiApplication::setDesktopFileName(QStringLiteral("zantrel-watchlist"));
     const QString text = QStringLiteral("1 < 2 & \"3\"");
     service.capabilities = {QStringLiteral("body"), QStringLiteral("actions")};
@@ -140,7 +140,7 @@ TEST_F(DesktopNotifier, AServiceIsAskedOnceWhatItShowsAndTextFollowsIt) {
         return service.Text() == text.toHtmlEscaped();
     }));
 
-    CStandInService plain; // One that does not know the question.
+    CNotificationService plain; // One that does not know the question.
     plain.knowsCapabilities = false;
     Connection("service").unregisterObject(kPath);
     ASSERT_TRUE(Connection("service").registerVirtualObject(kPath, &plain));
@@ -149,7 +149,7 @@ TEST_F(DesktopNotifier, AServiceIsAskedOnceWhatItShowsAndTextFollowsIt) {
     EXPECT_TRUE(WaitUntil([&] { return !plain.calls.isEmpty() && plain.Text() == text; }));
 }
 
-TEST_F(DesktopNotifier, WithoutAServiceOrAnAnswerNothingIsHeldUp) {
+TEST_F(CDesktopNotifierTest, WithoutAServiceOrAnAnswerNothingIsHeldUp) {
     for (const QDBusConnection& bus : {Connection("program"), QDBusConnection(QStringLiteral("no such connection"))}) {
         CDesktopNotifier unheard(bus);
         unheard.Show(QStringLiteral("a"), QStringLiteral("b"));

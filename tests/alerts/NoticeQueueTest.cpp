@@ -1,24 +1,20 @@
 // The notice of a fired alert: its words, its sound, its turn, and what becomes of it.
 
+#include "alerts/ui/NoticeQueue.h"
+
 #include "AlertsUiFixture.h"
 
 #include "alerts/ui/AlertMessages.h"
 #include "alerts/ui/AlertsNotice.h"
 #include "alerts/ui/EffectSoundPlayer.h"
 #include "alerts/ui/NoticePlace.h"
-#include "alerts/ui/NoticeQueue.h"
 #include "alerts/ui/ResetAlert.h"
-#include "alerts/ui/SpinEdit.h"
-#include "settings/Settings.h"
 #include "support/FakeClock.h"
-#include "support/TempFolder.h"
 
 #include <QDropEvent>
-#include <QLabel>
 #include <QMenu>
 #include <QMimeData>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
 
@@ -29,12 +25,12 @@ using namespace vx::test;
 
 namespace {
 
-class NoticeQueue : public CAlertsUiFixture {
+class CNoticeQueueTest : public CAlertsUiFixture {
 protected:
     /// The frame, as far as notices know it.
     class COwner : public QObject {
     public:
-        std::vector<std::string> records;
+        Texts records;
 
     protected:
         void customEvent(QEvent* event) override {
@@ -43,15 +39,15 @@ protected:
         }
     };
 
-    NoticeQueue() {
+    CNoticeQueueTest() {
         queue.SetEnded([this](const SFiredNotice& fired, EFiringEnd end) {
             ended.push_back(fired.id + ' ' + std::string(EndWord(end)));
         });
         queue.SetTarget([this](const SFiredNotice&) { return target; });
     }
-    static SAlertNotice Field(const char* symbol = "IBM") {
+    static SAlertNotice Field() {
         return {.condition = "greater than or equal to",
-                .symbol = symbol,
+                .symbol = "IBM",
                 .value = 250.25,
                 .last = 250.25,
                 .bid = 250,
@@ -62,15 +58,7 @@ protected:
                 .otherThresholds = {"300.000000"},
                 .headline = {}};
     }
-    static SAlertNotice News() {
-        SAlertNotice out;
-        out.symbol = "IBM";
-        out.fieldName = "News";
-        out.index = 3;
-        out.isNews = true;
-        return out;
-    }
-    void Fire(SAlertNotice notice, EAlertSound sound = EAlertSound::None, bool loop = false) {
+    void Fire(EAlertSound sound = EAlertSound::None, bool loop = false, SAlertNotice notice = Field()) {
         notice.soundType = static_cast<int32_t>(sound);
         notice.loopSound = loop ? 1 : 0;
         queue.Add({.notice = std::move(notice),
@@ -78,154 +66,145 @@ protected:
                    .firedAt = {2024, 1, 31, 9, 5, 0, 0},
                    .id = std::to_string(++m_fired)});
     }
-    CAlertsNotice* Shown() {
-        WaitUntil([&] { return queue.Shown() != nullptr; }, 2000);
-        return queue.Shown();
+    CAlertsNotice& Shown() {
+        if (!WaitUntil([&] { return queue.Shown() != nullptr; }, 2000)) throw std::runtime_error("no notice");
+        return *queue.Shown();
     }
-    static std::string Text(const QDialog& notice) {
-        return TextOf(Named<QPlainTextEdit>(notice, "noticeText").toPlainText());
+    void Dismiss() { Click(Shown(), "dismiss"); }
+    bool IsHeldBack() {
+        return !WaitUntil([&] { return queue.Shown() != nullptr; }, 100);
+    }
+    bool IsHeard() {
+        return WaitUntil([&] { return sounds.IsPlaying(); });
+    }
+    std::string Title() { return Shown().windowTitle().toStdString(); }
+    std::string Text() { return Named<QPlainTextEdit>(Shown(), "noticeText").toPlainText().toStdString(); }
+    CResetAlert& Reset() {
+        Click(Shown(), "reset");
+        return *Open<CResetAlert>();
     }
 
     CFakeClock clock;
     COwner owner;
     SNoticeTarget target;
     CNoticeQueue queue{sounds, owner, nullptr, settings};
-    std::vector<std::string> ended;
+    Texts ended;
 
 private:
     int m_fired = 0;
 };
 
-const std::string kFieldBody = "The symbol \"IBM\" received a value of \"250.250000\" for field \"Last\" "
-                               "which is greater than or equal to your alert of \"250.000000.\"\n\n"
-                               "Fired on January 31 at 09:05.\n\n"
-                               "Bid: 250.000000\nAsk: 250.500000\nLast: 250.250000";
-
 } // namespace
 
-TEST_F(NoticeQueue, ANoticeSaysWhatFiredAndResetsTheAlert) {
-    Fire(Field());
-    CAlertsNotice* notice = Shown();
-    ASSERT_TRUE(notice);
-    EXPECT_EQ(TextOf(notice->windowTitle()), "Norv Vx alert: IBM Last = 250.250000");
-    EXPECT_EQ(Text(*notice), kFieldBody);
-    EXPECT_FALSE(notice->isModal());
-    EXPECT_FALSE(notice->findChild<QLabel*>(QStringLiteral("headline")));
-    EXPECT_FALSE(Named<QPushButton>(*notice, "dismissAll").isVisible());
+TEST_F(CNoticeQueueTest, ANoticeSaysWhatFiredAndResetsTheAlert) {
+    Fire();
+    EXPECT_EQ(Title(), "Norv Vx alert: IBM Last = 250.250000");
+    EXPECT_EQ(Text(), "The symbol \"IBM\" received a value of \"250.250000\" for field \"Last\" "
+                      "which is greater than or equal to your alert of \"250.000000.\"\n\n"
+                      "Fired on January 31 at 09:05.\n\nBid: 250.000000\nAsk: 250.500000\nLast: 250.250000");
+    EXPECT_FALSE(Shown().isModal() || Shown().findChild<QLabel*>(QStringLiteral("headline")));
+    EXPECT_FALSE(Named<QPushButton>(Shown(), "dismissAll").isVisible());
 
-    Click(*notice, "reset");
-    auto* reset = notice->findChild<CResetAlert*>();
-    ClickStandard(*reset, QDialogButtonBox::Cancel);
-    EXPECT_TRUE(notice->isVisible());
-    Click(*notice, "reset");
-    reset = Open<CResetAlert>();
-    Named<CSpinEdit>(*reset, "percent").stepBy(2);
-    ClickStandard(*reset, QDialogButtonBox::Ok);
+    ClickStandard(Reset(), QDialogButtonBox::Cancel);
+    EXPECT_TRUE(Shown().isVisible());
+    CResetAlert& reset = Reset();
+    Step(reset, "percent", 2);
+    ClickStandard(reset);
     ASSERT_TRUE(WaitUntil([&] { return !owner.records.empty(); }));
-    EXPECT_EQ(owner.records, (std::vector<std::string>{"IBM,0,255.000000"}));
-    EXPECT_EQ(ended, (std::vector<std::string>{"1 reset"}));
+    EXPECT_THAT(owner.records, ElementsAre("IBM,0,255.000000"));
+    EXPECT_THAT(ended, ElementsAre("1 reset"));
     EXPECT_FALSE(queue.Shown());
-}
 
-TEST_F(NoticeQueue, NewsAreReadAndArmedAgain) {
-    SAlertNotice story = News();
+    SAlertNotice story;
+    story.symbol = "IBM";
+    story.fieldName = "News";
+    story.index = 3;
+    story.isNews = true;
     story.headline = "<b>Big</b> news, " + std::string(500, 'x');
-    Fire(story);
-    CAlertsNotice* notice = Shown();
-    EXPECT_EQ(TextOf(Named<QLabel>(*notice, "headline").text()), "<b>Big</b> news, " + std::string(380, 'x') + "...");
-    EXPECT_EQ(TextOf(notice->windowTitle()), "Norv Vx alert: IBM News");
-    EXPECT_EQ(Text(*notice), "The symbol \"IBM\" received a news story.\n\nFired on January 31 at 09:05.\n\n");
-    EXPECT_EQ(TextOf(Named<QPushButton>(*notice, "reset").text()), "&Read Story");
-    Click(*notice, "reset");
-    auto* reset = Open<CResetAlert>();
-    EXPECT_EQ(TextOf(Named<QLabel>(*reset, "prompt").text()),
+    Fire({}, false, story);
+    EXPECT_EQ(TextOf(Shown(), "headline"), "<b>Big</b> news, " + std::string(380, 'x') + "...");
+    EXPECT_EQ(Title(), "Norv Vx alert: IBM News");
+    EXPECT_EQ(Text(), "The symbol \"IBM\" received a news story.\n\nFired on January 31 at 09:05.\n\n");
+    EXPECT_EQ(TextOf(Shown(), "reset"), "&Read Story");
+    CResetAlert& arm = Reset();
+    EXPECT_EQ(TextOf(arm, "prompt"),
               "Please hit the \"Reset Alert\" button to enable the \"News\" alert for \"%s.\", csSymbol");
-    EXPECT_FALSE(Named<CSpinEdit>(*reset, "percent").isVisible());
-    ClickStandard(*reset, QDialogButtonBox::Ok);
-    ASSERT_TRUE(WaitUntil([&] { return !owner.records.empty(); }));
-    EXPECT_EQ(owner.records[0], "IBM,3,1.000000");
+    EXPECT_FALSE(Named<CSpinEdit>(arm, "percent").isVisible());
+    ClickStandard(arm);
+    ASSERT_TRUE(WaitUntil([&] { return owner.records.size() == 2; }));
+    EXPECT_EQ(owner.records[1], "IBM,3,1.000000");
 }
 
-TEST_F(NoticeQueue, AHundredComeOneByOneOrGoTogether) {
-    for (int i = 0; i < 100; ++i) Fire(Field());
-    CAlertsNotice* first = Shown();
-    EXPECT_EQ(TextOf(Named<QPushButton>(*first, "dismissAll").text()), "Dismiss &All (99 more)");
-    Click(*first, "dismiss");
-    CAlertsNotice* second = Shown();
-    EXPECT_NE(first, second);
-    Fire(Field());
-    EXPECT_EQ(TextOf(Named<QPushButton>(*second, "dismissAll").text()), "Dismiss &All (99 more)");
-    Click(*second, "dismissAll");
+TEST_F(CNoticeQueueTest, AHundredComeOneByOneOrGoTogether) {
+    for (int i = 0; i < 100; ++i) Fire();
+    EXPECT_EQ(TextOf(Shown(), "dismissAll"), "Dismiss &All (99 more)");
+    Dismiss();
+    EXPECT_EQ(TextOf(Shown(), "dismissAll"), "Dismiss &All (98 more)");
+    Fire();
+    EXPECT_EQ(TextOf(Shown(), "dismissAll"), "Dismiss &All (99 more)");
+    Click(Shown(), "dismissAll");
     TurnEventLoop(5);
     EXPECT_FALSE(queue.Shown());
     EXPECT_EQ(queue.Waiting(), 0);
     ASSERT_EQ(ended.size(), 101u);
-    EXPECT_EQ(ended[1], "2 dismissed");
-    EXPECT_EQ(ended[2], "3 together");
-    Fire(Field());
-    EXPECT_TRUE(Shown());
+    EXPECT_EQ(ended[1] + ", " + ended[2], "2 dismissed, 3 together");
+    Fire();
+    Shown();
 }
 
-TEST_F(NoticeQueue, NoKeyActsUntilNoneWasPressedForTwoSeconds) {
-    Fire(Field());
-    CAlertsNotice* notice = Shown();
-    auto& dismiss = Named<QPushButton>(*notice, "dismiss");
+TEST_F(CNoticeQueueTest, NoKeyActsUntilNoneWasPressedForTwoSeconds) {
+    Fire();
+    auto& dismiss = Named<QPushButton>(Shown(), "dismiss");
     EXPECT_FALSE(dismiss.isDefault() || dismiss.hasFocus());
-    const auto pressAll = [&] {
+    for (const int wait : {0, 1999, 1999}) { // Who is still typing is typing something else.
+        clock.elapsedMs += wait;
         dismiss.setFocus();
         for (const auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Escape}) QTest::keyClick(&dismiss, key);
-        QTest::keyClick(notice, Qt::Key_D, Qt::AltModifier);
-        QTest::keyClick(notice, Qt::Key_Tab);
-        return dismiss.hasFocus();
-    };
-    EXPECT_TRUE(pressAll());
-    clock.elapsedMs += 1999;
-    EXPECT_TRUE(pressAll()) << "who is still typing is typing something else";
-    clock.elapsedMs += 1999;
-    EXPECT_TRUE(pressAll());
-    ASSERT_TRUE(notice->isVisible());
+        QTest::keyClick(&Shown(), Qt::Key_D, Qt::AltModifier);
+        QTest::keyClick(&Shown(), Qt::Key_Tab);
+        EXPECT_TRUE(dismiss.hasFocus());
+    }
+    ASSERT_TRUE(Shown().isVisible());
     clock.elapsedMs += 2000;
     QTest::keyClick(&dismiss, Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_FALSE(dismiss.hasFocus());
-    QTest::keyClick(notice, Qt::Key_Tab);
-    QTest::keyClick(notice->focusWidget(), Qt::Key_Return);
+    QTest::keyClick(&Shown(), Qt::Key_Tab);
+    QTest::keyClick(Shown().focusWidget(), Qt::Key_Return);
     EXPECT_FALSE(queue.Shown());
 }
 
-TEST_F(NoticeQueue, ItWaitsForTypingToPauseAndTheSoundDoesNot) {
+TEST_F(CNoticeQueueTest, ItWaitsForTypingToPauseAndTheSoundDoesNot) {
     QLineEdit editor;
     QPushButton button;
     editor.show();
     editor.activateWindow();
     ASSERT_TRUE(WaitUntil([&] { return editor.hasFocus(); }));
     QTest::keyClicks(&editor, QStringLiteral("GOO"));
-    Fire(Field(), EAlertSound::BuiltIn);
-    ASSERT_TRUE(WaitUntil([&] { return sounds.IsPlaying(); }));
+    Fire(EAlertSound::BuiltIn);
+    ASSERT_TRUE(IsHeard());
     sounds.End();
-    const auto isHeldBack = [&] { return !WaitUntil([&] { return queue.Shown() != nullptr; }, 150); };
     clock.elapsedMs += 4999;
-    EXPECT_TRUE(isHeldBack()) << "a text is being edited";
+    EXPECT_TRUE(IsHeldBack()) << "a text is being edited";
     QTest::keyClicks(&editor, QStringLiteral("GLE"));
     clock.elapsedMs += 2000;
-    EXPECT_TRUE(isHeldBack());
+    EXPECT_TRUE(IsHeldBack());
     editor.clearFocus();
-    ASSERT_TRUE(Shown()) << "nothing is edited any more";
-    Click(*queue.Shown(), "dismiss");
+    Dismiss(); // Nothing is edited any more.
     EXPECT_EQ(editor.text(), QStringLiteral("GOOGLE"));
 
     button.show();
     QTest::keyClick(&button, Qt::Key_Left);
-    Fire(Field(), EAlertSound::BuiltIn, true);
+    Fire(EAlertSound::BuiltIn, true);
     clock.elapsedMs += 1999;
-    EXPECT_TRUE(isHeldBack());
+    EXPECT_TRUE(IsHeldBack());
     EXPECT_EQ(sounds.played.size(), 1u) << "a sound that is repeated begins with its notice";
     clock.elapsedMs += 1;
-    ASSERT_TRUE(Shown());
+    Shown();
     EXPECT_TRUE(sounds.IsPlaying());
 }
 
 // What a desktop would send to another window of the program while the notice is up.
-TEST_F(NoticeQueue, OtherWindowsAreShutWhileItIsUp) {
+TEST_F(CNoticeQueueTest, OtherWindowsAreShutWhileItIsUp) {
     QWidget other;
     QLineEdit line(&other);
     QPushButton button(&other);
@@ -238,9 +217,9 @@ TEST_F(NoticeQueue, OtherWindowsAreShutWhileItIsUp) {
     other.show();
     other.activateWindow();
     ASSERT_TRUE(WaitUntil([&] { return other.isActiveWindow(); }));
-    Fire(Field());
-    ASSERT_TRUE(Shown());
-    const auto tryAll = [&] {
+    Fire();
+    Shown();
+    for (const bool isUp : {true, false}) {
         QTest::keyClicks(&line, QStringLiteral("x"));
         QTest::keyClick(&line, Qt::Key_N, Qt::ControlModifier);
         QTest::mouseClick(&button, Qt::LeftButton);
@@ -250,77 +229,61 @@ TEST_F(NoticeQueue, OtherWindowsAreShutWhileItIsUp) {
         QApplication::sendEvent(&line, &enter);
         QDropEvent drop({90, 1}, Qt::CopyAction, &data, Qt::LeftButton, {});
         QApplication::sendEvent(&line, &drop);
-    };
-    tryAll();
-    EXPECT_EQ(line.text(), QString());
-    EXPECT_EQ(done, 0);
-    Click(*queue.Shown(), "dismiss");
-    ASSERT_TRUE(WaitUntil([&] { return other.isActiveWindow(); })) << "the keyboard comes back";
-    tryAll();
-    EXPECT_EQ(line.text(), QStringLiteral("xy"));
-    EXPECT_EQ(done, 2);
+        EXPECT_EQ(line.text(), isUp ? QString() : QStringLiteral("xy"));
+        EXPECT_EQ(done, isUp ? 0 : 2);
+        if (!isUp) break;
+        Dismiss();
+        ASSERT_TRUE(WaitUntil([&] { return other.isActiveWindow(); })) << "the keyboard comes back";
+    }
 }
 
-TEST_F(NoticeQueue, TheAlertThatFiredCanBeArmedAndTheResetNamesTheOneItChanges) {
+TEST_F(CNoticeQueueTest, TheAlertThatFiredCanBeArmedAndTheResetNamesTheOneItChanges) {
     target = {.resetsFired = false, .resetLine = "the first one", .taken = {}};
-    Fire(Field());
-    ASSERT_TRUE(Shown());
-    Click(*queue.Shown(), "reset");
-    const auto* reset = queue.Shown()->findChild<CResetAlert*>();
-    const std::string named = TextOf(Named<QLabel>(*reset, "target").text());
-    EXPECT_TRUE(named.find("not the one that fired:\nthe first one\n") != std::string::npos) << named;
-    ClickStandard(*reset, QDialogButtonBox::Cancel);
-    Click(*queue.Shown(), "arm");
-    EXPECT_EQ(ended, (std::vector<std::string>{"1 armed"}));
-    EXPECT_TRUE(owner.records.empty());
-
+    Fire();
+    CResetAlert& reset = Reset();
+    EXPECT_THAT(TextOf(reset, "target"), HasSubstr("not the one that fired:\nthe first one\n"));
+    ClickStandard(reset, QDialogButtonBox::Cancel);
+    Click(Shown(), "arm");
+    EXPECT_THAT(ended, ElementsAre("1 armed"));
+    EXPECT_THAT(owner.records, IsEmpty());
     target.canArm = target.canReset = false;
-    Fire(Field());
-    ASSERT_TRUE(Shown());
-    for (const char* button : {"arm", "reset"}) EXPECT_FALSE(Named<QPushButton>(*queue.Shown(), button).isEnabled());
+    Fire();
+    EXPECT_FALSE(IsEnabled(Shown(), "arm") || IsEnabled(Shown(), "reset"));
 }
 
-TEST_F(NoticeQueue, ItOpensWhereTheUserPutTheLastOne) {
-    Fire(Field());
-    ASSERT_TRUE(Shown());
-    Click(*queue.Shown(), "dismiss");
+TEST_F(CNoticeQueueTest, ItOpensWhereTheUserPutTheLastOne) {
+    Fire();
+    Dismiss();
     EXPECT_EQ(settings.ReadText(kNoticePlace), "") << "not moved";
-    Fire(Field());
-    ASSERT_TRUE(Shown());
+    Fire();
+    Shown();
     ASSERT_TRUE(WaitUntil([&] { // Before long it counts as opened where it is.
         queue.Shown()->move(queue.Shown()->x() == 20 ? 30 : 20, 60);
         return queue.Shown()->MovedTo().has_value();
     }));
-    const QPoint place = queue.Shown()->pos();
-    EXPECT_EQ(queue.Shown()->MovedTo(), place);
-    Click(*queue.Shown(), "dismiss");
+    const QPoint place = Shown().pos();
+    EXPECT_EQ(Shown().MovedTo(), place);
+    Dismiss();
     EXPECT_EQ(settings.ReadText(kNoticePlace), NoticePlaceText(place));
-    Fire(Field());
-    ASSERT_TRUE(Shown());
-    EXPECT_EQ(queue.Shown()->pos(), place);
-    Click(*queue.Shown(), "dismiss");
+    Fire();
+    EXPECT_EQ(Shown().pos(), place);
+    Dismiss();
     settings.WriteText(kNoticePlace, "99999,-99999");
-    Fire(Field());
-    ASSERT_TRUE(Shown());
-    const QRect inside(queue.Shown()->pos(), queue.Shown()->size());
-    EXPECT_TRUE(queue.Shown()->screen()->availableGeometry().contains(inside)) << inside.left() << ' ' << inside.top();
+    Fire();
+    const QRect inside(Shown().pos(), Shown().size());
+    EXPECT_TRUE(Shown().screen()->availableGeometry().contains(inside)) << inside.left() << ' ' << inside.top();
 }
 
 TEST(NoticePlace, IsBesideTheBoardOrInACornerAndNeverOverItsMiddle) {
     const QSize notice(460, 260);
     const QRect screen(0, 20, 1600, 980);
-    struct SCase {
-        QRect board;
-        QPoint place;
-    };
-    for (const SCase& c : {SCase{{0, 20, 1000, 600}, {1008, 20}},    // right
-                           SCase{{600, 100, 1000, 600}, {132, 100}}, // left
-                           SCase{{200, 20, 1300, 600}, {200, 628}},  // below
-                           SCase{{200, 400, 1300, 600}, {200, 132}}, // above
-                           SCase{screen, {1140, 740}},               // a corner
-                           SCase{{}, {1140, 740}}}) {
-        EXPECT_EQ(FirstNoticePlace(notice, c.board, screen), c.place) << c.board.left() << ' ' << c.board.top();
-    }
+    for (const auto& [board, place] : {std::pair{QRect(0, 20, 1000, 600), QPoint(1008, 20)},    // right
+                                       std::pair{QRect(600, 100, 1000, 600), QPoint(132, 100)}, // left
+                                       std::pair{QRect(200, 20, 1300, 600), QPoint(200, 628)},  // below
+                                       std::pair{QRect(200, 400, 1300, 600), QPoint(200, 132)}, // above
+                                       std::pair{screen, QPoint(1140, 740)},                    // a corner
+                                       std::pair{QRect(), QPoint(1140, 740)}})
+        EXPECT_EQ(FirstNoticePlace(notice, board, screen), place) << board.left() << ' ' << board.top();
     const QRect small(0, 0, 640, 400);
     for (const QRect& board : {QRect(0, 0, 640, 400), QRect(300, 150, 340, 250), QRect(0, 100, 300, 300)}) {
         const QRect covered(FirstNoticePlace(notice, board, small), notice);
@@ -333,69 +296,66 @@ TEST(NoticePlace, IsBesideTheBoardOrInACornerAndNeverOverItsMiddle) {
     EXPECT_EQ(ReadNoticePlace(NoticePlaceText({-7, 12})), QPoint(-7, 12));
 }
 
-TEST_F(NoticeQueue, NothingComesOverAnOpenMenu) {
+TEST_F(CNoticeQueueTest, NothingComesOverAnOpenMenu) {
     QMenu menu;
     menu.addAction(QStringLiteral("x"));
     menu.popup({0, 0});
     ASSERT_EQ(QApplication::activePopupWidget(), &menu);
-    Fire(Field());
+    Fire();
     TurnEventLoop(20);
     EXPECT_FALSE(queue.Shown());
     menu.close();
-    ASSERT_TRUE(Shown());
-    Click(*queue.Shown(), "dismiss");
+    Dismiss();
 
-    Fire(Field(), EAlertSound::BuiltIn); // Opened while the sound is heard.
-    ASSERT_TRUE(WaitUntil([&] { return sounds.IsPlaying(); }));
+    Fire(EAlertSound::BuiltIn); // Opened while the sound is heard.
+    ASSERT_TRUE(IsHeard());
     menu.popup({0, 0});
     sounds.End();
     TurnEventLoop(20);
     EXPECT_FALSE(queue.Shown());
     menu.close();
-    EXPECT_TRUE(Shown());
+    Shown();
     EXPECT_EQ(sounds.played.size(), 1u);
 }
 
-TEST_F(NoticeQueue, ASoundThatIsNotRepeatedIsHeardBeforeItsNoticeAndMuteEndsIt) {
-    Fire(Field(), EAlertSound::BuiltIn);
-    Fire(Field(), EAlertSound::WaveFile, true);
-    ASSERT_TRUE(WaitUntil([&] { return sounds.IsPlaying(); }));
+TEST_F(CNoticeQueueTest, ASoundThatIsNotRepeatedIsHeardBeforeItsNoticeAndMuteEndsIt) {
+    Fire(EAlertSound::BuiltIn);
+    Fire(EAlertSound::WaveFile, true);
+    ASSERT_TRUE(IsHeard());
     TurnEventLoop(20);
     EXPECT_FALSE(queue.Shown());
     sounds.End();
-    ASSERT_TRUE(queue.Shown());
-    Click(*queue.Shown(), "dismiss");
-    ASSERT_TRUE(Shown());
-    EXPECT_TRUE(sounds.IsPlaying()) << "the repeated one goes on while its notice is open";
-    Click(*queue.Shown(), "dismiss");
+    Dismiss();
+    Shown();
+    EXPECT_TRUE(sounds.IsPlaying()) << "the repeated one continues while its notice is open";
+    Dismiss();
     EXPECT_FALSE(sounds.IsPlaying());
 
-    Fire(Field(), EAlertSound::BuiltIn);
-    ASSERT_TRUE(WaitUntil([&] { return sounds.IsPlaying(); }));
+    Fire(EAlertSound::BuiltIn);
+    ASSERT_TRUE(IsHeard());
     queue.SetMuted(true);
     EXPECT_FALSE(sounds.IsPlaying());
     ASSERT_TRUE(queue.Shown()) << "the notice does not wait for silence";
-    Click(*queue.Shown(), "dismiss");
-    Fire(Field(), EAlertSound::BuiltIn, true);
-    ASSERT_TRUE(Shown());
+    Dismiss();
+    Fire(EAlertSound::BuiltIn, true);
+    Shown();
     EXPECT_EQ(sounds.played, (std::vector<SAlertSound>{{1, "", false}, {2, "", true}, {1, "", false}}));
 }
 
-TEST_F(NoticeQueue, WhatAFeedSendsIsTextAndIsCut) {
+TEST_F(CNoticeQueueTest, WhatAFeedSendsIsTextAndIsCut) {
     SAlertNotice hostile = Field();
     hostile.symbol = "<b>%s\x01" + std::string(60'000, 'W');
     hostile.value = 1e308;
-    Fire(hostile);
-    CAlertsNotice* notice = Shown();
+    Fire({}, false, hostile);
     const std::string shown = "<b>%s?" + std::string(191, 'W') + "...";
-    EXPECT_TRUE(Text(*notice).starts_with("The symbol \"" + shown + "\" received a value of \"1000"));
-    EXPECT_TRUE(TextOf(notice->windowTitle()).starts_with("Norv Vx alert: " + shown + " Last = 1000"));
-    EXPECT_LT(notice->width(), 900);
-    EXPECT_LT(notice->height(), 700);
+    EXPECT_THAT(Text(), StartsWith("The symbol \"" + shown + "\" received a value of \"1000"));
+    EXPECT_THAT(Title(), StartsWith("Norv Vx alert: " + shown + " Last = 1000"));
+    EXPECT_LT(Shown().width(), 900);
+    EXPECT_LT(Shown().height(), 700);
 }
 
 // What cannot be played has ended at once, and nothing waits for a pipe's other end.
-TEST(EffectSoundPlayer, WhatCannotBePlayedEndsSilently) {
+TEST(CEffectSoundPlayer, WhatCannotBePlayedEndsSilently) {
     const CTempFolder folder;
     WriteFile(folder / "empty.wav", "");
     WriteFile(folder / "text.wav", "RIFF no wave at all, but longer than a header of one");

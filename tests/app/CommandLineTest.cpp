@@ -8,6 +8,12 @@ using namespace vx;
 using testing::ElementsAre;
 using Info = CNorvCommandLineInfo;
 
+namespace {
+
+QRect RectOf(const SPlacement& p) { return {p.left, p.top, p.width, p.height}; }
+
+} // namespace
+
 TEST(CNorvCommandLineInfo, OptionsTakeTheirValuesAndFilesAreNoOptions) {
     const Info info({"-symbol", " ibm, msft ,,-x", "-TOP", "12abc", "--left=-5", "-right", "-900", "-interval", "1d",
                      "/tmp/a list.vxw", "second.vxw", "-nonsense", "-type"});
@@ -21,9 +27,17 @@ TEST(CNorvCommandLineInfo, OptionsTakeTheirValuesAndFilesAreNoOptions) {
     EXPECT_THAT(info.otherFiles, ElementsAre("second.vxw"));
     EXPECT_THAT(info.unknown, ElementsAre("-nonsense", "-type"));
     EXPECT_EQ(info.error, "");
+    std::string list;
+    for (int i = 0; i < 150; ++i) list.append("S").append(std::to_string(i)).append(",");
+    const auto symbols = Info({"-symbol", list}).Symbols();
+    EXPECT_EQ(symbols.size(), 100u) << "no more are taken";
+    EXPECT_EQ(symbols.back(), "S99");
+    EXPECT_EQ(Info({"-max", "-min"}).show, Info::EShow::Maximised) << "the first wins";
+    EXPECT_EQ(Info({"--min", "--max"}).show, Info::EShow::Minimised);
+    EXPECT_EQ(Info({"-", "-maximum"}).show, Info::EShow::Normal);
 }
 
-TEST(CNorvCommandLineInfo, BadValuesOfItsOwnOptionsAreTold) {
+TEST(CNorvCommandLineInfo, BadValuesOfItsOwnOptionsAreSaid) {
     for (const char* good : {"--theme=DARK", "--scale=1.5", "--seconds=0", "--width=8192", "--screenshot=a=b.png"})
         EXPECT_EQ(Info({good}).error, "");
     for (const char* bad : {"--theme=blue", "--theme=", "--scale=1,5", "--scale=nan", "--scale=9", "--seconds=-1",
@@ -33,56 +47,42 @@ TEST(CNorvCommandLineInfo, BadValuesOfItsOwnOptionsAreTold) {
     EXPECT_EQ(Info({"--screenshot"}).error, "--screenshot needs a value: the name of a file");
 }
 
-TEST(CNorvCommandLineInfo, TheFirstOfMaxAndMinWins) {
-    EXPECT_EQ(Info({"-max", "-min"}).show, Info::EShow::Maximised);
-    EXPECT_EQ(Info({"--min", "--max"}).show, Info::EShow::Minimised);
-    EXPECT_EQ(Info({"-", "-maximum"}).show, Info::EShow::Normal);
-}
-
-TEST(CNorvCommandLineInfo, AtMostAHundredSymbolsAreTaken) {
-    std::string list;
-    for (int i = 0; i < 150; ++i) list.append("S").append(std::to_string(i)).append(",");
-    const auto symbols = Info({"-symbol", list}).Symbols();
-    EXPECT_EQ(symbols.size(), 100u);
-    EXPECT_EQ(symbols.back(), "S99");
-}
-
-TEST(FramePlacement, CommandLineEdgesStandInPlaceOfStoredOnes) {
+TEST(FramePlacement, CommandLineEdgesReplaceTheStoredOnes) {
     const SPlacement stored{100, 50, 800, 600, true, false};
-    const SPlacement placed = WithCommandLineEdges(stored, Info({"-left", "10", "-right", "510", "-min"}));
-    EXPECT_EQ(placed.left, 10);
-    EXPECT_EQ(placed.width, 500);
-    EXPECT_EQ(placed.top, 50);
-    EXPECT_EQ(placed.height, 600);
-    EXPECT_FALSE(placed.maximised);
-    EXPECT_EQ(WithCommandLineEdges(stored, Info({"-left", "-2147483648", "-right", "2147483647"})).width, 32767);
-    EXPECT_EQ(WithCommandLineEdges(stored, Info({"-bottom", "0"})).height, 0);
+    const auto placed = [&](const std::vector<std::string>& arguments) {
+        return WithCommandLineEdges(stored, Info(arguments));
+    };
+    EXPECT_EQ(RectOf(placed({"-left", "10", "-right", "510"})), QRect(10, 50, 500, 600));
+    EXPECT_FALSE(placed({"-min"}).maximised);
+    EXPECT_EQ(placed({"-left", "-2147483648", "-right", "2147483647"}).width, 32767);
+    EXPECT_EQ(placed({"-bottom", "0"}).height, 0);
 }
 
 TEST(FramePlacement, AWindowThatIsNotWhollyOnScreensIsBroughtInside) {
     const std::vector<SScreenArea> screens{{0, 0, 1920, 1080}, {1920, 0, 1280, 1024}};
-    const auto at = [&](SPlacement p) { return BroughtInside(p, screens, {2, 30, 2, 2}); };
-    const auto placed = [&](SPlacement p) {
-        p = at(p);
-        return QRect(p.left, p.top, p.width, p.height);
+    struct SCase {
+        SPlacement wanted;
+        QRect placed;
+        const char* why;
     };
-    EXPECT_EQ(placed({1900, 10, 800, 600}), QRect(1900, 10, 800, 600)) << "it lies on two screens";
-    EXPECT_EQ(placed({1900, 500, 800, 600}), QRect(1920, 392, 800, 600)) << "the second one shows most of it";
-    EXPECT_EQ(placed({-5000, 10, 800, 600}), QRect(0, 10, 800, 600));
-    EXPECT_EQ(placed({100, -20, 800, 600}), QRect(100, 0, 800, 600));
-    EXPECT_EQ(placed({0, 0, 1920, 1080}), QRect(0, 0, 1916, 1048)) << "its frame counts";
-    EXPECT_EQ(placed({9000, 9000, INT_MAX, INT_MAX}), QRect(0, 0, 1916, 1048));
-    EXPECT_EQ(placed({INT_MIN, INT_MIN, 800, 600}), QRect(0, 0, 800, 600));
+    for (const SCase& each : {SCase{{1900, 10, 800, 600}, {1900, 10, 800, 600}, "it lies on two screens"},
+                              {{1900, 500, 800, 600}, {1920, 392, 800, 600}, "the second one shows most of it"},
+                              {{-5000, 10, 800, 600}, {0, 10, 800, 600}, "left"},
+                              {{100, -20, 800, 600}, {100, 0, 800, 600}, "above"},
+                              {{0, 0, 1920, 1080}, {0, 0, 1916, 1048}, "its frame counts"},
+                              {{9000, 9000, INT_MAX, INT_MAX}, {0, 0, 1916, 1048}, "too far and too large"},
+                              {{INT_MIN, INT_MIN, 800, 600}, {0, 0, 800, 600}, "too far"}})
+        EXPECT_EQ(RectOf(BroughtInside(each.wanted, screens, {2, 30, 2, 2})), each.placed) << each.why;
     EXPECT_EQ(BroughtInside({-5000, 10, 800, 600}, {}).left, -5000);
 }
 
 TEST(FramePlacement, WindowsCascadeAndStayOnTheScreen) {
     const std::vector<SScreenArea> screens{{0, 0, 1000, 800}};
     std::vector<QPoint> corners;
-    const auto next = [&](SPlacement p) {
-        p = Cascaded(p, corners, screens);
-        EXPECT_TRUE(QRect(0, 0, 1000, 800).contains(QRect(p.left, p.top, p.width, p.height)));
-        corners.emplace_back(p.left, p.top);
+    const auto next = [&](const SPlacement& wanted) {
+        const QRect placed = RectOf(Cascaded(wanted, corners, screens));
+        EXPECT_TRUE(QRect(0, 0, 1000, 800).contains(placed));
+        corners.push_back(placed.topLeft());
         return corners.back();
     };
     EXPECT_EQ(next({500, 300, 400, 400}), QPoint(500, 300));
@@ -98,24 +98,18 @@ TEST(FramePlacement, WindowsCascadeAndStayOnTheScreen) {
 
 TEST(CFeedHealth, ASilentFeedIsNoQuietMarket) {
     CFeedHealth health(1000);
-    EXPECT_EQ(health.StateText(), "Feed: waiting");
-    EXPECT_EQ(health.AgeText(), "Data: none yet");
+    const auto at = [&](int64_t ms) {
+        health.Tick(ms);
+        return health.StateText() + ", " + health.AgeText() + (health.IsLive() ? ", live" : "");
+    };
+    EXPECT_EQ(at(1000), "Feed: waiting, Data: none yet");
     health.SetStatusWord("Connected");
     health.NoteData();
-    health.Tick(2000);
-    EXPECT_EQ(health.StateText(), "Feed: Connected");
-    EXPECT_EQ(health.AgeText(), "Data: now");
-    EXPECT_TRUE(health.IsLive());
+    EXPECT_EQ(at(2000), "Feed: Connected, Data: now, live");
     health.NoteLine();
-    health.Tick(6000);
-    EXPECT_EQ(health.StateText(), "Feed: Connected");
-    EXPECT_EQ(health.AgeText(), "Data: 4 s ago");
-    health.Tick(13000);
-    EXPECT_EQ(health.StateText(), "Feed: silent 7 s");
-    EXPECT_FALSE(health.IsLive());
+    EXPECT_EQ(at(6000), "Feed: Connected, Data: 4 s ago, live");
+    EXPECT_EQ(at(13000), "Feed: silent 7 s, Data: 11 s ago");
     health.SetStatusWord("Not Connected");
     health.NoteLine();
-    health.Tick(13250);
-    EXPECT_EQ(health.StateText(), "Feed: Not Connected");
-    EXPECT_FALSE(health.IsLive());
+    EXPECT_EQ(at(13250), "Feed: Not Connected, Data: 11 s ago");
 }

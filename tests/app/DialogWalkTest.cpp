@@ -1,65 +1,65 @@
-// Every dialog of the program, gone through by Tab.
+// Every dialog of the program, gone through by Tab, at the usual font and at one half as large again.
 
-#include "app/BoardFixture.h"
-
+#include "support/DialogWalk.h"
 #include "alerts/rules/AlertNotice.h"
 #include "alerts/ui/ResetAlert.h"
+#include "app/BoardFixture.h"
 #include "app/commands/BoardDesk.h"
-#include "app/files/FileDesk.h"
 #include "app/files/RecoveryDlg.h"
-#include "support/DialogWalk.h"
-#include "support/EventLoop.h"
 #include "watchlist/file/RecoveryFile.h"
-
-#include <gmock/gmock.h>
-
-#include <algorithm>
 
 using namespace vx;
 using namespace vx::test;
-using testing::IsEmpty;
+using enum ECommand;
 
 namespace {
 
-class CDialogWalkTest : public CBoardFixture {
+/// Before any window is made.
+class CFontOfSize {
+protected:
+    CFontOfSize() {
+        QFont font = m_usual;
+        font.setPointSizeF(font.pointSizeF() * testing::WithParamInterface<double>::GetParam());
+        QApplication::setFont(font);
+    }
+    ~CFontOfSize() { QApplication::setFont(m_usual); }
+
+private:
+    const QFont m_usual = QApplication::font();
+};
+
+class CDialogWalkTest : protected CFontOfSize, public CBoardFixture, public testing::WithParamInterface<double> {
 protected:
     CDialogWalkTest() {
         Rows(QStringLiteral("IBM\nMSFT\nGE"));
         grid->SetFocusCell(1, ColumnOf("Last"));
     }
 
-    void Look(QWidget& window, const char* name) {
-        const CDialogWalk walk(window);
-        EXPECT_THAT(walk.Faults(), IsEmpty()) << name;
+    static void Look(QDialog& dialog, const char* name) {
+        EXPECT_EQ(dialog.objectName().toStdString(), name);
+        const CDialogWalk walk(dialog);
+        EXPECT_THAT(walk.Faults(), testing::IsEmpty()) << name;
         EXPECT_GT(walk.Stops(), 0U);
-        ++m_looked;
     }
-    /// Goes through the dialog that a command opens, and closes it.
     void LookAtDialog(ECommand command, const char* name) {
-        m_looked = 0;
-        InNext<QDialog>([&](QDialog& dialog) {
-            EXPECT_EQ(dialog.objectName().toStdString(), name);
-            Look(dialog, name);
-            dialog.reject();
-        });
-        Do(command);
-        EXPECT_TRUE(WaitUntil([&] { return m_looked == 1; })) << name;
+        InDialog(command, std::function<void(QDialog&)>([&](QDialog& dialog) { Look(dialog, name); }));
     }
     /// The same for a window that stays open beside the board.
     void LookAtWindow(ECommand command, const char* name) {
         Do(command);
-        auto* window = frame->findChild<QDialog*>(QString::fromLatin1(name));
-        ASSERT_NE(window, nullptr) << name;
-        Look(*window, name);
-        window->close();
+        auto& window = Child<QDialog>(name);
+        Look(window, name);
+        window.close();
     }
-
-    int m_looked = 0;
+    template <class Dialog> void LookAtShown(Dialog&& dialog, const char* name) {
+        dialog.show();
+        Look(dialog, name);
+    }
 };
 
 } // namespace
 
-TEST_F(CDialogWalkTest, TheKeyboardAndTheDefaultButtonAreToldApart) {
+TEST_P(CDialogWalkTest, TheKeyboardAndTheDefaultButtonAreToldApart) {
     QDialog dialog;
     auto* text = new QLineEdit(&dialog);
     auto* button = new QPushButton(QStringLiteral("OK"), &dialog);
@@ -82,47 +82,48 @@ TEST_F(CDialogWalkTest, TheKeyboardAndTheDefaultButtonAreToldApart) {
     }
 }
 
-TEST_F(CDialogWalkTest, DialogsOfTheBoard) {
-    LookAtDialog(ECommand::EditNote, "noteDialog");
-    LookAtDialog(ECommand::EditGoToSymbol, "goToSymbolDialog");
-    LookAtDialog(ECommand::ColumnInsert, "insertColumns");
-    LookAtDialog(ECommand::FormatCells, "cellSettingsDialog");
-    LookAtDialog(ECommand::FormatGrid, "gridSettingsDialog");
-    LookAtDialog(ECommand::SortDialog, "sortDialog");
+TEST_P(CDialogWalkTest, DialogsOfTheBoard) {
+    for (const auto& [command, name] : {std::pair{EditNote, "noteDialog"},
+                                        {EditGoToSymbol, "goToSymbolDialog"},
+                                        {ColumnInsert, "insertColumns"},
+                                        {FormatCells, "cellSettingsDialog"},
+                                        {FormatGrid, "gridSettingsDialog"},
+                                        {SortDialog, "sortDialog"}})
+        LookAtDialog(command, name);
     grid->SelectRange({1, 2, 2, 3});
-    LookAtDialog(ECommand::SelectionInsert, "insertDeleteChoice");
-    LookAtDialog(ECommand::SelectionDelete, "insertDeleteChoice");
+    LookAtDialog(SelectionInsert, "insertDeleteChoice");
+    LookAtDialog(SelectionDelete, "insertDeleteChoice");
 }
 
-TEST_F(CDialogWalkTest, DialogsOfFilesAndOfTheProgram) {
-    LookAtDialog(ECommand::FileExport, "quoteDataOptions");
-    LookAtDialog(ECommand::About, "aboutDialog");
-    WriteFile(folder / "List.txt", "IBM\nNEW\nNEW\nnot understood at all, is it\n");
-    InNext<QDialog>([&](QDialog& dialog) {
+TEST_P(CDialogWalkTest, DialogsOfFilesAndOfTheProgram) {
+    LookAtDialog(FileExport, "quoteDataOptions");
+    LookAtDialog(About, "aboutDialog");
+    WriteFile(At("List.txt"), "IBM\nNEW\nNEW\nnot understood at all, is it\n");
+    bool isImport = false;
+    WhenOpen<QDialog>([&](QDialog& dialog) {
         Look(dialog, "importDialog");
+        isImport = true;
         dialog.reject();
     });
-    frame->Files().TakeDropped({folder / "List.txt"});
-    EXPECT_TRUE(WaitUntil([&] { return m_looked == 2; }));
-    std::vector<SRecovery> found(2);
-    CRecoveryDlg recovery(std::move(found), frame);
-    recovery.show();
-    Look(recovery, "recoveryDialog");
-    LookAtWindow(ECommand::HelpGuide, "guide");
-    LookAtWindow(ECommand::HelpKeys, "keysWindow");
+    frame->Files().TakeDropped({At("List.txt")});
+    EXPECT_TRUE(isImport);
+    LookAtShown(CRecoveryDlg(std::vector<SRecovery>(2), frame), "recoveryDialog");
+    LookAtWindow(HelpGuide, "guide");
+    LookAtWindow(HelpKeys, "keysWindow");
 }
 
-TEST_F(CDialogWalkTest, DialogsOfAlertsAndWindowsBesideTheBoard) {
-    LookAtDialog(ECommand::AlertNew, "newAlertDlg");
-    LookAtDialog(ECommand::AlertsEdit, "alertsDlg");
-    LookAtDialog(ECommand::SymbolSearch, "symbolSearch");
-    LookAtWindow(ECommand::AlertHistory, "alertHistory");
-    LookAtWindow(ECommand::Headlines, "headlinesWindow");
-    LookAtWindow(ECommand::TimeAndSales, "timeAndSales");
+TEST_P(CDialogWalkTest, DialogsOfAlertsAndWindowsBesideTheBoard) {
+    LookAtDialog(AlertNew, "newAlertDlg");
+    LookAtDialog(AlertsEdit, "alertsDlg");
+    LookAtDialog(SymbolSearch, "symbolSearch");
+    LookAtWindow(AlertHistory, "alertHistory");
+    LookAtWindow(Headlines, "headlinesWindow");
+    LookAtWindow(TimeAndSales, "timeAndSales");
     SAlertNotice notice;
     notice.symbol = "IBM";
     notice.fieldName = "Last";
-    CResetAlert reset(notice, frame);
-    reset.show();
-    Look(reset, "resetAlert");
+    LookAtShown(CResetAlert(notice, frame), "resetAlert");
 }
+
+INSTANTIATE_TEST_SUITE_P(Fonts, CDialogWalkTest, testing::Values(1.0, 1.5),
+                         [](const auto& given) { return std::to_string(int(given.param * 100)); });

@@ -1,34 +1,22 @@
 #include "app/files/RecoveryDesk.h"
 
 #include "app/FrameFixture.h"
-#include "app/files/FileDesk.h"
 #include "app/files/RecoveryDlg.h"
-#include "support/Dialogs.h"
-#include "support/EventLoop.h"
-#include "support/MessageBoxes.h"
-#include "watchlist/edit/CellEntry.h"
 
 #include <QProcess>
-#include <QPushButton>
 #include <QStandardPaths>
 #include <QTreeWidget>
-
-#include <gmock/gmock.h>
 
 #include <csignal>
 
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 using enum vx::EBoxAnswer;
 
 namespace {
 
 class CRecoveryDeskTest : public CFrameFixture {
 protected:
-    std::string At(const std::string& name) const { return folder / name; }
     std::vector<std::string> Kept() const {
         std::vector<std::string> out;
         std::error_code error;
@@ -38,51 +26,60 @@ protected:
     }
     /// A run that ends without a save: symbols in rows 1, 2, ... of a list with a file, or of an untitled one.
     void LoseRun(const std::string& file, const std::vector<std::string>& symbols) {
-        CMainFrame& frame = Frame();
+        Frame();
         if (!file.empty()) {
             if (!std::filesystem::exists(file)) WriteFile(file, "Columns=Symbol:1000;\r\n");
-            ASSERT_TRUE(frame.Files().Open(file));
+            ASSERT_TRUE(frame->Files().Open(file));
         }
         int row = 0;
-        for (const std::string& symbol : symbols) EnterCellText(frame.Document(), ++row, 1, {}, symbol);
-        frame.Recovery().KeepNow();
+        for (const std::string& symbol : symbols) Enter(++row, symbol);
+        frame->Recovery().KeepNow();
         DropFrame();
     }
-    void Press(CRecoveryDlg& dialog, const char* button) {
-        dialog.findChild<QPushButton*>(QString::fromLatin1(button))->click();
-    }
-    QStringList Names(CRecoveryDlg& dialog) {
-        QStringList out;
-        auto* list = dialog.findChild<QTreeWidget*>();
-        for (int i = 0; i < list->topLevelItemCount(); ++i)
-            out << list->topLevelItem(i)->text(0) + QLatin1Char(' ') + list->topLevelItem(i)->text(2);
-        out.sort();
+    /// Offers what is kept, and presses buttons of the dialog; returns what it lists.
+    std::vector<std::string> Offer(std::initializer_list<const char*> buttons, bool userAsked = false) {
+        std::vector<std::string> out;
+        WhenOpen<CRecoveryDlg>([&](CRecoveryDlg& dialog) {
+            auto& list = Named<QTreeWidget>(dialog, "recoveries");
+            for (int i = 0; i < list.topLevelItemCount(); ++i)
+                out.push_back(list.topLevelItem(i)->text(0).toStdString() + ' ' +
+                              list.topLevelItem(i)->text(2).toStdString());
+            if (const auto a = list.findItems(QStringLiteral("A"), Qt::MatchExactly); !a.empty())
+                list.setCurrentItem(a.front());
+            for (const char* button : buttons) {
+                Click(dialog, button);
+                left.push_back(list.topLevelItemCount());
+            }
+        });
+        frame->Recovery().Offer(userAsked);
         return out;
     }
+    /// The program, with its window there: its socket is; the handlers follow before the event loop runs.
+    testing::AssertionResult Start(QProcess& program, const QStringList& arguments) {
+        program.start(QStringLiteral(ZW_BIN_DIR "/zantrel-watchlist"), arguments);
+        if (!program.waitForStarted() ||
+            !WaitUntil([&] { return std::filesystem::exists(At("zantrel/watchlist-1.socket")); }))
+            return testing::AssertionFailure() << "no window";
+        return testing::AssertionSuccess();
+    }
 
-    CMessageBoxes boxes;
+    std::vector<int> left; ///< How many the dialog listed after each button.
 };
 
 } // namespace
 
 TEST_F(CRecoveryDeskTest, LostChangesAreOfferedAndBecomeUnsavedChangesOfTheirFileAgain) {
     LoseRun(At("Banks.vxw"), {"IBM", "GE"});
-    CMainFrame& frame = Frame();
-    QStringList offered;
-    WhenOpen<CRecoveryDlg>([&](CRecoveryDlg& dialog) {
-        offered = Names(dialog);
-        Press(dialog, "recover");
-    });
-    frame.Recovery().Offer(false);
-    EXPECT_EQ(offered, QStringList{QStringLiteral("Banks 2")});
-    EXPECT_EQ(frame.Document().RowSymbol(2), "GE");
-    EXPECT_TRUE(frame.Document().IsModified());
-    EXPECT_EQ(frame.Files().File().Path(), At("Banks.vxw"));
+    Frame();
+    EXPECT_THAT(Offer({"recover"}), ElementsAre("Banks 2"));
+    EXPECT_EQ(doc->RowSymbol(2), "GE");
+    EXPECT_TRUE(doc->IsModified());
+    EXPECT_EQ(frame->Files().File().Path(), At("Banks.vxw"));
     EXPECT_THAT(Kept(), SizeIs(1)) << "it is kept until it is saved";
-    Do("FileSave");
-    frame.Recovery().Flush();
+    Do(ECommand::FileSave);
+    frame->Recovery().Flush();
     EXPECT_THAT(Kept(), IsEmpty());
-    EXPECT_THAT(ReadFile(At("Banks.vxw")), testing::HasSubstr("Symbols=IBM:1,;GE:2,;"));
+    EXPECT_THAT(ReadFile(At("Banks.vxw")), HasSubstr("Symbols=IBM:1,;GE:2,;"));
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 }
 
@@ -90,87 +87,62 @@ TEST_F(CRecoveryDeskTest, OfSeveralEachIsRecoveredDiscardedOrLeftAndNoneIsLost) 
     LoseRun(At("A.vxw"), {"IBM"});
     LoseRun({}, {"F", "GM", "TM"});
     LoseRun(At("C.vxw"), {"GE"});
-    CMainFrame& frame = Frame();
-    WhenOpen<CRecoveryDlg>([&](CRecoveryDlg& dialog) {
-        EXPECT_EQ(Names(dialog),
-                  (QStringList{QStringLiteral("A 1"), QStringLiteral("C 1"), QStringLiteral("Untitled 3")}));
-        auto* list = dialog.findChild<QTreeWidget*>();
-        list->setCurrentItem(list->findItems(QStringLiteral("A"), Qt::MatchExactly).front());
-        boxes.answers = {No, Yes};
-        Press(dialog, "discard");
-        EXPECT_EQ(list->topLevelItemCount(), 3);
-        Press(dialog, "discard");
-        EXPECT_EQ(list->topLevelItemCount(), 2);
-        Press(dialog, "later");
-    });
-    frame.Recovery().Offer(false);
+    Frame();
+    boxes.answers = {No, Yes};
+    EXPECT_THAT(Offer({"discard", "discard", "later"}), testing::UnorderedElementsAre("A 1", "C 1", "Untitled 3"));
+    EXPECT_THAT(left, ElementsAre(3, 2, 2));
     const std::string question = "Discard the unsaved changes of \"A\"? They cannot be brought back.";
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre(question, question));
-    EXPECT_EQ(frame.Document().SymbolCount(), 0U);
+    EXPECT_EQ(doc->SymbolCount(), 0U);
+    EXPECT_THAT(Kept(), SizeIs(2));
 
-    const auto recoverFirst = [&] {
-        WhenOpen<CRecoveryDlg>([this](CRecoveryDlg& dialog) { Press(dialog, "recover"); });
-        frame.Recovery().Offer(true);
-    };
-    recoverFirst();
-    EXPECT_GT(frame.Document().SymbolCount(), 0U);
+    Offer({"recover"}, true);
+    EXPECT_GT(doc->SymbolCount(), 0U);
     boxes.answers = {Cancel}; // The other one would replace it: the user thinks better of it.
-    recoverFirst();
+    Offer({"recover"}, true);
     EXPECT_THAT(boxes.TakeTexts(), SizeIs(1));
     EXPECT_THAT(Kept(), SizeIs(2));
     boxes.answers = {No};
-    recoverFirst();
+    Offer({"recover"}, true);
     boxes.TakeTexts();
     EXPECT_THAT(Kept(), SizeIs(1)) << "what the user gave up is gone, the other one stays";
-    frame.Recovery().Offer(true);
+    frame->Recovery().Offer(true);
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre("There are no unsaved changes of an earlier run."));
 }
 
-TEST_F(CRecoveryDeskTest, WhatTheUserDidNotWantToSaveIsNotOfferedAgain) {
-    CMainFrame& frame = Frame();
-    EnterCellText(frame.Document(), 1, 1, {}, "ibm");
-    frame.Recovery().KeepNow();
-    EXPECT_THAT(Kept(), SizeIs(1));
+TEST_F(CRecoveryDeskTest, AnOpenEditorIsKeptTooUntilTheUserDoesNotWantToSave) {
+    Frame();
+    for (const char* typed : {"ibm", "#refused in the row of a symbol"}) {
+        ASSERT_TRUE(grid->BeginEdit(1, 1, typed));
+        frame->Recovery().KeepNow();
+    }
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+    ASSERT_THAT(Kept(), SizeIs(1));
+    EXPECT_THAT(ReadFile(Kept().front()), HasSubstr("Symbols=IBM:1,;"));
     boxes.answers = {No};
-    frame.close();
+    frame->close();
     DropFrame();
     EXPECT_THAT(Kept(), IsEmpty());
 }
 
 TEST_F(CRecoveryDeskTest, TheUserHearsOnceThatNothingCanBeKept) {
-    CMainFrame& frame = Frame();
+    Frame();
     std::filesystem::create_directories(At("zantrel"));
     WriteFile(At("zantrel/recovery"), "in the way of the folder");
-    EnterCellText(frame.Document(), 1, 1, {}, "ibm");
-    frame.Recovery().KeepNow();
-    for (int i = 0; i < 3; ++i) frame.Recovery().Poll();
+    Enter(1, "ibm");
+    frame->Recovery().KeepNow();
+    for (int i = 0; i < 3; ++i) frame->Recovery().Poll();
     TurnEventLoop(3);
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Unsaved changes cannot be kept in \"" + At("zantrel/recovery") +
                                                "\": a part of its path is no folder. Save the watchlist so that they "
                                                "are not lost."));
 }
 
-TEST_F(CRecoveryDeskTest, AnOpenEditorIsKeptToo) {
-    CMainFrame& frame = Frame();
-    for (const char* typed : {"ibm", "#refused in the row of a symbol"}) {
-        ASSERT_TRUE(frame.View().Grid().BeginEdit(1, 1, typed));
-        frame.Recovery().KeepNow();
-    }
-    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
-    ASSERT_THAT(Kept(), SizeIs(1));
-    EXPECT_THAT(ReadFile(Kept().front()), testing::HasSubstr("Symbols=IBM:1,;"));
-}
-
 TEST_F(CRecoveryDeskTest, ASignalEndsTheProgramWithoutAQuestionAndTheChangesAreKept) {
     LoseRun(At("Banks.vxw"), {"IBM"});
-    ASSERT_THAT(Kept(), SizeIs(1));
     for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
         QProcess program;
-        program.start(QStringLiteral(ZW_BIN_DIR "/zantrel-watchlist"),
-                      {QStringLiteral("-platform"), QStringLiteral("offscreen")});
-        ASSERT_TRUE(program.waitForStarted());
-        // The window is there when its socket is; the handlers follow before the event loop runs.
-        ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(At("zantrel/watchlist-1.socket")); }));
+        ASSERT_TRUE(Start(program, {QStringLiteral("-platform"), QStringLiteral("offscreen")}));
         QProcess save;
         save.start(QStringLiteral(ZW_BIN_DIR "/zantrel-watchlist"), {QStringLiteral("--save-workspace")});
         ASSERT_TRUE(save.waitForFinished());
@@ -195,9 +167,7 @@ TEST_F(CRecoveryDeskTest, ALostDisplayLeavesTheChangesAndTheOpenEditorToTheNextS
     environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
     QProcess program;
     program.setProcessEnvironment(environment);
-    program.start(QStringLiteral(ZW_BIN_DIR "/zantrel-watchlist"), {});
-    ASSERT_TRUE(program.waitForStarted());
-    ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(At("zantrel/watchlist-1.socket")); }));
+    ASSERT_TRUE(Start(program, {}));
     QProcess keys;
     keys.setProcessEnvironment(environment);
     keys.start(QStringLiteral("xdotool"),
@@ -207,11 +177,11 @@ TEST_F(CRecoveryDeskTest, ALostDisplayLeavesTheChangesAndTheOpenEditorToTheNextS
     ASSERT_EQ(keys.exitCode(), 0) << keys.readAllStandardError().toStdString();
     // A second after the first entry it is kept: by then the second one is in the editor.
     ASSERT_TRUE(WaitUntil([&] { return Kept().size() == 1; }));
-    EXPECT_THAT(ReadFile(Kept().front()), testing::HasSubstr("Symbols=IBM:1,;\r\n"));
+    EXPECT_THAT(ReadFile(Kept().front()), HasSubstr("Symbols=IBM:1,;\r\n"));
     display.kill();
     ASSERT_TRUE(program.waitForFinished());
     EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
     ASSERT_THAT(Kept(), SizeIs(1));
-    EXPECT_THAT(ReadFile(Kept().front()), testing::HasSubstr("Symbols=IBM:1,;GOOG:2,;\r\n"));
+    EXPECT_THAT(ReadFile(Kept().front()), HasSubstr("Symbols=IBM:1,;GOOG:2,;\r\n"));
     display.waitForFinished();
 }

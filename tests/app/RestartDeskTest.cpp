@@ -1,117 +1,106 @@
 #include "app/shell/RestartDesk.h"
 
-#include "app/SiblingFixture.h"
-#include "app/files/FileDesk.h"
+#include "app/FrameFixture.h"
 #include "app/files/RecoveryDesk.h"
 #include "feed/session/FeedEnd.h"
-#include "support/Dialogs.h"
-#include "support/Gui.h"
 #include "watchlist/file/FileGenerations.h"
 
 #include <QProgressDialog>
 #include <QSignalSpy>
 
-#include <gmock/gmock.h>
-
 #include <fmt/format.h>
 
 using namespace vx;
 using namespace vx::test;
-using testing::SizeIs;
-using testing::StartsWith;
 
 namespace {
 
 class CRestartDeskTest : public CSiblingFixture {
 protected:
     /// A shown frame whose feed client has gone.
-    CMainFrame& EndedFrame(const std::vector<std::string>& arguments = {}) {
-        CMainFrame& frame = Frame(arguments);
-        frame.ShowSized(700, 500);
-        frame.Restart().ShowEnd(EFeedEnd::Quotes);
-        return frame;
+    void EndedFrame(const std::vector<std::string>& arguments = {}, const std::string& file = {}) {
+        ShownFrame(arguments, 700, 500).Restart().ShowEnd(EFeedEnd::Quotes);
+        EXPECT_TRUE(file.empty() || frame->Files().Open(file));
     }
     /// The arguments up to the window's place.
     std::string StartedByRestart() {
-        const std::string started = StartedBy("Restart");
+        const std::string started = StartedBy(ECommand::Restart);
         return started.substr(0, started.find("-left|"));
+    }
+    void Change(int row, const char* symbol) {
+        doc->Update()->EnterSymbol(row, symbol);
+        doc->Edit({}, [](CWatchlistEdit&) {});
+        doc->Update()->Columns();
     }
 };
 
 } // namespace
 
 TEST_F(CRestartDeskTest, UnsavedChangesAndWhatIsBeingTypedGoOverWithoutAQuestion) {
-    Install("zantrel-watchlist");
-    CMainFrame& frame = EndedFrame();
-    frame.move(40, 30);
-    frame.activateWindow();
+    Install();
+    EndedFrame({"--starter"});
+    frame->move(40, 30);
+    frame->activateWindow();
     ProcessAll();
-    frame.Document().Update()->EnterSymbol(1, "IBM");
-    frame.Document().Edit({}, [](CWatchlistEdit&) {});
-    frame.Document().Update()->Columns();
-    ASSERT_TRUE(frame.View().Grid().BeginEdit(2, 1, "goog"));
-    const QSignalSpy restarted(&frame.Restart(), &CRestartDesk::Restarted);
+    Change(1, "IBM");
+    ASSERT_TRUE(grid->BeginEdit(2, 1, "goog"));
+    const QSignalSpy restarted(&frame->Restart(), &CRestartDesk::Restarted);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_R, Qt::AltModifier);
-    ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(At("started")); }));
+    const std::string started = Started();
     EXPECT_THAT(restarted, SizeIs(1));
-    const std::string kept = frame.Recovery().KeptFile();
-    EXPECT_EQ(ReadFile(At("started")),
-              fmt::format("zantrel-watchlist|--resume|{}|-left|40|-top|30|-right|740|-bottom|530|",
-                          kept.substr(kept.rfind('/') + 1)));
+    const std::string kept = frame->Recovery().KeptFile();
+    EXPECT_EQ(started, fmt::format("zantrel-watchlist|--resume|{}|-left|40|-top|30|-right|740|-bottom|530|",
+                                   kept.substr(kept.rfind('/') + 1)));
     DropFrame();
 
-    CMainFrame& next = Frame();
-    ASSERT_TRUE(next.Recovery().Resume(kept));
-    EXPECT_EQ(next.Document().RowSymbol(1), "IBM");
-    EXPECT_EQ(next.Document().RowSymbol(2), "GOOG");
-    EXPECT_TRUE(next.Document().IsModified());
-    EXPECT_EQ(next.Recovery().KeptFile(), kept) << "it is kept up to date from here on";
+    Frame();
+    ASSERT_TRUE(frame->Recovery().Resume(kept));
+    EXPECT_EQ(doc->RowSymbol(1), "IBM");
+    EXPECT_EQ(doc->RowSymbol(2), "GOOG");
+    EXPECT_TRUE(doc->IsModified());
+    EXPECT_EQ(frame->Recovery().KeptFile(), kept) << "it is kept up to date from here on";
     EXPECT_TRUE(boxes.shown.empty());
-    EXPECT_FALSE(next.Recovery().Resume(At("none.recovery")));
+    EXPECT_FALSE(frame->Recovery().Resume(At("none.recovery")));
     EXPECT_FALSE(std::filesystem::exists(At("none.lock")));
 }
 
 TEST_F(CRestartDeskTest, AnUnmodifiedListIsOpenedAsItWas) {
-    Install("zantrel-watchlist");
+    Install();
     EndedFrame({"--starter", "--log"});
     EXPECT_EQ(StartedByRestart(), "zantrel-watchlist|--starter|--log|");
     EndedFrame({"-symbol", "IBM,Z\xDCRN", "-type", "t", "--theme", "dark"});
     EXPECT_EQ(StartedByRestart(), "zantrel-watchlist|-symbol|IBM,Z\xC3\x9CRN|-type|t|--theme|dark|");
-    WriteFile(At("Banks.vxw"), "Columns=Symbol:1000;\r\nSymbols=MSFT:1,;\r\n");
-    ASSERT_TRUE(EndedFrame().Files().Open(At("Banks.vxw")));
+    EndedFrame({}, FileOf("Banks.vxw", "MSFT"));
     EXPECT_EQ(StartedByRestart(), "zantrel-watchlist|Banks.vxw|--new-window|");
 }
 
 TEST_F(CRestartDeskTest, ASaveThatIsUnderWayIsWaitedFor) {
-    Install("zantrel-watchlist");
-    WriteFile(At("Banks.vxw"), "Columns=Symbol:1000;\r\nSymbols=MSFT:1,;\r\n");
-    CMainFrame& frame = EndedFrame();
-    ASSERT_TRUE(frame.Files().Open(At("Banks.vxw")));
+    Install();
+    EndedFrame({}, FileOf("Banks.vxw", "MSFT"));
     std::optional<CFileLock> slowDisk;
     ASSERT_EQ(CFileGenerations(At("zantrel")).Lock(At("Banks.vxw"), slowDisk), 0);
-    frame.Files().SetPatienceMs(0);
-    frame.Document().Update()->EnterSymbol(2, "IBM");
-    frame.Document().Edit({}, [](CWatchlistEdit&) {});
-    Do("FileSave");
-    const QSignalSpy restarted(&frame.Restart(), &CRestartDesk::Restarted);
+    frame->Files().SetPatienceMs(0);
+    Change(2, "IBM");
+    Do(ECommand::FileSave);
+    const QSignalSpy restarted(&frame->Restart(), &CRestartDesk::Restarted);
     WhenOpen<QProgressDialog>([](QProgressDialog& dialog) { dialog.cancel(); });
-    Do("Restart");
+    Do(ECommand::Restart);
     EXPECT_THAT(restarted, SizeIs(0));
     WhenOpen<QProgressDialog>([&](QProgressDialog&) { slowDisk.reset(); });
     EXPECT_EQ(StartedByRestart(), "zantrel-watchlist|Banks.vxw|--new-window|");
-    EXPECT_FALSE(frame.Document().IsModified());
+    EXPECT_FALSE(doc->IsModified());
 }
 
 TEST_F(CRestartDeskTest, TheProgramStaysWhenItCannotBeStartedOrChangesCannotBeKept) {
-    CMainFrame& frame = EndedFrame();
-    const QSignalSpy restarted(&frame.Restart(), &CRestartDesk::Restarted);
+    EndedFrame();
+    const QSignalSpy restarted(&frame->Restart(), &CRestartDesk::Restarted);
     EXPECT_EQ(StartedByRestart(), "");
-    EXPECT_THAT(boxes.TakeTexts(), testing::ElementsAre("Unable to launch zantrel-watchlist.  Error Code: 2"));
-    Install("zantrel-watchlist");
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Unable to launch zantrel-watchlist.  Error Code: 2"));
+    Install();
     std::filesystem::create_directories(At("zantrel"));
     WriteFile(At("zantrel/recovery"), "in the way of the folder");
-    frame.Document().Edit({}, [](CWatchlistEdit&) {});
+    doc->Edit({}, [](CWatchlistEdit&) {});
     EXPECT_EQ(StartedByRestart(), "");
-    EXPECT_THAT(boxes.TakeTexts(), testing::ElementsAre(StartsWith("The unsaved changes could not be kept")));
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre(StartsWith("The unsaved changes could not be kept")));
     EXPECT_THAT(restarted, SizeIs(0));
 }

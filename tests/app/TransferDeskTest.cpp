@@ -1,42 +1,24 @@
 #include "app/files/TransferDesk.h"
 
 #include "app/FrameFixture.h"
-#include "app/files/FileDesk.h"
 #include "app/files/ListPrinter.h"
-#include "data/catalogue/UpdateFields.h"
 #include "grid/GridTheme.h"
-#include "support/Dialogs.h"
-#include "support/MessageBoxes.h"
 #include "watchlist/dialogs/ImportDlg.h"
 #include "watchlist/dialogs/QuoteDataOptions.h"
-#include "watchlist/edit/CellEntry.h"
 
-#include <QAbstractButton>
-#include <QCheckBox>
-#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QGroupBox>
-#include <QLabel>
 #include <QPdfWriter>
 #include <QPlainTextEdit>
 #include <QPrinter>
-#include <QPushButton>
 #include <QRegularExpression>
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 
 #include <set>
 
 using namespace vx;
 using namespace vx::test;
-using testing::AllOf;
-using testing::Contains;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
-using testing::StartsWith;
 
 namespace {
 
@@ -61,124 +43,101 @@ std::set<QRgb> ColorsOfPdf(const std::string& file) {
 class CTransferDeskTest : public CFrameFixture {
 protected:
     CTransferDeskTest() {
-        frame.show();
-        doc.Update()->SetColumnsByName("Symbol;Last;Notes;");
-        doc.Update()->Columns();
+        Frame().show();
+        ColumnsAre("Symbol;Last;Notes;");
     }
 
-    void Type(int row, const std::string& text) { EnterCellText(doc, row, 1, {}, text); }
-    std::string At(const std::string& name) const { return folder / name; }
-
-    /// Goes through both dialogs of an export; options: the buttons to press, by their texts.
-    void Export(const std::vector<const char*>& options, const std::string& name) {
+    /// Goes through both dialogs of an export; options: the buttons to press, by their texts. Returns what is written.
+    std::string Export(const std::vector<const char*>& options, const std::string& name, const char* suffix = "") {
         WhenOpen<CQuoteDataOptions>([&, options](CQuoteDataOptions& dialog) {
+            offered = dialog.Options();
             for (const auto* group : dialog.findChildren<QGroupBox*>()) groups << group->title();
-            for (const char* option : options) dialog.findChild<QAbstractButton*>(QString::fromLatin1(option))->click();
+            for (const char* option : options) Named<QAbstractButton>(dialog, option).click();
+            if (name.empty()) return dialog.reject();
             WhenOpen<QFileDialog>([&, name](QFileDialog& files) {
                 filter = files.nameFilters().join(QLatin1Char('|')).toStdString();
-                files.selectFile(QString::fromStdString(name));
+                files.selectFile(QString::fromStdString(At(name)));
                 static_cast<QDialog&>(files).accept();
             });
             dialog.accept();
         });
-        Do("FileExport");
+        Do(ECommand::FileExport);
+        return name.empty() ? name : ReadFile(At(name + suffix));
     }
-    std::string Status() { return frame.findChild<QLabel*>(QStringLiteral("paneStatus"))->text().toStdString(); }
-    static QString Text(const CImportDlg& dialog, const char* list) {
-        const auto* edit = dialog.findChild<QPlainTextEdit*>(QString::fromLatin1(list));
-        return edit ? edit->toPlainText() : QString();
-    }
+    std::string Exported(const std::string& name) { return " \"" + At(name) + "\""; }
 
-    CMainFrame& frame = Frame();
-    CWatchlistDoc& doc = frame.Document();
-    CMessageBoxes boxes;
     QStringList groups;
+    SExportOptions offered;
     std::string filter;
 };
 
 } // namespace
 
 TEST_F(CTransferDeskTest, AnExportAsksHowAndWhereAndAppendingAsksNothingElse) {
-    Type(1, "ibm");
-    Type(2, "buy at the open");
-    Export({"Tab Delimited", "DDE Formulas"}, At("board"));
-    EXPECT_EQ(groups, (QStringList{QStringLiteral("Export"), QStringLiteral("Quote Format Options"),
-                                   QStringLiteral("File Options")}));
+    Enter(1, "ibm");
+    Enter(2, "buy at the open");
+    const std::string table = "Symbol\tLast\tNotes\n=VxLink|'IBM'!'Symbol'\t\t\nbuy at the open\t\t\n";
+    EXPECT_EQ(Export({"Tab Delimited", "DDE Formulas"}, "board", ".txt"), table);
+    EXPECT_EQ(groups.join(QLatin1Char('|')), QStringLiteral("Export|Quote Format Options|File Options"));
     EXPECT_EQ(filter, "Tabular Delimited (*.txt)");
-    const std::string table = ReadFile(At("board.txt"));
-    EXPECT_EQ(table, "Symbol\tLast\tNotes\n=VxLink|'IBM'!'Symbol'\t\t\nbuy at the open\t\t\n");
-
-    EXPECT_EQ(Status(), "Exported to \"" + At("board.txt") + "\"");
-
-    Export({"Data", "Append"}, At("board.txt"));
-    EXPECT_EQ(ReadFile(At("board.txt")), table + "IBM\t\t\nbuy at the open\t\t\n");
-    EXPECT_EQ(Status(), "Exported to the end of \"" + At("board.txt") + "\"");
-    Export({"Comma Delimited"}, At("board"));
+    EXPECT_EQ(Status(), "Exported to" + Exported("board.txt"));
+    EXPECT_EQ(Export({"Data", "Append"}, "board.txt"), table + "IBM\t\t\nbuy at the open\t\t\n");
+    EXPECT_EQ(Status(), "Exported to the end of" + Exported("board.txt"));
+    EXPECT_EQ(Export({"Comma Delimited"}, "board", ".csv"), "Symbol,Last,Notes\nIBM,,\nbuy at the open,,\n");
     EXPECT_EQ(filter, "Comma Delimited (*.csv)");
-    EXPECT_EQ(ReadFile(At("board.csv")), "Symbol,Last,Notes\nIBM,,\nbuy at the open,,\n");
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 
     boxes.answer = EBoxAnswer::Yes;
-    doc.Update()->EmptyRow(2);
-    Export({"Overwrite", "columnHeaders"}, At("board.csv"));
-    EXPECT_EQ(ReadFile(At("board.csv")), "IBM,,\n");
-    EXPECT_THAT(boxes.TakeTexts(), ElementsAre("The file \"" + At("board.csv") + "\" exists already. Replace it?"));
-    Export({}, At("none/board")); // A file that cannot be opened is passed over.
+    doc->Update()->EmptyRow(2);
+    EXPECT_EQ(Export({"Overwrite", "columnHeaders"}, "board.csv"), "IBM,,\n");
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre("The file" + Exported("board.csv") + " exists already. Replace it?"));
+    Export({}, "none/board"); // A file that cannot be opened is passed over.
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
     EXPECT_THAT(Status(),
                 AllOf(StartsWith("Nothing was exported: "), HasSubstr("/none/board.csv\" could not be opened")));
 }
 
 TEST_F(CTransferDeskTest, AnExportBeginsWithANewFileAndHeadersThenWithWhatWasChosenForTheList) {
-    const auto offered = [&] {
-        SExportOptions options;
-        WhenOpen<CQuoteDataOptions>([&](CQuoteDataOptions& dialog) {
-            options = dialog.Options();
-            dialog.reject();
-        });
-        Do("FileExport");
-        return options;
-    };
-    Type(1, "ibm");
-    EXPECT_EQ(offered(), (SExportOptions{false, true, true, false, false}));
-    doc.MarkSaved();
-    Export({}, At("board"));
-    EXPECT_FALSE(doc.IsModified());
-    Export({"DDE Formulas", "Tab Delimited", "columnHeaders", "utf8", "Append"}, At("board"));
-    EXPECT_TRUE(doc.IsModified()) << "a save keeps the choices";
-    EXPECT_EQ(offered(), (SExportOptions{true, false, false, true, true}));
-    doc.NewDocument();
-    EXPECT_EQ(offered(), SExportOptions{});
+    Enter(1, "ibm");
+    doc->MarkSaved();
+    Export({}, "board");
+    EXPECT_EQ(offered, (SExportOptions{false, true, true, false, false}));
+    EXPECT_FALSE(doc->IsModified());
+    Export({"DDE Formulas", "Tab Delimited", "columnHeaders", "utf8", "Append"}, "board");
+    EXPECT_TRUE(doc->IsModified()) << "a save keeps the choices";
+    Export({}, {});
+    EXPECT_EQ(offered, (SExportOptions{true, false, false, true, true}));
+    doc->NewDocument();
+    Export({}, {});
+    EXPECT_EQ(offered, SExportOptions{});
 }
 
 TEST_F(CTransferDeskTest, AnImportShowsWhatItWouldDoAndIsOneStep) {
-    Type(1, "ibm");
-    Type(2, "f");
+    Enter(1, "ibm");
+    Enter(2, "f");
     WriteFile(At("list.csv"), "Name,Symbol\nFord,f\nApple,aapl\nGE,ge\nGE,ge\nodd,12.5\n");
     const auto import = [&](bool agree) {
         WhenOpen<CImportDlg>([&, agree](CImportDlg& dialog) {
-            EXPECT_EQ(Text(dialog, "toAdd"), QStringLiteral("AAPL, GE"));
-            EXPECT_EQ(Text(dialog, "alreadyThere"), QStringLiteral("F"));
-            EXPECT_EQ(Text(dialog, "duplicates"), QStringLiteral("GE"));
-            EXPECT_EQ(Text(dialog, "notUnderstood"), QStringLiteral("line 6: 12.5"));
+            for (const auto& [list, text] : {std::pair{"toAdd", "AAPL, GE"},
+                                             {"alreadyThere", "F"},
+                                             {"duplicates", "GE"},
+                                             {"notUnderstood", "line 6: 12.5"}})
+                EXPECT_EQ(Named<QPlainTextEdit>(dialog, list).toPlainText().toStdString(), text);
             QPushButton* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
             EXPECT_EQ(ok->text(), QStringLiteral("Add 2 Symbols"));
-            if (agree)
-                ok->click();
-            else
-                dialog.reject();
+            agree ? ok->click() : dialog.reject();
         });
-        frame.Files().TakeDropped({At("list.csv")});
+        frame->Files().TakeDropped({At("list.csv")});
     };
-    frame.View().Grid().SetFocusCell(2, 1);
+    grid->SetFocusCell(2, 1);
     import(false);
-    EXPECT_EQ(doc.LastUsedRow(), 2);
+    EXPECT_EQ(doc->LastUsedRow(), 2);
     import(true);
-    for (const auto& [row, symbol] : std::map<int, std::string>{{1, "IBM"}, {2, "AAPL"}, {3, "GE"}, {4, "F"}})
-        EXPECT_EQ(doc.RowSymbol(row), symbol) << row;
-    EXPECT_EQ(frame.View().Grid().SelectedRange().lastRow, 3);
-    doc.Undo().Undo();
-    EXPECT_EQ(doc.LastUsedRow(), 2);
+    for (const auto& [row, symbol] : {std::pair{1, "IBM"}, {2, "AAPL"}, {3, "GE"}, {4, "F"}})
+        EXPECT_EQ(doc->RowSymbol(row), symbol) << row;
+    EXPECT_EQ(grid->SelectedRange().lastRow, 3);
+    Do(ECommand::EditUndo);
+    EXPECT_EQ(doc->LastUsedRow(), 2);
 
     WriteFile(At("none.txt"), "ibm f");
     WhenOpen<CImportDlg>([](CImportDlg& dialog) {
@@ -186,39 +145,35 @@ TEST_F(CTransferDeskTest, AnImportShowsWhatItWouldDoAndIsOneStep) {
         EXPECT_TRUE(dialog.findChild<QWidget*>(QStringLiteral("nothing")));
         dialog.reject();
     });
-    frame.Transfer().ImportFile(At("none.txt"));
+    frame->Transfer().ImportFile(At("none.txt"));
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 }
 
 TEST_F(CTransferDeskTest, PrintedTextsCanBeReadOnTheBackgroundsThatTheUserChose) {
-    doc.Update()->SetColumnsByName("Symbol;Last;Tick Trend;");
-    doc.SetFeedReady();
-    Type(1, "IBM");
-    const auto feed = [&](std::string_view field, std::initializer_list<const char*> values) {
-        std::string line = "Q,IBM";
-        for (size_t i = 0; kUpdateFields[i].name != field; ++i) line += ',';
-        for (const char* value : values) frame.Store().OnLevel1Message(line + value + ",");
-    };
-    feed("Last", {"12.5", "13.5"});
-    feed("Tick", {"173", "175", "183"});
-    doc.Update()->Columns();
+    ColumnsAre("Symbol;Last;Tick Trend;");
+    doc->SetFeedReady();
+    Enter(1, "IBM");
+    for (const auto& [field, value] :
+         {std::pair{"Last", "12.5"}, {"Last", "13.5"}, {"Tick", "173"}, {"Tick", "175"}, {"Tick", "183"}})
+        frame->Store().OnLevel1Message(Update("IBM", field, value));
+    doc->Update()->Columns();
     const auto printed = [&] {
         QPdfWriter paper(QString::fromStdString(At("board.pdf")));
-        CListPrinter list(frame.View().Grid(), 1, {}, paper);
+        CListPrinter list(*grid, 1, {}, paper);
         EXPECT_TRUE(list.Print(1, 1, [](int) { return true; }));
-        return ReadFile(At("board.pdf"));
+        return ColorsOfPdf(ReadFile(At("board.pdf")));
     };
     const SGridTheme& theme = kLightGridTheme;
-    for (const auto& colors = ColorsOfPdf(printed()); const QRgb color : {theme.up, theme.down, theme.unchanged})
+    for (const auto& colors = printed(); const QRgb color : {theme.up, theme.down, theme.unchanged})
         EXPECT_THAT(colors, Contains(color));
 
     constexpr QRgb kGrey = 0xFF808080;
     for (int column = 1; column <= 3; ++column) {
-        SCellFormat format = doc.Formats().Effective(1, column);
+        SCellFormat format = doc->Formats().Effective(1, column);
         format.backColour = 0x808080;
-        doc.Update()->Formats().Set(1, column, format);
+        doc->Update()->Formats().Set(1, column, format);
     }
-    const std::set<QRgb> colors = ColorsOfPdf(printed());
+    const std::set<QRgb> colors = printed();
     EXPECT_THAT(colors, Contains(kGrey));
     for (const ETextRole role : {ETextRole::Up, ETextRole::Down, ETextRole::Unchanged}) {
         EXPECT_THAT(colors, Not(Contains(theme.RoleColor(role))));
@@ -227,34 +182,22 @@ TEST_F(CTransferDeskTest, PrintedTextsCanBeReadOnTheBackgroundsThatTheUserChose)
 }
 
 TEST_F(CTransferDeskTest, PagesHoldAllRowsAndWideListsContinueBesideThem) {
-    const auto pages = [&](const std::string& columns) {
-        doc.Update()->SetColumnsByName(columns);
-        doc.Update()->Columns();
-        QPrinter printer(QPrinter::HighResolution);
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(QString::fromStdString(At("list.pdf")));
-        printer.setPageOrientation(QPageLayout::Landscape);
-        CListPrinter list(frame.View().Grid(), doc.LastUsedRow(), QStringLiteral("Banks"), printer);
-        int last = 0;
-        EXPECT_TRUE(list.Print(1, list.PageCount(), [&](int page) { return (last = page) > 0; }));
-        EXPECT_EQ(last, list.PageCount());
-        EXPECT_TRUE(ReadFile(At("list.pdf")).starts_with("%PDF"));
-        return last;
-    };
-    for (int row = 1; row <= 120; ++row) doc.Update()->PlaceSymbol(row, fmt::format("S{}", row));
-    doc.Update()->Columns();
-    const int narrow = pages("Symbol;Last;");
-    EXPECT_GE(narrow, 3);
-    EXPECT_LE(narrow, 5);
-    std::string all;
-    for (const char* name : {"Symbol", "Last", "Volume", "Bid", "Ask", "High", "Low", "Open", "Close", "Change"})
-        all += fmt::format("{};", name);
-
-    doc.Update()->SetColumnsByName(all);
-    for (int i = 1; i < doc.Columns().Count(); ++i) doc.Update()->Columns().SetWidth(i, 400);
-    doc.Update()->Columns();
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(QString::fromStdString(At("list.pdf")));
     printer.setPageOrientation(QPageLayout::Landscape);
-    EXPECT_GE(CListPrinter(frame.View().Grid(), 1, {}, printer).PageCount(), 2) << "ten columns of 400 pixels";
+    for (int row = 1; row <= 120; ++row) doc->Update()->PlaceSymbol(row, fmt::format("S{}", row));
+    ColumnsAre("Symbol;Last;");
+    CListPrinter list(*grid, doc->LastUsedRow(), QStringLiteral("Banks"), printer);
+    int last = 0;
+    EXPECT_TRUE(list.Print(1, list.PageCount(), [&](int page) { return (last = page) > 0; }));
+    EXPECT_EQ(last, list.PageCount());
+    EXPECT_THAT(ReadFile(At("list.pdf")), StartsWith("%PDF"));
+    EXPECT_GE(last, 3);
+    EXPECT_LE(last, 5);
+
+    ColumnsAre("Symbol;Last;Volume;Bid;Ask;High;Low;Open;Close;Change;");
+    for (int i = 1; i < doc->Columns().Count(); ++i) doc->Update()->Columns().SetWidth(i, 400);
+    doc->Update()->Columns();
+    EXPECT_GE(CListPrinter(*grid, 1, {}, printer).PageCount(), 2) << "ten columns of 400 pixels";
 }

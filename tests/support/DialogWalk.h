@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QTextBrowser>
 #include <QtTest/QTest>
 
@@ -20,7 +21,7 @@
 
 namespace vx::test {
 
-/// Goes through a window by Tab, as a user without a mouse does, and says what is wrong with it.
+/// Goes through a window by Tab, as a user without a mouse does, looks for texts that are cut, and says what is wrong.
 class CDialogWalk {
 public:
     explicit CDialogWalk(QWidget& window) : m_window(window) { Walk(); }
@@ -50,6 +51,7 @@ private:
         if (at != first) Say("Tab does not come back to " + Name(*first));
         LookAtControls();
         LookAtAccessKeys();
+        LookAtTexts();
     }
 
     // The stop behind one; of a text with links each link comes first.
@@ -107,6 +109,20 @@ private:
         for (const auto* label : m_window.findChildren<QLabel*>())
             if (label->buddy()) take(*label, label->text());
         for (const auto* box : m_window.findChildren<QGroupBox*>()) take(*box, box->title());
+    }
+
+    // Not in a window that would be larger if the screen were.
+    void LookAtTexts() {
+        const QSize room = m_window.screen()->availableSize() - QSize(40, 60);
+        if (m_window.size().boundedTo(room) != m_window.size()) return;
+        const auto look = [&](const QWidget& widget, const QString& text, bool wraps) {
+            if (!widget.isVisible() || text.isEmpty()) return;
+            const bool isCut = wraps ? widget.heightForWidth(widget.width()) > widget.height()
+                                     : widget.sizeHint().width() > widget.width();
+            if (isCut) Say("the text of " + Name(widget) + " is cut: " + text.toStdString());
+        };
+        for (const auto* button : m_window.findChildren<QAbstractButton*>()) look(*button, button->text(), false);
+        for (const auto* label : m_window.findChildren<QLabel*>()) look(*label, label->text(), label->wordWrap());
     }
 
     static std::string Name(const QWidget& widget) {

@@ -2,25 +2,46 @@
 
 #include <QPoint>
 #include <QProcess>
+#include <QRect>
 #include <QString>
 #include <QStringList>
 
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+class QApplication;
+class QWidget;
+struct xcb_connection_t;
+
 namespace vx::test {
 
-/// A display of the tests' own with a window manager, a keyboard and a mouse: Xvfb, openbox and xdotool. The
-/// environment variable ZW_WINDOW_MANAGER names another window manager.
+/// A display of the tests' own with a window manager, a keyboard and a mouse (Xvfb and xdotool), and an application
+/// object on it, for as long as the object lives.
 ///
-/// Owns    the programs, which end with it
+/// Shape   1600 by 1000 pixels; home: a folder in which the window manager finds no settings; scale: device pixels to a
+///         pixel
+/// Errors  MissingProgram names what is not installed; then there is neither display nor application
+/// Thread  the main one; there is no other application object meanwhile
 class CDisplay {
 public:
-    static bool IsInstalled();
-    /// Starts the server and makes its display that of this process, before the application object is made; false when
-    /// it does not start.
-    bool Start();
-    /// Starts the window manager, and returns when it manages windows, after the application object was made.
-    void StartWindowManager();
-    static bool IsUp() { return s_up; }
+    /// openbox, or what the environment variable ZW_WINDOW_MANAGER names.
+    static std::string UsualWindowManager();
+    /// What a display with this window manager needs and is not there; empty when all is.
+    static std::string MissingProgram(const std::string& windowManager);
+
+    CDisplay(const std::string& home, const std::string& windowManager, const std::string& scale = "1");
     ~CDisplay();
+    CDisplay(const CDisplay&) = delete;
+    CDisplay& operator=(const CDisplay&) = delete;
+
+    /// What the display has of a window in device pixels, whatever the toolkit makes of it: what is in the frame, and
+    /// all of it.
+    QRect Inside(const QWidget& window) const;
+    QRect Whole(const QWidget& window) const;
+    /// The window that has the keyboard by what the window manager says.
+    uint32_t ActiveWindow() const;
 
     // The user's hands. Each call returns when what it does was sent.
 
@@ -33,9 +54,16 @@ public:
     static QString Tool(const QStringList& arguments);
 
 private:
-    QProcess m_server;
-    QProcess m_windowManager;
-    static inline bool s_up = false;
+    void AwaitWindowManager();
+    std::vector<uint32_t> Property(uint32_t window, const char* name) const;
+
+    QProcess m_server, m_windowManager;
+    xcb_connection_t* m_connection = nullptr;
+    uint32_t m_root = 0;
+    int m_count = 1;
+    char m_name[6] = "tests";
+    char* m_arguments[2] = {m_name, nullptr};
+    std::unique_ptr<QApplication> m_application;
 };
 
 /// Another program with a window, in a process of its own: tells each key that its window gets.
@@ -48,7 +76,6 @@ public:
     /// Returns with its window the active one.
     COtherProgram();
     ~COtherProgram();
-    void Activate();
     bool IsActive();
     /// The texts of all keys so far.
     QString Keys();

@@ -11,11 +11,15 @@
 
 namespace vx::test {
 
+/// Whether the cases of a program make application objects of their own.
+inline bool g_testsMakeApplications = false;
+
 /// Gives every program of tests that includes this header an application object, so that event loops run.
 class CEventLoopEnvironment final : public ::testing::Environment {
 public:
     void SetUp() override {
-        if (!QCoreApplication::instance()) m_application = std::make_unique<QCoreApplication>(m_count, m_arguments);
+        if (!QCoreApplication::instance() && !g_testsMakeApplications)
+            m_application = std::make_unique<QCoreApplication>(m_count, m_arguments);
     }
     void TearDown() override { m_application.reset(); }
 

@@ -16,7 +16,11 @@ public:
 
     SLocalTime Now() const override { return now; }
     int64_t MonotonicMs() const override { return elapsedMs; }
-    void SleepMs(int milliseconds) override;
+    void SleepMs(int milliseconds) override {
+        sleeps.push_back(milliseconds);
+        elapsedMs += milliseconds;
+        if (onSleep) onSleep();
+    }
 
     SLocalTime now{2024, 1, 31, 9, 30, 5, 0};
     int64_t elapsedMs = 0;

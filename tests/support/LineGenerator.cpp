@@ -2,31 +2,22 @@
 
 #include "data/catalogue/UpdateFields.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
-#include <cstdarg>
-#include <cstdio>
 
 namespace vx::test {
 
 namespace {
 
-[[gnu::format(printf, 1, 2)]] std::string Print(const char* format, ...) {
-    char text[64];
-    va_list arguments;
-    va_start(arguments, format);
-    std::vsnprintf(text, sizeof(text), format, arguments);
-    va_end(arguments);
-    return text;
-}
-
-std::string Price(double value) { return Print("%.2f", value); }
+std::string Price(double value) { return fmt::format("{:.2f}", value); }
 
 // 1 to 5 letters, and now and then the long name of an option.
 std::string MakeSymbol(size_t index) {
     std::string name;
     for (size_t i = index + 3; i > 0; i /= 26) name += static_cast<char>('A' + i % 26);
-    if (index % 16 == 15) name += Print("2419C%zu.5", 50 + index % 100);
+    if (index % 16 == 15) name += fmt::format("2419C{}.5", 50 + index % 100);
     return name;
 }
 
@@ -75,18 +66,18 @@ void CLineGenerator::Put(const char* field, std::string text) { m_fields[SlotOf(
 
 std::string CLineGenerator::Clock() {
     const uint64_t seconds = m_microseconds / 1'000'000 % 86400;
-    return Print("%02d:%02d:%02d.%06d", static_cast<int>(seconds / 3600), static_cast<int>(seconds / 60 % 60),
-                 static_cast<int>(seconds % 60), static_cast<int>(m_microseconds % 1'000'000));
+    return fmt::format("{:02}:{:02}:{:02}.{:06}", seconds / 3600, seconds / 60 % 60, seconds % 60,
+                       m_microseconds % 1'000'000);
 }
 
 void CLineGenerator::Quote(SInstrument& i) {
     const bool bid = m_random.OneIn(2);
     const double half = 0.01 * (1 + m_random.Below(3));
     Put(bid ? "Bid" : "Ask", Price(bid ? i.last - half : i.last + half));
-    Put(bid ? "Bid Size" : "Ask Size", Print("%u", 100 * (1 + m_random.Below(40))));
+    Put(bid ? "Bid Size" : "Ask Size", fmt::format("{}", 100 * (1 + m_random.Below(40))));
     Put(bid ? "Bid Change" : "Ask Change", Price(0.01 * static_cast<double>(m_random.Below(5)) - 0.02));
     Put(bid ? "Bid Time" : "Ask Time", Clock());
-    Put(bid ? "Bid Market Center" : "Ask Market Center", Print("%u", m_random.Below(60)));
+    Put(bid ? "Bid Market Center" : "Ask Market Center", fmt::format("{}", m_random.Below(60)));
     Put("Spread", Price(2 * half));
     Put("Message Contents", bid ? "b" : "a");
 }
@@ -98,27 +89,27 @@ void CLineGenerator::Trade(SInstrument& i) {
     i.volume += size;
     ++i.trades;
     const std::string time = Clock();
-    const std::string market = Print("%u", m_random.Below(60));
+    const std::string market = fmt::format("{}", m_random.Below(60));
     Put("Change", Price(i.last - i.open));
-    Put("Percent Change", Print("%.6f", (i.last - i.open) / i.open));
+    Put("Percent Change", fmt::format("{:.6f}", (i.last - i.open) / i.open));
     Put("Change From Open", Price(i.last - i.open));
-    Put("Volatility", Print("%.6f", std::fabs(i.last - i.open) / i.last));
-    Put("Total Volume", Print("%u", i.volume));
+    Put("Volatility", fmt::format("{:.6f}", std::fabs(i.last - i.open) / i.last));
+    Put("Total Volume", fmt::format("{}", i.volume));
     Put("Tick", i.last > before ? "173" : i.last < before ? "175" : "183");
-    Put("Market Capitalization", Print("%.0f", i.last * 100000));
-    Put("Number of Trades Today", Print("%d", i.trades));
-    Put("VWAP", Print("%.4f", (i.last + i.open) / 2));
-    Put("TickID", Print("%u", m_random.Below(1u << 30)));
+    Put("Market Capitalization", fmt::format("{:.0f}", i.last * 100000));
+    Put("Number of Trades Today", fmt::format("{}", i.trades));
+    Put("VWAP", fmt::format("{:.4f}", (i.last + i.open) / 2));
+    Put("TickID", fmt::format("{}", m_random.Below(1u << 30)));
     Put("Message Contents", "C");
     Put("Most Recent Trade", Price(i.last));
-    Put("Most Recent Trade Size", Print("%u", size));
+    Put("Most Recent Trade Size", fmt::format("{}", size));
     Put("Most Recent Trade Time", time);
     Put("Most Recent Trade Market Center", market);
     Put("Last", Price(i.last));
-    Put("Last Size", Print("%u", size));
+    Put("Last Size", fmt::format("{}", size));
     Put("Last Time", time);
     Put("Last Market Center", market);
-    Put("Most Recent Trade Aggressor", Print("%u", 1 + m_random.Below(2)));
+    Put("Most Recent Trade Aggressor", fmt::format("{}", 1 + m_random.Below(2)));
 }
 
 void CLineGenerator::Heavy(SInstrument& i) {
@@ -129,25 +120,25 @@ void CLineGenerator::Heavy(SInstrument& i) {
             m_fields[slot] = m_random.OneIn(2) ? "3D" : "R";
             break;
         case EParseRule::Date:
-            m_fields[slot] = Print("%u/%u/2024", 1 + m_random.Below(12), 1 + m_random.Below(28));
+            m_fields[slot] = fmt::format("{}/{}/2024", 1 + m_random.Below(12), 1 + m_random.Below(28));
             break;
         case EParseRule::Hex:
-            m_fields[slot] = Print("%X", m_random.Below(256));
+            m_fields[slot] = fmt::format("{:X}", m_random.Below(256));
             break;
         case EParseRule::Percent:
-            m_fields[slot] = Print("%.6f", m_random.Unit() - 0.5);
+            m_fields[slot] = fmt::format("{:.6f}", m_random.Unit() - 0.5);
             break;
         case EParseRule::Number:
             m_fields[slot] = Price(i.last * (0.9 + 0.2 * m_random.Unit()));
             break;
         case EParseRule::Unsigned:
-            m_fields[slot] = Print("%u", m_random.Below(50'000'000));
+            m_fields[slot] = fmt::format("{}", m_random.Below(50'000'000));
             break;
         case EParseRule::Regions:
             m_fields[slot] = "N;P;Q;T";
             break;
         default:
-            m_fields[slot] = Print("%u", m_random.Below(200));
+            m_fields[slot] = fmt::format("{}", m_random.Below(200));
             break;
         }
     }
@@ -155,7 +146,7 @@ void CLineGenerator::Heavy(SInstrument& i) {
     Trade(i);
     for (const char* time : {"Bid Time", "Ask Time", "Extended Trade Time"}) Put(time, Clock());
     Put("Extended Trade", Price(i.last));
-    Put("Extended Trade Market Center", Print("%u", m_random.Below(60)));
+    Put("Extended Trade Market Center", fmt::format("{}", m_random.Below(60)));
     Put("Message Contents", "Cbaohl");
 }
 

@@ -33,10 +33,7 @@ public:
     }
 
     int Status(SFileStatus& status) const override {
-        const std::lock_guard guard(m_disk.m_mutex);
-        if (const int error = Begin()) return error;
-        status = m_node->status;
-        return 0;
+        return Call([&] { status = m_node->status; });
     }
     int Read(uint64_t position, char* to, size_t bytes, size_t& count) const override {
         const std::lock_guard guard(m_disk.m_mutex);
@@ -60,27 +57,19 @@ public:
         return 0;
     }
     int Sync() override {
-        const std::lock_guard guard(m_disk.m_mutex);
-        if (const int error = Begin()) return error;
-        m_node->synced = m_node->content;
-        return 0;
+        return Call([&] { m_node->synced = m_node->content; });
     }
     int Truncate(int64_t bytes) override {
-        const std::lock_guard guard(m_disk.m_mutex);
-        if (const int error = Begin()) return error;
-        m_node->content.resize(static_cast<size_t>(bytes));
-        m_disk.Touch(*m_node);
-        return 0;
+        return Call([&] {
+            m_node->content.resize(static_cast<size_t>(bytes));
+            m_disk.Touch(*m_node);
+        });
     }
     int SetPermissions(uint32_t permissions) override {
-        const std::lock_guard guard(m_disk.m_mutex);
-        if (const int error = Begin()) return error;
-        m_node->status.permissions = permissions;
-        return 0;
+        return Call([&] { m_node->status.permissions = permissions; });
     }
     SFileLoss TakeOwnership(const SFileStatus&, const std::string&) override {
-        const std::lock_guard guard(m_disk.m_mutex);
-        const bool failed = Begin() != 0;
+        const bool failed = Call([] {}) != 0;
         return {failed, failed, 0};
     }
     int TryLock() override {
@@ -92,6 +81,13 @@ public:
     }
 
 private:
+    /// What a call does unless it fails.
+    template <class Work> int Call(Work work) const {
+        const std::lock_guard guard(m_disk.m_mutex);
+        const int error = Begin();
+        if (error == 0) work();
+        return error;
+    }
     int Begin(bool* isShort = nullptr) const { return m_process == m_disk.m_process ? m_disk.Begin(isShort) : EIO; }
     // Everything that is written here is written in one go, or at the end.
     void Append(std::string_view content) {
@@ -243,13 +239,15 @@ int CSimulatedDisk::Open(const std::string& path, EOpen how, uint32_t permission
     return 0;
 }
 
-int CSimulatedDisk::Status(const std::string& path, SFileStatus& status) {
+template <class Work> int CSimulatedDisk::On(const std::string& path, Work work) {
     const std::lock_guard guard(m_mutex);
     if (const int error = Begin()) return error;
     const auto node = Find(path);
-    if (!node) return ENOENT;
-    status = node->status;
-    return 0;
+    return node ? work(*node) : ENOENT;
+}
+
+int CSimulatedDisk::Status(const std::string& path, SFileStatus& status) {
+    return On(path, [&](const SNode& node) { return status = node.status, 0; });
 }
 
 int CSimulatedDisk::CheckWritable(const std::string& path) {
@@ -281,13 +279,11 @@ int CSimulatedDisk::Rename(const std::string& from, const std::string& to) {
 }
 
 int CSimulatedDisk::Remove(const std::string& path) {
-    const std::lock_guard guard(m_mutex);
-    if (const int error = Begin()) return error;
-    const auto node = Find(path);
-    if (!node) return ENOENT;
-    if (node->status.kind == EFileKind::Folder) return EISDIR;
-    Do({Clean(path), {}, nullptr});
-    return 0;
+    return On(path, [&](const SNode& node) {
+        if (node.status.kind == EFileKind::Folder) return EISDIR;
+        Do({Clean(path), {}, nullptr});
+        return 0;
+    });
 }
 
 int CSimulatedDisk::MakeFolder(const std::string& path, uint32_t permissions) {
@@ -300,30 +296,20 @@ int CSimulatedDisk::MakeFolder(const std::string& path, uint32_t permissions) {
 }
 
 int CSimulatedDisk::List(const std::string& folder, std::vector<std::string>& names) {
-    {
-        const std::lock_guard guard(m_mutex);
-        if (const int error = Begin()) return error;
-        if (!Find(folder)) return ENOENT;
-    }
-    names = Names(folder);
-    return 0;
+    const int error = On(folder, [](const SNode&) { return 0; });
+    if (error == 0) names = Names(folder);
+    return error;
 }
 
 int CSimulatedDisk::SyncFolder(const std::string& folder) {
-    const std::lock_guard guard(m_mutex);
-    if (const int error = Begin()) return error;
-    if (!Find(folder)) return ENOENT;
-    for (const SStep& step : std::exchange(m_journal, {})) Apply(step, m_syncedNames);
-    return 0;
+    return On(folder, [&](const SNode&) {
+        for (const SStep& step : std::exchange(m_journal, {})) Apply(step, m_syncedNames);
+        return 0;
+    });
 }
 
 int CSimulatedDisk::SetModified(const std::string& path, int64_t ns) {
-    const std::lock_guard guard(m_mutex);
-    if (const int error = Begin()) return error;
-    const auto node = Find(path);
-    if (!node) return ENOENT;
-    node->status.signature.modifiedNs = ns;
-    return 0;
+    return On(path, [&](SNode& node) { return node.status.signature.modifiedNs = ns, 0; });
 }
 
 void TryEveryFault(const std::function<void(CSimulatedDisk&)>& prepare, const std::function<bool()>& step,

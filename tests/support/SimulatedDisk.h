@@ -89,6 +89,8 @@ private:
     };
 
     int Begin(bool* isShort = nullptr);
+    /// What a call does to what is at a path, unless it fails or nothing is there.
+    template <class Work> int On(const std::string& path, Work work);
     bool StopsNext() const { return !m_dead && m_fault.what == SDiskFault::Stop && m_calls == m_fault.call; }
     std::shared_ptr<SNode> Find(const std::string& path) const;
     std::shared_ptr<SNode> NewNode(EFileKind kind, uint32_t permissions);

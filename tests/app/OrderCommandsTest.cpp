@@ -11,9 +11,10 @@ namespace {
 using enum ECommand;
 
 /// A board that is sorted by its first column whenever the test lets the timer fire.
-class CAutoSortTest : public CBoardFixture {
+class COrderCommandsTest : public CBoardFixture {
 protected:
     void List(const QString& lines) {
+        doc->NewDocument();
         Rows(lines);
         doc->Update()->Options().sort = {1, true, true, 60000};
         frame->View().ApplySortRecord();
@@ -31,23 +32,13 @@ protected:
             if (!grid->IsRowHidden(row)) out += doc->RowSymbol(row);
         return out.append(" focus ").append(doc->RowSymbol(grid->FocusCell().row));
     }
-    QToolButton& HeldButton() const { return *frame->findChild<QToolButton*>(QStringLiteral("orderHeld")); }
+    bool SaysHeld() const { return !Child<QToolButton>("orderHeld").isHidden(); }
     QTimer& Timer() const { return *frame->View().findChild<QTimer*>(QStringLiteral("autoSortTimer")); }
 };
 
 } // namespace
 
-TEST_F(CAutoSortTest, DelTakesTheSymbolThatHadTheFocusBeforeTheSort) {
-    List(QStringLiteral("IBM\nNKLA\nAAPL"));
-    Tick();
-    EXPECT_EQ(Board(), "AAPL|IBM|NKLA");
-    EXPECT_EQ(grid->FocusCell(), (SGridCell{2, 1}));
-    boxes.answer = EBoxAnswer::Yes; // Auto sort is turned off first.
-    Key(Qt::Key_Delete);
-    EXPECT_EQ(Board(), "AAPL||NKLA");
-}
-
-TEST_F(CAutoSortTest, ASelectionFollowsItsRowsWhileTheyAreTogetherElseTheRowOfTheFocusStays) {
+TEST_F(COrderCommandsTest, ASelectionFollowsItsRowsWhileTheyAreTogetherElseTheRowOfTheFocusStays) {
     struct SCase {
         const char* rows;
         int focus, reach; ///< Selected with Shift and an arrow.
@@ -65,50 +56,53 @@ TEST_F(CAutoSortTest, ASelectionFollowsItsRowsWhileTheyAreTogetherElseTheRowOfTh
         List(QString::fromLatin1(each.rows));
         grid->SetFocusCell(each.focus, 1);
         for (int row = each.focus; row != each.reach; row += each.reach > row ? 1 : -1)
-            Key(each.reach > row ? Qt::Key_Down : Qt::Key_Up, Qt::ShiftModifier);
-        Key(Qt::Key_Right, Qt::ShiftModifier);
+            Steps(each.reach > row ? "Shift+Down" : "Shift+Up");
+        Steps("Shift+Right");
         Tick();
         EXPECT_EQ(Board(), "A|B|C|D");
         EXPECT_EQ(Selected(), each.selected) << each.rows;
         EXPECT_EQ(grid->SelectedRange().lastColumn, 2);
-        Key(Qt::Key_Down, Qt::ShiftModifier);
+        Steps("Shift+Down");
         EXPECT_EQ(Selected(), each.withShiftDown) << each.rows;
-        doc->NewDocument();
     }
     List(QStringLiteral("B\nA"));
-    SelectColumns(1, 1);
+    Steps("columns 1-1");
     Tick();
     EXPECT_EQ(grid->SelectedRange(), (SGridRange{1, grid->RowCount(), 1, 1}));
     EXPECT_EQ(grid->FocusCell(), (SGridCell{2, 1}));
+    List(QStringLiteral("IBM\nNKLA\nAAPL"));
+    Tick();
+    boxes.answer = EBoxAnswer::Yes; // Auto sort is turned off first.
+    Script({{"Del", "AAPL||NKLA"}});
 }
 
-TEST_F(CAutoSortTest, AmongHiddenRowsNothingIsSelectedThatWasNot) {
+TEST_F(COrderCommandsTest, AmongHiddenRowsNothingIsSelectedThatWasNot) {
     std::vector<std::string> focused;
     QObject::connect(grid, &CGridCtrl::FocusCellChanged, grid,
                      [&](int row, int) { focused.emplace_back(doc->RowSymbol(row)); });
-    const auto select = [&](const QString& rows, int hidden, int first, int last) {
-        doc->NewDocument();
-        List(rows);
-        doc->SetRowsHidden({hidden}, true);
-        grid->SelectRange({first, last, 1, 1});
+    struct SCase {
+        const char* rows;
+        int hidden, last; ///< Selected from row 1 on.
+        const char *selected, *why;
+    };
+    for (const SCase& each : {SCase{"D\nC\nB\nA\nE", 2, 3, "BD focus D", "C was hidden among them before"},
+                              {"D\nB\nC\nA\nE", 3, 2, "D focus D", "the hidden C came between them"},
+                              {"B\nE\nC\nA\nD", 2, 3, "BC focus B", "the hidden E went elsewhere"}}) {
+        List(QString::fromLatin1(each.rows));
+        doc->SetRowsHidden({each.hidden}, true);
+        grid->SelectRange({1, each.last, 1, 1});
         focused.clear();
         Tick();
-    };
-    select(QStringLiteral("D\nC\nB\nA\nE"), 2, 1, 3);
-    EXPECT_EQ(Selected(), "BD focus D") << "C was hidden among them before";
-    EXPECT_EQ(focused, std::vector<std::string>{"D"}) << "and no other row had the focus in between";
-    select(QStringLiteral("D\nB\nC\nA\nE"), 3, 1, 2);
-    EXPECT_EQ(Selected(), "D focus D") << "the hidden C came between them";
-    select(QStringLiteral("B\nE\nC\nA\nD"), 2, 1, 3);
-    EXPECT_EQ(Selected(), "BC focus B") << "the hidden E went elsewhere";
+        EXPECT_EQ(Selected(), each.selected) << each.why;
+        EXPECT_EQ(focused, std::vector<std::string>{std::string(1, each.rows[0])}) << "no other row in between";
+    }
 }
 
-TEST_F(CAutoSortTest, TheGridDoesNotScrollWhereverTheFocusGoes) {
+TEST_F(COrderCommandsTest, TheGridDoesNotScrollWhereverTheFocusGoes) {
     QString rows;
     for (int i = 300; i > 100; --i) rows += QStringLiteral("S%1\n").arg(i);
     List(rows);
-    grid->SetFocusCell(100, 1);
-    Key(Qt::Key_PageUp);
+    Steps("at 100 1; PgUp");
     const int top = grid->verticalScrollBar()->value();
     ASSERT_GT(top, 0);
     const std::string symbol(doc->RowSymbol(grid->FocusCell().row));
@@ -120,92 +114,94 @@ TEST_F(CAutoSortTest, TheGridDoesNotScrollWhereverTheFocusGoes) {
     }
 }
 
-TEST_F(CAutoSortTest, AChangeThatComesWithTheSortLightsNoCellForTheRowThatWasThereBefore) {
+TEST_F(COrderCommandsTest, AChangeThatComesWithTheSortLightsNoCellForTheRowThatWasThereBefore) {
     List(QStringLiteral("B\nA"));
     doc->SetFeedReady();
     for (const char* price : {"1", "2"}) {
-        Update("A", "Last", price);
-        Update("B", "Last", std::string(price) + "0");
+        Receive("A", "Last", price);
+        Receive("B", "Last", std::string(price) + "0");
     }
     const auto anyLit = [&] {
         return CountColor(GrabImage(*grid->viewport()), grid->viewport()->rect(), grid->Theme().flashUp) > 0;
     };
     grid->SetStale(false);
     EXPECT_FALSE(anyLit()) << "they are there from the first picture on";
-    Update("A", "Bid", "1");
-    Update("B", "Bid", "1");
+    for (const char* symbol : {"A", "B"}) Receive(symbol, "Bid", "1");
     frame->View().OnAutoSortTimer();
     frame->View().OnRepaintTimer();
     EXPECT_EQ(Board(), "A|B");
     EXPECT_FALSE(anyLit()) << "no price has changed";
-    Update("A", "Last", "3");
+    Receive("A", "Last", "3");
     frame->View().OnRepaintTimer();
     EXPECT_TRUE(anyLit());
 }
 
-TEST_F(CAutoSortTest, AKeyHoldsTheOrderUntilItIsPressedAgain) {
+TEST_F(COrderCommandsTest, AKeyHoldsTheOrderUntilItIsPressedAgain) {
     Rows(QStringLiteral("B\nA"));
     EXPECT_FALSE(IsEnabled(SortHold)) << "without auto sort there is nothing to hold";
     List(QStringLiteral("B\nA"));
     ASSERT_TRUE(IsEnabled(SortHold));
-    EXPECT_TRUE(HeldButton().isHidden());
+    EXPECT_FALSE(SaysHeld());
     doc->MarkSaved();
-    Key(Qt::Key_F8);
-    EXPECT_FALSE(HeldButton().isHidden());
-    EXPECT_TRUE(frame->Commands().Action(SortHold).isChecked());
+    Steps("F8");
+    EXPECT_TRUE(SaysHeld() && IsChecked(SortHold));
     Tick();
-    EXPECT_EQ(Board(), "B|A");
     EXPECT_TRUE(Timer().isActive());
-    Key(Qt::Key_F8);
-    EXPECT_EQ(Board(), "A|B") << "at once";
-    EXPECT_TRUE(HeldButton().isHidden());
-    EXPECT_FALSE(doc->IsModified());
+    Script({{"at 1 1", "B|A"}, {"F8", "A|B"}}); // At once.
+    EXPECT_FALSE(SaysHeld() || doc->IsModified());
 
-    Key(Qt::Key_F8);
-    QTest::mouseClick(&HeldButton(), Qt::LeftButton);
+    Steps("F8");
+    Click(*frame, "orderHeld");
     ProcessAll();
-    EXPECT_FALSE(frame->View().IsOrderHeld());
-    EXPECT_FALSE(frame->Commands().Action(SortHold).isChecked());
+    EXPECT_FALSE(frame->View().IsOrderHeld() || IsChecked(SortHold));
 
-    Key(Qt::Key_F8);
     boxes.answer = EBoxAnswer::Yes;
-    Key(Qt::Key_Delete);
-    EXPECT_TRUE(HeldButton().isHidden()) << "there is nothing to hold any more";
-    Undo();
-    Undo();
+    Steps("F8; Del");
+    EXPECT_FALSE(SaysHeld()) << "there is nothing to hold any more";
+    Steps("Ctrl+Z; Ctrl+Z");
     EXPECT_TRUE(doc->Options().sort.autoSort);
-    Key(Qt::Key_F8);
+    Steps("F8");
     doc->NewDocument();
-    EXPECT_TRUE(HeldButton().isHidden()) << "another list";
+    EXPECT_FALSE(SaysHeld()) << "another list";
 }
 
-TEST_F(CAutoSortTest, ByHandTheFocusFollowsItsRowTooAndBackWithUndo) {
+TEST_F(COrderCommandsTest, ByHandTheFocusFollowsItsRowTooAndBackWithUndo) {
     Rows(QStringLiteral("C\nA\nB"));
-    grid->SetFocusCell(1, 1);
-    SelectColumns(1, 1);
-    Do(SortNow);
-    EXPECT_EQ(Board(), "A|B|C");
-    EXPECT_EQ(grid->FocusCell(), (SGridCell{3, 1}));
-    Undo();
-    EXPECT_EQ(Board(), "C|A|B");
-    EXPECT_EQ(grid->FocusCell(), (SGridCell{1, 1}));
-    Do(EditRedo);
-    EXPECT_EQ(grid->FocusCell(), (SGridCell{3, 1}));
-}
-
-TEST_F(CAutoSortTest, SortingAcrossHeadingsIsASwitchOfTheListThatUndoTakesBack) {
+    for (const auto& [steps, board, row] :
+         {std::tuple{"at 1 1; columns 1-1; SortNow", "A|B|C", 3}, {"EditUndo", "C|A|B", 1}, {"EditRedo", "A|B|C", 3}}) {
+        Script({{steps, board}});
+        EXPECT_EQ(grid->FocusCell(), (SGridCell{row, 1})) << steps;
+    }
     List(QStringLiteral("B\n#Banks\nA"));
     Tick();
     EXPECT_EQ(Board(), "B|#Banks|A");
     doc->MarkSaved();
-    Do(SortAcrossHeadings);
-    EXPECT_TRUE(doc->IsModified());
-    EXPECT_TRUE(frame->Commands().Action(SortAcrossHeadings).isChecked());
-    EXPECT_EQ(TextOf(EditUndo), QStringLiteral("&Undo sort across headings"));
+    Script({{"SortAcrossHeadings", "B|#Banks|A", "sort across headings"}});
+    EXPECT_TRUE(doc->IsModified() && IsChecked(SortAcrossHeadings));
     Tick();
     EXPECT_EQ(Board(), "A|#Banks|B");
-    Undo();
-    EXPECT_FALSE(doc->IsModified());
-    frame->Commands().Refresh();
-    EXPECT_FALSE(frame->Commands().Action(SortAcrossHeadings).isChecked());
+    Steps("EditUndo");
+    EXPECT_FALSE(doc->IsModified() || IsChecked(SortAcrossHeadings));
+}
+
+TEST_F(COrderCommandsTest, TheHeaderSortsAndTheTimerMovesNothingUnderAnOpenEditor) {
+    Rows(QStringLiteral("C\nA\nB"));
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, Middle(0, 1));
+    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, Middle(0, 1));
+    Script({{"at 1 1", "A|B|C", "sort by Symbol"}, {"EditUndo", "C|A|B"}});
+
+    doc->Update()->Options().sort = {1, true, true, 7000};
+    frame->View().ApplySortRecord();
+    EXPECT_EQ(Timer().interval(), 7000);
+    grid->BeginEdit(1, 1);
+    Tick();
+    EXPECT_EQ(Board(), "C|A|B");
+    EXPECT_TRUE(Timer().isActive()) << "a new period";
+    grid->EndEdit(false);
+    Tick();
+    EXPECT_EQ(Board(), "A|B|C");
+    doc->Update()->Options().sort.column = grid->ColumnCount() + 1;
+    Tick();
+    EXPECT_FALSE(doc->Options().sort.autoSort || Timer().isActive());
+    EXPECT_EQ(doc->Options().sort.intervalMs, 5000);
 }

@@ -3,36 +3,23 @@
 using namespace vx;
 using namespace vx::test;
 
-class AlertText : public AlertsTest {};
+using CAlertsMapTextTest = CAlertsFixture;
+using SAlertNoticeTest = CAlertsFixture;
 
-TEST_F(AlertText, IsWrittenByteForByte) {
-    A_INFO alert = Alert("Last", ">=", 250);
-    alert.soundType = 1;
-    alerts.Add("MSFT", alert);
-    alert = Alert("% Chg", "<", -1.25, true);
-    alert.enabled = 0;
-    alert.soundType = 2;
-    alert.loopSound = 1;
-    alert.soundFile = "C:\\x, y.wav";
-    alerts.Add("IBM", alert);
-    alert = Alert("News", "=", 1);
-    alert.condition = 77;
-    alerts.Add("IBM", alert);
-    alert.fieldId = 1000;
-    alerts.Add("abc", alert);
+TEST_F(CAlertsMapTextTest, IsWrittenByteForByte) {
+    alerts.Add("MSFT", {1, 0, 0, 250, AlertFieldId("Last").value(), 2, 1, {}});
+    alerts.Add("IBM", {0, 1, 1, -1.25, AlertFieldId("% Chg").value(), 3, 2, "C:\\x, y.wav"});
+    alerts.Add("IBM", {1, 0, 0, 1, AlertFieldId("News").value(), 77, 0, {}});
+    alerts.Add("abc", {1, 0, 0, 1, 1000, 77, 0, {}});
     EXPECT_EQ(alerts.Save(), "IBM:% Chg,<,-1.250000,FALSE,TRUE,2,TRUE,C:\\x, y.wav;"
                              "IBM:News,=,1.000000,TRUE,FALSE,0,FALSE,;"
                              "MSFT:Last,>=,250.000000,TRUE,FALSE,1,FALSE,;"
                              "abc:,=,1.000000,TRUE,FALSE,0,FALSE,;");
 }
 
-TEST_F(AlertText, IsReadInAllItsForms) {
-    struct SCase {
-        const char* text;
-        const char* rewritten;
-    };
-    for (const SCase& c : {
-             SCase{"", ""},
+TEST_F(CAlertsMapTextTest, IsReadInAllItsForms) {
+    for (const auto& [text, rewritten] : {
+             std::pair{"", ""},
              {";;;", ""},
              // What older files leave out.
              {"IBM:Last,>,5", "IBM:Last,>,5.000000,FALSE,TRUE,0,FALSE,;"},
@@ -61,17 +48,20 @@ TEST_F(AlertText, IsReadInAllItsForms) {
              // Equal ones merge: the first's sound, the last's flag.
              {"A:Last,=,1,TRUE,TRUE,2,TRUE,x;A:Last,=,1.0,FALSE,TRUE,1,FALSE,y;",
               "A:Last,=,1.000000,FALSE,TRUE,2,TRUE,x;"},
-         })
-        EXPECT_EQ(Reread(c.text), c.rewritten) << c.text;
+         }) {
+        alerts.Clear(EAlertMap::Live);
+        alerts.Load(text);
+        EXPECT_EQ(alerts.Save(), rewritten) << text;
+    }
 }
 
-TEST_F(AlertText, WhatCannotBeReadIsLeftOutAndCounted) {
+TEST_F(CAlertsMapTextTest, WhatCannotBeReadIsLeftOutAndCounted) {
     const SUnreadAlerts unread =
         alerts.Load("A:last,=,1,TRUE;B:Last ,=,1,TRUE;no colon;:Last,=,1,TRUE;C: ,=,1,TRUE;A:ET Change,=,1,TRUE;"
                     "IBM:Last,=,1,TRUE;");
     EXPECT_EQ(unread.count, 6u);
     EXPECT_EQ(unread.first, "A:last,=,1,TRUE");
-    EXPECT_EQ(alerts.Symbols(), (std::vector<std::string>{"IBM"}));
+    EXPECT_THAT(alerts.Symbols(), testing::ElementsAre("IBM"));
     EXPECT_EQ(announced["IBM"], 1);
     EXPECT_EQ(alerts.Load(std::string(1'000'000, 'x')).first.size(), 200u);
 
@@ -82,14 +72,48 @@ TEST_F(AlertText, WhatCannotBeReadIsLeftOutAndCounted) {
     EXPECT_EQ(alerts.Load("IBM:Last,>,1,FALSE;").count, 0u) << "equal ones still merge";
 }
 
-TEST_F(AlertText, WhatItCannotCarryIsKnownBeforehand) {
+TEST_F(CAlertsMapTextTest, WhatItCannotCarryIsKnownBeforehand) {
     const A_INFO good = Alert("Last", ">", 10);
     EXPECT_TRUE(CAlertsMap::CanSave("IBM", good));
     for (const char* symbol : {"", "A:B", "A;B", "A\nB"}) EXPECT_FALSE(CAlertsMap::CanSave(symbol, good)) << symbol;
-    A_INFO bad = good;
-    bad.soundFile = "a;b.wav";
-    EXPECT_FALSE(CAlertsMap::CanSave("IBM", bad));
-    bad = good;
-    bad.fieldId = -1;
-    EXPECT_FALSE(CAlertsMap::CanSave("IBM", bad));
+    for (const A_INFO& bad : {A_INFO{1, 0, 0, 10, good.fieldId, 1, 2, "a;b.wav"}, A_INFO{1, 0, 0, 10, -1, 1, 0, {}}})
+        EXPECT_FALSE(CAlertsMap::CanSave("IBM", bad));
+}
+
+TEST_F(SAlertNoticeTest, TheRecordCarriesTheMomentAndTheOtherThresholds) {
+    Add("IBM", "Last", "<", 9.5);
+    Add("IBM", "Bid", ">", 99);
+    alerts.Add("IBM", {1, 0, 1, 10, AlertFieldId("Last").value(), 2, 2, "C:\\bell.wav"});
+    Add("IBM", "Last", ">", 10);
+    Add("IBM", "Last", ">", -12);
+    ASSERT_TRUE(alerts.EvaluateFieldAlert("IBM", 2, 10.25, 10.25, 10.2, 10.3));
+    EXPECT_EQ(posted.at(0), "greater than or equal to,IBM,10.250000,10.250000,10.200000,10.300000,10.000000,Last,2,1,"
+                            "C:\\bell.wav,2,9.500000--12.000000-,");
+}
+
+TEST_F(SAlertNoticeTest, ReadingItKeepsItsTraits) {
+    const std::string head = "less than,IBM,1.500000,2.000000,3.000000,4.000000,5.000000,Last,2,1,a.wav,";
+    using Texts = std::vector<std::string>;
+    for (const auto& [tail, others] :
+         {std::pair{"7,9.000000-8.500000-,", Texts{"9.000000", "8.500000"}},        // Index 7 is read as 0.
+          std::pair{"0,,", Texts{}}, std::pair{"0,-9.000000-,", Texts{"9.000000"}}, // Hyphens part, a sign is one.
+          std::pair{"0,1--2---,", Texts{"1", "2"}}, std::pair{"", Texts{}},
+          std::pair{"12,9.000000-,", Texts{}}}) { // Right only while the index has one digit.
+        const SAlertNotice read = ReadAlertNotice(head + tail);
+        EXPECT_EQ(read.condition + read.symbol + read.fieldName + read.soundFile, "less thanIBMLasta.wav");
+        EXPECT_EQ((std::vector<double>{read.value, read.last, read.bid, read.ask, read.threshold}),
+                  (std::vector<double>{1.5, 2, 3, 4, 5}));
+        EXPECT_EQ(read.soundType * 10 + read.loopSound, 21);
+        EXPECT_EQ(read.index, 0) << tail;
+        EXPECT_EQ(read.otherThresholds, others) << tail;
+    }
+    // A comma in the symbol shifts what follows; a record that was cut is read as far as it goes.
+    Add("A,B", "Last", "=", 1);
+    alerts.EvaluateFieldAlert("A,B", 0, 1, 2, 3, 4);
+    const SAlertNotice shifted = ReadAlertNotice(posted.at(0));
+    EXPECT_EQ(shifted.symbol, "A");
+    EXPECT_EQ(shifted.last, 1);
+    EXPECT_EQ(shifted.fieldName, "1.000000");
+    for (size_t size = 0; size < head.size(); ++size)
+        EXPECT_EQ(ReadAlertNotice(head.substr(0, size)).threshold, size > 50 ? 5 : 0) << size;
 }
