@@ -55,14 +55,14 @@ protected:
 TEST_P(Agreement, OnRealisticLinesTheStoreIsThePlainModel) {
     CLineGenerator generator(200, 1);
     CSideBySide both(*GetParam(), generator.Symbols());
-    for (int i = 0; i < 20000; ++i) both.Feed(generator.Next());
+    for (int i = 0; i < 15000; ++i) both.Feed(generator.Next());
     EXPECT_EQ(both.Difference(), "");
 }
 
 TEST_P(Agreement, OnHostileLinesTheStoreIsThePlainModel) {
     CHostileLines lines(2);
     CSideBySide both(*GetParam(), lines.Symbols());
-    for (int i = 0; i < 60000; ++i) {
+    for (int i = 0; i < 40000; ++i) {
         const std::string line = lines.Next();
         both.Feed(line);
         // All records now and then, so that a difference is found near the line that made it.

@@ -12,37 +12,21 @@ using namespace vx;
 namespace {
 
 EParseRule RuleOf(const SFieldEntry& entry) {
-    switch (entry.source) {
-    case ESource::Quote:
-        return kUpdateLayout[entry.slot].rule;
-    case ESource::Fundamental:
-        return kFundamentalLayout[entry.slot].rule;
-    case ESource::SplitDate:
-        return EParseRule::Date;
-    case ESource::MarketName:
-        return EParseRule::Text;
-    case ESource::None:
-        break;
-    }
-    return EParseRule::None;
+    using enum ESource;
+    return entry.source == Quote         ? kUpdateLayout[entry.slot].rule
+           : entry.source == Fundamental ? kFundamentalLayout[entry.slot].rule
+           : entry.source == SplitDate   ? EParseRule::Date
+           : entry.source == MarketName  ? EParseRule::Text
+                                         : EParseRule::None;
 }
 
 EStorage StorageNeededBy(EValueClass valueClass) {
-    switch (valueClass) {
-    case EValueClass::Date:
-        return EStorage::Date;
-    case EValueClass::Text:
-    case EValueClass::Contents:
-        return EStorage::Text;
-    case EValueClass::Unsigned:
-        return EStorage::Unsigned;
-    case EValueClass::Integer:
-    case EValueClass::Aggressor:
-    case EValueClass::Character:
-        return EStorage::Integer;
-    default:
-        return EStorage::Double;
-    }
+    using enum EValueClass;
+    if (valueClass == Date) return EStorage::Date;
+    if (valueClass == Text || valueClass == Contents) return EStorage::Text;
+    if (valueClass == Unsigned) return EStorage::Unsigned;
+    if (valueClass == Integer || valueClass == Aggressor || valueClass == Character) return EStorage::Integer;
+    return EStorage::Double;
 }
 
 } // namespace
@@ -84,11 +68,14 @@ TEST(Catalogue, TheGroupsFollowEachOther) {
     }
 }
 
-TEST(Catalogue, NamesAreMatchedExactly) {
+TEST(Catalogue, NamesAreMatchedExactlyAndHavePlaces) {
     EXPECT_NE(FieldIndex("% Chg"), kNoField);
     for (const char* name : {"% chg", "%Chg", "% Chg ", "", "Session Close Time", "ET Change"})
         EXPECT_EQ(FieldIndex(name), kNoField) << name;
     EXPECT_NE(FieldIndex("Sesson Close Time"), kNoField);
+    const std::pair<const char*, std::optional<int>> places[] = {
+        {"MRT Price", 4}, {"Bid Chg", 2}, {"ET Change", 4}, {"ET Chg", {}}, {"last", {}}};
+    for (const auto& [name, decimals] : places) EXPECT_EQ(CDataInfo::DecimalPlaces(name), decimals) << name;
 }
 
 TEST(Catalogue, OddTextsStayAsTheyAre) {
@@ -124,12 +111,4 @@ TEST(Catalogue, TheUpdateFieldListIsSentByteForByte) {
         "Date,Extended Trade,Extended Trade Size,Extended Trade Time,Extended Trade Market Center,Extended Trade "
         "Date,Extended Trading Change,Extended Trading Difference,Last,Last Size,Last Time,Last Market "
         "Center,Last Date,Most Recent Trade Aggressor\n");
-}
-
-TEST(DataInfo, GivesPlacesToItsNamesOldSpellingsIncluded) {
-    EXPECT_EQ(CDataInfo::DecimalPlaces("MRT Price"), 4);
-    EXPECT_EQ(CDataInfo::DecimalPlaces("Bid Chg"), 2);
-    EXPECT_EQ(CDataInfo::DecimalPlaces("ET Change"), 4);
-    EXPECT_EQ(CDataInfo::DecimalPlaces("ET Chg"), std::nullopt);
-    EXPECT_EQ(CDataInfo::DecimalPlaces("last"), std::nullopt);
 }

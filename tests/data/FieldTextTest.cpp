@@ -16,7 +16,7 @@ TEST(FieldText, MonthsAreNamesInAnyCase) {
     EXPECT_EQ(MonthName(13), "Invalid");
 }
 
-TEST(SlotText, KeepsTextsOfEveryLengthThroughManyChanges) {
+TEST(CSlotText, KeepsTextsOfEveryLengthThroughManyChanges) {
     CSlotText slot;
     for (const size_t size : {0, 1, 2, 3, 4, 7, 8, 15, 16, 17, 22, 23, 24, 63, 64, 1024, 40, 23, 1, 0, 24, 5000, 3}) {
         std::string text;
@@ -27,13 +27,4 @@ TEST(SlotText, KeepsTextsOfEveryLengthThroughManyChanges) {
         slot.AssignReadable(std::string_view{readable}.substr(0, size));
         EXPECT_EQ(slot.View(), text.substr(0, CSlotText::kMostSize));
     }
-}
-
-TEST(SlotText, PutsMarksInFrontUpToALimit) {
-    CSlotText slot;
-    for (const char c : {'a', 'b', 'c', 'd'}) slot.PushFront(c, 3);
-    EXPECT_EQ(slot.View(), "dcb");
-    slot.Assign(std::string(30, 'x'));
-    slot.PushFront('y', 3);
-    EXPECT_EQ(slot.View(), "yxx");
 }

@@ -13,14 +13,14 @@ using testing::UnorderedElementsAre;
 
 namespace {
 
-struct L1DataStore : testing::Test, CFakeFeed {
+struct CL1DataStoreTest : testing::Test, CFakeFeed {
     bool Watch(std::string_view symbol) { return store.Watch(symbol, window.queue); }
     void Unwatch(std::string_view symbol) { store.Unwatch(symbol, window.queue); }
 };
 
 } // namespace
 
-TEST_F(L1DataStore, AsksTheFeedForASymbolOnceHoweverManyListen) {
+TEST_F(CL1DataStoreTest, AsksTheFeedForASymbolOnceHoweverManyListen) {
     CFakeWindow other{store};
     Watch("IBM"), Watch("IBM");
     store.Watch("IBM", other.queue);
@@ -34,23 +34,22 @@ TEST_F(L1DataStore, AsksTheFeedForASymbolOnceHoweverManyListen) {
     EXPECT_EQ(store.Find("IBM"), nullptr);
 }
 
-TEST_F(L1DataStore, TellsEveryListenerAtOnceWhenOneJoins) {
+TEST_F(CL1DataStoreTest, TellsEveryListenerAtOnceWhenOneJoins) {
     CFakeWindow other{store};
     Watch("IBM");
     EXPECT_THAT(window.TakeChanged(), ElementsAre("IBM"));
     store.Watch("IBM", other.queue);
     EXPECT_THAT(window.TakeChanged(), ElementsAre("IBM"));
     EXPECT_THAT(other.TakeChanged(), ElementsAre("IBM"));
+    // A listener can be taken off everything.
+    for (const char* symbol : {"B", "C--X"}) store.Watch(symbol, other.queue);
+    port.TakeSent();
     store.RemoveListener(other.queue);
+    EXPECT_THAT(port.TakeSent(), UnorderedElementsAre("rB\n", "rC\n"));
+    EXPECT_EQ(store.Size(), 1u);
 }
 
-TEST_F(L1DataStore, RefusesWhatCannotBeASymbol) {
-    for (const char* symbol : {"", "--", "--X", "IBM\nrMSFT", "A\rB"}) EXPECT_FALSE(Watch(symbol)) << symbol;
-    EXPECT_THAT(port.TakeSent(), IsEmpty());
-    EXPECT_EQ(store.Size(), 0u);
-}
-
-TEST_F(L1DataStore, ARegionalQuoteIsRequestedEveryTimeAndItsSymbolOnce) {
+TEST_F(CL1DataStoreTest, ARegionalQuoteIsRequestedEveryTimeAndItsSymbolOnce) {
     Watch("ABC--X");
     EXPECT_THAT(port.TakeSent(), ElementsAre("wABC\n", "S,REGON,ABC\n"));
     Watch("ABC--X");
@@ -66,7 +65,7 @@ TEST_F(L1DataStore, ARegionalQuoteIsRequestedEveryTimeAndItsSymbolOnce) {
     EXPECT_THAT(port.TakeSent(), ElementsAre("rABC\n"));
 }
 
-TEST_F(L1DataStore, AFailedWatchSendsAllAgainOncePerTurn) {
+TEST_F(CL1DataStoreTest, AFailedWatchSendsAllAgainOncePerTurn) {
     Watch("A"), Watch("B");
     port.TakeSent();
     port.failures = 1;
@@ -81,16 +80,24 @@ TEST_F(L1DataStore, AFailedWatchSendsAllAgainOncePerTurn) {
     EXPECT_THAT(port.TakeSent(), UnorderedElementsAre("wA\n", "wB\n", "wC\n", "wD\n", "wE\n"));
 }
 
-TEST_F(L1DataStore, WithTheConnectionClosedNothingIsSentAgainUntilItOpens) {
-    port.open = false, port.failures = 1;
-    Watch("A");
-    EXPECT_THAT(port.TakeSent(), IsEmpty());
+TEST_F(CL1DataStoreTest, WatchesThatDidNotGoOutGoOnceTheConnectionOpensInTheOrderInWhichTheyCame) {
+    std::vector<std::string> wanted;
+    port.failures = 1000, port.open = false;
+    for (int i = 30; i > 0; --i) {
+        Watch("S" + std::to_string(i));
+        wanted.push_back("wS" + std::to_string(i) + "\n");
+    }
+    Watch("S1--X");
     store.SendPendingWatches();
-    EXPECT_THAT(port.TakeSent(), IsEmpty());
-    port.open = true;
+    port.failures = 0, port.open = true;
     store.SendPendingWatches();
     store.SendPendingWatches();
-    EXPECT_THAT(port.TakeSent(), ElementsAre("wA\n"));
+    wanted.emplace_back("S,REGON,S1\n");
+    EXPECT_EQ(port.TakeSent(), wanted);
+    wanted.pop_back();
+    store.NewTurn();
+    store.RewatchAll();
+    EXPECT_EQ(port.TakeSent(), wanted);
     store.SetCommandPort(nullptr);
     Watch("B");
     store.SetCommandPort(&port);
@@ -98,7 +105,7 @@ TEST_F(L1DataStore, WithTheConnectionClosedNothingIsSentAgainUntilItOpens) {
     EXPECT_THAT(port.TakeSent(), ElementsAre("wB\n"));
 }
 
-TEST_F(L1DataStore, NoticesOfOneRecordMergeUntilTheWindowDrains) {
+TEST_F(CL1DataStoreTest, NoticesOfOneRecordMergeUntilTheWindowDrains) {
     Watch("IBM");
     window.TakeChanged();
     window.wakes = 0;
@@ -111,7 +118,7 @@ TEST_F(L1DataStore, NoticesOfOneRecordMergeUntilTheWindowDrains) {
     EXPECT_THAT(window.TakeChanged(), ElementsAre("(gone)"));
 }
 
-TEST_F(L1DataStore, WithAnArmedAlertEveryValueReachesTheListenersAndOneWakeIsPosted) {
+TEST_F(CL1DataStoreTest, WithAnArmedAlertEveryValueReachesTheListenersAndOneWakeIsPosted) {
     Watch("IBM"), Watch("ABC");
     std::vector<double> seen;
     window.TakeChanged();
@@ -131,7 +138,7 @@ TEST_F(L1DataStore, WithAnArmedAlertEveryValueReachesTheListenersAndOneWakeIsPos
     EXPECT_THAT(seen, ElementsAre(5));
 }
 
-TEST_F(L1DataStore, ASymbolMayBeUnwatchedWhileItsAlertsAreDrained) {
+TEST_F(CL1DataStoreTest, ASymbolMayBeUnwatchedWhileItsAlertsAreDrained) {
     Watch("IBM");
     store.SetArmedAlerts("IBM", 1);
     Update("Last=Not Found");
@@ -143,7 +150,7 @@ TEST_F(L1DataStore, ASymbolMayBeUnwatchedWhileItsAlertsAreDrained) {
     EXPECT_FALSE(Ibm().HasListeners());
 }
 
-TEST_F(L1DataStore, KeepsALimitedNumberOfRecordsThatNobodyWatchesOldestOutFirst) {
+TEST_F(CL1DataStoreTest, KeepsALimitedNumberOfRecordsThatNobodyWatchesOldestOutFirst) {
     for (size_t i = 0; i <= CL1DataStore::kMostStrayRecords; ++i) store.OnUpdate("Q,S" + std::to_string(i) + ",");
     EXPECT_EQ(store.Size(), CL1DataStore::kMostStrayRecords);
     EXPECT_EQ(store.Find("S0"), nullptr);
@@ -155,7 +162,7 @@ TEST_F(L1DataStore, KeepsALimitedNumberOfRecordsThatNobodyWatchesOldestOutFirst)
     EXPECT_EQ(store.Size(), CL1DataStore::kMostStrayRecords + 1);
 }
 
-TEST_F(L1DataStore, RecordsThatNobodyWatchesAreBoundedByTheirBytesTooAndTheLogSaysSo) {
+TEST_F(CL1DataStoreTest, RecordsThatNobodyWatchesAreBoundedByTheirBytesTooAndTheLogSaysSo) {
     const CLogEvents log("L1Error");
     Watch("IBM");
     const std::string wide(60000, 'W');
@@ -171,22 +178,7 @@ TEST_F(L1DataStore, RecordsThatNobodyWatchesAreBoundedByTheirBytesTooAndTheLogSa
     EXPECT_THAT(log.texts, testing::SizeIs(1));
 }
 
-TEST_F(L1DataStore, WatchesThatDidNotGoOutGoInTheOrderInWhichTheyCame) {
-    std::vector<std::string> wanted;
-    port.failures = 1000, port.open = false;
-    for (int i = 30; i > 0; --i) {
-        Watch("S" + std::to_string(i));
-        wanted.push_back("wS" + std::to_string(i) + "\n");
-    }
-    port.failures = 0, port.open = true;
-    store.SendPendingWatches();
-    EXPECT_EQ(port.TakeSent(), wanted);
-    store.NewTurn();
-    store.RewatchAll();
-    EXPECT_EQ(port.TakeSent(), wanted);
-}
-
-TEST_F(L1DataStore, AnUnknownSymbolIsForgottenWithoutTellingTheFeedAndCanBeAskedForAgain) {
+TEST_F(CL1DataStoreTest, AnUnknownSymbolIsForgottenWithoutTellingTheFeedAndCanBeAskedForAgain) {
     Watch("IBM"), Watch("IBM--X");
     const SChangeNotice ids = store.Find("IBM--X")->Ids();
     port.TakeSent();
@@ -197,24 +189,16 @@ TEST_F(L1DataStore, AnUnknownSymbolIsForgottenWithoutTellingTheFeedAndCanBeAsked
     EXPECT_THAT(port.TakeSent(), ElementsAre("wIBM\n"));
 }
 
-TEST_F(L1DataStore, AListenerCanBeTakenOffEverything) {
-    CFakeWindow other{store};
-    Watch("A");
-    for (const char* symbol : {"A", "B", "C--X"}) store.Watch(symbol, other.queue);
-    port.TakeSent();
-    store.RemoveListener(other.queue);
-    EXPECT_THAT(port.TakeSent(), UnorderedElementsAre("rB\n", "rC\n"));
-    EXPECT_EQ(store.Size(), 1u);
-}
-
-TEST_F(L1DataStore, DropsLinesWithoutASymbolOrOfOtherKinds) {
+TEST_F(CL1DataStoreTest, RefusesWhatCannotBeASymbolAndDropsLinesWithoutOneOrOfOtherKinds) {
+    for (const char* symbol : {"", "--", "--X", "IBM\nrMSFT", "A\rB"}) EXPECT_FALSE(Watch(symbol)) << symbol;
+    EXPECT_THAT(port.TakeSent(), IsEmpty());
     for (const char* line :
          {"", "Q", "Q,", "Q,,1,2,", "Q,IBM", "Q, ,1,", "QXIBM,1,", "Z,IBM,1,", "F,,", "R,IBM,", "R,,X,1,"})
         store.OnLevel1Message(line);
     EXPECT_EQ(store.Size(), 0u);
 }
 
-TEST_F(L1DataStore, TellsSymbolsApartThatDifferInOneLetterOrShareTheirFirstOnes) {
+TEST_F(CL1DataStoreTest, TellsSymbolsApartThatDifferInOneLetterOrShareTheirFirstOnes) {
     std::vector<std::string> symbols;
     for (size_t size = 1; size <= 17; ++size)
         for (size_t place = 0; place <= size; ++place)

@@ -4,7 +4,7 @@
 
 using namespace vx;
 
-TEST(MarketClock, TakesTimesAndIgnoresEverythingElse) {
+TEST(CMarketClock, TakesTimesAndIgnoresEverythingElse) {
     CMarketClock clock;
     EXPECT_EQ(clock.Text(), "");
     EXPECT_TRUE(clock.OnTimeMessage("T,20240131 09:30:05"));

@@ -15,8 +15,7 @@ namespace {
 
 class CWatchedSocket final : public CZTLStreamSocket {
 public:
-    std::vector<int> connects;
-    std::vector<int> closes;
+    std::vector<int> connects, closes;
     std::vector<std::string> lines;
     std::function<void()> onLine;
 
@@ -51,20 +50,17 @@ protected:
     }
 };
 
-struct AsyncSocket : testing::Test {
+struct CAsyncSocketTest : testing::Test {
     CScriptedPort port;
     CWatchedSocket socket;
 
     // Whether the event loop finds its rest: a notifier that is on without need would keep it busy in all the turns.
-    static bool LoopRests() {
-        TurnEventLoop(100);
-        return TurnEventLoop(100) == 0;
-    }
+    static bool LoopRests() { return TurnEventLoop(100), TurnEventLoop(100) == 0; }
 };
 
 } // namespace
 
-TEST_F(AsyncSocket, ErrorsHaveTheNumbersThatUsersKnow) {
+TEST_F(CAsyncSocketTest, ErrorsHaveTheNumbersThatUsersKnow) {
     EXPECT_FALSE(socket.Connect("127.0.0.1", 1));
     EXPECT_EQ(socket.GetLastError(), 10038);
     ASSERT_TRUE(socket.Create());
@@ -84,7 +80,7 @@ TEST_F(AsyncSocket, ErrorsHaveTheNumbersThatUsersKnow) {
     EXPECT_THAT(socket.closes, ElementsAre(0));
 }
 
-TEST_F(AsyncSocket, APeerThatLeavesIsTellableAndQuiet) {
+TEST_F(CAsyncSocketTest, APeerThatLeavesIsTellableAndQuiet) {
     socket.ConnectTo(port);
     port.Says("A\nhalf a li");
     port.HangsUp();
@@ -104,7 +100,7 @@ TEST_F(AsyncSocket, APeerThatLeavesIsTellableAndQuiet) {
     EXPECT_EQ(socket.closes[0] + victim.closes[0], 10054);
 }
 
-TEST_F(AsyncSocket, APeerThatNeverReadsMakesSendsShortAndNothingSpins) {
+TEST_F(CAsyncSocketTest, APeerThatNeverReadsMakesSendsShortAndNothingSpins) {
     port.NeverReads();
     socket.ConnectTo(port);
     const std::string block(100000, 'x');
@@ -122,7 +118,7 @@ TEST_F(AsyncSocket, APeerThatNeverReadsMakesSendsShortAndNothingSpins) {
     EXPECT_TRUE(socket.Hears(1));
 }
 
-TEST_F(AsyncSocket, ALineWithoutEndStopsTheConnectionWithoutSpinning) {
+TEST_F(CAsyncSocketTest, ALineWithoutEndStopsTheConnectionWithoutSpinning) {
     socket.ConnectTo(port);
     port.Says(std::string(200000, 'x') + "\nQ\n");
     ASSERT_TRUE(
@@ -132,7 +128,7 @@ TEST_F(AsyncSocket, ALineWithoutEndStopsTheConnectionWithoutSpinning) {
     EXPECT_THAT(socket.closes, IsEmpty());
 }
 
-TEST_F(AsyncSocket, AFloodLeavesTimersTheirTurn) {
+TEST_F(CAsyncSocketTest, AFloodLeavesTimersTheirTurn) {
     socket.ConnectTo(port);
     std::string flood;
     while (flood.size() < 8000000) flood += "Q,IBM,1.25,2.25,\r\n";
@@ -146,22 +142,20 @@ TEST_F(AsyncSocket, AFloodLeavesTimersTheirTurn) {
     EXPECT_GE(turns, 8000000 / 65535 / CAsyncSocket::kReceivesPerTurn);
 }
 
-TEST_F(AsyncSocket, AnEventLoopInsideAHandlerNeitherSpinsNorReenters) {
+TEST_F(CAsyncSocketTest, AnEventLoopInsideAHandlerNeitherSpinsNorReenters) {
     socket.ConnectTo(port);
     int depth = 0;
     socket.onLine = [&] {
         EXPECT_EQ(++depth, 1);
-        if (socket.lines.size() == 1) {
-            port.Says("B\n");
-            EXPECT_TRUE(LoopRests());
-        }
+        if (socket.lines.size() == 1) port.Says("B\n");
+        EXPECT_TRUE(LoopRests());
         --depth;
     };
     port.Says("A\n");
     EXPECT_TRUE(socket.Hears(2));
 }
 
-TEST_F(AsyncSocket, AHandlerMayDeleteTheSocketInItsNotification) {
+TEST_F(CAsyncSocketTest, AHandlerMayDeleteTheSocketInItsNotification) {
     auto* const gone = new CWatchedSocket;
     gone->ConnectTo(port);
     int lines = 0;

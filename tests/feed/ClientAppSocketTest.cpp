@@ -19,8 +19,7 @@ namespace {
 
 class COwner final : public CFeedOwner {
 public:
-    std::vector<std::string> updates;
-    std::vector<std::string> unknown;
+    std::vector<std::string> updates, unknown;
     std::vector<SMessageBox> boxes;
 
     void OnUpdateMessage(std::string_view line) override { updates.emplace_back(line); }
@@ -31,9 +30,20 @@ public:
     void PostMessageBox(SMessageBox box) override { boxes.push_back(std::move(box)); }
 };
 
+struct CZantrelClientAppSocketTest : testing::Test {
+    COwner owner;
+    CFakeClock clock;
+    CZantrelClientAppSocket socket{2};
+
+    CZantrelClientAppSocketTest() {
+        socket.SetOwner(&owner);
+        socket.Create();
+    }
+};
+
 } // namespace
 
-TEST(ClientAppSocket, TheFirstByteChoosesTheHandler) {
+TEST_F(CZantrelClientAppSocketTest, TheFirstByteChoosesTheHandler) {
     using O = CFeedOwner;
     const std::pair<char, LineHandler> used[] = {
         {'Q', &O::OnUpdateMessage},   {'P', &O::OnSummaryMessage}, {'R', &O::OnRegionalMessage},
@@ -42,19 +52,16 @@ TEST(ClientAppSocket, TheFirstByteChoosesTheHandler) {
     for (const auto& [first, handler] : used)
         EXPECT_TRUE(kLineHandlers[static_cast<size_t>(first)] == handler) << first;
     EXPECT_EQ(std::count(kLineHandlers.begin(), kLineHandlers.end(), &O::OnUnknownMessage), 256 - 22);
-    COwner owner;
-    CReadsSocket<CZantrelClientAppSocket> socket(0u);
-    socket.SetOwner(&owner);
-    socket.Read("E,x\r\n\x80,y\n\xFF\nQ,IBM,\xE9\n1\n");
+    CReadsSocket<CZantrelClientAppSocket> reads(0u);
+    reads.SetOwner(&owner);
+    reads.Read("E,x\r\n\x80,y\n\xFF\nQ,IBM,\xE9\n1\n");
     EXPECT_THAT(owner.unknown, ElementsAre("E,x", "\x80,y", "\xFF", "1"));
     EXPECT_THAT(owner.updates, ElementsAre("Q,IBM,\xE9"));
 }
 
-TEST(ClientAppSocket, SaysTheHandshakeThatItHasInOrder) {
+TEST_F(CZantrelClientAppSocketTest, SaysTheHandshakeThatItHasInOrder) {
     CScriptedPort port;
-    CZantrelClientAppSocket socket(0);
     socket.SetHandshake({"6.2", "VxWatchlist", "Symbol,Last\n", "x\ny\n"});
-    ASSERT_TRUE(socket.Create());
     socket.Connect("127.0.0.1", port.Number());
     EXPECT_TRUE(port.Heard("S,SET PROTOCOL,6.2\nS,SET CLIENT NAME,VxWatchlist\n"
                            "S,SELECT UPDATE FIELDS,Symbol,Last\n\nx\ny\n"));
@@ -62,13 +69,8 @@ TEST(ClientAppSocket, SaysTheHandshakeThatItHasInOrder) {
     EXPECT_EQ(socket.Stats().bytesSent.value, port.HeardSoFar().size());
 }
 
-TEST(ClientAppSocket, AFailedConnectIsTriedAgainAndThenShownOnce) {
-    CFakeClock clock;
-    COwner owner;
-    CZantrelClientAppSocket socket(2);
-    socket.SetOwner(&owner);
+TEST_F(CZantrelClientAppSocketTest, AFailedConnectIsTriedAgainAndThenShownOnce) {
     socket.SetHandshake({"6.2", "VxWatchlist", "", ""});
-    ASSERT_TRUE(socket.Create());
     socket.Connect("127.0.0.1", FreePort());
     ASSERT_TRUE(WaitUntil([&] { return !owner.boxes.empty(); }));
     TurnEventLoop(50);
@@ -81,20 +83,15 @@ TEST(ClientAppSocket, AFailedConnectIsTriedAgainAndThenShownOnce) {
     EXPECT_EQ(socket.Stats().status, "Not Connected");
 }
 
-TEST(ClientAppSocket, APortThatIsLateIsReachedAndItsEndChangesNothing) {
+TEST_F(CZantrelClientAppSocketTest, APortThatIsLateIsReachedAndItsEndChangesNothing) {
     const uint16_t number = FreePort();
-    CFakeClock clock;
-    COwner owner;
     QTcpServer late;
     clock.onSleep = [&] {
-        if (clock.sleeps.size() == 5) late.listen(QHostAddress::LocalHost, number);
+        if (clock.sleeps.size() == 2) late.listen(QHostAddress::LocalHost, number);
     };
-    CZantrelClientAppSocket socket(240);
-    socket.SetOwner(&owner);
-    ASSERT_TRUE(socket.Create());
     socket.Connect("127.0.0.1", number);
     ASSERT_TRUE(WaitUntil([&] { return socket.IsConnected() && late.hasPendingConnections(); }));
-    EXPECT_THAT(clock.sleeps, SizeIs(5));
+    EXPECT_THAT(clock.sleeps, SizeIs(2));
     QTcpSocket* const peer = late.nextPendingConnection();
     peer->write("Q,late\nQ,half a li");
     peer->disconnectFromHost();
@@ -105,5 +102,5 @@ TEST(ClientAppSocket, APortThatIsLateIsReachedAndItsEndChangesNothing) {
     EXPECT_EQ(socket.Stats().status, "Connected");
     EXPECT_TRUE(socket.Stats().connectTime.valid);
     EXPECT_FALSE(late.hasPendingConnections());
-    EXPECT_THAT(clock.sleeps, SizeIs(5));
+    EXPECT_THAT(clock.sleeps, SizeIs(2));
 }

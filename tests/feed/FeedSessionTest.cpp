@@ -25,11 +25,8 @@ class CSession final : public CFeedSession {
 public:
     using CFeedSession::CFeedSession;
 
-    int connected = 0;
-    int disconnected = 0;
-    int ready = 0;
-    std::vector<std::string> system;
-    std::vector<std::string> updates;
+    int connected = 0, disconnected = 0, ready = 0;
+    std::vector<std::string> system, updates;
 
     void OnSystemMessage(std::string_view line) override {
         system.emplace_back(line);
@@ -45,19 +42,25 @@ protected:
     void OnFeedDisconnected() override { ++disconnected; }
 };
 
-struct FeedSessionTest : testing::Test {
+struct CFeedSessionTest : testing::Test {
     CTempFolder folder;
     CRegistry registry{folder.Path()};
     CScriptedFeed feed;
     CMessageBoxes boxes;
     CSession session{registry};
 
-    FeedSessionTest() { Announce(feed.admin.Number(), feed.lookup.Number(), feed.level1.Number()); }
+    CFeedSessionTest() { Announce(feed.admin.Number(), feed.lookup.Number(), feed.level1.Number()); }
 
     void Announce(uint16_t admin, uint16_t lookup, uint16_t level1) {
-        registry.WriteText(kStartupKey, "AdminPort", std::to_string(admin));
-        registry.WriteText(kStartupKey, "LookupPort", std::to_string(lookup));
-        registry.WriteText(kStartupKey, "Level1Port", std::to_string(level1));
+        for (const auto& [name, port] : {std::pair{"AdminPort", admin}, {"LookupPort", lookup}, {"Level1Port", level1}})
+            registry.WriteText(kStartupKey, name, std::to_string(port));
+    }
+    bool EndsAs(EFeedEnd end) {
+        return WaitUntil([&] { return session.FeedEnd() == end; });
+    }
+    static void Box(CSession& of, const char* text) { of.PostMessageBox({text, "", EBoxButtons::Ok, EBoxIcon::None}); }
+    bool ShowsBoxes(size_t count) {
+        return WaitUntil([&] { return boxes.shown.size() == count; });
     }
     void BringUp() {
         session.OpenAdminPort();
@@ -75,7 +78,7 @@ struct FeedSessionTest : testing::Test {
 
 } // namespace
 
-TEST_F(FeedSessionTest, TheFirstConnectedStatusOpensTheDataPortsOnce) {
+TEST_F(CFeedSessionTest, TheFirstConnectedStatusOpensTheDataPortsOnce) {
     session.OpenAdminPort();
     ASSERT_TRUE(feed.admin.Heard(kHello));
     feed.admin.Says("S,STATS,,,,,,,,,,,Connected,,,,,,,,\r\n"); // The text after the last comma is empty: 20 fields.
@@ -98,7 +101,7 @@ TEST_F(FeedSessionTest, TheFirstConnectedStatusOpensTheDataPortsOnce) {
     EXPECT_THAT(session.system, SizeIs(8)) << "every system line reaches the frame, whatever became of it";
 }
 
-TEST_F(FeedSessionTest, AllOfAStatusLineIsKept) {
+TEST_F(CFeedSessionTest, AllOfAStatusLineIsKept) {
     session.ReceiveSystemLine(
         "S,STATS,host,-1,abc,12x,1,2,3,99999999999,20240131 09:30:05,never,Resting,a,b,1.5,x,-2,1e3,,7");
     const FeedStats& stats = session.Stats();
@@ -110,7 +113,7 @@ TEST_F(FeedSessionTest, AllOfAStatusLineIsKept) {
     EXPECT_THAT(stats.fields15To20, ElementsAre(1.5, 0, -2, 1000, 0, 7));
 }
 
-TEST_F(FeedSessionTest, TheReadyLineOpensTheCommandsAndAsksForNews) {
+TEST_F(CFeedSessionTest, TheReadyLineOpensTheCommandsAndAsksForNews) {
     EXPECT_EQ(session.Level1Commands().Send("wIBM\n"), -1);
     BringUpReady();
     EXPECT_TRUE(session.Level1Commands().IsOpen());
@@ -130,7 +133,7 @@ TEST_F(FeedSessionTest, TheReadyLineOpensTheCommandsAndAsksForNews) {
     EXPECT_TRUE(WaitUntil([&] { return !session.Level1Commands().IsOpen(); }));
 }
 
-TEST_F(FeedSessionTest, RefusedSymbolsAreWatchedAgainWhenThereIsRoom) {
+TEST_F(CFeedSessionTest, RefusedSymbolsAreWatchedAgainWhenThereIsRoom) {
     BringUpReady();
     const std::string before = feed.level1.HeardSoFar();
     session.ReceiveSystemLine(StatusLine("Connected", 10, 9));
@@ -145,30 +148,29 @@ TEST_F(FeedSessionTest, RefusedSymbolsAreWatchedAgainWhenThereIsRoom) {
     EXPECT_TRUE(WaitUntil([&] { return session.LimitedSymbols().Awaiting().empty(); }));
 }
 
-TEST_F(FeedSessionTest, TheEndOfAConnectionIsKnownAlthoughItsStatusStays) {
+TEST_F(CFeedSessionTest, TheEndOfAConnectionIsKnownAlthoughItsStatusStays) {
     BringUpReady();
     EXPECT_EQ(session.FeedEnd(), EFeedEnd::None);
     feed.lookup.HangsUp();
     feed.admin.HangsUp();
-    EXPECT_TRUE(WaitUntil([&] { return session.FeedEnd() == EFeedEnd::Status; }));
+    EXPECT_TRUE(EndsAs(EFeedEnd::Status));
     feed.level1.Resets();
-    EXPECT_TRUE(WaitUntil([&] { return session.FeedEnd() == EFeedEnd::Quotes; }));
+    EXPECT_TRUE(EndsAs(EFeedEnd::Quotes));
     EXPECT_EQ(session.FeedSocket(kLevel1Slot)->Stats().status, "Connected");
 }
 
-TEST_F(FeedSessionTest, AConnectionThatIsStuckHasEndedToo) {
+TEST_F(CFeedSessionTest, AConnectionThatIsStuckHasEndedToo) {
     BringUpReady();
     feed.level1.Says(std::string(CZTLStreamSocket::kCapacity, 'Q'));
-    EXPECT_TRUE(WaitUntil([&] { return session.FeedEnd() == EFeedEnd::Quotes; }));
+    EXPECT_TRUE(EndsAs(EFeedEnd::Quotes));
 }
 
-TEST_F(FeedSessionTest, WithoutTheStatusPortNoQuoteWillCome) {
+TEST_F(CFeedSessionTest, WithoutTheStatusPortNoQuoteWillCome) {
     session.OpenAdminPort();
     ASSERT_TRUE(feed.admin.Heard(kHello));
     EXPECT_EQ(session.FeedEnd(), EFeedEnd::None);
     feed.admin.HangsUp();
-    EXPECT_TRUE(WaitUntil([&] { return session.FeedEnd() == EFeedEnd::Quotes; }));
-
+    EXPECT_TRUE(EndsAs(EFeedEnd::Quotes));
     const CFakeClock clock;
     CSession other(registry);
     Announce(FreePort(), 0, 0);
@@ -176,47 +178,44 @@ TEST_F(FeedSessionTest, WithoutTheStatusPortNoQuoteWillCome) {
     EXPECT_TRUE(WaitUntil([&] { return other.FeedEnd() == EFeedEnd::Unreachable; }));
 }
 
-TEST_F(FeedSessionTest, ARefusedLookupPortNeverKeepsLevel1Away) {
+TEST_F(CFeedSessionTest, ARefusedLookupPortNeverKeepsLevel1Away) {
     CFakeClock clock;
     Announce(feed.admin.Number(), FreePort(), feed.level1.Number());
     session.OpenAdminPort();
     feed.admin.Says(StatusLine("Connected"));
     ASSERT_TRUE(feed.level1.Heard(kLevel1Hello));
     EXPECT_LT(clock.sleeps.size(), 240u);
-    ASSERT_TRUE(WaitUntil([&] { return boxes.shown.size() == 1; }));
+    ASSERT_TRUE(ShowsBoxes(1));
     EXPECT_THAT(clock.sleeps, SizeIs(240));
 }
 
-TEST_F(FeedSessionTest, ABoxIsShownAfterTheNotificationAndDataRunsOnBehindIt) {
+TEST_F(CFeedSessionTest, ABoxIsShownAfterTheNotificationWhileDataArrivesAndMayOutliveTheSession) {
     BringUpReady();
     bool inHandler = true;
     boxes.whileOpen = [&] {
         EXPECT_FALSE(inHandler);
         if (boxes.shown.size() > 1) return;
-        session.PostMessageBox({"second", "", EBoxButtons::Ok, EBoxIcon::None});
+        Box(session, "second");
         feed.level1.Says("Q,IBM,1\nQ,IBM,2\n");
         EXPECT_TRUE(WaitUntil([&] { return session.updates.size() == 2; }));
         TurnEventLoop(20);
         EXPECT_THAT(boxes.shown, SizeIs(1)) << "one box at a time";
     };
-    session.PostMessageBox({"first", "", EBoxButtons::Ok, EBoxIcon::None});
+    Box(session, "first");
     EXPECT_THAT(boxes.shown, IsEmpty());
     inHandler = false;
-    ASSERT_TRUE(WaitUntil([&] { return boxes.shown.size() == 2; }));
+    ASSERT_TRUE(ShowsBoxes(2));
     EXPECT_EQ(boxes.shown[1].text, "second");
-}
 
-TEST_F(FeedSessionTest, ABoxMayOutliveTheSession) {
     auto other = std::make_unique<CSession>(registry);
     boxes.whileOpen = [&] { other.reset(); };
-    other->PostMessageBox({"first", "", EBoxButtons::Ok, EBoxIcon::None});
-    other->PostMessageBox({"never", "", EBoxButtons::Ok, EBoxIcon::None});
-    ASSERT_TRUE(WaitUntil([&] { return boxes.shown.size() == 1; }));
+    for (const char* text : {"third", "never"}) Box(*other, text);
+    ASSERT_TRUE(ShowsBoxes(3));
     TurnEventLoop(20);
-    EXPECT_THAT(boxes.shown, SizeIs(1));
+    EXPECT_THAT(boxes.shown, SizeIs(3));
 }
 
-TEST_F(FeedSessionTest, ASlotIsMadeOnce) {
+TEST_F(CFeedSessionTest, ASlotIsMadeOnce) {
     EXPECT_TRUE(session.CreateFeedSocket(kScansSlot, 3));
     CZantrelClientAppSocket* const socket = session.FeedSocket(kScansSlot);
     EXPECT_FALSE(session.CreateFeedSocket(kScansSlot, 3));
@@ -230,18 +229,18 @@ TEST_F(FeedSessionTest, ASlotIsMadeOnce) {
     }
 }
 
-TEST_F(FeedSessionTest, AFeedClientThatIsNotThereIsSaidAndNothingElseHappens) {
+TEST_F(CFeedSessionTest, AFeedClientThatIsNotThereIsSaidAndNothingElseHappens) {
     const QByteArray path = qgetenv("PATH");
     qputenv("PATH", "/nowhere");
     session.LaunchFeedClient();
     qputenv("PATH", path);
     EXPECT_THAT(boxes.shown, IsEmpty());
-    ASSERT_TRUE(WaitUntil([&] { return boxes.shown.size() == 1; }));
+    ASSERT_TRUE(ShowsBoxes(1));
     EXPECT_EQ(boxes.shown[0].text, "Unable to launch vxconnect.exe.  Error Code: 2 hInst: 2");
     BringUp();
 }
 
-TEST_F(FeedSessionTest, TheLogTellsTrafficByPortAndKind) {
+TEST_F(CFeedSessionTest, TheLogTellsTrafficByPortAndKind) {
     BringUpReady();
     CLogEvents log("L1Data;L1Request;L1System;L1Error;Admin;LookupRequest;LookupData;LookupError;Connectivity");
     const auto logs = [&](size_t count) { return WaitUntil([&] { return log.texts.size() == count; }); };

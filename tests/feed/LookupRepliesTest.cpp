@@ -14,7 +14,7 @@ using testing::SizeIs;
 
 namespace {
 
-struct LookupReplies : testing::Test, CNewsCountsReceiver {
+struct CLookupRepliesTest : testing::Test, CNewsCountsReceiver {
     CTempFolder folder;
     CRegistry registry{folder.Path()};
     CFeedSession session{registry};
@@ -22,7 +22,7 @@ struct LookupReplies : testing::Test, CNewsCountsReceiver {
     CSearchResults& search = session.LookupReplies().search;
     std::vector<std::string> counts;
 
-    LookupReplies() {
+    CLookupRepliesTest() {
         lookup.SetOwner(&session);
         session.LookupReplies().newsCounts.SetReceiver(this);
     }
@@ -47,7 +47,7 @@ TEST(SymbolSearchRequest, CarriesTextAndOneFilter) {
     EXPECT_EQ(SymbolSearchRequest(Symbol, "A,B\r\nSLM\t%s\xE9", "7,8", ""), "SBF,s,A B  SLM %s\xE9,e,7 8,LSearch\r\n");
 }
 
-TEST_F(LookupReplies, GoWhereTheirFirstThreeCharactersSay) {
+TEST_F(CLookupRepliesTest, GoWhereTheirFirstThreeCharactersSay) {
     Reads("LSearch,LS,IBM,7,1,Intl "
           "Machines,\r\nLNewsCounts,LN,<a>\r\nLSearch,LS,X,8,2,Last\r\nE,!NO_DATA!,,,,,\r\n!SYNTAX_ERROR!,\r\n"
           "LSearch,LS,five,8,2,\r\nLSX,LS,no,1,1,no,\r\nLNewsCounts,LN,</a>\r\nLSearch,!ENDMSG!,\r\n"
@@ -58,7 +58,7 @@ TEST_F(LookupReplies, GoWhereTheirFirstThreeCharactersSay) {
     EXPECT_THAT(counts, ElementsAre("<a></a>"));
 }
 
-TEST_F(LookupReplies, ASearchWithoutResultsSaysSoOnce) {
+TEST_F(CLookupRepliesTest, ASearchWithoutResultsSaysSoOnce) {
     Reads("LSearch,!ENDMSG!,\nLSearch,!ENDMSG!,\n");
     EXPECT_THAT(search.Results(), ElementsAre(SSearchResult{"No Results Found", "", "", ""}));
     session.SymbolSearch(ESearchBy::Symbol, "", "", "");
@@ -69,7 +69,7 @@ TEST_F(LookupReplies, ASearchWithoutResultsSaysSoOnce) {
     EXPECT_FALSE(search.Ended());
 }
 
-TEST_F(LookupReplies, AFormerSearchesReplyGivesWayToThePresentOne) {
+TEST_F(CLookupRepliesTest, AFormerSearchesReplyGivesWayToThePresentOne) {
     Sends();
     Sends();
     Reads("LSearch,LS,B,,,b,\nLSearch,!ENDMSG!,\n");
@@ -83,7 +83,7 @@ TEST_F(LookupReplies, AFormerSearchesReplyGivesWayToThePresentOne) {
     EXPECT_EQ(Found(), "C D ") << "nothing more is owed";
 }
 
-TEST_F(LookupReplies, ARepliesSizeIsBounded) {
+TEST_F(CLookupRepliesTest, ARepliesSizeIsBounded) {
     const CLogEvents log("LookupError");
     for (size_t i = 0; i <= CSearchResults::kMostResults + 1; ++i) Reads("LSearch,LS,IBM,7,1,d,\n");
     EXPECT_THAT(search.Results(), SizeIs(CSearchResults::kMostResults));

@@ -28,7 +28,7 @@ constexpr SLookupTimes kBrief{30, 60000};   // For those that never come to an e
 constexpr SLookupTimes kFair{60000, 500};   // For those that fall silent, after something that must come in time.
 const std::string kEnd = "!ENDMSG!,\r\n";
 
-struct LookupTable : testing::Test {
+struct CLookupTablesTest : testing::Test {
     CTempFolder folder;
     CRegistry registry{folder.Path()};
     CMessageBoxes boxes;
@@ -52,7 +52,7 @@ struct LookupTable : testing::Test {
 
 } // namespace
 
-TEST_F(LookupTable, ACompleteReplyFillsTheTableAndIsAskedForOnce) {
+TEST_F(CLookupTablesTest, ACompleteReplyFillsTheTableAndIsAskedForOnce) {
     CLogEvents log("LookupData;LookupRequest;LookupError");
     const auto markets =
         Loaded({"E,odd\r\n1,A,B,C,D\r\n\r\n2,E,F,G,H,I\n300,J\n-1,K\n1,,X\r\nno id,L\r\n" + kEnd, Stays});
@@ -76,7 +76,7 @@ TEST_F(LookupTable, ACompleteReplyFillsTheTableAndIsAskedForOnce) {
     EXPECT_THAT(types->At(7), ElementsAre("b", "a"));
 }
 
-TEST_F(LookupTable, ARefusedRequestAndAnEarlyEndCountAsLoaded) {
+TEST_F(CLookupTablesTest, ARefusedRequestAndAnEarlyEndCountAsLoaded) {
     for (const SLookupAnswer& answer :
          {SLookupAnswer{"1,A\r\n!SYNTAX_ERROR!,\r\n", Stays}, SLookupAnswer{"", Closes}, SLookupAnswer{"", Resets}}) {
         const auto markets = Loaded(answer);
@@ -93,7 +93,7 @@ TEST_F(LookupTable, ARefusedRequestAndAnEarlyEndCountAsLoaded) {
     EXPECT_EQ(markets->Name(20), "with no line end");
 }
 
-TEST_F(LookupTable, APortWithoutAWholeReplyIsLeftSilentlyAndAskedAgain) {
+TEST_F(CLookupTablesTest, APortWithoutAWholeReplyIsLeftSilentlyAndAskedAgain) {
     const CLogEvents log("LookupError");
     const uint16_t shut = FreePort();
     PortIs(shut);
@@ -120,7 +120,7 @@ TEST_F(LookupTable, APortWithoutAWholeReplyIsLeftSilentlyAndAskedAgain) {
         << "the same failure is not told twice";
 }
 
-TEST_F(LookupTable, AfterAFailureTheStoreWaitsLongerEachTimeItWasHeldUp) {
+TEST_F(CLookupTablesTest, AfterAFailureTheStoreWaitsLongerEachTimeItWasHeldUp) {
     CFakeClock clock;
     const SLookupAnswer silent{"", Stays};
     PeerAnswers({silent, silent, {"7,ALPHA\r\n" + kEnd, Stays}, silent, silent});

@@ -7,7 +7,7 @@
 using namespace vx;
 using namespace vx::test;
 
-TEST(Ports, AreTextsOfTheRegistryAndWrittenWhereThereIsNone) {
+TEST(CNorvPorts, AreTextsOfTheRegistryAndWrittenWhereThereIsNone) {
     const CTempFolder folder;
     CRegistry registry(folder.Path());
     CNorvPorts ports(registry);

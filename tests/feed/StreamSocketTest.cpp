@@ -40,10 +40,14 @@ protected:
     }
 };
 
+struct CZTLStreamSocketTest : testing::Test {
+    CFakeClock clock;
+    CLineSocket socket;
+};
+
 } // namespace
 
-TEST(StreamSocket, ATextThatWentOutInPartIsNoBeginningOfTheNext) {
-    CLineSocket socket;
+TEST_F(CZTLStreamSocketTest, ATextThatWentOutInPartIsNoBeginningOfTheNext) {
     EXPECT_EQ(socket.SendWithRoom(3, "wIBM\n"), 3);
     EXPECT_EQ(socket.SendWithRoom(-1, "wGS\n"), -1);
     EXPECT_EQ(socket.SendWithRoom(0, "wGS\n"), 0);
@@ -52,9 +56,13 @@ TEST(StreamSocket, ATextThatWentOutInPartIsNoBeginningOfTheNext) {
     EXPECT_EQ(socket.SendWithRoom(99, "wGE\n"), 4);
     EXPECT_EQ(socket.SendWithRoom(99, "wF\n"), 3);
     EXPECT_EQ(socket.sent, "wIB\nwG\nwGE\nwF\n");
+    socket.SendWithRoom(2, "wX\n");
+    socket.Close();
+    EXPECT_EQ(socket.SendWithRoom(99, "wF\n"), 3);
+    EXPECT_TRUE(socket.sent.ends_with("wXwF\n")) << "the next connection knows nothing of it";
 }
 
-TEST(StreamSocket, AnyRunOfLineEndsEndsOneLineAndANulItsText) {
+TEST_F(CZTLStreamSocketTest, AnyRunOfLineEndsEndsOneLineAndANulItsText) {
     const std::pair<std::vector<std::string>, std::vector<std::string>> cases[] = {
         {{"ABC\r\nDE", "F\n"}, {"ABC", "DEF"}},
         {{"A\nB\r\rC\r\n\n\r\nD\r"}, {"A", "B", "C", "D"}},
@@ -62,15 +70,13 @@ TEST(StreamSocket, AnyRunOfLineEndsEndsOneLineAndANulItsText) {
         {{"\0AB\nC\n"s, "\0"s, "D\nE\n"}, {"C", "E"}},
     };
     for (const auto& [reads, lines] : cases) {
-        CLineSocket socket;
-        for (const std::string& read : reads) socket.Read(read);
-        EXPECT_EQ(socket.lines, lines) << reads[0];
+        CLineSocket fresh;
+        for (const std::string& read : reads) fresh.Read(read);
+        EXPECT_EQ(fresh.lines, lines) << reads[0];
     }
 }
 
-TEST(StreamSocket, KeepsStatisticsAndTheLastError) {
-    CFakeClock clock;
-    CLineSocket socket;
+TEST_F(CZTLStreamSocketTest, KeepsStatisticsAndTheLastError) {
     const auto now = DateTimeFromLocal(clock.now);
     EXPECT_EQ(socket.Stats().status, "Not Connected");
     socket.OnConnect(0);
@@ -99,8 +105,7 @@ TEST(StreamSocket, KeepsStatisticsAndTheLastError) {
     EXPECT_THAT(socket.lines, ElementsAre("ABC", "DEF", "H")) << "Close drops the line that waited";
 }
 
-TEST(StreamSocket, ALineWithoutEndFillsTheBufferAndThenNothingIsAskedFor) {
-    CLineSocket socket;
+TEST_F(CZTLStreamSocketTest, ALineWithoutEndFillsTheBufferAndThenNothingIsAskedFor) {
     socket.Read(std::string(65534, 'x'));
     socket.Read(std::string(9, 'y') + "\nZ\n");
     socket.Read("more\n");

@@ -12,21 +12,21 @@ using testing::IsEmpty;
 
 namespace {
 
-struct SymbolLimitQueue : testing::Test {
+struct CSymbolLimitQueueTest : testing::Test {
     CSymbolLimitQueue queue;
     std::vector<std::string> sent;
     int shortBy = 0;
 
+    static FeedStats Stats(uint32_t limit, uint32_t watched, const char* status = "Connected", bool valid = true) {
+        FeedStats stats;
+        stats.symbolLimit = limit, stats.symbolsWatched = watched, stats.status = status, stats.valid = valid;
+        return stats;
+    }
     void Refuse(std::initializer_list<const char*> symbols) {
         for (const char* symbol : symbols) queue.Refused(symbol, true);
     }
     uint32_t Pump(uint32_t limit, uint32_t watched, const char* status = "Connected", bool valid = true) {
-        FeedStats stats;
-        stats.symbolLimit = limit;
-        stats.symbolsWatched = watched;
-        stats.status = status;
-        stats.valid = valid;
-        return queue.Pump(stats, [this](std::string_view command) {
+        return queue.Pump(Stats(limit, watched, status, valid), [this](std::string_view command) {
             sent.emplace_back(command);
             return static_cast<int>(command.size()) - shortBy;
         });
@@ -35,7 +35,7 @@ struct SymbolLimitQueue : testing::Test {
 
 } // namespace
 
-TEST_F(SymbolLimitQueue, SendsAsManyAsThereIsRoomForOnceTheFeedIsThere) {
+TEST_F(CSymbolLimitQueueTest, SendsAsManyAsThereIsRoomForOnceTheFeedIsThere) {
     Refuse({"A", "B", "C"});
     EXPECT_EQ(Pump(10, 0, "Not Connected") + Pump(10, 0, "Connected", false) + Pump(0, 0) + Pump(10, 4294967295u), 0u);
     EXPECT_THAT(queue.Pending(), ElementsAre("A", "B", "C"));
@@ -49,7 +49,7 @@ TEST_F(SymbolLimitQueue, SendsAsManyAsThereIsRoomForOnceTheFeedIsThere) {
     EXPECT_THAT(queue.Pending(), IsEmpty());
 }
 
-TEST_F(SymbolLimitQueue, ASendThatFailsKeepsTheSymbolAndAShortOneDropsIt) {
+TEST_F(CSymbolLimitQueueTest, ASendThatFailsKeepsTheSymbolAndAShortOneDropsIt) {
     Refuse({"A", "B"});
     shortBy = 3;
     EXPECT_EQ(Pump(10, 0), 0u);
@@ -61,7 +61,7 @@ TEST_F(SymbolLimitQueue, ASendThatFailsKeepsTheSymbolAndAShortOneDropsIt) {
     EXPECT_THAT(queue.Awaiting(), IsEmpty());
 }
 
-TEST_F(SymbolLimitQueue, ARefusedSymbolIsNoLongerAwaitedAndAForgottenOneIsGone) {
+TEST_F(CSymbolLimitQueueTest, ARefusedSymbolIsNoLongerAwaitedAndAForgottenOneIsGone) {
     Refuse({"ABC", "ABC", "X"});
     Pump(10, 8);
     ASSERT_THAT(queue.Awaiting(), ElementsAre("ABC", "ABC"));
@@ -76,7 +76,7 @@ TEST_F(SymbolLimitQueue, ARefusedSymbolIsNoLongerAwaitedAndAForgottenOneIsGone) 
     EXPECT_THAT(queue.Awaiting(), IsEmpty());
 }
 
-TEST_F(SymbolLimitQueue, IsBoundedWhateverTheFeedClientRefuses) {
+TEST_F(CSymbolLimitQueueTest, IsBoundedWhateverTheFeedClientRefuses) {
     const CLogEvents log("L1Error");
     using Queue = CSymbolLimitQueue;
     for (int i = 0; i < 100; ++i) queue.Refused("IBM", true);
@@ -96,16 +96,14 @@ TEST_F(SymbolLimitQueue, IsBoundedWhateverTheFeedClientRefuses) {
 
     Queue texts;
     for (char c = 'a'; c <= 'z'; ++c) texts.Refused(std::string(60000, c), false);
-    EXPECT_EQ(texts.Pending().size(), 1u);
-    for (int i = 0; i < 100; ++i) {
-        FeedStats stats;
-        stats.symbolLimit = 1, stats.status = "Connected", stats.valid = true;
-        texts.Pump(stats, nullptr);
-    }
+    texts.Forget(std::string(60000, 'a'));
+    texts.Refused(std::string(60000, 'b'), false);
+    EXPECT_EQ(texts.Pending().size(), 1u) << "its bytes were free again";
+    for (int i = 0; i < 100; ++i) texts.Pump(Stats(1, 0), nullptr);
     EXPECT_EQ(texts.Pending().size(), Queue::kMostOfOne) << "without a port the first one is appended again";
 }
 
-TEST(RecentSymbols, TheOldestAreForgottenByNumberAndByBytes) {
+TEST(CRecentSymbols, TheOldestAreForgottenByNumberAndByBytes) {
     CRecentSymbols recent;
     const auto name = [](size_t i) { return std::to_string(i); };
     for (size_t i = 0; i <= CRecentSymbols::kMost; ++i) recent.Note(name(i)), recent.Note(name(i));

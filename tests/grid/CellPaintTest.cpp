@@ -4,7 +4,7 @@ using namespace vx;
 
 namespace {
 
-class CellPaint : public GridTest {
+class CGridPainterTest : public GridTest {
 protected:
     /// From which column of a cell's place to which something stands on its background; -1 for nothing.
     std::pair<int, int> Extent(const QImage& image, const QRect& place) {
@@ -30,7 +30,7 @@ protected:
 
 } // namespace
 
-TEST_F(CellPaint, EachRoleHasItsColour) {
+TEST_F(CGridPainterTest, EachRoleHasItsColour) {
     const std::vector<std::pair<ETextRole, QRgb>> roles = {
         {ETextRole::Normal, kLightGridTheme.text}, {ETextRole::Up, kLightGridTheme.up},
         {ETextRole::Down, kLightGridTheme.down},   {ETextRole::Unchanged, kLightGridTheme.unchanged},
@@ -49,7 +49,7 @@ TEST_F(CellPaint, EachRoleHasItsColour) {
             }
 }
 
-TEST_F(CellPaint, ARowsNoticeIsDrawnOverItsWidestRunOfEmptyCells) {
+TEST_F(CGridPainterTest, ARowsNoticeIsDrawnOverItsWidestRunOfEmptyCells) {
     source.notice = [](int row, SCell& cell) {
         cell.SetText("waiting for room");
         cell.role = ETextRole::Stale;
@@ -77,7 +77,7 @@ TEST_F(CellPaint, ARowsNoticeIsDrawnOverItsWidestRunOfEmptyCells) {
         << "it keeps off the text of a stuck column";
 }
 
-TEST_F(CellPaint, MarksStandBesideTheTextAndDifferInShape) {
+TEST_F(CGridPainterTest, MarksStandBesideTheTextAndDifferInShape) {
     uint8_t marks = 0;
     int32_t background = kAutomaticColor;
     source.cell = [&](int row, int column, SCell& cell) {
@@ -117,7 +117,7 @@ TEST_F(CellPaint, MarksStandBesideTheTextAndDifferInShape) {
         }
 }
 
-TEST_F(CellPaint, TheTickTrendIsDrawnAsArrowsAndDots) {
+TEST_F(CGridPainterTest, TheTickTrendIsDrawnAsArrowsAndDots) {
     source.cell = [](int row, int, SCell& cell) {
         cell.SetText(row == 3 ? "\xAD" : row == 4 ? "\xAF" : row == 5 ? "\xB7" : "\xAD\xAF\xB7");
         cell.tickTrend = row <= 6 || row == 8;
@@ -142,7 +142,7 @@ TEST_F(CellPaint, TheTickTrendIsDrawnAsArrowsAndDots) {
     EXPECT_GT(CountColor(picture, Place(7, 2, 2), theme.text), 0);
 }
 
-TEST_F(CellPaint, TextStandsWhereItsAlignmentSaysAndNumbersNeverMove) {
+TEST_F(CGridPainterTest, TextStandsWhereItsAlignmentSaysAndNumbersNeverMove) {
     const int width = 80;
     Show("HH", EAlign::Left);
     EXPECT_LT(Ink().second, width / 3);
@@ -156,7 +156,7 @@ TEST_F(CellPaint, TextStandsWhereItsAlignmentSaysAndNumbersNeverMove) {
         EXPECT_EQ(fonts.Atlas(0, scale).TextWidth("1111.11"), fonts.Atlas(0, scale).TextWidth("4638.09"));
 }
 
-TEST_F(CellPaint, ACutTextShowsItsBeginningAndAFittedColumnCutsNothing) {
+TEST_F(CGridPainterTest, ACutTextShowsItsBeginningAndAFittedColumnCutsNothing) {
     const auto inkOf = [&](EAlign align, bool ellipsis) {
         grid.ApplyViewSettings(true, true, ellipsis, true);
         Show("1.234.567.890.123", align);
@@ -179,11 +179,8 @@ TEST_F(CellPaint, ACutTextShowsItsBeginningAndAFittedColumnCutsNothing) {
     EXPECT_FALSE(cutsNothing(fit - 2));
 }
 
-TEST_F(CellPaint, ASpanningRowIsOneTextWithoutColumnLines) {
-    source.span = [](int row, SCell& cell) {
-        if (row == 5) cell.SetText("A heading that is longer than any one column of the grid");
-        return row == 5;
-    };
+TEST_F(CGridPainterTest, ASpanningRowIsOneTextWithoutColumnLines) {
+    MakeHeading("A heading that is longer than any one column of the grid", 5);
     grid.SetFocusCell(1, 1);
     const QImage picture = Picture();
     const QRect row(Geometry().ColumnWidth(0), Geometry().RowTop(5), 300, Geometry().RowHeight() - 1);
@@ -193,7 +190,7 @@ TEST_F(CellPaint, ASpanningRowIsOneTextWithoutColumnLines) {
     EXPECT_EQ(Picture().copy(row), picture.copy(row)) << "and stays to be read when columns scroll";
 }
 
-TEST_F(CellPaint, GridLinesAndShadingFollowTheOptions) {
+TEST_F(CGridPainterTest, GridLinesAndShadingFollowTheOptions) {
     const auto lines = [&] { return CountColor(Picture(), Place(4, 2), grid.Theme().gridLine); };
     const auto shade = [&](int row) { return CountColor(Picture(), Place(row, 2), grid.Theme().shade); };
     EXPECT_EQ(lines(), 80 + Geometry().RowHeight() - 1);
@@ -205,7 +202,7 @@ TEST_F(CellPaint, GridLinesAndShadingFollowTheOptions) {
     EXPECT_EQ(lines() + shade(4), 0);
 }
 
-TEST_F(CellPaint, FocusSelectionAndMarksAreSeen) {
+TEST_F(CGridPainterTest, FocusSelectionAndMarksAreSeen) {
     const QRgb selected = grid.Theme().selected;
     source.span = [](int row, SCell&) { return row == 3; };
     grid.SelectRange({2, 4, 2, 3});
@@ -229,7 +226,7 @@ TEST_F(CellPaint, FocusSelectionAndMarksAreSeen) {
     EXPECT_EQ(CountColor(Picture(), Place(5, 2), grid.Theme().focus), 0);
 }
 
-TEST_F(CellPaint, TheHeaderShowsTheSortedColumnAndWhereColumnsAreHidden) {
+TEST_F(CGridPainterTest, TheHeaderShowsTheSortedColumnAndWhereColumnsAreHidden) {
     source.header = [](int, SCell& cell) {
         cell.SetText("Headline");
         cell.align = EAlign::Right;
@@ -264,7 +261,7 @@ TEST_F(CellPaint, TheHeaderShowsTheSortedColumnAndWhereColumnsAreHidden) {
     EXPECT_EQ(hiddenMark(2), 4 * (Geometry().HeaderHeight() - 1)) << "or on the left of the first column seen";
 }
 
-TEST_F(CellPaint, AChosenBackgroundIsPaintedAndItsTextCanBeRead) {
+TEST_F(CGridPainterTest, AChosenBackgroundIsPaintedAndItsTextCanBeRead) {
     source.cell = [](int row, int, SCell& cell) {
         cell.SetText(row == 4 ? "\xAD\xAD" : "HHH");
         cell.tickTrend = true;
@@ -284,7 +281,7 @@ TEST_F(CellPaint, AChosenBackgroundIsPaintedAndItsTextCanBeRead) {
     EXPECT_GT(count(5, kDarkGridTheme.text), 0) << "nor on what is selected";
 }
 
-TEST_F(CellPaint, EveryByteAndTheLongestTextCanBePainted) {
+TEST_F(CGridPainterTest, EveryByteAndTheLongestTextCanBePainted) {
     std::string all;
     for (int i = 0; i < 255; ++i) all.push_back(static_cast<char>(i + 1));
     source.cell = [&](int row, int column, SCell& cell) {
@@ -299,7 +296,7 @@ TEST_F(CellPaint, EveryByteAndTheLongestTextCanBePainted) {
     for (const double scale : {0.3, 1.0, 3.0}) Picture(scale);
 }
 
-TEST_F(CellPaint, WithoutRowsColumnsOrSourceNothingIsBroken) {
+TEST_F(CGridPainterTest, WithoutRowsColumnsOrSourceNothingIsBroken) {
     grid.SetRowCount(0);
     const QImage picture = Picture();
     EXPECT_EQ(CountColor(picture, picture.rect(), grid.Theme().focus), 0);
@@ -320,7 +317,7 @@ TEST_F(CellPaint, WithoutRowsColumnsOrSourceNothingIsBroken) {
     EXPECT_GT(CountColor(Picture(), Place(3, 2), grid.Theme().base), 500);
 }
 
-TEST_F(CellPaint, TheThemeFollowsTheDesktopUnlessItIsChosen) {
+TEST_F(CGridPainterTest, TheThemeFollowsTheDesktopUnlessItIsChosen) {
     QPalette dark = grid.palette();
     dark.setColor(QPalette::Base, QColor(20, 20, 20));
     grid.setPalette(dark);

@@ -40,7 +40,7 @@ void Hear(QAccessibleEvent* event) {
 }
 
 /// A grid whose row 3 is IBM with a price; row 6 is a heading.
-class GridBus : public GridTest {
+class CGridAccessibleOnBusTest : public GridTest {
 protected:
     void SetUp() override {
         source.header = [](int column, SCell& cell) { cell.SetText(column == 1 ? "Symbol" : "Last"); };
@@ -48,10 +48,7 @@ protected:
             if (row == 3 && column == 1) cell.SetText("IBM");
             if (row == 3 && column == 2) cell.SetText(std::to_string(price));
         };
-        source.span = [](int row, SCell& cell) {
-            if (row == 6) cell.SetText("Banks");
-            return row == 6;
-        };
+        MakeHeading("Banks");
         if (std::getenv(kOnBus) == nullptr) GTEST_SKIP() << "xvfb-run is not installed";
         GridTest::SetUp();
         QDBusConnection::sessionBus().interface()->startService(QStringLiteral("org.a11y.Bus"));
@@ -86,7 +83,7 @@ private:
 
 } // namespace
 
-TEST_F(GridBus, TheFocusCellSaysItsNewestTextOncePerPause) {
+TEST_F(CGridAccessibleOnBusTest, TheFocusCellSaysItsNewestTextOncePerPause) {
     EXPECT_EQ(pause->interval(), 2000);
     PriceIs(121);
     PriceIs(122);
@@ -114,7 +111,7 @@ TEST_F(GridBus, TheFocusCellSaysItsNewestTextOncePerPause) {
     EXPECT_EQ(Heard(), Words());
 }
 
-TEST_F(GridBus, ASelectionSaysWhereItReaches) {
+TEST_F(CGridAccessibleOnBusTest, ASelectionSaysWhereItReaches) {
     Key(Qt::Key_Down, Qt::ShiftModifier);
     EXPECT_EQ(Heard(), Words{"selected Last"});
     Key(Qt::Key_Up, Qt::ShiftModifier);
@@ -130,7 +127,7 @@ TEST_F(GridBus, ASelectionSaysWhereItReaches) {
     EXPECT_EQ(Heard(), Words()) << "the same heading";
 }
 
-TEST_F(GridBus, CellsOfRowsThatAreGoneGo) {
+TEST_F(CGridAccessibleOnBusTest, CellsOfRowsThatAreGoneGo) {
     QAccessibleTableInterface* table = QAccessible::queryAccessibleInterface(&grid)->tableInterface();
     const auto id = [&](int row, int column) { return QAccessible::uniqueId(table->cellAt(row, column)); };
     const QAccessible::Id stays = id(0, 0);
@@ -174,7 +171,7 @@ public Q_SLOTS:
 
 } // namespace
 
-TEST_F(GridBus, BothArriveOnTheBus) {
+TEST_F(CGridAccessibleOnBusTest, BothArriveOnTheBus) {
     TearDown(); // Nothing is kept from the bus.
     CListener listener;
     ASSERT_TRUE(listener.bus.isConnected());

@@ -16,19 +16,11 @@ public:
     bool AcceptsDrop(const QMimeData& mime) const override { return mime.hasText(); }
 };
 
-class GridDrag : public GridTestOf<CDropGrid> {
+class CGridCtrlDragTest : public GridTestOf<CDropGrid> {
 protected:
     QSignalSpy columns{&grid, &CGridCtrl::ColumnsDragged};
     QSignalSpy rows{&grid, &CGridCtrl::RowsDragged};
 
-    void Press(const QPoint& at) { QTest::mousePress(Cells(), Qt::LeftButton, {}, at); }
-    void Move(const QPoint& to) { QTest::mouseMove(Cells(), to); }
-    void Release(const QPoint& at) { QTest::mouseRelease(Cells(), Qt::LeftButton, {}, at); }
-    void Drag(const QPoint& from, const QPoint& to) {
-        Press(from);
-        Move(to);
-        Release(to);
-    }
     /// Where something dropped would stand before a column or row.
     QPoint Before(int row, int column) { return Geometry().CellRect(row, column).topLeft() + QPoint(3, 3); }
     static std::vector<int> Numbers(QSignalSpy& spy) {
@@ -46,7 +38,7 @@ using Three = std::vector<int>;
 
 } // namespace
 
-TEST_F(GridDrag, SelectedColumnsGoWhereTheirHeaderIsDropped) {
+TEST_F(CGridCtrlDragTest, SelectedColumnsGoWhereTheirHeaderIsDropped) {
     Click(0, 2);
     Click(0, 3, Qt::ShiftModifier);
     Press(Middle(0, 3));
@@ -55,7 +47,7 @@ TEST_F(GridDrag, SelectedColumnsGoWhereTheirHeaderIsDropped) {
     Move(Before(0, 5));
     EXPECT_TRUE(InsertionIsSeen());
     EXPECT_TRUE(grid.IsBusy());
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 2, 3}));
+    ExpectSelected(1, 100, 2, 3);
     Release(Before(0, 5));
     EXPECT_EQ(Numbers(columns), (Three{2, 3, 5}));
     EXPECT_FALSE(InsertionIsSeen() || grid.IsBusy());
@@ -70,9 +62,9 @@ TEST_F(GridDrag, SelectedColumnsGoWhereTheirHeaderIsDropped) {
     Key(Qt::Key_Escape);
     Release(Before(0, 1));
     EXPECT_TRUE(columns.isEmpty());
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 2, 3}));
+    ExpectSelected(1, 100, 2, 3);
     Click(0, 2);
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 2, 2})) << "a click alone selects anew";
+    ExpectSelected(1, 100, 2, 2, "a click alone selects anew");
     // Beyond the edge the grid scrolls until the end is reached.
     Press(Middle(0, 2));
     Move({Cells()->width() + 40, 10});
@@ -81,18 +73,18 @@ TEST_F(GridDrag, SelectedColumnsGoWhereTheirHeaderIsDropped) {
     EXPECT_EQ(Numbers(columns), (Three{2, 2, 11}));
 }
 
-TEST_F(GridDrag, AHeaderIsTakenAtOnceAndAlone) {
+TEST_F(CGridCtrlDragTest, AHeaderIsTakenAtOnceAndAlone) {
     Click(0, 2);
     Drag(Middle(0, 3), Before(0, 5));
     EXPECT_EQ(Numbers(columns), (Three{3, 3, 5}));
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 3, 3}));
+    ExpectSelected(1, 100, 3, 3);
     // With all cells selected too; all columns together have no other place.
     Key(Qt::Key_A, Qt::ControlModifier);
     Drag(Middle(0, 2), Before(0, 1));
     EXPECT_EQ(Numbers(columns), (Three{2, 2, 1}));
 }
 
-TEST_F(GridDrag, SelectedRowsGoWhereTheirNumberIsDropped) {
+TEST_F(CGridCtrlDragTest, SelectedRowsGoWhereTheirNumberIsDropped) {
     Click(4, 0);
     Click(5, 0, Qt::ShiftModifier);
     Press(Middle(4, 0));
@@ -117,7 +109,7 @@ TEST_F(GridDrag, SelectedRowsGoWhereTheirNumberIsDropped) {
     EXPECT_TRUE(rows.isEmpty()) << "all rows have no other place";
 }
 
-TEST_F(GridDrag, DataFromElsewhereIsDroppedOnTheNearestCell) {
+TEST_F(CGridCtrlDragTest, DataFromElsewhereIsDroppedOnTheNearestCell) {
     std::vector<int> at;
     QObject::connect(&grid, &CGridCtrl::DataDropped, &grid, [&](const QMimeData* data, int row, int column) {
         EXPECT_EQ(data->text(), QStringLiteral("IBM"));
@@ -163,7 +155,7 @@ TEST_F(GridDrag, DataFromElsewhereIsDroppedOnTheNearestCell) {
     EXPECT_FALSE(grid.IsBusy());
 }
 
-TEST_F(GridDrag, MenusAreAskedForWithWhatLiesUnderThem) {
+TEST_F(CGridCtrlDragTest, MenusAreAskedForWithWhatLiesUnderThem) {
     std::vector<int> asked;
     QObject::connect(&grid, &CGridCtrl::ContextMenuRequested, &grid,
                      [&](EGridPart part, int row, int column, const QPoint& at) {
@@ -181,13 +173,13 @@ TEST_F(GridDrag, MenusAreAskedForWithWhatLiesUnderThem) {
     };
     grid.SelectRange({2, 4, 2, 3});
     EXPECT_EQ(menuAt(Middle(3, 3)), part(EGridPart::Cell, 3, 3));
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{2, 4, 2, 3}));
+    ExpectSelected(2, 4, 2, 3);
     menuAt(Middle(7, 1));
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{7, 7, 1, 1}));
+    ExpectSelected(7, 7, 1, 1);
     EXPECT_EQ(menuAt(Middle(0, 4)), part(EGridPart::ColumnHeader, 0, 4));
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 4, 4}));
+    ExpectSelected(1, 100, 4, 4);
     EXPECT_EQ(menuAt(Middle(5, 0)), part(EGridPart::RowHeader, 5, 0));
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{5, 5, 1, 10}));
+    ExpectSelected(5, 5, 1, 10);
     EXPECT_EQ(menuAt({3, 3}), part(EGridPart::Corner, 0, 0));
     grid.SetRowCount(5);
     EXPECT_EQ(menuAt({200, 300}), part(EGridPart::Outside, -1, -1));

@@ -13,15 +13,10 @@ using namespace vx;
 
 namespace {
 
-class GridInput : public GridTest {
+class CGridCtrlTest : public GridTest {
 protected:
     QSignalSpy resized{&grid, &CGridCtrl::ColumnResized};
 
-    void Drag(const QPoint& from, const QPoint& to) {
-        QTest::mousePress(Cells(), Qt::LeftButton, {}, from);
-        QTest::mouseMove(Cells(), to);
-        QTest::mouseRelease(Cells(), Qt::LeftButton, {}, to);
-    }
     void Wheel(const QPoint& eighths, Qt::KeyboardModifiers modifiers = {}) {
         QWheelEvent event({50, 100}, Cells()->mapToGlobal(QPointF(50, 100)), {}, eighths, Qt::NoButton, modifiers,
                           Qt::NoScrollPhase, false);
@@ -44,42 +39,34 @@ protected:
 
 } // namespace
 
-TEST_F(GridInput, TheMouseSelectsCellsRangesColumnsRowsAndAll) {
+TEST_F(CGridCtrlTest, TheMouseSelectsCellsRangesColumnsRowsAndAll) {
     QSignalSpy moved(&grid, &CGridCtrl::FocusCellChanged);
-    Click(5, 3);
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{5, 5, 3, 3}));
+    ClickSelects({5, 5, 3, 3}, 5, 3);
     ASSERT_EQ(moved.size(), 1);
     EXPECT_EQ(moved[0][0].toInt(), 5);
-    Click(2, 4, Qt::ShiftModifier);
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{2, 5, 3, 4}));
+    ClickSelects({2, 5, 3, 4}, 2, 4, Qt::ShiftModifier);
     EXPECT_EQ(grid.FocusCell(), (SGridCell{5, 3}));
     Click(8, 1, Qt::ShiftModifier);
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{5, 8, 1, 3})) << "from the same corner";
-    Drag(Middle(2, 2), Middle(4, 3));
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{2, 4, 2, 3}));
-    QTest::mousePress(Cells(), Qt::LeftButton, {}, Middle(2, 2));
+    ExpectSelected(5, 8, 1, 3, "from the same corner");
+    DragSelects({2, 4, 2, 3}, Middle(2, 2), Middle(4, 3));
+    Press(Middle(2, 2));
     QMouseEvent idle(QEvent::MouseMove, Middle(5, 3), Cells()->mapToGlobal(Middle(5, 3)), Qt::NoButton, {}, {});
     QApplication::sendEvent(Cells(), &idle);
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{2, 2, 2, 2})) << "another window got the release";
+    ExpectSelected(2, 2, 2, 2, "another window got the release");
     EXPECT_FALSE(grid.IsBusy());
-    Click(0, 3);
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 3, 3}));
-    Click(0, 2, Qt::ShiftModifier);
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 2, 3}));
-    Click(4, 0);
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{4, 4, 1, 10}));
-    Drag(Middle(5, 0), Middle(7, 0));
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{5, 7, 1, 10}));
-    Click(0, 0);
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 1, 10}));
+    ClickSelects({1, 100, 3, 3}, 0, 3);
+    ClickSelects({1, 100, 2, 3}, 0, 2, Qt::ShiftModifier);
+    ClickSelects({4, 4, 1, 10}, 4, 0);
+    DragSelects({5, 7, 1, 10}, Middle(5, 0), Middle(7, 0));
+    ClickSelects({1, 100, 1, 10}, 0, 0);
     EXPECT_EQ(grid.verticalScrollBar()->value(), 0) << "selecting much does not scroll";
 }
 
-TEST_F(GridInput, FocusSelectionAndDraggedRowsPassOverHiddenOnes) {
+TEST_F(CGridCtrlTest, FocusSelectionAndDraggedRowsPassOverHiddenOnes) {
     grid.SetHiddenRows({1, 4, 5, 99, 100});
     EXPECT_EQ(grid.FocusCell(), (SGridCell{2, 1}));
     grid.SelectRange({4, 7, 1, 2});
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{4, 7, 1, 2}));
+    ExpectSelected(4, 7, 1, 2);
     EXPECT_EQ(grid.FocusCell(), (SGridCell{6, 1}));
     grid.SetFocusCell(4, 2);
     EXPECT_EQ(grid.FocusCell(), (SGridCell{6, 2}));
@@ -93,18 +80,21 @@ TEST_F(GridInput, FocusSelectionAndDraggedRowsPassOverHiddenOnes) {
     Drag(Middle(2, 0), Middle(6, 0) + QPoint(0, 2));
     ASSERT_EQ(dragged.size(), 1);
     EXPECT_EQ(dragged[0], (QList<QVariant>{2, 3, 7}));
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{2, 3, 1, 10}));
+    ExpectSelected(2, 3, 1, 10);
     grid.SetHiddenRows({2, 3, 4});
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{5, 5, 1, 1})) << "the selection was hidden";
+    ExpectSelected(5, 5, 1, 1, "the selection was hidden");
     grid.SetHiddenRows({});
     EXPECT_EQ(grid.FocusCell(), (SGridCell{5, 1}));
+    grid.SelectRange({2, 3, 1, 2});
+    grid.MoveRows({0, 1, 2, 5, 3, 4}, {});
+    ExpectSelected(2, 2, 1, 2, "no row is selected that was not");
 }
 
-TEST_F(GridInput, DraggingBeyondTheEdgeScrolls) {
-    QTest::mousePress(Cells(), Qt::LeftButton, {}, Middle(2, 2));
-    QTest::mouseMove(Cells(), {Middle(2, 2).x(), Cells()->height() + 30});
+TEST_F(CGridCtrlTest, DraggingBeyondTheEdgeScrolls) {
+    Press(Middle(2, 2));
+    Move({Middle(2, 2).x(), Cells()->height() + 30});
     EXPECT_TRUE(WaitFor([&] { return grid.SelectedRange().lastRow > 25; }));
-    QTest::mouseRelease(Cells(), Qt::LeftButton, {}, Middle(2, 2));
+    Release(Middle(2, 2));
     EXPECT_EQ(grid.SelectedRange().firstRow, 2);
 
     grid.SetLockedColumns(1);
@@ -112,71 +102,49 @@ TEST_F(GridInput, DraggingBeyondTheEdgeScrolls) {
     grid.horizontalScrollBar()->setValue(100);
     Drag(Middle(3, 1), Middle(5, 1));
     EXPECT_EQ(grid.horizontalScrollBar()->value(), 100) << "a drag among the locked columns leaves the others alone";
-    QTest::mousePress(Cells(), Qt::LeftButton, {}, Middle(3, 4));
-    QTest::mouseMove(Cells(), Middle(3, 1));
+    Press(Middle(3, 4));
+    Move(Middle(3, 1));
     EXPECT_TRUE(WaitFor([&] { return grid.horizontalScrollBar()->value() == 0; }));
-    QTest::mouseRelease(Cells(), Qt::LeftButton, {}, Middle(3, 1));
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{3, 3, 1, 4}));
+    Release(Middle(3, 1));
+    ExpectSelected(3, 3, 1, 4);
 }
 
-TEST_F(GridInput, KeysMoveTheFocusOverHiddenRowsAndColumnsAndStopAtTheEdges) {
+TEST_F(CGridCtrlTest, KeysMoveTheFocusOverHiddenRowsAndColumnsAndStopAtTheEdges) {
     for (const int hidden : {3, 10}) grid.SetColumnWidth(hidden, 0);
     grid.SetHiddenRows({1, 5, 6, 99, 100});
     const int page = Geometry().ScrolledHeight() / Geometry().RowHeight();
-    const struct {
-        Qt::Key key;
-        Qt::KeyboardModifiers modifiers;
-        SGridCell to;
-    } steps[] = {{Qt::Key_Right, {}, {3, 4}},
-                 {Qt::Key_Left, {}, {3, 2}},
-                 {Qt::Key_Left, {}, {3, 1}},
-                 {Qt::Key_Left, {}, {3, 1}},
-                 {Qt::Key_Return, {}, {4, 1}},
-                 {Qt::Key_Down, {}, {7, 1}},
-                 {Qt::Key_Up, {}, {4, 1}},
-                 {Qt::Key_Enter, Qt::KeypadModifier | Qt::ShiftModifier, {3, 1}},
-                 {Qt::Key_Backtab, Qt::ShiftModifier, {2, 9}},
-                 {Qt::Key_Tab, {}, {3, 1}},
-                 {Qt::Key_Up, {}, {2, 1}},
-                 {Qt::Key_Up, {}, {2, 1}},
-                 {Qt::Key_PageDown, {}, {4 + page, 1}},
-                 {Qt::Key_PageUp, {}, {2, 1}},
-                 {Qt::Key_End, {}, {2, 9}},
-                 {Qt::Key_End, Qt::ControlModifier, {98, 9}},
-                 {Qt::Key_Down, {}, {98, 9}},
-                 {Qt::Key_PageDown, {}, {98, 9}},
-                 {Qt::Key_PageUp, {}, {98 - page, 9}},
-                 {Qt::Key_Home, {}, {98 - page, 1}},
-                 {Qt::Key_Home, Qt::ControlModifier, {2, 1}},
-                 {Qt::Key_Down, Qt::ControlModifier, {98, 1}},
-                 {Qt::Key_Right, Qt::ControlModifier, {98, 9}}};
+    const std::string below = std::to_string(4 + page), above = std::to_string(98 - page);
+    const std::string steps = "Right 3,4;Left 3,2;Left 3,1;Left 3,1;Return 4,1;Down 7,1;Up 4,1;Shift+Enter "
+                              "3,1;Shift+Backtab 2,9;Tab 3,1;Up 2,1;Up 2,1;"
+                              "PgDown " +
+                              below + ",1;PgUp 2,1;End 2,9;Ctrl+End 98,9;Down 98,9;PgDown 98,9;PgUp " + above +
+                              ",9;Home " + above +
+                              ",1;"
+                              "Ctrl+Home 2,1;Ctrl+Down 98,1;Ctrl+Right 98,9;";
     grid.SetFocusCell(3, 2);
-    for (const auto& step : steps) {
-        Key(step.key, step.modifiers);
-        EXPECT_EQ(grid.FocusCell(), step.to) << step.key;
-        const QRect whole = Geometry().CellRect(step.to.row, step.to.column);
-        EXPECT_EQ(Geometry().VisibleCellRect(step.to.row, step.to.column), whole) << "seen whole after " << step.key;
+    for (const QString& step : QtText(steps).split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
+        const QStringList words = step.split(QLatin1Char(' '));
+        const QKeyCombination key = QKeySequence(words[0])[0];
+        Key(key.key(), key.keyboardModifiers());
+        const auto [row, column] = grid.FocusCell();
+        EXPECT_EQ(QStringLiteral("%1,%2").arg(row).arg(column), words[1]) << step.toStdString();
+        EXPECT_EQ(Geometry().VisibleCellRect(row, column), Geometry().CellRect(row, column)) << "it is seen whole";
     }
 }
 
-TEST_F(GridInput, TheKeyboardSelectsRangesRowsColumnsAndAll) {
+TEST_F(CGridCtrlTest, TheKeyboardSelectsRangesRowsColumnsAndAll) {
     grid.SetFocusCell(3, 2);
     Key(Qt::Key_Down, Qt::ShiftModifier);
-    Key(Qt::Key_Right, Qt::ShiftModifier);
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{3, 4, 2, 3}));
+    KeySelects({3, 4, 2, 3}, Qt::Key_Right, Qt::ShiftModifier);
     EXPECT_EQ(grid.FocusCell(), (SGridCell{3, 2}));
-    Key(Qt::Key_Space, Qt::ShiftModifier);
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{3, 4, 1, 10}));
+    KeySelects({3, 4, 1, 10}, Qt::Key_Space, Qt::ShiftModifier);
     grid.SetFocusCell(3, 2);
-    Key(Qt::Key_Space, Qt::ControlModifier);
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 2, 2}));
-    Key(Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 1, 10}));
-    Key(Qt::Key_Down);
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{4, 4, 2, 2}));
+    KeySelects({1, 100, 2, 2}, Qt::Key_Space, Qt::ControlModifier);
+    KeySelects({1, 100, 1, 10}, Qt::Key_A, Qt::ControlModifier);
+    KeySelects({4, 4, 2, 2}, Qt::Key_Down);
 }
 
-TEST_F(GridInput, TabLeavesTheGridBehindItsLastCell) {
+TEST_F(CGridCtrlTest, TabLeavesTheGridBehindItsLastCell) {
     QWidget window;
     QVBoxLayout layout(&window);
     auto* before = new QPushButton;
@@ -197,7 +165,7 @@ TEST_F(GridInput, TabLeavesTheGridBehindItsLastCell) {
     grid.setParent(nullptr);
 }
 
-TEST_F(GridInput, ACellLookedForComesWellIntoView) {
+TEST_F(CGridCtrlTest, ACellLookedForComesWellIntoView) {
     grid.SetFocusCell(60, 8);
     const QRect found = Geometry().VisibleCellRect(60, 8);
     EXPECT_GT(found.top(), Cells()->height() / 3);
@@ -214,7 +182,7 @@ TEST_F(GridInput, ACellLookedForComesWellIntoView) {
     EXPECT_EQ(grid.horizontalScrollBar()->value(), 0);
 }
 
-TEST_F(GridInput, FocusAndSelectionStayOnCellsThatAreThere) {
+TEST_F(CGridCtrlTest, FocusAndSelectionStayOnCellsThatAreThere) {
     QSignalSpy moved(&grid, &CGridCtrl::FocusCellChanged);
     grid.SetFocusCell(100, 10);
     grid.SetRowCount(5);
@@ -225,12 +193,12 @@ TEST_F(GridInput, FocusAndSelectionStayOnCellsThatAreThere) {
     grid.SetColumnCount(3);
     grid.SetFocusCell(5, 2);
     grid.SetColumnWidth(2, 0);
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{5, 5, 3, 3}));
+    ExpectSelected(5, 5, 3, 3);
     EXPECT_EQ(grid.horizontalScrollBar()->value(), 0);
     EXPECT_EQ(moved.size(), 6);
 }
 
-TEST_F(GridInput, AStuckColumnTakesItsClicksAndItsBorders) {
+TEST_F(CGridCtrlTest, AStuckColumnTakesItsClicksAndItsBorders) {
     grid.SetStickyColumn(2);
     grid.EnsureVisible(1, 10);
     ASSERT_EQ(Geometry().StuckColumn(), 2);
@@ -239,28 +207,26 @@ TEST_F(GridInput, AStuckColumnTakesItsClicksAndItsBorders) {
     Click(3, 2);
     EXPECT_EQ(grid.FocusCell(), (SGridCell{3, 2}));
     EXPECT_GT(Geometry().ScrollX(), 0) << "it is in sight";
-    Drag(Middle(3, 2), Middle(5, 2));
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{3, 5, 2, 2}));
+    DragSelects({3, 5, 2, 2}, Middle(3, 2), Middle(5, 2));
     const int scroll = Geometry().ScrollX();
     EXPECT_EQ(scroll, grid.Geometry().MaxScrollX());
-    QTest::mouseMove(Cells(), Middle(0, 2));
+    Move(Middle(0, 2));
     EXPECT_NE(Cells()->cursor().shape(), Qt::SplitHCursor);
     Drag({left + 80 + 2, 5}, {left + 80 + 12, 5});
     EXPECT_EQ(grid.ColumnWidth(2), 90) << "also where another column begins under its edge";
     Drag({left + 90 - 3, 5}, {left + 90 - 13, 5});
     EXPECT_EQ(grid.ColumnWidth(2), 80);
-    Click(0, 2);
-    EXPECT_EQ(grid.SelectedRange(), (SGridRange{1, 100, 2, 2}));
+    ClickSelects({1, 100, 2, 2}, 0, 2);
     grid.SetFocusCell(1, 3);
     EXPECT_EQ(Geometry().VisibleCellRect(1, 3).width(), 80) << "it came out from under the stuck one";
     grid.SetStickyColumn(0);
     grid.SetLockedColumns(1);
-    QTest::mouseMove(Cells(), {1, 5});
+    Move({1, 5});
     EXPECT_NE(Cells()->cursor().shape(), Qt::SplitHCursor) << "no border at the row numbers' left";
 }
 
-TEST_F(GridInput, ABorderOfTheHeaderIsDraggedToAWidth) {
-    QTest::mouseMove(Cells(), Border(2));
+TEST_F(CGridCtrlTest, ABorderOfTheHeaderIsDraggedToAWidth) {
+    Move(Border(2));
     EXPECT_EQ(Cells()->cursor().shape(), Qt::SplitHCursor);
     Drag(Border(2), Border(2) + QPoint(25, 0));
     EXPECT_EQ(grid.ColumnWidth(2), 105);
@@ -269,15 +235,15 @@ TEST_F(GridInput, ABorderOfTheHeaderIsDraggedToAWidth) {
     Drag(Border(2) + QPoint(3, 0), Border(2) - QPoint(500, 0));
     EXPECT_EQ(grid.ColumnWidth(2), 16) << "never dragged out of sight";
     EXPECT_EQ(grid.FocusCell(), (SGridCell{1, 1})) << "a border selects nothing";
-    QTest::mouseMove(Cells(), Middle(0, 1));
+    Move(Middle(0, 1));
     EXPECT_NE(Cells()->cursor().shape(), Qt::SplitHCursor);
     // Given up.
     const QPoint border = Border(1);
-    QTest::mousePress(Cells(), Qt::LeftButton, {}, border);
-    QTest::mouseMove(Cells(), border + QPoint(40, 0));
+    Press(border);
+    Move(border + QPoint(40, 0));
     EXPECT_EQ(grid.ColumnWidth(1), 120);
     Key(Qt::Key_Escape);
-    QTest::mouseMove(Cells(), border + QPoint(60, 0));
+    Move(border + QPoint(60, 0));
     EXPECT_EQ(grid.ColumnWidth(1), 80);
     EXPECT_EQ(resized.last()[1].toInt(), 80);
     // Beside a hidden or a scrolled column the border is that of the column seen.
@@ -293,7 +259,7 @@ TEST_F(GridInput, ABorderOfTheHeaderIsDraggedToAWidth) {
     EXPECT_EQ(grid.ColumnWidth(1), 90);
 }
 
-TEST_F(GridInput, DoubleClicksFitAColumnAndNameHeadersAndCells) {
+TEST_F(CGridCtrlTest, DoubleClicksFitAColumnAndNameHeadersAndCells) {
     source.cell = [](int row, int column, SCell& cell) {
         if (row == 50 && column == 2) cell.SetText("the longest text of the second column");
     };
@@ -311,7 +277,7 @@ TEST_F(GridInput, DoubleClicksFitAColumnAndNameHeadersAndCells) {
     EXPECT_EQ(cell[0][0].toInt(), 3);
 }
 
-TEST_F(GridInput, TheWheelMovesRowsAndWithShiftColumns) {
+TEST_F(CGridCtrlTest, TheWheelMovesRowsAndWithShiftColumns) {
     const int rows = QApplication::wheelScrollLines();
     Wheel({0, -120});
     EXPECT_EQ(grid.verticalScrollBar()->value(), rows * Geometry().RowHeight());
@@ -324,7 +290,7 @@ TEST_F(GridInput, TheWheelMovesRowsAndWithShiftColumns) {
     EXPECT_EQ(grid.horizontalScrollBar()->value(), 0);
 }
 
-TEST_F(GridInput, TipsExplainHeadersAndShowCutTexts) {
+TEST_F(CGridCtrlTest, TipsExplainHeadersAndShowCutTexts) {
     source.headerTip = "Last price <b>today</b>";
     EXPECT_EQ(TipOver(0, 2), PlainTipText(QStringLiteral("Last price <b>today</b>")));
     EXPECT_TRUE(TipOver(0, 2).contains(QStringLiteral("&lt;b&gt;"))) << "no markup from outside";

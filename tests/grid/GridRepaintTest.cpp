@@ -21,7 +21,7 @@ public:
     int64_t now = 1000;
 };
 
-class GridRepaint : public GridTest {
+class CDirtyCellsTest : public GridTest {
 protected:
     /// What is painted from Start() to Painted(), after everything pending is delivered.
     void Start() {
@@ -47,7 +47,7 @@ private:
 
 } // namespace
 
-TEST_F(GridRepaint, PaintsOnlyTheCellsThatChangedAndTheRowsConcerned) {
+TEST_F(CDirtyCellsTest, PaintsOnlyTheCellsThatChangedAndTheRowsConcerned) {
     Start();
     grid.MarkCellChanged(3, 2);
     EXPECT_EQ(Painted().passes, 0) << "nothing before the flush";
@@ -61,6 +61,10 @@ TEST_F(GridRepaint, PaintsOnlyTheCellsThatChangedAndTheRowsConcerned) {
     grid.FlushChanges();
     EXPECT_EQ(Painted(), (SPaintCounters{1, VisibleColumns() + 1})) << "and its number";
     Start();
+    for (const int column : {1, 3}) grid.MarkCellChanged(6, column);
+    grid.FlushChanges();
+    EXPECT_EQ(Painted(), (SPaintCounters{1, 2})) << "and not what is between them";
+    Start();
     for (int row = 1; row <= 100; ++row)
         for (int column = 1; column <= 10; ++column) grid.MarkCellChanged(row, column);
     grid.FlushChanges();
@@ -71,7 +75,7 @@ TEST_F(GridRepaint, PaintsOnlyTheCellsThatChangedAndTheRowsConcerned) {
     EXPECT_LE(Painted().cells, 3 * (VisibleColumns() + 1)) << "two rows and the header";
 }
 
-TEST_F(GridRepaint, PaintsNothingForWhatCannotBeSeen) {
+TEST_F(CDirtyCellsTest, PaintsNothingForWhatCannotBeSeen) {
     grid.SetColumnWidth(2, 0);
     Start();
     for (int row = Geometry().LastVisibleRow() + 1; row <= 100; ++row) {
@@ -89,7 +93,7 @@ TEST_F(GridRepaint, PaintsNothingForWhatCannotBeSeen) {
     EXPECT_EQ(Painted().passes, 0);
 }
 
-TEST_F(GridRepaint, PaintsNothingForAWidthThatAColumnHasAlready) {
+TEST_F(CDirtyCellsTest, PaintsNothingForAWidthThatAColumnHasAlready) {
     Start();
     grid.SetColumnWidth(2, 80);
     grid.SetColumnWidths(std::vector<int>(10, 80));
@@ -99,7 +103,7 @@ TEST_F(GridRepaint, PaintsNothingForAWidthThatAColumnHasAlready) {
     EXPECT_EQ(grid.ColumnWidth(3) + grid.ColumnWidth(4), 90);
 }
 
-TEST_F(GridRepaint, FollowsTheScrollPositionAndTheLockedColumns) {
+TEST_F(CDirtyCellsTest, FollowsTheScrollPositionAndTheLockedColumns) {
     grid.SetLockedColumns(1);
     grid.EnsureVisible(60, 10);
     Start();
@@ -117,7 +121,7 @@ TEST_F(GridRepaint, FollowsTheScrollPositionAndTheLockedColumns) {
     EXPECT_EQ(Painted().passes, 0) << "scrolling has painted everything already";
 }
 
-TEST_F(GridRepaint, AsksForAsManyCellsWithManyRowsAsWithFew) {
+TEST_F(CDirtyCellsTest, AsksForAsManyCellsWithManyRowsAsWithFew) {
     const auto askedOnScrolling = [&](int rows) {
         grid.SetRowCount(rows);
         grid.SetRowNumbersVisible(false);
@@ -132,7 +136,7 @@ TEST_F(GridRepaint, AsksForAsManyCellsWithManyRowsAsWithFew) {
     EXPECT_EQ(askedOnScrolling(100'000), few);
 }
 
-TEST_F(GridRepaint, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
+TEST_F(CDirtyCellsTest, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
     grid.SetRowCount(100'000);
     std::vector<int> values(100'001 * 11, 1234);
     const auto at = [](int row, int column) { return static_cast<size_t>(row * 11 + column); };
@@ -181,7 +185,7 @@ TEST_F(GridRepaint, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
     EXPECT_EQ(other.copy(cells).convertToFormat(QImage::Format_RGB32), whole.copy(cells));
 }
 
-TEST_F(GridRepaint, HiddenRowsCostNothingAndAreMarkedBesideTheirNeighbours) {
+TEST_F(CDirtyCellsTest, HiddenRowsCostNothingAndAreMarkedBesideTheirNeighbours) {
     grid.SetRowCount(100'000);
     std::vector<int> hidden = {1, 5, 7, 8};
     for (int row = 11; row <= 90'010; ++row) hidden.push_back(row);
@@ -205,7 +209,7 @@ TEST_F(GridRepaint, HiddenRowsCostNothingAndAreMarkedBesideTheirNeighbours) {
     }
 }
 
-TEST_F(GridRepaint, LightsAChangedCellAndPutsItOut) {
+TEST_F(CDirtyCellsTest, LightsAChangedCellAndPutsItOut) {
     CStoppedClock clock;
     grid.ApplyViewSettings(true, true, true, false);
     source.cell = [](int row, int, SCell& cell) { cell.role = row == 1 ? ETextRole::Up : ETextRole::Down; };

@@ -60,7 +60,33 @@ protected:
     void Click(int row, int column, Qt::KeyboardModifiers modifiers = {}) {
         QTest::mouseClick(Cells(), Qt::LeftButton, modifiers, Middle(row, column));
     }
+    void Press(const QPoint& at) { QTest::mousePress(Cells(), Qt::LeftButton, {}, at); }
+    void Move(const QPoint& to) { QTest::mouseMove(Cells(), to); }
+    void Release(const QPoint& at) { QTest::mouseRelease(Cells(), Qt::LeftButton, {}, at); }
+    void Drag(const QPoint& from, const QPoint& to) { Press(from), Move(to), Release(to); }
     void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(&grid, key, modifiers); }
+    void ExpectSelected(int firstRow, int lastRow, int firstColumn, int lastColumn, const char* why = "") {
+        EXPECT_EQ(grid.SelectedRange(), (SGridRange{firstRow, lastRow, firstColumn, lastColumn})) << why;
+    }
+    void ClickSelects(const SGridRange& range, int row, int column, Qt::KeyboardModifiers modifiers = {}) {
+        Click(row, column, modifiers);
+        EXPECT_EQ(grid.SelectedRange(), range) << row << "," << column;
+    }
+    void DragSelects(const SGridRange& range, const QPoint& from, const QPoint& to) {
+        Drag(from, to);
+        EXPECT_EQ(grid.SelectedRange(), range);
+    }
+    void KeySelects(const SGridRange& range, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        Key(key, modifiers);
+        EXPECT_EQ(grid.SelectedRange(), range) << key;
+    }
+    /// Row 6, or another, is one text across all columns.
+    void MakeHeading(std::string text, int heading = 6) {
+        source.span = [=](int row, SCell& cell) {
+            if (row == heading) cell.SetText(text);
+            return row == heading;
+        };
+    }
 
     /// The grid's picture, and the place of a cell in it, in pixels of a scale.
     QImage Picture(double scale = 1) { return GrabImage(*grid.viewport(), scale); }

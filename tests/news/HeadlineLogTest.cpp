@@ -24,10 +24,7 @@ TEST(CHeadlineLog, KeepsEveryHeadlineWhoeverItIsAbout) {
     log.Add("N,SIM,1004,IBM,today,the next list's");
     EXPECT_EQ(log.FirstNumber(), 3u) << "a window tells by the number what it has seen";
     EXPECT_EQ(log.Find(3)->text, "the next list's");
-}
-
-TEST(CHeadlineLog, IsBoundedInNumberAndInBytes) {
-    CHeadlineLog log;
+    // It is bounded in number and in bytes.
     for (size_t i = 0; i < CHeadlineLog::kMostHeadlines + 5; ++i) log.Add("N,SIM,1,IBM,today," + std::to_string(i));
     EXPECT_EQ(log.Size(), CHeadlineLog::kMostHeadlines);
     EXPECT_EQ(log.Find(log.FirstNumber())->text, "5");

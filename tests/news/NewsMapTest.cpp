@@ -24,7 +24,7 @@ protected:
 
 } // namespace
 
-TEST_F(CNewsMapTest, AHeadlineReachesTheSymbolsThatStandInTheList) {
+TEST_F(CNewsMapTest, AHeadlineReachesTheSymbolsThatAreInTheList) {
     EXPECT_EQ(news.ApplyHeadline("N,SIM,1001,XYZ:MSFT,20240131 093000,Up, up, and away,"), "MSFT,");
     EXPECT_EQ(Stories("MSFT"), 1);
     EXPECT_EQ(news.HeadlineText("MSFT"), "Up, up, and away,");
@@ -73,10 +73,8 @@ TEST_F(CNewsMapTest, AReplyOnlyRaisesCounts) {
 }
 
 TEST_F(CNewsMapTest, AnyOtherReplyChangesNothing) {
-    std::string deep;
-    for (int i = 0; i < 100'000; ++i) deep += "<a>";
-    std::string attributes = "<a><b";
-    for (int i = 0; i < 60'000; ++i) attributes += " a" + std::to_string(i) + "='1'";
+    std::string deep, attributes = "<a><b";
+    for (int i = 0; i < 60'000; ++i) deep += "<a>", attributes += " a" + std::to_string(i) + "='1'";
     const std::string symbol = "<symbol Name='IBM' StoryCount='3'/>";
     const std::string entities = "<!DOCTYPE a [<!ENTITY x \"&y;&y;&y;&y;\"><!ENTITY y \"&x;\">]>";
     for (const std::string& xml :
@@ -100,17 +98,15 @@ TEST(NewsRequest, AsksForTheSymbolsOfToday) {
     const std::vector<std::string> symbols{"IBM", "", "A,B", "A:B", "A\nB", std::string(100'000, 'A'), "BRK.B", "/ES"};
     EXPECT_EQ(NewsCountsRequests(symbols), (std::vector<std::string>{"NSC,IBM:BRK.B:/ES,x,,20240307,LNewsCounts\r\n"}));
     EXPECT_TRUE(NewsCountsRequests({}).empty());
-}
-
-TEST(NewsRequest, AHugeListIsAskedForInSeveralLinesThatAPeerTakes) {
+    // A huge list, in several lines that a peer takes.
     for (const size_t length : {size_t{4}, size_t{1000}}) {
-        std::vector<std::string> symbols;
+        std::vector<std::string> many;
         std::string expected;
         for (size_t i = 1000; i < 2501; ++i) {
-            symbols.push_back(std::to_string(i) + std::string(length - 4, 'x'));
-            expected += symbols.back() + ':';
+            many.push_back(std::to_string(i) + std::string(length - 4, 'x'));
+            expected += many.back() + ':';
         }
-        const std::vector<std::string> requests = NewsCountsRequests(symbols);
+        const std::vector<std::string> requests = NewsCountsRequests(many);
         EXPECT_EQ(requests.size(), length == 4 ? 4u : 94u);
         std::string all;
         for (const std::string& request : requests) {

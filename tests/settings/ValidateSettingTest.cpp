@@ -11,8 +11,7 @@ using namespace vx;
 
 namespace {
 
-class CReports final : public CConfigLogger {
-public:
+struct SReports final : CConfigLogger {
     void Report(std::string_view text) override { all.append(text); }
     std::string all;
 };
@@ -26,17 +25,14 @@ struct SCase {
 
 constexpr std::string_view kOlder =
     "Settings: The value \"$\" for \"Some Name\" was stored in an older format and has been updated automatically.";
-constexpr std::string_view kNumber =
-    "Settings: The value \"$\" for \"Some Name\" is not a valid number and has been reset to the default.";
-constexpr std::string_view kBoolean =
-    "Settings: The value \"$\" for \"Some Name\" is not valid and has been reset to the default.";
-constexpr std::string_view kColor =
-    "Settings: The color value \"$\" for \"Some Name\" is not valid and has been reset to the default.";
+constexpr std::string_view kNumber = "Settings: The value \"$\" for \"Some Name\" is not a valid number and has";
+constexpr std::string_view kBoolean = "Settings: The value \"$\" for \"Some Name\" is not valid and has";
+constexpr std::string_view kColor = "Settings: The color value \"$\" for \"Some Name\" is not valid and has";
+constexpr std::string_view kReset = " been reset to the default.";
 
 const SCase kCases[] = {
     {0, {"anything {} \xFF"}, "=", ""},
     {1, {"12a"}, "=", ""},
-    {6, {"a;b;"}, "=", ""},
     {2, {"0", "-12", "0099999999999999999999"}, "=", ""},
     {2, {"true"}, "1", kOlder},
     {2, {"false"}, "0", kOlder},
@@ -59,12 +55,13 @@ const SCase kCases[] = {
 TEST(ValidateSetting, AcceptsRepairsAndResetsWithTheirReports) {
     for (const SCase& c : kCases)
         for (const std::string_view value : c.values) {
-            CReports reports;
+            SReports reports;
             const std::string_view result = c.result == "=" ? value : c.result;
             EXPECT_EQ(ValidateSetting("Some Name", value, c.kind, "dflt", &reports), result) << c.kind << " " << value;
             EXPECT_EQ(ValidateSetting("Some Name", value, c.kind, "dflt", nullptr), result) << c.kind << " " << value;
             std::string expected(c.report);
             if (const size_t at = expected.find('$'); at != std::string::npos) expected.replace(at, 1, value);
+            if (c.result == "dflt") expected += kReset;
             EXPECT_EQ(reports.all, expected) << c.kind << " " << value;
             for (const std::string_view never : {"", "Config Error"})
                 EXPECT_EQ(ValidateSetting("n", never, c.kind, "dflt", &reports), never);

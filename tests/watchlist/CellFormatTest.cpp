@@ -1,9 +1,9 @@
 #include "data/catalogue/Catalogue.h"
 #include "watchlist/document/CellFormatStore.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <initializer_list>
 #include <string>
 #include <utility>
@@ -40,8 +40,7 @@ std::string Places(const CCellFormatStore& store, int rows = 20, int columns = 2
     for (int row = 0; row <= rows; ++row)
         for (int column = 0; column <= columns; ++column)
             if (const SCellFormat* format = store.Find(row, column); format && row + column > 0)
-                out +=
-                    std::to_string(row) + ',' + std::to_string(column) + '=' + std::to_string(format->decimals) + ' ';
+                out += fmt::format("{},{}={} ", row, column, format->decimals);
     return out;
 }
 
@@ -84,21 +83,14 @@ TEST(CCellFormatStore, DefaultAlignmentPutsNumbersRight) {
     SCellFormat centred;
     centred.alignment = ECellAlign::Center;
     store.Set(0, 1, centred);
-    struct SCase {
-        const char* name;
-        ECellAlign byDefault;
+    const auto expect = [&](std::initializer_list<const char*> names, ECellAlign byDefault) {
+        for (const char* name : names) {
+            EXPECT_EQ(store.Alignment(4, 1, FindField(name), true), byDefault) << name;
+            EXPECT_EQ(store.Alignment(4, 1, FindField(name), false), ECellAlign::Center) << name;
+        }
     };
-    for (const SCase& c : {SCase{"Last", ECellAlign::Right},
-                           {"Volume", ECellAlign::Right},
-                           {"Div Amt", ECellAlign::Right},
-                           {"% Held", ECellAlign::Right},
-                           {"Symbol", ECellAlign::Left},
-                           {"T Time", ECellAlign::Left},
-                           {"Trade Aggressor", ECellAlign::Left},
-                           {"no such column", ECellAlign::Left}}) {
-        EXPECT_EQ(store.Alignment(4, 1, FindField(c.name), true), c.byDefault) << c.name;
-        EXPECT_EQ(store.Alignment(4, 1, FindField(c.name), false), ECellAlign::Center) << c.name;
-    }
+    expect({"Last", "Volume", "Div Amt", "% Held"}, ECellAlign::Right);
+    expect({"Symbol", "T Time", "Trade Aggressor", "no such column"}, ECellAlign::Left);
 }
 
 TEST(CCellFormatStore, WritesOnlyWhatDiffersFromTheDefault) {
@@ -134,42 +126,35 @@ TEST(CCellFormatStore, WritesOnlyWhatDiffersFromTheDefault) {
 }
 
 TEST(CCellFormatStore, ReadsLenientlyAndWritesBackWhatItUnderstood) {
-    struct SCase {
+    const struct {
         const char* text;
         std::string rewritten;
         size_t leftOut;
+    } cases[] = {
+        {"", kGrid, 0},
+        {";;", kGrid, 0},
+        {"3,5:,,,,,,,,,,,,,2,,;", kGrid + "3,5:,,,,,,,,,,,,,2,,;", 0},
+        {"3,5:,,,,,,,,,,,,,2", kGrid + "3,5:,,,,,,,,,,,,,2,,;", 0},
+        // Decimals stay between 0 and 6; the words and flags have one spelling.
+        {"3,5:,,,,,,,,,,,,,7,,;3,6:,,,,,,,,,,,,,-1,,;", kGrid + "3,5:,,,,,,,,,,,,,6,,;3,6:,,,,,,,,,,,,,0,,;", 0},
+        {"3,5:,,,,,,,,,TRUE,true,,center,,yes,;", kGrid + "3,5:,,,,,,,,,TRUE,,,,,FALSE,;", 0},
+        {"3,5: 12z,x,,,,,,,,,,99999999999,,,,beyond,the,last;", kGrid + "3,5:12,0,,,,,,,,,,2147483647,,,,;", 0},
+        // A record starts as its column's, once that has been read.
+        {"0,5:,,,,,,,,,,,,,1,,;3,5:,,,,,,,,,,,,,1,,;4,5:8,,,,,,,,,,,,,,,;",
+         kGrid + "0,5:,,,,,,,,,,,,,1,,;4,5:8,,,,,,,,,,,,,,,;", 0},
+        {"4,5:8;0,5:,,,,,,,,,,,,,1,,;", kGrid + "0,5:,,,,,,,,,,,,,1,,;4,5:8,,,,,,,,,,,,,4,,;", 0},
+        {"0,0:7;3,0:;", "0,0:7,-1,32768,192,-1,0,0,0,Arial,FALSE,FALSE,9,Left,4,TRUE,;3,0:,,,,,,,,,,,,,,,;", 0},
+        // Places that no grid has.
+        {"-1,5:8;3,-5:8;999999999,5:8;3,999999999:8;99999999999999,5:8;3;3,5;3:5,8;", kGrid, 8},
+        {"x,y:8;", "0,0:8,-1,32768,192,-1,0,0,0,Arial,FALSE,FALSE,9,Left,4,TRUE,;", 0},
+        {"100000,1000:8;100001,1:8;1,1001:8;", kGrid + "100000,1000:8,,,,,,,,,,,,,,,;", 2},
     };
-    for (const SCase& c : {
-             SCase{"", kGrid, 0},
-             {";;", kGrid, 0},
-             {"3,5:,,,,,,,,,,,,,2,,;", kGrid + "3,5:,,,,,,,,,,,,,2,,;", 0},
-             {"3,5:,,,,,,,,,,,,,2", kGrid + "3,5:,,,,,,,,,,,,,2,,;", 0},
-             // Decimals stay between 0 and 6; the words and flags have one spelling.
-             {"3,5:,,,,,,,,,,,,,7,,;3,6:,,,,,,,,,,,,,-1,,;", kGrid + "3,5:,,,,,,,,,,,,,6,,;3,6:,,,,,,,,,,,,,0,,;", 0},
-             {"3,5:,,,,,,,,,TRUE,true,,center,,yes,;", kGrid + "3,5:,,,,,,,,,TRUE,,,,,FALSE,;", 0},
-             {"3,5: 12z,x,,,,,,,,,,99999999999,,,,beyond,the,last;", kGrid + "3,5:12,0,,,,,,,,,,2147483647,,,,;", 0},
-             // A record starts as its column's, once that has been read.
-             {"0,5:,,,,,,,,,,,,,1,,;3,5:,,,,,,,,,,,,,1,,;4,5:8,,,,,,,,,,,,,,,;",
-              kGrid + "0,5:,,,,,,,,,,,,,1,,;4,5:8,,,,,,,,,,,,,,,;", 0},
-             {"4,5:8;0,5:,,,,,,,,,,,,,1,,;", kGrid + "0,5:,,,,,,,,,,,,,1,,;4,5:8,,,,,,,,,,,,,4,,;", 0},
-             {"0,0:7;3,0:;", "0,0:7,-1,32768,192,-1,0,0,0,Arial,FALSE,FALSE,9,Left,4,TRUE,;3,0:,,,,,,,,,,,,,,,;", 0},
-             // Places that no grid has.
-             {"-1,5:8;3,-5:8;999999999,5:8;3,999999999:8;99999999999999,5:8;3;3,5;3:5,8;", kGrid, 8},
-             {"x,y:8;", "0,0:8,-1,32768,192,-1,0,0,0,Arial,FALSE,FALSE,9,Left,4,TRUE,;", 0},
-             {"100000,1000:8;100001,1:8;1,1001:8;", kGrid + "100000,1000:8,,,,,,,,,,,,,,,;", 2},
-         }) {
-        CCellFormatStore store;
+    for (const auto& c : cases) {
+        CCellFormatStore store = StoreWith({{1, 1}, {0, 3}}); // What was there is replaced.
+        if (*c.text == '\0') store = {};
         EXPECT_EQ(store.Read(c.text), c.leftOut) << c.text;
         EXPECT_EQ(store.Write(), c.rewritten) << c.text;
     }
-}
-
-TEST(CCellFormatStore, ReadingReplacesWhatWasThere) {
-    CCellFormatStore store = StoreWith({{1, 1}, {0, 3}});
-    store.Read("");
-    EXPECT_EQ(store.Size(), 2u);
-    store.Read("2,2:8;");
-    EXPECT_EQ(store.Write(), kGrid + "2,2:8,,,,,,,,,,,,,,,;");
 }
 
 TEST(CCellFormatStore, AFontThatCannotBeWrittenIsRefused) {
@@ -191,22 +176,15 @@ TEST(CCellFormatStore, AFontThatCannotBeWrittenIsRefused) {
 }
 
 TEST(CCellFormatStore, FormatsMoveWithTheirColumns) {
-    const auto fresh = [] { return StoreWith({{0, 1}, {0, 3}, {2, 0}, {2, 1}, {2, 2}, {2, 3}}); };
-    struct SCase {
-        const char* what;
-        std::function<void(CCellFormatStore&)> change;
-        const char* places;
+    const auto expect = [](auto change, const char* places) {
+        CCellFormatStore store = StoreWith({{0, 1}, {0, 3}, {2, 0}, {2, 1}, {2, 2}, {2, 3}});
+        change(store);
+        EXPECT_EQ(Places(store), places);
     };
-    for (const SCase& c : {
-             SCase{"insert", [](auto& s) { s.InsertColumn(2); }, "0,1=0 0,4=1 2,0=2 2,1=3 2,3=4 2,4=5 "},
-             {"remove", [](auto& s) { s.RemoveColumn(1); }, "0,2=1 2,0=2 2,1=4 2,2=5 "},
-             {"move right", [](auto& s) { s.MoveColumn(1, 3); }, "0,2=1 0,3=0 2,0=2 2,1=4 2,2=5 2,3=3 "},
-             {"move left", [](auto& s) { s.MoveColumn(3, 1); }, "0,1=1 0,2=0 2,0=2 2,1=5 2,2=3 2,3=4 "},
-             {"the row numbers stay", [](auto& s) { s.MoveColumn(0, 2), s.RemoveColumn(0), s.InsertColumn(0); },
-              "0,1=0 0,3=1 2,0=2 2,1=3 2,2=4 2,3=5 "},
-         }) {
-        CCellFormatStore store = fresh();
-        c.change(store);
-        EXPECT_EQ(Places(store), c.places) << c.what;
-    }
+    expect([](auto& s) { s.InsertColumn(2); }, "0,1=0 0,4=1 2,0=2 2,1=3 2,3=4 2,4=5 ");
+    expect([](auto& s) { s.RemoveColumn(1); }, "0,2=1 2,0=2 2,1=4 2,2=5 ");
+    expect([](auto& s) { s.MoveColumn(1, 3); }, "0,2=1 0,3=0 2,0=2 2,1=4 2,2=5 2,3=3 ");
+    expect([](auto& s) { s.MoveColumn(3, 1); }, "0,1=1 0,2=0 2,0=2 2,1=5 2,2=3 2,3=4 ");
+    const auto rowNumbers = [](auto& s) { s.MoveColumn(0, 2), s.RemoveColumn(0), s.InsertColumn(0); };
+    expect(rowNumbers, "0,1=0 0,3=1 2,0=2 2,1=3 2,2=4 2,3=5 ");
 }

@@ -101,6 +101,27 @@ protected:
         doc.Update()->PlaceSymbol(row, symbol);
         doc.WatchSymbol(symbol);
     }
+
+    // Changes of the list without an undo step, whatever the door is through which they go.
+
+    void UseColumns(std::string_view names) {
+        doc.Update()->Columns().Clear();
+        doc.Update()->SetColumnsByName(names);
+    }
+    void SetWidth(int column, int px) { doc.Update()->Columns().SetWidth(column, px); }
+    void AppendColumns(std::initializer_list<std::string_view> names, int px) {
+        for (const std::string_view name : names) doc.Update()->Columns().Append(name, px);
+    }
+    void SetNote(int row, std::string_view text) { doc.Update()->Notes().Set(row, text); }
+    void SetFormat(int row, int column, const SCellFormat& format) { doc.Update()->Formats().Set(row, column, format); }
+    void AddAlert(std::string_view symbol, const A_INFO& alert) { doc.AlertRules().Add(symbol, alert); }
+    /// Given the options to be changed.
+    template <typename Change> void SetOptions(Change change) { change(doc.Update()->Options()); }
+    /// Symbols in the rows from 1 on, typed without a step.
+    void EnterAll(std::initializer_list<const char*> symbols) {
+        for (const char* symbol : symbols) doc.Update()->EnterSymbol(doc.LastUsedRow() + 1, symbol);
+    }
+
     /// What stands in a row: "IBM", "IBM showing two words more", "#an annotation", or nothing.
     std::string Row(int row) const {
         if (doc.RowKind(row) == ERowKind::Annotation) return std::string("#").append(doc.AnnotationText(row));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/LogEvents.h"
 #include "support/TempFolder.h"
 #include "watchlist/DocFixture.h"
 #include "watchlist/file/WatchlistFile.h"
@@ -32,11 +33,24 @@ protected:
         const size_t begin = text.find(mark) + mark.size();
         return text.substr(begin, text.find("\r\n", begin) - begin);
     }
+    /// The columns in their order: "Symbol=70 Last=0 ".
+    std::string Columns() const {
+        std::string out;
+        for (int i = 1; i < doc.Columns().Count(); ++i)
+            out += fmt::format("{}={} ", doc.Columns().At(i).name, doc.Columns().At(i).width);
+        return out;
+    }
+    std::vector<std::string> GenerationTexts() const {
+        std::vector<std::string> out;
+        for (const SGeneration& generation : file.Generations()) out.push_back(ReadFile(generation.path));
+        return out;
+    }
     void Change(int row, std::string_view symbol) {
         doc.Update()->PlaceSymbol(row, symbol);
         doc.Edit({}, [](CWatchlistEdit&) {});
     }
 
+    CLogEvents log{"Information"};
     CTempFolder files, state;
     CWatchlistFile file{doc, state.Path()};
 };

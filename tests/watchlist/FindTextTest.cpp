@@ -13,15 +13,14 @@ class CFindText : public CDocFixture {
 protected:
     CFindText() {
         FeedIsReady();
-        doc.Update()->Columns().Clear();
-        doc.Update()->SetColumnsByName("Symbol;Last;Bid;Notes;");
-        doc.Update()->Columns().SetWidth(3, 0);
+        UseColumns("Symbol;Last;Bid;Notes;");
+        SetWidth(3, 0);
         doc.Update()->EnterSymbol(1, "IBM");
         doc.Update()->SetAnnotation(2, "Caf\xE9 ibm");
         doc.Update()->EnterSymbol(3, "Ibm");
         doc.Update()->EnterSymbol(5, "AIBMX");
-        doc.Update()->Notes().Set(3, "first\r\nthe ibm line");
-        doc.Update()->Notes().Set(6, "below IBM");
+        SetNote(3, "first\r\nthe ibm line");
+        SetNote(6, "below IBM");
         FeedSets("AIBMX", "Last", "12.5");
         FeedSets("AIBMX", "Bid", "77.25");
     }
@@ -29,22 +28,12 @@ protected:
         return fmt::format("{},{}{}{}", found.row, found.column, found.inNote ? " note" : "",
                            found.wrapped ? " wrapped" : "");
     }
-    /// Every place from the top, then the way back.
-    std::string All(std::string_view text, const SFindOptions& options) {
+    /// Every place from the top or the end on, until the search wraps around.
+    std::string All(decltype(&FindNext) find, std::string_view text, const SFindOptions& options) {
         std::string out;
         SFoundCell at;
         for (int i = 0; i < 20 && !at.wrapped; ++i) {
-            at = FindNext(doc, text, options, at.row, at.column);
-            if (at.row == 0) return out + "none";
-            out += Text(at) + "; ";
-        }
-        return out;
-    }
-    std::string AllBack(std::string_view text, const SFindOptions& options) {
-        std::string out;
-        SFoundCell at;
-        for (int i = 0; i < 20 && !at.wrapped; ++i) {
-            at = FindPrevious(doc, text, options, at.row, at.column);
+            at = find(doc, text, options, at.row, at.column);
             if (at.row == 0) return out + "none";
             out += Text(at) + "; ";
         }
@@ -73,20 +62,19 @@ TEST_F(CFindText, FindsShownTextsAnnotationsAndNotesAndWrapsAround) {
         {"THE IBM LINE AND ON", {}, "none", "none"},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(All(c.text, c.options), c.forward) << c.text;
-        EXPECT_EQ(AllBack(c.text, c.options), c.backward) << c.text;
+        EXPECT_EQ(All(FindNext, c.text, c.options), c.forward) << c.text;
+        EXPECT_EQ(All(FindPrevious, c.text, c.options), c.backward) << c.text;
     }
     EXPECT_EQ(Text(FindNext(doc, "ibm", {}, 3, 2)), "3,4 note");
     EXPECT_EQ(Text(FindPrevious(doc, "ibm", {}, 3, 4)), "3,1");
     EXPECT_EQ(Text(FindNext(doc, "ibm", {}, 99, 1)), "1,1");
-    doc.Update()->Columns().SetWidth(4, 0);
+    SetWidth(4, 0);
     EXPECT_EQ(Text(FindNext(doc, "line", {}, 1, 1)), "3,1 note");
 }
 
 TEST_F(CFindText, GoesToTheSymbolThatIsMeantMost) {
-    doc.Update()->EnterSymbol(7, "IBM");
-    doc.Update()->EnterSymbol(8, "ibm2");
-    doc.Update()->EnterSymbol(9, "BAD");
+    for (const auto& [row, symbol] : {std::pair{7, "IBM"}, {8, "ibm2"}, {9, "BAD"}})
+        doc.Update()->EnterSymbol(row, symbol);
     doc.SymbolNotFound("BAD");
     const std::pair<const char*, int> cases[] = {{"IBM", 1}, {" Ibm ", 3}, {"iBm", 1}, {"IBM2", 8}, {"aib", 5},
                                                  {"ib", 1},  {"bad", 9},   {"BM", 0},  {"", 0},     {"IBM22", 0}};

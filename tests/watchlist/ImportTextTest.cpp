@@ -4,14 +4,8 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <fstream>
-
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 namespace {
 
@@ -19,8 +13,7 @@ class CImportText : public CDocFixture {
 protected:
     CImportText() {
         FeedIsReady();
-        doc.Update()->Columns().Clear();
-        doc.Update()->SetColumnsByName("Symbol;Last;");
+        UseColumns("Symbol;Last;");
     }
     /// "A B | IBM | A | 3:not this": to add, there already, twice in the text, not understood.
     std::string Read(std::string_view text) {
@@ -30,9 +23,10 @@ protected:
         for (const auto& other : preview.notUnderstood) out += fmt::format(" {}:{}", other.line, other.text);
         return out;
     }
+    SImportResult Import(std::string_view text, int row) { return ApplyImport(doc, ReadImport(doc, text), row); }
     std::string Write(std::string_view name, std::string_view bytes) {
-        std::ofstream(folder.Path() + "/" + std::string(name), std::ios::binary) << bytes;
-        return folder.Path() + "/" + std::string(name);
+        WriteFile(folder / name, bytes);
+        return folder / name;
     }
 };
 
@@ -40,48 +34,39 @@ protected:
 
 TEST_F(CImportText, FindsSymbolsInListsAndTables) {
     doc.Update()->EnterSymbol(1, "IBM");
-    const struct {
-        const char *text, *read;
-    } cases[] = {
-        {"ibm\nmsft\r\nAAPL\rge", "MSFT AAPL GE | IBM |  |"},
-        {"a, b;c\td e\n\n;;a", "A B C D E |  | A |"},
-        {"\"ge\",'f'\nBRK.B 600000 @ES# 0700 ^VIX", "GE F BRK.B 600000 @ES# 0700 ^VIX |  |  |"},
-        {"t 20.15 -3.2\n---\n# my cars, old\nf", "T F |  |  | 1:20.15 1:-3.2 2:--- 3:# my cars, old"},
-        {"My WatchList\r\n-- REALTIME --\r\nt f\r\n", "T F |  |  | 1:My WatchList 2:-- REALTIME --"},
-        {"User: me\n----\nt 1.5\nWatchList of cars\nf", "T F |  |  | 1:User: me 3:1.5 4:WatchList of cars"},
-        {"Name,Symbol,Last\n\"Ford, Motor\",f,1\n\"AT&T\r\nInc\",\" t\" ,2\r\nx,buy at open\ny\nz,\"F\"\n",
-         "F T |  | F | 5:buy at open"},
-        {"\n SYMBOL ;Last\nBRK A;1\n;2\n#x;3", "BRK A |  |  | 5:#x"},
-        {"symbol\ngeneral motors co\ngm\n", "GM |  |  | 2:general motors co"},
-        {"Symbol\tLast\n=VxLink|'ibm'!'Symbol'\t=VxLink|'ibm'!'Last'\n\"open\tq\n\"F\"x\t1\n",
-         " | IBM |  | 3:\"open 4:\"F\"x"},
-        {"", " |  |  |"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(Read(c.text), c.read) << c.text;
+    for (const auto& [text, read] : {
+             std::pair{"ibm\nmsft\r\nAAPL\rge", "MSFT AAPL GE | IBM |  |"},
+             {"a, b;c\td e\n\n;;a", "A B C D E |  | A |"},
+             {"\"ge\",'f'\nBRK.B 600000 @ES# 0700 ^VIX", "GE F BRK.B 600000 @ES# 0700 ^VIX |  |  |"},
+             {"t 20.15 -3.2\n---\n# my cars, old\nf", "T F |  |  | 1:20.15 1:-3.2 2:--- 3:# my cars, old"},
+             {"My WatchList\r\n-- REALTIME --\r\nt f\r\n", "T F |  |  | 1:My WatchList 2:-- REALTIME --"},
+             {"User: me\n----\nt 1.5\nWatchList of cars\nf", "T F |  |  | 1:User: me 3:1.5 4:WatchList of cars"},
+             {"Name,Symbol,Last\n\"Ford, Motor\",f,1\n\"AT&T\r\nInc\",\" t\" ,2\r\nx,buy at open\ny\nz,\"F\"\n",
+              "F T |  | F | 5:buy at open"},
+             {"\n SYMBOL ;Last\nBRK A;1\n;2\n#x;3", "BRK A |  |  | 5:#x"},
+             {"symbol\ngeneral motors co\ngm\n", "GM |  |  | 2:general motors co"},
+             {"Symbol\tLast\n=VxLink|'ibm'!'Symbol'\t=VxLink|'ibm'!'Last'\n\"open\tq\n\"F\"x\t1\n",
+              " | IBM |  | 3:\"open 4:\"F\"x"},
+             {"", " |  |  |"},
+         })
+        EXPECT_EQ(Read(text), read) << text;
+    EnterAll({"BRK A", "GE"});
+    doc.Update()->SetAnnotation(4, "not a symbol");
+    for (const int choice : {0, 1, 2, 3}) { // What was exported is imported again.
+        const std::string text = ExportText(doc, {choice % 2 != 0, choice > 1, true, false}, true);
+        EXPECT_EQ(Read(text), " | IBM BRK A GE |  | 5:not a symbol") << text;
+    }
 }
 
 TEST_F(CImportText, FilesOfEveryEncodingReadTheSame) {
-    const std::string wide("a\0\r\0\n\0\xE9\0", 8);
-    const std::string bigWide("\0a\0\r\0\n\0\xE9", 8);
-    const struct {
-        const char* name;
-        std::string bytes;
-    } cases[] = {
-        {"Windows-1252", "a\r\n\xE9"},
-        {"UTF-8", "a\r\n\xC3\xA9"},
-        {"UTF-8 mark", "\xEF\xBB\xBF"
-                       "a\r\n\xC3\xA9"},
-        {"UTF-16 LE", "\xFF\xFE" + wide},
-        {"UTF-16 BE", "\xFE\xFF" + bigWide},
-        {"UTF-16 LE without", wide},
-        {"UTF-16 BE without", bigWide},
-        {"odd end", "\xFF\xFE" + wide + "x"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(ReadImportFile(Write("list.txt", c.bytes)).text, "a\r\n\xE9") << c.name;
+    const std::string wide("a\0\r\0\n\0\xE9\0", 8), bigWide("\0a\0\r\0\n\0\xE9", 8);
+    for (const std::string& bytes :
+         {std::string("a\r\n\xE9"), std::string("a\r\n\xC3\xA9"), "\xEF\xBB\xBF" + std::string("a\r\n\xC3\xA9"),
+          "\xFF\xFE" + wide, "\xFE\xFF" + bigWide, wide, bigWide, "\xFF\xFE" + wide + "x"})
+        EXPECT_EQ(ReadImportFile(Write("list.txt", bytes)).text, "a\r\n\xE9") << testing::PrintToString(bytes);
     EXPECT_EQ(ReadImportFile(Write("empty.txt", "")).error, "");
-    const std::string missing = folder.Path() + "/none.txt";
-    EXPECT_THAT(ReadImportFile(missing).error, HasSubstr("The file \"" + missing + "\" could not be read: "));
-    const std::string large = Write("large.txt", "");
+    const std::string missing = folder / "none.txt", large = Write("large.txt", "");
+    EXPECT_THAT(ReadImportFile(missing).error, testing::HasSubstr("The file \"" + missing + "\" could not be read: "));
     ASSERT_EQ(truncate(large.c_str(), kMostImportBytes + 1), 0);
     EXPECT_EQ(ReadImportFile(large).error, "The file \"" + large + "\" is larger than 64 MB and was not read.");
     EXPECT_EQ(ReadImportFile(large).text, "");
@@ -98,27 +83,26 @@ TEST_F(CImportText, ALongTextIsReadUpToWhatFitsAndCanBeCancelledWithoutALineEnd)
     size_t looks = 0;
     const auto cancel = [&](size_t done, size_t total) {
         EXPECT_EQ(total, text.size());
-        ++looks;
-        return done < total / 2;
+        return ++looks, done < total / 2;
     };
     EXPECT_TRUE(ReadImport(doc, text, cancel).cancelled);
     EXPECT_GT(looks, 3U);
 }
 
 TEST_F(CImportText, AddsWithoutOverwritingAndTakesItBackWhole) {
-    for (const char* symbol : {"IBM", "GE"}) doc.Update()->EnterSymbol(doc.LastUsedRow() + 1, symbol);
+    EnterAll({"IBM", "GE"});
     doc.Undo().Clear();
     doc.MarkSaved();
-    SImportResult result = ApplyImport(doc, ReadImport(doc, "t f ibm"), 2);
+    SImportResult result = Import("t f ibm", 2);
     EXPECT_EQ(Rows(), "IBM|T|F|GE");
     EXPECT_EQ(std::pair(result.firstRow, result.lastRow), std::pair(2, 3));
     EXPECT_EQ(doc.Undo().UndoName(), "import 2 symbols");
     doc.Undo().Undo();
     EXPECT_EQ(Rows(), "IBM|GE");
-    ApplyImport(doc, ReadImport(doc, "t f"), 4);
+    Import("t f", 4);
     EXPECT_EQ(Rows(), "IBM|GE||T|F");
     doc.Undo().Undo();
-    EXPECT_EQ(ApplyImport(doc, ReadImport(doc, "ibm ge"), 1).firstRow, 0);
+    EXPECT_EQ(Import("ibm ge", 1).firstRow, 0);
     std::string many;
     for (int i = 0; i < 3000; ++i) many += fmt::format("S{} ", i);
     const auto cancel = [](size_t done, size_t) { return done < 1000; };
@@ -127,20 +111,9 @@ TEST_F(CImportText, AddsWithoutOverwritingAndTakesItBackWhole) {
     EXPECT_EQ(store.Size(), 2U);
     EXPECT_FALSE(doc.IsModified());
     doc.Update()->EnterSymbol(CRowTable::kMaxRow - 1, "LAST");
-    result = ApplyImport(doc, ReadImport(doc, "t f m"), 2);
+    result = Import("t f m", 2);
     EXPECT_EQ(result.message, "2 symbols were left out: a watchlist has at most 100000 rows.");
-    EXPECT_EQ(Row(2), "T");
-    EXPECT_EQ(doc.RowSymbol(CRowTable::kMaxRow), "LAST");
+    EXPECT_EQ(Row(2) + Row(CRowTable::kMaxRow), "TLAST");
     for (int row = 1; row < CRowTable::kMaxRow; ++row) doc.Update()->SetAnnotation(row, "x");
     EXPECT_EQ(ReadImport(doc, "v w x").toAdd.size(), 0U) << "the preview promises no more than there is room for";
-}
-
-TEST_F(CImportText, WhatWasExportedIsImportedAgain) {
-    for (const char* symbol : {"IBM", "BRK A", "GE"}) doc.Update()->EnterSymbol(doc.LastUsedRow() + 1, symbol);
-    doc.Update()->SetAnnotation(4, "not a symbol");
-    for (const bool formulas : {false, true})
-        for (const bool commas : {false, true}) {
-            const std::string text = ExportText(doc, {formulas, commas, true, false}, true);
-            EXPECT_EQ(Read(text), " | IBM BRK A GE |  | 5:not a symbol") << text;
-        }
 }

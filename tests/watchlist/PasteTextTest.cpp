@@ -1,5 +1,6 @@
 #include "watchlist/edit/PasteText.h"
 #include "watchlist/DocFixture.h"
+#include "watchlist/edit/ColumnMoves.h"
 #include "watchlist/edit/CopyText.h"
 #include "watchlist/edit/ReportText.h"
 
@@ -8,7 +9,6 @@
 using namespace vx;
 using namespace vx::test;
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
 namespace {
@@ -18,24 +18,23 @@ class CPasteText : public CDocFixture {
 protected:
     CPasteText() {
         FeedIsReady();
-        doc.Update()->Columns().Clear();
-        doc.Update()->SetColumnsByName("Symbol;Last;Bid;Notes;");
-        doc.Update()->Columns().SetWidth(3, 0);
-        for (const char* symbol : {"IBM", "MSFT"}) doc.Update()->EnterSymbol(doc.LastUsedRow() + 1, symbol);
+        UseColumns("Symbol;Last;Bid;Notes;");
+        SetWidth(3, 0);
+        EnterAll({"IBM", "MSFT"});
         FeedSets("IBM", "Last", "12.5");
         doc.Update()->SetAnnotation(3, "Banks");
         doc.Update()->EnterSymbol(5, "GE");
-        doc.Update()->Notes().Set(1, "first line\r\nsecond");
+        SetNote(1, "first line\r\nsecond");
         doc.MarkSaved();
         feed.Take();
         counts.Take();
     }
-    std::string Pasted(int row, int column, std::string_view text) {
-        const SPasteResult result = PasteText(doc, row, column, text);
-        EXPECT_EQ(result.message, "");
-        return Rows();
-    }
+    SPasteResult Paste(int row, std::string_view text, int column = 1) { return PasteText(doc, row, column, text); }
+
+    static constexpr const char* kBoard = "IBM|MSFT|#Banks||GE";
 };
+
+using Texts = std::pair<const char*, const char*>;
 
 } // namespace
 
@@ -47,19 +46,17 @@ TEST_F(CPasteText, CopiesWhatTheBoardShows) {
 }
 
 TEST_F(CPasteText, ReportsBecomeTheirWordsAndOtherTextsStay) {
-    const struct {
-        const char *text, *words;
-    } cases[] = {
-        {"IBM\r\n\r\nMSFT  ", "IBM\r\n\r\nMSFT  "},
-        {"My WatchList\r\nUser: me\r\n-- REALTIME --\r\n\r\n IBM  12.5 \r\n- - -\r\n====\r\n", "IBM\r\n12.5"},
-        {"-- DELAYED -- x\r\nREALTIME IBM\t\r\nA-B =\r\n", "REALTIME\r\nIBM\r\nA-B\r\n="},
-        {"DELAYED\nIBM MSFT\r\n", "DELAYED\r\nIBM\r\nMSFT"},
-        {"My WatchList\n-- REALTIME --\n\n IBM  12.5 \n====\nGE\n", "IBM\r\n12.5\r\nGE"},
-        {"My WatchList -- DELAYED --\r\rIBM\r", "IBM"},
-        {"IBM\nWatchList candidates\nGE", "IBM\r\nGE"},
-        {"WatchList", ""},
-    };
-    for (const auto& c : cases) EXPECT_EQ(NormalizePastedText(c.text), c.words) << c.text;
+    for (const auto& [text, words] : {
+             Texts{"IBM\r\n\r\nMSFT  ", "IBM\r\n\r\nMSFT  "},
+             {"My WatchList\r\nUser: me\r\n-- REALTIME --\r\n\r\n IBM  12.5 \r\n- - -\r\n====\r\n", "IBM\r\n12.5"},
+             {"-- DELAYED -- x\r\nREALTIME IBM\t\r\nA-B =\r\n", "REALTIME\r\nIBM\r\nA-B\r\n="},
+             {"DELAYED\nIBM MSFT\r\n", "DELAYED\r\nIBM\r\nMSFT"},
+             {"My WatchList\n-- REALTIME --\n\n IBM  12.5 \n====\nGE\n", "IBM\r\n12.5\r\nGE"},
+             {"My WatchList -- DELAYED --\r\rIBM\r", "IBM"},
+             {"IBM\nWatchList candidates\nGE", "IBM\r\nGE"},
+             {"WatchList", ""},
+         })
+        EXPECT_EQ(NormalizePastedText(text), words) << text;
 }
 
 TEST_F(CPasteText, SaysWhatWasThereAlreadyAndWhatWasLeftOut) {
@@ -75,17 +72,23 @@ TEST_F(CPasteText, SaysWhatWasThereAlreadyAndWhatWasLeftOut) {
         {"T\t1\n\t2 3\n\t\nF\t3\n", "T|||F", "Pasted 2 rows; 1 line was left out: \" 2 3\""},
     };
     for (const auto& c : cases) {
-        const SPasteResult result = PasteText(doc, 11, 1, c.text);
-        EXPECT_EQ(Rows(), "IBM|MSFT|#Banks||GE||||||" + std::string(c.rows)) << c.text;
-        EXPECT_EQ(result.summary, c.summary) << c.text;
+        EXPECT_EQ(Paste(11, c.text).summary, c.summary) << c.text;
+        EXPECT_EQ(Rows(), fmt::format("{}||||||{}", kBoard, c.rows)) << c.text;
         doc.Undo().Undo();
     }
-    EXPECT_EQ(PasteText(doc, 11, 1, "#" + std::string(300, 'x')).summary,
-              "Pasted 1 row; 1 heading was cut to 255 characters");
-    doc.Undo().Undo();
-    EXPECT_EQ(PasteText(doc, 11, 1, "\n \t\n").message, "There is no text to be pasted.");
-    EXPECT_EQ(PasteText(doc, 11, 1, "My WatchList\n---\n").message,
+    EXPECT_EQ(Paste(11, "#" + std::string(300, 'x')).summary, "Pasted 1 row; 1 heading was cut to 255 characters");
+    EXPECT_EQ(Paste(11, "\n \t\n").message, "There is no text to be pasted.");
+    EXPECT_EQ(Paste(11, "My WatchList\n---\n").message,
               "There is no symbol in the text that could be pasted: \"My WatchList\"");
+    // What does not fit.
+    const SPasteResult result = Paste(CRowTable::kMaxRow - 1, "A\nB\nC\nD\n\n");
+    EXPECT_EQ(result.leftOut, 2);
+    EXPECT_EQ(result.message, "2 lines were left out: a watchlist has at most 100000 rows.");
+    EXPECT_EQ(doc.RowSymbol(CRowTable::kMaxRow), "B");
+    const SPasteResult large = Paste(1, std::string(kMostPastedBytes + 1, 'x'));
+    EXPECT_EQ(large.outcome, EPasteOutcome::TooLarge);
+    EXPECT_EQ(large.message, "The text on the clipboard is too large to be pasted: 4.0 MB, at most 4 MB.");
+    EXPECT_EQ(Row(1), "IBM");
 }
 
 TEST_F(CPasteText, FillsRowsFromTheFocusOn) {
@@ -100,38 +103,33 @@ TEST_F(CPasteText, FillsRowsFromTheFocusOn) {
         {6, 1, "T\t20.00\tx\r\nCars\r\nbuy at open\nF\t10.00\t\r\n", "IBM|MSFT|#Banks||GE|T|Cars|#buy at open|F"},
         {6, 2, "20.00\tx\r\n", "IBM|MSFT|#Banks||GE|20.00"},
         {6, 1, "WatchList\r\nt f\r\n", "IBM|MSFT|#Banks||GE|T|F"},
-        {6, 1, "", "IBM|MSFT|#Banks||GE"},
+        {6, 1, "", kBoard},
     };
     for (const auto& c : cases) {
-        PasteText(doc, c.row, c.column, c.text);
+        Paste(c.row, c.text, c.column);
         EXPECT_EQ(Rows(), c.rows) << c.text;
-        EXPECT_THAT(boxes.shown, IsEmpty());
+        EXPECT_TRUE(boxes.shown.empty());
         doc.Undo().Undo();
-        EXPECT_EQ(Rows(), "IBM|MSFT|#Banks||GE") << c.text;
+        EXPECT_EQ(Rows(), kBoard) << c.text;
     }
 }
 
-TEST_F(CPasteText, FindsTheSymbolInTheColumnsThatItsOwnBoardCopied) {
-    doc.Update()->Columns().Move(1, 4); // Last, Bid (hidden), Notes, Symbol
+TEST_F(CPasteText, WhatABoardCopiedComesBackInWhateverColumnsAndHeadings) {
+    MoveColumn(doc, 1, 4); // Last, Bid (hidden), Notes, Symbol
     const std::string copied = CopyText(doc, {1, 5, 1, 4});
     EXPECT_EQ(copied, "12.5000\tfirst line\tIBM\r\n\t\tMSFT\r\nBanks\r\n\t\t\r\n\t\tGE\r\n");
-    Pasted(6, 1, copied);
+    Paste(6, copied, 4);
     EXPECT_EQ(Rows(), "IBM|MSFT|#Banks||GE|IBM|MSFT|Banks||GE") << "a text without marks tells no heading";
-    Pasted(11, 3, CopyText(doc, {1, 2, 3, 4}));
-    EXPECT_EQ(Row(11), "IBM");
-    EXPECT_EQ(Row(12), "MSFT");
     EXPECT_THAT(feed.Take(), ElementsAre("wBanks\n")) << "all others are watched already";
-}
-
-TEST_F(CPasteText, HeadingsOfABoardComeBackWhateverIsInThem) {
+    Paste(11, CopyText(doc, {1, 2, 3, 4}), 3);
+    EXPECT_EQ(Row(11) + Row(12), "IBMMSFT");
     doc.Update()->SetAnnotation(4, "##Tech, and a REALTIME WatchList");
-    PasteText(doc, 6, 1, CopyText(doc, {2, 5, 1, 4}, EAnnotationMarks::Yes), EAnnotationMarks::Yes);
-    EXPECT_EQ(Rows(), "IBM|MSFT|#Banks|##Tech, and a REALTIME WatchList|GE"
-                      "|MSFT|#Banks|##Tech, and a REALTIME WatchList|GE");
+    PasteText(doc, 6, 1, CopyText(doc, {3, 5, 1, 4}, EAnnotationMarks::Yes), EAnnotationMarks::Yes);
+    EXPECT_EQ(Row(6) + Row(7) + Row(8), "#Banks##Tech, and a REALTIME WatchListGE");
 }
 
 TEST_F(CPasteText, APasteIsOneStepAndTheFeedIsAskedOnce) {
-    SPasteResult result = PasteText(doc, 1, 1, "A\nB\nIBM\nA\n");
+    const SPasteResult result = Paste(1, "A\nB\nIBM\nA\n");
     EXPECT_EQ(std::pair(result.firstRow, result.lastRow), std::pair(1, 4));
     EXPECT_EQ(Rows(), "A|B|IBM|A|GE");
     EXPECT_EQ(doc.Undo().UndoName(), "paste 4 rows");
@@ -141,6 +139,18 @@ TEST_F(CPasteText, APasteIsOneStepAndTheFeedIsAskedOnce) {
     doc.Undo().Undo();
     EXPECT_THAT(feed.Take(), UnorderedElementsAre("wMSFT\n", "rA\n", "rB\n"));
     EXPECT_FALSE(doc.IsModified());
+}
+
+TEST_F(CPasteText, ASymbolThatLeftItsRowAndWasRejectedMeanwhileIsAskedForAgain) {
+    std::string text = "T\r\nMSFT\r\nBanks\r\n\r\n";
+    for (int i = 0; i < 20000; ++i) text += fmt::format("S{}\r\n", i);
+    bool rejected = false;
+    PasteText(doc, 1, 1, text + "IBM\r\n", EAnnotationMarks::No, [&](size_t, size_t) {
+        if (!std::exchange(rejected, true)) doc.SymbolNotFound("IBM");
+        return true;
+    });
+    EXPECT_EQ(doc.RowSymbol(20005), "IBM");
+    EXPECT_THAT(feed.Take(), testing::Contains("wIBM\n"));
 }
 
 TEST_F(CPasteText, ALongPasteTellsHowFarItIsAndLeavesNothingWhenCancelled) {
@@ -156,7 +166,7 @@ TEST_F(CPasteText, ALongPasteTellsHowFarItIsAndLeavesNothingWhenCancelled) {
     });
     EXPECT_EQ(cancelled.outcome, EPasteOutcome::Cancelled);
     EXPECT_GT(seen.size(), 10U);
-    EXPECT_EQ(Rows(), "IBM|MSFT|#Banks||GE");
+    EXPECT_EQ(Rows(), kBoard);
     EXPECT_EQ(store.Size(), 3U);
     EXPECT_FALSE(doc.IsModified());
     EXPECT_FALSE(doc.Undo().CanUndo());
@@ -169,29 +179,17 @@ TEST_F(CPasteText, ALongPasteTellsHowFarItIsAndLeavesNothingWhenCancelled) {
     EXPECT_EQ(store.Size(), 0U);
 }
 
-TEST_F(CPasteText, WhatDoesNotFitIsSaid) {
-    SPasteResult result = PasteText(doc, CRowTable::kMaxRow - 1, 1, "A\nB\nC\nD\n\n");
-    EXPECT_EQ(result.leftOut, 2);
-    EXPECT_EQ(result.message, "2 lines were left out: a watchlist has at most 100000 rows.");
-    EXPECT_EQ(doc.RowSymbol(CRowTable::kMaxRow), "B");
-    const std::string text(kMostPastedBytes + 1, 'x');
-    result = PasteText(doc, 1, 1, text);
-    EXPECT_EQ(result.outcome, EPasteOutcome::TooLarge);
-    EXPECT_EQ(result.message, "The text on the clipboard is too large to be pasted: 4.0 MB, at most 4 MB.");
-    EXPECT_EQ(doc.RowSymbol(1), "IBM");
-}
-
 TEST_F(CPasteText, ARangeIsClearedCellByCellInOneStep) {
     SCellFormat bold;
     bold.bold = true;
-    doc.Update()->Formats().Set(2, 2, bold);
+    SetFormat(2, 2, bold);
     EXPECT_EQ(ClearRange(doc, {1, 5, 2, 2}), 3) << "a note, a format and, as its only text, an annotation";
     EXPECT_EQ(Rows(), "IBM|MSFT|||GE");
     EXPECT_FALSE(doc.Notes().Has(1));
     EXPECT_FALSE(doc.Formats().Find(2, 2));
     EXPECT_EQ(doc.Undo().UndoName(), "clear 5 cells");
     doc.Undo().Undo();
-    EXPECT_EQ(Rows(), "IBM|MSFT|#Banks||GE");
+    EXPECT_EQ(Rows(), kBoard);
     EXPECT_EQ(ClearRange(doc, {1, 2, 1, 1}), 2);
     EXPECT_EQ(Rows(), "||#Banks||GE");
     EXPECT_TRUE(doc.Notes().Has(1)) << "of the row, not of the symbol";

@@ -2,7 +2,6 @@
 #include "watchlist/file/RecoveryFile.h"
 #include "watchlist/file/RecoveryKeeper.h"
 
-#include <dirent.h>
 #include <filesystem>
 
 using namespace vx;
@@ -13,8 +12,12 @@ using testing::SizeIs;
 
 namespace {
 
-class Recovery : public CFileFixture {
+class CRecoveryKeeperTest : public CFileFixture {
 protected:
+    CRecoveryKeeperTest() {
+        OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
+        PollAt(0);
+    }
     void PollAt(int64_t ms) {
         keeper.Poll({}, ms);
         keeper.Flush();
@@ -26,11 +29,12 @@ protected:
             if (entry.path().extension() == ".recovery") out.push_back(ReadFile(entry.path().string()));
         return out;
     }
-    std::string Kept() const {
+    /// What the one recovery file holds.
+    SRecovery Kept() const {
         const std::vector<std::string> found = RecoveryFiles();
-        const auto parsed = found.size() == 1 ? ParseRecovery(found.front()) : std::nullopt;
-        return parsed ? parsed->text : std::string();
+        return found.size() == 1 ? ParseRecovery(found.front()).value_or(SRecovery{}) : SRecovery{};
     }
+    std::vector<SRecovery> Found() const { return FindRecoveries(state.Path()); }
 
     CRecoveryKeeper keeper{doc, file, state.Path()};
 };
@@ -43,47 +47,41 @@ bool HasThreadNamed(std::string_view name) {
 
 } // namespace
 
-TEST_F(Recovery, IsWrittenWhenTheUserPausesAndWhileTheyDoNot) {
-    OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
-    PollAt(0);
+TEST_F(CRecoveryKeeperTest, WritesWhenTheUserPausesAndWhileTheyDoNot) {
     Change(2, "A");
     PollAt(10);
     PollAt(900);
     EXPECT_THAT(RecoveryFiles(), IsEmpty()) << "written while the user still types";
     PollAt(1010);
-    EXPECT_EQ(Kept(), Written());
-    const std::string first = Kept();
+    EXPECT_EQ(Kept().text, Written());
+    const std::string first = Kept().text;
     for (int64_t now = 2000; now <= 6000; now += 500) {
         Change(2, fmt::format("S{}", now));
         PollAt(now);
-        EXPECT_EQ(Kept(), first) << now;
+        EXPECT_EQ(Kept().text, first) << now;
     }
     Change(2, "LAST");
     PollAt(7000);
-    EXPECT_EQ(Kept(), Written()) << "changes without a pause are never written";
+    EXPECT_EQ(Kept().text, Written()) << "changes without a pause are never written";
     EXPECT_TRUE(HasThreadNamed(CRecoveryWriter::kThreadName));
-}
-
-TEST_F(Recovery, GoesWithTheSaveAndWithTheDocument) {
-    OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
-    Change(2, "A");
-    PollAt(0);
-    PollAt(1000);
-    EXPECT_THAT(RecoveryFiles(), SizeIs(1));
+    // It goes with the save and with the document.
     Save();
-    PollAt(1001);
-    EXPECT_FALSE(std::filesystem::exists(state / "recovery") && !std::filesystem::is_empty(state / "recovery"));
+    PollAt(7001);
+    EXPECT_TRUE(std::filesystem::is_empty(state / "recovery"));
     Change(2, "B");
     keeper.KeepNow({});
-    EXPECT_EQ(Kept(), Written());
+    EXPECT_EQ(Kept().text, Written());
     doc.CloseDocument();
-    PollAt(1002);
+    PollAt(7002);
     EXPECT_THAT(RecoveryFiles(), IsEmpty());
 }
 
-TEST_F(Recovery, ThatFailedIsTriedAgainWithoutAnotherChangeAndToldOnce) {
-    OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
-    WriteFile(state / "recovery", "in the way");
+TEST_F(CRecoveryKeeperTest, WhatFailedIsTriedAgainWithoutAnotherChangeAndToldOnce) {
+    const auto inTheWay = [&] {
+        std::filesystem::remove_all(state / "recovery");
+        WriteFile(state / "recovery", "in the way");
+    };
+    inTheWay();
     Change(2, "A");
     PollAt(0);
     PollAt(1000);
@@ -94,19 +92,40 @@ TEST_F(Recovery, ThatFailedIsTriedAgainWithoutAnotherChangeAndToldOnce) {
     EXPECT_THAT(RecoveryFiles(), IsEmpty()) << "tried again at once";
     EXPECT_EQ(keeper.TakeError(), "") << "told twice";
     PollAt(1000 + CRecoveryKeeper::kRetryMs);
-    EXPECT_EQ(Kept(), Written());
+    EXPECT_EQ(Kept().text, Written());
     EXPECT_FALSE(keeper.HasFailed());
     EXPECT_EQ(keeper.TakeError(), "");
-
-    std::filesystem::remove_all(state / "recovery"); // The disk fails later than at the first file.
-    WriteFile(state / "recovery", "in the way");
+    inTheWay(); // The disk fails later than at the first file.
     Change(2, "B");
     keeper.KeepNow({});
     EXPECT_TRUE(keeper.HasFailed());
     EXPECT_NE(keeper.TakeError(), "") << "failed again after it was kept";
 }
 
-TEST_F(Recovery, ADamagedOneIsLeftAlone) {
+TEST_F(CRecoveryKeeperTest, NamesTheFileThatASaveLeftWhileTheUserWasTyping) {
+    Change(2, "A");
+    const SSaveJob job = file.BeginSave(At("other.vxw"), {});
+    Change(3, "B");
+    PollAt(0);
+    PollAt(1000);
+    file.EndSave(job, file.Saver().Save(job));
+    ASSERT_TRUE(doc.IsModified());
+    PollAt(1010);
+    EXPECT_EQ(Kept().originalPath, At("other.vxw"));
+    EXPECT_EQ(Kept().knownHash, file.KnownHash());
+}
+
+TEST_F(CRecoveryKeeperTest, WhatWasSavedBeforeTheProgramDiedIsNotOffered) {
+    Change(2, "A");
+    keeper.KeepNow({});
+    WriteFile(state / "recovery/1.recovery", RecoveryFiles().at(0));
+    EXPECT_THAT(Found(), SizeIs(1));
+    ASSERT_TRUE(Save().IsDone());
+    EXPECT_THAT(Found(), IsEmpty());
+    EXPECT_EQ(RecoveryFiles().size(), 1u) << "the one of a running program stays";
+}
+
+TEST_F(CRecoveryKeeperTest, ADamagedRecoveryIsLeftAloneAndWhatKilledWritesLeftGoes) {
     SRecovery recovery;
     recovery.originalPath = "/a b/\xC3\xBC\n.vxw";
     recovery.knownHash = 0xABCDEF;
@@ -121,50 +140,16 @@ TEST_F(Recovery, ADamagedOneIsLeftAlone) {
     for (size_t size = 0; size < text.size(); ++size) ASSERT_FALSE(ParseRecovery(text.substr(0, size))) << size;
     std::string flipped = text;
     flipped[flipped.size() - 5] ^= 1;
-    EXPECT_FALSE(ParseRecovery(flipped));
-
-    std::filesystem::create_directories(state / "recovery");
-    WriteFile(state / "recovery/1.recovery", flipped);
-    WriteFile(state / "recovery/2.recovery", text);
-    EXPECT_THAT(FindRecoveries(state.Path()), ElementsAre(testing::Field(&SRecovery::savedAt, 12)));
-    EXPECT_EQ(ReadFile(state / "recovery/1.recovery"), flipped);
-}
-
-TEST_F(Recovery, WhatKilledWritesLeftGoesAtTheNextStart) {
     std::filesystem::create_directories(state / "recovery");
     const std::string left = state / "recovery/.1-2-3.recovery.saving-2-1";
     const std::string written = state / "recovery/.1-4-1.recovery.saving-4-1";
     for (const std::string& name : {left, written}) WriteFile(name, "half");
     const CFileLock held(written, 0);
     ASSERT_TRUE(held.IsHeld());
-    EXPECT_THAT(FindRecoveries(state.Path()), IsEmpty());
+    WriteFile(state / "recovery/1.recovery", flipped);
+    WriteFile(state / "recovery/2.recovery", text);
+    EXPECT_THAT(Found(), ElementsAre(testing::Field(&SRecovery::savedAt, 12)));
+    EXPECT_EQ(ReadFile(state / "recovery/1.recovery"), flipped);
     EXPECT_FALSE(std::filesystem::exists(left));
     EXPECT_TRUE(std::filesystem::exists(written)) << "it is being written by a running program";
-}
-
-TEST_F(Recovery, NamesTheFileThatASaveLeftWhileTheUserWasTyping) {
-    OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
-    Change(2, "A");
-    const SSaveJob job = file.BeginSave(At("other.vxw"), {});
-    Change(3, "B");
-    PollAt(0);
-    PollAt(1000);
-    file.EndSave(job, file.Saver().Save(job));
-    ASSERT_TRUE(doc.IsModified());
-    PollAt(1010);
-    const std::optional<SRecovery> kept = ParseRecovery(RecoveryFiles().at(0));
-    ASSERT_TRUE(kept);
-    EXPECT_EQ(kept->originalPath, At("other.vxw"));
-    EXPECT_EQ(kept->knownHash, file.KnownHash());
-}
-
-TEST_F(Recovery, WhatWasSavedBeforeTheProgramDiedIsNotOffered) {
-    OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
-    Change(2, "A");
-    keeper.KeepNow({});
-    WriteFile(state / "recovery/1.recovery", RecoveryFiles().at(0));
-    EXPECT_THAT(FindRecoveries(state.Path()), SizeIs(1));
-    ASSERT_TRUE(Save().IsDone());
-    EXPECT_THAT(FindRecoveries(state.Path()), IsEmpty());
-    EXPECT_EQ(RecoveryFiles().size(), 1u) << "the one of a running program stays";
 }

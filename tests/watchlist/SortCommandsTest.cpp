@@ -1,11 +1,7 @@
 #include "watchlist/edit/SortCommands.h"
 #include "watchlist/DocFixture.h"
-#include "watchlist/LiteralInsertion.h"
 #include "watchlist/edit/SortDialogRules.h"
 #include "watchlist/edit/SortRows.h"
-
-#include <array>
-#include <random>
 
 using namespace vx;
 using namespace vx::test;
@@ -28,8 +24,12 @@ protected:
     }
     SSortRecord& Sort() { return doc.Update()->Options().sort; }
     SSortSelection WholeColumn(int column) { return {1, doc.RowCount(), column, column, column}; }
-    static SSortSelection Cells(int firstRow, int lastRow, int column) {
-        return {firstRow, lastRow, column, column, column};
+    /// The box that is open must be such a one; says its text.
+    std::string TakeBox(EBoxIcon icon, EBoxButtons buttons = EBoxButtons::Ok, std::string_view caption = {}) {
+        EXPECT_EQ(boxes.shown.size(), 1u);
+        for (const SMessageBox& box : boxes.shown)
+            EXPECT_TRUE(box.icon == icon && box.buttons == buttons && box.caption == caption) << box.text;
+        return TakeMessage();
     }
 };
 
@@ -38,14 +38,10 @@ protected:
 TEST_F(CSortCommands, OnlySymbolRowsMoveAmongThePlacesOfSymbolRows) {
     Open("Columns=Symbol:1000;\r\nSymbols=C:1,;B:3,6,;A:7,;\r\nAnnotations=2:#Tech;\r\n");
     doc.Update()->Options().sortAcrossHeadings = true;
-    doc.Update()->Notes().Set(1, "of C");
     doc.Update()->Notes().Set(4, "of an empty row");
     SortRows(doc, *doc.Update(), 1, doc.RowCount(), 1, true);
     EXPECT_EQ(Rows(), "A|#Tech|B|||B|C");
-    EXPECT_EQ(doc.Notes().Get(7), "of C");
     EXPECT_EQ(doc.Notes().Get(4), "of an empty row");
-    SortRows(doc, *doc.Update(), 3, 6, 1, false);
-    EXPECT_EQ(Rows(), "A|#Tech|B|||B|C");
     SortRows(doc, *doc.Update(), 6, 7, 1, false);
     EXPECT_EQ(Rows(), "A|#Tech|B|||C|B");
     EXPECT_FALSE(doc.IsModified());
@@ -68,50 +64,6 @@ TEST_F(CSortCommands, SymbolsStayUnderTheirHeadingAndRejectedOnesAreNone) {
     EXPECT_EQ(Rows(), "A|B|#Tech|C|" + message + "|D|#Banks|E|F");
     Open("Columns=Symbol:1000;\r\n");
     EXPECT_FALSE(doc.Options().sortAcrossHeadings) << "another list";
-}
-
-TEST_F(CSortCommands, EachBlockIsOrderedAsTheLiteralInsertionPlacesIt) {
-    std::mt19937 random(3);
-    const auto below = [&](uint32_t n) { return static_cast<uint32_t>(random() % n); };
-    for (int round = 0; round < 60; ++round) {
-        doc.NewDocument();
-        doc.Update()->SetColumnsByName("Symbol;Last;");
-        std::vector<std::vector<std::string>> blocks(1);
-        for (int row = 1; row <= 40; ++row) {
-            const uint32_t kind = below(10);
-            if (kind == 0) {
-                doc.Update()->SetAnnotation(row, "heading");
-                blocks.emplace_back();
-            } else if (kind == 1) {
-                doc.Update()->EnterSymbol(row, "BAD");
-            } else if (kind > 2) {
-                blocks.back().push_back("S" + std::to_string(below(30)));
-                doc.Update()->EnterSymbol(row, blocks.back().back());
-            }
-        }
-        doc.SymbolNotFound("BAD");
-        std::array<double, 30> prices{};
-        for (size_t symbol = 0; symbol < prices.size(); symbol += 2) {
-            prices[symbol] = static_cast<int>(below(5)) - 2;
-            FeedSets("S" + std::to_string(symbol), "Last", std::to_string(prices[symbol]));
-        }
-        const bool byNumber = below(2) == 0;
-        const bool ascending = below(2) == 0;
-        const auto price = [&](const std::string& symbol) { return prices[std::stoul(symbol.substr(1))]; };
-        std::vector<std::string> expected;
-        for (const std::vector<std::string>& block : blocks) {
-            std::vector<double> numbers(block.size());
-            std::transform(block.begin(), block.end(), numbers.begin(), price);
-            for (const uint32_t i :
-                 byNumber ? InsertNumbers(numbers, ascending) : InsertTexts({block.begin(), block.end()}, ascending))
-                expected.push_back(block[i]);
-        }
-        SortRows(doc, *doc.Update(), 1, doc.RowCount(), byNumber ? 2 : 1, ascending);
-        std::vector<std::string> sorted;
-        for (int row = 1; row <= doc.LastUsedRow(); ++row)
-            if (doc.RowKind(row) == ERowKind::Symbol) sorted.emplace_back(doc.RowSymbol(row));
-        ASSERT_EQ(sorted, expected) << round;
-    }
 }
 
 TEST_F(CSortCommands, ColumnsSortByWhatTheirCellsShow) {
@@ -164,15 +116,11 @@ TEST_F(CSortCommands, ASelectionIsSortedAfterAQuestionWhateverIsAnswered) {
         Open("Columns=Symbol:1000;\r\nSymbols=D:1,;B:2,;C:3,;A:4,;\r\n");
         if (each.descending) Sort().column = 1;
         boxes.answer = each.answer;
-        ManualSort(doc, Cells(2, 4, 1));
+        ManualSort(doc, {2, 4, 1, 1, 1});
         EXPECT_EQ(Rows(), each.rows);
         EXPECT_EQ(Sort().ascending, each.ascending);
         EXPECT_TRUE(doc.IsModified());
-        ASSERT_EQ(boxes.shown.size(), 1u);
-        EXPECT_EQ(boxes.shown[0].buttons, EBoxButtons::YesNoCancel);
-        EXPECT_EQ(boxes.shown[0].icon, EBoxIcon::Question);
-        EXPECT_EQ(boxes.shown[0].caption, "");
-        EXPECT_EQ(TakeMessage(), each.descending ? autoSort : kAskDirection);
+        EXPECT_EQ(TakeBox(EBoxIcon::Question, EBoxButtons::YesNoCancel), each.descending ? autoSort : kAskDirection);
     }
 }
 
@@ -185,14 +133,12 @@ TEST_F(CSortCommands, RefusedSortsSayWhyAndLeaveTheRecord) {
 
     Sort() = {2, false, true, 60000};
     ManualSort(doc, WholeColumn(1));
-    ASSERT_EQ(boxes.shown.size(), 1u);
-    EXPECT_EQ(boxes.shown[0].icon, EBoxIcon::Exclamation);
-    EXPECT_EQ(boxes.shown[0].caption, "");
-    EXPECT_EQ(TakeMessage(), "An auto sort has been set for column \"Last,\" it may not be manually sorted.");
+    EXPECT_EQ(TakeBox(EBoxIcon::Exclamation),
+              "An auto sort has been set for column \"Last,\" it may not be manually sorted.");
     RequestHeaderSort(doc, 1, WholeColumn(1));
-    EXPECT_EQ(boxes.shown[0].icon, EBoxIcon::Exclamation);
-    EXPECT_EQ(TakeMessage(), "The \"Symbol\" column may not be sorted because an Auto Sort has been set for the "
-                             "\"Last\" column.");
+    EXPECT_EQ(TakeBox(EBoxIcon::Exclamation),
+              "The \"Symbol\" column may not be sorted because an Auto Sort has been set for the "
+              "\"Last\" column.");
     EXPECT_EQ(Sort(), (SSortRecord{2, false, true, 60000}));
     EXPECT_EQ(Rows(), "B|A");
     EXPECT_FALSE(doc.IsModified());
@@ -202,6 +148,9 @@ TEST_F(CSortCommands, AutoSortSortsAtEachTickUntilItsColumnIsGone) {
     Open("Columns=Symbol:1000;Last:1000;\r\nSymbols=B:1,;A:2,;\r\nSort=1;TRUE;TRUE;2\r\n");
     EXPECT_EQ(AutoSortPeriodMs(Sort()), 5000);
     EXPECT_EQ(AutoSortTick(doc, true), EAutoSortTick::Postponed);
+    doc.Edit("an edit that takes its time",
+             [&](CWatchlistEdit&) { EXPECT_EQ(AutoSortTick(doc, false), EAutoSortTick::Postponed); });
+    doc.MarkSaved();
     EXPECT_EQ(Rows(), "B|A");
     EXPECT_EQ(AutoSortTick(doc, false), EAutoSortTick::Sorted);
     EXPECT_EQ(Rows(), "A|B");
@@ -228,25 +177,21 @@ TEST_F(CSortCommands, DeletingASelectionNeedsAutoSortOff) {
     boxes.answer = EBoxAnswer::No;
     EXPECT_FALSE(MayDeleteSelection(doc));
     EXPECT_TRUE(Sort().autoSort);
-    ASSERT_EQ(boxes.shown.size(), 1u);
-    EXPECT_EQ(boxes.shown[0].caption, "Turn Off Auto Sort");
-    EXPECT_EQ(boxes.shown[0].buttons, EBoxButtons::YesNo);
-    EXPECT_EQ(boxes.shown[0].icon, EBoxIcon::Stop);
-    EXPECT_EQ(TakeMessage(), "The selection may not be deleted if the Auto Sort is turned on.\n\n"
-                             "Would you like to turn off Auto Sort?");
+    EXPECT_EQ(TakeBox(EBoxIcon::Stop, EBoxButtons::YesNo, "Turn Off Auto Sort"),
+              "The selection may not be deleted if the Auto Sort is turned on.\n\n"
+              "Would you like to turn off Auto Sort?");
     boxes.answer = EBoxAnswer::Yes;
     EXPECT_TRUE(MayDeleteSelection(doc));
     EXPECT_EQ(Sort(), (SSortRecord{1, true, false, 5000}));
 }
 
 TEST_F(CSortCommands, TheDialogTakesWhatIsInsideTheRangesAndStaysOpenForTheRest) {
-    struct SCase {
+    const SSortRecord before{2, false, true, 90000};
+    const struct {
         SSortEntry entry;
         const char* message; ///< Empty: accepted.
         SSortRecord record;
-    };
-    const SSortRecord before{2, false, true, 90000};
-    const SCase cases[] = {
+    } cases[] = {
         {{true, "", true, {5, ETimeUnit::Seconds}}, "Please select a column to sort the Watchlist.", before},
         {{true, "Last", true, {4, ETimeUnit::Seconds}}, kThreeRanges, before},
         {{true, "Last", true, {36001, ETimeUnit::Seconds}}, kThreeRanges, before},
@@ -259,13 +204,12 @@ TEST_F(CSortCommands, TheDialogTakesWhatIsInsideTheRangesAndStaysOpenForTheRest)
         {{true, "Bid", true, {2, ETimeUnit::Minutes}}, "", {-1, true, true, 120000}},
         {{false, "", true, {0, ETimeUnit::Seconds}}, "", {2, false, false, 5000}},
     };
-    for (const SCase& each : cases) {
+    for (const auto& each : cases) {
         Sort() = before;
         doc.MarkSaved();
         EXPECT_EQ(ApplySortEntry(doc, each.entry), !*each.message);
         EXPECT_EQ(Sort(), each.record) << each.entry.interval.number;
         EXPECT_EQ(doc.IsModified(), !*each.message);
-        for (const SMessageBox& box : boxes.shown) EXPECT_EQ(box.caption, "");
         EXPECT_EQ(TakeMessage(), each.message);
     }
     doc.Update()->Columns().SetWidth(2, 0);
@@ -275,16 +219,18 @@ TEST_F(CSortCommands, TheDialogTakesWhatIsInsideTheRangesAndStaysOpenForTheRest)
     EXPECT_EQ(FirstSortColumn(doc.Columns(), {9, true, true, 5000}, 1), "") << "it names a column that is not there";
 }
 
-TEST(SortDialog, AnIntervalIsShownInTheLargestUnitThatDividesIt) {
-    struct SCase {
-        int seconds;
-        SShownInterval shown;
-    };
-    for (const SCase& each :
-         {SCase{0, {5, ETimeUnit::Seconds}}, SCase{4, {5, ETimeUnit::Seconds}}, SCase{5, {5, ETimeUnit::Seconds}},
-          SCase{60, {60, ETimeUnit::Seconds}}, SCase{720, {2, ETimeUnit::Minutes}}, SCase{3600, {1, ETimeUnit::Hours}},
-          SCase{36000, {10, ETimeUnit::Hours}}, SCase{36001, {10, ETimeUnit::Hours}},
-          SCase{35640, {99, ETimeUnit::Minutes}}, SCase{3601, {3601, ETimeUnit::Seconds}}})
-        EXPECT_EQ(ShownInterval(each.seconds * 1000), each.shown) << each.seconds;
+TEST(SortDialogRules, AnIntervalIsShownInTheLargestUnitThatDividesIt) {
+    using enum ETimeUnit;
+    for (const auto& [seconds, shown] : {std::pair{0, SShownInterval{5, Seconds}},
+                                         {4, {5, Seconds}},
+                                         {5, {5, Seconds}},
+                                         {60, {60, Seconds}},
+                                         {720, {2, Minutes}},
+                                         {3600, {1, Hours}},
+                                         {36000, {10, Hours}},
+                                         {36001, {10, Hours}},
+                                         {35640, {99, Minutes}},
+                                         {3601, {3601, Seconds}}})
+        EXPECT_EQ(ShownInterval(seconds * 1000), shown) << seconds;
     EXPECT_EQ(SecondsOf(ShownInterval(720000)), 120) << "what opens as 2 minutes is stored as 120 seconds";
 }

@@ -1,4 +1,10 @@
+#include "support/Allocations.h"
 #include "watchlist/DocFixture.h"
+#include "watchlist/edit/CellEntry.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
 
 using namespace vx;
 using namespace vx::test;
@@ -7,104 +13,130 @@ using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
 namespace {
-using CWatchlistDocTest = CDocFixture;
-}
 
-TEST_F(CWatchlistDocTest, ANewOneHasTheDefaultColumnsOneEmptyRowAndNoTitle) {
+class CWatchlistDocTest : public CDocFixture {
+protected:
+    void HeadlineFor(std::string_view symbols) {
+        doc.OnNewsLine(fmt::format("N,SIM,1001,{},20240131 093000,Up, and away", symbols));
+    }
+    /// The rows that the view was told of at a repaint.
+    std::vector<int> Repainted() {
+        EXPECT_THAT(shown.TakeRows(), IsEmpty()) << "nothing before the repaint";
+        doc.RepaintChangedRows();
+        shown.pending = false;
+        return shown.TakeRows();
+    }
+    void CommandLine(const std::vector<std::string>& symbols) { doc.PlaceCommandLineSymbols(symbols); }
+};
+
+} // namespace
+
+TEST_F(CWatchlistDocTest, ANewOneHasTheDefaultColumnsOneEmptyRowAndNothingOfTheOneBefore) {
+    FeedIsReady();
+    doc.Update()->EnterSymbol(1, "IBM");
+    doc.Update()->ShowText(1, "two words more");
+    doc.Update()->KeepTyped(1, "typed");
+    HeadlineFor("IBM");
+    SetOptions([](SWatchlistOptions& options) {
+        options.sort = {3, false, true, 60000};
+        options.lockedColumns = 2;
+        options.trailingRows = 9;
+        options.useGridPrecision = true;
+    });
+    doc.NewDocument();
     EXPECT_EQ(
         doc.Columns().Names(),
         "Symbol;Tick Trend;News;Latest Headline;Change;% Chg;Last;Volume;Bid;Ask;B Size;A Size;High;Low;T Time;Delay;");
     EXPECT_EQ(doc.RowCount(), 1);
-    EXPECT_EQ(shown.title, "");
+    EXPECT_EQ(shown.title + Rows() + std::string(doc.TypedText(1)), "");
+    EXPECT_THAT(shown.unwatched, ElementsAre("IBM"));
+    EXPECT_EQ(doc.Headlines().Size(), 0u);
     EXPECT_THAT(shown.statuses, testing::Contains("Creating New Document"));
-    EXPECT_EQ(shown.Status(), "Ready");
-    EXPECT_FALSE(doc.IsModified());
+    EXPECT_EQ(doc.Options().sort, SSortRecord{});
+    EXPECT_EQ(doc.Options().lockedColumns, 0);
+    EXPECT_FALSE(doc.Options().useGridPrecision || doc.IsModified());
+    EXPECT_EQ(doc.Formats().ColumnFormat(doc.Columns().PositionOf("% Chg")).decimals, 2);
 }
 
-TEST_F(CWatchlistDocTest, ASymbolIsAskedForOnceHoweverManyRowsItStandsIn) {
-    Open("Symbols=IBM:3,7,;MSFT:4,;\r\n");
+TEST_F(CWatchlistDocTest, ANewOneMakesTheLastFolderTheCurrentOneWhenItExists) {
+    const std::filesystem::path before = "/";
+    std::filesystem::current_path(before);
+    settings.WriteText(kMyWatchlists, folder.Path() + "/none");
+    doc.NewDocument();
+    EXPECT_EQ(std::filesystem::current_path(), before);
+    settings.WriteText(kMyWatchlists, folder.Path());
+    doc.NewDocument();
+    EXPECT_EQ(std::filesystem::current_path(), std::filesystem::canonical(folder.Path()));
+}
+
+TEST_F(CWatchlistDocTest, ASymbolIsAskedForOnceAndLeftWithItsLastRow) {
+    EXPECT_EQ(shown.Status(), "Ready");
+    Open("Symbols=IBM:3,7,;MSFT:4,;IBM--NYS:9,;\r\n");
     EXPECT_THAT(feed.Take(), IsEmpty()) << "the feed was not ready";
     FeedIsReady();
-    EXPECT_THAT(feed.Take(), UnorderedElementsAre("wIBM\n", "wMSFT\n"));
-    EXPECT_EQ(shown.Status(), "Symbols:  2");
-    EXPECT_EQ(doc.RowCount(), 8);
+    EXPECT_THAT(feed.Take(), ElementsAre("wIBM\n", "wMSFT\n", "S,REGON,IBM\n"));
+    EXPECT_THAT(counts.Take(), ElementsAre("IBM:MSFT")) << "one request for all symbols";
+    EXPECT_EQ(shown.Status(), "Symbols:  3");
+    EXPECT_EQ(doc.RowCount(), 10);
     FeedIsReady();
-    EXPECT_THAT(feed.Take(), IsEmpty()) << "a second ready line asked again";
+    EXPECT_THAT(feed.Take(), ElementsAre("S,REGON,IBM\n")) << "a region is asked for at every ready line";
+    EXPECT_THAT(counts.Take(), IsEmpty());
+    doc.Update()->EmptyRow(9);
+    doc.Update()->EmptyRow(3);
+    EXPECT_THAT(feed.Take(), IsEmpty());
+    doc.Update()->EmptyRow(7);
+    EXPECT_THAT(feed.Take(), ElementsAre("rIBM\n"));
+    EXPECT_THAT(shown.unwatched, ElementsAre("IBM--NYS", "IBM"));
+    doc.CloseDocument();
+    EXPECT_THAT(feed.Take(), ElementsAre("rMSFT\n"));
+    EXPECT_EQ(shown.Status(), "Symbols:  0");
+    EXPECT_EQ(doc.SymbolCount() + store.Size(), 0u);
 }
 
 TEST_F(CWatchlistDocTest, SymbolsAreWatchedAndNewsAskedForFromTheFirstRowToTheLast) {
-    constexpr int kRows = 40; // One less than a prime: each multiple of 17 is another remainder.
+    constexpr size_t kRows = 40; // One less than a prime: each multiple of 17 is another remainder.
     std::string text = "Symbols=";
-    std::vector<std::string> watched(kRows);
-    std::vector<std::string> named(kRows);
-    for (int i = 1; i <= kRows; ++i) {
-        const int row = i * 17 % (kRows + 1);
-        text += "S" + std::to_string(i) + ":" + std::to_string(row) + "," + std::to_string(200 - row) + ",;";
-        named[static_cast<size_t>(row) - 1] = "S" + std::to_string(i);
-        watched[static_cast<size_t>(row) - 1] = "wS" + std::to_string(i) + "\n";
+    std::vector<std::string> watched(kRows), named(kRows);
+    for (size_t i = 1; i <= kRows; ++i) {
+        const size_t row = i * 17 % (kRows + 1);
+        text += fmt::format("S{}:{},{},;", i, row, 200 - row);
+        named[row - 1] = fmt::format("S{}", i);
+        watched[row - 1] = fmt::format("wS{}\n", i);
     }
     Open(text + "\r\n");
     FeedIsReady();
     EXPECT_EQ(feed.Take(), watched);
-    std::string list;
-    for (const std::string& symbol : named) list += (list.empty() ? "" : ":") + symbol;
-    EXPECT_THAT(counts.Take(), ElementsAre(list));
+    EXPECT_THAT(counts.Take(), ElementsAre(fmt::format("{}", fmt::join(named, ":"))));
 }
 
-TEST_F(CWatchlistDocTest, OnlyTheLastRowOfASymbolUnwatchesIt) {
+TEST_F(CWatchlistDocTest, CommandLineSymbolsFillTheFirstRowsAndAreAnEditOverRowsInUse) {
     FeedIsReady();
-    Open("Symbols=IBM:3,7,;MSFT:4,;\r\n");
+    Open("Symbols=IBM:1,;\r\n");
     feed.Take();
-    doc.Update()->EmptyRow(3);
-    EXPECT_THAT(feed.Take(), IsEmpty());
-    EXPECT_EQ(shown.Status(), "Symbols:  2");
-    doc.Update()->EmptyRow(7);
-    EXPECT_THAT(feed.Take(), ElementsAre("rIBM\n"));
-    EXPECT_THAT(shown.unwatched, ElementsAre("IBM"));
-    EXPECT_EQ(shown.Status(), "Symbols:  1");
-    doc.CloseDocument();
-    EXPECT_THAT(feed.Take(), ElementsAre("rMSFT\n"));
-    EXPECT_EQ(shown.Status(), "Symbols:  0");
-    EXPECT_EQ(doc.SymbolCount(), 0u);
-    EXPECT_EQ(store.Size(), 0u);
-}
-
-TEST_F(CWatchlistDocTest, CommandLineSymbolsFillTheFirstRowsAndLeaveWhatIsThere) {
-    FeedIsReady();
-    Open("Symbols=IBM:1,;MSFT:2,;\r\n");
-    feed.Take();
-    doc.PlaceCommandLineSymbols({"IBM", "AAPL", "IBM"});
-    EXPECT_EQ(doc.RowSymbol(1), "IBM");
-    EXPECT_EQ(doc.RowSymbol(2), "AAPL");
-    EXPECT_EQ(doc.RowSymbol(3), "IBM");
-    EXPECT_THAT(feed.Take(), ElementsAre("rMSFT\n", "wAAPL\n"));
+    counts.Take();
+    CommandLine({"IBM", "AAPL", "IBM"});
+    EXPECT_EQ(Rows(), "IBM|AAPL|IBM");
+    EXPECT_THAT(feed.Take(), ElementsAre("wAAPL\n"));
+    EXPECT_THAT(counts.Take(), ElementsAre("AAPL"));
     EXPECT_EQ(doc.RowCount(), 6);
-    doc.PlaceCommandLineSymbols({"IBM", "AAPL", "IBM"});
-    EXPECT_THAT(feed.Take(), IsEmpty());
-}
-
-TEST_F(CWatchlistDocTest, CommandLineSymbolsOverRowsInUseAreOneEditThatTheStatusBarTells) {
-    FeedIsReady();
-    doc.PlaceCommandLineSymbols({"IBM", "MSFT", "AAPL"});
     EXPECT_FALSE(doc.IsModified() || doc.Undo().CanUndo()) << "nothing was there";
-    doc.Edit("edit", [](CWatchlistEdit& edit) {
-        edit.EnterSymbol(1, "SPY");
-        edit.SetAnnotation(2, "mine");
-        edit.EmptyRow(3);
-    });
+    CommandLine({"IBM", "AAPL", "IBM"});
+    EXPECT_THAT(feed.Take(), IsEmpty());
+    EnterCellText(doc, 1, 1, "old", "SPY");
+    doc.Update()->SetAnnotation(2, "mine");
     doc.MarkSaved(); // Saved.
-    doc.PlaceCommandLineSymbols({"IBM", "MSFT", "AAPL"});
+    CommandLine({"IBM", "MSFT", "AAPL"});
     EXPECT_EQ(Rows(), "IBM|MSFT|AAPL");
     EXPECT_TRUE(doc.IsModified());
     EXPECT_THAT(shown.Status(), testing::HasSubstr("symbols of the command line took the place of rows"));
     EXPECT_EQ(doc.Undo().UndoName(), "place command-line symbols");
     doc.Undo().Undo();
-    EXPECT_EQ(Rows(), "SPY|#mine");
+    EXPECT_EQ(Rows(), "SPY|#mine|IBM");
     EXPECT_FALSE(doc.IsModified());
 
     doc.NewDocument();
-    doc.Edit("edit", [](CWatchlistEdit& edit) { edit.EnterSymbol(2, "SPY"); }); // Before the feed was ready.
-    doc.PlaceCommandLineSymbols({"IBM", "MSFT"});
+    EnterCellText(doc, 2, 1, "old", "SPY"); // While the feed was not ready yet.
+    CommandLine({"IBM", "MSFT"});
     EXPECT_TRUE(doc.IsModified());
     doc.Undo().Undo();
     EXPECT_EQ(Rows(), "|SPY");
@@ -112,69 +144,58 @@ TEST_F(CWatchlistDocTest, CommandLineSymbolsOverRowsInUseAreOneEditThatTheStatus
 
 TEST_F(CWatchlistDocTest, ARejectedSymbolLeavesItsMessageInItsRows) {
     FeedIsReady();
-    Open("Symbols=NOPE:2,5,;IBM:3,;\r\n");
+    Open("Symbols=NOPE:2,5,;IBM:3,;NOPE--NYS:6,;ERR_COMMA_SYMBOL:7,;GONE:8,;\r\n");
     feed.Take();
+    shown.unwatched.clear();
+    doc.Update()->ShowText(5, "not to be seen any more");
     shown.TakeRows();
     doc.SymbolNotFound("NOPE");
-    EXPECT_THAT(shown.TakeRows(), ElementsAre(2, 5));
-    EXPECT_EQ(doc.RowKind(2), ERowKind::Annotation);
-    EXPECT_EQ(doc.AnnotationText(5), "\"NOPE\" is an Invalid or Unauthorized Symbol.");
-    EXPECT_TRUE(doc.InvalidSymbols().Has("NOPE"));
+    EXPECT_THAT(shown.TakeRows(), ElementsAre(2, 5, 6));
+    EXPECT_THAT(shown.unwatched, ElementsAre("NOPE"));
+    doc.SymbolNotFound(kCommaSymbol);
+    std::string line = "Q,GONE,";
+    FeedSays(line.append(62, ',') + "Not Found,");
+    const std::string nope = "#\"NOPE\" is an Invalid or Unauthorized Symbol.";
+    EXPECT_EQ(Rows(), "|" + nope + "|IBM||" + nope +
+                          "|#\"NOPE--NYS\" is an Invalid or Unauthorized Symbol.|"
+                          "#Symbols cannot contain commas.|#\"GONE\" is an Invalid or Unauthorized Symbol.");
+    EXPECT_EQ(doc.ShownText(5), "");
     EXPECT_EQ(doc.RejectedSymbol(5), "NOPE");
     EXPECT_EQ(shown.Status(), "Symbols:  1");
     EXPECT_THAT(feed.Take(), IsEmpty());
-
     doc.SymbolNotFound("NEVER");
     EXPECT_FALSE(doc.InvalidSymbols().Has("NEVER"));
     doc.Update()->PlaceSymbol(5, "IBM");
     EXPECT_EQ(doc.RejectedSymbol(5), "");
-    EXPECT_EQ(doc.RowKind(5), ERowKind::Symbol);
+    EXPECT_EQ(Row(5), "IBM");
 }
 
-TEST_F(CWatchlistDocTest, ARecordThatReadsNotFoundIsRejectedLikeTheFeedsOwnLine) {
-    FeedIsReady();
-    Place(1, "GONE");
-    std::string line = "Q,GONE,";
-    line.append(62, ',');
-    FeedSays(line + "Not Found,");
-    EXPECT_EQ(doc.AnnotationText(1), "\"GONE\" is an Invalid or Unauthorized Symbol.");
-    EXPECT_EQ(doc.SymbolCount(), 0u);
+TEST_F(CWatchlistDocTest, ARejectionCostsNothingForTheRegionsOfFormerLists) {
+    std::string regions = "Symbols=";
+    for (int row = 1; row <= 1000; ++row) regions += fmt::format("IBM--A-REGION-WITH-A-LONG-NAME-{}:{},;", row, row);
+    Open(regions + "\r\n");
+    Open("Symbols=IBM:1,;\r\n");
+    const size_t before = Allocations();
+    doc.SymbolNotFound("IBM");
+    EXPECT_LT(Allocations() - before, 500u);
 }
 
-TEST_F(CWatchlistDocTest, ARejectedSymbolTakesItsRegionsRowsWithIt) {
-    Open("Symbols=GONE--NYS:1,;IBM:2,;\r\n");
+TEST_F(CWatchlistDocTest, AlertsAreJudgedOnWhatComesWhileTheirSymbolIsWatched) {
     FeedIsReady();
-    doc.SymbolNotFound("GONE");
-    EXPECT_EQ(doc.AnnotationText(1), "\"GONE--NYS\" is an Invalid or Unauthorized Symbol.");
-    EXPECT_EQ(shown.Status(), "Symbols:  1");
-}
-
-TEST_F(CWatchlistDocTest, WhatCameWhileNobodyWatchedFiresNoAlert) {
-    FeedIsReady();
-    A_INFO alert;
-    alert.enabled = 1;
-    alert.fieldId = FieldIndex("Bid") - 1;
-    alert.condition = 2;
-    alert.value = 10;
-    doc.AlertRules().Add("IBM", alert);
-    Place(1, "IBM");
+    AddAlert("IBM", {.enabled = 1, .value = 10, .fieldId = FieldIndex("Bid") - 1, .condition = 2, .soundFile = {}});
+    doc.Update()->EnterSymbol(1, "IBM");
     doc.Update()->EmptyRow(1);
-    store.OnLevel1Message("Q,IBM,,,,,,,99,");
-    Place(1, "IBM");
+    FeedSets("IBM", "Bid", "99");
+    doc.Update()->EnterSymbol(1, "IBM");
     doc.OnPaintMessage();
     EXPECT_EQ(doc.Alerts().ArmedCount("IBM"), 1) << "an old price fired it";
-    FeedSays("Q,IBM,,,,,,,11,");
+    FeedSets("IBM", "Bid", "9");
+    store.OnLevel1Message("Q,IBM,,,,,,,11,");
+    FeedSets("IBM", "Bid", "9"); // In one burst.
     EXPECT_EQ(doc.Alerts().ArmedCount("IBM"), 0);
 }
 
-TEST_F(CWatchlistDocTest, TheCommaSymbolHasAMessageOfItsOwn) {
-    FeedIsReady();
-    Place(4, kCommaSymbol);
-    doc.SymbolNotFound(kCommaSymbol);
-    EXPECT_EQ(doc.AnnotationText(4), "Symbols cannot contain commas.");
-}
-
-TEST_F(CWatchlistDocTest, AnUpdateReachesEveryRowOfItsSymbolAtTheNextRepaintAndOnlyThen) {
+TEST_F(CWatchlistDocTest, UpdatesAndHeadlinesReachTheRowsOfTheirSymbolsAtTheNextRepaint) {
     FeedIsReady();
     Open("Symbols=IBM:3,7,;MSFT:4,;\r\n");
     doc.OnPaintMessage();
@@ -182,36 +203,33 @@ TEST_F(CWatchlistDocTest, AnUpdateReachesEveryRowOfItsSymbolAtTheNextRepaintAndO
     shown.TakeRows();
     shown.pending = false;
     const int messages = shown.paintMessages;
-
-    store.OnLevel1Message("Q,IBM,,1.5,");
-    store.OnLevel1Message("Q,IBM,,1.6,");
-    store.OnLevel1Message("Q,MSFTX,,1.6,");
+    for (const char* line : {"Q,IBM,,1.5,", "Q,IBM,,1.6,", "Q,MSFTX,,1.6,"}) store.OnLevel1Message(line);
     EXPECT_EQ(shown.paintMessages, messages + 1) << "one message wakes the view for a burst";
     EXPECT_FALSE(shown.pending);
     doc.OnPaintMessage();
     EXPECT_TRUE(shown.pending);
-    EXPECT_THAT(shown.TakeRows(), IsEmpty());
-    doc.RepaintChangedRows();
-    EXPECT_THAT(shown.TakeRows(), UnorderedElementsAre(3, 7));
-    doc.RepaintChangedRows();
-    EXPECT_THAT(shown.TakeRows(), IsEmpty());
-}
-
-TEST_F(CWatchlistDocTest, ARegionalRowAsksForItsRegionAtEveryReadyLine) {
-    Open("Symbols=IBM--NYS:1,;IBM:2,;\r\n");
-    FeedIsReady();
-    EXPECT_THAT(feed.Take(), UnorderedElementsAre("wIBM\n", "S,REGON,IBM\n"));
-    EXPECT_FALSE(doc.WatchTable().Has("IBM--NYS"));
-    FeedIsReady();
-    EXPECT_THAT(feed.Take(), ElementsAre("S,REGON,IBM\n"));
-}
-
-TEST_F(CWatchlistDocTest, RowsBeyondWhatAGridCanHoldAreRefused) {
-    Open("Symbols=IBM:2147483647,-3,0,100001,100000,;\r\nAnnotations=999999999:#far;-1:#no;2:#yes;\r\n");
-    EXPECT_EQ(doc.RowSymbol(100000), "IBM");
-    EXPECT_EQ(doc.LastUsedRow(), 100000);
-    EXPECT_EQ(doc.RowCount(), 100000);
-    EXPECT_EQ(doc.AnnotationText(2), "yes");
+    EXPECT_THAT(Repainted(), UnorderedElementsAre(3, 7));
+    EXPECT_THAT(Repainted(), IsEmpty());
+    HeadlineFor("NONE:IBM");
+    EXPECT_TRUE(shown.pending);
+    EXPECT_THAT(Repainted(), UnorderedElementsAre(3, 7));
+    EXPECT_EQ(doc.News().HeadlineText("IBM"), "Up, and away");
+    const int rebuilds = shown.rebuilds;
+    doc.OnNewsCounts("<NewsCounts><symbol Name=\"IBM\" StoryCount=\"3\"/></NewsCounts>");
+    EXPECT_GT(shown.rebuilds, rebuilds) << "the counts were not shown";
+    EXPECT_EQ(doc.News().CountText("IBM"), "3");
+    HeadlineFor("NONE");
+    doc.OnNewsLine("N,broken");
+    EXPECT_FALSE(shown.pending);
+    // A symbol that comes back counts anew.
+    EXPECT_EQ(doc.News().GetFresh("IBM"), 1u);
+    doc.Update()->EnterSymbol(1, "IBM");
+    EXPECT_EQ(doc.News().GetFresh("IBM"), 1u) << "another row is no new symbol";
+    doc.DeleteRows(1, 9);
+    doc.Update()->EnterSymbol(1, "IBM");
+    EXPECT_EQ(doc.News().GetFresh("IBM"), 0u);
+    EXPECT_EQ(doc.News().CountText("IBM"), "");
+    EXPECT_EQ(doc.News().HeadlineText("IBM"), "Up, and away");
 }
 
 TEST_F(CWatchlistDocTest, ADocumentThatGoesTakesItsListenerOffTheStore) {

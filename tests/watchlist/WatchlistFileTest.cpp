@@ -1,72 +1,117 @@
-#include "watchlist/DocFixture.h"
+#include "settings/Settings.h"
+#include "watchlist/FileFixture.h"
 
 using namespace vx;
 using namespace vx::test;
+using namespace std::string_literals;
+using testing::Contains;
+using testing::HasSubstr;
 
 namespace {
 
-class CWatchlistFileTest : public CDocFixture {
+class CWatchlistFileTest : public CFileFixture {
 protected:
-    std::string ColumnsOf(std::string_view value) {
-        Open("Columns=" + std::string(value) + "\r\n");
-        std::string out;
-        for (int i = 1; i < doc.Columns().Count(); ++i)
-            out += doc.Columns().At(i).name + "=" + std::to_string(doc.Columns().At(i).width) + " ";
-        return out;
-    }
+    void OpenGolden(std::string_view name) { ASSERT_TRUE(file.Open(Golden(name)).IsDone()); }
+    /// A line of what is saved of the file that is open.
+    void Expect(std::string_view key, std::string_view value) { EXPECT_EQ(WrittenLine(key), value) << file.Path(); }
+    void ExpectLogged(const std::string& text) { EXPECT_THAT(log.texts, Contains(HasSubstr(text))); }
 };
 
 } // namespace
 
-TEST_F(CWatchlistFileTest, ColumnsAreReadWithTheirWidths) {
-    EXPECT_EQ(ColumnsOf(""), "Symbol=100 ");
-    EXPECT_EQ(ColumnsOf(";Symbol:500;Last:605;"), "Symbol=50 Last=60 ");
-    EXPECT_EQ(ColumnsOf("Last:5;"), "");
-    EXPECT_EQ(ColumnsOf("Last:9;Bid:10;Ask:-50;"), "Bid=1 ");
-    EXPECT_EQ(ColumnsOf("Last:999999999;No Such:1000;Last:700;"), "Last=70 No Such=100 ");
-    ColumnsOf("RowNumbers:450;Last:1000;");
-    EXPECT_EQ(doc.Columns().At(0).width, 45);
+TEST_F(CWatchlistFileTest, IsIdenticalByteForByteWhenOpenedAndSaved) {
+    for (const char* name : {"good_all_kinds.vxw", "good_empty_list.vxw", "good_windows1252.vxw"}) {
+        OpenGolden(name);
+        EXPECT_TRUE(SaveAs("saved.vxw").IsDone());
+        EXPECT_EQ(ReadFile(At("saved.vxw")), ReadFile(Golden(name))) << name;
+        EXPECT_THAT(log.texts, testing::Not(Contains(HasSubstr("line ")))) << name;
+    }
+    OpenGolden("good_legacy.vxw");
+    EXPECT_TRUE(SaveAs("saved.vxw").IsDone());
+    EXPECT_EQ(ReadFile(At("saved.vxw")), ReadFile(Golden("good_legacy_as_saved.vxw")));
 }
 
-TEST_F(CWatchlistFileTest, OptionsAreReadAndKeptInBounds) {
-    Open("Window=10;20;300;400;TRUE;FALSE\r\nTrailingRows=5000\r\nLockedColumns=-3\r\nShowRowNumbers=FALSE\r\n"
-         "Sort=12;TRUE;FALSE;30\r\nNoEquals\r\nUnknown=1\r\nTrailingRows=2");
-    EXPECT_EQ(shown.placement.left, 10);
-    EXPECT_EQ(shown.placement.height, 400);
-    EXPECT_TRUE(shown.placement.maximised);
-    EXPECT_EQ(doc.Options().trailingRows, SWatchlistOptions::kMaxTrailingRows) << "a line without its end was applied";
-    EXPECT_EQ(doc.Options().lockedColumns, 0);
-    EXPECT_FALSE(doc.Options().showRowNumbers);
-    EXPECT_TRUE(doc.Options().showToolBar) << "what a file lacks keeps its default";
-    EXPECT_EQ(doc.Options().sort.column, 12);
-    EXPECT_TRUE(doc.Options().sort.ascending);
-    EXPECT_EQ(doc.Options().sort.intervalMs, 30000);
+TEST_F(CWatchlistFileTest, EveryValueReachesTheDocument) {
+    OpenGolden("good_all_kinds.vxw");
+    EXPECT_EQ(shown.title, "good_all_kinds");
+    EXPECT_EQ(shown.placement.width, 1320);
+    EXPECT_TRUE(shown.placement.maximised && shown.placement.alwaysOnTop);
+    EXPECT_FALSE(settings.ReadBoolean(kShowEllipsis) || settings.ReadBoolean(kShowGridLines));
+    const SWatchlistOptions& options = doc.Options();
+    EXPECT_TRUE(options.useGridPrecision);
+    EXPECT_FALSE(options.useDefaultAlignment || options.showRowNumbers || options.showToolBar);
+    EXPECT_EQ(options.lockedColumns, 1);
+    EXPECT_EQ(options.sort.column, 12);
+    EXPECT_EQ(doc.Columns().At(2).width, 78);
+    EXPECT_EQ(doc.Columns().At(4).Entry(), nullptr);
+    EXPECT_EQ(Row(4) + Row(7) + Row(6), "IBMbrk.A#a=b, c");
+    EXPECT_EQ(doc.Notes().Get(2), "two\r\nlines");
+    EXPECT_EQ(doc.Alerts().Count("IBM"), 2);
+    EXPECT_EQ(doc.Formats().Effective(5, 2).decimals, 2);
+    EXPECT_FALSE(doc.IsModified());
 }
 
-TEST_F(CWatchlistFileTest, BrokenListsGiveWhatCanBeRead) {
-    Open("Symbols=IBM;:3,;MSFT:x,4,;A:1\r\nAnnotations=1;2:;x:#y;3:#a:b\r\n");
-    EXPECT_EQ(doc.RowSymbol(4), "MSFT");
-    EXPECT_EQ(doc.RowSymbol(1), "A");
-    EXPECT_EQ(doc.AnnotationText(3), "a:b");
-    EXPECT_EQ(doc.LastUsedRow(), 4);
-    Open("\0\xff=\x80\r\n=\r\n\r\n");
+TEST_F(CWatchlistFileTest, ABrokenOneGivesWhatCanBeRead) {
+    OpenGolden("broken_huge_rows.vxw");
+    Expect("Symbols", "IBM:100000,;");
+    EXPECT_EQ(doc.RowCount(), 100000);
+    Expect("Annotations", "7:#yes;");
+    Expect("TrailingRows", "1000");
+    EXPECT_EQ(doc.Notes().Get(3), "yes");
+    ExpectLogged("line 1: a symbol's row is out of range: \"IBM\"");
+    ExpectLogged("line 4: cell formats that were not understood: 3");
+    OpenGolden("broken_negative_widths.vxw");
+    Expect("Columns", "Ask:20000;");
+    OpenGolden("broken_no_equals.vxw");
+    Expect("TrailingRows", "3");
+    ExpectLogged("line 4: there is no \"=\" in it: \"IBM\"");
+    OpenGolden("broken_lists.vxw");
+    Expect("Symbols", "A:1,;MSFT:4,;");
+    Expect("Annotations", "3:#a:b;");
+    Expect("Alerts", "MSFT:Last,>,5.000000,TRUE,TRUE,0,FALSE,;");
+    Expect("Columns", ""); // None is made up.
+    EXPECT_EQ(doc.Notes().Get(4), "abc\r\nd");
+    ExpectLogged("line 3: alerts that were not understood: 4");
+    OpenGolden("broken_keys_twice.vxw");
+    Expect("Symbols", "MSFT:1,2,;");
+    Expect("TrailingRows", "2");
+    Expect("Columns", "Last:900;Bid:500;");
+    Expect("Notes", "1:new;");
+    OpenGolden("broken_nuls.vxw");
+    Expect("Symbols", "MSFT:2,;");
+    EXPECT_EQ(doc.AnnotationText(3), "a\0b"s);
+    EXPECT_EQ(doc.Notes().Get(1), "n\0te"s);
+    ExpectLogged("line 2: this is no symbol: \"IB\\x00M\"");
+    OpenGolden("broken_older_invalid_symbols.vxw");
+    EXPECT_EQ(Row(2) + Row(3), "XYZA:B C");
+    Expect("Annotations", "1:#Tech;4:#\"\" is an Invalid Symbol.;");
+    OpenGolden("broken_legacy_lists_differ.vxw");
+    EXPECT_EQ(Row(1) + Row(4) + Row(7), "IBMLSE:VOD#a");
+    EXPECT_EQ(doc.LastUsedRow(), 7);
+    Expect("Columns", "Symbol:1000;");
+    Expect("LockedColumns", "0"); // Its line has no end.
+    ExpectLogged("line 7: the alert was not understood");
+    ExpectLogged("IBM:Moon,=,full,TRUE");
+}
+
+TEST_F(CWatchlistFileTest, AlertsOfTwoLinesAddUpAndAnUnendedTextIsNoSymbol) {
+    OpenAs("list.vxw", "Alerts=IBM:Last,>,1,TRUE\r\nAlerts=GE:Last,>,2,TRUE\r\n"
+                       "Annotations=1:#\"XYZ\" is an Invalid Symbol.\r\n");
+    EXPECT_EQ(doc.Alerts().Count("IBM") + doc.Alerts().Count("GE"), 2);
+    EXPECT_EQ(Row(1), "#\"XYZ\" is an Invalid Symbol.");
+}
+
+TEST_F(CWatchlistFileTest, WhatHasNoLineEndIsNotReadAndSaidSo) {
+    OpenGolden("broken_truncated.vxw");
+    EXPECT_EQ(doc.RowSymbol(2), "MSFT");
+    ExpectLogged("line 16: the last line has no end and was not read: \"Formatting=");
+    const SFileResult result = file.Open(Golden("broken_line_ends_lf_only.vxw"));
+    EXPECT_TRUE(result.IsDone() && result.notices.empty());
+    EXPECT_THAT(result.remark, HasSubstr("Nothing in the file"));
+    ExpectLogged(result.remark);
     EXPECT_EQ(doc.LastUsedRow(), 0);
-}
-
-TEST(CRowTextMap, TextsMoveWithTheirRows) {
-    CRowTable rows;
-    CRowTextMap texts(rows);
-    texts.Set(1, "#a");
-    texts.Set(4, "#b");
-    texts.Set(0, "#never");
-    texts.ShiftDown(2, 3);
-    EXPECT_EQ(texts.Serialise(), "1:#a;7:#b;");
-    texts.ShiftUp(7, 1);
-    EXPECT_EQ(texts.Serialise(), "1:#a;6:#b;");
-    texts.ShiftUp(2, 1);
-    EXPECT_EQ(texts.Serialise(), "5:#b;") << "the text of a deleted row";
-    texts.Reorder({0, 1, 2, 3, 4, 2});
-    EXPECT_EQ(texts.Serialise(), "2:#b;");
-    texts.Set(2, "");
-    EXPECT_EQ(texts.LastRow(), 0);
+    EXPECT_TRUE(file.Open(Golden("broken_binary.vxw")).IsDone());
+    EXPECT_EQ(doc.LastUsedRow(), 0);
+    EXPECT_THAT(file.Open(Golden("broken_empty.vxw")).notices, testing::IsEmpty());
+    Expect("Columns", "Symbol:1000;");
 }

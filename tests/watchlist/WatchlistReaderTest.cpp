@@ -3,12 +3,13 @@
 #include "watchlist/FileFixture.h"
 #include "watchlist/fileformat/WatchlistLegacy.h"
 
-#include <string>
-
 using namespace vx;
 using namespace vx::test;
 
 namespace {
+
+using CWatchlistReaderTest = CFileFixture;
+using Renamed = std::pair<const char*, const char*>;
 
 SWatchlistContent ReadIn(std::string_view text, size_t blockBytes) {
     CWatchlistReader reader;
@@ -26,27 +27,50 @@ std::string Rows(const SWatchlistContent& content) {
 
 } // namespace
 
-TEST(CWatchlistReader, BlocksOfEverySizeGiveTheSame) {
+TEST_F(CWatchlistReaderTest, ColumnsAreReadWithTheirWidths) {
+    for (const auto& [text, columns] : {Renamed{"", "Symbol=100 "},
+                                        {";Symbol:500;Last:605;", "Symbol=50 Last=60 "},
+                                        {"Last:5;", ""},
+                                        {"Last:9;Bid:10;Ask:-50;", "Bid=1 "},
+                                        {"Last:999999999;No Such:1000;Last:700;", "Last=70 No Such=100 "},
+                                        {"RowNumbers:450;Last:1000;", "Last=100 "}}) {
+        Open(fmt::format("Columns={}\r\n", text));
+        EXPECT_EQ(Columns(), columns) << text;
+    }
+    EXPECT_EQ(doc.Columns().At(0).width, 45);
+}
+
+TEST_F(CWatchlistReaderTest, OptionsAreReadAndKeptInBounds) {
+    Open("Window=10;20;300;400;TRUE;FALSE\r\nTrailingRows=5000\r\nLockedColumns=-3\r\nShowRowNumbers=FALSE\r\n"
+         "Sort=12;TRUE;FALSE;30\r\nNoEquals\r\nUnknown=1\r\nTrailingRows=2");
+    EXPECT_EQ(shown.placement, (SPlacement{10, 20, 300, 400, true, false}));
+    EXPECT_EQ(doc.Options().trailingRows, SWatchlistOptions::kMaxTrailingRows) << "a line without its end was applied";
+    EXPECT_EQ(doc.Options().lockedColumns, 0);
+    EXPECT_FALSE(doc.Options().showRowNumbers);
+    EXPECT_TRUE(doc.Options().showToolBar) << "what a file lacks keeps its default";
+    EXPECT_EQ(doc.Options().sort, (SSortRecord{12, true, false, 30000}));
+}
+
+TEST_F(CWatchlistReaderTest, BlocksOfEverySizeGiveTheSame) {
     const std::string text =
         "TrailingRows=7\r\nSymbols=IBM:1,;\rX:2,;\nY:3,;\r\n\r\r\nAnnotations=4:#a\r;5:#b;\r\nSymbols=Z:9,;\r";
     for (size_t size = 1; size <= text.size(); ++size) {
         const SWatchlistContent content = ReadIn(text, size);
-        ASSERT_EQ(Rows(content), "1=IBM 4=#a\r 5=#b ") << size;
+        ASSERT_EQ(::Rows(content), "1=IBM 4=#a\r 5=#b ") << size;
         ASSERT_EQ(content.options.trailingRows, 7) << size;
     }
 }
 
-TEST(CWatchlistReader, ALineThatBeginsWithABracketHandsTheWholeTextOverToTheOlderLayout) {
-    const std::string older = "[x]\nSymbols=IBM:1\nSymbolNumbers=2\n";
-    const std::string mixed =
-        "Symbols=MSFT:1,;\r\nNo\nte\r\n[x]\r\nSymbols=IBM,GE\r\nSymbolNumbers=2,3\r\nNotes=1:n;\r\n";
+TEST_F(CWatchlistReaderTest, ALineThatBeginsWithABracketHandsTheWholeTextOverToTheOlderLayout) {
+    const std::string older = "[x]\nSymbols=IBM:1\nSymbolNumbers=2\n",
+                      mixed =
+                          "Symbols=MSFT:1,;\r\nNo\nte\r\n[x]\r\nSymbols=IBM,GE\r\nSymbolNumbers=2,3\r\nNotes=1:n;\r\n";
     for (const size_t size : {1, 7, 100}) {
-        EXPECT_EQ(Rows(ReadIn("[x]\r\nSymbols=IBM:1\nSymbolNumbers=2\n", size)), "2=IBM:1 ");
-        EXPECT_EQ(Rows(ReadIn(older, size)), "") << "no CR LF anywhere";
-        EXPECT_EQ(Rows(ReadIn(older + "A=\r\n", size)), "2=IBM:1 ");
-        EXPECT_EQ(Rows(ReadIn(mixed, size)), "1=MSFT 2=IBM 3=GE ");
+        EXPECT_EQ(::Rows(ReadIn(older, size)), "") << "no CR LF anywhere";
+        EXPECT_EQ(::Rows(ReadIn(older + "A=\r\n", size)), "2=IBM:1 ");
+        EXPECT_EQ(::Rows(ReadIn(mixed, size)), "1=MSFT 2=IBM 3=GE ");
         EXPECT_TRUE(ReadIn(mixed, size).notes.empty());
-        EXPECT_EQ(Rows(ReadIn("Symbols=MSFT:1,;\r\n[", size)), "1=MSFT ");
+        EXPECT_EQ(::Rows(ReadIn("Symbols=MSFT:1,;\r\n[", size)), "1=MSFT ");
     }
     CWatchlistReader reader;
     reader.TakeBlock(mixed);
@@ -56,32 +80,24 @@ TEST(CWatchlistReader, ALineThatBeginsWithABracketHandsTheWholeTextOverToTheOlde
                                                                   "line 7: the key is unknown: \"Notes\""));
 }
 
-TEST(CWatchlistReader, LinesAndListsOfAMillionEntriesAreReadInProportion) {
-    std::string symbols = "Symbols=";
-    for (int i = 0; i < 1'000'000; ++i) symbols += fmt::format("S{}:100000,{};", i, i % 2 ? "1," : "");
-    std::string columns = "Columns=";
-    for (int i = 0; i < 1'000'000; ++i) columns += fmt::format("C{}:100;", i);
-    const std::string text = symbols + "\r\n" + columns + "\r\n" + std::string(2'000'000, '\n') + "=\r\n";
+TEST_F(CWatchlistReaderTest, MillionsOfEntriesLinesAndBytesAreReadInProportion) {
+    std::string symbols = "Symbols=", columns = "Columns=";
+    for (int i = 0; i < 1'000'000; ++i) {
+        symbols += fmt::format("S{}:100000,{};", i, i % 2 ? "1," : "");
+        columns += fmt::format("C{}:100;", i);
+    }
+    const std::string text = fmt::format("{}\r\n{}\r\n{}=\r\nAnnotations=2:#{};\r\n", symbols, columns,
+                                         std::string(2'000'000, '\n'), std::string(50'000'000, 'x'));
     const SWatchlistContent content = ReadIn(text, CWatchlistReader::kBlockBytes);
-    EXPECT_EQ(Rows(content), "1=S999999 100000=S999999 ");
+    ASSERT_EQ(content.rows.size(), 100'001u);
+    EXPECT_EQ(content.rows[1].text + content.rows[100'000].text, "S999999S999999");
+    EXPECT_EQ(content.rows[2].text.size(), 50'000'001u);
     EXPECT_EQ(content.columns.size(), static_cast<size_t>(SWatchlistContent::kMostColumns));
 }
 
-TEST(CWatchlistReader, ALineOfAHundredMegabytesIsSearchedOnce) {
-    const std::string text = fmt::format("Annotations=1:#{};\r\nSymbols=IBM:2,;\r\n", std::string(100'000'000, 'x'));
-    const SWatchlistContent content = ReadIn(text, CWatchlistReader::kBlockBytes);
-    ASSERT_EQ(content.rows.size(), 3u);
-    EXPECT_EQ(content.rows[1].text.size(), 100'000'001u);
-    EXPECT_EQ(content.rows[2].text, "IBM");
-}
-
-TEST(LegacyLayout, RenamesEveryColumnInOrder) {
-    struct SCase {
-        const char* legacy;
-        const char* modern;
-    };
-    for (const SCase& c : {
-             SCase{"", "Symbol;"},
+TEST(WatchlistLegacy, EveryColumnIsRenamedInOrder) {
+    for (const auto& [legacy, modern] : {
+             Renamed{"", "Symbol;"},
              {"Last,Symbol", "Symbol;Last;Symbol"},
              {"Last,Symbol,Bid", "Last;Symbol;Bid"},
              {"Symbol,Time,Time,Last", "Symbol;T Time;Time;Last"},
@@ -97,21 +113,17 @@ TEST(LegacyLayout, RenamesEveryColumnInOrder) {
              {"Strike Price,Trade Volume,UPC11830 IND", "Symbol;Strike;Tick Vol;Restricted"},
              {"Years High,Years Low,% Change", "Symbol;Cal High;Cal Low;% Chg"},
          })
-        EXPECT_EQ(ModernColumnNames(c.legacy), c.modern);
+        EXPECT_EQ(ModernColumnNames(legacy), modern);
 }
 
-TEST(LegacyLayout, AlertSentencesBecomeRecords) {
-    struct SCase {
-        const char* legacy;
-        const char* modern;
-    };
-    for (const SCase& c : {
-             SCase{"IBM^Enabled^when the Price is less than or equal to 9.5", "IBM:Last,<=,9.5,TRUE;"},
+TEST(WatchlistLegacy, AlertSentencesBecomeRecords) {
+    for (const auto& [legacy, modern] : {
+             Renamed{"IBM^Enabled^when the Price is less than or equal to 9.5", "IBM:Last,<=,9.5,TRUE;"},
              {"IBM^enabled^when the Last Price is equal to 1,250^x", "IBM:Last,=,1250,FALSE;"},
              {"IBM^Enabled^when the News is equal to 1", "IBM:News,=,1,TRUE;"},
              {"IBM^Enabled^when the Bid is", ""},
              {"^Enabled^when the Bid is 1", ""},
              {"IBM", ""},
          })
-        EXPECT_EQ(ModernAlert(c.legacy), c.modern) << c.legacy;
+        EXPECT_EQ(ModernAlert(legacy), modern) << legacy;
 }
