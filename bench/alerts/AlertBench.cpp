@@ -3,8 +3,7 @@
 // beat; with them before each change of a record that waits. The difference of the two is the price of a line.
 
 #include "LinesInput.h"
-#include "alerts/rules/AlertCondition.h"
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "alerts/rules/AlertsMap.h"
 #include "data/record/ChangeQueue.h"
 #include "data/store/L1DataStore.h"

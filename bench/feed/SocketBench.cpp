@@ -4,7 +4,7 @@
 #include "feed/socket/ClientAppSocket.h"
 #include "feed/socket/FeedLog.h"
 #include "feed/socket/FeedOwner.h"
-#include "feed/socket/FeedSlots.h"
+#include "feed/socket/Ports.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 namespace vx {
 
@@ -32,5 +33,11 @@ public:
     /// Owns    nothing: the caller keeps the clock alive until it puts null (the system's clock) back
     static void SetInstance(CClock* clock);
 };
+
+/// Milliseconds since the system started this process, the loading of its libraries included.
+///
+/// Units   as precise as the system's clock tick, usually 10 ms
+/// Errors  nothing where the system does not tell
+std::optional<int64_t> ProcessAgeMs();
 
 } // namespace vx

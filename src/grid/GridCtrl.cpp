@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QToolTip>
+
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -363,6 +364,19 @@ QString CGridCtrl::TipAt(int row, int column) {
         m_source->FillCell(row, column, m_cell);
     }
     return CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()) > room ? QtText(m_cell.Text()) : QString();
+}
+
+CNorvGridCtrl::CNorvGridCtrl(QWidget* parent) : CGridCtrl(parent) {
+    setObjectName(QStringLiteral("grid"));
+    setAccessibleName(QStringLiteral("Watchlist"));
+}
+
+void CNorvGridCtrl::ApplyViewSettings(bool gridLines, bool shading, bool ellipsis, bool reducedMotion) {
+    SetOptions({gridLines ? EGridLines::Both : EGridLines::None, shading, ellipsis, !reducedMotion});
+}
+
+void CNorvGridCtrl::ApplyTheme(std::string_view name) {
+    SetThemeMode(name == "dark" ? EThemeMode::Dark : name == "light" ? EThemeMode::Light : EThemeMode::System);
 }
 
 } // namespace vx

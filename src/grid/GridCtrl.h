@@ -1,10 +1,9 @@
 #pragma once
 
-#include "grid/CellFlash.h"
 #include "grid/CellSource.h"
 #include "grid/DirtyCells.h"
-#include "grid/FocusSpeech.h"
 #include "grid/GlyphAtlas.h"
+#include "grid/GridAccessible.h"
 #include "grid/GridEditor.h"
 #include "grid/GridGeometry.h"
 #include "grid/GridMarks.h"
@@ -14,6 +13,7 @@
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
+
 #include <optional>
 #include <string>
 
@@ -310,6 +310,19 @@ private:
     SGridCell m_editedCell;
     std::string m_editedText; // as it was when the edit began
     bool m_editTypedOver = false;
+};
+
+/// A grid with this program's conventions: its board font and its name towards assistive technology.
+class CNorvGridCtrl : public CGridCtrl {
+    Q_OBJECT
+
+public:
+    explicit CNorvGridCtrl(QWidget* parent = nullptr);
+
+    /// The three grid settings as the user keeps them, and reduced motion.
+    void ApplyViewSettings(bool gridLines, bool shading, bool ellipsis, bool reducedMotion);
+    /// "light" and "dark"; any other text follows the desktop.
+    void ApplyTheme(std::string_view name);
 };
 
 } // namespace vx

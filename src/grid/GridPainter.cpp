@@ -1,7 +1,7 @@
 #include "grid/GridPainter.h"
 
-#include "base/TickTrend.h"
-#include "grid/CellFlash.h"
+#include "base/Windows1252.h"
+#include "grid/DirtyCells.h"
 
 #include <QPainter>
 #include <cmath>

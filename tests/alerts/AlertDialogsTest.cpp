@@ -2,7 +2,7 @@
 
 #include "AlertsUiFixture.h"
 
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "alerts/ui/AlertsDlg.h"
 #include "alerts/ui/NewAlertDlg.h"
 #include "alerts/ui/ResetAlert.h"

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "alerts/rules/AlertCondition.h"
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "alerts/rules/AlertsMap.h"
 
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 #include "alerts/ui/AlertDialogServices.h"
 #include "alerts/ui/AlertSoundPlayer.h"
 #include "base/qt/QtText.h"
-#include "settings/ConfigWriterMux.h"
+#include "settings/ConfigWriter.h"
 #include "settings/Settings.h"
 #include "support/EventLoop.h"
 #include "support/Gui.h"

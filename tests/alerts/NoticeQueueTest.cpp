@@ -2,10 +2,8 @@
 
 #include "AlertsUiFixture.h"
 
-#include "alerts/ui/AlertMessages.h"
+#include "alerts/ui/AlertSoundPlayer.h"
 #include "alerts/ui/AlertsNotice.h"
-#include "alerts/ui/EffectSoundPlayer.h"
-#include "alerts/ui/NoticePlace.h"
 #include "alerts/ui/NoticeQueue.h"
 #include "alerts/ui/ResetAlert.h"
 #include "alerts/ui/SpinEdit.h"

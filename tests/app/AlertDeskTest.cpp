@@ -2,9 +2,8 @@
 
 #include "app/FrameFixture.h"
 
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "alerts/ui/AlertHistoryDlg.h"
-#include "alerts/ui/AlertMessages.h"
 #include "alerts/ui/AlertsDlg.h"
 #include "alerts/ui/AlertsNotice.h"
 #include "alerts/ui/NewAlertDlg.h"
@@ -13,7 +12,6 @@
 #include "alerts/ui/SpinEdit.h"
 #include "app/alerts/AlertDesk.h"
 #include "app/alerts/MissedAlerts.h"
-#include "app/alerts/Presence.h"
 #include "app/commands/Commands.h"
 #include "base/qt/QtText.h"
 #include "data/catalogue/UpdateFields.h"

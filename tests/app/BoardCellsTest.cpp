@@ -1,6 +1,6 @@
 #include "app/BoardFixture.h"
 
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "data/record/L1SymbolRec.h"
 #include "support/Allocations.h"
 #include "watchlist/fileformat/WatchlistReader.h"

@@ -1,6 +1,6 @@
 #include "app/BoardFixture.h"
 
-#include "base/RegistryPaths.h"
+#include "base/Registry.h"
 #include "watchlist/dialogs/InsertDeleteChoiceDlg.h"
 
 #include <QLabel>

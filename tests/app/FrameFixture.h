@@ -3,8 +3,6 @@
 #include "app/files/FileDesk.h"
 #include "app/shell/MainFrame.h"
 #include "base/Registry.h"
-#include "base/RegistryPaths.h"
-#include "settings/ApplicationProfile.h"
 #include "settings/ConfigWriter.h"
 #include "settings/Settings.h"
 #include "support/TempFolder.h"

@@ -4,7 +4,7 @@
 
 #include "app/commands/Commands.h"
 #include "app/windows/GuideDlg.h"
-#include "app/windows/ListView.h"
+#include "app/windows/ListWindow.h"
 #include "support/EventLoop.h"
 
 #include <QFile>

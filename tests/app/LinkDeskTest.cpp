@@ -4,7 +4,6 @@
 #include "app/commands/Commands.h"
 #include "app/files/FileDesk.h"
 #include "app/workspace/RunningWindows.h"
-#include "app/workspace/WindowSlot.h"
 #include "app/workspace/Workspace.h"
 #include "support/FakeClock.h"
 #include "watchlist/edit/CellEntry.h"

@@ -2,10 +2,10 @@
 
 #include "app/commands/Commands.h"
 #include "app/files/FileDesk.h"
-#include "app/frame/FramePlacer.h"
+#include "app/frame/FramePlacement.h"
 #include "app/shell/AboutDlg.h"
 #include "data/catalogue/UpdateFields.h"
-#include "news/NewsRequest.h"
+#include "news/NewsMap.h"
 #include "support/EventLoop.h"
 #include "support/ScriptedFeed.h"
 #include "watchlist/fileformat/WatchlistReader.h"

@@ -2,15 +2,14 @@
 
 #include "app/FrameFixture.h"
 
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "alerts/ui/AlertsNotice.h"
 #include "alerts/ui/InputGate.h"
 #include "alerts/ui/NoticeQueue.h"
 #include "alerts/ui/ResetAlert.h"
 #include "app/alerts/AlertDesk.h"
 #include "app/alerts/MissedAlerts.h"
-#include "app/alerts/Presence.h"
-#include "app/frame/FramePlacer.h"
+#include "app/frame/FramePlacement.h"
 #include "support/Display.h"
 #include "support/EventLoop.h"
 #include "support/FakeClock.h"

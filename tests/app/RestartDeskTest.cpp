@@ -3,7 +3,7 @@
 #include "app/SiblingFixture.h"
 #include "app/files/FileDesk.h"
 #include "app/files/RecoveryDesk.h"
-#include "feed/session/FeedEnd.h"
+#include "feed/session/FeedSession.h"
 #include "support/Dialogs.h"
 #include "support/Gui.h"
 #include "watchlist/file/FileGenerations.h"

@@ -2,7 +2,7 @@
 
 #include "app/commands/Commands.h"
 #include "app/windows/HeadlinesDlg.h"
-#include "app/windows/ListView.h"
+#include "app/windows/ListWindow.h"
 #include "app/windows/MarketDesk.h"
 #include "app/windows/TimeAndSalesDlg.h"
 #include "data/catalogue/FieldLayout.h"

@@ -2,7 +2,7 @@
 
 #include "app/commands/AddSymbols.h"
 #include "app/commands/Commands.h"
-#include "app/windows/ListView.h"
+#include "app/windows/ListWindow.h"
 #include "app/windows/MarketDesk.h"
 #include "app/windows/SearchFilter.h"
 #include "app/windows/SymbolSearchDlg.h"

@@ -1,6 +1,6 @@
 #include "day/TradingDay.h"
 
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "alerts/rules/AlertNotice.h"
 #include "day/PlainList.h"
 #include "support/Random.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/qt/QtText.h"
-#include "grid/NorvGridCtrl.h"
+#include "grid/GridCtrl.h"
 #include "support/Gui.h"
 
 #include <functional>

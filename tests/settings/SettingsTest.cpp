@@ -2,10 +2,7 @@
 
 #include "base/Log.h"
 #include "base/Registry.h"
-#include "settings/ApplicationProfile.h"
-#include "settings/ConfigLogger.h"
 #include "settings/ConfigWriter.h"
-#include "settings/LogSettings.h"
 #include "settings/ValidateSetting.h"
 #include "support/FakeClock.h"
 #include "support/TempFolder.h"

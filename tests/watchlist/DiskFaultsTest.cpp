@@ -1,6 +1,6 @@
 // Saves and recoveries on a disk that fails at any call, and whose process or power may end there.
 
-#include "base/ContentHash.h"
+#include "base/Hash.h"
 #include "support/SimulatedDisk.h"
 #include "watchlist/file/FileSaver.h"
 #include "watchlist/file/RecoveryFile.h"

@@ -1,6 +1,6 @@
 // Saves that are interrupted: by kill -9 at any instant, and by a disk that is full.
 
-#include "base/SaveFile.h"
+#include "base/AtomicFile.h"
 #include "support/ChildProcess.h"
 #include "watchlist/FileFixture.h"
 #include "watchlist/file/RecoveryFile.h"

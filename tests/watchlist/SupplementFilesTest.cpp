@@ -1,6 +1,6 @@
 // What older versions of the program kept beside a file comes back once, and is in the file from the next save on.
 
-#include "base/ContentHash.h"
+#include "base/Hash.h"
 #include "watchlist/FileFixture.h"
 #include "watchlist/file/RecoveryFile.h"
 #include "watchlist/file/StateFiles.h"

@@ -1,5 +1,5 @@
 #include "watchlist/document/SymbolMap.h"
-#include "data/record/SymbolHash.h"
+#include "data/record/SymbolKey.h"
 #include "watchlist/document/SymbolUpdateMap.h"
 
 #include <gmock/gmock.h>

@@ -1,8 +1,7 @@
 #include "alerts/rules/AlertNotice.h"
 
-#include "alerts/rules/AlertCondition.h"
-#include "alerts/rules/AlertField.h"
-#include "alerts/rules/FixedText.h"
+#include "alerts/rules/AlertInfo.h"
+#include "alerts/rules/AlertTexts.h"
 #include "base/Number.h"
 #include "base/Text.h"
 

@@ -1,8 +1,7 @@
 #include "alerts/rules/AlertTexts.h"
 
-#include "alerts/rules/AlertCondition.h"
-#include "alerts/rules/AlertField.h"
-#include "alerts/rules/FixedText.h"
+#include "alerts/rules/AlertInfo.h"
+#include "data/record/NumberText.h"
 
 #include <fmt/format.h>
 
@@ -10,6 +9,11 @@
 #include <array>
 
 namespace vx {
+
+void AppendFixed(std::string& out, double value, int places) {
+    std::array<char, 1 + 309 + 1 + 15> text; // Sign, digits of the greatest double, point, places.
+    out.append(text.data(), WriteFixed(value, places, false, text));
+}
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "alerts/rules/AlertInfo.h"
 #include "alerts/rules/AlertNotice.h"
 #include "data/record/ChangeQueue.h"
-#include "data/store/SymbolKeyed.h"
+#include "data/record/SymbolKey.h"
 
 #include <array>
 #include <cstddef>

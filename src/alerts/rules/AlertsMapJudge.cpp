@@ -1,5 +1,4 @@
-#include "alerts/rules/AlertCondition.h"
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "alerts/rules/AlertsMap.h"
 #include "base/Number.h"
 #include "base/Text.h"

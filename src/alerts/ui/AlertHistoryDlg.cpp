@@ -2,9 +2,9 @@
 
 #include "alerts/rules/AlertTexts.h"
 #include "alerts/ui/AlertHistoryModel.h"
-#include "base/ErrorText.h"
+#include "base/AtomicFile.h"
+#include "base/FileSystem.h"
 #include "base/MessageBox.h"
-#include "base/SaveFile.h"
 #include "base/Windows1252.h"
 #include "base/qt/QtText.h"
 

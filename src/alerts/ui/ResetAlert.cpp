@@ -1,7 +1,6 @@
 #include "alerts/ui/ResetAlert.h"
 
 #include "alerts/rules/AlertTexts.h"
-#include "alerts/rules/FixedText.h"
 #include "alerts/rules/ResetAlertRules.h"
 #include "alerts/ui/SpinEdit.h"
 #include "base/MessageBox.h"

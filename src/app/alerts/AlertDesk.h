@@ -3,7 +3,7 @@
 #include "alerts/rules/AlertHistory.h"
 #include "alerts/rules/AlertNotice.h"
 #include "alerts/ui/AlertDialogServices.h"
-#include "alerts/ui/EffectSoundPlayer.h"
+#include "alerts/ui/AlertSoundPlayer.h"
 
 #include <QObject>
 

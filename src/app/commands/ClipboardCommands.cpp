@@ -1,7 +1,7 @@
 #include "app/commands/ClipboardCommands.h"
 
 #include "app/commands/BoardContext.h"
-#include "app/frame/WorkProgress.h"
+#include "app/frame/Dialogs.h"
 #include "base/MessageBox.h"
 #include "base/qt/QtText.h"
 #include "watchlist/document/WatchlistDoc.h"

@@ -3,7 +3,6 @@
 #include "app/commands/BoardContext.h"
 #include "app/commands/ColumnCommands.h"
 #include "app/commands/RowCommands.h"
-#include "app/frame/ShownText.h"
 #include "app/frame/StatusPanes.h"
 #include "base/qt/QtText.h"
 #include "settings/Settings.h"

@@ -4,7 +4,7 @@
 #include "app/files/FileDesk.h"
 #include "app/frame/ProgramName.h"
 #include "base/MessageBox.h"
-#include "base/Utf8Text.h"
+#include "base/Windows1252.h"
 
 #include <QAction>
 #include <QDateTime>

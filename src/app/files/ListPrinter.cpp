@@ -1,6 +1,6 @@
 #include "app/files/ListPrinter.h"
 
-#include "base/TickTrend.h"
+#include "base/Windows1252.h"
 #include "base/qt/QtText.h"
 #include "grid/GridCtrl.h"
 

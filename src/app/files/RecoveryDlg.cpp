@@ -2,7 +2,7 @@
 
 #include "app/frame/ProgramName.h"
 #include "base/MessageBox.h"
-#include "base/Utf8Text.h"
+#include "base/Windows1252.h"
 #include "watchlist/file/StateFiles.h"
 #include "watchlist/fileformat/WatchlistReader.h"
 

@@ -3,9 +3,13 @@
 #include "app/frame/NorvCommandLineInfo.h"
 #include "watchlist/document/WatchlistFrame.h"
 
+#include <QObject>
 #include <QPoint>
+#include <QTimer>
 
 #include <vector>
+
+class QWidget;
 
 namespace vx {
 
@@ -42,5 +46,57 @@ SPlacement BroughtInside(SPlacement placement, const std::vector<SScreenArea>& s
 /// the screen's edge again where that leaves the screen, and smaller where the screen has no more room. A maximised
 /// one stays.
 SPlacement Cascaded(SPlacement placement, const std::vector<QPoint>& corners, const std::vector<SScreenArea>& screens);
+
+/// Keeps the place of a top-level window: brings the window to where it belongs, whatever the window manager makes of
+/// the first try, and knows where it stands when it is neither maximised nor minimised.
+///
+/// A place is left and top of the frame, width and height of what is in it. A window that was put somewhere, or whose
+/// screens changed, has all its edges on the screen, the frame counted, which is known only once the window manager has
+/// drawn it. Where the user moves the window it stays.
+///
+/// Owns    nothing: the window, its parent, outlives it
+/// Thread  GUI thread only
+class CFramePlacer : public QObject {
+    Q_OBJECT
+public:
+    /// How often, and how many times, the window is looked at after it was put somewhere.
+    static constexpr int kLookMs = 40;
+    static constexpr int kLooks = 25;
+
+    explicit CFramePlacer(QWidget& window);
+
+    /// Moves the window, and maximises or restores it; without a width and height it moves nothing and restores
+    /// nothing. A window that is not shown is only moved; a minimised one stays minimised.
+    void Put(const SPlacement& placement);
+    /// Where the window stands when it is normal, and how it is shown.
+    SPlacement Placement() const;
+    /// Whether it stands where it was put last, as far as the screen allowed that.
+    bool IsWherePut() const;
+    void SetAlwaysOnTop(bool onTop);
+    bool IsAlwaysOnTop() const;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool IsNormal() const;
+    SPlacement Current() const;
+    SPlacement Fitted() const;
+    void MoveTo(const SPlacement& place);
+    void Settle();
+    void Look();
+    void Note();
+    void OnStateChange(Qt::WindowStates before);
+    void WatchScreens();
+    void OnScreens();
+
+    QWidget& m_window;
+    SPlacement m_normal; ///< Where the window stands, or belongs, when it is normal.
+    SPlacement m_put;    ///< Where it came to stand when it was put somewhere last.
+    bool m_due = false;  ///< It belongs there, and has not been there yet.
+    int m_looks = 0;     ///< Left to be taken.
+    QTimer m_look{this};
+    QTimer m_note{this};
+};
 
 } // namespace vx

@@ -1,7 +1,7 @@
 #include "app/shell/AboutDlg.h"
 
 #include "app/frame/ProgramName.h"
-#include "app/shell/NorvMainFrame.h"
+#include "app/shell/MainFrame.h"
 #include "base/qt/QtText.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "feed/session/FeedEnd.h"
+#include "feed/session/FeedSession.h"
 
 #include <cstdint>
 #include <optional>

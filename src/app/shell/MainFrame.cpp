@@ -1,7 +1,7 @@
 #include "app/shell/MainFrame.h"
 
 #include "app/alerts/AlertDesk.h"
-#include "app/alerts/Presence.h"
+#include "app/alerts/MissedAlerts.h"
 #include "app/commands/BoardContext.h"
 #include "app/commands/BoardDesk.h"
 #include "app/commands/Commands.h"
@@ -14,11 +14,9 @@
 #include "app/files/RecoveryDesk.h"
 #include "app/files/TransferDesk.h"
 #include "app/frame/FramePlacement.h"
-#include "app/frame/FramePlacer.h"
 #include "app/frame/ProgramName.h"
 #include "app/frame/StatusPanes.h"
 #include "app/shell/AboutDlg.h"
-#include "app/shell/ProcessAge.h"
 #include "app/shell/RestartDesk.h"
 #include "app/windows/HelpDesk.h"
 #include "app/windows/MarketDesk.h"
@@ -26,12 +24,13 @@
 #include "app/workspace/WindowDesk.h"
 #include "base/Clock.h"
 #include "base/Log.h"
-#include "base/MessageNames.h"
 #include "base/Registry.h"
 #include "base/Text.h"
 #include "base/qt/QtText.h"
-#include "settings/ConfigLogger.h"
+#include "data/catalogue/UpdateFields.h"
+#include "data/record/SymbolKey.h"
 #include "settings/Settings.h"
+#include "settings/ValidateSetting.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/view/RegisteredMessage.h"
 #include "watchlist/view/WatchlistGrid.h"
@@ -46,9 +45,37 @@
 
 #include <fmt/format.h>
 
+#include <string>
 #include <utility>
 
 namespace vx {
+
+CNorvMainFrame::CNorvMainFrame(QWidget* parent) : QMainWindow(parent), m_frameTitle(QStringLiteral("Zantrel")) {
+    ShowTitle();
+}
+
+void CNorvMainFrame::StartFeed() {
+    LaunchFeedClient();
+    OpenAdminPort();
+}
+
+void CNorvMainFrame::SetFrameTitle(const QString& title) {
+    m_frameTitle = title;
+    ShowTitle();
+}
+
+void CNorvMainFrame::SetTitleDocument(const QString& title) {
+    m_documentTitle = title;
+    ShowTitle();
+}
+
+// The platform puts its mark of a modified document in the place of "[*]"; a name that holds these characters itself
+// has them doubled.
+void CNorvMainFrame::ShowTitle() {
+    const QString mark = QStringLiteral("[*]");
+    QString title = m_documentTitle.isEmpty() ? m_frameTitle : m_frameTitle + QStringLiteral(" - ") + m_documentTitle;
+    setWindowTitle(title.replace(mark, mark + mark) + mark);
+}
 
 namespace {
 
@@ -263,5 +290,85 @@ void CMainFrame::ShowAbout() {
     CAboutDlg dialog(*this, this);
     dialog.exec();
 }
+
+// What the main frame does with the lines of the feed, and what the document asks of the feed.
+
+void CMainFrame::OnFeedConnected() { OpenDataPorts(UpdateFieldList()); }
+
+void CMainFrame::OnUpdateMessage(std::string_view line) {
+    m_health.NoteData();
+    m_store.OnUpdate(line);
+}
+
+void CMainFrame::OnSummaryMessage(std::string_view line) {
+    m_health.NoteData();
+    m_store.OnSummary(line);
+}
+
+void CMainFrame::OnFundamentalMessage(std::string_view line) {
+    m_health.NoteLine();
+    m_store.OnFundamental(line);
+}
+
+void CMainFrame::OnRegionalMessage(std::string_view line) {
+    m_health.NoteData();
+    m_store.OnRegional(line);
+}
+
+void CMainFrame::OnSystemMessage(std::string_view line) {
+    m_health.NoteLine();
+    m_health.SetStatusWord(Stats().status);
+    ShowSymbolLimit();
+    if (!HandleReadyLine(line)) return;
+    m_doc->SetFeedReady();
+    m_store.SendPendingWatches();
+    // In a list with a file they stand where others did: the user is asked before these go.
+    m_doc->PlaceCommandLineSymbols(m_commandLine.Symbols(), !m_files->File().Path().empty());
+}
+
+// A refusal may cross the end of the watch; one of a symbol that was never watched here waits like any other.
+void CMainFrame::OnSymbolRefused(std::string_view symbol) {
+    if (m_unwatched.Has(symbol) && !IsWanted(symbol)) LimitedSymbols().Forget(symbol);
+    m_doc->RowNoticesChanged(symbol);
+}
+
+void CMainFrame::ShowSymbolLimit() {
+    std::string text = fmt::format("waiting for room: limit of {} reached", Stats().symbolLimit);
+    if (text == m_waitingText) return;
+    m_waitingText = std::move(text);
+    m_view->Grid().UpdateAll();
+}
+
+std::string_view CMainFrame::SymbolNotice(std::string_view feedSymbol) const {
+    if (!m_health.CanHear()) return "not watched: no connection to the feed client";
+    return LimitedSymbols().Has(feedSymbol) ? std::string_view(m_waitingText) : std::string_view{};
+}
+
+void CMainFrame::OnTimeMessage(std::string_view line) {
+    m_health.NoteLine();
+    m_clock.OnTimeMessage(line);
+}
+
+void CMainFrame::OnSymbolNotFound(std::string_view line) {
+    m_health.NoteLine();
+    constexpr size_t kSymbolStart = 2;
+    if (line.size() <= kSymbolStart) return;
+    LimitedSymbols().Forget(line.substr(kSymbolStart));
+    m_doc->SymbolNotFound(line.substr(kSymbolStart));
+}
+
+void CMainFrame::OnNewsMessage(std::string_view line) {
+    m_health.NoteLine();
+    m_doc->OnNewsLine(line);
+}
+
+void CMainFrame::OnUnwatched(std::string_view symbol) {
+    const std::string_view feedSymbol = FeedSymbol(symbol);
+    m_unwatched.Note(feedSymbol);
+    // A symbol is still wanted for its own row, or for that of one of its regions.
+    if (!IsWanted(feedSymbol)) LimitedSymbols().Forget(feedSymbol);
+}
+
+void CMainFrame::SendNewsRequest(std::string_view request) { SendToFeed(kLookupSlot, request); }
 
 } // namespace vx

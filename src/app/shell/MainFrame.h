@@ -2,14 +2,15 @@
 
 #include "app/frame/NorvCommandLineInfo.h"
 #include "app/shell/FeedHealth.h"
-#include "app/shell/NorvMainFrame.h"
 #include "data/store/L1DataStore.h"
 #include "data/store/MarketClock.h"
 #include "feed/lookup/LookupTables.h"
-#include "feed/session/RecentSymbols.h"
-#include "news/NewsRequest.h"
+#include "feed/session/FeedSession.h"
+#include "feed/session/SymbolQueue.h"
+#include "news/NewsMap.h"
 #include "watchlist/document/WatchlistFrame.h"
 
+#include <QMainWindow>
 #include <QTimer>
 
 #include <memory>
@@ -36,6 +37,29 @@ class CWatchlistDoc;
 class CWatchlistView;
 class CWindowDesk;
 struct SBoardContext;
+
+/// A main window that holds a session with the feed client and a title made of the program's and the document's.
+///
+/// Thread  GUI thread only
+class CNorvMainFrame : public QMainWindow, public CFeedSession {
+    Q_OBJECT
+public:
+    explicit CNorvMainFrame(QWidget* parent = nullptr);
+
+    /// Starts the feed client and opens its admin port. Once a run; best after the first paint.
+    void StartFeed();
+
+    /// The program's part of the window title; "Zantrel" until a derived frame says otherwise.
+    void SetFrameTitle(const QString& title);
+    /// The document's part, behind " - "; an empty one leaves the frame's title alone.
+    void SetTitleDocument(const QString& title);
+
+private:
+    void ShowTitle();
+
+    QString m_frameTitle;
+    QString m_documentTitle;
+};
 
 /// The watchlist program's main window: owns the level-1 store, the document and its view, and hands every line of the
 /// feed to whom it concerns.

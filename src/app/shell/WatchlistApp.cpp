@@ -2,30 +2,42 @@
 
 #include "app/files/FileDesk.h"
 #include "app/files/RecoveryDesk.h"
+#include "app/frame/Dialogs.h"
 #include "app/frame/ProgramName.h"
 #include "app/shell/MainFrame.h"
-#include "app/shell/QtMessageBox.h"
 #include "app/shell/RestartDesk.h"
 #include "app/shell/Screenshot.h"
 #include "app/shell/SessionEnd.h"
 #include "base/Log.h"
 #include "base/MessageBox.h"
-#include "base/Utf8Text.h"
+#include "base/Registry.h"
+#include "base/Windows1252.h"
 #include "base/qt/QtText.h"
-#include "settings/LogSettings.h"
+#include "settings/Settings.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/fileformat/WatchlistReader.h"
 
 #include <QFile>
 #include <QIcon>
 #include <QTimer>
+
 #include <fmt/format.h>
 
+#include <clocale>
 #include <cstdio>
 #include <utility>
 #include <vector>
 
 namespace vx {
+
+CNorvWinAppEx::CNorvWinAppEx(int& argc, char** argv, CRegistry& registry)
+    : QApplication(argc, argv), m_registry(registry), m_profile(registry, kApplicationProfileKey) {
+    // The application object takes the user's locale; a comma for a decimal point would reach files and the wire.
+    std::setlocale(LC_NUMERIC, "C");
+    std::setlocale(LC_TIME, "C");
+}
+
+int CNorvWinAppEx::Run() { return exec(); }
 
 namespace {
 

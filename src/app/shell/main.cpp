@@ -3,9 +3,9 @@
 #include "app/shell/WatchlistApp.h"
 #include "app/workspace/RunningWindows.h"
 #include "app/workspace/Workspace.h"
+#include "base/FileSystem.h"
 #include "base/Log.h"
 #include "base/Registry.h"
-#include "base/UserFolders.h"
 #include "base/qt/QtText.h"
 
 #include <algorithm>

@@ -1,7 +1,9 @@
 #include "app/workspace/RunningWindows.h"
 
-#include "app/workspace/WindowSlot.h"
 #include "app/workspace/Workspace.h"
+#include "base/FileSystem.h"
+#include "base/Log.h"
+#include "base/Windows1252.h"
 #include "feed/session/ProgramStart.h"
 
 #include <QFile>
@@ -9,10 +11,107 @@
 
 #include <fmt/format.h>
 
+#include <cerrno>
 #include <filesystem>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace vx {
+
+namespace {
+
+constexpr int kLongestRequest = 64;
+
+// A folder that somebody else could write to would let him answer for us.
+int PrepareFolder(const std::string& folder) {
+    if (mkdir(folder.c_str(), S_IRWXU) != 0 && errno != EEXIST) return errno;
+    struct stat status {};
+    if (lstat(folder.c_str(), &status) != 0) return errno;
+    if (!S_ISDIR(status.st_mode)) return ENOTDIR;
+    if (status.st_uid != geteuid()) return EPERM;
+    if ((status.st_mode & (S_IRWXG | S_IRWXO)) != 0 && chmod(folder.c_str(), S_IRWXU) != 0) return errno;
+    return 0;
+}
+
+void Reply(QLocalSocket& socket, const std::string& answer) {
+    socket.write(answer.data(), static_cast<qint64>(answer.size()));
+    socket.disconnectFromServer(); // Once the answer is out.
+}
+
+} // namespace
+
+std::string CWindowSlot::LockName(const std::string& folder, int number) {
+    return fmt::format("{}/watchlist-{}.lock", folder, number);
+}
+
+std::string CWindowSlot::SocketName(const std::string& folder, int number) {
+    return fmt::format("{}/watchlist-{}.socket", folder, number);
+}
+
+CWindowSlot::CWindowSlot(std::string folder, std::function<std::string()> tell, QObject* parent)
+    : QObject(parent), m_folder(std::move(folder)), m_tell(std::move(tell)) {
+    int error = PrepareFolder(m_folder);
+    for (int number = 1; error == 0 && m_number == 0 && number <= kMostWindows; ++number) {
+        auto lock = std::make_unique<CFileLock>(LockName(m_folder, number), 0);
+        if (!lock->IsHeld()) continue;
+        m_lock = std::move(lock);
+        m_number = number;
+    }
+    connect(&m_server, &QLocalServer::newConnection, this, &CWindowSlot::OnConnection);
+    m_server.setSocketOptions(QLocalServer::UserAccessOption);
+    const QString name = QFile::decodeName(SocketName(m_folder, m_number).c_str());
+    if (m_number != 0) {
+        QLocalServer::removeServer(name); // Of a window that was killed; its number is ours now.
+        if (m_server.listen(name)) return;
+    }
+    LogInformation(fmt::format("Other programs cannot reach this window: no socket in \"{}\", {}.",
+                               Windows1252FromUtf8(m_folder),
+                               error != 0 ? ErrorText(error) : m_server.errorString().toStdString()));
+}
+
+bool CWindowSlot::Runs(int number) const {
+    return number == m_number || CFileLock(LockName(m_folder, number), 0).Error() == EWOULDBLOCK;
+}
+
+void CWindowSlot::AskOthers() const {
+    for (int number = 1; number <= kMostWindows; ++number) {
+        QLocalSocket socket;
+        if (number != m_number) AskWindow(socket, m_folder, number, kSaveRequest);
+    }
+}
+
+void CWindowSlot::OnConnection() {
+    while (QLocalSocket* socket = m_server.nextPendingConnection()) {
+        connect(socket, &QLocalSocket::readyRead, this, [this, socket] { OnRequest(*socket); });
+        connect(socket, &QLocalSocket::disconnected, this, [this, socket] {
+            std::erase(m_waiting, socket);
+            socket->deleteLater();
+        });
+        OnRequest(*socket); // What came with the connection is announced by no signal.
+    }
+}
+
+void CWindowSlot::OnRequest(QLocalSocket& socket) {
+    if (!socket.canReadLine() && socket.bytesAvailable() < kLongestRequest) return;
+    const QByteArray request = socket.readLine(kLongestRequest);
+    if (request == kSaveRequest) {
+        m_waiting.push_back(&socket);
+        Q_EMIT SaveAsked();
+    } else if (request == kTellRequest) {
+        Reply(socket, m_tell());
+    } else if (request == kShowRequest) {
+        Q_EMIT ShowAsked();
+        Reply(socket, "shown\n");
+    } else {
+        socket.abort();
+    }
+}
+
+void CWindowSlot::Answer(bool saved) {
+    const std::vector<QLocalSocket*> waiting = std::move(m_waiting);
+    m_waiting.clear();
+    for (QLocalSocket* socket : waiting) Reply(*socket, saved ? "saved\n" : "failed\n");
+}
 
 namespace {
 

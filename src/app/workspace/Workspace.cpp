@@ -3,8 +3,7 @@
 #include "app/workspace/RunningWindows.h"
 #include "base/Number.h"
 #include "base/Registry.h"
-#include "base/RegistryPaths.h"
-#include "base/Utf8Text.h"
+#include "base/Windows1252.h"
 
 #include <fmt/format.h>
 

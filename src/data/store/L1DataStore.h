@@ -2,9 +2,7 @@
 
 #include "data/merge/MergeKernel.h"
 #include "data/record/ChangeQueue.h"
-#include "data/record/CodeNames.h"
 #include "data/record/L1SymbolRec.h"
-#include "data/store/CommandPort.h"
 #include "data/store/SymbolTable.h"
 
 #include <array>
@@ -16,6 +14,24 @@
 #include <vector>
 
 namespace vx {
+
+/// The connection on which the level-1 store sends its watch commands.
+///
+/// Thread  GUI thread only
+class CL1CommandPort {
+public:
+    virtual ~CL1CommandPort() = default;
+
+    /// Sends one command as it stands, line end included, and returns without waiting.
+    ///
+    /// Returns the bytes that went out, fewer than the command's length when the connection took only a part of it, or
+    ///         -1 when nothing could be sent
+    virtual int Send(std::string_view command) = 0;
+
+    /// False while the connection is known to be closed or not yet there: the store then does not try to send its
+    /// watches again.
+    virtual bool IsOpen() const = 0;
+};
 
 /// Keeps the latest level-1 values of every watched symbol: asks the feed for symbols, merges data lines into their
 /// records and tells the listening windows what changed. There is one for the whole program.

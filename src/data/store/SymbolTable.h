@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/SeededHash.h"
+#include "base/Hash.h"
 #include "data/record/L1SymbolRec.h"
 
 #include <cstdint>

@@ -3,7 +3,7 @@
 #include "base/Clock.h"
 #include "base/Text.h"
 #include "feed/socket/FeedLog.h"
-#include "feed/socket/FeedSlots.h"
+#include "feed/socket/Ports.h"
 
 #include <fmt/format.h>
 

@@ -4,11 +4,44 @@
 #include "feed/session/ProgramStart.h"
 #include "feed/socket/ClientAppSocket.h"
 #include "feed/socket/FeedLog.h"
-#include "feed/socket/Product.h"
+
+#include <QMetaObject>
+#include <QPointer>
 
 #include <fmt/format.h>
 
+#include <utility>
+
 namespace vx {
+
+int CLevel1Port::Send(std::string_view command) {
+    if (!m_socket) return -1;
+    m_socket->CountMessageSent();
+    return m_socket->SendText(command);
+}
+
+bool CLevel1Port::IsOpen() const { return m_socket && m_socket->IsConnected(); }
+
+void CMessageBoxQueue::Post(SMessageBox box) {
+    m_waiting.push_back(std::move(box));
+    if (!m_busy) Schedule();
+}
+
+void CMessageBoxQueue::Schedule() {
+    m_busy = true;
+    QMetaObject::invokeMethod(
+        &m_context, [this] { ShowNext(); }, Qt::QueuedConnection);
+}
+
+void CMessageBoxQueue::ShowNext() {
+    const SMessageBox box = std::move(m_waiting.front());
+    m_waiting.pop_front();
+    const QPointer<QObject> alive(&m_context);
+    ShowMessageBox(box);
+    if (!alive) return;
+    m_busy = false;
+    if (!m_waiting.empty()) Schedule();
+}
 
 namespace {
 

@@ -1,16 +1,17 @@
 #pragma once
 
+#include "base/MessageBox.h"
+#include "data/store/L1DataStore.h"
 #include "feed/lookup/LookupReplies.h"
-#include "feed/session/FeedEnd.h"
 #include "feed/session/FeedStats.h"
-#include "feed/session/Level1Port.h"
 #include "feed/session/SymbolLimitQueue.h"
 #include "feed/socket/FeedOwner.h"
-#include "feed/socket/FeedSlots.h"
-#include "feed/socket/MessageBoxQueue.h"
 #include "feed/socket/Ports.h"
 
+#include <QObject>
+
 #include <array>
+#include <deque>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -18,6 +19,50 @@
 namespace vx {
 
 class CZantrelClientAppSocket;
+
+/// How the session with the feed client has come to its end; nothing is connected again during a run.
+enum class EFeedEnd {
+    None,
+    Status,     ///< The status port is silent for good, quotes still come.
+    Quotes,     ///< No quote will come any more.
+    Unreachable ///< One of the two connections never came about.
+};
+
+/// The level-1 connection as the store of market data sees it: nothing until the feed client is ready for watches.
+///
+/// Owns    nothing; the socket must outlive it or be taken away with SetSocket(nullptr)
+/// Thread  GUI thread only
+class CLevel1Port final : public CL1CommandPort {
+public:
+    void SetSocket(CZantrelClientAppSocket* socket) { m_socket = socket; }
+
+    /// Sends one command and counts it as a message sent, whatever became of it.
+    int Send(std::string_view command) override;
+    bool IsOpen() const override;
+
+private:
+    CZantrelClientAppSocket* m_socket = nullptr;
+};
+
+/// Shows message boxes from the event loop, one at a time, in the order they were posted.
+///
+/// A box opened inside a socket notification would keep that socket silent until the user answers; a posted one lets
+/// the feed run on behind it.
+///
+/// Owns    the boxes that wait; they go unseen with the queue
+/// Thread  GUI thread only
+class CMessageBoxQueue {
+public:
+    void Post(SMessageBox box);
+
+private:
+    void Schedule();
+    void ShowNext();
+
+    std::deque<SMessageBox> m_waiting;
+    bool m_busy = false; ///< A box is open or its turn is posted.
+    QObject m_context;   ///< Turns that are still posted go with it.
+};
 
 /// The session with the feed client: its sockets, what it says about itself, and the symbols that it refused for now.
 ///

@@ -8,6 +8,12 @@
 
 namespace vx {
 
+// The product and version that the feed client is started with. They are part of the protocol: the version stays as it
+// is when a release gets another number, which is the project's in CMakeLists.txt.
+
+inline constexpr const char* kProductId = "ZANTREL_WATCHLIST";
+inline constexpr const char* kLaunchVersion = "1.8.3.0";
+
 /// The error number of a start, in the two forms that the error texts show; 0 and 0 when the program runs.
 ///
 /// Source  the system error numbers of program starts: 2 not found, 5 access denied

@@ -1,7 +1,7 @@
 #include "feed/session/SymbolLimitQueue.h"
 
 #include "feed/socket/FeedLog.h"
-#include "feed/socket/FeedSlots.h"
+#include "feed/socket/Ports.h"
 
 #include <fmt/format.h>
 

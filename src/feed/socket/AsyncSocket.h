@@ -17,7 +17,7 @@ namespace vx {
 /// that timers and windows get theirs. Nothing is notified again after a receive that found the end,
 /// failed, or had no room for a single byte, and none while OnReceive still runs (a dialog opened by a handler).
 ///
-/// Errors  operations return -1 or false and leave the number in GetLastError (SocketError.h)
+/// Errors  operations return -1 or false and leave the number in GetLastError (NativeSocket.h)
 /// Owns    the native socket and its notifiers
 /// Thread  the thread that made it, which must run an event loop; a handler may delete the socket it was called by
 class CAsyncSocket {

@@ -1,6 +1,6 @@
 #include "feed/socket/FeedLog.h"
 
-#include "feed/socket/FeedSlots.h"
+#include "feed/socket/Ports.h"
 
 #include <fmt/format.h>
 

@@ -2,6 +2,7 @@
 
 #include "base/MessageBox.h"
 
+#include <array>
 #include <string_view>
 
 namespace vx {
@@ -50,5 +51,10 @@ public:
     /// Shows a message box from the event loop, after those that wait already; returns at once.
     virtual void PostMessageBox(SMessageBox box) = 0;
 };
+
+using LineHandler = void (CFeedOwner::*)(std::string_view line);
+
+/// Which handler of the owner takes a line, by the line's first byte.
+extern const std::array<LineHandler, 256> kLineHandlers;
 
 } // namespace vx

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "base/Registry.h"
-#include "base/RegistryPaths.h"
 
 #include <cstdint>
 #include <string_view>
 
 namespace vx {
+
+/// The places of the socket table, one per port of the feed client. Market depth and scans are never opened here.
+enum EFeedSlot { kLevel1Slot, kMarketDepthSlot, kLookupSlot, kAdminSlot, kScansSlot, kFeedSlotCount };
 
 /// One port of the feed client as the registry names it, and its value when the registry does not say.
 struct SPortSetting {

@@ -1,12 +1,35 @@
 #pragma once
 
+#include "base/DateTime.h"
 #include "feed/socket/AsyncSocket.h"
-#include "feed/socket/SocketStats.h"
 
+#include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace vx {
+
+/// A counter with the name it is shown by. It wraps at 32 bits and is never reset.
+struct SNamedCounter {
+    const char* name;
+    uint32_t value = 0;
+};
+
+/// What happened on one feed connection so far.
+struct SocketStats {
+    SDateTime connectTime; ///< Local time of the connect; invalid before it.
+    SDateTime
+        lastMessageTime; ///< Local time of the read that brought the last line; invalid before it and after Close.
+    SNamedCounter bytesSent{"BytesSent"};
+    /// Grows by twice the bytes read: the receive counts them and so does the line cutting. Users compare this figure
+    /// between versions of the program, so it stays.
+    SNamedCounter bytesReceived{"BytesReceived"};
+    SNamedCounter messagesSent{"MessagesSent"};
+    SNamedCounter messagesReceived{"MessagesReceived"};
+    const char* statusName = "Status";
+    std::string status = "Not Connected"; ///< Or "Connected".
+};
 
 /// A client socket that cuts what it receives into lines and keeps statistics.
 ///
@@ -23,7 +46,7 @@ public:
     const SocketStats& Stats() const { return m_stats; }
     /// Adds 1 to "MessagesSent": whoever sends a command counts it, Send does not.
     void CountMessageSent(uint32_t count = 1) { m_stats.messagesSent.value += count; }
-    /// The last error (SocketError.h), 0 after any success.
+    /// The last error (NativeSocket.h), 0 after any success.
     int LastError() const { return m_lastError; }
 
     /// A line without an end has filled the buffer: nothing more is received, and not even the peer's end is seen.

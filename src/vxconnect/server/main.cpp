@@ -1,7 +1,6 @@
 #include "base/Log.h"
 #include "base/Number.h"
 #include "base/Registry.h"
-#include "base/RegistryPaths.h"
 #include "vxconnect/common/Options.h"
 #include "vxconnect/data/DescriptorStream.h"
 #include "vxconnect/data/Feeder.h"

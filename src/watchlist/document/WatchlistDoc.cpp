@@ -2,10 +2,10 @@
 
 #include "base/Text.h"
 #include "data/record/L1SymbolRec.h"
-#include "data/record/SymbolHash.h"
+#include "data/record/SymbolKey.h"
 #include "data/store/L1DataStore.h"
-#include "news/NewsLine.h"
-#include "news/NewsRequest.h"
+#include "news/HeadlineLog.h"
+#include "news/NewsMap.h"
 #include "settings/Settings.h"
 #include "watchlist/document/WatchlistContent.h"
 #include "watchlist/document/WatchlistFolder.h"

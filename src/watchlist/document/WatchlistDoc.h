@@ -2,7 +2,7 @@
 
 #include "alerts/rules/AlertsMap.h"
 #include "data/record/ChangeQueue.h"
-#include "feed/lookup/NewsCountsReply.h"
+#include "feed/lookup/LookupReplies.h"
 #include "news/HeadlineLog.h"
 #include "news/NewsMap.h"
 #include "watchlist/document/CellFormatStore.h"

@@ -1,7 +1,6 @@
 #include "watchlist/exchange/ExportText.h"
 
 #include "base/AtomicFile.h"
-#include "base/SaveFile.h"
 #include "base/Windows1252.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/exchange/ShownCells.h"

@@ -1,6 +1,6 @@
 #include "watchlist/exchange/RowCellText.h"
 
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "data/store/L1DataStore.h"
 #include "watchlist/document/WatchlistDoc.h"
 

@@ -1,9 +1,8 @@
 #include "watchlist/file/FileGenerations.h"
 
 #include "base/AtomicFile.h"
-#include "base/ContentHash.h"
+#include "base/Hash.h"
 #include "base/Number.h"
-#include "base/SaveFile.h"
 #include "watchlist/file/StateFiles.h"
 #include "watchlist/file/SupplementFiles.h"
 

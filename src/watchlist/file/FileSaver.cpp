@@ -1,9 +1,9 @@
 #include "watchlist/file/FileSaver.h"
 
-#include "base/ContentHash.h"
-#include "base/ErrorText.h"
+#include "base/FileSystem.h"
+#include "base/Hash.h"
 #include "base/Log.h"
-#include "base/Utf8Text.h"
+#include "base/Windows1252.h"
 
 #include <fmt/format.h>
 

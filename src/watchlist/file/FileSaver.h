@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/SaveFile.h"
+#include "base/AtomicFile.h"
 #include "watchlist/document/UndoStack.h"
 #include "watchlist/document/WatchlistFrame.h"
 #include "watchlist/file/FileGenerations.h"

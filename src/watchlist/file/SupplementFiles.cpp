@@ -1,8 +1,8 @@
 #include "watchlist/file/SupplementFiles.h"
 
 #include "base/AtomicFile.h"
-#include "base/ContentHash.h"
-#include "base/Escape.h"
+#include "base/Hash.h"
+#include "base/Text.h"
 #include "watchlist/file/StateFiles.h"
 #include "watchlist/fileformat/WatchlistKeys.h"
 
