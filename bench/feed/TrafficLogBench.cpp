@@ -81,7 +81,7 @@ class CSocket : public CZantrelClientAppSocket {
 public:
     explicit CSocket(CFeedOwner& owner) : CZantrelClientAppSocket(0), m_owner(owner) {
         SetOwner(&owner);
-        SetLog(&FeedLogOf(kLevel1Slot));
+        SetLog(&FeedLogOf(kLevel1Socket));
     }
     void Take(std::string_view line) { OnMessage(line); }
 

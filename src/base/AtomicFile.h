@@ -48,7 +48,7 @@ struct SFileImage {
 /// names no regular file (it never waits for a pipe)
 int ReadWholeFile(const std::string& path, size_t maxBytes, SFileImage& image);
 
-/// Puts a file with new content in the place of the one at the path: written beside it as "<path>.new", brought to
+/// Replaces the file at the path by one with new content: written beside it as "<path>.new", brought to
 /// disk, then renamed. At every moment the path holds the old or the new content, whole. A link is followed, so that
 /// it still points to the file; the file's permissions stay, a new file is readable by its owner only.
 ///
@@ -65,7 +65,7 @@ bool Exists(const std::string& path);
 /// Makes a folder and those above it, for its owner only.
 int MakeFolders(const std::string& path);
 
-/// Puts a user's file with new content in the place of the one at the path, which may stand in any folder: written into
+/// Replaces a user's file at the path by one with new content, which may be in any folder: written into
 /// a file of its own name beside it, brought to disk, then renamed. At every moment, whenever the process is killed,
 /// the path holds the old or the new content, whole. Links are followed; permissions stay, and owner and group as far
 /// as the system allows; a new file gets those that the user's mask leaves. What a killed process left beside the file

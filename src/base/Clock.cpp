@@ -50,7 +50,7 @@ void CClock::SetInstance(CClock* clock) { g_clock = clock ? clock : &g_systemClo
 
 namespace {
 
-// Position of the start time among the fields behind the program's name, which may itself hold blanks and brackets.
+// Position of the start time among the fields after the program's name, which may itself hold blanks and brackets.
 constexpr size_t kStartTimeField = 20;
 
 } // namespace

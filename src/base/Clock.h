@@ -16,7 +16,7 @@ struct SLocalTime {
     int millisecond = 0;
 };
 
-/// Where the program takes the time from, and how it waits; tests put a clock of their own in its place.
+/// Where the program takes the time from, and how it waits; tests replace it by a clock of their own.
 ///
 /// Thread  any for the readers; SleepMs blocks the calling thread
 class CClock {

@@ -14,7 +14,7 @@ constexpr uint64_t ContentHash(std::string_view bytes) {
 }
 
 /// The hash for tables whose keys come from files or from the network. Its seed is another one in every run, so that
-/// nobody can prepare keys that meet in one place of a table and make looking up slow.
+/// nobody can prepare keys that collide in a table and make looking up slow.
 ///
 /// Shape   64 bits, all of them good; what is made of it, the order of a hash table for one, differs between runs
 /// Thread  any
@@ -39,7 +39,7 @@ public:
         const Product product = Product{a} * b;
         return static_cast<uint64_t>(product) ^ static_cast<uint64_t>(product >> 64);
     }
-    /// The first eight bytes as a number; zeros stand for missing ones.
+    /// The first eight bytes as a number; missing ones count as zero.
     static uint64_t Word(std::string_view bytes) {
         const size_t size = bytes.size();
         if (size >= sizeof(uint64_t)) return Part<uint64_t>(bytes.data());

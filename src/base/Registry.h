@@ -12,7 +12,7 @@
 
 namespace vx {
 
-// The keys that the program uses in the registry of the current user, each spelled in this one place.
+// The keys that the program uses in the registry of the current user, each spelled only here.
 
 /// How the program starts: the feed client's ports and the log folder.
 inline constexpr std::string_view kStartupKey = "Software\\Norv\\Zantrel\\Startup";

@@ -38,7 +38,7 @@ std::vector<std::string_view> SplitTerminated(std::string_view line, char separa
 /// bytes outside 0x20..0x7E.
 std::string EscapeBytes(std::string_view bytes);
 
-/// Takes EscapeBytes back; a byte that needs no escape stands for itself, bytes from 0x80 on included.
+/// Takes EscapeBytes back; a byte that needs no escape is taken as it is, also from 0x80 on.
 ///
 /// Errors  false when a backslash starts none of the escapes; out then holds what came before it
 bool UnescapeBytes(std::string_view text, std::string& out);

@@ -5,7 +5,7 @@
 
 namespace vx {
 
-// The program's texts are single bytes in Windows-1252. These two conversions stand at its borders: widgets and file
+// The program's texts are single bytes in Windows-1252. These two conversions are used at its borders: widgets and file
 // names. The five bytes that the code page leaves open (81 8D 8F 90 9D) map to the control characters of the same
 // number and back, so that every byte survives the round trip.
 

@@ -67,7 +67,7 @@ struct SCell {
     }
 };
 
-/// What stands in the cells of a grid control. The control asks for a cell when it paints it and keeps nothing.
+/// The content of a grid control. The control asks for a cell when it paints it and keeps nothing.
 ///
 /// Shape   rows 1..row count, columns 1..column count in display order; row 0 is the header row, column 0 the row
 ///         numbers; texts Windows-1252. Each cell arrives Reset(), so a source sets only what differs

@@ -10,7 +10,7 @@
 
 namespace vx {
 
-/// The rows on the screen, numbered from 0 as they stand there, for what keeps something of each of them.
+/// The rows on the screen, numbered from 0 from top to bottom, for classes that keep something for each of them.
 ///
 /// Shape   without hidden rows between the visible ones a number is a difference, else it is looked for among as many
 ///         rows as the screen shows
@@ -42,7 +42,7 @@ private:
 };
 
 /// Which of the cells on the screen are lit because they have just changed. A cell that changes again while it is lit,
-/// or soon after, is not lit anew: nothing on the screen flickers faster than three times a second.
+/// or soon after, is not lit again: nothing on the screen flickers faster than three times a second.
 ///
 /// Shape   all cells lit in one pass go out together; scrolling forgets them all
 /// Units   times in milliseconds of a clock that never goes back

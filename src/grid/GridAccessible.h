@@ -47,9 +47,9 @@ void InstallGridAccessibility();
 /// The row and the column of a cell as they are read to the user: "IBM Last".
 QString SpokenPlace(const CGridCtrl& grid, int row, int column);
 
-// What assistive technology has to be told. Each costs nothing while there is none.
+// Announcements to assistive technology. Each costs nothing while there is none.
 
-/// The focus stands on another cell, or has come to the grid.
+/// Another cell has the focus, or the grid got it.
 void AnnounceFocusCell(CGridCtrl& grid);
 /// Other cells are selected. Of a range the cell is named that it was stretched or shrunk to.
 void AnnounceSelection(CGridCtrl& grid, const SGridSelection& before, const SGridSelection& now);

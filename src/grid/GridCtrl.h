@@ -37,8 +37,8 @@ struct SPaintCounters {
 
 /// A grid of text cells over a source: header row and row-number column that stay, locked columns, a focus cell and a
 /// selected range, an editor in the cell, columns and rows that can be dragged. It holds no cell: what is painted is
-/// asked of the source, and painting costs what is seen, never what the source holds. It changes no content: what the
-/// user has done is told by signals, and the owner does it. Keys that it has no use for (Delete, copy, paste) are left
+/// asked of the source, and painting costs what is seen, never what the source holds. It changes no content: signals
+/// report what the user did, and the owner does it. Keys that it has no use for (Delete, copy, paste) are left
 /// to the window.
 ///
 /// Shape   row 0 is the header row, column 0 the row-number column; cells are rows 1..RowCount() and columns
@@ -110,12 +110,12 @@ public:
     std::string ShownText(int row, int column) const;
 
     /// Opens the editor in a cell that MayEdit(), which becomes the focus cell. It holds EditText(), selected, or the
-    /// initial text with the caret behind it. An edit of another cell is taken over first; one of the same cell goes
-    /// on, unless there is an initial text.
+    /// initial text with the caret after it. An edit of another cell is taken over first; one of the same cell
+    /// continues, unless there is an initial text.
     ///
     /// Returns false, and changes nothing, when the cell cannot be edited or is hidden
     bool BeginEdit(int row, int column, std::optional<std::string> initialText = {});
-    /// Closes the editor, if there is one; with commit its text is told by CellEdited().
+    /// Closes the editor, if there is one; with commit CellEdited() reports its text.
     void EndEdit(bool commit);
     bool IsEditing() const { return m_editing; }
     /// Whether the edit, or the last one, began with a text that the user typed over the cell's.
@@ -125,7 +125,7 @@ public:
 
     /// The owner says when a menu of the grid is open and when it is closed.
     void SetMenuUp(bool up) { m_menuUp = up; }
-    /// While the user has an editor, a drag or a menu in hand nothing should move under it.
+    /// While the user has an editor or a menu open, or drags something, nothing should move under the mouse.
     bool IsBusy() const { return m_editing || m_menuUp || m_drag != EDrag::None || m_marks.dropRow > 0; }
 
     /// Marks the column that the rows are sorted by with a triangle in its header, and no other; None takes it away.
@@ -159,7 +159,7 @@ public:
     virtual bool MayEdit(int /*row*/, int /*column*/) const { return false; }
     /// The text that the editor starts with, unless the user types a new one.
     virtual std::string EditText(int row, int column) const { return ShownText(row, column); }
-    /// What a row is called towards assistive technology: the text of its first column that is shown.
+    /// What a row is called for assistive technology: the text of its first column that is shown.
     virtual std::string RowName(int row) const { return ShownText(row, NextColumn(0, 1)); }
     /// Whether something dragged here from elsewhere can be dropped.
     virtual bool AcceptsDrop(const QMimeData& /*data*/) const { return false; }
@@ -312,7 +312,7 @@ private:
     bool m_editTypedOver = false;
 };
 
-/// A grid with this program's conventions: its board font and its name towards assistive technology.
+/// A grid with this program's conventions: its name for assistive technology and the looks kept in the settings.
 class CNorvGridCtrl : public CGridCtrl {
     Q_OBJECT
 

@@ -32,7 +32,7 @@ bool CGridGeometry::IsRowHidden(int row) const {
 }
 
 int CGridGeometry::RowAtPlace(int place) const {
-    // Before the hidden row of index i stand m_hidden[i] - 1 - i shown ones; the row wanted lies behind all those
+    // m_hidden[i] - 1 - i shown rows come before the hidden row of index i; the row wanted lies after all those
     // hidden ones that have fewer than its place before them.
     int behind = 0;
     for (int end = static_cast<int>(m_hidden.size()); behind < end;) {

@@ -6,7 +6,7 @@
 
 namespace vx {
 
-/// Where the cells of a grid stand in its viewport: the header row and the row-number column at the top and left edge,
+/// Where the cells of a grid are in its viewport: the header row and the row-number column at the top and left edge,
 /// then the locked columns, then the columns that scroll, of which one may be sticky.
 ///
 /// Shape   row 0 is the header row, column 0 the row-number column; rows are all of one height but hidden ones, which
@@ -32,7 +32,7 @@ public:
     int ShownRowCount() const { return m_shownRows; }
     /// Where a row stands among the shown ones, from 1; a hidden row has the place of the next shown one below it.
     int PlaceOfRow(int row) const { return m_hidden.empty() ? row : row - HiddenBefore(row); }
-    /// The shown row at a place; behind the last place RowCount() + 1 and further.
+    /// The shown row at a place; after the last one RowCount() + 1 and further.
     int RowAtPlace(int place) const;
     /// The row itself when it is shown, else the next shown one below it, RowCount() + 1 when there is none.
     int NextShownRow(int row) const { return RowAtPlace(PlaceOfRow(row)); }
@@ -56,10 +56,10 @@ public:
     int LockedColumns() const { return m_locked; }
     /// The locked columns that a narrow viewport has room for; the rest scroll until it is wider.
     int ShownLockedColumns() const { return m_shownLocked; }
-    /// A column that does not scroll out at the left: it stops at the edge of the fixed part, and the others go on
+    /// A column that does not scroll out at the left: it stops at the edge of the fixed part, and the others scroll on
     /// under it. 0 for none; a locked or hidden one has no effect, nor has one for which a narrow viewport has no room.
     void SetStickyColumn(int column);
-    /// The sticky column while it stands at that edge instead of in its place, else 0.
+    /// The sticky column while it is held at that edge, else 0.
     int StuckColumn() const { return m_stuck; }
     /// The one at the right edge of the fixed part, 0 when that is the row numbers.
     int LastFixedColumn() const { return m_stuck > 0 ? m_stuck : m_shownLocked; }
@@ -94,7 +94,7 @@ public:
 
     int ColumnAt(int x) const;
     int RowAt(int y) const;
-    /// The column (row) before which something would stand that is dropped at a place; count + 1 behind the last one.
+    /// The column (row) before which something dropped at a place would be inserted; count + 1 after the last one.
     int ColumnBoundaryAt(int x) const;
     int RowBoundaryAt(int y) const;
 

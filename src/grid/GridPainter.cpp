@@ -11,7 +11,7 @@ namespace vx {
 namespace {
 
 constexpr std::string_view kEllipsis = "...";
-constexpr double kSeenMark = 3.0;  // The contrast at which a mark can be told from the background.
+constexpr double kSeenMark = 3.0;  // The contrast at which a mark can be seen against the background.
 constexpr int kCellMark = 6;       // Its size in logical pixels.
 constexpr int kHiddenRowMark = 16; // its width without row numbers, in logical pixels
 
@@ -127,7 +127,7 @@ void CGridPainter::PaintRow(int row) {
     }
     if (geometry.ColumnWidth(0) > 0)
         PaintHeaderCell(row, 0);
-    else if (!header) // Without row numbers the mark of hidden rows stands at the edge of the cells.
+    else if (!header) // Without row numbers the mark of hidden rows is drawn at the edge of the cells.
         PaintHiddenRowMark(row, Device(QRect(0, geometry.RowTop(row), kHiddenRowMark, geometry.RowHeight())),
                            m_canvas.Place());
 }

@@ -19,7 +19,7 @@ enum class EGridLines : uint8_t { Both, None };
 /// How a grid looks, apart from its colours and fonts.
 struct SGridOptions {
     EGridLines lines = EGridLines::Both;
-    bool shading = true;  ///< Every second shown row stands on the theme's shade.
+    bool shading = true;  ///< Every second shown row has the theme's shade.
     bool ellipsis = true; ///< A text wider than its cell ends in "..." instead of at the cell's edge.
     bool flash = true;    ///< A changed cell's background lights up for a moment; off for reduced motion.
 
@@ -48,7 +48,7 @@ struct SGridScene {
 class CGridPainter {
 public:
     /// Paints the rectangles of a region. The painter's transformation may scale (high-DPI screens, pictures), equally
-    /// both ways; texts and lines then stand on whole device pixels.
+    /// both ways; texts and lines then start at whole device pixels.
     ///
     /// Returns the number of cells painted, header cells and spanning rows counted once each
     int Paint(QPainter& painter, const QRegion& region, const SGridScene& scene);

@@ -19,7 +19,7 @@ struct SNewsLine {
     std::string_view headline;
 };
 
-/// Cuts a news line at its first five commas; everything behind the fifth is the headline.
+/// Cuts a news line at its first five commas; everything after the fifth is the headline.
 ///
 /// Errors  nothing for a line with fewer commas
 inline std::optional<SNewsLine> ReadNewsLine(std::string_view line) {

@@ -65,7 +65,7 @@ public:
     static constexpr size_t kMostReplyBytes = 1024 * 1024;
     static constexpr int kMostReplyAttributes = 10'000;
 
-    /// Knows a symbol from now on. For one that is there already count and fresh flag begin anew, and the headline
+    /// Knows a symbol from now on. For one that is there already, count and fresh flag start over, and the headline
     /// stays. Regional quotes ("IBM--X") have no news.
     void AddSymbol(std::string_view symbol);
     void Clear() { m_news.clear(); }
@@ -80,7 +80,7 @@ public:
     void ApplyCountsReply(std::string_view xml);
 
     /// Takes a headline from a news line of the level-1 connection: the field of index 3 names the symbols, ":" between
-    /// them, and everything behind the fifth comma is the headline.
+    /// them, and everything after the fifth comma is the headline.
     ///
     /// Returns the symbols of this map that it is about, each followed by ",", for CAlertsMap::CheckNews
     std::string ApplyHeadline(std::string_view line);

@@ -63,7 +63,7 @@ TEST_F(AlertBurst, EveryValueOfABurstIsJudgedInItsOrderAndOfItsMoment) {
     Beat();
     ASSERT_EQ(posted.size(), 100u);
     for (int i = 0; i < 100; ++i) {
-        const SAlertNotice notice = ReadAlertNotice(posted[static_cast<size_t>(i)]);
+        const SAlertRecord notice = ReadAlertRecord(posted[static_cast<size_t>(i)]);
         EXPECT_EQ((std::vector<double>{notice.value, notice.last, notice.bid, notice.ask}),
                   (std::vector<double>{i * 1.0, i * 1.0, i - 1.0, i + 1.0}));
     }
@@ -121,7 +121,7 @@ TEST_F(AlertBurst, EveryKindOfNumberIsJudgedAsItsCellShowsIt) {
     Beat();
     ASSERT_EQ(posted.size(), 4u);
     for (const size_t i : {0, 1, 2, 3})
-        EXPECT_EQ(ReadAlertNotice(posted[i]).fieldName, AlertFieldName(alerts.Get("IBM")[i].fieldId))
+        EXPECT_EQ(ReadAlertRecord(posted[i]).fieldName, AlertFieldName(alerts.Get("IBM")[i].fieldId))
             << "in their order";
     std::string line = "F,IBM,";
     for (size_t slot = 1; slot < FundamentalSlot("Beta"); ++slot) line += ',';
@@ -138,7 +138,7 @@ TEST_F(AlertBurst, ARegionalQuoteHasAlertsOfItsOwn) {
     Update("IBM", {{"Bid", "12"}});
     Beat();
     ASSERT_EQ(posted.size(), 1u);
-    const SAlertNotice notice = ReadAlertNotice(posted[0]);
+    const SAlertRecord notice = ReadAlertRecord(posted[0]);
     EXPECT_EQ(notice.symbol, "IBM--X");
     EXPECT_EQ(notice.ask, 14);
     EXPECT_EQ(notice.last, 12.5);

@@ -36,8 +36,8 @@ A_INFO Alert(const char* field, uint32_t condition, double value, bool noZero = 
 
 class ResetAlert : public CAlertsUiFixture {
 protected:
-    static SAlertNotice Notice(double threshold, Texts others = {}) {
-        SAlertNotice out;
+    static SAlertRecord Notice(double threshold, Texts others = {}) {
+        SAlertRecord out;
         out.symbol = "IBM";
         out.fieldName = "Last";
         out.threshold = threshold;

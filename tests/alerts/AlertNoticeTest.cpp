@@ -32,7 +32,7 @@ TEST_F(AlertNotice, ReadingItKeepsItsTraits) {
                            {"0,1--2---,", {"1", "2"}},
                            {"12,9.000000-,", {}}, // Right only while the index has one digit.
                            {"", {}}}) {
-        const SAlertNotice read = ReadAlertNotice(head + c.tail);
+        const SAlertRecord read = ReadAlertRecord(head + c.tail);
         EXPECT_EQ(read.condition + read.symbol + read.fieldName + read.soundFile, "less thanIBMLasta.wav");
         EXPECT_EQ((std::vector<double>{read.value, read.last, read.bid, read.ask, read.threshold}),
                   (std::vector<double>{1.5, 2, 3, 4, 5}));
@@ -43,10 +43,10 @@ TEST_F(AlertNotice, ReadingItKeepsItsTraits) {
     // A comma in the symbol shifts what follows; a record that was cut is read as far as it goes.
     Add("A,B", "Last", "=", 1);
     alerts.EvaluateFieldAlert("A,B", 0, 1, 2, 3, 4);
-    const SAlertNotice shifted = ReadAlertNotice(posted.at(0));
+    const SAlertRecord shifted = ReadAlertRecord(posted.at(0));
     EXPECT_EQ(shifted.symbol, "A");
     EXPECT_EQ(shifted.last, 1);
     EXPECT_EQ(shifted.fieldName, "1.000000");
     for (size_t size = 0; size < head.size(); ++size)
-        EXPECT_EQ(ReadAlertNotice(head.substr(0, size)).threshold, size > 50 ? 5 : 0) << size;
+        EXPECT_EQ(ReadAlertRecord(head.substr(0, size)).threshold, size > 50 ? 5 : 0) << size;
 }

@@ -14,10 +14,10 @@
 namespace vx::test {
 
 /// An alert map that remembers what it posted and what it announced.
-class AlertsTest : public testing::Test, protected CAlertNotices, protected CAlertsObserver {
+class AlertsTest : public testing::Test, protected CFiredAlertReceiver, protected CAlertsObserver {
 protected:
     AlertsTest() {
-        alerts.SetNotices(this);
+        alerts.SetReceiver(this);
         alerts.SetObserver(this);
     }
 
@@ -43,11 +43,11 @@ protected:
         return alerts.Save();
     }
 
-    void PostNotice(std::string record, const A_INFO& alert) override {
+    void PostFired(std::string record, const A_INFO& alert) override {
         posted.push_back(std::move(record));
         firedAlerts.push_back(alert);
     }
-    void PostNewsNotice(SAlertNotice notice, const A_INFO& alert) override {
+    void PostFiredNews(SAlertRecord notice, const A_INFO& alert) override {
         news.push_back(std::move(notice));
         firedAlerts.push_back(alert);
     }
@@ -56,7 +56,7 @@ protected:
 
     CAlertsMap alerts;
     std::vector<std::string> posted;
-    std::vector<SAlertNotice> news;
+    std::vector<SAlertRecord> news;
     CAlertArray firedAlerts; ///< The alert of each, as it was before it fired.
     int firedOrArmed = 0;
     std::map<std::string, int> announced; ///< The last word about each symbol.

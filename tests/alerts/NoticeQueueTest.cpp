@@ -42,12 +42,12 @@ protected:
     };
 
     NoticeQueue() {
-        queue.SetEnded([this](const SFiredNotice& fired, EFiringEnd end) {
+        queue.SetEnded([this](const SFiredAlert& fired, EFiringEnd end) {
             ended.push_back(fired.id + ' ' + std::string(EndWord(end)));
         });
-        queue.SetTarget([this](const SFiredNotice&) { return target; });
+        queue.SetTarget([this](const SFiredAlert&) { return target; });
     }
-    static SAlertNotice Field(const char* symbol = "IBM") {
+    static SAlertRecord Field(const char* symbol = "IBM") {
         return {.condition = "greater than or equal to",
                 .symbol = symbol,
                 .value = 250.25,
@@ -60,18 +60,18 @@ protected:
                 .otherThresholds = {"300.000000"},
                 .headline = {}};
     }
-    static SAlertNotice News() {
-        SAlertNotice out;
+    static SAlertRecord News() {
+        SAlertRecord out;
         out.symbol = "IBM";
         out.fieldName = "News";
         out.index = 3;
         out.isNews = true;
         return out;
     }
-    void Fire(SAlertNotice notice, EAlertSound sound = EAlertSound::None, bool loop = false) {
+    void Fire(SAlertRecord notice, EAlertSound sound = EAlertSound::None, bool loop = false) {
         notice.soundType = static_cast<int32_t>(sound);
         notice.loopSound = loop ? 1 : 0;
-        queue.Add({.notice = std::move(notice),
+        queue.Add({.record = std::move(notice),
                    .alert = {},
                    .firedAt = {2024, 1, 31, 9, 5, 0, 0},
                    .id = std::to_string(++m_fired)});
@@ -126,7 +126,7 @@ TEST_F(NoticeQueue, ANoticeSaysWhatFiredAndResetsTheAlert) {
 }
 
 TEST_F(NoticeQueue, NewsAreReadAndArmedAgain) {
-    SAlertNotice story = News();
+    SAlertRecord story = News();
     story.headline = "<b>Big</b> news, " + std::string(500, 'x');
     Fire(story);
     CAlertsNotice* notice = Shown();
@@ -380,7 +380,7 @@ TEST_F(NoticeQueue, ASoundThatIsNotRepeatedIsHeardBeforeItsNoticeAndMuteEndsIt) 
 }
 
 TEST_F(NoticeQueue, WhatAFeedSendsIsTextAndIsCut) {
-    SAlertNotice hostile = Field();
+    SAlertRecord hostile = Field();
     hostile.symbol = "<b>%s\x01" + std::string(60'000, 'W');
     hostile.value = 1e308;
     Fire(hostile);

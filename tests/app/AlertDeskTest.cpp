@@ -10,7 +10,7 @@
 #include "alerts/ui/NoticeQueue.h"
 #include "alerts/ui/ResetAlert.h"
 #include "alerts/ui/SpinEdit.h"
-#include "app/alerts/AlertDesk.h"
+#include "app/alerts/AlertController.h"
 #include "app/alerts/MissedAlerts.h"
 #include "app/commands/Commands.h"
 #include "base/qt/QtText.h"
@@ -60,7 +60,7 @@ protected:
         feed.level1.Says("Q," + std::string(symbol) + std::string(UpdateSlot("Last"), ',') + price + ",\r\n");
     }
     static CAlertsNotice* Notice(CMainFrame& frame) {
-        CNoticeQueue& notices = frame.AlertNotices().Notices();
+        CNoticeQueue& notices = frame.Alerts().Notices();
         WaitUntil([&] { return notices.Shown() != nullptr; }, 5000);
         return notices.Shown();
     }
@@ -122,7 +122,7 @@ TEST_F(AlertDesk, AnAlertIsSetOnACellFiresIsResetAndFiresAgain) {
     EXPECT_EQ(frame.Document().Undo().UndoName(), "new alert") << "a reset is no edit";
     frame.Document().MarkSaved();
     frame.activateWindow();
-    ASSERT_TRUE(WaitUntil([&] { return frame.isActiveWindow() && frame.AlertNotices().Presence().IsHere(); }));
+    ASSERT_TRUE(WaitUntil([&] { return frame.isActiveWindow() && frame.Alerts().Presence().IsHere(); }));
     LastIs("IBM", "193");
     ASSERT_TRUE(Notice(frame));
     const std::vector<SAlertFiring> fired = CAlertHistory(folder / "zantrel").Read();
@@ -197,16 +197,16 @@ TEST_F(AlertDesk, WhatIsGoneWhenItsNoticeIsAnsweredDoesNoHarm) {
     EXPECT_FALSE(Named<QPushButton>(*second, "reset").isEnabled());
     Click(*second, "dismiss");
     TurnEventLoop(5);
-    EXPECT_FALSE(frame.AlertNotices().Notices().Shown());
+    EXPECT_FALSE(frame.Alerts().Notices().Shown());
     EXPECT_TRUE(frame.Document().Alerts().IsEmpty());
     EXPECT_FALSE(frame.Document().IsModified()) << "nothing was reset";
     frame.Document().AlertRules().Add("IBM", Above(10));
-    SFiredNotice of;
-    of.notice.symbol = "IBM";
-    of.notice.index = 7;
+    SFiredAlert of;
+    of.record.symbol = "IBM";
+    of.record.index = 7;
     of.watchlist = frame.Document().OpenCount();
     QCoreApplication::postEvent(&frame, new CResetAlertMessage("IBM,7,1.000000", of));
-    of.notice.index = 0;
+    of.record.index = 0;
     QCoreApplication::postEvent(&frame, new CResetAlertMessage("IBM,0,99.000000", of));
     EXPECT_TRUE(WaitUntil([&] { return frame.Document().Alerts().Get("IBM")[0].value == 99; }));
 }
@@ -219,7 +219,7 @@ TEST_F(AlertDesk, ANoticeDoesNotResetTheAlertOfAWatchlistThatWasOpenedMeanwhile)
     ASSERT_TRUE(Notice(frame));
     OpenText(frame.Document(), "Alerts=IBM:Last,>,50.000000,FALSE,TRUE,0,FALSE,;\r\n", "other");
     ASSERT_EQ(frame.Document().Alerts().Count("IBM"), 1);
-    Click(*frame.AlertNotices().Notices().Shown(), "dismiss");
+    Click(*frame.Alerts().Notices().Shown(), "dismiss");
     ASSERT_TRUE(Notice(frame));
     EXPECT_FALSE(Named<QPushButton>(*Notice(frame), "reset").isEnabled());
 }
@@ -260,15 +260,15 @@ TEST_F(AlertDesk, WhatFiredWhileAwayIsCountedAndFoundInTheHistory) {
     frame.Document().AlertRules().Add("IBM", Above(10));
     frame.Document().AlertRules().Add("MSFT", Above(10));
     frame.Document().AlertRules().Add("MSFT", Above(30));
-    frame.AlertNotices().Presence().SetHere(true);
+    frame.Alerts().Presence().SetHere(true);
     LastIs("IBM", "20");
     ASSERT_TRUE(Notice(frame) && WaitUntil([&] { return Notice(frame)->isActiveWindow(); }));
     EXPECT_FALSE(missed.isVisible());
-    frame.AlertNotices().Presence().SetHere(false);
+    frame.Alerts().Presence().SetHere(false);
     LastIs("MSFT", "20");
     LastIs("MSFT", "40");
     ASSERT_TRUE(WaitUntil([&] { return missed.text() == QStringLiteral("2 missed alerts"); }));
-    CPresence& presence = frame.AlertNotices().Presence();
+    CPresence& presence = frame.Alerts().Presence();
     presence.NoteOwnWindow();
     Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
     EXPECT_FALSE(presence.IsHere()) << "the desktop made the notice the active window, not the user";
@@ -286,7 +286,7 @@ TEST_F(AlertDesk, WhatFiredWhileAwayIsCountedAndFoundInTheHistory) {
 
     frame.Document().AlertRules().Add("IBM", Above(90));
     presence.SetHere(false);
-    Q_EMIT frame.AlertNotices().Missed().Called();
+    Q_EMIT frame.Alerts().Missed().Called();
     LastIs("IBM", "99");
     ASSERT_TRUE(Notice(frame));
     EXPECT_FALSE(missed.isVisible()) << "who chose the notification is here";

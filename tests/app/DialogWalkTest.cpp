@@ -2,7 +2,7 @@
 
 #include "app/BoardFixture.h"
 
-#include "alerts/rules/AlertNotice.h"
+#include "alerts/rules/FiredAlert.h"
 #include "alerts/ui/ResetAlert.h"
 #include "app/commands/BoardDesk.h"
 #include "app/files/FileDesk.h"
@@ -119,7 +119,7 @@ TEST_F(CDialogWalkTest, DialogsOfAlertsAndWindowsBesideTheBoard) {
     LookAtWindow(ECommand::AlertHistory, "alertHistory");
     LookAtWindow(ECommand::Headlines, "headlinesWindow");
     LookAtWindow(ECommand::TimeAndSales, "timeAndSales");
-    SAlertNotice notice;
+    SAlertRecord notice;
     notice.symbol = "IBM";
     notice.fieldName = "Last";
     CResetAlert reset(notice, frame);

@@ -1,4 +1,4 @@
-#include "app/workspace/LinkDesk.h"
+#include "app/workspace/CompanionPrograms.h"
 
 #include "app/SiblingFixture.h"
 #include "app/commands/Commands.h"
@@ -57,7 +57,7 @@ public:
     CPeerWindow(const std::string& folder, int number, std::string command) : m_command(std::move(command)) {
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
-        CWindowSlot::SocketName(folder, number).copy(address.sun_path, sizeof address.sun_path - 1);
+        CWindowRegistration::SocketName(folder, number).copy(address.sun_path, sizeof address.sun_path - 1);
         bind(m_listener, reinterpret_cast<const sockaddr*>(&address), sizeof address);
         listen(m_listener, 8);
         m_thread = std::thread([this] { Serve(); });
@@ -74,8 +74,8 @@ private:
         for (int peer = accept(m_listener, nullptr, nullptr); peer >= 0; peer = accept(m_listener, nullptr, nullptr)) {
             std::string request(64, '\0');
             request.resize(static_cast<size_t>(std::max<ssize_t>(0, read(peer, request.data(), request.size()))));
-            m_shown += request == CWindowSlot::kShowRequest;
-            const std::string answer = request == CWindowSlot::kTellRequest ? m_command : "shown\n";
+            m_shown += request == CWindowRegistration::kShowRequest;
+            const std::string answer = request == CWindowRegistration::kTellRequest ? m_command : "shown\n";
             EXPECT_EQ(write(peer, answer.data(), answer.size()), static_cast<ssize_t>(answer.size()));
             close(peer);
         }

@@ -7,7 +7,7 @@
 #include "alerts/ui/InputGate.h"
 #include "alerts/ui/NoticeQueue.h"
 #include "alerts/ui/ResetAlert.h"
-#include "app/alerts/AlertDesk.h"
+#include "app/alerts/AlertController.h"
 #include "app/alerts/MissedAlerts.h"
 #include "app/frame/FramePlacement.h"
 #include "support/Display.h"
@@ -49,7 +49,7 @@ protected:
         alerts.Add("IBM", alert);
         alerts.EvaluateFieldAlert("IBM", alerts.IndexOf("IBM", alert), 99, 99, 99, 99);
     }
-    CAlertsNotice* Shown() { return board->AlertNotices().Notices().Shown(); }
+    CAlertsNotice* Shown() { return board->Alerts().Notices().Shown(); }
     /// The notice, once the desktop has put it on the screen.
     CAlertsNotice* Notice() {
         WaitUntil([&] { return Shown() && Shown()->windowHandle()->isExposed(); });
@@ -95,7 +95,7 @@ TEST_F(NoticeOnDisplay, AnotherProgramKeepsTheKeyboardAndGetsEveryKey) {
     EXPECT_TRUE(other.IsActive());
 
     ClickButton("dismiss"); // The next one leaves the keyboard where it is as well: nobody asked for it.
-    ASSERT_TRUE(WaitUntil([&] { return board->AlertNotices().Notices().Waiting() == 1; }));
+    ASSERT_TRUE(WaitUntil([&] { return board->Alerts().Notices().Waiting() == 1; }));
     ASSERT_TRUE(Notice());
     ClickButton("dismissAll");
     EXPECT_TRUE(Gone());
@@ -193,7 +193,7 @@ TEST_F(NoticeOnDisplay, TypingSymbolAfterSymbolLosesNoCharacterAndDismissesNothi
         EXPECT_EQ(board->Document().RowSymbol(row), symbols[row - 1].toStdString());
     clock.elapsedMs += 1000;
     ASSERT_TRUE(Notice()) << "no editor is open: two seconds without a key";
-    EXPECT_EQ(board->AlertNotices().Notices().Waiting(), fired - 1);
+    EXPECT_EQ(board->Alerts().Notices().Waiting(), fired - 1);
     ClickButton("dismissAll");
     EXPECT_TRUE(Gone());
 }
@@ -275,15 +275,15 @@ TEST_F(NoticeOnDisplay, ItStaysAboveTheBoardAndComesUpWhileThatIsMinimised) {
     EXPECT_TRUE(Gone());
     EXPECT_TRUE(board->isMinimized());
 
-    EXPECT_TRUE(WaitUntil([&] { return !board->AlertNotices().Presence().IsHere(); }));
+    EXPECT_TRUE(WaitUntil([&] { return !board->Alerts().Presence().IsHere(); }));
     Fire(30);
     ASSERT_TRUE(Notice());
-    Q_EMIT board->AlertNotices().Missed().Called(); // "Show" on the desktop's notification.
+    Q_EMIT board->Alerts().Missed().Called(); // "Show" on the desktop's notification.
     EXPECT_TRUE(WaitUntil([&] { return !board->isMinimized() && board->windowHandle()->isExposed(); }));
     EXPECT_TRUE(WaitUntil([&] { return Shown()->isActiveWindow(); })) << "with the notice that the user came for";
     Fire(40);
     Settle();
-    EXPECT_EQ(board->AlertNotices().Missed().Count(), 2) << "the next one is not missed";
+    EXPECT_EQ(board->Alerts().Missed().Count(), 2) << "the next one is not missed";
     ClickButton("dismiss");
-    EXPECT_TRUE(WaitUntil([&] { return Shown() && board->AlertNotices().Notices().Waiting() == 0; }));
+    EXPECT_TRUE(WaitUntil([&] { return Shown() && board->Alerts().Notices().Waiting() == 0; }));
 }

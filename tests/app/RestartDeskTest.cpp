@@ -1,4 +1,4 @@
-#include "app/shell/RestartDesk.h"
+#include "app/shell/RestartController.h"
 
 #include "app/SiblingFixture.h"
 #include "app/files/FileDesk.h"
@@ -50,7 +50,7 @@ TEST_F(CRestartDeskTest, UnsavedChangesAndWhatIsBeingTypedGoOverWithoutAQuestion
     frame.Document().Edit({}, [](CWatchlistEdit&) {});
     frame.Document().Update()->Columns();
     ASSERT_TRUE(frame.View().Grid().BeginEdit(2, 1, "goog"));
-    const QSignalSpy restarted(&frame.Restart(), &CRestartDesk::Restarted);
+    const QSignalSpy restarted(&frame.Restart(), &CRestartController::Restarted);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_R, Qt::AltModifier);
     ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(At("started")); }));
     EXPECT_THAT(restarted, SizeIs(1));
@@ -93,7 +93,7 @@ TEST_F(CRestartDeskTest, ASaveThatIsUnderWayIsWaitedFor) {
     frame.Document().Update()->EnterSymbol(2, "IBM");
     frame.Document().Edit({}, [](CWatchlistEdit&) {});
     Do("FileSave");
-    const QSignalSpy restarted(&frame.Restart(), &CRestartDesk::Restarted);
+    const QSignalSpy restarted(&frame.Restart(), &CRestartController::Restarted);
     WhenOpen<QProgressDialog>([](QProgressDialog& dialog) { dialog.cancel(); });
     Do("Restart");
     EXPECT_THAT(restarted, SizeIs(0));
@@ -104,7 +104,7 @@ TEST_F(CRestartDeskTest, ASaveThatIsUnderWayIsWaitedFor) {
 
 TEST_F(CRestartDeskTest, TheProgramStaysWhenItCannotBeStartedOrChangesCannotBeKept) {
     CMainFrame& frame = EndedFrame();
-    const QSignalSpy restarted(&frame.Restart(), &CRestartDesk::Restarted);
+    const QSignalSpy restarted(&frame.Restart(), &CRestartController::Restarted);
     EXPECT_EQ(StartedByRestart(), "");
     EXPECT_THAT(boxes.TakeTexts(), testing::ElementsAre("Unable to launch zantrel-watchlist.  Error Code: 2"));
     Install("zantrel-watchlist");

@@ -3,7 +3,7 @@
 #include "app/commands/Commands.h"
 #include "app/windows/HeadlinesDlg.h"
 #include "app/windows/ListWindow.h"
-#include "app/windows/MarketDesk.h"
+#include "app/windows/MarketCommands.h"
 #include "app/windows/TimeAndSalesDlg.h"
 #include "data/catalogue/FieldLayout.h"
 #include "data/catalogue/UpdateFields.h"

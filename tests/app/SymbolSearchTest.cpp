@@ -3,7 +3,7 @@
 #include "app/commands/AddSymbols.h"
 #include "app/commands/Commands.h"
 #include "app/windows/ListWindow.h"
-#include "app/windows/MarketDesk.h"
+#include "app/windows/MarketCommands.h"
 #include "app/windows/SearchFilter.h"
 #include "app/windows/SymbolSearchDlg.h"
 #include "feed/socket/ClientAppSocket.h"
@@ -39,7 +39,7 @@ protected:
     CMainFrame& ConnectedFrame() {
         CMainFrame& frame = Frame();
         frame.OpenDataPorts("");
-        EXPECT_TRUE(WaitUntil([&] { return frame.FeedSocket(kLookupSlot)->IsConnected(); }));
+        EXPECT_TRUE(WaitUntil([&] { return frame.FeedSocket(kLookupSocket)->IsConnected(); }));
         TablesAreAt(FreePort());
         return frame;
     }

@@ -42,19 +42,19 @@ int OpenToAppend(const std::string& path, std::unique_ptr<COpenFile>& file, SFil
 
 } // namespace
 
-SAlertFiring FiringOf(const SAlertNotice& notice, int64_t firedMs, int64_t awaySinceMs) {
+SAlertFiring FiringOf(const SAlertRecord& record, int64_t firedMs, int64_t awaySinceMs) {
     SAlertFiring out;
     out.firedMs = firedMs;
     out.awaySinceMs = awaySinceMs;
-    out.isNews = notice.isNews;
-    out.symbol = notice.symbol;
-    out.field = notice.fieldName;
-    out.condition = notice.condition;
-    out.value = notice.value;
-    out.threshold = notice.threshold;
-    out.bid = notice.bid;
-    out.ask = notice.ask;
-    out.last = notice.last;
+    out.isNews = record.isNews;
+    out.symbol = record.symbol;
+    out.field = record.fieldName;
+    out.condition = record.condition;
+    out.value = record.value;
+    out.threshold = record.threshold;
+    out.bid = record.bid;
+    out.ask = record.ask;
+    out.last = record.last;
     return out;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "alerts/rules/AlertInfo.h"
-#include "alerts/rules/AlertNotice.h"
+#include "alerts/rules/FiredAlert.h"
 #include "base/Clock.h"
 
 #include <cstddef>
@@ -42,11 +42,11 @@ std::string CannotFireText(const A_INFO& alert, bool isListed);
 std::string AlertWords(const A_INFO& alert);
 
 /// Title and text of a notice. firedAt: local time; lines end in CR LF.
-std::string NoticeTitle(const SAlertNotice& notice);
-std::string NoticeBody(const SAlertNotice& notice, const SLocalTime& firedAt);
+std::string NoticeTitle(const SAlertRecord& record);
+std::string NoticeBody(const SAlertRecord& record, const SLocalTime& firedAt);
 
 /// What the reset dialog asks. The words for news end in ", csSymbol" and keep their "%s": deliberate.
-std::string ResetPrompt(const SAlertNotice& notice);
+std::string ResetPrompt(const SAlertRecord& record);
 
 /// The refusal of a threshold that another alert of the symbol has on the same field.
 std::string ThresholdTakenText(std::string_view symbol, double threshold, std::string_view field);

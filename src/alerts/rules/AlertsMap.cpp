@@ -208,7 +208,7 @@ void AppendRecord(std::string& out, std::string_view symbol, const A_INFO& alert
                    static_cast<int32_t>(alert.soundType), FlagText(alert.loopSound), alert.soundFile);
 }
 
-/// The fields of a record behind its symbol. The last of the wanted ones takes all that is left.
+/// The fields of a record after its symbol. The last of the wanted ones takes all that is left.
 class CFields {
 public:
     explicit CFields(std::string_view text) : m_rest(text) {}

@@ -30,17 +30,17 @@ SPrices PricesOf(const CSymbolRec& record) {
     return {CellNumber(record, last), CellNumber(record, bid), CellNumber(record, ask)};
 }
 
-SAlertNotice NewsNotice(std::string_view symbol, const A_INFO& alert, int index, std::string_view headline) {
-    SAlertNotice notice;
-    notice.headline = headline;
-    notice.symbol = symbol;
-    notice.fieldName = AlertFieldName(NewsFieldId());
-    notice.soundType = static_cast<int32_t>(alert.soundType);
-    notice.loopSound = static_cast<int32_t>(alert.loopSound);
-    notice.soundFile = alert.soundFile;
-    notice.index = index;
-    notice.isNews = true;
-    return notice;
+SAlertRecord NewsNotice(std::string_view symbol, const A_INFO& alert, int index, std::string_view headline) {
+    SAlertRecord record;
+    record.headline = headline;
+    record.symbol = symbol;
+    record.fieldName = AlertFieldName(NewsFieldId());
+    record.soundType = static_cast<int32_t>(alert.soundType);
+    record.loopSound = static_cast<int32_t>(alert.loopSound);
+    record.soundFile = alert.soundFile;
+    record.index = index;
+    record.isNews = true;
+    return record;
 }
 
 } // namespace
@@ -103,11 +103,11 @@ bool CAlertsMap::EvaluateFieldAlert(std::string_view symbol, int index, double n
     A_INFO& alert = entry->alerts[static_cast<size_t>(index)];
     if (!IsMet(MeetingResults(alert.condition), newValue, alert.value, alert.noZero != 0)) return false;
     std::string record =
-        FormatAlertNotice(symbol, entry->alerts, static_cast<size_t>(index), {newValue, last, bid, ask});
+        FormatAlertRecord(symbol, entry->alerts, static_cast<size_t>(index), {newValue, last, bid, ask});
     const A_INFO fired = alert;
     Become(symbol, alert, 0, alert.value);
     Rearm(symbol, *entry);
-    if (m_notices) m_notices->PostNotice(std::move(record), fired);
+    if (m_receiver) m_receiver->PostFired(std::move(record), fired);
     AnnounceFiredOrArmed();
     return true;
 }
@@ -117,7 +117,7 @@ void CAlertsMap::CheckNews(std::string_view symbols, std::string_view headline) 
     for (const std::string_view symbol : SplitCountingTail(symbols, ',')) {
         SSymbolAlerts* entry = Find(symbol, EAlertMap::Live);
         if (!entry) continue;
-        std::vector<std::pair<SAlertNotice, A_INFO>> fired;
+        std::vector<std::pair<SAlertRecord, A_INFO>> fired;
         for (size_t i = 0; i < entry->alerts.size(); ++i) {
             A_INFO& alert = entry->alerts[i];
             if (alert.fieldId != NewsFieldId() || alert.enabled == 0) continue;
@@ -127,8 +127,8 @@ void CAlertsMap::CheckNews(std::string_view symbols, std::string_view headline) 
         if (fired.empty()) continue;
         anyFired = true;
         Announce(symbol, entry->armed.size());
-        if (!m_notices) continue;
-        for (auto& [notice, alert] : fired) m_notices->PostNewsNotice(std::move(notice), alert);
+        if (!m_receiver) continue;
+        for (auto& [record, alert] : fired) m_receiver->PostFiredNews(std::move(record), alert);
     }
     if (anyFired) AnnounceFiredOrArmed();
 }

@@ -50,7 +50,7 @@ private:
     CAlertsMap& m_alerts;
     std::unordered_set<std::string> m_listed;
     std::vector<std::string> m_symbols; ///< In the order of their bytes.
-    std::vector<int> m_firstRows;       ///< Of each symbol, and behind them the number of rows.
+    std::vector<int> m_firstRows;       ///< Of each symbol, and after them the number of rows.
 };
 
 /// Draws a line of the list, and at its right end why the alert cannot fire.

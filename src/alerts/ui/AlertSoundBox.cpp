@@ -111,7 +111,7 @@ std::string CAlertSoundBox::SoundFile() const {
     return m_list->currentIndex() < kFirstFile ? std::string{} : BytesFromQt(m_list->currentText());
 }
 
-// What stands for a setting that cannot be read is no file. Only what this list began with is emptied: another window
+// The text of a setting that cannot be read is no file. Only what this list began with is emptied: another window
 // may have added a file since.
 void CAlertSoundBox::SaveFiles() const {
     for (size_t n = 0; n < kSoundFiles.size(); ++n) {
@@ -158,7 +158,7 @@ void CAlertSoundBox::TogglePlay() {
     }
     ShowPlaying(true);
     m_services.player.Play({SoundType(), SoundFile(), false}, [this] {
-        m_services.player.Stop(); // One that is longer than a sound may be counts as ended and goes on.
+        m_services.player.Stop(); // A sound longer than the limit counts as ended but would play on.
         ShowPlaying(false);
     });
 }

@@ -38,7 +38,7 @@ void CEffectSoundPlayer::Play(const SAlertSound& sound, std::function<void()> en
         Start(QUrl(QString::fromLatin1(kBuiltInWave)), sound.loop, kBuiltInMs);
     } else if (sound.type == static_cast<uint32_t>(EAlertSound::WaveFile)) {
         const QString path = QFileInfo(QtText(sound.file)).absoluteFilePath();
-        // Looked at first: whoever loads a file waits for a pipe's other end.
+        // Checked first: loading would wait for a pipe's other end.
         if (const auto info = ReadWaveInfo(QFile::encodeName(path).toStdString()))
             Start(QUrl::fromLocalFile(path), sound.loop, info->durationMs);
         else

@@ -24,7 +24,7 @@ struct SAlertSound {
     bool operator==(const SAlertSound&) const = default;
 };
 
-/// Plays the sounds of alerts, one at a time. Tests put a recorder in its place.
+/// Plays the sounds of alerts, one at a time. Tests replace it by a recorder.
 ///
 /// Errors  none: what cannot be played has ended
 /// Thread  GUI thread only; nothing waits

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "alerts/rules/AlertNotice.h"
+#include "alerts/rules/FiredAlert.h"
 #include "base/Clock.h"
 
 #include <QDialog>
@@ -20,30 +20,30 @@ namespace vx {
 
 /// A notice resets its alert: the text is that of FormatResetRecord.
 inline constexpr auto kResetAlertMessage = static_cast<QEvent::Type>(1032);
-/// An alert fired: the text is that of FormatAlertNotice.
+/// An alert fired: the text is that of FormatAlertRecord.
 inline constexpr auto kAlertFiredMessage = static_cast<QEvent::Type>(1033);
 
 /// of: the notice, which the record does not name.
 class CResetAlertMessage : public QEvent {
 public:
-    explicit CResetAlertMessage(std::string record, SFiredNotice of = {});
+    explicit CResetAlertMessage(std::string record, SFiredAlert of = {});
     const std::string& Record() const { return m_record; }
-    const SFiredNotice& Of() const { return m_of; }
+    const SFiredAlert& Of() const { return m_of; }
 
 private:
     std::string m_record;
-    SFiredNotice m_of;
+    SFiredAlert m_of;
 };
 
 /// A fired alert and the moment, which is that of making the message. News come as the finished notice, which has no
-/// record. alert, watchlist: as in SFiredNotice.
+/// record. alert, watchlist: as in SFiredAlert.
 class CAlertFiredMessage : public QEvent {
 public:
     CAlertFiredMessage(std::string record, A_INFO alert, uint64_t watchlist);
-    CAlertFiredMessage(SAlertNotice news, A_INFO alert, uint64_t watchlist);
+    CAlertFiredMessage(SAlertRecord news, A_INFO alert, uint64_t watchlist);
 
-    /// The notice, which has no place in the history yet.
-    SFiredNotice Fired() const;
+    /// The fired alert, which has no id of the history yet.
+    SFiredAlert Fired() const;
     /// Milliseconds since 1970 UTC.
     int64_t FiredMs() const { return m_firedMs; }
 
@@ -53,7 +53,7 @@ private:
     A_INFO m_alert;
     uint64_t m_watchlist;
     std::string m_record;
-    std::optional<SAlertNotice> m_news;
+    std::optional<SAlertRecord> m_news;
     SLocalTime m_firedAt;
     int64_t m_firedMs;
 };
@@ -79,9 +79,9 @@ class CAlertsNotice : public QDialog {
 public:
     enum EResult { Dismissed = QDialog::Rejected, WasReset = QDialog::Accepted, Armed = 2 };
 
-    CAlertsNotice(SFiredNotice fired, QObject& owner, QWidget* parent = nullptr);
+    CAlertsNotice(SFiredAlert fired, QObject& owner, QWidget* parent = nullptr);
 
-    /// How many more notices wait behind this one; with some, they can be dismissed together.
+    /// How many more notices wait after this one; with some, they can be dismissed together.
     void SetWaiting(int count);
     void SetTarget(SNoticeTarget target);
     /// Whether the keyboard was with it, or with what was opened from it, when it was closed.
@@ -103,7 +103,7 @@ private:
     void MakeButtons();
     void OnReset();
 
-    SFiredNotice m_fired;
+    SFiredAlert m_fired;
     SNoticeTarget m_target;
     QObject& m_owner;
     QPushButton* m_arm = nullptr;

@@ -75,7 +75,7 @@ namespace {
 
 constexpr int kBusyRetryMs = 50;
 
-SAlertSound SoundOf(const SAlertNotice& notice) {
+SAlertSound SoundOf(const SAlertRecord& notice) {
     return {static_cast<uint32_t>(notice.soundType), notice.soundFile, notice.loopSound != 0};
 }
 
@@ -107,7 +107,7 @@ CNoticeQueue::~CNoticeQueue() {
     delete m_shown;
 }
 
-void CNoticeQueue::Add(SFiredNotice notice) {
+void CNoticeQueue::Add(SFiredAlert notice) {
     m_waiting.push_back(std::move(notice));
     if (m_shown) m_shown->SetWaiting(Waiting());
     ShowNextSoon();
@@ -133,7 +133,7 @@ void CNoticeQueue::ShowNext() {
 }
 
 bool CNoticeQueue::MayPlay(bool looping) const {
-    const SAlertSound sound = SoundOf(m_current.notice);
+    const SAlertSound sound = SoundOf(m_current.record);
     return !m_muted && sound.type != static_cast<uint32_t>(EAlertSound::None) && sound.loop == looping;
 }
 
@@ -143,7 +143,7 @@ void CNoticeQueue::TakeNext() {
     m_taken = true;
     if (!MayPlay(false)) return;
     m_sounding = true;
-    m_player.Play(SoundOf(m_current.notice), [this] {
+    m_player.Play(SoundOf(m_current.record), [this] {
         if (std::exchange(m_sounding, false)) ShowNext();
     });
 }
@@ -170,7 +170,7 @@ void CNoticeQueue::Announce() {
         m_shown->activateWindow();
     else
         QApplication::alert(m_shown);
-    if (MayPlay(true)) m_player.Play(SoundOf(m_current.notice), [] {});
+    if (MayPlay(true)) m_player.Play(SoundOf(m_current.record), [] {});
 }
 
 void CNoticeQueue::Place() {
@@ -229,10 +229,10 @@ void CNoticeQueue::ActivateBelow() {
 }
 
 void CNoticeQueue::DismissAll() {
-    const std::deque<SFiredNotice> dismissed = std::exchange(m_waiting, {});
+    const std::deque<SFiredAlert> dismissed = std::exchange(m_waiting, {});
     if (m_shown) m_shown->reject();
     if (!m_ended) return;
-    for (const SFiredNotice& notice : dismissed) m_ended(notice, EFiringEnd::Together);
+    for (const SFiredAlert& notice : dismissed) m_ended(notice, EFiringEnd::Together);
 }
 
 void CNoticeQueue::SetMuted(bool muted) {

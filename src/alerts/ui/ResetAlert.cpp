@@ -41,7 +41,7 @@ QLabel* MakeLabel(const char* name) {
 
 } // namespace
 
-CResetAlert::CResetAlert(SAlertNotice notice, QWidget* parent)
+CResetAlert::CResetAlert(SAlertRecord notice, QWidget* parent)
     : QDialog(parent), m_notice(std::move(notice)), m_base(m_notice.threshold), m_target(MakeLabel("target")),
       m_percent(new CSpinEdit), m_value(new CSpinEdit) {
     setObjectName(QStringLiteral("resetAlert"));
@@ -71,7 +71,7 @@ CResetAlert::CResetAlert(SAlertNotice notice, QWidget* parent)
     }
     layout->addStretch(1);
     layout->addWidget(buttons);
-    m_ok->setDefault(true); // Only a button that stands in its dialog stays the default one.
+    m_ok->setDefault(true); // Only a button that is already in its dialog stays the default one.
 }
 
 void CResetAlert::MakeBoxes() {

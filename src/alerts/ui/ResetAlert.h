@@ -1,6 +1,6 @@
 #pragma once
 
-#include "alerts/rules/AlertNotice.h"
+#include "alerts/rules/FiredAlert.h"
 
 #include <QDialog>
 
@@ -22,7 +22,7 @@ class CSpinEdit;
 class CResetAlert : public QDialog {
     Q_OBJECT
 public:
-    explicit CResetAlert(SAlertNotice notice, QWidget* parent = nullptr);
+    explicit CResetAlert(SAlertRecord notice, QWidget* parent = nullptr);
 
     /// Names the alert that will be changed, in words, and says whether it is the one that fired. An empty line names
     /// none. taken: the thresholds of the symbol's other alerts on its field.
@@ -40,7 +40,7 @@ private:
     void ShowPercentOfValue();
     void EnableOk();
 
-    SAlertNotice m_notice;
+    SAlertRecord m_notice;
     double m_base;
     std::vector<double> m_taken;
     QLabel* m_target;

@@ -80,7 +80,7 @@ CMissedAlerts::CMissedAlerts(QStatusBar& bar, QObject* parent) : QObject(parent)
 
 CMissedAlerts::~CMissedAlerts() = default;
 
-void CMissedAlerts::Add(const SAlertNotice& notice, const SLocalTime& firedAt) {
+void CMissedAlerts::Add(const SAlertRecord& notice, const SLocalTime& firedAt) {
     m_titles.push_front(NoticeTitle(notice));
     if (m_titles.size() > kMostNamed) m_titles.pop_back();
     m_body = NoticeBody(notice, firedAt);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "alerts/rules/AlertNotice.h"
+#include "alerts/rules/FiredAlert.h"
 #include "base/Clock.h"
 
 #include <QElapsedTimer>
@@ -75,7 +75,7 @@ public:
     ~CMissedAlerts() override;
 
     /// An alert fired while the user was away.
-    void Add(const SAlertNotice& notice, const SLocalTime& firedAt);
+    void Add(const SAlertRecord& notice, const SLocalTime& firedAt);
     /// The user is back: the notification goes, the button stays.
     void OnReturn();
     /// The user has seen them.

@@ -36,7 +36,7 @@ private:
 };
 
 /// Message boxes that open by themselves while one of these lives, as after a save on a slow disk, take no key until
-/// none was pressed for kQuietMs: what is being typed was meant for the window.
+/// none was pressed for kQuietMs: the user is typing into the window.
 ///
 /// Thread  GUI thread only
 class CStrayKeyGuard : public QObject {
@@ -55,7 +55,7 @@ private:
 };
 
 /// Shows how far a long piece of work is, once it turns out to be long, with a button to cancel it. Meanwhile the
-/// window goes on living, but takes no input.
+/// window stays alive, but takes no input.
 ///
 /// Owns    its dialog
 /// Thread  GUI thread only

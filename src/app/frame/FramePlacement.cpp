@@ -218,7 +218,7 @@ void CFramePlacer::Look() {
     m_put = m_normal;
 }
 
-// Through the window's own flags the toolkit would make the platform window anew, which hides it for a moment and
+// Through the window's own flags the toolkit would recreate the platform window, which hides it for a moment and
 // forgets where its frame stands.
 void CFramePlacer::SetAlwaysOnTop(bool onTop) {
     if (IsAlwaysOnTop() == onTop) return;

@@ -36,7 +36,7 @@ struct SFrameMargins {
     int left = 0, top = 0, right = 0, bottom = 0;
 };
 
-/// A window, its frame counted, that does not lie on screens with all of itself goes to the screen that shows most of
+/// A window that, its frame included, is not wholly on screens goes to the screen that shows most of
 /// it, else to the first: made no larger than that one, and moved as little as need be. Others stay as they are, also
 /// across several screens. Without screens nothing changes.
 SPlacement BroughtInside(SPlacement placement, const std::vector<SScreenArea>& screens,
@@ -48,7 +48,7 @@ SPlacement BroughtInside(SPlacement placement, const std::vector<SScreenArea>& s
 SPlacement Cascaded(SPlacement placement, const std::vector<QPoint>& corners, const std::vector<SScreenArea>& screens);
 
 /// Keeps the place of a top-level window: brings the window to where it belongs, whatever the window manager makes of
-/// the first try, and knows where it stands when it is neither maximised nor minimised.
+/// the first try, and knows where it is when it is neither maximised nor minimised.
 ///
 /// A place is left and top of the frame, width and height of what is in it. A window that was put somewhere, or whose
 /// screens changed, has all its edges on the screen, the frame counted, which is known only once the window manager has
@@ -68,9 +68,9 @@ public:
     /// Moves the window, and maximises or restores it; without a width and height it moves nothing and restores
     /// nothing. A window that is not shown is only moved; a minimised one stays minimised.
     void Put(const SPlacement& placement);
-    /// Where the window stands when it is normal, and how it is shown.
+    /// Where the window is when it is normal, and how it is shown.
     SPlacement Placement() const;
-    /// Whether it stands where it was put last, as far as the screen allowed that.
+    /// Whether it is where it was put last, as far as the screen allowed that.
     bool IsWherePut() const;
     void SetAlwaysOnTop(bool onTop);
     bool IsAlwaysOnTop() const;
@@ -91,8 +91,8 @@ private:
     void OnScreens();
 
     QWidget& m_window;
-    SPlacement m_normal; ///< Where the window stands, or belongs, when it is normal.
-    SPlacement m_put;    ///< Where it came to stand when it was put somewhere last.
+    SPlacement m_normal; ///< Where the window is, or belongs, when it is normal.
+    SPlacement m_put;    ///< Where it came to be when it was put somewhere last.
     bool m_due = false;  ///< It belongs there, and has not been there yet.
     int m_looks = 0;     ///< Left to be taken.
     QTimer m_look{this};

@@ -70,7 +70,7 @@ ETheme ThemeByName(std::string_view name) {
 bool ApplyTheme(ETheme theme) {
     const bool systemIsDark = SystemIsDark(); // Asked before the first palette of ours hides it.
     const bool dark = theme == ETheme::System ? systemIsDark : theme == ETheme::Dark;
-    QApplication::setStyle(new CQuietStyle);
+    QApplication::setStyle(new CProgramStyle);
     const QPalette palette = Build(dark);
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);
@@ -79,8 +79,8 @@ bool ApplyTheme(ETheme theme) {
 
 namespace {
 
-// Lines at which one sees what can be used, at least 3 : 1 on every surface they stand on, and quieter ones that only
-// part one area from another.
+// Lines at which one sees what can be used, at least 3 : 1 on every surface they are drawn on, and quieter ones that
+// only part one area from another.
 struct SLines {
     QRgb outline;
     QRgb frame;
@@ -201,26 +201,26 @@ void DrawButtonFocus(const QStyleOption& option, QPainter& painter) {
 
 } // namespace
 
-CQuietStyle::CQuietStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+CProgramStyle::CProgramStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
 
-void CQuietStyle::polish(QWidget* widget) {
+void CProgramStyle::polish(QWidget* widget) {
     QProxyStyle::polish(widget);
     auto* dialog = qobject_cast<QDialog*>(widget);
     if (dialog && !dialog->findChild<CDialogFit*>(QString(), Qt::FindDirectChildrenOnly)) new CDialogFit(*dialog);
 }
 
-int CQuietStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                           QStyleHintReturn* returned) const {
+int CProgramStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                             QStyleHintReturn* returned) const {
     if (hint == SH_DialogButtonBox_ButtonsHaveIcons || hint == SH_EtchDisabledText) return 0;
     return QProxyStyle::styleHint(hint, option, widget, returned);
 }
 
-int CQuietStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+int CProgramStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
     if (metric == PM_FocusFrameHMargin || metric == PM_HeaderMargin) return kItemMargin;
     return QProxyStyle::pixelMetric(metric, option, widget);
 }
 
-QIcon CQuietStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
+QIcon CProgramStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
     switch (icon) {
     case SP_MessageBoxInformation:
         return BoxIcon(0xFF2F6FD0, QLatin1Char('i'));
@@ -235,15 +235,15 @@ QIcon CQuietStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
     }
 }
 
-QSize CQuietStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
-                                    const QWidget* widget) const {
+QSize CProgramStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                                      const QWidget* widget) const {
     const QSize needed = QProxyStyle::sizeFromContents(type, option, size, widget);
     if (type == CT_PushButton) return needed + QSize(kButtonWidthMore, 0); // The ring stands off its text.
     return type == CT_ItemViewItem ? needed + QSize(0, kItemHeightMore) : needed;
 }
 
-void CQuietStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
-                              const QWidget* widget) const {
+void CProgramStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                                const QWidget* widget) const {
     if (element == CE_PushButton) {
         QProxyStyle::drawControl(element, option, painter, widget);
         if (option->state.testFlag(State_HasFocus)) DrawButtonFocus(*option, *painter);
@@ -258,8 +258,8 @@ void CQuietStyle::drawControl(ControlElement element, const QStyleOption* option
     painter->fillRect(QRect(place.left(), place.center().y(), place.width(), 1), item->palette.color(QPalette::Mid));
 }
 
-void CQuietStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
-                                     const QWidget* widget) const {
+void CProgramStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                       const QWidget* widget) const {
     const QColor outline = OutlineColor(*option);
     if (const auto* spin = qstyleoption_cast<const QStyleOptionSpinBox*>(option)) {
         const auto outlined = WithOutline(*spin, outline);
@@ -272,8 +272,8 @@ void CQuietStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
     QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
-void CQuietStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
-                                const QWidget* widget) const {
+void CProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                                  const QWidget* widget) const {
     switch (element) {
     case PE_IndicatorCheckBox:
     case PE_IndicatorRadioButton:

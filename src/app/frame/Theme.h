@@ -24,9 +24,9 @@ bool ApplyTheme(ETheme theme);
 /// have plain signs. Dialogs fit on their screen.
 ///
 /// Thread  GUI thread only
-class CQuietStyle : public QProxyStyle {
+class CProgramStyle : public QProxyStyle {
 public:
-    CQuietStyle();
+    CProgramStyle();
 
     using QProxyStyle::polish;
     void polish(QWidget* widget) override;

@@ -1,6 +1,6 @@
 #include "app/shell/MainFrame.h"
 
-#include "app/alerts/AlertDesk.h"
+#include "app/alerts/AlertController.h"
 #include "app/alerts/MissedAlerts.h"
 #include "app/commands/BoardContext.h"
 #include "app/commands/BoardDesk.h"
@@ -17,11 +17,11 @@
 #include "app/frame/ProgramName.h"
 #include "app/frame/StatusPanes.h"
 #include "app/shell/AboutDlg.h"
-#include "app/shell/RestartDesk.h"
-#include "app/windows/HelpDesk.h"
-#include "app/windows/MarketDesk.h"
-#include "app/workspace/LinkDesk.h"
-#include "app/workspace/WindowDesk.h"
+#include "app/shell/RestartController.h"
+#include "app/windows/HelpCommands.h"
+#include "app/windows/MarketCommands.h"
+#include "app/workspace/CompanionPrograms.h"
+#include "app/workspace/WindowController.h"
 #include "base/Clock.h"
 #include "base/Log.h"
 #include "base/Registry.h"
@@ -106,7 +106,7 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
     m_view = new CWatchlistView(*m_doc, m_settings, this);
     setCentralWidget(m_view);
     m_view->setFocus();
-    MakeDesks();
+    MakeControllers();
     m_board->UseTheme(
         QString::fromStdString(commandLine.theme.empty() ? m_settings.ReadTextOrDefault(kTheme) : commandLine.theme),
         false);
@@ -118,7 +118,7 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
 }
 
 // The desks look at document and view, which are there by now and go after them.
-void CMainFrame::MakeDesks() {
+void CMainFrame::MakeControllers() {
     m_commands = new CCommands(*this);
     m_context = std::make_unique<SBoardContext>(
         SBoardContext{*m_doc, *m_view, m_settings, *m_commands, *m_panes, *m_placer, *this});
@@ -127,33 +127,33 @@ void CMainFrame::MakeDesks() {
     m_recovery = new CRecoveryDesk(*m_context, *m_files);
     m_transfer = new CTransferDesk(*m_context, *m_files);
     m_board = new CBoardDesk(*m_context, *m_menus);
-    m_alerts = new CAlertDesk(*m_context);
-    m_market = new CMarketDesk(*m_context, *this);
+    m_alerts = new CAlertController(*m_context);
+    m_market = new CMarketCommands(*m_context, *this);
     m_find = new CFindDesk(*m_context);
     new CFormatDesk(*m_context);
-    new CLinkDesk(*m_context);
-    m_restart = new CRestartDesk(*m_context, *m_files, *m_recovery, m_commandLine);
-    new CHelpDesk(*m_context);
-    m_windows = new CWindowDesk(*m_context, *m_files, m_commandLine);
-    ConnectDesks();
+    new CCompanionPrograms(*m_context);
+    m_restart = new CRestartController(*m_context, *m_files, *m_recovery, m_commandLine);
+    new CHelpCommands(*m_context);
+    m_windows = new CWindowController(*m_context, *m_files, m_commandLine);
+    ConnectControllers();
     m_commands->Refresh();
 }
 
-void CMainFrame::ConnectDesks() {
+void CMainFrame::ConnectControllers() {
     auto* fileMenus = new CFileMenus(*m_files, *m_menus);
     connect(fileMenus, &CFileMenus::RecoveryAsked, m_recovery, [this] { m_recovery->Offer(true); });
     connect(new CFileDrop(*this), &CFileDrop::Dropped, m_files, &CFileDesk::TakeDropped);
     connect(m_files, &CFileDesk::Changed, m_find, &CFindDesk::ForgetAnswer);
     connect(m_files, &CFileDesk::Replaced, this, &CMainFrame::ForgetCommandLine);
     connect(m_recovery, &CRecoveryDesk::Replaced, this, &CMainFrame::ForgetCommandLine);
-    connect(m_restart, &CRestartDesk::Leaving, this, &CMainFrame::StorePlacement);
+    connect(m_restart, &CRestartController::Leaving, this, &CMainFrame::StorePlacement);
     m_files->SetShowOther([this](const std::string& path) { return m_windows->ShowOther(path); });
     m_commands->Bind(ECommand::About, [this] { ShowAbout(); });
 }
 
 CMainFrame::~CMainFrame() {
     m_status.stop();
-    m_doc->AlertRules().SetNotices(nullptr);
+    m_doc->AlertRules().SetReceiver(nullptr);
     for (QObject* desk :
          {static_cast<QObject*>(m_transfer), static_cast<QObject*>(m_recovery), static_cast<QObject*>(m_files),
           static_cast<QObject*>(m_board), static_cast<QObject*>(m_alerts), static_cast<QObject*>(m_market),
@@ -369,6 +369,6 @@ void CMainFrame::OnUnwatched(std::string_view symbol) {
     if (!IsWanted(feedSymbol)) LimitedSymbols().Forget(feedSymbol);
 }
 
-void CMainFrame::SendNewsRequest(std::string_view request) { SendToFeed(kLookupSlot, request); }
+void CMainFrame::SendNewsRequest(std::string_view request) { SendToFeed(kLookupSocket, request); }
 
 } // namespace vx

@@ -19,7 +19,7 @@
 
 namespace vx {
 
-class CAlertDesk;
+class CAlertController;
 class CBoardDesk;
 class CCommands;
 class CConfigLogger;
@@ -27,15 +27,15 @@ class CFileDesk;
 class CFindDesk;
 class CFramePlacer;
 class CMainMenus;
-class CMarketDesk;
+class CMarketCommands;
 class CRecoveryDesk;
-class CRestartDesk;
+class CRestartController;
 class CSettings;
 class CStatusPanes;
 class CTransferDesk;
 class CWatchlistDoc;
 class CWatchlistView;
-class CWindowDesk;
+class CWindowController;
 struct SBoardContext;
 
 /// A main window that holds a session with the feed client and a title made of the program's and the document's.
@@ -51,7 +51,7 @@ public:
 
     /// The program's part of the window title; "Zantrel" until a derived frame says otherwise.
     void SetFrameTitle(const QString& title);
-    /// The document's part, behind " - "; an empty one leaves the frame's title alone.
+    /// The document's part, after " - "; an empty one leaves the frame's title alone.
     void SetTitleDocument(const QString& title);
 
 private:
@@ -62,7 +62,7 @@ private:
 };
 
 /// The watchlist program's main window: owns the level-1 store, the document and its view, and hands every line of the
-/// feed to whom it concerns.
+/// feed to the object that handles it.
 ///
 /// Owns    all of the above; not the settings, which outlive it
 /// Thread  GUI thread only
@@ -82,11 +82,11 @@ public:
     CMainMenus& Menus() { return *m_menus; }
     CFileDesk& Files() { return *m_files; }
     CBoardDesk& Board() { return *m_board; }
-    CAlertDesk& AlertNotices() { return *m_alerts; }
+    CAlertController& Alerts() { return *m_alerts; }
     CRecoveryDesk& Recovery() { return *m_recovery; }
     CTransferDesk& Transfer() { return *m_transfer; }
     CFramePlacer& Place() { return *m_placer; }
-    CRestartDesk& Restart() { return *m_restart; }
+    CRestartController& Restart() { return *m_restart; }
     /// The names of markets and security types that the store shows.
     CLookupTables& LookupTables() { return m_lookupTables; }
 
@@ -125,8 +125,8 @@ protected:
 private:
     void SendNewsRequest(std::string_view request) override;
 
-    void MakeDesks();
-    void ConnectDesks();
+    void MakeControllers();
+    void ConnectControllers();
     void ForgetCommandLine();
     void OnStatusTimer();
     void StartFeedOnce();
@@ -154,12 +154,12 @@ private:
     CFileDesk* m_files = nullptr;
     CBoardDesk* m_board = nullptr;
     CFindDesk* m_find = nullptr;
-    CAlertDesk* m_alerts = nullptr;
-    CMarketDesk* m_market = nullptr;
+    CAlertController* m_alerts = nullptr;
+    CMarketCommands* m_market = nullptr;
     CRecoveryDesk* m_recovery = nullptr;
     CTransferDesk* m_transfer = nullptr;
-    CRestartDesk* m_restart = nullptr;
-    CWindowDesk* m_windows = nullptr;
+    CRestartController* m_restart = nullptr;
+    CWindowController* m_windows = nullptr;
     QTimer m_status;
     bool m_live = true;
     int m_statusTick = 0;

@@ -5,7 +5,7 @@
 #include "app/frame/Dialogs.h"
 #include "app/frame/ProgramName.h"
 #include "app/shell/MainFrame.h"
-#include "app/shell/RestartDesk.h"
+#include "app/shell/RestartController.h"
 #include "app/shell/Screenshot.h"
 #include "app/shell/SessionEnd.h"
 #include "base/Log.h"
@@ -79,7 +79,7 @@ bool CWatchlistApp::InitInstance() {
     }
     m_frame->ShowPlaced();
     new CSessionEnd(*m_frame); // The frame's child.
-    connect(&m_frame->Restart(), &CRestartDesk::Restarted, this, [] { exit(0); });
+    connect(&m_frame->Restart(), &CRestartController::Restarted, this, [] { exit(0); });
     QTimer::singleShot(kFirstBoxMs, m_frame.get(), [this, early] {
         for (const SMessageBox& box : early) ShowMessageBox(box);
         const std::string& opened = m_frame->Files().File().Path();
@@ -89,7 +89,7 @@ bool CWatchlistApp::InitInstance() {
     return true;
 }
 
-// Whoever typed them looks at the terminal.
+// The user who typed them looks at the terminal.
 void CWatchlistApp::TellUnknownOptions() const {
     for (const std::string& option : m_commandLine.unknown) {
         const std::string text = fmt::format("\"{}\" is not understood and was ignored.", option);

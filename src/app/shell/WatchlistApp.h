@@ -65,7 +65,7 @@ private:
     CConfigWriter m_configWriter;
     CSettings m_settings;
     std::unique_ptr<CMainFrame> m_frame;
-    bool m_resumed = false; ///< The window took over what another one left behind.
+    bool m_resumed = false; ///< The window took over the unsaved changes of another one.
 };
 
 } // namespace vx

@@ -55,7 +55,7 @@ private:
 
 // What the windows around a list have in common.
 
-/// Ends a window's layout with what its list says of itself, as plain text, and beside it buttons that accept or reject
+/// Ends a window's layout with the state of its list, as plain text, and beside it buttons that accept or reject
 /// the window. Enter presses none of them unless it has the focus.
 ///
 /// Owns    nothing: the buttons are the window's
@@ -65,8 +65,8 @@ QDialogButtonBox& AddBottomRow(QDialog& window, QVBoxLayout& layout, QLabel& sta
 /// Tab goes through these widgets in this order.
 void TabThrough(std::initializer_list<QWidget*> widgets);
 
-/// A window beside the board that shows more of the focus row's symbol. It can stay open while the user works on the
-/// board; closed, it keeps its size and place until the program ends.
+/// A window beside the grid that shows more of the focus row's symbol. It can stay open while the user works in the
+/// grid; closed, it keeps its size and place until the program ends.
 ///
 /// Owns    nothing of document and grid, which outlive it
 /// Thread  GUI thread only
@@ -76,7 +76,7 @@ public:
     /// What it shows follows the feed and the focus row at this beat, and costs nothing while it is closed.
     static constexpr int kBeatMs = 250;
 
-    /// corner: where in its parent window it is first shown, so that it hides little of the board.
+    /// corner: where in its parent window it is first shown, so that it hides little of the grid.
     CRowWindow(CWatchlistDoc& doc, CWatchlistGrid& grid, Qt::Corner corner, QWidget* parent);
 
     void ShowInFront();

@@ -207,10 +207,10 @@ void CSymbolSearchDlg::done(int result) {
     QDialog::done(result);
 }
 
-// What is going on
+// The state of the search
 
 bool CSymbolSearchDlg::IsConnected() const {
-    const CZantrelClientAppSocket* const lookup = m_session.FeedSocket(kLookupSlot);
+    const CZantrelClientAppSocket* const lookup = m_session.FeedSocket(kLookupSocket);
     return lookup && lookup->IsConnected();
 }
 

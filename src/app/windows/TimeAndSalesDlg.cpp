@@ -242,7 +242,7 @@ void CTimeAndSalesDlg::SetSymbol(const std::string& symbol) {
     }
 }
 
-// A record that the feed has begun anew keeps no trades until it is told so again.
+// A record that the feed started again keeps no trades until its limit is set again.
 void CTimeAndSalesDlg::KeepTrades() {
     CL1DataStore& store = Document().Store();
     for (const std::string& symbol : m_kept) {

@@ -64,7 +64,7 @@ class CTimeAndSalesDlg : public CRowWindow {
 public:
     /// Trades kept of a symbol.
     static constexpr size_t kHistoryLimit = 500;
-    /// Symbols whose trades go on being kept when the focus has moved on; the one looked at longest ago goes first.
+    /// Symbols whose trades are still kept after the focus has moved on; the one viewed longest ago is dropped first.
     static constexpr size_t kKeptSymbols = 20;
 
     CTimeAndSalesDlg(CWatchlistDoc& doc, CWatchlistGrid& grid, QWidget* parent);

@@ -40,15 +40,15 @@ void Reply(QLocalSocket& socket, const std::string& answer) {
 
 } // namespace
 
-std::string CWindowSlot::LockName(const std::string& folder, int number) {
+std::string CWindowRegistration::LockName(const std::string& folder, int number) {
     return fmt::format("{}/watchlist-{}.lock", folder, number);
 }
 
-std::string CWindowSlot::SocketName(const std::string& folder, int number) {
+std::string CWindowRegistration::SocketName(const std::string& folder, int number) {
     return fmt::format("{}/watchlist-{}.socket", folder, number);
 }
 
-CWindowSlot::CWindowSlot(std::string folder, std::function<std::string()> tell, QObject* parent)
+CWindowRegistration::CWindowRegistration(std::string folder, std::function<std::string()> tell, QObject* parent)
     : QObject(parent), m_folder(std::move(folder)), m_tell(std::move(tell)) {
     int error = PrepareFolder(m_folder);
     for (int number = 1; error == 0 && m_number == 0 && number <= kMostWindows; ++number) {
@@ -57,7 +57,7 @@ CWindowSlot::CWindowSlot(std::string folder, std::function<std::string()> tell, 
         m_lock = std::move(lock);
         m_number = number;
     }
-    connect(&m_server, &QLocalServer::newConnection, this, &CWindowSlot::OnConnection);
+    connect(&m_server, &QLocalServer::newConnection, this, &CWindowRegistration::OnConnection);
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
     const QString name = QFile::decodeName(SocketName(m_folder, m_number).c_str());
     if (m_number != 0) {
@@ -69,18 +69,18 @@ CWindowSlot::CWindowSlot(std::string folder, std::function<std::string()> tell, 
                                error != 0 ? ErrorText(error) : m_server.errorString().toStdString()));
 }
 
-bool CWindowSlot::Runs(int number) const {
+bool CWindowRegistration::Runs(int number) const {
     return number == m_number || CFileLock(LockName(m_folder, number), 0).Error() == EWOULDBLOCK;
 }
 
-void CWindowSlot::AskOthers() const {
+void CWindowRegistration::AskOthers() const {
     for (int number = 1; number <= kMostWindows; ++number) {
         QLocalSocket socket;
         if (number != m_number) AskWindow(socket, m_folder, number, kSaveRequest);
     }
 }
 
-void CWindowSlot::OnConnection() {
+void CWindowRegistration::OnConnection() {
     while (QLocalSocket* socket = m_server.nextPendingConnection()) {
         connect(socket, &QLocalSocket::readyRead, this, [this, socket] { OnRequest(*socket); });
         connect(socket, &QLocalSocket::disconnected, this, [this, socket] {
@@ -91,7 +91,7 @@ void CWindowSlot::OnConnection() {
     }
 }
 
-void CWindowSlot::OnRequest(QLocalSocket& socket) {
+void CWindowRegistration::OnRequest(QLocalSocket& socket) {
     if (!socket.canReadLine() && socket.bytesAvailable() < kLongestRequest) return;
     const QByteArray request = socket.readLine(kLongestRequest);
     if (request == kSaveRequest) {
@@ -107,7 +107,7 @@ void CWindowSlot::OnRequest(QLocalSocket& socket) {
     }
 }
 
-void CWindowSlot::Answer(bool saved) {
+void CWindowRegistration::Answer(bool saved) {
     const std::vector<QLocalSocket*> waiting = std::move(m_waiting);
     m_waiting.clear();
     for (QLocalSocket* socket : waiting) Reply(*socket, saved ? "saved\n" : "failed\n");
@@ -136,7 +136,7 @@ std::string Canonical(const std::string& path) {
 } // namespace
 
 bool AskWindow(QLocalSocket& socket, const std::string& folder, int number, const char* request) {
-    const std::string name = CWindowSlot::SocketName(folder, number);
+    const std::string name = CWindowRegistration::SocketName(folder, number);
     if (access(name.c_str(), F_OK) != 0) return false;
     socket.connectToServer(QFile::decodeName(name.c_str()));
     if (!socket.waitForConnected(kAnswerMs)) return false;
@@ -148,15 +148,15 @@ bool AskWindow(QLocalSocket& socket, const std::string& folder, int number, cons
 
 SWorkspaceCall CallWindows(const std::string& folder, int waitMs) {
     SWorkspaceCall out;
-    for (int number = 1; number <= CWindowSlot::kMostWindows; ++number) {
+    for (int number = 1; number <= CWindowRegistration::kMostWindows; ++number) {
         QLocalSocket socket;
-        if (AskWindow(socket, folder, number, CWindowSlot::kSaveRequest)) {
+        if (AskWindow(socket, folder, number, CWindowRegistration::kSaveRequest)) {
             ++out.windows;
             if (AnswerOf(socket, waitMs) == "saved\n") ++out.saved;
             continue;
         }
-        const std::string name = CWindowSlot::SocketName(folder, number);
-        if (access(name.c_str(), F_OK) == 0 && CFileLock(CWindowSlot::LockName(folder, number), 0).IsHeld())
+        const std::string name = CWindowRegistration::SocketName(folder, number);
+        if (access(name.c_str(), F_OK) == 0 && CFileLock(CWindowRegistration::LockName(folder, number), 0).IsHeld())
             unlink(name.c_str());
     }
     return out;
@@ -164,9 +164,9 @@ SWorkspaceCall CallWindows(const std::string& folder, int waitMs) {
 
 std::vector<SRunningWindow> RunningWindows(const std::string& folder, int except) {
     std::vector<SRunningWindow> out;
-    for (int number = 1; number <= CWindowSlot::kMostWindows; ++number) {
+    for (int number = 1; number <= CWindowRegistration::kMostWindows; ++number) {
         QLocalSocket socket;
-        if (number == except || !AskWindow(socket, folder, number, CWindowSlot::kTellRequest)) continue;
+        if (number == except || !AskWindow(socket, folder, number, CWindowRegistration::kTellRequest)) continue;
         if (const auto arguments = WorkspaceArguments(AnswerOf(socket, kAnswerMs).toStdString()))
             out.push_back({number, CNorvCommandLineInfo(*arguments)});
     }
@@ -177,7 +177,7 @@ bool ShowWindowWithFile(const std::string& folder, int except, const std::string
     for (const SRunningWindow& window : RunningWindows(folder, except)) {
         QLocalSocket socket;
         if (IsSameFile(window.shows.file, path) &&
-            AskWindow(socket, folder, window.number, CWindowSlot::kShowRequest) &&
+            AskWindow(socket, folder, window.number, CWindowRegistration::kShowRequest) &&
             AnswerOf(socket, kAnswerMs) == "shown\n")
             return true;
     }

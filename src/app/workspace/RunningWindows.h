@@ -15,14 +15,14 @@ class QLocalSocket;
 
 namespace vx {
 
-/// A running window's place in the user's runtime folder: a number that no other running window has, and a socket by
-/// which other programs reach it.
+/// A running window's registration in the user's runtime folder: a number that no other running window has, and a
+/// socket through which other programs reach it.
 ///
 /// Shape   "watchlist-<number>.lock", held while the window runs, and "watchlist-<number>.socket"; a request is one of
 ///         the lines below, and the connection ends with its answer
 /// Errors  without a folder of the user's own there is no number, and nobody reaches the window; the log says why
 /// Thread  GUI thread only
-class CWindowSlot : public QObject {
+class CWindowRegistration : public QObject {
     Q_OBJECT
 public:
     /// Save the workspace: "saved" or "failed" and a line feed.
@@ -37,7 +37,7 @@ public:
     static std::string SocketName(const std::string& folder, int number);
 
     /// tell: answers kTellRequest.
-    CWindowSlot(std::string folder, std::function<std::string()> tell, QObject* parent);
+    CWindowRegistration(std::string folder, std::function<std::string()> tell, QObject* parent);
 
     /// 1 and up; 0 for none.
     int Number() const { return m_number; }
@@ -65,7 +65,7 @@ private:
     std::vector<QLocalSocket*> m_waiting; ///< Children of the server.
 };
 
-// The windows of the program that run on this computer, each of them a process of its own with a CWindowSlot.
+// The windows of the program that run on this computer, each of them a process of its own with a CWindowRegistration.
 
 /// Sends a request to a window.
 ///
@@ -85,7 +85,7 @@ struct SWorkspaceCall {
 /// Thread  any, with or without an event loop
 SWorkspaceCall CallWindows(const std::string& folder, int waitMs);
 
-/// A running window as it says of itself.
+/// A running window as it describes itself.
 struct SRunningWindow {
     int number = 0;
     CNorvCommandLineInfo shows; ///< What would start it as it stands: its file or symbols, and its edges.

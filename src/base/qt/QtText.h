@@ -10,7 +10,7 @@
 
 namespace vx {
 
-// The program's texts are Windows-1252 bytes, a widget's are QString: these two stand between them.
+// The program's texts are Windows-1252 bytes, those of widgets are QString: these two functions convert them.
 
 /// Windows-1252 bytes to a QString.
 inline QString QtText(std::string_view bytes) { return QString::fromStdU16String(Utf16FromWindows1252(bytes)); }

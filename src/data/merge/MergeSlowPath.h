@@ -15,8 +15,8 @@ inline constexpr int kMostPlainDigits = 15;
 /// A decimal number as it was written.
 struct SPlainNumber {
     uint64_t digits; ///< Without the point, below 10^15.
-    double divisor;  ///< 10 to the number of digits behind the point; exact.
-    bool whole;      ///< Nothing stood behind a point.
+    double divisor;  ///< 10 to the number of digits after the point; exact.
+    bool whole;      ///< It had no digits after a point.
     bool negative;
 };
 
@@ -38,7 +38,7 @@ inline constexpr std::array<double, kMostPlainDigits + 1> kPowersOfTen = [] {
 namespace vx::slowpath {
 
 // What is rare in a stream or not worth a vector, shared by all kernels. The text is trimmed and not empty. Blocks are
-// handed over by value, so that a kernel can keep its own in registers.
+// passed by value, so that a kernel can keep its own in registers.
 
 /// Handles the slots of kind Rare.
 void MergeRareField(std::string_view text, const SSlot& slot, SFieldSlots block);

@@ -27,9 +27,9 @@ public:
     virtual void DrainNow() = 0;
 };
 
-/// The change notices that wait for one listening window, oldest first. It stands for the window towards the store.
+/// The change notices that wait for one listening window, oldest first. To the store it is the listener.
 ///
-/// Shape   a record stands in it at most once between two drains; the first notice after a drain wakes the window
+/// Shape   it holds a record at most once between two drains; the first notice after a drain wakes the window
 /// Owns    its ring, which grows when a record is watched and not when one changes; not the waker
 /// Thread  GUI thread only
 class CChangeQueue {

@@ -38,7 +38,7 @@ public:
     virtual std::string_view SecurityTypeName(int id) const = 0;
 };
 
-/// One last-qualifying trade, with the extended trade as it stood at that moment.
+/// One last-qualifying trade, with the extended trade as it was at that moment.
 struct sTimeAndSalesRec {
     uint32_t number = 0;         ///< One more than the previous trade's; the first is 1.
     std::array<char, 19> time{}; ///< Zero-terminated, at most 18 characters.
@@ -111,7 +111,7 @@ public:
     /// "Not Found" then, else empty.
     std::string_view StatusText() const;
 
-    /// The symbol's own number of decimal places; -1 while the feed has not told.
+    /// The symbol's own number of decimal places; -1 until the feed has sent it.
     int DecimalPrecision() const;
 
     /// The trades kept; null while the limit is 0.

@@ -21,7 +21,7 @@ constexpr std::array<uint64_t, kMostPlaces + 1> kPowersOfTen = [] {
     return powers;
 }();
 
-// "00" to "99", one behind the other.
+// "00" to "99", one after the other.
 constexpr std::array<char, 200> kPairs = [] {
     std::array<char, 200> pairs{};
     for (size_t i = 0; i < 100; ++i) {

@@ -20,7 +20,7 @@ constexpr uint32_t SymbolHash(std::string_view symbol) {
     return hash;
 }
 
-/// What stands between a symbol and a region in the name of a regional quote: "IBM--X".
+/// What separates symbol and region in the name of a regional quote: "IBM--X".
 inline constexpr std::string_view kRegionMark = "--";
 
 constexpr bool IsRegionalName(std::string_view symbol) { return symbol.find(kRegionMark) != std::string_view::npos; }

@@ -10,8 +10,8 @@
 
 namespace vx {
 
-// Watching: which records there are, who listens to them, and what the feed is told. The data lines are handled in
-// L1DataStoreLines.cpp.
+// Watching: which records there are, who listens to them, and which commands the feed gets. The data lines are handled
+// in L1DataStoreLines.cpp.
 
 namespace {
 

@@ -64,7 +64,7 @@ public:
     ///
     /// Errors  false, and nothing done, for a symbol that is empty or holds control characters
     bool Watch(std::string_view symbol, CChangeQueue& listener);
-    /// Takes a listener off a symbol or regional quote. When nobody is left the feed is told and the record goes.
+    /// Takes a listener off a symbol or regional quote. When none is left, the watch ends and the record is removed.
     void Unwatch(std::string_view symbol, CChangeQueue& listener);
     /// The feed does not know the symbol: its record and regional quotes go, and the feed is not told.
     void Forget(std::string_view symbol);
@@ -77,7 +77,7 @@ public:
     /// A new turn of the event loop has begun.
     void NewTurn() { m_rewatchedThisTurn = false; }
     /// Sends the watch and region commands that did not go out yet, in the order of their symbols, until one fails
-    /// again; meant for a beat of a second or so. Costs nothing while all went out.
+    /// again; for a timer of about a second. Costs nothing while all went out.
     void SendPendingWatches();
 
     /// One line of the level-1 connection without its line end; anything but a Q, P, F or R line is ignored.

@@ -12,7 +12,7 @@
 namespace vx {
 
 /// Puts the message contents of an update into words: "Cba" reads "ASK/BID/TRADE". The letters are taken from the last
-/// to the first; one that has no word stands for itself. "SUMMARY" stays as it is.
+/// to the first; a letter without a word stays a letter. "SUMMARY" stays as it is.
 ///
 /// Shape   returns the bytes written; what does not fit the buffer is cut
 size_t ContentsText(std::string_view contents, std::span<char> out);
@@ -24,7 +24,7 @@ using CellBuffer = std::array<char, kMostCellText>;
 ///
 /// Shape   a symbol's record or a regional quote's, and one catalogue entry in -> the bytes written into the buffer, at
 ///         most 255, Windows-1252, not terminated; 0 when the field was never set or the column reads nothing of such
-///         a record. In the tick trend the bytes AD, AF and B7 stand for up, down and unchanged
+///         a record. In the tick trend the bytes AD, AF and B7 mean up, down and unchanged
 /// Units   places: digits after the point, 0..15; see PlacesFor
 /// Errors  none; an impossible date reads "Invalid DateTime"
 /// Owns    nothing, and allocates nothing

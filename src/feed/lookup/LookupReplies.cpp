@@ -29,7 +29,7 @@ void CNewsCountsReply::OnLine(std::string_view line) {
     if (m_text.size() <= kMostBytes) return;
     m_tooLong = true;
     m_text = {};
-    FeedLogOf(kLookupSlot).Failed(fmt::format("a reply with news counts has more than {} bytes", kMostBytes));
+    FeedLogOf(kLookupSocket).Failed(fmt::format("a reply with news counts has more than {} bytes", kMostBytes));
 }
 
 } // namespace vx

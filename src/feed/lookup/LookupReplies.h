@@ -29,7 +29,7 @@ public:
     /// Null, as at first: replies are dropped.
     void SetReceiver(CNewsCountsReceiver* receiver) { m_receiver = receiver; }
 
-    /// Takes one reply line: what stands behind its first 15 characters, or the end, which hands the text over.
+    /// Takes one reply line: the text after its first 15 characters, or the end, which delivers the whole text.
     void OnLine(std::string_view line);
 
 private:

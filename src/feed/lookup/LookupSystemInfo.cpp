@@ -74,7 +74,7 @@ namespace {
 
 constexpr int kReceiveBytes = 65535;
 
-const SFeedLog& PortLog() { return FeedLogOf(kLookupSlot); }
+const SFeedLog& PortLog() { return FeedLogOf(kLookupSocket); }
 
 /// The received bytes for the log, line by line; costs nothing while the log does not want them.
 class CReceivedLines {

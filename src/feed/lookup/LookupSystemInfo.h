@@ -41,7 +41,7 @@ private:
 
 /// Reads the lines of a code table: the id of an entry and its texts, separated by commas.
 ///
-/// Shape   "7,ALPHA,Alpha Stock Exchange,1,EQ" -> 7 and up to four texts, fewer where the line has fewer; a text behind
+/// Shape   "7,ALPHA,Alpha Stock Exchange,1,EQ" -> 7 and up to four texts, fewer where the line has fewer; a text after
 ///         the last comma counts only when it is not empty. One CR at the end of a line is dropped.
 /// Errors  lines without an id, or with one outside 0 to 255, are skipped; an id that is no number reads as 0
 /// Owns    nothing: the texts are views of the reply

@@ -68,7 +68,7 @@ void CSearchResults::OnLine(std::string_view line) {
         m_results.push_back(
             {Cut(fields[kSymbol]), Cut(fields[kDescription]), Cut(fields[kMarket]), Cut(fields[kSecurityType])});
     } else if (!std::exchange(m_dropped, true)) {
-        FeedLogOf(kLookupSlot).Failed(fmt::format("a search has more than {} results", kMostResults));
+        FeedLogOf(kLookupSocket).Failed(fmt::format("a search has more than {} results", kMostResults));
     }
 }
 

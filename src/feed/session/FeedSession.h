@@ -25,7 +25,7 @@ enum class EFeedEnd {
     None,
     Status,     ///< The status port is silent for good, quotes still come.
     Quotes,     ///< No quote will come any more.
-    Unreachable ///< One of the two connections never came about.
+    Unreachable ///< One of the two connections was never made.
 };
 
 /// The level-1 connection as the store of market data sees it: nothing until the feed client is ready for watches.
@@ -47,7 +47,7 @@ private:
 /// Shows message boxes from the event loop, one at a time, in the order they were posted.
 ///
 /// A box opened inside a socket notification would keep that socket silent until the user answers; a posted one lets
-/// the feed run on behind it.
+/// the feed run on meanwhile.
 ///
 /// Owns    the boxes that wait; they go unseen with the queue
 /// Thread  GUI thread only
@@ -77,18 +77,20 @@ public:
     explicit CFeedSession(CRegistry& registry = CRegistry::CurrentUser());
     ~CFeedSession() override;
 
-    /// Makes the socket of a slot; false when the slot holds one already or the system gives none.
-    bool CreateFeedSocket(int slot, uint32_t retries);
+    /// which: one of EFeedSocket, here and below; other numbers have no socket.
+    ///
+    /// Errors  false when the socket exists already or the system gives none
+    bool CreateFeedSocket(int which, uint32_t retries);
     /// Sends a text once and counts one message sent, whatever the send returned.
     ///
-    /// Returns what the send returned, -1 for an empty slot
-    int SendToFeed(int slot, std::string_view text);
-    /// Null for an empty slot.
-    CZantrelClientAppSocket* FeedSocket(int slot) const;
+    /// Returns what the send returned, -1 without a socket
+    int SendToFeed(int which, std::string_view text);
+    /// Null before the socket is made.
+    CZantrelClientAppSocket* FeedSocket(int which) const;
     /// "Level1", "MarketDepth", "Lookup", "Admin", "Scans", else "Unknown".
-    static const char* FeedSlotName(int slot);
+    static const char* FeedSocketName(int which);
 
-    /// Starts the feed client; when that fails a message box is posted and everything else goes on.
+    /// Starts the feed client; when that fails a message box is posted and nothing else changes.
     void LaunchFeedClient();
     /// Opens the port on which the feed client tells its status, with ten retries.
     void OpenAdminPort();
@@ -115,7 +117,7 @@ public:
     /// What has come for searches and requests for news counts.
     CLookupReplies& LookupReplies() { return m_lookupReplies; }
 
-    /// Appends one block per open slot to an emptied text: the slot's name and address, and its message counts.
+    /// Appends one block per open socket to an emptied text: the socket's name and address, and its message counts.
     virtual void GetConnectionStats(std::string& text) const;
 
     // The first reads status and symbol-limit lines, the second lets refused symbols try again, the third notes
@@ -142,7 +144,7 @@ protected:
     bool HandleReadyLine(std::string_view line);
 
 private:
-    void OpenPort(EFeedSlot slot, uint32_t retries, const SPortSetting& port, std::string_view updateFields);
+    void OpenPort(EFeedSocket which, uint32_t retries, const SPortSetting& port, std::string_view updateFields);
     void ReceiveStatusLine(std::string_view line);
 
     CNorvPorts m_ports;
@@ -151,7 +153,7 @@ private:
     CLevel1Port m_level1Port;
     CLookupReplies m_lookupReplies;
     CMessageBoxQueue m_messageBoxes;
-    std::array<std::unique_ptr<CZantrelClientAppSocket>, kFeedSlotCount> m_sockets;
+    std::array<std::unique_ptr<CZantrelClientAppSocket>, kFeedSocketCount> m_sockets;
 };
 
 } // namespace vx

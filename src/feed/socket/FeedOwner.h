@@ -7,10 +7,10 @@
 
 namespace vx {
 
-/// Whom the feed sockets belong to: takes every received line by its first character.
+/// The owner of the feed sockets: takes every received line by its first character.
 ///
 /// Each line handler gets the line whole, first character included, as CZTLStreamSocket::OnMessage describes it: a
-/// view into the receive buffer, with a NUL behind it, gone when the call returns. Handlers run inside a socket
+/// view into the receive buffer, with a NUL after it, gone when the call returns. Handlers run inside a socket
 /// notification: they open no dialog and no event loop of their own, they post instead. Those that are not overridden
 /// ignore the line.
 ///

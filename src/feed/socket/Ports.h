@@ -7,8 +7,8 @@
 
 namespace vx {
 
-/// The places of the socket table, one per port of the feed client. Market depth and scans are never opened here.
-enum EFeedSlot { kLevel1Slot, kMarketDepthSlot, kLookupSlot, kAdminSlot, kScansSlot, kFeedSlotCount };
+/// The sockets of a feed session, one for each port of the feed client. Market depth and scans are never opened here.
+enum EFeedSocket { kLevel1Socket, kMarketDepthSocket, kLookupSocket, kAdminSocket, kScansSocket, kFeedSocketCount };
 
 /// One port of the feed client as the registry names it, and its value when the registry does not say.
 struct SPortSetting {

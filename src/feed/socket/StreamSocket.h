@@ -39,12 +39,12 @@ struct SocketStats {
 /// Thread  as CAsyncSocket
 class CZTLStreamSocket : public CAsyncSocket {
 public:
-    static constexpr int kCapacity = 65536; ///< Bytes; one is kept for the NUL behind the last byte.
+    static constexpr int kCapacity = 65536; ///< Bytes; one is kept for the NUL after the last byte.
 
     CZTLStreamSocket();
 
     const SocketStats& Stats() const { return m_stats; }
-    /// Adds 1 to "MessagesSent": whoever sends a command counts it, Send does not.
+    /// Adds 1 to "MessagesSent": the sender of a command counts it, Send does not.
     void CountMessageSent(uint32_t count = 1) { m_stats.messagesSent.value += count; }
     /// The last error (NativeSocket.h), 0 after any success.
     int LastError() const { return m_lastError; }
@@ -75,14 +75,14 @@ protected:
 
     /// Takes one complete line; does nothing here.
     ///
-    /// Shape   never empty; ends before the first NUL that the line holds, and a NUL stands behind it
+    /// Shape   never empty; ends before the first NUL that the line holds, and a NUL follows it
     /// Owns    nothing: the line lives in the receive buffer and is gone when the call returns. No line is copied.
     virtual void OnMessage(std::string_view line);
 
-    /// Cuts count bytes, just received behind the waiting ones, into lines and hands them over one after the other.
+    /// Cuts count bytes, just received after the waiting ones, into lines and hands them over one after the other.
     virtual void ProcessReceivedData(int count);
 
-    /// Marks the connection as standing since now.
+    /// Marks the connection as made now.
     void MarkConnected();
 
 private:

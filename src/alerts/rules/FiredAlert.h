@@ -10,8 +10,8 @@
 
 namespace vx {
 
-/// What the user is told of an alert that fired.
-struct SAlertNotice {
+/// What the record of a fired alert says; a notice shows it to the user.
+struct SAlertRecord {
     std::string condition; ///< In words.
     std::string symbol;
     double value = 0; ///< The one that fired.
@@ -29,9 +29,9 @@ struct SAlertNotice {
     std::string headline; ///< Of news.
 };
 
-/// A notice on its way to the user.
-struct SFiredNotice {
-    SAlertNotice notice;
+/// A fired alert on its way to the user, who sees it as a notice.
+struct SFiredAlert {
+    SAlertRecord record;
     A_INFO alert; ///< The one that fired, as it was before: what the record cannot say.
     SLocalTime firedAt;
     std::string id;         ///< Of its firing in the history.
@@ -53,29 +53,29 @@ struct SAlertValues {
 /// Shape   "greater than,IBM,10.500000,10.500000,10.000000,11.000000,10.000000,Last,1,0,,0,12.000000-,"
 /// Errors  none; a comma inside the symbol or the sound file shifts the fields, nothing is escaped. An index outside
 ///         the array gives an empty text
-std::string FormatAlertNotice(std::string_view symbol, const CAlertArray& alerts, size_t index,
+std::string FormatAlertRecord(std::string_view symbol, const CAlertArray& alerts, size_t index,
                               const SAlertValues& values);
 
 /// Takes the record of a fired alert apart, with two deliberate traits. The index is not read and is always 0. The
-/// other thresholds begin behind the two bytes that follow the sound file's comma, as is right while the index has one
+/// other thresholds begin after the two bytes that follow the sound file's comma, as is right while the index has one
 /// digit, and end at the next comma; the hyphens part them, so that a negative threshold loses its sign.
 ///
 /// Errors  none; what is missing is empty or 0
-SAlertNotice ReadAlertNotice(std::string_view record);
+SAlertRecord ReadAlertRecord(std::string_view record);
 
 /// What became of an alert that fired: shows it to the user, once the handling of the update is over.
 ///
 /// Thread  GUI thread only
-class CAlertNotices {
+class CFiredAlertReceiver {
 public:
-    virtual ~CAlertNotices() = default;
+    virtual ~CFiredAlertReceiver() = default;
 
-    /// A field alert fired: post its record (see FormatAlertNotice) to the frame and return. Nothing may be shown and
+    /// A field alert fired: post its record (see FormatAlertRecord) to the frame and return. Nothing may be shown and
     /// no alert changed from inside. fired: as it was before.
-    virtual void PostNotice(std::string record, const A_INFO& fired) = 0;
+    virtual void PostFired(std::string record, const A_INFO& fired) = 0;
 
     /// News came for a symbol with an armed news alert; the same rules hold.
-    virtual void PostNewsNotice(SAlertNotice notice, const A_INFO& fired) = 0;
+    virtual void PostFiredNews(SAlertRecord record, const A_INFO& fired) = 0;
 };
 
 } // namespace vx

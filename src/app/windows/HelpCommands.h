@@ -14,7 +14,7 @@ class CGuideDlg;
 class CListView;
 struct SBoardContext;
 
-/// All keys of the program and what they do: those of the commands, and those of the board itself.
+/// All keys of the program and what they do: those of the commands, and those of the grid.
 ///
 /// Owns    nothing of the commands, which outlive it
 /// Thread  GUI thread only
@@ -35,10 +35,10 @@ private:
 ///
 /// Owns    nothing: the help windows are children of the context's window
 /// Thread  GUI thread only
-class CHelpDesk : public QObject {
+class CHelpCommands : public QObject {
     Q_OBJECT
 public:
-    explicit CHelpDesk(const SBoardContext& context);
+    explicit CHelpCommands(const SBoardContext& context);
 
 private:
     void Add(QDialog& window) const;

@@ -14,17 +14,17 @@ class CRecoveryDesk;
 enum class EFeedEnd;
 struct SBoardContext;
 
-/// Says below the grid that the session with the feed client is over, and starts the program anew on the same watchlist
+/// Says below the grid that the session with the feed client is over, and restarts the program with the same watchlist
 /// and place: what is not saved goes over in the recovery file, the text of an open editor with it.
 ///
 /// Errors  when unsaved changes cannot be kept, or the program cannot be started, a box says so and this one stays
 /// Owns    nothing of what it is given, which outlives it
 /// Thread  GUI thread only
-class CRestartDesk : public QObject {
+class CRestartController : public QObject {
     Q_OBJECT
 public:
-    CRestartDesk(const SBoardContext& context, CFileDesk& files, CRecoveryDesk& recovery,
-                 const CNorvCommandLineInfo& commandLine);
+    CRestartController(const SBoardContext& context, CFileDesk& files, CRecoveryDesk& recovery,
+                       const CNorvCommandLineInfo& commandLine);
 
     void ShowEnd(EFeedEnd end);
 

@@ -1,4 +1,4 @@
-#include "app/workspace/WindowDesk.h"
+#include "app/workspace/WindowController.h"
 
 #include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
@@ -23,7 +23,8 @@ namespace vx {
 
 using Arguments = std::vector<std::string>;
 
-CWindowDesk::CWindowDesk(const SBoardContext& context, CFileDesk& files, const CNorvCommandLineInfo& commandLine)
+CWindowController::CWindowController(const SBoardContext& context, CFileDesk& files,
+                                     const CNorvCommandLineInfo& commandLine)
     : QObject(&context.window), m_context(context), m_files(files), m_commandLine(commandLine) {
     context.window.installEventFilter(this);
     context.commands.Bind(
@@ -37,15 +38,15 @@ CWindowDesk::CWindowDesk(const SBoardContext& context, CFileDesk& files, const C
     context.commands.Bind(ECommand::SaveWorkspace, [this] { SaveAllWindows(); });
     context.commands.Bind(ECommand::OpenWorkspace, [this] { OpenStored(); });
     if (!m_commandLine.screenshot.empty()) return;
-    m_slot = new CWindowSlot(
+    m_registration = new CWindowRegistration(
         UserRuntimeFolder(), [this] { return WorkspaceText(Describe()); }, this);
-    connect(m_slot, &CWindowSlot::SaveAsked, this, &CWindowDesk::PostSaveMessage);
-    connect(m_slot, &CWindowSlot::ShowAsked, this, &CWindowDesk::BringUp);
+    connect(m_registration, &CWindowRegistration::SaveAsked, this, &CWindowController::PostSaveMessage);
+    connect(m_registration, &CWindowRegistration::ShowAsked, this, &CWindowController::BringUp);
 }
 
-SWorkspaceWindow CWindowDesk::Describe() const {
+SWorkspaceWindow CWindowController::Describe() const {
     SWorkspaceWindow window;
-    window.number = m_slot && m_slot->Number() > 0 ? m_slot->Number() : 1;
+    window.number = m_registration && m_registration->Number() > 0 ? m_registration->Number() : 1;
     window.file = m_files.File().Path();
     window.symbols = m_commandLine.symbol;
     window.type = m_commandLine.type;
@@ -57,16 +58,16 @@ SWorkspaceWindow CWindowDesk::Describe() const {
 
 // Other windows
 
-bool CWindowDesk::ShowOther(const std::string& path) {
-    if (!m_slot || IsSameFile(m_files.File().Path(), path) ||
-        !ShowWindowWithFile(m_slot->Folder(), m_slot->Number(), path))
+bool CWindowController::ShowOther(const std::string& path) {
+    if (!m_registration || IsSameFile(m_files.File().Path(), path) ||
+        !ShowWindowWithFile(m_registration->Folder(), m_registration->Number(), path))
         return false;
     m_context.status.Say(fmt::format("\"{}\" is open in another window.", Windows1252FromUtf8(path)));
     return true;
 }
 
 // The window in which the keyboard belongs may be a dialog of this one.
-void CWindowDesk::BringUp() {
+void CWindowController::BringUp() {
     if (m_context.window.isMinimized())
         m_context.window.setWindowState(m_context.window.windowState() & ~Qt::WindowMinimized);
     m_context.window.raise();
@@ -76,46 +77,46 @@ void CWindowDesk::BringUp() {
     front.activateWindow();
 }
 
-SPlacement CWindowDesk::BesideOthers(const SPlacement& placement) const {
+SPlacement CWindowController::BesideOthers(const SPlacement& placement) const {
     std::vector<QPoint> corners;
-    if (m_slot)
-        for (const SRunningWindow& window : RunningWindows(m_slot->Folder(), m_slot->Number()))
+    if (m_registration)
+        for (const SRunningWindow& window : RunningWindows(m_registration->Folder(), m_registration->Number()))
             if (window.shows.left && window.shows.top) corners.emplace_back(*window.shows.left, *window.shows.top);
     return Cascaded(placement, corners, ScreenAreas());
 }
 
 // The workspace
 
-void CWindowDesk::SaveAllWindows() {
-    if (m_slot) m_slot->AskOthers();
+void CWindowController::SaveAllWindows() {
+    if (m_registration) m_registration->AskOthers();
     PostSaveMessage();
 }
 
-void CWindowDesk::PostSaveMessage() {
+void CWindowController::PostSaveMessage() {
     QCoreApplication::postEvent(&m_context.window, new CRegisteredMessage(RegisterMessage(kSaveWorkspaceMessageName)));
 }
 
-bool CWindowDesk::eventFilter(QObject* watched, QEvent* event) {
+bool CWindowController::eventFilter(QObject* watched, QEvent* event) {
     if (watched != &m_context.window || event->type() != RegisterMessage(kSaveWorkspaceMessageName))
         return QObject::eventFilter(watched, event);
     SaveWorkspace();
     return true;
 }
 
-void CWindowDesk::SaveWorkspace() {
+void CWindowController::SaveWorkspace() {
     LogInformation(fmt::format("Received broadcast save workspace message in {}.", kProgramName));
     const SWorkspaceWindow window = Describe();
     const int error = SaveToWorkspace(CRegistry::CurrentUser(), window,
-                                      [this](int number) { return m_slot && m_slot->Runs(number); });
-    if (m_slot) m_slot->Answer(error == 0);
+                                      [this](int number) { return m_registration && m_registration->Runs(number); });
+    if (m_registration) m_registration->Answer(error == 0);
     if (error == 0) return m_context.status.Say("Workspace saved");
     ShowMessageBox({WorkspaceError(WorkspaceValueName(window.number), error), kWorkspaceErrorCaption, EBoxButtons::Ok,
                     EBoxIcon::Stop});
 }
 
-void CWindowDesk::OpenStored() {
+void CWindowController::OpenStored() {
     std::vector<SRunningWindow> running;
-    if (m_slot) running = RunningWindows(m_slot->Folder(), m_slot->Number());
+    if (m_registration) running = RunningWindows(m_registration->Folder(), m_registration->Number());
     running.push_back({0, CNorvCommandLineInfo(*WorkspaceArguments(WorkspaceText(Describe())))});
     const SOpenedWorkspace opened = OpenWorkspace(CRegistry::CurrentUser(), running, StartWindow);
     if (opened.IsWhole())

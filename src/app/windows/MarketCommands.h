@@ -10,15 +10,15 @@ class CHeadlinesDlg;
 class CTimeAndSalesDlg;
 struct SBoardContext;
 
-/// Opens the windows that look further than the board: symbol search, headlines, time and sales.
+/// Opens the windows that show more of the market: symbol search, headlines, time and sales.
 ///
 /// Owns    the windows; nothing of context and session, which outlive it
 /// Thread  GUI thread only
-class CMarketDesk : public QObject {
+class CMarketCommands : public QObject {
     Q_OBJECT
 public:
-    CMarketDesk(const SBoardContext& context, CFeedSession& session);
-    ~CMarketDesk() override;
+    CMarketCommands(const SBoardContext& context, CFeedSession& session);
+    ~CMarketCommands() override;
 
     /// Lets the user search and puts what was chosen into the watchlist.
     void SearchSymbols();

@@ -1,4 +1,4 @@
-#include "app/alerts/AlertDesk.h"
+#include "app/alerts/AlertController.h"
 
 #include "alerts/rules/AlertInfo.h"
 #include "alerts/rules/AlertTexts.h"
@@ -32,7 +32,7 @@
 
 namespace vx {
 
-CAlertDesk::CAlertDesk(const SBoardContext& context)
+CAlertController::CAlertController(const SBoardContext& context)
     : QObject(&context.window), m_context(context), m_history(UserStateFolder()),
       m_services{.settings = context.settings,
                  .player = m_preview,
@@ -41,29 +41,29 @@ CAlertDesk::CAlertDesk(const SBoardContext& context)
                  .isMuted = [this] { return m_context.settings.ReadBoolean(kAlertMute); }},
       m_notices(new CNoticeQueue(m_player, context.window, &context.window, context.settings, this)),
       m_presence(new CPresence(this)), m_missed(new CMissedAlerts(context.status, this)) {
-    m_context.doc.AlertRules().SetNotices(this);
+    m_context.doc.AlertRules().SetReceiver(this);
     m_context.window.installEventFilter(this);
     m_notices->SetMuted(m_context.settings.ReadBoolean(kAlertMute));
     m_notices->SetInUse([this] { return m_presence->IsHere(); });
-    m_notices->SetTarget([this](const SFiredNotice& fired) { return TargetOf(fired); });
-    m_notices->SetEnded([this](const SFiredNotice& fired, EFiringEnd end) { OnEnded(fired, end); });
+    m_notices->SetTarget([this](const SFiredAlert& fired) { return TargetOf(fired); });
+    m_notices->SetEnded([this](const SFiredAlert& fired, EFiringEnd end) { OnEnded(fired, end); });
     m_missed->SetUrgent([this] { return m_context.settings.ReadBoolean(kAlertUrgent); });
-    connect(m_notices, &CNoticeQueue::Opening, this, &CAlertDesk::OnOpening);
-    connect(m_presence, &CPresence::Returned, this, &CAlertDesk::NoteSeen);
+    connect(m_notices, &CNoticeQueue::Opening, this, &CAlertController::OnOpening);
+    connect(m_presence, &CPresence::Returned, this, &CAlertController::NoteSeen);
     connect(m_presence, &CPresence::Returned, m_missed, &CMissedAlerts::OnReturn);
-    connect(m_missed, &CMissedAlerts::Asked, this, &CAlertDesk::ShowHistory);
-    connect(m_missed, &CMissedAlerts::Called, this, &CAlertDesk::ShowWindow);
+    connect(m_missed, &CMissedAlerts::Asked, this, &CAlertController::ShowHistory);
+    connect(m_missed, &CMissedAlerts::Called, this, &CAlertController::ShowWindow);
     BindCommands();
 }
 
 // The windows use the players, the services and the history.
-CAlertDesk::~CAlertDesk() {
+CAlertController::~CAlertController() {
     qDeleteAll(m_context.window.findChildren<CNewAlertDlg*>());
     delete m_notices;
     delete m_historyDlg;
 }
 
-void CAlertDesk::BindCommands() {
+void CAlertController::BindCommands() {
     CCommands& commands = m_context.commands;
     commands.Bind(ECommand::AlertsEdit, [this] { EditAlerts(FocusSymbol()); });
     commands.Bind(ECommand::AlertNew, [this] {
@@ -87,17 +87,17 @@ void CAlertDesk::BindCommands() {
 
 // From the alert to the notice
 
-void CAlertDesk::PostNotice(std::string record, const A_INFO& fired) {
+void CAlertController::PostFired(std::string record, const A_INFO& fired) {
     QCoreApplication::postEvent(&m_context.window,
                                 new CAlertFiredMessage(std::move(record), fired, m_context.doc.OpenCount()));
 }
 
-void CAlertDesk::PostNewsNotice(SAlertNotice notice, const A_INFO& fired) {
+void CAlertController::PostFiredNews(SAlertRecord record, const A_INFO& fired) {
     QCoreApplication::postEvent(&m_context.window,
-                                new CAlertFiredMessage(std::move(notice), fired, m_context.doc.OpenCount()));
+                                new CAlertFiredMessage(std::move(record), fired, m_context.doc.OpenCount()));
 }
 
-bool CAlertDesk::eventFilter(QObject* watched, QEvent* event) {
+bool CAlertController::eventFilter(QObject* watched, QEvent* event) {
     if (watched == &m_context.window && event->type() == kAlertFiredMessage) {
         OnFired(static_cast<const CAlertFiredMessage&>(*event));
         return true;
@@ -109,30 +109,30 @@ bool CAlertDesk::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
 }
 
-void CAlertDesk::OnFired(const CAlertFiredMessage& message) {
-    SFiredNotice fired = message.Fired();
-    LogInformation(ShownLine(NoticeTitle(fired.notice)));
+void CAlertController::OnFired(const CAlertFiredMessage& message) {
+    SFiredAlert fired = message.Fired();
+    LogInformation(ShownLine(NoticeTitle(fired.record)));
     if (m_context.window.isMinimized() && !QGuiApplication::focusWindow())
         m_presence->SetHere(false); // Sooner than a poll.
     const int64_t awaySince = m_presence->AwaySinceMs();
-    fired.id = m_history.NoteFired(FiringOf(fired.notice, message.FiredMs(), awaySince));
+    fired.id = m_history.NoteFired(FiringOf(fired.record, message.FiredMs(), awaySince));
     fired.wasAway = awaySince != 0;
     if (m_historyDlg) m_historyDlg->RefreshSoon();
-    if (fired.wasAway) m_missed->Add(fired.notice, fired.firedAt);
+    if (fired.wasAway) m_missed->Add(fired.record, fired.firedAt);
     m_notices->Add(std::move(fired));
 }
 
 // The user may have left while the notice waited for a pause.
-void CAlertDesk::OnOpening() {
+void CAlertController::OnOpening() {
     m_presence->NoteOwnWindow();
-    const SFiredNotice& fired = m_notices->Current();
+    const SFiredAlert& fired = m_notices->Current();
     if (m_presence->IsHere())
         NoteSeen();
     else if (!fired.wasAway)
-        m_missed->Add(fired.notice, fired.firedAt);
+        m_missed->Add(fired.record, fired.firedAt);
 }
 
-void CAlertDesk::NoteSeen() {
+void CAlertController::NoteSeen() {
     const std::string& id = m_notices->Current().id;
     if (!m_notices->Shown() || id == m_seen) return;
     m_seen = id;
@@ -141,10 +141,10 @@ void CAlertDesk::NoteSeen() {
 }
 
 // Another watchlist may have been opened meanwhile, whose alerts the notice is not about.
-SNoticeTarget CAlertDesk::TargetOf(const SFiredNotice& fired) const {
+SNoticeTarget CAlertController::TargetOf(const SFiredAlert& fired) const {
     const CWatchlistDoc& doc = m_context.doc;
-    const std::string& symbol = fired.notice.symbol;
-    const auto index = static_cast<size_t>(fired.notice.index);
+    const std::string& symbol = fired.record.symbol;
+    const auto index = static_cast<size_t>(fired.record.index);
     SNoticeTarget out{.canArm = false, .canReset = false, .resetLine = {}, .taken = {}};
     if (fired.watchlist != doc.OpenCount()) return out;
     out.canArm = doc.Alerts().IndexOf(symbol, fired.alert) >= 0;
@@ -158,50 +158,50 @@ SNoticeTarget CAlertDesk::TargetOf(const SFiredNotice& fired) const {
     return out;
 }
 
-void CAlertDesk::OnReset(const CResetAlertMessage& message) {
+void CAlertController::OnReset(const CResetAlertMessage& message) {
     CAlertsMap& alerts = m_context.doc.AlertRules();
-    const SFiredNotice& of = message.Of();
-    const auto index = static_cast<size_t>(of.notice.index);
+    const SFiredAlert& of = message.Of();
+    const auto index = static_cast<size_t>(of.record.index);
     const bool isThere = TargetOf(of).canReset;
-    const A_INFO before = isThere ? alerts.Get(of.notice.symbol)[index] : A_INFO{};
+    const A_INFO before = isThere ? alerts.Get(of.record.symbol)[index] : A_INFO{};
     if (isThere && alerts.ResetFromRecord(message.Record()))
-        return NoteReset(of, before, alerts.Get(of.notice.symbol)[index].value);
+        return NoteReset(of, before, alerts.Get(of.record.symbol)[index].value);
     LogInformation(fmt::format("The alert of \"{}\" to be reset is not there any more.", ShownLine(message.Record())));
     NoteEnded(of, EFiringEnd::Dismissed);
 }
 
 // The alert that was changed may be another one than the one that fired: the history says so of both.
-void CAlertDesk::NoteReset(const SFiredNotice& of, const A_INFO& changed, double newThreshold) {
+void CAlertController::NoteReset(const SFiredAlert& of, const A_INFO& changed, double newThreshold) {
     const int64_t now = QDateTime::currentMSecsSinceEpoch();
     if (m_historyDlg) m_historyDlg->RefreshSoon();
     if (IsSameAlert(changed, of.alert)) return m_history.NoteEnded(of.id, EFiringEnd::Reset, now, newThreshold);
     m_history.NoteEnded(of.id, EFiringEnd::ResetOther, now, newThreshold, AlertWords(changed));
-    const SAlertNotice like = ReadAlertNotice(FormatAlertNotice(of.notice.symbol, {changed}, 0, {}));
+    const SAlertRecord like = ReadAlertRecord(FormatAlertRecord(of.record.symbol, {changed}, 0, {}));
     const std::vector<SAlertFiring> firings = m_history.Read();
     if (const SAlertFiring* firing = FindFiring(firings, FiringOf(like, 0, 0)))
         m_history.NoteEnded(firing->id, EFiringEnd::Reset, now, newThreshold);
 }
 
-bool CAlertDesk::Arm(const SFiredNotice& fired) {
+bool CAlertController::Arm(const SFiredAlert& fired) {
     if (!TargetOf(fired).canArm) return false;
     CAlertsMap& alerts = m_context.doc.AlertRules();
-    alerts.Arm(fired.notice.symbol, alerts.IndexOf(fired.notice.symbol, fired.alert));
+    alerts.Arm(fired.record.symbol, alerts.IndexOf(fired.record.symbol, fired.alert));
     return true;
 }
 
 // What became of a reset is known when its message has arrived.
-void CAlertDesk::OnEnded(const SFiredNotice& fired, EFiringEnd end) {
+void CAlertController::OnEnded(const SFiredAlert& fired, EFiringEnd end) {
     if (end == EFiringEnd::Reset) return;
     NoteEnded(fired, end == EFiringEnd::Armed && !Arm(fired) ? EFiringEnd::Dismissed : end);
 }
 
-void CAlertDesk::NoteEnded(const SFiredNotice& fired, EFiringEnd end) {
+void CAlertController::NoteEnded(const SFiredAlert& fired, EFiringEnd end) {
     m_history.NoteEnded(fired.id, end, QDateTime::currentMSecsSinceEpoch());
     if (m_historyDlg) m_historyDlg->RefreshSoon();
 }
 
 // The user chose the desktop's notification, and is here whatever the desktop makes of it.
-void CAlertDesk::ShowWindow() {
+void CAlertController::ShowWindow() {
     if (m_context.window.isMinimized())
         m_context.window.setWindowState(m_context.window.windowState() & ~Qt::WindowMinimized);
     m_context.window.raise();
@@ -211,7 +211,7 @@ void CAlertDesk::ShowWindow() {
 
 // The windows
 
-void CAlertDesk::EditAlerts(std::string_view symbol) {
+void CAlertController::EditAlerts(std::string_view symbol) {
     CWatchlistDoc& doc = m_context.doc;
     const auto inOneStep = [&](const auto& commit) {
         doc.Edit("edit alerts", [&](CWatchlistEdit& edit) {
@@ -222,7 +222,7 @@ void CAlertDesk::EditAlerts(std::string_view symbol) {
     EditAlertsWithDialog(doc.AlertRules(), m_services, &m_context.window, std::string(symbol), inOneStep);
 }
 
-void CAlertDesk::NewAlert(int row, int column) {
+void CAlertController::NewAlert(int row, int column) {
     CWatchlistDoc& doc = m_context.doc;
     SAlertDraft draft;
     draft.symbol = doc.RowSymbol(row);
@@ -249,7 +249,7 @@ void CAlertDesk::NewAlert(int row, int column) {
     dialog->show();
 }
 
-void CAlertDesk::ShowHistory() {
+void CAlertController::ShowHistory() {
     if (!m_historyDlg)
         m_historyDlg = new CAlertHistoryDlg(m_history, &m_context.window);
     else if (!m_historyDlg->isVisible())
@@ -260,18 +260,18 @@ void CAlertDesk::ShowHistory() {
     m_historyDlg->activateWindow();
 }
 
-std::string_view CAlertDesk::FocusSymbol() const {
+std::string_view CAlertController::FocusSymbol() const {
     return m_context.doc.RowSymbol(m_context.view.Grid().FocusCell().row);
 }
 
-std::vector<std::string> CAlertDesk::Symbols() const {
+std::vector<std::string> CAlertController::Symbols() const {
     std::vector<std::string> out;
     m_context.doc.Symbols().ForEach([&](const SYMBOL_DATA& data) { out.push_back(data.symbol); });
     std::ranges::sort(out);
     return out;
 }
 
-std::string CAlertDesk::ValueNow(std::string_view symbol, int32_t fieldId) const {
+std::string CAlertController::ValueNow(std::string_view symbol, int32_t fieldId) const {
     const SFieldEntry* field = JudgedField(fieldId);
     const CSymbolRec* record = m_context.doc.Store().Find(symbol);
     if (!field || !record || CellDirection(*record, *field) == EDirection::NeverSet) return {};

@@ -10,19 +10,19 @@ namespace vx {
 
 class CFileDesk;
 class CNorvCommandLineInfo;
-class CWindowSlot;
+class CWindowRegistration;
 struct SWorkspaceWindow;
 struct SBoardContext;
 
 /// The window among the other windows of the program: opens new ones, brings the one up that has a file, keeps its own
 /// place apart from theirs, stays on top, and saves and opens the workspace of all.
 ///
-/// Owns    the window's slot among the running windows; nothing of context, files and command line, which outlive it
+/// Owns    the window's registration among the running windows; nothing of context, files and command line, which outlive it
 /// Thread  GUI thread only
-class CWindowDesk : public QObject {
+class CWindowController : public QObject {
     Q_OBJECT
 public:
-    CWindowDesk(const SBoardContext& context, CFileDesk& files, const CNorvCommandLineInfo& commandLine);
+    CWindowController(const SBoardContext& context, CFileDesk& files, const CNorvCommandLineInfo& commandLine);
 
     /// Brings another window up that has the file open; false when there is none.
     bool ShowOther(const std::string& path);
@@ -44,7 +44,7 @@ private:
     const SBoardContext& m_context;
     CFileDesk& m_files;
     const CNorvCommandLineInfo& m_commandLine;
-    CWindowSlot* m_slot = nullptr; ///< A child; null in a run that only makes a picture.
+    CWindowRegistration* m_registration = nullptr; ///< A child; null in a run that only makes a picture.
 };
 
 } // namespace vx

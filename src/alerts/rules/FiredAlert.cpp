@@ -1,4 +1,4 @@
-#include "alerts/rules/AlertNotice.h"
+#include "alerts/rules/FiredAlert.h"
 
 #include "alerts/rules/AlertInfo.h"
 #include "alerts/rules/AlertTexts.h"
@@ -52,7 +52,7 @@ std::vector<std::string> ReadThresholds(std::string_view text) {
 
 } // namespace
 
-std::string FormatAlertNotice(std::string_view symbol, const CAlertArray& alerts, size_t index,
+std::string FormatAlertRecord(std::string_view symbol, const CAlertArray& alerts, size_t index,
                               const SAlertValues& values) {
     std::string out;
     if (index >= alerts.size()) return out;
@@ -70,9 +70,9 @@ std::string FormatAlertNotice(std::string_view symbol, const CAlertArray& alerts
     return out;
 }
 
-SAlertNotice ReadAlertNotice(std::string_view record) {
+SAlertRecord ReadAlertRecord(std::string_view record) {
     constexpr size_t kOneDigitAndComma = 2;
-    SAlertNotice out;
+    SAlertRecord out;
     out.condition = TakeField(record);
     out.symbol = TakeField(record);
     for (double* number : {&out.value, &out.last, &out.bid, &out.ask, &out.threshold})

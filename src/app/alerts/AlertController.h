@@ -1,7 +1,7 @@
 #pragma once
 
 #include "alerts/rules/AlertHistory.h"
-#include "alerts/rules/AlertNotice.h"
+#include "alerts/rules/FiredAlert.h"
 #include "alerts/ui/AlertDialogServices.h"
 #include "alerts/ui/AlertSoundPlayer.h"
 
@@ -27,14 +27,14 @@ struct SBoardContext;
 ///
 /// Owns    nothing of the context
 /// Thread  GUI thread only
-class CAlertDesk : public QObject, public CAlertNotices {
+class CAlertController : public QObject, public CFiredAlertReceiver {
     Q_OBJECT
 public:
-    explicit CAlertDesk(const SBoardContext& context);
-    ~CAlertDesk() override;
+    explicit CAlertController(const SBoardContext& context);
+    ~CAlertController() override;
 
-    void PostNotice(std::string record, const A_INFO& fired) override;
-    void PostNewsNotice(SAlertNotice notice, const A_INFO& fired) override;
+    void PostFired(std::string record, const A_INFO& fired) override;
+    void PostFiredNews(SAlertRecord record, const A_INFO& fired) override;
 
     /// The list of alerts, modally, with the first alert of a symbol selected.
     void EditAlerts(std::string_view symbol);
@@ -57,12 +57,12 @@ private:
     void OnFired(const CAlertFiredMessage& message);
     void OnOpening();
     void NoteSeen();
-    SNoticeTarget TargetOf(const SFiredNotice& fired) const;
+    SNoticeTarget TargetOf(const SFiredAlert& fired) const;
     void OnReset(const CResetAlertMessage& message);
-    void NoteReset(const SFiredNotice& of, const A_INFO& changed, double newThreshold);
-    bool Arm(const SFiredNotice& fired);
-    void OnEnded(const SFiredNotice& fired, EFiringEnd end);
-    void NoteEnded(const SFiredNotice& fired, EFiringEnd end);
+    void NoteReset(const SFiredAlert& of, const A_INFO& changed, double newThreshold);
+    bool Arm(const SFiredAlert& fired);
+    void OnEnded(const SFiredAlert& fired, EFiringEnd end);
+    void NoteEnded(const SFiredAlert& fired, EFiringEnd end);
     void ShowWindow();
     std::string_view FocusSymbol() const;
     std::vector<std::string> Symbols() const;

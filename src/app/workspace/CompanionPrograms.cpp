@@ -1,4 +1,4 @@
-#include "app/workspace/LinkDesk.h"
+#include "app/workspace/CompanionPrograms.h"
 
 #include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
@@ -52,16 +52,16 @@ constexpr int kCurrentSymbolMs = 250;
 
 } // namespace
 
-CLinkDesk::CLinkDesk(const SBoardContext& context) : QObject(&context.window), m_context(context) {
+CCompanionPrograms::CCompanionPrograms(const SBoardContext& context) : QObject(&context.window), m_context(context) {
     BindLinks();
     for (QObject* shows : m_context.commands.Action(LinkChart).associatedObjects())
         if (auto* menu = qobject_cast<QMenu*>(shows)) menu->setToolTipsVisible(true);
     auto* timer = new QTimer(this);
-    connect(timer, &QTimer::timeout, this, &CLinkDesk::LookAtCurrentSymbol);
+    connect(timer, &QTimer::timeout, this, &CCompanionPrograms::LookAtCurrentSymbol);
     timer->start(kCurrentSymbolMs);
 }
 
-void CLinkDesk::BindLinks() {
+void CCompanionPrograms::BindLinks() {
     for (const SLink& link : kLinks) {
         m_context.commands.Bind(
             link.fromMenu, [this, &link] { Start(link.program, link.takesSymbol); },
@@ -77,7 +77,7 @@ void CLinkDesk::BindLinks() {
 }
 
 // Without a symbol in the row the program starts empty, as its user would start it.
-void CLinkDesk::Start(const char* program, bool takesSymbol) {
+void CCompanionPrograms::Start(const char* program, bool takesSymbol) {
     const std::string symbol = RowSymbol();
     QStringList arguments;
     if (takesSymbol && !symbol.empty()) arguments = {QStringLiteral("-symbol"), QtText(symbol)};
@@ -91,21 +91,21 @@ void CLinkDesk::Start(const char* program, bool takesSymbol) {
 }
 
 // Nothing for a program that is there: its command says what it does.
-QString CLinkDesk::TipOf(const char* program) {
+QString CCompanionPrograms::TipOf(const char* program) {
     const int64_t now = CClock::Instance().MonotonicMs();
     auto [entry, isNew] = m_installed.try_emplace(program);
     if (isNew || now - entry->second.lookedMs >= kLookAgainMs) entry->second = {IsInstalled(program), now};
     return entry->second.installed ? QString() : QStringLiteral("Not installed: %1").arg(QString::fromLatin1(program));
 }
 
-void CLinkDesk::LookAtCurrentSymbol() {
+void CCompanionPrograms::LookAtCurrentSymbol() {
     std::string current = m_context.settings.ReadTextOrDefault(kCurrentSymbol);
     if (current == m_currentSymbol) return;
     m_currentSymbol = std::move(current);
     m_context.commands.RefreshSoon();
 }
 
-std::string CLinkDesk::RowSymbol() const {
+std::string CCompanionPrograms::RowSymbol() const {
     return std::string(m_context.doc.RowSymbol(m_context.view.Grid().FocusCell().row));
 }
 

@@ -1,4 +1,4 @@
-#include "app/windows/HelpDesk.h"
+#include "app/windows/HelpCommands.h"
 
 #include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
@@ -24,7 +24,7 @@ namespace {
 
 constexpr QSize kSize{680, 520};
 
-/// Keys to which the board listens itself.
+/// Keys that the grid handles.
 constexpr std::array<std::pair<const char*, const char*>, 16> kBoardKeys = {{
     {"Arrows", "Go to the next cell; with Ctrl to the last one, with Shift select on the way"},
     {"Home, End", "Go to the first or last column; with Ctrl to the first or last cell"},
@@ -105,7 +105,7 @@ void CKeysDlg::Fill(const CCommands& commands) {
     m_shown->setSourceModel(rows);
 }
 
-CHelpDesk::CHelpDesk(const SBoardContext& context) : QObject(&context.window), m_context(context) {
+CHelpCommands::CHelpCommands(const SBoardContext& context) : QObject(&context.window), m_context(context) {
     context.commands.Bind(ECommand::HelpGuide, [this] {
         if (!m_guide) Add(*(m_guide = new CGuideDlg(&m_context.window)));
         Show(*m_guide);
@@ -117,12 +117,12 @@ CHelpDesk::CHelpDesk(const SBoardContext& context) : QObject(&context.window), m
 }
 
 // One window of the help opens the other as well.
-void CHelpDesk::Add(QDialog& window) const {
+void CHelpCommands::Add(QDialog& window) const {
     for (const ECommand command : {ECommand::HelpGuide, ECommand::HelpKeys})
         window.addAction(&m_context.commands.Action(command));
 }
 
-void CHelpDesk::Show(QDialog& window) {
+void CHelpCommands::Show(QDialog& window) {
     if (window.isMinimized()) window.showNormal();
     window.show();
     window.raise();

@@ -1,4 +1,4 @@
-#include "app/windows/MarketDesk.h"
+#include "app/windows/MarketCommands.h"
 
 #include "app/commands/AddSymbols.h"
 #include "app/commands/BoardContext.h"
@@ -18,7 +18,7 @@
 
 namespace vx {
 
-CMarketDesk::CMarketDesk(const SBoardContext& context, CFeedSession& session)
+CMarketCommands::CMarketCommands(const SBoardContext& context, CFeedSession& session)
     : QObject(&context.window), m_context(context), m_session(session) {
     BindSearchType();
     context.commands.Bind(ECommand::SymbolSearch, [this] { SearchSymbols(); });
@@ -26,12 +26,12 @@ CMarketDesk::CMarketDesk(const SBoardContext& context, CFeedSession& session)
     context.commands.Bind(ECommand::TimeAndSales, [this] { ShowTimeAndSales(); });
 }
 
-CMarketDesk::~CMarketDesk() {
+CMarketCommands::~CMarketCommands() {
     delete m_headlines;
     delete m_timeAndSales;
 }
 
-void CMarketDesk::BindSearchType() {
+void CMarketCommands::BindSearchType() {
     const auto bind = [&](ECommand command, int type) {
         m_context.commands.Bind(
             command, [this, type] { m_context.settings.WriteInteger(kSearchType, type); },
@@ -43,7 +43,7 @@ void CMarketDesk::BindSearchType() {
     bind(ECommand::SearchByDescription, 1);
 }
 
-void CMarketDesk::SearchSymbols() {
+void CMarketCommands::SearchSymbols() {
     CSymbolSearchDlg dialog(m_session, m_context.settings, &m_context.window);
     if (m_searchSize.isValid()) dialog.resize(m_searchSize);
     const bool chosen = dialog.exec() == QDialog::Accepted;
@@ -60,20 +60,20 @@ void CMarketDesk::SearchSymbols() {
     grid.EnsureVisible(rows.first, column);
 }
 
-void CMarketDesk::ShowHeadlines() {
+void CMarketCommands::ShowHeadlines() {
     CHeadlinesDlg& window = WindowOf(m_headlines);
     window.ShowInFront();
     window.ShowRowsHeadlines();
 }
 
-void CMarketDesk::ShowTimeAndSales() {
+void CMarketCommands::ShowTimeAndSales() {
     CTimeAndSalesDlg& window = WindowOf(m_timeAndSales);
     window.ShowInFront();
     window.ShowRowsTrades();
 }
 
 // The commands of the three windows work in each of them too.
-template <typename TWindow> TWindow& CMarketDesk::WindowOf(TWindow*& window) {
+template <typename TWindow> TWindow& CMarketCommands::WindowOf(TWindow*& window) {
     if (!window) {
         window = new TWindow(m_context.doc, m_context.view.Grid(), &m_context.window);
         for (const ECommand command : {ECommand::SymbolSearch, ECommand::Headlines, ECommand::TimeAndSales})

@@ -16,10 +16,10 @@ struct SBoardContext;
 ///
 /// Owns    nothing of the context
 /// Thread  GUI thread only
-class CLinkDesk : public QObject {
+class CCompanionPrograms : public QObject {
     Q_OBJECT
 public:
-    explicit CLinkDesk(const SBoardContext& context);
+    explicit CCompanionPrograms(const SBoardContext& context);
 
 private:
     struct SLook {

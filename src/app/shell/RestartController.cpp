@@ -1,4 +1,4 @@
-#include "app/shell/RestartDesk.h"
+#include "app/shell/RestartController.h"
 
 #include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
@@ -49,8 +49,8 @@ void Say(const std::string& text) { ShowMessageBox({text, kProgramName, EBoxButt
 
 } // namespace
 
-CRestartDesk::CRestartDesk(const SBoardContext& context, CFileDesk& files, CRecoveryDesk& recovery,
-                           const CNorvCommandLineInfo& commandLine)
+CRestartController::CRestartController(const SBoardContext& context, CFileDesk& files, CRecoveryDesk& recovery,
+                                       const CNorvCommandLineInfo& commandLine)
     : QObject(&context.window), m_context(context), m_files(files), m_recovery(recovery), m_commandLine(commandLine),
       m_end(EFeedEnd::None) {
     context.commands.Bind(
@@ -60,7 +60,7 @@ CRestartDesk::CRestartDesk(const SBoardContext& context, CFileDesk& files, CReco
 }
 
 // Below the grid, where it moves no row under the pointer.
-void CRestartDesk::MakeBar() {
+void CRestartController::MakeBar() {
     QAction& restart = m_context.commands.Action(ECommand::Restart);
     m_bar = new QFrame(&m_context.view);
     m_bar->setObjectName(QStringLiteral("feedEndBar"));
@@ -82,7 +82,7 @@ void CRestartDesk::MakeBar() {
     m_bar->hide();
 }
 
-void CRestartDesk::ShowEnd(EFeedEnd end) {
+void CRestartController::ShowEnd(EFeedEnd end) {
     if (std::exchange(m_end, end) == end) return;
     m_text->setText(TextOf(end));
     const int size = m_bar->style()->pixelMetric(QStyle::PM_SmallIconSize);
@@ -96,7 +96,7 @@ void CRestartDesk::ShowEnd(EFeedEnd end) {
     QAccessible::updateAccessibility(&event);
 }
 
-void CRestartDesk::Restart() {
+void CRestartController::Restart() {
     // Else the new window would take what this one saves for the work of another program.
     if (!m_files.WaitForSave()) return;
     if (!m_recovery.KeepNow())
@@ -107,7 +107,7 @@ void CRestartDesk::Restart() {
     Q_EMIT Restarted();
 }
 
-QStringList CRestartDesk::Arguments() const {
+QStringList CRestartController::Arguments() const {
     const bool modified = m_context.doc.IsModified();
     const QString file = QFile::decodeName(m_files.File().Path().c_str());
     QStringList out;
