@@ -12,12 +12,12 @@ void CCellFlash::SetVisible(const CGridGeometry& geometry) {
     m_cells.clear();
 }
 
-void CCellFlash::End(int64_t now, std::vector<SCellPlace>& ended) {
-    const auto isOver = [&](const SCellPlace& place) {
-        const size_t i = Index(place.row, place.column);
+void CCellFlash::End(int64_t now, std::vector<SGridCell>& ended) {
+    const auto isOver = [&](const SGridCell& cell) {
+        const size_t i = Index(cell.row, cell.column);
         if (now - m_started[i] < kShowMs) return false;
         m_lit[i] = 0;
-        ended.push_back(place);
+        ended.push_back(cell);
         return true;
     };
     m_cells.erase(std::remove_if(m_cells.begin(), m_cells.end(), isOver), m_cells.end());

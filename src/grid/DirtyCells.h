@@ -1,6 +1,7 @@
 #pragma once
 
 #include "grid/GridGeometry.h"
+#include "grid/GridSelection.h"
 
 #include <QRegion>
 
@@ -46,7 +47,6 @@ private:
 ///
 /// Shape   all cells lit in one pass go out together; scrolling forgets them all
 /// Units   times in milliseconds of a clock that never goes back
-/// Thread  GUI thread only
 class CCellFlash {
 public:
     static constexpr int64_t kRestartMs = 334;
@@ -70,12 +70,8 @@ public:
     }
     bool Any() const { return !m_cells.empty(); }
 
-    struct SCellPlace {
-        int row;
-        int column;
-    };
     /// Puts out the cells that have been lit for kShowMs and adds them to the list.
-    void End(int64_t now, std::vector<SCellPlace>& ended);
+    void End(int64_t now, std::vector<SGridCell>& ended);
 
 private:
     static constexpr size_t kNone = SIZE_MAX;
@@ -90,13 +86,11 @@ private:
     unsigned m_columns = 0;
     std::vector<int64_t> m_started;
     std::vector<uint8_t> m_lit;
-    std::vector<SCellPlace> m_cells;
+    std::vector<SGridCell> m_cells;
 };
 
 /// Which of the cells on the screen have changed since they were last painted. A change elsewhere costs two
 /// comparisons and leaves no trace.
-///
-/// Thread  GUI thread only
 class CDirtyCells {
 public:
     /// Takes the cells that can now be seen; everything marked is forgotten, for the caller repaints all.

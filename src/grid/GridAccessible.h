@@ -16,8 +16,6 @@ struct SGridSelection;
 /// in kPauseMs, so that a busy price does not talk without end.
 ///
 /// Shape   costs nothing while there is no assistive technology, or the keyboard is not in the grid
-/// Owns    nothing of the grid, which outlives it
-/// Thread  GUI thread only
 class CFocusSpeech {
 public:
     static constexpr int kPauseMs = 2000;
@@ -40,8 +38,6 @@ private:
 
 /// Makes every grid control known to assistive technology as a table of cells, each named by its row, its column and
 /// its text ("IBM Last 123.45"). Calling it again has no effect.
-///
-/// Thread  GUI thread only
 void InstallGridAccessibility();
 
 /// The row and the column of a cell as they are read to the user: "IBM Last".

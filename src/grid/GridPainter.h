@@ -44,7 +44,6 @@ struct SGridScene {
 /// Paints the cells of a grid that lie in a rectangle of its viewport, row by row through one strip of pixels.
 ///
 /// Shape   at most one FillCell per cell that the rectangle touches; nothing is allocated once fonts and strip exist
-/// Thread  GUI thread only
 class CGridPainter {
 public:
     /// Paints the rectangles of a region. The painter's transformation may scale (high-DPI screens, pictures), equally

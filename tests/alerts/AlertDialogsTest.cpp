@@ -6,7 +6,6 @@
 #include "alerts/ui/AlertsDlg.h"
 #include "alerts/ui/NewAlertDlg.h"
 #include "alerts/ui/ResetAlert.h"
-#include "alerts/ui/SpinEdit.h"
 #include "data/catalogue/Catalogue.h"
 
 #include <QCheckBox>

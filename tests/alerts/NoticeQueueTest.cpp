@@ -6,7 +6,6 @@
 #include "alerts/ui/AlertsNotice.h"
 #include "alerts/ui/NoticeQueue.h"
 #include "alerts/ui/ResetAlert.h"
-#include "alerts/ui/SpinEdit.h"
 #include "settings/Settings.h"
 #include "support/FakeClock.h"
 #include "support/TempFolder.h"

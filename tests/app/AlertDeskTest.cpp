@@ -9,7 +9,6 @@
 #include "alerts/ui/NewAlertDlg.h"
 #include "alerts/ui/NoticeQueue.h"
 #include "alerts/ui/ResetAlert.h"
-#include "alerts/ui/SpinEdit.h"
 #include "app/alerts/AlertController.h"
 #include "app/alerts/MissedAlerts.h"
 #include "app/commands/Commands.h"

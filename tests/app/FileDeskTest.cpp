@@ -321,7 +321,7 @@ TEST_F(CFileDeskTest, AFormerContentThatCannotBeKeptIsNamedAndNothingElseIs) {
     WriteFile(At("zantrel/generations"), "in the way of the folder");
     Type(2, "msft");
     const std::string question = "The former content of \"" + path +
-                                 "\" could not be kept: a part of its path is no folder.\n\nSave all the same?";
+                                 "\" could not be kept: part of its path is not a folder.\n\nSave all the same?";
     boxes.answers = {No};
     Do("FileSave");
     EXPECT_TRUE(doc.IsModified());

@@ -146,7 +146,7 @@ TEST_F(CRecoveryDeskTest, TheUserHearsOnceThatNothingCanBeKept) {
     for (int i = 0; i < 3; ++i) frame.Recovery().Poll();
     TurnEventLoop(3);
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Unsaved changes cannot be kept in \"" + At("zantrel/recovery") +
-                                               "\": a part of its path is no folder. Save the watchlist so that they "
+                                               "\": part of its path is not a folder. Save the watchlist so that they "
                                                "are not lost."));
 }
 

@@ -272,10 +272,10 @@ TEST_F(WatchlistSave, WhatIsNoFileIsNeitherOpenedNorReplaced) {
         std::string path;
         const char* reason;
     };
-    for (const SCase& c : {SCase{At("pipe"), "it is no file but a pipe, a device or a socket."},
+    for (const SCase& c : {SCase{At("pipe"), "it is not a file but a pipe, a device or a socket."},
                            {At("folder"), "it is a folder."},
-                           {"/dev/zero", "it is no file but a pipe, a device or a socket."},
-                           {At("banks.vxw/x"), "a part of its path is no folder."},
+                           {"/dev/zero", "it is not a file but a pipe, a device or a socket."},
+                           {At("banks.vxw/x"), "part of its path is not a folder."},
                            {At("loop"), "its links lead nowhere."}}) {
         Change(2, "GS");
         const std::string before = Written();

@@ -10,16 +10,16 @@
 
 namespace vx {
 
-void AppendFixed(std::string& out, double value, int places) {
-    std::array<char, 1 + 309 + 1 + 15> text; // Sign, digits of the greatest double, point, places.
-    out.append(text.data(), WriteFixed(value, places, false, text));
+void AppendFixed(std::string& out, double value, int decimals) {
+    std::array<char, 1 + 309 + 1 + 15> text; // Sign, digits of the greatest double, point, decimals.
+    out.append(text.data(), WriteFixed(value, decimals, false, text));
 }
 
 namespace {
 
-std::string Fixed(double value, int places = 6) {
+std::string Fixed(double value, int decimals = 6) {
     std::string out;
-    AppendFixed(out, value, places);
+    AppendFixed(out, value, decimals);
     return out;
 }
 

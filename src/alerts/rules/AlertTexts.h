@@ -13,8 +13,8 @@ namespace vx {
 /// Appends a number as "%.*lf" of the C locale writes it, whole: 1e308 has 309 digits before the point, and what is no
 /// number reads "nan" or "inf".
 ///
-/// Units   places: digits after the point, 0..15
-void AppendFixed(std::string& out, double value, int places = 6);
+/// Units   decimals: digits after the point, 0..15
+void AppendFixed(std::string& out, double value, int decimals = 6);
 
 // What the alert windows say. All texts are Windows-1252; what a feed or a file gave goes in as it is and is never
 // taken for a format.

@@ -140,15 +140,15 @@ const A_INFO& CAlertsMap::At(const SSymbolAlerts& entry, int index) {
     return entry.alerts[static_cast<size_t>(index)];
 }
 
-CAlertsMap::EPlace CAlertsMap::PlaceOf(const SFieldEntry& field) {
-    if (field.source != ESource::Quote) return EPlace::Elsewhere;
+CAlertsMap::EStoredAs CAlertsMap::StoredAs(const SFieldEntry& field) {
+    if (field.source != ESource::Quote) return EStoredAs::Elsewhere;
     switch (field.valueClass) {
     case EValueClass::Integer:
-        return EPlace::QuoteInteger;
+        return EStoredAs::QuoteInteger;
     case EValueClass::Unsigned:
-        return EPlace::QuoteUnsigned;
+        return EStoredAs::QuoteUnsigned;
     default:
-        return EPlace::QuoteNumber;
+        return EStoredAs::QuoteNumber;
     }
 }
 
@@ -159,7 +159,7 @@ void CAlertsMap::AppendArmed(SSymbolAlerts& entry, size_t index) {
     const uint8_t meetingResults = MeetingResults(alert.condition);
     if (alert.enabled == 0 || !field || meetingResults == 0) return;
     entry.armed.push_back(
-        {alert.value, static_cast<int32_t>(index), PlaceOf(*field), field->slot, meetingResults, alert.noZero != 0});
+        {alert.value, static_cast<int32_t>(index), StoredAs(*field), field->slot, meetingResults, alert.noZero != 0});
 }
 
 void CAlertsMap::Rearm(std::string_view symbol, SSymbolAlerts& entry) {

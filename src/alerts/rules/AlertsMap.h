@@ -24,8 +24,6 @@ enum class EAlertMap : uint8_t {
 };
 
 /// Hears of every change of the live alerts.
-///
-/// Thread  GUI thread only
 class CAlertsObserver {
 public:
     virtual ~CAlertsObserver() = default;
@@ -53,7 +51,6 @@ struct SUnreadAlerts {
 /// Shape   a symbol has a key only while it has alerts; symbols are compared exactly, case included
 /// Errors  what names no symbol or alert is ignored unless an operation says otherwise
 /// Owns    the alerts; not the receiver or the observer, which outlive it or are set to null
-/// Thread  GUI thread only
 /// Source  docs/file-format.md, "Alerts", for the text
 class CAlertsMap {
 public:
@@ -140,13 +137,13 @@ public:
 
 private:
     /// Where the value of a field stands: in a slot of the quote, in one of three forms, or elsewhere.
-    enum class EPlace : uint8_t { QuoteNumber, QuoteInteger, QuoteUnsigned, Elsewhere };
+    enum class EStoredAs : uint8_t { QuoteNumber, QuoteInteger, QuoteUnsigned, Elsewhere };
 
     /// An armed live alert in the form in which it is judged: four of them fill a cache line.
     struct SArmed {
         double threshold;
         int32_t index;
-        EPlace place;
+        EStoredAs storedAs;
         uint8_t slot;
         uint8_t meetingResults;
         bool noZero;
@@ -166,7 +163,7 @@ private:
     };
     static constexpr size_t kFoundRecords = 4096; ///< Power of two; records whose numbers collide share an entry.
 
-    static EPlace PlaceOf(const SFieldEntry& field);
+    static EStoredAs StoredAs(const SFieldEntry& field);
     static void AppendArmed(SSymbolAlerts& entry, size_t index);
     static const A_INFO& At(const SSymbolAlerts& entry, int index);
 

@@ -63,21 +63,22 @@ void CAlertsMap::ForEachMet(const SSymbolAlerts& entry, const CSymbolRec& record
     const bool isRegion = record.AsRegion() != nullptr;
     const CQuoteData& quote = record.Base().Quote();
     const auto valueOf = [&](const SArmed& armed) -> double {
-        switch (isRegion ? EPlace::Elsewhere : armed.place) {
-        case EPlace::QuoteNumber:
+        switch (isRegion ? EStoredAs::Elsewhere : armed.storedAs) {
+        case EStoredAs::QuoteNumber:
             return quote.Number(armed.slot);
-        case EPlace::QuoteInteger:
+        case EStoredAs::QuoteInteger:
             return quote.Integer(armed.slot);
-        case EPlace::QuoteUnsigned:
+        case EStoredAs::QuoteUnsigned:
             return quote.Unsigned(armed.slot);
-        case EPlace::Elsewhere:
+        case EStoredAs::Elsewhere:
             break;
         }
         return CellNumber(record, *JudgedField(entry.alerts[static_cast<size_t>(armed.index)].fieldId));
     };
     for (const SArmed& armed : entry.armed)
-        if (const double value = valueOf(armed); IsMet(armed.meetingResults, value, armed.threshold, armed.noZero) &&
-                                                 (armed.place == EPlace::Elsewhere || isRegion || !quote.IsEmpty()))
+        if (const double value = valueOf(armed);
+            IsMet(armed.meetingResults, value, armed.threshold, armed.noZero) &&
+            (armed.storedAs == EStoredAs::Elsewhere || isRegion || !quote.IsEmpty()))
             visit(armed.index, value);
 }
 

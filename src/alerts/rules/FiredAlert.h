@@ -64,8 +64,6 @@ std::string FormatAlertRecord(std::string_view symbol, const CAlertArray& alerts
 SAlertRecord ReadAlertRecord(std::string_view record);
 
 /// What became of an alert that fired: shows it to the user, once the handling of the update is over.
-///
-/// Thread  GUI thread only
 class CFiredAlertReceiver {
 public:
     virtual ~CFiredAlertReceiver() = default;

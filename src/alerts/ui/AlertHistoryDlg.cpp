@@ -197,7 +197,7 @@ void CAlertHistoryDlg::ShowSummary() {
     m_empty->setText(all == 0 ? QStringLiteral("No alert has fired yet.")
                               : (m_view->currentIndex() == kWhileAway && absence == 0
                                      ? QStringLiteral("No alert fired while you were away.")
-                                     : QStringLiteral("No alert that fired fits the filter.")));
+                                     : QStringLiteral("No fired alert matches the filter.")));
 }
 
 void CAlertHistoryDlg::ChooseExport() {

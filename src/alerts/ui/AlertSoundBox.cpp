@@ -53,10 +53,10 @@ CAlertSoundBox::CAlertSoundBox(const SAlertDialogServices& services, QWidget* pa
     m_play->setAutoDefault(false);
     auto* browse = new QPushButton(QStringLiteral("&Browse..."));
     browse->setObjectName(QStringLiteral("browse"));
-    browse->setToolTip(QStringLiteral("Look for a wave file"));
+    browse->setToolTip(QStringLiteral("Choose a wave file"));
     browse->setAutoDefault(false);
     m_remove->setObjectName(QStringLiteral("removeSound"));
-    m_remove->setToolTip(QStringLiteral("Take the chosen wave file off the list; the file itself stays"));
+    m_remove->setToolTip(QStringLiteral("Remove the chosen wave file from the list; the file itself stays"));
     m_remove->setAutoDefault(false);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -169,7 +169,7 @@ void CAlertSoundBox::ShowPlaying(bool playing) {
     m_play->setText(playing ? QStringLiteral("S&top") : QStringLiteral("&Play"));
     m_play->setEnabled(m_list->currentIndex() > 0 && !muted);
     m_remove->setEnabled(m_list->currentIndex() >= kFirstFile);
-    m_play->setToolTip(muted ? QStringLiteral("Sounds are muted") : QStringLiteral("Hear the sound"));
+    m_play->setToolTip(muted ? QStringLiteral("Sounds are muted") : QStringLiteral("Play the sound"));
 }
 
 } // namespace vx

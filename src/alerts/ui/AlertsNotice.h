@@ -72,8 +72,6 @@ struct SNoticeTarget {
 /// Enter presses a button that the user went to, Esc dismisses.
 ///
 /// Shape   result(): EResult. A reset was posted to the owner as kResetAlertMessage by then
-/// Owns    nothing of the owner, which outlives it
-/// Thread  GUI thread only
 class CAlertsNotice : public QDialog {
     Q_OBJECT
 public:

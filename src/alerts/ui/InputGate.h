@@ -19,7 +19,6 @@ namespace vx {
 ///
 /// Shape   one for the program; costs a look at the type of each event
 /// Owns    nothing of the notice
-/// Thread  GUI thread only
 class CInputGate : public QObject {
     Q_OBJECT
 public:

@@ -53,7 +53,7 @@ std::string NoticePlaceText(const QPoint& place);
 /// notice is closed. A notice belongs to the topmost modal window, takes the keyboard only while the program is the
 /// active one, and keeps input from all other windows.
 ///
-/// Owns    the notice shown; not the player, the owner of the notices, the settings or the parent, which outlive it
+/// Owns    the notice shown
 /// Thread  GUI thread only; nothing waits in a nested loop
 class CNoticeQueue : public QObject {
     Q_OBJECT

@@ -11,7 +11,7 @@ namespace vx {
 /// Shape   options start with "-" or "--" and are compared without case; those with a value take the next argument,
 ///         or what follows "=". An argument that is no option is a watchlist file; a path may begin with "/".
 /// Errors  one that is not known, or that all display programs share and that lacks its value, is kept in unknown and
-///         otherwise ignored; a bad value of an option of this program alone is reported in error
+///         otherwise ignored; a bad value of an option of this program alone is told in error
 /// Units   edges in pixels of the virtual screen; integers are read leniently (text that is no number gives 0)
 class CNorvCommandLineInfo {
 public:
