@@ -50,7 +50,6 @@ struct SHeadline {
 /// Every headline since a watchlist was opened, as many as the bounds allow: the oldest go first.
 ///
 /// Owns    the headlines; a reference to one is good until the next Add or Clear
-/// Thread  GUI thread only
 class CHeadlineLog {
 public:
     static constexpr size_t kMostHeadlines = 10'000;

@@ -28,8 +28,6 @@ std::string NewsCountsRequest(std::string_view symbolList);
 std::vector<std::string> NewsCountsRequests(std::span<const std::string> symbols);
 
 /// The lookup connection, as far as news counts go.
-///
-/// Thread  GUI thread only
 class CNewsCountsPort {
 public:
     virtual ~CNewsCountsPort() = default;
@@ -56,7 +54,6 @@ enum class ENewsStyle { Fresh = 1, Plain = 2 };
 ///
 /// Shape   symbols are compared exactly, case included
 /// Errors  none: what cannot be read changes nothing
-/// Thread  GUI thread only
 /// Source  docs/feed-protocol.md
 class CNewsMap {
 public:

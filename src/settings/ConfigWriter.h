@@ -22,9 +22,6 @@ public:
 
 /// The application's profile: named texts below one key of the registry, the registry base, which may be changed for
 /// the length of an access.
-///
-/// Owns    nothing: the registry outlives it
-/// Thread  GUI thread only
 class CApplicationProfile {
 public:
     CApplicationProfile(CRegistry& registry, std::string_view base) : m_registry(registry), m_base(base) {}
@@ -48,8 +45,6 @@ private:
 
 /// Keeps settings in the application's profile, below a registry base of its own: each access makes that base the
 /// profile's and puts the previous one back.
-///
-/// Owns    nothing: the profile outlives it
 class CConfigWriter final : public CConfigWriterMux {
 public:
     explicit CConfigWriter(CApplicationProfile& profile, std::string_view registryBase = kApplicationSettingsKey)

@@ -81,7 +81,7 @@ void ApplyLogCategories(const CSettings& settings) {
     std::string unknown;
     SetLogCategories(ReadLogCategories(settings.ReadTextOrDefault(kLogCategories), &unknown));
     if (!unknown.empty())
-        LogInformation(fmt::format("Settings: \"{}\" holds names that are no log category, they are ignored: {}",
+        LogInformation(fmt::format("Settings: \"{}\" holds names that are not log categories and are ignored: {}",
                                    kLogCategories.name, unknown));
 }
 

@@ -19,8 +19,6 @@ class CRegistry;
 ///
 /// Errors  readers always give a value. Where the stored text is empty or cannot be read, ReadText returns it as it
 ///         is (so "" or "Config Error"), the others the setting's default. Writers return whether the value is stored
-/// Owns    nothing: the writer outlives it
-/// Thread  GUI thread only
 class CSettings {
 public:
     /// Pause between attempts to write a value back: a store whose lock another program keeps holds each one up.

@@ -26,7 +26,6 @@ struct SBoardContext;
 /// to the frame as a posted message, so that nothing opens while a line of the feed is being handled.
 ///
 /// Owns    nothing of the context
-/// Thread  GUI thread only
 class CAlertController : public QObject, public CFiredAlertReceiver {
     Q_OBJECT
 public:

@@ -24,8 +24,6 @@ class CDesktopNotifier;
 /// Knows whether the program is the active one, and since when it is not; until one of its windows becomes active for
 /// the first time it is not. A window of the program that comes up by itself may be made the active one by the desktop:
 /// then the user is back with the next key or move of the mouse.
-///
-/// Thread  GUI thread only
 class CPresence : public QObject {
     Q_OBJECT
 public:
@@ -61,9 +59,6 @@ private:
 
 /// Tells of alerts that fire while another program is the active one: a notification of the desktop, which sums up what
 /// fired since the user left, and a button in the status bar that stays until the history was looked at.
-///
-/// Owns    nothing of the status bar, which outlives it
-/// Thread  GUI thread only
 class CMissedAlerts : public QObject {
     Q_OBJECT
 public:

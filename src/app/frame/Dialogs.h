@@ -17,9 +17,6 @@ namespace vx {
 
 /// Sees to it that a dialog fits on its screen when it is shown: made smaller as far as its contents allow, and beyond
 /// that with everything but its bottom row in an area that scrolls.
-///
-/// Owns    nothing: the dialog, its parent, outlives it
-/// Thread  GUI thread only
 class CDialogFit : public QObject {
     Q_OBJECT
 public:
@@ -37,8 +34,6 @@ private:
 
 /// Message boxes that open by themselves while one of these lives, as after a save on a slow disk, take no key until
 /// none was pressed for kQuietMs: the user is typing into the window.
-///
-/// Thread  GUI thread only
 class CStrayKeyGuard : public QObject {
     Q_OBJECT
 public:
@@ -58,7 +53,6 @@ private:
 /// window stays alive, but takes no input.
 ///
 /// Owns    its dialog
-/// Thread  GUI thread only
 class CWorkProgressBox {
 public:
     static constexpr int kShowAfterMs = 400;
@@ -85,7 +79,6 @@ private:
 ///
 /// Owns    nothing; call it once after the application object exists, with the window the boxes belong to (may be null
 ///         until there is one)
-/// Thread  GUI thread only
 void InstallQtMessageBoxes(QWidget* parent);
 
 } // namespace vx

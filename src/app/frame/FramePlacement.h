@@ -53,9 +53,6 @@ SPlacement Cascaded(SPlacement placement, const std::vector<QPoint>& corners, co
 /// A place is left and top of the frame, width and height of what is in it. A window that was put somewhere, or whose
 /// screens changed, has all its edges on the screen, the frame counted, which is known only once the window manager has
 /// drawn it. Where the user moves the window it stays.
-///
-/// Owns    nothing: the window, its parent, outlives it
-/// Thread  GUI thread only
 class CFramePlacer : public QObject {
     Q_OBJECT
 public:

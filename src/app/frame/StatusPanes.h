@@ -10,8 +10,6 @@ class QLabel;
 namespace vx {
 
 /// The frame's status bar: the document's status, then the feed's state, the market clock and the age of the last data.
-///
-/// Thread  GUI thread only
 class CStatusPanes : public QStatusBar {
     Q_OBJECT
 public:

@@ -14,7 +14,6 @@ ETheme ThemeByName(std::string_view name);
 /// Gives the whole application the palette of a theme. System means dark when the platform's own window colour is
 /// dark, else light.
 ///
-/// Thread  GUI thread only
 /// Returns whether the palette in use is a dark one
 bool ApplyTheme(ETheme theme);
 
@@ -22,8 +21,6 @@ bool ApplyTheme(ETheme theme);
 /// seen. Dialog buttons have no pictures, since their words say enough; disabled texts have no shadow, which blurs them
 /// in the dark; what can be checked, pressed or typed into has an outline of at least 3:1 in both themes; message boxes
 /// have plain signs. Dialogs fit on their screen.
-///
-/// Thread  GUI thread only
 class CProgramStyle : public QProxyStyle {
 public:
     CProgramStyle();

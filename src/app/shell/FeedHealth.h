@@ -15,7 +15,6 @@ namespace vx {
 /// Noting a line costs a store of a flag, for it happens on every line; Tick turns the flags into times.
 ///
 /// Units   times in milliseconds of a clock that never goes back, as precise as Tick is frequent
-/// Thread  GUI thread only
 class CFeedHealth {
 public:
     /// Both the admin and the level-1 port silent for this long: the feed counts as silent.

@@ -39,8 +39,6 @@ class CWindowController;
 struct SBoardContext;
 
 /// A main window that holds a session with the feed client and a title made of the program's and the document's.
-///
-/// Thread  GUI thread only
 class CNorvMainFrame : public QMainWindow, public CFeedSession {
     Q_OBJECT
 public:
@@ -64,8 +62,7 @@ private:
 /// The watchlist program's main window: owns the level-1 store, the document and its view, and hands every line of the
 /// feed to the object that handles it.
 ///
-/// Owns    all of the above; not the settings, which outlive it
-/// Thread  GUI thread only
+/// Owns    all of the above
 class CMainFrame : public CNorvMainFrame, public CWatchlistFrame, private CNewsCountsPort {
     Q_OBJECT
 public:

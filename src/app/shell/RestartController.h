@@ -18,8 +18,6 @@ struct SBoardContext;
 /// and place: what is not saved goes over in the recovery file, the text of an open editor with it.
 ///
 /// Errors  when unsaved changes cannot be kept, or the program cannot be started, a box says so and this one stays
-/// Owns    nothing of what it is given, which outlives it
-/// Thread  GUI thread only
 class CRestartController : public QObject {
     Q_OBJECT
 public:

@@ -14,9 +14,6 @@ class CMainFrame;
 /// exit() out of its event loop.
 ///
 /// A signal that was ignored when the program started, as by nohup, stays ignored. There is at most one of these.
-///
-/// Owns    nothing of the frame, which outlives it
-/// Thread  GUI thread only
 class CSessionEnd : public QObject {
     Q_OBJECT
 public:

@@ -17,8 +17,6 @@ struct SMessageBox;
 
 /// The application object that the display programs share: the application's profile in the registry, one locale for
 /// numbers, and the start in two steps.
-///
-/// Thread  GUI thread only
 class CNorvWinAppEx : public QApplication {
 public:
     /// argc and argv must outlive the application.
@@ -39,8 +37,6 @@ private:
 
 /// The watchlist program: sets up log and settings, makes the main frame with its document and view, and opens what the
 /// command line names.
-///
-/// Thread  GUI thread only
 class CWatchlistApp : public CNorvWinAppEx {
 public:
     /// Reads the command line after the toolkit has taken its own options out of it.

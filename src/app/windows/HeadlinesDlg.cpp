@@ -227,7 +227,7 @@ QString CHeadlinesDlg::EmptyText(const QString& symbol) const {
         return QStringLiteral(
             "This row holds no symbol.\nGo to the row of a symbol in the watchlist, or choose all symbols.");
     if (!m_filter->text().trimmed().isEmpty())
-        return QStringLiteral("No headline passes the filter.\nClear it, or choose all symbols.");
+        return QStringLiteral("No headline matches the filter.\nClear it, or choose all symbols.");
     return QStringLiteral(
                "No headline about %1 has come since the watchlist was opened.\nChoose all symbols to see the others.")
         .arg(symbol);

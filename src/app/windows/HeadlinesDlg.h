@@ -22,7 +22,6 @@ struct SHeadline;
 /// The headlines of a log that pass a filter, newest first.
 ///
 /// Owns    the numbers of the headlines, not their texts: a row is read from the log when it is painted
-/// Thread  GUI thread only
 class CHeadlineModel : public QAbstractTableModel {
     Q_OBJECT
 public:
@@ -67,8 +66,6 @@ QString HeadlineSymbols(const SHeadline& headline, size_t mostBytes);
 
 /// The headlines since the watchlist was opened, newest first: those of the focus row's symbol or all, each with its
 /// whole text below the list.
-///
-/// Thread  GUI thread only
 class CHeadlinesDlg : public CRowWindow {
     Q_OBJECT
 public:

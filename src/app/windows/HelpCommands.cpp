@@ -25,19 +25,19 @@ namespace {
 constexpr QSize kSize{680, 520};
 
 /// Keys that the grid handles.
-constexpr std::array<std::pair<const char*, const char*>, 16> kBoardKeys = {{
+constexpr std::array<std::pair<const char*, const char*>, 16> kGridKeys = {{
     {"Arrows", "Go to the next cell; with Ctrl to the last one, with Shift select on the way"},
     {"Home, End", "Go to the first or last column; with Ctrl to the first or last cell"},
-    {"Page Up, Page Down", "Turn a page"},
-    {"Enter, Shift+Enter", "Go down or up; while typing, take the text over first"},
-    {"Tab, Shift+Tab", "While typing: take the text over and go right or left"},
-    {"Esc", "While typing: leave the cell as it was; while dragging: drop nothing"},
+    {"Page Up, Page Down", "Scroll one page"},
+    {"Enter, Shift+Enter", "Go down or up; while typing, accept the text first"},
+    {"Tab, Shift+Tab", "While typing: accept the text and go right or left"},
+    {"Esc", "While typing: keep the old text; while dragging: cancel the drag"},
     {"F2", "Edit the focus cell"},
     {"Ctrl+A", "Select every cell"},
     {"Ctrl+Space", "Select the columns of the selection"},
     {"Shift+Space", "Select the rows of the selection"},
     {"Shift+F10, Menu", "Open the menu of the selection"},
-    {"Enter", "In the find bar: the next place; with Shift the one before"},
+    {"Enter", "In the find bar: find the next one; with Shift the previous one"},
     {"Ctrl+Enter", "In a note: keep it"},
     {"Space", "In the list of alerts: arm or disarm the alert"},
     {"Del", "In the list of alerts: remove the alert"},
@@ -60,14 +60,14 @@ CKeysDlg::CKeysDlg(CCommands& commands, QWidget* parent)
     setObjectName(QStringLiteral("keysWindow"));
     setWindowTitle(QStringLiteral("Keys"));
     m_filter->setObjectName(QStringLiteral("keysFilter"));
-    m_filter->setPlaceholderText(QStringLiteral("Part of a key, or of what it does"));
+    m_filter->setPlaceholderText(QStringLiteral("Part of a key or of its description"));
     m_filter->setClearButtonEnabled(true);
     Fill(commands);
     m_shown->setFilterKeyColumn(-1);
     m_shown->setFilterCaseSensitivity(Qt::CaseInsensitive);
     m_list->setModel(m_shown);
     m_list->SetColumnWidths({160, 170, 300});
-    m_list->SetEmptyText(QStringLiteral("No key does that. The menus have every command."));
+    m_list->SetEmptyText(QStringLiteral("No key matches. The menus have every command."));
 
     auto* caption = new QLabel(QStringLiteral("&Find:"));
     caption->setBuddy(m_filter);
@@ -101,7 +101,7 @@ void CKeysDlg::Fill(const CCommands& commands) {
         if (!keys.isEmpty())
             add(keys, commands.Name(static_cast<ECommand>(id)), commands.Tip(static_cast<ECommand>(id)));
     }
-    for (const auto& [keys, what] : kBoardKeys) add(QString::fromLatin1(keys), {}, QString::fromUtf8(what));
+    for (const auto& [keys, what] : kGridKeys) add(QString::fromLatin1(keys), {}, QString::fromUtf8(what));
     m_shown->setSourceModel(rows);
 }
 

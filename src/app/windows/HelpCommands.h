@@ -15,9 +15,6 @@ class CListView;
 struct SBoardContext;
 
 /// All keys of the program and what they do: those of the commands, and those of the grid.
-///
-/// Owns    nothing of the commands, which outlive it
-/// Thread  GUI thread only
 class CKeysDlg : public QDialog {
     Q_OBJECT
 public:
@@ -32,9 +29,6 @@ private:
 };
 
 /// Opens the windows of the Help menu.
-///
-/// Owns    nothing: the help windows are children of the context's window
-/// Thread  GUI thread only
 class CHelpCommands : public QObject {
     Q_OBJECT
 public:

@@ -19,8 +19,6 @@ class CWatchlistGrid;
 
 /// A flat list of rows with columns that says what to do while it is empty, and that keeps its place while rows arrive
 /// above those the user looks at.
-///
-/// Thread  GUI thread only
 class CListView : public QTreeView {
     Q_OBJECT
 public:
@@ -57,8 +55,6 @@ private:
 
 /// Ends a window's layout with the state of its list, as plain text, and beside it buttons that accept or reject
 /// the window. Enter presses none of them unless it has the focus.
-///
-/// Owns    nothing: the buttons are the window's
 QDialogButtonBox& AddBottomRow(QDialog& window, QVBoxLayout& layout, QLabel& state,
                                QDialogButtonBox::StandardButtons buttons);
 
@@ -67,9 +63,6 @@ void TabThrough(std::initializer_list<QWidget*> widgets);
 
 /// A window beside the grid that shows more of the focus row's symbol. It can stay open while the user works in the
 /// grid; closed, it keeps its size and place until the program ends.
-///
-/// Owns    nothing of document and grid, which outlive it
-/// Thread  GUI thread only
 class CRowWindow : public QDialog {
     Q_OBJECT
 public:

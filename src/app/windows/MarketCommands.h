@@ -12,8 +12,7 @@ struct SBoardContext;
 
 /// Opens the windows that show more of the market: symbol search, headlines, time and sales.
 ///
-/// Owns    the windows; nothing of context and session, which outlive it
-/// Thread  GUI thread only
+/// Owns    the windows
 class CMarketCommands : public QObject {
     Q_OBJECT
 public:

@@ -19,8 +19,6 @@ namespace vx {
 class CListView;
 
 /// The results of a symbol search as rows, in the order of their arrival.
-///
-/// Thread  GUI thread only
 class CSearchResultModel : public QAbstractTableModel {
     Q_OBJECT
 public:
@@ -54,7 +52,6 @@ private:
 /// most; a list that could not be loaded says why and offers another try.
 ///
 /// Owns    the two tables
-/// Thread  GUI thread only
 class CSearchFilter : public QWidget {
     Q_OBJECT
 public:

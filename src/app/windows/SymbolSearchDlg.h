@@ -23,9 +23,6 @@ class CSettings;
 /// Finds symbols on the feed client's lookup port: run it modally, and after OK take what was chosen.
 ///
 /// Results are shown as they arrive. The replies of a search still arrive in the session when the dialog is gone.
-///
-/// Owns    nothing of session and settings, which outlive it
-/// Thread  GUI thread only
 class CSymbolSearchDlg : public QDialog {
     Q_OBJECT
 public:

@@ -36,9 +36,9 @@ constexpr std::array<SColumnTitle, CTradeModel::kColumns> kTitles = {
      {"ET Price", "Price of the last extended trade at that moment"},
      {"ET Size", "Size of the last extended trade at that moment"}}};
 
-QString Fixed(double value, int places) {
+QString Fixed(double value, int decimals) {
     std::array<char, 64> text;
-    return QtText({text.data(), WriteFixed(value, places, false, text)});
+    return QtText({text.data(), WriteFixed(value, decimals, false, text)});
 }
 
 bool SameTrade(const sTimeAndSalesRec& a, const sTimeAndSalesRec& b) {
@@ -68,10 +68,10 @@ int CTradeModel::Show(const CL1SymbolRec* record) {
     const CTimeAndSales* history = record ? record->History() : nullptr;
     const uint32_t number = record ? record->Ids().id2 : 0;
     const int precision = record ? record->DecimalPrecision() : -1;
-    const int places = precision >= 0 ? std::min(precision, int{kMostDecimals}) : SCellFormat{}.decimals;
-    const int fresh = history && number == m_record && places == m_places ? FreshTrades(*history) : -1;
+    const int decimals = precision >= 0 ? std::min(precision, int{kMostDecimals}) : SCellFormat{}.decimals;
+    const int fresh = history && number == m_record && decimals == m_decimals ? FreshTrades(*history) : -1;
     m_record = number;
-    m_places = places;
+    m_decimals = decimals;
     if (fresh >= 0) {
         AddOnTop(*history, fresh);
         return fresh;
@@ -140,11 +140,11 @@ QString CTradeModel::Text(size_t row, int column) const {
     case kTick:
         return direction == EDirection::NeverSet ? QString() : QString(Shape(direction));
     case kPrice:
-        return Fixed(trade.price, m_places);
+        return Fixed(trade.price, m_decimals);
     case kSize:
         return QString::number(trade.size);
     case kExtendedPrice:
-        return extended ? Fixed(trade.extendedPrice, m_places) : QString();
+        return extended ? Fixed(trade.extendedPrice, m_decimals) : QString();
     case kExtendedSize:
         return extended ? QString::number(trade.extendedSize) : QString();
     default:
@@ -282,7 +282,7 @@ QString CTimeAndSalesDlg::EmptyText(const CL1SymbolRec* record) const {
                    "%1 is not being watched: the feed is not there yet, or the symbol has left the watchlist.\nIts "
                    "trades appear when it is watched.")
             .arg(name);
-    return QStringLiteral("Waiting for trades of %1.\nThose from before it was shown here are not kept.").arg(name);
+    return QStringLiteral("Waiting for trades of %1.\nEarlier trades are not kept.").arg(name);
 }
 
 } // namespace vx

@@ -22,7 +22,6 @@ class CListView;
 /// The trades of one symbol as rows, newest first: a picture of its history as it was at the last Show.
 ///
 /// Owns    a copy of the trades, so that it depends on no record
-/// Thread  GUI thread only
 class CTradeModel : public QAbstractTableModel {
     Q_OBJECT
 public:
@@ -50,7 +49,7 @@ private:
 
     std::vector<sTimeAndSalesRec> m_trades; ///< Newest first.
     uint32_t m_record = 0;                  ///< The record's running number, 0 for none.
-    int m_places = 0;
+    int m_decimals = 0;
     const SGridTheme* m_theme = &kLightGridTheme;
 };
 
@@ -58,7 +57,6 @@ private:
 /// on. Trades are kept only for symbols that were looked at while the window is open.
 ///
 /// Owns    the histories of these symbols' records, as far as their length goes: 0 again when the window is closed
-/// Thread  GUI thread only
 class CTimeAndSalesDlg : public CRowWindow {
     Q_OBJECT
 public:

@@ -15,7 +15,6 @@ struct SBoardContext;
 /// symbol when another program changes it.
 ///
 /// Owns    nothing of the context
-/// Thread  GUI thread only
 class CCompanionPrograms : public QObject {
     Q_OBJECT
 public:

@@ -21,7 +21,6 @@ namespace vx {
 /// Shape   "watchlist-<number>.lock", held while the window runs, and "watchlist-<number>.socket"; a request is one of
 ///         the lines below, and the connection ends with its answer
 /// Errors  without a folder of the user's own there is no number, and nobody reaches the window; the log says why
-/// Thread  GUI thread only
 class CWindowRegistration : public QObject {
     Q_OBJECT
 public:

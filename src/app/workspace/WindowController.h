@@ -17,8 +17,7 @@ struct SBoardContext;
 /// The window among the other windows of the program: opens new ones, brings the one up that has a file, keeps its own
 /// place apart from theirs, stays on top, and saves and opens the workspace of all.
 ///
-/// Owns    the window's registration among the running windows; nothing of context, files and command line, which outlive it
-/// Thread  GUI thread only
+/// Owns    the window's registration among the running windows
 class CWindowController : public QObject {
     Q_OBJECT
 public:

@@ -13,8 +13,6 @@ struct SChangeNotice {
 };
 
 /// How a change queue reaches the window whose notices it holds.
-///
-/// Thread  GUI thread only
 class CChangeWaker {
 public:
     virtual ~CChangeWaker() = default;
@@ -31,7 +29,6 @@ public:
 ///
 /// Shape   it holds a record at most once between two drains; the first notice after a drain wakes the window
 /// Owns    its ring, which grows when a record is watched and not when one changes; not the waker
-/// Thread  GUI thread only
 class CChangeQueue {
 public:
     explicit CChangeQueue(CChangeWaker& waker);

@@ -15,7 +15,6 @@ struct sRegQuoteData;
 /// What every per-symbol record has: its name, the two identifiers of its change notices, and who listens.
 ///
 /// Owns    nothing of its listeners: each stays alive until it is removed
-/// Thread  GUI thread only
 class CSymbolRec {
 public:
     CSymbolRec(std::string_view symbol, uint32_t number);

@@ -16,8 +16,6 @@
 namespace vx {
 
 /// The connection on which the level-1 store sends its watch commands.
-///
-/// Thread  GUI thread only
 class CL1CommandPort {
 public:
     virtual ~CL1CommandPort() = default;
@@ -39,7 +37,6 @@ public:
 /// Shape   one data line in -> one record changed, at most one notice per listening window between two of its drains
 /// Errors  none: a line without a symbol is dropped, a field that cannot be read counts as 0
 /// Owns    the records; not the port, the names or the listeners, which outlive it or are taken out before they go
-/// Thread  GUI thread only
 /// Source  docs/feed-protocol.md, "Data lines"
 class CL1DataStore {
 public:

@@ -9,8 +9,6 @@
 namespace vx {
 
 /// The feed's own time, from its time messages.
-///
-/// Thread  GUI thread only
 class CMarketClock {
 public:
     /// One time message, "T,20240131 09:30:05", with or without a comma and more after it. A line that holds no

@@ -107,10 +107,10 @@ SCellValue Read(const CSymbolRec& record, const SFieldEntry& entry) {
 bool IsPercent(const SFieldEntry& entry) { return entry.format.back() == '%'; }
 
 // A number too long for a cell is cut at its end, and keeps the percent sign.
-size_t Number(double value, int places, const SFieldEntry& entry, std::span<char, kMostCellText> out) {
+size_t Number(double value, int decimals, const SFieldEntry& entry, std::span<char, kMostCellText> out) {
     const bool plus = entry.format[1] == '+';
     const bool percent = IsPercent(entry);
-    size_t size = WriteFixed(value, places, plus, out.first(out.size() - (percent ? 1 : 0)));
+    size_t size = WriteFixed(value, decimals, plus, out.first(out.size() - (percent ? 1 : 0)));
     if (percent) out[size++] = '%';
     return size;
 }
@@ -157,7 +157,7 @@ bool IsTickTrend(const SFieldEntry& entry) {
     return entry.source == ESource::Quote && kUpdateLayout[entry.slot].rule == EParseRule::Tick;
 }
 
-size_t CellText(const CSymbolRec& record, const SFieldEntry& entry, int places, std::span<char, kMostCellText> out) {
+size_t CellText(const CSymbolRec& record, const SFieldEntry& entry, int decimals, std::span<char, kMostCellText> out) {
     const SCellValue cell = Read(record, entry);
     const bool set = cell.direction != EDirection::NeverSet;
     switch (entry.valueClass) {
@@ -170,7 +170,7 @@ size_t CellText(const CSymbolRec& record, const SFieldEntry& entry, int places, 
     case EValueClass::Fixed:
     case EValueClass::Price:
     case EValueClass::Ratio:
-        return set ? Number(cell.value.number, places, entry, out) : 0;
+        return set ? Number(cell.value.number, decimals, entry, out) : 0;
     case EValueClass::FourPlaces:
         return set ? Number(cell.value.number, 4, entry, out) : 0;
     case EValueClass::Integer:
@@ -216,12 +216,12 @@ EDirection ColourDirection(const CSymbolRec& record, const SFieldEntry& entry, E
     return number > 0 ? EDirection::Up : number < 0 ? EDirection::Down : EDirection::Unchanged;
 }
 
-int PlacesFor(const CSymbolRec& record, const SFieldEntry& entry, int cellPlaces, bool chosen) {
+int PlacesFor(const CSymbolRec& record, const SFieldEntry& entry, int cellDecimals, bool chosen) {
     const int precision = record.Base().DecimalPrecision();
-    if (entry.valueClass != EValueClass::Price || precision < 0) return cellPlaces;
+    if (entry.valueClass != EValueClass::Price || precision < 0) return cellDecimals;
     const bool ofSymbol =
-        !chosen && !IsPercent(entry) && (cellPlaces == kUnchosenDecimals || cellPlaces == entry.places);
-    return std::min(precision, ofSymbol ? kMostDecimals : cellPlaces);
+        !chosen && !IsPercent(entry) && (cellDecimals == kUnchosenDecimals || cellDecimals == entry.places);
+    return std::min(precision, ofSymbol ? kMostDecimals : cellDecimals);
 }
 
 } // namespace vx

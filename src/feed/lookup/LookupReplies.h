@@ -19,8 +19,7 @@ public:
 
 /// Puts the reply to a request for news counts together from its lines.
 ///
-/// Owns    the text; not the receiver
-/// Thread  GUI thread only
+/// Owns    the text
 class CNewsCountsReply {
 public:
     /// Some 400,000 symbols. A reply beyond that is dropped whole, which is logged.
@@ -39,8 +38,6 @@ private:
 };
 
 /// Where the reply lines of the lasting lookup connection go, by the id of their request.
-///
-/// Thread  GUI thread only
 class CLookupReplies {
 public:
     /// Takes a line by its first three characters; others than those of the two requests are ignored.

@@ -98,7 +98,6 @@ public:
 /// pauses double up to kMostPauseMs.
 ///
 /// Owns    the tables
-/// Thread  GUI thread only
 class CLookupTables final : public CCodeNames {
 public:
     static constexpr int64_t kPauseMs = 5000;

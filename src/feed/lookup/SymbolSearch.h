@@ -37,7 +37,6 @@ struct SSearchResult {
 ///
 /// Units   times in milliseconds of CClock's monotonic time
 /// Owns    the results
-/// Thread  GUI thread only
 class CSearchResults {
 public:
     static constexpr size_t kMostResults = 10000;

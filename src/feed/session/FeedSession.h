@@ -31,7 +31,6 @@ enum class EFeedEnd {
 /// The level-1 connection as the store of market data sees it: nothing until the feed client is ready for watches.
 ///
 /// Owns    nothing; the socket must outlive it or be taken away with SetSocket(nullptr)
-/// Thread  GUI thread only
 class CLevel1Port final : public CL1CommandPort {
 public:
     void SetSocket(CZantrelClientAppSocket* socket) { m_socket = socket; }
@@ -50,7 +49,6 @@ private:
 /// the feed run on meanwhile.
 ///
 /// Owns    the boxes that wait; they go unseen with the queue
-/// Thread  GUI thread only
 class CMessageBoxQueue {
 public:
     void Post(SMessageBox box);

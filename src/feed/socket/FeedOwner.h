@@ -13,8 +13,6 @@ namespace vx {
 /// view into the receive buffer, with a NUL after it, gone when the call returns. Handlers run inside a socket
 /// notification: they open no dialog and no event loop of their own, they post instead. Those that are not overridden
 /// ignore the line.
-///
-/// Thread  GUI thread only
 class CFeedOwner {
 public:
     virtual ~CFeedOwner() = default;
