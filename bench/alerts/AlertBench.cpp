@@ -49,7 +49,7 @@ public:
 private:
     void PostPaint() override {}
     void DrainNow() override {
-        m_queue.Drain([&](const SChangeNotice& notice) {
+        m_queue.Drain([&](const SRecordIds& notice) {
             if (const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2))
                 m_fired += m_alerts.Evaluate(*record).size();
         });

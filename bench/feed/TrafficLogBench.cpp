@@ -60,7 +60,7 @@ public:
     void PostMessageBox(SMessageBox) override { std::abort(); }
 
     void Drain() {
-        m_queue.Drain([&](const SChangeNotice& notice) { m_changes += notice.id2; });
+        m_queue.Drain([&](const SRecordIds& notice) { m_changes += notice.id2; });
         benchmark::DoNotOptimize(m_changes);
     }
 

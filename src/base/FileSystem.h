@@ -34,7 +34,7 @@ struct SFileStatus {
 struct SFileLoss {
     bool owner = false;       ///< The owner is now the user who saved it.
     bool permissions = false; ///< Its group, or a list of who else may use it.
-    unsigned otherNames = 0;  ///< Other names of the file (hard links); they keep the former content.
+    unsigned otherNames = 0;  ///< Other names of the file (hard links); they keep the old content.
 };
 
 /// Opening never waits for a pipe.

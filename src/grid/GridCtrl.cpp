@@ -97,7 +97,7 @@ int CGridCtrl::FitWidth(int column) {
     if (m_marks.SortOf(column) != ESortMark::None) width += CGridPainter::kSortMarkRoom;
     const auto measure = [&](int firstPlace, int lastPlace) {
         for (int place = firstPlace; place <= lastPlace; ++place) {
-            const int row = m_geometry.RowAtPlace(place);
+            const int row = m_geometry.ShownRowAt(place);
             m_cell.Reset();
             if (m_source->FillSpan(row, m_cell)) continue;
             m_cell.Reset();
@@ -106,8 +106,8 @@ int CGridCtrl::FitWidth(int column) {
         }
     };
     measure(1, std::min(m_geometry.ShownRowCount(), kFitRows));
-    measure(std::max(kFitRows + 1, m_geometry.PlaceOfRow(m_geometry.FirstVisibleRow())),
-            m_geometry.PlaceOfRow(m_geometry.LastVisibleRow()));
+    measure(std::max(kFitRows + 1, m_geometry.ShownIndexOf(m_geometry.FirstVisibleRow())),
+            m_geometry.ShownIndexOf(m_geometry.LastVisibleRow()));
     return std::min(width, CGridGeometry::kMaxColumnWidth);
 }
 

@@ -31,16 +31,16 @@ public:
     /// Rows that are not hidden.
     int ShownRowCount() const { return m_shownRows; }
     /// Where a row stands among the shown ones, from 1; a hidden row has the place of the next shown one below it.
-    int PlaceOfRow(int row) const { return m_hidden.empty() ? row : row - HiddenBefore(row); }
+    int ShownIndexOf(int row) const { return m_hidden.empty() ? row : row - HiddenBefore(row); }
     /// The shown row at a place; after the last one RowCount() + 1 and further.
-    int RowAtPlace(int place) const;
+    int ShownRowAt(int place) const;
     /// The row itself when it is shown, else the next shown one below it, RowCount() + 1 when there is none.
-    int NextShownRow(int row) const { return RowAtPlace(PlaceOfRow(row)); }
+    int NextShownRow(int row) const { return ShownRowAt(ShownIndexOf(row)); }
     /// The shown row so many shown rows below a row (above it for less than 0), as far as there are any; with 0 steps
     /// the row itself or the shown one nearest to it. The row itself again when all are hidden.
     int RowAway(int row, int steps) const;
     /// How many rows from the first to the last are shown.
-    int ShownRowsIn(int firstRow, int lastRow) const { return PlaceOfRow(lastRow + 1) - PlaceOfRow(firstRow); }
+    int ShownRowsIn(int firstRow, int lastRow) const { return ShownIndexOf(lastRow + 1) - ShownIndexOf(firstRow); }
     void SetRowHeights(int header, int row);
     int RowHeight() const { return m_rowHeight; }
     int HeaderHeight() const { return m_headerHeight; }
@@ -100,7 +100,7 @@ public:
 
     /// First and last row (1..) that can be seen, even in part; first > last when there is none. Hidden rows may lie
     /// between them.
-    int FirstVisibleRow() const { return RowAtPlace(m_scrollY / m_rowHeight + 1); }
+    int FirstVisibleRow() const { return ShownRowAt(m_scrollY / m_rowHeight + 1); }
     int LastVisibleRow() const;
     /// First and last of the columns beyond the fixed ones that can be seen; first > last when there is none.
     int FirstScrolledColumn() const;

@@ -71,7 +71,7 @@ private:
     void PaintRow(int row);
     void PaintSpan(int row);
     void PaintColumns(int row, int first, int last);
-    void PaintNotice(int row);
+    void PaintHint(int row);
     void ClearLinesBetween(int row, int left, int right);
     QRect WidestEmptyRun(int row);
     void PaintCell(int row, int column, const QRect& rect, const QRect& clip);

@@ -75,7 +75,7 @@ void CGridSelector::FocusOn(int row, int column) {
     const int top = m_grid.Geometry().RowTop(row);
     if (top < m_grid.Geometry().HeaderHeight() || top + m_grid.Geometry().RowHeight() > m_grid.viewport()->height()) {
         const int above = m_grid.Geometry().ScrolledHeight() / m_grid.Geometry().RowHeight() / 2;
-        m_grid.verticalScrollBar()->setValue((m_grid.Geometry().PlaceOfRow(row) - 1 - above) *
+        m_grid.verticalScrollBar()->setValue((m_grid.Geometry().ShownIndexOf(row) - 1 - above) *
                                              m_grid.Geometry().RowHeight());
     }
     const SGridCell cell{row, std::clamp(column, 1, std::max(1, m_grid.ColumnCount()))};

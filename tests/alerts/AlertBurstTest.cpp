@@ -44,7 +44,7 @@ private:
     void DrainNow() override { Judge(); }
     void OnAlertsChanged(std::string_view symbol, int armed) override { store.SetArmedAlerts(symbol, armed); }
     void Judge() {
-        queue.Drain([&](const SChangeNotice& notice) {
+        queue.Drain([&](const SRecordIds& notice) {
             ++m_judged;
             if (const CSymbolRec* record = store.FindById(notice.id1, notice.id2)) alerts.Evaluate(*record);
         });

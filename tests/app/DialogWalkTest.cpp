@@ -4,8 +4,8 @@
 
 #include "alerts/rules/FiredAlert.h"
 #include "alerts/ui/ResetAlert.h"
-#include "app/commands/BoardDesk.h"
-#include "app/files/FileDesk.h"
+#include "app/commands/GridCommands.h"
+#include "app/files/FileController.h"
 #include "app/files/RecoveryDlg.h"
 #include "support/DialogWalk.h"
 #include "support/EventLoop.h"
@@ -68,7 +68,7 @@ TEST_F(CDialogWalkTest, TheKeyboardAndTheDefaultButtonAreToldApart) {
     dialog.show();
     dialog.activateWindow();
     for (const char* theme : {"light", "dark"}) {
-        frame->Board().UseTheme(QString::fromLatin1(theme), false);
+        frame->GridCommands().UseTheme(QString::fromLatin1(theme), false);
         std::vector<QImage> looks;
         for (const bool isDefault : {false, true})
             for (QWidget* keyboard : {static_cast<QWidget*>(text), static_cast<QWidget*>(button)}) {

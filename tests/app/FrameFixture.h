@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/files/FileDesk.h"
+#include "app/files/FileController.h"
 #include "app/shell/MainFrame.h"
 #include "base/Registry.h"
 #include "settings/ConfigWriter.h"
@@ -55,7 +55,7 @@ protected:
     /// The notice drawn over a row's empty cells.
     std::string Notice(int row) const {
         SCell cell;
-        return m_frame->View().Grid().Source()->FillRowNotice(row, cell) ? std::string(cell.Text()) : std::string();
+        return m_frame->View().Grid().Source()->FillRowHint(row, cell) ? std::string(cell.Text()) : std::string();
     }
     int ColumnOf(std::string_view name) const { return m_frame->Document().Columns().PositionOf(name); }
 

@@ -1,7 +1,7 @@
 #include "app/FrameFixture.h"
 
 #include "app/commands/Commands.h"
-#include "app/files/RecoveryDesk.h"
+#include "app/files/RecoveryController.h"
 #include "support/EventLoop.h"
 #include "watchlist/file/RecoveryFile.h"
 

@@ -1,7 +1,7 @@
 #include "app/FrameFixture.h"
 
 #include "app/commands/Commands.h"
-#include "app/files/FileDesk.h"
+#include "app/files/FileController.h"
 #include "app/frame/FramePlacement.h"
 #include "app/shell/AboutDlg.h"
 #include "data/catalogue/UpdateFields.h"

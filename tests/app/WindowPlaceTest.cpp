@@ -2,7 +2,7 @@
 
 #include "app/FrameFixture.h"
 
-#include "app/files/FileDesk.h"
+#include "app/files/FileController.h"
 #include "support/Desktop.h"
 #include "support/DialogWalk.h"
 #include "support/Dialogs.h"

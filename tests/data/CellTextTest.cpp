@@ -160,25 +160,25 @@ TEST_F(CellTexts, PricesHaveThePlacesOfTheirSymbolOrFewerWhereSomebodyChoseThem)
     Update("Last=1.23456,Spread=0.00012,Percent Off Average Volume=0.5");
     const SFieldEntry& last = *FindField("Last");
     const SFieldEntry& spread = *FindField("Spread");
-    EXPECT_EQ(PlacesFor(Ibm(), last, 4), 4);
+    EXPECT_EQ(DecimalsToShow(Ibm(), last, 4), 4);
     Update("Decimal Precision=2");
-    EXPECT_EQ(PlacesFor(Ibm(), last, 4), 2);
-    EXPECT_EQ(PlacesFor(Ibm(), last, 1), 1);
-    EXPECT_EQ(PlacesFor(Ibm(), *FindField("% Chg"), 4), 4);
-    EXPECT_EQ(PlacesFor(Ibm(), last, 6), 2);
+    EXPECT_EQ(DecimalsToShow(Ibm(), last, 4), 2);
+    EXPECT_EQ(DecimalsToShow(Ibm(), last, 1), 1);
+    EXPECT_EQ(DecimalsToShow(Ibm(), *FindField("% Chg"), 4), 4);
+    EXPECT_EQ(DecimalsToShow(Ibm(), last, 6), 2);
     Update("Decimal Precision=5");
-    EXPECT_EQ(PlacesFor(Ibm(), last, 4), 5) << "nobody chose 4";
-    EXPECT_EQ(PlacesFor(Ibm(), last, 4, true), 4);
-    EXPECT_EQ(PlacesFor(Ibm(), last, 3), 3);
-    EXPECT_EQ(PlacesFor(Ibm(), spread, 2), 5) << "nor the 2 of this column";
-    EXPECT_EQ(PlacesFor(Ibm(), spread, 3), 3);
-    EXPECT_EQ(PlacesFor(Ibm(), *FindField("% OffAvgVol"), 2), 2) << "a percentage is no price";
-    EXPECT_EQ(PlacesFor(Ibm(), *FindField("% Chg"), 4), 4);
-    EXPECT_EQ(Cell("Last", PlacesFor(Ibm(), last, 4)), "1.23456");
+    EXPECT_EQ(DecimalsToShow(Ibm(), last, 4), 5) << "nobody chose 4";
+    EXPECT_EQ(DecimalsToShow(Ibm(), last, 4, true), 4);
+    EXPECT_EQ(DecimalsToShow(Ibm(), last, 3), 3);
+    EXPECT_EQ(DecimalsToShow(Ibm(), spread, 2), 5) << "nor the 2 of this column";
+    EXPECT_EQ(DecimalsToShow(Ibm(), spread, 3), 3);
+    EXPECT_EQ(DecimalsToShow(Ibm(), *FindField("% OffAvgVol"), 2), 2) << "a percentage is no price";
+    EXPECT_EQ(DecimalsToShow(Ibm(), *FindField("% Chg"), 4), 4);
+    EXPECT_EQ(Cell("Last", DecimalsToShow(Ibm(), last, 4)), "1.23456");
     Update("Decimal Precision=9");
-    EXPECT_EQ(PlacesFor(Ibm(), last, 4), 6);
+    EXPECT_EQ(DecimalsToShow(Ibm(), last, 4), 6);
     Update("Decimal Precision=-5");
-    EXPECT_EQ(PlacesFor(Ibm(), last, 4), 4);
+    EXPECT_EQ(DecimalsToShow(Ibm(), last, 4), 4);
 }
 
 TEST_F(CellTexts, DifferencesHaveTheColourOfTheirSign) {

@@ -1,7 +1,7 @@
 #include "base/Number.h"
 #include "base/Text.h"
 #include "vxconnect/Peer.h"
-#include "vxconnect/market/NewsDesk.h"
+#include "vxconnect/market/NewsWire.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ using Search = ServerTest;
 TEST(NewsDesk, CountsAreTheHeadlinesSoFarAndStartAnewEachDay) {
     CMarket market(1, 0, kFirstSessionDate);
     CSessionClock clock(kFirstSessionDate);
-    CNewsDesk desk(market, clock);
+    CNewsWire desk(market, clock);
     std::map<std::string, uint32_t> counts;
     for (const STicker& ticker : market.Tickers())
         counts[std::string(ticker.symbol)] = desk.Count(market.Find(ticker.symbol).value());

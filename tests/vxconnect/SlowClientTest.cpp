@@ -28,7 +28,7 @@ protected:
         Command(commands, symbols.size());
     }
     void MoveWithoutReading(int events) {
-        for (int i = 0; i < events; ++i) m_board.Step();
+        for (int i = 0; i < events; ++i) m_feed.Step();
         m_client->Flush();
     }
     void ReadEverything() {
@@ -68,7 +68,7 @@ TEST_F(SlowClient, HeldSymbolsMayBeUnwatched) {
     ASSERT_EQ(m_client->HeldCount(), symbols.size());
     Command(unwatches + "wKO\n", 1); // Carried out as soon as there is room, while most are still held.
     ReadEverything();
-    EXPECT_EQ(m_board.WatchedCount(), 1u);
+    EXPECT_EQ(m_feed.WatchedCount(), 1u);
     EXPECT_EQ(m_peer->TakeLines().back().substr(0, 5), "P,KO,");
     MoveWithoutReading(3);
     EXPECT_EQ(m_peer->TakeLine("").substr(0, 5), "Q,KO,");

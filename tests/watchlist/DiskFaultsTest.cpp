@@ -58,8 +58,8 @@ SFileResult Save(const std::string& former, const std::string& text) {
 
 std::vector<std::string> Kept(const CSimulatedDisk& disk) {
     std::vector<std::string> out;
-    for (const SGeneration& generation : CFileGenerations(kState).List(kFile))
-        out.push_back(NameOf(disk.Content(generation.path).value()));
+    for (const SBackup& backup : CFileBackups(kState).List(kFile))
+        out.push_back(NameOf(disk.Content(backup.path).value()));
     return out;
 }
 

@@ -73,7 +73,7 @@ protected:
     }
     bool FailsWhole(std::string_view reason) {
         Fill(2);
-        const SFileResult result = file.Save({}, {.withoutFormer = true});
+        const SFileResult result = file.Save({}, {.withoutBackup = true});
         return !result.IsDone() && result.error.find(reason) != std::string::npos &&
                result.error.find(file.Path()) != std::string::npos && doc.IsModified();
     }
@@ -111,8 +111,7 @@ TEST_F(InterruptedSave, LeavesTheOldOrTheNewFileWholeWhenKilledAtAnyInstant) {
     }
     EXPECT_EQ(killed, kKills);
     EXPECT_GT(changed, kKills / 10) << "the kills came before anything was saved";
-    for (const SGeneration& generation : file.Generations())
-        EXPECT_THAT(whole, testing::Contains(ReadFile(generation.path)));
+    for (const SBackup& backup : file.Backups()) EXPECT_THAT(whole, testing::Contains(ReadFile(backup.path)));
     ASSERT_TRUE(file.Open(At("list.vxw")).IsDone());
     EXPECT_EQ(doc.Notes().Get(900), fmt::format("version {}", doc.RowSymbol(1).substr(1, 1)));
     Save();
@@ -136,13 +135,13 @@ TEST_F(InterruptedSave, ByALimitOfTheFileSizeLeavesTheOldFileAndSaysWhy) {
 
 TEST_F(InterruptedSave, ByAFailureTakesNothingOfWhatIsKept) {
     OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
-    for (size_t i = 0; i <= CFileGenerations::kKept; ++i) {
+    for (size_t i = 0; i <= CFileBackups::kKept; ++i) {
         Change(2, fmt::format("S{}", i));
         ASSERT_TRUE(Save().IsDone());
     }
     const auto kept = [&] {
         std::vector<std::string> out;
-        for (const SGeneration& generation : file.Generations()) out.push_back(ReadFile(generation.path));
+        for (const SBackup& backup : file.Backups()) out.push_back(ReadFile(backup.path));
         return out;
     };
     const std::vector<std::string> before = kept();

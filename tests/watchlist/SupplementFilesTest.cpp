@@ -83,10 +83,10 @@ TEST_F(SupplementFiles, AreReadAndGoWithTheNextSaveWhichPutsThemIntoTheFile) {
     EXPECT_THAT(Open("list.vxw").notices, IsEmpty());
     EXPECT_EQ(Written(), all);
 
-    ASSERT_TRUE(file.OpenFormer(file.Generations().front()).IsDone());
+    ASSERT_TRUE(file.OpenBackup(file.Backups().front()).IsDone());
     ExpectAll();
     EXPECT_EQ(doc.RowSymbol(2), "");
-    ASSERT_TRUE(file.Open(file.Generations().front().path).IsDone());
+    ASSERT_TRUE(file.Open(file.Backups().front().path).IsDone());
     ExpectAll();
     Open("list.vxw");
     for (int i = 0; i < 6; ++i) {

@@ -27,9 +27,9 @@ protected:
         struct stat status {};
         return lstat(path.c_str(), &status) == 0 ? status.st_mode : 0;
     }
-    std::vector<std::string> GenerationTexts() const {
+    std::vector<std::string> BackupTexts() const {
         std::vector<std::string> out;
-        for (const SGeneration& generation : file.Generations()) out.push_back(ReadFile(generation.path));
+        for (const SBackup& backup : file.Backups()) out.push_back(ReadFile(backup.path));
         return out;
     }
 };
@@ -45,22 +45,22 @@ TEST_F(WatchlistSave, WritesTheFileAndKeepsWhatItReplaces) {
     EXPECT_EQ(shown.statuses.front(), "Saving Watchlist \"" + At("banks.vxw") + "\"");
     EXPECT_EQ(shown.Status(), doc.StatusText());
     EXPECT_EQ(settings.ReadText(kMyWatchlists), files.Path() + "/");
-    EXPECT_THAT(GenerationTexts(), ElementsAre("Symbols=JPM:1,;\r\n"));
+    EXPECT_THAT(BackupTexts(), ElementsAre("Symbols=JPM:1,;\r\n"));
     EXPECT_THAT(files.Files(), ElementsAre("banks.vxw"));
 
     Save();
-    EXPECT_EQ(file.Generations().size(), 1u) << "a save that changed nothing pushed a generation out";
+    EXPECT_EQ(file.Backups().size(), 1u) << "a save that changed nothing pushed a backup out";
     std::string second = Written();
     for (int i = 0; i < 6; ++i) {
         Change(3, fmt::format("S{}", i));
         if (i == 5) second = ReadFile(At("banks.vxw"));
         Save();
     }
-    ASSERT_EQ(file.Generations().size(), CFileGenerations::kKept);
-    EXPECT_EQ(GenerationTexts().front(), second);
-    EXPECT_EQ(file.Generations().front().number, 7);
-    EXPECT_EQ(file.Generations().front().bytes, second.size());
-    EXPECT_GT(file.Generations().front().savedAt, 1'600'000'000);
+    ASSERT_EQ(file.Backups().size(), CFileBackups::kKept);
+    EXPECT_EQ(BackupTexts().front(), second);
+    EXPECT_EQ(file.Backups().front().number, 7);
+    EXPECT_EQ(file.Backups().front().bytes, second.size());
+    EXPECT_GT(file.Backups().front().savedAt, 1'600'000'000);
 }
 
 TEST_F(WatchlistSave, UnderAnotherNameTakesOverNameAndTitle) {
@@ -68,7 +68,7 @@ TEST_F(WatchlistSave, UnderAnotherNameTakesOverNameAndTitle) {
     EXPECT_EQ(file.Path(), At("more.banks.vxw"));
     EXPECT_EQ(shown.title, "more.banks");
     EXPECT_EQ(ReadFile(At("banks.vxw")), "Symbols=JPM:1,;\r\n");
-    EXPECT_THAT(file.Generations(), IsEmpty());
+    EXPECT_THAT(file.Backups(), IsEmpty());
 }
 
 TEST_F(WatchlistSave, FollowsLinksAndKeepsPermissions) {
@@ -79,7 +79,7 @@ TEST_F(WatchlistSave, FollowsLinksAndKeepsPermissions) {
     EXPECT_EQ(ReadFile(At("banks.vxw")), Written());
     EXPECT_TRUE(S_ISLNK(ModeOf(At("link.vxw"))));
     EXPECT_EQ(ModeOf(At("banks.vxw")) & 0777, 0640u);
-    EXPECT_THAT(GenerationTexts(), ElementsAre("Symbols=JPM:1,;\r\n"));
+    EXPECT_THAT(BackupTexts(), ElementsAre("Symbols=JPM:1,;\r\n"));
     ASSERT_TRUE(SaveAs("to_nothing.vxw").IsDone());
     EXPECT_EQ(ReadFile(At("new.vxw")), Written());
     const std::string longest(251, 'n');
@@ -97,7 +97,7 @@ TEST_F(WatchlistSave, AFileThatAnotherProgramChangedIsNotOverwrittenUnasked) {
     EXPECT_EQ(ReadFile(At("banks.vxw")), "Symbols=BAC:1,;\r\n");
     EXPECT_TRUE(doc.IsModified());
     EXPECT_TRUE(file.Save({}, {.overwriteChanged = true}).IsDone());
-    EXPECT_THAT(GenerationTexts(), ElementsAre("Symbols=BAC:1,;\r\n", "Symbols=JPM:1,;\r\n"));
+    EXPECT_THAT(BackupTexts(), ElementsAre("Symbols=BAC:1,;\r\n", "Symbols=JPM:1,;\r\n"));
     std::filesystem::remove(At("banks.vxw"));
     EXPECT_TRUE(Save().IsDone()) << "a file that is gone is made again";
     file.Forget();
@@ -120,7 +120,7 @@ TEST_F(WatchlistSave, AFileOfWhichNotAllWasReadIsNotOverwrittenUnasked) {
         EXPECT_TRUE(SaveAs("other.vxw").IsDone());
         OpenAs("banks.vxw", text);
         EXPECT_TRUE(file.Save({}, {.overwriteUnread = true}).IsDone());
-        EXPECT_EQ(GenerationTexts().front(), text);
+        EXPECT_EQ(BackupTexts().front(), text);
         EXPECT_TRUE(Save().IsDone()) << "asked again";
     }
     OpenAs("banks.vxw", "");
@@ -135,13 +135,13 @@ TEST_F(WatchlistSave, AFileThatCannotBeReadIsToldAsThat) {
     chmod(At("banks.vxw").c_str(), 0222);
     EXPECT_EQ(RunAsOrdinaryUser([&] {
                   const SFileResult asked = Save();
-                  if (asked.outcome != EFileOutcome::FormerNotKept) return 1;
+                  if (asked.outcome != EFileOutcome::BackupNotKept) return 1;
                   if (asked.error !=
                       fmt::format("The file \"{}\" cannot be read: you are not allowed to. What it holds "
                                   "could not be kept.",
                                   At("banks.vxw")))
                       return 2;
-                  return file.Save({}, {.withoutFormer = true}).IsDone() ? 0 : 3;
+                  return file.Save({}, {.withoutBackup = true}).IsDone() ? 0 : 3;
               }),
               0);
     EXPECT_EQ(ReadFile(At("banks.vxw")), Written());
@@ -150,7 +150,7 @@ TEST_F(WatchlistSave, AFileThatCannotBeReadIsToldAsThat) {
 TEST_F(WatchlistSave, WhatANewFileCannotTakeOverFromTheFormerOneIsTold) {
     std::filesystem::create_hard_link(At("banks.vxw"), At("second name.vxw"));
     Change(2, "GS");
-    EXPECT_THAT(Save().notices, ElementsAre(fmt::format("\"{}\" had 1 other name (hard link). The former content stays "
+    EXPECT_THAT(Save().notices, ElementsAre(fmt::format("\"{}\" had 1 other name (hard link). The old content stays "
                                                         "there.",
                                                         At("banks.vxw"))));
     EXPECT_EQ(ReadFile(At("second name.vxw")), "Symbols=JPM:1,;\r\n");
@@ -242,25 +242,25 @@ TEST_F(WatchlistSave, OnlyItsUserReadsWhatIsKeptBesideAFile) {
     EXPECT_GE(found, 4);
 }
 
-TEST_F(WatchlistSave, AFormerContentThatCannotBeKeptIsNotReplacedUnasked) {
+TEST_F(WatchlistSave, AContentWithoutABackupIsNotReplacedUnasked) {
     std::filesystem::remove_all(state / "generations");
     WriteFile(state / "generations", "in the way");
     Change(2, "GS");
     for (const SFileResult& asked : {Save(), SaveAs("banks.vxw")}) {
-        EXPECT_EQ(asked.outcome, EFileOutcome::FormerNotKept);
-        EXPECT_EQ(asked.error, fmt::format("The former content of \"{}\" could not be kept: a part of its path is no "
+        EXPECT_EQ(asked.outcome, EFileOutcome::BackupNotKept);
+        EXPECT_EQ(asked.error, fmt::format("The backup of \"{}\" could not be made: part of its path is not a "
                                            "folder.",
                                            At("banks.vxw")));
         EXPECT_EQ(ReadFile(At("banks.vxw")), "Symbols=JPM:1,;\r\n");
         EXPECT_TRUE(doc.IsModified());
     }
     WriteFile(At("banks.vxw"), "Symbols=BAC:1,;\r\n");
-    EXPECT_EQ(file.Save({}, {.withoutFormer = true}).outcome, EFileOutcome::ChangedOnDisk);
-    EXPECT_EQ(file.Save({}, {.overwriteChanged = true}).outcome, EFileOutcome::FormerNotKept);
+    EXPECT_EQ(file.Save({}, {.withoutBackup = true}).outcome, EFileOutcome::ChangedOnDisk);
+    EXPECT_EQ(file.Save({}, {.overwriteChanged = true}).outcome, EFileOutcome::BackupNotKept);
     EXPECT_TRUE(SaveAs("new.vxw").IsDone()) << "nothing is replaced";
-    const SFileResult agreed = file.SaveAs(At("banks.vxw"), {}, {.withoutFormer = true});
+    const SFileResult agreed = file.SaveAs(At("banks.vxw"), {}, {.withoutBackup = true});
     EXPECT_TRUE(agreed.IsDone());
-    EXPECT_THAT(agreed.notices, ElementsAre(HasSubstr("could not be kept")));
+    EXPECT_THAT(agreed.notices, ElementsAre(HasSubstr("could not be made")));
     EXPECT_EQ(ReadFile(At("banks.vxw")), Written());
 }
 
@@ -299,7 +299,7 @@ TEST_F(WatchlistSave, WithoutPermissionTheOldFileStaysAndTheDocumentIsModified) 
     if (!HasOrdinaryUser()) GTEST_SKIP() << kNoOrdinaryUser;
     Change(2, "BAC");
     const auto fails = [&](const std::string& path) {
-        const SFileResult result = file.SaveAs(path, {}, {.withoutFormer = true});
+        const SFileResult result = file.SaveAs(path, {}, {.withoutBackup = true});
         const bool named = result.error.find("could not be saved: you are not allowed to.") != std::string::npos;
         return !result.IsDone() && named && doc.IsModified();
     };

@@ -157,7 +157,7 @@ private:
 
     /// The live alerts of a record whose symbol was looked up before; null when it has none.
     struct SFound {
-        SChangeNotice record;
+        SRecordIds record;
         uint32_t liveKeys = 0; ///< m_liveKeys of that time; another one makes it void.
         const SSymbolAlerts* alerts = nullptr;
     };

@@ -49,7 +49,7 @@ SAlertRecord NewsNotice(std::string_view symbol, const A_INFO& alert, int index,
 const CAlertsMap::SSymbolAlerts* CAlertsMap::FindFor(const CSymbolRec& record) {
     if (Map(EAlertMap::Live).empty()) return nullptr;
     if (m_found.empty()) m_found.resize(kFoundRecords);
-    const SChangeNotice ids = record.Ids();
+    const SRecordIds ids = record.Ids();
     SFound& found = m_found[ids.id2 % kFoundRecords];
     if (found.record.id2 != ids.id2 || found.record.id1 != ids.id1 || found.liveKeys != m_liveKeys)
         found = {ids, m_liveKeys, Find(record.Symbol(), EAlertMap::Live)};

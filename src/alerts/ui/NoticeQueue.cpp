@@ -19,7 +19,7 @@ namespace vx {
 
 namespace {
 
-constexpr int kGap = 8; // Between the notice and the board.
+constexpr int kGap = 8; // Between the notice and the main window.
 
 bool TakeNumber(std::string_view& text, int& out) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), out);
@@ -38,13 +38,13 @@ QPoint BroughtInside(const QPoint& wanted, const QSize& notice, const QRect& scr
             inside(wanted.y(), notice.height(), screen.top(), screen.height())};
 }
 
-QPoint FirstNoticePlace(const QSize& notice, const QRect& board, const QRect& screen) {
+QPoint FirstNoticePlace(const QSize& notice, const QRect& window, const QRect& screen) {
     const int right = screen.left() + screen.width() - notice.width();
     const int bottom = screen.top() + screen.height() - notice.height();
-    const std::array places = {QPoint(board.left() + board.width() + kGap, board.top()),
-                               QPoint(board.left() - kGap - notice.width(), board.top()),
-                               QPoint(board.left(), board.top() + board.height() + kGap),
-                               QPoint(board.left(), board.top() - kGap - notice.height()),
+    const std::array places = {QPoint(window.left() + window.width() + kGap, window.top()),
+                               QPoint(window.left() - kGap - notice.width(), window.top()),
+                               QPoint(window.left(), window.top() + window.height() + kGap),
+                               QPoint(window.left(), window.top() - kGap - notice.height()),
                                QPoint(right, bottom),
                                QPoint(right, screen.top()),
                                QPoint(screen.left(), bottom),
@@ -53,8 +53,8 @@ QPoint FirstNoticePlace(const QSize& notice, const QRect& board, const QRect& sc
     for (size_t i = 0; i < places.size(); ++i) {
         const QPoint place = BroughtInside(places[i], notice, screen);
         const QRect covered(place, notice);
-        if (i < kBeside ? !board.isEmpty() && screen.contains(covered) && !covered.intersects(board)
-                        : !covered.contains(board.center()))
+        if (i < kBeside ? !window.isEmpty() && screen.contains(covered) && !covered.intersects(window)
+                        : !covered.contains(window.center()))
             return place;
     }
     return BroughtInside({right, bottom}, notice, screen);
@@ -174,15 +174,15 @@ void CNoticeQueue::Announce() {
 }
 
 void CNoticeQueue::Place() {
-    const QWidget* board = IsOnScreen(m_window) ? m_window->window() : nullptr;
+    const QWidget* window = IsOnScreen(m_window) ? m_window->window() : nullptr;
     m_shown->adjustSize();
-    const QSize size = m_shown->size() + (board ? FrameOf(*board) : QSize(0, 0));
+    const QSize size = m_shown->size() + (window ? FrameOf(*window) : QSize(0, 0));
     if (const auto kept = ReadNoticePlace(m_settings.ReadTextOrDefault(kNoticePlace))) {
         const QScreen* screen = ScreenOf(QRect(*kept, size).center(), *m_shown);
         return m_shown->move(BroughtInside(*kept, size, screen->availableGeometry()));
     }
-    const QRect covered = board ? board->frameGeometry() : QRect();
-    const QScreen* screen = board ? board->screen() : m_shown->screen();
+    const QRect covered = window ? window->frameGeometry() : QRect();
+    const QScreen* screen = window ? window->screen() : m_shown->screen();
     m_shown->move(FirstNoticePlace(size, covered, screen->availableGeometry()));
 }
 

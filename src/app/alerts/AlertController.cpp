@@ -8,8 +8,8 @@
 #include "alerts/ui/NewAlertDlg.h"
 #include "alerts/ui/NoticeQueue.h"
 #include "app/alerts/MissedAlerts.h"
-#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
+#include "app/commands/FrameContext.h"
 #include "app/frame/StatusPanes.h"
 #include "base/FileSystem.h"
 #include "base/Log.h"
@@ -32,7 +32,7 @@
 
 namespace vx {
 
-CAlertController::CAlertController(const SBoardContext& context)
+CAlertController::CAlertController(const SFrameContext& context)
     : QObject(&context.window), m_context(context), m_history(UserStateFolder()),
       m_services{.settings = context.settings,
                  .player = m_preview,

@@ -20,7 +20,7 @@ class CNoticeQueue;
 class CPresence;
 class CResetAlertMessage;
 struct SNoticeTarget;
-struct SBoardContext;
+struct SFrameContext;
 
 /// Tells the user of the alerts that fire, and opens the windows in which they are set and looked up. What fired comes
 /// to the frame as a posted message, so that nothing opens while a line of the feed is being handled.
@@ -29,7 +29,7 @@ struct SBoardContext;
 class CAlertController : public QObject, public CFiredAlertReceiver {
     Q_OBJECT
 public:
-    explicit CAlertController(const SBoardContext& context);
+    explicit CAlertController(const SFrameContext& context);
     ~CAlertController() override;
 
     void PostFired(std::string record, const A_INFO& fired) override;
@@ -67,7 +67,7 @@ private:
     std::vector<std::string> Symbols() const;
     std::string ValueNow(std::string_view symbol, int32_t fieldId) const;
 
-    const SBoardContext& m_context;
+    const SFrameContext& m_context;
     CAlertHistory m_history;
     CEffectSoundPlayer m_player;  ///< Of the notices.
     CEffectSoundPlayer m_preview; ///< Of the dialogs: trying a sound ends none of a notice.

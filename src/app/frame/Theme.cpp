@@ -280,7 +280,7 @@ void CProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* 
         return DrawChoice(*option, element == PE_IndicatorRadioButton, *painter);
     case PE_IndicatorHeaderArrow:
         if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option)) {
-            // Rising values as a triangle that rises, as on the board; the toolkit's point the other way.
+            // Rising values as a triangle that rises, as in the grid; the toolkit's point the other way.
             QStyleOptionHeader turned(*header);
             turned.sortIndicator = header->sortIndicator == QStyleOptionHeader::SortUp ? QStyleOptionHeader::SortDown
                                                                                        : QStyleOptionHeader::SortUp;

@@ -2,17 +2,17 @@
 
 #include "app/alerts/AlertController.h"
 #include "app/alerts/MissedAlerts.h"
-#include "app/commands/BoardContext.h"
-#include "app/commands/BoardDesk.h"
 #include "app/commands/Commands.h"
-#include "app/commands/FindDesk.h"
-#include "app/commands/FormatDesk.h"
+#include "app/commands/FindCommands.h"
+#include "app/commands/FormatDialogs.h"
+#include "app/commands/FrameContext.h"
+#include "app/commands/GridCommands.h"
 #include "app/commands/MainMenus.h"
-#include "app/files/FileDesk.h"
+#include "app/files/FileController.h"
 #include "app/files/FileDrop.h"
 #include "app/files/FileMenus.h"
-#include "app/files/RecoveryDesk.h"
-#include "app/files/TransferDesk.h"
+#include "app/files/RecoveryController.h"
+#include "app/files/TransferCommands.h"
 #include "app/frame/FramePlacement.h"
 #include "app/frame/ProgramName.h"
 #include "app/frame/StatusPanes.h"
@@ -107,7 +107,7 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
     setCentralWidget(m_view);
     m_view->setFocus();
     MakeControllers();
-    m_board->UseTheme(
+    m_grid->UseTheme(
         QString::fromStdString(commandLine.theme.empty() ? m_settings.ReadTextOrDefault(kTheme) : commandLine.theme),
         false);
 
@@ -120,17 +120,17 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
 // The desks look at document and view, which are there by now and go after them.
 void CMainFrame::MakeControllers() {
     m_commands = new CCommands(*this);
-    m_context = std::make_unique<SBoardContext>(
-        SBoardContext{*m_doc, *m_view, m_settings, *m_commands, *m_panes, *m_placer, *this});
+    m_context = std::make_unique<SFrameContext>(
+        SFrameContext{*m_doc, *m_view, m_settings, *m_commands, *m_panes, *m_placer, *this});
     m_menus = new CMainMenus(*this, *m_commands);
-    m_files = new CFileDesk(*m_context, CRegistry::CurrentUser());
-    m_recovery = new CRecoveryDesk(*m_context, *m_files);
-    m_transfer = new CTransferDesk(*m_context, *m_files);
-    m_board = new CBoardDesk(*m_context, *m_menus);
+    m_files = new CFileController(*m_context, CRegistry::CurrentUser());
+    m_recovery = new CRecoveryController(*m_context, *m_files);
+    m_transfer = new CTransferCommands(*m_context, *m_files);
+    m_grid = new CGridCommands(*m_context, *m_menus);
     m_alerts = new CAlertController(*m_context);
     m_market = new CMarketCommands(*m_context, *this);
-    m_find = new CFindDesk(*m_context);
-    new CFormatDesk(*m_context);
+    m_find = new CFindCommands(*m_context);
+    new CFormatDialogs(*m_context);
     new CCompanionPrograms(*m_context);
     m_restart = new CRestartController(*m_context, *m_files, *m_recovery, m_commandLine);
     new CHelpCommands(*m_context);
@@ -142,10 +142,10 @@ void CMainFrame::MakeControllers() {
 void CMainFrame::ConnectControllers() {
     auto* fileMenus = new CFileMenus(*m_files, *m_menus);
     connect(fileMenus, &CFileMenus::RecoveryAsked, m_recovery, [this] { m_recovery->Offer(true); });
-    connect(new CFileDrop(*this), &CFileDrop::Dropped, m_files, &CFileDesk::TakeDropped);
-    connect(m_files, &CFileDesk::Changed, m_find, &CFindDesk::ForgetAnswer);
-    connect(m_files, &CFileDesk::Replaced, this, &CMainFrame::ForgetCommandLine);
-    connect(m_recovery, &CRecoveryDesk::Replaced, this, &CMainFrame::ForgetCommandLine);
+    connect(new CFileDrop(*this), &CFileDrop::Dropped, m_files, &CFileController::TakeDropped);
+    connect(m_files, &CFileController::Changed, m_find, &CFindCommands::ForgetAnswer);
+    connect(m_files, &CFileController::Replaced, this, &CMainFrame::ForgetCommandLine);
+    connect(m_recovery, &CRecoveryController::Replaced, this, &CMainFrame::ForgetCommandLine);
     connect(m_restart, &CRestartController::Leaving, this, &CMainFrame::StorePlacement);
     m_files->SetShowOther([this](const std::string& path) { return m_windows->ShowOther(path); });
     m_commands->Bind(ECommand::About, [this] { ShowAbout(); });
@@ -156,7 +156,7 @@ CMainFrame::~CMainFrame() {
     m_doc->AlertRules().SetReceiver(nullptr);
     for (QObject* desk :
          {static_cast<QObject*>(m_transfer), static_cast<QObject*>(m_recovery), static_cast<QObject*>(m_files),
-          static_cast<QObject*>(m_board), static_cast<QObject*>(m_alerts), static_cast<QObject*>(m_market),
+          static_cast<QObject*>(m_grid), static_cast<QObject*>(m_alerts), static_cast<QObject*>(m_market),
           static_cast<QObject*>(m_restart), static_cast<QObject*>(m_windows)})
         delete desk;
     LookupReplies().newsCounts.SetReceiver(nullptr);
@@ -329,7 +329,7 @@ void CMainFrame::OnSystemMessage(std::string_view line) {
 // A refusal may cross the end of the watch; one of a symbol that was never watched here waits like any other.
 void CMainFrame::OnSymbolRefused(std::string_view symbol) {
     if (m_unwatched.Has(symbol) && !IsWanted(symbol)) LimitedSymbols().Forget(symbol);
-    m_doc->RowNoticesChanged(symbol);
+    m_doc->RowHintsChanged(symbol);
 }
 
 void CMainFrame::ShowSymbolLimit() {
@@ -339,7 +339,7 @@ void CMainFrame::ShowSymbolLimit() {
     m_view->Grid().UpdateAll();
 }
 
-std::string_view CMainFrame::SymbolNotice(std::string_view feedSymbol) const {
+std::string_view CMainFrame::SymbolHint(std::string_view feedSymbol) const {
     if (!m_health.CanHear()) return "not watched: no connection to the feed client";
     return LimitedSymbols().Has(feedSymbol) ? std::string_view(m_waitingText) : std::string_view{};
 }

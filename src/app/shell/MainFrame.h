@@ -20,23 +20,23 @@
 namespace vx {
 
 class CAlertController;
-class CBoardDesk;
+class CGridCommands;
 class CCommands;
 class CConfigLogger;
-class CFileDesk;
-class CFindDesk;
+class CFileController;
+class CFindCommands;
 class CFramePlacer;
 class CMainMenus;
 class CMarketCommands;
-class CRecoveryDesk;
+class CRecoveryController;
 class CRestartController;
 class CSettings;
 class CStatusPanes;
-class CTransferDesk;
+class CTransferCommands;
 class CWatchlistDoc;
 class CWatchlistView;
 class CWindowController;
-struct SBoardContext;
+struct SFrameContext;
 
 /// A main window that holds a session with the feed client and a title made of the program's and the document's.
 class CNorvMainFrame : public QMainWindow, public CFeedSession {
@@ -77,11 +77,11 @@ public:
     const CNorvCommandLineInfo& CommandLine() const { return m_commandLine; }
     CCommands& Commands() { return *m_commands; }
     CMainMenus& Menus() { return *m_menus; }
-    CFileDesk& Files() { return *m_files; }
-    CBoardDesk& Board() { return *m_board; }
+    CFileController& Files() { return *m_files; }
+    CGridCommands& GridCommands() { return *m_grid; }
     CAlertController& Alerts() { return *m_alerts; }
-    CRecoveryDesk& Recovery() { return *m_recovery; }
-    CTransferDesk& Transfer() { return *m_transfer; }
+    CRecoveryController& Recovery() { return *m_recovery; }
+    CTransferCommands& Transfer() { return *m_transfer; }
     CFramePlacer& Place() { return *m_placer; }
     CRestartController& Restart() { return *m_restart; }
     /// The names of markets and security types that the store shows.
@@ -101,7 +101,7 @@ public:
     void SetDocumentTitle(std::string_view title) override;
     void ApplyPlacement(const SPlacement& placement) override;
     void OnUnwatched(std::string_view symbol) override;
-    std::string_view SymbolNotice(std::string_view feedSymbol) const override;
+    std::string_view SymbolHint(std::string_view feedSymbol) const override;
 
 protected:
     bool IsWanted(std::string_view symbol) const override { return m_store.IsWanted(symbol); }
@@ -146,15 +146,15 @@ private:
     CWatchlistView* m_view = nullptr;
     // Children of the window: the commands and who carries them out.
     CCommands* m_commands = nullptr;
-    std::unique_ptr<SBoardContext> m_context; ///< What all of them work with.
+    std::unique_ptr<SFrameContext> m_context; ///< What all of them work with.
     CMainMenus* m_menus = nullptr;
-    CFileDesk* m_files = nullptr;
-    CBoardDesk* m_board = nullptr;
-    CFindDesk* m_find = nullptr;
+    CFileController* m_files = nullptr;
+    CGridCommands* m_grid = nullptr;
+    CFindCommands* m_find = nullptr;
     CAlertController* m_alerts = nullptr;
     CMarketCommands* m_market = nullptr;
-    CRecoveryDesk* m_recovery = nullptr;
-    CTransferDesk* m_transfer = nullptr;
+    CRecoveryController* m_recovery = nullptr;
+    CTransferCommands* m_transfer = nullptr;
     CRestartController* m_restart = nullptr;
     CWindowController* m_windows = nullptr;
     QTimer m_status;

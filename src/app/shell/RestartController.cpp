@@ -1,9 +1,9 @@
 #include "app/shell/RestartController.h"
 
-#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
-#include "app/files/FileDesk.h"
-#include "app/files/RecoveryDesk.h"
+#include "app/commands/FrameContext.h"
+#include "app/files/FileController.h"
+#include "app/files/RecoveryController.h"
 #include "app/frame/FramePlacement.h"
 #include "app/frame/NorvCommandLineInfo.h"
 #include "app/frame/ProgramName.h"
@@ -49,8 +49,8 @@ void Say(const std::string& text) { ShowMessageBox({text, kProgramName, EBoxButt
 
 } // namespace
 
-CRestartController::CRestartController(const SBoardContext& context, CFileDesk& files, CRecoveryDesk& recovery,
-                                       const CNorvCommandLineInfo& commandLine)
+CRestartController::CRestartController(const SFrameContext& context, CFileController& files,
+                                       CRecoveryController& recovery, const CNorvCommandLineInfo& commandLine)
     : QObject(&context.window), m_context(context), m_files(files), m_recovery(recovery), m_commandLine(commandLine),
       m_end(EFeedEnd::None) {
     context.commands.Bind(

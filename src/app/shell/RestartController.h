@@ -8,11 +8,11 @@ class QLabel;
 
 namespace vx {
 
-class CFileDesk;
+class CFileController;
 class CNorvCommandLineInfo;
-class CRecoveryDesk;
+class CRecoveryController;
 enum class EFeedEnd;
-struct SBoardContext;
+struct SFrameContext;
 
 /// Says below the grid that the session with the feed client is over, and restarts the program with the same watchlist
 /// and place: what is not saved goes over in the recovery file, the text of an open editor with it.
@@ -21,7 +21,7 @@ struct SBoardContext;
 class CRestartController : public QObject {
     Q_OBJECT
 public:
-    CRestartController(const SBoardContext& context, CFileDesk& files, CRecoveryDesk& recovery,
+    CRestartController(const SFrameContext& context, CFileController& files, CRecoveryController& recovery,
                        const CNorvCommandLineInfo& commandLine);
 
     void ShowEnd(EFeedEnd end);
@@ -37,9 +37,9 @@ private:
     void Restart();
     QStringList Arguments() const;
 
-    const SBoardContext& m_context;
-    CFileDesk& m_files;
-    CRecoveryDesk& m_recovery;
+    const SFrameContext& m_context;
+    CFileController& m_files;
+    CRecoveryController& m_recovery;
     const CNorvCommandLineInfo& m_commandLine;
     QFrame* m_bar = nullptr;
     QLabel* m_sign = nullptr;

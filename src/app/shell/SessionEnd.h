@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/files/RecoveryDesk.h"
+#include "app/files/RecoveryController.h"
 
 #include <QObject>
 #include <QPointer>
@@ -26,7 +26,7 @@ private:
     void Leave();
 
     CMainFrame& m_frame;
-    QPointer<CRecoveryDesk> m_recovery; ///< It goes before its frame.
+    QPointer<CRecoveryController> m_recovery; ///< It goes before its frame.
     int m_pipe[2] = {-1, -1};
 };
 

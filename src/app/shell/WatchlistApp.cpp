@@ -1,7 +1,7 @@
 #include "app/shell/WatchlistApp.h"
 
-#include "app/files/FileDesk.h"
-#include "app/files/RecoveryDesk.h"
+#include "app/files/FileController.h"
+#include "app/files/RecoveryController.h"
 #include "app/frame/Dialogs.h"
 #include "app/frame/ProgramName.h"
 #include "app/shell/MainFrame.h"
@@ -83,7 +83,7 @@ bool CWatchlistApp::InitInstance() {
     QTimer::singleShot(kFirstBoxMs, m_frame.get(), [this, early] {
         for (const SMessageBox& box : early) ShowMessageBox(box);
         const std::string& opened = m_frame->Files().File().Path();
-        if (!opened.empty()) CFileDesk::TellLeftAlone(opened, m_commandLine.otherFiles.size());
+        if (!opened.empty()) CFileController::TellLeftAlone(opened, m_commandLine.otherFiles.size());
         if (!m_resumed) m_frame->Recovery().Offer(false);
     });
     return true;

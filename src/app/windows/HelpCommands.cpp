@@ -1,7 +1,7 @@
 #include "app/windows/HelpCommands.h"
 
-#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
+#include "app/commands/FrameContext.h"
 #include "app/windows/GuideDlg.h"
 #include "app/windows/ListWindow.h"
 
@@ -105,7 +105,7 @@ void CKeysDlg::Fill(const CCommands& commands) {
     m_shown->setSourceModel(rows);
 }
 
-CHelpCommands::CHelpCommands(const SBoardContext& context) : QObject(&context.window), m_context(context) {
+CHelpCommands::CHelpCommands(const SFrameContext& context) : QObject(&context.window), m_context(context) {
     context.commands.Bind(ECommand::HelpGuide, [this] {
         if (!m_guide) Add(*(m_guide = new CGuideDlg(&m_context.window)));
         Show(*m_guide);

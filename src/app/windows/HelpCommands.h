@@ -12,7 +12,7 @@ namespace vx {
 class CCommands;
 class CGuideDlg;
 class CListView;
-struct SBoardContext;
+struct SFrameContext;
 
 /// All keys of the program and what they do: those of the commands, and those of the grid.
 class CKeysDlg : public QDialog {
@@ -32,13 +32,13 @@ private:
 class CHelpCommands : public QObject {
     Q_OBJECT
 public:
-    explicit CHelpCommands(const SBoardContext& context);
+    explicit CHelpCommands(const SFrameContext& context);
 
 private:
     void Add(QDialog& window) const;
     static void Show(QDialog& window);
 
-    const SBoardContext& m_context;
+    const SFrameContext& m_context;
     // Made when they are first shown.
     CGuideDlg* m_guide = nullptr;
     CKeysDlg* m_keys = nullptr;

@@ -1,8 +1,8 @@
 #include "app/windows/MarketCommands.h"
 
 #include "app/commands/AddSymbols.h"
-#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
+#include "app/commands/FrameContext.h"
 #include "app/windows/HeadlinesDlg.h"
 #include "app/windows/SymbolSearchDlg.h"
 #include "app/windows/TimeAndSalesDlg.h"
@@ -18,7 +18,7 @@
 
 namespace vx {
 
-CMarketCommands::CMarketCommands(const SBoardContext& context, CFeedSession& session)
+CMarketCommands::CMarketCommands(const SFrameContext& context, CFeedSession& session)
     : QObject(&context.window), m_context(context), m_session(session) {
     BindSearchType();
     context.commands.Bind(ECommand::SymbolSearch, [this] { SearchSymbols(); });

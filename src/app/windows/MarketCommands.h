@@ -8,7 +8,7 @@ namespace vx {
 class CFeedSession;
 class CHeadlinesDlg;
 class CTimeAndSalesDlg;
-struct SBoardContext;
+struct SFrameContext;
 
 /// Opens the windows that show more of the market: symbol search, headlines, time and sales.
 ///
@@ -16,7 +16,7 @@ struct SBoardContext;
 class CMarketCommands : public QObject {
     Q_OBJECT
 public:
-    CMarketCommands(const SBoardContext& context, CFeedSession& session);
+    CMarketCommands(const SFrameContext& context, CFeedSession& session);
     ~CMarketCommands() override;
 
     /// Lets the user search and puts what was chosen into the watchlist.
@@ -28,7 +28,7 @@ private:
     void BindSearchType();
     template <typename TWindow> TWindow& WindowOf(TWindow*& window);
 
-    const SBoardContext& m_context;
+    const SFrameContext& m_context;
     CFeedSession& m_session;
     // Made when they are first shown.
     CHeadlinesDlg* m_headlines = nullptr;

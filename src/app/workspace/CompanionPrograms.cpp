@@ -1,7 +1,7 @@
 #include "app/workspace/CompanionPrograms.h"
 
-#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
+#include "app/commands/FrameContext.h"
 #include "app/frame/ProgramName.h"
 #include "base/Clock.h"
 #include "base/MessageBox.h"
@@ -26,7 +26,7 @@ namespace {
 
 using enum ECommand;
 
-/// A sibling program, and the commands that start it.
+/// A companion program, and the commands that start it.
 struct SLink {
     const char* program;
     ECommand fromMenu;
@@ -52,7 +52,7 @@ constexpr int kCurrentSymbolMs = 250;
 
 } // namespace
 
-CCompanionPrograms::CCompanionPrograms(const SBoardContext& context) : QObject(&context.window), m_context(context) {
+CCompanionPrograms::CCompanionPrograms(const SFrameContext& context) : QObject(&context.window), m_context(context) {
     BindLinks();
     for (QObject* shows : m_context.commands.Action(LinkChart).associatedObjects())
         if (auto* menu = qobject_cast<QMenu*>(shows)) menu->setToolTipsVisible(true);

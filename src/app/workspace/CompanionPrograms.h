@@ -9,16 +9,16 @@
 
 namespace vx {
 
-struct SBoardContext;
+struct SFrameContext;
 
-/// Starts the sibling programs on the row's symbol, which becomes the current symbol of all of them, and follows that
+/// Starts the companion programs on the row's symbol, which becomes the current symbol of all of them, and follows that
 /// symbol when another program changes it.
 ///
 /// Owns    nothing of the context
 class CCompanionPrograms : public QObject {
     Q_OBJECT
 public:
-    explicit CCompanionPrograms(const SBoardContext& context);
+    explicit CCompanionPrograms(const SFrameContext& context);
 
 private:
     struct SLook {
@@ -32,7 +32,7 @@ private:
     std::string RowSymbol() const;
     void LookAtCurrentSymbol();
 
-    const SBoardContext& m_context;
+    const SFrameContext& m_context;
     std::map<std::string, SLook, std::less<>> m_installed;
     std::string m_currentSymbol;
 };

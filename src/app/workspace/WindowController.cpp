@@ -1,8 +1,8 @@
 #include "app/workspace/WindowController.h"
 
-#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
-#include "app/files/FileDesk.h"
+#include "app/commands/FrameContext.h"
+#include "app/files/FileController.h"
 #include "app/frame/FramePlacement.h"
 #include "app/frame/ProgramName.h"
 #include "app/frame/StatusPanes.h"
@@ -23,7 +23,7 @@ namespace vx {
 
 using Arguments = std::vector<std::string>;
 
-CWindowController::CWindowController(const SBoardContext& context, CFileDesk& files,
+CWindowController::CWindowController(const SFrameContext& context, CFileController& files,
                                      const CNorvCommandLineInfo& commandLine)
     : QObject(&context.window), m_context(context), m_files(files), m_commandLine(commandLine) {
     context.window.installEventFilter(this);

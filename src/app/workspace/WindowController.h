@@ -8,11 +8,11 @@
 
 namespace vx {
 
-class CFileDesk;
+class CFileController;
 class CNorvCommandLineInfo;
 class CWindowRegistration;
 struct SWorkspaceWindow;
-struct SBoardContext;
+struct SFrameContext;
 
 /// The window among the other windows of the program: opens new ones, brings the one up that has a file, keeps its own
 /// place apart from theirs, stays on top, and saves and opens the workspace of all.
@@ -21,7 +21,7 @@ struct SBoardContext;
 class CWindowController : public QObject {
     Q_OBJECT
 public:
-    CWindowController(const SBoardContext& context, CFileDesk& files, const CNorvCommandLineInfo& commandLine);
+    CWindowController(const SFrameContext& context, CFileController& files, const CNorvCommandLineInfo& commandLine);
 
     /// Brings another window up that has the file open; false when there is none.
     bool ShowOther(const std::string& path);
@@ -40,8 +40,8 @@ private:
     void OpenStored();
     void BringUp();
 
-    const SBoardContext& m_context;
-    CFileDesk& m_files;
+    const SFrameContext& m_context;
+    CFileController& m_files;
     const CNorvCommandLineInfo& m_commandLine;
     CWindowRegistration* m_registration = nullptr; ///< A child; null in a run that only makes a picture.
 };

@@ -10,7 +10,7 @@ constexpr size_t kFirstRingSize = 64;
 
 CChangeQueue::CChangeQueue(CChangeWaker& waker) : m_waker(waker), m_ring(kFirstRingSize) {}
 
-void CChangeQueue::Push(const SChangeNotice& notice) {
+void CChangeQueue::Push(const SRecordIds& notice) {
     if (m_count == m_ring.size()) Grow();
     m_ring[(m_first + m_count) & (m_ring.size() - 1)] = notice;
     ++m_count;
@@ -36,15 +36,15 @@ size_t CChangeQueue::BeginDrain() {
     return m_count;
 }
 
-SChangeNotice CChangeQueue::Pop() {
-    const SChangeNotice notice = m_ring[m_first];
+SRecordIds CChangeQueue::Pop() {
+    const SRecordIds notice = m_ring[m_first];
     m_first = (m_first + 1) & (m_ring.size() - 1);
     --m_count;
     return notice;
 }
 
 void CChangeQueue::Grow() {
-    std::vector<SChangeNotice> larger(m_ring.size() * 2);
+    std::vector<SRecordIds> larger(m_ring.size() * 2);
     for (size_t i = 0; i < m_count; ++i) larger[i] = m_ring[(m_first + i) & (m_ring.size() - 1)];
     m_ring.swap(larger);
     m_first = 0;

@@ -7,7 +7,7 @@
 namespace vx {
 
 /// What a window hears of a changed record: the two identifiers by which the store finds the record again.
-struct SChangeNotice {
+struct SRecordIds {
     uint32_t id1 = 0; ///< Hash of the record's symbol.
     uint32_t id2 = 0; ///< Running number of the record, never reused, from 1.
 };
@@ -35,7 +35,7 @@ public:
     CChangeQueue(const CChangeQueue&) = delete;
     CChangeQueue& operator=(const CChangeQueue&) = delete;
 
-    /// Takes out every notice that waits and hands it to visit(const SChangeNotice&). Notices that arrive meanwhile
+    /// Takes out every notice that waits and hands it to visit(const SRecordIds&). Notices that arrive meanwhile
     /// wait for the next drain and wake the window again.
     template <typename Visit> void Drain(Visit&& visit) {
         for (size_t left = BeginDrain(); left > 0 && m_count > 0; --left) visit(Pop());
@@ -48,7 +48,7 @@ public:
 
     /// Changes with every drain: a record whose last notice bears the present number still waits in the queue.
     uint64_t DrainNumber() const { return m_drainNumber; }
-    void Push(const SChangeNotice& notice);
+    void Push(const SRecordIds& notice);
     /// Has the window drain the queue at once; the wake that is on its way stays the only one.
     void DrainNow();
     /// One more, or one fewer, record notifies this queue; keeps room for one notice of each.
@@ -57,11 +57,11 @@ public:
 
 private:
     size_t BeginDrain();
-    SChangeNotice Pop();
+    SRecordIds Pop();
     void Grow();
 
     CChangeWaker& m_waker;
-    std::vector<SChangeNotice> m_ring; ///< Size is a power of two.
+    std::vector<SRecordIds> m_ring; ///< Size is a power of two.
     size_t m_first = 0;
     size_t m_count = 0;
     size_t m_sources = 0;

@@ -30,7 +30,7 @@ public:
     virtual bool HasData() const = 0;
 
     const std::string& Symbol() const { return m_symbol; }
-    SChangeNotice Ids() const { return m_ids; }
+    SRecordIds Ids() const { return m_ids; }
 
     /// Does nothing when the listener is there already.
     void AddListener(CChangeQueue& listener);
@@ -67,7 +67,7 @@ private:
     CChangeQueue* FindWaiting() const;
 
     std::string m_symbol;
-    SChangeNotice m_ids;
+    SRecordIds m_ids;
     int m_armedAlerts = 0;
     SListener m_first; ///< Nearly every record has one listener: it costs no step into another block of memory.
     std::vector<SListener> m_more;

@@ -216,7 +216,7 @@ EDirection ColourDirection(const CSymbolRec& record, const SFieldEntry& entry, E
     return number > 0 ? EDirection::Up : number < 0 ? EDirection::Down : EDirection::Unchanged;
 }
 
-int PlacesFor(const CSymbolRec& record, const SFieldEntry& entry, int cellDecimals, bool chosen) {
+int DecimalsToShow(const CSymbolRec& record, const SFieldEntry& entry, int cellDecimals, bool chosen) {
     const int precision = record.Base().DecimalPrecision();
     if (entry.valueClass != EValueClass::Price || precision < 0) return cellDecimals;
     const bool ofSymbol =

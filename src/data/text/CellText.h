@@ -25,7 +25,7 @@ using CellBuffer = std::array<char, kMostCellText>;
 /// Shape   a symbol's record or a regional quote's, and one catalogue entry in -> the bytes written into the buffer, at
 ///         most 255, Windows-1252, not terminated; 0 when the field was never set or the column reads nothing of such
 ///         a record. In the tick trend the bytes AD, AF and B7 mean up, down and unchanged
-/// Units   decimals: digits after the point, 0..15; see PlacesFor
+/// Units   decimals: digits after the point, 0..15; see DecimalsToShow
 /// Errors  none; an impossible date reads "Invalid DateTime"
 /// Owns    nothing, and allocates nothing
 size_t CellText(const CSymbolRec& record, const SFieldEntry& entry, int decimals, std::span<char, kMostCellText> out);
@@ -47,6 +47,6 @@ EDirection ColourDirection(const CSymbolRec& record, const SFieldEntry& entry, E
 ///
 /// Units   cellDecimals: 0..kMostDecimals; kUnchosenDecimals and the column's own default are nobody's choice unless
 ///         chosen says so
-int PlacesFor(const CSymbolRec& record, const SFieldEntry& entry, int cellDecimals, bool chosen = false);
+int DecimalsToShow(const CSymbolRec& record, const SFieldEntry& entry, int cellDecimals, bool chosen = false);
 
 } // namespace vx

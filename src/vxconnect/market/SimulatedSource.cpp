@@ -8,14 +8,14 @@ namespace vx::sim {
 
 CSimulatedSource::CSimulatedSource(const SOptions& options)
     : m_seed(options.seed), m_rate(options.rate),
-      m_market(options.seed, options.symbols, options.date, options.listedOnly), m_board(m_market, options.limit),
-      m_news(m_market, m_board.Clock()), m_pump(
-                                             m_board,
-                                             [this] {
-                                                 m_news.RunTo(m_board.Clock());
-                                                 if (OnSlice) OnSlice();
-                                             },
-                                             options.burst ? kBurstMs : CUpdatePump::kSliceMs) {
+      m_market(options.seed, options.symbols, options.date, options.listedOnly), m_feed(m_market, options.limit),
+      m_news(m_market, m_feed.Clock()), m_pump(
+                                            m_feed,
+                                            [this] {
+                                                m_news.RunTo(m_feed.Clock());
+                                                if (OnSlice) OnSlice();
+                                            },
+                                            options.burst ? kBurstMs : CUpdatePump::kSliceMs) {
     m_news.OnHeadline = [this](const std::string& line) {
         if (OnHeadline) OnHeadline(line);
     };
@@ -24,7 +24,7 @@ CSimulatedSource::CSimulatedSource(const SOptions& options)
 std::string CSimulatedSource::Detail() const { return fmt::format("seed {}", m_seed); }
 
 void CSimulatedSource::WatchesChanged() {
-    const bool tooMany = uint64_t{m_board.WatchedCount()} * kAutoRatePerSymbol > kMaxAutoRate;
+    const bool tooMany = uint64_t{m_feed.WatchedCount()} * kAutoRatePerSymbol > kMaxAutoRate;
     m_pump.SetRate(m_rate > 0 ? m_rate : tooMany ? kMaxAutoRate : 0);
 }
 

@@ -3,9 +3,9 @@
 #include "vxconnect/common/Options.h"
 #include "vxconnect/common/Source.h"
 #include "vxconnect/market/Market.h"
-#include "vxconnect/market/NewsDesk.h"
+#include "vxconnect/market/MarketFeed.h"
+#include "vxconnect/market/NewsWire.h"
 #include "vxconnect/market/UpdatePump.h"
-#include "vxconnect/market/WatchBoard.h"
 
 namespace vx::sim {
 
@@ -14,7 +14,7 @@ class CSimulatedSource final : public CSource {
 public:
     explicit CSimulatedSource(const SOptions& options);
 
-    CFeed& Feed() override { return m_board; }
+    CFeed& Feed() override { return m_feed; }
     std::string Kind() const override { return "simulated market"; }
     std::string Detail() const override;
     void Run() override { m_pump.Run(); }
@@ -27,8 +27,8 @@ private:
     const uint64_t m_seed;
     const uint32_t m_rate;
     CMarket m_market;
-    CWatchBoard m_board;
-    CNewsDesk m_news;
+    CMarketFeed m_feed;
+    CNewsWire m_news;
     CUpdatePump m_pump;
 };
 

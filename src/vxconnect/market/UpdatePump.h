@@ -1,6 +1,6 @@
 #pragma once
 
-#include "vxconnect/market/WatchBoard.h"
+#include "vxconnect/market/MarketFeed.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -27,7 +27,7 @@ public:
     static constexpr int kMaxLagMs = 250;
 
     /// sliceDone is called after each slice; slices of more than kSliceMs make the updates come in bursts.
-    CUpdatePump(CWatchBoard& board, std::function<void()> sliceDone, int sliceMs = kSliceMs);
+    CUpdatePump(CMarketFeed& feed, std::function<void()> sliceDone, int sliceMs = kSliceMs);
 
     /// Events a second over all watched symbols; 0: as many as real time brings.
     void SetRate(uint32_t rate);
@@ -38,7 +38,7 @@ private:
     void RunAtRealTime(double seconds);
     void RunAtRate(double seconds);
 
-    CWatchBoard& m_board;
+    CMarketFeed& m_feed;
     std::function<void()> m_sliceDone;
     const int m_sliceMs;
     const int m_budgetMs;

@@ -129,15 +129,15 @@ void CWatchlistDoc::WatchMissing() {
     RequestNewsCounts(added);
 }
 
-std::string_view CWatchlistDoc::RowNotice(int row) const {
+std::string_view CWatchlistDoc::RowHint(int row) const {
     const std::string_view symbol = RowSymbol(row);
-    const std::string_view notice = symbol.empty() ? symbol : m_frame.SymbolNotice(FeedSymbol(symbol));
+    const std::string_view notice = symbol.empty() ? symbol : m_frame.SymbolHint(FeedSymbol(symbol));
     if (notice.empty()) return notice;
     const CSymbolRec* record = m_store.Find(symbol);
     return record && record->HasData() ? std::string_view{} : notice;
 }
 
-void CWatchlistDoc::RowNoticesChanged(std::string_view feedSymbol) {
+void CWatchlistDoc::RowHintsChanged(std::string_view feedSymbol) {
     const auto note = [this](std::string_view symbol) {
         if (const CSymbolRec* record = m_store.Find(symbol)) m_updates.Add(record->Ids());
     };
@@ -348,7 +348,7 @@ void CWatchlistDoc::SetColumnsByName(std::string_view names) {
 
 void CWatchlistDoc::OnPaintMessage() {
     std::vector<std::string> rejected;
-    m_changes.Drain([&](const SChangeNotice& notice) {
+    m_changes.Drain([&](const SRecordIds& notice) {
         const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2);
         if (!record) return;
         if (IsNotFound(*record)) rejected.emplace_back(record->Symbol());
@@ -373,7 +373,7 @@ void CWatchlistDoc::OnAlertsFiredOrArmed() {
 }
 
 void CWatchlistDoc::RepaintChangedRows() {
-    m_updates.TakeAll([&](const SChangeNotice& ids) {
+    m_updates.TakeAll([&](const SRecordIds& ids) {
         const CSymbolRec* record = m_store.FindById(ids.id1, ids.id2);
         const SYMBOL_DATA* data = record ? Symbols().Find(record->Symbol()) : nullptr;
         if (!data || !m_observer) return;

@@ -35,8 +35,8 @@ public:
     }
 
     /// Whether a row was painted with a notice over its cells.
-    void NoteNotice(int rowPlace, bool painted) { m_notices[PlaceOf(rowPlace)] = painted; }
-    bool HasNotice(int rowPlace) const { return m_notices[PlaceOf(rowPlace)]; }
+    void NoteHint(int rowPlace, bool painted) { m_notices[PlaceOf(rowPlace)] = painted; }
+    bool HasHint(int rowPlace) const { return m_notices[PlaceOf(rowPlace)]; }
 
     /// A number that differs for cells that look different, but for one case in four billion.
     static uint32_t Fingerprint(const SCell& cell);

@@ -16,16 +16,16 @@ class CStatusPanes;
 class CWatchlistDoc;
 class CWatchlistGrid;
 class CWatchlistView;
-struct SBoardContext;
+struct SFrameContext;
 
-/// What the groups of commands that work on the board share.
+/// What the groups of commands that work on the grid share.
 ///
 /// Owns    nothing of the context
 /// Thread  GUI thread only
-class CBoardCommands : public QObject {
+class CCommandGroup : public QObject {
     Q_OBJECT
 protected:
-    CBoardCommands(const SBoardContext& context, QObject* parent);
+    CCommandGroup(const SFrameContext& context, QObject* parent);
 
     CCommands& Commands() const;
     CWatchlistDoc& Doc() const;
@@ -45,7 +45,7 @@ protected:
     static std::string Counted(int count, const char* one);
 
 private:
-    const SBoardContext& m_context;
+    const SFrameContext& m_context;
 };
 
 } // namespace vx

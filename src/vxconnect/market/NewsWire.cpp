@@ -1,4 +1,4 @@
-#include "vxconnect/market/NewsDesk.h"
+#include "vxconnect/market/NewsWire.h"
 
 #include <fmt/format.h>
 
@@ -14,9 +14,9 @@ constexpr uint32_t kFirstStoryId = 1001;
 
 } // namespace
 
-CNewsDesk::CNewsDesk(const CMarket& market, const CSessionClock& clock) : m_market(market) { RunTo(clock); }
+CNewsWire::CNewsWire(const CMarket& market, const CSessionClock& clock) : m_market(market) { RunTo(clock); }
 
-void CNewsDesk::PlanDay(PackedDate date) {
+void CNewsWire::PlanDay(PackedDate date) {
     m_date = date;
     m_next = 0;
     m_stories.clear();
@@ -36,14 +36,14 @@ void CNewsDesk::PlanDay(PackedDate date) {
     });
 }
 
-void CNewsDesk::RunTo(const CSessionClock& clock) {
+void CNewsWire::RunTo(const CSessionClock& clock) {
     const bool first = m_date == 0;
     if (clock.Date() != m_date) PlanDay(clock.Date());
     for (; m_next < m_stories.size() && m_stories[m_next].second <= clock.SecondOfDay(); ++m_next)
         Release(m_next, !first);
 }
 
-std::vector<CMarket::Index> CNewsDesk::SymbolsOf(const SStory& story, const STicker& ticker, CRandom& random) const {
+std::vector<CMarket::Index> CNewsWire::SymbolsOf(const SStory& story, const STicker& ticker, CRandom& random) const {
     std::vector<CMarket::Index> out = {story.subject};
     constexpr int kTries = 6; // At a symbol of the same sector, for one story in three.
     const auto tickers = m_market.Tickers();
@@ -56,7 +56,7 @@ std::vector<CMarket::Index> CNewsDesk::SymbolsOf(const SStory& story, const STic
     return out;
 }
 
-void CNewsDesk::Release(size_t place, bool tell) {
+void CNewsWire::Release(size_t place, bool tell) {
     const SStory& story = m_stories[place];
     const SListing listing = m_market.Listing(story.subject);
     CRandom random(SymbolSeed(m_market.Seed() ^ static_cast<uint64_t>(m_date), listing.symbol) + story.number);
@@ -74,7 +74,7 @@ void CNewsDesk::Release(size_t place, bool tell) {
                            HeadlineText(listing.name, listing.ticker.sector, random)));
 }
 
-uint32_t CNewsDesk::Count(CMarket::Index symbol) const {
+uint32_t CNewsWire::Count(CMarket::Index symbol) const {
     const auto found = m_counts.find(symbol);
     return found == m_counts.end() ? 0 : found->second;
 }

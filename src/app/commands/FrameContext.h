@@ -13,7 +13,7 @@ class CWatchlistView;
 
 /// What the groups of commands and the windows work with: the watchlist of one main window and what surrounds it. The
 /// main frame makes it once, and neither it nor anything that it names goes while one of them works.
-struct SBoardContext {
+struct SFrameContext {
     CWatchlistDoc& doc;
     CWatchlistView& view;
     CSettings& settings;

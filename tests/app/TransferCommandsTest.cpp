@@ -1,7 +1,7 @@
-#include "app/files/TransferDesk.h"
+#include "app/files/TransferCommands.h"
 
 #include "app/FrameFixture.h"
-#include "app/files/FileDesk.h"
+#include "app/files/FileController.h"
 #include "app/files/ListPrinter.h"
 #include "data/catalogue/UpdateFields.h"
 #include "grid/GridTheme.h"
@@ -58,9 +58,9 @@ std::set<QRgb> ColorsOfPdf(const std::string& file) {
     return colors;
 }
 
-class CTransferDeskTest : public CFrameFixture {
+class CTransferCommandsTest : public CFrameFixture {
 protected:
-    CTransferDeskTest() {
+    CTransferCommandsTest() {
         frame.show();
         doc.Update()->SetColumnsByName("Symbol;Last;Notes;");
         doc.Update()->Columns();
@@ -98,7 +98,7 @@ protected:
 
 } // namespace
 
-TEST_F(CTransferDeskTest, AnExportAsksHowAndWhereAndAppendingAsksNothingElse) {
+TEST_F(CTransferCommandsTest, AnExportAsksHowAndWhereAndAppendingAsksNothingElse) {
     Type(1, "ibm");
     Type(2, "buy at the open");
     Export({"Tab Delimited", "DDE Formulas"}, At("board"));
@@ -129,7 +129,7 @@ TEST_F(CTransferDeskTest, AnExportAsksHowAndWhereAndAppendingAsksNothingElse) {
                 AllOf(StartsWith("Nothing was exported: "), HasSubstr("/none/board.csv\" could not be opened")));
 }
 
-TEST_F(CTransferDeskTest, AnExportBeginsWithANewFileAndHeadersThenWithWhatWasChosenForTheList) {
+TEST_F(CTransferCommandsTest, AnExportBeginsWithANewFileAndHeadersThenWithWhatWasChosenForTheList) {
     const auto offered = [&] {
         SExportOptions options;
         WhenOpen<CQuoteDataOptions>([&](CQuoteDataOptions& dialog) {
@@ -151,7 +151,7 @@ TEST_F(CTransferDeskTest, AnExportBeginsWithANewFileAndHeadersThenWithWhatWasCho
     EXPECT_EQ(offered(), SExportOptions{});
 }
 
-TEST_F(CTransferDeskTest, AnImportShowsWhatItWouldDoAndIsOneStep) {
+TEST_F(CTransferCommandsTest, AnImportShowsWhatItWouldDoAndIsOneStep) {
     Type(1, "ibm");
     Type(2, "f");
     WriteFile(At("list.csv"), "Name,Symbol\nFord,f\nApple,aapl\nGE,ge\nGE,ge\nodd,12.5\n");
@@ -190,7 +190,7 @@ TEST_F(CTransferDeskTest, AnImportShowsWhatItWouldDoAndIsOneStep) {
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 }
 
-TEST_F(CTransferDeskTest, PrintedTextsCanBeReadOnTheBackgroundsThatTheUserChose) {
+TEST_F(CTransferCommandsTest, PrintedTextsCanBeReadOnTheBackgroundsThatTheUserChose) {
     doc.Update()->SetColumnsByName("Symbol;Last;Tick Trend;");
     doc.SetFeedReady();
     Type(1, "IBM");
@@ -226,7 +226,7 @@ TEST_F(CTransferDeskTest, PrintedTextsCanBeReadOnTheBackgroundsThatTheUserChose)
     }
 }
 
-TEST_F(CTransferDeskTest, PagesHoldAllRowsAndWideListsContinueBesideThem) {
+TEST_F(CTransferCommandsTest, PagesHoldAllRowsAndWideListsContinueBesideThem) {
     const auto pages = [&](const std::string& columns) {
         doc.Update()->SetColumnsByName(columns);
         doc.Update()->Columns();

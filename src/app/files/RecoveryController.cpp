@@ -1,7 +1,7 @@
-#include "app/files/RecoveryDesk.h"
+#include "app/files/RecoveryController.h"
 
-#include "app/commands/BoardContext.h"
-#include "app/files/FileDesk.h"
+#include "app/commands/FrameContext.h"
+#include "app/files/FileController.h"
 #include "app/files/RecoveryDlg.h"
 #include "app/frame/Dialogs.h"
 #include "app/frame/FramePlacement.h"
@@ -27,12 +27,12 @@ constexpr int kHandOverMs = 5000;
 
 } // namespace
 
-CRecoveryDesk::CRecoveryDesk(const SBoardContext& context, CFileDesk& files)
+CRecoveryController::CRecoveryController(const SFrameContext& context, CFileController& files)
     : QObject(&context.window), m_context(context), m_files(files), m_keeper(context.doc, files.File()) {
-    connect(&files, &CFileDesk::Changed, this, &CRecoveryDesk::Poll);
+    connect(&files, &CFileController::Changed, this, &CRecoveryController::Poll);
 }
 
-void CRecoveryDesk::Poll() {
+void CRecoveryController::Poll() {
     m_keeper.Poll(m_context.place.Placement(), CClock::Instance().MonotonicMs());
     const std::string error = m_keeper.TakeError();
     if (error.empty()) return;
@@ -44,7 +44,7 @@ void CRecoveryDesk::Poll() {
     });
 }
 
-bool CRecoveryDesk::KeepNow() {
+bool CRecoveryController::KeepNow() {
     m_keeper.KeepNow(m_context.place.Placement()); // First: closing an editor on a lost display may lead anywhere.
     {
         // What an open editor holds was typed to stay; nobody can answer a box about it any more.
@@ -58,14 +58,14 @@ bool CRecoveryDesk::KeepNow() {
     return kept;
 }
 
-bool CRecoveryDesk::Resume(const std::string& file) {
+bool CRecoveryController::Resume(const std::string& file) {
     const std::optional<SRecovery> left = ClaimRecovery(file, kHandOverMs);
     if (!left || !m_files.OpenRecovered(*left)) return false;
     m_keeper.Adopt(*left);
     return true;
 }
 
-void CRecoveryDesk::Offer(bool userAsked) {
+void CRecoveryController::Offer(bool userAsked) {
     std::vector<SRecovery> found = FindRecoveries(UserStateFolder());
     if (found.empty()) {
         if (userAsked)

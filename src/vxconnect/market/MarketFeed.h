@@ -29,12 +29,12 @@ struct SWatchedInstrument final : SWatched {
 ///
 /// Owns    the market's clock
 /// Thread  any one
-class CWatchBoard final : public CFeed {
+class CMarketFeed final : public CFeed {
 public:
     static constexpr MarketMs kMostBehindMs = 60'000;
 
     /// At most limit different symbols are watched at once, over all clients.
-    CWatchBoard(CMarket& market, uint32_t limit);
+    CMarketFeed(CMarket& market, uint32_t limit);
 
     CMarket& Market() { return m_market; }
     const CSessionClock& Clock() const { return m_clock; }

@@ -11,8 +11,8 @@
 
 namespace vx {
 
-/// An earlier content of a file.
-struct SGeneration {
+/// A backup of a file: an earlier content that a save replaced.
+struct SBackup {
     int number = 0;      ///< Rises with every one that is kept.
     std::string path;    ///< Where the content stands, ready to be opened.
     int64_t savedAt = 0; ///< When it was the file's content first, seconds since 1970 UTC.
@@ -23,11 +23,11 @@ struct SGeneration {
 /// folder. They are told apart by their numbers, which rise, and by what they hold, never by a clock.
 ///
 /// Thread  any; several programs at a time
-class CFileGenerations {
+class CFileBackups {
 public:
     static constexpr size_t kKept = 5;
 
-    explicit CFileGenerations(std::string stateFolder) : m_stateFolder(std::move(stateFolder)) {}
+    explicit CFileBackups(std::string stateFolder) : m_stateFolder(std::move(stateFolder)) {}
 
     /// Takes the lock under which the file at a path is compared, kept and replaced: two windows that save it in the
     /// same instant do so one after the other.
@@ -48,12 +48,12 @@ public:
     /// The oldest beyond kKept go: to be called when a content that Keep made room for was really replaced.
     void RemoveOld(const std::string& path) const;
 
-    /// The earlier contents of the file at a path, newest first.
-    std::vector<SGeneration> List(const std::string& path) const;
+    /// The backups of the file at a path, newest first.
+    std::vector<SBackup> List(const std::string& path) const;
 
 private:
     /// Errors  an errno value when some may be missing
-    int List(const std::string& path, std::vector<SGeneration>& generations) const;
+    int List(const std::string& path, std::vector<SBackup>& backups) const;
     std::string Folder(const std::string& path) const;
 
     std::string m_stateFolder;

@@ -6,17 +6,17 @@
 
 namespace vx {
 
-class CFileDesk;
-struct SBoardContext;
+class CFileController;
+struct SFrameContext;
 
 /// Sees to it that unsaved changes outlive the program, and gives those of an earlier run back.
 ///
 /// Owns    the keeper of the document; nothing of context and files, which outlive it
 /// Thread  GUI thread only
-class CRecoveryDesk : public QObject {
+class CRecoveryController : public QObject {
     Q_OBJECT
 public:
-    CRecoveryDesk(const SBoardContext& context, CFileDesk& files);
+    CRecoveryController(const SFrameContext& context, CFileController& files);
 
     /// Keeps what is to be kept by now; the frame's timer calls it.
     void Poll();
@@ -36,12 +36,12 @@ public:
     void Flush() { m_keeper.Flush(); }
 
 Q_SIGNALS:
-    /// The user chose changes of an earlier run in place of the document; as CFileDesk::Replaced.
+    /// The user chose changes of an earlier run in place of the document; as CFileController::Replaced.
     void Replaced();
 
 private:
-    const SBoardContext& m_context;
-    CFileDesk& m_files;
+    const SFrameContext& m_context;
+    CFileController& m_files;
     CRecoveryKeeper m_keeper;
 };
 

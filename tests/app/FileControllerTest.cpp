@@ -1,4 +1,4 @@
-#include "app/files/FileDesk.h"
+#include "app/files/FileController.h"
 
 #include "app/FrameFixture.h"
 #include "app/commands/MainMenus.h"
@@ -31,9 +31,9 @@ using enum vx::EBoxAnswer;
 
 namespace {
 
-class CFileDeskTest : public CFrameFixture {
+class CFileControllerTest : public CFrameFixture {
 protected:
-    CFileDeskTest() { frame.show(); }
+    CFileControllerTest() { frame.show(); }
 
     void Type(int row, const std::string& text) { EnterCellText(doc, row, 1, {}, text); }
     std::string At(const std::string& name) const { return folder / name; }
@@ -56,7 +56,7 @@ protected:
     }
     /// From now on saves of a file wait until EndSlowDisk, as on a disk that takes its time; the window does not.
     void BeginSlowDisk(const std::string& path) {
-        ASSERT_EQ(CFileGenerations(At("zantrel")).Lock(path, slowDisk), 0);
+        ASSERT_EQ(CFileBackups(At("zantrel")).Lock(path, slowDisk), 0);
         frame.Files().SetPatienceMs(0);
     }
     void EndSlowDisk() { slowDisk.reset(); }
@@ -100,7 +100,7 @@ protected:
 
 } // namespace
 
-TEST_F(CFileDeskTest, AnUntitledListIsSavedUnderANameThatGetsTheSuffixAndTheNextDialogOpensThere) {
+TEST_F(CFileControllerTest, AnUntitledListIsSavedUnderANameThatGetsTheSuffixAndTheNextDialogOpensThere) {
     EXPECT_FALSE(frame.isWindowModified());
     Type(1, "ibm");
     frame.Files().ShowModified();
@@ -125,7 +125,7 @@ TEST_F(CFileDeskTest, AnUntitledListIsSavedUnderANameThatGetsTheSuffixAndTheNext
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 }
 
-TEST_F(CFileDeskTest, UnsavedChangesAreAskedAboutBeforeNewOpenAndExit) {
+TEST_F(CFileControllerTest, UnsavedChangesAreAskedAboutBeforeNewOpenAndExit) {
     const std::string path = FileOf("Banks.vxw", "IBM");
     const std::string question = "Save changes to \"Banks\"?";
     ASSERT_TRUE(frame.Files().OpenInstead(path));
@@ -163,7 +163,7 @@ TEST_F(CFileDeskTest, UnsavedChangesAreAskedAboutBeforeNewOpenAndExit) {
     EXPECT_THAT(ReadFile(path), testing::HasSubstr("Symbols=IBM:1,;MSFT:2,;\r\n"));
 }
 
-TEST_F(CFileDeskTest, ASaveThatFailsNamesFileAndReasonAndTheListStaysModified) {
+TEST_F(CFileControllerTest, ASaveThatFailsNamesFileAndReasonAndTheListStaysModified) {
     ASSERT_TRUE(frame.Files().OpenInstead(FileOf("Banks.vxw", "IBM")));
     Type(2, "msft");
     std::filesystem::remove(At("Banks.vxw"));
@@ -181,7 +181,7 @@ TEST_F(CFileDeskTest, ASaveThatFailsNamesFileAndReasonAndTheListStaysModified) {
     EXPECT_EQ(doc.RowSymbol(2), "MSFT");
 }
 
-TEST_F(CFileDeskTest, WhatAnotherProgramWroteIsOverwrittenOnlyAfterAQuestion) {
+TEST_F(CFileControllerTest, WhatAnotherProgramWroteIsOverwrittenOnlyAfterAQuestion) {
     const std::string path = FileOf("Banks.vxw", "IBM");
     const std::string question = "The file \"" + path +
                                  "\" was changed by another program since it was opened.\n\nOverwrite it with this "
@@ -213,7 +213,7 @@ TEST_F(CFileDeskTest, WhatAnotherProgramWroteIsOverwrittenOnlyAfterAQuestion) {
     EXPECT_THAT(ReadFile(path), testing::HasSubstr("Symbols=GE:1,;BA:2,;\r\n"));
 }
 
-TEST_F(CFileDeskTest, ASlowDiskHoldsNeitherTheWindowNorWhatIsTypedMeanwhile) {
+TEST_F(CFileControllerTest, ASlowDiskHoldsNeitherTheWindowNorWhatIsTypedMeanwhile) {
     const std::string path = FileOf("Banks.vxw", "IBM");
     ASSERT_TRUE(frame.Files().OpenInstead(path));
     BeginSlowDisk(path);
@@ -232,7 +232,7 @@ TEST_F(CFileDeskTest, ASlowDiskHoldsNeitherTheWindowNorWhatIsTypedMeanwhile) {
     Do("EditUndo");
     EXPECT_FALSE(doc.IsModified()) << "this is what the second save has written";
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
-    EXPECT_EQ(frame.Files().File().Generations().size(), 2u);
+    EXPECT_EQ(frame.Files().File().Backups().size(), 2u);
 
     BeginSlowDisk(path);
     Type(2, "gm");
@@ -246,7 +246,7 @@ TEST_F(CFileDeskTest, ASlowDiskHoldsNeitherTheWindowNorWhatIsTypedMeanwhile) {
     EXPECT_TRUE(doc.IsModified());
 }
 
-TEST_F(CFileDeskTest, AQuestionThatComesLateTakesNoKeyThatWasTypedForTheWindow) {
+TEST_F(CFileControllerTest, AQuestionThatComesLateTakesNoKeyThatWasTypedForTheWindow) {
     const std::string path = FileOf("Banks.vxw", "IBM");
     ASSERT_TRUE(frame.Files().OpenInstead(path));
     BeginSlowDisk(path);
@@ -274,7 +274,7 @@ TEST_F(CFileDeskTest, AQuestionThatComesLateTakesNoKeyThatWasTypedForTheWindow) 
     EXPECT_TRUE(doc.IsModified());
 }
 
-TEST_F(CFileDeskTest, WhoLeavesWhileItIsSavedWaitsOrGoesBack) {
+TEST_F(CFileControllerTest, WhoLeavesWhileItIsSavedWaitsOrGoesBack) {
     const std::string path = FileOf("Banks.vxw", "IBM");
     ASSERT_TRUE(frame.Files().OpenInstead(path));
     BeginSlowDisk(path);
@@ -292,7 +292,7 @@ TEST_F(CFileDeskTest, WhoLeavesWhileItIsSavedWaitsOrGoesBack) {
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 }
 
-TEST_F(CFileDeskTest, WhatCannotBeReadIsStillSaidWhenTheFeedComes) {
+TEST_F(CFileControllerTest, WhatCannotBeReadIsStillSaidWhenTheFeedComes) {
     WriteFile(At("lf.vxw"), "[Watchlist]\nSymbols=JPM\n");
     ASSERT_TRUE(frame.Files().Open(At("lf.vxw")));
     frame.Document().SetFeedReady();
@@ -301,7 +301,7 @@ TEST_F(CFileDeskTest, WhatCannotBeReadIsStillSaidWhenTheFeedComes) {
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 }
 
-TEST_F(CFileDeskTest, AFileOfWhichNotAllWasReadIsReplacedOnlyWhenTheUserAgrees) {
+TEST_F(CFileControllerTest, AFileOfWhichNotAllWasReadIsReplacedOnlyWhenTheUserAgrees) {
     const std::string path = At("Banks.vxw");
     WriteFile(path, "Symbols=IBM:1,;\r\n[x]\r\nNotes=1:lost;\r\n");
     ASSERT_TRUE(frame.Files().OpenInstead(path));
@@ -315,13 +315,13 @@ TEST_F(CFileDeskTest, AFileOfWhichNotAllWasReadIsReplacedOnlyWhenTheUserAgrees) 
     EXPECT_EQ(boxes.TakeTexts().size(), 2u);
 }
 
-TEST_F(CFileDeskTest, AFormerContentThatCannotBeKeptIsNamedAndNothingElseIs) {
+TEST_F(CFileControllerTest, ABackupThatCannotBeMadeIsNamedAndNothingElseIs) {
     const std::string path = FileOf("Banks.vxw", "IBM");
     ASSERT_TRUE(frame.Files().OpenInstead(path));
     WriteFile(At("zantrel/generations"), "in the way of the folder");
     Type(2, "msft");
-    const std::string question = "The former content of \"" + path +
-                                 "\" could not be kept: part of its path is not a folder.\n\nSave all the same?";
+    const std::string question =
+        "The backup of \"" + path + "\" could not be made: part of its path is not a folder.\n\nSave all the same?";
     boxes.answers = {No};
     Do("FileSave");
     EXPECT_TRUE(doc.IsModified());
@@ -334,14 +334,14 @@ TEST_F(CFileDeskTest, AFormerContentThatCannotBeKeptIsNamedAndNothingElseIs) {
     const auto said = boxes.TakeTexts();
     ASSERT_EQ(said.size(), 2U);
     EXPECT_EQ(said[0], question);
-    EXPECT_THAT(said[1], testing::HasSubstr("could not be kept"));
+    EXPECT_THAT(said[1], testing::HasSubstr("could not be made"));
     std::filesystem::remove(At("zantrel/generations"));
     Type(3, "ge");
     Do("FileSave");
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 }
 
-TEST_F(CFileDeskTest, RecentFilesAreTenWithTheLatestFirstAndMissingOnesAreOfferedForRemoval) {
+TEST_F(CFileControllerTest, RecentFilesAreTenWithTheLatestFirstAndMissingOnesAreOfferedForRemoval) {
     EXPECT_EQ(Entries(CMainMenus::kRecentFiles), QStringList{QStringLiteral("No file was opened yet")});
     for (int i = 1; i <= 11; ++i)
         ASSERT_TRUE(frame.Files().OpenInstead(FileOf("list " + std::to_string(i) + ".vxw", "IBM")));
@@ -369,30 +369,30 @@ TEST_F(CFileDeskTest, RecentFilesAreTenWithTheLatestFirstAndMissingOnesAreOffere
     EXPECT_EQ(RecentFileLabel(10, "/R&D/a\tb.vxw", metrics), QStringLiteral("10  /R&&D/a b.vxw"));
 }
 
-TEST_F(CFileDeskTest, AFormerContentOpensAsUnsavedChangesOfTheFile) {
+TEST_F(CFileControllerTest, ABackupOpensAsUnsavedChangesOfTheFile) {
     const std::string path = FileOf("Banks.vxw", "IBM");
-    EXPECT_EQ(Entries(CMainMenus::kPreviousVersions).front(), QStringLiteral("This watchlist has no file yet"));
+    EXPECT_EQ(Entries(CMainMenus::kBackupsMenu).front(), QStringLiteral("This watchlist has no file yet"));
     ASSERT_TRUE(frame.Files().OpenInstead(path));
     Type(1, "msft");
     Do("FileSave");
-    const QStringList entries = Entries(CMainMenus::kPreviousVersions);
+    const QStringList entries = Entries(CMainMenus::kBackupsMenu);
     ASSERT_EQ(entries.size(), 3);
     EXPECT_TRUE(entries[0].startsWith(QStringLiteral("1.  ")) && entries[0].endsWith(QStringLiteral("39 bytes")))
         << entries[0].toStdString();
     EXPECT_EQ(entries[1], QStringLiteral("Opens as an unsaved copy"));
 
-    Entry(CMainMenus::kPreviousVersions, 0).trigger();
+    Entry(CMainMenus::kBackupsMenu, 0).trigger();
     EXPECT_EQ(doc.RowSymbol(1), "IBM");
     EXPECT_TRUE(doc.IsModified());
     EXPECT_EQ(frame.windowTitle(), QStringLiteral("Zantrel Watchlist - Banks[*]"));
     EXPECT_THAT(ReadFile(path), testing::HasSubstr("Symbols=MSFT:1,;\r\n"));
     Do("FileSave");
     EXPECT_THAT(ReadFile(path), testing::HasSubstr("Symbols=IBM:1,;\r\n"));
-    EXPECT_EQ(Entries(CMainMenus::kPreviousVersions).size(), 4);
+    EXPECT_EQ(Entries(CMainMenus::kBackupsMenu).size(), 4);
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 }
 
-TEST_F(CFileDeskTest, DroppedFilesOpenTheFirstAndListsOfSymbolsAreImported) {
+TEST_F(CFileControllerTest, DroppedFilesOpenTheFirstAndListsOfSymbolsAreImported) {
     Drop({FileOf("A.vxw", "IBM")});
     EXPECT_EQ(doc.RowSymbol(1), "IBM");
     Drop({FileOf("B.vxw", "GE"), At("A.vxw"), At("c.txt")});
@@ -403,7 +403,7 @@ TEST_F(CFileDeskTest, DroppedFilesOpenTheFirstAndListsOfSymbolsAreImported) {
                             "alone."));
 }
 
-TEST_F(CFileDeskTest, SymbolsOfTheCommandLineBelongToTheFirstDocumentOnly) {
+TEST_F(CFileControllerTest, SymbolsOfTheCommandLineBelongToTheFirstDocumentOnly) {
     CMainFrame& started = Frame({"-symbol", "ibm"});
     ASSERT_TRUE(started.Files().OpenInstead(FileOf("B.vxw", "GE")));
     EXPECT_THAT(started.CommandLine().Symbols(), IsEmpty());

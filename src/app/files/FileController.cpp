@@ -1,7 +1,7 @@
-#include "app/files/FileDesk.h"
+#include "app/files/FileController.h"
 
-#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
+#include "app/commands/FrameContext.h"
 #include "app/files/FileDialogs.h"
 #include "app/frame/Dialogs.h"
 #include "app/frame/FramePlacement.h"
@@ -51,7 +51,7 @@ bool AgreesToOverwrite(const std::string& why, bool& elsewhere) {
 
 } // namespace
 
-CFileDesk::CFileDesk(const SBoardContext& context, CRegistry& registry)
+CFileController::CFileController(const SFrameContext& context, CRegistry& registry)
     : QObject(&context.window), m_context(context), m_file(context.doc), m_recent(registry) {
     context.commands.Bind(ECommand::FileNew, [this] { New(); });
     context.commands.Bind(ECommand::FileOpen, [this] { AskAndOpen(); });
@@ -60,18 +60,18 @@ CFileDesk::CFileDesk(const SBoardContext& context, CRegistry& registry)
     context.commands.Bind(ECommand::FileExit, [this] { m_context.window.close(); });
 }
 
-std::string CFileDesk::Name() const {
+std::string CFileController::Name() const {
     return m_file.Path().empty() ? kUntitled : Windows1252FromUtf8(TitleOfPath(m_file.Path()));
 }
 
-void CFileDesk::ShowModified() {
+void CFileController::ShowModified() {
     const bool modified = m_context.doc.IsModified();
     if (m_context.window.isWindowModified() != modified) m_context.window.setWindowModified(modified);
 }
 
 // Another document
 
-void CFileDesk::New() {
+void CFileController::New() {
     if (!MayLeave()) return;
     m_context.doc.NewDocument();
     m_file.Forget();
@@ -79,7 +79,7 @@ void CFileDesk::New() {
     Finish({});
 }
 
-void CFileDesk::AskAndOpen() {
+void CFileController::AskAndOpen() {
     EnterWatchlistFolder(m_context.settings);
     const std::string path = AskForFileToOpen(
         &m_context.window,
@@ -87,35 +87,35 @@ void CFileDesk::AskAndOpen() {
     if (!path.empty()) OpenInstead(path);
 }
 
-bool CFileDesk::OpenInstead(const std::string& path) {
+bool CFileController::OpenInstead(const std::string& path) {
     if (m_showOther && m_showOther(path)) return false;
     if (!MayLeave() || !Open(path)) return false;
     Q_EMIT Replaced();
     return true;
 }
 
-bool CFileDesk::Open(const std::string& path) {
+bool CFileController::Open(const std::string& path) {
     const SFileResult result = m_file.Open(path);
     if (result.IsDone()) m_recent.Add(m_file.Path());
     Finish(result);
     return result.IsDone();
 }
 
-bool CFileDesk::OpenFormer(const SGeneration& generation) {
+bool CFileController::OpenBackup(const SBackup& backup) {
     if (!MayLeave()) return false;
-    const SFileResult result = m_file.OpenFormer(generation);
+    const SFileResult result = m_file.OpenBackup(backup);
     Finish(result);
     return result.IsDone();
 }
 
-bool CFileDesk::OpenRecovered(const SRecovery& recovery) {
+bool CFileController::OpenRecovered(const SRecovery& recovery) {
     if (!MayLeave()) return false;
     const SFileResult result = m_file.OpenRecovered(recovery);
     Finish(result);
     return result.IsDone();
 }
 
-void CFileDesk::TellLeftAlone(const std::string& first, size_t others) {
+void CFileController::TellLeftAlone(const std::string& first, size_t others) {
     if (others == 0) return;
     Ask(fmt::format("Only \"{}\" is opened: a window shows one watchlist. The other {} left alone.",
                     Windows1252FromUtf8(first),
@@ -123,7 +123,7 @@ void CFileDesk::TellLeftAlone(const std::string& first, size_t others) {
         EBoxButtons::Ok, EBoxIcon::Information);
 }
 
-void CFileDesk::TakeDropped(const std::vector<std::string>& paths) {
+void CFileController::TakeDropped(const std::vector<std::string>& paths) {
     if (paths.empty()) return;
     const std::string& first = paths.front();
     TellLeftAlone(first, paths.size() - 1);
@@ -134,7 +134,7 @@ void CFileDesk::TakeDropped(const std::vector<std::string>& paths) {
 }
 
 // What came of it, in words.
-void CFileDesk::Finish(const SFileResult& result) {
+void CFileController::Finish(const SFileResult& result) {
     ShowModified();
     Q_EMIT Changed();
     if (!result.IsDone()) Ask(result.error, EBoxButtons::Ok, EBoxIcon::Exclamation);
@@ -144,14 +144,14 @@ void CFileDesk::Finish(const SFileResult& result) {
 
 // Saving
 
-void CFileDesk::Save() {
+void CFileController::Save() {
     if (m_file.Path().empty())
         SaveAs();
     else
         StartSave({});
 }
 
-void CFileDesk::SaveAs() {
+void CFileController::SaveAs() {
     EnterWatchlistFolder(m_context.settings);
     const std::string proposal =
         m_file.Path().empty() ? fmt::format("{}.{}", kUntitled, kWatchlistSuffix) : m_file.Path();
@@ -162,7 +162,7 @@ void CFileDesk::SaveAs() {
 }
 
 // An empty path is the document's own file.
-void CFileDesk::StartSave(const std::string& path) {
+void CFileController::StartSave(const std::string& path) {
     m_saved = false;
     SSaveJob job = m_file.BeginSave(path, m_context.place.Placement());
     if (IsSaving()) {
@@ -173,7 +173,7 @@ void CFileDesk::StartSave(const std::string& path) {
     RunSave();
 }
 
-void CFileDesk::RunSave() {
+void CFileController::RunSave() {
     const int number = ++m_saves;
     m_file.RenewJob(m_job);
     m_saving = std::async(std::launch::async, [this, number] {
@@ -191,7 +191,7 @@ void CFileDesk::RunSave() {
     if (m_saving.wait_for(std::chrono::milliseconds(m_patienceMs)) == std::future_status::ready) OnSaved(number);
 }
 
-void CFileDesk::OnSaved(int number) {
+void CFileController::OnSaved(int number) {
     if (!m_saving.valid() || number != m_saves) return;
     const SFileResult result = m_saving.get();
     m_file.EndSave(m_job, result);
@@ -212,7 +212,7 @@ void CFileDesk::OnSaved(int number) {
     }
 }
 
-bool CFileDesk::WaitForSave() {
+bool CFileController::WaitForSave() {
     CWorkProgressBox box(&m_context.window, QStringLiteral("Saving \"%1\"").arg(QtText(Name())),
                          QStringLiteral("&Go Back"));
     while (IsSaving()) {
@@ -223,7 +223,7 @@ bool CFileDesk::WaitForSave() {
 }
 
 // True: the save is to be tried again, with the consent given now. elsewhere: under another name instead.
-bool CFileDesk::AgreesTo(const SFileResult& result, SSaveConsent& consent, bool& elsewhere) const {
+bool CFileController::AgreesTo(const SFileResult& result, SSaveConsent& consent, bool& elsewhere) const {
     switch (result.outcome) {
     case EFileOutcome::Done:
         return false;
@@ -231,8 +231,8 @@ bool CFileDesk::AgreesTo(const SFileResult& result, SSaveConsent& consent, bool&
         return consent.overwriteChanged = AgreesToOverwrite(result.error, elsewhere);
     case EFileOutcome::NotAllRead:
         return consent.overwriteUnread = AgreesToOverwrite(result.error, elsewhere);
-    case EFileOutcome::FormerNotKept:
-        return consent.withoutFormer = Ask(result.error + "\n\nSave all the same?", EBoxButtons::YesNo,
+    case EFileOutcome::BackupNotKept:
+        return consent.withoutBackup = Ask(result.error + "\n\nSave all the same?", EBoxButtons::YesNo,
                                            EBoxIcon::Exclamation) == EBoxAnswer::Yes;
     case EFileOutcome::Failed:
         break;
@@ -243,7 +243,7 @@ bool CFileDesk::AgreesTo(const SFileResult& result, SSaveConsent& consent, bool&
 
 // Leaving the document
 
-bool CFileDesk::MayLeave() {
+bool CFileController::MayLeave() {
     m_context.view.Grid().EndEdit(true); // A text in an open editor was typed to be kept.
     if (!WaitForSave()) return false;
     while (m_context.doc.IsModified()) { // An alert may modify it while it is being saved.
@@ -262,7 +262,7 @@ bool CFileDesk::MayLeave() {
     return true;
 }
 
-bool CFileDesk::MayClose() {
+bool CFileController::MayClose() {
     if (!MayLeave()) return false;
     m_context.doc.CloseDocument();
     m_file.Forget();

@@ -1,12 +1,12 @@
 #include "app/shell/RestartController.h"
 
 #include "app/SiblingFixture.h"
-#include "app/files/FileDesk.h"
-#include "app/files/RecoveryDesk.h"
+#include "app/files/FileController.h"
+#include "app/files/RecoveryController.h"
 #include "feed/session/FeedSession.h"
 #include "support/Dialogs.h"
 #include "support/Gui.h"
-#include "watchlist/file/FileGenerations.h"
+#include "watchlist/file/FileBackups.h"
 
 #include <QProgressDialog>
 #include <QSignalSpy>
@@ -22,7 +22,7 @@ using testing::StartsWith;
 
 namespace {
 
-class CRestartDeskTest : public CSiblingFixture {
+class CRestartControllerTest : public CSiblingFixture {
 protected:
     /// A shown frame whose feed client has gone.
     CMainFrame& EndedFrame(const std::vector<std::string>& arguments = {}) {
@@ -40,7 +40,7 @@ protected:
 
 } // namespace
 
-TEST_F(CRestartDeskTest, UnsavedChangesAndWhatIsBeingTypedGoOverWithoutAQuestion) {
+TEST_F(CRestartControllerTest, UnsavedChangesAndWhatIsBeingTypedGoOverWithoutAQuestion) {
     Install("zantrel-watchlist");
     CMainFrame& frame = EndedFrame();
     frame.move(40, 30);
@@ -71,7 +71,7 @@ TEST_F(CRestartDeskTest, UnsavedChangesAndWhatIsBeingTypedGoOverWithoutAQuestion
     EXPECT_FALSE(std::filesystem::exists(At("none.lock")));
 }
 
-TEST_F(CRestartDeskTest, AnUnmodifiedListIsOpenedAsItWas) {
+TEST_F(CRestartControllerTest, AnUnmodifiedListIsOpenedAsItWas) {
     Install("zantrel-watchlist");
     EndedFrame({"--starter", "--log"});
     EXPECT_EQ(StartedByRestart(), "zantrel-watchlist|--starter|--log|");
@@ -82,13 +82,13 @@ TEST_F(CRestartDeskTest, AnUnmodifiedListIsOpenedAsItWas) {
     EXPECT_EQ(StartedByRestart(), "zantrel-watchlist|Banks.vxw|--new-window|");
 }
 
-TEST_F(CRestartDeskTest, ASaveThatIsUnderWayIsWaitedFor) {
+TEST_F(CRestartControllerTest, ASaveThatIsUnderWayIsWaitedFor) {
     Install("zantrel-watchlist");
     WriteFile(At("Banks.vxw"), "Columns=Symbol:1000;\r\nSymbols=MSFT:1,;\r\n");
     CMainFrame& frame = EndedFrame();
     ASSERT_TRUE(frame.Files().Open(At("Banks.vxw")));
     std::optional<CFileLock> slowDisk;
-    ASSERT_EQ(CFileGenerations(At("zantrel")).Lock(At("Banks.vxw"), slowDisk), 0);
+    ASSERT_EQ(CFileBackups(At("zantrel")).Lock(At("Banks.vxw"), slowDisk), 0);
     frame.Files().SetPatienceMs(0);
     frame.Document().Update()->EnterSymbol(2, "IBM");
     frame.Document().Edit({}, [](CWatchlistEdit&) {});
@@ -102,7 +102,7 @@ TEST_F(CRestartDeskTest, ASaveThatIsUnderWayIsWaitedFor) {
     EXPECT_FALSE(frame.Document().IsModified());
 }
 
-TEST_F(CRestartDeskTest, TheProgramStaysWhenItCannotBeStartedOrChangesCannotBeKept) {
+TEST_F(CRestartControllerTest, TheProgramStaysWhenItCannotBeStartedOrChangesCannotBeKept) {
     CMainFrame& frame = EndedFrame();
     const QSignalSpy restarted(&frame.Restart(), &CRestartController::Restarted);
     EXPECT_EQ(StartedByRestart(), "");

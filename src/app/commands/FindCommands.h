@@ -5,16 +5,16 @@
 namespace vx {
 
 class CFindBar;
-struct SBoardContext;
+struct SFrameContext;
 
 /// Finds texts and symbols in the watchlist.
 ///
 /// Owns    nothing of the context
 /// Thread  GUI thread only
-class CFindDesk : public QObject {
+class CFindCommands : public QObject {
     Q_OBJECT
 public:
-    explicit CFindDesk(const SBoardContext& context);
+    explicit CFindCommands(const SFrameContext& context);
 
     /// The document is another one, or was saved: what the bar says of the last search is old.
     void ForgetAnswer();
@@ -22,7 +22,7 @@ public:
 private:
     void GoTo();
 
-    const SBoardContext& m_context;
+    const SFrameContext& m_context;
     CFindBar* m_bar;
 };
 

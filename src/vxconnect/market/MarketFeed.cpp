@@ -1,4 +1,4 @@
-#include "vxconnect/market/WatchBoard.h"
+#include "vxconnect/market/MarketFeed.h"
 
 #include "vxconnect/market/Fundamentals.h"
 
@@ -6,14 +6,14 @@
 
 namespace vx::sim {
 
-CWatchBoard::CWatchBoard(CMarket& market, uint32_t limit)
+CMarketFeed::CMarketFeed(CMarket& market, uint32_t limit)
     : CFeed(limit), m_market(market), m_clock(market.StartDate()) {}
 
-std::string CWatchBoard::FundamentalLine(SymbolIndex index, std::string_view) {
+std::string CMarketFeed::FundamentalLine(SymbolIndex index, std::string_view) {
     return vx::sim::FundamentalLine(m_market, index);
 }
 
-std::unique_ptr<SWatched> CWatchBoard::Begin(SymbolIndex index) {
+std::unique_ptr<SWatched> CMarketFeed::Begin(SymbolIndex index) {
     auto watched = std::make_unique<SWatchedInstrument>();
     CInstrument& instrument = m_market.At(index);
     const MarketMs told = m_clock.Now() - instrument.DelayMs();
@@ -24,9 +24,9 @@ std::unique_ptr<SWatched> CWatchBoard::Begin(SymbolIndex index) {
     return watched;
 }
 
-void CWatchBoard::End(SWatched& watched) { TakeOut(static_cast<SWatchedInstrument&>(watched)); }
+void CMarketFeed::End(SWatched& watched) { TakeOut(static_cast<SWatchedInstrument&>(watched)); }
 
-void CWatchBoard::Enter(SWatchedInstrument& watched) {
+void CMarketFeed::Enter(SWatchedInstrument& watched) {
     watched.due = watched.instrument->Next() + watched.behind;
     SWatchedInstrument*& first = SlotOf(watched.due);
     watched.before = nullptr;
@@ -35,12 +35,12 @@ void CWatchBoard::Enter(SWatchedInstrument& watched) {
     first = &watched;
 }
 
-void CWatchBoard::TakeOut(SWatchedInstrument& watched) {
+void CMarketFeed::TakeOut(SWatchedInstrument& watched) {
     (watched.before ? watched.before->after : SlotOf(watched.due)) = watched.after;
     if (watched.after) watched.after->before = watched.before;
 }
 
-void CWatchBoard::Happen(SWatchedInstrument& watched) {
+void CMarketFeed::Happen(SWatchedInstrument& watched) {
     TakeOut(watched);
     m_clock.MoveTo(watched.due);
     const SUpdate update = watched.instrument->Tick();
@@ -48,13 +48,13 @@ void CWatchBoard::Happen(SWatchedInstrument& watched) {
     Tell(watched, update);
 }
 
-void CWatchBoard::Step() {
+void CMarketFeed::Step() {
     if (WatchedCount() == 0) return;
     while (!SlotOf(m_wheelTime)) ++m_wheelTime;
     Happen(*SlotOf(m_wheelTime));
 }
 
-void CWatchBoard::RunTo(MarketMs time) {
+void CMarketFeed::RunTo(MarketMs time) {
     if (WatchedCount() == 0) m_wheelTime = std::max(m_wheelTime, time);
     for (; m_wheelTime < time; ++m_wheelTime)
         while (SWatchedInstrument* const first = SlotOf(m_wheelTime)) Happen(*first);

@@ -39,9 +39,9 @@ using namespace vx::test;
 
 namespace {
 
-class AlertDesk : public CFrameFixture {
+class AlertController : public CFrameFixture {
 protected:
-    AlertDesk() { PortsAre(feed.level1.Number(), feed.lookup.Number(), feed.admin.Number()); }
+    AlertController() { PortsAre(feed.level1.Number(), feed.lookup.Number(), feed.admin.Number()); }
 
     /// IBM in row 1 and MSFT in row 2, both watched.
     CMainFrame& Board() {
@@ -86,7 +86,7 @@ protected:
 
 } // namespace
 
-TEST_F(AlertDesk, AnAlertIsSetOnACellFiresIsResetAndFiresAgain) {
+TEST_F(AlertController, AnAlertIsSetOnACellFiresIsResetAndFiresAgain) {
     CMainFrame& frame = Board();
     const int last = ColumnOf("Last");
     LastIs("IBM", "190.25");
@@ -132,7 +132,7 @@ TEST_F(AlertDesk, AnAlertIsSetOnACellFiresIsResetAndFiresAgain) {
     EXPECT_TRUE(frame.Document().IsModified()) << "the file has the alert armed";
 }
 
-TEST_F(AlertDesk, TheSecondAlertOfASymbolIsArmedByItsNoticeAndResetChangesTheFirst) {
+TEST_F(AlertController, TheSecondAlertOfASymbolIsArmedByItsNoticeAndResetChangesTheFirst) {
     CMessageBoxes boxes;
     CMainFrame& frame = Board();
     CAlertsMap& alerts = frame.Document().AlertRules();
@@ -179,7 +179,7 @@ TEST_F(AlertDesk, TheSecondAlertOfASymbolIsArmedByItsNoticeAndResetChangesTheFir
     EXPECT_TRUE(EndText(fired[2]).ends_with("; reset Last greater than 50 to 21")) << EndText(fired[2]);
 }
 
-TEST_F(AlertDesk, WhatIsGoneWhenItsNoticeIsAnsweredDoesNoHarm) {
+TEST_F(AlertController, WhatIsGoneWhenItsNoticeIsAnsweredDoesNoHarm) {
     CMainFrame& frame = Board();
     frame.Document().AlertRules().Add("IBM", Above(10));
     frame.Document().AlertRules().Add("IBM", Above(20));
@@ -210,7 +210,7 @@ TEST_F(AlertDesk, WhatIsGoneWhenItsNoticeIsAnsweredDoesNoHarm) {
     EXPECT_TRUE(WaitUntil([&] { return frame.Document().Alerts().Get("IBM")[0].value == 99; }));
 }
 
-TEST_F(AlertDesk, ANoticeDoesNotResetTheAlertOfAWatchlistThatWasOpenedMeanwhile) {
+TEST_F(AlertController, ANoticeDoesNotResetTheAlertOfAWatchlistThatWasOpenedMeanwhile) {
     CMainFrame& frame = Board();
     frame.Document().AlertRules().Add("IBM", Above(10));
     frame.Document().AlertRules().Add("IBM", Above(20));
@@ -223,7 +223,7 @@ TEST_F(AlertDesk, ANoticeDoesNotResetTheAlertOfAWatchlistThatWasOpenedMeanwhile)
     EXPECT_FALSE(Named<QPushButton>(*Notice(frame), "reset").isEnabled());
 }
 
-TEST_F(AlertDesk, NothingFiresOnAQuoteThatHasNotCome) {
+TEST_F(AlertController, NothingFiresOnAQuoteThatHasNotCome) {
     CMainFrame& frame = Board();
     A_INFO below = Above(10);
     below.condition = 3;
@@ -236,7 +236,7 @@ TEST_F(AlertDesk, NothingFiresOnAQuoteThatHasNotCome) {
     EXPECT_TRUE(Notice(frame));
 }
 
-TEST_F(AlertDesk, NewsFireTheirAlertAndCanBeArmedAgain) {
+TEST_F(AlertController, NewsFireTheirAlertAndCanBeArmedAgain) {
     CMainFrame& frame = Board();
     A_INFO alert = Above(1);
     alert.fieldId = AlertFieldId("News").value();
@@ -253,7 +253,7 @@ TEST_F(AlertDesk, NewsFireTheirAlertAndCanBeArmedAgain) {
     EXPECT_EQ(frame.Document().Alerts().Get("IBM")[0].value, 1);
 }
 
-TEST_F(AlertDesk, WhatFiredWhileAwayIsCountedAndFoundInTheHistory) {
+TEST_F(AlertController, WhatFiredWhileAwayIsCountedAndFoundInTheHistory) {
     CMainFrame& frame = Board();
     auto& missed = Named<QToolButton>(*frame.statusBar(), "missedAlerts");
     frame.Document().AlertRules().Add("IBM", Above(10));
@@ -291,7 +291,7 @@ TEST_F(AlertDesk, WhatFiredWhileAwayIsCountedAndFoundInTheHistory) {
     EXPECT_FALSE(missed.isVisible()) << "who chose the notification is here";
 }
 
-TEST_F(AlertDesk, CommandsKnowTheRowAndMuteIsKept) {
+TEST_F(AlertController, CommandsKnowTheRowAndMuteIsKept) {
     CMainFrame& frame = Board();
     frame.Document().AlertRules().Add("IBM", Above(10));
     frame.Document().AlertRules().Add("MSFT", Above(1000));

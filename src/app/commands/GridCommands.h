@@ -7,17 +7,17 @@ namespace vx {
 
 class CMainMenus;
 class CViewCommands;
-struct SBoardContext;
+struct SFrameContext;
 
 /// Carries out the commands that edit, arrange and show the rows and columns of the watchlist: owns the groups of them,
-/// opens what a double click on a cell asks for, and has the commands look at the board again when it changed.
+/// opens what a double click on a cell asks for, and updates the states of the commands when the grid changed.
 ///
 /// Owns    nothing of the context
 /// Thread  GUI thread only
-class CBoardDesk : public QObject {
+class CGridCommands : public QObject {
     Q_OBJECT
 public:
-    CBoardDesk(const SBoardContext& context, CMainMenus& menus);
+    CGridCommands(const SFrameContext& context, CMainMenus& menus);
 
     /// name: as in the setting of the theme; keep: also from the next start on.
     void UseTheme(const QString& name, bool keep);
@@ -25,7 +25,7 @@ public:
 private:
     void OpenDetail(int column);
 
-    const SBoardContext& m_context;
+    const SFrameContext& m_context;
     CViewCommands* m_view = nullptr;
 };
 

@@ -24,13 +24,13 @@ std::string HeadlineText(std::string_view company, ESector sector, CRandom& rand
 /// the same sector too.
 ///
 /// Thread  any one
-class CNewsDesk {
+class CNewsWire {
 public:
     static constexpr uint32_t kMostCompanies = 1000;
     static constexpr uint32_t kMostStoriesADay = 5;
 
     /// The market outlives the desk. What came before the clock's time counts as told.
-    CNewsDesk(const CMarket& market, const CSessionClock& clock);
+    CNewsWire(const CMarket& market, const CSessionClock& clock);
 
     /// Called with each headline: an "N" line with its line end.
     std::function<void(const std::string& line)> OnHeadline;

@@ -6,17 +6,17 @@
 
 namespace vx {
 
-class CFileDesk;
-struct SBoardContext;
+class CFileController;
+struct SFrameContext;
 
-/// Takes symbols in from other programs and gives the board out to them: import, export, print.
+/// Takes symbols from other programs and passes the watchlist to them: import, export, print.
 ///
 /// Owns    nothing of context and files, which outlive it
 /// Thread  GUI thread only
-class CTransferDesk : public QObject {
+class CTransferCommands : public QObject {
     Q_OBJECT
 public:
-    CTransferDesk(const SBoardContext& context, CFileDesk& files);
+    CTransferCommands(const SFrameContext& context, CFileController& files);
 
     void Export();
     /// Shows what of a file's symbols would be added, and adds it when the user agrees.
@@ -29,8 +29,8 @@ private:
     void AskAndImport();
     void Report(const std::string& text);
 
-    const SBoardContext& m_context;
-    CFileDesk& m_files;
+    const SFrameContext& m_context;
+    CFileController& m_files;
 };
 
 } // namespace vx

@@ -6,23 +6,23 @@
 
 namespace vx {
 
-struct SBoardContext;
+struct SFrameContext;
 
-/// Opens the dialogs of the board's look and of the notes.
+/// Opens the dialogs of formats and notes.
 ///
 /// Owns    nothing of the context
 /// Thread  GUI thread only
-class CFormatDesk : public QObject {
+class CFormatDialogs : public QObject {
     Q_OBJECT
 public:
-    explicit CFormatDesk(const SBoardContext& context);
+    explicit CFormatDialogs(const SFrameContext& context);
 
 private:
     SFormatRange Selection() const;
     void EditCells();
     void EditNote();
 
-    const SBoardContext& m_context;
+    const SFrameContext& m_context;
 };
 
 } // namespace vx

@@ -1,9 +1,9 @@
-#include "app/commands/BoardDesk.h"
+#include "app/commands/GridCommands.h"
 
-#include "app/commands/BoardContext.h"
 #include "app/commands/ClipboardCommands.h"
 #include "app/commands/ColumnCommands.h"
 #include "app/commands/EditCommands.h"
+#include "app/commands/FrameContext.h"
 #include "app/commands/GridMenus.h"
 #include "app/commands/OrderCommands.h"
 #include "app/commands/RowCommands.h"
@@ -16,7 +16,8 @@
 
 namespace vx {
 
-CBoardDesk::CBoardDesk(const SBoardContext& context, CMainMenus& menus) : QObject(&context.window), m_context(context) {
+CGridCommands::CGridCommands(const SFrameContext& context, CMainMenus& menus)
+    : QObject(&context.window), m_context(context) {
     m_view = new CViewCommands(context, this, menus);
     auto* rows = new CRowCommands(context, this);
     auto* columns = new CColumnCommands(context, this);
@@ -38,7 +39,7 @@ CBoardDesk::CBoardDesk(const SBoardContext& context, CMainMenus& menus) : QObjec
 }
 
 // What else a cell shows that has more to it than its text.
-void CBoardDesk::OpenDetail(int column) {
+void CGridCommands::OpenDetail(int column) {
     const SSpecialColumns& special = m_context.view.Special();
     const int field = m_context.view.Grid().FieldAt(column);
     const ECommand command = field == special.alerts  ? ECommand::AlertsEdit
@@ -48,6 +49,6 @@ void CBoardDesk::OpenDetail(int column) {
     QMetaObject::invokeMethod(&m_context.commands.Action(command), &QAction::trigger, Qt::QueuedConnection);
 }
 
-void CBoardDesk::UseTheme(const QString& name, bool keep) { m_view->UseTheme(name, keep); }
+void CGridCommands::UseTheme(const QString& name, bool keep) { m_view->UseTheme(name, keep); }
 
 } // namespace vx

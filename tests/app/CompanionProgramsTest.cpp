@@ -2,7 +2,7 @@
 
 #include "app/SiblingFixture.h"
 #include "app/commands/Commands.h"
-#include "app/files/FileDesk.h"
+#include "app/files/FileController.h"
 #include "app/workspace/RunningWindows.h"
 #include "app/workspace/Workspace.h"
 #include "support/FakeClock.h"
@@ -27,7 +27,7 @@ using testing::IsEmpty;
 
 namespace {
 
-class CLinkDeskTest : public CSiblingFixture {
+class CCompanionProgramsTest : public CSiblingFixture {
 protected:
     std::map<std::string, std::string> Workspace() {
         std::map<std::string, std::string> out;
@@ -99,7 +99,7 @@ void LeaveStaleSocket(const std::string& path) {
 
 } // namespace
 
-TEST_F(CLinkDeskTest, SiblingProgramsStartOnTheRowsSymbolAndAMissingOneIsNamed) {
+TEST_F(CCompanionProgramsTest, SiblingProgramsStartOnTheRowsSymbolAndAMissingOneIsNamed) {
     CFakeClock clock;
     CMainFrame& frame = Frame();
     EnterCellText(frame.Document(), 1, 1, {}, "brk b");
@@ -154,7 +154,7 @@ TEST_F(CLinkDeskTest, SiblingProgramsStartOnTheRowsSymbolAndAMissingOneIsNamed) 
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 }
 
-TEST_F(CLinkDeskTest, TheCurrentSymbolIsFollowedWhileTheWindowStaysActive) {
+TEST_F(CCompanionProgramsTest, TheCurrentSymbolIsFollowedWhileTheWindowStaysActive) {
     CMainFrame& frame = Frame();
     frame.ShowSized(640, 480);
     frame.activateWindow();
@@ -168,7 +168,7 @@ TEST_F(CLinkDeskTest, TheCurrentSymbolIsFollowedWhileTheWindowStaysActive) {
     EXPECT_FALSE(action->toolTip().contains(QStringLiteral("<b>"))) << "a tip that is read as rich text";
 }
 
-TEST_F(CLinkDeskTest, SavingTheWorkspaceReachesEveryWindowAndForgetsThoseThatAreGone) {
+TEST_F(CCompanionProgramsTest, SavingTheWorkspaceReachesEveryWindowAndForgetsThoseThatAreGone) {
     if (QGuiApplication::primaryScreen()->size().width() < 800)
         GTEST_SKIP() << "on so small a screen the windows would be made narrower";
     CRegistry::CurrentUser().WriteText(kWorkspacesKey, "zantrel-watchlist 9", "of a window that is gone");
@@ -208,7 +208,7 @@ TEST_F(CLinkDeskTest, SavingTheWorkspaceReachesEveryWindowAndForgetsThoseThatAre
     EXPECT_EQ(status.st_mode & 0777, 0700U);
 }
 
-TEST_F(CLinkDeskTest, AWorkspaceThatCannotBeWrittenIsSaidByEachWindow) {
+TEST_F(CCompanionProgramsTest, AWorkspaceThatCannotBeWrittenIsSaidByEachWindow) {
     Frame();
     CRegistry::CurrentUser().WriteText(kWorkspacesKey, "any", "value");
     std::filesystem::remove(At("zantrel/registry.txt"));
@@ -221,7 +221,7 @@ TEST_F(CLinkDeskTest, AWorkspaceThatCannotBeWrittenIsSaidByEachWindow) {
               "Unable to open workspace with name zantrel-watchlist 1 in application Zantrel Watchlist. Error:31");
 }
 
-TEST_F(CLinkDeskTest, TheWorkspaceIsOpenedWithoutAShellButForWhatIsOpenOrGone) {
+TEST_F(CCompanionProgramsTest, TheWorkspaceIsOpenedWithoutAShellButForWhatIsOpenOrGone) {
     CMainFrame& frame = Frame();
     Do("OpenWorkspace");
     EXPECT_THAT(boxes.TakeTexts(),
@@ -256,7 +256,7 @@ TEST_F(CLinkDeskTest, TheWorkspaceIsOpenedWithoutAShellButForWhatIsOpenOrGone) {
                             "no window."));
 }
 
-TEST_F(CLinkDeskTest, AFileThatAnotherWindowHasIsShownThere) {
+TEST_F(CCompanionProgramsTest, AFileThatAnotherWindowHasIsShownThere) {
     const std::string mine = At("Mine.vxw");
     for (const char* name : {"Mine.vxw", "Theirs.vxw"}) WriteFile(At(name), "TrailingRows=1\r\n");
     std::filesystem::create_symlink(At("Theirs.vxw"), At("Link.vxw"));
@@ -278,7 +278,7 @@ TEST_F(CLinkDeskTest, AFileThatAnotherWindowHasIsShownThere) {
     EXPECT_FALSE(ShowWindowWithFile(At("zantrel"), 1, At("Other.vxw")));
 }
 
-TEST_F(CLinkDeskTest, ANewWindowStandsBesideTheOthersAndTheNextRunWhereTheLastOneStood) {
+TEST_F(CCompanionProgramsTest, ANewWindowStandsBesideTheOthersAndTheNextRunWhereTheLastOneStood) {
     Install("zantrel-watchlist");
     settings.WriteInteger(kRectLeft, 40);
     settings.WriteInteger(kRectTop, 50);

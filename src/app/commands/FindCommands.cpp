@@ -1,7 +1,7 @@
-#include "app/commands/FindDesk.h"
+#include "app/commands/FindCommands.h"
 
-#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
+#include "app/commands/FrameContext.h"
 #include "watchlist/dialogs/FindBar.h"
 #include "watchlist/dialogs/GoToSymbolDlg.h"
 #include "watchlist/document/WatchlistDoc.h"
@@ -12,7 +12,7 @@
 
 namespace vx {
 
-CFindDesk::CFindDesk(const SBoardContext& context)
+CFindCommands::CFindCommands(const SFrameContext& context)
     : QObject(&context.window), m_context(context),
       m_bar(new CFindBar(context.doc, context.view.Grid(), &context.view)) {
     m_context.view.layout()->addWidget(m_bar);
@@ -22,9 +22,9 @@ CFindDesk::CFindDesk(const SBoardContext& context)
     context.commands.Bind(ECommand::EditGoToSymbol, [this] { GoTo(); });
 }
 
-void CFindDesk::ForgetAnswer() { m_bar->ForgetAnswer(); }
+void CFindCommands::ForgetAnswer() { m_bar->ForgetAnswer(); }
 
-void CFindDesk::GoTo() {
+void CFindCommands::GoTo() {
     CGoToSymbolDlg dialog(m_context.doc, &m_context.window);
     if (dialog.exec() != QDialog::Accepted) return;
     m_context.doc.RevealRows(dialog.Row(), dialog.Row());

@@ -1,4 +1,4 @@
-#include "watchlist/file/FileGenerations.h"
+#include "watchlist/file/FileBackups.h"
 
 #include "base/AtomicFile.h"
 #include "base/Hash.h"
@@ -19,19 +19,19 @@ constexpr int kMostNumber = 999'999'999; // No save of this program comes near i
 constexpr int64_t kNsPerSecond = 1'000'000'000;
 constexpr const char* kExtension = ".vxw";
 
-bool HoldsSame(const SGeneration& generation, std::string_view content) {
-    if (generation.bytes != content.size()) return false;
+bool HoldsSame(const SBackup& backup, std::string_view content) {
+    if (backup.bytes != content.size()) return false;
     SFileImage image;
-    return ReadWholeFile(generation.path, content.size(), image) == 0 && image.content == content;
+    return ReadWholeFile(backup.path, content.size(), image) == 0 && image.content == content;
 }
 
 } // namespace
 
-std::string CFileGenerations::Folder(const std::string& path) const {
-    return GenerationsFolder(m_stateFolder) + "/" + HashName(ContentHash(PathKey(path)));
+std::string CFileBackups::Folder(const std::string& path) const {
+    return BackupsFolder(m_stateFolder) + "/" + HashName(ContentHash(PathKey(path)));
 }
 
-int CFileGenerations::Lock(const std::string& path, std::optional<CFileLock>& lock) const {
+int CFileBackups::Lock(const std::string& path, std::optional<CFileLock>& lock) const {
     const std::string folder = Folder(path);
     if (const int error = MakeFolders(folder)) return error;
     lock.emplace(folder + "/lock", kLockWaitMs);
@@ -40,14 +40,13 @@ int CFileGenerations::Lock(const std::string& path, std::optional<CFileLock>& lo
     return error;
 }
 
-int CFileGenerations::Keep(const std::string& path, std::string_view content, int64_t savedAtNs,
-                           std::string& made) const {
+int CFileBackups::Keep(const std::string& path, std::string_view content, int64_t savedAtNs, std::string& made) const {
     made.clear();
     const std::string folder = Folder(path);
     const std::string pathFile = folder + "/path";
     if (!Exists(pathFile))
         if (const int error = SavePrivateFile(pathFile, PathKey(path) + "\n")) return error;
-    std::vector<SGeneration> before;
+    std::vector<SBackup> before;
     if (const int error = List(path, before)) return error; // A number that is there must not be given again.
     if (!before.empty() && HoldsSame(before.front(), content)) return 0;
     const int number = before.empty() ? 1 : before.front().number + 1;
@@ -58,21 +57,21 @@ int CFileGenerations::Keep(const std::string& path, std::string_view content, in
     return 0;
 }
 
-void CFileGenerations::RemoveOld(const std::string& path) const {
-    const std::vector<SGeneration> kept = List(path);
+void CFileBackups::RemoveOld(const std::string& path) const {
+    const std::vector<SBackup> kept = List(path);
     for (size_t i = kKept; i < kept.size(); ++i) {
-        Disk().Remove(CSupplementFiles::BesideGeneration(kept[i].path));
+        Disk().Remove(CSupplementFiles::BesideBackup(kept[i].path));
         Disk().Remove(kept[i].path);
     }
 }
 
-std::vector<SGeneration> CFileGenerations::List(const std::string& path) const {
-    std::vector<SGeneration> out;
+std::vector<SBackup> CFileBackups::List(const std::string& path) const {
+    std::vector<SBackup> out;
     List(path, out);
     return out;
 }
 
-int CFileGenerations::List(const std::string& path, std::vector<SGeneration>& generations) const {
+int CFileBackups::List(const std::string& path, std::vector<SBackup>& backups) const {
     std::vector<std::string> names;
     const std::string folder = Folder(path);
     if (const int error = Disk().List(folder, names)) return error;
@@ -87,10 +86,10 @@ int CFileGenerations::List(const std::string& path, std::vector<SGeneration>& ge
             continue;
         }
         if (status.kind != EFileKind::Regular) continue;
-        generations.push_back(
+        backups.push_back(
             {number, file, status.signature.modifiedNs / kNsPerSecond, static_cast<uint64_t>(status.signature.size)});
     }
-    std::ranges::sort(generations, std::ranges::greater{}, &SGeneration::number);
+    std::ranges::sort(backups, std::ranges::greater{}, &SBackup::number);
     return failed;
 }
 

@@ -1,7 +1,7 @@
-#include "app/files/RecoveryDesk.h"
+#include "app/files/RecoveryController.h"
 
 #include "app/FrameFixture.h"
-#include "app/files/FileDesk.h"
+#include "app/files/FileController.h"
 #include "app/files/RecoveryDlg.h"
 #include "support/Dialogs.h"
 #include "support/EventLoop.h"
@@ -26,7 +26,7 @@ using enum vx::EBoxAnswer;
 
 namespace {
 
-class CRecoveryDeskTest : public CFrameFixture {
+class CRecoveryControllerTest : public CFrameFixture {
 protected:
     std::string At(const std::string& name) const { return folder / name; }
     std::vector<std::string> Kept() const {
@@ -65,7 +65,7 @@ protected:
 
 } // namespace
 
-TEST_F(CRecoveryDeskTest, LostChangesAreOfferedAndBecomeUnsavedChangesOfTheirFileAgain) {
+TEST_F(CRecoveryControllerTest, LostChangesAreOfferedAndBecomeUnsavedChangesOfTheirFileAgain) {
     LoseRun(At("Banks.vxw"), {"IBM", "GE"});
     CMainFrame& frame = Frame();
     QStringList offered;
@@ -86,7 +86,7 @@ TEST_F(CRecoveryDeskTest, LostChangesAreOfferedAndBecomeUnsavedChangesOfTheirFil
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 }
 
-TEST_F(CRecoveryDeskTest, OfSeveralEachIsRecoveredDiscardedOrLeftAndNoneIsLost) {
+TEST_F(CRecoveryControllerTest, OfSeveralEachIsRecoveredDiscardedOrLeftAndNoneIsLost) {
     LoseRun(At("A.vxw"), {"IBM"});
     LoseRun({}, {"F", "GM", "TM"});
     LoseRun(At("C.vxw"), {"GE"});
@@ -126,7 +126,7 @@ TEST_F(CRecoveryDeskTest, OfSeveralEachIsRecoveredDiscardedOrLeftAndNoneIsLost) 
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre("There are no unsaved changes of an earlier run."));
 }
 
-TEST_F(CRecoveryDeskTest, WhatTheUserDidNotWantToSaveIsNotOfferedAgain) {
+TEST_F(CRecoveryControllerTest, WhatTheUserDidNotWantToSaveIsNotOfferedAgain) {
     CMainFrame& frame = Frame();
     EnterCellText(frame.Document(), 1, 1, {}, "ibm");
     frame.Recovery().KeepNow();
@@ -137,7 +137,7 @@ TEST_F(CRecoveryDeskTest, WhatTheUserDidNotWantToSaveIsNotOfferedAgain) {
     EXPECT_THAT(Kept(), IsEmpty());
 }
 
-TEST_F(CRecoveryDeskTest, TheUserHearsOnceThatNothingCanBeKept) {
+TEST_F(CRecoveryControllerTest, TheUserHearsOnceThatNothingCanBeKept) {
     CMainFrame& frame = Frame();
     std::filesystem::create_directories(At("zantrel"));
     WriteFile(At("zantrel/recovery"), "in the way of the folder");
@@ -150,7 +150,7 @@ TEST_F(CRecoveryDeskTest, TheUserHearsOnceThatNothingCanBeKept) {
                                                "are not lost."));
 }
 
-TEST_F(CRecoveryDeskTest, AnOpenEditorIsKeptToo) {
+TEST_F(CRecoveryControllerTest, AnOpenEditorIsKeptToo) {
     CMainFrame& frame = Frame();
     for (const char* typed : {"ibm", "#refused in the row of a symbol"}) {
         ASSERT_TRUE(frame.View().Grid().BeginEdit(1, 1, typed));
@@ -161,7 +161,7 @@ TEST_F(CRecoveryDeskTest, AnOpenEditorIsKeptToo) {
     EXPECT_THAT(ReadFile(Kept().front()), testing::HasSubstr("Symbols=IBM:1,;"));
 }
 
-TEST_F(CRecoveryDeskTest, ASignalEndsTheProgramWithoutAQuestionAndTheChangesAreKept) {
+TEST_F(CRecoveryControllerTest, ASignalEndsTheProgramWithoutAQuestionAndTheChangesAreKept) {
     LoseRun(At("Banks.vxw"), {"IBM"});
     ASSERT_THAT(Kept(), SizeIs(1));
     for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
@@ -184,7 +184,7 @@ TEST_F(CRecoveryDeskTest, ASignalEndsTheProgramWithoutAQuestionAndTheChangesAreK
     EXPECT_THAT(Kept(), SizeIs(1)) << "a recovery on offer outlives the program";
 }
 
-TEST_F(CRecoveryDeskTest, ALostDisplayLeavesTheChangesAndTheOpenEditorToTheNextStart) {
+TEST_F(CRecoveryControllerTest, ALostDisplayLeavesTheChangesAndTheOpenEditorToTheNextStart) {
     for (const char* tool : {"Xvfb", "xdotool"})
         if (QStandardPaths::findExecutable(QString::fromLatin1(tool)).isEmpty()) GTEST_SKIP() << "no " << tool;
     QProcess display;

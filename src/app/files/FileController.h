@@ -15,7 +15,7 @@
 namespace vx {
 
 class CRegistry;
-struct SBoardContext;
+struct SFrameContext;
 
 /// The watchlist file in the user's hands: new, open, save and all that goes with it, each with its questions.
 ///
@@ -26,10 +26,10 @@ struct SBoardContext;
 /// Shape   paths are bytes as the system takes them
 /// Owns    the document's file; nothing of the context
 /// Thread  GUI thread only
-class CFileDesk : public QObject {
+class CFileController : public QObject {
     Q_OBJECT
 public:
-    CFileDesk(const SBoardContext& context, CRegistry& registry);
+    CFileController(const SFrameContext& context, CRegistry& registry);
 
     /// Opens a watchlist file in place of the document, whatever its state, and says in message boxes what did not go
     /// as expected.
@@ -39,8 +39,8 @@ public:
     /// As Open for a file that the user chose: asks first what is to become of unsaved changes. A file that another
     /// window has is not opened; that window is brought up.
     bool OpenInstead(const std::string& path);
-    /// An earlier content of the document's file, as unsaved changes of it.
-    bool OpenFormer(const SGeneration& generation);
+    /// A backup of the document's file, as unsaved changes of it.
+    bool OpenBackup(const SBackup& backup);
     /// Recovered changes, as unsaved changes of the file that they belong to. Asks as OpenInstead does.
     bool OpenRecovered(const SRecovery& recovery);
     /// Says that of several files only the first is opened; says nothing when there are no others.
@@ -90,7 +90,7 @@ private:
     void Finish(const SFileResult& result);
     std::string Name() const;
 
-    const SBoardContext& m_context;
+    const SFrameContext& m_context;
     std::function<bool(const std::string&)> m_showOther;
     CWatchlistFile m_file;
     CRecentFiles m_recent;

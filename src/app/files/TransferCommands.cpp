@@ -1,8 +1,8 @@
-#include "app/files/TransferDesk.h"
+#include "app/files/TransferCommands.h"
 
-#include "app/commands/BoardContext.h"
 #include "app/commands/Commands.h"
-#include "app/files/FileDesk.h"
+#include "app/commands/FrameContext.h"
+#include "app/files/FileController.h"
 #include "app/files/FileDialogs.h"
 #include "app/files/ListPrinter.h"
 #include "app/frame/Dialogs.h"
@@ -46,17 +46,17 @@ void Tell(const std::string& text, EBoxIcon icon) {
 
 } // namespace
 
-CTransferDesk::CTransferDesk(const SBoardContext& context, CFileDesk& files)
+CTransferCommands::CTransferCommands(const SFrameContext& context, CFileController& files)
     : QObject(&context.window), m_context(context), m_files(files) {
     context.commands.Bind(ECommand::FileImport, [this] { AskAndImport(); });
     context.commands.Bind(ECommand::FileExport, [this] { Export(); });
     context.commands.Bind(ECommand::FilePrint, [this] { Print(); });
-    connect(&files, &CFileDesk::ImportAsked, this, &CTransferDesk::ImportFile);
+    connect(&files, &CFileController::ImportAsked, this, &CTransferCommands::ImportFile);
 }
 
 // Export
 
-void CTransferDesk::Export() {
+void CTransferCommands::Export() {
     const SExportOptions& options = m_context.doc.Options().exporting;
     CQuoteDataOptions dialog(options, &m_context.window);
     if (dialog.exec() != QDialog::Accepted) return;
@@ -86,14 +86,14 @@ void CTransferDesk::Export() {
     }
 }
 
-void CTransferDesk::Report(const std::string& text) {
+void CTransferCommands::Report(const std::string& text) {
     LogInformation(text);
     m_context.status.Say(text);
 }
 
 // Import
 
-void CTransferDesk::AskAndImport() {
+void CTransferCommands::AskAndImport() {
     EnterWatchlistFolder(m_context.settings);
     const std::string path = AskForFileToOpen(
         &m_context.window,
@@ -101,13 +101,13 @@ void CTransferDesk::AskAndImport() {
     if (!path.empty()) ImportFile(path);
 }
 
-void CTransferDesk::ImportFile(const std::string& path) {
+void CTransferCommands::ImportFile(const std::string& path) {
     const SImportFile file = ReadImportFile(path);
     if (!file.error.empty()) return Tell(file.error, EBoxIcon::Exclamation);
     ImportText(file.text, fmt::format("\"{}\"", Windows1252FromUtf8(path)));
 }
 
-void CTransferDesk::ImportText(const std::string& text, const std::string& source) {
+void CTransferCommands::ImportText(const std::string& text, const std::string& source) {
     SImportPreview preview;
     {
         CWorkProgressBox progress(&m_context.window, QStringLiteral("Looking for symbols..."));
@@ -128,7 +128,7 @@ void CTransferDesk::ImportText(const std::string& text, const std::string& sourc
 
 // Print
 
-void CTransferDesk::Print() {
+void CTransferCommands::Print() {
     if (m_context.doc.LastUsedRow() < 1)
         return Tell("The watchlist is empty: there is nothing to print.", EBoxIcon::Information);
     QPrinter printer(QPrinter::HighResolution);
