@@ -9,8 +9,6 @@
 namespace vx {
 
 class CGridCtrl;
-struct SGridCell;
-struct SGridSelection;
 
 /// Announces to assistive technology when the focus cell shows another text: the newest, and not more often than once
 /// in kPauseMs, so that a busy price does not talk without end.

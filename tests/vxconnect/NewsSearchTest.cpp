@@ -17,13 +17,13 @@ using Search = ServerTest;
 TEST(NewsDesk, CountsAreTheHeadlinesSoFarAndStartAnewEachDay) {
     CMarket market(1, 0, kFirstSessionDate);
     CSessionClock clock(kFirstSessionDate);
-    CNewsWire desk(market, clock);
+    CNewsWire wire(market, clock);
     std::map<std::string, uint32_t> counts;
     for (const STicker& ticker : market.Tickers())
-        counts[std::string(ticker.symbol)] = desk.Count(market.Find(ticker.symbol).value());
+        counts[std::string(ticker.symbol)] = wire.Count(market.Find(ticker.symbol).value());
     std::string lastTime;
     int stories = 0, withSeveral = 0, withCommas = 0;
-    desk.OnHeadline = [&](const std::string& line) {
+    wire.OnHeadline = [&](const std::string& line) {
         const auto fields = SplitCountingTail(line, ',');
         ASSERT_GE(fields.size(), 6u) << line;
         EXPECT_EQ(fields[0], "N");
@@ -38,7 +38,7 @@ TEST(NewsDesk, CountsAreTheHeadlinesSoFarAndStartAnewEachDay) {
     };
     for (MarketMs now = 0; now < 6 * 3600'000; now += 60'000) {
         clock.MoveTo(now);
-        desk.RunTo(clock);
+        wire.RunTo(clock);
         std::string text = clock.Text();
         std::erase(text, ':');
         EXPECT_LE(lastTime, text);
@@ -46,13 +46,13 @@ TEST(NewsDesk, CountsAreTheHeadlinesSoFarAndStartAnewEachDay) {
     EXPECT_GT(stories, 200);
     EXPECT_GT(withSeveral, 10);
     EXPECT_GT(withCommas, 10);
-    for (const auto& [symbol, count] : counts) EXPECT_EQ(desk.Count(market.Find(symbol).value()), count) << symbol;
+    for (const auto& [symbol, count] : counts) EXPECT_EQ(wire.Count(market.Find(symbol).value()), count) << symbol;
     clock.MoveTo(6 * 3600'000);
     counts.clear();
-    desk.RunTo(clock);
+    wire.RunTo(clock);
     EXPECT_EQ(clock.Date(), 20240201);
     for (const STicker& ticker : market.Tickers())
-        EXPECT_EQ(desk.Count(market.Find(ticker.symbol).value()), counts[std::string(ticker.symbol)]) << ticker.symbol;
+        EXPECT_EQ(wire.Count(market.Find(ticker.symbol).value()), counts[std::string(ticker.symbol)]) << ticker.symbol;
 }
 
 TEST_F(News, HeadlinesReachThoseWhoAskedAndAgreeWithTheCounts) {

@@ -23,7 +23,7 @@ inline constexpr auto kResetAlertMessage = static_cast<QEvent::Type>(1032);
 /// An alert fired: the text is that of FormatAlertRecord.
 inline constexpr auto kAlertFiredMessage = static_cast<QEvent::Type>(1033);
 
-/// of: the notice, which the record does not name.
+/// of: the fired alert, which the record does not identify.
 class CResetAlertMessage : public QEvent {
 public:
     explicit CResetAlertMessage(std::string record, SFiredAlert of = {});
@@ -35,8 +35,8 @@ private:
     SFiredAlert m_of;
 };
 
-/// A fired alert and the moment, which is that of making the message. News come as the finished notice, which has no
-/// record. alert, watchlist: as in SFiredAlert.
+/// A fired alert and the moment, which is that of making the message. News come as a finished record instead of its
+/// text. alert, watchlist: as in SFiredAlert.
 class CAlertFiredMessage : public QEvent {
 public:
     CAlertFiredMessage(std::string record, A_INFO alert, uint64_t watchlist);

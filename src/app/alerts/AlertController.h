@@ -22,10 +22,8 @@ class CResetAlertMessage;
 struct SNoticeTarget;
 struct SFrameContext;
 
-/// Tells the user of the alerts that fire, and opens the windows in which they are set and looked up. What fired comes
-/// to the frame as a posted message, so that nothing opens while a line of the feed is being handled.
-///
-/// Owns    nothing of the context
+/// Shows alerts that fire to the user, and opens the windows in which alerts are set and looked up. A fired alert comes
+/// to the frame as a posted message, so that nothing opens while a line of the feed is handled.
 class CAlertController : public QObject, public CFiredAlertReceiver {
     Q_OBJECT
 public:
@@ -40,7 +38,7 @@ public:
     /// A new alert on the symbol of a row and the field of a column, with the value of this moment; what is not known
     /// is left to the user.
     void NewAlert(int row, int column);
-    /// What fired, first what was missed.
+    /// The history of fired alerts, missed ones first.
     void ShowHistory();
 
     CNoticeQueue& Notices() { return *m_notices; }

@@ -36,7 +36,7 @@ public:
     void SetHere(bool here);
     /// A window comes up that the user did not ask for.
     void NoteOwnWindow();
-    /// Looks whether any window has the keyboard; call it a few times a second. The toolkit does not tell when the
+    /// Looks whether any window has the keyboard; call it a few times a second. The toolkit does not report when the
     /// window that had it was closed and no other one got it.
     void Poll();
 
@@ -57,7 +57,7 @@ private:
     QElapsedTimer m_ownWindow;
 };
 
-/// Tells of alerts that fire while another program is the active one: a notification of the desktop, which sums up what
+/// Reports alerts that fire while another program is active: a notification of the desktop, which sums up what
 /// fired since the user left, and a button in the status bar that stays until the history was looked at.
 class CMissedAlerts : public QObject {
     Q_OBJECT
@@ -77,9 +77,9 @@ public:
     void Clear();
     int Count() const { return m_count; }
 
-    /// Whether a notification is to be marked as urgent, asked for each; without, none is.
+    /// Decides for each notification whether it is urgent; without this none is.
     void SetUrgent(std::function<bool()> urgent) { m_urgent = std::move(urgent); }
-    /// Puts another notifier in the place of the session's.
+    /// Replaces the notifier of the session's.
     void UseNotifier(std::unique_ptr<CDesktopNotifier> notifier);
 
 Q_SIGNALS:

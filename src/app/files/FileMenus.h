@@ -20,7 +20,6 @@ QString RecentFileLabel(size_t number, const std::string& path, const QFontMetri
 /// The two menus of files that change from day to day: the recent files, and the backups of the open one.
 ///
 /// Shape   filled anew each time they open
-/// Owns    nothing: desk and menus outlive it
 /// Thread  GUI thread only
 class CFileMenus : public QObject {
     Q_OBJECT

@@ -15,8 +15,8 @@ class QWidget;
 
 namespace vx {
 
-/// Sees to it that a dialog fits on its screen when it is shown: made smaller as far as its contents allow, and beyond
-/// that with everything but its bottom row in an area that scrolls.
+/// Makes a dialog fit on its screen when it is shown: smaller as far as its contents allow, and if that is not enough,
+/// with everything but its bottom row in an area that scrolls.
 class CDialogFit : public QObject {
     Q_OBJECT
 public:
@@ -49,7 +49,7 @@ private:
     int64_t m_lastMs = 0; ///< When the box opened, or a key was pressed since.
 };
 
-/// Shows how far a long piece of work is, once it turns out to be long, with a button to cancel it. Meanwhile the
+/// Shows the progress of long work, once it has taken a while, with a button to cancel it. Meanwhile the
 /// window stays alive, but takes no input.
 ///
 /// Owns    its dialog
@@ -60,9 +60,9 @@ public:
     CWorkProgressBox(QWidget* parent, QString label, QString cancel = QStringLiteral("&Cancel"));
     ~CWorkProgressBox();
 
-    /// Call it every few milliseconds. A total of 0: nobody knows how far the work is. False: the user cancelled.
+    /// Call it every few milliseconds. A total of 0: the end is not known. False: the user cancelled.
     bool Step(size_t done, size_t total);
-    /// Step, as work takes it. The box must live as long.
+    /// Step as a callback. The box must live as long.
     std::function<bool(size_t, size_t)> Function() {
         return [this](size_t done, size_t total) { return Step(done, total); };
     }

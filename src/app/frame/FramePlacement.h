@@ -21,14 +21,14 @@ SPlacement ReadStoredPlacement(const CSettings& settings);
 /// Keeps a placement for the next run; only values that changed are written.
 void WriteStoredPlacement(CSettings& settings, const SPlacement& placement);
 
-/// Puts the edges that the command line names in place of a placement's, and its way of showing.
+/// Replaces edges by those that the command line names, in a placement's, and its way of showing.
 SPlacement WithCommandLineEdges(SPlacement placement, const CNorvCommandLineInfo& commandLine);
 
 struct SScreenArea {
     int left = 0, top = 0, width = 0, height = 0;
 };
 
-/// The parts of all screens that windows may take.
+/// The areas of all screens that windows may cover.
 std::vector<SScreenArea> ScreenAreas();
 
 /// What a window manager draws around a window.
@@ -42,7 +42,7 @@ struct SFrameMargins {
 SPlacement BroughtInside(SPlacement placement, const std::vector<SScreenArea>& screens,
                          const SFrameMargins& margins = {});
 
-/// A place as large for a window at which its corner is not that of another one: a little down and to the right, from
+/// A placement of the same size whose corner is not that of another window: a little down and to the right, from
 /// the screen's edge again where that leaves the screen, and smaller where the screen has no more room. A maximised
 /// one stays.
 SPlacement Cascaded(SPlacement placement, const std::vector<QPoint>& corners, const std::vector<SScreenArea>& screens);

@@ -8,7 +8,7 @@ namespace vx {
 
 enum class ETheme { System, Light, Dark };
 
-/// "light" and "dark" by name; anything else is the system's.
+/// The theme of a name: "light" or "dark"; any other name is the system's theme.
 ETheme ThemeByName(std::string_view name);
 
 /// Gives the whole application the palette of a theme. System means dark when the platform's own window colour is

@@ -117,7 +117,7 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
     m_status.start(kStatusMs);
 }
 
-// The desks look at document and view, which are there by now and go after them.
+// Commands and controllers use document and view, which exist by now and are destroyed after them.
 void CMainFrame::MakeControllers() {
     m_commands = new CCommands(*this);
     m_context = std::make_unique<SFrameContext>(
@@ -154,11 +154,11 @@ void CMainFrame::ConnectControllers() {
 CMainFrame::~CMainFrame() {
     m_status.stop();
     m_doc->AlertRules().SetReceiver(nullptr);
-    for (QObject* desk :
+    for (QObject* child :
          {static_cast<QObject*>(m_transfer), static_cast<QObject*>(m_recovery), static_cast<QObject*>(m_files),
           static_cast<QObject*>(m_grid), static_cast<QObject*>(m_alerts), static_cast<QObject*>(m_market),
           static_cast<QObject*>(m_restart), static_cast<QObject*>(m_windows)})
-        delete desk;
+        delete child;
     LookupReplies().newsCounts.SetReceiver(nullptr);
     delete m_view; // The view looks at the document until it is gone.
     m_view = nullptr;
@@ -251,7 +251,7 @@ void CMainFrame::StartFeedOnce() {
     if (!std::exchange(m_feedStarted, true)) StartFeed();
 }
 
-// What the document shows of itself
+// What the document shows in the frame
 
 void CMainFrame::SetStatusText(std::string_view text) {
     if (m_doc && text == m_doc->StatusText())
@@ -322,7 +322,7 @@ void CMainFrame::OnSystemMessage(std::string_view line) {
     if (!HandleReadyLine(line)) return;
     m_doc->SetFeedReady();
     m_store.SendPendingWatches();
-    // In a list with a file they stand where others did: the user is asked before these go.
+    // In a watchlist with a file they replace others: closing it asks before these are lost.
     m_doc->PlaceCommandLineSymbols(m_commandLine.Symbols(), !m_files->File().Path().empty());
 }
 

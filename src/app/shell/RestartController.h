@@ -14,8 +14,8 @@ class CRecoveryController;
 enum class EFeedEnd;
 struct SFrameContext;
 
-/// Says below the grid that the session with the feed client is over, and restarts the program with the same watchlist
-/// and place: what is not saved goes over in the recovery file, the text of an open editor with it.
+/// Shows below the grid that the session with the feed client is over, and restarts the program with the same watchlist
+/// and place: what is not saved is handed over in the recovery file, with the text of an open editor.
 ///
 /// Errors  when unsaved changes cannot be kept, or the program cannot be started, a box says so and this one stays
 class CRestartController : public QObject {
@@ -27,9 +27,9 @@ public:
     void ShowEnd(EFeedEnd end);
 
 Q_SIGNALS:
-    /// The new program is about to start: what it is to find must be stored by the return.
+    /// The new program is about to start: store what it has to find before returning.
     void Leaving();
-    /// The new program runs: this one is to end without a question.
+    /// The new program runs: end this one without a question.
     void Restarted();
 
 private:

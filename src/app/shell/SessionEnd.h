@@ -10,8 +10,8 @@ namespace vx {
 class CMainFrame;
 
 /// Ends the program without a question when the system asks for it (SIGTERM, SIGINT, SIGHUP) or the session does, and
-/// leaves unsaved changes where the next start finds them. So it does when the display is lost: then the toolkit calls
-/// exit() out of its event loop.
+/// leaves unsaved changes where the next start finds them. The same when the display is lost: then the toolkit calls
+/// exit() from its event loop.
 ///
 /// A signal that was ignored when the program started, as by nohup, stays ignored. There is at most one of these.
 class CSessionEnd : public QObject {

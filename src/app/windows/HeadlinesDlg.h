@@ -34,7 +34,7 @@ public:
     ///
     /// Returns whether the rows are others now
     bool SetFilter(bool everySymbol, const std::string& symbol, const std::string& text);
-    /// Takes over what has come to the log and left it.
+    /// Follows what was added to the log and dropped from it.
     ///
     /// Returns how many rows came on top of those that were there before
     int Update();

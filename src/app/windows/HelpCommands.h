@@ -3,7 +3,6 @@
 #include <QDialog>
 #include <QObject>
 
-class QDialog;
 class QLineEdit;
 class QSortFilterProxyModel;
 

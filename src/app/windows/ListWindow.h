@@ -8,7 +8,6 @@
 #include <initializer_list>
 #include <string>
 
-class QDialog;
 class QLabel;
 class QVBoxLayout;
 
@@ -66,7 +65,7 @@ void TabThrough(std::initializer_list<QWidget*> widgets);
 class CRowWindow : public QDialog {
     Q_OBJECT
 public:
-    /// What it shows follows the feed and the focus row at this beat, and costs nothing while it is closed.
+    /// Its content follows the feed and the focus row at this interval, and costs nothing while it is closed.
     static constexpr int kBeatMs = 250;
 
     /// corner: where in its parent window it is first shown, so that it hides little of the grid.

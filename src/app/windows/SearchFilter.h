@@ -48,7 +48,7 @@ private:
 
 /// The filter of a symbol search: none, some listed markets or some security types, which are chosen from a list.
 ///
-/// The names are loaded from the lookup port when they are first needed, which holds the window for the time-out at
+/// The names are loaded from the lookup port when they are first needed, which blocks the window for the time-out at
 /// most; a list that could not be loaded says why and offers another try.
 ///
 /// Owns    the two tables

@@ -13,8 +13,6 @@ struct SFrameContext;
 
 /// Starts the companion programs on the row's symbol, which becomes the current symbol of all of them, and follows that
 /// symbol when another program changes it.
-///
-/// Owns    nothing of the context
 class CCompanionPrograms : public QObject {
     Q_OBJECT
 public:

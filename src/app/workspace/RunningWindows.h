@@ -26,7 +26,7 @@ class CWindowRegistration : public QObject {
 public:
     /// Save the workspace: "saved" or "failed" and a line feed.
     static constexpr const char* kSaveRequest = "ZANTREL_SAVE_WORKSPACE\n";
-    /// What the window shows and where: the command that starts it as it stands.
+    /// What the window shows and where: the command that starts it as it is.
     static constexpr const char* kTellRequest = "ZANTREL_TELL_WINDOW\n";
     /// Bring the window up: "shown" and a line feed.
     static constexpr const char* kShowRequest = "ZANTREL_SHOW_WINDOW\n";
@@ -45,7 +45,7 @@ public:
     bool Runs(int number) const;
     /// Asks every other running window to save the workspace, without waiting for the answers.
     void AskOthers() const;
-    /// Tells who asked what came of it.
+    /// Answers the requests with the outcome.
     void Answer(bool saved);
 
 Q_SIGNALS:
@@ -71,13 +71,13 @@ private:
 /// Errors  false when no window has the number, or it does not take the request
 bool AskWindow(QLocalSocket& socket, const std::string& folder, int number, const char* request);
 
-/// What came of asking all running windows to save the workspace.
+/// The outcome of asking all running windows to save the workspace.
 struct SWorkspaceCall {
     int windows = 0; ///< That were reached.
     int saved = 0;   ///< That said that they saved.
 };
 
-/// Asks every running window to save the workspace, and waits for the answers. Sockets that nobody listens at any more
+/// Asks every running window to save the workspace, and waits for the answers. Sockets that nobody listens on any more
 /// are removed.
 ///
 /// Units   waitMs: for each window
@@ -90,7 +90,7 @@ struct SRunningWindow {
     CNorvCommandLineInfo shows; ///< What would start it as it stands: its file or symbols, and its edges.
 };
 
-/// The running windows but one, lowest number first. A window that does not answer within half a second is left out.
+/// All running windows except one, lowest number first. A window that does not answer within half a second is left out.
 ///
 /// Thread  any, with or without an event loop
 std::vector<SRunningWindow> RunningWindows(const std::string& folder, int except);

@@ -14,8 +14,8 @@ class CWindowRegistration;
 struct SWorkspaceWindow;
 struct SFrameContext;
 
-/// The window among the other windows of the program: opens new ones, brings the one up that has a file, keeps its own
-/// place apart from theirs, stays on top, and saves and opens the workspace of all.
+/// Handles this window among the other windows of the program: opens new ones, brings the one up that has a file, keeps
+/// its own place apart from theirs, stays on top, and saves and opens the workspace of all.
 ///
 /// Owns    the window's registration among the running windows
 class CWindowController : public QObject {

@@ -10,9 +10,9 @@ constexpr size_t kFirstRingSize = 64;
 
 CChangeQueue::CChangeQueue(CChangeWaker& waker) : m_waker(waker), m_ring(kFirstRingSize) {}
 
-void CChangeQueue::Push(const SRecordIds& notice) {
+void CChangeQueue::Push(const SRecordIds& ids) {
     if (m_count == m_ring.size()) Grow();
-    m_ring[(m_first + m_count) & (m_ring.size() - 1)] = notice;
+    m_ring[(m_first + m_count) & (m_ring.size() - 1)] = ids;
     ++m_count;
     if (m_woken) return;
     m_woken = true;
@@ -37,10 +37,10 @@ size_t CChangeQueue::BeginDrain() {
 }
 
 SRecordIds CChangeQueue::Pop() {
-    const SRecordIds notice = m_ring[m_first];
+    const SRecordIds ids = m_ring[m_first];
     m_first = (m_first + 1) & (m_ring.size() - 1);
     --m_count;
-    return notice;
+    return ids;
 }
 
 void CChangeQueue::Grow() {

@@ -12,12 +12,12 @@ struct SRecordIds {
     uint32_t id2 = 0; ///< Running number of the record, never reused, from 1.
 };
 
-/// How a change queue reaches the window whose notices it holds.
+/// How a change queue wakes the window whose changes it holds.
 class CChangeWaker {
 public:
     virtual ~CChangeWaker() = default;
 
-    /// The queue was empty and holds a notice now: post one "VXDOCS PAINT MSG" to the window and return.
+    /// The queue was empty and holds a change now: post one "VXDOCS PAINT MSG" to the window and return.
     virtual void PostPaint() = 0;
 
     /// A record with armed alerts is about to change again: drain the queue now, so that no value is missed.
@@ -25,9 +25,9 @@ public:
     virtual void DrainNow() = 0;
 };
 
-/// The change notices that wait for one listening window, oldest first. To the store it is the listener.
+/// The changed records that wait for one listening window, oldest first. To the store it is the listener.
 ///
-/// Shape   it holds a record at most once between two drains; the first notice after a drain wakes the window
+/// Shape   it holds a record at most once between two drains; the first change after a drain wakes the window
 /// Owns    its ring, which grows when a record is watched and not when one changes; not the waker
 class CChangeQueue {
 public:
@@ -35,7 +35,7 @@ public:
     CChangeQueue(const CChangeQueue&) = delete;
     CChangeQueue& operator=(const CChangeQueue&) = delete;
 
-    /// Takes out every notice that waits and hands it to visit(const SRecordIds&). Notices that arrive meanwhile
+    /// Takes out every change that waits and passes it to visit(const SRecordIds&). Changes that arrive meanwhile
     /// wait for the next drain and wake the window again.
     template <typename Visit> void Drain(Visit&& visit) {
         for (size_t left = BeginDrain(); left > 0 && m_count > 0; --left) visit(Pop());
@@ -46,12 +46,12 @@ public:
 
     // What follows is for the records of the store.
 
-    /// Changes with every drain: a record whose last notice bears the present number still waits in the queue.
+    /// Changes with every drain: a record whose last change bears the present number still waits in the queue.
     uint64_t DrainNumber() const { return m_drainNumber; }
-    void Push(const SRecordIds& notice);
+    void Push(const SRecordIds& ids);
     /// Has the window drain the queue at once; the wake that is on its way stays the only one.
     void DrainNow();
-    /// One more, or one fewer, record notifies this queue; keeps room for one notice of each.
+    /// One more, or one fewer, record notifies this queue; keeps room for one change of each.
     void AddSource();
     void RemoveSource() { --m_sources; }
 

@@ -12,7 +12,7 @@ namespace vx {
 class CL1SymbolRec;
 struct sRegQuoteData;
 
-/// What every per-symbol record has: its name, the two identifiers of its change notices, and who listens.
+/// What every per-symbol record has: its name, the two identifiers of its changes, and who listens.
 ///
 /// Owns    nothing of its listeners: each stays alive until it is removed
 class CSymbolRec {
@@ -40,7 +40,7 @@ public:
     bool HasListener(const CChangeQueue& listener) const;
     bool HasListeners() const { return m_first.queue != nullptr; }
 
-    /// Puts a notice into the queue of every listener that has none of this record waiting.
+    /// Puts a change into the queue of every listener that has none of this record waiting.
     void Notify() {
         if (m_first.queue) Notify(m_first);
         for (SListener& listener : m_more) Notify(listener);
@@ -56,7 +56,7 @@ public:
 private:
     struct SListener {
         CChangeQueue* queue = nullptr;
-        uint64_t drainNumber = 0; ///< The queue's number when this record last put a notice into it.
+        uint64_t drainNumber = 0; ///< The queue's number when this record last put a change into it.
     };
 
     void Notify(SListener& listener) const {

@@ -34,7 +34,7 @@ public:
 /// Keeps the latest level-1 values of every watched symbol: asks the feed for symbols, merges data lines into their
 /// records and tells the listening windows what changed. There is one for the whole program.
 ///
-/// Shape   one data line in -> one record changed, at most one notice per listening window between two of its drains
+/// Shape   one data line in -> one record changed, at most one change per listening window between two of its drains
 /// Errors  none: a line without a symbol is dropped, a field that cannot be read counts as 0
 /// Owns    the records; not the port, the names or the listeners, which outlive it or are taken out before they go
 /// Source  docs/feed-protocol.md, "Data lines"
@@ -55,8 +55,8 @@ public:
     /// Who names markets and security types; null leaves the names empty.
     void SetCodeNames(CCodeNames* names);
 
-    /// Has a symbol ("IBM") or a regional quote ("IBM--X") watched for a listener, which gets a notice at once. The
-    /// feed is asked for a symbol only when it is not sending it already, for a region's quotes every time. When a
+    /// Has a symbol ("IBM") or a regional quote ("IBM--X") watched for a listener, whose queue gets a change at once.
+    /// The feed is asked for a symbol only when it is not sending it already, for a region's quotes every time. When a
     /// watch command fails, all are sent again.
     ///
     /// Errors  false, and nothing done, for a symbol that is empty or holds control characters
@@ -89,7 +89,7 @@ public:
     const CSymbolRec* Find(std::string_view symbol) const;
     /// The record of a feed symbol alone.
     CL1SymbolRec* FindSymbol(std::string_view symbol) const { return m_records.Find(symbol); }
-    /// The record that sent a notice; null when it is gone.
+    /// The record of a change; null when it is gone.
     const CSymbolRec* FindById(uint32_t id1, uint32_t id2) const;
 
     /// Number of armed alerts of a symbol or regional quote; see CSymbolRec::SetArmedAlerts.

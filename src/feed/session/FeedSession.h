@@ -105,7 +105,7 @@ public:
     CSymbolLimitQueue& LimitedSymbols() { return m_limited; }
     const CSymbolLimitQueue& LimitedSymbols() const { return m_limited; }
 
-    /// What has become of the connections that quotes and status need.
+    /// The state of the connections that quotes and status need.
     EFeedEnd FeedEnd() const;
 
     /// Asks for symbols on the lookup port, see SymbolSearchRequest; the results so far are dropped.
@@ -137,7 +137,7 @@ protected:
     /// The feed client has refused a symbol for the symbol limit; LimitedSymbols have it.
     virtual void OnSymbolRefused(std::string_view /*symbol*/) {}
 
-    /// Looks whether a system line says that the feed client is ready for watches. If so, opens Level1Commands, asks
+    /// Checks whether a system line says that the feed client is ready for watches. If so, opens Level1Commands, asks
     /// for news, and returns true: the caller then watches its symbols. It may come more than once, on any port.
     bool HandleReadyLine(std::string_view line);
 

@@ -37,7 +37,7 @@ bool IsInstalled(std::string_view name);
 /// Starts the feed client for a product in a version, whether or not one runs already.
 SStartResult StartFeedClient(std::string_view product, std::string_view version);
 
-/// What the user reads when the feed client did not start.
+/// The message to the user when the feed client did not start.
 std::string FeedClientStartError(const SStartResult& result);
 
 } // namespace vx

@@ -29,7 +29,7 @@ public:
     static constexpr uint32_t kMostCompanies = 1000;
     static constexpr uint32_t kMostStoriesADay = 5;
 
-    /// The market outlives the desk. What came before the clock's time counts as told.
+    /// The market outlives it. What came before the clock's time counts as told.
     CNewsWire(const CMarket& market, const CSessionClock& clock);
 
     /// Called with each headline: an "N" line with its line end.

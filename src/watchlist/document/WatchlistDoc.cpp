@@ -131,10 +131,10 @@ void CWatchlistDoc::WatchMissing() {
 
 std::string_view CWatchlistDoc::RowHint(int row) const {
     const std::string_view symbol = RowSymbol(row);
-    const std::string_view notice = symbol.empty() ? symbol : m_frame.SymbolHint(FeedSymbol(symbol));
-    if (notice.empty()) return notice;
+    const std::string_view hint = symbol.empty() ? symbol : m_frame.SymbolHint(FeedSymbol(symbol));
+    if (hint.empty()) return hint;
     const CSymbolRec* record = m_store.Find(symbol);
-    return record && record->HasData() ? std::string_view{} : notice;
+    return record && record->HasData() ? std::string_view{} : hint;
 }
 
 void CWatchlistDoc::RowHintsChanged(std::string_view feedSymbol) {
@@ -348,12 +348,12 @@ void CWatchlistDoc::SetColumnsByName(std::string_view names) {
 
 void CWatchlistDoc::OnPaintMessage() {
     std::vector<std::string> rejected;
-    m_changes.Drain([&](const SRecordIds& notice) {
-        const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2);
+    m_changes.Drain([&](const SRecordIds& ids) {
+        const CSymbolRec* record = m_store.FindById(ids.id1, ids.id2);
         if (!record) return;
         if (IsNotFound(*record)) rejected.emplace_back(record->Symbol());
         m_alerts.Evaluate(*record);
-        m_updates.Add(notice);
+        m_updates.Add(ids);
     });
     for (const std::string& symbol : rejected) SymbolNotFound(symbol);
     if (m_observer && !m_updates.IsEmpty()) m_observer->OnUpdatesPending();

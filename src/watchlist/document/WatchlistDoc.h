@@ -118,7 +118,7 @@ public:
     /// Why a row shows no data although a symbol is in it: "waiting for room: limit of 500 reached". It is shown and
     /// no part of the watchlist; empty for most rows. Good until the next call.
     std::string_view RowHint(int row) const;
-    /// The notice of a feed symbol's rows may be another one.
+    /// The hint over a feed symbol's rows may have changed.
     void RowHintsChanged(std::string_view feedSymbol);
     void WatchSymbol(std::string_view symbol);
     void UnwatchSymbol(std::string_view symbol);

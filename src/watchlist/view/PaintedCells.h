@@ -34,7 +34,7 @@ public:
         return place && place->row == row && place->fingerprint == Fingerprint(cell);
     }
 
-    /// Whether a row was painted with a notice over its cells.
+    /// Whether a row was painted with a hint over its cells.
     void NoteHint(int rowPlace, bool painted) { m_notices[PlaceOf(rowPlace)] = painted; }
     bool HasHint(int rowPlace) const { return m_notices[PlaceOf(rowPlace)]; }
 

@@ -183,10 +183,10 @@ bool CWatchlistCells::FillSpan(int row, SCell& cell) const {
 }
 
 bool CWatchlistCells::FillRowHint(int row, SCell& cell) const {
-    const std::string_view notice = m_doc.RowHint(row);
-    if (m_region != nullptr) m_painted.NoteHint(m_geometry.ShownIndexOf(row), !notice.empty());
-    if (notice.empty()) return false;
-    cell.SetText(notice);
+    const std::string_view hint = m_doc.RowHint(row);
+    if (m_region != nullptr) m_painted.NoteHint(m_geometry.ShownIndexOf(row), !hint.empty());
+    if (hint.empty()) return false;
+    cell.SetText(hint);
     cell.role = ETextRole::Stale;
     return true;
 }
