@@ -35,7 +35,7 @@ public:
     void Run(const std::string& file) {
         RunLines(
             file, [&](std::string_view line) { m_store.OnLevel1Message(line); },
-            [&] { m_queue.Drain([&](const SChangeNotice& notice) { m_changes += notice.id2; }); });
+            [&] { m_queue.Drain([&](const SRecordIds& notice) { m_changes += notice.id2; }); });
         benchmark::DoNotOptimize(m_changes);
     }
     const CL1DataStore& Store() const { return m_store; }

@@ -10,9 +10,9 @@ using namespace vx;
 
 namespace {
 
-struct SNotices : CAlertNotices {
-    void PostNotice(std::string record, const A_INFO&) override { ReadAlertNotice(record); }
-    void PostNewsNotice(SAlertNotice, const A_INFO&) override {}
+struct SNotices : CFiredAlertReceiver {
+    void PostFired(std::string record, const A_INFO&) override { ReadAlertRecord(record); }
+    void PostFiredNews(SAlertRecord, const A_INFO&) override {}
 };
 
 std::string Rewritten(std::string_view text) {
@@ -37,7 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
     SNotices notices;
     CAlertsMap alerts;
-    alerts.SetNotices(&notices);
+    alerts.SetReceiver(&notices);
     alerts.Load(text);
     FireAll(alerts);
     alerts.CheckNews(text);
@@ -45,6 +45,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         alerts.ResetFromRecord(text);
     } catch (const std::invalid_argument&) {
     }
-    ReadAlertNotice(text);
+    ReadAlertRecord(text);
     return 0;
 }

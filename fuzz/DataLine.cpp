@@ -30,7 +30,7 @@ void Fail(const char* kernel, const std::string& difference) {
 void FormatAll(const CSymbolRec& record) {
     CellBuffer buffer;
     for (const SFieldEntry& entry : Catalogue()) {
-        if (CellText(record, entry, PlacesFor(record, entry, 4), buffer) > buffer.size()) Fail("any", "cell text");
+        if (CellText(record, entry, DecimalsToShow(record, entry, 4), buffer) > buffer.size()) Fail("any", "cell text");
         static_cast<void>(CellNumber(record, entry));
     }
 }

@@ -3,7 +3,7 @@
 
 #include "watchlist/file/RecoveryFile.h"
 
-#include "base/ContentHash.h"
+#include "base/Hash.h"
 
 #include <cstdint>
 #include <cstdlib>

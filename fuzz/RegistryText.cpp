@@ -1,8 +1,8 @@
 // Whatever is read as registry content is written and read back as the same content, and the writer's own text is
 // what it writes again.
 
-#include "base/Escape.h"
 #include "base/RegistryFormat.h"
+#include "base/Text.h"
 
 #include <cstdlib>
 

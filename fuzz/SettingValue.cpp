@@ -2,7 +2,6 @@
 // and its results pass again without a report.
 
 #include "base/Number.h"
-#include "settings/ConfigLogger.h"
 #include "settings/ValidateSetting.h"
 
 #include <cmath>

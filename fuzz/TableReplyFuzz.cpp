@@ -1,7 +1,7 @@
 // Takes arbitrary bytes as the reply to a table request, arriving in arbitrary pieces, with the product and with plain
 // code on C strings; both must come to the same text and the same entries. The first byte chooses the pieces.
 
-#include "feed/lookup/TableReply.h"
+#include "feed/lookup/LookupSystemInfo.h"
 
 #include <array>
 #include <cstdint>

@@ -3,8 +3,7 @@
 // beat; with them before each change of a record that waits. The difference of the two is the price of a line.
 
 #include "LinesInput.h"
-#include "alerts/rules/AlertCondition.h"
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "alerts/rules/AlertsMap.h"
 #include "data/record/ChangeQueue.h"
 #include "data/store/L1DataStore.h"
@@ -50,7 +49,7 @@ public:
 private:
     void PostPaint() override {}
     void DrainNow() override {
-        m_queue.Drain([&](const SChangeNotice& notice) {
+        m_queue.Drain([&](const SRecordIds& notice) {
             if (const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2))
                 m_fired += m_alerts.Evaluate(*record).size();
         });

@@ -4,7 +4,7 @@
 #include "feed/socket/ClientAppSocket.h"
 #include "feed/socket/FeedLog.h"
 #include "feed/socket/FeedOwner.h"
-#include "feed/socket/FeedSlots.h"
+#include "feed/socket/Ports.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -152,7 +152,7 @@ size_t ReceiveByProduct(uint16_t port) {
     CCountingOwner owner;
     CZantrelClientAppSocket socket(0);
     socket.SetOwner(&owner);
-    socket.SetLog(&FeedLogOf(kLevel1Slot));
+    socket.SetLog(&FeedLogOf(kLevel1Socket));
     if (!socket.Create()) std::abort();
     socket.Connect("127.0.0.1", port);
     QEventLoop loop;

@@ -7,8 +7,7 @@
 #include "feed/socket/ClientAppSocket.h"
 #include "feed/socket/FeedLog.h"
 #include "feed/socket/FeedOwner.h"
-#include "feed/socket/FeedSlots.h"
-#include "feed/socket/LineHandlers.h"
+#include "feed/socket/Ports.h"
 #include "support/FakeCodeNames.h"
 #include "support/LineGenerator.h"
 #include "support/TempFolder.h"
@@ -61,7 +60,7 @@ public:
     void PostMessageBox(SMessageBox) override { std::abort(); }
 
     void Drain() {
-        m_queue.Drain([&](const SChangeNotice& notice) { m_changes += notice.id2; });
+        m_queue.Drain([&](const SRecordIds& notice) { m_changes += notice.id2; });
         benchmark::DoNotOptimize(m_changes);
     }
 
@@ -82,7 +81,7 @@ class CSocket : public CZantrelClientAppSocket {
 public:
     explicit CSocket(CFeedOwner& owner) : CZantrelClientAppSocket(0), m_owner(owner) {
         SetOwner(&owner);
-        SetLog(&FeedLogOf(kLevel1Slot));
+        SetLog(&FeedLogOf(kLevel1Socket));
     }
     void Take(std::string_view line) { OnMessage(line); }
 

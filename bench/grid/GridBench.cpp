@@ -11,7 +11,7 @@
 
 #include "base/qt/QtText.h"
 #include "grid/BoardSource.h"
-#include "grid/NorvGridCtrl.h"
+#include "grid/GridCtrl.h"
 
 #include <QApplication>
 #include <QHeaderView>

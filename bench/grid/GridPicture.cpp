@@ -2,7 +2,7 @@
 // QT_SCALE_FACTOR=2 shows it as a high-DPI screen does.
 
 #include "grid/BoardSource.h"
-#include "grid/NorvGridCtrl.h"
+#include "grid/GridCtrl.h"
 
 #include <QApplication>
 #include <QImage>

@@ -48,7 +48,7 @@ struct SFileImage {
 /// names no regular file (it never waits for a pipe)
 int ReadWholeFile(const std::string& path, size_t maxBytes, SFileImage& image);
 
-/// Puts a file with new content in the place of the one at the path: written beside it as "<path>.new", brought to
+/// Replaces the file at the path by one with new content: written beside it as "<path>.new", brought to
 /// disk, then renamed. At every moment the path holds the old or the new content, whole. A link is followed, so that
 /// it still points to the file; the file's permissions stay, a new file is readable by its owner only.
 ///
@@ -64,5 +64,22 @@ bool Exists(const std::string& path);
 
 /// Makes a folder and those above it, for its owner only.
 int MakeFolders(const std::string& path);
+
+/// Replaces a user's file at the path by one with new content, which may be in any folder: written into
+/// a file of its own name beside it, brought to disk, then renamed. At every moment, whenever the process is killed,
+/// the path holds the old or the new content, whole. Links are followed; permissions stay, and owner and group as far
+/// as the system allows; a new file gets those that the user's mask leaves. What a killed process left beside the file
+/// is removed by the next save. loss: what could not be kept; null when nobody asks.
+///
+/// Errors  an errno value, 0 for success; after any error the old file is as it was. EISDIR and EINVAL when the path
+///         names a folder or no regular file, EACCES for a file that may not be written
+/// Thread  any; savers of one file at the same time each leave a whole file, the last one stays
+int SaveFile(const std::string& path, std::string_view content, SFileLoss* loss = nullptr);
+
+/// As SaveFile, for a file of the program's own: only its owner may read it.
+int SavePrivateFile(const std::string& path, std::string_view content);
+
+/// Removes what killed saves left in a folder, whichever files they were of.
+void RemoveSaveLeftovers(const std::string& folder);
 
 } // namespace vx

@@ -1,8 +1,14 @@
 #include "base/Clock.h"
 
+#include "base/Text.h"
+
 #include <chrono>
+#include <cstdlib>
 #include <ctime>
+#include <fstream>
+#include <string>
 #include <thread>
+#include <unistd.h>
 
 namespace vx {
 
@@ -41,5 +47,28 @@ CClock* g_clock = &g_systemClock;
 CClock& CClock::Instance() { return *g_clock; }
 
 void CClock::SetInstance(CClock* clock) { g_clock = clock ? clock : &g_systemClock; }
+
+namespace {
+
+// Position of the start time among the fields after the program's name, which may itself hold blanks and brackets.
+constexpr size_t kStartTimeField = 20;
+
+} // namespace
+
+std::optional<int64_t> ProcessAgeMs() {
+    std::ifstream in("/proc/self/stat");
+    std::string line;
+    std::getline(in, line);
+    const size_t nameEnd = line.rfind(')');
+    if (nameEnd == std::string::npos) return std::nullopt;
+    const auto fields = SplitCountingTail(std::string_view(line).substr(nameEnd + 1), ' ');
+    const long ticksPerSecond = sysconf(_SC_CLK_TCK);
+    timespec now{};
+    if (fields.size() <= kStartTimeField || ticksPerSecond < 1 || clock_gettime(CLOCK_BOOTTIME, &now) != 0)
+        return std::nullopt;
+    const auto ticks = std::strtoll(std::string(fields[kStartTimeField]).c_str(), nullptr, 10);
+    const int64_t started = ticks * 1000 / ticksPerSecond;
+    return int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1000000 - started;
+}
 
 } // namespace vx

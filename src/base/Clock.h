@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 namespace vx {
 
@@ -15,7 +16,7 @@ struct SLocalTime {
     int millisecond = 0;
 };
 
-/// Where the program takes the time from, and how it waits; tests put a clock of their own in its place.
+/// Where the program takes the time from, and how it waits; tests replace it by a clock of their own.
 ///
 /// Thread  any for the readers; SleepMs blocks the calling thread
 class CClock {
@@ -32,5 +33,11 @@ public:
     /// Owns    nothing: the caller keeps the clock alive until it puts null (the system's clock) back
     static void SetInstance(CClock* clock);
 };
+
+/// Milliseconds since the system started this process, the loading of its libraries included.
+///
+/// Units   as precise as the system's clock tick, usually 10 ms
+/// Errors  nothing where the system does not tell
+std::optional<int64_t> ProcessAgeMs();
 
 } // namespace vx

@@ -1,13 +1,20 @@
 #include "base/FileSystem.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <climits>
+#include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
+#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace vx {
@@ -169,5 +176,60 @@ CFileSystem* g_fileSystem = &g_posixFileSystem;
 CFileSystem& CFileSystem::Instance() { return *g_fileSystem; }
 
 void CFileSystem::SetInstance(CFileSystem* fileSystem) { g_fileSystem = fileSystem ? fileSystem : &g_posixFileSystem; }
+
+namespace {
+
+std::string Home() {
+    if (const char* home = std::getenv("HOME"); home && *home == '/') return home;
+    if (const passwd* user = getpwuid(getuid()); user && user->pw_dir && *user->pw_dir == '/') return user->pw_dir;
+    return "/tmp";
+}
+
+std::string Folder(const char* variable, const char* belowHome) {
+    const char* value = std::getenv(variable);
+    return (value && *value == '/' ? std::string(value) : Home() + belowHome) + "/zantrel";
+}
+
+} // namespace
+
+std::string UserConfigFolder() { return Folder("XDG_CONFIG_HOME", "/.config"); }
+
+std::string UserStateFolder() { return Folder("XDG_STATE_HOME", "/.local/state"); }
+
+std::string UserRuntimeFolder() {
+    const char* value = std::getenv("XDG_RUNTIME_DIR");
+    return value && *value == '/' ? std::string(value) + "/zantrel" : fmt::format("/tmp/zantrel-{}", geteuid());
+}
+
+namespace {
+
+struct SReason {
+    int error;
+    const char* text;
+};
+
+constexpr std::array kReasons = {
+    SReason{ENOENT, "there is no such file or folder"},
+    SReason{EISDIR, "it is a folder"},
+    SReason{ENOTDIR, "part of its path is not a folder"},
+    SReason{EINVAL, "it is not a file but a pipe, a device or a socket"},
+    SReason{EACCES, "you are not allowed to"},
+    SReason{EPERM, "you are not allowed to"},
+    SReason{EROFS, "the disk is read-only"},
+    SReason{ENOSPC, "the disk is full"},
+    SReason{EDQUOT, "your disk quota is used up"},
+    SReason{EFBIG, "it is too large"},
+    SReason{ENAMETOOLONG, "its name is too long"},
+    SReason{ELOOP, "its links lead nowhere"},
+    SReason{EIO, "the disk reports an error"},
+};
+
+} // namespace
+
+std::string ErrorText(int error) {
+    const auto* found = std::ranges::find(kReasons, error, &SReason::error);
+    if (found != kReasons.end()) return found->text;
+    return fmt::format("{} (error {})", std::generic_category().message(error), error);
+}
 
 } // namespace vx

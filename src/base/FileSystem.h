@@ -30,11 +30,11 @@ struct SFileStatus {
     uint64_t names = 0; ///< Hard links; 0 for an open file that was removed.
 };
 
-/// What a save could not keep of the file whose place the new one took.
+/// What a save could not keep of the file that it replaced.
 struct SFileLoss {
-    bool owner = false;       ///< It belongs to whoever saved it.
+    bool owner = false;       ///< The owner is now the user who saved it.
     bool permissions = false; ///< Its group, or a list of who else may use it.
-    unsigned otherNames = 0;  ///< Other names of the file (hard links); they keep the former content.
+    unsigned otherNames = 0;  ///< Other names of the file (hard links); they keep the old content.
 };
 
 /// Opening never waits for a pipe.
@@ -48,7 +48,7 @@ enum class EOpen : uint8_t {
     Overwrite ///< To write, emptied; made when missing.
 };
 
-/// An open file; it is closed, and its lock let go, with the object. Errors as in CFileSystem.
+/// An open file; the destructor closes it and releases its lock. Errors as in CFileSystem.
 class COpenFile {
 public:
     virtual ~COpenFile() = default;
@@ -70,7 +70,7 @@ public:
 };
 
 /// The files that the program keeps: saves, settings, recovery, history, log. Everything that a user must not lose
-/// passes here, so that tests put a disk that fails or stops at any call in its place, and another system needs one
+/// passes here, so that tests can replace it by a disk that fails or stops at any call, and another system needs one
 /// more implementation and nothing else.
 ///
 /// Shape   paths are bytes as the system takes them; a relative one counts from the current folder
@@ -108,5 +108,24 @@ public:
 };
 
 inline CFileSystem& Disk() { return CFileSystem::Instance(); }
+
+// The folders that belong to the current user, after the XDG base directory rules. A variable that is not an absolute
+// path counts as not set. No folder is made here; paths end without "/".
+
+/// The folder of settings: $XDG_CONFIG_HOME/zantrel, else ~/.config/zantrel.
+std::string UserConfigFolder();
+
+/// The folder of logs and recovery files: $XDG_STATE_HOME/zantrel, else ~/.local/state/zantrel.
+std::string UserStateFolder();
+
+/// The folder of the sockets through which running windows are reached: $XDG_RUNTIME_DIR/zantrel, else a folder of the
+/// user's own in /tmp. The caller makes sure that nobody but the user can use it.
+std::string UserRuntimeFolder();
+
+/// Why a file could not be read or written, as the end of a sentence and without a full stop: "the disk is full".
+///
+/// Shape   an errno value in -> ASCII; a number that has no words of its own gives the system's text and the number
+/// Thread  any
+std::string ErrorText(int error);
 
 } // namespace vx

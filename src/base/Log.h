@@ -9,7 +9,7 @@
 
 namespace vx {
 
-/// What an event of the log is about. Off is no category: it stands in a list of categories for "none".
+/// What an event of the log is about. Off is no category: in a list of categories it means "none".
 enum class ELogCategory {
     Admin,
     L1Data,
@@ -33,7 +33,7 @@ inline constexpr int kLogCategoryCount = static_cast<int>(ELogCategory::Off);
 /// Which way a line went; Status for the program's own events.
 enum class ELogDirection { FromClient, ToClient, FromServer, ToServer, Status };
 
-/// The text of a category or direction as it stands in the log and in the list of categories.
+/// The text of a category or direction as written in the log and in the list of categories.
 std::string_view LogName(ELogCategory category);
 std::string_view LogName(ELogDirection direction);
 
@@ -67,7 +67,7 @@ std::string LogLine(ELogCategory category, ELogDirection direction, std::string_
 
 /// Adds one event to the log, as one line: "2024-01-31 09:30:00.123 [L1Data] [FROM SERVER] text".
 ///
-/// The text is Windows-1252 and stands in the file as UTF-8; bytes that do not print are written \xNN, line ends
+/// The text is Windows-1252 and is written to the file as UTF-8; bytes that do not print are written \xNN, line ends
 /// included. Nothing happens when the category is not on.
 ///
 /// Errors  none, nothing throws; what cannot be written is counted, and the count is written once it can be

@@ -1,13 +1,14 @@
 #include "base/Registry.h"
 
 #include "base/Clock.h"
+#include "base/FileSystem.h"
 #include "base/Log.h"
-#include "base/UserFolders.h"
+
+#include <fmt/format.h>
 
 #include <cerrno>
 #include <chrono>
 #include <cstring>
-#include <fmt/format.h>
 #include <thread>
 
 namespace vx {

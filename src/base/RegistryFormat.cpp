@@ -1,6 +1,6 @@
 #include "base/RegistryFormat.h"
 
-#include "base/Escape.h"
+#include "base/Text.h"
 
 #include <fmt/format.h>
 

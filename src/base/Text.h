@@ -76,5 +76,13 @@ private:
     bool m_skipping = false; // The rest of a line that is too long.
     bool m_ended = false;
 };
+/// Any bytes as printable ASCII on one line: \\ \" \t \r \n, and \xNN (two upper-case hexadecimal digits) for the other
+/// bytes outside 0x20..0x7E.
+std::string EscapeBytes(std::string_view bytes);
+
+/// Takes EscapeBytes back; a byte that needs no escape is taken as it is, also from 0x80 on.
+///
+/// Errors  false when a backslash starts none of the escapes; out then holds what came before it
+bool UnescapeBytes(std::string_view text, std::string& out);
 
 } // namespace vx

@@ -67,13 +67,13 @@ struct SCell {
     }
 };
 
-/// What stands in the cells of a grid control. The control asks for a cell when it paints it and keeps nothing.
+/// The content of a grid control. The control asks for a cell when it paints it and keeps nothing.
 ///
 /// Shape   rows 1..row count, columns 1..column count in display order; row 0 is the header row, column 0 the row
 ///         numbers; texts Windows-1252. Each cell arrives Reset(), so a source sets only what differs
 /// Errors  none: a source answers every cell within the counts that the control was given, an unknown one with an empty
 ///         cell
-/// Thread  GUI thread only. FillCell, FillSpan, FillRowNotice and FillRowNumber run inside painting: no allocation, no
+/// Thread  GUI thread only. FillCell, FillSpan, FillRowHint and FillRowNumber run inside painting: no allocation, no
 ///         change of the control
 class CCellSource {
 public:
@@ -87,7 +87,7 @@ public:
     virtual bool FillSpan(int /*row*/, SCell& /*cell*/) const { return false; }
     /// A text about a row that has nothing to show, drawn over the widest run of its empty cells. It is no cell's text:
     /// nobody copies, prints or measures it. Fills it and answers true. Asked for each painted row.
-    virtual bool FillRowNotice(int /*row*/, SCell& /*cell*/) const { return false; }
+    virtual bool FillRowHint(int /*row*/, SCell& /*cell*/) const { return false; }
     /// The cell in the row-number column: the row's number unless a source says otherwise.
     virtual void FillRowNumber(int row, SCell& cell) const;
 

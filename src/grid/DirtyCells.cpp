@@ -4,6 +4,25 @@
 
 namespace vx {
 
+void CCellFlash::SetVisible(const CGridGeometry& geometry) {
+    m_visible.Set(geometry);
+    m_columns = static_cast<unsigned>(geometry.ColumnCount()) + 1;
+    m_started.assign(size_t{m_visible.Count()} * m_columns, kNever);
+    m_lit.assign(m_started.size(), 0);
+    m_cells.clear();
+}
+
+void CCellFlash::End(int64_t now, std::vector<SGridCell>& ended) {
+    const auto isOver = [&](const SGridCell& cell) {
+        const size_t i = Index(cell.row, cell.column);
+        if (now - m_started[i] < kShowMs) return false;
+        m_lit[i] = 0;
+        ended.push_back(cell);
+        return true;
+    };
+    m_cells.erase(std::remove_if(m_cells.begin(), m_cells.end(), isOver), m_cells.end());
+}
+
 namespace {
 // Above this many pieces one rectangle around all of them is cheaper to clip and paint.
 constexpr size_t kMaxPieces = 512;

@@ -15,7 +15,7 @@ namespace {
 
 constexpr double kPointsPerInch = 72;
 constexpr size_t kMaxFonts = 256;
-// One window stands on one screen; a second scale comes with a picture taken of it or a move between screens.
+// A window is on one screen; a second scale is needed for a picture of it or a move between screens.
 constexpr size_t kMaxAtlases = 64;
 constexpr int kMargin = 3; // around a character's box, for what smoothing and slanting add
 

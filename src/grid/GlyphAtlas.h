@@ -53,7 +53,6 @@ enum EGridSymbol : int { kSymbolUp = 256, kSymbolDown, kSymbolDot };
 /// Shape   a character is prepared when it is first asked for; widths are whole device pixels, digits share one width.
 ///         Kerning is left out: numbers must not move as they change
 /// Units   device pixels
-/// Thread  GUI thread only
 class CGlyphAtlas {
 public:
     /// dotsPerInch: of the logical screen; scale: device pixels per logical pixel.

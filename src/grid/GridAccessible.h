@@ -1,26 +1,49 @@
 #pragma once
 
+#include "grid/GridSelection.h"
+
 #include <QAccessible>
 #include <QString>
+#include <QTimer>
 
 namespace vx {
 
 class CGridCtrl;
-struct SGridCell;
-struct SGridSelection;
+
+/// Announces to assistive technology when the focus cell shows another text: the newest, and not more often than once
+/// in kPauseMs, so that a busy price does not talk without end.
+///
+/// Shape   costs nothing while there is no assistive technology, or the keyboard is not in the grid
+class CFocusSpeech {
+public:
+    static constexpr int kPauseMs = 2000;
+
+    explicit CFocusSpeech(CGridCtrl& grid);
+
+    /// Another cell has the focus, and was announced as that.
+    void Moved();
+    /// Texts of cells may be others than before.
+    void TextsChanged();
+
+private:
+    void Say();
+    bool IsHeard() const;
+
+    CGridCtrl& m_grid;
+    QTimer m_pause; ///< Runs after each announcement.
+    QString m_said;
+};
 
 /// Makes every grid control known to assistive technology as a table of cells, each named by its row, its column and
 /// its text ("IBM Last 123.45"). Calling it again has no effect.
-///
-/// Thread  GUI thread only
 void InstallGridAccessibility();
 
 /// The row and the column of a cell as they are read to the user: "IBM Last".
 QString SpokenPlace(const CGridCtrl& grid, int row, int column);
 
-// What assistive technology has to be told. Each costs nothing while there is none.
+// Announcements to assistive technology. Each costs nothing while there is none.
 
-/// The focus stands on another cell, or has come to the grid.
+/// Another cell has the focus, or the grid got it.
 void AnnounceFocusCell(CGridCtrl& grid);
 /// Other cells are selected. Of a range the cell is named that it was stretched or shrunk to.
 void AnnounceSelection(CGridCtrl& grid, const SGridSelection& before, const SGridSelection& now);

@@ -18,7 +18,7 @@ constexpr int kGroupBytes = kGroup * SGlyph::kBytesPerPixel;
 // channels while it is blended.
 using Bytes = uint8_t __attribute__((vector_size(kGroupBytes)));
 using Channels = uint16_t __attribute__((vector_size(kGroupBytes)));
-static_assert(std::endian::native == std::endian::little, "widening puts a zero byte behind each byte");
+static_assert(std::endian::native == std::endian::little, "widening puts a zero byte after each byte");
 
 inline Bytes Load(const void* bytes) {
     Bytes value;

@@ -14,7 +14,6 @@ namespace vx {
 /// row and copied to the window in one piece.
 ///
 /// Units   device pixels of the viewport
-/// Thread  GUI thread only
 class CGridCanvas {
 public:
     /// From now on strips are painted with this painter, whose coordinates are the viewport's device pixels and which

@@ -14,7 +14,6 @@ class CGridCtrl;
 /// has one cell, that of column 1.
 ///
 /// Owns    nothing; it is invalid once its grid, its row or its column is gone
-/// Thread  GUI thread only
 class CGridCellAccessible : public QAccessibleInterface,
                             public QAccessibleTableCellInterface,
                             public QAccessibleActionInterface {

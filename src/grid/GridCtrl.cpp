@@ -4,11 +4,15 @@
 #include "base/qt/QtText.h"
 #include "grid/GridAccessible.h"
 
+#include <QAccessible>
+#include <QDropEvent>
 #include <QHelpEvent>
+#include <QMimeData>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QToolTip>
+
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -25,8 +29,7 @@ constexpr int kMinFitWidth = 24;
 
 } // namespace
 
-CGridCtrl::CGridCtrl(QWidget* parent)
-    : QAbstractScrollArea(parent), m_corner(new QWidget), m_editor(new CGridEditor(viewport())) {
+CGridCtrl::CGridCtrl(QWidget* parent) : QAbstractScrollArea(parent), m_corner(new QWidget) {
     InstallGridAccessibility();
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
@@ -38,18 +41,12 @@ CGridCtrl::CGridCtrl(QWidget* parent)
     setAttribute(Qt::WA_InputMethodEnabled);
     m_corner->setAutoFillBackground(true);
     setCornerWidget(m_corner);
-    connect(m_editor, &CGridEditor::Ended, this, &CGridCtrl::FinishEdit);
-    connect(m_editor, &CGridEditor::textChanged, this, &CGridCtrl::PlaceEditor);
     m_fonts.SetDotsPerInch(logicalDpiY());
     ChooseTheme();
     MeasureFonts();
 }
 
-CGridCtrl::~CGridCtrl() {
-    // Its end must not be taken for the end of an edit.
-    m_editing = false;
-    delete m_editor;
-}
+CGridCtrl::~CGridCtrl() = default;
 
 void CGridCtrl::SetSource(const CCellSource* source) {
     if (source == nullptr) EndEdit(false);
@@ -100,7 +97,7 @@ int CGridCtrl::FitWidth(int column) {
     if (m_marks.SortOf(column) != ESortMark::None) width += CGridPainter::kSortMarkRoom;
     const auto measure = [&](int firstPlace, int lastPlace) {
         for (int place = firstPlace; place <= lastPlace; ++place) {
-            const int row = m_geometry.RowAtPlace(place);
+            const int row = m_geometry.ShownRowAt(place);
             m_cell.Reset();
             if (m_source->FillSpan(row, m_cell)) continue;
             m_cell.Reset();
@@ -109,8 +106,8 @@ int CGridCtrl::FitWidth(int column) {
         }
     };
     measure(1, std::min(m_geometry.ShownRowCount(), kFitRows));
-    measure(std::max(kFitRows + 1, m_geometry.PlaceOfRow(m_geometry.FirstVisibleRow())),
-            m_geometry.PlaceOfRow(m_geometry.LastVisibleRow()));
+    measure(std::max(kFitRows + 1, m_geometry.ShownIndexOf(m_geometry.FirstVisibleRow())),
+            m_geometry.ShownIndexOf(m_geometry.LastVisibleRow()));
     return std::min(width, CGridGeometry::kMaxColumnWidth);
 }
 
@@ -178,7 +175,7 @@ void CGridCtrl::ChooseTheme() {
                       (m_themeMode == EThemeMode::System && palette().color(QPalette::Base).lightness() < kMiddleGray);
     m_theme = dark ? &kDarkGridTheme : &kLightGridTheme;
     DressScrollBars();
-    if (m_editing) DressEditor();
+    if (m_edit.IsOpen()) m_edit.Dress();
     UpdateAll();
 }
 
@@ -241,7 +238,7 @@ void CGridCtrl::LayoutChanged() {
     verticalScrollBar()->setPageStep(std::max(1, m_geometry.ScrolledHeight()));
     verticalScrollBar()->setRange(0, m_geometry.MaxScrollY());
     verticalScrollBar()->setValue(scroll.y());
-    KeepSelectionInside();
+    m_selector.KeepInside();
     VisibleCellsChanged();
 }
 
@@ -249,7 +246,7 @@ void CGridCtrl::VisibleCellsChanged() {
     m_dirty.SetVisible(m_geometry);
     m_goingOut.SetVisible(m_geometry);
     m_flash.SetVisible(m_geometry);
-    PlaceEditor();
+    m_edit.Place();
     UpdateAll();
 }
 
@@ -291,7 +288,7 @@ void CGridCtrl::SetMarks(const SGridMarks& marks) {
 }
 
 SGridScene CGridCtrl::Scene() {
-    return {m_geometry, *m_theme, m_options, m_selection, m_marks, m_flash, m_fonts, m_source, hasFocus()};
+    return {m_geometry, *m_theme, m_options, m_selector.State(), m_marks, m_flash, m_fonts, m_source, hasFocus()};
 }
 
 void CGridCtrl::paintEvent(QPaintEvent* event) {
@@ -315,10 +312,7 @@ void CGridCtrl::FlushChanges() {
 }
 
 void CGridCtrl::timerEvent(QTimerEvent* event) {
-    if (event->timerId() == m_dragTimer.timerId()) {
-        if (m_marks.dropRow > 0) return DragOver(m_dragPlace);
-        return DragTo(m_dragPlace);
-    }
+    if (m_drag.OnTimer(event->timerId())) return;
     if (event->timerId() != m_flashTimer.timerId()) return QAbstractScrollArea::timerEvent(event);
     const int64_t now = CClock::Instance().MonotonicMs();
     m_flashEnded.clear();
@@ -331,7 +325,7 @@ void CGridCtrl::timerEvent(QTimerEvent* event) {
 
 bool CGridCtrl::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::ToolTip) return ShowTip(*static_cast<QHelpEvent*>(event));
-    if (event->type() == QEvent::Leave && m_drag == EDrag::None) viewport()->unsetCursor();
+    if (event->type() == QEvent::Leave && !m_drag.IsOn()) viewport()->unsetCursor();
     return QAbstractScrollArea::viewportEvent(event);
 }
 
@@ -363,6 +357,108 @@ QString CGridCtrl::TipAt(int row, int column) {
         m_source->FillCell(row, column, m_cell);
     }
     return CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()) > room ? QtText(m_cell.Text()) : QString();
+}
+
+void CGridCtrl::MoveRows(const std::vector<int>& newRowOf, std::vector<int> hidden) {
+    const SGridSelection next = m_selector.WithItsRows(newRowOf);
+    if (IsEditing()) m_edit.MoveToRow(RowAfterMove(newRowOf, EditedCell().row));
+    m_rowsMoved = true;
+    m_geometry.SetHiddenRows(std::move(hidden));
+    m_selector.Update(next);
+    LayoutChanged();
+}
+
+void CGridCtrl::focusInEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusInEvent(event);
+    // After the grid itself has been announced, which happens after this event.
+    if (QAccessible::isActive())
+        QMetaObject::invokeMethod(
+            this, [this] { m_selector.Announce(); }, Qt::QueuedConnection);
+    viewport()->update(m_selector.RangeRect(SelectedRange()));
+}
+
+void CGridCtrl::focusOutEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusOutEvent(event);
+    m_drag.Cancel();
+    if (m_edit.IsComposing()) m_edit.Finish(EEditEnd::Stay);
+    viewport()->update(m_selector.RangeRect(SelectedRange()));
+}
+
+void CGridCtrl::SelectRange(const SGridRange& range) {
+    const SGridCell first{range.firstRow, range.firstColumn};
+    m_selector.Update({first, first, {range.lastRow, range.lastColumn}});
+}
+
+void CGridCtrl::EnsureVisible(int row, int column) {
+    const QPoint scroll = m_geometry.ScrollToShow(row, column);
+    horizontalScrollBar()->setValue(scroll.x());
+    verticalScrollBar()->setValue(scroll.y());
+}
+
+int CGridCtrl::NextColumn(int column, int step) const {
+    for (int c = column + step; c >= 1 && c <= ColumnCount(); c += step)
+        if (ColumnWidth(c) > 0) return c;
+    return column;
+}
+
+EGridPart CGridCtrl::PartOf(const SGridCell& cell) {
+    if (cell.row < 0 || cell.column < 0) return EGridPart::Outside;
+    if (cell.row == 0) return cell.column == 0 ? EGridPart::Corner : EGridPart::ColumnHeader;
+    return cell.column == 0 ? EGridPart::RowHeader : EGridPart::Cell;
+}
+
+bool CGridCtrl::focusNextPrevChild(bool next) {
+    // From cell to cell; after the last one and before the first one to the neighbouring widget.
+    if (!IsEditing() && hasFocus() && m_selector.StepInRow(next ? 1 : -1)) return true;
+    return QAbstractScrollArea::focusNextPrevChild(next);
+}
+
+QVariant CGridCtrl::inputMethodQuery(Qt::InputMethodQuery query) const {
+    const SGridCell at = FocusCell();
+    if (query == Qt::ImEnabled) return IsEditing() || MayEdit(at.row, at.column);
+    if (query == Qt::ImCursorRectangle) return m_geometry.VisibleCellRect(at.row, at.column);
+    return QAbstractScrollArea::inputMethodQuery(query);
+}
+
+void CGridCtrl::Resize(int column, int width) {
+    if (width == ColumnWidth(column)) return;
+    SetColumnWidth(column, width);
+    Q_EMIT ColumnResized(column, ColumnWidth(column));
+}
+
+void CGridCtrl::dragEnterEvent(QDragEnterEvent* event) { dragMoveEvent(event); }
+
+void CGridCtrl::dragMoveEvent(QDragMoveEvent* event) {
+    if (event->mimeData() == nullptr || !AcceptsDrop(*event->mimeData())) return event->ignore();
+    // What is dropped here stays where it came from.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    m_drag.Over(event->position().toPoint());
+}
+
+void CGridCtrl::dragLeaveEvent(QDragLeaveEvent*) { m_drag.End(); }
+
+void CGridCtrl::dropEvent(QDropEvent* event) {
+    m_drag.End();
+    EndEdit(true);
+    if (event->mimeData() == nullptr || !AcceptsDrop(*event->mimeData())) return event->ignore();
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    const SGridCell at = m_drag.NearestCell(event->position().toPoint());
+    Q_EMIT DataDropped(event->mimeData(), at.row, at.column);
+}
+
+CNorvGridCtrl::CNorvGridCtrl(QWidget* parent) : CGridCtrl(parent) {
+    setObjectName(QStringLiteral("grid"));
+    setAccessibleName(QStringLiteral("Watchlist"));
+}
+
+void CNorvGridCtrl::ApplyViewSettings(bool gridLines, bool shading, bool ellipsis, bool reducedMotion) {
+    SetOptions({gridLines ? EGridLines::Both : EGridLines::None, shading, ellipsis, !reducedMotion});
+}
+
+void CNorvGridCtrl::ApplyTheme(std::string_view name) {
+    SetThemeMode(name == "dark" ? EThemeMode::Dark : name == "light" ? EThemeMode::Light : EThemeMode::System);
 }
 
 } // namespace vx

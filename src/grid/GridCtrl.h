@@ -1,12 +1,13 @@
 #pragma once
 
-#include "grid/CellFlash.h"
 #include "grid/CellSource.h"
 #include "grid/DirtyCells.h"
-#include "grid/FocusSpeech.h"
 #include "grid/GlyphAtlas.h"
+#include "grid/GridAccessible.h"
+#include "grid/GridDrag.h"
 #include "grid/GridEditor.h"
 #include "grid/GridGeometry.h"
+#include "grid/GridInput.h"
 #include "grid/GridMarks.h"
 #include "grid/GridPainter.h"
 #include "grid/GridSelection.h"
@@ -14,8 +15,10 @@
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
+
 #include <optional>
 #include <string>
+#include <utility>
 
 class QHelpEvent;
 class QMimeData;
@@ -37,8 +40,8 @@ struct SPaintCounters {
 
 /// A grid of text cells over a source: header row and row-number column that stay, locked columns, a focus cell and a
 /// selected range, an editor in the cell, columns and rows that can be dragged. It holds no cell: what is painted is
-/// asked of the source, and painting costs what is seen, never what the source holds. It changes no content: what the
-/// user has done is told by signals, and the owner does it. Keys that it has no use for (Delete, copy, paste) are left
+/// asked of the source, and painting costs what is seen, never what the source holds. It changes no content: signals
+/// report what the user did, and the owner does it. Keys that it has no use for (Delete, copy, paste) are left
 /// to the window.
 ///
 /// Shape   row 0 is the header row, column 0 the row-number column; cells are rows 1..RowCount() and columns
@@ -46,7 +49,6 @@ struct SPaintCounters {
 /// Units   widths and places in logical pixels
 /// Errors  rows, columns and sizes out of range are clamped or have no effect
 /// Owns    nothing of the source, which must live until another (or null) is set
-/// Thread  GUI thread only
 class CGridCtrl : public QAbstractScrollArea {
     Q_OBJECT
 
@@ -95,11 +97,11 @@ public:
     /// Forgets all fonts but the default one, and how tall they were; nothing may be painted with their ids any more.
     void ForgetFonts();
 
-    SGridCell FocusCell() const { return m_selection.focus; }
-    SGridRange SelectedRange() const { return m_selection.Range(); }
+    SGridCell FocusCell() const { return m_selector.State().focus; }
+    SGridRange SelectedRange() const { return m_selector.Range(); }
     /// Moves the focus and selects that cell alone. A cell that was out of sight comes to the middle of the grid, one
     /// that is seen whole stays where it is; of a hidden row it is the next shown one's.
-    void SetFocusCell(int row, int column);
+    void SetFocusCell(int row, int column) { m_selector.FocusOn(row, column); }
     /// Selects a range; the focus is its first cell that is in a shown row.
     void SelectRange(const SGridRange& range);
     /// Scrolls no further than is needed to see a cell whole.
@@ -110,23 +112,25 @@ public:
     std::string ShownText(int row, int column) const;
 
     /// Opens the editor in a cell that MayEdit(), which becomes the focus cell. It holds EditText(), selected, or the
-    /// initial text with the caret behind it. An edit of another cell is taken over first; one of the same cell goes
-    /// on, unless there is an initial text.
+    /// initial text with the caret after it. An edit of another cell is taken over first; one of the same cell
+    /// continues, unless there is an initial text.
     ///
     /// Returns false, and changes nothing, when the cell cannot be edited or is hidden
-    bool BeginEdit(int row, int column, std::optional<std::string> initialText = {});
-    /// Closes the editor, if there is one; with commit its text is told by CellEdited().
-    void EndEdit(bool commit);
-    bool IsEditing() const { return m_editing; }
+    bool BeginEdit(int row, int column, std::optional<std::string> initialText = {}) {
+        return m_edit.Begin(row, column, std::move(initialText));
+    }
+    /// Closes the editor, if there is one; with commit CellEdited() reports its text.
+    void EndEdit(bool commit) { m_edit.Finish(commit ? EEditEnd::Stay : EEditEnd::Cancel); }
+    bool IsEditing() const { return m_edit.IsOpen(); }
     /// Whether the edit, or the last one, began with a text that the user typed over the cell's.
-    bool EditBeganTyped() const { return m_editTypedOver; }
+    bool EditBeganTyped() const { return m_edit.BeganTyped(); }
     /// The cell in the editor; meaningless without one.
-    SGridCell EditedCell() const { return m_editedCell; }
+    SGridCell EditedCell() const { return m_edit.Cell(); }
 
     /// The owner says when a menu of the grid is open and when it is closed.
     void SetMenuUp(bool up) { m_menuUp = up; }
-    /// While the user has an editor, a drag or a menu in hand nothing should move under it.
-    bool IsBusy() const { return m_editing || m_menuUp || m_drag != EDrag::None || m_marks.dropRow > 0; }
+    /// While the user has an editor or a menu open, or drags something, nothing should move under the mouse.
+    bool IsBusy() const { return IsEditing() || m_menuUp || m_drag.IsOn() || m_marks.dropRow > 0; }
 
     /// Marks the column that the rows are sorted by with a triangle in its header, and no other; None takes it away.
     void SetSortMark(int column, ESortMark mark);
@@ -152,14 +156,14 @@ public:
     /// Whether a row shows one text across all its columns.
     bool IsSpan(int row) const;
     /// Whether the selection holds all rows (columns) there are.
-    bool WholeColumnsSelected() const;
-    bool WholeRowsSelected() const;
+    bool WholeColumnsSelected() const { return m_selector.WholeColumns(); }
+    bool WholeRowsSelected() const { return m_selector.WholeRows(); }
 
     /// Whether a cell can be edited in place; asked each time an edit begins.
     virtual bool MayEdit(int /*row*/, int /*column*/) const { return false; }
     /// The text that the editor starts with, unless the user types a new one.
     virtual std::string EditText(int row, int column) const { return ShownText(row, column); }
-    /// What a row is called towards assistive technology: the text of its first column that is shown.
+    /// What a row is called for assistive technology: the text of its first column that is shown.
     virtual std::string RowName(int row) const { return ShownText(row, NextColumn(0, 1)); }
     /// Whether something dragged here from elsewhere can be dropped.
     virtual bool AcceptsDrop(const QMimeData& /*data*/) const { return false; }
@@ -197,24 +201,26 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     bool focusNextPrevChild(bool next) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void inputMethodEvent(QInputMethodEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override { m_input.KeyPress(*event); }
+    void inputMethodEvent(QInputMethodEvent* event) override { m_edit.InputMethod(*event); }
     QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
-    void wheelEvent(QWheelEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override { m_input.Wheel(*event); }
+    void mousePressEvent(QMouseEvent* event) override { m_input.MousePress(*event); }
+    void mouseMoveEvent(QMouseEvent* event) override { m_input.MouseMove(*event); }
+    void mouseReleaseEvent(QMouseEvent* event) override { m_input.MouseRelease(*event); }
+    void mouseDoubleClickEvent(QMouseEvent* event) override { m_input.DoubleClick(*event); }
+    void contextMenuEvent(QContextMenuEvent* event) override { m_input.Menu(*event); }
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
 private:
-    enum class EDrag : uint8_t { None, SelectCells, SelectRows, SelectColumns, ResizeColumn, MoveRows, MoveColumns };
+    friend class CCellEdit;
+    friend class CGridDrag;
+    friend class CGridInput;
+    friend class CGridSelector;
 
-    // Layout and looks
     void LayoutChanged();
     void VisibleCellsChanged();
     void MeasureFonts();
@@ -225,52 +231,8 @@ private:
     void SetMarks(const SGridMarks& marks);
     bool ShowTip(const QHelpEvent& event);
     QString TipAt(int row, int column);
-
-    // Focus and selection
-    void KeepSelectionInside();
-    void UpdateSelection(const SGridSelection& next);
-    void AnnounceFocus();
-    SGridSelection Clamped(SGridSelection selection) const;
-    SGridSelection WithItsRows(const std::vector<int>& newRowOf) const;
-    QRect RangeRect(const SGridRange& range) const;
     int NextColumn(int column, int step) const;
-    int RowsPerPage() const;
-    void MoveTo(SGridCell cell, bool extend);
-    bool StepInRow(int step);
-    void SelectUnder(const SGridCell& at);
-    void SelectRow(int row);
-    void SelectColumn(int column);
-
-    // Keyboard
-    bool MoveByKey(const QKeyEvent& event);
-    bool SelectByKey(const QKeyEvent& event);
-    bool EditByKey(const QKeyEvent& event);
-    void RequestMenuByKey();
-
-    // Mouse
-    int BorderAt(const QPoint& place) const;
-    void UpdateCursor(const QPoint& place);
     void Resize(int column, int width);
-
-    // Drags
-    void PressAt(const SGridCell& at, bool extend);
-    void StartDrag(EDrag drag, const SGridCell& at, bool extend);
-    void DragTo(const QPoint& place);
-    void StretchTo(const QPoint& place);
-    void MoveMarkTo(const QPoint& place);
-    void DragOver(const QPoint& place);
-    void ScrollTowards(const QPoint& place, const QRect& calm, bool rows, bool columns);
-    void Drop();
-    void CancelDrag();
-    void EndDrag();
-    bool MovesColumns(const SGridRange& range, int before) const;
-    bool MovesRows(const SGridRange& range, int before) const;
-    SGridCell NearestCell(const QPoint& place) const;
-
-    // Editing
-    void FinishEdit(EEditEnd end);
-    void PlaceEditor();
-    void DressEditor();
 
     QWidget* m_corner; // between the scroll bars; the scroll area owns it
     const CCellSource* m_source = nullptr;
@@ -280,12 +242,12 @@ private:
     CDirtyCells m_dirty;
     CCellFlash m_flash;
     CDirtyCells m_goingOut; // cells no longer lit
-    std::vector<CCellFlash::SCellPlace> m_flashEnded;
+    std::vector<SGridCell> m_flashEnded;
     QBasicTimer m_flashTimer;
     const SGridTheme* m_theme = &kLightGridTheme;
     EThemeMode m_themeMode = EThemeMode::System;
     SGridOptions m_options;
-    SGridSelection m_selection;
+    CGridSelector m_selector{*this};
     CFocusSpeech m_speech{*this};
     SGridMarks m_marks;
     SPaintCounters m_counters;
@@ -295,21 +257,22 @@ private:
     bool m_menuUp = false;
     mutable SCell m_cell; // for measuring and asking
 
-    EDrag m_drag = EDrag::None;
-    bool m_dragFar = false; // a row or column under a pressed button has begun to move
-    SGridCell m_pressed;    // where the drag began
-    QBasicTimer m_dragTimer;
-    QPoint m_dragPlace;
-    QPoint m_pressPlace;
-    int m_resizeWidth = 0; // before the drag
-    QPoint m_wheelRest;    // eighths of a degree not yet scrolled
+    CGridDrag m_drag{*this};
+    CGridInput m_input{*this};
+    CCellEdit m_edit{*this};
+};
 
-    CGridEditor* m_editor; // a child of the viewport, hidden while nothing is edited
-    bool m_editing = false;
-    bool m_composing = false; // an input method still has the keyboard through the grid
-    SGridCell m_editedCell;
-    std::string m_editedText; // as it was when the edit began
-    bool m_editTypedOver = false;
+/// A grid with this program's conventions: its name for assistive technology and the looks kept in the settings.
+class CNorvGridCtrl : public CGridCtrl {
+    Q_OBJECT
+
+public:
+    explicit CNorvGridCtrl(QWidget* parent = nullptr);
+
+    /// The three grid settings as the user keeps them, and reduced motion.
+    void ApplyViewSettings(bool gridLines, bool shading, bool ellipsis, bool reducedMotion);
+    /// "light" and "dark"; any other text follows the desktop.
+    void ApplyTheme(std::string_view name);
 };
 
 } // namespace vx

@@ -1,11 +1,21 @@
 #include "grid/GridEditor.h"
 
+#include "base/qt/QtText.h"
 #include "grid/CellSource.h"
+#include "grid/GridAccessible.h"
+#include "grid/GridCtrl.h"
 #include "grid/GridPainter.h"
 
+#include <QCoreApplication>
 #include <QFontMetrics>
+#include <QGuiApplication>
+#include <QInputMethod>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QPointer>
+
+#include <algorithm>
 
 namespace vx {
 
@@ -104,6 +114,146 @@ void CGridEditor::paintEvent(QPaintEvent* event) {
     painter.fillRect(0, height() - kFrame, width(), kFrame, color);
     painter.fillRect(0, 0, kFrame, height(), color);
     painter.fillRect(width() - kFrame, 0, kFrame, height(), color);
+}
+
+namespace {
+
+constexpr double kPointsPerInch = 72;
+
+Qt::Alignment QtAlignment(EAlign align) {
+    return align == EAlign::Left ? Qt::AlignLeft : align == EAlign::Right ? Qt::AlignRight : Qt::AlignHCenter;
+}
+
+} // namespace
+
+CCellEdit::CCellEdit(CGridCtrl& grid) : m_grid(grid), m_editor(new CGridEditor(grid.viewport())) {
+    QObject::connect(m_editor, &CGridEditor::Ended, m_editor, [this](EEditEnd end) { Finish(end); });
+    QObject::connect(m_editor, &CGridEditor::textChanged, m_editor, [this] { Place(); });
+}
+
+CCellEdit::~CCellEdit() {
+    // Its end must not be taken for the end of an edit.
+    m_open = false;
+    delete m_editor;
+}
+
+bool CCellEdit::Begin(int row, int column, std::optional<std::string> initialText) {
+    const SGridCell cell{row, column};
+    if (m_open && m_at != cell) Finish(EEditEnd::Stay);
+    const bool there = row >= 1 && row <= m_grid.RowCount() && column >= 1 && column <= m_grid.ColumnCount();
+    if (!there || m_grid.Source() == nullptr || m_grid.ColumnWidth(column) == 0 || m_grid.IsRowHidden(row) ||
+        !m_grid.MayEdit(row, column))
+        return false;
+    if (m_open && !initialText) {
+        m_editor->SetTyped(false); // already open, perhaps with a new text in it
+        return true;
+    }
+    m_grid.m_drag.End();
+    if (m_grid.FocusCell() != cell)
+        m_grid.m_selector.MoveTo(cell, false);
+    else
+        m_grid.EnsureVisible(row, column);
+    if (!m_open) {
+        m_text = m_grid.EditText(row, column);
+        m_typedOver = initialText.has_value();
+    }
+    m_at = cell;
+    m_open = true;
+    Dress();
+    m_editor->Start(QtText(initialText ? *initialText : m_text), initialText.has_value());
+    Place();
+    m_editor->show();
+    if (!m_composing) m_editor->setFocus();
+    return true;
+}
+
+void CCellEdit::Finish(EEditEnd end) {
+    if (!m_open) return;
+    if (m_composing) QGuiApplication::inputMethod()->commit(); // comes back to InputMethod()
+    m_composing = false;
+    // First of all: taking the keyboard back ends the edit again, and a receiver may open windows.
+    m_open = false;
+    if (m_grid.window()->focusWidget() == m_editor) m_grid.setFocus();
+    const QByteArray text = QByteArray::fromStdString(BytesFromQt(m_editor->text()));
+    m_editor->hide();
+    const SGridCell cell = m_at;
+    if (end == EEditEnd::Cancel) return;
+    const QPointer<CGridCtrl> alive(&m_grid);
+    Q_EMIT m_grid.CellEdited(cell.row, cell.column, QByteArray::fromStdString(m_text), text);
+    if (alive.isNull() || m_open || m_grid.FocusCell() != cell) return;
+    if (end == EEditEnd::Down || end == EEditEnd::Up)
+        m_grid.m_selector.MoveTo({m_grid.Geometry().RowAway(cell.row, end == EEditEnd::Down ? 1 : -1), cell.column},
+                                 false);
+    else if (end == EEditEnd::Right || end == EEditEnd::Left)
+        m_grid.m_selector.StepInRow(end == EEditEnd::Right ? 1 : -1);
+}
+
+void CCellEdit::Dress() {
+    m_grid.m_cell.Reset();
+    if (!m_grid.Source()->FillSpan(m_at.row, m_grid.m_cell)) {
+        m_grid.m_cell.Reset();
+        m_grid.Source()->FillCell(m_at.row, m_at.column, m_grid.m_cell);
+    }
+    const SGridFont& of = m_grid.Fonts().Font(m_grid.m_cell.font);
+    QFont font(of.family);
+    font.setPixelSize(std::max(1, qRound(of.size * m_grid.logicalDpiY() / kPointsPerInch)));
+    font.setBold(of.bold);
+    font.setItalic(of.italic);
+    m_editor->setAccessibleName(SpokenPlace(m_grid, m_at.row, m_at.column));
+    m_editor->SetLook(font, QtAlignment(m_grid.m_cell.align), m_grid.Theme());
+}
+
+void CCellEdit::Place() {
+    if (!m_open) return;
+    const int row = m_at.row;
+    const int column = m_at.column;
+    if (row > m_grid.RowCount() || m_grid.IsRowHidden(row) || column > m_grid.ColumnCount() ||
+        m_grid.ColumnWidth(column) == 0)
+        return Finish(EEditEnd::Cancel);
+    const bool span = m_grid.IsSpan(row);
+    const bool scrolls = !span && !m_grid.Geometry().IsFixed(column);
+    const int edge = scrolls ? m_grid.Geometry().FixedWidth() : m_grid.Geometry().ColumnWidth(0);
+    const QRect room(edge, m_grid.Geometry().HeaderHeight(), m_grid.viewport()->width() - edge,
+                     m_grid.Geometry().ScrolledHeight());
+    QRect place = m_grid.Geometry().CellRect(row, column);
+    if (span) place = QRect(room.left(), place.top(), room.width(), place.height());
+    const int wanted = m_editor->NeededWidth();
+    if (wanted > place.width() && place.intersects(room)) {
+        // To the right as far as the grid is seen, and what is then still missing to the left.
+        const int right = std::max(place.right(), std::min(place.left() + wanted - 1, room.right()));
+        place.setLeft(std::min(place.left(), std::max(room.left(), right - wanted + 1)));
+        place.setRight(right);
+    }
+    const QRect seen = place.intersected(room);
+    if (seen.isEmpty()) place.moveBottom(-place.height()); // out of sight, yet it keeps the keyboard
+    m_editor->setGeometry(place);
+    if (seen.isEmpty() || seen == place)
+        m_editor->clearMask();
+    else
+        m_editor->setMask(seen.translated(-place.topLeft()));
+}
+
+// A composition that has begun stays with the grid until it is done, for a change of the focus would break it off;
+// meanwhile the editor shows it.
+void CCellEdit::InputMethod(QInputMethodEvent& event) {
+    const bool composing = !event.preeditString().isEmpty();
+    const bool done = !event.commitString().isEmpty();
+    const SGridCell at = m_grid.FocusCell();
+    if (!m_open) {
+        if (!composing && !done) return event.ignore();
+        m_composing = true; // keeps the keyboard here
+        if (!Begin(at.row, at.column, std::string())) {
+            m_composing = false;
+            return event.ignore();
+        }
+    }
+    QCoreApplication::sendEvent(m_editor, &event);
+    if (!m_composing || composing) return;
+    m_composing = false;
+    if (done)
+        m_editor->setFocus();
+    else
+        Finish(EEditEnd::Cancel);
 }
 
 } // namespace vx

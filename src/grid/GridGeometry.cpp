@@ -31,8 +31,8 @@ bool CGridGeometry::IsRowHidden(int row) const {
     return !m_hidden.empty() && std::binary_search(m_hidden.begin(), m_hidden.end(), row);
 }
 
-int CGridGeometry::RowAtPlace(int place) const {
-    // Before the hidden row of index i stand m_hidden[i] - 1 - i shown ones; the row wanted lies behind all those
+int CGridGeometry::ShownRowAt(int place) const {
+    // m_hidden[i] - 1 - i shown rows come before the hidden row of index i; the row wanted lies after all those
     // hidden ones that have fewer than its place before them.
     int behind = 0;
     for (int end = static_cast<int>(m_hidden.size()); behind < end;) {
@@ -49,8 +49,8 @@ int CGridGeometry::RowAway(int row, int steps) const {
     row = std::clamp(row, 1, std::max(1, m_rowCount));
     if (m_shownRows == 0) return row;
     // From a hidden row the next shown one is a step away already.
-    const int place = PlaceOfRow(row) + steps - (steps > 0 && IsRowHidden(row) ? 1 : 0);
-    return RowAtPlace(std::clamp(place, 1, m_shownRows));
+    const int place = ShownIndexOf(row) + steps - (steps > 0 && IsRowHidden(row) ? 1 : 0);
+    return ShownRowAt(std::clamp(place, 1, m_shownRows));
 }
 
 void CGridGeometry::SetRowHeights(int header, int row) {
@@ -124,7 +124,7 @@ int CGridGeometry::ColumnLeft(int column) const {
 }
 
 int CGridGeometry::RowTop(int row) const {
-    return row <= 0 ? 0 : m_headerHeight + (PlaceOfRow(row) - 1) * m_rowHeight - m_scrollY;
+    return row <= 0 ? 0 : m_headerHeight + (ShownIndexOf(row) - 1) * m_rowHeight - m_scrollY;
 }
 
 QRect CGridGeometry::CellRect(int row, int column) const {
@@ -154,7 +154,7 @@ int CGridGeometry::RowAt(int y) const {
     if (y < 0) return -1;
     if (y < m_headerHeight) return 0;
     const int place = (y - m_headerHeight + m_scrollY) / m_rowHeight + 1;
-    return place > m_shownRows ? -1 : RowAtPlace(place);
+    return place > m_shownRows ? -1 : ShownRowAt(place);
 }
 
 int CGridGeometry::ColumnBoundaryAt(int x) const {
@@ -166,13 +166,13 @@ int CGridGeometry::ColumnBoundaryAt(int x) const {
 
 int CGridGeometry::RowBoundaryAt(int y) const {
     const int place = (std::max(y, m_headerHeight) - m_headerHeight + m_scrollY + m_rowHeight / 2) / m_rowHeight + 1;
-    return place > m_shownRows ? m_rowCount + 1 : RowAtPlace(place);
+    return place > m_shownRows ? m_rowCount + 1 : ShownRowAt(place);
 }
 
 int CGridGeometry::LastVisibleRow() const {
     if (ScrolledHeight() <= 0) return FirstVisibleRow() - 1;
     const int place = std::min(m_shownRows, (m_scrollY + ScrolledHeight() - 1) / m_rowHeight + 1);
-    return place < 1 ? 0 : RowAtPlace(place);
+    return place < 1 ? 0 : ShownRowAt(place);
 }
 
 int CGridGeometry::FirstScrolledColumn() const {
@@ -196,7 +196,7 @@ QPoint CGridGeometry::ScrollToShow(int row, int column) const {
         scroll.setX(std::min(std::max(m_scrollX, right), left));
     }
     if (row > 0 && row <= m_rowCount) {
-        const int top = (PlaceOfRow(row) - 1) * m_rowHeight;
+        const int top = (ShownIndexOf(row) - 1) * m_rowHeight;
         scroll.setY(std::min(std::max(m_scrollY, top + m_rowHeight - ScrolledHeight()), top));
     }
     return scroll;

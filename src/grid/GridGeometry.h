@@ -6,7 +6,7 @@
 
 namespace vx {
 
-/// Where the cells of a grid stand in its viewport: the header row and the row-number column at the top and left edge,
+/// Where the cells of a grid are in its viewport: the header row and the row-number column at the top and left edge,
 /// then the locked columns, then the columns that scroll, of which one may be sticky.
 ///
 /// Shape   row 0 is the header row, column 0 the row-number column; rows are all of one height but hidden ones, which
@@ -31,16 +31,16 @@ public:
     /// Rows that are not hidden.
     int ShownRowCount() const { return m_shownRows; }
     /// Where a row stands among the shown ones, from 1; a hidden row has the place of the next shown one below it.
-    int PlaceOfRow(int row) const { return m_hidden.empty() ? row : row - HiddenBefore(row); }
-    /// The shown row at a place; behind the last place RowCount() + 1 and further.
-    int RowAtPlace(int place) const;
+    int ShownIndexOf(int row) const { return m_hidden.empty() ? row : row - HiddenBefore(row); }
+    /// The shown row at a place; after the last one RowCount() + 1 and further.
+    int ShownRowAt(int place) const;
     /// The row itself when it is shown, else the next shown one below it, RowCount() + 1 when there is none.
-    int NextShownRow(int row) const { return RowAtPlace(PlaceOfRow(row)); }
+    int NextShownRow(int row) const { return ShownRowAt(ShownIndexOf(row)); }
     /// The shown row so many shown rows below a row (above it for less than 0), as far as there are any; with 0 steps
     /// the row itself or the shown one nearest to it. The row itself again when all are hidden.
     int RowAway(int row, int steps) const;
     /// How many rows from the first to the last are shown.
-    int ShownRowsIn(int firstRow, int lastRow) const { return PlaceOfRow(lastRow + 1) - PlaceOfRow(firstRow); }
+    int ShownRowsIn(int firstRow, int lastRow) const { return ShownIndexOf(lastRow + 1) - ShownIndexOf(firstRow); }
     void SetRowHeights(int header, int row);
     int RowHeight() const { return m_rowHeight; }
     int HeaderHeight() const { return m_headerHeight; }
@@ -56,10 +56,10 @@ public:
     int LockedColumns() const { return m_locked; }
     /// The locked columns that a narrow viewport has room for; the rest scroll until it is wider.
     int ShownLockedColumns() const { return m_shownLocked; }
-    /// A column that does not scroll out at the left: it stops at the edge of the fixed part, and the others go on
+    /// A column that does not scroll out at the left: it stops at the edge of the fixed part, and the others scroll on
     /// under it. 0 for none; a locked or hidden one has no effect, nor has one for which a narrow viewport has no room.
     void SetStickyColumn(int column);
-    /// The sticky column while it stands at that edge instead of in its place, else 0.
+    /// The sticky column while it is held at that edge, else 0.
     int StuckColumn() const { return m_stuck; }
     /// The one at the right edge of the fixed part, 0 when that is the row numbers.
     int LastFixedColumn() const { return m_stuck > 0 ? m_stuck : m_shownLocked; }
@@ -94,13 +94,13 @@ public:
 
     int ColumnAt(int x) const;
     int RowAt(int y) const;
-    /// The column (row) before which something would stand that is dropped at a place; count + 1 behind the last one.
+    /// The column (row) before which something dropped at a place would be inserted; count + 1 after the last one.
     int ColumnBoundaryAt(int x) const;
     int RowBoundaryAt(int y) const;
 
     /// First and last row (1..) that can be seen, even in part; first > last when there is none. Hidden rows may lie
     /// between them.
-    int FirstVisibleRow() const { return RowAtPlace(m_scrollY / m_rowHeight + 1); }
+    int FirstVisibleRow() const { return ShownRowAt(m_scrollY / m_rowHeight + 1); }
     int LastVisibleRow() const;
     /// First and last of the columns beyond the fixed ones that can be seen; first > last when there is none.
     int FirstScrolledColumn() const;

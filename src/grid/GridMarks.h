@@ -17,7 +17,7 @@ enum class ESortMark : uint8_t { None, Ascending, Descending };
 /// What a grid shows beside and on top of its cells: the column it is sorted by, where a drag would put something, and
 /// the range that was copied.
 ///
-/// Shape   0: no such row or column; an insertion stands before its row or column, count + 1 is behind the last one
+/// Shape   0: no such row or column; an insertion is before its row or column, count + 1 is after the last one
 struct SGridMarks {
     int sortColumn = 0;
     ESortMark sort = ESortMark::None;

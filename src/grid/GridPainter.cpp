@@ -1,7 +1,7 @@
 #include "grid/GridPainter.h"
 
-#include "base/TickTrend.h"
-#include "grid/CellFlash.h"
+#include "base/Windows1252.h"
+#include "grid/DirtyCells.h"
 
 #include <QPainter>
 #include <cmath>
@@ -11,7 +11,7 @@ namespace vx {
 namespace {
 
 constexpr std::string_view kEllipsis = "...";
-constexpr double kSeenMark = 3.0;  // The contrast at which a mark can be told from the background.
+constexpr double kSeenMark = 3.0;  // The contrast at which a mark can be seen against the background.
 constexpr int kCellMark = 6;       // Its size in logical pixels.
 constexpr int kHiddenRowMark = 16; // its width without row numbers, in logical pixels
 
@@ -106,9 +106,9 @@ void CGridPainter::PaintRow(int row) {
     m_cell.Reset();
     const bool header = row == 0;
     const bool span = !header && m_scene->source != nullptr && m_scene->source->FillSpan(row, m_cell);
-    m_rowColor = header                                                          ? theme.header
-                 : m_scene->options.shading && geometry.PlaceOfRow(row) % 2 == 0 ? theme.shade
-                                                                                 : theme.base;
+    m_rowColor = header                                                            ? theme.header
+                 : m_scene->options.shading && geometry.ShownIndexOf(row) % 2 == 0 ? theme.shade
+                                                                                   : theme.base;
     m_canvas.Fill(m_canvas.Place(), m_rowColor);
     if (span) {
         PaintSpan(row);
@@ -123,11 +123,11 @@ void CGridPainter::PaintRow(int row) {
             m_canvas.Fill({from, all.bottom() - m_line + 1, all.width(), m_line},
                           header ? theme.headerLine : theme.gridLine);
         }
-        if (!header) PaintNotice(row);
+        if (!header) PaintHint(row);
     }
     if (geometry.ColumnWidth(0) > 0)
         PaintHeaderCell(row, 0);
-    else if (!header) // Without row numbers the mark of hidden rows stands at the edge of the cells.
+    else if (!header) // Without row numbers the mark of hidden rows is drawn at the edge of the cells.
         PaintHiddenRowMark(row, Device(QRect(0, geometry.RowTop(row), kHiddenRowMark, geometry.RowHeight())),
                            m_canvas.Place());
 }
@@ -172,12 +172,12 @@ void CGridPainter::PaintColumns(int row, int first, int last) {
 }
 
 // In each of the row's pieces that are painted apart the text begins at the same place.
-void CGridPainter::PaintNotice(int row) {
+void CGridPainter::PaintHint(int row) {
     m_cell.Reset();
-    if (m_scene->source == nullptr || !m_scene->source->FillRowNotice(row, m_cell)) return;
+    if (m_scene->source == nullptr || !m_scene->source->FillRowHint(row, m_cell)) return;
     const QRect run = Device(WidestEmptyRun(row));
     m_cell.Reset();
-    m_scene->source->FillRowNotice(row, m_cell);
+    m_scene->source->FillRowHint(row, m_cell);
     const int width = RunWidth(m_scene->fonts.Atlas(m_cell.font, m_scale), m_cell) + 2 * Device(kTextPadding);
     if (m_scene->options.lines == EGridLines::Both) ClearLinesBetween(row, run.left(), run.left() + width);
     m_background = m_rowColor;
@@ -348,7 +348,7 @@ void CGridPainter::PaintHiddenRowMark(int row, const QRect& rect, const QRect& c
         m_canvas.Fill(QRect(rect.left(), rect.bottom() - height + 1, rect.width(), height).intersected(clip),
                       m_scene->theme.focusIdle);
     // Hidden rows at the beginning have no other neighbour.
-    if (row > 1 && geometry.PlaceOfRow(row) == 1)
+    if (row > 1 && geometry.ShownIndexOf(row) == 1)
         m_canvas.Fill(QRect(rect.left(), rect.top(), rect.width(), height).intersected(clip), m_scene->theme.focusIdle);
 }
 

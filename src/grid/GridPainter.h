@@ -19,7 +19,7 @@ enum class EGridLines : uint8_t { Both, None };
 /// How a grid looks, apart from its colours and fonts.
 struct SGridOptions {
     EGridLines lines = EGridLines::Both;
-    bool shading = true;  ///< Every second shown row stands on the theme's shade.
+    bool shading = true;  ///< Every second shown row has the theme's shade.
     bool ellipsis = true; ///< A text wider than its cell ends in "..." instead of at the cell's edge.
     bool flash = true;    ///< A changed cell's background lights up for a moment; off for reduced motion.
 
@@ -44,11 +44,10 @@ struct SGridScene {
 /// Paints the cells of a grid that lie in a rectangle of its viewport, row by row through one strip of pixels.
 ///
 /// Shape   at most one FillCell per cell that the rectangle touches; nothing is allocated once fonts and strip exist
-/// Thread  GUI thread only
 class CGridPainter {
 public:
     /// Paints the rectangles of a region. The painter's transformation may scale (high-DPI screens, pictures), equally
-    /// both ways; texts and lines then stand on whole device pixels.
+    /// both ways; texts and lines then start at whole device pixels.
     ///
     /// Returns the number of cells painted, header cells and spanning rows counted once each
     int Paint(QPainter& painter, const QRegion& region, const SGridScene& scene);
@@ -72,7 +71,7 @@ private:
     void PaintRow(int row);
     void PaintSpan(int row);
     void PaintColumns(int row, int first, int last);
-    void PaintNotice(int row);
+    void PaintHint(int row);
     void ClearLinesBetween(int row, int left, int right);
     QRect WidestEmptyRun(int row);
     void PaintCell(int row, int column, const QRect& rect, const QRect& clip);

@@ -8,7 +8,7 @@ namespace vx {
 
 /// Every colour the grid paints with.
 ///
-/// Shape   each text colour reaches a contrast of 4.5:1 on every background that it can stand on, the colours of focus
+/// Shape   each text colour reaches a contrast of 4.5:1 on every background that it can have, the colours of focus
 /// and alert 3:1
 struct SGridTheme {
     // Backgrounds of cells.

@@ -1,7 +1,5 @@
 #include "news/HeadlineLog.h"
 
-#include "news/NewsLine.h"
-
 #include <fmt/format.h>
 
 #include <algorithm>

@@ -1,9 +1,11 @@
 #include "settings/Settings.h"
 
 #include "base/Clock.h"
+#include "base/FileSystem.h"
+#include "base/Log.h"
 #include "base/Number.h"
-#include "settings/ConfigLogger.h"
-#include "settings/ConfigWriterMux.h"
+#include "base/Registry.h"
+#include "settings/ConfigWriter.h"
 #include "settings/ValidateSetting.h"
 
 #include <fmt/format.h>
@@ -65,6 +67,22 @@ bool CSettings::WriteNumber(const SNumberSetting& setting, double number) {
 
 bool CSettings::WriteColor(const SColorSetting& setting, uint32_t color) {
     return color < 0x1000000 && m_writer.WriteString(setting.name, fmt::format("0x{:06X}", color));
+}
+
+std::string ReadLogPath(CRegistry& registry) {
+    const std::optional<SRegistryValue> stored = registry.Read(kStartupKey, kLogPathValue);
+    if (stored && stored->kind == ERegistryKind::Text) return stored->text;
+    const std::string path = UserStateFolder() + "/log";
+    if (registry.IsReadable()) registry.WriteText(kStartupKey, kLogPathValue, path);
+    return path;
+}
+
+void ApplyLogCategories(const CSettings& settings) {
+    std::string unknown;
+    SetLogCategories(ReadLogCategories(settings.ReadTextOrDefault(kLogCategories), &unknown));
+    if (!unknown.empty())
+        LogInformation(fmt::format("Settings: \"{}\" holds names that are not log categories and are ignored: {}",
+                                   kLogCategories.name, unknown));
 }
 
 } // namespace vx

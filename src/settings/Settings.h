@@ -11,6 +11,7 @@ namespace vx {
 
 class CConfigLogger;
 class CConfigWriterMux;
+class CRegistry;
 
 /// Reads and writes the application-wide settings by type. Every text that comes back from the store passes through
 /// ValidateSetting first. A repaired or reset value that was reported is written back, so that it is reported once;
@@ -18,8 +19,6 @@ class CConfigWriterMux;
 ///
 /// Errors  readers always give a value. Where the stored text is empty or cannot be read, ReadText returns it as it
 ///         is (so "" or "Config Error"), the others the setting's default. Writers return whether the value is stored
-/// Owns    nothing: the writer outlives it
-/// Thread  GUI thread only
 class CSettings {
 public:
     /// Pause between attempts to write a value back: a store whose lock another program keeps holds each one up.
@@ -56,5 +55,14 @@ private:
     std::weak_ptr<CConfigLogger> m_logger;
     mutable int64_t m_nextWriteBackMs = 0; ///< Of CClock's monotonic time.
 };
+
+/// The folder of the log, from the start-up key. A missing path, or one that is no text, is replaced in the registry
+/// by the default, UserStateFolder() + "/log".
+///
+/// Shape   empty when the user stored an empty path: no log file is wanted
+std::string ReadLogPath(CRegistry& registry);
+
+/// Puts the stored list of categories into force; a name that is no category gives one log line and is ignored.
+void ApplyLogCategories(const CSettings& settings);
 
 } // namespace vx

@@ -1,14 +1,17 @@
 #include "settings/ValidateSetting.h"
 
+#include "base/Log.h"
 #include "base/Number.h"
-#include "settings/ConfigLogger.h"
-#include "settings/SettingKind.h"
+#include "settings/SettingsTable.h"
+
+#include <fmt/format.h>
 
 #include <charconv>
-#include <fmt/format.h>
 #include <limits>
 
 namespace vx {
+
+void CConfigLogger::Report(std::string_view text) { LogInformation(text); }
 
 namespace {
 

@@ -44,7 +44,7 @@ private:
     void DrainNow() override { Judge(); }
     void OnAlertsChanged(std::string_view symbol, int armed) override { store.SetArmedAlerts(symbol, armed); }
     void Judge() {
-        queue.Drain([&](const SChangeNotice& notice) {
+        queue.Drain([&](const SRecordIds& notice) {
             ++m_judged;
             if (const CSymbolRec* record = store.FindById(notice.id1, notice.id2)) alerts.Evaluate(*record);
         });
@@ -63,7 +63,7 @@ TEST_F(CAlertsMapBurstTest, EveryValueOfABurstIsJudgedInItsOrderAndOfItsMoment) 
     Beat();
     ASSERT_EQ(posted.size(), 100u);
     for (int i = 0; i < 100; ++i) {
-        const SAlertNotice notice = ReadAlertNotice(posted[static_cast<size_t>(i)]);
+        const SAlertRecord notice = ReadAlertRecord(posted[static_cast<size_t>(i)]);
         EXPECT_EQ((std::vector<double>{notice.value, notice.last, notice.bid, notice.ask}),
                   (std::vector<double>{i * 1.0, i * 1.0, i - 1.0, i + 1.0}));
     }
@@ -121,7 +121,7 @@ TEST_F(CAlertsMapBurstTest, EveryKindOfNumberIsJudgedAsItsCellShowsIt) {
     Beat();
     ASSERT_EQ(posted.size(), 4u);
     for (const size_t i : {0, 1, 2, 3})
-        EXPECT_EQ(ReadAlertNotice(posted[i]).fieldName, AlertFieldName(alerts.Get("IBM")[i].fieldId))
+        EXPECT_EQ(ReadAlertRecord(posted[i]).fieldName, AlertFieldName(alerts.Get("IBM")[i].fieldId))
             << "in their order";
     Add("GE", "Last", "<", 1);
     Watch("GE");
@@ -143,7 +143,7 @@ TEST_F(CAlertsMapBurstTest, ARegionalQuoteHasAlertsOfItsOwn) {
     Update("IBM", {{"Bid", "12"}});
     Beat();
     ASSERT_EQ(posted.size(), 1u);
-    const SAlertNotice notice = ReadAlertNotice(posted[0]);
+    const SAlertRecord notice = ReadAlertRecord(posted[0]);
     EXPECT_EQ(notice.symbol, "IBM--X");
     EXPECT_EQ(notice.ask, 14);
     EXPECT_EQ(notice.last, 12.5);

@@ -22,8 +22,8 @@ namespace {
 
 class CResetAlertTest : public CAlertsUiFixture {
 protected:
-    static SAlertNotice Notice(double threshold, Texts others = {}) {
-        SAlertNotice out;
+    static SAlertRecord Notice(double threshold, Texts others = {}) {
+        SAlertRecord out;
         out.symbol = "IBM";
         out.fieldName = "Last";
         out.threshold = threshold;

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "alerts/rules/AlertCondition.h"
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "alerts/rules/AlertsMap.h"
 
 #include <gmock/gmock.h>
@@ -17,10 +16,10 @@ namespace vx::test {
 using namespace testing; // Its matchers.
 
 /// An alert map that remembers what it posted and what it announced.
-class CAlertsFixture : public testing::Test, protected CAlertNotices, protected CAlertsObserver {
+class CAlertsFixture : public testing::Test, protected CFiredAlertReceiver, protected CAlertsObserver {
 protected:
     CAlertsFixture() {
-        alerts.SetNotices(this);
+        alerts.SetReceiver(this);
         alerts.SetObserver(this);
     }
 
@@ -33,11 +32,11 @@ protected:
         return alerts.Add(symbol, Alert(field, condition, value, noZero));
     }
 
-    void PostNotice(std::string record, const A_INFO& alert) override {
+    void PostFired(std::string record, const A_INFO& alert) override {
         posted.push_back(std::move(record));
         firedAlerts.push_back(alert);
     }
-    void PostNewsNotice(SAlertNotice notice, const A_INFO& alert) override {
+    void PostFiredNews(SAlertRecord notice, const A_INFO& alert) override {
         news.push_back(std::move(notice));
         firedAlerts.push_back(alert);
     }
@@ -46,7 +45,7 @@ protected:
 
     CAlertsMap alerts;
     std::vector<std::string> posted;
-    std::vector<SAlertNotice> news;
+    std::vector<SAlertRecord> news;
     CAlertArray firedAlerts; ///< The alert of each, as it was before it fired.
     int firedOrArmed = 0;
     std::map<std::string, int> announced; ///< The last word about each symbol.

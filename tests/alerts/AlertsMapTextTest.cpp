@@ -99,7 +99,7 @@ TEST_F(SAlertNoticeTest, ReadingItKeepsItsTraits) {
           std::pair{"0,,", Texts{}}, std::pair{"0,-9.000000-,", Texts{"9.000000"}}, // Hyphens part, a sign is one.
           std::pair{"0,1--2---,", Texts{"1", "2"}}, std::pair{"", Texts{}},
           std::pair{"12,9.000000-,", Texts{}}}) { // Right only while the index has one digit.
-        const SAlertNotice read = ReadAlertNotice(head + tail);
+        const SAlertRecord read = ReadAlertRecord(head + tail);
         EXPECT_EQ(read.condition + read.symbol + read.fieldName + read.soundFile, "less thanIBMLasta.wav");
         EXPECT_EQ((std::vector<double>{read.value, read.last, read.bid, read.ask, read.threshold}),
                   (std::vector<double>{1.5, 2, 3, 4, 5}));
@@ -110,10 +110,10 @@ TEST_F(SAlertNoticeTest, ReadingItKeepsItsTraits) {
     // A comma in the symbol shifts what follows; a record that was cut is read as far as it goes.
     Add("A,B", "Last", "=", 1);
     alerts.EvaluateFieldAlert("A,B", 0, 1, 2, 3, 4);
-    const SAlertNotice shifted = ReadAlertNotice(posted.at(0));
+    const SAlertRecord shifted = ReadAlertRecord(posted.at(0));
     EXPECT_EQ(shifted.symbol, "A");
     EXPECT_EQ(shifted.last, 1);
     EXPECT_EQ(shifted.fieldName, "1.000000");
     for (size_t size = 0; size < head.size(); ++size)
-        EXPECT_EQ(ReadAlertNotice(head.substr(0, size)).threshold, size > 50 ? 5 : 0) << size;
+        EXPECT_EQ(ReadAlertRecord(head.substr(0, size)).threshold, size > 50 ? 5 : 0) << size;
 }

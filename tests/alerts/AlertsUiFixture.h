@@ -1,10 +1,10 @@
 #pragma once
 
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "alerts/ui/AlertDialogServices.h"
 #include "alerts/ui/AlertSoundPlayer.h"
-#include "alerts/ui/SpinEdit.h"
-#include "settings/ConfigWriterMux.h"
+#include "alerts/ui/ResetAlert.h"
+#include "settings/ConfigWriter.h"
 #include "settings/Settings.h"
 #include "support/EventLoop.h"
 #include "support/Gui.h"

@@ -4,10 +4,8 @@
 
 #include "AlertsUiFixture.h"
 
-#include "alerts/ui/AlertMessages.h"
+#include "alerts/ui/AlertSoundPlayer.h"
 #include "alerts/ui/AlertsNotice.h"
-#include "alerts/ui/EffectSoundPlayer.h"
-#include "alerts/ui/NoticePlace.h"
 #include "alerts/ui/ResetAlert.h"
 #include "support/FakeClock.h"
 
@@ -40,12 +38,12 @@ protected:
     };
 
     CNoticeQueueTest() {
-        queue.SetEnded([this](const SFiredNotice& fired, EFiringEnd end) {
+        queue.SetEnded([this](const SFiredAlert& fired, EFiringEnd end) {
             ended.push_back(fired.id + ' ' + std::string(EndWord(end)));
         });
-        queue.SetTarget([this](const SFiredNotice&) { return target; });
+        queue.SetTarget([this](const SFiredAlert&) { return target; });
     }
-    static SAlertNotice Field() {
+    static SAlertRecord Field() {
         return {.condition = "greater than or equal to",
                 .symbol = "IBM",
                 .value = 250.25,
@@ -58,10 +56,10 @@ protected:
                 .otherThresholds = {"300.000000"},
                 .headline = {}};
     }
-    void Fire(EAlertSound sound = EAlertSound::None, bool loop = false, SAlertNotice notice = Field()) {
+    void Fire(EAlertSound sound = EAlertSound::None, bool loop = false, SAlertRecord notice = Field()) {
         notice.soundType = static_cast<int32_t>(sound);
         notice.loopSound = loop ? 1 : 0;
-        queue.Add({.notice = std::move(notice),
+        queue.Add({.record = std::move(notice),
                    .alert = {},
                    .firedAt = {2024, 1, 31, 9, 5, 0, 0},
                    .id = std::to_string(++m_fired)});
@@ -115,7 +113,7 @@ TEST_F(CNoticeQueueTest, ANoticeSaysWhatFiredAndResetsTheAlert) {
     EXPECT_THAT(ended, ElementsAre("1 reset"));
     EXPECT_FALSE(queue.Shown());
 
-    SAlertNotice story;
+    SAlertRecord story;
     story.symbol = "IBM";
     story.fieldName = "News";
     story.index = 3;
@@ -343,7 +341,7 @@ TEST_F(CNoticeQueueTest, ASoundThatIsNotRepeatedIsHeardBeforeItsNoticeAndMuteEnd
 }
 
 TEST_F(CNoticeQueueTest, WhatAFeedSendsIsTextAndIsCut) {
-    SAlertNotice hostile = Field();
+    SAlertRecord hostile = Field();
     hostile.symbol = "<b>%s\x01" + std::string(60'000, 'W');
     hostile.value = 1e308;
     Fire({}, false, hostile);

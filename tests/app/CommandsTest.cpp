@@ -4,9 +4,9 @@
 
 #include "app/BoardFixture.h"
 #include "app/commands/MainMenus.h"
-#include "app/frame/FramePlacer.h"
-#include "app/shell/RestartDesk.h"
-#include "feed/session/FeedEnd.h"
+#include "app/frame/FramePlacement.h"
+#include "app/shell/RestartController.h"
+#include "feed/session/FeedSession.h"
 
 #include <QMenuBar>
 #include <QToolBar>

@@ -1,10 +1,10 @@
 // Every dialog of the program, gone through by Tab, at the usual font and at one half as large again.
 
 #include "support/DialogWalk.h"
-#include "alerts/rules/AlertNotice.h"
+#include "alerts/rules/FiredAlert.h"
 #include "alerts/ui/ResetAlert.h"
 #include "app/BoardFixture.h"
-#include "app/commands/BoardDesk.h"
+#include "app/commands/GridCommands.h"
 #include "app/files/RecoveryDlg.h"
 #include "watchlist/file/RecoveryFile.h"
 
@@ -68,7 +68,7 @@ TEST_P(CDialogWalkTest, TheKeyboardAndTheDefaultButtonAreToldApart) {
     dialog.show();
     dialog.activateWindow();
     for (const char* theme : {"light", "dark"}) {
-        frame->Board().UseTheme(QString::fromLatin1(theme), false);
+        frame->GridCommands().UseTheme(QString::fromLatin1(theme), false);
         std::vector<QImage> looks;
         for (const bool isDefault : {false, true})
             for (QWidget* keyboard : {static_cast<QWidget*>(text), static_cast<QWidget*>(button)}) {
@@ -119,7 +119,7 @@ TEST_P(CDialogWalkTest, DialogsOfAlertsAndWindowsBesideTheBoard) {
     LookAtWindow(AlertHistory, "alertHistory");
     LookAtWindow(Headlines, "headlinesWindow");
     LookAtWindow(TimeAndSales, "timeAndSales");
-    SAlertNotice notice;
+    SAlertRecord notice;
     notice.symbol = "IBM";
     notice.fieldName = "Last";
     LookAtShown(CResetAlert(notice, frame), "resetAlert");

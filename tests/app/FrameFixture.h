@@ -1,12 +1,10 @@
 #pragma once
 
 #include "app/commands/Commands.h"
-#include "app/files/FileDesk.h"
+#include "app/files/FileController.h"
 #include "app/shell/MainFrame.h"
 #include "base/Registry.h"
-#include "base/RegistryPaths.h"
 #include "data/catalogue/UpdateFields.h"
-#include "settings/ApplicationProfile.h"
 #include "settings/ConfigWriter.h"
 #include "settings/Settings.h"
 #include "support/EventLoop.h"
@@ -126,7 +124,7 @@ protected:
     /// The notice drawn over a row's empty cells.
     std::string Notice(int row) const {
         SCell cell;
-        return grid->Source()->FillRowNotice(row, cell) ? std::string(cell.Text()) : std::string();
+        return grid->Source()->FillRowHint(row, cell) ? std::string(cell.Text()) : std::string();
     }
     int ColumnOf(std::string_view name) const { return doc->Columns().PositionOf(name); }
     void ColumnsAre(std::string_view names) {

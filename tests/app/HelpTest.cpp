@@ -2,7 +2,7 @@
 
 #include "app/BoardFixture.h"
 #include "app/windows/GuideDlg.h"
-#include "app/windows/ListView.h"
+#include "app/windows/ListWindow.h"
 
 #include <QFile>
 #include <QHeaderView>

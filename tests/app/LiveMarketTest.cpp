@@ -1,5 +1,5 @@
 #include "app/FrameFixture.h"
-#include "app/files/RecoveryDesk.h"
+#include "app/files/RecoveryController.h"
 #include "watchlist/file/RecoveryFile.h"
 
 #include <QProcess>

@@ -1,9 +1,9 @@
 #include "app/shell/MainFrame.h"
 
 #include "app/FrameFixture.h"
-#include "app/frame/FramePlacer.h"
+#include "app/frame/FramePlacement.h"
 #include "app/shell/AboutDlg.h"
-#include "news/NewsRequest.h"
+#include "news/NewsMap.h"
 
 #include <QPlainTextEdit>
 #include <QPointer>

@@ -1,15 +1,14 @@
 // Notices among the windows of a desktop: who has the keyboard, who gets the clicks, and what stays of an edit.
 
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "alerts/ui/AlertsNotice.h"
 #include "alerts/ui/InputGate.h"
 #include "alerts/ui/NoticeQueue.h"
 #include "alerts/ui/ResetAlert.h"
 #include "app/FrameFixture.h"
-#include "app/alerts/AlertDesk.h"
+#include "app/alerts/AlertController.h"
 #include "app/alerts/MissedAlerts.h"
-#include "app/alerts/Presence.h"
-#include "app/frame/FramePlacer.h"
+#include "app/frame/FramePlacement.h"
 #include "support/Display.h"
 #include "support/FakeClock.h"
 
@@ -47,7 +46,7 @@ protected:
         alerts.Add("IBM", alert);
         alerts.EvaluateFieldAlert("IBM", alerts.IndexOf("IBM", alert), 99, 99, 99, 99);
     }
-    CNoticeQueue& Queue() { return frame->AlertNotices().Notices(); }
+    CNoticeQueue& Queue() { return frame->Alerts().Notices(); }
     CAlertsNotice* Shown() { return Queue().Shown(); }
     /// The notice comes, and the desktop has put it on the screen.
     bool Comes() {
@@ -268,15 +267,15 @@ TEST_F(CAlertsNoticeOnDisplay, ItStaysAboveTheBoardAndComesUpWhileThatIsMinimise
     EXPECT_TRUE(GoesBy("dismiss"));
     EXPECT_TRUE(frame->isMinimized());
 
-    EXPECT_TRUE(WaitUntil([&] { return !frame->AlertNotices().Presence().IsHere(); }));
+    EXPECT_TRUE(WaitUntil([&] { return !frame->Alerts().Presence().IsHere(); }));
     Fire(30);
     ASSERT_TRUE(Comes());
-    Q_EMIT frame->AlertNotices().Missed().Called(); // "Show" on the desktop's notification.
+    Q_EMIT frame->Alerts().Missed().Called(); // "Show" on the desktop's notification.
     EXPECT_TRUE(WaitUntil([&] { return !frame->isMinimized() && frame->windowHandle()->isExposed(); }));
     EXPECT_TRUE(IsActive(*Shown())) << "with the notice that the user came for";
     Fire(40);
     Settle();
-    EXPECT_EQ(frame->AlertNotices().Missed().Count(), 2) << "the next one is not missed";
+    EXPECT_EQ(frame->Alerts().Missed().Count(), 2) << "the next one is not missed";
     ClickButton("dismiss");
     EXPECT_TRUE(WaitUntil([&] { return Shown() && Queue().Waiting() == 0; }));
 }

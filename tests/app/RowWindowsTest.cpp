@@ -1,6 +1,6 @@
 #include "app/FrameFixture.h"
 #include "app/windows/HeadlinesDlg.h"
-#include "app/windows/ListView.h"
+#include "app/windows/ListWindow.h"
 #include "app/windows/TimeAndSalesDlg.h"
 #include "data/catalogue/FieldLayout.h"
 #include "data/record/L1SymbolRec.h"

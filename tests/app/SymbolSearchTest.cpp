@@ -1,6 +1,6 @@
 #include "app/FrameFixture.h"
 #include "app/commands/AddSymbols.h"
-#include "app/windows/ListView.h"
+#include "app/windows/ListWindow.h"
 #include "app/windows/SearchFilter.h"
 #include "app/windows/SymbolSearchDlg.h"
 #include "feed/socket/ClientAppSocket.h"
@@ -22,7 +22,7 @@ class CSymbolSearchDlgTest : public CFeedFixture {
 protected:
     CSymbolSearchDlgTest() {
         Frame().OpenDataPorts("");
-        EXPECT_TRUE(WaitUntil([&] { return frame->FeedSocket(kLookupSlot)->IsConnected(); }));
+        EXPECT_TRUE(WaitUntil([&] { return frame->FeedSocket(kLookupSocket)->IsConnected(); }));
         TablesAreAt(FreePort());
     }
     /// The tables of names are asked for on connections of their own.

@@ -1,4 +1,4 @@
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "app/BoardFixture.h"
 #include "data/record/L1SymbolRec.h"
 #include "support/Allocations.h"

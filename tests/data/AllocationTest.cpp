@@ -28,7 +28,7 @@ size_t AllocationsOfSecondRun(const SMergeKernel& kernel) {
         for (size_t i = 0; i < lines.size(); ++i) {
             store.OnLevel1Message(lines[i]);
             if (i % 100 == 0)
-                window.queue.Drain([&](const SChangeNotice& notice) {
+                window.queue.Drain([&](const SRecordIds& notice) {
                     const CSymbolRec* record = store.FindById(notice.id1, notice.id2);
                     for (const SFieldEntry& entry : Catalogue()) painted += CellText(*record, entry, 4, buffer);
                 });

@@ -113,16 +113,16 @@ TEST_F(CellTextTest, OnlyNumericClassesHaveANumber) {
 
 TEST_F(CellTextTest, PricesHaveThePlacesOfTheirSymbolOrFewerWhereSomebodyChoseThem) {
     Update("Last=1.23456,Spread=0.00012,Percent Off Average Volume=0.5");
-    EXPECT_EQ(PlacesFor(Ibm(), *FindField("Last"), 4), 4) << "it has no precision yet";
+    EXPECT_EQ(DecimalsToShow(Ibm(), *FindField("Last"), 4), 4) << "it has no precision yet";
     // Precision of the symbol, column, chosen places; nobody chose 4, nor the 2 of the spread.
     ForEach("2 4 Last=2,2 1 Last=1,2 4 % Chg=4,2 6 Last=2,5 4 Last=5,5 3 Last=3,5 2 Spread=5,5 3 Spread=3,"
             "5 2 % OffAvgVol=2,9 4 Last=6,- 4 Last=4,",
             [&](auto what, auto places) {
                 Update(std::string("Decimal Precision=").append(what[0] == '-' ? "-5" : what.substr(0, 1)));
-                EXPECT_EQ(std::to_string(PlacesFor(Ibm(), *FindField(what.substr(4)), what[2] - '0')), places) << what;
+                EXPECT_EQ(std::to_string(DecimalsToShow(Ibm(), *FindField(what.substr(4)), what[2] - '0')), places) << what;
             });
     Update("Decimal Precision=5");
-    EXPECT_EQ(PlacesFor(Ibm(), *FindField("Last"), 4, true), 4);
+    EXPECT_EQ(DecimalsToShow(Ibm(), *FindField("Last"), 4, true), 4);
     EXPECT_EQ(Cell("Last", 5), "1.23456");
 }
 

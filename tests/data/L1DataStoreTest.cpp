@@ -180,7 +180,7 @@ TEST_F(CL1DataStoreTest, RecordsThatNobodyWatchesAreBoundedByTheirBytesTooAndThe
 
 TEST_F(CL1DataStoreTest, AnUnknownSymbolIsForgottenWithoutTellingTheFeedAndCanBeAskedForAgain) {
     Watch("IBM"), Watch("IBM--X");
-    const SChangeNotice ids = store.Find("IBM--X")->Ids();
+    const SRecordIds ids = store.Find("IBM--X")->Ids();
     port.TakeSent();
     store.Forget("IBM");
     EXPECT_EQ(store.FindById(ids.id1, ids.id2), nullptr);

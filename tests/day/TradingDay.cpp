@@ -1,7 +1,7 @@
 #include "day/TradingDay.h"
 
-#include "alerts/rules/AlertField.h"
-#include "alerts/rules/AlertNotice.h"
+#include "alerts/rules/AlertInfo.h"
+#include "alerts/rules/FiredAlert.h"
 #include "day/PlainList.h"
 #include "support/Random.h"
 #include "watchlist/FileFixture.h"
@@ -44,10 +44,10 @@ constexpr int64_t kMostRestMs = 4500;
 bool IsUnknown(std::string_view symbol) { return symbol.starts_with("NOPE"); }
 
 /// The real program without its window, and the plain list beside it.
-class CWorld : public CFileFixture, private CAlertNotices {
+class CWorld : public CFileFixture, private CFiredAlertReceiver {
 public:
     CWorld() {
-        doc.AlertRules().SetNotices(this);
+        doc.AlertRules().SetReceiver(this);
         doc.SetFeedReady();
         boxes.answer = EBoxAnswer::Yes;
         keeper.emplace(doc, file, state.Path());
@@ -81,10 +81,8 @@ public:
 private:
     void TestBody() override {}
 
-    void PostNotice(std::string record, const A_INFO&) override {
-        m_fired.push_back(ReadAlertNotice(record).threshold);
-    }
-    void PostNewsNotice(SAlertNotice, const A_INFO&) override {}
+    void PostFired(std::string record, const A_INFO&) override { m_fired.push_back(ReadAlertRecord(record).threshold); }
+    void PostFiredNews(SAlertRecord, const A_INFO&) override {}
 
     bool Edit(const SDayStep& step) {
         const int row = 1 + static_cast<int>(step.a % kRows), count = 1 + static_cast<int>(step.b % 3);
@@ -320,8 +318,7 @@ private:
         const std::vector<int> hidden = doc.HiddenRows();
         const int last = std::max({doc.LastUsedRow(), doc.Notes().LastRow(), hidden.empty() ? 0 : hidden.back()});
         for (int row = 1; row <= last; ++row) {
-            const std::string_view note = doc.Notes().Get(row),
-                                   rejected = doc.RejectedSymbol(row);
+            const std::string_view note = doc.Notes().Get(row), rejected = doc.RejectedSymbol(row);
             if (!rejected.empty())
                 out += fmt::format("!{}", rejected);
             else if (doc.RowKind(row) == ERowKind::Annotation)

@@ -1,6 +1,6 @@
 #include "feed/socket/ClientAppSocket.h"
 
-#include "feed/socket/LineHandlers.h"
+#include "feed/socket/FeedOwner.h"
 #include "support/EventLoop.h"
 #include "support/FakeClock.h"
 #include "support/ReadsSocket.h"

@@ -143,7 +143,7 @@ TEST_F(CFeedSessionTest, RefusedSymbolsAreWatchedAgainWhenThereIsRoom) {
     EXPECT_THAT(session.LimitedSymbols().Pending(), ElementsAre("X Y"));
     feed.level1.Says("F,ABC,1,2,\r\nT,20240131 09:30:07\r\n");
     EXPECT_TRUE(feed.level1.Heard(before + "wABC\nwX Y\n"));
-    EXPECT_EQ(session.FeedSocket(kLevel1Slot)->Stats().messagesSent.value, 6u);
+    EXPECT_EQ(session.FeedSocket(kLevel1Socket)->Stats().messagesSent.value, 6u);
     feed.level1.Says("F\nF,\nF,X Y\n");
     EXPECT_TRUE(WaitUntil([&] { return session.LimitedSymbols().Awaiting().empty(); }));
 }
@@ -156,7 +156,7 @@ TEST_F(CFeedSessionTest, TheEndOfAConnectionIsKnownAlthoughItsStatusStays) {
     EXPECT_TRUE(EndsAs(EFeedEnd::Status));
     feed.level1.Resets();
     EXPECT_TRUE(EndsAs(EFeedEnd::Quotes));
-    EXPECT_EQ(session.FeedSocket(kLevel1Slot)->Stats().status, "Connected");
+    EXPECT_EQ(session.FeedSocket(kLevel1Socket)->Stats().status, "Connected");
 }
 
 TEST_F(CFeedSessionTest, AConnectionThatIsStuckHasEndedToo) {
@@ -216,16 +216,16 @@ TEST_F(CFeedSessionTest, ABoxIsShownAfterTheNotificationWhileDataArrivesAndMayOu
 }
 
 TEST_F(CFeedSessionTest, ASlotIsMadeOnce) {
-    EXPECT_TRUE(session.CreateFeedSocket(kScansSlot, 3));
-    CZantrelClientAppSocket* const socket = session.FeedSocket(kScansSlot);
-    EXPECT_FALSE(session.CreateFeedSocket(kScansSlot, 3));
-    EXPECT_EQ(session.FeedSocket(kScansSlot), socket);
-    EXPECT_EQ(session.SendToFeed(kScansSlot, "x\n"), -1);
+    EXPECT_TRUE(session.CreateFeedSocket(kScansSocket, 3));
+    CZantrelClientAppSocket* const socket = session.FeedSocket(kScansSocket);
+    EXPECT_FALSE(session.CreateFeedSocket(kScansSocket, 3));
+    EXPECT_EQ(session.FeedSocket(kScansSocket), socket);
+    EXPECT_EQ(session.SendToFeed(kScansSocket, "x\n"), -1);
     EXPECT_EQ(socket->Stats().messagesSent.value, 1u);
     for (const int slot : {-1, 5, 1000}) {
         EXPECT_FALSE(session.CreateFeedSocket(slot, 3));
         EXPECT_EQ(session.SendToFeed(slot, "x\n"), -1);
-        EXPECT_STREQ(CFeedSession::FeedSlotName(slot), "Unknown");
+        EXPECT_STREQ(CFeedSession::FeedSocketName(slot), "Unknown");
     }
 }
 
@@ -251,9 +251,9 @@ TEST_F(CFeedSessionTest, TheLogTellsTrafficByPortAndKind) {
     ASSERT_TRUE(logs(8));
     feed.admin.Says("S,X\r\n");
     ASSERT_TRUE(logs(9));
-    session.FeedSocket(kLevel1Slot)->Close();
+    session.FeedSocket(kLevel1Socket)->Close();
     log.Want("L1Error");
-    session.SendToFeed(kLevel1Slot, "wX\n");
+    session.SendToFeed(kLevel1Socket, "wX\n");
     EXPECT_THAT(log.texts,
                 ElementsAre("L1System FROM SERVER S,IP,127.0.0.1,5009", "L1Request TO SERVER S,NEWSON",
                             "L1Data FROM SERVER Q,IBM,1", "L1Error FROM SERVER E,bad",

@@ -1,6 +1,4 @@
-#include "feed/lookup/ListedMarkets.h"
 #include "feed/lookup/LookupTables.h"
-#include "feed/lookup/SecurityTypes.h"
 #include "support/EventLoop.h"
 #include "support/FakeClock.h"
 #include "support/LogEvents.h"

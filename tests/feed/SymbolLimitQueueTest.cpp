@@ -1,6 +1,6 @@
 #include "feed/session/SymbolLimitQueue.h"
 
-#include "feed/session/RecentSymbols.h"
+#include "feed/session/SymbolQueue.h"
 #include "support/LogEvents.h"
 
 #include <gmock/gmock.h>

@@ -159,7 +159,7 @@ TEST_F(CDirtyCellsTest, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
         for (int pass = 0; pass < 40; ++pass) {
             for (int i = 0; i < 30; ++i) {
                 const int row =
-                    Geometry().RowAtPlace(static_cast<int>(random() % 25) + 1) - static_cast<int>(i % 5 == 0);
+                    Geometry().ShownRowAt(static_cast<int>(random() % 25) + 1) - static_cast<int>(i % 5 == 0);
                 const int column = static_cast<int>(random() % 10) + 1;
                 values[at(row, column)] = static_cast<int>(random() % 100'000);
                 grid.MarkCellChanged(row, column);
@@ -167,7 +167,7 @@ TEST_F(CDirtyCellsTest, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
             if (pass % 4 == 0) grid.MarkRowChanged(10);
             grid.FlushChanges();
             if (pass % 3 == 1)
-                grid.SetFocusCell(Geometry().RowAtPlace(static_cast<int>(random() % 25) + 1),
+                grid.SetFocusCell(Geometry().ShownRowAt(static_cast<int>(random() % 25) + 1),
                                   static_cast<int>(random() % 10) + 1);
             if (pass % 5 == 2) Key(Qt::Key_Down, Qt::ShiftModifier);
             if (pass % 7 == 6) grid.SetMarkedRange(SGridRange{5, 50'000, 2, 3});

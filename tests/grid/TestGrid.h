@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/qt/QtText.h"
-#include "grid/NorvGridCtrl.h"
+#include "grid/GridCtrl.h"
 #include "support/Gui.h"
 
 #include <functional>
@@ -29,7 +29,7 @@ public:
         if (header) header(column, to);
     }
     bool FillSpan(int row, SCell& to) const override { return span && span(row, to); }
-    bool FillRowNotice(int row, SCell& to) const override { return notice && notice(row, to); }
+    bool FillRowHint(int row, SCell& to) const override { return notice && notice(row, to); }
     std::string HeaderTip(int) const override { return headerTip; }
     std::string CellTip(int, int) const override { return cellTip; }
 };

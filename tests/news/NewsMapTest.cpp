@@ -1,5 +1,4 @@
 #include "news/NewsMap.h"
-#include "news/NewsRequest.h"
 #include "support/FakeClock.h"
 
 #include <gtest/gtest.h>

@@ -1,10 +1,7 @@
 #include "settings/Settings.h"
 
 #include "base/Registry.h"
-#include "settings/ApplicationProfile.h"
-#include "settings/ConfigLogger.h"
 #include "settings/ConfigWriter.h"
-#include "settings/LogSettings.h"
 #include "settings/ValidateSetting.h"
 #include "support/FakeClock.h"
 #include "support/LogEvents.h"

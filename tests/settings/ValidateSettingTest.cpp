@@ -1,7 +1,5 @@
 #include "settings/ValidateSetting.h"
 
-#include "settings/ConfigLogger.h"
-
 #include <gtest/gtest.h>
 
 #include <string>

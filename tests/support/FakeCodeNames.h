@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/record/CodeNames.h"
+#include "data/record/L1SymbolRec.h"
 
 #include <array>
 #include <string>

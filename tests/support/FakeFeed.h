@@ -42,7 +42,7 @@ public:
     void PostPaint() override { ++wakes; }
     void DrainNow() override { Drain(); }
     void Drain() {
-        queue.Drain([&](const SChangeNotice& notice) {
+        queue.Drain([&](const SRecordIds& notice) {
             const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2);
             changed.push_back(record ? record->Symbol() : "(gone)");
             if (onChange && record) onChange(*record);

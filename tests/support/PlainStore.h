@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/fields/FieldKinds.h"
-#include "data/record/CodeNames.h"
+#include "data/record/L1SymbolRec.h"
 
 #include <map>
 #include <string>

@@ -253,12 +253,12 @@ protected:
     WatchBoard() : BoardTest(size_t{1} << 20) {}
 
     void RunTo(MarketMs time) {
-        while (m_board.Clock().Now() < time) {
-            m_board.RunTo(std::min<MarketMs>(m_board.Clock().Now() + 250, time));
+        while (m_feed.Clock().Now() < time) {
+            m_feed.RunTo(std::min<MarketMs>(m_feed.Clock().Now() + 250, time));
             m_client->Flush();
             m_peer->Read();
-            ASSERT_LE(Find("F").Now(), m_board.Clock().Now());
-            ASSERT_GE(Find("F").Next(), m_board.Clock().Now());
+            ASSERT_LE(Find("F").Now(), m_feed.Clock().Now());
+            ASSERT_GE(Find("F").Next(), m_feed.Clock().Now());
         }
     }
 };
@@ -267,17 +267,17 @@ TEST_F(WatchBoard, StepMovesTheClockToTheNextEvent) {
     Command("wIBM\nwF\n", 2);
     for (uint64_t i = 1; i <= 150'000; ++i) { // More than a session.
         const MarketMs next = std::min(Find("IBM").Next(), Find("F").Next());
-        m_board.Step();
-        ASSERT_EQ(m_board.Clock().Now(), next);
-        ASSERT_EQ(m_board.EventCount(), i);
+        m_feed.Step();
+        ASSERT_EQ(m_feed.Clock().Now(), next);
+        ASSERT_EQ(m_feed.EventCount(), i);
     }
-    EXPECT_EQ(m_board.Clock().Date(), Find("F").Date());
+    EXPECT_EQ(m_feed.Clock().Date(), Find("F").Date());
 }
 
 TEST_F(WatchBoard, SymbolUnwatchedForAMinuteIsPutForwardAndAShorterPauseIsNone) {
     Command("wIBM\nwF\n", 2);
     RunTo(20'000);
-    EXPECT_GT(m_board.EventCount(), 20'000u / 900 * 2 / 2);
+    EXPECT_GT(m_feed.EventCount(), 20'000u / 900 * 2 / 2);
     const MarketMs stood = Find("IBM").Now();
     Command("rIBM\n", 1);
     RunTo(50'000);
@@ -287,13 +287,13 @@ TEST_F(WatchBoard, SymbolUnwatchedForAMinuteIsPutForwardAndAShorterPauseIsNone) 
     EXPECT_NEAR(Exact(Find("IBM").Now()), 29'000, 2'000) << "it went on where it stood, at its own pace";
     for (const MarketMs later : {MarketMs{130'000}, 2 * kSessionMs + 60'000}) {
         Command("rIBM\n", 1);
-        m_board.RunTo(later);
+        m_feed.RunTo(later);
         m_client->Flush();
         Command("wIBM\n", 2);
         EXPECT_EQ(Find("IBM").Now(), later);
     }
     EXPECT_EQ(Find("IBM").Date(), 20240202);
-    EXPECT_EQ(m_board.Clock().Text(), "20240202 10:01:00");
+    EXPECT_EQ(m_feed.Clock().Text(), "20240202 10:01:00");
 }
 
 } // namespace

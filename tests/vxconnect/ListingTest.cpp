@@ -4,7 +4,7 @@
 #include "vxconnect/Peer.h"
 #include "vxconnect/common/CodeTables.h"
 #include "vxconnect/market/Fundamentals.h"
-#include "vxconnect/market/NewsDesk.h"
+#include "vxconnect/market/NewsWire.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -135,7 +135,7 @@ TEST(Fundamentals, FiguresAgreeWithTheMarket) {
 TEST(NewsDesk, CountsAreTheHeadlinesSoFarAndStartAnewEachDay) {
     CMarket market(1, 0, kFirstSessionDate);
     CSessionClock clock(kFirstSessionDate);
-    CNewsDesk desk(market, clock);
+    CNewsWire desk(market, clock);
     std::map<std::string, uint32_t> counts;
     const auto count = [&](std::string_view symbol) { return desk.Count(market.Find(symbol).value()); };
     for (const STicker& ticker : market.Tickers()) counts[std::string(ticker.symbol)] = count(ticker.symbol);

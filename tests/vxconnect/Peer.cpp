@@ -132,7 +132,7 @@ BoardTest::BoardTest(size_t queueBytes) {
     NeedEventLoop();
     int sockets[2];
     EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, sockets), 0);
-    m_client = std::make_unique<CLevel1Client>(sockets[0], queueBytes, m_board, uint16_t{5009});
+    m_client = std::make_unique<CLevel1Client>(sockets[0], queueBytes, m_feed, uint16_t{5009});
     m_peer = std::make_unique<CPeer>(sockets[1], true);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "vxconnect/common/Level1Client.h"
-#include "vxconnect/market/WatchBoard.h"
+#include "vxconnect/market/MarketFeed.h"
 #include "vxconnect/server/Server.h"
 
 #include <gmock/gmock.h>
@@ -98,7 +98,7 @@ protected:
     CInstrument& Find(std::string_view symbol) { return m_market.At(m_market.Find(symbol).value()); }
 
     CMarket m_market{1, 0, kFirstSessionDate};
-    CWatchBoard m_board{m_market, 1000};
+    CMarketFeed m_feed{m_market, 1000};
     std::unique_ptr<CLevel1Client> m_client;
     std::unique_ptr<CPeer> m_peer;
 };

@@ -1,5 +1,4 @@
 #include "base/Registry.h"
-#include "base/RegistryPaths.h"
 #include "vxconnect/Peer.h"
 #include "vxconnect/market/Tickers.h"
 

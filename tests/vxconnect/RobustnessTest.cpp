@@ -133,7 +133,7 @@ protected:
         Command(commands, symbols.size());
     }
     void MoveWithoutReading(int events) {
-        for (int i = 0; i < events; ++i) m_board.Step();
+        for (int i = 0; i < events; ++i) m_feed.Step();
         m_client->Flush();
         const size_t queued = m_client->QueuedBytes();
         EXPECT_LE(queued, kQueueBytes + kOneAnswer);
@@ -183,9 +183,9 @@ TEST_F(SlowClient, HeldSymbolsMayBeUnwatched) {
     ASSERT_EQ(m_client->HeldCount(), symbols.size());
     Command(unwatches + "wKO\n", 1); // Carried out as soon as there is room, while most are still held.
     ReadEverything();
-    EXPECT_EQ(m_board.WatchedCount(), 1u);
+    EXPECT_EQ(m_feed.WatchedCount(), 1u);
     EXPECT_THAT(m_peer->TakeLines().back(), testing::StartsWith("P,KO,"));
-    for (int i = 0; i < 3; ++i) m_board.Step();
+    for (int i = 0; i < 3; ++i) m_feed.Step();
     m_client->Flush();
     EXPECT_THAT(m_peer->TakeLine(""), testing::StartsWith("Q,KO,"));
 }

@@ -280,7 +280,7 @@ TEST(DataRecord, DecimalsAreTheMostSeenUnlessGiven) {
     EXPECT_EQ(after(EField::Last, "10.1"), "3");
     EXPECT_EQ(after(EField::Vwap, "10.12345"), "3") << "it is no price that is quoted";
     EXPECT_EQ(after(EField::Ask, "10.299999999999999"), "3") << "a program's arithmetic";
-    EXPECT_EQ(after(EField::Ask, "10.12345678"), "6") << "the board shows no more";
+    EXPECT_EQ(after(EField::Ask, "10.12345678"), "6") << "the feed shows no more";
     EXPECT_EQ(after(EField::DecimalPrecision, "2"), "2");
     EXPECT_EQ(after(EField::Ask, "10.123"), "2");
 }

@@ -1,7 +1,7 @@
 // Saves and recoveries that are interrupted: on a simulated disk that fails at any call, and whose process or power may
 // end there; and by the system itself.
 
-#include "base/ContentHash.h"
+#include "base/Hash.h"
 #include "support/ChildProcess.h"
 #include "support/SimulatedDisk.h"
 #include "watchlist/FileFixture.h"
@@ -52,8 +52,8 @@ bool SaveOver(const std::string& former, const std::string& text) {
 
 std::vector<std::string> Kept(const CSimulatedDisk& disk) {
     std::vector<std::string> out;
-    for (const SGeneration& generation : CFileGenerations(kState).List(kFile))
-        out.push_back(NameOf(disk.Content(generation.path).value()));
+    for (const SBackup& backup : CFileBackups(kState).List(kFile))
+        out.push_back(NameOf(disk.Content(backup.path).value()));
     return out;
 }
 
@@ -134,24 +134,24 @@ TEST(CRecoveryWriter, WritesAFirstRecoveryOrNoneOnAnyFault) {
 
 TEST_F(CInterruptedSaveTest, ThatTheSystemRefusesLeavesTheFileAndWhatIsKeptAndSaysWhy) {
     OpenAs("list.vxw", "Symbols=IBM:1,;\r\n");
-    for (size_t i = 0; i <= CFileGenerations::kKept; ++i) {
+    for (size_t i = 0; i <= CFileBackups::kKept; ++i) {
         Change(2, fmt::format("S{}", i));
         ASSERT_TRUE(Save().IsDone());
     }
-    const std::vector<std::string> before = GenerationTexts();
+    const std::vector<std::string> before = BackupTexts();
     const std::string old = ReadFile(At("list.vxw"));
     EXPECT_EQ(ExitCode(Fork([&] {
                   signal(SIGXFSZ, SIG_IGN);
                   const rlimit limit{3072, 3072}; // Enough for what is replaced, not for what replaces it.
                   if (setrlimit(RLIMIT_FSIZE, &limit) != 0) return 2;
                   for (int row = 1; row <= 400; ++row) Change(row, fmt::format("SYMBOL{}", row));
-                  const std::string error = file.Save({}, {.withoutFormer = true}).error;
+                  const std::string error = file.Save({}, {.withoutBackup = true}).error;
                   const bool named = error.find(file.Path()) != std::string::npos && doc.IsModified();
                   return named && error.ends_with("could not be saved: it is too large.") ? 0 : 1;
               })),
               0);
     EXPECT_EQ(ReadFile(At("list.vxw")), old);
-    EXPECT_EQ(GenerationTexts(), before);
+    EXPECT_EQ(BackupTexts(), before);
     EXPECT_THAT(files.Files(), ElementsAre("list.vxw"));
     EXPECT_THAT(file.Open(At("list.vxw")).notices, testing::IsEmpty()) << "nobody else changed the file";
 }

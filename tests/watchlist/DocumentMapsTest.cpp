@@ -1,4 +1,4 @@
-#include "data/record/SymbolHash.h"
+#include "data/record/SymbolKey.h"
 #include "watchlist/document/ColumnMap.h"
 #include "watchlist/document/SymbolMap.h"
 #include "watchlist/document/SymbolUpdateMap.h"
@@ -13,7 +13,7 @@ namespace {
 
 std::vector<uint32_t> Taken(CSymbolUpdateMap& map) {
     std::vector<uint32_t> numbers;
-    map.TakeAll([&](const SChangeNotice& record) { numbers.push_back(record.id2); });
+    map.TakeAll([&](const SRecordIds& record) { numbers.push_back(record.id2); });
     return numbers;
 }
 
@@ -51,7 +51,7 @@ TEST(CSymbolUpdateMap, ARecordIsTakenOnceHoweverOftenItChanged) {
         for (uint32_t i = 0; i < 3000; ++i) map.Add({i % 7, i % 1000});
         EXPECT_FALSE(map.IsEmpty());
         size_t count = 0;
-        map.TakeAll([&](const SChangeNotice& record) {
+        map.TakeAll([&](const SRecordIds& record) {
             if (count++ < 5) map.Add(record);
         });
         EXPECT_EQ(count, 3000u) << "7 and 1000 have no common divisor: every pair is another";

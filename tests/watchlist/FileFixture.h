@@ -40,9 +40,9 @@ protected:
             out += fmt::format("{}={} ", doc.Columns().At(i).name, doc.Columns().At(i).width);
         return out;
     }
-    std::vector<std::string> GenerationTexts() const {
+    std::vector<std::string> BackupTexts() const {
         std::vector<std::string> out;
-        for (const SGeneration& generation : file.Generations()) out.push_back(ReadFile(generation.path));
+        for (const SBackup& generation : file.Backups()) out.push_back(ReadFile(generation.path));
         return out;
     }
     void Change(int row, std::string_view symbol) {

@@ -60,26 +60,26 @@ TEST_F(CFileSaverTest, WritesTheFileAndKeepsWhatItReplaces) {
     EXPECT_EQ(shown.statuses.front(), "Saving Watchlist " + Quoted());
     EXPECT_EQ(shown.Status(), doc.StatusText());
     EXPECT_EQ(settings.ReadText(kMyWatchlists), files.Path() + "/");
-    EXPECT_THAT(GenerationTexts(), ElementsAre(kFirst));
+    EXPECT_THAT(BackupTexts(), ElementsAre(kFirst));
     EXPECT_THAT(files.Files(), ElementsAre("banks.vxw"));
     Save();
-    EXPECT_EQ(file.Generations().size(), 1u) << "a save that changed nothing pushed a generation out";
+    EXPECT_EQ(file.Backups().size(), 1u) << "a save that changed nothing pushed a backup out";
     std::string second;
     for (int i = 0; i < 6; ++i) {
         Change(3, fmt::format("S{}", i));
         second = OnDisk();
         Save();
     }
-    ASSERT_EQ(file.Generations().size(), CFileGenerations::kKept);
-    EXPECT_EQ(GenerationTexts().front(), second);
-    EXPECT_EQ(file.Generations().front().number, 7);
-    EXPECT_EQ(file.Generations().front().bytes, second.size());
-    EXPECT_GT(file.Generations().front().savedAt, 1'600'000'000);
+    ASSERT_EQ(file.Backups().size(), CFileBackups::kKept);
+    EXPECT_EQ(BackupTexts().front(), second);
+    EXPECT_EQ(file.Backups().front().number, 7);
+    EXPECT_EQ(file.Backups().front().bytes, second.size());
+    EXPECT_GT(file.Backups().front().savedAt, 1'600'000'000);
     // Under another name.
     ASSERT_TRUE(SaveAs("more.banks.vxw").IsDone());
     EXPECT_EQ(file.Path(), At("more.banks.vxw"));
     EXPECT_EQ(shown.title, "more.banks");
-    EXPECT_THAT(file.Generations(), IsEmpty());
+    EXPECT_THAT(file.Backups(), IsEmpty());
 }
 
 TEST_F(CFileSaverTest, FollowsLinksAndKeepsPermissions) {
@@ -90,7 +90,7 @@ TEST_F(CFileSaverTest, FollowsLinksAndKeepsPermissions) {
     EXPECT_EQ(OnDisk(), Written());
     EXPECT_TRUE(S_ISLNK(StatOf(At("link.vxw")).st_mode));
     EXPECT_EQ(StatOf(At("banks.vxw")).st_mode & 0777, 0640u);
-    EXPECT_THAT(GenerationTexts(), ElementsAre(kFirst));
+    EXPECT_THAT(BackupTexts(), ElementsAre(kFirst));
     ASSERT_TRUE(SaveAs("to_nothing.vxw").IsDone());
     EXPECT_EQ(ReadFile(At("new.vxw")), Written());
     EXPECT_TRUE(SaveAs(std::string(251, 'n') + ".vxw").IsDone()) << "the longest name";
@@ -104,11 +104,11 @@ TEST_F(CFileSaverTest, AFileThatAnotherProgramChangedIsNotOverwrittenUnasked) {
     ExpectAsks(Save(), EFileOutcome::ChangedOnDisk);
     EXPECT_EQ(OnDisk(), "Symbols=BAC:1,;\r\n");
     EXPECT_TRUE(SaveWith({.overwriteChanged = true}).IsDone());
-    EXPECT_THAT(GenerationTexts(), ElementsAre("Symbols=BAC:1,;\r\n", kFirst));
+    EXPECT_THAT(BackupTexts(), ElementsAre("Symbols=BAC:1,;\r\n", kFirst));
     WriteFile(At("banks.vxw"), "Symbols=BAC:1,;\r\n");
     Change(2, "MS");
     EXPECT_TRUE(SaveWith({.overwriteChanged = true}).IsDone());
-    EXPECT_EQ(file.Generations().size(), 2u) << "the same content was kept twice";
+    EXPECT_EQ(file.Backups().size(), 2u) << "the same content was kept twice";
     std::filesystem::remove(At("banks.vxw"));
     EXPECT_TRUE(Save().IsDone()) << "a file that is gone is made again";
     file.Forget();
@@ -127,7 +127,7 @@ TEST_F(CFileSaverTest, AFileOfWhichNotAllWasReadIsNotOverwrittenUnasked) {
         EXPECT_TRUE(SaveAs("other.vxw").IsDone());
         OpenAs("banks.vxw", text);
         EXPECT_TRUE(SaveWith({.overwriteUnread = true}).IsDone());
-        EXPECT_EQ(GenerationTexts().front(), text);
+        EXPECT_EQ(BackupTexts().front(), text);
         EXPECT_TRUE(Save().IsDone()) << "asked again";
         OpenAs("banks.vxw", text);
         OpenAs("banks.vxw", "");
@@ -145,7 +145,7 @@ TEST_F(CFileSaverTest, PermissionsThatAreMissingAreToldAndTheOldFileStays) {
         EXPECT_EQ(RunAsOrdinaryUser([&] { return holds() ? 0 : 1; }), 0) << std::oct << folderMode << " " << mode;
     };
     const auto fails = [&](const std::string& name) {
-        const SFileResult result = file.SaveAs(At(name), {}, {.withoutFormer = true});
+        const SFileResult result = file.SaveAs(At(name), {}, {.withoutBackup = true});
         return !result.IsDone() && doc.IsModified() &&
                result.error.find("could not be saved: you are not allowed to.") != std::string::npos;
     };
@@ -159,10 +159,10 @@ TEST_F(CFileSaverTest, PermissionsThatAreMissingAreToldAndTheOldFileStays) {
     OpenFolders();
     as(0777, 0222, [&] {
         const SFileResult asked = Save();
-        return asked.outcome == EFileOutcome::FormerNotKept &&
+        return asked.outcome == EFileOutcome::BackupNotKept &&
                asked.error == "The file " + Quoted() +
-                                  " cannot be read: you are not allowed to. What it holds could not be kept." &&
-               SaveWith({.withoutFormer = true}).IsDone();
+                                  " cannot be read: you are not allowed to. What it holds could not be made." &&
+               SaveWith({.withoutBackup = true}).IsDone();
     });
     EXPECT_EQ(OnDisk(), Written());
 }
@@ -171,7 +171,7 @@ TEST_F(CFileSaverTest, WhatANewFileCannotTakeOverFromTheFormerOneIsTold) {
     std::filesystem::create_hard_link(At("banks.vxw"), At("second name.vxw"));
     Change(2, "GS");
     EXPECT_THAT(Save().notices,
-                ElementsAre(Quoted() + " had 1 other name (hard link). The former content stays there."));
+                ElementsAre(Quoted() + " had 1 other name (hard link). The old content stays there."));
     EXPECT_EQ(ReadFile(At("second name.vxw")), kFirst);
     Change(2, "BAC");
     EXPECT_THAT(Save().notices, IsEmpty());
@@ -262,17 +262,17 @@ TEST_F(CFileSaverTest, AFormerContentThatCannotBeKeptIsNotReplacedUnasked) {
     WriteFile(state / "generations", "in the way");
     Change(2, "GS");
     for (const SFileResult& asked : {Save(), SaveAs("banks.vxw")}) {
-        ExpectAsks(asked, EFileOutcome::FormerNotKept,
-                   "The former content of " + Quoted() + " could not be kept: a part of its path is no folder.");
+        ExpectAsks(asked, EFileOutcome::BackupNotKept,
+                   "The backup of " + Quoted() + " could not be made: part of its path is not a folder.");
         EXPECT_EQ(OnDisk(), kFirst);
     }
     WriteFile(At("banks.vxw"), "Symbols=BAC:1,;\r\n");
-    ExpectAsks(SaveWith({.withoutFormer = true}), EFileOutcome::ChangedOnDisk);
-    ExpectAsks(SaveWith({.overwriteChanged = true}), EFileOutcome::FormerNotKept);
+    ExpectAsks(SaveWith({.withoutBackup = true}), EFileOutcome::ChangedOnDisk);
+    ExpectAsks(SaveWith({.overwriteChanged = true}), EFileOutcome::BackupNotKept);
     EXPECT_TRUE(SaveAs("new.vxw").IsDone()) << "nothing is replaced";
-    const SFileResult agreed = file.SaveAs(At("banks.vxw"), {}, {.withoutFormer = true});
+    const SFileResult agreed = file.SaveAs(At("banks.vxw"), {}, {.withoutBackup = true});
     EXPECT_TRUE(agreed.IsDone());
-    EXPECT_THAT(agreed.notices, ElementsAre(HasSubstr("could not be kept")));
+    EXPECT_THAT(agreed.notices, ElementsAre(HasSubstr("could not be made")));
     EXPECT_EQ(OnDisk(), Written());
 }
 
@@ -280,10 +280,10 @@ TEST_F(CFileSaverTest, WhatIsNoFileIsNeitherOpenedNorReplaced) {
     ASSERT_EQ(mkfifo(At("pipe").c_str(), 0600), 0);
     std::filesystem::create_directory(At("folder"));
     std::filesystem::create_symlink("loop", At("loop"));
-    for (const auto& [path, reason] : {std::pair{At("pipe"), "it is no file but a pipe, a device or a socket."},
+    for (const auto& [path, reason] : {std::pair{At("pipe"), "it is not a file but a pipe, a device or a socket."},
                                        {At("folder"), "it is a folder."},
-                                       {"/dev/zero", "it is no file but a pipe, a device or a socket."},
-                                       {At("banks.vxw/x"), "a part of its path is no folder."},
+                                       {"/dev/zero", "it is not a file but a pipe, a device or a socket."},
+                                       {At("banks.vxw/x"), "part of its path is not a folder."},
                                        {At("loop"), "its links lead nowhere."}}) {
         Change(2, "GS");
         const std::string before = Written();

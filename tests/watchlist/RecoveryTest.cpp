@@ -86,7 +86,7 @@ TEST_F(CRecoveryKeeperTest, WhatFailedIsTriedAgainWithoutAnotherChangeAndToldOnc
     PollAt(0);
     PollAt(1000);
     EXPECT_TRUE(keeper.HasFailed());
-    EXPECT_THAT(keeper.TakeError(), testing::HasSubstr("a part of its path is no folder. Save the watchlist"));
+    EXPECT_THAT(keeper.TakeError(), testing::HasSubstr("part of its path is not a folder. Save the watchlist"));
     std::filesystem::remove(state / "recovery");
     PollAt(1000 + CRecoveryKeeper::kRetryMs - 1);
     EXPECT_THAT(RecoveryFiles(), IsEmpty()) << "tried again at once";

@@ -1,8 +1,7 @@
 // Lists made at random of all that a user, a feed, an older file or the settings can put into one: what is saved comes
 // back when it is opened, and is saved as the same bytes again.
 
-#include "alerts/rules/AlertField.h"
-#include "base/Escape.h"
+#include "alerts/rules/AlertInfo.h"
 #include "base/Text.h"
 #include "settings/Settings.h"
 #include "support/Random.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "data/store/L1DataStore.h"
-#include "settings/ConfigWriterMux.h"
+#include "settings/ConfigWriter.h"
 #include "settings/Settings.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/fileformat/WatchlistReader.h"

@@ -1,6 +1,6 @@
 // What older versions of the program kept beside a file comes back once, and is in the file from the next save on.
 
-#include "base/ContentHash.h"
+#include "base/Hash.h"
 #include "watchlist/FileFixture.h"
 #include "watchlist/file/RecoveryFile.h"
 #include "watchlist/file/StateFiles.h"
@@ -78,11 +78,11 @@ TEST_F(CSupplementFilesTest, AreReadAndGoWithTheNextSaveWhichPutsThemIntoTheFile
     std::filesystem::remove_all(state / "recovery");
     EXPECT_THAT(Open("list.vxw").notices, IsEmpty());
     EXPECT_EQ(Written(), all);
-    ASSERT_TRUE(file.OpenFormer(file.Generations().front()).IsDone());
+    ASSERT_TRUE(file.OpenBackup(file.Backups().front()).IsDone());
     EXPECT_TRUE(doc.IsModified());
     ExpectAll();
     EXPECT_EQ(doc.RowSymbol(2), "");
-    ASSERT_TRUE(file.Open(file.Generations().front().path).IsDone());
+    ASSERT_TRUE(file.Open(file.Backups().front().path).IsDone());
     ExpectAll();
     Open("list.vxw");
     for (int i = 0; i < 6; ++i) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "alerts/rules/AlertNotice.h"
+#include "alerts/rules/FiredAlert.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -47,7 +47,7 @@ struct SAlertFiring {
 /// Shape   the file is only ever added to, one line for a firing and one for its end; a line that a kill cut off is
 ///         passed over, and what follows begins on a line of its own. Two files at most: one that is full becomes the
 ///         older one, in place of the one before
-/// Errors  none: what cannot be written is told to the log, once; what cannot be read is not there
+/// Errors  none: what cannot be written is logged once; what cannot be read is not there
 /// Thread  any, one at a time; waits at most kLockWaitMs for another program
 /// Source  docs/alerts.md, "The history file"
 class CAlertHistory {
@@ -83,8 +83,8 @@ private:
     bool m_failed = false;
 };
 
-/// A firing made of what a notice says.
-SAlertFiring FiringOf(const SAlertNotice& notice, int64_t firedMs, int64_t awaySinceMs);
+/// A firing made of what the record of a fired alert says.
+SAlertFiring FiringOf(const SAlertRecord& record, int64_t firedMs, int64_t awaySinceMs);
 
 /// The latest firing of an alert that was not reset since, by symbol, field, condition and threshold; null for none.
 const SAlertFiring* FindFiring(std::span<const SAlertFiring> firings, const SAlertFiring& like);

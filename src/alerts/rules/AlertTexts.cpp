@@ -1,8 +1,7 @@
 #include "alerts/rules/AlertTexts.h"
 
-#include "alerts/rules/AlertCondition.h"
-#include "alerts/rules/AlertField.h"
-#include "alerts/rules/FixedText.h"
+#include "alerts/rules/AlertInfo.h"
+#include "data/record/NumberText.h"
 
 #include <fmt/format.h>
 
@@ -11,11 +10,16 @@
 
 namespace vx {
 
+void AppendFixed(std::string& out, double value, int decimals) {
+    std::array<char, 1 + 309 + 1 + 15> text; // Sign, digits of the greatest double, point, decimals.
+    out.append(text.data(), WriteFixed(value, decimals, false, text));
+}
+
 namespace {
 
-std::string Fixed(double value, int places = 6) {
+std::string Fixed(double value, int decimals = 6) {
     std::string out;
-    AppendFixed(out, value, places);
+    AppendFixed(out, value, decimals);
     return out;
 }
 
@@ -62,30 +66,30 @@ std::string AlertWords(const A_INFO& alert) {
     return fmt::format("{} {} {}", field, ConditionWords(alert.condition), alert.value);
 }
 
-std::string NoticeTitle(const SAlertNotice& notice) {
-    const std::string symbol = ShownLine(notice.symbol);
-    if (notice.isNews) return fmt::format("{} alert: {} News", kProductWords, symbol);
-    return fmt::format("{} alert: {} {} = {}", kProductWords, symbol, ShownLine(notice.fieldName), Fixed(notice.value));
+std::string NoticeTitle(const SAlertRecord& record) {
+    const std::string symbol = ShownLine(record.symbol);
+    if (record.isNews) return fmt::format("{} alert: {} News", kProductWords, symbol);
+    return fmt::format("{} alert: {} {} = {}", kProductWords, symbol, ShownLine(record.fieldName), Fixed(record.value));
 }
 
-std::string NoticeBody(const SAlertNotice& notice, const SLocalTime& firedAt) {
-    const std::string symbol = ShownLine(notice.symbol);
-    if (notice.isNews)
+std::string NoticeBody(const SAlertRecord& record, const SLocalTime& firedAt) {
+    const std::string symbol = ShownLine(record.symbol);
+    if (record.isNews)
         return fmt::format("The symbol \"{}\" received a news story.\r\n\r\n{}", symbol, TimeLine(firedAt));
     return fmt::format("The symbol \"{}\" received a value of \"{}\" for field \"{}\" "
                        "which is {} your alert of \"{}.\"\r\n\r\n"
                        "{}"
                        "Bid: {}\r\nAsk: {}\r\nLast: {}",
-                       symbol, Fixed(notice.value), ShownLine(notice.fieldName), ShownLine(notice.condition),
-                       Fixed(notice.threshold), TimeLine(firedAt), Fixed(notice.bid), Fixed(notice.ask),
-                       Fixed(notice.last));
+                       symbol, Fixed(record.value), ShownLine(record.fieldName), ShownLine(record.condition),
+                       Fixed(record.threshold), TimeLine(firedAt), Fixed(record.bid), Fixed(record.ask),
+                       Fixed(record.last));
 }
 
-std::string ResetPrompt(const SAlertNotice& notice) {
-    if (notice.isNews) return R"(Please hit the "Reset Alert" button to enable the "News" alert for "%s.", csSymbol)";
+std::string ResetPrompt(const SAlertRecord& record) {
+    if (record.isNews) return R"(Please hit the "Reset Alert" button to enable the "News" alert for "%s.", csSymbol)";
     return fmt::format("To reset the alert on the \"{}\" for symbol \"{}\", please change the value shown or the "
                        "percent the value should be increased or decreased.",
-                       ShownLine(notice.fieldName), ShownLine(notice.symbol));
+                       ShownLine(record.fieldName), ShownLine(record.symbol));
 }
 
 std::string ThresholdTakenText(std::string_view symbol, double threshold, std::string_view field) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "alerts/rules/AlertInfo.h"
-#include "alerts/rules/AlertNotice.h"
+#include "alerts/rules/FiredAlert.h"
 #include "base/Clock.h"
 
 #include <cstddef>
@@ -9,6 +9,12 @@
 #include <string_view>
 
 namespace vx {
+
+/// Appends a number as "%.*lf" of the C locale writes it, whole: 1e308 has 309 digits before the point, and what is no
+/// number reads "nan" or "inf".
+///
+/// Units   decimals: digits after the point, 0..15
+void AppendFixed(std::string& out, double value, int decimals = 6);
 
 // What the alert windows say. All texts are Windows-1252; what a feed or a file gave goes in as it is and is never
 // taken for a format.
@@ -36,11 +42,11 @@ std::string CannotFireText(const A_INFO& alert, bool isListed);
 std::string AlertWords(const A_INFO& alert);
 
 /// Title and text of a notice. firedAt: local time; lines end in CR LF.
-std::string NoticeTitle(const SAlertNotice& notice);
-std::string NoticeBody(const SAlertNotice& notice, const SLocalTime& firedAt);
+std::string NoticeTitle(const SAlertRecord& record);
+std::string NoticeBody(const SAlertRecord& record, const SLocalTime& firedAt);
 
 /// What the reset dialog asks. The words for news end in ", csSymbol" and keep their "%s": deliberate.
-std::string ResetPrompt(const SAlertNotice& notice);
+std::string ResetPrompt(const SAlertRecord& record);
 
 /// The refusal of a threshold that another alert of the symbol has on the same field.
 std::string ThresholdTakenText(std::string_view symbol, double threshold, std::string_view field);

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "alerts/rules/AlertInfo.h"
-#include "alerts/rules/AlertNotice.h"
+#include "alerts/rules/FiredAlert.h"
 #include "data/record/ChangeQueue.h"
-#include "data/store/SymbolKeyed.h"
+#include "data/record/SymbolKey.h"
 
 #include <array>
 #include <cstddef>
@@ -24,8 +24,6 @@ enum class EAlertMap : uint8_t {
 };
 
 /// Hears of every change of the live alerts.
-///
-/// Thread  GUI thread only
 class CAlertsObserver {
 public:
     virtual ~CAlertsObserver() = default;
@@ -47,13 +45,12 @@ struct SUnreadAlerts {
     std::string first; ///< The first such record, at most its first 200 bytes.
 };
 
-/// The alerts of one watchlist, by symbol: finds out on each update which ones fire, and hands what fired to whoever
-/// tells the user.
+/// The alerts of one watchlist, by symbol: finds out on each update which ones fire, and hands what fired to the
+/// receiver that tells the user.
 ///
 /// Shape   a symbol has a key only while it has alerts; symbols are compared exactly, case included
 /// Errors  what names no symbol or alert is ignored unless an operation says otherwise
-/// Owns    the alerts; not the notices or the observer, which outlive it or are set to null
-/// Thread  GUI thread only
+/// Owns    the alerts; not the receiver or the observer, which outlive it or are set to null
 /// Source  docs/file-format.md, "Alerts", for the text
 class CAlertsMap {
 public:
@@ -65,12 +62,12 @@ public:
     CAlertsMap(const CAlertsMap&) = delete;
     CAlertsMap& operator=(const CAlertsMap&) = delete;
 
-    void SetNotices(CAlertNotices* notices) { m_notices = notices; }
+    void SetReceiver(CFiredAlertReceiver* receiver) { m_receiver = receiver; }
     void SetObserver(CAlertsObserver* observer) { m_observer = observer; }
 
     // The lists.
 
-    /// Adds an alert behind the symbol's others. When one of them has the same field, condition, threshold and zero
+    /// Adds an alert after the symbol's others. When one of them has the same field, condition, threshold and zero
     /// flag, that one takes over `enabled` instead and nothing else of the new one.
     ///
     /// Errors  false for an empty symbol and when the lists are full
@@ -112,7 +109,7 @@ public:
     /// Returns whether it fired
     bool EvaluateFieldAlert(std::string_view symbol, int index, double newValue, double last, double bid, double ask);
 
-    /// News came for these symbols, "," between or behind them: fires their armed news alerts.
+    /// News came for these symbols, "," between or after them: fires their armed news alerts.
     void CheckNews(std::string_view symbols, std::string_view headline = {});
 
     /// Takes "symbol,index,threshold" as a notice posts it: gives that alert the threshold and arms it. Fewer fields
@@ -140,13 +137,13 @@ public:
 
 private:
     /// Where the value of a field stands: in a slot of the quote, in one of three forms, or elsewhere.
-    enum class EPlace : uint8_t { QuoteNumber, QuoteInteger, QuoteUnsigned, Elsewhere };
+    enum class EStoredAs : uint8_t { QuoteNumber, QuoteInteger, QuoteUnsigned, Elsewhere };
 
     /// An armed live alert in the form in which it is judged: four of them fill a cache line.
     struct SArmed {
         double threshold;
         int32_t index;
-        EPlace place;
+        EStoredAs storedAs;
         uint8_t slot;
         uint8_t meetingResults;
         bool noZero;
@@ -160,13 +157,13 @@ private:
 
     /// The live alerts of a record whose symbol was looked up before; null when it has none.
     struct SFound {
-        SChangeNotice record;
+        SRecordIds record;
         uint32_t liveKeys = 0; ///< m_liveKeys of that time; another one makes it void.
         const SSymbolAlerts* alerts = nullptr;
     };
-    static constexpr size_t kFoundRecords = 4096; ///< Power of two; records whose numbers meet here share a place.
+    static constexpr size_t kFoundRecords = 4096; ///< Power of two; records whose numbers collide share an entry.
 
-    static EPlace PlaceOf(const SFieldEntry& field);
+    static EStoredAs StoredAs(const SFieldEntry& field);
     static void AppendArmed(SSymbolAlerts& entry, size_t index);
     static const A_INFO& At(const SSymbolAlerts& entry, int index);
 
@@ -189,7 +186,7 @@ private:
     std::array<size_t, 2> m_totals{};
     uint32_t m_liveKeys = 1; ///< Changes whenever a symbol comes to the live map or goes.
     std::vector<SFound> m_found;
-    CAlertNotices* m_notices = nullptr;
+    CFiredAlertReceiver* m_receiver = nullptr;
     CAlertsObserver* m_observer = nullptr;
 };
 

@@ -1,5 +1,4 @@
-#include "alerts/rules/AlertCondition.h"
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "alerts/rules/AlertsMap.h"
 #include "base/Number.h"
 #include "base/Text.h"
@@ -31,17 +30,17 @@ SPrices PricesOf(const CSymbolRec& record) {
     return {CellNumber(record, last), CellNumber(record, bid), CellNumber(record, ask)};
 }
 
-SAlertNotice NewsNotice(std::string_view symbol, const A_INFO& alert, int index, std::string_view headline) {
-    SAlertNotice notice;
-    notice.headline = headline;
-    notice.symbol = symbol;
-    notice.fieldName = AlertFieldName(NewsFieldId());
-    notice.soundType = static_cast<int32_t>(alert.soundType);
-    notice.loopSound = static_cast<int32_t>(alert.loopSound);
-    notice.soundFile = alert.soundFile;
-    notice.index = index;
-    notice.isNews = true;
-    return notice;
+SAlertRecord NewsNotice(std::string_view symbol, const A_INFO& alert, int index, std::string_view headline) {
+    SAlertRecord record;
+    record.headline = headline;
+    record.symbol = symbol;
+    record.fieldName = AlertFieldName(NewsFieldId());
+    record.soundType = static_cast<int32_t>(alert.soundType);
+    record.loopSound = static_cast<int32_t>(alert.loopSound);
+    record.soundFile = alert.soundFile;
+    record.index = index;
+    record.isNews = true;
+    return record;
 }
 
 } // namespace
@@ -50,7 +49,7 @@ SAlertNotice NewsNotice(std::string_view symbol, const A_INFO& alert, int index,
 const CAlertsMap::SSymbolAlerts* CAlertsMap::FindFor(const CSymbolRec& record) {
     if (Map(EAlertMap::Live).empty()) return nullptr;
     if (m_found.empty()) m_found.resize(kFoundRecords);
-    const SChangeNotice ids = record.Ids();
+    const SRecordIds ids = record.Ids();
     SFound& found = m_found[ids.id2 % kFoundRecords];
     if (found.record.id2 != ids.id2 || found.record.id1 != ids.id1 || found.liveKeys != m_liveKeys)
         found = {ids, m_liveKeys, Find(record.Symbol(), EAlertMap::Live)};
@@ -64,21 +63,22 @@ void CAlertsMap::ForEachMet(const SSymbolAlerts& entry, const CSymbolRec& record
     const bool isRegion = record.AsRegion() != nullptr;
     const CQuoteData& quote = record.Base().Quote();
     const auto valueOf = [&](const SArmed& armed) -> double {
-        switch (isRegion ? EPlace::Elsewhere : armed.place) {
-        case EPlace::QuoteNumber:
+        switch (isRegion ? EStoredAs::Elsewhere : armed.storedAs) {
+        case EStoredAs::QuoteNumber:
             return quote.Number(armed.slot);
-        case EPlace::QuoteInteger:
+        case EStoredAs::QuoteInteger:
             return quote.Integer(armed.slot);
-        case EPlace::QuoteUnsigned:
+        case EStoredAs::QuoteUnsigned:
             return quote.Unsigned(armed.slot);
-        case EPlace::Elsewhere:
+        case EStoredAs::Elsewhere:
             break;
         }
         return CellNumber(record, *JudgedField(entry.alerts[static_cast<size_t>(armed.index)].fieldId));
     };
     for (const SArmed& armed : entry.armed)
-        if (const double value = valueOf(armed); IsMet(armed.meetingResults, value, armed.threshold, armed.noZero) &&
-                                                 (armed.place == EPlace::Elsewhere || isRegion || !quote.IsEmpty()))
+        if (const double value = valueOf(armed);
+            IsMet(armed.meetingResults, value, armed.threshold, armed.noZero) &&
+            (armed.storedAs == EStoredAs::Elsewhere || isRegion || !quote.IsEmpty()))
             visit(armed.index, value);
 }
 
@@ -104,11 +104,11 @@ bool CAlertsMap::EvaluateFieldAlert(std::string_view symbol, int index, double n
     A_INFO& alert = entry->alerts[static_cast<size_t>(index)];
     if (!IsMet(MeetingResults(alert.condition), newValue, alert.value, alert.noZero != 0)) return false;
     std::string record =
-        FormatAlertNotice(symbol, entry->alerts, static_cast<size_t>(index), {newValue, last, bid, ask});
+        FormatAlertRecord(symbol, entry->alerts, static_cast<size_t>(index), {newValue, last, bid, ask});
     const A_INFO fired = alert;
     Become(symbol, alert, 0, alert.value);
     Rearm(symbol, *entry);
-    if (m_notices) m_notices->PostNotice(std::move(record), fired);
+    if (m_receiver) m_receiver->PostFired(std::move(record), fired);
     AnnounceFiredOrArmed();
     return true;
 }
@@ -118,7 +118,7 @@ void CAlertsMap::CheckNews(std::string_view symbols, std::string_view headline) 
     for (const std::string_view symbol : SplitCountingTail(symbols, ',')) {
         SSymbolAlerts* entry = Find(symbol, EAlertMap::Live);
         if (!entry) continue;
-        std::vector<std::pair<SAlertNotice, A_INFO>> fired;
+        std::vector<std::pair<SAlertRecord, A_INFO>> fired;
         for (size_t i = 0; i < entry->alerts.size(); ++i) {
             A_INFO& alert = entry->alerts[i];
             if (alert.fieldId != NewsFieldId() || alert.enabled == 0) continue;
@@ -128,8 +128,8 @@ void CAlertsMap::CheckNews(std::string_view symbols, std::string_view headline) 
         if (fired.empty()) continue;
         anyFired = true;
         Announce(symbol, entry->armed.size());
-        if (!m_notices) continue;
-        for (auto& [notice, alert] : fired) m_notices->PostNewsNotice(std::move(notice), alert);
+        if (!m_receiver) continue;
+        for (auto& [record, alert] : fired) m_receiver->PostFiredNews(std::move(record), alert);
     }
     if (anyFired) AnnounceFiredOrArmed();
 }

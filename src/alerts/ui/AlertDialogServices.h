@@ -12,8 +12,6 @@ class CAlertSoundPlayer;
 class CSettings;
 
 /// What the dialogs that edit alerts need of the program around them.
-///
-/// Owns    nothing: settings and player outlive the dialogs
 struct SAlertDialogServices {
     CSettings& settings;
     /// For trying sounds; not the one that notices play with.

@@ -2,9 +2,9 @@
 
 #include "alerts/rules/AlertTexts.h"
 #include "alerts/ui/AlertHistoryModel.h"
-#include "base/ErrorText.h"
+#include "base/AtomicFile.h"
+#include "base/FileSystem.h"
 #include "base/MessageBox.h"
-#include "base/SaveFile.h"
 #include "base/Windows1252.h"
 #include "base/qt/QtText.h"
 
@@ -197,7 +197,7 @@ void CAlertHistoryDlg::ShowSummary() {
     m_empty->setText(all == 0 ? QStringLiteral("No alert has fired yet.")
                               : (m_view->currentIndex() == kWhileAway && absence == 0
                                      ? QStringLiteral("No alert fired while you were away.")
-                                     : QStringLiteral("No alert that fired fits the filter.")));
+                                     : QStringLiteral("No fired alert matches the filter.")));
 }
 
 void CAlertHistoryDlg::ChooseExport() {

@@ -19,9 +19,6 @@ class CAlertHistoryModel;
 
 /// Shows which alerts fired: first those that fired while the user was away, then all, filtered and sorted as the user
 /// likes, and written to a file for spreadsheets. Modeless.
-///
-/// Owns    nothing of the history, which outlives it
-/// Thread  GUI thread only
 class CAlertHistoryDlg : public QDialog {
     Q_OBJECT
 public:

@@ -10,8 +10,6 @@
 namespace vx {
 
 /// The firings of the history as a table, the latest first.
-///
-/// Thread  GUI thread only
 class CAlertHistoryModel : public QAbstractTableModel {
     Q_OBJECT
 public:
@@ -42,7 +40,6 @@ struct SHistoryFilter {
     QString text;           ///< Stands in one of the cells, whatever the case.
 };
 
-/// Thread  GUI thread only
 class CAlertHistoryFilter : public QSortFilterProxyModel {
     Q_OBJECT
 public:

@@ -1,6 +1,6 @@
 #include "alerts/ui/AlertListModel.h"
 
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "alerts/rules/AlertTexts.h"
 #include "base/qt/QtText.h"
 

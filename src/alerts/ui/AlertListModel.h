@@ -14,8 +14,7 @@ namespace vx {
 /// The working copy of an alert map as a list with a check box on each line: checked while the alert is armed. An alert
 /// that cannot fire says so beside its line.
 ///
-/// Owns    nothing of the map, which outlives it; it holds no texts, so that any number of alerts opens at once
-/// Thread  GUI thread only
+/// Owns    no texts, so that any number of alerts opens at once
 class CAlertListModel : public QAbstractListModel {
     Q_OBJECT
 public:
@@ -50,12 +49,10 @@ private:
     CAlertsMap& m_alerts;
     std::unordered_set<std::string> m_listed;
     std::vector<std::string> m_symbols; ///< In the order of their bytes.
-    std::vector<int> m_firstRows;       ///< Of each symbol, and behind them the number of rows.
+    std::vector<int> m_firstRows;       ///< Of each symbol, and after them the number of rows.
 };
 
 /// Draws a line of the list, and at its right end why the alert cannot fire.
-///
-/// Thread  GUI thread only
 class CAlertLineDelegate : public QStyledItemDelegate {
     Q_OBJECT
 public:

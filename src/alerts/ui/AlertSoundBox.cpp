@@ -53,10 +53,10 @@ CAlertSoundBox::CAlertSoundBox(const SAlertDialogServices& services, QWidget* pa
     m_play->setAutoDefault(false);
     auto* browse = new QPushButton(QStringLiteral("&Browse..."));
     browse->setObjectName(QStringLiteral("browse"));
-    browse->setToolTip(QStringLiteral("Look for a wave file"));
+    browse->setToolTip(QStringLiteral("Choose a wave file"));
     browse->setAutoDefault(false);
     m_remove->setObjectName(QStringLiteral("removeSound"));
-    m_remove->setToolTip(QStringLiteral("Take the chosen wave file off the list; the file itself stays"));
+    m_remove->setToolTip(QStringLiteral("Remove the chosen wave file from the list; the file itself stays"));
     m_remove->setAutoDefault(false);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -111,7 +111,7 @@ std::string CAlertSoundBox::SoundFile() const {
     return m_list->currentIndex() < kFirstFile ? std::string{} : BytesFromQt(m_list->currentText());
 }
 
-// What stands for a setting that cannot be read is no file. Only what this list began with is emptied: another window
+// The text of a setting that cannot be read is no file. Only what this list began with is emptied: another window
 // may have added a file since.
 void CAlertSoundBox::SaveFiles() const {
     for (size_t n = 0; n < kSoundFiles.size(); ++n) {
@@ -158,7 +158,7 @@ void CAlertSoundBox::TogglePlay() {
     }
     ShowPlaying(true);
     m_services.player.Play({SoundType(), SoundFile(), false}, [this] {
-        m_services.player.Stop(); // One that is longer than a sound may be counts as ended and goes on.
+        m_services.player.Stop(); // A sound longer than the limit counts as ended but would play on.
         ShowPlaying(false);
     });
 }
@@ -169,7 +169,7 @@ void CAlertSoundBox::ShowPlaying(bool playing) {
     m_play->setText(playing ? QStringLiteral("S&top") : QStringLiteral("&Play"));
     m_play->setEnabled(m_list->currentIndex() > 0 && !muted);
     m_remove->setEnabled(m_list->currentIndex() >= kFirstFile);
-    m_play->setToolTip(muted ? QStringLiteral("Sounds are muted") : QStringLiteral("Hear the sound"));
+    m_play->setToolTip(muted ? QStringLiteral("Sounds are muted") : QStringLiteral("Play the sound"));
 }
 
 } // namespace vx

@@ -16,9 +16,6 @@ namespace vx {
 
 /// The choice of an alert's sound: "None", "Default" and wave files in a list, a button that looks for another file,
 /// one that takes the chosen file off the list, and one that plays the choice.
-///
-/// Owns    nothing of the services, which outlive it
-/// Thread  GUI thread only
 class CAlertSoundBox : public QWidget {
     Q_OBJECT
 public:

@@ -2,9 +2,16 @@
 
 #include "alerts/rules/AlertInfo.h"
 
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
 #include <cstdint>
 #include <functional>
 #include <string>
+
+class QSoundEffect;
+class QUrl;
 
 namespace vx {
 
@@ -17,7 +24,7 @@ struct SAlertSound {
     bool operator==(const SAlertSound&) const = default;
 };
 
-/// Plays the sounds of alerts, one at a time. Tests put a recorder in its place.
+/// Plays the sounds of alerts, one at a time. Tests replace it by a recorder.
 ///
 /// Errors  none: what cannot be played has ended
 /// Thread  GUI thread only; nothing waits
@@ -32,6 +39,26 @@ public:
     /// from inside; not called once it was stopped or replaced.
     virtual void Play(const SAlertSound& sound, std::function<void()> ended) = 0;
     virtual void Stop() = 0;
+};
+
+/// Plays alert sounds on the default audio output. Without one nothing plays, and every sound has ended at once.
+class CEffectSoundPlayer : public QObject, public CAlertSoundPlayer {
+    Q_OBJECT
+public:
+    explicit CEffectSoundPlayer(QObject* parent = nullptr);
+    ~CEffectSoundPlayer() override;
+
+    void Play(const SAlertSound& sound, std::function<void()> ended) override;
+    void Stop() override;
+
+private:
+    void Start(const QUrl& source, bool loop, int64_t durationMs);
+    void EndSoon();
+    void End();
+
+    QPointer<QSoundEffect> m_effect;
+    QTimer m_end; ///< The sound has ended, or is counted so.
+    std::function<void()> m_ended;
 };
 
 } // namespace vx

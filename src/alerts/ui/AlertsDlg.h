@@ -21,9 +21,6 @@ class CNewAlertDlg;
 
 /// Lists the alerts of the watchlist; the user adds, edits, deletes, arms and disarms them. It works on the working
 /// copy of the map and commits nothing.
-///
-/// Owns    nothing of map and services, which outlive it
-/// Thread  GUI thread only
 class CAlertsDlg : public QDialog {
     Q_OBJECT
 public:

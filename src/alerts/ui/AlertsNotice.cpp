@@ -1,11 +1,11 @@
 #include "alerts/ui/AlertsNotice.h"
 
 #include "alerts/rules/AlertTexts.h"
-#include "alerts/ui/AlertMessages.h"
 #include "alerts/ui/ResetAlert.h"
 #include "base/qt/QtText.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDialogButtonBox>
 #include <QFrame>
 #include <QKeyEvent>
@@ -20,6 +20,27 @@
 #include <utility>
 
 namespace vx {
+
+CResetAlertMessage::CResetAlertMessage(std::string record, SFiredAlert of)
+    : QEvent(kResetAlertMessage), m_record(std::move(record)), m_of(std::move(of)) {}
+
+CAlertFiredMessage::CAlertFiredMessage(A_INFO alert, uint64_t watchlist)
+    : QEvent(kAlertFiredMessage), m_alert(std::move(alert)), m_watchlist(watchlist),
+      m_firedAt(CClock::Instance().Now()), m_firedMs(QDateTime::currentMSecsSinceEpoch()) {}
+
+CAlertFiredMessage::CAlertFiredMessage(std::string record, A_INFO alert, uint64_t watchlist)
+    : CAlertFiredMessage(std::move(alert), watchlist) {
+    m_record = std::move(record);
+}
+
+CAlertFiredMessage::CAlertFiredMessage(SAlertRecord news, A_INFO alert, uint64_t watchlist)
+    : CAlertFiredMessage(std::move(alert), watchlist) {
+    m_news = std::move(news);
+}
+
+SFiredAlert CAlertFiredMessage::Fired() const {
+    return {m_news ? *m_news : ReadAlertRecord(m_record), m_alert, m_firedAt, {}, m_watchlist};
+}
 
 namespace {
 
@@ -61,10 +82,10 @@ QPushButton* AddButton(QDialogButtonBox& box, const QString& text, const char* n
 
 } // namespace
 
-CAlertsNotice::CAlertsNotice(SFiredNotice fired, QObject& owner, QWidget* parent)
+CAlertsNotice::CAlertsNotice(SFiredAlert fired, QObject& owner, QWidget* parent)
     : QDialog(parent, kWindow), m_fired(std::move(fired)), m_owner(owner) {
     setObjectName(QStringLiteral("alertsNotice"));
-    setWindowTitle(QtText(NoticeTitle(m_fired.notice)));
+    setWindowTitle(QtText(NoticeTitle(m_fired.record)));
     setAttribute(Qt::WA_ShowWithoutActivating);
     new QVBoxLayout(this);
     MakeTexts();
@@ -72,8 +93,8 @@ CAlertsNotice::CAlertsNotice(SFiredNotice fired, QObject& owner, QWidget* parent
 }
 
 void CAlertsNotice::MakeTexts() {
-    if (!m_fired.notice.headline.empty()) {
-        auto* headline = new QLabel(QtText(ShownLine(m_fired.notice.headline, kMostHeadlineBytes)));
+    if (!m_fired.record.headline.empty()) {
+        auto* headline = new QLabel(QtText(ShownLine(m_fired.record.headline, kMostHeadlineBytes)));
         headline->setObjectName(QStringLiteral("headline"));
         headline->setTextFormat(Qt::PlainText);
         headline->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -84,7 +105,7 @@ void CAlertsNotice::MakeTexts() {
         headline->setFont(bold);
         layout()->addWidget(headline);
     }
-    auto* text = MakeText(QtText(NoticeBody(m_fired.notice, m_fired.firedAt)), this);
+    auto* text = MakeText(QtText(NoticeBody(m_fired.record, m_fired.firedAt)), this);
     text->setObjectName(QStringLiteral("noticeText"));
     text->setAccessibleName(windowTitle());
     static_cast<QVBoxLayout*>(layout())->addWidget(text, 1);
@@ -94,7 +115,7 @@ void CAlertsNotice::MakeTexts() {
 void CAlertsNotice::MakeButtons() {
     auto* box = new QDialogButtonBox;
     m_arm = AddButton(*box, QStringLiteral("Ar&m this alert"), "arm", QDialogButtonBox::ActionRole);
-    m_reset = AddButton(*box, m_fired.notice.isNews ? QStringLiteral("&Read Story") : QStringLiteral("&Reset..."),
+    m_reset = AddButton(*box, m_fired.record.isNews ? QStringLiteral("&Read Story") : QStringLiteral("&Reset..."),
                         "reset", QDialogButtonBox::ActionRole);
     m_dismissAll = AddButton(*box, QStringLiteral("Dismiss &All"), "dismissAll", QDialogButtonBox::ActionRole);
     m_dismissAll->setToolTip(QStringLiteral("Close this notice and all that wait; the alert history keeps them"));
@@ -156,12 +177,12 @@ void CAlertsNotice::done(int result) {
 }
 
 void CAlertsNotice::OnReset() {
-    auto* dialog = new CResetAlert(m_fired.notice, this);
+    auto* dialog = new CResetAlert(m_fired.record, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setModal(true);
     dialog->ShowTarget(m_target.resetLine, m_target.resetsFired, m_target.taken);
     connect(dialog, &QDialog::accepted, this, [this, dialog] {
-        std::string record = FormatResetRecord(m_fired.notice.symbol, m_fired.notice.index, dialog->NewThreshold());
+        std::string record = FormatResetRecord(m_fired.record.symbol, m_fired.record.index, dialog->NewThreshold());
         QCoreApplication::postEvent(&m_owner, new CResetAlertMessage(std::move(record), m_fired));
         accept();
     });

@@ -1,10 +1,13 @@
 #pragma once
 
-#include "alerts/rules/AlertNotice.h"
+#include "alerts/rules/FiredAlert.h"
+#include "base/Clock.h"
 
 #include <QDialog>
+#include <QEvent>
 #include <QPoint>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,6 +15,48 @@
 class QPushButton;
 
 namespace vx {
+
+// The two numbered messages of alerts on their way to the frame.
+
+/// A notice resets its alert: the text is that of FormatResetRecord.
+inline constexpr auto kResetAlertMessage = static_cast<QEvent::Type>(1032);
+/// An alert fired: the text is that of FormatAlertRecord.
+inline constexpr auto kAlertFiredMessage = static_cast<QEvent::Type>(1033);
+
+/// of: the fired alert, which the record does not identify.
+class CResetAlertMessage : public QEvent {
+public:
+    explicit CResetAlertMessage(std::string record, SFiredAlert of = {});
+    const std::string& Record() const { return m_record; }
+    const SFiredAlert& Of() const { return m_of; }
+
+private:
+    std::string m_record;
+    SFiredAlert m_of;
+};
+
+/// A fired alert and the moment, which is that of making the message. News come as a finished record instead of its
+/// text. alert, watchlist: as in SFiredAlert.
+class CAlertFiredMessage : public QEvent {
+public:
+    CAlertFiredMessage(std::string record, A_INFO alert, uint64_t watchlist);
+    CAlertFiredMessage(SAlertRecord news, A_INFO alert, uint64_t watchlist);
+
+    /// The fired alert, which has no id of the history yet.
+    SFiredAlert Fired() const;
+    /// Milliseconds since 1970 UTC.
+    int64_t FiredMs() const { return m_firedMs; }
+
+private:
+    CAlertFiredMessage(A_INFO alert, uint64_t watchlist);
+
+    A_INFO m_alert;
+    uint64_t m_watchlist;
+    std::string m_record;
+    std::optional<SAlertRecord> m_news;
+    SLocalTime m_firedAt;
+    int64_t m_firedMs;
+};
 
 /// What can be done about an alert that fired, as the notice appears.
 struct SNoticeTarget {
@@ -27,16 +72,14 @@ struct SNoticeTarget {
 /// Enter presses a button that the user went to, Esc dismisses.
 ///
 /// Shape   result(): EResult. A reset was posted to the owner as kResetAlertMessage by then
-/// Owns    nothing of the owner, which outlives it
-/// Thread  GUI thread only
 class CAlertsNotice : public QDialog {
     Q_OBJECT
 public:
     enum EResult { Dismissed = QDialog::Rejected, WasReset = QDialog::Accepted, Armed = 2 };
 
-    CAlertsNotice(SFiredNotice fired, QObject& owner, QWidget* parent = nullptr);
+    CAlertsNotice(SFiredAlert fired, QObject& owner, QWidget* parent = nullptr);
 
-    /// How many more notices wait behind this one; with some, they can be dismissed together.
+    /// How many more notices wait after this one; with some, they can be dismissed together.
     void SetWaiting(int count);
     void SetTarget(SNoticeTarget target);
     /// Whether the keyboard was with it, or with what was opened from it, when it was closed.
@@ -58,7 +101,7 @@ private:
     void MakeButtons();
     void OnReset();
 
-    SFiredNotice m_fired;
+    SFiredAlert m_fired;
     SNoticeTarget m_target;
     QObject& m_owner;
     QPushButton* m_arm = nullptr;

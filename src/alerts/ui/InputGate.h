@@ -15,11 +15,10 @@ namespace vx {
 /// windows stay open, painted and up to date, and so does what is being edited in them.
 ///
 /// The notice itself takes no key of any kind until none was pressed for kKeyGuardMs since it came up, and since it
-/// last became the active window: what is being typed was meant for something else.
+/// last became the active window: the user is typing into something else.
 ///
 /// Shape   one for the program; costs a look at the type of each event
 /// Owns    nothing of the notice
-/// Thread  GUI thread only
 class CInputGate : public QObject {
     Q_OBJECT
 public:

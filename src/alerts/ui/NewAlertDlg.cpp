@@ -1,7 +1,6 @@
 #include "alerts/ui/NewAlertDlg.h"
 
-#include "alerts/rules/AlertCondition.h"
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "alerts/rules/AlertTexts.h"
 #include "alerts/ui/AlertSoundBox.h"
 #include "base/MessageBox.h"

@@ -39,8 +39,6 @@ SAlertDraft DraftOf(const std::string& symbol, const A_INFO& alert);
 ///
 /// Errors  OK checks symbol, field, operation and value in this order; the first that is missing or no number is named
 ///         in a message box and the dialog stays open
-/// Owns    nothing of the services, which outlive it
-/// Thread  GUI thread only
 class CNewAlertDlg : public QDialog {
     Q_OBJECT
 public:

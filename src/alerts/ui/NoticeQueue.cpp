@@ -2,22 +2,80 @@
 
 #include "alerts/ui/AlertSoundPlayer.h"
 #include "alerts/ui/AlertsNotice.h"
-#include "alerts/ui/NoticePlace.h"
 #include "settings/Settings.h"
 
 #include <QApplication>
 #include <QScreen>
 #include <QWindow>
 
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
 #include <utility>
 
 namespace vx {
 
 namespace {
 
+constexpr int kGap = 8; // Between the notice and the main window.
+
+bool TakeNumber(std::string_view& text, int& out) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), out);
+    if (error != std::errc{}) return false;
+    text.remove_prefix(static_cast<size_t>(end - text.data()));
+    return true;
+}
+
+} // namespace
+
+QPoint BroughtInside(const QPoint& wanted, const QSize& notice, const QRect& screen) {
+    const auto inside = [](int place, int size, int from, int room) {
+        return std::max(from, std::min(place, from + room - size));
+    };
+    return {inside(wanted.x(), notice.width(), screen.left(), screen.width()),
+            inside(wanted.y(), notice.height(), screen.top(), screen.height())};
+}
+
+QPoint FirstNoticePlace(const QSize& notice, const QRect& window, const QRect& screen) {
+    const int right = screen.left() + screen.width() - notice.width();
+    const int bottom = screen.top() + screen.height() - notice.height();
+    const std::array places = {QPoint(window.left() + window.width() + kGap, window.top()),
+                               QPoint(window.left() - kGap - notice.width(), window.top()),
+                               QPoint(window.left(), window.top() + window.height() + kGap),
+                               QPoint(window.left(), window.top() - kGap - notice.height()),
+                               QPoint(right, bottom),
+                               QPoint(right, screen.top()),
+                               QPoint(screen.left(), bottom),
+                               screen.topLeft()};
+    constexpr size_t kBeside = 4;
+    for (size_t i = 0; i < places.size(); ++i) {
+        const QPoint place = BroughtInside(places[i], notice, screen);
+        const QRect covered(place, notice);
+        if (i < kBeside ? !window.isEmpty() && screen.contains(covered) && !covered.intersects(window)
+                        : !covered.contains(window.center()))
+            return place;
+    }
+    return BroughtInside({right, bottom}, notice, screen);
+}
+
+std::optional<QPoint> ReadNoticePlace(std::string_view text) {
+    int left = 0;
+    int top = 0;
+    if (!TakeNumber(text, left) || !text.starts_with(',')) return std::nullopt;
+    text.remove_prefix(1);
+    if (!TakeNumber(text, top) || !text.empty()) return std::nullopt;
+    return QPoint(left, top);
+}
+
+std::string NoticePlaceText(const QPoint& place) { return fmt::format("{},{}", place.x(), place.y()); }
+
+namespace {
+
 constexpr int kBusyRetryMs = 50;
 
-SAlertSound SoundOf(const SAlertNotice& notice) {
+SAlertSound SoundOf(const SAlertRecord& notice) {
     return {static_cast<uint32_t>(notice.soundType), notice.soundFile, notice.loopSound != 0};
 }
 
@@ -49,7 +107,7 @@ CNoticeQueue::~CNoticeQueue() {
     delete m_shown;
 }
 
-void CNoticeQueue::Add(SFiredNotice notice) {
+void CNoticeQueue::Add(SFiredAlert notice) {
     m_waiting.push_back(std::move(notice));
     if (m_shown) m_shown->SetWaiting(Waiting());
     ShowNextSoon();
@@ -75,7 +133,7 @@ void CNoticeQueue::ShowNext() {
 }
 
 bool CNoticeQueue::MayPlay(bool looping) const {
-    const SAlertSound sound = SoundOf(m_current.notice);
+    const SAlertSound sound = SoundOf(m_current.record);
     return !m_muted && sound.type != static_cast<uint32_t>(EAlertSound::None) && sound.loop == looping;
 }
 
@@ -85,7 +143,7 @@ void CNoticeQueue::TakeNext() {
     m_taken = true;
     if (!MayPlay(false)) return;
     m_sounding = true;
-    m_player.Play(SoundOf(m_current.notice), [this] {
+    m_player.Play(SoundOf(m_current.record), [this] {
         if (std::exchange(m_sounding, false)) ShowNext();
     });
 }
@@ -112,19 +170,19 @@ void CNoticeQueue::Announce() {
         m_shown->activateWindow();
     else
         QApplication::alert(m_shown);
-    if (MayPlay(true)) m_player.Play(SoundOf(m_current.notice), [] {});
+    if (MayPlay(true)) m_player.Play(SoundOf(m_current.record), [] {});
 }
 
 void CNoticeQueue::Place() {
-    const QWidget* board = IsOnScreen(m_window) ? m_window->window() : nullptr;
+    const QWidget* window = IsOnScreen(m_window) ? m_window->window() : nullptr;
     m_shown->adjustSize();
-    const QSize size = m_shown->size() + (board ? FrameOf(*board) : QSize(0, 0));
+    const QSize size = m_shown->size() + (window ? FrameOf(*window) : QSize(0, 0));
     if (const auto kept = ReadNoticePlace(m_settings.ReadTextOrDefault(kNoticePlace))) {
         const QScreen* screen = ScreenOf(QRect(*kept, size).center(), *m_shown);
         return m_shown->move(BroughtInside(*kept, size, screen->availableGeometry()));
     }
-    const QRect covered = board ? board->frameGeometry() : QRect();
-    const QScreen* screen = board ? board->screen() : m_shown->screen();
+    const QRect covered = window ? window->frameGeometry() : QRect();
+    const QScreen* screen = window ? window->screen() : m_shown->screen();
     m_shown->move(FirstNoticePlace(size, covered, screen->availableGeometry()));
 }
 
@@ -171,10 +229,10 @@ void CNoticeQueue::ActivateBelow() {
 }
 
 void CNoticeQueue::DismissAll() {
-    const std::deque<SFiredNotice> dismissed = std::exchange(m_waiting, {});
+    const std::deque<SFiredAlert> dismissed = std::exchange(m_waiting, {});
     if (m_shown) m_shown->reject();
     if (!m_ended) return;
-    for (const SFiredNotice& notice : dismissed) m_ended(notice, EFiringEnd::Together);
+    for (const SFiredAlert& notice : dismissed) m_ended(notice, EFiringEnd::Together);
 }
 
 void CNoticeQueue::SetMuted(bool muted) {

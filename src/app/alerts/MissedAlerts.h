@@ -1,11 +1,13 @@
 #pragma once
 
-#include "alerts/rules/AlertNotice.h"
+#include "alerts/rules/FiredAlert.h"
 #include "base/Clock.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -19,11 +21,44 @@ namespace vx {
 
 class CDesktopNotifier;
 
-/// Tells of alerts that fire while another program is the active one: a notification of the desktop, which sums up what
+/// Knows whether the program is the active one, and since when it is not; until one of its windows becomes active for
+/// the first time it is not. A window of the program that comes up by itself may be made the active one by the desktop:
+/// then the user is back with the next key or move of the mouse.
+class CPresence : public QObject {
+    Q_OBJECT
+public:
+    explicit CPresence(QObject* parent = nullptr);
+
+    bool IsHere() const { return m_awaySinceMs == 0; }
+    /// Milliseconds since 1970 UTC; 0 while the program is the active one.
+    int64_t AwaySinceMs() const { return m_awaySinceMs; }
+    /// The program became the active one, or another one did.
+    void SetHere(bool here);
+    /// A window comes up that the user did not ask for.
+    void NoteOwnWindow();
+    /// Looks whether any window has the keyboard; call it a few times a second. The toolkit does not report when the
+    /// window that had it was closed and no other one got it.
+    void Poll();
+
+Q_SIGNALS:
+    void Returned();
+
+protected:
+    /// Of the application, while the user's next move decides.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    static constexpr int kOwnWindowMs = 1000;
+
+    void OnState(Qt::ApplicationState state);
+
+    int64_t m_awaySinceMs = 0;
+    bool m_hadFocus = true; ///< At the last poll.
+    QElapsedTimer m_ownWindow;
+};
+
+/// Reports alerts that fire while another program is active: a notification of the desktop, which sums up what
 /// fired since the user left, and a button in the status bar that stays until the history was looked at.
-///
-/// Owns    nothing of the status bar, which outlives it
-/// Thread  GUI thread only
 class CMissedAlerts : public QObject {
     Q_OBJECT
 public:
@@ -35,16 +70,16 @@ public:
     ~CMissedAlerts() override;
 
     /// An alert fired while the user was away.
-    void Add(const SAlertNotice& notice, const SLocalTime& firedAt);
+    void Add(const SAlertRecord& notice, const SLocalTime& firedAt);
     /// The user is back: the notification goes, the button stays.
     void OnReturn();
     /// The user has seen them.
     void Clear();
     int Count() const { return m_count; }
 
-    /// Whether a notification is to be marked as urgent, asked for each; without, none is.
+    /// Decides for each notification whether it is urgent; without this none is.
     void SetUrgent(std::function<bool()> urgent) { m_urgent = std::move(urgent); }
-    /// Puts another notifier in the place of the session's.
+    /// Replaces the notifier of the session's.
     void UseNotifier(std::unique_ptr<CDesktopNotifier> notifier);
 
 Q_SIGNALS:

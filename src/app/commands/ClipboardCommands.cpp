@@ -1,7 +1,7 @@
 #include "app/commands/ClipboardCommands.h"
 
-#include "app/commands/BoardContext.h"
-#include "app/frame/WorkProgress.h"
+#include "app/commands/FrameContext.h"
+#include "app/frame/Dialogs.h"
 #include "base/MessageBox.h"
 #include "base/qt/QtText.h"
 #include "watchlist/document/WatchlistDoc.h"
@@ -23,7 +23,7 @@ namespace {
 
 const QString kBoardFormat = QStringLiteral("application/x-zantrel-board");
 
-// The board's own form of a text, else the text itself; nothing when there is none.
+// The grid's own form of a text, else the text itself; nothing when there is none.
 std::optional<SPastedText> TextOf(const QMimeData* data) {
     if (data == nullptr) return std::nullopt;
     if (data->hasFormat(kBoardFormat))
@@ -34,8 +34,7 @@ std::optional<SPastedText> TextOf(const QMimeData* data) {
 
 } // namespace
 
-CClipboardCommands::CClipboardCommands(const SBoardContext& context, QObject* parent)
-    : CBoardCommands(context, parent) {
+CClipboardCommands::CClipboardCommands(const SFrameContext& context, QObject* parent) : CCommandGroup(context, parent) {
     context.commands.Bind(ECommand::EditCopy, [this] { Copy(); });
     context.commands.Bind(ECommand::EditCut, [this] { Cut(); });
     context.commands.Bind(ECommand::EditPaste, [this] { Paste(); });

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/commands/BoardCommands.h"
+#include "app/commands/CommandGroup.h"
 #include "watchlist/edit/CopyText.h"
 
 #include <QString>
@@ -9,22 +9,22 @@ class QMimeData;
 
 namespace vx {
 
-/// A text that was copied. marks: whether this program's board wrote it.
+/// A text that was copied. marks: whether this program's grid wrote it.
 struct SPastedText {
     QString text;
     EAnnotationMarks marks = EAnnotationMarks::No;
 };
 
-/// Copies, cuts and pastes, and takes texts that are dropped on the board.
+/// Copies, cuts and pastes, and takes texts that are dropped on the grid.
 ///
 /// What is copied goes out as a text for everybody, and once more as a text that tells headings from symbols, for
-/// boards of this program.
+/// grids of this program.
 ///
 /// Thread  GUI thread only
-class CClipboardCommands : public CBoardCommands {
+class CClipboardCommands : public CCommandGroup {
     Q_OBJECT
 public:
-    CClipboardCommands(const SBoardContext& context, QObject* parent);
+    CClipboardCommands(const SFrameContext& context, QObject* parent);
 
 private:
     void Copy();

@@ -1,6 +1,6 @@
 #include "app/commands/ColumnCommands.h"
 
-#include "app/commands/BoardContext.h"
+#include "app/commands/FrameContext.h"
 #include "settings/Settings.h"
 #include "watchlist/dialogs/InsertColumns.h"
 #include "watchlist/document/WatchlistDoc.h"
@@ -13,7 +13,7 @@
 
 namespace vx {
 
-CColumnCommands::CColumnCommands(const SBoardContext& context, QObject* parent) : CBoardCommands(context, parent) {
+CColumnCommands::CColumnCommands(const SFrameContext& context, QObject* parent) : CCommandGroup(context, parent) {
     CCommands& commands = context.commands;
     commands.Bind(ECommand::ColumnInsert, [this] { Insert(); });
     commands.Bind(

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/commands/BoardCommands.h"
+#include "app/commands/CommandGroup.h"
 
 #include <map>
 #include <string>
@@ -11,10 +11,10 @@ namespace vx {
 /// Inserts, deletes, hides, fits, moves and locks columns; the selection goes along with what it held.
 ///
 /// Thread  GUI thread only
-class CColumnCommands : public CBoardCommands {
+class CColumnCommands : public CCommandGroup {
     Q_OBJECT
 public:
-    CColumnCommands(const SBoardContext& context, QObject* parent);
+    CColumnCommands(const SFrameContext& context, QObject* parent);
 
     /// Asks which columns, and puts them before the focus.
     void Insert();

@@ -1,9 +1,8 @@
 #include "app/commands/EditCommands.h"
 
-#include "app/commands/BoardContext.h"
 #include "app/commands/ColumnCommands.h"
+#include "app/commands/FrameContext.h"
 #include "app/commands/RowCommands.h"
-#include "app/frame/ShownText.h"
 #include "app/frame/StatusPanes.h"
 #include "base/qt/QtText.h"
 #include "settings/Settings.h"
@@ -55,9 +54,9 @@ private:
 
 } // namespace
 
-CEditCommands::CEditCommands(const SBoardContext& context, QObject* parent, CRowCommands& rows,
+CEditCommands::CEditCommands(const SFrameContext& context, QObject* parent, CRowCommands& rows,
                              CColumnCommands& columns)
-    : CBoardCommands(context, parent), m_rows(rows), m_columns(columns) {
+    : CCommandGroup(context, parent), m_rows(rows), m_columns(columns) {
     CCommands& commands = context.commands;
     BindUndo();
     commands.Bind(ECommand::EditDelete, [this] { Clear(); });

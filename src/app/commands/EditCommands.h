@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/commands/BoardCommands.h"
+#include "app/commands/CommandGroup.h"
 
 #include <QString>
 
@@ -13,10 +13,10 @@ struct SUndoPlace;
 /// Undo and redo, editing in place, and what the keys for inserting and deleting do with a selection.
 ///
 /// Thread  GUI thread only
-class CEditCommands : public CBoardCommands {
+class CEditCommands : public CCommandGroup {
     Q_OBJECT
 public:
-    CEditCommands(const SBoardContext& context, QObject* parent, CRowCommands& rows, CColumnCommands& columns);
+    CEditCommands(const SFrameContext& context, QObject* parent, CRowCommands& rows, CColumnCommands& columns);
 
 private:
     void BindUndo();

@@ -27,8 +27,8 @@ const std::vector<ECommand> kLook = {ViewRowNumbers, ViewGridLines, ViewShading,
 
 } // namespace
 
-CGridMenus::CGridMenus(const SBoardContext& context, QObject* parent, CColumnCommands& columns)
-    : CBoardCommands(context, parent), m_columns(columns) {
+CGridMenus::CGridMenus(const SFrameContext& context, QObject* parent, CColumnCommands& columns)
+    : CCommandGroup(context, parent), m_columns(columns) {
     connect(&Grid(), &CGridCtrl::ContextMenuRequested, this,
             [this](EGridPart part, int, int, const QPoint& globalPos) { Open(part, globalPos); });
 }

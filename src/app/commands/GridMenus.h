@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/commands/BoardCommands.h"
+#include "app/commands/CommandGroup.h"
 #include "grid/GridCtrl.h"
 
 #include <vector>
@@ -15,10 +15,10 @@ class CColumnCommands;
 /// under it.
 ///
 /// Thread  GUI thread only
-class CGridMenus : public CBoardCommands {
+class CGridMenus : public CCommandGroup {
     Q_OBJECT
 public:
-    CGridMenus(const SBoardContext& context, QObject* parent, CColumnCommands& columns);
+    CGridMenus(const SFrameContext& context, QObject* parent, CColumnCommands& columns);
 
 private:
     void Open(EGridPart part, const QPoint& globalPos);

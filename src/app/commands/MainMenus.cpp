@@ -45,7 +45,7 @@ const std::vector<SMenuLine>& MenuTable() {
           kLine,
           FileSave,
           FileSaveAs,
-          {"Previous &Versions", CMainMenus::kPreviousVersions},
+          {"&Backups", CMainMenus::kBackupsMenu},
           kLine,
           FileImport,
           FileExport,

@@ -21,7 +21,7 @@ class CMainMenus : public QObject {
     Q_OBJECT
 public:
     static constexpr const char* kRecentFiles = "recentFiles";
-    static constexpr const char* kPreviousVersions = "previousVersions";
+    static constexpr const char* kBackupsMenu = "backups";
     static constexpr const char* kTheme = "themeMenu";
 
     CMainMenus(QMainWindow& window, CCommands& commands);

@@ -1,6 +1,6 @@
 #include "app/commands/OrderCommands.h"
 
-#include "app/commands/BoardContext.h"
+#include "app/commands/FrameContext.h"
 #include "app/frame/StatusPanes.h"
 #include "watchlist/dialogs/SortDlg.h"
 #include "watchlist/document/WatchlistDoc.h"
@@ -13,8 +13,8 @@
 
 namespace vx {
 
-COrderCommands::COrderCommands(const SBoardContext& context, QObject* parent)
-    : CBoardCommands(context, parent), m_held(new QToolButton) {
+COrderCommands::COrderCommands(const SFrameContext& context, QObject* parent)
+    : CCommandGroup(context, parent), m_held(new QToolButton) {
     context.commands.Bind(ECommand::SortNow, [this] { ManualSort(Doc(), View().SortSelection()); });
     context.commands.Bind(ECommand::SortDialog, [this] {
         CSort dialog(Doc(), Grid().FocusCell().column, &Window());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/commands/BoardCommands.h"
+#include "app/commands/CommandGroup.h"
 
 class QToolButton;
 
@@ -10,10 +10,10 @@ namespace vx {
 ///
 /// Owns    a button in the status bar, which is there while the order is held and lets it go
 /// Thread  GUI thread only
-class COrderCommands : public CBoardCommands {
+class COrderCommands : public CCommandGroup {
     Q_OBJECT
 public:
-    COrderCommands(const SBoardContext& context, QObject* parent);
+    COrderCommands(const SFrameContext& context, QObject* parent);
 
 private:
     void BindHold();

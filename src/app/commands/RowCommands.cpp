@@ -1,6 +1,6 @@
 #include "app/commands/RowCommands.h"
 
-#include "app/commands/BoardContext.h"
+#include "app/commands/FrameContext.h"
 #include "base/MessageBox.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/edit/RowGroup.h"
@@ -16,7 +16,7 @@
 
 namespace vx {
 
-CRowCommands::CRowCommands(const SBoardContext& context, QObject* parent) : CBoardCommands(context, parent) {
+CRowCommands::CRowCommands(const SFrameContext& context, QObject* parent) : CCommandGroup(context, parent) {
     CCommands& commands = context.commands;
     commands.Bind(ECommand::RowInsert, [this] { Insert(); });
     commands.Bind(ECommand::RowDelete, [this] { Delete(); });

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/commands/BoardCommands.h"
+#include "app/commands/CommandGroup.h"
 
 namespace vx {
 
@@ -9,10 +9,10 @@ struct SRowGroup;
 /// Inserts, deletes, hides and moves rows; the selection goes along with what it held.
 ///
 /// Thread  GUI thread only
-class CRowCommands : public CBoardCommands {
+class CRowCommands : public CCommandGroup {
     Q_OBJECT
 public:
-    CRowCommands(const SBoardContext& context, QObject* parent);
+    CRowCommands(const SFrameContext& context, QObject* parent);
 
     /// Empty rows before the selected ones, as many as they are.
     void Insert();

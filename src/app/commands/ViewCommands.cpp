@@ -29,8 +29,8 @@ constexpr std::array kThemes = {SThemeChoice{"system", "As the &System"}, STheme
 
 } // namespace
 
-CViewCommands::CViewCommands(const SBoardContext& context, QObject* parent, CMainMenus& menus)
-    : CBoardCommands(context, parent), m_menus(menus) {
+CViewCommands::CViewCommands(const SFrameContext& context, QObject* parent, CMainMenus& menus)
+    : CCommandGroup(context, parent), m_menus(menus) {
     FillThemeMenu();
     BindOption(ECommand::ViewRowNumbers, &SWatchlistOptions::showRowNumbers, "row numbers");
     BindOption(ECommand::ViewToolBar, &SWatchlistOptions::showToolBar, "tool bar");

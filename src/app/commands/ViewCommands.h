@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/commands/BoardCommands.h"
+#include "app/commands/CommandGroup.h"
 
 #include <QString>
 
@@ -10,13 +10,13 @@ class CMainMenus;
 struct SBooleanSetting;
 struct SWatchlistOptions;
 
-/// How the board looks: what is shown around the cells, lines and shading, the theme.
+/// How the grid looks: what is shown around the cells, lines and shading, the theme.
 ///
 /// Thread  GUI thread only
-class CViewCommands : public CBoardCommands {
+class CViewCommands : public CCommandGroup {
     Q_OBJECT
 public:
-    CViewCommands(const SBoardContext& context, QObject* parent, CMainMenus& menus);
+    CViewCommands(const SFrameContext& context, QObject* parent, CMainMenus& menus);
 
     /// name: as in the setting of the theme; keep: also from the next start on.
     void UseTheme(const QString& name, bool keep);

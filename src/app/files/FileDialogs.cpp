@@ -2,7 +2,7 @@
 
 #include "app/frame/ProgramName.h"
 #include "base/MessageBox.h"
-#include "base/Utf8Text.h"
+#include "base/Windows1252.h"
 
 #include <QDir>
 #include <QFile>

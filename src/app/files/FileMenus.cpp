@@ -1,10 +1,10 @@
 #include "app/files/FileMenus.h"
 
 #include "app/commands/MainMenus.h"
-#include "app/files/FileDesk.h"
+#include "app/files/FileController.h"
 #include "app/frame/ProgramName.h"
 #include "base/MessageBox.h"
-#include "base/Utf8Text.h"
+#include "base/Windows1252.h"
 
 #include <QAction>
 #include <QDateTime>
@@ -26,12 +26,11 @@ constexpr size_t kAccessKeys = 9;
 void AddRemark(QMenu& menu, const QString& text) { menu.addAction(text)->setEnabled(false); }
 
 // The number tells versions apart that a wrong clock gave the same time.
-QString VersionLabel(const SGeneration& generation) {
+QString BackupLabel(const SBackup& backup) {
     return QStringLiteral("%1.    %2    %3")
-        .arg(generation.number)
-        .arg(QDateTime::fromSecsSinceEpoch(generation.savedAt).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")),
-             QLocale::c().formattedDataSize(static_cast<qint64>(generation.bytes), 1,
-                                            QLocale::DataSizeTraditionalFormat));
+        .arg(backup.number)
+        .arg(QDateTime::fromSecsSinceEpoch(backup.savedAt).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")),
+             QLocale::c().formattedDataSize(static_cast<qint64>(backup.bytes), 1, QLocale::DataSizeTraditionalFormat));
 }
 
 } // namespace
@@ -45,9 +44,9 @@ QString RecentFileLabel(size_t number, const std::string& path, const QFontMetri
     return (number <= kAccessKeys ? QStringLiteral("&%1  %2") : QStringLiteral("%1  %2")).arg(number).arg(text);
 }
 
-CFileMenus::CFileMenus(CFileDesk& files, const CMainMenus& menus) : QObject(&files), m_files(files) {
+CFileMenus::CFileMenus(CFileController& files, const CMainMenus& menus) : QObject(&files), m_files(files) {
     QMenu& recent = menus.Named(CMainMenus::kRecentFiles);
-    QMenu& versions = menus.Named(CMainMenus::kPreviousVersions);
+    QMenu& versions = menus.Named(CMainMenus::kBackupsMenu);
     recent.setToolTipsVisible(true);
     connect(&recent, &QMenu::aboutToShow, this, [this, &recent] { FillRecent(recent); });
     connect(&versions, &QMenu::aboutToShow, this, [this, &versions] { FillVersions(versions); });
@@ -80,12 +79,12 @@ void CFileMenus::OpenRecent(const std::string& path) {
 
 void CFileMenus::FillVersions(QMenu& menu) {
     menu.clear();
-    const std::vector<SGeneration> generations = m_files.File().Generations();
-    for (const SGeneration& generation : generations)
-        menu.addAction(VersionLabel(generation), this, [this, generation] { m_files.OpenFormer(generation); });
+    const std::vector<SBackup> backups = m_files.File().Backups();
+    for (const SBackup& backup : backups)
+        menu.addAction(BackupLabel(backup), this, [this, backup] { m_files.OpenBackup(backup); });
     if (m_files.File().Path().empty())
         AddRemark(menu, QStringLiteral("This watchlist has no file yet"));
-    else if (generations.empty())
+    else if (backups.empty())
         AddRemark(menu, QStringLiteral("No save has replaced a content of this file yet"));
     else
         AddRemark(menu, QStringLiteral("Opens as an unsaved copy"));

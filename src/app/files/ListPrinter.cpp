@@ -1,6 +1,6 @@
 #include "app/files/ListPrinter.h"
 
-#include "base/TickTrend.h"
+#include "base/Windows1252.h"
 #include "base/qt/QtText.h"
 #include "grid/GridCtrl.h"
 
@@ -156,7 +156,7 @@ void CListPrinter::PrintPage(QPainter& painter, int page, const QString& time) c
     double top = kTitleHeight;
     PrintRow(painter, sheet, 0, top);
     for (int place = firstPlace; place <= std::min(m_rows, firstPlace + m_rowsPerPage - 1); ++place)
-        PrintRow(painter, sheet, m_grid.Geometry().RowAtPlace(place), top += m_rowHeight);
+        PrintRow(painter, sheet, m_grid.Geometry().ShownRowAt(place), top += m_rowHeight);
     painter.setPen(QColor(Theme().text));
     painter.setFont(FontOf(kTextPixels, false));
     painter.drawText(QRectF(0, m_height - kFootHeight, m_width, kFootHeight), Qt::AlignRight | Qt::AlignBottom,

@@ -1,7 +1,6 @@
 #include "app/files/RecentFiles.h"
 
 #include "base/Registry.h"
-#include "base/RegistryPaths.h"
 
 #include <fmt/format.h>
 

@@ -2,7 +2,7 @@
 
 #include "app/frame/ProgramName.h"
 #include "base/MessageBox.h"
-#include "base/Utf8Text.h"
+#include "base/Windows1252.h"
 #include "watchlist/file/StateFiles.h"
 #include "watchlist/fileformat/WatchlistReader.h"
 
@@ -51,8 +51,8 @@ CRecoveryDlg::CRecoveryDlg(std::vector<SRecovery> found, QWidget* parent)
     caption->setBuddy(m_list);
     auto* hint = new QLabel(
         QStringLiteral("Recover opens the chosen one in this window; its file stays as it is until you save. "
-                       "What you leave for later is offered again at the next start, and by File > Previous "
-                       "Versions > Recover Unsaved Changes."));
+                       "What you leave for later is offered again at the next start, and by File > "
+                       "Backups > Recover Unsaved Changes."));
     hint->setWordWrap(true);
 
     m_list->setObjectName(QStringLiteral("recoveries"));

@@ -63,7 +63,7 @@ CStatusPanes::CStatusPanes(QWidget* parent) : QStatusBar(parent) {
     m_said.setSingleShot(true);
     connect(&m_said, &QTimer::timeout, this, &CStatusPanes::ShowStatus);
     m_feed = AddPane("paneFeed", QStringLiteral("Feed: connection ended"),
-                     QStringLiteral("What the feed client last said of itself, or how long it has been silent"));
+                     QStringLiteral("The state that the feed client last reported, or how long it has been silent"));
     m_clock = AddPane("paneClock", QStringLiteral("00/00/00 00:00:00"), QStringLiteral("Market time"));
     m_age = AddPane("paneAge", QStringLiteral("Data: 000 min ago"),
                     QStringLiteral("Age of the last quote or trade received"));

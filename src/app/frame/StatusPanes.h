@@ -10,12 +10,10 @@ class QLabel;
 namespace vx {
 
 /// The frame's status bar: the document's status, then the feed's state, the market clock and the age of the last data.
-///
-/// Thread  GUI thread only
 class CStatusPanes : public QStatusBar {
     Q_OBJECT
 public:
-    /// What the first pane shows until something else is to be said, and the text whose width it is given.
+    /// The first text of the first pane, and the text whose width the pane gets.
     static constexpr const char* kReadyText = "Ready...";
     static constexpr const char* kReservedText = "BUFFER SPACE";
 
@@ -25,7 +23,7 @@ public:
     /// Shows a text instead of the status for a few seconds; another status waits, but progress is shown at once.
     void Say(std::string_view text);
     void ShowProgress(const QString& text);
-    /// live: false marks the feed's state as one to look at.
+    /// live: false highlights the feed's state.
     void SetFeed(const QString& state, const QString& age, bool live);
     void SetClock(const QString& text);
 

@@ -1,7 +1,7 @@
 #include "app/shell/AboutDlg.h"
 
 #include "app/frame/ProgramName.h"
-#include "app/shell/NorvMainFrame.h"
+#include "app/shell/MainFrame.h"
 #include "base/qt/QtText.h"
 
 #include <QApplication>
@@ -33,7 +33,7 @@ CAboutDlg::CAboutDlg(CNorvMainFrame& frame, QWidget* parent) : QDialog(parent), 
     m_statistics->setReadOnly(true);
     m_statistics->setTabChangesFocus(true);
     m_statistics->setTabStopDistance(24);
-    m_statistics->setPlaceholderText(QStringLiteral("No connection was opened yet."));
+    m_statistics->setPlaceholderText(QStringLiteral("No connection has been opened yet."));
     m_statistics->setMinimumSize(420, 220);
     caption->setBuddy(m_statistics);
 

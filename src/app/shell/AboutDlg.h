@@ -9,9 +9,6 @@ namespace vx {
 class CNorvMainFrame;
 
 /// The about box: name, version, and the statistics of the connections, which it refreshes while it is open.
-///
-/// Owns    nothing of the frame; the frame outlives it
-/// Thread  GUI thread only
 class CAboutDlg : public QDialog {
     Q_OBJECT
 public:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "feed/session/FeedEnd.h"
+#include "feed/session/FeedSession.h"
 
 #include <cstdint>
 #include <optional>
@@ -10,12 +10,11 @@
 
 namespace vx {
 
-/// Tells a live feed from a quiet or a dead one, whatever the feed client's last status word was.
+/// Distinguishes a live feed from a quiet or a dead one, whatever the feed client's last status word was.
 ///
-/// Noting a line costs a store of a flag, for it happens on every line; Tick turns the flags into times.
+/// Noting a line only sets a flag, because it happens on every line; Tick turns the flags into times.
 ///
 /// Units   times in milliseconds of a clock that never goes back, as precise as Tick is frequent
-/// Thread  GUI thread only
 class CFeedHealth {
 public:
     /// Both the admin and the level-1 port silent for this long: the feed counts as silent.
@@ -27,7 +26,7 @@ public:
     void NoteLine() { m_lineSeen = true; }
     /// A line came that carries values of a symbol.
     void NoteData() { m_lineSeen = m_dataSeen = true; }
-    /// The feed client's own word for its state: "Connected", "Not Connected".
+    /// The state that the feed client reports: "Connected", "Not Connected".
     /// Longer ones are cut: it is shown in a pane.
     static constexpr size_t kLongestWord = 40;
     void SetStatusWord(std::string_view word) { m_word = word.substr(0, kLongestWord); }
@@ -38,7 +37,7 @@ public:
     bool IsSilent() const { return m_nowMs - m_heardMs >= kSilentMs; }
     /// Whether quotes can still come.
     bool CanHear() const { return m_end == EFeedEnd::None || m_end == EFeedEnd::Status; }
-    /// Whether the values on the screen follow the market: connected by its own word, not silent and not ended.
+    /// Whether the values on the screen follow the market: reported as connected, not silent and not ended.
     bool IsLive() const { return m_word == "Connected" && !IsSilent() && CanHear(); }
     /// "Feed: connection ended", "Feed: no connection", "Feed: Connected", "Feed: Not Connected", "Feed: silent 7 s",
     /// or "Feed: waiting" until something was heard or could have been.

@@ -1,37 +1,36 @@
 #include "app/shell/MainFrame.h"
 
-#include "app/alerts/AlertDesk.h"
-#include "app/alerts/Presence.h"
-#include "app/commands/BoardContext.h"
-#include "app/commands/BoardDesk.h"
+#include "app/alerts/AlertController.h"
+#include "app/alerts/MissedAlerts.h"
 #include "app/commands/Commands.h"
-#include "app/commands/FindDesk.h"
-#include "app/commands/FormatDesk.h"
+#include "app/commands/FindCommands.h"
+#include "app/commands/FormatDialogs.h"
+#include "app/commands/FrameContext.h"
+#include "app/commands/GridCommands.h"
 #include "app/commands/MainMenus.h"
-#include "app/files/FileDesk.h"
+#include "app/files/FileController.h"
 #include "app/files/FileDrop.h"
 #include "app/files/FileMenus.h"
-#include "app/files/RecoveryDesk.h"
-#include "app/files/TransferDesk.h"
+#include "app/files/RecoveryController.h"
+#include "app/files/TransferCommands.h"
 #include "app/frame/FramePlacement.h"
-#include "app/frame/FramePlacer.h"
 #include "app/frame/ProgramName.h"
 #include "app/frame/StatusPanes.h"
 #include "app/shell/AboutDlg.h"
-#include "app/shell/ProcessAge.h"
-#include "app/shell/RestartDesk.h"
-#include "app/windows/HelpDesk.h"
-#include "app/windows/MarketDesk.h"
-#include "app/workspace/LinkDesk.h"
-#include "app/workspace/WindowDesk.h"
+#include "app/shell/RestartController.h"
+#include "app/windows/HelpCommands.h"
+#include "app/windows/MarketCommands.h"
+#include "app/workspace/CompanionPrograms.h"
+#include "app/workspace/WindowController.h"
 #include "base/Clock.h"
 #include "base/Log.h"
-#include "base/MessageNames.h"
 #include "base/Registry.h"
 #include "base/Text.h"
 #include "base/qt/QtText.h"
-#include "settings/ConfigLogger.h"
+#include "data/catalogue/UpdateFields.h"
+#include "data/record/SymbolKey.h"
 #include "settings/Settings.h"
+#include "settings/ValidateSetting.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/view/RegisteredMessage.h"
 #include "watchlist/view/WatchlistGrid.h"
@@ -46,9 +45,37 @@
 
 #include <fmt/format.h>
 
+#include <string>
 #include <utility>
 
 namespace vx {
+
+CNorvMainFrame::CNorvMainFrame(QWidget* parent) : QMainWindow(parent), m_frameTitle(QStringLiteral("Zantrel")) {
+    ShowTitle();
+}
+
+void CNorvMainFrame::StartFeed() {
+    LaunchFeedClient();
+    OpenAdminPort();
+}
+
+void CNorvMainFrame::SetFrameTitle(const QString& title) {
+    m_frameTitle = title;
+    ShowTitle();
+}
+
+void CNorvMainFrame::SetTitleDocument(const QString& title) {
+    m_documentTitle = title;
+    ShowTitle();
+}
+
+// The platform puts its mark of a modified document in the place of "[*]"; a name that holds these characters itself
+// has them doubled.
+void CNorvMainFrame::ShowTitle() {
+    const QString mark = QStringLiteral("[*]");
+    QString title = m_documentTitle.isEmpty() ? m_frameTitle : m_frameTitle + QStringLiteral(" - ") + m_documentTitle;
+    setWindowTitle(title.replace(mark, mark + mark) + mark);
+}
 
 namespace {
 
@@ -79,8 +106,8 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
     m_view = new CWatchlistView(*m_doc, m_settings, this);
     setCentralWidget(m_view);
     m_view->setFocus();
-    MakeDesks();
-    m_board->UseTheme(
+    MakeControllers();
+    m_grid->UseTheme(
         QString::fromStdString(commandLine.theme.empty() ? m_settings.ReadTextOrDefault(kTheme) : commandLine.theme),
         false);
 
@@ -90,48 +117,48 @@ CMainFrame::CMainFrame(CSettings& settings, const CNorvCommandLineInfo& commandL
     m_status.start(kStatusMs);
 }
 
-// The desks look at document and view, which are there by now and go after them.
-void CMainFrame::MakeDesks() {
+// Commands and controllers use document and view, which exist by now and are destroyed after them.
+void CMainFrame::MakeControllers() {
     m_commands = new CCommands(*this);
-    m_context = std::make_unique<SBoardContext>(
-        SBoardContext{*m_doc, *m_view, m_settings, *m_commands, *m_panes, *m_placer, *this});
+    m_context = std::make_unique<SFrameContext>(
+        SFrameContext{*m_doc, *m_view, m_settings, *m_commands, *m_panes, *m_placer, *this});
     m_menus = new CMainMenus(*this, *m_commands);
-    m_files = new CFileDesk(*m_context, CRegistry::CurrentUser());
-    m_recovery = new CRecoveryDesk(*m_context, *m_files);
-    m_transfer = new CTransferDesk(*m_context, *m_files);
-    m_board = new CBoardDesk(*m_context, *m_menus);
-    m_alerts = new CAlertDesk(*m_context);
-    m_market = new CMarketDesk(*m_context, *this);
-    m_find = new CFindDesk(*m_context);
-    new CFormatDesk(*m_context);
-    new CLinkDesk(*m_context);
-    m_restart = new CRestartDesk(*m_context, *m_files, *m_recovery, m_commandLine);
-    new CHelpDesk(*m_context);
-    m_windows = new CWindowDesk(*m_context, *m_files, m_commandLine);
-    ConnectDesks();
+    m_files = new CFileController(*m_context, CRegistry::CurrentUser());
+    m_recovery = new CRecoveryController(*m_context, *m_files);
+    m_transfer = new CTransferCommands(*m_context, *m_files);
+    m_grid = new CGridCommands(*m_context, *m_menus);
+    m_alerts = new CAlertController(*m_context);
+    m_market = new CMarketCommands(*m_context, *this);
+    m_find = new CFindCommands(*m_context);
+    new CFormatDialogs(*m_context);
+    new CCompanionPrograms(*m_context);
+    m_restart = new CRestartController(*m_context, *m_files, *m_recovery, m_commandLine);
+    new CHelpCommands(*m_context);
+    m_windows = new CWindowController(*m_context, *m_files, m_commandLine);
+    ConnectControllers();
     m_commands->Refresh();
 }
 
-void CMainFrame::ConnectDesks() {
+void CMainFrame::ConnectControllers() {
     auto* fileMenus = new CFileMenus(*m_files, *m_menus);
     connect(fileMenus, &CFileMenus::RecoveryAsked, m_recovery, [this] { m_recovery->Offer(true); });
-    connect(new CFileDrop(*this), &CFileDrop::Dropped, m_files, &CFileDesk::TakeDropped);
-    connect(m_files, &CFileDesk::Changed, m_find, &CFindDesk::ForgetAnswer);
-    connect(m_files, &CFileDesk::Replaced, this, &CMainFrame::ForgetCommandLine);
-    connect(m_recovery, &CRecoveryDesk::Replaced, this, &CMainFrame::ForgetCommandLine);
-    connect(m_restart, &CRestartDesk::Leaving, this, &CMainFrame::StorePlacement);
+    connect(new CFileDrop(*this), &CFileDrop::Dropped, m_files, &CFileController::TakeDropped);
+    connect(m_files, &CFileController::Changed, m_find, &CFindCommands::ForgetAnswer);
+    connect(m_files, &CFileController::Replaced, this, &CMainFrame::ForgetCommandLine);
+    connect(m_recovery, &CRecoveryController::Replaced, this, &CMainFrame::ForgetCommandLine);
+    connect(m_restart, &CRestartController::Leaving, this, &CMainFrame::StorePlacement);
     m_files->SetShowOther([this](const std::string& path) { return m_windows->ShowOther(path); });
     m_commands->Bind(ECommand::About, [this] { ShowAbout(); });
 }
 
 CMainFrame::~CMainFrame() {
     m_status.stop();
-    m_doc->AlertRules().SetNotices(nullptr);
-    for (QObject* desk :
+    m_doc->AlertRules().SetReceiver(nullptr);
+    for (QObject* child :
          {static_cast<QObject*>(m_transfer), static_cast<QObject*>(m_recovery), static_cast<QObject*>(m_files),
-          static_cast<QObject*>(m_board), static_cast<QObject*>(m_alerts), static_cast<QObject*>(m_market),
+          static_cast<QObject*>(m_grid), static_cast<QObject*>(m_alerts), static_cast<QObject*>(m_market),
           static_cast<QObject*>(m_restart), static_cast<QObject*>(m_windows)})
-        delete desk;
+        delete child;
     LookupReplies().newsCounts.SetReceiver(nullptr);
     delete m_view; // The view looks at the document until it is gone.
     m_view = nullptr;
@@ -224,7 +251,7 @@ void CMainFrame::StartFeedOnce() {
     if (!std::exchange(m_feedStarted, true)) StartFeed();
 }
 
-// What the document shows of itself
+// What the document shows in the frame
 
 void CMainFrame::SetStatusText(std::string_view text) {
     if (m_doc && text == m_doc->StatusText())
@@ -263,5 +290,85 @@ void CMainFrame::ShowAbout() {
     CAboutDlg dialog(*this, this);
     dialog.exec();
 }
+
+// What the main frame does with the lines of the feed, and what the document asks of the feed.
+
+void CMainFrame::OnFeedConnected() { OpenDataPorts(UpdateFieldList()); }
+
+void CMainFrame::OnUpdateMessage(std::string_view line) {
+    m_health.NoteData();
+    m_store.OnUpdate(line);
+}
+
+void CMainFrame::OnSummaryMessage(std::string_view line) {
+    m_health.NoteData();
+    m_store.OnSummary(line);
+}
+
+void CMainFrame::OnFundamentalMessage(std::string_view line) {
+    m_health.NoteLine();
+    m_store.OnFundamental(line);
+}
+
+void CMainFrame::OnRegionalMessage(std::string_view line) {
+    m_health.NoteData();
+    m_store.OnRegional(line);
+}
+
+void CMainFrame::OnSystemMessage(std::string_view line) {
+    m_health.NoteLine();
+    m_health.SetStatusWord(Stats().status);
+    ShowSymbolLimit();
+    if (!HandleReadyLine(line)) return;
+    m_doc->SetFeedReady();
+    m_store.SendPendingWatches();
+    // In a watchlist with a file they replace others: closing it asks before these are lost.
+    m_doc->PlaceCommandLineSymbols(m_commandLine.Symbols(), !m_files->File().Path().empty());
+}
+
+// A refusal may cross the end of the watch; one of a symbol that was never watched here waits like any other.
+void CMainFrame::OnSymbolRefused(std::string_view symbol) {
+    if (m_unwatched.Has(symbol) && !IsWanted(symbol)) LimitedSymbols().Forget(symbol);
+    m_doc->RowHintsChanged(symbol);
+}
+
+void CMainFrame::ShowSymbolLimit() {
+    std::string text = fmt::format("waiting for room: limit of {} reached", Stats().symbolLimit);
+    if (text == m_waitingText) return;
+    m_waitingText = std::move(text);
+    m_view->Grid().UpdateAll();
+}
+
+std::string_view CMainFrame::SymbolHint(std::string_view feedSymbol) const {
+    if (!m_health.CanHear()) return "not watched: no connection to the feed client";
+    return LimitedSymbols().Has(feedSymbol) ? std::string_view(m_waitingText) : std::string_view{};
+}
+
+void CMainFrame::OnTimeMessage(std::string_view line) {
+    m_health.NoteLine();
+    m_clock.OnTimeMessage(line);
+}
+
+void CMainFrame::OnSymbolNotFound(std::string_view line) {
+    m_health.NoteLine();
+    constexpr size_t kSymbolStart = 2;
+    if (line.size() <= kSymbolStart) return;
+    LimitedSymbols().Forget(line.substr(kSymbolStart));
+    m_doc->SymbolNotFound(line.substr(kSymbolStart));
+}
+
+void CMainFrame::OnNewsMessage(std::string_view line) {
+    m_health.NoteLine();
+    m_doc->OnNewsLine(line);
+}
+
+void CMainFrame::OnUnwatched(std::string_view symbol) {
+    const std::string_view feedSymbol = FeedSymbol(symbol);
+    m_unwatched.Note(feedSymbol);
+    // A symbol is still wanted for its own row, or for that of one of its regions.
+    if (!IsWanted(feedSymbol)) LimitedSymbols().Forget(feedSymbol);
+}
+
+void CMainFrame::SendNewsRequest(std::string_view request) { SendToFeed(kLookupSocket, request); }
 
 } // namespace vx

@@ -2,14 +2,15 @@
 
 #include "app/frame/NorvCommandLineInfo.h"
 #include "app/shell/FeedHealth.h"
-#include "app/shell/NorvMainFrame.h"
 #include "data/store/L1DataStore.h"
 #include "data/store/MarketClock.h"
 #include "feed/lookup/LookupTables.h"
-#include "feed/session/RecentSymbols.h"
-#include "news/NewsRequest.h"
+#include "feed/session/FeedSession.h"
+#include "feed/session/SymbolQueue.h"
+#include "news/NewsMap.h"
 #include "watchlist/document/WatchlistFrame.h"
 
+#include <QMainWindow>
 #include <QTimer>
 
 #include <memory>
@@ -18,30 +19,50 @@
 
 namespace vx {
 
-class CAlertDesk;
-class CBoardDesk;
+class CAlertController;
+class CGridCommands;
 class CCommands;
 class CConfigLogger;
-class CFileDesk;
-class CFindDesk;
+class CFileController;
+class CFindCommands;
 class CFramePlacer;
 class CMainMenus;
-class CMarketDesk;
-class CRecoveryDesk;
-class CRestartDesk;
+class CMarketCommands;
+class CRecoveryController;
+class CRestartController;
 class CSettings;
 class CStatusPanes;
-class CTransferDesk;
+class CTransferCommands;
 class CWatchlistDoc;
 class CWatchlistView;
-class CWindowDesk;
-struct SBoardContext;
+class CWindowController;
+struct SFrameContext;
+
+/// A main window that holds a session with the feed client and a title made of the program's and the document's.
+class CNorvMainFrame : public QMainWindow, public CFeedSession {
+    Q_OBJECT
+public:
+    explicit CNorvMainFrame(QWidget* parent = nullptr);
+
+    /// Starts the feed client and opens its admin port. Once a run; best after the first paint.
+    void StartFeed();
+
+    /// The program's part of the window title; "Zantrel" until a derived frame says otherwise.
+    void SetFrameTitle(const QString& title);
+    /// The document's part, after " - "; an empty one leaves the frame's title alone.
+    void SetTitleDocument(const QString& title);
+
+private:
+    void ShowTitle();
+
+    QString m_frameTitle;
+    QString m_documentTitle;
+};
 
 /// The watchlist program's main window: owns the level-1 store, the document and its view, and hands every line of the
-/// feed to whom it concerns.
+/// feed to the object that handles it.
 ///
-/// Owns    all of the above; not the settings, which outlive it
-/// Thread  GUI thread only
+/// Owns    all of the above
 class CMainFrame : public CNorvMainFrame, public CWatchlistFrame, private CNewsCountsPort {
     Q_OBJECT
 public:
@@ -56,13 +77,13 @@ public:
     const CNorvCommandLineInfo& CommandLine() const { return m_commandLine; }
     CCommands& Commands() { return *m_commands; }
     CMainMenus& Menus() { return *m_menus; }
-    CFileDesk& Files() { return *m_files; }
-    CBoardDesk& Board() { return *m_board; }
-    CAlertDesk& AlertNotices() { return *m_alerts; }
-    CRecoveryDesk& Recovery() { return *m_recovery; }
-    CTransferDesk& Transfer() { return *m_transfer; }
+    CFileController& Files() { return *m_files; }
+    CGridCommands& GridCommands() { return *m_grid; }
+    CAlertController& Alerts() { return *m_alerts; }
+    CRecoveryController& Recovery() { return *m_recovery; }
+    CTransferCommands& Transfer() { return *m_transfer; }
     CFramePlacer& Place() { return *m_placer; }
-    CRestartDesk& Restart() { return *m_restart; }
+    CRestartController& Restart() { return *m_restart; }
     /// The names of markets and security types that the store shows.
     CLookupTables& LookupTables() { return m_lookupTables; }
 
@@ -80,7 +101,7 @@ public:
     void SetDocumentTitle(std::string_view title) override;
     void ApplyPlacement(const SPlacement& placement) override;
     void OnUnwatched(std::string_view symbol) override;
-    std::string_view SymbolNotice(std::string_view feedSymbol) const override;
+    std::string_view SymbolHint(std::string_view feedSymbol) const override;
 
 protected:
     bool IsWanted(std::string_view symbol) const override { return m_store.IsWanted(symbol); }
@@ -101,8 +122,8 @@ protected:
 private:
     void SendNewsRequest(std::string_view request) override;
 
-    void MakeDesks();
-    void ConnectDesks();
+    void MakeControllers();
+    void ConnectControllers();
     void ForgetCommandLine();
     void OnStatusTimer();
     void StartFeedOnce();
@@ -125,17 +146,17 @@ private:
     CWatchlistView* m_view = nullptr;
     // Children of the window: the commands and who carries them out.
     CCommands* m_commands = nullptr;
-    std::unique_ptr<SBoardContext> m_context; ///< What all of them work with.
+    std::unique_ptr<SFrameContext> m_context; ///< What all of them work with.
     CMainMenus* m_menus = nullptr;
-    CFileDesk* m_files = nullptr;
-    CBoardDesk* m_board = nullptr;
-    CFindDesk* m_find = nullptr;
-    CAlertDesk* m_alerts = nullptr;
-    CMarketDesk* m_market = nullptr;
-    CRecoveryDesk* m_recovery = nullptr;
-    CTransferDesk* m_transfer = nullptr;
-    CRestartDesk* m_restart = nullptr;
-    CWindowDesk* m_windows = nullptr;
+    CFileController* m_files = nullptr;
+    CGridCommands* m_grid = nullptr;
+    CFindCommands* m_find = nullptr;
+    CAlertController* m_alerts = nullptr;
+    CMarketCommands* m_market = nullptr;
+    CRecoveryController* m_recovery = nullptr;
+    CTransferCommands* m_transfer = nullptr;
+    CRestartController* m_restart = nullptr;
+    CWindowController* m_windows = nullptr;
     QTimer m_status;
     bool m_live = true;
     int m_statusTick = 0;

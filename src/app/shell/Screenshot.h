@@ -12,7 +12,6 @@ void PrepareScreenshot(const CNorvCommandLineInfo& commandLine);
 /// Lets the shown window run for the time asked for, writes its picture and ends the event loop.
 ///
 /// Errors  a picture that cannot be written gives one line on standard error that names the file, and exit code 1
-/// Thread  GUI thread only
 /// Returns the program's exit code
 int RunScreenshot(CMainFrame& frame, const CNorvCommandLineInfo& commandLine);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/files/RecoveryDesk.h"
+#include "app/files/RecoveryController.h"
 
 #include <QObject>
 #include <QPointer>
@@ -10,13 +10,10 @@ namespace vx {
 class CMainFrame;
 
 /// Ends the program without a question when the system asks for it (SIGTERM, SIGINT, SIGHUP) or the session does, and
-/// leaves unsaved changes where the next start finds them. So it does when the display is lost: then the toolkit calls
-/// exit() out of its event loop.
+/// leaves unsaved changes where the next start finds them. The same when the display is lost: then the toolkit calls
+/// exit() from its event loop.
 ///
 /// A signal that was ignored when the program started, as by nohup, stays ignored. There is at most one of these.
-///
-/// Owns    nothing of the frame, which outlives it
-/// Thread  GUI thread only
 class CSessionEnd : public QObject {
     Q_OBJECT
 public:
@@ -29,7 +26,7 @@ private:
     void Leave();
 
     CMainFrame& m_frame;
-    QPointer<CRecoveryDesk> m_recovery; ///< It goes before its frame.
+    QPointer<CRecoveryController> m_recovery; ///< It goes before its frame.
     int m_pipe[2] = {-1, -1};
 };
 

@@ -1,31 +1,43 @@
 #include "app/shell/WatchlistApp.h"
 
-#include "app/files/FileDesk.h"
-#include "app/files/RecoveryDesk.h"
+#include "app/files/FileController.h"
+#include "app/files/RecoveryController.h"
+#include "app/frame/Dialogs.h"
 #include "app/frame/ProgramName.h"
 #include "app/shell/MainFrame.h"
-#include "app/shell/QtMessageBox.h"
-#include "app/shell/RestartDesk.h"
+#include "app/shell/RestartController.h"
 #include "app/shell/Screenshot.h"
 #include "app/shell/SessionEnd.h"
 #include "base/Log.h"
 #include "base/MessageBox.h"
-#include "base/Utf8Text.h"
+#include "base/Registry.h"
+#include "base/Windows1252.h"
 #include "base/qt/QtText.h"
-#include "settings/LogSettings.h"
+#include "settings/Settings.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/fileformat/WatchlistReader.h"
 
 #include <QFile>
 #include <QIcon>
 #include <QTimer>
+
 #include <fmt/format.h>
 
+#include <clocale>
 #include <cstdio>
 #include <utility>
 #include <vector>
 
 namespace vx {
+
+CNorvWinAppEx::CNorvWinAppEx(int& argc, char** argv, CRegistry& registry)
+    : QApplication(argc, argv), m_registry(registry), m_profile(registry, kApplicationProfileKey) {
+    // The application object takes the user's locale; a comma for a decimal point would reach files and the wire.
+    std::setlocale(LC_NUMERIC, "C");
+    std::setlocale(LC_TIME, "C");
+}
+
+int CNorvWinAppEx::Run() { return exec(); }
 
 namespace {
 
@@ -67,17 +79,17 @@ bool CWatchlistApp::InitInstance() {
     }
     m_frame->ShowPlaced();
     new CSessionEnd(*m_frame); // The frame's child.
-    connect(&m_frame->Restart(), &CRestartDesk::Restarted, this, [] { exit(0); });
+    connect(&m_frame->Restart(), &CRestartController::Restarted, this, [] { exit(0); });
     QTimer::singleShot(kFirstBoxMs, m_frame.get(), [this, early] {
         for (const SMessageBox& box : early) ShowMessageBox(box);
         const std::string& opened = m_frame->Files().File().Path();
-        if (!opened.empty()) CFileDesk::TellLeftAlone(opened, m_commandLine.otherFiles.size());
+        if (!opened.empty()) CFileController::TellLeftAlone(opened, m_commandLine.otherFiles.size());
         if (!m_resumed) m_frame->Recovery().Offer(false);
     });
     return true;
 }
 
-// Whoever typed them looks at the terminal.
+// The user who typed them looks at the terminal.
 void CWatchlistApp::TellUnknownOptions() const {
     for (const std::string& option : m_commandLine.unknown) {
         const std::string text = fmt::format("\"{}\" is not understood and was ignored.", option);

@@ -1,9 +1,10 @@
 #pragma once
 
 #include "app/frame/NorvCommandLineInfo.h"
-#include "app/shell/NorvWinAppEx.h"
 #include "settings/ConfigWriter.h"
 #include "settings/Settings.h"
+
+#include <QApplication>
 
 #include <memory>
 #include <vector>
@@ -11,12 +12,31 @@
 namespace vx {
 
 class CMainFrame;
+class CRegistry;
 struct SMessageBox;
+
+/// The application object that the display programs share: the application's profile in the registry, one locale for
+/// numbers, and the start in two steps.
+class CNorvWinAppEx : public QApplication {
+public:
+    /// argc and argv must outlive the application.
+    CNorvWinAppEx(int& argc, char** argv, CRegistry& registry);
+
+    /// Makes the windows; false when the program cannot start, after a message said why.
+    virtual bool InitInstance() = 0;
+    /// Runs the event loop until the last window closes; returns the program's exit code.
+    virtual int Run();
+
+    CRegistry& Registry() { return m_registry; }
+    CApplicationProfile& Profile() { return m_profile; }
+
+private:
+    CRegistry& m_registry;
+    CApplicationProfile m_profile;
+};
 
 /// The watchlist program: sets up log and settings, makes the main frame with its document and view, and opens what the
 /// command line names.
-///
-/// Thread  GUI thread only
 class CWatchlistApp : public CNorvWinAppEx {
 public:
     /// Reads the command line after the toolkit has taken its own options out of it.
@@ -41,7 +61,7 @@ private:
     CConfigWriter m_configWriter;
     CSettings m_settings;
     std::unique_ptr<CMainFrame> m_frame;
-    bool m_resumed = false; ///< The window took over what another one left behind.
+    bool m_resumed = false; ///< The window took over the unsaved changes of another one.
 };
 
 } // namespace vx

@@ -3,9 +3,9 @@
 #include "app/shell/WatchlistApp.h"
 #include "app/workspace/RunningWindows.h"
 #include "app/workspace/Workspace.h"
+#include "base/FileSystem.h"
 #include "base/Log.h"
 #include "base/Registry.h"
-#include "base/UserFolders.h"
 #include "base/qt/QtText.h"
 
 #include <algorithm>
@@ -18,9 +18,9 @@ namespace {
 
 constexpr int kBadUsage = 2;
 
-// What the toolkit has to say belongs into the log, not onto the terminal of whoever started the program.
+// The toolkit's messages belong in the log, not on the terminal that started the program.
 void LogToolkitMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
-    static QByteArray warning; // The first one: what comes behind it only follows from it.
+    static QByteArray warning; // The first one: later ones are only its consequences.
     if (type == QtWarningMsg && warning.isEmpty()) warning = text.toLocal8Bit();
     if (type == QtFatalMsg && QCoreApplication::startingUp()) {
         // No display that answers. A core dump would tell nobody more.

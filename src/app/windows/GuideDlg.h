@@ -9,8 +9,6 @@ class QTextBlock;
 namespace vx {
 
 /// Shows a page of the program's documentation, which is part of the program, and follows its links.
-///
-/// Thread  GUI thread only
 class CGuideBrowser : public QTextBrowser {
     Q_OBJECT
 public:
@@ -34,8 +32,6 @@ private:
 };
 
 /// The user guide, with its sections beside it.
-///
-/// Thread  GUI thread only
 class CGuideDlg : public QDialog {
     Q_OBJECT
 public:

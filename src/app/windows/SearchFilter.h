@@ -1,12 +1,13 @@
 #pragma once
 
-#include "feed/lookup/ListedMarkets.h"
-#include "feed/lookup/SecurityTypes.h"
+#include "feed/lookup/LookupTables.h"
 
+#include <QAbstractTableModel>
 #include <QWidget>
 
 #include <array>
 #include <string>
+#include <vector>
 
 class QComboBox;
 class QLabel;
@@ -17,13 +18,40 @@ namespace vx {
 
 class CListView;
 
+/// The results of a symbol search as rows, in the order of their arrival.
+class CSearchResultModel : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    enum EColumn { kSymbol, kMarket, kDescription, kColumns };
+
+    struct SRow {
+        std::string symbol; ///< As the feed sent it.
+        QString shownSymbol;
+        QString market;
+        QString description;
+    };
+
+    using QAbstractTableModel::QAbstractTableModel;
+
+    void Clear();
+    void Append(const std::vector<SRow>& rows);
+    const std::string& SymbolAt(int row) const { return m_rows[static_cast<size_t>(row)].symbol; }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    std::vector<SRow> m_rows;
+};
+
 /// The filter of a symbol search: none, some listed markets or some security types, which are chosen from a list.
 ///
-/// The names are loaded from the lookup port when they are first needed, which holds the window for the time-out at
+/// The names are loaded from the lookup port when they are first needed, which blocks the window for the time-out at
 /// most; a list that could not be loaded says why and offers another try.
 ///
 /// Owns    the two tables
-/// Thread  GUI thread only
 class CSearchFilter : public QWidget {
     Q_OBJECT
 public:

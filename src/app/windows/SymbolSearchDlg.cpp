@@ -1,10 +1,8 @@
 #include "app/windows/SymbolSearchDlg.h"
 
-#include "app/frame/ShownText.h"
-#include "app/windows/ListView.h"
 #include "app/windows/ListWindow.h"
 #include "app/windows/SearchFilter.h"
-#include "app/windows/SearchResultModel.h"
+#include "base/qt/QtText.h"
 #include "feed/session/FeedSession.h"
 #include "feed/socket/ClientAppSocket.h"
 #include "settings/Settings.h"
@@ -209,10 +207,10 @@ void CSymbolSearchDlg::done(int result) {
     QDialog::done(result);
 }
 
-// What is going on
+// The state of the search
 
 bool CSymbolSearchDlg::IsConnected() const {
-    const CZantrelClientAppSocket* const lookup = m_session.FeedSocket(kLookupSlot);
+    const CZantrelClientAppSocket* const lookup = m_session.FeedSocket(kLookupSocket);
     return lookup && lookup->IsConnected();
 }
 

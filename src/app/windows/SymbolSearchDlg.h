@@ -22,16 +22,13 @@ class CSettings;
 
 /// Finds symbols on the feed client's lookup port: run it modally, and after OK take what was chosen.
 ///
-/// Results are shown as they arrive. The replies of a search go on arriving in the session when the dialog is gone.
-///
-/// Owns    nothing of session and settings, which outlive it
-/// Thread  GUI thread only
+/// Results are shown as they arrive. The replies of a search still arrive in the session when the dialog is gone.
 class CSymbolSearchDlg : public QDialog {
     Q_OBJECT
 public:
     static constexpr int kResultsTimer = 0;
     static constexpr int kResultsMs = 100;
-    /// A feed that has said nothing for this long is told of.
+    /// A feed that has been silent for this long is reported.
     static constexpr int kSilentMs = 5000;
 
     CSymbolSearchDlg(CFeedSession& session, CSettings& settings, QWidget* parent);

@@ -3,8 +3,7 @@
 #include "app/workspace/RunningWindows.h"
 #include "base/Number.h"
 #include "base/Registry.h"
-#include "base/RegistryPaths.h"
-#include "base/Utf8Text.h"
+#include "base/Windows1252.h"
 
 #include <fmt/format.h>
 
@@ -45,7 +44,7 @@ int NumberOf(std::string_view name) {
     return number > 0 && name == WorkspaceValueName(number) ? number : 0;
 }
 
-// Each running window stands for one of the workspace.
+// Each running window counts as one of the workspace.
 bool TakeOpen(std::vector<SRunningWindow>& running, const CNorvCommandLineInfo& wanted) {
     const auto same = std::ranges::find_if(running, [&](const SRunningWindow& window) {
         return wanted.file.empty() ? window.shows.file.empty() && window.shows.Symbols() == wanted.Symbols()

@@ -30,7 +30,7 @@ struct SWorkspaceWindow {
 /// The name of a window's value in the workspace.
 std::string WorkspaceValueName(int number);
 
-/// The command that starts a window as it stands: program and document, then " -max", " -min" or the edges.
+/// The command that starts a window as it is: program and document, then " -max", " -min" or the edges.
 ///
 /// Shape   one line of a POSIX shell; bytes as they are
 std::string WorkspaceText(const SWorkspaceWindow& window);
@@ -46,7 +46,7 @@ std::optional<std::vector<std::string>> WorkspaceArguments(std::string_view text
 /// Errors  0, or the number of CRegistry::LastError when nothing was written
 int SaveToWorkspace(CRegistry& registry, const SWorkspaceWindow& window, const std::function<bool(int)>& runs);
 
-/// What came of opening the saved workspace.
+/// The outcome of opening the saved workspace.
 struct SOpenedWorkspace {
     int stored = 0;  ///< Windows that it has.
     int started = 0; ///< Of them, windows that were started, and windows that were open already.
@@ -63,10 +63,10 @@ struct SOpenedWorkspace {
 SOpenedWorkspace OpenWorkspace(CRegistry& registry, std::vector<SRunningWindow> running,
                                const std::function<int(const std::vector<std::string>&)>& start);
 
-/// What the user is to know of it when it is not whole; Windows-1252.
+/// The message to the user when it is not whole; Windows-1252.
 std::string WorkspaceProblems(const SOpenedWorkspace& opened);
 
-/// What the user reads when the workspace could not be written.
+/// The message to the user when the workspace could not be written.
 std::string WorkspaceError(const std::string& name, int error);
 inline constexpr const char* kWorkspaceErrorCaption = "Zantrel Workspace Create Error";
 

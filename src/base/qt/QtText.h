@@ -3,12 +3,14 @@
 #include "base/Windows1252.h"
 
 #include <QString>
+
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace vx {
 
-// The program's texts are Windows-1252 bytes, a widget's are QString: these two stand between them.
+// The program's texts are Windows-1252 bytes, those of widgets are QString: these two functions convert them.
 
 /// Windows-1252 bytes to a QString.
 inline QString QtText(std::string_view bytes) { return QString::fromStdU16String(Utf16FromWindows1252(bytes)); }
@@ -24,5 +26,21 @@ inline QString PlainTipText(const QString& text) {
     if (text.isEmpty()) return {};
     return QStringLiteral("<p style='white-space:pre-wrap; margin:0'>") + text.toHtmlEscaped() + QStringLiteral("</p>");
 }
+
+/// A text of the feed as a list, a label or a title shows it: control characters as blanks, one that is longer than
+/// mostBytes cut and ended with "...".
+inline QString ShownText(std::string_view bytes, size_t mostBytes) {
+    QString text = QtText(bytes.substr(0, mostBytes));
+    for (QChar& c : text)
+        if (c.category() == QChar::Other_Control) c = QLatin1Char(' ');
+    if (bytes.size() > mostBytes) text += QStringLiteral("...");
+    return text;
+}
+
+/// Of a symbol in a label or a title.
+inline constexpr size_t kMostShownSymbol = 40;
+/// Of a text in a row of a list, and in its tooltip.
+inline constexpr size_t kMostShownRow = 400;
+inline constexpr size_t kMostShownTip = 1500;
 
 } // namespace vx

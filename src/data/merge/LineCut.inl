@@ -1,7 +1,7 @@
 // The cut of a line by bit masks of 64 bytes, written once and compiled for each instruction set. The including file is
 // inside an unnamed namespace of vx and has defined before
 //   ZW_TARGET                               the attribute of every function, empty or the instruction set
-//   SBlock ReadBlock(const char*)           what stands in 64 bytes
+//   SBlock ReadBlock(const char*)           what 64 bytes hold
 
 ZW_TARGET inline SBlock TailBlock(std::string_view line, size_t from) {
     const size_t left = line.size() - from;
@@ -35,7 +35,7 @@ ZW_TARGET void Cut(std::string_view line, size_t slots, SCutLine& out) {
     size_t count = 0;
     size_t slot = 0;
     size_t begin = kFirstFieldOffset; // Of the field that is open at the start of the block.
-    uint64_t afterComma = 1;          // Whether the block starts right behind a comma.
+    uint64_t afterComma = 1;          // Whether the block starts right after a comma.
     bool hasBlanks = false;
     for (size_t from = kFirstFieldOffset; from < line.size() && slot < slots; from += 64) {
         const SBlock block = line.size() - from >= 64 ? ReadBlock(line.data() + from) : TailBlock(line, from);

@@ -16,12 +16,12 @@ inline constexpr size_t kFirstFieldOffset = 2;
 struct SCutLine {
     /// The beginning of a longer line is cut: no line of the feed's connection is longer.
     static constexpr size_t kMostBytes = 65535;
-    /// A block of 64 bytes is cut whole, and several fields at a time: some are written behind the last slot and
+    /// A block of 64 bytes is cut whole, and several fields at a time: some are written after the last slot and
     /// dropped.
     static constexpr size_t kRoom = kMostSlots + 64;
 
     size_t count = 0;
-    bool hasBlanks = false;             ///< Some blank stands in the line; without one there is nothing to trim.
+    bool hasBlanks = false;             ///< The line holds a blank; without one there is nothing to trim.
     std::array<uint16_t, kRoom> begins; ///< Offsets into the line.
     std::array<uint16_t, kRoom> ends;
     std::array<uint8_t, kRoom> slots; ///< Positions among all fields, empty ones included.

@@ -109,7 +109,7 @@ ZW_TARGET inline void MergeField(std::string_view line, const char* first, const
 }
 
 ZW_TARGET void Merge(std::string_view line, const SCutLine& cut, const SFieldSlots& block, SMergeNotes& notes) {
-    // A copy, because a text that is written may be anything to the compiler, what was handed in included.
+    // A copy, because a text that is written may be anything to the compiler, the arguments included.
     const SFieldSlots into = block;
     const size_t count = cut.count;
     const bool hasBlanks = cut.hasBlanks;

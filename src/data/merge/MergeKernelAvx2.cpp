@@ -3,7 +3,6 @@
 #if defined(__x86_64__)
 
 #include "base/Number.h"
-#include "data/merge/KernelTypes.h"
 #include "data/merge/MergeSlowPath.h"
 
 #include <algorithm>

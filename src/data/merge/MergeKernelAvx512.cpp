@@ -3,7 +3,6 @@
 #if defined(__x86_64__)
 
 #include "base/Number.h"
-#include "data/merge/KernelTypes.h"
 #include "data/merge/MergeSlowPath.h"
 
 #include <algorithm>
@@ -16,7 +15,7 @@
 // A line is cut 64 bytes at a time into lists of begins and ends, without a loop over its fields. The fields are sorted
 // into numbers, texts and others by their slots, and eight numbers are read, compared and stored at once.
 //
-// Forms of instructions with a mask of ones stand where the plain form makes g++ 12 warn of its own header.
+// The forms of instructions with a mask of ones are used where the plain form makes g++ 12 warn about its own header.
 
 namespace vx {
 
@@ -56,7 +55,7 @@ ZW_TARGET inline __m128i Load16(const void* bytes) { return _mm_loadu_si128(stat
 
 ZW_TARGET inline void Store32(void* to, __m256i bytes) { _mm256_storeu_si256(static_cast<__m256i*>(to), bytes); }
 
-// Writes the places of the set bits; at most 32 of 64 are set.
+// Writes the positions of the set bits; at most 32 of 64 are set.
 ZW_TARGET inline void WritePlaces(uint64_t bits, size_t from, uint16_t* out) {
     const __m512i places = _mm512_maskz_compress_epi8(bits, Load64(kIota.bytes.data()));
     const __m512i wide = _mm512_maskz_cvtepu8_epi16(~__mmask32{0}, LowHalf(places));
@@ -73,7 +72,7 @@ ZW_TARGET void Cut(std::string_view line, size_t slots, SCutLine& out) {
     size_t begins = 0; // One more than ends at times: a field may begin in one block and end in the next.
     size_t ends = 0;
     size_t slot = 0;
-    uint64_t afterComma = 1; // Whether the block starts right behind a comma.
+    uint64_t afterComma = 1; // Whether the block starts right after a comma.
     uint64_t blanks = 0;
     for (size_t from = kFirstFieldOffset; from < line.size() && slot < slots; from += 64) {
         const uint64_t valid = _bzhi_u64(~uint64_t{0}, static_cast<unsigned>(std::min<size_t>(line.size() - from, 64)));
@@ -176,13 +175,13 @@ constexpr uint64_t kLaneEnds = 0x8000800080008000; ///< The last of sixteen byte
 /// Four numbers as sixteen digits each.
 struct SFourNumbers {
     __m512i digits;
-    uint64_t points; ///< Where the point was, and the last place of each.
+    uint64_t points; ///< Where the point was, and the last position of each.
     uint64_t signs;
     uint64_t known; ///< Where digits should be.
     uint64_t junk;  ///< Where something else is.
 };
 
-// The last sixteen bytes up to and with the comma behind each of four fields, none before the line's own.
+// The last sixteen bytes up to and with the comma after each of four fields, none before the line's own.
 ZW_TARGET inline __m512i LoadFour(const char* line, const uint16_t* from) {
     const __m512i one = _mm512_maskz_broadcast_i32x4(0x000F, Load16(line + from[0]));
     const __m512i two = _mm512_mask_broadcast_i32x4(one, 0x00F0, Load16(line + from[1]));
@@ -202,7 +201,7 @@ ZW_TARGET inline SFourNumbers ReadFour(__m512i text, __m512i moves, __m512i begi
     out.signs = _mm512_mask_cmpeq_epi8_mask(first, text, _mm512_set1_epi8('-'));
     out.points = inner | kLaneEnds;
     // The digits before the point go one up, over it; without a point all do, over the comma. With one, the comma
-    // counts as one more 0 behind it.
+    // counts as one more 0 after it.
     const uint64_t upToPoint = out.points ^ (out.points - first);
     const __m512i values = _mm512_maskz_sub_epi8(field & ~out.signs, text, _mm512_set1_epi8('0'));
     out.digits = _mm512_mask_blend_epi8(upToPoint, values, _mm512_bslli_epi128(values, 1));
@@ -244,7 +243,7 @@ ZW_TARGET inline __m128i PerField(uint64_t low, uint64_t high) {
     return _mm_set_epi64x(static_cast<int64_t>(high), static_cast<int64_t>(low));
 }
 
-// The fields that are not valid are read as if they were empty and stood at the start of the line.
+// The fields that are not valid are read as if they were empty and at the start of the line.
 ZW_TARGET inline SEightNumbers ReadEight(const char* line, const uint16_t* ends, const uint16_t* sizes,
                                          __mmask8 valid) {
     const __m128i last = _mm_maskz_mov_epi16(valid, Load16(ends));
@@ -257,7 +256,7 @@ ZW_TARGET inline SEightNumbers ReadEight(const char* line, const uint16_t* ends,
     const SFourNumbers low = ReadFour(LoadFour(line, &from[0]), Spread(both, 0), Spread(both, 8));
     const SFourNumbers high = ReadFour(LoadFour(line, &from[4]), Spread(both, 4), Spread(both, 12));
 
-    // Of each the places up to the point: their number tells how many are behind it.
+    // Of each the positions up to the point: their number says how many follow it.
     const __m128i points = PerField(low.points, high.points);
     const __m128i upTo = _mm_xor_si128(points, _mm_sub_epi16(points, _mm_set1_epi16(1)));
     const __m512i count = _mm512_maskz_cvtepu16_epi64(0xFF, _mm_popcnt_epi16(upTo));

@@ -1,7 +1,6 @@
 #include "data/merge/MergeKernel.h"
 
 #include "base/Number.h"
-#include "data/merge/KernelTypes.h"
 #include "data/merge/MergeSlowPath.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // Plain numbers with the instructions that every processor with AVX2 has. The including file is inside an unnamed
 // namespace of vx and has defined ZW_TARGET, the attribute of every function, before.
 
-// By the place of the point among sixteen bytes; 16 stands for none.
+// By the position of the point among sixteen bytes; 16 means none.
 constexpr unsigned kNoPoint = 16;
 struct SPointTables {
     alignas(16) int8_t closeGap[17][16]; ///< Moves the bytes before the point one up, over it; byte 0 becomes 0.
@@ -40,7 +40,7 @@ ZW_TARGET inline uint64_t SumDigits(__m128i digits) {
     return (halves & 0xFFFFFFFF) * 100000000 + (halves >> 32);
 }
 
-// The bytes of a field of at most 16, at the end of a register; what stands before them is whatever the line has there.
+// The bytes of a field of at most 16, at the end of a register; before them are whatever bytes the line has there.
 // The line has at least 16 bytes.
 ZW_TARGET inline __m128i LoadEndingAt(const char* line, const char* last) {
     const char* const from = last - line >= 16 ? last - 16 : line;

@@ -10,9 +10,9 @@ constexpr size_t kFirstRingSize = 64;
 
 CChangeQueue::CChangeQueue(CChangeWaker& waker) : m_waker(waker), m_ring(kFirstRingSize) {}
 
-void CChangeQueue::Push(const SChangeNotice& notice) {
+void CChangeQueue::Push(const SRecordIds& ids) {
     if (m_count == m_ring.size()) Grow();
-    m_ring[(m_first + m_count) & (m_ring.size() - 1)] = notice;
+    m_ring[(m_first + m_count) & (m_ring.size() - 1)] = ids;
     ++m_count;
     if (m_woken) return;
     m_woken = true;
@@ -36,15 +36,15 @@ size_t CChangeQueue::BeginDrain() {
     return m_count;
 }
 
-SChangeNotice CChangeQueue::Pop() {
-    const SChangeNotice notice = m_ring[m_first];
+SRecordIds CChangeQueue::Pop() {
+    const SRecordIds ids = m_ring[m_first];
     m_first = (m_first + 1) & (m_ring.size() - 1);
     --m_count;
-    return notice;
+    return ids;
 }
 
 void CChangeQueue::Grow() {
-    std::vector<SChangeNotice> larger(m_ring.size() * 2);
+    std::vector<SRecordIds> larger(m_ring.size() * 2);
     for (size_t i = 0; i < m_count; ++i) larger[i] = m_ring[(m_first + i) & (m_ring.size() - 1)];
     m_ring.swap(larger);
     m_first = 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/record/FieldValue.h"
+#include "data/record/FieldBlock.h"
 
 #include <array>
 #include <cstddef>

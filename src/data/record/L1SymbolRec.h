@@ -1,19 +1,76 @@
 #pragma once
 
-#include "data/record/CodeNames.h"
-#include "data/record/QuoteData.h"
+#include "data/record/FieldBlock.h"
 #include "data/record/SymbolRec.h"
-#include "data/record/TimeAndSales.h"
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <list>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vx {
 
 class CL1SymbolRec;
+
+/// Names for the numeric codes that data lines carry: listed markets and security types.
+///
+/// Units   ids run from 0 to 255; any other id has an empty name
+/// Owns    the texts; a returned name is good until the next load
+/// Thread  GUI thread only; a load may block it for up to 2 s
+class CCodeNames {
+public:
+    virtual ~CCodeNames() = default;
+
+    /// Loads the markets' names unless they are there already, and says whether they are there now. A call while they
+    /// are missing tries again; the caller spaces its calls, and an implementation may pause longer.
+    virtual bool EnsureMarketsLoaded() = 0;
+    /// The same for the security types.
+    virtual bool EnsureSecurityTypesLoaded() = 0;
+
+    /// Short name of a listed market; empty while the table is not loaded. Never loads.
+    virtual std::string_view MarketName(int id) const = 0;
+    /// Name of a security type; empty while the table is not loaded. Never loads.
+    virtual std::string_view SecurityTypeName(int id) const = 0;
+};
+
+/// One last-qualifying trade, with the extended trade as it was at that moment.
+struct sTimeAndSalesRec {
+    uint32_t number = 0;         ///< One more than the previous trade's; the first is 1.
+    std::array<char, 19> time{}; ///< Zero-terminated, at most 18 characters.
+    double price = 0;
+    int32_t size = 0;
+    double extendedPrice = 0;
+    int32_t extendedSize = 0;
+};
+
+/// The last trades of one symbol, oldest first, as many as the limit allows.
+///
+/// Owns    room for all of them from the moment the limit is set: adding a trade does not allocate
+class CTimeAndSales {
+public:
+    explicit CTimeAndSales(size_t limit) : m_trades(limit) {}
+
+    size_t Limit() const { return m_trades.size(); }
+    /// Changes the limit; the newest trades stay.
+    void SetLimit(size_t limit);
+
+    /// Adds a trade and drops the oldest beyond the limit; the number is set here. A limit of 0 keeps none.
+    void Add(sTimeAndSalesRec trade, std::string_view time);
+
+    size_t Size() const { return m_size; }
+    /// 0 is the oldest.
+    const sTimeAndSalesRec& At(size_t index) const { return m_trades[(m_first + index) % m_trades.size()]; }
+
+private:
+    std::vector<sTimeAndSalesRec> m_trades;
+    size_t m_first = 0;
+    size_t m_size = 0;
+};
 
 /// The quote of one symbol in one region, for the row "symbol--region".
 struct sRegQuoteData final : CSymbolRec {
@@ -54,7 +111,7 @@ public:
     /// "Not Found" then, else empty.
     std::string_view StatusText() const;
 
-    /// The symbol's own number of decimal places; -1 while the feed has not told.
+    /// The symbol's own number of decimal places; -1 until the feed has sent it.
     int DecimalPrecision() const;
 
     /// The trades kept; null while the limit is 0.

@@ -13,15 +13,15 @@ namespace {
 
 __extension__ using Wide = unsigned __int128;
 
-constexpr int kMostPlaces = 15;
+constexpr int kMostFixedDecimals = 15;
 constexpr size_t kMostDigits = 20; ///< Of a 64-bit number.
-constexpr std::array<uint64_t, kMostPlaces + 1> kPowersOfTen = [] {
-    std::array<uint64_t, kMostPlaces + 1> powers{1};
+constexpr std::array<uint64_t, kMostFixedDecimals + 1> kPowersOfTen = [] {
+    std::array<uint64_t, kMostFixedDecimals + 1> powers{1};
     for (size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
     return powers;
 }();
 
-// "00" to "99", one behind the other.
+// "00" to "99", one after the other.
 constexpr std::array<char, 200> kPairs = [] {
     std::array<char, 200> pairs{};
     for (size_t i = 0; i < 100; ++i) {
@@ -53,22 +53,22 @@ size_t CopyOut(const char* first, const char* last, std::span<char> out) {
     return size;
 }
 
-// |value| * 10^places rounded to a whole number, ties to even, as exact arithmetic has it. False when the value is too
-// large for that, or no number.
-bool Scale(double value, int places, uint64_t& scaled) {
+// |value| * 10^decimals rounded to a whole number, ties to even, as exact arithmetic has it. False when the value is
+// too large for that, or no number.
+bool Scale(double value, int decimals, uint64_t& scaled) {
     constexpr int kFractionBits = 52;
     constexpr int kExponentBias = 1075; // Of a number seen as a whole 53-bit mantissa times a power of two.
     const uint64_t bits = std::bit_cast<uint64_t>(value) & ~(uint64_t{1} << 63);
     const int biased = static_cast<int>(bits >> kFractionBits);
     const int shift = kExponentBias - std::max(biased, 1);
-    if (shift <= 0) return false; // From 2^52 on there are no places to round.
+    if (shift <= 0) return false; // From 2^52 on there are no decimals to round.
     const uint64_t fraction = bits & ((uint64_t{1} << kFractionBits) - 1);
     const uint64_t mantissa = fraction | (biased != 0 ? uint64_t{1} << kFractionBits : 0);
     if (shift > 110) {
         scaled = 0; // Below 10^-17.
         return true;
     }
-    const Wide exact = Wide{mantissa} * kPowersOfTen[static_cast<size_t>(places)];
+    const Wide exact = Wide{mantissa} * kPowersOfTen[static_cast<size_t>(decimals)];
     const Wide whole = exact >> shift;
     if ((whole >> 63) != 0) return false;
     const Wide rest = exact - (whole << shift);
@@ -79,26 +79,27 @@ bool Scale(double value, int places, uint64_t& scaled) {
 }
 
 // Large, infinite and missing numbers.
-size_t WriteRareFixed(double value, int places, bool plus, std::span<char> out) {
+size_t WriteRareFixed(double value, int decimals, bool plus, std::span<char> out) {
     std::array<char, 400> text; // DBL_MAX has 309 digits before the point.
     char* first = text.data();
     if (plus && !std::signbit(value)) *first++ = '+';
-    const auto [end, error] = std::to_chars(first, text.data() + text.size(), value, std::chars_format::fixed, places);
+    const auto [end, error] =
+        std::to_chars(first, text.data() + text.size(), value, std::chars_format::fixed, decimals);
     return CopyOut(text.data(), error == std::errc{} ? end : first, out);
 }
 
 } // namespace
 
-size_t WriteFixed(double value, int places, bool plus, std::span<char> out) {
-    places = std::clamp(places, 0, kMostPlaces);
+size_t WriteFixed(double value, int decimals, bool plus, std::span<char> out) {
+    decimals = std::clamp(decimals, 0, kMostFixedDecimals);
     uint64_t scaled = 0;
-    if (!Scale(value, places, scaled)) return WriteRareFixed(value, places, plus, out);
-    std::array<char, kMostDigits + kMostPlaces + 4> text;
+    if (!Scale(value, decimals, scaled)) return WriteRareFixed(value, decimals, plus, out);
+    std::array<char, kMostDigits + kMostFixedDecimals + 4> text;
     char* const end = text.data() + text.size();
     char* first;
-    if (places > 0) {
-        const uint64_t power = kPowersOfTen[static_cast<size_t>(places)];
-        char* const point = end - places - 1;
+    if (decimals > 0) {
+        const uint64_t power = kPowersOfTen[static_cast<size_t>(decimals)];
+        char* const point = end - decimals - 1;
         first = DigitsBefore(end, scaled % power);
         std::fill(point + 1, first, '0');
         *point = '.';

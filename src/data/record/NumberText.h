@@ -9,10 +9,10 @@ namespace vx {
 // Numbers into text, free of any locale, without allocation. The bytes are those of the C library's printf in the C
 // locale. Each returns the bytes written, never more than the buffer holds: what does not fit is cut at the end.
 
-/// A number with a fixed number of places, as "%.*f" or, with plus, "%+.*f" writes it.
+/// A number with a fixed number of decimals, as "%.*f" or, with plus, "%+.*f" writes it.
 ///
-/// Units   places 0..15, values outside are brought inside
-size_t WriteFixed(double value, int places, bool plus, std::span<char> out);
+/// Units   decimals 0..15, values outside are brought inside
+size_t WriteFixed(double value, int decimals, bool plus, std::span<char> out);
 
 /// As "%d".
 size_t WriteInteger(int32_t value, std::span<char> out);

@@ -1,6 +1,6 @@
 #include "data/record/SymbolRec.h"
 
-#include "data/record/SymbolHash.h"
+#include "data/record/SymbolKey.h"
 
 #include <algorithm>
 

@@ -12,10 +12,9 @@ namespace vx {
 class CL1SymbolRec;
 struct sRegQuoteData;
 
-/// What every per-symbol record has: its name, the two identifiers of its change notices, and who listens.
+/// What every per-symbol record has: its name, the two identifiers of its changes, and who listens.
 ///
 /// Owns    nothing of its listeners: each stays alive until it is removed
-/// Thread  GUI thread only
 class CSymbolRec {
 public:
     CSymbolRec(std::string_view symbol, uint32_t number);
@@ -31,7 +30,7 @@ public:
     virtual bool HasData() const = 0;
 
     const std::string& Symbol() const { return m_symbol; }
-    SChangeNotice Ids() const { return m_ids; }
+    SRecordIds Ids() const { return m_ids; }
 
     /// Does nothing when the listener is there already.
     void AddListener(CChangeQueue& listener);
@@ -41,7 +40,7 @@ public:
     bool HasListener(const CChangeQueue& listener) const;
     bool HasListeners() const { return m_first.queue != nullptr; }
 
-    /// Puts a notice into the queue of every listener that has none of this record waiting.
+    /// Puts a change into the queue of every listener that has none of this record waiting.
     void Notify() {
         if (m_first.queue) Notify(m_first);
         for (SListener& listener : m_more) Notify(listener);
@@ -57,7 +56,7 @@ public:
 private:
     struct SListener {
         CChangeQueue* queue = nullptr;
-        uint64_t drainNumber = 0; ///< The queue's number when this record last put a notice into it.
+        uint64_t drainNumber = 0; ///< The queue's number when this record last put a change into it.
     };
 
     void Notify(SListener& listener) const {
@@ -68,7 +67,7 @@ private:
     CChangeQueue* FindWaiting() const;
 
     std::string m_symbol;
-    SChangeNotice m_ids;
+    SRecordIds m_ids;
     int m_armedAlerts = 0;
     SListener m_first; ///< Nearly every record has one listener: it costs no step into another block of memory.
     std::vector<SListener> m_more;

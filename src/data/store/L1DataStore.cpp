@@ -1,17 +1,17 @@
 #include "data/store/L1DataStore.h"
 
 #include "base/Log.h"
-#include "data/record/SymbolHash.h"
+#include "data/record/SymbolKey.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <utility>
 
-// Watching: which records there are, who listens to them, and what the feed is told. The data lines are handled in
-// L1DataStoreLines.cpp.
-
 namespace vx {
+
+// Watching: which records there are, who listens to them, and which commands the feed gets. The data lines are handled
+// in L1DataStoreLines.cpp.
 
 namespace {
 

@@ -2,9 +2,7 @@
 
 #include "data/merge/MergeKernel.h"
 #include "data/record/ChangeQueue.h"
-#include "data/record/CodeNames.h"
 #include "data/record/L1SymbolRec.h"
-#include "data/store/CommandPort.h"
 #include "data/store/SymbolTable.h"
 
 #include <array>
@@ -17,13 +15,28 @@
 
 namespace vx {
 
+/// The connection on which the level-1 store sends its watch commands.
+class CL1CommandPort {
+public:
+    virtual ~CL1CommandPort() = default;
+
+    /// Sends one command as it stands, line end included, and returns without waiting.
+    ///
+    /// Returns the bytes that went out, fewer than the command's length when the connection took only a part of it, or
+    ///         -1 when nothing could be sent
+    virtual int Send(std::string_view command) = 0;
+
+    /// False while the connection is known to be closed or not yet there: the store then does not try to send its
+    /// watches again.
+    virtual bool IsOpen() const = 0;
+};
+
 /// Keeps the latest level-1 values of every watched symbol: asks the feed for symbols, merges data lines into their
 /// records and tells the listening windows what changed. There is one for the whole program.
 ///
-/// Shape   one data line in -> one record changed, at most one notice per listening window between two of its drains
+/// Shape   one data line in -> one record changed, at most one change per listening window between two of its drains
 /// Errors  none: a line without a symbol is dropped, a field that cannot be read counts as 0
 /// Owns    the records; not the port, the names or the listeners, which outlive it or are taken out before they go
-/// Thread  GUI thread only
 /// Source  docs/feed-protocol.md, "Data lines"
 class CL1DataStore {
 public:
@@ -42,13 +55,13 @@ public:
     /// Who names markets and security types; null leaves the names empty.
     void SetCodeNames(CCodeNames* names);
 
-    /// Has a symbol ("IBM") or a regional quote ("IBM--X") watched for a listener, which gets a notice at once. The
-    /// feed is asked for a symbol only when it is not sending it already, for a region's quotes every time. When a
+    /// Has a symbol ("IBM") or a regional quote ("IBM--X") watched for a listener, whose queue gets a change at once.
+    /// The feed is asked for a symbol only when it is not sending it already, for a region's quotes every time. When a
     /// watch command fails, all are sent again.
     ///
     /// Errors  false, and nothing done, for a symbol that is empty or holds control characters
     bool Watch(std::string_view symbol, CChangeQueue& listener);
-    /// Takes a listener off a symbol or regional quote. When nobody is left the feed is told and the record goes.
+    /// Takes a listener off a symbol or regional quote. When none is left, the watch ends and the record is removed.
     void Unwatch(std::string_view symbol, CChangeQueue& listener);
     /// The feed does not know the symbol: its record and regional quotes go, and the feed is not told.
     void Forget(std::string_view symbol);
@@ -61,7 +74,7 @@ public:
     /// A new turn of the event loop has begun.
     void NewTurn() { m_rewatchedThisTurn = false; }
     /// Sends the watch and region commands that did not go out yet, in the order of their symbols, until one fails
-    /// again; meant for a beat of a second or so. Costs nothing while all went out.
+    /// again; for a timer of about a second. Costs nothing while all went out.
     void SendPendingWatches();
 
     /// One line of the level-1 connection without its line end; anything but a Q, P, F or R line is ignored.
@@ -76,7 +89,7 @@ public:
     const CSymbolRec* Find(std::string_view symbol) const;
     /// The record of a feed symbol alone.
     CL1SymbolRec* FindSymbol(std::string_view symbol) const { return m_records.Find(symbol); }
-    /// The record that sent a notice; null when it is gone.
+    /// The record of a change; null when it is gone.
     const CSymbolRec* FindById(uint32_t id1, uint32_t id2) const;
 
     /// Number of armed alerts of a symbol or regional quote; see CSymbolRec::SetArmedAlerts.

@@ -187,7 +187,7 @@ CL1SymbolRec& CL1DataStore::RecordForLine(std::string_view symbol) {
     return record ? *record : AddStray(symbol);
 }
 
-// A listener may unwatch the symbol while it drains, so that the record is looked up anew after each.
+// A listener may unwatch the symbol while it drains, so the record is looked up again after each.
 void CL1DataStore::DrainBeforeChange(std::string_view symbol) {
     const CChangeQueue* last = nullptr;
     for (const CSymbolRec* record = FindMutable(symbol); record; record = FindMutable(symbol)) {

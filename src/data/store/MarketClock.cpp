@@ -8,7 +8,7 @@ namespace vx {
 
 namespace {
 
-constexpr std::string_view kForm = "T,dddddddd dd:dd:dd"; ///< "d" stands for a digit.
+constexpr std::string_view kForm = "T,dddddddd dd:dd:dd"; ///< "d" is any digit.
 
 bool HasForm(std::string_view line) {
     if (line.size() < kForm.size() || (line.size() > kForm.size() && line[kForm.size()] != ',')) return false;

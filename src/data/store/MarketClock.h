@@ -9,11 +9,9 @@
 namespace vx {
 
 /// The feed's own time, from its time messages.
-///
-/// Thread  GUI thread only
 class CMarketClock {
 public:
-    /// One time message, "T,20240131 09:30:05", with or without a comma and more behind it. A line that holds no
+    /// One time message, "T,20240131 09:30:05", with or without a comma and more after it. A line that holds no
     /// possible time changes nothing; returns whether it held one.
     bool OnTimeMessage(std::string_view line);
 

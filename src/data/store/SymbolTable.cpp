@@ -32,7 +32,7 @@ void CSymbolTable::Remove(std::string_view symbol) {
     // The symbol may be a view of the record's own name.
     const std::unique_ptr<CL1SymbolRec> removed = std::move(m_entries[hole].record);
     --m_size;
-    // Entries behind the hole move into it unless they stand between their own place and it.
+    // Entries after the hole move into it unless their own position lies after it.
     for (size_t i = (hole + 1) & m_mask; m_entries[i].record; i = (i + 1) & m_mask) {
         const size_t home = Slot(m_entries[i].key, m_entries[i].record->Symbol());
         if (((i - home) & m_mask) < ((i - hole) & m_mask)) continue;

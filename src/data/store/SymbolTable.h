@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/SeededHash.h"
+#include "base/Hash.h"
 #include "data/record/L1SymbolRec.h"
 
 #include <cstdint>
@@ -13,7 +13,7 @@ namespace vx {
 
 /// The level-1 records by symbol, compared exactly.
 ///
-/// Shape   open addressing; the first eight bytes of a symbol stand in the table, so that most look-ups touch one entry
+/// Shape   open addressing; the first eight bytes of a symbol are in the table, so that most look-ups touch one entry
 ///         of it and then the record
 /// Owns    the records
 class CSymbolTable {

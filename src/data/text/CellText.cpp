@@ -1,15 +1,51 @@
 #include "data/text/CellText.h"
 
-#include "base/TickTrend.h"
+#include "base/Windows1252.h"
 #include "data/catalogue/CellFormat.h"
 #include "data/record/FieldText.h"
 #include "data/record/L1SymbolRec.h"
 #include "data/record/NumberText.h"
-#include "data/text/ContentsText.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace vx {
+
+namespace {
+
+constexpr std::array kWords = std::to_array<std::pair<char, std::string_view>>({{'C', "TRADE"},
+                                                                                {'E', "EXTENDED TRADE"},
+                                                                                {'O', "OTHER TRADE"},
+                                                                                {'b', "BID"},
+                                                                                {'a', "ASK"},
+                                                                                {'o', "OPEN"},
+                                                                                {'h', "HIGH"},
+                                                                                {'l', "LOW"},
+                                                                                {'c', "CLOSE"},
+                                                                                {'s', "SETTLEMENT"},
+                                                                                {'v', "VOLUME"}});
+
+} // namespace
+
+size_t ContentsText(std::string_view contents, std::span<char> out) {
+    size_t size = 0;
+    const auto append = [&](std::string_view text) {
+        const size_t part = std::min(text.size(), out.size() - size);
+        std::copy_n(text.data(), part, out.data() + size);
+        size += part;
+    };
+    if (contents == "SUMMARY") {
+        append(contents);
+        return size;
+    }
+    for (size_t i = contents.size(); i-- > 0 && size < out.size();) {
+        if (size > 0) append("/");
+        const auto word = std::ranges::find(kWords, contents[i], &std::pair<char, std::string_view>::first);
+        append(word == kWords.end() ? contents.substr(i, 1) : word->second);
+    }
+    return size;
+}
 
 namespace {
 
@@ -71,10 +107,10 @@ SCellValue Read(const CSymbolRec& record, const SFieldEntry& entry) {
 bool IsPercent(const SFieldEntry& entry) { return entry.format.back() == '%'; }
 
 // A number too long for a cell is cut at its end, and keeps the percent sign.
-size_t Number(double value, int places, const SFieldEntry& entry, std::span<char, kMostCellText> out) {
+size_t Number(double value, int decimals, const SFieldEntry& entry, std::span<char, kMostCellText> out) {
     const bool plus = entry.format[1] == '+';
     const bool percent = IsPercent(entry);
-    size_t size = WriteFixed(value, places, plus, out.first(out.size() - (percent ? 1 : 0)));
+    size_t size = WriteFixed(value, decimals, plus, out.first(out.size() - (percent ? 1 : 0)));
     if (percent) out[size++] = '%';
     return size;
 }
@@ -121,7 +157,7 @@ bool IsTickTrend(const SFieldEntry& entry) {
     return entry.source == ESource::Quote && kUpdateLayout[entry.slot].rule == EParseRule::Tick;
 }
 
-size_t CellText(const CSymbolRec& record, const SFieldEntry& entry, int places, std::span<char, kMostCellText> out) {
+size_t CellText(const CSymbolRec& record, const SFieldEntry& entry, int decimals, std::span<char, kMostCellText> out) {
     const SCellValue cell = Read(record, entry);
     const bool set = cell.direction != EDirection::NeverSet;
     switch (entry.valueClass) {
@@ -134,7 +170,7 @@ size_t CellText(const CSymbolRec& record, const SFieldEntry& entry, int places, 
     case EValueClass::Fixed:
     case EValueClass::Price:
     case EValueClass::Ratio:
-        return set ? Number(cell.value.number, places, entry, out) : 0;
+        return set ? Number(cell.value.number, decimals, entry, out) : 0;
     case EValueClass::FourPlaces:
         return set ? Number(cell.value.number, 4, entry, out) : 0;
     case EValueClass::Integer:
@@ -180,12 +216,12 @@ EDirection ColourDirection(const CSymbolRec& record, const SFieldEntry& entry, E
     return number > 0 ? EDirection::Up : number < 0 ? EDirection::Down : EDirection::Unchanged;
 }
 
-int PlacesFor(const CSymbolRec& record, const SFieldEntry& entry, int cellPlaces, bool chosen) {
+int DecimalsToShow(const CSymbolRec& record, const SFieldEntry& entry, int cellDecimals, bool chosen) {
     const int precision = record.Base().DecimalPrecision();
-    if (entry.valueClass != EValueClass::Price || precision < 0) return cellPlaces;
+    if (entry.valueClass != EValueClass::Price || precision < 0) return cellDecimals;
     const bool ofSymbol =
-        !chosen && !IsPercent(entry) && (cellPlaces == kUnchosenDecimals || cellPlaces == entry.places);
-    return std::min(precision, ofSymbol ? kMostDecimals : cellPlaces);
+        !chosen && !IsPercent(entry) && (cellDecimals == kUnchosenDecimals || cellDecimals == entry.places);
+    return std::min(precision, ofSymbol ? kMostDecimals : cellDecimals);
 }
 
 } // namespace vx

@@ -1,14 +1,21 @@
 #pragma once
 
 #include "data/catalogue/FieldEntry.h"
-#include "data/record/FieldValue.h"
+#include "data/record/FieldBlock.h"
 #include "data/record/SymbolRec.h"
 
 #include <array>
 #include <cstddef>
 #include <span>
+#include <string_view>
 
 namespace vx {
+
+/// Puts the message contents of an update into words: "Cba" reads "ASK/BID/TRADE". The letters are taken from the last
+/// to the first; a letter without a word stays a letter. "SUMMARY" stays as it is.
+///
+/// Shape   returns the bytes written; what does not fit the buffer is cut
+size_t ContentsText(std::string_view contents, std::span<char> out);
 
 inline constexpr size_t kMostCellText = 255;
 using CellBuffer = std::array<char, kMostCellText>;
@@ -17,12 +24,11 @@ using CellBuffer = std::array<char, kMostCellText>;
 ///
 /// Shape   a symbol's record or a regional quote's, and one catalogue entry in -> the bytes written into the buffer, at
 ///         most 255, Windows-1252, not terminated; 0 when the field was never set or the column reads nothing of such
-///         a record. In the tick trend the bytes AD, AF and B7 stand for up, down and unchanged
-/// Units   places: digits after the point, 0..15; see PlacesFor
+///         a record. In the tick trend the bytes AD, AF and B7 mean up, down and unchanged
+/// Units   decimals: digits after the point, 0..15; see DecimalsToShow
 /// Errors  none; an impossible date reads "Invalid DateTime"
 /// Owns    nothing, and allocates nothing
-/// Thread  GUI thread only
-size_t CellText(const CSymbolRec& record, const SFieldEntry& entry, int places, std::span<char, kMostCellText> out);
+size_t CellText(const CSymbolRec& record, const SFieldEntry& entry, int decimals, std::span<char, kMostCellText> out);
 
 /// Whether the cells of a column are tick trends, whose bytes are no characters.
 bool IsTickTrend(const SFieldEntry& entry);
@@ -36,11 +42,11 @@ EDirection CellDirection(const CSymbolRec& record, const SFieldEntry& entry);
 /// Which way a number's colour says it is, by a rule: up and down, or above and below zero; NeverSet as above.
 EDirection ColourDirection(const CSymbolRec& record, const SFieldEntry& entry, EColourRule rule);
 
-/// The places to show: for prices the symbol's own decimal precision, once the feed has said it, or fewer where
+/// The decimals to show: for prices the symbol's own decimal precision, once the feed has said it, or fewer where
 /// somebody chose fewer for the cell; for every other column those of the cell.
 ///
-/// Units   cellPlaces: 0..kMostDecimals; kUnchosenDecimals and the column's own default are nobody's choice unless
+/// Units   cellDecimals: 0..kMostDecimals; kUnchosenDecimals and the column's own default are nobody's choice unless
 ///         chosen says so
-int PlacesFor(const CSymbolRec& record, const SFieldEntry& entry, int cellPlaces, bool chosen = false);
+int DecimalsToShow(const CSymbolRec& record, const SFieldEntry& entry, int cellDecimals, bool chosen = false);
 
 } // namespace vx

@@ -3,7 +3,7 @@
 #include "base/Clock.h"
 #include "base/Text.h"
 #include "feed/socket/FeedLog.h"
-#include "feed/socket/FeedSlots.h"
+#include "feed/socket/Ports.h"
 
 #include <fmt/format.h>
 
@@ -68,7 +68,7 @@ void CSearchResults::OnLine(std::string_view line) {
         m_results.push_back(
             {Cut(fields[kSymbol]), Cut(fields[kDescription]), Cut(fields[kMarket]), Cut(fields[kSecurityType])});
     } else if (!std::exchange(m_dropped, true)) {
-        FeedLogOf(kLookupSlot).Failed(fmt::format("a search has more than {} results", kMostResults));
+        FeedLogOf(kLookupSocket).Failed(fmt::format("a search has more than {} results", kMostResults));
     }
 }
 

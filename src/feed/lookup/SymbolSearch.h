@@ -31,13 +31,12 @@ struct SSearchResult {
 
 /// Collects the results of one symbol search as its lines arrive.
 ///
-/// All searches share one id, so that replies are told apart by their ends alone. Whatever comes is taken for the
+/// All searches share one id, so that replies can be distinguished by their ends alone. Whatever comes is taken for the
 /// present search's; when a further reply follows the first end while one is still owed, that end was a former
 /// search's, and the further reply takes its place.
 ///
 /// Units   times in milliseconds of CClock's monotonic time
 /// Owns    the results
-/// Thread  GUI thread only
 class CSearchResults {
 public:
     static constexpr size_t kMostResults = 10000;

@@ -4,11 +4,44 @@
 #include "feed/session/ProgramStart.h"
 #include "feed/socket/ClientAppSocket.h"
 #include "feed/socket/FeedLog.h"
-#include "feed/socket/Product.h"
+
+#include <QMetaObject>
+#include <QPointer>
 
 #include <fmt/format.h>
 
+#include <utility>
+
 namespace vx {
+
+int CLevel1Port::Send(std::string_view command) {
+    if (!m_socket) return -1;
+    m_socket->CountMessageSent();
+    return m_socket->SendText(command);
+}
+
+bool CLevel1Port::IsOpen() const { return m_socket && m_socket->IsConnected(); }
+
+void CMessageBoxQueue::Post(SMessageBox box) {
+    m_waiting.push_back(std::move(box));
+    if (!m_busy) Schedule();
+}
+
+void CMessageBoxQueue::Schedule() {
+    m_busy = true;
+    QMetaObject::invokeMethod(
+        &m_context, [this] { ShowNext(); }, Qt::QueuedConnection);
+}
+
+void CMessageBoxQueue::ShowNext() {
+    const SMessageBox box = std::move(m_waiting.front());
+    m_waiting.pop_front();
+    const QPointer<QObject> alive(&m_context);
+    ShowMessageBox(box);
+    if (!alive) return;
+    m_busy = false;
+    if (!m_waiting.empty()) Schedule();
+}
 
 namespace {
 
@@ -31,50 +64,51 @@ CFeedSession::CFeedSession(CRegistry& registry) : m_ports(registry) {}
 
 CFeedSession::~CFeedSession() = default;
 
-bool CFeedSession::CreateFeedSocket(int slot, uint32_t retries) {
-    if (slot < 0 || slot >= kFeedSlotCount || m_sockets[static_cast<size_t>(slot)]) return false;
-    auto& socket = m_sockets[static_cast<size_t>(slot)];
+bool CFeedSession::CreateFeedSocket(int which, uint32_t retries) {
+    if (which < 0 || which >= kFeedSocketCount || m_sockets[static_cast<size_t>(which)]) return false;
+    auto& socket = m_sockets[static_cast<size_t>(which)];
     socket = std::make_unique<CZantrelClientAppSocket>(retries);
-    socket->SetLog(&FeedLogOf(slot));
+    socket->SetLog(&FeedLogOf(which));
     return socket->Create();
 }
 
-CZantrelClientAppSocket* CFeedSession::FeedSocket(int slot) const {
-    return slot >= 0 && slot < kFeedSlotCount ? m_sockets[static_cast<size_t>(slot)].get() : nullptr;
+CZantrelClientAppSocket* CFeedSession::FeedSocket(int which) const {
+    return which >= 0 && which < kFeedSocketCount ? m_sockets[static_cast<size_t>(which)].get() : nullptr;
 }
 
-int CFeedSession::SendToFeed(int slot, std::string_view text) {
-    CZantrelClientAppSocket* const socket = FeedSocket(slot);
+int CFeedSession::SendToFeed(int which, std::string_view text) {
+    CZantrelClientAppSocket* const socket = FeedSocket(which);
     if (!socket) return -1;
     socket->CountMessageSent();
     return socket->SendText(text);
 }
 
-const char* CFeedSession::FeedSlotName(int slot) { return FeedLogOf(slot).port; }
+const char* CFeedSession::FeedSocketName(int which) { return FeedLogOf(which).port; }
 
 void CFeedSession::LaunchFeedClient() {
     const SStartResult result = StartFeedClient(kProductId, kLaunchVersion);
     if (!result.Started()) PostMessageBox({FeedClientStartError(result), "", EBoxButtons::Ok, EBoxIcon::Exclamation});
 }
 
-void CFeedSession::OpenAdminPort() { OpenPort(kAdminSlot, kAdminRetries, kAdminPort, {}); }
+void CFeedSession::OpenAdminPort() { OpenPort(kAdminSocket, kAdminRetries, kAdminPort, {}); }
 
 void CFeedSession::OpenDataPorts(std::string_view updateFields) {
-    OpenPort(kLookupSlot, kDataRetries, kLookupPort, {});
-    OpenPort(kLevel1Slot, kDataRetries, kLevel1Port, updateFields);
+    OpenPort(kLookupSocket, kDataRetries, kLookupPort, {});
+    OpenPort(kLevel1Socket, kDataRetries, kLevel1Port, updateFields);
 }
 
-void CFeedSession::OpenPort(EFeedSlot slot, uint32_t retries, const SPortSetting& port, std::string_view updateFields) {
-    if (!CreateFeedSocket(slot, retries)) return;
-    CZantrelClientAppSocket& socket = *m_sockets[slot];
+void CFeedSession::OpenPort(EFeedSocket which, uint32_t retries, const SPortSetting& port,
+                            std::string_view updateFields) {
+    if (!CreateFeedSocket(which, retries)) return;
+    CZantrelClientAppSocket& socket = *m_sockets[which];
     socket.SetOwner(this);
     socket.SetHandshake({kProtocol, kClientName, std::string(updateFields), ""});
     socket.Connect(kFeedHost, m_ports.GetPort(port));
 }
 
 EFeedEnd CFeedSession::FeedEnd() const {
-    const CZantrelClientAppSocket* const admin = FeedSocket(kAdminSlot);
-    const CZantrelClientAppSocket* const level1 = FeedSocket(kLevel1Slot);
+    const CZantrelClientAppSocket* const admin = FeedSocket(kAdminSocket);
+    const CZantrelClientAppSocket* const level1 = FeedSocket(kLevel1Socket);
     if (level1 && level1->HasEnded()) return EFeedEnd::Quotes;
     if ((level1 && level1->HasGivenUp()) || (admin && admin->HasGivenUp())) return EFeedEnd::Unreachable;
     if (!admin || !admin->HasEnded()) return EFeedEnd::None;
@@ -86,19 +120,19 @@ bool CFeedSession::SymbolSearch(ESearchBy by, std::string_view text, std::string
     if (text.empty()) return false;
     m_lookupReplies.search.Clear();
     const std::string request = SymbolSearchRequest(by, text, marketFilter, typeFilter);
-    if (SendToFeed(kLookupSlot, request) != static_cast<int>(request.size())) return false;
+    if (SendToFeed(kLookupSocket, request) != static_cast<int>(request.size())) return false;
     m_lookupReplies.search.Expect();
     return true;
 }
 
 void CFeedSession::GetConnectionStats(std::string& text) const {
     text.clear();
-    for (int slot = 0; slot < kFeedSlotCount; ++slot) {
-        const CZantrelClientAppSocket* const socket = FeedSocket(slot);
+    for (int which = 0; which < kFeedSocketCount; ++which) {
+        const CZantrelClientAppSocket* const socket = FeedSocket(which);
         if (!socket) continue;
         const SocketStats& stats = socket->Stats();
-        text += fmt::format("{}: {}:{}\r\n\tMessages Sent:{}\tReceived:{}\r\n\r\n", FeedSlotName(slot), socket->Host(),
-                            socket->Port(), static_cast<int32_t>(stats.messagesSent.value),
+        text += fmt::format("{}: {}:{}\r\n\tMessages Sent:{}\tReceived:{}\r\n\r\n", FeedSocketName(which),
+                            socket->Host(), socket->Port(), static_cast<int32_t>(stats.messagesSent.value),
                             static_cast<int32_t>(stats.messagesReceived.value));
     }
 }
@@ -129,7 +163,7 @@ void CFeedSession::ReceiveStatusLine(std::string_view line) {
 }
 
 void CFeedSession::ReceiveTimeLine(std::string_view line) {
-    CZantrelClientAppSocket* const level1 = FeedSocket(kLevel1Slot);
+    CZantrelClientAppSocket* const level1 = FeedSocket(kLevel1Socket);
     if (line.starts_with("T,")) {
         const auto send = [level1](std::string_view command) { return level1->SendText(command); };
         const uint32_t sent = m_limited.Pump(m_stats, level1 ? CSymbolLimitQueue::SendCommand(send) : nullptr);
@@ -148,8 +182,8 @@ void CFeedSession::PostMessageBox(SMessageBox box) { m_messageBoxes.Post(std::mo
 
 bool CFeedSession::HandleReadyLine(std::string_view line) {
     if (!ContainsText(line, kReadyMarker)) return false;
-    m_level1Port.SetSocket(FeedSocket(kLevel1Slot));
-    SendToFeed(kLevel1Slot, kNewsOn);
+    m_level1Port.SetSocket(FeedSocket(kLevel1Socket));
+    SendToFeed(kLevel1Socket, kNewsOn);
     return true;
 }
 

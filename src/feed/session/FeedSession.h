@@ -1,16 +1,17 @@
 #pragma once
 
+#include "base/MessageBox.h"
+#include "data/store/L1DataStore.h"
 #include "feed/lookup/LookupReplies.h"
-#include "feed/session/FeedEnd.h"
 #include "feed/session/FeedStats.h"
-#include "feed/session/Level1Port.h"
 #include "feed/session/SymbolLimitQueue.h"
 #include "feed/socket/FeedOwner.h"
-#include "feed/socket/FeedSlots.h"
-#include "feed/socket/MessageBoxQueue.h"
 #include "feed/socket/Ports.h"
 
+#include <QObject>
+
 #include <array>
+#include <deque>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -18,6 +19,48 @@
 namespace vx {
 
 class CZantrelClientAppSocket;
+
+/// How the session with the feed client has come to its end; nothing is connected again during a run.
+enum class EFeedEnd {
+    None,
+    Status,     ///< The status port is silent for good, quotes still come.
+    Quotes,     ///< No quote will come any more.
+    Unreachable ///< One of the two connections was never made.
+};
+
+/// The level-1 connection as the store of market data sees it: nothing until the feed client is ready for watches.
+///
+/// Owns    nothing; the socket must outlive it or be taken away with SetSocket(nullptr)
+class CLevel1Port final : public CL1CommandPort {
+public:
+    void SetSocket(CZantrelClientAppSocket* socket) { m_socket = socket; }
+
+    /// Sends one command and counts it as a message sent, whatever became of it.
+    int Send(std::string_view command) override;
+    bool IsOpen() const override;
+
+private:
+    CZantrelClientAppSocket* m_socket = nullptr;
+};
+
+/// Shows message boxes from the event loop, one at a time, in the order they were posted.
+///
+/// A box opened inside a socket notification would keep that socket silent until the user answers; a posted one lets
+/// the feed run on meanwhile.
+///
+/// Owns    the boxes that wait; they go unseen with the queue
+class CMessageBoxQueue {
+public:
+    void Post(SMessageBox box);
+
+private:
+    void Schedule();
+    void ShowNext();
+
+    std::deque<SMessageBox> m_waiting;
+    bool m_busy = false; ///< A box is open or its turn is posted.
+    QObject m_context;   ///< Turns that are still posted go with it.
+};
 
 /// The session with the feed client: its sockets, what it says about itself, and the symbols that it refused for now.
 ///
@@ -32,18 +75,20 @@ public:
     explicit CFeedSession(CRegistry& registry = CRegistry::CurrentUser());
     ~CFeedSession() override;
 
-    /// Makes the socket of a slot; false when the slot holds one already or the system gives none.
-    bool CreateFeedSocket(int slot, uint32_t retries);
+    /// which: one of EFeedSocket, here and below; other numbers have no socket.
+    ///
+    /// Errors  false when the socket exists already or the system gives none
+    bool CreateFeedSocket(int which, uint32_t retries);
     /// Sends a text once and counts one message sent, whatever the send returned.
     ///
-    /// Returns what the send returned, -1 for an empty slot
-    int SendToFeed(int slot, std::string_view text);
-    /// Null for an empty slot.
-    CZantrelClientAppSocket* FeedSocket(int slot) const;
+    /// Returns what the send returned, -1 without a socket
+    int SendToFeed(int which, std::string_view text);
+    /// Null before the socket is made.
+    CZantrelClientAppSocket* FeedSocket(int which) const;
     /// "Level1", "MarketDepth", "Lookup", "Admin", "Scans", else "Unknown".
-    static const char* FeedSlotName(int slot);
+    static const char* FeedSocketName(int which);
 
-    /// Starts the feed client; when that fails a message box is posted and everything else goes on.
+    /// Starts the feed client; when that fails a message box is posted and nothing else changes.
     void LaunchFeedClient();
     /// Opens the port on which the feed client tells its status, with ten retries.
     void OpenAdminPort();
@@ -60,7 +105,7 @@ public:
     CSymbolLimitQueue& LimitedSymbols() { return m_limited; }
     const CSymbolLimitQueue& LimitedSymbols() const { return m_limited; }
 
-    /// What has become of the connections that quotes and status need.
+    /// The state of the connections that quotes and status need.
     EFeedEnd FeedEnd() const;
 
     /// Asks for symbols on the lookup port, see SymbolSearchRequest; the results so far are dropped.
@@ -70,7 +115,7 @@ public:
     /// What has come for searches and requests for news counts.
     CLookupReplies& LookupReplies() { return m_lookupReplies; }
 
-    /// Appends one block per open slot to an emptied text: the slot's name and address, and its message counts.
+    /// Appends one block per open socket to an emptied text: the socket's name and address, and its message counts.
     virtual void GetConnectionStats(std::string& text) const;
 
     // The first reads status and symbol-limit lines, the second lets refused symbols try again, the third notes
@@ -92,12 +137,12 @@ protected:
     /// The feed client has refused a symbol for the symbol limit; LimitedSymbols have it.
     virtual void OnSymbolRefused(std::string_view /*symbol*/) {}
 
-    /// Looks whether a system line says that the feed client is ready for watches. If so, opens Level1Commands, asks
+    /// Checks whether a system line says that the feed client is ready for watches. If so, opens Level1Commands, asks
     /// for news, and returns true: the caller then watches its symbols. It may come more than once, on any port.
     bool HandleReadyLine(std::string_view line);
 
 private:
-    void OpenPort(EFeedSlot slot, uint32_t retries, const SPortSetting& port, std::string_view updateFields);
+    void OpenPort(EFeedSocket which, uint32_t retries, const SPortSetting& port, std::string_view updateFields);
     void ReceiveStatusLine(std::string_view line);
 
     CNorvPorts m_ports;
@@ -106,7 +151,7 @@ private:
     CLevel1Port m_level1Port;
     CLookupReplies m_lookupReplies;
     CMessageBoxQueue m_messageBoxes;
-    std::array<std::unique_ptr<CZantrelClientAppSocket>, kFeedSlotCount> m_sockets;
+    std::array<std::unique_ptr<CZantrelClientAppSocket>, kFeedSocketCount> m_sockets;
 };
 
 } // namespace vx

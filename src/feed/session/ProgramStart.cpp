@@ -1,11 +1,11 @@
 #include "feed/session/ProgramStart.h"
 
-#include <fmt/format.h>
-
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
+
+#include <fmt/format.h>
 
 namespace vx {
 

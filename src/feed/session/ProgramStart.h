@@ -8,6 +8,12 @@
 
 namespace vx {
 
+// The product and version that the feed client is started with. They are part of the protocol: the version stays as it
+// is when a release gets another number, which is the project's in CMakeLists.txt.
+
+inline constexpr const char* kProductId = "ZANTREL_WATCHLIST";
+inline constexpr const char* kLaunchVersion = "1.8.3.0";
+
 /// The error number of a start, in the two forms that the error texts show; 0 and 0 when the program runs.
 ///
 /// Source  the system error numbers of program starts: 2 not found, 5 access denied
@@ -31,7 +37,7 @@ bool IsInstalled(std::string_view name);
 /// Starts the feed client for a product in a version, whether or not one runs already.
 SStartResult StartFeedClient(std::string_view product, std::string_view version);
 
-/// What the user reads when the feed client did not start.
+/// The message to the user when the feed client did not start.
 std::string FeedClientStartError(const SStartResult& result);
 
 } // namespace vx

@@ -1,7 +1,7 @@
 #include "feed/session/SymbolLimitQueue.h"
 
 #include "feed/socket/FeedLog.h"
-#include "feed/socket/FeedSlots.h"
+#include "feed/socket/Ports.h"
 
 #include <fmt/format.h>
 
@@ -18,7 +18,7 @@ bool CSymbolLimitQueue::AdmitStranger(std::string_view symbol) {
     if (m_strangers.find(symbol) != m_strangers.end()) return true;
     if (m_strangers.size() == kMostStrangers || m_strangerBytes + symbol.size() > kMostStrangerBytes) {
         if (!std::exchange(m_strangerDropped, true))
-            FeedLogOf(kLevel1Slot)
+            FeedLogOf(kLevel1Socket)
                 .Failed(fmt::format("more than {} symbols that no row holds were refused for the limit, or {} bytes "
                                     "of them; further ones are dropped",
                                     kMostStrangers, kMostStrangerBytes));

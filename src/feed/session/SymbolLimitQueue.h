@@ -22,7 +22,6 @@ namespace vx {
 /// dropped.
 ///
 /// Errors  the first stranger that is dropped gives a line in the log
-/// Thread  GUI thread only
 class CSymbolLimitQueue {
 public:
     /// Sends one command on the level-1 port: the bytes sent, or -1; nothing at all when there is no such port.

@@ -1,6 +1,6 @@
 #include "feed/socket/AsyncSocket.h"
 
-#include "feed/socket/SocketError.h"
+#include "feed/socket/NativeSocket.h"
 
 #include <QMetaObject>
 #include <QSocketNotifier>

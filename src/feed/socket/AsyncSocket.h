@@ -17,7 +17,7 @@ namespace vx {
 /// that timers and windows get theirs. Nothing is notified again after a receive that found the end,
 /// failed, or had no room for a single byte, and none while OnReceive still runs (a dialog opened by a handler).
 ///
-/// Errors  operations return -1 or false and leave the number in GetLastError (SocketError.h)
+/// Errors  operations return -1 or false and leave the number in GetLastError (NativeSocket.h)
 /// Owns    the native socket and its notifiers
 /// Thread  the thread that made it, which must run an event loop; a handler may delete the socket it was called by
 class CAsyncSocket {
@@ -36,7 +36,7 @@ public:
 
     /// Makes the native socket: stream type, any local port and address.
     bool Create();
-    /// Begins to connect. True only when the connection stands at once; OnConnect tells the outcome in every case,
+    /// Begins to connect. True only when the connection is made at once; OnConnect tells the outcome in every case,
     /// always later from the event loop. After a failure the same call tries again.
     bool Connect(const char* host, unsigned port);
 
@@ -48,7 +48,7 @@ public:
     virtual int Send(const void* buffer, int length, int flags = 0);
 
     int GetLastError() const { return m_socketError; }
-    /// Whether the connection stands as far as is known: false before the connect and once the peer has gone.
+    /// Whether the connection is up as far as is known: false before the connect and once the peer has gone.
     bool IsConnected() const { return m_state == EState::Connected; }
 
 protected:

@@ -2,7 +2,7 @@
 
 #include "base/Clock.h"
 #include "feed/socket/FeedLog.h"
-#include "feed/socket/LineHandlers.h"
+#include "feed/socket/FeedOwner.h"
 
 #include <fmt/format.h>
 

@@ -9,7 +9,7 @@ namespace vx {
 class CFeedOwner;
 struct SFeedLog;
 
-/// What a feed connection says as soon as it stands; an empty text is not sent.
+/// What a feed connection sends as soon as it is made; an empty text is not sent.
 struct SHandshake {
     std::string protocol;
     std::string clientName;    ///< Also named in the message box of a connect that failed for good.
@@ -22,7 +22,7 @@ struct SHandshake {
 ///
 /// A failed connect is tried again after kRetryMs, as often as there are retries left, which are never refilled; then
 /// a message box tells the user. Once connected, the end of the connection changes nothing: the status stays
-/// "Connected", nobody is told and nothing reconnects.
+/// "Connected", nobody is notified and nothing reconnects.
 ///
 /// Owns    as CZTLStreamSocket; the owner is not owned and must outlive the socket
 /// Thread  GUI thread only; each retry holds it for kRetryMs
@@ -39,7 +39,7 @@ public:
 
     bool Connect(const char* host, unsigned port) override;
     int Send(const void* buffer, int length, int flags = 0) override;
-    /// The connection stood and is over, whatever its status says: the feed client ended it, it broke, or it is stuck.
+    /// The connection was up and is over, whatever its status says: the feed client ended it, it broke, or it is stuck.
     bool HasEnded() const { return Stats().status == "Connected" && (!IsConnected() || IsStuck()); }
     /// No connection came, and the retries are used up.
     bool HasGivenUp() const { return m_givenUp; }

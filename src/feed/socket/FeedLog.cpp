@@ -1,6 +1,6 @@
 #include "feed/socket/FeedLog.h"
 
-#include "feed/socket/FeedSlots.h"
+#include "feed/socket/Ports.h"
 
 #include <fmt/format.h>
 
@@ -45,23 +45,23 @@ void SFeedLog::Failed(std::string_view what) const {
     if (IsOn(error)) Log(error, ELogDirection::Status, fmt::format("{}: {}", port, what));
 }
 
-const SFeedLog& FeedLogOf(int slot) {
+const SFeedLog& FeedLogOf(int which) {
     static constexpr SFeedLog kLevel1{"Level1", L1Data, L1Request, L1System, L1Error};
     static constexpr SFeedLog kMarketDepth{"MarketDepth", L2Data, L2Request, L2System, L2Error};
     static constexpr SFeedLog kLookup{"Lookup", LookupData, LookupRequest, LookupData, LookupError};
     static constexpr SFeedLog kAdmin{"Admin", Admin, Admin, Admin, Admin};
     static constexpr SFeedLog kScans{"Scans", Debug, Debug, Debug, Debug};
     static constexpr SFeedLog kUnknown{"Unknown", Debug, Debug, Debug, Debug};
-    switch (slot) {
-    case kLevel1Slot:
+    switch (which) {
+    case kLevel1Socket:
         return kLevel1;
-    case kMarketDepthSlot:
+    case kMarketDepthSocket:
         return kMarketDepth;
-    case kLookupSlot:
+    case kLookupSocket:
         return kLookup;
-    case kAdminSlot:
+    case kAdminSocket:
         return kAdmin;
-    case kScansSlot:
+    case kScansSocket:
         return kScans;
     default:
         return kUnknown;

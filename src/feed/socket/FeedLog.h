@@ -6,7 +6,7 @@
 
 namespace vx {
 
-/// How one port of the feed client stands in the log: its lines and commands by category, and what happens to its
+/// How one port of the feed client is logged: its lines and commands by category, and what happens to its
 /// connection under "Connectivity".
 ///
 /// Thread  any
@@ -31,7 +31,7 @@ struct SFeedLog {
     void Failed(std::string_view what) const;
 };
 
-/// The log of a slot of the socket table.
-const SFeedLog& FeedLogOf(int slot);
+/// The log of one of the sockets of EFeedSocket.
+const SFeedLog& FeedLogOf(int which);
 
 } // namespace vx

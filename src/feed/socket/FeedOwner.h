@@ -2,18 +2,17 @@
 
 #include "base/MessageBox.h"
 
+#include <array>
 #include <string_view>
 
 namespace vx {
 
-/// Whom the feed sockets belong to: takes every received line by its first character.
+/// The owner of the feed sockets: takes every received line by its first character.
 ///
 /// Each line handler gets the line whole, first character included, as CZTLStreamSocket::OnMessage describes it: a
-/// view into the receive buffer, with a NUL behind it, gone when the call returns. Handlers run inside a socket
+/// view into the receive buffer, with a NUL after it, gone when the call returns. Handlers run inside a socket
 /// notification: they open no dialog and no event loop of their own, they post instead. Those that are not overridden
 /// ignore the line.
-///
-/// Thread  GUI thread only
 class CFeedOwner {
 public:
     virtual ~CFeedOwner() = default;
@@ -50,5 +49,10 @@ public:
     /// Shows a message box from the event loop, after those that wait already; returns at once.
     virtual void PostMessageBox(SMessageBox box) = 0;
 };
+
+using LineHandler = void (CFeedOwner::*)(std::string_view line);
+
+/// Which handler of the owner takes a line, by the line's first byte.
+extern const std::array<LineHandler, 256> kLineHandlers;
 
 } // namespace vx

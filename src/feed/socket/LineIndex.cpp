@@ -100,7 +100,7 @@ __attribute__((target("bmi,popcnt"))) inline size_t WriteOffsets(uint64_t bits, 
 } // namespace
 
 VX_AVX2 SLineEnds IndexLineEndsAvx2(const char* block, size_t size, uint16_t* ends) {
-    // The smallest byte that stood at each place tells in the end, at once, whether there was a NUL.
+    // The smallest byte seen at each position shows at the end whether there was a NUL.
     __m256i smallest = _mm256_set1_epi8(-1);
     uint64_t carry = 0;
     size_t count = 0;

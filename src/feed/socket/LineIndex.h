@@ -9,11 +9,11 @@ namespace vx {
 // knows is chosen at start-up; the others are here for the tests and for processors without it.
 
 inline constexpr size_t kLineBlock = 4096; ///< The most bytes of one call.
-inline constexpr size_t kLineSlack = 64;   ///< Bytes that must be readable, with any content, behind the block.
+inline constexpr size_t kLineSlack = 64;   ///< Bytes that must be readable, with any content, after the block.
 
 struct SLineEnds {
     size_t count;
-    bool hasNul; ///< Whether a NUL stands anywhere in the block.
+    bool hasNul; ///< Whether the block holds a NUL.
 };
 
 /// Writes the offset of every CR or LF that does not follow another CR or LF of the block.

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "base/Registry.h"
-#include "base/RegistryPaths.h"
 
 #include <cstdint>
 #include <string_view>
 
 namespace vx {
+
+/// The sockets of a feed session, one for each port of the feed client. Market depth and scans are never opened here.
+enum EFeedSocket { kLevel1Socket, kMarketDepthSocket, kLookupSocket, kAdminSocket, kScansSocket, kFeedSocketCount };
 
 /// One port of the feed client as the registry names it, and its value when the registry does not say.
 struct SPortSetting {

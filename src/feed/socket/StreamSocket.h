@@ -1,12 +1,35 @@
 #pragma once
 
+#include "base/DateTime.h"
 #include "feed/socket/AsyncSocket.h"
-#include "feed/socket/SocketStats.h"
 
+#include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace vx {
+
+/// A counter with the name it is shown by. It wraps at 32 bits and is never reset.
+struct SNamedCounter {
+    const char* name;
+    uint32_t value = 0;
+};
+
+/// What happened on one feed connection so far.
+struct SocketStats {
+    SDateTime connectTime; ///< Local time of the connect; invalid before it.
+    SDateTime
+        lastMessageTime; ///< Local time of the read that brought the last line; invalid before it and after Close.
+    SNamedCounter bytesSent{"BytesSent"};
+    /// Grows by twice the bytes read: the receive counts them and so does the line cutting. Users compare this figure
+    /// between versions of the program, so it stays.
+    SNamedCounter bytesReceived{"BytesReceived"};
+    SNamedCounter messagesSent{"MessagesSent"};
+    SNamedCounter messagesReceived{"MessagesReceived"};
+    const char* statusName = "Status";
+    std::string status = "Not Connected"; ///< Or "Connected".
+};
 
 /// A client socket that cuts what it receives into lines and keeps statistics.
 ///
@@ -16,14 +39,14 @@ namespace vx {
 /// Thread  as CAsyncSocket
 class CZTLStreamSocket : public CAsyncSocket {
 public:
-    static constexpr int kCapacity = 65536; ///< Bytes; one is kept for the NUL behind the last byte.
+    static constexpr int kCapacity = 65536; ///< Bytes; one is kept for the NUL after the last byte.
 
     CZTLStreamSocket();
 
     const SocketStats& Stats() const { return m_stats; }
-    /// Adds 1 to "MessagesSent": whoever sends a command counts it, Send does not.
+    /// Adds 1 to "MessagesSent": the sender of a command counts it, Send does not.
     void CountMessageSent(uint32_t count = 1) { m_stats.messagesSent.value += count; }
-    /// The last error (SocketError.h), 0 after any success.
+    /// The last error (NativeSocket.h), 0 after any success.
     int LastError() const { return m_lastError; }
 
     /// A line without an end has filled the buffer: nothing more is received, and not even the peer's end is seen.
@@ -52,14 +75,14 @@ protected:
 
     /// Takes one complete line; does nothing here.
     ///
-    /// Shape   never empty; ends before the first NUL that the line holds, and a NUL stands behind it
+    /// Shape   never empty; ends before the first NUL that the line holds, and a NUL follows it
     /// Owns    nothing: the line lives in the receive buffer and is gone when the call returns. No line is copied.
     virtual void OnMessage(std::string_view line);
 
-    /// Cuts count bytes, just received behind the waiting ones, into lines and hands them over one after the other.
+    /// Cuts count bytes, just received after the waiting ones, into lines and hands them over one after the other.
     virtual void ProcessReceivedData(int count);
 
-    /// Marks the connection as standing since now.
+    /// Marks the connection as made now.
     void MarkConnected();
 
 private:

@@ -1,6 +1,6 @@
 #include "vxconnect/common/WireText.h"
 
-#include "base/Escape.h"
+#include "base/Text.h"
 #include "base/Windows1252.h"
 
 #include <QList>

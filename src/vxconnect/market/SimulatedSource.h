@@ -3,8 +3,8 @@
 #include "vxconnect/common/Feed.h"
 #include "vxconnect/common/Options.h"
 #include "vxconnect/market/Market.h"
-#include "vxconnect/market/NewsDesk.h"
-#include "vxconnect/market/WatchBoard.h"
+#include "vxconnect/market/MarketFeed.h"
+#include "vxconnect/market/NewsWire.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -31,7 +31,7 @@ public:
     static constexpr int kMaxLagMs = 250;
 
     /// sliceDone is called after each slice; slices of more than kSliceMs make the updates come in bursts.
-    CUpdatePump(CWatchBoard& board, std::function<void()> sliceDone, int sliceMs = kSliceMs);
+    CUpdatePump(CMarketFeed& feed, std::function<void()> sliceDone, int sliceMs = kSliceMs);
 
     /// Events a second over all watched symbols; 0: as many as real time brings.
     void SetRate(uint32_t rate);
@@ -42,7 +42,7 @@ private:
     void RunAtRealTime(double seconds);
     void RunAtRate(double seconds);
 
-    CWatchBoard& m_board;
+    CMarketFeed& m_feed;
     std::function<void()> m_sliceDone;
     const int m_sliceMs;
     const int m_budgetMs;
@@ -59,7 +59,7 @@ class CSimulatedSource final : public CSource {
 public:
     explicit CSimulatedSource(const SOptions& options);
 
-    CFeed& Feed() override { return m_board; }
+    CFeed& Feed() override { return m_feed; }
     std::string Kind() const override { return "simulated market"; }
     std::string Detail() const override;
     void Run() override { m_pump.Run(); }
@@ -72,8 +72,8 @@ private:
     const uint64_t m_seed;
     const uint32_t m_rate;
     CMarket m_market;
-    CWatchBoard m_board;
-    CNewsDesk m_news;
+    CMarketFeed m_feed;
+    CNewsWire m_news;
     CUpdatePump m_pump;
 };
 

@@ -1,7 +1,6 @@
 #include "base/Log.h"
 #include "base/Number.h"
 #include "base/Registry.h"
-#include "base/RegistryPaths.h"
 #include "vxconnect/common/Options.h"
 #include "vxconnect/data/ByteStreams.h"
 #include "vxconnect/data/InputSource.h"

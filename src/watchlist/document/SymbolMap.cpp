@@ -1,7 +1,7 @@
 #include "watchlist/document/SymbolMap.h"
 
 #include "base/Text.h"
-#include "data/record/SymbolHash.h"
+#include "data/record/SymbolKey.h"
 
 namespace vx {
 

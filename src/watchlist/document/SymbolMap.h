@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/SeededHash.h"
+#include "base/Hash.h"
 #include "watchlist/document/SymbolRecArray.h"
 
 #include <cstdint>

@@ -10,14 +10,14 @@ namespace {
 constexpr size_t kFirstSize = 64;
 
 // The record's number alone: nobody can choose it, as they can a symbol's hash.
-size_t Mixed(const SChangeNotice& record) {
+size_t Mixed(const SRecordIds& record) {
     constexpr uint64_t kMix = 0x9E3779B97F4A7C15ull; // 2^64 divided by the golden ratio, odd.
     return static_cast<size_t>((record.id2 * kMix) >> 32);
 }
 
 } // namespace
 
-void CSymbolUpdateMap::Add(const SChangeNotice& record) {
+void CSymbolUpdateMap::Add(const SRecordIds& record) {
     const std::scoped_lock lock(m_lock);
     if (m_places.size() < 2 * (m_waiting.size() + 1)) Grow();
     SPlace& place = PlaceOf(record);
@@ -37,25 +37,25 @@ bool CSymbolUpdateMap::IsEmpty() const {
     return m_waiting.empty();
 }
 
-std::vector<SChangeNotice> CSymbolUpdateMap::BeginTake() {
+std::vector<SRecordIds> CSymbolUpdateMap::BeginTake() {
     const std::scoped_lock lock(m_lock);
     NextRound();
     return std::exchange(m_waiting, std::move(m_spare));
 }
 
-void CSymbolUpdateMap::EndTake(std::vector<SChangeNotice> taken) {
+void CSymbolUpdateMap::EndTake(std::vector<SRecordIds> taken) {
     const std::scoped_lock lock(m_lock);
     taken.clear();
     m_spare = std::move(taken);
 }
 
 // The record's own place, or the free one where it belongs.
-CSymbolUpdateMap::SPlace& CSymbolUpdateMap::PlaceOf(const SChangeNotice& record) {
+CSymbolUpdateMap::SPlace& CSymbolUpdateMap::PlaceOf(const SRecordIds& record) {
     const size_t mask = m_places.size() - 1;
     for (size_t i = Mixed(record) & mask;; i = (i + 1) & mask) {
         SPlace& place = m_places[i];
         if (place.round != m_round) return place;
-        const SChangeNotice& there = m_waiting[place.position];
+        const SRecordIds& there = m_waiting[place.position];
         if (there.id1 == record.id1 && there.id2 == record.id2) return place;
     }
 }

@@ -16,13 +16,13 @@ namespace vx {
 /// Thread  any; every operation takes the map's own lock
 class CSymbolUpdateMap {
 public:
-    void Add(const SChangeNotice& record);
+    void Add(const SRecordIds& record);
 
-    /// Takes everything out and hands it to visit(const SChangeNotice&), in the order in which it was added. The lock
+    /// Takes everything out and hands it to visit(const SRecordIds&), in the order in which it was added. The lock
     /// is free while visit runs: what is added meanwhile stays for the next time.
     template <typename Visit> void TakeAll(Visit&& visit) {
-        std::vector<SChangeNotice> taken = BeginTake();
-        for (const SChangeNotice& record : taken) visit(record);
+        std::vector<SRecordIds> taken = BeginTake();
+        for (const SRecordIds& record : taken) visit(record);
         EndTake(std::move(taken));
     }
 
@@ -36,16 +36,16 @@ private:
         uint32_t position = 0; ///< In m_waiting.
     };
 
-    std::vector<SChangeNotice> BeginTake();
-    void EndTake(std::vector<SChangeNotice> taken);
-    SPlace& PlaceOf(const SChangeNotice& record);
+    std::vector<SRecordIds> BeginTake();
+    void EndTake(std::vector<SRecordIds> taken);
+    SPlace& PlaceOf(const SRecordIds& record);
     void NextRound();
     void Grow();
 
     mutable std::mutex m_lock;
-    std::vector<SChangeNotice> m_waiting;
-    std::vector<SChangeNotice> m_spare; ///< Memory of the list taken last.
-    std::vector<SPlace> m_places;       ///< Size is a power of two, at least twice the number that waits.
+    std::vector<SRecordIds> m_waiting;
+    std::vector<SRecordIds> m_spare; ///< Memory of the list taken last.
+    std::vector<SPlace> m_places;    ///< Size is a power of two, at least twice the number that waits.
     uint32_t m_round = 1;
 };
 

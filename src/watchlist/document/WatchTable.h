@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/store/SymbolKeyed.h"
+#include "data/record/SymbolKey.h"
 
 #include <cstdint>
 #include <string>

@@ -1,6 +1,6 @@
 #include "watchlist/document/WatchlistContent.h"
 
-#include "base/Escape.h"
+#include "base/Text.h"
 #include "settings/Settings.h"
 #include "watchlist/document/WatchlistEdit.h"
 

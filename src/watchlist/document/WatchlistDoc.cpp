@@ -2,10 +2,10 @@
 
 #include "base/Text.h"
 #include "data/record/L1SymbolRec.h"
-#include "data/record/SymbolHash.h"
+#include "data/record/SymbolKey.h"
 #include "data/store/L1DataStore.h"
-#include "news/NewsLine.h"
-#include "news/NewsRequest.h"
+#include "news/HeadlineLog.h"
+#include "news/NewsMap.h"
 #include "settings/Settings.h"
 #include "watchlist/document/WatchlistContent.h"
 #include "watchlist/document/WatchlistFolder.h"
@@ -129,15 +129,15 @@ void CWatchlistDoc::WatchMissing() {
     RequestNewsCounts(added);
 }
 
-std::string_view CWatchlistDoc::RowNotice(int row) const {
+std::string_view CWatchlistDoc::RowHint(int row) const {
     const std::string_view symbol = RowSymbol(row);
-    const std::string_view notice = symbol.empty() ? symbol : m_frame.SymbolNotice(FeedSymbol(symbol));
-    if (notice.empty()) return notice;
+    const std::string_view hint = symbol.empty() ? symbol : m_frame.SymbolHint(FeedSymbol(symbol));
+    if (hint.empty()) return hint;
     const CSymbolRec* record = m_store.Find(symbol);
-    return record && record->HasData() ? std::string_view{} : notice;
+    return record && record->HasData() ? std::string_view{} : hint;
 }
 
-void CWatchlistDoc::RowNoticesChanged(std::string_view feedSymbol) {
+void CWatchlistDoc::RowHintsChanged(std::string_view feedSymbol) {
     const auto note = [this](std::string_view symbol) {
         if (const CSymbolRec* record = m_store.Find(symbol)) m_updates.Add(record->Ids());
     };
@@ -348,12 +348,12 @@ void CWatchlistDoc::SetColumnsByName(std::string_view names) {
 
 void CWatchlistDoc::OnPaintMessage() {
     std::vector<std::string> rejected;
-    m_changes.Drain([&](const SChangeNotice& notice) {
-        const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2);
+    m_changes.Drain([&](const SRecordIds& ids) {
+        const CSymbolRec* record = m_store.FindById(ids.id1, ids.id2);
         if (!record) return;
         if (IsNotFound(*record)) rejected.emplace_back(record->Symbol());
         m_alerts.Evaluate(*record);
-        m_updates.Add(notice);
+        m_updates.Add(ids);
     });
     for (const std::string& symbol : rejected) SymbolNotFound(symbol);
     if (m_observer && !m_updates.IsEmpty()) m_observer->OnUpdatesPending();
@@ -373,7 +373,7 @@ void CWatchlistDoc::OnAlertsFiredOrArmed() {
 }
 
 void CWatchlistDoc::RepaintChangedRows() {
-    m_updates.TakeAll([&](const SChangeNotice& ids) {
+    m_updates.TakeAll([&](const SRecordIds& ids) {
         const CSymbolRec* record = m_store.FindById(ids.id1, ids.id2);
         const SYMBOL_DATA* data = record ? Symbols().Find(record->Symbol()) : nullptr;
         if (!data || !m_observer) return;

@@ -2,7 +2,7 @@
 
 #include "alerts/rules/AlertsMap.h"
 #include "data/record/ChangeQueue.h"
-#include "feed/lookup/NewsCountsReply.h"
+#include "feed/lookup/LookupReplies.h"
 #include "news/HeadlineLog.h"
 #include "news/NewsMap.h"
 #include "watchlist/document/CellFormatStore.h"
@@ -117,9 +117,9 @@ public:
     bool PlaceCommandLineSymbols(const std::vector<std::string>& symbols, bool hasFile = false);
     /// Why a row shows no data although a symbol is in it: "waiting for room: limit of 500 reached". It is shown and
     /// no part of the watchlist; empty for most rows. Good until the next call.
-    std::string_view RowNotice(int row) const;
-    /// The notice of a feed symbol's rows may be another one.
-    void RowNoticesChanged(std::string_view feedSymbol);
+    std::string_view RowHint(int row) const;
+    /// The hint over a feed symbol's rows may have changed.
+    void RowHintsChanged(std::string_view feedSymbol);
     void WatchSymbol(std::string_view symbol);
     void UnwatchSymbol(std::string_view symbol);
     void UnwatchAll();

@@ -30,7 +30,7 @@ public:
     virtual void OnUnwatched(std::string_view symbol) = 0;
     /// Why no data may be coming for a feed symbol, in a few words; empty when nothing is in the way. Good until the
     /// next call.
-    virtual std::string_view SymbolNotice(std::string_view /*feedSymbol*/) const { return {}; }
+    virtual std::string_view SymbolHint(std::string_view /*feedSymbol*/) const { return {}; }
 };
 
 /// What the document tells the view that shows it.

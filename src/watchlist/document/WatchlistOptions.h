@@ -17,7 +17,7 @@ struct SSortRecord {
     bool operator==(const SSortRecord&) const = default;
 };
 
-/// How the board is exported.
+/// How the watchlist is exported.
 struct SExportOptions {
     bool linkFormulas = false; ///< "DDE Formulas", else "Data".
     bool commas = true;        ///< "Comma Delimited", else "Tab Delimited".

@@ -9,7 +9,7 @@ namespace vx {
 /// Whether the mark stands before annotations that tells them from symbols when they are pasted again.
 enum class EAnnotationMarks { No, Yes };
 
-/// What a range of the board shows, as text for the clipboard.
+/// What a range of the grid shows, as text for the clipboard.
 ///
 /// Shape   a line for each row, ended by CR LF; fields by TAB, hidden rows and columns left out. The line of an
 ///         annotation is its text alone, whatever the columns of the range. UTF-8, a tick trend as triangles and dots;

@@ -1,6 +1,5 @@
 #include "base/AtomicFile.h"
-#include "base/ErrorText.h"
-#include "base/Utf8Text.h"
+#include "base/FileSystem.h"
 #include "base/Windows1252.h"
 #include "watchlist/edit/ImportText.h"
 

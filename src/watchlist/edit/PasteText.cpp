@@ -144,7 +144,7 @@ SPasteResult PasteText(CWatchlistDoc& doc, int row, int column, std::string_view
                                    static_cast<double>(text.size()) / (1 << 20), kMostPastedBytes >> 20));
     row = std::max(row, 1);
     const auto room = static_cast<size_t>(std::max(CRowTable::kMaxRow - row + 1, 0));
-    // What the board itself copied is no report, whatever words are in it.
+    // What the grid itself copied is no report, whatever words are in it.
     const bool isReport = marks == EAnnotationMarks::No && IsReport(text);
     SEntries entries = Entries(doc, column, isReport ? NormalizePastedText(text) : std::string(text), room);
     if (isReport) LeaveOutTitles(text, entries);

@@ -32,7 +32,7 @@ struct SPasteResult {
 /// annotation. Empty lines leave their row alone.
 ///
 /// Of a line with several fields (TAB) one is taken: that which stands under the symbol column when the line is as
-/// wide as the board, or when it is laid out from the focus on; else the first one. A report (see IsReport) is pasted
+/// wide as the grid, or when it is laid out from the focus on; else the first one. A report (see IsReport) is pasted
 /// as its words.
 ///
 /// Shape   row, column: the focus; text: Windows-1252, lines ended in any way; marks: Yes for CopyText's own text with

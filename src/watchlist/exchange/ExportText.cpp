@@ -2,7 +2,6 @@
 
 #include "base/AtomicFile.h"
 #include "base/CsvWriter.h"
-#include "base/SaveFile.h"
 #include "base/Windows1252.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/exchange/ShownCells.h"

@@ -8,7 +8,7 @@ namespace vx {
 
 class CWatchlistDoc;
 
-/// What the board shows, as a table of text: rows from 1 to the last used one, columns with a width, in their order.
+/// What the grid shows, as a table of text: rows from 1 to the last used one, columns with a width, in their order.
 ///
 /// With link formulas each field of a symbol row becomes "=VxLink|'symbol'!'column'", but empty ones and those of the
 /// columns Alerts, Notes, News and Latest Headline. With commas every TAB becomes one; fields are neither quoted nor

@@ -19,7 +19,7 @@ struct SFoundCell {
     bool inNote = false;
 };
 
-/// Looks for a text in what the board shows, row by row, and in the notes, whose lines need not all be shown. A note is
+/// Looks for a text in what the grid shows, row by row, and in the notes, whose lines need not all be shown. A note is
 /// found in the Notes column, or in the first shown one when that is hidden; an annotation in the first one.
 ///
 /// The search begins behind (before) a cell and goes on at the other end until it is at that cell again, which is the

@@ -1,6 +1,6 @@
 #include "watchlist/exchange/RowCellText.h"
 
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "data/store/L1DataStore.h"
 #include "watchlist/document/WatchlistDoc.h"
 
@@ -71,7 +71,7 @@ size_t CColumnReader::Read(int row, const CSymbolRec* record, std::span<char, kM
     if (!record) return 0;
     const bool everyCell = m_doc.Options().useGridPrecision;
     const int places = m_doc.Formats().Decimals(row, m_column, everyCell);
-    return CellText(*record, *m_entry, PlacesFor(*record, *m_entry, places, everyCell), out);
+    return CellText(*record, *m_entry, DecimalsToShow(*record, *m_entry, places, everyCell), out);
 }
 
 size_t CColumnReader::ReadOwn(int row, std::string_view symbol, std::span<char, kMostCellText> out) const {

@@ -1,6 +1,5 @@
 #include "watchlist/exchange/ShownCells.h"
 
-#include "base/TickTrend.h"
 #include "base/Windows1252.h"
 #include "watchlist/document/WatchlistDoc.h"
 

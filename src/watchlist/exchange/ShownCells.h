@@ -16,7 +16,7 @@ struct SCellRange {
     int lastColumn = 0;
 };
 
-/// The texts of a document's cells as the board shows them, columns of no width left out.
+/// The texts of a document's cells as the grid shows them, columns of no width left out.
 ///
 /// Owns    nothing; the document outlives it, and its columns stay as they are meanwhile
 /// Thread  GUI thread only

@@ -1,9 +1,9 @@
 #include "watchlist/file/FileSaver.h"
 
-#include "base/ContentHash.h"
-#include "base/ErrorText.h"
+#include "base/FileSystem.h"
+#include "base/Hash.h"
 #include "base/Log.h"
-#include "base/Utf8Text.h"
+#include "base/Windows1252.h"
 
 #include <fmt/format.h>
 
@@ -23,9 +23,8 @@ int CheckReadable(const std::string& path) {
 
 std::string Name(const SSaveJob& job) { return Windows1252FromUtf8(job.path); }
 
-std::string FormerNotKept(const SSaveJob& job, int error, bool wasRead) {
-    if (wasRead)
-        return fmt::format("The former content of \"{}\" could not be kept: {}.", Name(job), ReadReason(error));
+std::string BackupNotKept(const SSaveJob& job, int error, bool wasRead) {
+    if (wasRead) return fmt::format("The backup of \"{}\" could not be made: {}.", Name(job), ReadReason(error));
     return fmt::format("The file \"{}\" cannot be read: {}. What it holds could not be kept.", Name(job),
                        ReadReason(error));
 }
@@ -37,7 +36,7 @@ void TellLoss(const SSaveJob& job, const SFileLoss& loss, std::vector<std::strin
         notices.push_back(
             fmt::format("The group of \"{}\", or its list of who may use it, could not be kept.", Name(job)));
     if (loss.otherNames > 0)
-        notices.push_back(fmt::format("\"{}\" had {} other name{} (hard link{}). The former content stays there.",
+        notices.push_back(fmt::format("\"{}\" had {} other name{} (hard link{}). The old content stays there.",
                                       Name(job), loss.otherNames, loss.otherNames == 1 ? "" : "s",
                                       loss.otherNames == 1 ? "" : "s"));
 }
@@ -63,7 +62,7 @@ SFileResult FileFailure(std::string_view what, const std::string& path, const st
 
 SFileResult CFileSaver::Save(const SSaveJob& job) const {
     std::optional<CFileLock> lock;
-    const int lockError = m_generations.Lock(job.path, lock);
+    const int lockError = m_backups.Lock(job.path, lock);
     if (lockError == EWOULDBLOCK) return FileFailure("saved", job.path, "another window is still saving it");
     SFileImage before;
     const int readError = ReadWatchlistFile(job.path, before);
@@ -80,9 +79,9 @@ SFileResult CFileSaver::Save(const SSaveJob& job) const {
 SFileResult CFileSaver::Replace(const SSaveJob& job, const SFileImage& before, int readError, int lockError) const {
     SFileResult result;
     std::string made;
-    if (const int notKept = KeepFormer(job, before, readError, lockError, made)) {
-        const std::string words = FormerNotKept(job, notKept, readError == 0);
-        if (!job.consent.withoutFormer) return {EFileOutcome::FormerNotKept, words, {}};
+    if (const int notKept = KeepBackup(job, before, readError, lockError, made)) {
+        const std::string words = BackupNotKept(job, notKept, readError == 0);
+        if (!job.consent.withoutBackup) return {EFileOutcome::BackupNotKept, words, {}};
         result.notices.push_back(words);
     }
     SFileLoss loss;
@@ -90,21 +89,21 @@ SFileResult CFileSaver::Replace(const SSaveJob& job, const SFileImage& before, i
         if (!made.empty()) Disk().Remove(made); // It is still the file's content.
         return FileFailure("saved", job.path, ErrorText(error));
     }
-    if (!made.empty()) m_generations.RemoveOld(job.path);
-    m_supplements.Retire(job.path, m_generations.List(job.path));
+    if (!made.empty()) m_backups.RemoveOld(job.path);
+    m_supplements.Retire(job.path, m_backups.List(job.path));
     TellLoss(job, loss, result.notices);
     for (const std::string& notice : result.notices) LogInformation(notice);
     return result;
 }
 
 // Keeps what is about to be replaced. An errno value, 0 when nothing is lost.
-int CFileSaver::KeepFormer(const SSaveJob& job, const SFileImage& before, int readError, int lockError,
+int CFileSaver::KeepBackup(const SSaveJob& job, const SFileImage& before, int readError, int lockError,
                            std::string& made) const {
     SFileSignature there;
     if (readError != 0) return ReadSignature(job.path, there) == 0 && there.inode != 0 ? readError : 0;
     if (before.content.empty() || before.content == job.text) return 0;
     if (lockError != 0) return lockError;
-    return m_generations.Keep(job.path, before.content, before.signature.modifiedNs, made);
+    return m_backups.Keep(job.path, before.content, before.signature.modifiedNs, made);
 }
 
 } // namespace vx

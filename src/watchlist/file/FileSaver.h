@@ -1,9 +1,9 @@
 #pragma once
 
-#include "base/SaveFile.h"
+#include "base/AtomicFile.h"
 #include "watchlist/document/UndoStack.h"
 #include "watchlist/document/WatchlistFrame.h"
-#include "watchlist/file/FileGenerations.h"
+#include "watchlist/file/FileBackups.h"
 #include "watchlist/file/SupplementFiles.h"
 
 #include <cstddef>
@@ -18,7 +18,7 @@ enum class EFileOutcome {
     Done,
     ChangedOnDisk, ///< Nothing was written: another program changed the file since it was opened or saved.
     NotAllRead,    ///< Nothing was written: the file holds what was not read when it was opened.
-    FormerNotKept, ///< Nothing was written: the content that the save replaces could not be kept as a generation.
+    BackupNotKept, ///< Nothing was written: the content that the save replaces could not be kept as a backup.
     Failed
 };
 
@@ -26,7 +26,7 @@ enum class EFileOutcome {
 struct SSaveConsent {
     bool overwriteChanged = false; ///< Replace what another program wrote. Asked for by ChangedOnDisk.
     bool overwriteUnread = false;  ///< Replace what was not read. Asked for by NotAllRead.
-    bool withoutFormer = false;    ///< Replace a content that cannot be kept. Asked for by FormerNotKept.
+    bool withoutBackup = false;    ///< Replace a content that cannot be kept. Asked for by BackupNotKept.
 };
 
 /// What came of opening or saving, in words for the user (Windows-1252).
@@ -63,25 +63,25 @@ std::string ReadReason(int error);
 /// Says in the log too that a watchlist could not be `what` ("opened", "saved").
 SFileResult FileFailure(std::string_view what, const std::string& path, const std::string& reason);
 
-/// The part of a save that touches the disk: compares, keeps the former content, replaces, all under one lock.
+/// The part of a save that touches the disk: compares, keeps the old content as a backup, replaces, all under one lock.
 ///
 /// Errors  as CWatchlistFile::Save
 /// Thread  any; the disk may take as long as it likes
 class CFileSaver {
 public:
-    explicit CFileSaver(const std::string& stateFolder) : m_generations(stateFolder), m_supplements(stateFolder) {}
+    explicit CFileSaver(const std::string& stateFolder) : m_backups(stateFolder), m_supplements(stateFolder) {}
 
     SFileResult Save(const SSaveJob& job) const;
 
-    const CFileGenerations& Generations() const { return m_generations; }
+    const CFileBackups& Backups() const { return m_backups; }
     const CSupplementFiles& Supplements() const { return m_supplements; }
 
 private:
     SFileResult Replace(const SSaveJob& job, const SFileImage& before, int readError, int lockError) const;
-    int KeepFormer(const SSaveJob& job, const SFileImage& before, int readError, int lockError,
+    int KeepBackup(const SSaveJob& job, const SFileImage& before, int readError, int lockError,
                    std::string& made) const;
 
-    CFileGenerations m_generations;
+    CFileBackups m_backups;
     CSupplementFiles m_supplements;
 };
 

@@ -1,10 +1,10 @@
 #include "watchlist/file/RecoveryFile.h"
 
-#include "base/ContentHash.h"
-#include "base/Escape.h"
+#include "base/AtomicFile.h"
+#include "base/Hash.h"
 #include "base/Log.h"
-#include "base/SaveFile.h"
-#include "base/Utf8Text.h"
+#include "base/Text.h"
+#include "base/Windows1252.h"
 #include "watchlist/file/StateFiles.h"
 #include "watchlist/fileformat/WatchlistKeys.h"
 

@@ -1,8 +1,7 @@
 #include "watchlist/file/RecoveryKeeper.h"
 
-#include "base/ErrorText.h"
-#include "base/UserFolders.h"
-#include "base/Utf8Text.h"
+#include "base/FileSystem.h"
+#include "base/Windows1252.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/file/StateFiles.h"
 #include "watchlist/file/WatchlistFile.h"

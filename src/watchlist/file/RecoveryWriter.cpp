@@ -1,9 +1,9 @@
 #include "watchlist/file/RecoveryWriter.h"
 
-#include "base/ErrorText.h"
+#include "base/AtomicFile.h"
+#include "base/FileSystem.h"
 #include "base/Log.h"
-#include "base/SaveFile.h"
-#include "base/Utf8Text.h"
+#include "base/Windows1252.h"
 #include "watchlist/file/RecoveryFile.h"
 #include "watchlist/file/StateFiles.h"
 

@@ -21,7 +21,7 @@ std::string HashName(uint64_t hash) { return fmt::format("{:016x}", hash); }
 
 std::string RecoveryFolder(const std::string& stateFolder) { return stateFolder + "/recovery"; }
 
-std::string GenerationsFolder(const std::string& stateFolder) { return stateFolder + "/generations"; }
+std::string BackupsFolder(const std::string& stateFolder) { return stateFolder + "/generations"; }
 
 std::string TitleOfPath(std::string_view path) {
     const size_t separator = path.find_last_of("/\\");

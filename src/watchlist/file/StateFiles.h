@@ -15,9 +15,9 @@ std::string PathKey(const std::string& path);
 /// The hash of a path key or a content as it stands in names: 16 hexadecimal digits.
 std::string HashName(uint64_t hash);
 
-/// Below the state folder: what a kill must not take, and the earlier contents of saved files.
+/// Below the state folder: what a kill must not take, and the backups of saved files.
 std::string RecoveryFolder(const std::string& stateFolder);
-std::string GenerationsFolder(const std::string& stateFolder);
+std::string BackupsFolder(const std::string& stateFolder);
 
 /// The text after the last "/" or "\", without what begins at its last ".".
 std::string TitleOfPath(std::string_view path);

@@ -1,8 +1,8 @@
 #include "watchlist/file/SupplementFiles.h"
 
 #include "base/AtomicFile.h"
-#include "base/ContentHash.h"
-#include "base/Escape.h"
+#include "base/Hash.h"
+#include "base/Text.h"
 #include "watchlist/file/StateFiles.h"
 #include "watchlist/fileformat/WatchlistKeys.h"
 
@@ -49,8 +49,8 @@ CSupplementFiles::SFound ReadSupplement(const std::string& file) {
 
 } // namespace
 
-bool CSupplementFiles::IsGeneration(const std::string& path) const {
-    return path.starts_with(GenerationsFolder(m_stateFolder) + "/");
+bool CSupplementFiles::IsBackup(const std::string& path) const {
+    return path.starts_with(BackupsFolder(m_stateFolder) + "/");
 }
 
 CSupplementFiles::SFound CSupplementFiles::Find(const std::string& path, uint64_t contentHash) const {
@@ -58,37 +58,37 @@ CSupplementFiles::SFound CSupplementFiles::Find(const std::string& path, uint64_
     const std::string beginning = Beginning(path);
     const std::string own = folder + "/" + beginning + HashName(contentHash) + kExtension;
     if (Exists(own)) return ReadSupplement(own);
-    if (IsGeneration(path) && Exists(BesideGeneration(path))) return ReadSupplement(BesideGeneration(path));
+    if (IsBackup(path) && Exists(BesideBackup(path))) return ReadSupplement(BesideBackup(path));
     SFound found = FindMoved(path, contentHash);
     found.otherContent = !found.supplement && !ListFiles(folder, beginning, kExtension).empty();
     return found;
 }
 
 CSupplementFiles::SFound CSupplementFiles::FindMoved(const std::string& path, uint64_t contentHash) const {
-    const bool isGeneration = IsGeneration(path);
+    const bool isBackup = IsBackup(path);
     const std::string ending = fmt::format("-{}{}", HashName(contentHash), kExtension);
     for (const std::string& file : ListFiles(RecoveryFolder(m_stateFolder), {}, ending)) {
         SFileImage image;
         if (ReadWholeFile(file, kMostBytes, image) != 0) continue;
         std::string_view text = image.content;
         const std::string oldPath = TakePath(text);
-        if (oldPath.empty() || (!isGeneration && Exists(oldPath))) continue;
+        if (oldPath.empty() || (!isBackup && Exists(oldPath))) continue;
         if (std::optional<SWatchlistSupplement> supplement = ParseSupplement(text))
             return {std::move(supplement), false, false};
     }
     return {};
 }
 
-void CSupplementFiles::Retire(const std::string& path, const std::vector<SGeneration>& generations) const {
+void CSupplementFiles::Retire(const std::string& path, const std::vector<SBackup>& backups) const {
     const std::string beginning = Beginning(path);
     const std::vector<std::string> files = ListFiles(RecoveryFolder(m_stateFolder), beginning, kExtension);
     if (files.empty()) return;
-    for (const SGeneration& generation : generations) {
+    for (const SBackup& backup : backups) {
         SFileImage image;
-        if (ReadWholeFile(generation.path, kMostBytes, image) != 0) continue;
+        if (ReadWholeFile(backup.path, kMostBytes, image) != 0) continue;
         const std::string file =
             RecoveryFolder(m_stateFolder) + "/" + beginning + HashName(ContentHash(image.content)) + kExtension;
-        Disk().Rename(file, BesideGeneration(generation.path));
+        Disk().Rename(file, BesideBackup(backup.path));
     }
     for (const std::string& file : files) Disk().Remove(file);
 }

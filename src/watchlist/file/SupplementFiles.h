@@ -1,6 +1,6 @@
 #pragma once
 
-#include "watchlist/file/FileGenerations.h"
+#include "watchlist/file/FileBackups.h"
 #include "watchlist/fileformat/WatchlistSupplement.h"
 
 #include <cstdint>
@@ -28,16 +28,16 @@ public:
 
     /// The supplement of a content of a file, also when the file was moved since: then its old path leads nowhere.
     SFound Find(const std::string& path, uint64_t contentHash) const;
-    /// The file at a path was saved. Its supplements go, but those of its former contents move beside these.
-    void Retire(const std::string& path, const std::vector<SGeneration>& generations) const;
+    /// The file at a path was saved. Its supplements go, but those of its backups move beside these.
+    void Retire(const std::string& path, const std::vector<SBackup>& backups) const;
 
-    /// The supplement that belongs to a former content.
-    static std::string BesideGeneration(const std::string& generation) { return generation + kExtension; }
+    /// The supplement that belongs to a backup.
+    static std::string BesideBackup(const std::string& backup) { return backup + kExtension; }
 
 private:
     static constexpr const char* kExtension = ".supplement";
 
-    bool IsGeneration(const std::string& path) const;
+    bool IsBackup(const std::string& path) const;
     SFound FindMoved(const std::string& path, uint64_t contentHash) const;
 
     std::string m_stateFolder;

@@ -1,11 +1,10 @@
 #include "watchlist/file/WatchlistFile.h"
 
-#include "base/ContentHash.h"
-#include "base/ErrorText.h"
+#include "base/AtomicFile.h"
+#include "base/FileSystem.h"
+#include "base/Hash.h"
 #include "base/Log.h"
-#include "base/SaveFile.h"
-#include "base/UserFolders.h"
-#include "base/Utf8Text.h"
+#include "base/Windows1252.h"
 #include "settings/Settings.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/file/RecoveryFile.h"
@@ -114,16 +113,16 @@ SFileResult CWatchlistFile::OpenRecovered(const SRecovery& recovery) {
     return {};
 }
 
-SFileResult CWatchlistFile::OpenFormer(const SGeneration& generation) {
+SFileResult CWatchlistFile::OpenBackup(const SBackup& backup) {
     SFileImage image;
-    if (const int error = ReadWatchlistFile(generation.path, image))
-        return FileFailure("opened", generation.path, ReadReason(error));
+    if (const int error = ReadWatchlistFile(backup.path, image))
+        return FileFailure("opened", backup.path, ReadReason(error));
     CWatchlistReader reader;
     ReadInBlocks(reader, image.content);
-    const CSupplementFiles::SFound found = m_saver.Supplements().Find(generation.path, ContentHash(image.content));
+    const CSupplementFiles::SFound found = m_saver.Supplements().Find(backup.path, ContentHash(image.content));
     if (found.supplement) MergeSupplement(*found.supplement, reader.Content());
     m_doc.OpenContent(reader.Content(), Windows1252FromUtf8(TitleOfPath(m_path)), reader.Report(), false);
-    LogReport(generation.path, reader.Report());
+    LogReport(backup.path, reader.Report());
     return {};
 }
 
@@ -143,7 +142,7 @@ SFileResult CWatchlistFile::SaveAs(const std::string& path, const SPlacement& pl
     SSaveJob job = BeginSave(path, placement);
     job.consent.overwriteChanged |= consent.overwriteChanged;
     job.consent.overwriteUnread |= consent.overwriteUnread;
-    job.consent.withoutFormer = consent.withoutFormer;
+    job.consent.withoutBackup = consent.withoutBackup;
     SFileResult result = m_saver.Save(job);
     EndSave(job, result);
     return result;
@@ -183,8 +182,8 @@ void CWatchlistFile::EndSave(const SSaveJob& job, const SFileResult& result) {
     if (m_doc.Settings().ReadText(kMyWatchlists) != folder) m_doc.Settings().WriteText(kMyWatchlists, folder);
 }
 
-std::vector<SGeneration> CWatchlistFile::Generations() const {
-    return m_path.empty() ? std::vector<SGeneration>{} : m_saver.Generations().List(m_path);
+std::vector<SBackup> CWatchlistFile::Backups() const {
+    return m_path.empty() ? std::vector<SBackup>{} : m_saver.Backups().List(m_path);
 }
 
 } // namespace vx

@@ -28,14 +28,14 @@ public:
     SFileResult Open(const std::string& path);
     /// Puts a recovered watchlist into the document, which is modified then. Saving goes to the file that it had.
     SFileResult OpenRecovered(const SRecovery& recovery);
-    /// Puts a former content of the document's file into the document, which is modified then: a save would make it the
+    /// Puts a backup of the document's file into the document, which is modified then: a save would make it the
     /// file's content again.
-    SFileResult OpenFormer(const SGeneration& generation);
+    SFileResult OpenBackup(const SBackup& backup);
 
-    /// Writes the document to its file. The content that this replaces is kept as a generation.
+    /// Writes the document to its file. The content that this replaces is kept as a backup.
     ///
     /// Units   placement: where the window stands
-    /// Errors  ChangedOnDisk, NotAllRead and FormerNotKept unless the consent covers them, in this order, with a
+    /// Errors  ChangedOnDisk, NotAllRead and BackupNotKept unless the consent covers them, in this order, with a
     ///         sentence that says what is at stake: ask the user and call again with all consents given so far. Failed
     ///         without a path. The document stays modified unless all of it is on disk
     SFileResult Save(const SPlacement& placement, SSaveConsent consent = {});
@@ -63,7 +63,7 @@ public:
     /// The hash of the content that the file had when it was opened or saved.
     uint64_t KnownHash() const { return m_knownHash; }
     /// The contents that saves of the document's file replaced, newest first.
-    std::vector<SGeneration> Generations() const;
+    std::vector<SBackup> Backups() const;
 
 private:
     void FindUnread(CWatchlistReader& reader, bool isEmpty, SFileResult& result);

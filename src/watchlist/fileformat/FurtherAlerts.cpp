@@ -1,6 +1,6 @@
 #include "watchlist/fileformat/FurtherKeyTable.h"
 
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "base/Number.h"
 #include "watchlist/document/WatchlistDoc.h"
 

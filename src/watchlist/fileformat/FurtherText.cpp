@@ -1,7 +1,7 @@
 #include "watchlist/fileformat/FurtherText.h"
 
-#include "base/Escape.h"
 #include "base/Number.h"
+#include "base/Text.h"
 #include "watchlist/fileformat/WatchlistKeys.h"
 
 #include <algorithm>

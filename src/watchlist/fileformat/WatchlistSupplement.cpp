@@ -1,8 +1,8 @@
 #include "watchlist/fileformat/WatchlistSupplement.h"
 
-#include "alerts/rules/AlertField.h"
-#include "base/Escape.h"
+#include "alerts/rules/AlertInfo.h"
 #include "base/Number.h"
+#include "base/Text.h"
 #include "watchlist/document/RowTable.h"
 #include "watchlist/document/WatchlistContent.h"
 #include "watchlist/fileformat/WatchlistKeys.h"

@@ -1,6 +1,6 @@
 #include "watchlist/view/CellTips.h"
 
-#include "alerts/rules/AlertField.h"
+#include "alerts/rules/AlertInfo.h"
 #include "alerts/rules/AlertTexts.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/exchange/RowCellText.h"

@@ -34,9 +34,9 @@ public:
         return place && place->row == row && place->fingerprint == Fingerprint(cell);
     }
 
-    /// Whether a row was painted with a notice over its cells.
-    void NoteNotice(int rowPlace, bool painted) { m_notices[PlaceOf(rowPlace)] = painted; }
-    bool HasNotice(int rowPlace) const { return m_notices[PlaceOf(rowPlace)]; }
+    /// Whether a row was painted with a hint over its cells.
+    void NoteHint(int rowPlace, bool painted) { m_notices[PlaceOf(rowPlace)] = painted; }
+    bool HasHint(int rowPlace) const { return m_notices[PlaceOf(rowPlace)]; }
 
     /// A number that differs for cells that look different, but for one case in four billion.
     static uint32_t Fingerprint(const SCell& cell);

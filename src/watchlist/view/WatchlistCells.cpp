@@ -101,12 +101,12 @@ const CWatchlistCells::SColumn* CWatchlistCells::Column(int column) const {
 bool CWatchlistCells::DiffersFromPainted(int row, int column) const {
     SCell cell;
     Fill(row, column, cell);
-    return !m_painted.Matches(row, m_geometry.PlaceOfRow(row), column, cell);
+    return !m_painted.Matches(row, m_geometry.ShownIndexOf(row), column, cell);
 }
 
 void CWatchlistCells::FillCell(int row, int column, SCell& cell) const {
     Fill(row, column, cell);
-    if (IsPaintedWhole(row, column)) m_painted.Note(row, m_geometry.PlaceOfRow(row), column, cell);
+    if (IsPaintedWhole(row, column)) m_painted.Note(row, m_geometry.ShownIndexOf(row), column, cell);
 }
 
 uint8_t CWatchlistCells::Marks(int row, std::string_view symbol) const {
@@ -182,17 +182,17 @@ bool CWatchlistCells::FillSpan(int row, SCell& cell) const {
     return true;
 }
 
-bool CWatchlistCells::FillRowNotice(int row, SCell& cell) const {
-    const std::string_view notice = m_doc.RowNotice(row);
-    if (m_region != nullptr) m_painted.NoteNotice(m_geometry.PlaceOfRow(row), !notice.empty());
-    if (notice.empty()) return false;
-    cell.SetText(notice);
+bool CWatchlistCells::FillRowHint(int row, SCell& cell) const {
+    const std::string_view hint = m_doc.RowHint(row);
+    if (m_region != nullptr) m_painted.NoteHint(m_geometry.ShownIndexOf(row), !hint.empty());
+    if (hint.empty()) return false;
+    cell.SetText(hint);
     cell.role = ETextRole::Stale;
     return true;
 }
 
-bool CWatchlistCells::MayChangeNotice(int row) const {
-    return m_painted.HasNotice(m_geometry.PlaceOfRow(row)) || !m_doc.RowNotice(row).empty();
+bool CWatchlistCells::MayChangeHint(int row) const {
+    return m_painted.HasHint(m_geometry.ShownIndexOf(row)) || !m_doc.RowHint(row).empty();
 }
 
 std::string CWatchlistCells::HeaderTip(int column) const {
@@ -202,7 +202,7 @@ std::string CWatchlistCells::HeaderTip(int column) const {
 
 std::string CWatchlistCells::CellTip(int row, int column) const {
     const std::string own = OwnTip(row, column);
-    return own.empty() ? std::string(m_doc.RowNotice(row)) : own;
+    return own.empty() ? std::string(m_doc.RowHint(row)) : own;
 }
 
 std::string CWatchlistCells::OwnTip(int row, int column) const {

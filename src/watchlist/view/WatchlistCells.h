@@ -47,9 +47,9 @@ public:
     void FillCell(int row, int column, SCell& cell) const override;
     void FillHeader(int column, SCell& cell) const override;
     bool FillSpan(int row, SCell& cell) const override;
-    bool FillRowNotice(int row, SCell& cell) const override;
-    /// Whether a row has a notice, or had one when it was painted: then more than its changed cells is to be painted.
-    bool MayChangeNotice(int row) const;
+    bool FillRowHint(int row, SCell& cell) const override;
+    /// Whether a row has a hint, or had one when it was painted: then more than its changed cells is to be painted.
+    bool MayChangeHint(int row) const;
     std::string HeaderTip(int column) const override;
     std::string CellTip(int row, int column) const override;
 

@@ -65,7 +65,7 @@ void CWatchlistGrid::PlaceSticky() {
 void CWatchlistGrid::MarkChangedCells(int row) {
     const CGridGeometry& geometry = Geometry();
     if (row < geometry.FirstVisibleRow() || row > geometry.LastVisibleRow() || IsRowHidden(row)) return;
-    if (m_doc.RowKind(row) != ERowKind::Symbol || m_cells.MayChangeNotice(row)) {
+    if (m_doc.RowKind(row) != ERowKind::Symbol || m_cells.MayChangeHint(row)) {
         MarkRowChanged(row);
         return;
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "grid/NorvGridCtrl.h"
+#include "grid/GridCtrl.h"
 #include "watchlist/view/WatchlistCells.h"
 
 #include <optional>

@@ -1,6 +1,5 @@
 #include "watchlist/view/WatchlistView.h"
 
-#include "base/MessageNames.h"
 #include "settings/Settings.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/edit/CellEntry.h"

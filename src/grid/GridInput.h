@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QPoint>
+
+class QContextMenuEvent;
+class QKeyEvent;
+class QMouseEvent;
+class QWheelEvent;
+
+namespace vx {
+
+class CGridCtrl;
+
+/// What the keys, the mouse and the wheel do in a grid while no editor has the keyboard.
+class CGridInput {
+public:
+    explicit CGridInput(CGridCtrl& grid) : m_grid(grid) {}
+
+    // The grid's events; keys and turns of the wheel that mean nothing here are ignored, for the window to take them.
+    void KeyPress(QKeyEvent& event);
+    void MousePress(const QMouseEvent& event);
+    void MouseMove(const QMouseEvent& event);
+    void MouseRelease(const QMouseEvent& event);
+    void DoubleClick(const QMouseEvent& event);
+    void Menu(QContextMenuEvent& event);
+    void Wheel(QWheelEvent& event);
+
+private:
+    bool MoveByKey(const QKeyEvent& event);
+    bool SelectByKey(const QKeyEvent& event);
+    bool EditByKey(const QKeyEvent& event);
+    void RequestMenu();
+    int BorderAt(const QPoint& place) const;
+    void UpdateCursor(const QPoint& place);
+
+    CGridCtrl& m_grid;
+    QPoint m_wheelRest; // eighths of a degree not yet scrolled
+};
+
+} // namespace vx

@@ -1,0 +1,238 @@
+// From a line of the feed to the notice and back, in the real frame.
+
+#include "app/alerts/AlertController.h"
+
+#include "alerts/rules/AlertInfo.h"
+#include "alerts/ui/AlertHistoryDlg.h"
+#include "alerts/ui/AlertsDlg.h"
+#include "alerts/ui/AlertsNotice.h"
+#include "alerts/ui/NewAlertDlg.h"
+#include "alerts/ui/NoticeQueue.h"
+#include "alerts/ui/ResetAlert.h"
+#include "app/FrameFixture.h"
+#include "app/alerts/MissedAlerts.h"
+
+#include <QComboBox>
+#include <QListView>
+#include <QTableView>
+#include <QToolButton>
+
+using namespace vx;
+using namespace vx::test;
+
+namespace {
+
+class CAlertControllerTest : public CFeedFixture {
+protected:
+    /// IBM in row 1 and MSFT in row 2, both watched.
+    CAlertControllerTest() {
+        ShownFrame({"-symbol", "IBM,MSFT"}, 1400, 500);
+        doc->Update()->Columns().Append("Alerts");
+        doc->Update()->Columns();
+        Connect();
+        EXPECT_TRUE(WaitUntil([&] { return doc->IsFeedReady(); }));
+    }
+    CAlertsMap& Alerts() { return doc->AlertRules(); }
+    const A_INFO& Alert(size_t index) { return Alerts().Get("IBM").at(index); }
+    void LastIs(const char* symbol, const char* price) { feed.level1.Says(Update(symbol, "Last", price)); }
+    CNoticeQueue& Queue() { return frame->Alerts().Notices(); }
+    CPresence& Presence() { return frame->Alerts().Presence(); }
+    CAlertsNotice& Notice() {
+        if (!WaitUntil([&] { return Queue().Shown() != nullptr; }, 5000)) throw std::runtime_error("no notice");
+        return *Queue().Shown();
+    }
+    std::string Title() { return Notice().windowTitle().toStdString(); }
+    bool CanReset() { return Named<QPushButton>(Notice(), "reset").isEnabled(); }
+    CResetAlert& Reset() {
+        Click(Notice(), "reset");
+        return *Notice().findChild<CResetAlert*>();
+    }
+    static A_INFO Above(double value, bool enabled = true) {
+        return {enabled, 0, 0, value, AlertFieldId("Last").value(), 1, 0, {}};
+    }
+    std::vector<std::string> History() {
+        std::vector<std::string> out;
+        for (const SAlertFiring& firing : CAlertHistory(At("zantrel")).Read()) out.push_back(EndText(firing));
+        return out;
+    }
+};
+
+} // namespace
+
+TEST_F(CAlertControllerTest, AnAlertIsSetOnACellFiresIsResetAndFiresAgain) {
+    LastIs("IBM", "190.25");
+    ASSERT_TRUE(Shows(1, "Last", "190.2500"));
+    grid->SetFocusCell(1, ColumnOf("Last"));
+    Do(ECommand::AlertNew);
+    auto& dialog = Child<CNewAlertDlg>("newAlertDlg");
+    for (const auto& [list, text] :
+         {std::pair{"symbolList", "IBM"}, {"fieldList", "Last"}, {"operationList", "greater than"}})
+        EXPECT_EQ(Named<QComboBox>(dialog, list).currentText().toStdString(), text);
+    EXPECT_EQ(TextOf(dialog, "valueBox"), "190.25");
+    Named<QComboBox>(dialog, "soundList").setCurrentIndex(0);
+    ClickStandard(dialog);
+    EXPECT_EQ(Shown(1, "Alerts"), "1");
+    EXPECT_TRUE(doc->IsModified());
+
+    LastIs("IBM", "190.5");
+    EXPECT_EQ(Title(), "Norv Vx alert: IBM Last = 190.500000");
+    EXPECT_EQ(Shown(1, "Alerts"), "0/1");
+    LastIs("IBM", "191");
+    EXPECT_TRUE(Shows(1, "Last", "191.0000")) << "quotes still arrive under the notice";
+
+    CResetAlert& reset = Reset();
+    Named<CSpinEdit>(reset, "percent").stepBy(1);
+    ClickStandard(reset);
+    ASSERT_TRUE(Shows(1, "Alerts", "1"));
+    EXPECT_EQ(Alert(0).value, 192.1525);
+    EXPECT_EQ(doc->Undo().UndoName(), "new alert") << "a reset is no edit";
+    doc->MarkSaved();
+    frame->activateWindow();
+    ASSERT_TRUE(WaitUntil([&] { return frame->isActiveWindow() && Presence().IsHere(); }));
+    LastIs("IBM", "193");
+    Notice();
+    EXPECT_THAT(History(), ElementsAre("Reset to 192.1525", "Seen"));
+    EXPECT_TRUE(doc->IsModified()) << "the file has the alert armed";
+    Do(ECommand::EditUndo);
+    EXPECT_TRUE(Alerts().IsEmpty());
+}
+
+TEST_F(CAlertControllerTest, TheSecondAlertOfASymbolIsArmedByItsNoticeAndResetChangesTheFirst) {
+    for (const double value : {50, 10}) Alerts().Add("IBM", Above(value));
+    LastIs("IBM", "60");
+    Click(Notice(), "dismiss"); // Of the first one.
+    Notice();
+    Alerts().Remove("IBM", 0); // Edits in between do not mislead it.
+    for (const double value : {50, 5}) Alerts().Add("IBM", Above(value));
+    Click(Notice(), "arm");
+    ASSERT_TRUE(WaitUntil([&] { return Alert(0).enabled == 1; }));
+    EXPECT_EQ(Alert(0), Above(10));
+    EXPECT_EQ(Alert(1).value, 50);
+
+    Alerts().Clear(EAlertMap::Live);
+    Alerts().Add("IBM", Above(50, false));
+    Alerts().Add("IBM", Above(20));
+    LastIs("IBM", "61");
+    CResetAlert& reset = Reset();
+    EXPECT_THAT(TextOf(reset, "target"),
+                HasSubstr("not the one that fired:\n\"IBM\" when the \"Last\" is greater than 50.000000\n"));
+    ClickStandard(reset);
+    EXPECT_THAT(boxes.TakeTexts(), testing::SizeIs(1)) << "the one that fired has 20 already";
+    Named<CSpinEdit>(reset, "value").stepBy(1);
+    ClickStandard(reset);
+    ASSERT_TRUE(WaitUntil([&] { return Alert(0).enabled == 1; }));
+    EXPECT_EQ(Alert(0).value, 21);
+    EXPECT_EQ(Alert(1).enabled, 0u);
+    EXPECT_THAT(History(), ElementsAre("Reset to 21", "Armed again", EndsWith("; reset Last greater than 50 to 21")));
+}
+
+TEST_F(CAlertControllerTest, WhatIsGoneWhenItsNoticeIsAnsweredDoesNoHarm) {
+    const auto fireTwo = [&] {
+        for (const double value : {10, 20}) Alerts().Add("IBM", Above(value));
+        LastIs("IBM", "30");
+        Notice();
+    };
+    fireTwo();
+    Alerts().RemoveSymbol("IBM");
+    doc->MarkSaved();
+    ClickStandard(Reset());
+    EXPECT_FALSE(CanReset());
+    Click(Notice(), "dismiss");
+    TurnEventLoop(5);
+    EXPECT_FALSE(Queue().Shown());
+    EXPECT_TRUE(Alerts().IsEmpty());
+    EXPECT_FALSE(doc->IsModified()) << "nothing was reset";
+    Alerts().Add("IBM", Above(10));
+    SFiredAlert of;
+    of.record.symbol = "IBM";
+    of.watchlist = doc->OpenCount();
+    for (const auto& [index, record] : {std::pair{7, "IBM,7,1.000000"}, {0, "IBM,0,99.000000"}}) {
+        of.record.index = index;
+        QCoreApplication::postEvent(frame, new CResetAlertMessage(record, of));
+    }
+    EXPECT_TRUE(WaitUntil([&] { return Alert(0).value == 99; }));
+
+    Alerts().Clear(EAlertMap::Live);
+    fireTwo();
+    OpenText(*doc, "Alerts=IBM:Last,>,50.000000,FALSE,TRUE,0,FALSE,;\r\n", "other");
+    ASSERT_EQ(Alerts().Count("IBM"), 1);
+    Click(Notice(), "dismiss");
+    EXPECT_FALSE(CanReset()) << "it fired in another watchlist";
+}
+
+TEST_F(CAlertControllerTest, NothingFiresOnAQuoteThatHasNotComeAndNewsFireTheirAlert) {
+    A_INFO alert = Above(10);
+    alert.condition = 3;
+    Alerts().Add("IBM", alert);
+    feed.level1.Says("F,IBM,5,12.5,\r\nn,NOSUCH\r\n");
+    LastIs("MSFT", "5");
+    ASSERT_TRUE(WaitUntil([&] { return !Shown(2, "Last").empty(); }));
+    EXPECT_EQ(Alert(0).enabled, 1u);
+    LastIs("IBM", "0");
+    Click(Notice(), "dismiss");
+
+    Alerts().Clear(EAlertMap::Live);
+    alert.fieldId = AlertFieldId("News").value();
+    alert.condition = 0;
+    alert.value = 1;
+    Alerts().Add("IBM", alert);
+    feed.level1.Says("N,SIM,1001,MSFT:IBM,20240131 093000,Headline, <b>bold</b>\r\n");
+    EXPECT_EQ(Title(), "Norv Vx alert: IBM News");
+    EXPECT_EQ(TextOf(Notice(), "headline"), "Headline, <b>bold</b>");
+    ClickStandard(Reset());
+    EXPECT_TRUE(WaitUntil([&] { return Alert(0) == alert; }));
+}
+
+TEST_F(CAlertControllerTest, WhatFiredWhileAwayIsCountedAndFoundInTheHistory) {
+    auto& missed = Child<QToolButton>("missedAlerts");
+    Alerts().Add("IBM", Above(10));
+    for (const double value : {10, 30}) Alerts().Add("MSFT", Above(value));
+    Presence().SetHere(true);
+    LastIs("IBM", "20");
+    ASSERT_TRUE(WaitUntil([&] { return Notice().isActiveWindow(); }));
+    EXPECT_FALSE(missed.isVisible());
+    Presence().SetHere(false);
+    LastIs("MSFT", "20");
+    LastIs("MSFT", "40");
+    ASSERT_TRUE(WaitUntil([&] { return missed.text() == QStringLiteral("2 missed alerts"); }));
+    Presence().NoteOwnWindow();
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_FALSE(Presence().IsHere()) << "the desktop made the notice the active window, not the user";
+    Click(Notice(), "dismissAll");
+    EXPECT_TRUE(Presence().IsHere());
+    EXPECT_TRUE(missed.isVisible()) << "dismissed together is not looked at";
+    missed.click();
+    EXPECT_FALSE(missed.isVisible());
+    auto& history = Child<CAlertHistoryDlg>("alertHistory");
+    EXPECT_TRUE(history.isVisible());
+    const QAbstractItemModel& model = *Named<QTableView>(history, "table").model();
+    ASSERT_TRUE(WaitUntil([&] { return model.rowCount() == 2; })) << model.rowCount();
+    EXPECT_EQ(model.index(0, 1).data().toString(), QStringLiteral("MSFT"));
+    ASSERT_TRUE(WaitUntil([&] { return model.index(0, 9).data().toString() == QStringLiteral("Dismissed together"); }));
+
+    Alerts().Add("IBM", Above(90));
+    Presence().SetHere(false);
+    Q_EMIT frame->Alerts().Missed().Called();
+    LastIs("IBM", "99");
+    Notice();
+    EXPECT_FALSE(missed.isVisible()) << "who chose the notification is here";
+}
+
+TEST_F(CAlertControllerTest, CommandsKnowTheRow) {
+    Alerts().Add("IBM", Above(10));
+    Alerts().Add("MSFT", Above(1000));
+    grid->SetFocusCell(3, 1);
+    Do(ECommand::AlertNew);
+    auto& unknown = Child<CNewAlertDlg>("newAlertDlg");
+    EXPECT_EQ(Named<QComboBox>(unknown, "symbolList").currentIndex(), -1) << "an empty row";
+    unknown.close();
+
+    int selected = -1;
+    WhenOpen<CAlertsDlg>([&](CAlertsDlg& dialog) {
+        selected = Named<QListView>(dialog, "alertList").currentIndex().row();
+        dialog.reject();
+    });
+    grid->SetFocusCell(2, ColumnOf("Alerts"));
+    Q_EMIT grid->CellDoubleClicked(2, ColumnOf("Alerts"));
+    EXPECT_TRUE(WaitUntil([&] { return selected == 1; }));
+}

@@ -1,0 +1,283 @@
+#include "app/workspace/CompanionPrograms.h"
+
+#include "app/FrameFixture.h"
+#include "app/workspace/RunningWindows.h"
+#include "app/workspace/Workspace.h"
+#include "support/FakeClock.h"
+
+#include <QScreen>
+
+#include <atomic>
+#include <map>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <thread>
+
+using namespace vx;
+using namespace vx::test;
+
+namespace {
+
+using CCompanionProgramsTest = CSiblingFixture;
+
+class CWindowDeskTest : public CSiblingFixture {
+protected:
+    static std::map<std::string, std::string> Workspace() {
+        std::map<std::string, std::string> out;
+        for (const auto& value : CRegistry::CurrentUser().EnumerateValues(kWorkspacesKey))
+            out[value.name] = value.value.text;
+        return out;
+    }
+    static void Store(const std::string& name, const std::string& command) {
+        CRegistry::CurrentUser().WriteText(kWorkspacesKey, name, command);
+    }
+    static void Store(int number, const std::string& command) {
+        Store("zantrel-watchlist " + std::to_string(number), command);
+    }
+    std::string ListAt(const char* name) const {
+        WriteFile(At(name), "TrailingRows=1\r\n");
+        return At(name);
+    }
+    /// The text with which a window of a list is stored.
+    static std::string WindowOf(const std::string& file) { return "zantrel-watchlist \"" + file + "\" -max"; }
+};
+
+/// Does something on another thread while the windows of this one live.
+template <typename Work> void Meanwhile(Work work) {
+    std::atomic<bool> done = false;
+    std::thread thread([&] {
+        work();
+        done = true;
+    });
+    EXPECT_TRUE(WaitUntil([&] { return done.load(); }));
+    thread.join();
+}
+
+void Bind(int descriptor, const std::string& path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    ASSERT_EQ(bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+}
+
+/// Another window of the program, as far as its socket goes.
+class CPeerWindow {
+public:
+    CPeerWindow(const std::string& folder, int number, std::string command) : m_command(std::move(command)) {
+        Bind(m_listener, CWindowRegistration::SocketName(folder, number));
+        listen(m_listener, 8);
+        m_thread = std::thread([this] { Serve(); });
+    }
+    ~CPeerWindow() {
+        shutdown(m_listener, SHUT_RDWR);
+        m_thread.join();
+        close(m_listener);
+    }
+    int Shown() const { return m_shown; }
+
+private:
+    void Serve() {
+        for (int peer = accept(m_listener, nullptr, nullptr); peer >= 0; peer = accept(m_listener, nullptr, nullptr)) {
+            std::string request(64, '\0');
+            request.resize(static_cast<size_t>(std::max<ssize_t>(0, read(peer, request.data(), request.size()))));
+            m_shown += request == CWindowRegistration::kShowRequest;
+            const std::string answer = request == CWindowRegistration::kTellRequest ? m_command : "shown\n";
+            EXPECT_EQ(write(peer, answer.data(), answer.size()), static_cast<ssize_t>(answer.size()));
+            close(peer);
+        }
+    }
+
+    std::string m_command;
+    int m_listener = socket(AF_UNIX, SOCK_STREAM, 0);
+    std::atomic<int> m_shown = 0;
+    std::thread m_thread;
+};
+
+/// A socket file whose listener died.
+void LeaveStaleSocket(const std::string& path) {
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM, 0);
+    Bind(descriptor, path);
+    close(descriptor);
+}
+
+} // namespace
+
+TEST_F(CCompanionProgramsTest, ProgramsStartOnTheRowsSymbolAndAMissingOneIsNamed) {
+    CFakeClock clock;
+    Frame();
+    Enter(1, "brk b");
+    grid->SetFocusCell(1, 1);
+    struct SCase {
+        ECommand command;
+        int number;
+        const char *program, *started, *current;
+    };
+    for (const SCase& link : {SCase{ECommand::LinkChart, 45045, "vxchart", "vxchart|-symbol|BRK B|", "BRK B"},
+                              {ECommand::RowMarketDepth, 45057, "vxdepth", "vxdepth|-symbol|BRK B|", "BRK B"},
+                              {ECommand::RowNews, 45055, "vxnews", "vxnews|", "before"}}) {
+        const std::string missing = std::string("Not installed: ") + link.program;
+        const auto tip = [&] {
+            clock.elapsedMs += 2000;
+            const QAction& action = Action(link.command);
+            EXPECT_TRUE(action.toolTip().startsWith(action.statusTip()));
+            return action.statusTip().toStdString();
+        };
+        EXPECT_EQ(Action(link.command).data().toInt(), link.number);
+        EXPECT_EQ(tip(), missing);
+        Do(link.command);
+        EXPECT_THAT(boxes.TakeTexts(),
+                    ElementsAre("Unable to launch " + std::string(link.program) + ".  Error Code: 2"));
+        Install(link.program);
+        EXPECT_THAT(tip(), Not(HasSubstr("installed")));
+        settings.WriteText(kCurrentSymbol, "before");
+        EXPECT_EQ(StartedBy(link.command), link.started);
+        EXPECT_EQ(settings.ReadTextOrDefault(kCurrentSymbol), link.current) << link.program;
+    }
+    int number = 45044; // For the outside world.
+    for (int id = static_cast<int>(ECommand::LinkSnapQuote); id <= static_cast<int>(ECommand::RowMarketDepth); ++id)
+        EXPECT_EQ(Action(static_cast<ECommand>(id)).data().toInt(), number++);
+
+    grid->SetFocusCell(2, 1); // No symbol there.
+    EXPECT_EQ(StartedBy(ECommand::LinkChart), "vxchart|");
+    EXPECT_FALSE(IsEnabled(ECommand::RowChart));
+    EXPECT_TRUE(IsEnabled(ECommand::RowNews));
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+}
+
+TEST_F(CCompanionProgramsTest, TheCurrentSymbolIsFollowedWhileTheWindowStaysActive) {
+    ShownFrame({}, 640, 480);
+    const QAction& action = Action(ECommand::EditAddCurrentSymbol);
+    EXPECT_FALSE(action.isEnabled());
+    settings.WriteText(kCurrentSymbol, "IBM");
+    EXPECT_TRUE(WaitUntil([&] { return action.isEnabled(); }));
+    settings.WriteText(kCurrentSymbol, "<b>GE");
+    EXPECT_TRUE(WaitUntil([&] { return action.statusTip().contains(QStringLiteral("Put <b>GE,")); }));
+    EXPECT_FALSE(action.toolTip().contains(QStringLiteral("<b>"))) << "a tip that is read as rich text";
+}
+
+TEST_F(CWindowDeskTest, SavingTheWorkspaceReachesEveryWindowAndForgetsThoseThatAreGone) {
+    if (QGuiApplication::primaryScreen()->size().width() < 800)
+        GTEST_SKIP() << "on so small a screen the windows would be made narrower";
+    Store(9, "of a window that is gone");
+    Store("vxchart 9", "of another program");
+    WriteFile(At("A $1 \"B\".vxw"), "Window=50;60;700;400;FALSE;FALSE\r\n");
+    ShownFrame({}, 640, 480).move(10, 20);
+    ASSERT_TRUE(frame->Files().Open(At("A $1 \"B\".vxw")));
+    const char* const symbols = " -symbol \"ibm,ge\" -type \"t\" -interval \"5\"";
+    CMainFrame second(settings, CNorvCommandLineInfo({"-symbol", "ibm,ge", "-type", "t", "-interval", "5", "-max"}));
+    second.KeepFeedClosed();
+    second.ShowPlaced();
+    LeaveStaleSocket(At("zantrel/watchlist-7.socket"));
+
+    SWorkspaceCall call;
+    Meanwhile([&] { call = CallWindows(At("zantrel"), 10000); });
+    EXPECT_EQ(call.windows, 2);
+    EXPECT_EQ(call.saved, 2);
+    EXPECT_FALSE(std::filesystem::exists(At("zantrel/watchlist-7.socket")));
+    std::map<std::string, std::string> expected{
+        {"zantrel-watchlist 1",
+         "zantrel-watchlist \"" + At("A \\$1 \\\"B\\\".vxw") + "\" -top 60 -bottom 460 -left 50 -right 750"},
+        {"zantrel-watchlist 2", std::string("zantrel-watchlist") + symbols + " -max"},
+        {"vxchart 9", "of another program"}};
+    EXPECT_EQ(Workspace(), expected);
+
+    for (const char* name : {"zantrel-watchlist 1", "zantrel-watchlist 2"})
+        CRegistry::CurrentUser().Delete(kWorkspacesKey, name);
+    frame->showMinimized();
+    second.showMinimized();
+    expected["zantrel-watchlist 1"] = "zantrel-watchlist \"" + At("A \\$1 \\\"B\\\".vxw") + "\" -min";
+    Do(ECommand::SaveWorkspace); // The menu of one window does the same for all.
+    EXPECT_TRUE(WaitUntil([&] { return Workspace().size() == 3; }));
+    EXPECT_EQ(Workspace(), expected);
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+
+    struct stat status {};
+    ASSERT_EQ(stat(At("zantrel").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0700U);
+}
+
+TEST_F(CWindowDeskTest, AWorkspaceThatCannotBeWrittenIsSaidByEachWindow) {
+    Frame();
+    Store("any", "value");
+    std::filesystem::remove(At("zantrel/registry.txt"));
+    std::filesystem::create_directory(At("zantrel/registry.txt"));
+    Do(ECommand::SaveWorkspace);
+    TurnEventLoop(2);
+    ASSERT_EQ(boxes.shown.size(), 1U);
+    EXPECT_EQ(boxes.shown[0].caption, "Zantrel Workspace Create Error");
+    EXPECT_EQ(boxes.shown[0].text,
+              "Unable to open workspace with name zantrel-watchlist 1 in application Zantrel Watchlist. Error:31");
+}
+
+TEST_F(CWindowDeskTest, TheWorkspaceIsOpenedWithoutAShellButForWhatIsOpenOrGone) {
+    Frame();
+    Do(ECommand::OpenWorkspace);
+    EXPECT_THAT(boxes.TakeTexts(),
+                ElementsAre("No workspace is stored. File > Save Workspace notes the windows that are open."));
+    const std::string odd = ListAt("A $HOME; `id` \"B\"\n.vxw"), here = ListAt("Here.vxw"), there = ListAt("There.vxw");
+    std::filesystem::create_symlink(here, At("Link.vxw"));
+    ASSERT_TRUE(frame->Files().Open(here));
+    const CPeerWindow peer(At("zantrel"), 9, "zantrel-watchlist \"" + there + "\" -min");
+    Install();
+    SWorkspaceWindow window;
+    window.file = odd;
+    window.placement.maximised = true;
+    Store(1, WorkspaceText(window));
+    Store(2, WindowOf(At("Link.vxw")));
+    Store(3, WindowOf(there));
+    EXPECT_EQ(StartedBy(ECommand::OpenWorkspace),
+              "zantrel-watchlist|--new-window|" + odd.substr(odd.rfind('/') + 1) + "|-max|");
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+
+    Store(1, WindowOf(At("Gone.vxw")));
+    Store(4, "zantrel-watchlist \"half");
+    Store(10, "zantrel-watchlist -symbol \"ibm,ge\" -top 1 -bottom 2 -left 3 -right 4");
+    std::filesystem::remove(At("started"));
+    Do(ECommand::OpenWorkspace);
+    ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(At("started")); }));
+    EXPECT_EQ(ReadFile(At("started")),
+              "zantrel-watchlist|--new-window|-symbol|ibm,ge|-top|1|-bottom|2|-left|3|-right|4|");
+    EXPECT_THAT(boxes.TakeTexts(),
+                ElementsAre("Not every window of the workspace could be opened:\n\n\"" + At("Gone.vxw") +
+                            "\" is no longer there.\nWhat is stored as \"zantrel-watchlist 4\" starts no window."));
+}
+
+TEST_F(CWindowDeskTest, AFileThatAnotherWindowHasIsShownThere) {
+    const std::string mine = ListAt("Mine.vxw");
+    std::filesystem::create_symlink(ListAt("Theirs.vxw"), At("Link.vxw"));
+    ShownFrame({}, 640, 480);
+    const CPeerWindow peer(At("zantrel"), 9, WindowOf(At("Theirs.vxw")));
+    ASSERT_TRUE(frame->Files().OpenInstead(mine));
+    doc->Edit({}, [](CWatchlistEdit&) {});
+    EXPECT_FALSE(frame->Files().OpenInstead(At("Link.vxw")));
+    EXPECT_EQ(peer.Shown(), 1);
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty()) << "nothing is asked about a list that stays";
+    EXPECT_EQ(frame->Files().File().Path(), mine);
+
+    frame->showMinimized();
+    bool found = false;
+    Meanwhile([&] { found = ShowWindowWithFile(At("zantrel"), 0, At("./Mine.vxw")); });
+    EXPECT_TRUE(found);
+    EXPECT_FALSE(frame->isMinimized());
+    EXPECT_FALSE(ShowWindowWithFile(At("zantrel"), 1, At("Other.vxw")));
+}
+
+TEST_F(CWindowDeskTest, ANewWindowComesBesideTheOthersAndTheNextRunWhereTheLastOneWas) {
+    Install();
+    settings.WriteInteger(kRectLeft, 40);
+    settings.WriteInteger(kRectTop, 50);
+    settings.WriteInteger(kRectWidth, 600);
+    settings.WriteInteger(kRectHeight, 400);
+    const CPeerWindow peer(At("zantrel"), 9, "zantrel-watchlist -top 50 -bottom 450 -left 40 -right 640");
+    Frame().ShowPlaced();
+    EXPECT_GT(frame->pos().x(), 50);
+    EXPECT_GT(frame->pos().y(), 60);
+    frame->close();
+    EXPECT_EQ(settings.ReadInteger(kRectLeft), 40);
+    Frame({"--theme", "dark"}).ShowPlaced();
+    EXPECT_EQ(StartedBy(ECommand::FileNewWindow), "zantrel-watchlist|--new-window|--theme|dark|");
+    ASSERT_TRUE(IsPlaced());
+    frame->move(120, 130);
+    frame->close();
+    EXPECT_EQ(settings.ReadInteger(kRectLeft), 120);
+}

@@ -1,0 +1,366 @@
+#include "app/files/FileController.h"
+
+#include "app/FrameFixture.h"
+#include "app/commands/MainMenus.h"
+#include "app/files/FileMenus.h"
+#include "app/frame/Dialogs.h"
+#include "support/FakeClock.h"
+
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QFontMetrics>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QProgressDialog>
+
+using namespace vx;
+using namespace vx::test;
+using enum vx::EBoxAnswer;
+using enum vx::ECommand;
+
+namespace {
+
+class CFileControllerTest : public CFrameFixture {
+protected:
+    CFileControllerTest() { Frame().show(); }
+
+    CFileController& Files() { return frame->Files(); }
+    /// Answers the next file dialog with what a user would type, or gives it up.
+    void Choose(const std::string& name) {
+        WhenOpen<QFileDialog>([this, name](QFileDialog& dialog) {
+            titles.push_back(dialog.windowTitle().toStdString());
+            filters = dialog.nameFilters().join(QLatin1Char('|')).toStdString();
+            directory = dialog.directory().path().toStdString();
+            if (name.empty()) return dialog.reject();
+            dialog.selectFile(QString::fromStdString(name));
+            static_cast<QDialog&>(dialog).accept();
+        });
+    }
+    /// IBM is opened and MSFT typed below it.
+    void OpenAndType() {
+        path = FileOf("Banks.vxw", "IBM");
+        ASSERT_TRUE(Files().OpenInstead(path));
+        Enter(2, "msft");
+    }
+    /// Saves of the file wait until slowDisk is reset, as on a disk that takes its time; the window does not.
+    void SaveSlowly() {
+        ASSERT_EQ(CFileBackups(At("zantrel")).Lock(path, slowDisk), 0);
+        Files().SetPatienceMs(0);
+        Do(FileSave);
+        EXPECT_TRUE(Files().IsSaving());
+    }
+    void Save(const std::vector<EBoxAnswer>& answers = {}) {
+        boxes.answers = answers;
+        Do(FileSave);
+    }
+    bool IsSaved() {
+        return WaitUntil([this] { return !Files().IsSaving(); });
+    }
+    std::string Content() const { return ReadFile(path); }
+    void Drop(const std::vector<std::string>& paths) {
+        QMimeData data;
+        QList<QUrl> urls;
+        for (const std::string& each : paths) urls.push_back(QUrl::fromLocalFile(QString::fromStdString(each)));
+        data.setUrls(urls);
+        // As the platform has it: the deepest widget is asked first.
+        QWidget* under = grid->viewport();
+        QDragEnterEvent enter(QPoint(20, 20), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(under, &enter);
+        ASSERT_TRUE(enter.isAccepted());
+        QDropEvent event(QPointF(20, 20), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(under, &event);
+        EXPECT_EQ(event.dropAction(), Qt::CopyAction) << "the sender must not remove the file";
+        TurnEventLoop(2);
+    }
+    QList<QAction*> Menu(const char* menu) {
+        QMenu& named = frame->Menus().Named(menu);
+        Q_EMIT named.aboutToShow();
+        return named.actions();
+    }
+    QStringList Entries(const char* menu) {
+        QStringList texts;
+        for (const QAction* action : Menu(menu))
+            if (!action->isSeparator()) texts.push_back(action->text());
+        return texts;
+    }
+
+    std::vector<std::string> titles;
+    std::string filters, directory, path;
+    std::optional<CFileLock> slowDisk;
+};
+
+} // namespace
+
+TEST_F(CFileControllerTest, AnUntitledListIsSavedUnderANameThatGetsTheSuffixAndTheNextDialogOpensThere) {
+    EXPECT_FALSE(frame->isWindowModified());
+    Enter(1, "ibm");
+    Files().ShowModified();
+    EXPECT_TRUE(frame->isWindowModified());
+    std::filesystem::create_directory(At("lists"));
+    path = At("lists/Banks.vxw");
+    Choose(At("lists/Banks"));
+    Do(FileSave);
+    EXPECT_EQ(filters, "Watchlists (*.vxw)|All Files (*)");
+    EXPECT_THAT(Content(), HasSubstr("Symbols=IBM:1,;\r\n"));
+    EXPECT_EQ(frame->windowTitle(), QStringLiteral("Zantrel Watchlist - Banks[*]"));
+    EXPECT_FALSE(frame->isWindowModified());
+    EXPECT_THAT(Files().Recent().List(), ElementsAre(path));
+
+    Enter(2, "msft");
+    Do(FileSave);
+    EXPECT_THAT(Content(), HasSubstr("Symbols=IBM:1,;MSFT:2,;\r\n"));
+    Choose({});
+    Do(FileOpen);
+    EXPECT_THAT(titles, ElementsAre("Save Watchlist As", "Open Watchlist"));
+    EXPECT_EQ(directory, At("lists"));
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+}
+
+TEST_F(CFileControllerTest, UnsavedChangesAreAskedAboutBeforeNewOpenAndExit) {
+    OpenAndType();
+    for (const ECommand command : {FileNew, FileExit}) { // Cancel: nothing happens.
+        boxes.answers = {Cancel};
+        Do(command);
+        EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Save changes to \"Banks\"?"));
+        EXPECT_EQ(doc->RowSymbol(2), "MSFT");
+    }
+    EXPECT_TRUE(frame->isVisible());
+
+    boxes.answers = {Yes}; // Yes: saved, then on.
+    Do(FileNew);
+    EXPECT_THAT(Content(), HasSubstr("Symbols=IBM:1,;MSFT:2,;\r\n"));
+    EXPECT_EQ(doc->SymbolCount(), 0U);
+    EXPECT_EQ(frame->windowTitle(), QStringLiteral("Zantrel Watchlist[*]"));
+
+    Enter(1, "ge"); // Yes for an untitled list leads to the dialog; giving that up is Cancel.
+    boxes.TakeTexts();
+    boxes.answers = {Yes};
+    Choose({});
+    EXPECT_FALSE(Files().OpenInstead(path));
+    EXPECT_EQ(doc->RowSymbol(1), "GE");
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Save changes to \"Untitled\"?"));
+
+    grid->BeginEdit(2, 1, "f"); // What is in an open editor counts as typed.
+    boxes.answers = {Cancel, No};
+    frame->close();
+    EXPECT_EQ(doc->RowSymbol(2), "F");
+    frame->close(); // No: gone.
+    EXPECT_FALSE(frame->isVisible());
+    EXPECT_THAT(Content(), HasSubstr("Symbols=IBM:1,;MSFT:2,;\r\n"));
+}
+
+TEST_F(CFileControllerTest, ASaveThatFailsNamesFileAndReasonAndTheListStaysModified) {
+    OpenAndType();
+    std::filesystem::remove(path);
+    std::filesystem::create_directory(path);
+    Do(FileSave);
+    const std::string failed = "The watchlist \"" + path + "\" could not be saved: it is a folder.";
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre(failed));
+    EXPECT_TRUE(doc->IsModified());
+    const std::string none = At("none.vxw");
+    EXPECT_FALSE(Files().OpenInstead(none)); // "Ok" to "Save changes?" is no answer: it stays.
+    boxes.answers = {Yes};
+    EXPECT_FALSE(Files().OpenInstead(none)) << "it could not be saved";
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Save changes to \"Banks\"?", "Save changes to \"Banks\"?", failed));
+    doc->MarkSaved();
+    EXPECT_FALSE(Files().OpenInstead(none));
+    EXPECT_THAT(boxes.TakeTexts(),
+                ElementsAre("The watchlist \"" + none + "\" could not be opened: there is no such file or folder."));
+    EXPECT_EQ(doc->RowSymbol(2), "MSFT");
+}
+
+TEST_F(CFileControllerTest, WhatAnotherProgramWroteIsOverwrittenOnlyAfterAQuestion) {
+    OpenAndType();
+    const std::string question = "The file \"" + path +
+                                 "\" was changed by another program since it was opened.\n\nOverwrite it with this "
+                                 "watchlist? \"No\" saves under another name.";
+    WriteFile(path, "Symbols=GE:1,;\r\n");
+    Save({Cancel});
+    EXPECT_EQ(Content(), "Symbols=GE:1,;\r\n");
+    EXPECT_TRUE(doc->IsModified());
+
+    boxes.answers = {No, No, Yes}; // Elsewhere; and there, first a file that is to stay, then one that may go.
+    const std::string other = FileOf("Other.vxw", "F");
+    Choose(other);
+    QTimer::singleShot(0, [&] { Choose(other); });
+    Do(FileSave);
+    EXPECT_EQ(Content(), "Symbols=GE:1,;\r\n");
+    EXPECT_THAT(ReadFile(other), HasSubstr("IBM:1,;MSFT:2,;"));
+    const std::string replace = "The file \"" + other + "\" exists already. Replace it?";
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre(question, question, replace, replace));
+
+    doc->MarkSaved();
+    ASSERT_TRUE(Files().OpenInstead(path));
+    Enter(2, "ba");
+    WriteFile(path, "Symbols=F:1,;\r\n");
+    Save({Yes});
+    EXPECT_THAT(Content(), HasSubstr("Symbols=GE:1,;BA:2,;\r\n"));
+}
+
+TEST_F(CFileControllerTest, ASlowDiskHoldsNeitherTheWindowNorWhatIsTypedMeanwhile) {
+    OpenAndType();
+    SaveSlowly();
+    EXPECT_THAT(Status(), StartsWith("Saving Watchlist \"" + path));
+    Enter(3, "ge");
+    Do(FileSave);
+    Enter(4, "ford");
+    EXPECT_THAT(Content(), Not(HasSubstr("MSFT"))) << "the disk is not slow";
+    slowDisk.reset();
+    ASSERT_TRUE(IsSaved());
+    EXPECT_THAT(Content(), HasSubstr("Symbols=IBM:1,;MSFT:2,;GE:3,;\r\n"));
+    EXPECT_TRUE(doc->IsModified());
+    Do(EditUndo);
+    EXPECT_FALSE(doc->IsModified()) << "this is what the second save has written";
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+    EXPECT_EQ(Files().File().Backups().size(), 2u);
+
+    Enter(2, "gm");
+    SaveSlowly();
+    WriteFile(path, "Symbols=F:1,;\r\n"); // Another program is quicker.
+    boxes.answers = {Cancel};
+    slowDisk.reset();
+    ASSERT_TRUE(IsSaved());
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre(HasSubstr("changed by another program")));
+    EXPECT_EQ(Content(), "Symbols=F:1,;\r\n");
+    EXPECT_TRUE(doc->IsModified());
+}
+
+TEST_F(CFileControllerTest, AQuestionThatComesLateTakesNoKeyThatWasTypedForTheWindow) {
+    OpenAndType();
+    SaveSlowly();
+    WriteFile(path, "Symbols=F:1,;\r\n");
+    const MessageBoxHandler recording = SetMessageBoxHandler({});
+    InstallQtMessageBoxes(frame);
+    CFakeClock clock;
+    std::string afterKeys;
+    WhenOpen<QMessageBox>([&](QMessageBox& box) {
+        for (int i = 0; i < 3; ++i) {
+            clock.elapsedMs += CStrayKeyGuard::kQuietMs - 1;
+            QTest::keyClick(&box, Qt::Key_Return);
+        }
+        EXPECT_TRUE(box.isVisible());
+        clock.elapsedMs += CStrayKeyGuard::kQuietMs;
+        QTest::keyClick(&box, Qt::Key_Escape);
+        afterKeys = Content();
+    });
+    slowDisk.reset();
+    EXPECT_TRUE(WaitUntil([&] { return !afterKeys.empty() && !Files().IsSaving(); }));
+    SetMessageBoxHandler(recording);
+    EXPECT_EQ(afterKeys, "Symbols=F:1,;\r\n");
+    EXPECT_TRUE(doc->IsModified());
+}
+
+TEST_F(CFileControllerTest, WhoLeavesWhileItIsSavedWaitsOrGoesBack) {
+    OpenAndType();
+    SaveSlowly();
+    WhenOpen<QProgressDialog>([](QProgressDialog& dialog) {
+        EXPECT_EQ(dialog.labelText(), QStringLiteral("Saving \"Banks\""));
+        dialog.cancel();
+    });
+    EXPECT_FALSE(frame->close());
+    EXPECT_TRUE(frame->isVisible() && Files().IsSaving());
+    WhenOpen<QProgressDialog>([this](QProgressDialog&) { slowDisk.reset(); });
+    EXPECT_TRUE(frame->close());
+    EXPECT_THAT(Content(), HasSubstr("MSFT:2,;"));
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+}
+
+TEST_F(CFileControllerTest, AFileOfWhichNotAllWasReadSaysSoAndIsReplacedOnlyWhenTheUserAgrees) {
+    WriteFile(At("lf.vxw"), "[Watchlist]\nSymbols=JPM\n");
+    ASSERT_TRUE(Files().Open(At("lf.vxw")));
+    doc->SetFeedReady();
+    EXPECT_THAT(Status(), StartsWith("Nothing in the file")) << "still, when the feed has come";
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+    path = At("Banks.vxw");
+    WriteFile(path, "Symbols=IBM:1,;\r\n[x]\r\nNotes=1:lost;\r\n");
+    ASSERT_TRUE(Files().OpenInstead(path));
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre(StartsWith("Line 2 of \"" + path + "\" begins with \"[\":")));
+    Save({Cancel, Yes});
+    EXPECT_THAT(Content(), HasSubstr("lost"));
+    Do(FileSave);
+    EXPECT_THAT(Content(), Not(HasSubstr("lost")));
+    Do(FileSave);
+    EXPECT_EQ(boxes.TakeTexts().size(), 2u);
+}
+
+TEST_F(CFileControllerTest, AFormerContentThatCannotBeKeptIsNamedAndNothingElseIs) {
+    OpenAndType();
+    WriteFile(At("zantrel/generations"), "in the way of the folder");
+    const std::string question = "The backup of \"" + path +
+                                 "\" could not be made: part of its path is not a folder.\n\nSave all the same?";
+    Save({No, Yes});
+    EXPECT_TRUE(doc->IsModified());
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre(question));
+    doc->Update()->Notes().Set(2, "above the number of notes");
+    Do(FileSave);
+    EXPECT_FALSE(doc->IsModified());
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre(question, HasSubstr("could not be made")));
+    std::filesystem::remove(At("zantrel/generations"));
+    Enter(3, "ge");
+    Do(FileSave);
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+}
+
+TEST_F(CFileControllerTest, RecentFilesAreTenWithTheLatestFirstAndMissingOnesAreOfferedForRemoval) {
+    const char* const recent = CMainMenus::kRecentFiles;
+    EXPECT_EQ(Entries(recent), QStringList{QStringLiteral("No file was opened yet")});
+    for (int i = 1; i <= 11; ++i) ASSERT_TRUE(Files().OpenInstead(FileOf("list " + std::to_string(i) + ".vxw", "IBM")));
+    ASSERT_TRUE(Files().OpenInstead(FileOf("M&A.vxw", "GE")));
+    ASSERT_TRUE(Files().OpenInstead(At("list 5.vxw")));
+    const QStringList entries = Entries(recent);
+    ASSERT_EQ(entries.size(), 11) << "ten files, and clearing the list";
+    EXPECT_TRUE(entries[0].startsWith(QStringLiteral("&1  ")) && entries[0].endsWith(QStringLiteral("list 5.vxw")));
+    EXPECT_TRUE(entries[1].endsWith(QStringLiteral("M&&A.vxw")));
+    EXPECT_TRUE(entries[9].startsWith(QStringLiteral("10  "))) << entries[9].toStdString();
+
+    Menu(recent)[1]->trigger();
+    EXPECT_EQ(doc->RowSymbol(1), "GE");
+    std::filesystem::remove(At("list 5.vxw"));
+    boxes.answers = {Yes};
+    Menu(recent)[1]->trigger();
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre("The file \"" + At("list 5.vxw") +
+                                               "\" is no longer there. Remove it from the list of recent files?"));
+    EXPECT_EQ(Entries(recent).size(), 10);
+
+    const QFontMetrics metrics{QFont()};
+    const QString shortened = RecentFileLabel(1, "/a/" + std::string(300, 'x') + "/Banks.vxw", metrics);
+    EXPECT_LT(metrics.horizontalAdvance(shortened), 560);
+    EXPECT_TRUE(shortened.endsWith(QStringLiteral("/Banks.vxw")));
+    EXPECT_EQ(RecentFileLabel(10, "/R&D/a\tb.vxw", metrics), QStringLiteral("10  /R&&D/a b.vxw"));
+}
+
+TEST_F(CFileControllerTest, AFormerContentOpensAsUnsavedChangesOfTheFile) {
+    const char* const versions = CMainMenus::kBackupsMenu;
+    EXPECT_EQ(Entries(versions).front(), QStringLiteral("This watchlist has no file yet"));
+    path = FileOf("Banks.vxw", "IBM");
+    ASSERT_TRUE(Files().OpenInstead(path));
+    Enter(1, "msft");
+    Do(FileSave);
+    const QStringList entries = Entries(versions);
+    ASSERT_EQ(entries.size(), 3);
+    EXPECT_TRUE(entries[0].startsWith(QStringLiteral("1.  ")) && entries[0].endsWith(QStringLiteral("39 bytes")))
+        << entries[0].toStdString();
+    EXPECT_EQ(entries[1], QStringLiteral("Opens as an unsaved copy"));
+
+    Menu(versions)[0]->trigger();
+    EXPECT_EQ(doc->RowSymbol(1), "IBM");
+    EXPECT_TRUE(doc->IsModified());
+    EXPECT_EQ(frame->windowTitle(), QStringLiteral("Zantrel Watchlist - Banks[*]"));
+    EXPECT_THAT(Content(), HasSubstr("Symbols=MSFT:1,;\r\n"));
+    Do(FileSave);
+    EXPECT_THAT(Content(), HasSubstr("Symbols=IBM:1,;\r\n"));
+    EXPECT_EQ(Entries(versions).size(), 4);
+    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
+}
+
+TEST_F(CFileControllerTest, OfDroppedFilesTheFirstIsOpenedAndTheCommandLinesSymbolsAreForgotten) {
+    Frame({"-symbol", "ibm"}).show();
+    Drop({FileOf("A.vxw", "IBM")});
+    EXPECT_EQ(doc->RowSymbol(1), "IBM");
+    EXPECT_THAT(frame->CommandLine().Symbols(), IsEmpty());
+    Drop({FileOf("B.vxw", "GE"), At("A.vxw"), At("c.txt")});
+    EXPECT_EQ(doc->RowSymbol(1), "GE");
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Only \"" + At("B.vxw") +
+                                               "\" is opened: a window shows one watchlist. "
+                                               "The other 2 files were left alone."));
+}
