@@ -1,12 +1,6 @@
-// What sorting and moving rows of a long watchlist costs, with everything that belongs to a row: symbols and their
-// rows, annotations, notes, formats. Before the times of single operations, the order of a sort is computed beside the
-// literal insertion of 10,000 rows from the same keys; the program fails when the two differ or when ours is not at
-// least 100 times as fast.
-
 #include "data/catalogue/UpdateFields.h"
 #include "watchlist/LiteralInsertion.h"
 #include "watchlist/ScratchDoc.h"
-#include "watchlist/edit/RowOrder.h"
 #include "watchlist/edit/SortRows.h"
 
 #include <benchmark/benchmark.h>
@@ -16,6 +10,11 @@
 #include <cstdio>
 #include <memory>
 #include <random>
+
+// What sorting and moving rows of a long watchlist costs, with everything that belongs to a row: symbols and their
+// rows, annotations, notes, formats. Before the times of single operations, the order of a sort is computed beside the
+// literal insertion of 10,000 rows from the same keys; the program fails when the two differ or when ours is not at
+// least 100 times as fast.
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "app/BoardFixture.h"
 #include "app/commands/MainMenus.h"
 #include "watchlist/dialogs/InsertColumns.h"
-#include "watchlist/exchange/SpecialColumns.h"
+#include "watchlist/exchange/RowCellText.h"
 
 #include <QToolBar>
 #include <QTreeWidget>

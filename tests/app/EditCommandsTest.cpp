@@ -1,5 +1,5 @@
 #include "app/BoardFixture.h"
-#include "watchlist/dialogs/InsertDeleteChoiceDlg.h"
+#include "watchlist/dialogs/InsertColumns.h"
 #include "watchlist/edit/CopyText.h"
 #include "watchlist/file/WatchlistFile.h"
 

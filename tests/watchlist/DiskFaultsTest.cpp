@@ -1,19 +1,18 @@
-// Saves and recoveries that are interrupted: on a simulated disk that fails at any call, and whose process or power may
-// end there; and by the system itself.
-
 #include "base/Hash.h"
 #include "support/ChildProcess.h"
 #include "support/SimulatedDisk.h"
 #include "watchlist/FileFixture.h"
 #include "watchlist/file/RecoveryFile.h"
 #include "watchlist/file/RecoveryKeeper.h"
-#include "watchlist/file/RecoveryWriter.h"
 #include "watchlist/file/StateFiles.h"
 
 #include <array>
 #include <csignal>
 #include <sys/resource.h>
 #include <thread>
+
+// Saves and recoveries that are interrupted: on a simulated disk that fails at any call, and whose process or power may
+// end there; and by the system itself.
 
 using namespace vx;
 using namespace vx::test;

@@ -2,7 +2,7 @@
 #include "watchlist/DocFixture.h"
 #include "watchlist/edit/ColumnMoves.h"
 #include "watchlist/edit/CopyText.h"
-#include "watchlist/edit/ReportText.h"
+#include "watchlist/edit/ImportText.h"
 
 #include <fmt/format.h>
 

@@ -1,5 +1,5 @@
-#include "watchlist/edit/RowOrder.h"
 #include "watchlist/LiteralInsertion.h"
+#include "watchlist/edit/SortRows.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,5 @@
 #include "watchlist/edit/SortCommands.h"
 #include "watchlist/DocFixture.h"
-#include "watchlist/edit/SortDialogRules.h"
 #include "watchlist/edit/SortRows.h"
 
 using namespace vx;

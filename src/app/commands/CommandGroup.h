@@ -2,7 +2,7 @@
 
 #include "app/commands/Commands.h"
 #include "watchlist/exchange/ShownCells.h"
-#include "watchlist/view/GridRegion.h"
+#include "watchlist/view/WatchlistGrid.h"
 
 #include <QObject>
 

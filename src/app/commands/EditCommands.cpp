@@ -6,7 +6,7 @@
 #include "app/frame/StatusPanes.h"
 #include "base/qt/QtText.h"
 #include "settings/Settings.h"
-#include "watchlist/dialogs/InsertDeleteChoiceDlg.h"
+#include "watchlist/dialogs/InsertColumns.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/edit/CellEntry.h"
 #include "watchlist/edit/PasteText.h"

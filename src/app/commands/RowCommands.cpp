@@ -3,8 +3,8 @@
 #include "app/commands/FrameContext.h"
 #include "base/MessageBox.h"
 #include "watchlist/document/WatchlistDoc.h"
-#include "watchlist/edit/RowGroup.h"
 #include "watchlist/edit/SortCommands.h"
+#include "watchlist/edit/SortRows.h"
 #include "watchlist/view/WatchlistGrid.h"
 #include "watchlist/view/WatchlistView.h"
 

@@ -12,7 +12,6 @@
 #include "base/Windows1252.h"
 #include "base/qt/QtText.h"
 #include "watchlist/document/WatchlistDoc.h"
-#include "watchlist/document/WatchlistFolder.h"
 #include "watchlist/file/RecoveryFile.h"
 #include "watchlist/file/StateFiles.h"
 #include "watchlist/view/WatchlistGrid.h"

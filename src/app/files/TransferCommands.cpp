@@ -16,7 +16,6 @@
 #include "watchlist/dialogs/ImportDlg.h"
 #include "watchlist/dialogs/QuoteDataOptions.h"
 #include "watchlist/document/WatchlistDoc.h"
-#include "watchlist/document/WatchlistFolder.h"
 #include "watchlist/edit/ImportText.h"
 #include "watchlist/exchange/ExportText.h"
 #include "watchlist/file/StateFiles.h"
@@ -29,9 +28,8 @@
 
 #include <fmt/format.h>
 
-#include <utility>
-
 #include <algorithm>
+#include <utility>
 
 namespace vx {
 

@@ -2,7 +2,7 @@
 
 #include "base/qt/QtText.h"
 #include "watchlist/document/WatchlistDoc.h"
-#include "watchlist/edit/SortDialogRules.h"
+#include "watchlist/edit/SortCommands.h"
 
 #include <QCheckBox>
 #include <QComboBox>

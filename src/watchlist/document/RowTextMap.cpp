@@ -17,4 +17,10 @@ std::string CRowTextMap::Serialise() const {
     return out;
 }
 
+std::string CNoteStore::Cleaned(std::string_view text) {
+    std::string out(text);
+    std::erase_if(out, [](char c) { return c == ';' || c == ':' || c == ','; });
+    return out;
+}
+
 } // namespace vx

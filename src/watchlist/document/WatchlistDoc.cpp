@@ -8,13 +8,15 @@
 #include "news/NewsMap.h"
 #include "settings/Settings.h"
 #include "watchlist/document/WatchlistContent.h"
-#include "watchlist/document/WatchlistFolder.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
 #include <optional>
+#include <string>
+#include <system_error>
 
 namespace vx {
 
@@ -408,6 +410,12 @@ void CWatchlistDoc::OnNewsLine(std::string_view line) {
 void CWatchlistDoc::OnNewsCounts(std::string_view xml) {
     m_news.ApplyCountsReply(xml);
     if (m_observer) m_observer->OnRowsChanged(1, RowCount());
+}
+
+void EnterWatchlistFolder(const CSettings& settings) {
+    const std::string folder = settings.ReadTextOrDefault(kMyWatchlists);
+    std::error_code error;
+    if (!folder.empty()) std::filesystem::current_path(folder, error);
 }
 
 } // namespace vx

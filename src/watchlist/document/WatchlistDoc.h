@@ -2,17 +2,16 @@
 
 #include "alerts/rules/AlertsMap.h"
 #include "data/record/ChangeQueue.h"
+#include "data/record/SymbolKey.h"
 #include "feed/lookup/LookupReplies.h"
 #include "news/HeadlineLog.h"
 #include "news/NewsMap.h"
 #include "watchlist/document/CellFormatStore.h"
 #include "watchlist/document/ColumnMap.h"
-#include "watchlist/document/NoteStore.h"
 #include "watchlist/document/RowTable.h"
 #include "watchlist/document/RowTextMap.h"
 #include "watchlist/document/SymbolUpdateMap.h"
 #include "watchlist/document/UndoStack.h"
-#include "watchlist/document/WatchTable.h"
 #include "watchlist/document/WatchlistEdit.h"
 #include "watchlist/document/WatchlistFrame.h"
 #include "watchlist/document/WatchlistOptions.h"
@@ -28,11 +27,37 @@
 namespace vx {
 
 class CSettings;
+
+/// Makes the folder of the last saved watchlist the process's current one, so that file dialogs open there.
+///
+/// Errors  none: without such a folder the current one stays
+void EnterWatchlistFolder(const CSettings& settings);
+
+class CSettings;
 class CL1DataStore;
 class CL1SymbolRec;
 class CNewsCountsPort;
 class CReadReport;
 struct SWatchlistContent;
+
+/// What a document keeps of a symbol that it has asked the feed to watch.
+struct SWatchEntry {
+    uint32_t counter = 0; ///< Reset to 0 when the symbol is watched again.
+    std::string text;
+};
+
+/// The symbols that a document has asked the feed to watch; regional symbols (with "--") are not listed.
+class CWatchTable {
+public:
+    void Record(std::string_view symbol) { m_entries[std::string(symbol)].counter = 0; }
+    void Remove(std::string_view symbol) { m_entries.erase(std::string(symbol)); }
+    void Clear() { m_entries.clear(); }
+    bool Has(std::string_view symbol) const { return m_entries.find(symbol) != m_entries.end(); }
+    size_t Count() const { return m_entries.size(); }
+
+private:
+    CSymbolKeyed<SWatchEntry> m_entries;
+};
 
 /// What stands in a grid row.
 enum class ERowKind { Empty, Symbol, Annotation };

@@ -3,7 +3,7 @@
 #include "alerts/rules/AlertsMap.h"
 #include "watchlist/document/CellFormatStore.h"
 #include "watchlist/document/ColumnMap.h"
-#include "watchlist/document/NoteStore.h"
+#include "watchlist/document/RowTextMap.h"
 #include "watchlist/document/UndoStack.h"
 #include "watchlist/document/WatchlistOptions.h"
 

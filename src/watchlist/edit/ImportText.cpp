@@ -1,16 +1,19 @@
 #include "watchlist/edit/ImportText.h"
 
+#include "base/AtomicFile.h"
+#include "base/FileSystem.h"
 #include "base/Text.h"
+#include "base/Windows1252.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/edit/CellEntry.h"
-#include "watchlist/edit/ReportText.h"
-#include "watchlist/edit/TextTable.h"
 #include "watchlist/exchange/RowCellText.h"
 #include "watchlist/fileformat/TextLines.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
 #include <optional>
 #include <unordered_set>
 
@@ -204,6 +207,166 @@ SImportResult ApplyImport(CWatchlistDoc& doc, const SImportPreview& preview, int
             "{} left out: a watchlist has at most {} rows.",
             result.leftOut == 1 ? "1 symbol was" : fmt::format("{} symbols were", result.leftOut), CRowTable::kMaxRow);
     return result;
+}
+
+namespace {
+
+constexpr std::string_view kSeparators = "\t;,";
+constexpr size_t kMostHeader = 64 * 1024; ///< Bytes; a longer first line is no header.
+
+} // namespace
+
+bool CTextTable::Next() {
+    constexpr size_t kPiece = 64 * 1024;
+    while (!CCsvReader::Next()) {
+        if (m_rest.empty()) return false;
+        Append(m_rest.substr(0, kPiece));
+        m_rest.remove_prefix(std::min(m_rest.size(), kPiece));
+        if (m_rest.empty()) End();
+    }
+    return true;
+}
+
+std::optional<STextTableHeader> FindTableHeader(std::string_view text, std::string_view column) {
+    CTextLines lines(text);
+    do {
+        if (!lines.Next()) return std::nullopt;
+    } while (TrimBlanks(lines.Line()).empty());
+    if (lines.Line().size() > kMostHeader) return std::nullopt;
+    for (const char separator : kSeparators) {
+        CTextTable header(lines.Line(), separator);
+        header.Next();
+        for (size_t i = 0; i < header.FieldCount(); ++i)
+            if (CompareNoCase(TrimBlanks(header.Field(i)), column) == 0)
+                return STextTableHeader{separator, i, lines.Number()};
+    }
+    return std::nullopt;
+}
+
+namespace {
+
+constexpr std::array<std::string_view, 3> kReportMarkers{"WatchList", "REALTIME", "DELAYED"};
+constexpr std::array<std::string_view, 4> kTitleMarkers{"WatchList", "User:", "-- REALTIME --", "-- DELAYED --"};
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::string_view kWhiteSpace = " \t\r\n\v\f";
+
+template <size_t N> bool ContainsAny(std::string_view text, const std::array<std::string_view, N>& parts) {
+    return std::any_of(parts.begin(), parts.end(), [&](std::string_view part) { return ContainsText(text, part); });
+}
+
+std::string_view TrimmedOnTheRight(std::string_view line) {
+    return line.substr(0, line.find_last_not_of(kWhiteSpace) + 1);
+}
+
+bool IsRule(std::string_view line) {
+    return line.find_first_not_of("- ") == std::string_view::npos ||
+           line.find_first_not_of("= ") == std::string_view::npos;
+}
+
+void AppendWords(std::string& out, std::string_view line) {
+    while (!line.empty()) {
+        const std::string_view word = line.substr(0, line.find(' '));
+        line.remove_prefix(std::min(word.size() + 1, line.size()));
+        if (word.empty()) continue;
+        if (!out.empty()) out += kLineEnd;
+        out += word;
+    }
+}
+
+} // namespace
+
+bool IsReport(std::string_view text) { return ContainsAny(text, kReportMarkers); }
+
+EReportLine ReportLineOf(std::string_view line) {
+    line = TrimmedOnTheRight(line);
+    if (line.empty() || IsRule(line)) return EReportLine::Nothing;
+    return ContainsAny(line, kTitleMarkers) ? EReportLine::Title : EReportLine::Words;
+}
+
+std::string NormalizePastedText(std::string_view text) {
+    if (!IsReport(text)) return std::string(text);
+    std::string out;
+    for (CTextLines lines(text); lines.Next();)
+        if (ReportLineOf(lines.Line()) == EReportLine::Words) AppendWords(out, TrimmedOnTheRight(lines.Line()));
+    return out;
+}
+
+namespace {
+
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+constexpr std::string_view kLittleEndianMark = "\xFF\xFE";
+constexpr std::string_view kBigEndianMark = "\xFE\xFF";
+constexpr size_t kLookedAt = 4096; ///< Bytes by which UTF-16 without a mark is told.
+
+std::string FromUtf16(std::string_view bytes, bool bigEndian) {
+    std::u16string text(bytes.size() / 2, u'\0');
+    for (size_t i = 0; i < text.size(); ++i) {
+        const auto first = static_cast<unsigned char>(bytes[2 * i]);
+        const auto second = static_cast<unsigned char>(bytes[2 * i + 1]);
+        text[i] = static_cast<char16_t>(bigEndian ? first << 8 | second : second << 8 | first);
+    }
+    return Windows1252FromUtf16(text);
+}
+
+// Whether, in a text of two bytes or more, nearly all of the first or second bytes of each pair are 0.
+bool LooksLikeUtf16(std::string_view bytes, size_t zeroAt) {
+    bytes = bytes.substr(0, kLookedAt);
+    size_t zeros = 0, others = 0;
+    for (size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        zeros += bytes[i + zeroAt] == '\0';
+        others += bytes[i + 1 - zeroAt] != '\0';
+    }
+    const size_t pairs = bytes.size() / 2;
+    return pairs > 0 && zeros * 10 >= pairs * 9 && others * 10 >= pairs * 9;
+}
+
+// The bytes of the character that begins here in UTF-8, 0 when none does.
+size_t Utf8Length(std::string_view bytes) {
+    const auto lead = static_cast<unsigned char>(bytes.front());
+    const size_t length = lead < 0x80 ? 1 : lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
+    if (length > bytes.size()) return 0;
+    for (size_t i = 1; i < length; ++i)
+        if ((static_cast<unsigned char>(bytes[i]) & 0xC0) != 0x80) return 0;
+    return length;
+}
+
+bool IsUtf8(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const size_t length = Utf8Length(bytes);
+        if (length == 0) return false;
+        bytes.remove_prefix(length);
+    }
+    return true;
+}
+
+bool TakeMark(std::string_view& bytes, std::string_view mark) {
+    if (bytes.substr(0, mark.size()) != mark) return false;
+    bytes.remove_prefix(mark.size());
+    return true;
+}
+
+} // namespace
+
+std::string DecodeImportBytes(std::string_view bytes) {
+    if (TakeMark(bytes, kUtf8Mark)) return Windows1252FromUtf8(bytes);
+    if (TakeMark(bytes, kLittleEndianMark)) return FromUtf16(bytes, false);
+    if (TakeMark(bytes, kBigEndianMark)) return FromUtf16(bytes, true);
+    if (LooksLikeUtf16(bytes, 1)) return FromUtf16(bytes, false);
+    if (LooksLikeUtf16(bytes, 0)) return FromUtf16(bytes, true);
+    const bool isAscii = std::none_of(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) != 0; });
+    return !isAscii && IsUtf8(bytes) ? Windows1252FromUtf8(bytes) : std::string(bytes);
+}
+
+SImportFile ReadImportFile(const std::string& path) {
+    SFileImage image;
+    int error = ReadWholeFile(path, kMostImportBytes, image);
+    if (error == 0 && image.signature.inode == 0) error = ENOENT;
+    const std::string name = Windows1252FromUtf8(path);
+    if (error == EFBIG)
+        return {{},
+                fmt::format("The file \"{}\" is larger than {} MB and was not read.", name, kMostImportBytes >> 20)};
+    if (error != 0) return {{}, fmt::format("The file \"{}\" could not be read: {}.", name, ErrorText(error))};
+    return {DecodeImportBytes(image.content), {}};
 }
 
 } // namespace vx

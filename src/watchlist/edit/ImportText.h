@@ -1,13 +1,63 @@
 #pragma once
 
+#include "base/CsvReader.h"
 #include "watchlist/edit/FillRows.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vx {
+
+// A report is a text copied from a printed watchlist, told by "WatchList", "REALTIME" or "DELAYED" in it.
+
+bool IsReport(std::string_view text);
+
+enum class EReportLine {
+    Words,  ///< Symbols and whatever else a row holds, with blanks between.
+    Title,  ///< A line with "WatchList", "User:", "-- REALTIME --" or "-- DELAYED --".
+    Nothing ///< An empty line, or a rule of "-" or "=".
+};
+/// What a line of a report is.
+EReportLine ReportLineOf(std::string_view line);
+
+/// A report becomes its words, one in a line, without titles and rules. Every other text stays as it is.
+///
+/// Shape   lines of the text ended in any way; those of the result by CR LF, the last word without
+std::string NormalizePastedText(std::string_view text);
+
+/// The records of a text whose fields stand between separators, read one by one as CCsvReader has them.
+///
+/// Owns    the fields of the present record; not the text
+/// Thread  any
+class CTextTable : private CCsvReader {
+public:
+    CTextTable(std::string_view text, char separator) : CCsvReader(separator), m_rest(text) {}
+
+    /// Goes to the next record; false when there is none.
+    bool Next();
+
+    using CCsvReader::Field;
+    using CCsvReader::FieldCount;
+    using CCsvReader::Line;
+    using CCsvReader::Taken;
+
+private:
+    std::string_view m_rest; // What the reader does not have yet.
+};
+
+/// Where a table's column stands.
+struct STextTableHeader {
+    char separator = ',';
+    size_t column = 0;
+    size_t line = 0; ///< The header's.
+};
+
+/// Whether the first line of a text that is not empty is a header with a column of that name, upper and lower case the
+/// same.
+std::optional<STextTableHeader> FindTableHeader(std::string_view text, std::string_view column);
 
 /// Larger files are not read for their symbols.
 inline constexpr size_t kMostImportBytes = size_t{64} << 20;

@@ -4,7 +4,7 @@
 #include "data/text/CellText.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/edit/CellEntry.h"
-#include "watchlist/edit/ReportText.h"
+#include "watchlist/edit/ImportText.h"
 #include "watchlist/fileformat/TextLines.h"
 
 #include <fmt/format.h>

@@ -1,6 +1,56 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
 namespace vx {
+
+class CWatchlistDoc;
+
+/// A heading and the rows below it up to the next one; the rows before the first heading are a group too.
+struct SRowGroup {
+    int first = 0; ///< 0 for no group.
+    int last = 0;
+    int lastFilled = 0; ///< The empty rows after it part the group from the next one.
+};
+
+/// Whether a row holds a heading; the text of a symbol that the feed rejected is none.
+bool IsHeading(const CWatchlistDoc& doc, int row);
+
+/// The group that a row belongs to, as far as rows are used; rows below the last used one belong to none.
+SRowGroup GroupOf(const CWatchlistDoc& doc, int row);
+
+/// Puts a group before the one above it, as one step to be undone. The empty rows that part them stay between them.
+///
+/// Returns how far the rows of the upper group went down; those of the lower one went up by upper.first - lower.first
+int SwapGroups(CWatchlistDoc& doc, const SRowGroup& upper, const SRowGroup& lower);
+
+/// The order in which rows stand after a sort, by the keys that their cells in the sort column show.
+///
+/// The rule is that of placing the rows one after the other into a list, each before the first element that the new row
+/// goes before, else at the end:
+/// - by text: equal but for case, then equal: the row added later comes first; two empty keys count as equal. Letters
+///   compare without case first, then with it
+/// - by number: a key that is no number is 0. Equal numbers keep their order, except zeros, where the row added later
+///   comes first
+/// The result is that of the literal insertion; it is computed by sorting keys that were extracted once.
+///
+/// Shape   keys[i] belongs to the i-th row; the result holds the indices of the rows from first to last. blockEnds:
+///         where the blocks of rows end that are each ordered by themselves, rising, the last one at the end of the
+///         keys; empty: all rows are one block
+/// Errors  none: "nan" counts as 0
+/// Thread  any
+std::vector<uint32_t> OrderByText(const std::vector<std::string_view>& keys, bool ascending,
+                                  std::span<const size_t> blockEnds = {});
+std::vector<uint32_t> OrderByNumber(const std::vector<double>& keys, bool ascending,
+                                    std::span<const size_t> blockEnds = {});
+
+/// The number of a cell's text for OrderByNumber.
+double SortNumber(std::string_view text);
 
 class CWatchlistDoc;
 class CWatchlistEdit;

@@ -1,6 +1,7 @@
 #include "watchlist/view/WatchlistGrid.h"
 
 #include "base/qt/QtText.h"
+#include "grid/GridCtrl.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/edit/ColumnMoves.h"
 
@@ -202,6 +203,18 @@ void CWatchlistGrid::PaintHint(QPaintEvent& event) {
     painter.setPen(QColor::fromRgb(Theme().stale));
     painter.drawText(room, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
                      QStringLiteral("Type a symbol in the first column, paste a list, or press Ctrl+K to search."));
+}
+
+SGridRegion SelectedRegion(const CGridCtrl& grid) {
+    SGridRegion out{grid.SelectedRange(), grid.FocusCell(), ERegion::Block};
+    if (out.Rows() == 1 && out.Columns() == 1) {
+        out.kind = ERegion::Cell;
+        return out;
+    }
+    const bool rows = out.range.firstColumn <= 1 && out.range.lastColumn >= grid.ColumnCount();
+    const bool columns = out.range.firstRow <= 1 && out.range.lastRow >= grid.RowCount();
+    if (rows != columns) out.kind = rows ? ERegion::Rows : ERegion::Columns;
+    return out;
 }
 
 } // namespace vx
