@@ -286,8 +286,8 @@ TEST_F(CFileControllerTest, AFileOfWhichNotAllWasReadSaysSoAndIsReplacedOnlyWhen
 TEST_F(CFileControllerTest, AFormerContentThatCannotBeKeptIsNamedAndNothingElseIs) {
     OpenAndType();
     WriteFile(At("zantrel/generations"), "in the way of the folder");
-    const std::string question = "The backup of \"" + path +
-                                 "\" could not be made: part of its path is not a folder.\n\nSave all the same?";
+    const std::string question =
+        "The backup of \"" + path + "\" could not be made: part of its path is not a folder.\n\nSave all the same?";
     Save({No, Yes});
     EXPECT_TRUE(doc->IsModified());
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre(question));

@@ -119,7 +119,8 @@ TEST_F(CellTextTest, PricesHaveThePlacesOfTheirSymbolOrFewerWhereSomebodyChoseTh
             "5 2 % OffAvgVol=2,9 4 Last=6,- 4 Last=4,",
             [&](auto what, auto places) {
                 Update(std::string("Decimal Precision=").append(what[0] == '-' ? "-5" : what.substr(0, 1)));
-                EXPECT_EQ(std::to_string(DecimalsToShow(Ibm(), *FindField(what.substr(4)), what[2] - '0')), places) << what;
+                EXPECT_EQ(std::to_string(DecimalsToShow(Ibm(), *FindField(what.substr(4)), what[2] - '0')), places)
+                    << what;
             });
     Update("Decimal Precision=5");
     EXPECT_EQ(DecimalsToShow(Ibm(), *FindField("Last"), 4, true), 4);

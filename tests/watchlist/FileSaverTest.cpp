@@ -161,7 +161,7 @@ TEST_F(CFileSaverTest, PermissionsThatAreMissingAreToldAndTheOldFileStays) {
         const SFileResult asked = Save();
         return asked.outcome == EFileOutcome::BackupNotKept &&
                asked.error == "The file " + Quoted() +
-                                  " cannot be read: you are not allowed to. What it holds could not be made." &&
+                                  " cannot be read: you are not allowed to. What it holds could not be kept." &&
                SaveWith({.withoutBackup = true}).IsDone();
     });
     EXPECT_EQ(OnDisk(), Written());
@@ -170,8 +170,7 @@ TEST_F(CFileSaverTest, PermissionsThatAreMissingAreToldAndTheOldFileStays) {
 TEST_F(CFileSaverTest, WhatANewFileCannotTakeOverFromTheFormerOneIsTold) {
     std::filesystem::create_hard_link(At("banks.vxw"), At("second name.vxw"));
     Change(2, "GS");
-    EXPECT_THAT(Save().notices,
-                ElementsAre(Quoted() + " had 1 other name (hard link). The old content stays there."));
+    EXPECT_THAT(Save().notices, ElementsAre(Quoted() + " had 1 other name (hard link). The old content stays there."));
     EXPECT_EQ(ReadFile(At("second name.vxw")), kFirst);
     Change(2, "BAC");
     EXPECT_THAT(Save().notices, IsEmpty());

@@ -1,7 +1,7 @@
 #include "alerts/rules/AlertHistory.h"
 
-#include "base/CsvWriter.h"
 #include "base/AtomicFile.h"
+#include "base/CsvWriter.h"
 #include "base/FileSystem.h"
 #include "base/Log.h"
 #include "base/Number.h"
