@@ -33,7 +33,6 @@ class CSettings;
 /// Errors  none: without such a folder the current one stays
 void EnterWatchlistFolder(const CSettings& settings);
 
-class CSettings;
 class CL1DataStore;
 class CL1SymbolRec;
 class CNewsCountsPort;
@@ -59,14 +58,14 @@ private:
     CSymbolKeyed<SWatchEntry> m_entries;
 };
 
-/// What stands in a grid row.
+/// What a grid row holds.
 enum class ERowKind { Empty, Symbol, Annotation };
 
 /// One open watchlist: its rows and columns, the options saved with it, and the bookkeeping that keeps the feed
-/// watching exactly the symbols that stand in it.
+/// watching exactly its symbols.
 ///
 /// Shape   rows are grid row numbers, 1 is the first row under the header; a row holds a symbol, an annotation or
-///         nothing; one symbol may stand in several rows and is watched once. Texts are Windows-1252
+///         nothing; one symbol may be in several rows and is watched once. Texts are Windows-1252
 /// Owns    the stores of its rows; not the level-1 store, the settings, the frame or the view, which outlive it
 /// Errors  a row outside 1..CRowTable::kMaxRow is ignored
 /// Thread  GUI thread only

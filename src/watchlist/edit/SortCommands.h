@@ -52,8 +52,6 @@ enum class EAutoSortTick {
 EAutoSortTick AutoSortTick(CWatchlistDoc& doc, bool busy);
 
 class CColumnMap;
-class CWatchlistDoc;
-struct SSortRecord;
 
 // What the sort dialog shows and accepts, without its window.
 

@@ -39,7 +39,6 @@ std::string NewsTip(const CWatchlistDoc& doc, int row);
 std::string HeadlineTip(const CWatchlistDoc& doc, int row);
 
 class CSymbolRec;
-class CWatchlistDoc;
 struct SCellFormat;
 struct sColumnInfo;
 
