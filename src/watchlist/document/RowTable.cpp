@@ -1,6 +1,7 @@
 #include "watchlist/document/RowTable.h"
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 
 namespace vx {
@@ -278,10 +279,14 @@ void CRowTable::Reorder(const std::vector<int>& newRowOf) {
     if (covered < 1 || covered > kMaxRow) return;
     if (m_recorder) m_recorder->BeforeRowsMove();
     Make(covered);
-    std::vector<SRow> moved(static_cast<size_t>(covered));
-    for (size_t row = 1; row < newRowOf.size(); ++row)
-        moved[static_cast<size_t>(newRowOf[row]) - 1] = std::move(m_rows[row]);
-    std::move(moved.begin(), moved.end(), m_rows.begin() + 1);
+    std::vector<size_t> from(newRowOf.size());
+    for (size_t row = 1; row < newRowOf.size(); ++row) from[static_cast<size_t>(newRowOf[row])] = row;
+    std::vector<SRow> moved; // Made in its order: each row is moved once.
+    moved.reserve(m_rows.size());
+    for (const size_t row : from) moved.push_back(std::move(m_rows[row]));
+    moved.insert(moved.end(), std::make_move_iterator(m_rows.begin() + covered + 1),
+                 std::make_move_iterator(m_rows.end()));
+    m_rows = std::move(moved);
     FindLast(m_symbolRows, covered, [this](int at) { return !Symbol(at).empty(); });
     for (const RowText text : {&SRowExtras::annotation, &SRowExtras::note})
         FindLast(*const_cast<STally*>(TallyOf(text)), covered, [=, this](int at) { return !Text(at, text).empty(); });
