@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers into cell texts: the program's own writer beside snprintf on the same values, and whole rows of the catalogue
 // as the grid asks for them. The texts are compared before anything is timed.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From the bytes of update lines to merged records: the product on each of its kernels beside the plain store and
 // beside the least that any reader of such lines must do, a vector scan that writes the position of every comma and
 // line end. Before anything is timed the records of product and plain store are compared, slot by slot.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "MergeScan.h"
 
 #include <bit>

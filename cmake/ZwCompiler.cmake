@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Language level, warnings, sanitizers and the compiler cache, for every target.
 
 set(CMAKE_CXX_STANDARD 20)

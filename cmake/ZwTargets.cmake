@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # One way to declare each kind of target, so that the CMakeLists of a folder is only its list of files and links.
 
 # Turns AUTO into ON or OFF by whether the package is installed; ON makes the package required.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The alert history: a text that is read in two files gives the same firings as in one, and whatever they hold can be
 // told in words. The first byte says at which of its lines the text is cut.
 

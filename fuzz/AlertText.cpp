@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Alert text: what was read and written once is read and written the same ever after. The notice of each alert that it
 // describes, and the text taken as such a notice, is read without harm.
 

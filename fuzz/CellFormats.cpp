@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Cell-format text: what was read and written once is read and written the same ever after, and columns that move
 // there and back change nothing.
 

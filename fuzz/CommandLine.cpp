@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The watchlist's command line, one argument a line: its symbols, named again, are the same, and the file is one of the
 // arguments.
 

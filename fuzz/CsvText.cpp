@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CSV text in pieces: whatever a text holds, its records do not depend on how it came, and nothing of it is lost.
 
 #include "base/CsvReader.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Data lines of all four kinds, one per line of the input, into the store on each of its kernels and into the plain
 // model: the records must agree, and every cell must have a text that fits.
 

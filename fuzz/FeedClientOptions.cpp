@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The feed client's command line, one argument a line: a value that is accepted is within its bounds, and an error is
 // one printable line.
 

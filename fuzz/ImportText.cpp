@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bytes of any kind, imported and pasted: what is added are symbols, and undoing leaves the watchlist as it was.
 
 #include "watchlist/edit/ImportText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Cuts arbitrary bytes, arriving in arbitrary pieces, with the product and with a plain byte loop; both must hand over
 // the same lines. The first byte chooses how the rest is cut into pieces.
 

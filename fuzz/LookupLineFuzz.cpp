@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Gives arbitrary lines of the lookup port to a session and to plain code; both must collect the same search results
 // and the same news counts, in their order.
 

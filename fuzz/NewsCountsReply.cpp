@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Replies to the request for news counts: counts never fall and are never negative, and no reply makes symbols.
 
 #include "news/NewsMap.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Headline lines: whatever the line, only symbols of the map are named as affected, and each one's count grew by the
 // times it is named.
 

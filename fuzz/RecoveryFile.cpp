@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A recovery file: what is read is written and read back the same. The hash of an input is put right first, as no input
 // made at random would have the right one.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whatever is read as registry content is written and read back as the same content, and the writer's own text is
 // what it writes again.
 

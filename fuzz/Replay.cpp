@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs a fuzzer's function once over every file of the folders and files named on the command line. It stands in for
 // libFuzzer's main where the fuzzers are built as ordinary tests.
 

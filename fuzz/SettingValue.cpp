@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The first byte is a kind, the rest a stored value. What the validation step lets pass is what the C library accepts,
 // and its results pass again without a report.
 

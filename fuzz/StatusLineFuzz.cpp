@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Gives arbitrary lines to a session, each line of the input one, and checks what must hold whatever they say.
 
 #include "SessionFuzz.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Takes arbitrary bytes as the reply to a table request, arriving in arbitrary pieces, with the product and with plain
 // code on C strings; both must come to the same text and the same entries. The first byte chooses the pieces.
 

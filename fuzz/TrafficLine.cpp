@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A recording, line by line: what is read from a line must be read again from what is written of it, and a data line
 // must merge into a record whose lines stay lines.
 

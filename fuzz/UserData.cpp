@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A user's own data as from a file: whatever it holds, an accepted row must stand on the wire as one
 // line of fields from which the same values are read back, and an error must be one printable line.
 

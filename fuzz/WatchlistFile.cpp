@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whatever is read as a watchlist file is written and read back as the same watchlist.
 
 #include "WatchlistFuzz.h"

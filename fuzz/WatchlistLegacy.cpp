@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whatever is read as a watchlist file of the older layout is written in the current one and read back as the same.
 
 #include "WatchlistFuzz.h"

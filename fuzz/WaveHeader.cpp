@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The beginning of a wave file, taken for files of several lengths: what is accepted can be played.
 
 #include "alerts/rules/WaveFile.h"

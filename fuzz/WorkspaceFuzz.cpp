@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A command of the stored workspace: any text is cut into arguments or refused, and a window with any file, symbols and
 // type is written so that it is read back.
 

@@ -1,9 +1,14 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # What ./test does besides the tests: each check installs what it needs and stops with one line when it finds something.
 # Sourced, not run.
 
-# Every source is laid out as clang-format 14 does it.
+# Every source names its licence, and is laid out as clang-format 14 does it.
 check_format() {
+  local without
+  without=$(find src tests bench fuzz scripts cmake \( -name '*.cpp' -o -name '*.h' -o -name '*.inl' -o -name '*.def' \
+    -o -name '*.cmake' -o -name CMakeLists.txt -o -name '*.sh' \) -exec grep -L 'SPDX-License-Identifier: MIT' {} +)
+  [ -z "$without" ] || fail "without the line \"SPDX-License-Identifier: MIT\" at their beginning: $without"
   install_packages clang-format-14
   find src tests bench fuzz -name '*.cpp' -print0 -o -name '*.h' -print0 -o -name '*.inl' -print0 -o -name '*.def' -print0 \
     >"$ZW_SCRATCH/files"

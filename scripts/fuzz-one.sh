@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # fuzz-one.sh NAME SECONDS: one fuzzer, from its corpus, which stays as it is.
 found=$(mktemp -d) || exit 1
 trap 'rm -rf "$found"' EXIT

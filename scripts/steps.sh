@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # Shared by ./run and ./test: the folder, the steps, the packages. Sourced, not run.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Walks src/ and holds every include to the one-way rule of the README.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What armed alerts cost on top of merging: the same update lines through the store and its queue with no alerts, and
 // with alerts on every symbol that are judged for every line and never met. Without alerts the queue is drained once a
 // beat; with them before each change of a record that waits. The difference of the two is the price of a line.

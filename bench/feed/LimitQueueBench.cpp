@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What it costs to forget symbols that wait for room at the feed client, one by one, as closing a watchlist does.
 
 #include "feed/session/SymbolLimitQueue.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What one line costs the receiver from the socket to the handler, beside a bare receive loop that only looks for the
 // line ends.
 

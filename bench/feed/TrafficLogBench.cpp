@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the traffic log costs the road of an update line, from the socket's hand-over to the merged record: switched
 // off, as it is until a user switches it on, and switched on with its file, beside the same road with the log compiled
 // out. CPU of the receiving thread alone; the writing of the file has a thread of its own.

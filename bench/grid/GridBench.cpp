@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a pass of changes costs the grid control, beside a QTableWidget that shows the same board: process CPU time
 // around applying the changes and processing the events that paint them.
 //

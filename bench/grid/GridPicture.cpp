@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Paints a made-up board into a picture: grid_picture FILE [light|dark] [width height [column-width]].
 // QT_SCALE_FACTOR=2 shows it as a high-DPI screen does.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How soon the user sees what was asked for, offscreen, in CPU time and in time passed:
 // - the first screen of a watchlist of 100,000 rows, from the moment its file has been read;
 // - a symbol typed into a list that shows every column there is (bar 1 ms of CPU until the document and the grid have

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What undoing, pasting, finding and exporting cost in a watchlist of 100,000 rows and 20 columns, and how long a paste
 // keeps the window waiting between two of its slices.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What it costs to look for symbols in a file of 60 MB and to add as many as a watchlist has rows for.
 
 #include "watchlist/ScratchDoc.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How long a watchlist takes to be opened and saved, disk included, and how that grows with its rows; beside a plain
 // reader that splits the same text into strings. The last lines print times and growth; growth far above that of the
 // rows means that something is quadratic, and fails.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/AtomicFile.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/CommandLine.h"
 
 #include "base/Text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/CsvReader.h"
 
 #include <algorithm>

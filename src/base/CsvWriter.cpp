@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/CsvWriter.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/FileSystem.h"
 
 #include <fmt/format.h>

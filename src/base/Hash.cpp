@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/Hash.h"
 
 #include <random>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/LogFile.h"
 
 #include "base/AtomicFile.h"

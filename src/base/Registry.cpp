@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/Registry.h"
 
 #include "base/Clock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/RegistryFormat.h"
 
 #include "base/Text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grid/DirtyCells.h"
 
 #include <algorithm>

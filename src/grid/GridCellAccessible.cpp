@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grid/GridCellAccessible.h"
 
 #include "base/qt/QtText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grid/GridCtrl.h"
 
 #include "base/Clock.h"

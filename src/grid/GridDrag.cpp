@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grid/GridDrag.h"
 
 #include "grid/GridCtrl.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grid/GridEditor.h"
 
 #include "base/qt/QtText.h"

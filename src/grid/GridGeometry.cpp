@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grid/GridGeometry.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grid/GridPainter.h"
 
 #include "base/Windows1252.h"

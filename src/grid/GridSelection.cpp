@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grid/GridSelection.h"
 
 #include "grid/GridAccessible.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "news/HeadlineLog.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "settings/ConfigWriter.h"
 
 #include "base/Registry.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Run by the build: writes the program's own alert sound, a wave file of two soft bell strokes.
 
 #include <cmath>

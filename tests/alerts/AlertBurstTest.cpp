@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From a data line to a fired alert, without a window: the store, its queue of changes, and a listener that judges the
 // alerts whenever the queue is drained, as a watchlist does.
 

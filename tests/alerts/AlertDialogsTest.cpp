@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialogs that set, list and reset alerts, and their history, driven by their widgets.
 
 #include "AlertsUiFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/rules/AlertHistory.h"
 #include "alerts/rules/WaveFile.h"
 #include "support/ChildProcess.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "AlertsFixture.h"
 
 #include <limits>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "AlertsFixture.h"
 
 using namespace vx;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Notifications of the desktop, against a service on a bus of the test's own.
 
 #include "alerts/ui/DesktopNotifier.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The notice of a fired alert: its words, its sound, its turn, and what becomes of it.
 
 #include "alerts/ui/NoticeQueue.h"

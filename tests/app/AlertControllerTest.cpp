@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From a line of the feed to the notice and back, in the real frame.
 
 #include "app/alerts/AlertController.h"

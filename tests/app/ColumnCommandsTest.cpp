@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/BoardFixture.h"
 #include "app/commands/MainMenus.h"
 #include "watchlist/dialogs/InsertColumns.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/frame/FramePlacement.h"
 #include "app/frame/NorvCommandLineInfo.h"
 #include "app/shell/FeedHealth.h"

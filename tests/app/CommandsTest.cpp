@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every command of the table, in a state that it fits, and the menus and keys that start it.
 
 #include "app/commands/Commands.h"

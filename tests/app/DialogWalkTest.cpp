@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every dialog of the program, gone through by Tab, at the usual font and at one half as large again.
 
 #include "support/DialogWalk.h"

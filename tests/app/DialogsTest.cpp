@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialogs of sort, notes, formats and finding, driven through the program's commands.
 
 #include "app/BoardFixture.h"

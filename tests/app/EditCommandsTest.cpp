@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/BoardFixture.h"
 #include "watchlist/dialogs/InsertColumns.h"
 #include "watchlist/edit/CopyText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/files/FileController.h"
 
 #include "app/FrameFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where windows are put, on real displays with real window managers.
 
 #include "app/FrameFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The guide and the list of keys, against the commands that there are.
 
 #include "app/BoardFixture.h"

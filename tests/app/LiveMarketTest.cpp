@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/FrameFixture.h"
 #include "app/files/RecoveryController.h"
 #include "watchlist/file/RecoveryFile.h"

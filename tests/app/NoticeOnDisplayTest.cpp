@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Notices among the windows of a desktop: who has the keyboard, who gets the clicks, and what stays of an edit.
 
 #include "alerts/rules/AlertInfo.h"

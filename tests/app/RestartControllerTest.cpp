@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/shell/RestartController.h"
 
 #include "app/FrameFixture.h"

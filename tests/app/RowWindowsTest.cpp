@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/FrameFixture.h"
 #include "app/windows/HeadlinesDlg.h"
 #include "app/windows/ListWindow.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/FrameFixture.h"
 #include "app/commands/AddSymbols.h"
 #include "app/windows/ListWindow.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/rules/AlertInfo.h"
 #include "app/BoardFixture.h"
 #include "data/record/L1SymbolRec.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the registry does when processes die, files are damaged and disks refuse.
 
 #include "base/Log.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/Registry.h"
 
 #include "support/TempFolder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/Agreement.h"
 #include "support/FakeCodeNames.h"
 #include "support/HostileLines.h"

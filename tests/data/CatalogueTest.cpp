@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/catalogue/Catalogue.h"
 #include "data/catalogue/DataInfo.h"
 #include "data/catalogue/FieldLayout.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/CellList.h"
 #include "support/FakeClock.h"
 

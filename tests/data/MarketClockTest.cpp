@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/store/MarketClock.h"
 
 #include <gtest/gtest.h>

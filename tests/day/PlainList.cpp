@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "day/PlainList.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "day/TradingDay.h"
 
 #include "alerts/rules/AlertInfo.h"

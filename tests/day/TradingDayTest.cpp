@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Simulated trading days: each is made of a seed and lived through by the real program and by a plain list.
 
 #include "day/TradingDay.h"

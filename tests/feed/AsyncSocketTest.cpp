@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/socket/StreamSocket.h"
 #include "support/EventLoop.h"
 #include "support/ScriptedFeed.h"

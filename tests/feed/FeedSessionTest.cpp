@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/session/FeedSession.h"
 
 #include "feed/socket/ClientAppSocket.h"

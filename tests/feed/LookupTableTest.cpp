@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/lookup/LookupTables.h"
 #include "support/EventLoop.h"
 #include "support/FakeClock.h"

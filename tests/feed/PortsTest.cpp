@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/socket/Ports.h"
 
 #include "support/TempFolder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/session/ProgramStart.h"
 
 #include "support/EventLoop.h"

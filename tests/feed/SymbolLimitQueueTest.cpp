@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/session/SymbolLimitQueue.h"
 
 #include "feed/session/SymbolQueue.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Built with one more row in the table of quote fields (OneMoreField.def): the row is all that it takes.
 
 #include "data/catalogue/Catalogue.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What assistive technology hears of a grid. The program runs itself again on a display and a session bus of its own:
 // without a bus Qt tells nobody anything.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grid/GridTheme.h"
 
 #include <gtest/gtest.h>

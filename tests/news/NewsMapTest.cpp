@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "news/NewsMap.h"
 #include "support/FakeClock.h"
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # The apt steps of scripts/steps.sh with an apt-get of our own: one that finds the lock held, one that fails at once.
 . "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/../../scripts/steps.sh"
 

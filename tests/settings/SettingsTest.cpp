@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "settings/Settings.h"
 
 #include "base/Registry.h"

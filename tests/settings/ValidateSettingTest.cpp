@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "settings/ValidateSetting.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/Agreement.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/Display.h"
 
 #include "support/EventLoop.h"

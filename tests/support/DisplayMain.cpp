@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The main of a test program whose cases bring a real display with a window manager along.
 
 #include "support/Display.h"

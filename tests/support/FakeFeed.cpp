@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/FakeFeed.h"
 
 #include "base/Text.h"

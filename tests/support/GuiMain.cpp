@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The main of every test program that drives windows: a QApplication around the tests, on the offscreen platform unless
 // another one is asked for.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/HostileLines.h"
 
 #include "base/Text.h"

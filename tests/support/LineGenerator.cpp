@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/LineGenerator.h"
 
 #include "data/catalogue/UpdateFields.h"

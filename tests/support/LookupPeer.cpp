@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/LookupPeer.h"
 
 #include <netinet/in.h>

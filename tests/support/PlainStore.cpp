@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/PlainStore.h"
 
 #include "data/catalogue/FieldLayout.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/ScriptedFeed.h"
 
 #include "support/EventLoop.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/SimulatedDisk.h"
 
 #include <gtest/gtest.h>

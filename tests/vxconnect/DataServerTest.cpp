@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/Peer.h"
 #include "vxconnect/data/InputSource.h"
 #include "vxconnect/data/Recording.h"

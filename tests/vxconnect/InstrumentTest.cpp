@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What one event after the other leaves in an instrument, and in the lines that tell it.
 
 #include "vxconnect/Peer.h"

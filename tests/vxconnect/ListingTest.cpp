@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which symbols exist, and what is told of them apart from their prices.
 
 #include "base/Text.h"

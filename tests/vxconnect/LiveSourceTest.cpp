@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A user's own data that come live: a pipe, a pipe with a name, a command. What becomes of them is said on the admin
 // port.
 

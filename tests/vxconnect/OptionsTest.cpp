@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/common/Options.h"
 
 #include "vxconnect/Peer.h"

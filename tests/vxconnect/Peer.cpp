@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/Peer.h"
 
 #include "base/Text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/Registry.h"
 #include "vxconnect/Peer.h"
 #include "vxconnect/market/Tickers.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Clients that send anything, read nothing or vanish, and the faults that can be asked for.
 
 #include "vxconnect/Peer.h"

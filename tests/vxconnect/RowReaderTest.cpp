@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/data/RowReader.h"
 #include "vxconnect/common/SendQueue.h"
 #include "vxconnect/data/DataRecord.h"

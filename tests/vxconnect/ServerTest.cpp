@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The ports as clients have them: what is answered, who is served, and what they are told.
 
 #include "base/Number.h"

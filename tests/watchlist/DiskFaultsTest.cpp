@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/Hash.h"
 #include "support/ChildProcess.h"
 #include "support/SimulatedDisk.h"

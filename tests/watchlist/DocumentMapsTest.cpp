@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/record/SymbolKey.h"
 #include "watchlist/document/ColumnMap.h"
 #include "watchlist/document/SymbolMap.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/exchange/ExportText.h"
 #include "support/ChildProcess.h"
 #include "watchlist/DocFixture.h"

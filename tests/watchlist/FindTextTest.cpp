@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/exchange/FindText.h"
 #include "watchlist/DocFixture.h"
 

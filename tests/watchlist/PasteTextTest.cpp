@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/edit/PasteText.h"
 #include "watchlist/DocFixture.h"
 #include "watchlist/edit/ColumnMoves.h"

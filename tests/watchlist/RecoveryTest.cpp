@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/FileFixture.h"
 #include "watchlist/file/RecoveryFile.h"
 #include "watchlist/file/RecoveryKeeper.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists made at random of all that a user, a feed, an older file or the settings can put into one: what is saved comes
 // back when it is opened, and is saved as the same bytes again.
 

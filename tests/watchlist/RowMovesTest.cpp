@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/DocFixture.h"
 #include "watchlist/document/RowList.h"
 #include "watchlist/edit/ColumnMoves.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/LiteralInsertion.h"
 #include "watchlist/edit/SortRows.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/edit/SortCommands.h"
 #include "watchlist/DocFixture.h"
 #include "watchlist/edit/SortRows.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What older versions of the program kept beside a file comes back once, and is in the file from the next save on.
 
 #include "base/Hash.h"

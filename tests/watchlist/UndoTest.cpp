@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/DocFixture.h"
 #include "watchlist/edit/CellEntry.h"
 #include "watchlist/edit/ColumnMoves.h"

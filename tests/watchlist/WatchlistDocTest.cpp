@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/Allocations.h"
 #include "watchlist/DocFixture.h"
 #include "watchlist/edit/CellEntry.h"

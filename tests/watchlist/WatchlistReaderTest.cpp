@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/fileformat/WatchlistReader.h"
 #include "data/catalogue/Catalogue.h"
 #include "watchlist/FileFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/rules/AlertHistory.h"
 
 #include "base/AtomicFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/rules/AlertInfo.h"
 
 #include "data/catalogue/Catalogue.h"

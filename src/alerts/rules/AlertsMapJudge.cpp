@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/rules/AlertInfo.h"
 #include "alerts/rules/AlertsMap.h"
 #include "base/Number.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/rules/WaveFile.h"
 
 #include "base/FileSystem.h"

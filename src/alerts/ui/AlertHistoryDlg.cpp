@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/ui/AlertHistoryDlg.h"
 
 #include "alerts/rules/AlertTexts.h"

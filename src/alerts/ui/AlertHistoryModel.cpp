@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/ui/AlertHistoryModel.h"
 
 #include "alerts/rules/AlertTexts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/ui/AlertListModel.h"
 
 #include "alerts/rules/AlertInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/ui/AlertSoundBox.h"
 
 #include "base/MessageBox.h"

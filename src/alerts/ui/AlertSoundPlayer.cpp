@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/ui/AlertSoundPlayer.h"
 
 #include "alerts/rules/WaveFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/ui/AlertsNotice.h"
 
 #include "alerts/rules/AlertTexts.h"

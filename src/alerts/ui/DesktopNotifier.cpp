@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/ui/DesktopNotifier.h"
 
 #include <QDBusMessage>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/ui/InputGate.h"
 
 #include "base/Clock.h"

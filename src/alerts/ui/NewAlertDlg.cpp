@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/ui/NewAlertDlg.h"
 
 #include "alerts/rules/AlertInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/ui/NoticeQueue.h"
 
 #include "alerts/ui/AlertSoundPlayer.h"

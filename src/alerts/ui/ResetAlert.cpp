@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "alerts/ui/ResetAlert.h"
 
 #include "alerts/rules/AlertTexts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/alerts/AlertController.h"
 
 #include "alerts/rules/AlertInfo.h"

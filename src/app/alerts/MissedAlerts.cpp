@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/alerts/MissedAlerts.h"
 
 #include "alerts/rules/AlertTexts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/commands/AddSymbols.h"
 
 #include "base/MessageBox.h"

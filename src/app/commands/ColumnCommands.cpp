@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/commands/ColumnCommands.h"
 
 #include "app/commands/FrameContext.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/commands/CommandGroup.h"
 
 #include "app/commands/FrameContext.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/commands/Commands.h"
 
 #include "app/commands/CommandIcon.h"

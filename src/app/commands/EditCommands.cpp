@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/commands/EditCommands.h"
 
 #include "app/commands/ColumnCommands.h"

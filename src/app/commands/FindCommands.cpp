@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/commands/FindCommands.h"
 
 #include "app/commands/Commands.h"

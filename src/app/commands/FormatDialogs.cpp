@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/commands/FormatDialogs.h"
 
 #include "app/commands/Commands.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/commands/GridCommands.h"
 
 #include "app/commands/ClipboardCommands.h"

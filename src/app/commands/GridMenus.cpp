@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/commands/GridMenus.h"
 
 #include "app/commands/ColumnCommands.h"

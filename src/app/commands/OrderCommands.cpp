@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/commands/OrderCommands.h"
 
 #include "app/commands/FrameContext.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/commands/ViewCommands.h"
 
 #include "app/commands/MainMenus.h"

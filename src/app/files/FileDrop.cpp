@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/files/FileDrop.h"
 
 #include <QDropEvent>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/files/FileMenus.h"
 
 #include "app/commands/MainMenus.h"

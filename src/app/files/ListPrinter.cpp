@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/files/ListPrinter.h"
 
 #include "base/Windows1252.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/files/RecentFiles.h"
 
 #include "base/Registry.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/files/RecoveryController.h"
 
 #include "app/commands/FrameContext.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/files/RecoveryDlg.h"
 
 #include "app/frame/ProgramName.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/frame/Dialogs.h"
 
 #include "app/frame/ProgramName.h"

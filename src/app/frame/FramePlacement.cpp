@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/frame/FramePlacement.h"
 
 #include "settings/Settings.h"

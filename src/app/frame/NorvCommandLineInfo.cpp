@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/frame/NorvCommandLineInfo.h"
 
 #include "base/CommandLine.h"

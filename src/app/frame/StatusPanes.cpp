@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/frame/StatusPanes.h"
 
 #include "base/qt/QtText.h"

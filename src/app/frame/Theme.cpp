@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/frame/Theme.h"
 
 #include "app/frame/Dialogs.h"

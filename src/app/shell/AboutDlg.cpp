@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/shell/AboutDlg.h"
 
 #include "app/frame/ProgramName.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/shell/FeedHealth.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/shell/MainFrame.h"
 
 #include "app/alerts/AlertController.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/shell/Screenshot.h"
 
 #include "app/shell/AboutDlg.h"

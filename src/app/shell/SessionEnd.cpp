@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/shell/SessionEnd.h"
 
 #include "app/shell/MainFrame.h"

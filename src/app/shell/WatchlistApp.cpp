@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/shell/WatchlistApp.h"
 
 #include "app/files/FileController.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/frame/NorvCommandLineInfo.h"
 #include "app/shell/Screenshot.h"
 #include "app/shell/WatchlistApp.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/windows/GuideDlg.h"
 
 #include <QDialogButtonBox>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/windows/HelpCommands.h"
 
 #include "app/commands/Commands.h"

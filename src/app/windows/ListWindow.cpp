@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/windows/ListWindow.h"
 
 #include "data/record/SymbolKey.h"

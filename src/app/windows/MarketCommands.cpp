@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/windows/MarketCommands.h"
 
 #include "app/commands/AddSymbols.h"

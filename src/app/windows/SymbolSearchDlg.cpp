@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/windows/SymbolSearchDlg.h"
 
 #include "app/windows/ListWindow.h"

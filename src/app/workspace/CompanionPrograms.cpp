@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/workspace/CompanionPrograms.h"
 
 #include "app/commands/Commands.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/workspace/RunningWindows.h"
 
 #include "app/workspace/Workspace.h"

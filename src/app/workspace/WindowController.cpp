@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/workspace/WindowController.h"
 
 #include "app/commands/Commands.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/workspace/Workspace.h"
 
 #include "app/workspace/RunningWindows.h"

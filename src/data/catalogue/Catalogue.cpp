@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/catalogue/Catalogue.h"
 
 #include "data/catalogue/CellFormat.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/catalogue/CellFormat.h"
 
 #include "base/Number.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/catalogue/DataInfo.h"
 
 #include "base/fields/FundamentalFields.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/catalogue/Level1Columns.h"
 
 #include "data/catalogue/RegionFields.h"

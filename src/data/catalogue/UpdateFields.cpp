@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/catalogue/UpdateFields.h"
 
 namespace vx {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The cut of a line by bit masks of 64 bytes, written once and compiled for each instruction set. The including file is
 // inside an unnamed namespace of vx and has defined before
 //   ZW_TARGET                               the attribute of every function, empty or the instruction set

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/merge/MergeKernel.h"
 
 #include "base/Text.h"

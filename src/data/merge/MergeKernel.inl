@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The merge, field by field, written once and compiled for each instruction set. The including file is inside an
 // unnamed namespace of vx and has defined before
 //   ZW_TARGET                               the attribute of every function, empty or the instruction set

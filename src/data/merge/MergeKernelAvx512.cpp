@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/merge/MergeKernel.h"
 
 #if defined(__x86_64__)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/merge/MergeSlowPath.h"
 
 #include "base/Number.h"

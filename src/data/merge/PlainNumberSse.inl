@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Plain numbers with the instructions that every processor with AVX2 has. The including file is inside an unnamed
 // namespace of vx and has defined ZW_TARGET, the attribute of every function, before.
 

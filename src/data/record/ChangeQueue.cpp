@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/record/ChangeQueue.h"
 
 namespace vx {

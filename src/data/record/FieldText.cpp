@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/record/FieldText.h"
 
 #include "base/DateTime.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/record/L1SymbolRec.h"
 
 #include "data/record/FieldText.h"

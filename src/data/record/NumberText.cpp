@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/record/NumberText.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/record/SymbolRec.h"
 
 #include "data/record/SymbolKey.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/store/L1DataStore.h"
 
 #include "base/Clock.h"

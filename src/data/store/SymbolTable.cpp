@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/store/SymbolTable.h"
 
 #include <bit>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/text/CellText.h"
 
 #include "base/Windows1252.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/lookup/LookupReplies.h"
 
 #include "base/Text.h"

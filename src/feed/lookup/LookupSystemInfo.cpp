@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/lookup/LookupSystemInfo.h"
 
 #include "base/Number.h"

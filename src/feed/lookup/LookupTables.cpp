@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/lookup/LookupTables.h"
 
 #include "base/Clock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/lookup/SymbolSearch.h"
 
 #include "base/Clock.h"

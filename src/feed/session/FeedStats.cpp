@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/session/FeedStats.h"
 
 #include "base/Number.h"

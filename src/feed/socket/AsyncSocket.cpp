@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/socket/AsyncSocket.h"
 
 #include "feed/socket/NativeSocket.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/socket/ClientAppSocket.h"
 
 #include "base/Clock.h"

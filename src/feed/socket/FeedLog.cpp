@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/socket/FeedLog.h"
 
 #include "feed/socket/Ports.h"

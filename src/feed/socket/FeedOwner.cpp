@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/socket/FeedOwner.h"
 
 namespace vx {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/socket/LineIndex.h"
 
 #if defined(__x86_64__)

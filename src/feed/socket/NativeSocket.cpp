@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/socket/NativeSocket.h"
 
 #include <arpa/inet.h>

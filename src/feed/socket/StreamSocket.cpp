@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "feed/socket/StreamSocket.h"
 
 #include "base/Clock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/common/Connection.h"
 
 #include "base/Log.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/common/Feed.h"
 
 #include "vxconnect/common/Level1Client.h"

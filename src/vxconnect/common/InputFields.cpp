@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/common/InputFields.h"
 
 #include "base/Text.h"

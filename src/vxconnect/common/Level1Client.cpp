@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/common/Level1Client.h"
 
 #include "base/Text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/common/UpdateFields.h"
 
 #include "base/Text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/data/ByteStreams.h"
 
 #include "vxconnect/common/WireText.h"

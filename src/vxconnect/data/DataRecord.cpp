@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/data/DataRecord.h"
 
 #include "base/Number.h"

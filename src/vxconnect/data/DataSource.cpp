@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/data/DataSource.h"
 
 #include "base/Number.h"

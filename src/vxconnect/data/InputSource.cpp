@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/data/InputSource.h"
 
 #include "base/Clock.h"

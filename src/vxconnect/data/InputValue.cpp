@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/data/InputValue.h"
 
 #include "base/DateTime.h"

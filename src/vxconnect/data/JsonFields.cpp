@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/data/JsonFields.h"
 
 #include "base/Windows1252.h"

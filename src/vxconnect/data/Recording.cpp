@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/data/Recording.h"
 
 #include "base/DateTime.h"

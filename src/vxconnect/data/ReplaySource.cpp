@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/data/ReplaySource.h"
 
 #include "base/Text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/data/RowReader.h"
 
 #include "base/Text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/market/Contracts.h"
 
 #include "vxconnect/common/Random.h"

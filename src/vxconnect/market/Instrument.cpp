@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/market/Instrument.h"
 
 #include "vxconnect/common/CodeTables.h"

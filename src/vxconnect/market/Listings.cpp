@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/market/Listings.h"
 
 #include "vxconnect/common/Random.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/market/Market.h"
 
 #include <algorithm>

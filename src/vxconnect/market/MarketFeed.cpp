@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/market/MarketFeed.h"
 
 #include "vxconnect/market/Fundamentals.h"

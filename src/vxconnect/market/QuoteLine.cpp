@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/market/QuoteLine.h"
 
 #include "vxconnect/common/UpdateFields.h"

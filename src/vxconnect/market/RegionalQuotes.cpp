@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/market/RegionalQuotes.h"
 
 #include <algorithm>

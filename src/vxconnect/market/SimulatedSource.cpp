@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/market/SimulatedSource.h"
 
 #include "vxconnect/common/CodeTables.h"

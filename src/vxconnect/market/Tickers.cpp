@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/market/Tickers.h"
 
 #include "vxconnect/common/Random.h"

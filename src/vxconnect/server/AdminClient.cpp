@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/server/AdminClient.h"
 
 namespace vx::sim {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/server/SearchIndex.h"
 
 #include "base/Text.h"

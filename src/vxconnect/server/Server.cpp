@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vxconnect/server/Server.h"
 
 #include "vxconnect/common/Level1Client.h"

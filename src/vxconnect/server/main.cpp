@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/Log.h"
 #include "base/Number.h"
 #include "base/Registry.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/dialogs/FormatDlgs.h"
 
 #include "base/MessageBox.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/dialogs/FormatFields.h"
 
 #include "base/qt/QtText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/dialogs/GoToSymbolDlg.h"
 
 #include "base/qt/QtText.h"

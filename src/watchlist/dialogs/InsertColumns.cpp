@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/dialogs/InsertColumns.h"
 
 #include "base/qt/QtText.h"

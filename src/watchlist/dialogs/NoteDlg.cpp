@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/dialogs/NoteDlg.h"
 
 #include "base/qt/QtText.h"

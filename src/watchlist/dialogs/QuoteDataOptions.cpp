@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/dialogs/QuoteDataOptions.h"
 
 #include <QButtonGroup>

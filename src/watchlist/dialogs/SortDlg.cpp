@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/dialogs/SortDlg.h"
 
 #include "base/qt/QtText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/document/CellFormatStore.h"
 
 #include "base/Number.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/document/RowList.h"
 
 #include <algorithm>

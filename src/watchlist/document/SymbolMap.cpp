@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/document/SymbolMap.h"
 
 #include "base/Text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/document/UndoAlerts.h"
 
 #include "alerts/rules/AlertsMap.h"

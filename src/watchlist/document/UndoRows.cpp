@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/document/UndoRows.h"
 
 #include <algorithm>

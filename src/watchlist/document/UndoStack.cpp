@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/document/UndoStack.h"
 
 #include "alerts/rules/AlertsMap.h"

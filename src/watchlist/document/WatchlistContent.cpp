@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/document/WatchlistContent.h"
 
 #include "base/Text.h"

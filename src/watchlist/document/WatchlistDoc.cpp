@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/document/WatchlistDoc.h"
 
 #include "base/Text.h"

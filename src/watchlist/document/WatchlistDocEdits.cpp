@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/store/L1DataStore.h"
 #include "settings/Settings.h"
 #include "watchlist/document/WatchlistDoc.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/edit/CellEntry.h"
 
 #include "base/MessageBox.h"

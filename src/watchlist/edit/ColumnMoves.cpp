@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/edit/ColumnMoves.h"
 
 #include "data/catalogue/CellFormat.h"

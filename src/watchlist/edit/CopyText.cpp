@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/edit/CopyText.h"
 
 #include "watchlist/document/WatchlistDoc.h"

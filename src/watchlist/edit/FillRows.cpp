@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/edit/FillRows.h"
 
 #include "watchlist/document/WatchlistDoc.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/edit/FormatCommands.h"
 
 #include "data/catalogue/FieldEntry.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/edit/ImportText.h"
 
 #include "base/AtomicFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/edit/PasteText.h"
 
 #include "base/Text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/edit/SortCommands.h"
 
 #include "base/MessageBox.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/edit/SortRows.h"
 
 #include "base/Number.h"

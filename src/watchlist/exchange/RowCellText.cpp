@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/exchange/RowCellText.h"
 
 #include "alerts/rules/AlertInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/exchange/ShownCells.h"
 
 #include "base/Windows1252.h"

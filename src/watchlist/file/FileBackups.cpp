@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/file/FileBackups.h"
 
 #include "base/AtomicFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/file/RecoveryFile.h"
 
 #include "base/AtomicFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/file/StateFiles.h"
 
 #include "base/FileSystem.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/file/SupplementFiles.h"
 
 #include "base/AtomicFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/file/WatchlistFile.h"
 
 #include "base/AtomicFile.h"

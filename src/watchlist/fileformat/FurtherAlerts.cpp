@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/fileformat/FurtherKeyTable.h"
 
 #include "alerts/rules/AlertInfo.h"

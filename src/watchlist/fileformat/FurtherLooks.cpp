@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/fileformat/FurtherKeyTable.h"
 
 #include "watchlist/document/CellFormatStore.h"

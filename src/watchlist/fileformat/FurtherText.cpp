@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/fileformat/FurtherText.h"
 
 #include "base/Number.h"

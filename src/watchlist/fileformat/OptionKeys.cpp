@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/fileformat/OptionKeys.h"
 
 #include "base/Number.h"

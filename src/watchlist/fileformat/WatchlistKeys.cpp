@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/fileformat/WatchlistKeys.h"
 
 #include "base/Number.h"

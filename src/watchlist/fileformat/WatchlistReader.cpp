@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/fileformat/WatchlistReader.h"
 
 #include "watchlist/document/WatchlistDoc.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/fileformat/WatchlistSupplement.h"
 
 #include "alerts/rules/AlertInfo.h"

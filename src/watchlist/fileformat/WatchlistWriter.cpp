@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/fileformat/WatchlistWriter.h"
 
 #include "watchlist/document/WatchlistDoc.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/view/FormatFonts.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/view/PaintedCells.h"
 
 #include <cstring>

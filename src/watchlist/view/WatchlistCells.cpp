@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/view/WatchlistCells.h"
 
 #include "alerts/rules/AlertInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/view/WatchlistGrid.h"
 
 #include "base/qt/QtText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watchlist/view/WatchlistView.h"
 
 #include "settings/Settings.h"
