@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which symbols exist, and what is told of them apart from their prices.
+// Which symbols exist, and what the feed says of them besides their prices.
 
 #include "base/Text.h"
 #include "vxconnect/Peer.h"

@@ -31,7 +31,7 @@ protected:
         EXPECT_EQ(lstat(path.c_str(), &status), 0) << path;
         return status;
     }
-    /// Lets a user without rights into the folders, for whom nothing is kept yet.
+    /// Opens the folders to a user without rights, who has nothing kept in them yet.
     void OpenFolders() {
         for (const char* kept : {"generations", "recovery"}) std::filesystem::remove_all(state / kept);
         for (const std::string& path : {folder.Path(), state.Path(), files.Path()}) chmod(path.c_str(), 0777);

@@ -308,6 +308,20 @@ TEST_F(CUndoStackTest, TheDocumentIsUnmodifiedInTheStateThatWasSaved) {
     expect(true, "the saved state is not to be reached any more");
 }
 
+TEST_F(CUndoStackTest, NothingComesOfAnEditWhoseListHasGoneMeanwhile) {
+    doc.Edit("long edit", [&](CWatchlistEdit& edit) {
+        edit.EnterSymbol(1, "IBM");
+        OpenText(doc, "Columns=Symbol:1000;Bid:1000;\r\nSymbols=GE:2,;\r\n", "other");
+        edit.EnterSymbol(3, "MSFT");
+        edit.Cancel();
+    });
+    EXPECT_FALSE(doc.IsModified());
+    EXPECT_FALSE(doc.Undo().CanUndo());
+    EXPECT_EQ(Rows(), "|GE|MSFT");
+    Type(1, "IBM");
+    EXPECT_EQ(doc.Undo().UndoCount(), 1U) << "the next one is recorded again";
+}
+
 TEST_F(CUndoStackTest, KeepsAtLeastAHundredStepsAndForgetsTheOldestOnes) {
     const size_t kept = CUndoStack::kMostSteps;
     for (size_t i = 0; i < kept + 50; ++i) Type(1 + static_cast<int>(i % 9), fmt::format("S{}", i));

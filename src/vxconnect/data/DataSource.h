@@ -66,7 +66,7 @@ class CDataFeed final : public CFeed {
 public:
     static constexpr size_t kMaxRecords = 100'000;
 
-    /// The clock's text is asked for whenever it is told.
+    /// The clock is read each time its text is sent.
     CDataFeed(uint32_t limit, std::function<std::string()> clock) : CFeed(limit), m_clock(std::move(clock)) {}
 
     std::optional<SymbolIndex> Find(std::string_view symbol) override;

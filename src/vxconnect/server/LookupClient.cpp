@@ -114,7 +114,7 @@ std::string EscapedXml(std::string_view text) {
 }
 
 // Replies to requests that carry an identifier, end line included; every line begins with the identifier and, for a
-// client that has set a protocol, a tag. A request that makes no sense is told so and ended as well, since whoever
+// client that has set a protocol, a tag. A request that makes no sense gets an error and an end as well, since whoever
 // asked waits for the end; nothing for one that lacks fields.
 
 // "SBF,s|d,text,[e|t],[ids],identifier": symbols that begin with a text, or whose name holds it, without regard to

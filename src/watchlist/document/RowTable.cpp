@@ -78,7 +78,7 @@ void CRowTable::SetText(int row, RowText text, std::string_view value) {
         if (!kept.empty()) m_rejected.Add(kept, {static_cast<uint32_t>(row)});
     }
     Make(row).MakeExtras().*text = kept;
-    auto* tally = const_cast<STally*>(TallyOf(text));
+    STally* tally = TallyOf(text);
     if (tally && had == kept.empty())
         Count(*tally, row, !had, [this, text](int at) { return !Text(at, text).empty(); });
 }
@@ -290,7 +290,7 @@ void CRowTable::Reorder(const std::vector<int>& newRowOf) {
     m_rows = std::move(moved);
     FindLast(m_symbolRows, covered, [this](int at) { return !Symbol(at).empty(); });
     for (const RowText text : {&SRowExtras::annotation, &SRowExtras::note})
-        FindLast(*const_cast<STally*>(TallyOf(text)), covered, [=, this](int at) { return !Text(at, text).empty(); });
+        FindLast(*TallyOf(text), covered, [=, this](int at) { return !Text(at, text).empty(); });
     Renumber([&](int row) { return row <= covered ? newRowOf[static_cast<size_t>(row)] : row; });
 }
 

@@ -123,8 +123,6 @@ public:
 
     const CSymbolMap& Symbols() const { return m_symbols; }
     const CInvalidSymbols& Rejected() const { return m_rejected; }
-    /// A symbol without a row counts as rejected from now on.
-    void NoteRejected(std::string_view symbol) { m_rejected.Add(symbol, {}); }
     /// Nothing is left, and nobody hears of it. Numbers that rows had are not given again.
     void Clear();
 
@@ -143,6 +141,7 @@ private:
     SRow Blank();
     void Before(int row);
     const STally* TallyOf(RowText text) const;
+    STally* TallyOf(RowText text) { return const_cast<STally*>(std::as_const(*this).TallyOf(text)); }
     template <typename Has> static void Count(STally& tally, int row, bool comes, Has&& has);
     template <typename Has> static void FindLast(STally& tally, int from, Has&& has);
     void CountRow(int row);

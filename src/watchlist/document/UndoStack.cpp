@@ -48,7 +48,7 @@ void CUndoStack::Clear() {
     m_baseState = ++m_lastState;
     ForgetSavedState();
     ++m_generation;
-    if (m_depth > 0) m_open.layout = {m_host.Layout(), {}};
+    m_abandoned = m_depth > 0;
 }
 
 size_t CUndoStack::Bytes() const {
@@ -72,23 +72,12 @@ void CUndoStack::Begin(std::string_view name) {
 }
 
 void CUndoStack::End() {
-    if (m_depth == 1 && !m_applying) {
-        CloseOpen();
-        if (!IsEmpty(m_open)) {
-            Push();
-        } else if (!m_cancelled) {
-            m_host.SetModified(true); // The user was at work, though nothing came of it.
-            ForgetSavedState();
-        } else if (m_host.ChangeCount() != m_changesAtBegin) {
-            ForgetSavedState();
-        }
-        m_open = {};
-    }
-    --m_depth;
+    if (m_depth == 1 && !m_applying && !m_abandoned) CloseStep();
+    if (--m_depth == 0) m_abandoned = false;
 }
 
 void CUndoStack::Cancel() {
-    if (m_depth == 0 || m_applying) return;
+    if (m_depth == 0 || m_applying || m_abandoned) return;
     m_cancelled = true;
     CloseOpen();
     STouched touched;
@@ -101,10 +90,6 @@ void CUndoStack::Cancel() {
     if (!m_modifiedAtBegin && m_otherChanges == m_otherChangesAtBegin) m_host.SetModified(false);
     m_applying = false;
     m_changesAtBegin = m_host.ChangeCount();
-}
-
-void CUndoStack::Rename(std::string_view name) {
-    if (m_depth == 1) m_open.name = name;
 }
 
 void CUndoStack::SelectColumns(int firstColumn, int lastColumn) {
@@ -164,6 +149,17 @@ bool CUndoStack::Saved(const SSavePoint& point) {
 }
 
 // A step is whole
+
+void CUndoStack::CloseStep() {
+    CloseOpen();
+    if (!IsEmpty(m_open)) {
+        Push();
+    } else {
+        if (!m_cancelled) m_host.SetModified(true); // The user was at work, though nothing came of it.
+        if (m_host.ChangeCount() != m_changesAtBegin) ForgetSavedState();
+    }
+    m_open = {};
+}
 
 // Keeps what differs from the document.
 void CUndoStack::CloseOpen() {

@@ -65,7 +65,7 @@ public:
     size_t RedoBytes() const { return m_redo.empty() ? 0 : m_redo.back().bytes; }
     SUndoPlace Undo() { return Apply(m_undo, m_redo, true); }
     SUndoPlace Redo() { return Apply(m_redo, m_undo, false); }
-    /// Forgets all steps. The document is empty, or holds another watchlist.
+    /// Forgets all steps, the open one too. The document is empty, or holds another watchlist.
     void Clear();
 
     /// An edit is under way: nothing else may move rows.
@@ -84,8 +84,6 @@ public:
     void End();
     /// Puts back what the open step changed so far.
     void Cancel();
-    /// Another name, when what was done is known only at the end.
-    void Rename(std::string_view name);
     /// The columns to select after undoing, when the edit was about cells of rows.
     void SelectColumns(int firstColumn, int lastColumn);
     /// The rows to select after undoing, when they are not all that changed.
@@ -134,7 +132,8 @@ private:
     void RowsInserted(int firstRow, int count) override;
     void RowsRemoved(const std::vector<SPlacedRow>& rows) override;
 
-    bool Records() const { return m_depth > 0 && !m_applying && m_paused == 0; }
+    bool Records() const { return m_depth > 0 && !m_applying && !m_abandoned && m_paused == 0; }
+    void CloseStep();
     void CloseOpen();
     static bool IsEdit(const SStep& step);
     static bool IsEmpty(const SStep& step);
@@ -157,6 +156,7 @@ private:
     bool m_applying = false;
     bool m_modifiedAtBegin = false;
     bool m_cancelled = false; ///< The open step.
+    bool m_abandoned = false; ///< What the open step is of is not here any more: nothing comes of it.
     uint64_t m_changesAtBegin = 0;
     uint64_t m_otherChangesAtBegin = 0;
     uint64_t m_generation = 0;

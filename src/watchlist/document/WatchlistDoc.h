@@ -86,8 +86,7 @@ public:
     /// Who asks for the news counts of symbols; null, as at first, asks nobody.
     void SetNewsCountsPort(CNewsCountsPort* port) { m_newsPort = port; }
 
-    // The only ways to change a watchlist. While a change runs the view is told nothing; it is told what changed once,
-    // at the end of the outermost one.
+    // The only ways to change a watchlist. The view hears of a change once, at the end of the outermost one.
 
     /// Changes the watchlist as the user wants it: one step to be undone, and the document is modified. An edit that
     /// changes nothing makes the mark and no step; edits inside another join it.

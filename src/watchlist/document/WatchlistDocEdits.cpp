@@ -8,7 +8,7 @@
 
 namespace vx {
 
-// The door of the document: what a change may do, and what the view is told of it.
+// The door of the document: what a change may do, and what the view hears of it.
 
 class CWatchlistDoc::CEditor final : public CWatchlistEdit {
 public:
@@ -46,7 +46,6 @@ public:
         return m_doc.m_alerts;
     }
 
-    void Rename(std::string_view name) override { m_doc.m_undo.Rename(name); }
     void SelectColumns(int firstColumn, int lastColumn) override {
         m_doc.m_undo.SelectColumns(firstColumn, lastColumn);
     }
@@ -111,7 +110,7 @@ void CWatchlistDoc::RememberExport(const SExportOptions& exporting) {
     if (std::exchange(m_options.exporting, exporting) != exporting) SetModified(true);
 }
 
-// What the view is told
+// What the view hears
 
 void CWatchlistDoc::BeginNotices() {
     if (m_notices.depth++ == 0) m_notices.rowCount = RowCount();

@@ -55,8 +55,6 @@ public:
 
     // The step, of the outermost edit.
 
-    /// Another name, when what was done is known only at the end.
-    virtual void Rename(std::string_view name) = 0;
     /// The cells or rows to select after undoing, when they are not all that changed.
     virtual void SelectColumns(int firstColumn, int lastColumn) = 0;
     virtual void SelectRows(int firstRow, int lastRow) = 0;

@@ -297,7 +297,7 @@ namespace {
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kLittleEndianMark = "\xFF\xFE";
 constexpr std::string_view kBigEndianMark = "\xFE\xFF";
-constexpr size_t kLookedAt = 4096; ///< Bytes by which UTF-16 without a mark is told.
+constexpr size_t kLookedAt = 4096; ///< Bytes by which UTF-16 without a mark is recognised.
 
 std::string FromUtf16(std::string_view bytes, bool bigEndian) {
     std::u16string text(bytes.size() / 2, u'\0');

@@ -79,7 +79,7 @@ std::vector<std::string> SortableColumns(const CColumnMap& columns);
 /// The name that the list begins with: of the record's sort column, or, while it has none, of the column in focus.
 std::string FirstSortColumn(const CColumnMap& columns, const SSortRecord& sort, int focusColumn);
 
-/// What stands in the dialog when OK is pressed.
+/// What the dialog holds when OK is pressed.
 struct SSortEntry {
     bool autoSort = false;
     std::string column; ///< Name; empty when none is chosen.
