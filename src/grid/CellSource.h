@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <charconv>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -90,7 +91,11 @@ public:
     /// nobody copies, prints or measures it. Fills it and answers true. Asked for each painted row.
     virtual bool FillRowHint(int /*row*/, SCell& /*cell*/) const { return false; }
     /// The cell in the row-number column: the row's number unless a source says otherwise.
-    virtual void FillRowNumber(int row, SCell& cell) const;
+    virtual void FillRowNumber(int row, SCell& cell) const {
+        const auto end = std::to_chars(cell.text, cell.text + SCell::kMaxLength, row);
+        cell.length = static_cast<uint16_t>(end.ptr - cell.text);
+        cell.align = EAlign::Right;
+    }
 
     /// Plain texts for tooltips; lines end with "\n"; empty shows none, or the whole text where a cell's text is cut.
     virtual std::string HeaderTip(int /*column*/) const { return {}; }

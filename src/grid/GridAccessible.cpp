@@ -3,14 +3,14 @@
 
 #include "base/qt/QtText.h"
 #include "grid/GridCellAccessible.h"
-#include "grid/GridCtrl.h"
+#include "grid/GridView.h"
 
 #include <QAccessibleWidget>
 #include <QHash>
 
 namespace vx {
 
-CFocusSpeech::CFocusSpeech(CGridCtrl& grid) : m_grid(grid), m_pause(&grid) {
+CFocusSpeech::CFocusSpeech(CGridView& grid) : m_grid(grid), m_pause(&grid) {
     m_pause.setObjectName(QStringLiteral("focusSpeechPause"));
     m_pause.setSingleShot(true);
     m_pause.setInterval(kPauseMs);
@@ -50,7 +50,7 @@ constexpr int kMaxListed = 1000; // cells in one answer
 ///         numbers, so that each stays as long as the grid has its row and its column
 class CGridAccessible : public QAccessibleWidget, public QAccessibleTableInterface {
 public:
-    explicit CGridAccessible(CGridCtrl* grid) : QAccessibleWidget(grid, QAccessible::Table), m_grid(grid) {}
+    explicit CGridAccessible(CGridView* grid) : QAccessibleWidget(grid, QAccessible::Table), m_grid(grid) {}
     ~CGridAccessible() override { ForgetCells(); }
 
     void* interface_cast(QAccessible::InterfaceType type) override {
@@ -176,12 +176,12 @@ private:
         });
     }
 
-    CGridCtrl* m_grid;
+    CGridView* m_grid;
     mutable QHash<qint64, QAccessible::Id> m_cells;
 };
 
 QAccessibleInterface* MakeGridAccessible(const QString&, QObject* object) {
-    auto* grid = qobject_cast<CGridCtrl*>(object);
+    auto* grid = qobject_cast<CGridView*>(object);
     return grid != nullptr ? new CGridAccessible(grid) : nullptr;
 }
 
@@ -195,14 +195,14 @@ void InstallGridAccessibility() {
     (void)installed;
 }
 
-QString SpokenPlace(const CGridCtrl& grid, int row, int column) {
+QString SpokenPlace(const CGridView& grid, int row, int column) {
     const QString header = QtText(grid.ShownText(0, column));
     const QString name = QtText(grid.RowName(row));
     // The column that names the row is not read twice.
     return grid.ShownText(row, column) == grid.RowName(row) ? header : (name + QLatin1Char(' ') + header).trimmed();
 }
 
-void AnnounceCell(CGridCtrl& grid, const SGridCell& cell, QAccessible::Event what) {
+void AnnounceCell(CGridView& grid, const SGridCell& cell, QAccessible::Event what) {
     if (!QAccessible::isActive() || grid.RowCount() == 0 || grid.ColumnCount() == 0) return;
     auto* table = dynamic_cast<CGridAccessible*>(QAccessible::queryAccessibleInterface(&grid));
     if (table == nullptr) return;
@@ -211,11 +211,11 @@ void AnnounceCell(CGridCtrl& grid, const SGridCell& cell, QAccessible::Event wha
     QAccessible::updateAccessibility(&event);
 }
 
-void AnnounceFocusCell(CGridCtrl& grid) {
+void AnnounceFocusCell(CGridView& grid) {
     if (grid.hasFocus()) AnnounceCell(grid, grid.FocusCell(), QAccessible::Focus);
 }
 
-void AnnounceSelection(CGridCtrl& grid, const SGridSelection& before, const SGridSelection& now) {
+void AnnounceSelection(CGridView& grid, const SGridSelection& before, const SGridSelection& now) {
     if (!QAccessible::isActive()) return;
     QAccessibleEvent event(&grid, QAccessible::SelectionWithin);
     QAccessible::updateAccessibility(&event);
@@ -226,7 +226,7 @@ void AnnounceSelection(CGridCtrl& grid, const SGridSelection& before, const SGri
     if (!range.IsOneCell()) AnnounceCell(grid, now.reach, QAccessible::SelectionAdd);
 }
 
-void AnnounceShape(CGridCtrl& grid) {
+void AnnounceShape(CGridView& grid) {
     if (!QAccessible::isActive()) return;
     QAccessibleTableModelChangeEvent event(&grid, QAccessibleTableModelChangeEvent::ModelReset);
     QAccessible::updateAccessibility(&event);

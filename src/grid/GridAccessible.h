@@ -9,7 +9,7 @@
 
 namespace vx {
 
-class CGridCtrl;
+class CGridView;
 
 /// Announces to assistive technology when the focus cell shows another text: the newest, and not more often than once
 /// in kPauseMs, so that a busy price does not talk without end.
@@ -19,7 +19,7 @@ class CFocusSpeech {
 public:
     static constexpr int kPauseMs = 2000;
 
-    explicit CFocusSpeech(CGridCtrl& grid);
+    explicit CFocusSpeech(CGridView& grid);
 
     /// Another cell has the focus, and was announced as that.
     void Moved();
@@ -30,7 +30,7 @@ private:
     void Say();
     bool IsHeard() const;
 
-    CGridCtrl& m_grid;
+    CGridView& m_grid;
     QTimer m_pause; ///< Runs after each announcement.
     QString m_said;
 };
@@ -40,17 +40,17 @@ private:
 void InstallGridAccessibility();
 
 /// The row and the column of a cell as they are read to the user: "IBM Last".
-QString SpokenPlace(const CGridCtrl& grid, int row, int column);
+QString SpokenPlace(const CGridView& grid, int row, int column);
 
 // Announcements to assistive technology. Each costs nothing while there is none.
 
 /// Another cell has the focus, or the grid got it.
-void AnnounceFocusCell(CGridCtrl& grid);
+void AnnounceFocusCell(CGridView& grid);
 /// Other cells are selected. Of a range the cell is named that it was stretched or shrunk to.
-void AnnounceSelection(CGridCtrl& grid, const SGridSelection& before, const SGridSelection& now);
+void AnnounceSelection(CGridView& grid, const SGridSelection& before, const SGridSelection& now);
 /// Something became of one cell.
-void AnnounceCell(CGridCtrl& grid, const SGridCell& cell, QAccessible::Event what);
+void AnnounceCell(CGridView& grid, const SGridCell& cell, QAccessible::Event what);
 /// The number of rows or columns is another.
-void AnnounceShape(CGridCtrl& grid);
+void AnnounceShape(CGridView& grid);
 
 } // namespace vx

@@ -3,14 +3,14 @@
 
 #include "base/qt/QtText.h"
 #include "grid/GridAccessible.h"
-#include "grid/GridCtrl.h"
+#include "grid/GridView.h"
 
 namespace vx {
 
 namespace {
 
 /// The text of a cell as it is read to the user: arrows and dots have no sound of their own.
-QString SpokenText(const CGridCtrl& grid, const SGridCell& at) {
+QString SpokenText(const CGridView& grid, const SGridCell& at) {
     SCell cell;
     if (at.row > 0 && at.column > 0 && grid.Source() != nullptr && !grid.IsSpan(at.row))
         grid.Source()->FillCell(at.row, at.column, cell);
@@ -27,13 +27,13 @@ QString SpokenText(const CGridCtrl& grid, const SGridCell& at) {
 
 } // namespace
 
-QString SpokenCell(const CGridCtrl& grid, const SGridCell& at) {
+QString SpokenCell(const CGridView& grid, const SGridCell& at) {
     const QString text = SpokenText(grid, at);
     if (at.row == 0 || at.column == 0 || grid.IsSpan(at.row)) return text;
     return (SpokenPlace(grid, at.row, at.column) + QLatin1Char(' ') + text).trimmed();
 }
 
-CGridCellAccessible::CGridCellAccessible(CGridCtrl* grid, const SGridCell& cell) : m_grid(grid), m_cell(cell) {}
+CGridCellAccessible::CGridCellAccessible(CGridView* grid, const SGridCell& cell) : m_grid(grid), m_cell(cell) {}
 
 bool CGridCellAccessible::isValid() const {
     return !m_grid.isNull() && m_cell.row <= m_grid->RowCount() && m_cell.column <= m_grid->ColumnCount();

@@ -9,7 +9,7 @@
 
 namespace vx {
 
-class CGridCtrl;
+class CGridView;
 
 /// One cell of a grid as assistive technology sees it, header cells included. A row with one text across all columns
 /// has one cell, that of column 1.
@@ -19,7 +19,7 @@ class CGridCellAccessible : public QAccessibleInterface,
                             public QAccessibleTableCellInterface,
                             public QAccessibleActionInterface {
 public:
-    CGridCellAccessible(CGridCtrl* grid, const SGridCell& cell);
+    CGridCellAccessible(CGridView* grid, const SGridCell& cell);
 
     const SGridCell& Cell() const { return m_cell; }
 
@@ -58,11 +58,11 @@ private:
     QRect Seen() const;
     QAccessibleInterface* Sibling(int row, int column) const;
 
-    QPointer<CGridCtrl> m_grid;
+    QPointer<CGridView> m_grid;
     SGridCell m_cell;
 };
 
 /// The whole name of a cell as it is read to the user: "IBM Last 123.45".
-QString SpokenCell(const CGridCtrl& grid, const SGridCell& at);
+QString SpokenCell(const CGridView& grid, const SGridCell& at);
 
 } // namespace vx

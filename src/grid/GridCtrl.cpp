@@ -1,388 +1,66 @@
 // SPDX-License-Identifier: MIT
 #include "grid/GridCtrl.h"
 
-#include "base/Clock.h"
-#include "base/qt/QtText.h"
-#include "grid/GridAccessible.h"
-
 #include <QAccessible>
 #include <QDropEvent>
-#include <QHelpEvent>
 #include <QMimeData>
-#include <QPaintEvent>
-#include <QPainter>
-#include <QScrollBar>
-#include <QToolTip>
 
-#include <algorithm>
-#include <array>
 #include <utility>
 
 namespace vx {
 
-namespace {
-
-constexpr int kRowPadding = 6;    // above and below the tallest font's line together
-constexpr int kHeaderPadding = 9; // the same for the header row
-constexpr int kMinNumberDigits = 3;
-constexpr int kFitRows = 10000;
-constexpr int kMinFitWidth = 24;
-
-} // namespace
-
-CGridCtrl::CGridCtrl(QWidget* parent) : QAbstractScrollArea(parent), m_corner(new QWidget) {
+CGridCtrl::CGridCtrl(QWidget* parent) : CGridView(parent) {
     InstallGridAccessibility();
-    setFrameShape(QFrame::NoFrame);
-    setFocusPolicy(Qt::StrongFocus);
-    // Every pixel is painted in each pass, so nothing needs to be wiped first.
-    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
-    viewport()->setAttribute(Qt::WA_NoSystemBackground);
-    viewport()->setMouseTracking(true);
-    viewport()->setAcceptDrops(true);
-    setAttribute(Qt::WA_InputMethodEnabled);
-    m_corner->setAutoFillBackground(true);
-    setCornerWidget(m_corner);
-    m_fonts.SetDotsPerInch(logicalDpiY());
-    ChooseTheme();
-    MeasureFonts();
+    Begin();
 }
 
 CGridCtrl::~CGridCtrl() = default;
 
 void CGridCtrl::SetSource(const CCellSource* source) {
     if (source == nullptr) EndEdit(false);
-    m_source = source;
-    UpdateAll();
-}
-
-void CGridCtrl::SetRowCount(int rows) {
-    if (rows == RowCount()) return;
-    m_geometry.SetRowCount(rows);
-    FitRowNumbers();
-    LayoutChanged();
-    AnnounceShape(*this);
-}
-
-void CGridCtrl::SetHiddenRows(std::vector<int> rising) {
-    if (rising == m_geometry.HiddenRows()) return;
-    m_geometry.SetHiddenRows(std::move(rising));
-    LayoutChanged();
-    AnnounceShape(*this);
-}
-
-void CGridCtrl::SetColumnCount(int columns, int defaultWidth) {
-    if (columns == ColumnCount()) return;
-    m_geometry.SetColumnCount(columns, defaultWidth);
-    LayoutChanged();
-    AnnounceShape(*this);
-}
-
-void CGridCtrl::SetColumnWidth(int column, int width) {
-    if (column < 1 || column > ColumnCount() || !m_geometry.SetColumnWidth(column, width)) return;
-    LayoutChanged();
-}
-
-void CGridCtrl::SetColumnWidths(const std::vector<int>& widths) {
-    bool changed = false;
-    const int columns = std::min(ColumnCount(), static_cast<int>(widths.size()));
-    for (int column = 1; column <= columns; ++column)
-        changed |= m_geometry.SetColumnWidth(column, widths[static_cast<size_t>(column) - 1]);
-    if (changed) LayoutChanged();
-}
-
-int CGridCtrl::FitWidth(int column) {
-    if (m_source == nullptr || column < 1 || column > ColumnCount()) return ColumnWidth(column);
-    m_cell.Reset();
-    m_source->FillHeader(column, m_cell);
-    int width = std::max(kMinFitWidth, CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()));
-    if (m_marks.SortOf(column) != ESortMark::None) width += CGridPainter::kSortMarkRoom;
-    const auto measure = [&](int firstPlace, int lastPlace) {
-        for (int place = firstPlace; place <= lastPlace; ++place) {
-            const int row = m_geometry.ShownRowAt(place);
-            m_cell.Reset();
-            if (m_source->FillSpan(row, m_cell)) continue;
-            m_cell.Reset();
-            m_source->FillCell(row, column, m_cell);
-            width = std::max(width, CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()));
-        }
-    };
-    measure(1, std::min(m_geometry.ShownRowCount(), kFitRows));
-    measure(std::max(kFitRows + 1, m_geometry.ShownIndexOf(m_geometry.FirstVisibleRow())),
-            m_geometry.ShownIndexOf(m_geometry.LastVisibleRow()));
-    return std::min(width, CGridGeometry::kMaxColumnWidth);
-}
-
-std::string CGridCtrl::ShownText(int row, int column) const {
-    if (m_source == nullptr || row < 0 || row > RowCount() || column < 0 || column > ColumnCount()) return {};
-    m_cell.Reset();
-    if (row == 0 && column == 0) return {};
-    if (row == 0) {
-        m_source->FillHeader(column, m_cell);
-    } else if (column == 0) {
-        m_source->FillRowNumber(row, m_cell);
-    } else if (!m_source->FillSpan(row, m_cell)) {
-        m_cell.Reset();
-        m_source->FillCell(row, column, m_cell);
-    }
-    return std::string(m_cell.Text());
-}
-
-bool CGridCtrl::IsSpan(int row) const {
-    m_cell.Reset();
-    return m_source != nullptr && row >= 1 && row <= RowCount() && m_source->FillSpan(row, m_cell);
-}
-
-void CGridCtrl::SetLockedColumns(int columns) {
-    if (columns == LockedColumns()) return;
-    m_geometry.SetLockedColumns(columns);
-    LayoutChanged();
-}
-
-void CGridCtrl::SetStickyColumn(int column) {
-    const int stuck = m_geometry.StuckColumn();
-    m_geometry.SetStickyColumn(column);
-    if (m_geometry.StuckColumn() != stuck) VisibleCellsChanged();
-}
-
-void CGridCtrl::SetRowNumbersVisible(bool visible) {
-    if (visible == m_rowNumbers) return;
-    m_rowNumbers = visible;
-    FitRowNumbers();
-    LayoutChanged();
-}
-
-void CGridCtrl::SetRowNumberWidth(int least) {
-    if (least == m_rowNumberWidth) return;
-    m_rowNumberWidth = least;
-    FitRowNumbers();
-    LayoutChanged();
-}
-
-void CGridCtrl::SetOptions(const SGridOptions& options) {
-    if (options == m_options) return;
-    m_options = options;
-    m_flash.SetVisible(m_geometry);
-    UpdateAll();
-}
-
-void CGridCtrl::SetThemeMode(EThemeMode mode) {
-    m_themeMode = mode;
-    ChooseTheme();
-}
-
-void CGridCtrl::ChooseTheme() {
-    constexpr int kMiddleGray = 128;
-    const bool dark = m_themeMode == EThemeMode::Dark ||
-                      (m_themeMode == EThemeMode::System && palette().color(QPalette::Base).lightness() < kMiddleGray);
-    m_theme = dark ? &kDarkGridTheme : &kLightGridTheme;
-    DressScrollBars();
-    if (m_edit.IsOpen()) m_edit.Dress();
-    UpdateAll();
-}
-
-void CGridCtrl::DressScrollBars() {
-    // A theme of the grid's own reaches to its edges; otherwise they are the desktop's.
-    QPalette own;
-    if (m_themeMode != EThemeMode::System) {
-        own.setColor(QPalette::Window, QColor::fromRgb(m_theme->header));
-        own.setColor(QPalette::Base, QColor::fromRgb(m_theme->header));
-        own.setColor(QPalette::Button, QColor::fromRgb(m_theme->headerSelected));
-        own.setColor(QPalette::WindowText, QColor::fromRgb(m_theme->headerText));
-        own.setColor(QPalette::ButtonText, QColor::fromRgb(m_theme->headerText));
-    }
-    horizontalScrollBar()->setPalette(own);
-    verticalScrollBar()->setPalette(own);
-    m_corner->setPalette(own);
-}
-
-int CGridCtrl::AddFont(const SGridFont& font) {
-    const int before = m_fonts.Count();
-    const int id = m_fonts.Add(font);
-    if (m_fonts.Count() > before) MeasureFonts();
-    return id;
-}
-
-void CGridCtrl::ForgetFonts() {
-    m_fonts.KeepDefault();
-    MeasureFonts();
-}
-
-void CGridCtrl::MeasureFonts() {
-    const int line = m_fonts.LineHeight();
-    m_geometry.SetRowHeights(line + kHeaderPadding, line + kRowPadding);
-    FitRowNumbers();
-    LayoutChanged();
-}
-
-void CGridCtrl::FitRowNumbers() {
-    int width = 0;
-    if (m_rowNumbers) {
-        int digits = 1;
-        for (int rows = RowCount(); rows >= 10; rows /= 10) ++digits;
-        m_cell.Reset();
-        const std::array<char, 16> zeros = {'0', '0', '0', '0', '0', '0', '0', '0', '0', '0'};
-        m_cell.SetText({zeros.data(), static_cast<size_t>(std::max(digits, kMinNumberDigits))});
-        width = std::max(m_rowNumberWidth, CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()));
-    }
-    m_geometry.SetColumnWidth(0, width);
-}
-
-void CGridCtrl::LayoutChanged() {
-    m_geometry.SetViewport(viewport()->size());
-    m_geometry.SetScroll(m_geometry.ScrollX(), m_geometry.ScrollY());
-    const QPoint scroll(m_geometry.ScrollX(), m_geometry.ScrollY());
-    horizontalScrollBar()->setSingleStep(3 * m_geometry.RowHeight());
-    horizontalScrollBar()->setPageStep(std::max(1, m_geometry.ScrolledWidth()));
-    horizontalScrollBar()->setRange(0, m_geometry.MaxScrollX());
-    horizontalScrollBar()->setValue(scroll.x());
-    verticalScrollBar()->setSingleStep(m_geometry.RowHeight());
-    verticalScrollBar()->setPageStep(std::max(1, m_geometry.ScrolledHeight()));
-    verticalScrollBar()->setRange(0, m_geometry.MaxScrollY());
-    verticalScrollBar()->setValue(scroll.y());
-    m_selector.KeepInside();
-    VisibleCellsChanged();
-}
-
-void CGridCtrl::VisibleCellsChanged() {
-    m_dirty.SetVisible(m_geometry);
-    m_goingOut.SetVisible(m_geometry);
-    m_flash.SetVisible(m_geometry);
-    m_edit.Place();
-    UpdateAll();
-}
-
-void CGridCtrl::scrollContentsBy(int, int) {
-    m_geometry.SetScroll(horizontalScrollBar()->value(), verticalScrollBar()->value());
-    VisibleCellsChanged();
-}
-
-void CGridCtrl::resizeEvent(QResizeEvent* event) {
-    QAbstractScrollArea::resizeEvent(event);
-    LayoutChanged();
-}
-
-void CGridCtrl::changeEvent(QEvent* event) {
-    QAbstractScrollArea::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) ChooseTheme();
-}
-
-void CGridCtrl::SetSortMark(int column, ESortMark mark) {
-    SGridMarks next = m_marks;
-    next.sortColumn = mark == ESortMark::None ? 0 : column;
-    next.sort = mark;
-    SetMarks(next);
-}
-
-void CGridCtrl::SetMarkedRange(const std::optional<SGridRange>& range) {
-    SGridMarks next = m_marks;
-    next.copied = range;
-    SetMarks(next);
-}
-
-void CGridCtrl::SetMarks(const SGridMarks& marks) {
-    if (marks == m_marks) return;
-    QRegion changed = PlacesOfMarks(m_marks, m_geometry) | PlacesOfMarks(marks, m_geometry);
-    if (marks.sortColumn != m_marks.sortColumn || marks.sort != m_marks.sort)
-        changed |= QRect(0, 0, viewport()->width(), m_geometry.HeaderHeight());
-    m_marks = marks;
-    viewport()->update(changed);
-}
-
-SGridScene CGridCtrl::Scene() {
-    return {m_geometry, *m_theme, m_options, m_selector.State(), m_marks, m_flash, m_fonts, m_source, hasFocus()};
-}
-
-void CGridCtrl::paintEvent(QPaintEvent* event) {
-    m_rowsMoved = false;
-    QPainter painter(viewport());
-    const SGridScene scene = Scene();
-    ++m_counters.passes;
-    m_counters.cells += m_painter.Paint(painter, event->region(), scene);
+    CGridView::SetSource(source);
 }
 
 void CGridCtrl::FlushChanges() {
     m_speech.TextsChanged();
-    if (!m_dirty.Any()) return;
-    // A cell may differ from what was painted because another row has come to its place.
-    const bool flash = m_options.flash && isVisible() && !m_rowsMoved;
-    const QRegion region = m_dirty.Take(m_geometry, flash ? &m_flash : nullptr, CClock::Instance().MonotonicMs());
-    if (region.isEmpty()) return;
-    viewport()->update(region);
-    if (m_flash.Any() && !m_flashTimer.isActive())
-        m_flashTimer.start(static_cast<int>(CCellFlash::kShowMs), Qt::PreciseTimer, this);
+    CGridView::FlushChanges();
+}
+
+void CGridCtrl::ThemeChanged() {
+    if (m_edit.IsOpen()) m_edit.Dress();
 }
 
 void CGridCtrl::timerEvent(QTimerEvent* event) {
-    if (m_drag.OnTimer(event->timerId())) return;
-    if (event->timerId() != m_flashTimer.timerId()) return QAbstractScrollArea::timerEvent(event);
-    const int64_t now = CClock::Instance().MonotonicMs();
-    m_flashEnded.clear();
-    m_flash.End(now, m_flashEnded);
-    // In a set of their own: what the feed has changed meanwhile waits for the next FlushChanges().
-    for (const auto& place : m_flashEnded) m_goingOut.MarkCell(place.row, place.column);
-    viewport()->update(m_goingOut.Take(m_geometry, nullptr, now));
-    if (!m_flash.Any()) m_flashTimer.stop();
+    if (!m_drag.OnTimer(event->timerId())) CGridView::timerEvent(event);
 }
 
 bool CGridCtrl::viewportEvent(QEvent* event) {
-    if (event->type() == QEvent::ToolTip) return ShowTip(*static_cast<QHelpEvent*>(event));
     if (event->type() == QEvent::Leave && !m_drag.IsOn()) viewport()->unsetCursor();
-    return QAbstractScrollArea::viewportEvent(event);
-}
-
-bool CGridCtrl::ShowTip(const QHelpEvent& event) {
-    const SGridCell at = CellAt(event.pos());
-    const QString text = at.row >= 0 && at.column >= 0 ? TipAt(at.row, at.column) : QString();
-    if (text.isEmpty())
-        QToolTip::hideText();
-    else
-        QToolTip::showText(event.globalPos(), PlainTipText(text), viewport(),
-                           m_geometry.VisibleCellRect(at.row, at.column));
-    return true;
-}
-
-QString CGridCtrl::TipAt(int row, int column) {
-    if (m_source == nullptr || (row == 0 && column == 0)) return {};
-    const std::string own = row == 0 ? m_source->HeaderTip(column) : m_source->CellTip(row, column);
-    if (!own.empty() || column == 0) return QtText(own);
-    // Without a tip of its own a cell shows what it had to cut.
-    m_cell.Reset();
-    int room = ColumnWidth(column);
-    if (row == 0) {
-        m_source->FillHeader(column, m_cell);
-        if (m_marks.SortOf(column) != ESortMark::None) room -= CGridPainter::kSortMarkRoom;
-    } else if (m_source->FillSpan(row, m_cell)) {
-        room = viewport()->width() - ColumnWidth(0);
-    } else {
-        m_cell.Reset();
-        m_source->FillCell(row, column, m_cell);
-    }
-    return CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()) > room ? QtText(m_cell.Text()) : QString();
+    return CGridView::viewportEvent(event);
 }
 
 void CGridCtrl::MoveRows(const std::vector<int>& newRowOf, std::vector<int> hidden) {
     const SGridSelection next = m_selector.WithItsRows(newRowOf);
     if (IsEditing()) m_edit.MoveToRow(RowAfterMove(newRowOf, EditedCell().row));
-    m_rowsMoved = true;
-    m_geometry.SetHiddenRows(std::move(hidden));
+    TakeMovedRows(std::move(hidden));
     m_selector.Update(next);
     LayoutChanged();
 }
 
 void CGridCtrl::focusInEvent(QFocusEvent* event) {
-    QAbstractScrollArea::focusInEvent(event);
+    CGridView::focusInEvent(event);
     // After the grid itself has been announced, which happens after this event.
     if (QAccessible::isActive())
         QMetaObject::invokeMethod(
             this, [this] { m_selector.Announce(); }, Qt::QueuedConnection);
-    viewport()->update(m_selector.RangeRect(SelectedRange()));
+    viewport()->update(RangeRect(SelectedRange()));
 }
 
 void CGridCtrl::focusOutEvent(QFocusEvent* event) {
-    QAbstractScrollArea::focusOutEvent(event);
+    CGridView::focusOutEvent(event);
     m_drag.Cancel();
     if (m_edit.IsComposing()) m_edit.Finish(EEditEnd::Stay);
-    viewport()->update(m_selector.RangeRect(SelectedRange()));
+    viewport()->update(RangeRect(SelectedRange()));
 }
 
 void CGridCtrl::SelectRange(const SGridRange& range) {
@@ -390,41 +68,17 @@ void CGridCtrl::SelectRange(const SGridRange& range) {
     m_selector.Update({first, first, {range.lastRow, range.lastColumn}});
 }
 
-void CGridCtrl::EnsureVisible(int row, int column) {
-    const QPoint scroll = m_geometry.ScrollToShow(row, column);
-    horizontalScrollBar()->setValue(scroll.x());
-    verticalScrollBar()->setValue(scroll.y());
-}
-
-int CGridCtrl::NextColumn(int column, int step) const {
-    for (int c = column + step; c >= 1 && c <= ColumnCount(); c += step)
-        if (ColumnWidth(c) > 0) return c;
-    return column;
-}
-
-EGridPart CGridCtrl::PartOf(const SGridCell& cell) {
-    if (cell.row < 0 || cell.column < 0) return EGridPart::Outside;
-    if (cell.row == 0) return cell.column == 0 ? EGridPart::Corner : EGridPart::ColumnHeader;
-    return cell.column == 0 ? EGridPart::RowHeader : EGridPart::Cell;
-}
-
 bool CGridCtrl::focusNextPrevChild(bool next) {
     // From cell to cell; after the last one and before the first one to the neighbouring widget.
     if (!IsEditing() && hasFocus() && m_selector.StepInRow(next ? 1 : -1)) return true;
-    return QAbstractScrollArea::focusNextPrevChild(next);
+    return CGridView::focusNextPrevChild(next);
 }
 
 QVariant CGridCtrl::inputMethodQuery(Qt::InputMethodQuery query) const {
     const SGridCell at = FocusCell();
     if (query == Qt::ImEnabled) return IsEditing() || MayEdit(at.row, at.column);
-    if (query == Qt::ImCursorRectangle) return m_geometry.VisibleCellRect(at.row, at.column);
-    return QAbstractScrollArea::inputMethodQuery(query);
-}
-
-void CGridCtrl::Resize(int column, int width) {
-    if (width == ColumnWidth(column)) return;
-    SetColumnWidth(column, width);
-    Q_EMIT ColumnResized(column, ColumnWidth(column));
+    if (query == Qt::ImCursorRectangle) return Geometry().VisibleCellRect(at.row, at.column);
+    return CGridView::inputMethodQuery(query);
 }
 
 void CGridCtrl::dragEnterEvent(QDragEnterEvent* event) { dragMoveEvent(event); }

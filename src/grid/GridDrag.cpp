@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "grid/GridDrag.h"
 
-#include "grid/GridCtrl.h"
+#include "grid/GridSelector.h"
+#include "grid/GridView.h"
 
 #include <QApplication>
 #include <QScrollBar>
@@ -24,7 +25,7 @@ void CGridDrag::Press(const QPoint& place, const SGridCell& at, bool extend) {
     const SGridRange range = m_grid.SelectedRange();
     switch (m_grid.PartOf(at)) {
     case EGridPart::Corner:
-        m_grid.m_selector.Update({m_grid.FocusCell(), {1, 1}, {m_grid.RowCount(), kLastColumn}});
+        m_selector.Update({m_grid.FocusCell(), {1, 1}, {m_grid.RowCount(), kLastColumn}});
         break;
     case EGridPart::ColumnHeader:
         if (extend) {
@@ -32,12 +33,12 @@ void CGridDrag::Press(const QPoint& place, const SGridCell& at, bool extend) {
             break;
         }
         // A header is taken and moved; columns that are selected as a whole go together, except all of them.
-        if (!m_grid.m_selector.WholeColumns() || m_grid.m_selector.WholeRows() || !range.HasColumn(at.column))
-            m_grid.m_selector.SelectColumn(at.column);
+        if (!m_grid.WholeColumnsSelected() || m_grid.WholeRowsSelected() || !range.HasColumn(at.column))
+            m_selector.SelectColumn(at.column);
         m_kind = EKind::MoveColumns;
         break;
     case EGridPart::RowHeader:
-        if (!extend && m_grid.m_selector.WholeRows() && !m_grid.m_selector.WholeColumns() && range.HasRow(at.row))
+        if (!extend && m_grid.WholeRowsSelected() && !m_grid.WholeColumnsSelected() && range.HasRow(at.row))
             m_kind = EKind::MoveRows;
         else
             Start(EKind::SelectRows, at, extend);
@@ -60,17 +61,17 @@ void CGridDrag::StartResize(const QPoint& place, int column) {
 void CGridDrag::Start(EKind kind, const SGridCell& at, bool extend) {
     m_kind = kind;
     const SGridCell focus = m_grid.FocusCell();
-    const SGridCell anchor = m_grid.m_selector.State().anchor;
+    const SGridCell anchor = m_selector.State().anchor;
     if (kind == EKind::SelectCells)
-        m_grid.m_selector.MoveTo(at, extend);
+        m_selector.MoveTo(at, extend);
     else if (kind == EKind::SelectColumns && extend)
-        m_grid.m_selector.Update({focus, {1, anchor.column}, {m_grid.RowCount(), at.column}});
+        m_selector.Update({focus, {1, anchor.column}, {m_grid.RowCount(), at.column}});
     else if (kind == EKind::SelectColumns)
-        m_grid.m_selector.SelectColumn(at.column);
+        m_selector.SelectColumn(at.column);
     else if (kind == EKind::SelectRows && extend)
-        m_grid.m_selector.Update({focus, {anchor.row, 1}, {at.row, kLastColumn}});
+        m_selector.Update({focus, {anchor.row, 1}, {at.row, kLastColumn}});
     else if (kind == EKind::SelectRows)
-        m_grid.m_selector.SelectRow(at.row);
+        m_selector.SelectRow(at.row);
 }
 
 void CGridDrag::To(const QPoint& place) {
@@ -96,7 +97,7 @@ void CGridDrag::To(const QPoint& place) {
 
 bool CGridDrag::OnTimer(int timerId) {
     if (timerId != m_timer.timerId()) return false;
-    if (m_grid.m_marks.dropRow > 0)
+    if (m_grid.Marks().dropRow > 0)
         Over(m_at);
     else
         To(m_at);
@@ -123,7 +124,7 @@ void CGridDrag::StretchTo(const QPoint& place) {
     const bool rowsMove = m_kind != EKind::SelectColumns;
     const bool columnsMove = m_kind != EKind::SelectRows;
     QRect calm = cells;
-    if (m_grid.Geometry().IsFixed(m_grid.m_selector.State().anchor.column)) calm.setLeft(0);
+    if (m_grid.Geometry().IsFixed(m_selector.State().anchor.column)) calm.setLeft(0);
     ScrollTowards(place, calm, rowsMove, columnsMove);
 
     const int left = m_grid.Geometry().ColumnWidth(0);
@@ -134,10 +135,10 @@ void CGridDrag::StretchTo(const QPoint& place) {
     const SGridCell at = m_grid.CellAt({x, y});
     if (at.row < 1 && rowsMove) return;
     if (at.column < 1 && columnsMove) return;
-    SGridSelection next = m_grid.m_selector.State();
+    SGridSelection next = m_selector.State();
     if (rowsMove) next.reach.row = at.row;
     if (columnsMove) next.reach.column = at.column;
-    m_grid.m_selector.Update(next);
+    m_selector.Update(next);
 }
 
 void CGridDrag::MoveMarkTo(const QPoint& place) {
@@ -146,7 +147,7 @@ void CGridDrag::MoveMarkTo(const QPoint& place) {
     const QRect calm(QPoint(m_grid.Geometry().FixedWidth(), m_grid.Geometry().HeaderHeight()),
                      QPoint(m_grid.viewport()->width() - 1, m_grid.viewport()->height() - 1));
     ScrollTowards(place, calm, !columns, columns);
-    SGridMarks next = m_grid.m_marks;
+    SGridMarks next = m_grid.Marks();
     const SGridRange range = m_grid.SelectedRange();
     if (columns) {
         const int before = m_grid.Geometry().ColumnBoundaryAt(place.x());
@@ -173,15 +174,15 @@ bool CGridDrag::MovesRows(const SGridRange& range, int before) const {
 void CGridDrag::Drop() {
     const EKind kind = m_kind;
     const bool far = m_far;
-    const SGridMarks marks = m_grid.m_marks;
+    const SGridMarks marks = m_grid.Marks();
     const SGridRange range = m_grid.SelectedRange();
     End();
     if (kind == EKind::MoveColumns) {
-        if (!far) m_grid.m_selector.SelectColumn(m_pressed.column);
+        if (!far) m_selector.SelectColumn(m_pressed.column);
         if (marks.insertColumn > 0)
             Q_EMIT m_grid.ColumnsDragged(range.firstColumn, range.lastColumn, marks.insertColumn);
     } else if (kind == EKind::MoveRows) {
-        if (!far) m_grid.m_selector.SelectRow(m_pressed.row);
+        if (!far) m_selector.SelectRow(m_pressed.row);
         if (marks.insertRow > 0) Q_EMIT m_grid.RowsDragged(range.firstRow, range.lastRow, marks.insertRow);
     }
 }
@@ -197,7 +198,7 @@ void CGridDrag::End() {
     m_kind = EKind::None;
     m_far = false;
     m_timer.stop();
-    SGridMarks next = m_grid.m_marks;
+    SGridMarks next = m_grid.Marks();
     next.insertColumn = 0;
     next.insertRow = 0;
     next.dropRow = 0;
@@ -220,7 +221,7 @@ void CGridDrag::Over(const QPoint& place) {
     const QRect calm(QPoint(0, m_grid.Geometry().HeaderHeight() + edge),
                      QPoint(m_grid.viewport()->width() - 1, m_grid.viewport()->height() - 1 - edge));
     ScrollTowards(place, calm, true, false);
-    SGridMarks next = m_grid.m_marks;
+    SGridMarks next = m_grid.Marks();
     next.dropRow = NearestCell(place).row;
     m_grid.SetMarks(next);
 }

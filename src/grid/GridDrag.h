@@ -12,7 +12,8 @@ class QRect;
 
 namespace vx {
 
-class CGridCtrl;
+class CGridSelector;
+class CGridView;
 
 /// One drag over a grid: a selection that is stretched, a column border, columns or rows that are moved, and data that
 /// comes from elsewhere. Beyond an edge it scrolls the grid.
@@ -20,7 +21,7 @@ class CGridCtrl;
 /// Units   places in logical pixels of the viewport
 class CGridDrag {
 public:
-    explicit CGridDrag(CGridCtrl& grid) : m_grid(grid) {}
+    CGridDrag(CGridView& grid, CGridSelector& selector) : m_grid(grid), m_selector(selector) {}
 
     /// Whether a button is down that selects, moves or resizes something.
     bool IsOn() const { return m_kind != EKind::None; }
@@ -56,7 +57,8 @@ private:
     bool MovesColumns(const SGridRange& range, int before) const;
     bool MovesRows(const SGridRange& range, int before) const;
 
-    CGridCtrl& m_grid;
+    CGridView& m_grid;
+    CGridSelector& m_selector;
     EKind m_kind = EKind::None;
     bool m_far = false;  // a row or column under a pressed button has begun to move
     SGridCell m_pressed; // where the drag began

@@ -4,8 +4,10 @@
 #include "base/qt/QtText.h"
 #include "grid/CellSource.h"
 #include "grid/GridAccessible.h"
-#include "grid/GridCtrl.h"
+#include "grid/GridDrag.h"
 #include "grid/GridPainter.h"
+#include "grid/GridSelector.h"
+#include "grid/GridView.h"
 
 #include <QCoreApplication>
 #include <QFontMetrics>
@@ -127,7 +129,8 @@ Qt::Alignment QtAlignment(EAlign align) {
 
 } // namespace
 
-CCellEdit::CCellEdit(CGridCtrl& grid) : m_grid(grid), m_editor(new CGridEditor(grid.viewport())) {
+CCellEdit::CCellEdit(CGridView& grid, CGridSelector& selector, CGridDrag& drag)
+    : m_grid(grid), m_selector(selector), m_drag(drag), m_editor(new CGridEditor(grid.viewport())) {
     QObject::connect(m_editor, &CGridEditor::Ended, m_editor, [this](EEditEnd end) { Finish(end); });
     QObject::connect(m_editor, &CGridEditor::textChanged, m_editor, [this] { Place(); });
 }
@@ -149,9 +152,9 @@ bool CCellEdit::Begin(int row, int column, std::optional<std::string> initialTex
         m_editor->SetTyped(false); // already open, perhaps with a new text in it
         return true;
     }
-    m_grid.m_drag.End();
+    m_drag.End();
     if (m_grid.FocusCell() != cell)
-        m_grid.m_selector.MoveTo(cell, false);
+        m_selector.MoveTo(cell, false);
     else
         m_grid.EnsureVisible(row, column);
     if (!m_open) {
@@ -179,29 +182,28 @@ void CCellEdit::Finish(EEditEnd end) {
     m_editor->hide();
     const SGridCell cell = m_at;
     if (end == EEditEnd::Cancel) return;
-    const QPointer<CGridCtrl> alive(&m_grid);
+    const QPointer<CGridView> alive(&m_grid);
     Q_EMIT m_grid.CellEdited(cell.row, cell.column, QByteArray::fromStdString(m_text), text);
     if (alive.isNull() || m_open || m_grid.FocusCell() != cell) return;
     if (end == EEditEnd::Down || end == EEditEnd::Up)
-        m_grid.m_selector.MoveTo({m_grid.Geometry().RowAway(cell.row, end == EEditEnd::Down ? 1 : -1), cell.column},
-                                 false);
+        m_selector.MoveTo({m_grid.Geometry().RowAway(cell.row, end == EEditEnd::Down ? 1 : -1), cell.column}, false);
     else if (end == EEditEnd::Right || end == EEditEnd::Left)
-        m_grid.m_selector.StepInRow(end == EEditEnd::Right ? 1 : -1);
+        m_selector.StepInRow(end == EEditEnd::Right ? 1 : -1);
 }
 
 void CCellEdit::Dress() {
-    m_grid.m_cell.Reset();
-    if (!m_grid.Source()->FillSpan(m_at.row, m_grid.m_cell)) {
-        m_grid.m_cell.Reset();
-        m_grid.Source()->FillCell(m_at.row, m_at.column, m_grid.m_cell);
+    SCell cell;
+    if (!m_grid.Source()->FillSpan(m_at.row, cell)) {
+        cell.Reset();
+        m_grid.Source()->FillCell(m_at.row, m_at.column, cell);
     }
-    const SGridFont& of = m_grid.Fonts().Font(m_grid.m_cell.font);
+    const SGridFont& of = m_grid.Fonts().Font(cell.font);
     QFont font(of.family);
     font.setPixelSize(std::max(1, qRound(of.size * m_grid.logicalDpiY() / kPointsPerInch)));
     font.setBold(of.bold);
     font.setItalic(of.italic);
     m_editor->setAccessibleName(SpokenPlace(m_grid, m_at.row, m_at.column));
-    m_editor->SetLook(font, QtAlignment(m_grid.m_cell.align), m_grid.Theme());
+    m_editor->SetLook(font, QtAlignment(cell.align), m_grid.Theme());
 }
 
 void CCellEdit::Place() {

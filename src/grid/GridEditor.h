@@ -13,7 +13,9 @@ class QInputMethodEvent;
 
 namespace vx {
 
-class CGridCtrl;
+class CGridDrag;
+class CGridSelector;
+class CGridView;
 
 /// How an edit ends: given up, or taken over with the focus staying or moving on.
 enum class EEditEnd : uint8_t { Cancel, Stay, Down, Up, Right, Left };
@@ -58,13 +60,13 @@ private:
 ///         these and outlives it
 class CCellEdit {
 public:
-    explicit CCellEdit(CGridCtrl& grid);
+    CCellEdit(CGridView& grid, CGridSelector& selector, CGridDrag& drag);
     ~CCellEdit();
     CCellEdit(const CCellEdit&) = delete;
     CCellEdit& operator=(const CCellEdit&) = delete;
 
     /// As CGridCtrl::BeginEdit.
-    bool Begin(int row, int column, std::optional<std::string> initialText);
+    bool Begin(int row, int column, std::optional<std::string> initialText = {});
     void Finish(EEditEnd end);
     /// Puts the editor over its cell again; the layout may be another.
     void Place();
@@ -83,7 +85,9 @@ public:
     SGridCell Cell() const { return m_at; }
 
 private:
-    CGridCtrl& m_grid;
+    CGridView& m_grid;
+    CGridSelector& m_selector;
+    CGridDrag& m_drag;
     CGridEditor* m_editor;
     bool m_open = false;
     bool m_composing = false;

@@ -2,7 +2,10 @@
 #include "grid/GridInput.h"
 
 #include "base/qt/QtText.h"
-#include "grid/GridCtrl.h"
+#include "grid/GridDrag.h"
+#include "grid/GridEditor.h"
+#include "grid/GridSelector.h"
+#include "grid/GridView.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -37,7 +40,7 @@ bool IsTyped(const QKeyEvent& event) {
 bool CGridInput::MoveByKey(const QKeyEvent& event) {
     const bool extend = event.modifiers().testFlag(Qt::ShiftModifier);
     const bool far = event.modifiers().testFlag(Qt::ControlModifier);
-    SGridCell to = extend ? m_grid.m_selector.State().reach : m_grid.FocusCell();
+    SGridCell to = extend ? m_selector.State().reach : m_grid.FocusCell();
     const int firstRow = m_grid.Geometry().RowAway(1, 0);
     const int lastRow = m_grid.Geometry().RowAway(m_grid.RowCount(), 0);
     const int firstColumn = m_grid.NextColumn(0, 1);
@@ -66,8 +69,7 @@ bool CGridInput::MoveByKey(const QKeyEvent& event) {
     case Qt::Key_PageUp:
     case Qt::Key_PageDown: {
         // The page turns under the focus, which keeps its place on the screen.
-        const int rows =
-            event.key() == Qt::Key_PageDown ? m_grid.m_selector.RowsPerPage() : -m_grid.m_selector.RowsPerPage();
+        const int rows = event.key() == Qt::Key_PageDown ? m_selector.RowsPerPage() : -m_selector.RowsPerPage();
         to.row = m_grid.Geometry().RowAway(to.row, rows);
         m_grid.verticalScrollBar()->setValue(m_grid.verticalScrollBar()->value() +
                                              rows * m_grid.Geometry().RowHeight());
@@ -76,24 +78,24 @@ bool CGridInput::MoveByKey(const QKeyEvent& event) {
     default:
         return false;
     }
-    m_grid.m_selector.MoveTo(to, extend);
+    m_selector.MoveTo(to, extend);
     return true;
 }
 
 bool CGridInput::SelectByKey(const QKeyEvent& event) {
     const SGridCell focus = m_grid.FocusCell();
     if (event.matches(QKeySequence::SelectAll)) {
-        m_grid.m_selector.Update({focus, {1, 1}, {m_grid.RowCount(), kLastColumn}});
+        m_selector.Update({focus, {1, 1}, {m_grid.RowCount(), kLastColumn}});
         return true;
     }
     if (event.key() != Qt::Key_Space) return false;
     const SGridRange range = m_grid.SelectedRange();
     if (event.modifiers() == Qt::ControlModifier) {
-        m_grid.m_selector.Update({focus, {1, range.firstColumn}, {m_grid.RowCount(), range.lastColumn}});
+        m_selector.Update({focus, {1, range.firstColumn}, {m_grid.RowCount(), range.lastColumn}});
         return true;
     }
     if (event.modifiers() == Qt::ShiftModifier) {
-        m_grid.m_selector.Update({focus, {range.firstRow, 1}, {range.lastRow, kLastColumn}});
+        m_selector.Update({focus, {range.firstRow, 1}, {range.lastRow, kLastColumn}});
         return true;
     }
     return false;
@@ -101,8 +103,8 @@ bool CGridInput::SelectByKey(const QKeyEvent& event) {
 
 bool CGridInput::EditByKey(const QKeyEvent& event) {
     const SGridCell at = m_grid.FocusCell();
-    if (event.key() == Qt::Key_F2 && event.modifiers() == Qt::NoModifier) return m_grid.BeginEdit(at.row, at.column);
-    return IsTyped(event) && m_grid.BeginEdit(at.row, at.column, BytesFromQt(event.text()));
+    if (event.key() == Qt::Key_F2 && event.modifiers() == Qt::NoModifier) return m_edit.Begin(at.row, at.column);
+    return IsTyped(event) && m_edit.Begin(at.row, at.column, BytesFromQt(event.text()));
 }
 
 void CGridInput::RequestMenu() {
@@ -116,17 +118,17 @@ void CGridInput::RequestMenu() {
 
 void CGridInput::KeyPress(QKeyEvent& event) {
     // What the editor has no use for must not move the focus under it.
-    if (m_grid.IsEditing()) return event.ignore();
+    if (m_edit.IsOpen()) return event.ignore();
     const bool shift = event.modifiers().testFlag(Qt::ShiftModifier);
     switch (event.key()) {
     case Qt::Key_Escape:
-        if (!m_grid.m_drag.IsOn()) break;
-        return m_grid.m_drag.Cancel();
+        if (!m_drag.IsOn()) break;
+        return m_drag.Cancel();
     case Qt::Key_Return:
     case Qt::Key_Enter: {
         if ((event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) != 0) break;
         const SGridCell focus = m_grid.FocusCell();
-        return m_grid.m_selector.MoveTo({m_grid.Geometry().RowAway(focus.row, shift ? -1 : 1), focus.column}, false);
+        return m_selector.MoveTo({m_grid.Geometry().RowAway(focus.row, shift ? -1 : 1), focus.column}, false);
     }
     case Qt::Key_F10:
         if (event.modifiers() != Qt::ShiftModifier) break;
@@ -160,41 +162,40 @@ int CGridInput::BorderAt(const QPoint& place) const {
 }
 
 void CGridInput::UpdateCursor(const QPoint& place) {
-    const bool resizing = m_grid.m_drag.IsResizing() || (!m_grid.m_drag.IsOn() && BorderAt(place) > 0);
+    const bool resizing = m_drag.IsResizing() || (!m_drag.IsOn() && BorderAt(place) > 0);
     if (resizing)
         m_grid.viewport()->setCursor(Qt::SplitHCursor);
-    else if (m_grid.m_drag.IsFar())
+    else if (m_drag.IsFar())
         m_grid.viewport()->setCursor(Qt::ClosedHandCursor);
     else
         m_grid.viewport()->unsetCursor();
 }
 
 void CGridInput::MousePress(const QMouseEvent& event) {
-    m_grid.EndEdit(true);
+    m_edit.Finish(EEditEnd::Stay);
     const QPoint place = event.position().toPoint();
     const SGridCell at = m_grid.CellAt(place);
     if (event.button() == Qt::RightButton) {
-        m_grid.m_drag.Cancel();
-        return m_grid.m_selector.SelectUnder(
-            at); // a menu opens on what is selected, or else on what is under the mouse
+        m_drag.Cancel();
+        return m_selector.SelectUnder(at); // a menu opens on what is selected, or else on what is under the mouse
     }
     if (event.button() != Qt::LeftButton) return;
     if (const int border = BorderAt(place); border > 0)
-        m_grid.m_drag.StartResize(place, border);
+        m_drag.StartResize(place, border);
     else
-        m_grid.m_drag.Press(place, at, event.modifiers().testFlag(Qt::ShiftModifier));
+        m_drag.Press(place, at, event.modifiers().testFlag(Qt::ShiftModifier));
 }
 
 void CGridInput::MouseMove(const QMouseEvent& event) {
     const QPoint place = event.position().toPoint();
     // A window that opened while the button was down, such as one about the edit that the press ended, got its release.
-    if (m_grid.m_drag.IsOn() && !event.buttons().testFlag(Qt::LeftButton)) m_grid.m_drag.Cancel();
-    if (m_grid.m_drag.IsOn()) m_grid.m_drag.To(place);
+    if (m_drag.IsOn() && !event.buttons().testFlag(Qt::LeftButton)) m_drag.Cancel();
+    if (m_drag.IsOn()) m_drag.To(place);
     UpdateCursor(place);
 }
 
 void CGridInput::MouseRelease(const QMouseEvent& event) {
-    if (event.button() == Qt::LeftButton && m_grid.m_drag.IsOn()) m_grid.m_drag.Drop();
+    if (event.button() == Qt::LeftButton && m_drag.IsOn()) m_drag.Drop();
     UpdateCursor(event.position().toPoint());
 }
 
@@ -206,7 +207,7 @@ void CGridInput::DoubleClick(const QMouseEvent& event) {
         m_grid.Resize(border, m_grid.FitWidth(border));
     else if (m_grid.PartOf(at) == EGridPart::ColumnHeader)
         Q_EMIT m_grid.HeaderDoubleClicked(at.column);
-    else if (m_grid.PartOf(at) == EGridPart::Cell && !m_grid.BeginEdit(at.row, at.column))
+    else if (m_grid.PartOf(at) == EGridPart::Cell && !m_edit.Begin(at.row, at.column))
         Q_EMIT m_grid.CellDoubleClicked(at.row, at.column);
 }
 

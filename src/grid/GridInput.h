@@ -10,12 +10,16 @@ class QWheelEvent;
 
 namespace vx {
 
-class CGridCtrl;
+class CCellEdit;
+class CGridDrag;
+class CGridSelector;
+class CGridView;
 
 /// What the keys, the mouse and the wheel do in a grid while no editor has the keyboard.
 class CGridInput {
 public:
-    explicit CGridInput(CGridCtrl& grid) : m_grid(grid) {}
+    CGridInput(CGridView& grid, CGridSelector& selector, CGridDrag& drag, CCellEdit& edit)
+        : m_grid(grid), m_selector(selector), m_drag(drag), m_edit(edit) {}
 
     // The grid's events; keys and turns of the wheel that mean nothing here are ignored, for the window to take them.
     void KeyPress(QKeyEvent& event);
@@ -34,7 +38,10 @@ private:
     int BorderAt(const QPoint& place) const;
     void UpdateCursor(const QPoint& place);
 
-    CGridCtrl& m_grid;
+    CGridView& m_grid;
+    CGridSelector& m_selector;
+    CGridDrag& m_drag;
+    CCellEdit& m_edit;
     QPoint m_wheelRest; // eighths of a degree not yet scrolled
 };
 

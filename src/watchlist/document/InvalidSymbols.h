@@ -10,12 +10,14 @@
 
 namespace vx {
 
+/// Takes the place of a typed entry that held a comma; the feed knows no such symbol.
+inline constexpr const char* kCommaSymbol = "ERR_COMMA_SYMBOL";
+
 /// The symbols of a watchlist that the feed rejected, each with the rows where its message is shown. Which symbol's
 /// message is in a row, the row says itself (SRowExtras::rejected).
 ///
-/// Shape   symbol, exact case -> grid rows; a symbol that is in no row is kept until Clear, so that a later rejection
-/// of
-///         it is recognised
+/// Shape   symbol, exact case -> grid rows; a symbol that is in no row is kept until Clear, so that a later
+///         rejection of it is recognised
 /// Thread  GUI thread only
 class CInvalidSymbols {
 public:
@@ -43,9 +45,9 @@ private:
 
 /// What a rejected symbol's row shows, with the annotation mark in front:
 /// "#\"%s\" is an Invalid or Unauthorized Symbol.", and "Symbols cannot contain commas." for kCommaSymbol.
-std::string InvalidSymbolText(std::string_view symbol);
-
-/// Takes the place of a typed entry that held a comma; the feed knows no such symbol.
-inline constexpr const char* kCommaSymbol = "ERR_COMMA_SYMBOL";
+inline std::string InvalidSymbolText(std::string_view symbol) {
+    if (symbol == kCommaSymbol) return "#Symbols cannot contain commas.";
+    return "#\"" + std::string(symbol) + "\" is an Invalid or Unauthorized Symbol.";
+}
 
 } // namespace vx

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "grid/GridSelection.h"
+#include "grid/GridSelector.h"
 
 #include "grid/GridAccessible.h"
-#include "grid/GridCtrl.h"
+#include "grid/GridView.h"
 
 #include <QScrollBar>
 
@@ -24,7 +24,7 @@ SGridSelection CGridSelector::Clamped(SGridSelection selection) const {
 SGridSelection CGridSelector::WithItsRows(const std::vector<int>& newRowOf) const {
     SGridSelection next = m_state;
     next.focus.row = RowAfterMove(newRowOf, next.focus.row);
-    if (WholeColumns()) return next;
+    if (m_grid.WholeColumnsSelected()) return next;
     const SGridRange range = Range();
     int first = m_grid.RowCount() + 1;
     int last = 0;
@@ -46,18 +46,12 @@ SGridSelection CGridSelector::WithItsRows(const std::vector<int>& newRowOf) cons
     return next;
 }
 
-QRect CGridSelector::RangeRect(const SGridRange& range) const {
-    const int top = m_grid.Geometry().RowTop(range.firstRow);
-    const int bottom = m_grid.Geometry().RowTop(range.lastRow) + m_grid.Geometry().CellRect(range.lastRow, 0).height();
-    return {0, top, m_grid.viewport()->width(), bottom - top};
-}
-
 void CGridSelector::Update(const SGridSelection& next) {
     const SGridSelection old = m_state;
     m_state = Clamped(next);
     if (m_state == old) return;
     const QRect header(0, 0, m_grid.viewport()->width(), m_grid.Geometry().HeaderHeight());
-    m_grid.viewport()->update(QRegion(header) | RangeRect(old.Range()) | RangeRect(Range()));
+    m_grid.viewport()->update(QRegion(header) | m_grid.RangeRect(old.Range()) | m_grid.RangeRect(Range()));
     if (m_state.focus != old.focus && m_grid.hasFocus()) m_grid.updateMicroFocus(); // not every cell takes texts
     const SGridSelection now = m_state; // a receiver may select something else
     if (now.focus != old.focus && !(now.focus.row == old.focus.row && m_grid.IsSpan(now.focus.row))) Announce();
@@ -68,7 +62,7 @@ void CGridSelector::Update(const SGridSelection& next) {
 
 void CGridSelector::Announce() {
     AnnounceFocusCell(m_grid);
-    m_grid.m_speech.Moved();
+    m_speech.Moved();
 }
 
 void CGridSelector::FocusOn(int row, int column) {
@@ -144,10 +138,10 @@ void CGridSelector::SelectUnder(const SGridCell& at) {
         if (!range.Has(at.row, at.column)) MoveTo(at, false);
         break;
     case EGridPart::RowHeader:
-        if (!WholeRows() || !range.HasRow(at.row)) SelectRow(at.row);
+        if (!m_grid.WholeRowsSelected() || !range.HasRow(at.row)) SelectRow(at.row);
         break;
     case EGridPart::ColumnHeader:
-        if (!WholeColumns() || !range.HasColumn(at.column)) SelectColumn(at.column);
+        if (!m_grid.WholeColumnsSelected() || !range.HasColumn(at.column)) SelectColumn(at.column);
         break;
     default:
         break;
@@ -158,16 +152,6 @@ void CGridSelector::SelectRow(int row) { Update({{row, m_state.focus.column}, {r
 
 void CGridSelector::SelectColumn(int column) {
     Update({{m_state.focus.row, column}, {1, column}, {m_grid.RowCount(), column}});
-}
-
-bool CGridSelector::WholeColumns() const {
-    const SGridRange range = Range();
-    return m_grid.RowCount() > 0 && range.firstRow == 1 && range.lastRow == m_grid.RowCount();
-}
-
-bool CGridSelector::WholeRows() const {
-    const SGridRange range = Range();
-    return m_grid.ColumnCount() > 0 && range.firstColumn == 1 && range.lastColumn == m_grid.ColumnCount();
 }
 
 } // namespace vx
