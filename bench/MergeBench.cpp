@@ -20,6 +20,7 @@ using namespace vx::bench;
 using namespace vx::test;
 
 struct SNoWindow : CChangeWaker {
+    void ChangesWait() override {}
     void PostPaint() override {}
     void DrainNow() override {}
 };

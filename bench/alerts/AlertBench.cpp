@@ -48,9 +48,10 @@ public:
     size_t Fired() const { return m_fired; }
 
 private:
+    void ChangesWait() override {}
     void PostPaint() override {}
     void DrainNow() override {
-        m_queue.Drain([&](const SRecordIds& notice) {
+        m_queue.DrainUrgent([&](const SRecordIds& notice) {
             if (const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2))
                 m_fired += m_alerts.Evaluate(*record).size();
         });

@@ -67,6 +67,7 @@ public:
 
 private:
     struct SNoWindow : CChangeWaker {
+        void ChangesWait() override {}
         void PostPaint() override {}
         void DrainNow() override {}
     };

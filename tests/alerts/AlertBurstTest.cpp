@@ -41,11 +41,12 @@ protected:
     CL1DataStore store;
 
 private:
+    void ChangesWait() override {}
     void PostPaint() override {}
     void DrainNow() override { Judge(); }
     void OnAlertsChanged(std::string_view symbol, int armed) override { store.SetArmedAlerts(symbol, armed); }
     void Judge() {
-        queue.Drain([&](const SRecordIds& notice) {
+        queue.DrainUrgent([&](const SRecordIds& notice) {
             ++m_judged;
             if (const CSymbolRec* record = store.FindById(notice.id1, notice.id2)) alerts.Evaluate(*record);
         });

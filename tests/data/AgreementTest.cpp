@@ -11,6 +11,7 @@ using namespace vx::test;
 namespace {
 
 struct SNoWindow : CChangeWaker {
+    void ChangesWait() override {}
     void PostPaint() override {}
     void DrainNow() override {}
 };

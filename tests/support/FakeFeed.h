@@ -40,13 +40,18 @@ class CFakeWindow : public CChangeWaker {
 public:
     explicit CFakeWindow(const CL1DataStore& store) : m_store(store) {}
 
-    void PostPaint() override { ++wakes; }
-    void DrainNow() override { Drain(); }
+    void ChangesWait() override { ++wakes; }
+    void PostPaint() override { ++messages; }
+    void DrainNow() override {
+        queue.DrainUrgent([&](const SRecordIds& notice) {
+            const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2);
+            if (onChange && record) onChange(*record);
+        });
+    }
     void Drain() {
         queue.Drain([&](const SRecordIds& notice) {
             const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2);
             changed.push_back(record ? record->Symbol() : "(gone)");
-            if (onChange && record) onChange(*record);
         });
     }
     std::vector<std::string> TakeChanged() {
@@ -56,6 +61,7 @@ public:
 
     CChangeQueue queue{*this};
     int wakes = 0;
+    int messages = 0;
     std::vector<std::string> changed;
     std::function<void(const CSymbolRec&)> onChange;
 

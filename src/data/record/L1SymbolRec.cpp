@@ -33,7 +33,7 @@ void CTimeAndSales::Add(sTimeAndSalesRec trade, std::string_view time) {
 sRegQuoteData::sRegQuoteData(std::string_view fullName, uint32_t number, const CL1SymbolRec& baseRecord)
     : CSymbolRec(fullName, number), base(baseRecord), regionOffset(FeedSymbol(fullName).size() + kRegionMark.size()) {}
 
-std::string_view CL1SymbolRec::StatusText() const { return m_notFound ? kNotFoundText : std::string_view{}; }
+std::string_view CL1SymbolRec::StatusText() const { return m_unknown ? kNotFoundText : std::string_view{}; }
 
 int CL1SymbolRec::DecimalPrecision() const {
     constexpr size_t kSlot = UpdateSlot("Decimal Precision");

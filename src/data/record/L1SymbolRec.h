@@ -108,7 +108,7 @@ public:
     bool HasData() const override { return m_hasData; }
 
     /// The feed said "Not Found" for one of its prices, and has sent no price since.
-    bool IsNotFound() const { return m_notFound; }
+    bool IsNotFound() const { return m_unknown; }
     /// "Not Found" then, else empty.
     std::string_view StatusText() const;
 
@@ -139,7 +139,6 @@ private:
     CFundamentalData m_fundamentals;
     bool m_updated = false;
     bool m_hasData = false;
-    bool m_notFound = false;
     bool m_watched = false;     ///< The feed took the watch command.
     bool m_regionsAsked = true; ///< The last request for regional quotes, if there was one, went out.
     bool m_stray = false;       ///< Made by a line for a symbol that nobody watches.

@@ -26,9 +26,9 @@ void CSymbolRec::AddListener(CChangeQueue& listener) {
     if (HasListener(listener)) return;
     listener.AddSource();
     if (m_first.queue)
-        m_more.push_back({&listener, 0});
+        m_more.push_back({&listener, 0, 0});
     else
-        m_first = {&listener, 0};
+        m_first = {&listener, 0, 0};
 }
 
 bool CSymbolRec::RemoveListener(CChangeQueue& listener) {
@@ -46,7 +46,7 @@ bool CSymbolRec::RemoveListener(CChangeQueue& listener) {
 }
 
 CChangeQueue* CSymbolRec::FindWaiting() const {
-    const auto waits = [](const SListener& l) { return l.drainNumber == l.queue->DrainNumber(); };
+    const auto waits = [](const SListener& l) { return l.urgentNumber == l.queue->UrgentNumber(); };
     if (m_first.queue && waits(m_first)) return m_first.queue;
     const auto found = std::ranges::find_if(m_more, waits);
     return found == m_more.end() ? nullptr : found->queue;

@@ -41,7 +41,8 @@ public:
     bool HasListener(const CChangeQueue& listener) const;
     bool HasListeners() const { return m_first.queue != nullptr; }
 
-    /// Puts a change into the queue of every listener that has none of this record waiting.
+    /// Puts a change into the queue of every listener that has none of this record waiting. It is urgent while alerts
+    /// are armed, or the feed does not know the symbol.
     void Notify() {
         if (m_first.queue) Notify(m_first);
         for (SListener& listener : m_more) Notify(listener);
@@ -51,19 +52,29 @@ public:
     void SetArmedAlerts(int count) { m_armedAlerts = count; }
     int ArmedAlerts() const { return m_armedAlerts; }
 
-    /// With alerts armed, a queue that must be drained before this record may change; else null.
+    /// With alerts armed, a queue whose urgent changes must be drained before this record may change; else null.
     CChangeQueue* NextWaiting() const { return m_armedAlerts > 0 ? FindWaiting() : nullptr; }
+
+protected:
+    bool m_unknown = false; ///< The feed said that there is no such symbol.
 
 private:
     struct SListener {
         CChangeQueue* queue = nullptr;
-        uint64_t drainNumber = 0; ///< The queue's number when this record last put a change into it.
+        uint64_t drainNumber = 0;  ///< The queue's number when this record last put a change into it.
+        uint64_t urgentNumber = 0; ///< The same for an urgent one.
     };
 
     void Notify(SListener& listener) const {
-        if (listener.drainNumber == listener.queue->DrainNumber()) return;
-        listener.drainNumber = listener.queue->DrainNumber();
-        listener.queue->Push(m_ids);
+        CChangeQueue& queue = *listener.queue;
+        if (listener.drainNumber != queue.DrainNumber()) {
+            listener.drainNumber = queue.DrainNumber();
+            queue.Push(m_ids);
+        }
+        if ((m_armedAlerts > 0 || m_unknown) && listener.urgentNumber != queue.UrgentNumber()) {
+            listener.urgentNumber = queue.UrgentNumber();
+            queue.PushUrgent(m_ids);
+        }
     }
     CChangeQueue* FindWaiting() const;
 

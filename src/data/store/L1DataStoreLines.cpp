@@ -169,11 +169,11 @@ CL1SymbolRec* CL1DataStore::MergeQuote(std::string_view line, SMergeNotes& notes
 void CL1DataStore::FinishMerge(CL1SymbolRec& record, const SMergeNotes& notes) {
     record.m_updated = record.m_hasData = true;
     const bool notFound =
-        notes.priceWord == EPriceWord::None ? record.m_notFound : notes.priceWord == EPriceWord::NotFound;
-    if (notFound == record.m_notFound) {
+        notes.priceWord == EPriceWord::None ? record.m_unknown : notes.priceWord == EPriceWord::NotFound;
+    if (notFound == record.m_unknown) {
         record.Notify();
     } else {
-        record.m_notFound = notFound;
+        record.m_unknown = notFound;
         record.NotifyAll();
     }
     if (record.m_stray) WeighStray(record);

@@ -20,8 +20,17 @@ size_t Mixed(const SRecordIds& record) {
 
 void CSymbolUpdateMap::Add(const SRecordIds& record) {
     const std::scoped_lock lock(m_lock);
+    AddLocked(record);
+}
+
+void CSymbolUpdateMap::AddAll(CChangeQueue& queue) {
+    const std::scoped_lock lock(m_lock);
+    queue.Drain([this](const SRecordIds& record) { AddLocked(record); });
+}
+
+void CSymbolUpdateMap::AddLocked(const SRecordIds& record) {
     if (m_places.size() < 2 * (m_waiting.size() + 1)) Grow();
-    SPlace& place = PlaceOf(record);
+    SPlace& place = m_places[PlaceOf(record)];
     if (place.round == m_round) return;
     place = {m_round, static_cast<uint32_t>(m_waiting.size())};
     m_waiting.push_back(record);
@@ -33,9 +42,14 @@ void CSymbolUpdateMap::Clear() {
     NextRound();
 }
 
-bool CSymbolUpdateMap::IsEmpty() const {
+size_t CSymbolUpdateMap::Size() const {
     const std::scoped_lock lock(m_lock);
-    return m_waiting.empty();
+    return m_waiting.size();
+}
+
+bool CSymbolUpdateMap::Has(const SRecordIds& record) const {
+    const std::scoped_lock lock(m_lock);
+    return !m_places.empty() && m_places[PlaceOf(record)].round == m_round;
 }
 
 std::vector<SRecordIds> CSymbolUpdateMap::BeginTake() {
@@ -51,13 +65,13 @@ void CSymbolUpdateMap::EndTake(std::vector<SRecordIds> taken) {
 }
 
 // The record's own place, or the free one where it belongs.
-CSymbolUpdateMap::SPlace& CSymbolUpdateMap::PlaceOf(const SRecordIds& record) {
+size_t CSymbolUpdateMap::PlaceOf(const SRecordIds& record) const {
     const size_t mask = m_places.size() - 1;
     for (size_t i = Mixed(record) & mask;; i = (i + 1) & mask) {
-        SPlace& place = m_places[i];
-        if (place.round != m_round) return place;
+        const SPlace& place = m_places[i];
+        if (place.round != m_round) return i;
         const SRecordIds& there = m_waiting[place.position];
-        if (there.id1 == record.id1 && there.id2 == record.id2) return place;
+        if (there.id1 == record.id1 && there.id2 == record.id2) return i;
     }
 }
 
@@ -69,7 +83,7 @@ void CSymbolUpdateMap::NextRound() {
 
 void CSymbolUpdateMap::Grow() {
     m_places.assign(std::max(kFirstSize, m_places.size() * 2), SPlace{});
-    for (uint32_t i = 0; i < m_waiting.size(); ++i) PlaceOf(m_waiting[i]) = {m_round, i};
+    for (uint32_t i = 0; i < m_waiting.size(); ++i) m_places[PlaceOf(m_waiting[i])] = {m_round, i};
 }
 
 } // namespace vx

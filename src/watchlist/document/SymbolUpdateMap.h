@@ -27,8 +27,13 @@ public:
         EndTake(std::move(taken));
     }
 
+    /// Adds every change that waits in a queue, which is empty then.
+    void AddAll(CChangeQueue& queue);
+
     void Clear();
-    bool IsEmpty() const;
+    bool IsEmpty() const { return Size() == 0; }
+    size_t Size() const;
+    bool Has(const SRecordIds& record) const;
 
 private:
     // A place of the table is in use when it bears the present round.
@@ -39,7 +44,8 @@ private:
 
     std::vector<SRecordIds> BeginTake();
     void EndTake(std::vector<SRecordIds> taken);
-    SPlace& PlaceOf(const SRecordIds& record);
+    void AddLocked(const SRecordIds& record);
+    size_t PlaceOf(const SRecordIds& record) const;
     void NextRound();
     void Grow();
 

@@ -25,6 +25,7 @@ namespace {
 
 constexpr char kAnnotationMark = '#';
 constexpr int kRoomBelowCommandLineSymbols = 3;
+constexpr size_t kManyUpdates = 200; ///< From here on the rows on the screen are looked at, not the changed symbols.
 
 // A region without a trade of its own is no unknown symbol: only the symbol's own record speaks for it.
 bool IsNotFound(const CSymbolRec& record) {
@@ -38,7 +39,12 @@ void CWatchlistDoc::SetObserver(CWatchlistObserver* observer) {
     m_observer = observer;
     if (!m_observer) return;
     m_observer->PostPaintMessage(); // A wake-up that the view before it was sent may be lost.
+    m_observer->OnUpdatesPending();
     RebuildGrid();
+}
+
+void CWatchlistDoc::ChangesWait() {
+    if (m_observer) m_observer->OnUpdatesPending();
 }
 
 void CWatchlistDoc::PostPaint() {
@@ -351,15 +357,13 @@ void CWatchlistDoc::SetColumnsByName(std::string_view names) {
 
 void CWatchlistDoc::OnPaintMessage() {
     std::vector<std::string> rejected;
-    m_changes.Drain([&](const SRecordIds& ids) {
+    m_changes.DrainUrgent([&](const SRecordIds& ids) {
         const CSymbolRec* record = m_store.FindById(ids.id1, ids.id2);
         if (!record) return;
         if (IsNotFound(*record)) rejected.emplace_back(record->Symbol());
         m_alerts.Evaluate(*record);
-        m_updates.Add(ids);
     });
     for (const std::string& symbol : rejected) SymbolNotFound(symbol);
-    if (m_observer && !m_updates.IsEmpty()) m_observer->OnUpdatesPending();
 }
 
 void CWatchlistDoc::OnAlertsChanged(std::string_view symbol, int armed) {
@@ -376,6 +380,17 @@ void CWatchlistDoc::OnAlertsFiredOrArmed() {
 }
 
 void CWatchlistDoc::RepaintChangedRows() {
+    m_updates.AddAll(m_changes);
+    if (m_observer && m_updates.Size() > kManyUpdates && m_observer->ShownRows(m_shownRows)) {
+        const auto unchanged = [this](int row) {
+            const CSymbolRec* record = m_store.Find(RowSymbol(row));
+            return !record || !m_updates.Has(record->Ids());
+        };
+        std::erase_if(m_shownRows, unchanged);
+        m_updates.Clear();
+        for (const int row : m_shownRows) m_observer->OnRowChanged(row);
+        return;
+    }
     m_updates.TakeAll([&](const SRecordIds& ids) {
         const CSymbolRec* record = m_store.FindById(ids.id1, ids.id2);
         const SYMBOL_DATA* data = record ? Symbols().Find(record->Symbol()) : nullptr;

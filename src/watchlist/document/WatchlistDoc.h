@@ -200,7 +200,8 @@ public:
 
     // Updates.
 
-    /// The paint message arrived: notes which symbols changed and tells the view that there is something to show.
+    /// The paint message arrived: judges the alerts of the records that changed, and takes away rows whose symbol the
+    /// feed does not know.
     void OnPaintMessage();
     /// Hands each row whose record changed since the last call to the observer.
     void RepaintChangedRows();
@@ -287,6 +288,7 @@ private:
     void RowsInserted(int firstRow, int count) override { m_undo.Recorder().RowsInserted(firstRow, count); }
     void RowsRemoved(const std::vector<SPlacedRow>& rows) override { m_undo.Recorder().RowsRemoved(rows); }
 
+    void ChangesWait() override;
     void PostPaint() override;
     void DrainNow() override { OnPaintMessage(); }
     void OnAlertsChanged(std::string_view symbol, int armed) override;
@@ -336,6 +338,7 @@ private:
     CNewsMap m_news;
     CHeadlineLog m_headlines;
     CSymbolUpdateMap m_updates;
+    std::vector<int> m_shownRows; ///< Memory for a repaint.
     CWatchTable m_watched;
     std::vector<std::string> m_unknownLines;
     std::set<std::string> m_regionals; ///< Regional symbols that were placed since the last reset.

@@ -55,6 +55,8 @@ public:
     virtual void OnReset() {}
     /// The feed changed rows; the view asks for them at its next display update.
     virtual void OnUpdatesPending() = 0;
+    /// The rows that are on the screen, rising. False where the view cannot say: then all may be.
+    virtual bool ShownRows(std::vector<int>& /*rows*/) const { return false; }
 };
 
 } // namespace vx

@@ -146,6 +146,15 @@ void CWatchlistView::OnRepaintTimer() {
     m_grid->FlushChanges();
 }
 
+bool CWatchlistView::ShownRows(std::vector<int>& rows) const {
+    const CGridGeometry& geometry = m_grid->Geometry();
+    rows.clear();
+    for (int row = geometry.NextShownRow(geometry.FirstVisibleRow()); row <= geometry.LastVisibleRow();
+         row = geometry.NextShownRow(row + 1))
+        rows.push_back(row);
+    return true;
+}
+
 void CWatchlistView::PostPaintMessage() { QCoreApplication::postEvent(this, new CRegisteredMessage(m_paintMessage)); }
 
 void CWatchlistView::OnGridRebuilt() {

@@ -8,6 +8,8 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <vector>
+
 namespace vx {
 
 class CSettings;
@@ -61,6 +63,7 @@ public:
     void OnRowsChanged(int firstRow, int lastRow) override;
     void OnReset() override;
     void OnUpdatesPending() override { m_pending = true; }
+    bool ShownRows(std::vector<int>& rows) const override;
 
 Q_SIGNALS:
     /// The document is another by something else than a new value from the feed.
