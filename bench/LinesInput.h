@@ -3,12 +3,14 @@
 
 #include "support/LineGenerator.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vx::bench {
@@ -45,6 +47,23 @@ template <class TLine, class TBeat> void RunLines(const std::string& file, TLine
         inBeat = 0;
         onBeat();
     }
+}
+
+/// The same, and announces lines to a third function as the socket does, as many ahead.
+template <class TLine, class TBeat, class TAhead>
+void RunLinesAhead(const std::string& file, TLine&& onLine, TBeat&& onBeat, TAhead&& onAhead) {
+    constexpr size_t kLater = 8;
+    constexpr size_t kSoon = 4;
+    std::array<std::string_view, kLater> waiting; // A ring: the line that comes next is the oldest.
+    size_t next = 0;
+    const auto put = [&](std::string_view line) {
+        const std::string_view present = std::exchange(waiting[next % kLater], line);
+        ++next;
+        if (!line.empty()) onAhead(line, waiting[(next + kSoon - 1) % kLater]);
+        if (!present.empty()) onLine(present);
+    };
+    RunLines(file, put, onBeat);
+    for (size_t i = 0; i < kLater; ++i) put({});
 }
 
 } // namespace vx::bench

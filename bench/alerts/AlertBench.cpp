@@ -94,6 +94,7 @@ BENCHMARK(BM_Lines)
     ->Args({1000, 0})
     ->Args({1000, 1})
     ->Args({1000, 10})
+    ->Args({100, 1000})
     ->Args({10000, 0})
     ->Args({10000, 10})
     ->Unit(benchmark::kMillisecond);

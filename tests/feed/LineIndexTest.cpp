@@ -33,7 +33,6 @@ TEST(LineIndex, EveryIndexerFindsTheFirstOfEachRun) {
 #if defined(__x86_64__)
     indexers.emplace_back("SSE2", IndexLineEndsSse2);
     if (HasAvx2()) indexers.emplace_back("AVX2", IndexLineEndsAvx2);
-    if (HasAvx512()) indexers.emplace_back("AVX-512", IndexLineEndsAvx512);
 #endif
     std::mt19937 random(7);
     for (int round = 0; round < 3000; ++round) {

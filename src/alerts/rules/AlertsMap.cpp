@@ -34,7 +34,8 @@ bool CAlertsMap::Add(std::string_view symbol, const A_INFO& alert, EAlertMap map
         if (same != entry->alerts.end()) {
             const bool changes = same->enabled != alert.enabled;
             same->enabled = alert.enabled;
-            if (changes && map == EAlertMap::Live) Rearm(symbol, *entry);
+            if (changes && map == EAlertMap::Live)
+                Rearm(symbol, *entry, static_cast<size_t>(same - entry->alerts.begin()));
             return true;
         }
         if (entry->alerts.size() >= kMostPerSymbol) return false;
@@ -47,7 +48,7 @@ bool CAlertsMap::Add(std::string_view symbol, const A_INFO& alert, EAlertMap map
     entry->alerts.push_back(alert);
     ++Total(map);
     if (map == EAlertMap::Live) {
-        AppendArmed(*entry, entry->alerts.size() - 1);
+        InsertArmed(*entry, entry->alerts.size() - 1);
         Announce(symbol, entry->armed.size());
     }
     return true;
@@ -59,7 +60,10 @@ void CAlertsMap::Remove(std::string_view symbol, int index, EAlertMap map) {
     if (entry->alerts.size() == 1) return Erase(symbol, map);
     entry->alerts.erase(entry->alerts.begin() + index);
     --Total(map);
-    if (map == EAlertMap::Live) Rearm(symbol, *entry);
+    if (map != EAlertMap::Live) return;
+    entry->armed.clear(); // The places of all that came after it are others.
+    for (size_t i = 0; i < entry->alerts.size(); ++i) InsertArmed(*entry, i);
+    Announce(symbol, entry->armed.size());
 }
 
 void CAlertsMap::RemoveSymbol(std::string_view symbol) { Erase(symbol, EAlertMap::Live); }
@@ -153,19 +157,41 @@ CAlertsMap::EStoredAs CAlertsMap::StoredAs(const SFieldEntry& field) {
     }
 }
 
-// Only what can fire is armed: enabled, a field with numbers, a condition that exists.
-void CAlertsMap::AppendArmed(SSymbolAlerts& entry, size_t index) {
+// Only what can fire is armed: enabled, a field with numbers, a condition that exists, a threshold to compare with.
+void CAlertsMap::InsertArmed(SSymbolAlerts& entry, size_t index) {
     const A_INFO& alert = entry.alerts[index];
     const SFieldEntry* field = JudgedField(alert.fieldId);
     const uint8_t meetingResults = MeetingResults(alert.condition);
-    if (alert.enabled == 0 || !field || meetingResults == 0) return;
-    entry.armed.push_back(
-        {alert.value, static_cast<int32_t>(index), StoredAs(*field), field->slot, meetingResults, alert.noZero != 0});
+    if (alert.enabled == 0 || !field || meetingResults == 0 || std::isnan(alert.value)) return;
+    const SArmed armed{alert.value,   static_cast<uint16_t>(index), 1, StoredAs(*field), field->slot, meetingResults,
+                       alert.noZero != 0};
+    const auto groupOf = [&](const SArmed& a) { return std::pair(entry.alerts[a.index].fieldId, a.Side()); };
+    const auto [first, end] = std::ranges::equal_range(entry.armed, groupOf(armed), {}, groupOf);
+    const auto place = std::upper_bound(first, end, armed, [](const SArmed& a, const SArmed& b) {
+        return a.Side() == ESide::Below ? a.threshold > b.threshold : a.threshold < b.threshold;
+    });
+    const auto run = first - entry.armed.begin();
+    const auto size = static_cast<uint16_t>(end - first + 1);
+    entry.armed.insert(place, armed);
+    entry.armed[static_cast<size_t>(run)].run = size;
 }
 
-void CAlertsMap::Rearm(std::string_view symbol, SSymbolAlerts& entry) {
-    entry.armed.clear();
-    for (size_t i = 0; i < entry.alerts.size(); ++i) AppendArmed(entry, i);
+void CAlertsMap::Disarm(std::vector<SArmed>& armed, size_t index) {
+    for (size_t run = 0; run < armed.size(); run += armed[run].run) {
+        const auto first = armed.begin() + static_cast<std::ptrdiff_t>(run);
+        const auto place = std::ranges::find(first, first + first->run, index, &SArmed::index);
+        if (place == first + first->run) continue;
+        const auto left = static_cast<uint16_t>(first->run - 1);
+        armed.erase(place);
+        if (left > 0) armed[run].run = left;
+        return;
+    }
+}
+
+// One alert is armed or not, or has another threshold.
+void CAlertsMap::Rearm(std::string_view symbol, SSymbolAlerts& entry, size_t index) {
+    Disarm(entry.armed, index);
+    InsertArmed(entry, index);
     Announce(symbol, entry.armed.size());
 }
 

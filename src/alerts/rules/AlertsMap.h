@@ -140,19 +140,32 @@ private:
     /// Where the value of a field stands: in a slot of the quote, in one of three forms, or elsewhere.
     enum class EStoredAs : uint8_t { QuoteNumber, QuoteInteger, QuoteUnsigned, Elsewhere };
 
+    /// To which side of its threshold a value must be.
+    enum class ESide : uint8_t { Equal, Above, Below };
+
     /// An armed live alert in the form in which it is judged: four of them fill a cache line.
     struct SArmed {
         double threshold;
-        int32_t index;
+        uint16_t index;
+        uint16_t run; ///< In the first of its field and side: how many of these there are.
         EStoredAs storedAs;
         uint8_t slot;
         uint8_t meetingResults;
         bool noZero;
+
+        ESide Side() const {
+            return (meetingResults & kAbove) != 0   ? ESide::Above
+                   : (meetingResults & kBelow) != 0 ? ESide::Below
+                                                    : ESide::Equal;
+        }
     };
-    static_assert(sizeof(SArmed) == 16);
+    static_assert(sizeof(SArmed) == 16 && kMostPerSymbol <= UINT16_MAX);
+
+    /// The armed ones follow each other by field, side and threshold, the one that a value reaches first in front: a
+    /// value that reaches none is compared once a field and side. Empty in the working copy.
     struct SSymbolAlerts {
         CAlertArray alerts;
-        std::vector<SArmed> armed; ///< In the order of the alerts; empty in the working copy.
+        std::vector<SArmed> armed;
     };
     using CMap = CSymbolKeyed<SSymbolAlerts>;
 
@@ -165,7 +178,7 @@ private:
     static constexpr size_t kFoundRecords = 4096; ///< Power of two; records whose numbers collide share an entry.
 
     static EStoredAs StoredAs(const SFieldEntry& field);
-    static void AppendArmed(SSymbolAlerts& entry, size_t index);
+    static void InsertArmed(SSymbolAlerts& entry, size_t index);
     static const A_INFO& At(const SSymbolAlerts& entry, int index);
 
     CMap& Map(EAlertMap map) { return m_maps[static_cast<size_t>(map)]; }
@@ -174,7 +187,8 @@ private:
     const SSymbolAlerts* Find(std::string_view symbol, EAlertMap map) const;
     SSymbolAlerts* Find(std::string_view symbol, EAlertMap map);
     void Erase(std::string_view symbol, EAlertMap map);
-    void Rearm(std::string_view symbol, SSymbolAlerts& entry);
+    static void Disarm(std::vector<SArmed>& armed, size_t index);
+    void Rearm(std::string_view symbol, SSymbolAlerts& entry, size_t index);
     void Become(std::string_view symbol, A_INFO& alert, uint32_t enabled, double value);
     void AnnounceFiredOrArmed();
     void Announce(std::string_view symbol, size_t armed);

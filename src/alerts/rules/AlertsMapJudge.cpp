@@ -7,6 +7,7 @@
 #include "data/record/L1SymbolRec.h"
 #include "data/text/CellText.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vx {
@@ -76,11 +77,19 @@ void CAlertsMap::ForEachMet(const SSymbolAlerts& entry, const CSymbolRec& record
         }
         return CellNumber(record, *JudgedField(entry.alerts[static_cast<size_t>(armed.index)].fieldId));
     };
-    for (const SArmed& armed : entry.armed)
-        if (const double value = valueOf(armed);
-            IsMet(armed.meetingResults, value, armed.threshold, armed.noZero) &&
-            (armed.storedAs == EStoredAs::Elsewhere || isRegion || !quote.IsEmpty()))
-            visit(armed.index, value);
+    for (auto run = entry.armed.begin(); run != entry.armed.end(); run += run->run) {
+        const ESide side = run->Side();
+        const double value = valueOf(*run);
+        const auto end = run + run->run;
+        const auto isReached = [&](const SArmed& armed) {
+            return side == ESide::Below ? armed.threshold >= value : armed.threshold <= value;
+        };
+        if (side != ESide::Equal && !isReached(*run)) continue;
+        if (run->storedAs != EStoredAs::Elsewhere && !isRegion && quote.IsEmpty()) continue;
+        auto armed = side == ESide::Equal ? std::ranges::lower_bound(run, end, value, {}, &SArmed::threshold) : run;
+        for (; armed != end && isReached(*armed); ++armed)
+            if (IsMet(armed->meetingResults, value, armed->threshold, armed->noZero)) visit(armed->index, value);
+    }
 }
 
 std::vector<int> CAlertsMap::Evaluate(const CSymbolRec& record) {
@@ -90,6 +99,7 @@ std::vector<int> CAlertsMap::Evaluate(const CSymbolRec& record) {
     std::vector<std::pair<int, double>> met; // First all, since firing changes the list that is walked.
     ForEachMet(*entry, record, [&](int index, double value) { met.emplace_back(index, value); });
     if (met.empty()) return fired;
+    std::ranges::sort(met); // By their places in the array.
 
     const SPrices prices = PricesOf(record);
     for (const auto& [index, value] : met)
@@ -108,7 +118,7 @@ bool CAlertsMap::EvaluateFieldAlert(std::string_view symbol, int index, double n
         FormatAlertRecord(symbol, entry->alerts, static_cast<size_t>(index), {newValue, last, bid, ask});
     const A_INFO fired = alert;
     Become(symbol, alert, 0, alert.value);
-    Rearm(symbol, *entry);
+    Rearm(symbol, *entry, static_cast<size_t>(index));
     if (m_receiver) m_receiver->PostFired(std::move(record), fired);
     AnnounceFiredOrArmed();
     return true;
@@ -143,7 +153,7 @@ bool CAlertsMap::ResetFromRecord(std::string_view record) {
     const int index = ReadInt32(fields[1]);
     At(*entry, index);
     Become(fields[0], entry->alerts[static_cast<size_t>(index)], 1, ReadDouble(fields[2]));
-    Rearm(fields[0], *entry);
+    Rearm(fields[0], *entry, static_cast<size_t>(index));
     AnnounceFiredOrArmed();
     return true;
 }
@@ -153,7 +163,7 @@ void CAlertsMap::Arm(std::string_view symbol, int index) {
     if (!entry || index < 0 || static_cast<size_t>(index) >= entry->alerts.size()) return;
     A_INFO& alert = entry->alerts[static_cast<size_t>(index)];
     Become(symbol, alert, 1, alert.value);
-    Rearm(symbol, *entry);
+    Rearm(symbol, *entry, static_cast<size_t>(index));
     AnnounceFiredOrArmed();
 }
 

@@ -108,6 +108,7 @@ protected:
     bool IsWanted(std::string_view symbol) const override { return m_store.IsWanted(symbol); }
     void OnSymbolRefused(std::string_view symbol) override;
     void OnFeedConnected() override;
+    void ExpectMessages(std::string_view later, std::string_view soon) override { m_store.Expect(later, soon); }
     void OnUpdateMessage(std::string_view line) override;
     void OnSummaryMessage(std::string_view line) override;
     void OnFundamentalMessage(std::string_view line) override;

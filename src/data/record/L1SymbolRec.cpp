@@ -60,7 +60,13 @@ sRegQuoteData* CL1SymbolRec::FindRegionOf(std::string_view region) const {
 }
 
 size_t CL1SymbolRec::Bytes() const {
-    return sizeof(*this) + Symbol().capacity() + m_quote.TextBytes() + m_fundamentals.TextBytes();
+    const size_t fundamentals = m_fundamentals ? sizeof(*m_fundamentals) + m_fundamentals->TextBytes() : 0;
+    return sizeof(*this) + Symbol().capacity() + m_quote.TextBytes() + fundamentals;
+}
+
+const CFundamentalData& CL1SymbolRec::NoFundamentals() {
+    static const CFundamentalData none;
+    return none;
 }
 
 void CL1SymbolRec::NotifyAll() {

@@ -101,7 +101,8 @@ public:
     const CL1SymbolRec& Base() const override { return *this; }
 
     const CQuoteData& Quote() const { return m_quote; }
-    const CFundamentalData& Fundamentals() const { return m_fundamentals; }
+    /// All empty until the feed has sent some.
+    const CFundamentalData& Fundamentals() const { return m_fundamentals ? *m_fundamentals : NoFundamentals(); }
 
     /// Set by every merge.
     bool IsUpdated() const { return m_updated; }
@@ -131,12 +132,13 @@ private:
 
     bool IsWanted() const { return HasListeners() || !m_regions.empty(); }
     sRegQuoteData* FindRegionOf(std::string_view region) const;
+    static const CFundamentalData& NoFundamentals();
     void NotifyAll();
     /// What the record takes, texts outside of it included.
     size_t Bytes() const;
 
     CQuoteData m_quote;
-    CFundamentalData m_fundamentals;
+    std::unique_ptr<CFundamentalData> m_fundamentals; ///< Null until the feed has sent some: many never come.
     bool m_updated = false;
     bool m_hasData = false;
     bool m_watched = false;     ///< The feed took the watch command.
@@ -149,6 +151,6 @@ private:
     /// By the region's name. Few symbols have more than a handful, but a file can ask for any number of them.
     std::map<std::string, std::unique_ptr<sRegQuoteData>, std::less<>> m_regions;
 };
-static_assert(sizeof(CL1SymbolRec) <= 2560);
+static_assert(sizeof(CL1SymbolRec) <= 1280);
 
 } // namespace vx

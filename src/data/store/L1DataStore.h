@@ -78,6 +78,11 @@ public:
     /// again; for a timer of about a second. Costs nothing while all went out.
     void SendPendingWatches();
 
+    /// These two lines are among the next, `soon` within a few: with many symbols their records' memory is asked for
+    /// before it is needed. Changes nothing.
+    void Expect(std::string_view later, std::string_view soon) const {
+        if (m_records.Size() > kRecordsInCache) ExpectFar(later, soon);
+    }
     /// One line of the level-1 connection without its line end; anything but a Q, P, F or R line is ignored.
     void OnLevel1Message(std::string_view line);
     void OnUpdate(std::string_view line);
@@ -105,6 +110,7 @@ public:
     size_t Size() const { return m_records.Size(); }
 
 private:
+    static constexpr size_t kRecordsInCache = 500; ///< About as many as the second cache of a core holds.
     static constexpr size_t kTradeMarkets = 3; ///< Fields of a quote that carry the market of a trade.
 
     /// Whether a table of names is there; asked for again only after a while.
@@ -128,6 +134,7 @@ private:
     bool SendWatch(CL1SymbolRec& record);
     void SendRegions(CL1SymbolRec& record);
 
+    void ExpectFar(std::string_view later, std::string_view soon) const;
     CL1SymbolRec& RecordForLine(std::string_view symbol);
     void DrainBeforeChange(std::string_view symbol);
     CL1SymbolRec* MergeQuote(std::string_view line, SMergeNotes& notes);

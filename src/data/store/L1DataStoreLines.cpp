@@ -5,6 +5,7 @@
 #include "base/Number.h"
 #include "base/Text.h"
 
+#include <algorithm>
 #include <array>
 
 namespace vx {
@@ -21,8 +22,8 @@ constexpr std::array kTradeMarketSlots = {UpdateSlot("Last Market Center"), Upda
 constexpr int16_t kNoMarket = -1;
 constexpr std::array<int16_t, kTradeMarketSlots.size()> kNoMarkets = {kNoMarket, kNoMarket, kNoMarket};
 
-// Asks for a record's memory before the merge walks over it: with many symbols little of it is in the caches, and the
-// lines can come all at once.
+// Asks for memory before it is walked over: with many symbols little of it is in the caches, and its lines can come all
+// at once.
 inline void Prefetch(const void* memory, size_t size) {
     for (size_t at = 0; at < size; at += 64) __builtin_prefetch(static_cast<const char*>(memory) + at, 1);
 }
@@ -92,6 +93,18 @@ void CL1DataStore::OnLevel1Message(std::string_view line) {
     }
 }
 
+void CL1DataStore::ExpectFar(std::string_view later, std::string_view soon) const {
+    const auto symbolOf = [](std::string_view line) {
+        const size_t begin = std::min(line.size(), kFirstFieldOffset);
+        return line.substr(begin, line.find(',', begin) - begin);
+    };
+    m_records.PrefetchEntry(symbolOf(later));
+    const CL1SymbolRec* record = m_records.FindByKey(symbolOf(soon));
+    if (!record) return;
+    Prefetch(static_cast<const CSymbolRec*>(record), sizeof(CSymbolRec));
+    Prefetch(&record->m_quote, sizeof(record->m_quote));
+}
+
 void CL1DataStore::OnUpdate(std::string_view line) {
     SMergeNotes notes;
     CL1SymbolRec* record = MergeQuote(line, notes);
@@ -120,7 +133,8 @@ void CL1DataStore::OnFundamental(std::string_view line) {
     if (symbol.empty()) return;
     CL1SymbolRec& record = RecordForLine(symbol);
     SMergeNotes notes;
-    m_kernel.merge(line, cut, record.m_fundamentals.Slots(), notes);
+    if (!record.m_fundamentals) record.m_fundamentals = std::make_unique<CFundamentalData>();
+    m_kernel.merge(line, cut, record.m_fundamentals->Slots(), notes);
     NameFundamentalCodes(record, notes.carried);
     record.m_updated = record.m_hasData = true;
     record.NotifyAll(); // Rows of regional quotes show the fundamentals too.
@@ -232,7 +246,8 @@ void CL1DataStore::NameFundamentalCodes(CL1SymbolRec& record, unsigned carried) 
     constexpr size_t kType = FundamentalSlot("Security Type");
     constexpr size_t kTypeName = FundamentalSlot("Security Type Name");
     constexpr size_t kSubType = FundamentalSlot("Security SubType");
-    CFundamentalData& data = record.m_fundamentals;
+    if (carried == 0) return;
+    CFundamentalData& data = *record.m_fundamentals;
     if ((carried & kNoteListedMarket) != 0 && HaveMarkets())
         data.SetText(FundamentalSlot("Listed Market Name"), m_names->MarketName(data.Integer(kMarket)));
     if ((carried & kNoteSecurityType) != 0 && HaveSecurityTypes())
@@ -263,9 +278,10 @@ template <typename TLoad> bool CL1DataStore::Load(SLoad& state, TLoad load) {
     // The tables mostly come together, and nobody may ask for the other one again for long.
     if (!m_markets.done) m_markets.done = m_names->EnsureMarketsLoaded();
     if (!m_securityTypes.done) m_securityTypes.done = m_names->EnsureSecurityTypesLoaded();
-    // Records that came while the names could not be loaded have been waiting for them.
+    // Data that came while the names could not be loaded has been waiting for them.
     m_records.ForEach([&](CL1SymbolRec& record) {
-        const auto known = [&](size_t slot) { return record.m_fundamentals.Direction(slot) != EDirection::NeverSet; };
+        if (!record.m_hasData) return;
+        const auto known = [&](size_t slot) { return record.Fundamentals().Direction(slot) != EDirection::NeverSet; };
         const bool market = m_markets.done && known(FundamentalSlot("Listed Market"));
         const bool type = m_securityTypes.done && known(FundamentalSlot("Security Type"));
         if (m_markets.done) NameWaitingMarkets(record);

@@ -30,6 +30,17 @@ public:
         }
     }
 
+    /// Asks for the memory that a look-up begins with.
+    void PrefetchEntry(std::string_view symbol) const { __builtin_prefetch(&m_entries[Slot(Key(symbol), symbol)]); }
+    /// The record whose symbol is probably this one: looks at the table alone. Null when there is none.
+    const CL1SymbolRec* FindByKey(std::string_view symbol) const {
+        const uint64_t key = Key(symbol);
+        for (size_t i = Slot(key, symbol);; i = (i + 1) & m_mask) {
+            const SEntry& entry = m_entries[i];
+            if (!entry.record || entry.key == key) return entry.record.get();
+        }
+    }
+
     /// The symbol may not be in the table yet.
     CL1SymbolRec& Add(std::unique_ptr<CL1SymbolRec> record);
     void Remove(std::string_view symbol);

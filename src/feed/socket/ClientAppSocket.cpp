@@ -29,6 +29,10 @@ void CZantrelClientAppSocket::OnMessage(std::string_view line) {
     if (m_owner) (m_owner->*kLineHandlers[static_cast<unsigned char>(line.front())])(line);
 }
 
+void CZantrelClientAppSocket::OnMessagesAhead(std::string_view later, std::string_view soon) {
+    if (m_owner) m_owner->ExpectMessages(later, soon);
+}
+
 void CZantrelClientAppSocket::OnConnect(int error) {
     if (error == 0) {
         if (m_log) m_log->Connected(m_host, m_port);

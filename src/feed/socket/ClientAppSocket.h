@@ -49,6 +49,7 @@ public:
 
 protected:
     void OnMessage(std::string_view line) override;
+    void OnMessagesAhead(std::string_view later, std::string_view soon) override;
     void OnConnect(int error) override;
     void OnClose(int error) override;
 

@@ -42,6 +42,9 @@ public:
     virtual void OnMessageA(std::string_view) {}
     virtual void OnUnknownMessage(std::string_view) {} ///< Every other first byte, 0x80 and above included.
 
+    /// Two of the next lines, of any kind; see CZTLStreamSocket::OnMessagesAhead.
+    virtual void ExpectMessages(std::string_view /*later*/, std::string_view /*soon*/) {}
+
     // The session's own steps for three kinds of lines; each calls the virtual handler of its kind when it is done.
     virtual void ReceiveSystemLine(std::string_view line) = 0;
     virtual void ReceiveTimeLine(std::string_view line) = 0;

@@ -125,50 +125,13 @@ VX_AVX2 SLineEnds IndexLineEndsAvx2(const char* block, size_t size, uint16_t* en
 
 #undef VX_AVX2
 
-#define VX_AVX512 __attribute__((target("avx512f,avx512bw,bmi,popcnt")))
-
-namespace {
-
-VX_AVX512 inline uint64_t LineEnds64(__m512i bytes) {
-    const __m128i part = _mm_setr_epi8(1, 0, 0, 0, 0, 0, 0, 0, 0, 0, '\n', 0, 0, '\r', 0, 0);
-    // With a mask of ones because the plain form makes g++ 12 warn of its own header.
-    const __m512i table = _mm512_maskz_broadcast_i32x4(0xFFFF, part);
-    return _mm512_cmpeq_epi8_mask(_mm512_shuffle_epi8(table, bytes), bytes);
-}
-
-} // namespace
-
-VX_AVX512 SLineEnds IndexLineEndsAvx512(const char* block, size_t size, uint16_t* ends) {
-    __m512i smallest = _mm512_set1_epi8(-1);
-    uint64_t carry = 0;
-    size_t count = 0;
-    size_t i = 0;
-    for (; i + 64 <= size; i += 64) {
-        const __m512i bytes = _mm512_loadu_si512(block + i);
-        smallest = _mm512_min_epu8(smallest, bytes);
-        const uint64_t isEnd = LineEnds64(bytes);
-        count = WriteOffsets(isEnd & ~(isEnd << 1 | carry), i, ends, count);
-        carry = isEnd >> 63;
-    }
-    if (i < size) {
-        const __m512i bytes = _mm512_mask_loadu_epi8(_mm512_set1_epi8('x'), FirstBits(size - i), block + i);
-        smallest = _mm512_min_epu8(smallest, bytes);
-        const uint64_t isEnd = LineEnds64(bytes);
-        count = WriteOffsets(isEnd & ~(isEnd << 1 | carry), i, ends, count);
-    }
-    return {count, _mm512_cmpeq_epi8_mask(smallest, _mm512_setzero_si512()) != 0};
-}
-
-#undef VX_AVX512
-
 bool HasAvx2() {
     __builtin_cpu_init();
     return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi") && __builtin_cpu_supports("popcnt");
 }
 
-bool HasAvx512() { return HasAvx2() && __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw"); }
-
-const LineIndexer IndexLineEnds = HasAvx512() ? IndexLineEndsAvx512 : HasAvx2() ? IndexLineEndsAvx2 : IndexLineEndsSse2;
+// Registers of 64 bytes were no faster.
+const LineIndexer IndexLineEnds = HasAvx2() ? IndexLineEndsAvx2 : IndexLineEndsSse2;
 
 #else
 

@@ -9,7 +9,7 @@ namespace vx {
 // Finds where the lines of a block of received bytes end, for all of them at once. The fastest way that the processor
 // knows is chosen at start-up; the others are here for the tests and for processors without it.
 
-inline constexpr size_t kLineBlock = 4096; ///< The most bytes of one call.
+inline constexpr size_t kLineBlock = 16384;///< The most bytes of one call.
 inline constexpr size_t kLineSlack = 64;   ///< Bytes that must be readable, with any content, after the block.
 
 struct SLineEnds {
@@ -30,9 +30,6 @@ SLineEnds IndexLineEndsSse2(const char* block, size_t size, uint16_t* ends);
 /// Only where HasAvx2.
 SLineEnds IndexLineEndsAvx2(const char* block, size_t size, uint16_t* ends);
 bool HasAvx2();
-/// Only where HasAvx512.
-SLineEnds IndexLineEndsAvx512(const char* block, size_t size, uint16_t* ends);
-bool HasAvx512();
 #endif
 
 } // namespace vx

@@ -79,6 +79,9 @@ protected:
     /// Shape   never empty; ends before the first NUL that the line holds, and a NUL follows it
     /// Owns    nothing: the line lives in the receive buffer and is gone when the call returns. No line is copied.
     virtual void OnMessage(std::string_view line);
+    /// Two of the lines that OnMessage will get next are these, `soon` within a few, unless a handler closes the
+    /// connection; does nothing here. Not every line is announced.
+    virtual void OnMessagesAhead(std::string_view later, std::string_view soon);
 
     /// Cuts count bytes, just received after the waiting ones, into lines and hands them over one after the other.
     virtual void ProcessReceivedData(int count);
