@@ -115,6 +115,15 @@ size_t WriteFixed(double value, int decimals, bool plus, std::span<char> out) {
     return CopyOut(first, end, out);
 }
 
+std::optional<double> RoundedAsWritten(double value, int decimals) {
+    decimals = std::clamp(decimals, 0, kMostFixedDecimals);
+    uint64_t scaled = 0;
+    if (!Scale(value, decimals, scaled) || scaled >= kPowersOfTen.back()) return std::nullopt;
+    // Both are exact, so the quotient is the double nearest to the decimal number.
+    const double size = static_cast<double>(scaled) / static_cast<double>(kPowersOfTen[static_cast<size_t>(decimals)]);
+    return std::signbit(value) ? -size : size;
+}
+
 size_t WriteInteger(int32_t value, std::span<char> out) {
     std::array<char, kMostDigits> text;
     char* const end = text.data() + text.size();

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 
 namespace vx {
@@ -14,6 +15,10 @@ namespace vx {
 ///
 /// Units   decimals 0..15, values outside are brought inside
 size_t WriteFixed(double value, int decimals, bool plus, std::span<char> out);
+
+/// The number that the text of WriteFixed reads as; nothing for one that only the text can tell: no number, infinite or
+/// of more than 15 digits.
+std::optional<double> RoundedAsWritten(double value, int decimals);
 
 /// As "%d".
 size_t WriteInteger(int32_t value, std::span<char> out);

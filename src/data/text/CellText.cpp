@@ -188,6 +188,25 @@ size_t CellText(const CSymbolRec& record, const SFieldEntry& entry, int decimals
     return 0;
 }
 
+std::optional<double> CellTextNumber(const CSymbolRec& record, const SFieldEntry& entry, int decimals) {
+    const SCellValue cell = Read(record, entry);
+    const bool set = cell.direction != EDirection::NeverSet;
+    switch (entry.valueClass) {
+    case EValueClass::Fixed:
+    case EValueClass::Price:
+    case EValueClass::Ratio:
+        return set ? RoundedAsWritten(cell.value.number, decimals) : 0;
+    case EValueClass::FourPlaces:
+        return set ? RoundedAsWritten(cell.value.number, 4) : 0;
+    case EValueClass::Integer:
+        return set ? static_cast<double>(static_cast<int32_t>(cell.value.whole)) : 0;
+    case EValueClass::Unsigned:
+        return set ? static_cast<double>(static_cast<uint32_t>(cell.value.whole)) : 0;
+    default:
+        return std::nullopt;
+    }
+}
+
 double CellNumber(const CSymbolRec& record, const SFieldEntry& entry) {
     const sRegQuoteData* region = ShowsRegion(record, entry) ? record.AsRegion() : nullptr;
     const bool received =

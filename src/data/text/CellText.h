@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -30,6 +31,9 @@ using CellBuffer = std::array<char, kMostCellText>;
 /// Errors  none; an impossible date reads "Invalid DateTime"
 /// Owns    nothing, and allocates nothing
 size_t CellText(const CSymbolRec& record, const SFieldEntry& entry, int decimals, std::span<char, kMostCellText> out);
+
+/// The number that the text of a cell reads as; nothing where only the text can tell. 0 for a field that was never set.
+std::optional<double> CellTextNumber(const CSymbolRec& record, const SFieldEntry& entry, int decimals);
 
 /// Whether the cells of a column are tick trends, whose bytes are no characters.
 bool IsTickTrend(const SFieldEntry& entry);

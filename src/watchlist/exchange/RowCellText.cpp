@@ -71,10 +71,17 @@ const CSymbolRec* CColumnReader::FindRecord(int row) const {
 
 size_t CColumnReader::Read(int row, const CSymbolRec* record, std::span<char, kMostCellText> out) const {
     if (m_kind != EKind::Field) return ReadOwn(row, m_doc.RowSymbol(row), out);
-    if (!record) return 0;
+    return record ? CellText(*record, *m_entry, Decimals(row, *record), out) : 0;
+}
+
+std::optional<double> CColumnReader::ReadNumber(int row, const CSymbolRec* record) const {
+    if (m_kind != EKind::Field) return std::nullopt;
+    return record ? CellTextNumber(*record, *m_entry, Decimals(row, *record)) : 0;
+}
+
+int CColumnReader::Decimals(int row, const CSymbolRec& record) const {
     const bool everyCell = m_doc.Options().useGridPrecision;
-    const int places = m_doc.Formats().Decimals(row, m_column, everyCell);
-    return CellText(*record, *m_entry, DecimalsToShow(*record, *m_entry, places, everyCell), out);
+    return DecimalsToShow(record, *m_entry, m_doc.Formats().Decimals(row, m_column, everyCell), everyCell);
 }
 
 size_t CColumnReader::ReadOwn(int row, std::string_view symbol, std::span<char, kMostCellText> out) const {

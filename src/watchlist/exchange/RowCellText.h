@@ -4,6 +4,7 @@
 #include "data/catalogue/FieldEntry.h"
 #include "data/text/CellText.h"
 
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -86,9 +87,13 @@ public:
     const CSymbolRec* FindRecord(int row) const;
     size_t Read(int row, const CSymbolRec* record, std::span<char, kMostCellText> out) const;
 
+    /// The number that a cell's text reads as; nothing where only the text can tell.
+    std::optional<double> ReadNumber(int row, const CSymbolRec* record) const;
+
 private:
     enum class EKind { Nothing, Field, Symbol, Alerts, Notes, News, Headline };
 
+    int Decimals(int row, const CSymbolRec& record) const;
     size_t ReadOwn(int row, std::string_view symbol, std::span<char, kMostCellText> out) const;
 
     const CWatchlistDoc& m_doc;
