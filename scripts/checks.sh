@@ -53,15 +53,15 @@ check_debug() {
   build debug
 }
 
-# check_fuzz [SECONDS]: every fuzzer from its corpus, 5 seconds each. What it finds is in build/fuzz/findings.
+# check_fuzz [SECONDS]: every fuzzer from its corpus, 5 seconds each. What it finds is in build/asan/findings.
 check_fuzz() {
   local seconds=${1:-5}
   install_packages "${ZW_BUILD_PACKAGES[@]}" "${ZW_ASAN_PACKAGES[@]}"
-  configure fuzz
-  build fuzz
-  mkdir -p build/fuzz/findings
-  find build/fuzz/bin/fuzz -name 'fuzz_*' -printf '%f\n' | sed 's/^fuzz_//' | sort >"$ZW_SCRATCH/fuzzers"
-  step "fuzzing; the inputs are in build/fuzz/findings" \
+  configure asan
+  build asan
+  mkdir -p build/asan/findings
+  find build/asan/bin/fuzz -name 'fuzz_*' -printf '%f\n' | sed 's/^fuzz_//' | sort >"$ZW_SCRATCH/fuzzers"
+  step "fuzzing; the inputs are in build/asan/findings" \
     xargs -P "$(nproc)" -I '{}' scripts/fuzz-one.sh '{}' "$seconds" <"$ZW_SCRATCH/fuzzers"
 }
 

@@ -4,6 +4,8 @@
 
 set -u
 ZW_ROOT=$(cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." && pwd -P)
+# Builds beside each other take from the cache what one of them has compiled, wherever the folder is.
+export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$ZW_ROOT} CCACHE_NOHASHDIR=${CCACHE_NOHASHDIR:-1}
 
 # What the programs are built with and run on, by Debian package name.
 ZW_BUILD_PACKAGES=(cmake ninja-build g++ ccache qt6-base-dev qt6-svg-dev qt6-multimedia-dev libgl-dev
