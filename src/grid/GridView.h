@@ -164,7 +164,7 @@ Q_SIGNALS:
     /// By mouse: what is under it, selected. By keyboard: the focus cell. Row and column are 0 in headers and -1 where
     /// there is none.
     void ContextMenuRequested(vx::EGridPart part, int row, int column, const QPoint& globalPos);
-    /// The user has dragged the columns (rows) first..last to stand before another one, count + 1 for the end. Never to
+    /// The user has dragged the columns (rows) first..last before another one, count + 1 for the end. Never to
     /// where they are already.
     void ColumnsDragged(int first, int last, int before);
     void RowsDragged(int first, int last, int before);

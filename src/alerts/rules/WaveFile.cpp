@@ -13,7 +13,7 @@ namespace {
 constexpr size_t kChunkHeader = 8;
 constexpr size_t kRiffHeader = 12;
 constexpr size_t kFormatBytes = 16;
-// Other chunks (titles, cue points) may stand before the sound.
+// Other chunks (titles, cue points) may come before the sound.
 constexpr size_t kLookedAtBytes = 64 * 1024;
 
 constexpr uint16_t kPcm = 1;

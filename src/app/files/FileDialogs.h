@@ -15,7 +15,7 @@ struct SFileQuestion {
     QString filters;        ///< As the toolkit takes them: "Watchlists (*.vxw);;All Files (*)".
     QString suffix;         ///< Given to a name that is typed without one; no point.
     std::string proposal;   ///< A path or name to begin with; empty for none.
-    bool overwrites = true; ///< Whether what stands in a chosen file is lost: then the user is asked.
+    bool overwrites = true; ///< Whether the content of a chosen file is lost: then the user is asked.
 };
 
 /// The kind of file that watchlists are kept in.

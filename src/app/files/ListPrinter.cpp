@@ -37,7 +37,7 @@ QString Printable(const SCell& cell) {
 /// The colours of a cell's text, chosen as on the screen: what cannot be read on its background gives way.
 class CPrintedColors {
 public:
-    /// row: what the cell stands on when it has no background of its own.
+    /// row: what is behind the cell when it has no background of its own.
     CPrintedColors(const SCell& cell, QRgb row)
         : m_cell(cell), m_ownBackground(cell.background != kAutomaticColor),
           m_background(m_ownBackground ? RgbFromColorRef(cell.background) : row) {}

@@ -20,7 +20,7 @@ struct SCell;
 /// Prints what a grid shows: its columns that are not hidden, with the header on every page.
 ///
 /// Shape   columns that do not fit beside each other are made smaller, down to kSmallest; what then still does not fit
-///         stands on further pages. Always in the light colours
+///         is on further pages. Always in the light colours
 /// Units   lengths in pixels of 1/96 inch before zooming
 /// Owns    nothing: grid and device outlive it; their layout must not change meanwhile
 /// Thread  GUI thread only
@@ -33,13 +33,13 @@ public:
 
     int PageCount() const { return m_rowPages * static_cast<int>(m_sheets.size()); }
 
-    /// Prints the pages from the first to the last, 1 and up. goOn is told the page before each; false ends it.
+    /// Prints the pages from the first to the last, 1 and up. goOn gets the page before each; false ends it.
     ///
     /// Errors  false when the device cannot be painted on or goOn ended it
     bool Print(int firstPage, int lastPage, const std::function<bool(int page)>& goOn);
 
 private:
-    /// Columns that stand beside each other on a page.
+    /// Columns that are side by side on a page.
     struct SSheet {
         int first = 1, last = 0;
     };

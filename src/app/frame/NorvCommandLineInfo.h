@@ -12,7 +12,7 @@ namespace vx {
 /// Shape   options start with "-" or "--", as ReadCommandLine has them. An argument that is no option is a watchlist
 ///         file; a path may begin with "/".
 /// Errors  one that is not known, or that all display programs share and that lacks its value, is kept in unknown and
-///         otherwise ignored; a bad value of an option of this program alone is told in error
+///         otherwise ignored; error says what is wrong with the value of an option of this program alone
 /// Units   edges in pixels of the virtual screen; integers are read leniently (text that is no number gives 0)
 class CNorvCommandLineInfo {
 public:

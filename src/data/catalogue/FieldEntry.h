@@ -17,7 +17,7 @@ enum class ESource : uint8_t {
     Quote,       ///< A slot of the update layout.
     Fundamental, ///< A slot of the fundamental layout.
     SplitDate,   ///< The date half of a split; the slot is the ratio's.
-    MarketName   ///< Name of the market whose id stands in a slot of the update layout.
+    MarketName   ///< Name of the market whose id is in a slot of the update layout.
 };
 
 /// The column shows nothing of a regional quote.

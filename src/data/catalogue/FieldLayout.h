@@ -99,7 +99,7 @@ template <size_t kSize> constexpr size_t CountTexts(const std::array<SSlot, kSiz
     return texts;
 }
 
-// The symbol stands in the record itself: slot 0 of every layout keeps nothing.
+// The symbol is in the record itself: slot 0 of every layout keeps nothing.
 template <size_t kSize> constexpr std::array<SSlot, kSize> FromRules(const std::array<EParseRule, kSize>& rules) {
     std::array<SSlot, kSize> slots{};
     uint8_t texts = 0;

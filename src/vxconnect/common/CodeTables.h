@@ -18,7 +18,7 @@ enum class EKind : uint8_t { Share, ExchangeTradedFund, MutualFund, MoneyFund, O
 /// What sets a symbol apart from an ordinary share; the defaults are those of a share.
 struct STerms {
     EKind kind = EKind::Share;
-    int delayMinutes = 0;    ///< How old its quotes are when they are told.
+    int delayMinutes = 0;    ///< How old its quotes are when they are sent.
     std::string prompt;      ///< Of a delayed listing: the share that it is of, whose facts are its own.
     double tick = 0;         ///< The smallest step of its price, dollars; 0: a cent, below one dollar 0.0001.
     double dayDeviation = 0; ///< Relative standard deviation of a day's move; 0: the sector's.

@@ -21,9 +21,9 @@ class CSendQueue;
 struct SUpdate {
     CFieldMask changed;
     uint64_t regions = 0;         ///< Bit n: the quote of region number n changed.
-    bool newSession = false;      ///< A new day began: everything is to be told again, the fundamentals too.
-    bool newFundamentals = false; ///< The fundamentals are to be told again.
-    bool newSummary = false;      ///< The summary is to be told again.
+    bool newSession = false;      ///< A new day began: everything is to be sent again, the fundamentals too.
+    bool newFundamentals = false; ///< The fundamentals are to be sent again.
+    bool newSummary = false;      ///< The summary is to be sent again.
 };
 
 /// The quote of one symbol, wherever its values come from.
@@ -59,8 +59,8 @@ struct SSubscription {
     SWatched* watched = nullptr;
     bool regions = false;          ///< The client wants the regional quotes as well.
     bool held = false;             ///< Something waits in the five below.
-    bool heldSummary = false;      ///< The summary is to be told again.
-    bool heldFundamentals = false; ///< The fundamentals are to be told again.
+    bool heldSummary = false;      ///< The summary is to be sent again.
+    bool heldFundamentals = false; ///< The fundamentals are to be sent again.
     uint32_t heldContents = 0;
     uint64_t heldRegions = 0;
     CFieldMask heldFields;
@@ -167,7 +167,7 @@ public:
     virtual CFeed& Feed() = 0;
     const CFeed& Feed() const { return const_cast<CSource*>(this)->Feed(); }
 
-    /// What the clients are told that it is: "simulated market" and "seed 1", for example. No commas.
+    /// What it calls itself to the clients: "simulated market" and "seed 1", for example. No commas.
     virtual std::string Kind() const = 0;
     virtual std::string Detail() const = 0;
 
@@ -178,7 +178,7 @@ public:
     /// Symbols came to those watched, or went.
     virtual void WatchesChanged() {}
 
-    /// Called after something was told, or might have been: what waits is to be sent.
+    /// Called after something was added, or might have been: what waits is to be sent.
     std::function<void()> OnSlice;
     /// Called when IsLive() has changed.
     std::function<void()> OnLiveChanged;

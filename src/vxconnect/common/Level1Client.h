@@ -16,7 +16,7 @@
 
 namespace vx::sim {
 
-/// A client of the level-1 port: its field list, its watches and what it has still to be told.
+/// A client of the level-1 port: its field list, its watches and what is still to be sent to it.
 ///
 /// While its queue has room, every event is a line. Beyond that the events of one symbol fold into one line that
 /// carries every field that has changed, with its newest value, and is written when the client has read enough.

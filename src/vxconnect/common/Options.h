@@ -64,7 +64,7 @@ constexpr uint32_t kInputRate = 10; ///< Rows a second of an input file, unless 
 
 /// Reads "--name value" and "--name=value". Arguments that are not ours are passed over.
 ///
-/// Errors  a bad value of an option of ours is told in the error text, which names both
+/// Errors  the error text names the option of ours whose value is bad, and the value
 SOptions ReadOptions(std::span<const std::string> arguments);
 
 /// The text of --help.

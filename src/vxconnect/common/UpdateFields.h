@@ -12,7 +12,7 @@
 
 namespace vx::sim {
 
-/// What a quote line is about. The bits stand in the order in which the letters are written: quotes come newest, last.
+/// What a quote line is about. The bits are in the order in which the letters are written: quotes come newest, last.
 enum EContents : uint32_t {
     kContentsTrade = 1u << 0,         ///< "C"
     kContentsExtendedTrade = 1u << 1, ///< "E"

@@ -104,7 +104,7 @@ private:
 };
 
 /// What all sources that serve data from outside share: the feed, the market's time as the data tell it, and slices of
-/// time in which they go on.
+/// time in which they continue.
 class CDataSource : public QObject, public CSource {
 public:
     explicit CDataSource(const SOptions& options);

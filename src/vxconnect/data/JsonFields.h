@@ -15,7 +15,7 @@ struct SJsonField {
     bool nested = false; ///< The value is an object or a list and is left out.
 };
 
-/// Reads one JSON object, its members in their order; a name that stands there twice is there twice.
+/// Reads one JSON object, its members in their order; a name that occurs twice is there twice.
 ///
 /// Shape   line: UTF-8, else Windows-1252
 /// Returns what is wrong with the line, empty for nothing

@@ -29,7 +29,7 @@ bool IsDataLine(std::string_view text) {
     return text.size() > 2 && text[1] == ',' && kDataLetters.find(text[0]) != std::string_view::npos;
 }
 
-// The number that stands in some bytes; -1 when they are not all digits.
+// The number that some bytes spell; -1 when they are not all digits.
 int NumberAt(std::string_view text, size_t begin, size_t count) {
     int value = 0;
     const char* const first = text.data() + begin;

@@ -132,7 +132,7 @@ void CReplaySource::PlayRow(std::string_view line) {
     if (!index) return;
     CDataRecord& record = Data().Record(*index);
     const bool update = line[0] == 'Q';
-    // The first ones were told when the watch began: only what is new is told again.
+    // The first ones were sent when the watch began: only what is new is sent again.
     if (!update && !record.Differs(m_row)) return;
     SUpdate changes = record.Merge(m_row, true);
     Clock().Hear(record, changes.changed);

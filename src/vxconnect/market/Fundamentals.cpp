@@ -21,7 +21,7 @@ std::string DateText(PackedDate date) { return fmt::format("{}/{}/{}", date / 10
 std::string SplitText(double ratio, PackedDate date) { return fmt::format("{:.2f} {}", ratio, DateText(date)); }
 
 // Fills the fields of a line. Every figure that is not the market's comes from the symbol's own seed, so that it is
-// the same each time it is told; the draws therefore happen for every symbol, whether or not they are used.
+// the same each time it is sent; the draws therefore happen for every symbol, whether or not they are used.
 class CFundamentalWriter {
 public:
     CFundamentalWriter(CMarket& market, CMarket::Index index)

@@ -83,7 +83,7 @@ CInstrument::CInstrument(std::string symbol, const STicker& ticker, STerms terms
 
 void CInstrument::MakeFirstHalfHour() {
     const MarketMs pace = (-kFirstSessionBegin - m_delayMs) / (kWarmUpEvents + 2);
-    // Each event stands for so many as its time would have held.
+    // Each event counts for as many as its time would have held.
     for (int i = 0; i < kWarmUpEvents; ++i, m_now += pace) Step(static_cast<int>(pace) / m_paceMs);
     for (m_now = -m_delayMs - kSettlingEvents * m_paceMs; m_now < -m_delayMs; m_now += m_paceMs) Step(1);
     m_now = -m_delayMs;

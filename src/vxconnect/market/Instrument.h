@@ -56,7 +56,7 @@ constexpr int kTickSame = 183;
 /// Thread  any one
 class CInstrument final : public CSecurity {
 public:
-    /// Starts on the given day with half an hour of trading behind it.
+    /// Starts on the given day after half an hour of trading.
     CInstrument(std::string symbol, const STicker& ticker, STerms terms, uint64_t seed, PackedDate date);
 
     /// Makes the next event happen; never allocates.

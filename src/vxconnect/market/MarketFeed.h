@@ -25,7 +25,7 @@ struct SWatchedInstrument final : SWatched {
 
 /// The feed of the simulated market: makes the watched symbols' events happen in the order of their times.
 ///
-/// A symbol that is watched for the first time, or again, goes on where its own clock stands, so that its sequence is
+/// A symbol that is watched for the first time, or again, continues from its own clock, so that its sequence is
 /// the same in every run; only one that has fallen behind by more than kMostBehindMs is put forward.
 ///
 /// Owns    the market's clock

@@ -8,7 +8,7 @@ namespace vx::sim {
 
 namespace {
 
-// How many ticks a region stands behind the best quote when it does not make it.
+// How many ticks a region's quote is worse than the best one when it is not the best.
 int64_t TicksBehind(size_t region) { return static_cast<int64_t>(region) + 1; }
 
 } // namespace

@@ -53,7 +53,7 @@ private:
     const CDirectory& m_directory;
     std::optional<uint64_t> m_version;
     std::vector<SEntry> m_entries; // One more than there are symbols: where the texts end.
-    std::string m_symbols;         // Upper case, a line end behind each.
+    std::string m_symbols;         // Upper case, a line end after each.
     std::string m_names;           // The same.
     std::string m_replies;
 };

@@ -57,7 +57,7 @@ private:
     uint64_t m_sentToGone = 0;
 };
 
-/// The three ports of the feed client and what is served behind them.
+/// The three ports of the feed client and what is served on them.
 ///
 /// Thread  the one of its event loop
 class CServer : public QObject {

@@ -14,7 +14,7 @@ namespace vx {
 class CWatchlistDoc;
 class CWatchlistGrid;
 
-/// The bar below the grid in which a text is looked for. While it is typed the first place is shown; Enter goes on to
+/// The bar below the grid in which a text is looked for. While it is typed the first place is shown; Enter moves to
 /// the next one, Shift+Enter to the one before, Esc back to the grid.
 ///
 /// Owns    nothing of document and grid, which outlive it

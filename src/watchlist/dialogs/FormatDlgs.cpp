@@ -55,7 +55,7 @@ CCellSettingsDlg::CCellSettingsDlg(CWatchlistDoc& doc, const SFormatRange& range
     m_fields->Show(doc.Formats().Effective(row, column), StandsOut(doc, row, column), ColourRuleOf(doc, column));
     if (doc.Options().useDefaultAlignment)
         m_fields->DisableAlignment(
-            QStringLiteral("Numbers stand on the right and texts on the left while the default alignment is "
+            QStringLiteral("Numbers are on the right and texts on the left while the default alignment is "
                            "on in the grid settings."));
     if (doc.Options().useGridPrecision)
         m_fields->DisableDecimals(QStringLiteral("The decimals of the grid settings are used for all cells."));

@@ -22,7 +22,7 @@ public:
     /// The row that was found when the dialog was accepted.
     int Row() const { return m_row; }
 
-    /// Stays open, and says so, when the symbol stands in no row.
+    /// Stays open, and says so, when the symbol is in no row.
     void accept() override;
 
 private:

@@ -7,7 +7,7 @@ namespace vx {
 
 struct SImportPreview;
 
-/// Shows what an import would add, what stands in the watchlist already and what was not understood, before anything
+/// Shows what an import would add, what the watchlist has already and what was not understood, before anything
 /// happens.
 ///
 /// Errors  OK is disabled when there is nothing to add

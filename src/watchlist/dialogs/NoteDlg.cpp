@@ -16,7 +16,7 @@ namespace vx {
 
 namespace {
 
-// Notes stand in a line of the watchlist file; a longer text is somebody's mistake.
+// Notes are in one line of the watchlist file; a longer text is somebody's mistake.
 constexpr int kLongestNote = 10000;
 
 } // namespace

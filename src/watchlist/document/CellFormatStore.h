@@ -82,7 +82,7 @@ public:
 
     /// All records as one line of text without a line end, row by row. Fields that equal those of the cell's default
     /// (its column's format; the grid's for a column) are left empty. A record that equals its default is left out
-    /// unless it stands in column 0; the grid's stands there whole.
+    /// unless it is in column 0; the grid's is there whole.
     std::string Write() const;
     /// Replaces all records by those that a text describes; an empty text changes nothing.
     ///

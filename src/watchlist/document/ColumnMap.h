@@ -21,7 +21,7 @@ struct sColumnInfo {
 
 /// The columns of one watchlist, left to right, and the numbers and widths that belong to their names.
 ///
-/// Shape   position 0 is always the row-number column; every name stands at most once
+/// Shape   position 0 is always the row-number column; every name occurs at most once
 /// Thread  GUI thread only
 class CColumnMap {
 public:
@@ -47,7 +47,7 @@ public:
     bool Insert(int position, std::string_view name, int width = kDefaultColumnWidthPx);
     /// Takes a column out; the row-number column stays.
     void Remove(int position);
-    /// Moves a column so that it stands at position `to` afterwards; the row-number column stays first.
+    /// Moves a column so that it is at position `to` afterwards; the row-number column stays first.
     void Move(int from, int to);
     void SetWidth(int position, int width);
 

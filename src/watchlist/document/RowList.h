@@ -10,7 +10,7 @@ namespace vx {
 
 /// Grid row numbers in rising order, each once.
 ///
-/// One symbol may stand in every row of the longest watchlist, and rows come and go from either end: an insertion or
+/// One symbol may be in every row of the longest watchlist, and rows come and go from either end: an insertion or
 /// removal moves only the numbers on the shorter side of its place.
 ///
 /// Thread  any, as a std::vector

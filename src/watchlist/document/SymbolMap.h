@@ -14,7 +14,7 @@
 
 namespace vx {
 
-/// One symbol of a document and the rows where it stands.
+/// One symbol of a document and the rows where it is.
 struct SYMBOL_DATA {
     std::string symbol; ///< Without blanks around it, at least one character.
     CRowList rows;      ///< Grid row numbers; at least one.
@@ -51,7 +51,7 @@ private:
     std::unique_ptr<CPlaces> m_places; ///< From the moment there are more than kMostWalked.
 };
 
-/// Finds the grid rows of a symbol. Which symbol stands in a row is the document's own knowledge.
+/// Finds the grid rows of a symbol. Which symbol is in a row is the document's own knowledge.
 ///
 /// Shape   keyed by SymbolHash; symbols are compared exactly, case included
 /// Owns    copies of the symbols
@@ -60,7 +60,7 @@ class CSymbolMap {
 public:
     /// Adds a row to a symbol. Blanks around it go, an empty symbol is ignored, a row that it has already stays one.
     void Add(std::string_view symbol, uint32_t row, uint32_t flag = 0);
-    /// Takes a row from a symbol, and the symbol with its last row; false when it did not stand there.
+    /// Takes a row from a symbol, and the symbol with its last row; false when it was not there.
     bool Remove(std::string_view symbol, uint32_t row);
     /// Takes a symbol off all its rows and returns them.
     CRowList RemoveSymbol(std::string_view symbol);
@@ -68,7 +68,7 @@ public:
 
     /// Gives every row the number newRow(row), 0 to drop it; no two rows may get the same one.
     ///
-    /// Returns the symbols that stand nowhere any more, in no particular order
+    /// Returns the symbols that are in no row any more, in no particular order
     template <typename NewRow> std::vector<std::string> Renumber(NewRow&& newRow) {
         std::vector<std::string> gone;
         for (auto& [hash, symbols] : m_arrays)
@@ -80,7 +80,7 @@ public:
         return gone;
     }
 
-    /// Null when the symbol stands nowhere.
+    /// Null when the symbol is in no row.
     const SYMBOL_DATA* Find(std::string_view symbol) const;
     /// The symbols of one hash, null when there are none.
     const CSymbolRecArray* FindHash(uint32_t hash) const;

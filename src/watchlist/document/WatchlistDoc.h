@@ -177,7 +177,7 @@ public:
     bool InsertRows(int firstRow, int count);
     /// Takes rows out; a symbol that stood nowhere else is unwatched.
     void DeleteRows(int firstRow, int count);
-    /// Moves rows so that they stand before the row that is `before` now, at most RowCount() + 1.
+    /// Moves rows so that they are before the row that is `before` now, at most RowCount() + 1.
     void MoveRows(int firstRow, int count, int before);
 
     // Hidden rows. They take no place in the grid and are rows like all others otherwise: watched, judged by alerts,
@@ -249,7 +249,7 @@ public:
     uint64_t ChangeCount() const override { return m_changeCount; }
     const std::string& StatusText() const { return m_status; }
     void SetTitle(std::string_view title) { m_frame.SetDocumentTitle(title); }
-    /// Shows in the status bar what goes on, until RestoreStatus puts the status text back.
+    /// Shows in the status bar what is under way, until RestoreStatus puts the status text back.
     void ShowProgress(std::string_view text) { m_frame.SetStatusText(text); }
     void RestoreStatus() { m_frame.SetStatusText(m_status); }
 
@@ -348,7 +348,7 @@ private:
     std::unordered_set<std::string> m_batchLeft; ///< Stood in a row before, and are still watched.
     std::vector<std::string> m_batchAdded;       ///< Their news counts are to be asked for.
 
-    // Only while something is changed: what the view is to be told.
+    // Only while something is changed: what the view is to hear.
     struct SNotices {
         int depth = 0;
         int rowCount = 0; ///< At the beginning.

@@ -15,7 +15,7 @@ struct SPlacement {
     bool operator==(const SPlacement&) const = default;
 };
 
-/// What the document needs of the window it stands in. The frame implements it; the document knows no window.
+/// What the document needs of its window. The frame implements it; the document knows no window.
 ///
 /// Thread  GUI thread only
 class CWatchlistFrame {

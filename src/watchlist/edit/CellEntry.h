@@ -43,7 +43,7 @@ void AppendWithoutControls(std::string& out, std::string_view text);
 /// letter already. Nothing for a text of three words or more or with a comma: that is no symbol.
 std::optional<std::string> TypedSymbol(std::string_view text);
 
-/// Puts the symbol that a companion program chose last into a row, after asking when something stands there; does
+/// Puts the symbol that a companion program chose last into a row, after asking when the row is not empty; does
 /// nothing when none was chosen.
 void AddCurrentSymbol(CWatchlistDoc& doc, const CSettings& settings, int row);
 

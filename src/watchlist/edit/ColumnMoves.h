@@ -16,7 +16,7 @@ class CWatchlistDoc;
 bool InsertColumn(CWatchlistDoc& doc, int position, std::string_view name);
 /// Takes a column out. With the auto-sort column auto sort goes off.
 void RemoveColumn(CWatchlistDoc& doc, int position);
-/// Moves a column so that it stands at `to` afterwards.
+/// Moves a column so that it is at `to` afterwards.
 void MoveColumn(CWatchlistDoc& doc, int from, int to);
 /// Gives a column, or that of the row numbers (0), a width; below 1 hides it.
 ///

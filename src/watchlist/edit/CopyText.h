@@ -7,7 +7,7 @@
 
 namespace vx {
 
-/// Whether the mark stands before annotations that tells them from symbols when they are pasted again.
+/// Whether annotations get the mark that tells them from symbols when they are pasted again.
 enum class EAnnotationMarks { No, Yes };
 
 /// What a range of the grid shows, as text for the clipboard.

@@ -37,7 +37,7 @@ bool IsLetterOrDigit(char c) {
 
 bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
 
-// "150.25" is a price that stands beside a symbol; "0700" may be a symbol.
+// "150.25" is a price next to a symbol; "0700" may be a symbol.
 bool IsDecimalNumber(std::string_view text) {
     if (!text.empty() && (text.front() == '-' || text.front() == '+')) text.remove_prefix(1);
     return text.find('.') != std::string_view::npos &&

@@ -99,7 +99,7 @@ SImportFile ReadImportFile(const std::string& path);
 /// Looks for symbols in a text.
 ///
 /// A text whose first line that is not empty is a header with a field "Symbol", between commas, semicolons or TABs, is
-/// a table: the symbols stand in that column. Fields may stand in quotes, and may be link formulas of an export. Every
+/// a table: the symbols are in that column. Fields may be in quotes, and may be link formulas of an export. Every
 /// other text is a list of symbols with commas, semicolons, TABs, blanks or line ends between; of a report (see
 /// IsReport) rules and titles are no part.
 ///

@@ -128,7 +128,7 @@ std::vector<uint32_t> SortedIndices(std::vector<Key>& keys, std::span<const size
 
 std::vector<uint32_t> OrderByText(const std::vector<std::string_view>& keys, bool ascending,
                                   std::span<const size_t> blockEnds) {
-    std::string folded; // All folded keys behind each other: one allocation, and neighbours in memory.
+    std::string folded; // All folded keys one after the other: one allocation, and neighbours in memory.
     std::vector<uint32_t> starts(keys.size() + 1);
     for (size_t i = 0; i < keys.size(); ++i) {
         folded += LowerAscii(keys[i]);

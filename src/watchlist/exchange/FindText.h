@@ -23,7 +23,7 @@ struct SFoundCell {
 /// Looks for a text in what the grid shows, row by row, and in the notes, whose lines need not all be shown. A note is
 /// found in the Notes column, or in the first shown one when that is hidden; an annotation in the first one.
 ///
-/// The search begins behind (before) a cell and goes on at the other end until it is at that cell again, which is the
+/// The search begins after (before) a cell and continues at the other end until it is at that cell again, which is the
 /// last one looked at. A cell outside the list stands for its end.
 ///
 /// Units   rows and columns from 1

@@ -23,7 +23,7 @@ enum class EFileOutcome {
     Failed
 };
 
-/// What a save may do although something is lost by it; each only after the user was told by a save's result.
+/// What a save may do although something is lost by it; each only after a save's result has told the user.
 struct SSaveConsent {
     bool overwriteChanged = false; ///< Replace what another program wrote. Asked for by ChangedOnDisk.
     bool overwriteUnread = false;  ///< Replace what was not read. Asked for by NotAllRead.

@@ -13,7 +13,7 @@ namespace vx {
 /// A path as the key of what belongs to it: absolute, links followed, so that every way to a file gives one key.
 std::string PathKey(const std::string& path);
 
-/// The hash of a path key or a content as it stands in names: 16 hexadecimal digits.
+/// The hash of a path key or a content as names have it: 16 hexadecimal digits.
 std::string HashName(uint64_t hash);
 
 /// Below the state folder: what a kill must not take, and the backups of saved files.

@@ -73,7 +73,7 @@ private:
     CFileSaver m_saver;
     std::string m_path;
     uint64_t m_knownHash = 0;
-    bool m_onDisk = false; ///< m_knownHash stands for a content that is, or was, on disk.
+    bool m_onDisk = false; ///< m_knownHash is of a content that is, or was, on disk.
     std::string m_unread;  ///< What of the file was not read, a sentence; empty: all was.
 };
 

@@ -14,7 +14,7 @@ namespace vx {
 
 namespace {
 
-constexpr int kStoredPerPixel = 10;    // Column widths stand in the file as ten times their pixels.
+constexpr int kStoredPerPixel = 10;    // Column widths are in the file as ten times their pixels.
 constexpr size_t kMostNameBytes = 255; // What a cell can show.
 constexpr std::string_view kOldInvalidEnd = "\" is an Invalid Symbol.";
 constexpr std::string_view kLineEnd = "\r\n";
@@ -72,7 +72,7 @@ void ReadAnnotations(const SValue& value) {
     }
 }
 
-// A note stands on one line with "::" for each line end of its own.
+// A note is on one line with "::" for each line end of its own.
 std::string NoteText(std::string_view stored) {
     std::string text;
     for (size_t at = stored.find("::"); at != std::string_view::npos; at = stored.find("::")) {

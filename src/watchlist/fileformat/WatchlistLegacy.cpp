@@ -82,7 +82,7 @@ std::string_view Behind(std::string_view text, std::string_view mark) {
     return at == std::string_view::npos ? text : text.substr(at + mark.size());
 }
 
-/// Two lists that belong together but stand on different lines.
+/// Two lists that belong together but are on different lines.
 struct SListPair {
     std::string texts, rows;
 

@@ -39,7 +39,7 @@ struct SWatchlistSupplement {
     std::vector<int> hiddenRows; ///< Rising.
 };
 
-/// Puts what was kept back to what the file brought; it wins over what stands in the same row.
+/// Puts what was kept back to what the file brought; it wins over what the same row has.
 void MergeSupplement(const SWatchlistSupplement& supplement, SWatchlistContent& content);
 
 /// Reads the text of a supplement's file.

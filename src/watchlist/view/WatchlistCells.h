@@ -43,7 +43,7 @@ class CSymbolRec;
 struct SCellFormat;
 struct sColumnInfo;
 
-/// What stands in the cells of a watchlist: the fields of each row's symbol, or the row's annotation, each in the
+/// What the cells of a watchlist hold: the fields of each row's symbol, or the row's annotation, each in the
 /// format of its cell.
 ///
 /// Nothing is stored but a fingerprint of each cell last painted, by which DiffersFromPainted tells whether an update

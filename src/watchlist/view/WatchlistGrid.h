@@ -36,8 +36,8 @@ class CWatchlistDoc;
 
 /// The grid that shows a watchlist document.
 ///
-/// Every cell can be edited; what may stand where is the document's to say when the edit ends. A double click on a cell
-/// that stands for more than its text (alerts, note, news) is told by CellDoubleClicked instead.
+/// Every cell can be edited; what may be where is the document's to say when the edit ends. A double click on a cell
+/// that stands for more than its text (alerts, note, news) is reported by CellDoubleClicked instead.
 ///
 /// Owns    nothing of the document, which outlives it
 /// Thread  GUI thread only
