@@ -5,7 +5,6 @@
 #include "alerts/rules/FiredAlert.h"
 #include "alerts/ui/ResetAlert.h"
 #include "app/BoardFixture.h"
-#include "app/commands/GridCommands.h"
 #include "app/files/RecoveryDlg.h"
 #include "watchlist/file/RecoveryFile.h"
 
@@ -59,29 +58,6 @@ protected:
 };
 
 } // namespace
-
-TEST_P(CDialogWalkTest, TheKeyboardAndTheDefaultButtonAreToldApart) {
-    QDialog dialog;
-    auto* text = new QLineEdit(&dialog);
-    auto* button = new QPushButton(QStringLiteral("OK"), &dialog);
-    button->move(0, 40);
-    button->setAutoDefault(false);
-    dialog.show();
-    dialog.activateWindow();
-    for (const char* theme : {"light", "dark"}) {
-        frame->GridCommands().UseTheme(QString::fromLatin1(theme), false);
-        std::vector<QImage> looks;
-        for (const bool isDefault : {false, true})
-            for (QWidget* keyboard : {static_cast<QWidget*>(text), static_cast<QWidget*>(button)}) {
-                button->setDefault(isDefault);
-                keyboard->setFocus(Qt::TabFocusReason);
-                ProcessAll();
-                const QImage look = button->grab().toImage();
-                EXPECT_EQ(std::ranges::count(looks, look), 0) << theme << " " << isDefault << button->hasFocus();
-                looks.push_back(look);
-            }
-    }
-}
 
 TEST_P(CDialogWalkTest, DialogsOfTheBoard) {
     for (const auto& [command, name] : {std::pair{EditNote, "noteDialog"},

@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/FrameFixture.h"
-#include "app/files/RecoveryController.h"
-#include "watchlist/file/RecoveryFile.h"
-
 #include <QProcess>
 #include <QRegularExpression>
 
-#include <csignal>
 #include <fstream>
 
 using namespace vx;
@@ -45,25 +41,6 @@ protected:
         return testing::AssertionFailure() << "nothing in row " << row << ", column " << column;
     }
     testing::AssertionResult HasCome(int row) { return HasCome(row, ColumnOf("Last")); }
-
-    /// The running programs that were started with this test's folder.
-    std::vector<pid_t> Programs() const {
-        std::vector<pid_t> out;
-        std::error_code gone;
-        for (const auto& entry : std::filesystem::directory_iterator("/proc", gone)) {
-            const pid_t id = std::atoi(entry.path().filename().c_str());
-            if (id > 0 && id != getpid() &&
-                ReadFile(entry.path().string() + "/environ").find(folder.Path()) != std::string::npos)
-                out.push_back(id);
-        }
-        return out;
-    }
-    /// The id of such a program whose command line holds a text, 0 when there is none.
-    pid_t ProgramWith(const std::string& text) const {
-        for (const pid_t id : Programs())
-            if (ReadFile("/proc/" + std::to_string(id) + "/cmdline").find(text) != std::string::npos) return id;
-        return 0;
-    }
 
     QProcess m_client;
 };
@@ -127,33 +104,6 @@ TEST_F(LiveMarket, OwnDataThatEndLeaveAGreyBoardUntilTheyComeAgain) {
         feeder.close();
         EXPECT_TRUE(shows(price, "Feed: Not Connected", true));
     }
-}
-
-TEST_F(LiveMarket, AfterTheFeedClientDiedTheProgramStartsAnewWithEverything) {
-    Connected("IBM", "");
-    ASSERT_TRUE(HasCome(1));
-    m_client.kill();
-    ASSERT_TRUE(WaitUntil([&] { return IsEnabled(ECommand::Restart); }));
-    doc->Update()->EnterSymbol(2, "MSFT");
-    doc->Edit({}, [](CWatchlistEdit&) {});
-
-    const std::string path = std::getenv("PATH");
-    setenv("PATH", ZW_BIN_DIR, 1);
-    Do(ECommand::Restart);
-    setenv("PATH", path.c_str(), 1);
-    const std::string kept = frame->Recovery().KeptFile();
-    DropFrame();
-    pid_t program = 0;
-    ASSERT_TRUE(WaitUntil([&] { return (program = ProgramWith(kept)) != 0; }));
-    EXPECT_TRUE(WaitUntil([&] { return ProgramWith("ZANTREL_WATCHLIST") != 0; }))
-        << "it starts a feed client of its own";
-    EXPECT_TRUE(FindRecoveries(At("zantrel")).empty()) << "the new program has it";
-    kill(program, SIGTERM);
-    EXPECT_TRUE(WaitUntil([&] { return ProgramWith(kept) == 0; }));
-    const std::vector<SRecovery> left = FindRecoveries(At("zantrel"));
-    ASSERT_EQ(left.size(), 1u);
-    EXPECT_THAT(left[0].text, testing::HasSubstr("Symbols=IBM:1,;MSFT:2,;"));
-    for (const pid_t id : Programs()) kill(id, SIGKILL);
 }
 
 TEST_F(LiveMarket, SymbolsBeyondTheLimitComeWhenThereIsRoom) {
