@@ -113,7 +113,7 @@ TEST_F(CAlertControllerTest, TheSecondAlertOfASymbolIsArmedByItsNoticeAndResetCh
     ClickStandard(reset);
     ASSERT_TRUE(WaitUntil([&] { return Alert(0).enabled == 1; }));
     EXPECT_EQ(Alert(1).enabled, 0u);
-    EXPECT_THAT(History(), ElementsAre("Reset to 51", "Armed again", EndsWith("; reset Last greater than 50 to 51")));
+    EXPECT_THAT(History(), ElementsAre("Reset to 21", "Armed again", EndsWith("; reset Last greater than 50 to 21")));
 }
 
 TEST_F(CAlertControllerTest, WhatIsGoneWhenItsNoticeIsAnsweredDoesNoHarm) {

@@ -31,17 +31,6 @@ TEST_F(CEditCommandsTest, TypedTextBecomesSymbolsAndAnnotationsAndIsUndoneByName
             {"at 3 1; 'ge'; ViewShading", "IBM|#buy at open|GE"}}); // A command takes over what is being typed.
 }
 
-TEST_F(CEditCommandsTest, AnEditThatChangesNothingMarksTheDocumentButEscapeIsNoEnd) {
-    Rows(QStringLiteral("IBM"));
-    for (const auto& [steps, modified] : {std::pair{"Esc", false}, {"Return", true}, {"'remark'; Return", true}}) {
-        doc->MarkSaved();
-        grid->BeginEdit(1, ColumnOf("Last"));
-        Script({{steps, "IBM", "paste IBM"}});
-        EXPECT_EQ(doc->IsModified(), modified) << steps;
-    }
-    EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Annotations may not be placed in Symbol Rows."));
-}
-
 TEST_F(CEditCommandsTest, F2InARejectedRowBringsBackWhatWasTyped) {
     const auto& editor = Child<QLineEdit>("gridEditor");
     for (const auto& [typed, symbol, row] :
@@ -70,22 +59,6 @@ TEST_F(CEditCommandsTest, DeleteClearsInsertAndControlDeleteAskOnlyWhereItIsUncl
     EXPECT_EQ(Columns().find("Tick Trend"), std::string::npos);
     Script({{"EditUndo", "A||D"}});
     EXPECT_EQ(Columns(), before);
-}
-
-TEST_F(CEditCommandsTest, DeletingUnderAutoSortAsksFirst) {
-    Rows(QStringLiteral("A\nB"));
-    doc->Update()->Options().sort = {1, true, true, 60000};
-    doc->Update()->Columns();
-    const auto& timer = *frame->View().findChild<QTimer*>(QStringLiteral("autoSortTimer"));
-    boxes.answer = EBoxAnswer::No;
-    Script({{"rows 1-1; RowDelete; EditDelete", "A|B"}});
-    ASSERT_EQ(boxes.shown.size(), 2u);
-    EXPECT_EQ(boxes.shown[0].caption, "Turn Off Auto Sort");
-    boxes.answer = EBoxAnswer::Yes;
-    Script({{"RowDelete", "B"}});
-    EXPECT_FALSE(timer.isActive());
-    Script({{"EditUndo; EditUndo", "A|B"}});
-    EXPECT_TRUE(timer.isActive());
 }
 
 TEST_F(CClipboardCommandsTest, WhatIsCopiedIsTheTextOfTheCellsAndComesBackAsItWas) {

@@ -4,7 +4,6 @@
 #include "data/record/L1SymbolRec.h"
 #include "support/Allocations.h"
 
-
 using namespace vx;
 using namespace vx::test;
 

@@ -132,10 +132,8 @@ QString CDisplay::Tool(const QStringList& arguments) {
     return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
 }
 
-void CDisplay::Press(const QString& key) { Tool({QStringLiteral("key"), key}); }
-
-void CDisplay::Type(const QString& text) {
-    Tool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("12"), text});
+void CDisplay::Press(const char* keys) {
+    Tool(QStringLiteral("key --delay 12 %1").arg(QString::fromLatin1(keys)).split(QLatin1Char(' ')));
 }
 
 void CDisplay::Click(const QPoint& place) {

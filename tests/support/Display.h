@@ -42,9 +42,8 @@ public:
     QRect Whole(const QWidget& window) const;
     // The user's hands. Each call returns when what it does was sent.
 
-    /// A key by its name: "Return", "ctrl+s", "a".
-    static void Press(const QString& key);
-    static void Type(const QString& text);
+    /// Keys by their names: "a Return ctrl+s".
+    static void Press(const char* keys);
     static void Click(const QPoint& place);
     /// What xdotool prints; empty when it fails.
     static QString Tool(const QStringList& arguments);
