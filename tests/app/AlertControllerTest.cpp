@@ -5,7 +5,6 @@
 
 #include "alerts/rules/AlertInfo.h"
 #include "alerts/ui/AlertHistoryDlg.h"
-#include "alerts/ui/AlertsDlg.h"
 #include "alerts/ui/AlertsNotice.h"
 #include "alerts/ui/NewAlertDlg.h"
 #include "alerts/ui/NoticeQueue.h"
@@ -14,7 +13,6 @@
 #include "app/alerts/MissedAlerts.h"
 
 #include <QComboBox>
-#include <QListView>
 #include <QTableView>
 #include <QToolButton>
 
@@ -174,24 +172,4 @@ TEST_F(CAlertControllerTest, WhatFiredWhileAwayIsCountedAndFoundInTheHistory) {
     EXPECT_TRUE(history.isVisible());
     const QAbstractItemModel& model = *Named<QTableView>(history, "table").model();
     EXPECT_TRUE(WaitUntil([&] { return model.rowCount() == 2; })) << model.rowCount();
-
-    Alerts().Add("IBM", Above(90));
-    Presence().SetHere(false);
-    Q_EMIT frame->Alerts().Missed().Called();
-    LastIs("IBM", "99");
-    Notice();
-    EXPECT_FALSE(missed.isVisible()) << "who chose the notification is here";
-}
-
-TEST_F(CAlertControllerTest, TheListOfAlertsOpensAtThoseOfTheRow) {
-    Alerts().Add("IBM", Above(10));
-    Alerts().Add("MSFT", Above(1000));
-    int selected = -1;
-    WhenOpen<CAlertsDlg>([&](CAlertsDlg& dialog) {
-        selected = Named<QListView>(dialog, "alertList").currentIndex().row();
-        dialog.reject();
-    });
-    grid->SetFocusCell(2, ColumnOf("Alerts"));
-    Q_EMIT grid->CellDoubleClicked(2, ColumnOf("Alerts"));
-    EXPECT_TRUE(WaitUntil([&] { return selected == 1; }));
 }

@@ -275,6 +275,7 @@ TEST_F(CCommandsTest, NoKeyAndNoAccessKeyIsTakenTwiceAndNothingMovesUnderAnOpenM
             EXPECT_TRUE(key.isEmpty() || keys.emplace(key.toString(), action.objectName()).second) << name;
     }
     EXPECT_GT(keys.size(), 50u);
+    EXPECT_FALSE(Action(EditUndo).icon().isNull());
     Rows(QStringLiteral("IBM\nMSFT"));
     Steps("columns 2-2; ColumnHide");
     ExpectKeysOnce(frame->menuBar()->actions(), "menu bar");

@@ -122,10 +122,6 @@ TEST_F(CCompanionProgramsTest, ProgramsStartOnTheRowsSymbolAndAMissingOneIsNamed
         EXPECT_EQ(StartedBy(command), started);
         EXPECT_EQ(settings.ReadTextOrDefault(kCurrentSymbol), current);
     }
-    int number = 45044; // For the outside world.
-    for (int id = static_cast<int>(ECommand::LinkSnapQuote); id <= static_cast<int>(ECommand::RowMarketDepth); ++id)
-        EXPECT_EQ(Action(static_cast<ECommand>(id)).data().toInt(), number++);
-
     grid->SetFocusCell(2, 1); // No symbol there.
     EXPECT_EQ(StartedBy(ECommand::LinkChart), "vxchart|");
     EXPECT_FALSE(IsEnabled(ECommand::RowChart));

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every dialog of the program, gone through by Tab, at the usual font and at one half as large again.
+// Every dialog of the program, gone through by Tab, at the usual font, at one half as large again, and at one for
+// which the screen is too small.
 
 #include "support/DialogWalk.h"
 #include "alerts/rules/FiredAlert.h"
@@ -40,6 +41,7 @@ protected:
         const CDialogWalk walk(dialog);
         EXPECT_THAT(walk.Faults(), testing::IsEmpty()) << name;
         EXPECT_GT(walk.Stops(), 0U);
+        EXPECT_EQ(dialog.size().boundedTo(dialog.screen()->size()), dialog.size()) << name;
     }
     void LookAtDialog(ECommand command, const char* name) {
         InDialog(command, std::function<void(QDialog&)>([&](QDialog& dialog) { Look(dialog, name); }));
@@ -102,5 +104,5 @@ TEST_P(CDialogWalkTest, DialogsOfAlertsAndWindowsBesideTheBoard) {
     LookAtShown(CResetAlert(notice, frame), "resetAlert");
 }
 
-INSTANTIATE_TEST_SUITE_P(Fonts, CDialogWalkTest, testing::Values(1.0, 1.5),
+INSTANTIATE_TEST_SUITE_P(Fonts, CDialogWalkTest, testing::Values(1.0, 1.5, 2.0),
                          [](const auto& given) { return std::to_string(int(given.param * 100)); });

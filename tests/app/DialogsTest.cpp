@@ -157,20 +157,15 @@ TEST_F(CFormatDeskTest, NumbersStayRightWhenDefaultAlignmentGoes) {
 
 TEST_F(CFindDeskTest, FindingFollowsTheTypingAndGoesRound) {
     List({"IBM", "first and second words", "INTC", "IBM"});
-    Do(ECommand::EditFind);
-    auto& text = Child<QLineEdit>("findText");
-    const auto row = [&] { return grid->FocusCell().row; };
-    for (const auto& [key, found] :
-         {std::pair{Qt::Key_I, 1}, {Qt::Key_B, 1}, {Qt::Key_Return, 4}, {Qt::Key_Return, 1}}) {
-        QTest::keyClick(&text, key);
-        EXPECT_EQ(row(), found) << key;
+    for (const auto& [steps, row] :
+         {std::pair{"EditFind; 'ib'", 1}, {"Return", 4}, {"Return", 1}, {"Shift+Return", 4}}) {
+        Steps(steps);
+        EXPECT_EQ(grid->FocusCell().row, row) << steps;
     }
-    QTest::keyClick(&text, Qt::Key_Return, Qt::ShiftModifier);
-    EXPECT_EQ(row(), 4);
-    QTest::keyClicks(&text, QStringLiteral("s"));
+    Steps("'s'");
     EXPECT_EQ(TextOf(*frame, "findMessage"), "Not found");
-    QTest::keyClick(&text, Qt::Key_Escape);
-    EXPECT_FALSE(text.isVisible());
+    Steps("Esc");
+    EXPECT_FALSE(Child<QLineEdit>("findText").isVisible());
 
     Accept(ECommand::EditGoToSymbol, {1, 1, 1, 1}, [](QDialog& dialog) {
         Named<QLineEdit>(dialog, "goToSymbol").setText(QStringLiteral("XYZ"));
@@ -178,5 +173,5 @@ TEST_F(CFindDeskTest, FindingFollowsTheTypingAndGoesRound) {
         EXPECT_TRUE(dialog.isVisible());
         Named<QLineEdit>(dialog, "goToSymbol").setText(QStringLiteral("int"));
     });
-    EXPECT_EQ(row(), 3);
+    EXPECT_EQ(grid->FocusCell().row, 3);
 }

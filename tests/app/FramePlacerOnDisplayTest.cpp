@@ -2,10 +2,8 @@
 // Where windows are put, on real displays with real window managers.
 
 #include "app/FrameFixture.h"
-#include "support/DialogWalk.h"
 #include "support/Display.h"
 
-#include <QDialog>
 #include <QStatusBar>
 #include <QWindow>
 
@@ -59,12 +57,6 @@ protected:
         const std::string text = ReadFile(path);
         return text.substr(0, text.find('\r'));
     }
-    void Look(QDialog& dialog) {
-        EXPECT_TRUE(WaitUntil([&] { return dialog.isActiveWindow() && dialog.windowHandle()->isExposed(); }));
-        EXPECT_TRUE(WaitUntil([&] { return kScreen.contains(display->Whole(dialog)); }));
-        EXPECT_THAT(CDialogWalk(dialog).Faults(), testing::IsEmpty());
-        dialog.reject();
-    }
     std::optional<CDisplay> display;
 };
 
@@ -76,7 +68,6 @@ class CScaledWindow : public CFramePlacerOnDisplay {
 protected:
     void SetUp() override { Show("openbox", GetParam()); }
 };
-using CSmallScreen = CScaledWindow;
 
 const auto kNames = [](const auto& given) {
     std::string name = given.param;
@@ -122,25 +113,5 @@ TEST_P(CScaledWindow, EveryEdgeIsOnTheScreenHoweverLargeTheWindowWas) {
     }
 }
 
-using enum ECommand;
-
-TEST_P(CSmallScreen, DialogsFitAndAreUsedByKeyboard) {
-    Open(Frame(), {});
-    EXPECT_TRUE(Settles(*frame));
-    Enter(1, "IBM");
-    for (const ECommand command : {EditNote, ColumnInsert, FormatCells, FormatGrid, SortDialog, FileExport, AlertNew,
-                                   AlertsEdit, SymbolSearch, About}) {
-        SCOPED_TRACE(CCommands::Name(command).toStdString());
-        InDialog(command, std::function<void(QDialog&)>([&](QDialog& dialog) { Look(dialog); }));
-    }
-    for (const ECommand command : {HelpGuide, HelpKeys, AlertHistory, Headlines, TimeAndSales}) {
-        SCOPED_TRACE(CCommands::Name(command).toStdString());
-        Do(command);
-        for (QDialog* dialog : frame->findChildren<QDialog*>())
-            if (dialog->isVisible()) Look(*dialog);
-    }
-}
-
 INSTANTIATE_TEST_SUITE_P(WindowManagers, CManagedWindow, testing::Values("openbox", "icewm"), kNames);
 INSTANTIATE_TEST_SUITE_P(Scales, CScaledWindow, testing::Values("1", "1.25", "1.5", "2", "3"), kNames);
-INSTANTIATE_TEST_SUITE_P(Scales, CSmallScreen, testing::Values("1.5", "3"), kNames);

@@ -3,8 +3,6 @@
 #include <QProcess>
 #include <QRegularExpression>
 
-#include <fstream>
-
 using namespace vx;
 using namespace vx::test;
 
@@ -69,49 +67,11 @@ TEST_F(LiveMarket, TheBoardFillsAndMovesAndMarketsAndSecurityTypesShowTheirNames
     EXPECT_TRUE(Shows(1, "Security Type Name", "Equity"));
 }
 
-TEST_F(LiveMarket, TheProgramLogsToTheConsoleAndEndsWithOneSentenceWhenAPictureCannotBeMade) {
-    const std::string picture = At("a.png"), missing = At("missing.vxw");
-    using Arguments = std::vector<std::string>;
-    for (const auto& [arguments, code, said] :
-         {std::tuple{Arguments{"--log", "--seconds=0", "--nonsense", "--screenshot", picture}, 0,
-                     "[Information] [STATUS] Command line: \"--nonsense\""},
-          std::tuple{Arguments{"--screenshot", picture, missing}, 1, "missing.vxw"}}) {
-        QProcess program;
-        QStringList list;
-        for (const std::string& argument : arguments) list << QString::fromStdString(argument);
-        program.start(QStringLiteral(ZW_BIN_DIR "/zantrel-watchlist"), list);
-        ASSERT_TRUE(WaitUntil([&] { return program.state() == QProcess::NotRunning; }));
-        EXPECT_EQ(program.exitCode(), code);
-        EXPECT_TRUE(program.readAllStandardError().contains(said)) << said;
-    }
-}
-
-TEST_F(LiveMarket, OwnDataThatEndLeaveAGreyBoardUntilTheyComeAgain) {
-    const std::string pipe = At("quotes");
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    Connected("ACME", ("--input " + pipe).c_str());
-    const auto shows = [&](const std::string& text, const char* word, bool stale) {
-        return WaitUntil([&] {
-            const SCell cell = Cell(1, "Last");
-            return cell.Text() == text && (cell.role == ETextRole::Stale) == stale && Pane("paneFeed") == word;
-        });
-    };
-    EXPECT_TRUE(WaitUntil([&] { return Pane("paneFeed") == "Feed: Not Connected"; })) << "nobody writes";
-    for (const char* price : {"10.25", "11.75"}) {
-        std::ofstream feeder(pipe);
-        feeder << "Symbol,Last\nAcme," << price << std::endl;
-        EXPECT_TRUE(shows(price, "Feed: Connected", false));
-        feeder.close();
-        EXPECT_TRUE(shows(price, "Feed: Not Connected", true));
-    }
-}
-
-TEST_F(LiveMarket, SymbolsBeyondTheLimitComeWhenThereIsRoom) {
-    Connected("IBM,MSFT,AAPL", "--limit 2 --rate 100");
-    ASSERT_TRUE(WaitUntil([&] { return !Notice(3).empty(); }));
-    EXPECT_EQ(Notice(3), "waiting for room: limit of 2 reached");
-    EXPECT_EQ(Shown(3, "Last"), "");
-    doc->Update()->EmptyRow(1);
-    EXPECT_TRUE(HasCome(3));
-    EXPECT_EQ(Notice(3), "");
+TEST_F(LiveMarket, AProgramThatCannotMakeAPictureSaysWhyAndFails) {
+    QProcess program;
+    program.start(QStringLiteral(ZW_BIN_DIR "/zantrel-watchlist"),
+                  {QStringLiteral("--screenshot"), QString::fromStdString(At("a.png")), QStringLiteral("none.vxw")});
+    ASSERT_TRUE(WaitUntil([&] { return program.state() == QProcess::NotRunning; }));
+    EXPECT_EQ(program.exitCode(), 1);
+    EXPECT_TRUE(program.readAllStandardError().contains("none.vxw"));
 }

@@ -2,13 +2,11 @@
 #include "app/shell/MainFrame.h"
 
 #include "app/FrameFixture.h"
-#include "app/frame/FramePlacement.h"
 #include "app/shell/AboutDlg.h"
 #include "news/NewsMap.h"
 
 #include <QPlainTextEdit>
 #include <QPointer>
-#include <QScreen>
 #include <QWindow>
 
 #include <fmt/format.h>
@@ -38,7 +36,6 @@ protected:
         return before;
     }
     QRect Place() const { return {frame->pos(), frame->size()}; }
-    static bool IsSmallScreen() { return QGuiApplication::primaryScreen()->size().width() < 800; }
 };
 
 } // namespace
@@ -148,6 +145,10 @@ TEST_F(CMainFrameTest, AConnectionThatEndsIsShownAndARestartOffered) {
     const auto& bar = Child<QWidget>("feedEndBar");
     EXPECT_FALSE(bar.isVisible() || IsEnabled(ECommand::Restart));
     const auto isStale = [&] { return Cell(1, "Bid").role == ETextRole::Stale; };
+    feed.admin.Says(StatusLine("Not Connected"));
+    EXPECT_TRUE(WaitUntil(isStale) && Pane("paneFeed") == "Feed: Not Connected");
+    feed.admin.Says(StatusLine("Connected"));
+    EXPECT_TRUE(WaitUntil([&] { return !isStale(); }));
     feed.admin.HangsUp();
     ASSERT_TRUE(WaitUntil([&] { return bar.isVisible(); }));
     EXPECT_FALSE(isStale()) << "quotes still come";
@@ -157,19 +158,6 @@ TEST_F(CMainFrameTest, AConnectionThatEndsIsShownAndARestartOffered) {
     doc->Update()->EnterSymbol(2, "MSFT");
     EXPECT_EQ(Notice(2), "not watched: no connection to the feed client");
     EXPECT_EQ(Notice(1), "") << "it shows its last values";
-}
-
-TEST_F(CMainFrameTest, TheCommandLinePlacesTheWindowBeforeTheFileAndTheLastRun) {
-    if (IsSmallScreen()) GTEST_SKIP() << "on so small a screen the windows would be made narrower";
-    settings.WriteInteger(kRectWidth, 640);
-    settings.WriteInteger(kRectHeight, 360);
-    settings.WriteInteger(kRectLeft, 30);
-    Frame().ShowPlaced();
-    EXPECT_EQ(Place(), QRect(30, 0, 640, 360));
-    Frame({"-left", "100", "-right", "780", "-top", "20"});
-    OpenText(*doc, "Window=10;60;700;300;FALSE;FALSE\r\n", "Test");
-    frame->ShowPlaced();
-    EXPECT_EQ(Place(), QRect(100, 20, 680, 300));
 }
 
 TEST_F(CMainFrameTest, AlwaysOnTopKeepsTheWindowsPlaceAndIsKept) {

@@ -103,8 +103,6 @@ TEST_F(CHeadlinesDlgTest, AHeadlineIsReadWholeAndLeadsToItsRow) {
     window.Refresh();
     EXPECT_EQ(list.currentIndex().row(), 100) << "still the one that is read";
     Filter("xx");
-    EXPECT_THAT(detail.toPlainText().toStdString(), HasSubstr("MSFT"));
-    EXPECT_EQ(list.currentIndex().row(), 0);
     for (const auto& [from, to] :
          {std::pair{3, 2}, {1, 1}}) { // The first that is there, or the one that has the focus.
         FocusRow(from);

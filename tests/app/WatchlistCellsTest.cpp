@@ -90,22 +90,6 @@ TEST_F(CWatchlistCellsTest, ChangeAndPercentChangeNeverContradictEachOther) {
     EXPECT_EQ(Role("% Chg"), ETextRole::Normal);
 }
 
-TEST_F(CWatchlistCellsTest, AFontIsEnteredAfterPaintingAndShownInTheNext) {
-    const int height = grid->Geometry().RowHeight();
-    Format(1, "Last", [](SCellFormat& format) {
-        format.fontFace = "Courier New";
-        format.fontSizePt = 14;
-    });
-    grid->UpdateAll();
-    ProcessAll();
-    ProcessAll();
-    EXPECT_NE(Cell(1, "Last").font, 0);
-    EXPECT_GT(grid->Geometry().RowHeight(), height);
-    doc->Update()->Formats().Reset(1, ColumnOf("Last"));
-    doc->Update()->Columns();
-    EXPECT_EQ(grid->Geometry().RowHeight(), height) << "no cell has the tall font any more";
-}
-
 TEST_F(CWatchlistCellsTest, NotesAlertsAndNewsShowThatThereIsMoreAndTipsSayIt) {
     doc->Update()->Notes().Set(1, "first line\r\nsecond line");
     EXPECT_EQ(Shown(1, "Notes"), "\xB6 first line");
@@ -198,12 +182,4 @@ TEST_F(CWatchlistCellsTest, FillingCellsAllocatesNothing) {
                 if (!grid->Source()->FillSpan(row, cell)) grid->Source()->FillCell(row, column, cell);
             }
     EXPECT_EQ(Allocations() - before, 0u);
-}
-
-TEST_F(CWatchlistCellsTest, AFileOfNothingHasARowToTypeIntoAndTheNextListItsOwnRowNumbers) {
-    OpenText(*doc, "TrailingRows=0\r\nColumns=Symbol:1000;RowNumbers:900;\r\n", "none");
-    EXPECT_EQ(grid->RowCount(), 1) << "a row to type into";
-    EXPECT_EQ(grid->ColumnWidth(0), 90);
-    doc->NewDocument();
-    EXPECT_LT(grid->ColumnWidth(0), 90);
 }
