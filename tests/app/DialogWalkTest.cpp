@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every dialog of the program, gone through by Tab, at the usual font, at one half as large again, and at one for
-// which the screen is too small.
+// Every dialog of the program, gone through by Tab, at the usual font, at one half as large again and at one twice as
+// large.
 
 #include "support/DialogWalk.h"
 #include "alerts/rules/FiredAlert.h"

@@ -94,7 +94,6 @@ TEST_F(CAlertsNoticeOnDisplay, AnotherProgramKeepsTheKeyboardAndGetsEveryKey) {
     ASSERT_TRUE(Shown());
     EXPECT_FALSE(Shown()->isActiveWindow());
     EXPECT_TRUE(other.IsActive());
-
     EXPECT_TRUE(GoesBy("dismissAll"));
 }
 
@@ -105,6 +104,7 @@ TEST_F(CAlertsNoticeOnDisplay, OurOtherWindowsTakeNothingWhileItIsUp) {
     ASSERT_TRUE(Comes() && IsActive(*Shown())) << "our window was the active one";
     const QPoint cell = grid->viewport()->mapToGlobal(grid->Geometry().CellRect(1, 3).center());
     CDisplay::Click(cell);
+    Settle();
     ASSERT_TRUE(IsActive(*Shown())) << "who turns to our window turns to the notice";
     EXPECT_EQ(grid->FocusCell(), first);
     CDisplay::Press("Return x alt+F4");
