@@ -18,7 +18,8 @@ protected:
         ColumnsAre("Symbol;Last;Bid;Notes;Alerts;News;Latest Headline;Tick Trend;");
         Receive("IBM", "Last", "10");
         Receive("IBM", "Last", "11.5");
-        ProcessAll();
+        EXPECT_TRUE(WaitUntil([this] { return Role("Last") == ETextRole::Stale; })) << "there is no feed";
+        grid->SetStale(false);
     }
 
     std::string Tip(int row, std::string_view column) const { return grid->Source()->CellTip(row, ColumnOf(column)); }
