@@ -116,8 +116,14 @@ TEST_F(CFormatDeskTest, SymbolsAndHeadingsAreFormattedAsTheyAreDrawn) {
     RemoveColumn(*doc, ColumnOf("Symbol"));
     EXPECT_EQ(drawn({2}), "12b ");
     Steps("EditUndo");
-    Accept(ECommand::FormatGrid, {1, 1, 1, 1}, Sets("fontSize", 11));
+    Accept(ECommand::FormatGrid, {1, 1, 1, 1}, [](QDialog& dialog) {
+        Checks("useDefaultAlignment", true, false)(dialog);
+        for (const auto& [box, number] : {std::pair{"fontSize", 11}, {"trailingRows", 5}}) Sets(box, number)(dialog);
+    });
     EXPECT_EQ(drawn({4}), "11b ");
+    EXPECT_EQ(doc->RowCount(), 9);
+    Do(ECommand::EditUndo);
+    EXPECT_TRUE(doc->Options().useDefaultAlignment);
 }
 
 TEST_F(CFormatDeskTest, TheRuleOfColoursIsChosenAndWhatAFieldDoesByItselfIsNoChoice) {
@@ -139,20 +145,6 @@ TEST_F(CFormatDeskTest, TheRuleOfColoursIsChosenAndWhatAFieldDoesByItselfIsNoCho
                });
         EXPECT_EQ(rule("Change") + " " + rule("Last"), rules);
     }
-}
-
-TEST_F(CFormatDeskTest, NumbersStayRightWhenDefaultAlignmentGoes) {
-    List({"IBM"});
-    Accept(ECommand::FormatGrid, {1, 1, 1, 1}, [](QDialog& dialog) {
-        Checks("useDefaultAlignment", true, false)(dialog);
-        Named<QSpinBox>(dialog, "trailingRows").setValue(5);
-    });
-    EXPECT_EQ(doc->RowCount(), 6);
-    EXPECT_EQ(Format(1, "Last").alignment, ECellAlign::Right);
-    EXPECT_EQ(Format(1, "Symbol").alignment, ECellAlign::Left);
-    Do(ECommand::EditUndo);
-    EXPECT_TRUE(doc->Options().useDefaultAlignment);
-    EXPECT_EQ(doc->RowCount(), 2);
 }
 
 TEST_F(CFindDeskTest, FindingFollowsTheTypingAndGoesRound) {

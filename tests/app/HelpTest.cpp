@@ -44,13 +44,11 @@ TEST_F(CHelpDeskTest, TheGuideKnowsEveryKeyAndItsLinksLeadSomewhere) {
             << link.toStdString();
     }
 
-    auto& sections = Named<QListWidget>(guide, "guideSections");
-    EXPECT_EQ(static_cast<size_t>(sections.count()), headings.size() - 1);
     page.setSource(QUrl(QStringLiteral("settings.md#workspaces")));
     EXPECT_TRUE(page.toPlainText().startsWith(QStringLiteral("Settings")));
     EXPECT_GT(page.verticalScrollBar()->value(), 0) << "the link names a section";
     Named<QPushButton>(guide, "guideBack").click();
     EXPECT_TRUE(page.toPlainText().startsWith(QStringLiteral("User guide")));
-    sections.setCurrentRow(5);
+    Named<QListWidget>(guide, "guideSections").setCurrentRow(5);
     EXPECT_GT(page.verticalScrollBar()->value(), 0);
 }

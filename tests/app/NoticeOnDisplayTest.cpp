@@ -3,7 +3,6 @@
 
 #include "alerts/rules/AlertInfo.h"
 #include "alerts/ui/AlertsNotice.h"
-#include "alerts/ui/InputGate.h"
 #include "alerts/ui/NoticeQueue.h"
 #include "alerts/ui/ResetAlert.h"
 #include "app/FrameFixture.h"
@@ -95,31 +94,6 @@ TEST_F(CAlertsNoticeOnDisplay, AnotherProgramKeepsTheKeyboardAndGetsEveryKey) {
     EXPECT_FALSE(Shown()->isActiveWindow());
     EXPECT_TRUE(other.IsActive());
     EXPECT_TRUE(GoesBy("dismissAll"));
-}
-
-TEST_F(CAlertsNoticeOnDisplay, OurOtherWindowsTakeNothingWhileItIsUp) {
-    const SGridCell first{1, 1}, clicked{1, 3};
-    grid->SetFocusCell(1, 1);
-    Fire();
-    ASSERT_TRUE(Comes() && IsActive(*Shown())) << "our window was the active one";
-    const QPoint cell = grid->viewport()->mapToGlobal(grid->Geometry().CellRect(1, 3).center());
-    CDisplay::Click(cell);
-    Settle();
-    ASSERT_TRUE(IsActive(*Shown())) << "who turns to our window turns to the notice";
-    EXPECT_EQ(grid->FocusCell(), first);
-    CDisplay::Press("Return x alt+F4");
-    Settle();
-    ASSERT_TRUE(Shown() && !grid->IsEditing()) << "keys that were meant for something else";
-    const QPoint closeButton = frame->frameGeometry().topRight() + QPoint(-12, 10);
-    CDisplay::Click(closeButton);
-    Settle();
-    EXPECT_TRUE(frame->isVisible());
-    clock.elapsedMs += CInputGate::kKeyGuardMs;
-    ASSERT_TRUE(IsActive(*Shown()));
-    CDisplay::Press("Escape");
-    EXPECT_TRUE(IsGone() && IsActive(*frame));
-    CDisplay::Click(cell);
-    EXPECT_TRUE(WaitUntil([&] { return grid->FocusCell() == clicked; })) << "open again";
 }
 
 TEST_F(CAlertsNoticeOnDisplay, ItCanBeUsedOverAModalDialogAndItsResetToo) {

@@ -108,15 +108,6 @@ TEST_F(COrderCommandsTest, AKeyHoldsTheOrderUntilItIsPressedAgain) {
     EXPECT_FALSE(SaysHeld()) << "another list";
 }
 
-TEST_F(COrderCommandsTest, ByHandTheFocusFollowsItsRowTooAndBackWithUndo) {
-    Rows(QStringLiteral("C\nA\nB"));
-    for (const auto& [steps, board, row] :
-         {std::tuple{"at 1 1; columns 1-1; SortNow", "A|B|C", 3}, {"EditUndo", "C|A|B", 1}, {"EditRedo", "A|B|C", 3}}) {
-        Script({{steps, board}});
-        EXPECT_EQ(grid->FocusCell(), (SGridCell{row, 1})) << steps;
-    }
-}
-
 TEST_F(COrderCommandsTest, TheHeaderSortsAndTheTimerMovesNothingUnderAnOpenEditor) {
     Rows(QStringLiteral("C\nA\nB"));
     QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, Middle(0, 1));

@@ -103,12 +103,9 @@ TEST_F(CHeadlinesDlgTest, AHeadlineIsReadWholeAndLeadsToItsRow) {
     window.Refresh();
     EXPECT_EQ(list.currentIndex().row(), 100) << "still the one that is read";
     Filter("xx");
-    for (const auto& [from, to] :
-         {std::pair{3, 2}, {1, 1}}) { // The first that is there, or the one that has the focus.
-        FocusRow(from);
-        QTest::keyClick(&list, Qt::Key_Return);
-        EXPECT_EQ(grid->FocusCell().row, to);
-    }
+    FocusRow(3);
+    QTest::keyClick(&list, Qt::Key_Return);
+    EXPECT_EQ(grid->FocusCell().row, 2) << "the first that is there";
 
     Filter("");
     list.scrollToTop();

@@ -125,20 +125,6 @@ TEST_F(CWatchlistCellsTest, TheSymbolSaysThatItsRowHasANoteAndAlerts) {
     EXPECT_THAT(Tip(2, "Symbol"), EndsWith("equal to 4\nand 4 more that fired or are off"));
 }
 
-TEST_F(CWatchlistCellsTest, TheSymbolStaysInSightUntilThatIsSwitchedOff) {
-    frame->resize(400, 600);
-    ProcessAll();
-    grid->EnsureVisible(1, ColumnOf("Tick Trend"));
-    const auto seen = [&] { return grid->Geometry().VisibleCellRect(1, ColumnOf("Symbol")).width(); };
-    EXPECT_EQ(seen(), kDefaultColumnWidthPx);
-    Do(ECommand::ViewSymbolInSight);
-    EXPECT_EQ(seen(), 0);
-    Do(ECommand::ViewSymbolInSight);
-    doc->Update()->Columns().Move(ColumnOf("Symbol"), 3);
-    doc->Update()->Columns();
-    EXPECT_EQ(seen(), kDefaultColumnWidthPx) << "wherever it is";
-}
-
 TEST_F(CWatchlistCellsTest, NotesOfHeadingsAndEmptyRowsAreSeenToo) {
     doc->Update()->Notes().Set(3, "of the heading");
     doc->Update()->Notes().Set(7, "of a row");
