@@ -112,14 +112,13 @@ void CLineGenerator::Trade(SInstrument& i) {
 }
 
 std::string CLineGenerator::AnyOf(EParseRule rule, const SInstrument& i) {
-    using enum EParseRule;
-    if (rule == Text) return m_random.OneIn(2) ? "3D" : "R";
-    if (rule == Date) return fmt::format("{}/{}/2024", 1 + m_random.Below(12), 1 + m_random.Below(28));
-    if (rule == Hex) return fmt::format("{:X}", m_random.Below(256));
-    if (rule == Percent) return fmt::format("{:.6f}", m_random.Unit() - 0.5);
-    if (rule == Number) return Price(i.last * (0.9 + 0.2 * m_random.Unit()));
-    if (rule == Unsigned) return fmt::format("{}", m_random.Below(50'000'000));
-    if (rule == Regions) return "N;P;Q;T";
+    if (rule == EParseRule::Text) return m_random.OneIn(2) ? "3D" : "R";
+    if (rule == EParseRule::Date) return fmt::format("{}/{}/2024", 1 + m_random.Below(12), 1 + m_random.Below(28));
+    if (rule == EParseRule::Hex) return fmt::format("{:X}", m_random.Below(256));
+    if (rule == EParseRule::Percent) return fmt::format("{:.6f}", m_random.Unit() - 0.5);
+    if (rule == EParseRule::Number) return Price(i.last * (0.9 + 0.2 * m_random.Unit()));
+    if (rule == EParseRule::Unsigned) return fmt::format("{}", m_random.Below(50'000'000));
+    if (rule == EParseRule::Regions) return "N;P;Q;T";
     return fmt::format("{}", m_random.Below(200));
 }
 
