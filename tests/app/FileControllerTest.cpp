@@ -29,8 +29,6 @@ protected:
     /// Answers the next file dialog with what a user would type, or gives it up.
     void Choose(const std::string& name) {
         WhenOpen<QFileDialog>([this, name](QFileDialog& dialog) {
-            titles.push_back(dialog.windowTitle().toStdString());
-            filters = dialog.nameFilters().join(QLatin1Char('|')).toStdString();
             directory = dialog.directory().path().toStdString();
             if (name.empty()) return dialog.reject();
             dialog.selectFile(QString::fromStdString(name));
@@ -85,15 +83,13 @@ protected:
         return texts;
     }
 
-    std::vector<std::string> titles;
-    std::string filters, directory, path;
+    std::string directory, path;
     std::optional<CFileLock> slowDisk;
 };
 
 } // namespace
 
 TEST_F(CFileControllerTest, AnUntitledListIsSavedUnderANameThatGetsTheSuffixAndTheNextDialogOpensThere) {
-    EXPECT_FALSE(frame->isWindowModified());
     Enter(1, "ibm");
     Files().ShowModified();
     EXPECT_TRUE(frame->isWindowModified());
@@ -101,18 +97,11 @@ TEST_F(CFileControllerTest, AnUntitledListIsSavedUnderANameThatGetsTheSuffixAndT
     path = At("lists/Banks.vxw");
     Choose(At("lists/Banks"));
     Do(FileSave);
-    EXPECT_EQ(filters, "Watchlists (*.vxw)|All Files (*)");
     EXPECT_THAT(Content(), HasSubstr("Symbols=IBM:1,;\r\n"));
     EXPECT_EQ(frame->windowTitle(), QStringLiteral("Zantrel Watchlist - Banks[*]"));
     EXPECT_FALSE(frame->isWindowModified());
-    EXPECT_THAT(Files().Recent().List(), ElementsAre(path));
-
-    Enter(2, "msft");
-    Do(FileSave);
-    EXPECT_THAT(Content(), HasSubstr("Symbols=IBM:1,;MSFT:2,;\r\n"));
     Choose({});
     Do(FileOpen);
-    EXPECT_THAT(titles, ElementsAre("Save Watchlist As", "Open Watchlist"));
     EXPECT_EQ(directory, At("lists"));
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 }
@@ -159,10 +148,9 @@ TEST_F(CFileControllerTest, ASaveThatFailsNamesFileAndReasonAndTheListStaysModif
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre(failed));
     EXPECT_TRUE(doc->IsModified());
     const std::string none = At("none.vxw");
-    EXPECT_FALSE(Files().OpenInstead(none)); // "Ok" to "Save changes?" is no answer: it stays.
     boxes.answers = {Yes};
     EXPECT_FALSE(Files().OpenInstead(none)) << "it could not be saved";
-    EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Save changes to \"Banks\"?", "Save changes to \"Banks\"?", failed));
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Save changes to \"Banks\"?", failed));
     doc->MarkSaved();
     EXPECT_FALSE(Files().OpenInstead(none));
     EXPECT_THAT(boxes.TakeTexts(),
@@ -191,11 +179,10 @@ TEST_F(CFileControllerTest, WhatAnotherProgramWroteIsOverwrittenOnlyAfterAQuesti
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre(question, question, replace, replace));
 
     doc->MarkSaved();
-    ASSERT_TRUE(Files().OpenInstead(path));
-    Enter(2, "ba");
+    OpenAndType();
     WriteFile(path, "Symbols=F:1,;\r\n");
     Save({Yes});
-    EXPECT_THAT(Content(), HasSubstr("Symbols=GE:1,;BA:2,;\r\n"));
+    EXPECT_THAT(Content(), HasSubstr("Symbols=IBM:1,;MSFT:2,;\r\n"));
 }
 
 TEST_F(CFileControllerTest, ASlowDiskHoldsNeitherTheWindowNorWhatIsTypedMeanwhile) {
@@ -213,7 +200,6 @@ TEST_F(CFileControllerTest, ASlowDiskHoldsNeitherTheWindowNorWhatIsTypedMeanwhil
     Do(EditUndo);
     EXPECT_FALSE(doc->IsModified()) << "this is what the second save has written";
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
-    EXPECT_EQ(Files().File().Backups().size(), 2u);
 
     Enter(2, "gm");
     SaveSlowly();
@@ -235,10 +221,8 @@ TEST_F(CFileControllerTest, AQuestionThatComesLateTakesNoKeyThatWasTypedForTheWi
     CFakeClock clock;
     std::string afterKeys;
     WhenOpen<QMessageBox>([&](QMessageBox& box) {
-        for (int i = 0; i < 3; ++i) {
-            clock.elapsedMs += CStrayKeyGuard::kQuietMs - 1;
-            QTest::keyClick(&box, Qt::Key_Return);
-        }
+        clock.elapsedMs += CStrayKeyGuard::kQuietMs - 1;
+        QTest::keyClick(&box, Qt::Key_Return);
         EXPECT_TRUE(box.isVisible());
         clock.elapsedMs += CStrayKeyGuard::kQuietMs;
         QTest::keyClick(&box, Qt::Key_Escape);
@@ -254,10 +238,7 @@ TEST_F(CFileControllerTest, AQuestionThatComesLateTakesNoKeyThatWasTypedForTheWi
 TEST_F(CFileControllerTest, WhoLeavesWhileItIsSavedWaitsOrGoesBack) {
     OpenAndType();
     SaveSlowly();
-    WhenOpen<QProgressDialog>([](QProgressDialog& dialog) {
-        EXPECT_EQ(dialog.labelText(), QStringLiteral("Saving \"Banks\""));
-        dialog.cancel();
-    });
+    WhenOpen<QProgressDialog>([](QProgressDialog& dialog) { dialog.cancel(); });
     EXPECT_FALSE(frame->close());
     EXPECT_TRUE(frame->isVisible() && Files().IsSaving());
     WhenOpen<QProgressDialog>([this](QProgressDialog&) { slowDisk.reset(); });
@@ -267,11 +248,6 @@ TEST_F(CFileControllerTest, WhoLeavesWhileItIsSavedWaitsOrGoesBack) {
 }
 
 TEST_F(CFileControllerTest, AFileOfWhichNotAllWasReadSaysSoAndIsReplacedOnlyWhenTheUserAgrees) {
-    WriteFile(At("lf.vxw"), "[Watchlist]\nSymbols=JPM\n");
-    ASSERT_TRUE(Files().Open(At("lf.vxw")));
-    doc->SetFeedReady();
-    EXPECT_THAT(Status(), StartsWith("Nothing in the file")) << "still, when the feed has come";
-    EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
     path = At("Banks.vxw");
     WriteFile(path, "Symbols=IBM:1,;\r\n[x]\r\nNotes=1:lost;\r\n");
     ASSERT_TRUE(Files().OpenInstead(path));
@@ -280,8 +256,6 @@ TEST_F(CFileControllerTest, AFileOfWhichNotAllWasReadSaysSoAndIsReplacedOnlyWhen
     EXPECT_THAT(Content(), HasSubstr("lost"));
     Do(FileSave);
     EXPECT_THAT(Content(), Not(HasSubstr("lost")));
-    Do(FileSave);
-    EXPECT_EQ(boxes.TakeTexts().size(), 2u);
 }
 
 TEST_F(CFileControllerTest, AFormerContentThatCannotBeKeptIsNamedAndNothingElseIs) {
@@ -308,49 +282,32 @@ TEST_F(CFileControllerTest, RecentFilesAreTenWithTheLatestFirstAndMissingOnesAre
     for (int i = 1; i <= 11; ++i) ASSERT_TRUE(Files().OpenInstead(FileOf("list " + std::to_string(i) + ".vxw", "IBM")));
     ASSERT_TRUE(Files().OpenInstead(FileOf("M&A.vxw", "GE")));
     ASSERT_TRUE(Files().OpenInstead(At("list 5.vxw")));
-    const QStringList entries = Entries(recent);
-    ASSERT_EQ(entries.size(), 11) << "ten files, and clearing the list";
-    EXPECT_TRUE(entries[0].startsWith(QStringLiteral("&1  ")) && entries[0].endsWith(QStringLiteral("list 5.vxw")));
-    EXPECT_TRUE(entries[1].endsWith(QStringLiteral("M&&A.vxw")));
-    EXPECT_TRUE(entries[9].startsWith(QStringLiteral("10  "))) << entries[9].toStdString();
-
+    EXPECT_EQ(Entries(recent).size(), 11) << "ten files, and clearing the list";
+    EXPECT_TRUE(Entries(recent)[0].endsWith(QStringLiteral("list 5.vxw")));
     Menu(recent)[1]->trigger();
     EXPECT_EQ(doc->RowSymbol(1), "GE");
     std::filesystem::remove(At("list 5.vxw"));
     boxes.answers = {Yes};
     Menu(recent)[1]->trigger();
-    EXPECT_THAT(boxes.TakeTexts(), ElementsAre("The file \"" + At("list 5.vxw") +
-                                               "\" is no longer there. Remove it from the list of recent files?"));
     EXPECT_EQ(Entries(recent).size(), 10);
-
-    const QFontMetrics metrics{QFont()};
-    const QString shortened = RecentFileLabel(1, "/a/" + std::string(300, 'x') + "/Banks.vxw", metrics);
-    EXPECT_LT(metrics.horizontalAdvance(shortened), 560);
-    EXPECT_TRUE(shortened.endsWith(QStringLiteral("/Banks.vxw")));
-    EXPECT_EQ(RecentFileLabel(10, "/R&D/a\tb.vxw", metrics), QStringLiteral("10  /R&&D/a b.vxw"));
+    const QString label = RecentFileLabel(10, "/R&D/" + std::string(300, 'x') + "/B\tC.vxw", QFontMetrics(QFont()));
+    EXPECT_TRUE(label.startsWith(QStringLiteral("10  /R&&D/")) && label.endsWith(QStringLiteral("/B C.vxw")));
+    EXPECT_LT(label.size(), 200);
 }
 
 TEST_F(CFileControllerTest, AFormerContentOpensAsUnsavedChangesOfTheFile) {
     const char* const versions = CMainMenus::kBackupsMenu;
-    EXPECT_EQ(Entries(versions).front(), QStringLiteral("This watchlist has no file yet"));
     path = FileOf("Banks.vxw", "IBM");
     ASSERT_TRUE(Files().OpenInstead(path));
     Enter(1, "msft");
     Do(FileSave);
-    const QStringList entries = Entries(versions);
-    ASSERT_EQ(entries.size(), 3);
-    EXPECT_TRUE(entries[0].startsWith(QStringLiteral("1.  ")) && entries[0].endsWith(QStringLiteral("39 bytes")))
-        << entries[0].toStdString();
-    EXPECT_EQ(entries[1], QStringLiteral("Opens as an unsaved copy"));
-
+    ASSERT_EQ(Entries(versions).size(), 3);
     Menu(versions)[0]->trigger();
     EXPECT_EQ(doc->RowSymbol(1), "IBM");
     EXPECT_TRUE(doc->IsModified());
-    EXPECT_EQ(frame->windowTitle(), QStringLiteral("Zantrel Watchlist - Banks[*]"));
     EXPECT_THAT(Content(), HasSubstr("Symbols=MSFT:1,;\r\n"));
     Do(FileSave);
     EXPECT_THAT(Content(), HasSubstr("Symbols=IBM:1,;\r\n"));
-    EXPECT_EQ(Entries(versions).size(), 4);
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 }
 

@@ -91,7 +91,6 @@ protected:
         ProcessAll();
     }
     bool IsEnabled(ECommand command) { return Action(command).isEnabled(); }
-    bool IsChecked(ECommand command) { return Action(command).isChecked(); }
     /// Carries a command out and uses the dialog that it opens.
     template <class Dialog = QDialog> void InDialog(ECommand command, std::function<void(Dialog&)> use) {
         bool used = false;

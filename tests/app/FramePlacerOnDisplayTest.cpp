@@ -2,10 +2,8 @@
 // Where windows are put, on real displays with real window managers.
 
 #include "app/FrameFixture.h"
-#include "support/DialogWalk.h"
 #include "support/Display.h"
 
-#include <QDialog>
 #include <QStatusBar>
 #include <QWindow>
 
@@ -59,29 +57,6 @@ protected:
         const std::string text = ReadFile(path);
         return text.substr(0, text.find('\r'));
     }
-    void Look(QDialog& dialog) {
-        EXPECT_TRUE(WaitUntil([&] { return dialog.isActiveWindow() && dialog.windowHandle()->isExposed(); }));
-        EXPECT_TRUE(WaitUntil([&] { return kScreen.contains(display->Whole(dialog)); }));
-        EXPECT_THAT(CDialogWalk(dialog).Faults(), testing::IsEmpty());
-        dialog.reject();
-    }
-    void LookAt(std::initializer_list<ECommand> commands, bool modal) {
-        Frame();
-        Open(*frame, {});
-        EXPECT_TRUE(Settles(*frame));
-        Enter(1, "IBM");
-        for (const ECommand command : commands) {
-            SCOPED_TRACE(CCommands::Name(command).toStdString());
-            if (modal) {
-                InDialog(command, std::function<void(QDialog&)>([&](QDialog& dialog) { Look(dialog); }));
-                continue;
-            }
-            Do(command);
-            for (QDialog* dialog : frame->findChildren<QDialog*>())
-                if (dialog->isVisible()) Look(*dialog);
-        }
-    }
-
     std::optional<CDisplay> display;
 };
 
@@ -93,7 +68,6 @@ class CScaledWindow : public CFramePlacerOnDisplay {
 protected:
     void SetUp() override { Show("openbox", GetParam()); }
 };
-using CSmallScreen = CScaledWindow;
 
 const auto kNames = [](const auto& given) {
     std::string name = given.param;
@@ -122,32 +96,6 @@ TEST_P(CManagedWindow, AListKeepsItsPlaceHoweverOftenItIsOpenedAndSaved) {
     }
 }
 
-TEST_P(CManagedWindow, AMaximisedListIsWhereItsFileSaysWhenItBecomesNormal) {
-    Open(Frame(), List("Max.vxw", "200;150;800;500;TRUE;FALSE;"));
-    ASSERT_TRUE(Settles(*frame));
-    frame->showNormal();
-    EXPECT_TRUE(WaitUntil([&] { return display->Whole(*frame).topLeft() == QPoint(200, 150); }));
-    ASSERT_TRUE(Settles(*frame));
-    EXPECT_EQ(display->Inside(*frame).size(), QSize(800, 500));
-}
-
-TEST_P(CManagedWindow, AFileThatIsOpenComesUpInItsWindow) {
-    const std::string path = List("Open.vxw", "100;110;600;400;FALSE;FALSE;");
-    Open(Frame(), path);
-    ASSERT_TRUE(Settles(*frame));
-    QWidget other;
-    other.show();
-    other.activateWindow();
-    ASSERT_TRUE(WaitUntil([&] { return display->ActiveWindow() == other.winId(); }));
-    frame->showMinimized();
-    QProcess program;
-    program.start(QStringLiteral(ZW_BIN_DIR "/zantrel-watchlist"), {QString::fromStdString(path)});
-    ASSERT_TRUE(WaitUntil([&] { return program.state() == QProcess::NotRunning; }, 20000));
-    EXPECT_EQ(program.exitCode(), 0);
-    EXPECT_TRUE(WaitUntil([&] { return display->ActiveWindow() == frame->winId(); }));
-    EXPECT_FALSE(frame->isMinimized());
-}
-
 TEST_P(CScaledWindow, EveryEdgeIsOnTheScreenHoweverLargeTheWindowWas) {
     std::vector<std::unique_ptr<CMainFrame>> frames;
     for (const char* window : {"140;66;1320;800;FALSE;FALSE;", "900;600;1320;800;FALSE;FALSE;",
@@ -165,20 +113,5 @@ TEST_P(CScaledWindow, EveryEdgeIsOnTheScreenHoweverLargeTheWindowWas) {
     }
 }
 
-using enum ECommand;
-
-TEST_P(CSmallScreen, DialogsOfTheBoardFitAndAreUsedByKeyboard) {
-    LookAt({EditNote, ColumnInsert, FormatCells, FormatGrid, SortDialog}, true);
-}
-
-TEST_P(CSmallScreen, DialogsOfTheProgramFitAndAreUsedByKeyboard) {
-    LookAt({FileExport, AlertNew, AlertsEdit, SymbolSearch, About}, true);
-}
-
-TEST_P(CSmallScreen, WindowsBesideTheBoardFitAndAreUsedByKeyboard) {
-    LookAt({HelpGuide, HelpKeys, AlertHistory, Headlines, TimeAndSales}, false);
-}
-
 INSTANTIATE_TEST_SUITE_P(WindowManagers, CManagedWindow, testing::Values("openbox", "icewm"), kNames);
 INSTANTIATE_TEST_SUITE_P(Scales, CScaledWindow, testing::Values("1", "1.25", "1.5", "2", "3"), kNames);
-INSTANTIATE_TEST_SUITE_P(Scales, CSmallScreen, testing::Values("1.5", "3"), kNames);

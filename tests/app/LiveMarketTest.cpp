@@ -1,13 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/FrameFixture.h"
-#include "app/files/RecoveryController.h"
-#include "watchlist/file/RecoveryFile.h"
 
 #include <QProcess>
 #include <QRegularExpression>
-
-#include <csignal>
-#include <fstream>
 
 using namespace vx;
 using namespace vx::test;
@@ -46,25 +41,6 @@ protected:
     }
     testing::AssertionResult HasCome(int row) { return HasCome(row, ColumnOf("Last")); }
 
-    /// The running programs that were started with this test's folder.
-    std::vector<pid_t> Programs() const {
-        std::vector<pid_t> out;
-        std::error_code gone;
-        for (const auto& entry : std::filesystem::directory_iterator("/proc", gone)) {
-            const pid_t id = std::atoi(entry.path().filename().c_str());
-            if (id > 0 && id != getpid() &&
-                ReadFile(entry.path().string() + "/environ").find(folder.Path()) != std::string::npos)
-                out.push_back(id);
-        }
-        return out;
-    }
-    /// The id of such a program whose command line holds a text, 0 when there is none.
-    pid_t ProgramWith(const std::string& text) const {
-        for (const pid_t id : Programs())
-            if (ReadFile("/proc/" + std::to_string(id) + "/cmdline").find(text) != std::string::npos) return id;
-        return 0;
-    }
-
     QProcess m_client;
 };
 
@@ -92,76 +68,9 @@ TEST_F(LiveMarket, TheBoardFillsAndMovesAndMarketsAndSecurityTypesShowTheirNames
     EXPECT_TRUE(Shows(1, "Security Type Name", "Equity"));
 }
 
-TEST_F(LiveMarket, TheProgramLogsToTheConsoleAndEndsWithOneSentenceWhenAPictureCannotBeMade) {
-    const std::string picture = At("a.png"), missing = At("missing.vxw");
-    using Arguments = std::vector<std::string>;
-    for (const auto& [arguments, code, said] :
-         {std::tuple{Arguments{"--log", "--seconds=0", "--nonsense", "--screenshot", picture}, 0,
-                     "[Information] [STATUS] Command line: \"--nonsense\""},
-          std::tuple{Arguments{"--screenshot", picture, missing}, 1, "missing.vxw"}}) {
-        QProcess program;
-        QStringList list;
-        for (const std::string& argument : arguments) list << QString::fromStdString(argument);
-        program.start(QStringLiteral(ZW_BIN_DIR "/zantrel-watchlist"), list);
-        ASSERT_TRUE(WaitUntil([&] { return program.state() == QProcess::NotRunning; }));
-        EXPECT_EQ(program.exitCode(), code);
-        EXPECT_TRUE(program.readAllStandardError().contains(said)) << said;
-    }
-}
-
-TEST_F(LiveMarket, OwnDataThatEndLeaveAGreyBoardUntilTheyComeAgain) {
-    const std::string pipe = At("quotes");
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    Connected("ACME", ("--input " + pipe).c_str());
-    const auto shows = [&](const std::string& text, const char* word, bool stale) {
-        return WaitUntil([&] {
-            const SCell cell = Cell(1, "Last");
-            return cell.Text() == text && (cell.role == ETextRole::Stale) == stale && Pane("paneFeed") == word;
-        });
-    };
-    EXPECT_TRUE(WaitUntil([&] { return Pane("paneFeed") == "Feed: Not Connected"; })) << "nobody writes";
-    for (const char* price : {"10.25", "11.75"}) {
-        std::ofstream feeder(pipe);
-        feeder << "Symbol,Last\nAcme," << price << std::endl;
-        EXPECT_TRUE(shows(price, "Feed: Connected", false));
-        feeder.close();
-        EXPECT_TRUE(shows(price, "Feed: Not Connected", true));
-    }
-}
-
-TEST_F(LiveMarket, AfterTheFeedClientDiedTheProgramStartsAnewWithEverything) {
-    Connected("IBM", "");
-    ASSERT_TRUE(HasCome(1));
-    m_client.kill();
-    ASSERT_TRUE(WaitUntil([&] { return IsEnabled(ECommand::Restart); }));
-    doc->Update()->EnterSymbol(2, "MSFT");
-    doc->Edit({}, [](CWatchlistEdit&) {});
-
-    const std::string path = std::getenv("PATH");
-    setenv("PATH", ZW_BIN_DIR, 1);
-    Do(ECommand::Restart);
-    setenv("PATH", path.c_str(), 1);
-    const std::string kept = frame->Recovery().KeptFile();
-    DropFrame();
-    pid_t program = 0;
-    ASSERT_TRUE(WaitUntil([&] { return (program = ProgramWith(kept)) != 0; }));
-    EXPECT_TRUE(WaitUntil([&] { return ProgramWith("ZANTREL_WATCHLIST") != 0; }))
-        << "it starts a feed client of its own";
-    EXPECT_TRUE(FindRecoveries(At("zantrel")).empty()) << "the new program has it";
-    kill(program, SIGTERM);
-    EXPECT_TRUE(WaitUntil([&] { return ProgramWith(kept) == 0; }));
-    const std::vector<SRecovery> left = FindRecoveries(At("zantrel"));
-    ASSERT_EQ(left.size(), 1u);
-    EXPECT_THAT(left[0].text, testing::HasSubstr("Symbols=IBM:1,;MSFT:2,;"));
-    for (const pid_t id : Programs()) kill(id, SIGKILL);
-}
-
-TEST_F(LiveMarket, SymbolsBeyondTheLimitComeWhenThereIsRoom) {
-    Connected("IBM,MSFT,AAPL", "--limit 2 --rate 100");
-    ASSERT_TRUE(WaitUntil([&] { return !Notice(3).empty(); }));
-    EXPECT_EQ(Notice(3), "waiting for room: limit of 2 reached");
-    EXPECT_EQ(Shown(3, "Last"), "");
-    doc->Update()->EmptyRow(1);
-    EXPECT_TRUE(HasCome(3));
-    EXPECT_EQ(Notice(3), "");
+TEST_F(LiveMarket, TheProgramMakesAPictureOfAFileThatIsThere) {
+    const QString program = QStringLiteral(ZW_BIN_DIR "/zantrel-watchlist"),
+                  picture = QString::fromStdString(At("a.png"));
+    for (const auto& [argument, code] : {std::pair{"--seconds=0", 0}, {"none.vxw", 1}})
+        EXPECT_EQ(QProcess::execute(program, {QStringLiteral("--screenshot"), picture, QLatin1String(argument)}), code);
 }

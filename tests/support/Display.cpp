@@ -4,7 +4,6 @@
 #include "support/EventLoop.h"
 
 #include <QApplication>
-#include <QKeyEvent>
 #include <QStandardPaths>
 #include <QWidget>
 
@@ -12,7 +11,6 @@
 
 #include <clocale>
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
 #include <poll.h>
 #include <stdexcept>
@@ -31,18 +29,19 @@ template <typename TReply> std::unique_ptr<TReply, decltype(&std::free)> Owned(T
     return {reply, &std::free};
 }
 
-/// Says each key on standard output: printable ones as they are, others by their number in angle brackets.
-class CKeyTeller : public QWidget {
-protected:
-    void keyPressEvent(QKeyEvent* event) override {
-        const QString text = event->text();
-        if (text.size() == 1 && text.front().isPrint())
-            std::fputs(text.toUtf8().constData(), stdout);
-        else
-            std::printf("<%x>", static_cast<unsigned>(event->key()));
-        std::fflush(stdout);
-    }
-};
+uint32_t RootOf(xcb_connection_t* connection) {
+    if (xcb_connection_has_error(connection) != 0) throw std::runtime_error("no display");
+    return xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+}
+
+uint32_t NewWindow(xcb_connection_t* connection, uint32_t events) {
+    const uint32_t window = xcb_generate_id(connection);
+    xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, RootOf(connection), 40, 600, 50, 50, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+    xcb_map_window(connection, window);
+    xcb_flush(connection);
+    return window;
+}
 
 } // namespace
 
@@ -69,8 +68,7 @@ CDisplay::CDisplay(const std::string& home, const std::string& windowManager, co
     qputenv("HOME", home.c_str());
     qunsetenv("WAYLAND_DISPLAY");
     m_connection = xcb_connect(display.constData(), nullptr);
-    if (xcb_connection_has_error(m_connection) != 0) throw std::runtime_error("no display");
-    m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+    m_root = RootOf(m_connection);
     m_windowManager.start(QString::fromStdString(windowManager), QStringList());
     AwaitWindowManager();
     qputenv("QT_QPA_PLATFORM", "xcb");
@@ -90,10 +88,7 @@ CDisplay::~CDisplay() {
 
 // A window manager that is just starting loses a window now and then: it is there when a window that is to be shown is.
 void CDisplay::AwaitWindowManager() {
-    const uint32_t probe = xcb_generate_id(m_connection);
-    const uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, probe, m_root, 0, 0, 50, 50, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-                      XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
+    const uint32_t probe = NewWindow(m_connection, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     bool managed = false;
     for (int tries = kStartMs / kProbeMs; !managed && tries > 0; --tries) {
         xcb_unmap_window(m_connection, probe);
@@ -109,22 +104,6 @@ void CDisplay::AwaitWindowManager() {
     if (!managed) throw std::runtime_error("the window manager does not start");
 }
 
-std::vector<uint32_t> CDisplay::Property(uint32_t window, const char* name) const {
-    const auto length = static_cast<uint16_t>(std::string(name).size());
-    const auto atom =
-        Owned(xcb_intern_atom_reply(m_connection, xcb_intern_atom(m_connection, 0, length, name), nullptr));
-    const auto reply = Owned(xcb_get_property_reply(
-        m_connection, xcb_get_property(m_connection, 0, window, atom ? atom->atom : 0, XCB_ATOM_ANY, 0, 64), nullptr));
-    if (!reply || reply->format != 32) return {};
-    const auto* first = static_cast<const uint32_t*>(xcb_get_property_value(reply.get()));
-    return {first, first + xcb_get_property_value_length(reply.get()) / 4};
-}
-
-uint32_t CDisplay::ActiveWindow() const {
-    const std::vector<uint32_t> window = Property(m_root, "_NET_ACTIVE_WINDOW");
-    return window.empty() ? 0 : window.front();
-}
-
 QRect CDisplay::Inside(const QWidget& window) const {
     const auto id = static_cast<uint32_t>(window.winId());
     const auto size = Owned(xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, id), nullptr));
@@ -135,10 +114,15 @@ QRect CDisplay::Inside(const QWidget& window) const {
 }
 
 QRect CDisplay::Whole(const QWidget& window) const {
-    const std::vector<uint32_t> extents = Property(static_cast<uint32_t>(window.winId()), "_NET_FRAME_EXTENTS");
-    if (extents.size() < 4) return Inside(window);
-    const auto at = [&](size_t i) { return static_cast<int>(extents[i]); };
-    return Inside(window).adjusted(-at(0), -at(2), at(1), at(3));
+    const std::string name = "_NET_FRAME_EXTENTS";
+    const auto asked = xcb_intern_atom(m_connection, 0, static_cast<uint16_t>(name.size()), name.c_str());
+    const auto atom = Owned(xcb_intern_atom_reply(m_connection, asked, nullptr));
+    const auto id = static_cast<uint32_t>(window.winId());
+    const auto reply = Owned(xcb_get_property_reply(
+        m_connection, xcb_get_property(m_connection, 0, id, atom ? atom->atom : 0, XCB_ATOM_ANY, 0, 4), nullptr));
+    if (!reply || reply->format != 32 || reply->value_len < 4) return Inside(window);
+    const auto* px = static_cast<const int*>(xcb_get_property_value(reply.get())); // Left, right, top, bottom.
+    return Inside(window).adjusted(-px[0], -px[2], px[1], px[3]);
 }
 
 QString CDisplay::Tool(const QStringList& arguments) {
@@ -148,57 +132,29 @@ QString CDisplay::Tool(const QStringList& arguments) {
     return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
 }
 
-void CDisplay::Press(const QString& key) { Tool({QStringLiteral("key"), key}); }
-
-void CDisplay::Type(const QString& text) {
-    Tool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("12"), text});
+void CDisplay::Press(const char* keys) {
+    Tool(QStringLiteral("key --delay 12 %1").arg(QString::fromLatin1(keys)).split(QLatin1Char(' ')));
 }
 
 void CDisplay::Click(const QPoint& place) {
     Tool(QStringLiteral("mousemove %1 %2 click 1").arg(place.x()).arg(place.y()).split(QLatin1Char(' ')));
 }
 
-// In small moves, as a hand makes them: a window manager begins to drag with the first.
-void CDisplay::Drag(const QPoint& from, const QPoint& to) {
-    const auto move = [](const QPoint& place) {
-        Tool({QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y())});
-    };
-    move(from);
-    Tool({QStringLiteral("mousedown"), QStringLiteral("1")});
-    for (const QPoint& place : {from + (to - from) / 4, (from + to) / 2, to}) move(place);
-    Tool({QStringLiteral("mouseup"), QStringLiteral("1")});
-}
-
-COtherProgram::COtherProgram() {
-    m_process.start(QStringLiteral("/proc/self/exe"), {QString::fromLatin1(kArgument)});
-    m_process.waitForReadyRead(kStartMs);
-    m_window = QString::fromLatin1(m_process.readLine()).trimmed();
+COtherProgram::COtherProgram() : m_connection(xcb_connect(nullptr, nullptr)) {
+    m_window = QString::number(NewWindow(m_connection, XCB_EVENT_MASK_KEY_PRESS));
     CDisplay::Tool({QStringLiteral("windowactivate"), QStringLiteral("--sync"), m_window});
     EXPECT_TRUE(WaitUntil([] { return !QApplication::activeWindow(); }))
         << "the other program does not get the keyboard";
 }
 
-COtherProgram::~COtherProgram() {
-    m_process.kill();
-    m_process.waitForFinished();
-}
+COtherProgram::~COtherProgram() { xcb_disconnect(m_connection); }
 
-bool COtherProgram::IsActive() { return CDisplay::Tool({QStringLiteral("getactivewindow")}) == m_window; }
+bool COtherProgram::IsActive() const { return CDisplay::Tool({QStringLiteral("getactivewindow")}) == m_window; }
 
-QString COtherProgram::Keys() {
-    m_process.waitForReadyRead(0);
-    return m_keys += QString::fromUtf8(m_process.readAllStandardOutput());
-}
-
-int COtherProgram::Run(int argc, char** argv) {
-    const QApplication app(argc, argv);
-    CKeyTeller window;
-    window.setWindowTitle(QStringLiteral("another program"));
-    window.setGeometry(40, 600, 300, 200);
-    window.show();
-    std::printf("%llu\n", static_cast<unsigned long long>(window.winId()));
-    std::fflush(stdout);
-    return QApplication::exec();
+int COtherProgram::Keys() {
+    while (const auto event = Owned(xcb_poll_for_event(m_connection)))
+        m_keys += (event->response_type & 0x7F) == XCB_KEY_PRESS ? 1 : 0;
+    return m_keys;
 }
 
 } // namespace vx::test

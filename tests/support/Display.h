@@ -10,7 +10,6 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <vector>
 
 class QApplication;
 class QWidget;
@@ -41,22 +40,16 @@ public:
     /// all of it.
     QRect Inside(const QWidget& window) const;
     QRect Whole(const QWidget& window) const;
-    /// The window that has the keyboard by what the window manager says.
-    uint32_t ActiveWindow() const;
-
     // The user's hands. Each call returns when what it does was sent.
 
-    /// A key by its name: "Return", "ctrl+s", "a".
-    static void Press(const QString& key);
-    static void Type(const QString& text);
+    /// Keys by their names: "a Return ctrl+s".
+    static void Press(const char* keys);
     static void Click(const QPoint& place);
-    static void Drag(const QPoint& from, const QPoint& to);
     /// What xdotool prints; empty when it fails.
     static QString Tool(const QStringList& arguments);
 
 private:
     void AwaitWindowManager();
-    std::vector<uint32_t> Property(uint32_t window, const char* name) const;
 
     QProcess m_server, m_windowManager;
     xcb_connection_t* m_connection = nullptr;
@@ -67,26 +60,23 @@ private:
     std::unique_ptr<QApplication> m_application;
 };
 
-/// Another program with a window, in a process of its own: tells each key that its window gets.
-///
-/// Shape   the test program started anew with the argument of this name; its main calls Run then
+/// A window that the display takes for another program's; the toolkit does not know it.
 class COtherProgram {
 public:
-    static constexpr const char* kArgument = "--other-program";
-
     /// Returns with its window the active one.
     COtherProgram();
     ~COtherProgram();
-    bool IsActive();
-    /// The texts of all keys so far.
-    QString Keys();
+    COtherProgram(const COtherProgram&) = delete;
+    COtherProgram& operator=(const COtherProgram&) = delete;
 
-    static int Run(int argc, char** argv);
+    bool IsActive() const;
+    /// How many keys its window has got.
+    int Keys();
 
 private:
-    QProcess m_process;
+    xcb_connection_t* m_connection;
     QString m_window; ///< As xdotool names it.
-    QString m_keys;
+    int m_keys = 0;
 };
 
 } // namespace vx::test

@@ -33,53 +33,27 @@ std::string CHostileLines::Digits(uint32_t most) {
 
 std::string CHostileLines::Field() {
     static const std::vector<std::string_view> kOdd = SplitCountingTail(kOddFields, '|');
-    switch (m_random.Below(8)) {
-    case 0:
-        return "";
-    case 1:
-        return Digits(20);
-    case 2:
-        return std::string(m_random.Below(2), '-').append(Digits(9)).append(1, '.').append(Digits(9));
-    case 3:
-        return std::string(m_random.Below(300), static_cast<char>(m_random.Below(256)));
-    default:
-        return std::string(kOdd[m_random.Below(static_cast<uint32_t>(kOdd.size()))]);
-    }
+    const uint32_t kind = m_random.Below(8);
+    if (kind == 0) return "";
+    if (kind == 1) return Digits(20);
+    if (kind == 2) return std::string(m_random.Below(2), '-').append(Digits(9)).append(1, '.').append(Digits(9));
+    if (kind == 3) return std::string(m_random.Below(300), static_cast<char>(m_random.Below(256)));
+    return std::string(kOdd[m_random.Below(static_cast<uint32_t>(kOdd.size()))]);
 }
 
 std::string CHostileLines::Symbol() {
     const std::string& symbol = Symbols()[m_random.Below(static_cast<uint32_t>(Symbols().size()))];
-    switch (m_random.Below(40)) {
-    case 0:
-        return "";
-    case 1:
-        return " ";
-    case 2:
-        return " " + symbol + " ";
-    case 3:
-        return symbol + std::string("\0", 1);
-    default:
-        return symbol;
-    }
+    const std::string odd[] = {"", " ", " " + symbol + " ", symbol + '\0'};
+    const uint32_t kind = m_random.Below(40);
+    return kind < std::size(odd) ? odd[kind] : symbol;
 }
 
 void CHostileLines::Spoil(std::string& line) {
-    switch (m_random.Below(12)) {
-    case 0:
-        line.resize(m_random.Below(static_cast<uint32_t>(line.size()) + 1));
-        break;
-    case 1:
-        line[m_random.Below(static_cast<uint32_t>(line.size()))] = static_cast<char>(m_random.Below(256));
-        break;
-    case 2:
-        line.insert(m_random.Below(static_cast<uint32_t>(line.size())), 1, ',');
-        break;
-    case 3:
-        line.pop_back();
-        break;
-    default:
-        break;
-    }
+    const uint32_t kind = m_random.Below(12), at = m_random.Below(static_cast<uint32_t>(line.size()));
+    if (kind == 0) line.resize(at);
+    if (kind == 1) line[at] = static_cast<char>(m_random.Below(256));
+    if (kind == 2) line.insert(at, 1, ',');
+    if (kind == 3) line.pop_back();
 }
 
 std::string CHostileLines::Next() {

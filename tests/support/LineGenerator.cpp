@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "support/LineGenerator.h"
 
-#include "data/catalogue/UpdateFields.h"
-
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -113,36 +111,20 @@ void CLineGenerator::Trade(SInstrument& i) {
     Put("Most Recent Trade Aggressor", fmt::format("{}", 1 + m_random.Below(2)));
 }
 
+std::string CLineGenerator::AnyOf(EParseRule rule, const SInstrument& i) {
+    if (rule == EParseRule::Text) return m_random.OneIn(2) ? "3D" : "R";
+    if (rule == EParseRule::Date) return fmt::format("{}/{}/2024", 1 + m_random.Below(12), 1 + m_random.Below(28));
+    if (rule == EParseRule::Hex) return fmt::format("{:X}", m_random.Below(256));
+    if (rule == EParseRule::Percent) return fmt::format("{:.6f}", m_random.Unit() - 0.5);
+    if (rule == EParseRule::Number) return Price(i.last * (0.9 + 0.2 * m_random.Unit()));
+    if (rule == EParseRule::Unsigned) return fmt::format("{}", m_random.Below(50'000'000));
+    if (rule == EParseRule::Regions) return "N;P;Q;T";
+    return fmt::format("{}", m_random.Below(200));
+}
+
 void CLineGenerator::Heavy(SInstrument& i) {
-    for (size_t slot = 1; slot < kUpdateFieldCount; ++slot) {
-        if (m_random.OneIn(10)) continue;
-        switch (kUpdateFields[slot].rule) {
-        case EParseRule::Text:
-            m_fields[slot] = m_random.OneIn(2) ? "3D" : "R";
-            break;
-        case EParseRule::Date:
-            m_fields[slot] = fmt::format("{}/{}/2024", 1 + m_random.Below(12), 1 + m_random.Below(28));
-            break;
-        case EParseRule::Hex:
-            m_fields[slot] = fmt::format("{:X}", m_random.Below(256));
-            break;
-        case EParseRule::Percent:
-            m_fields[slot] = fmt::format("{:.6f}", m_random.Unit() - 0.5);
-            break;
-        case EParseRule::Number:
-            m_fields[slot] = Price(i.last * (0.9 + 0.2 * m_random.Unit()));
-            break;
-        case EParseRule::Unsigned:
-            m_fields[slot] = fmt::format("{}", m_random.Below(50'000'000));
-            break;
-        case EParseRule::Regions:
-            m_fields[slot] = "N;P;Q;T";
-            break;
-        default:
-            m_fields[slot] = fmt::format("{}", m_random.Below(200));
-            break;
-        }
-    }
+    for (size_t slot = 1; slot < kUpdateFieldCount; ++slot)
+        if (!m_random.OneIn(10)) m_fields[slot] = AnyOf(kUpdateFields[slot].rule, i);
     Quote(i);
     Trade(i);
     for (const char* time : {"Bid Time", "Ask Time", "Extended Trade Time"}) Put(time, Clock());

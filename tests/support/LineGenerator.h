@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "data/catalogue/UpdateFields.h"
 #include "support/Random.h"
 
 #include <array>
@@ -33,6 +34,7 @@ private:
     void Quote(SInstrument& i);
     void Trade(SInstrument& i);
     void Heavy(SInstrument& i);
+    std::string AnyOf(EParseRule rule, const SInstrument& i);
     void Put(const char* field, std::string text);
     std::string Clock();
 
