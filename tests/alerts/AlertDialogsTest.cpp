@@ -228,6 +228,8 @@ TEST_F(CNewAlertDlgTest, TheSoundListIsFilledFromTheSettingsAndSaved) {
 
     Click(*dialog, "browse");
     auto& files = Named<QFileDialog>(*dialog, "soundFileDialog");
+    EXPECT_EQ(files.defaultSuffix(), QStringLiteral("wav"));
+    EXPECT_EQ(files.fileMode(), QFileDialog::ExistingFile);
     Q_EMIT files.fileSelected(QStringLiteral("/x,y.wav"));
     EXPECT_EQ(boxes.shown.size(), 1u) << "the alert's text has commas of its own";
     Q_EMIT files.fileSelected(QString::fromUtf8("/caf\xC3\xA9.wav"));
@@ -284,6 +286,9 @@ TEST_F(CAlertsDlgTest, ListsEveryAlertAndArmsByItsCheckBox) {
     }));
     EXPECT_EQ(alerts.Get("IBM")[1].enabled, 0u);
     EXPECT_TRUE(alerts.IsEmpty(EAlertMap::WorkingCopy));
+    symbols.clear();
+    const CAlertsDlg empty(alerts, services);
+    EXPECT_FALSE(IsEnabled(empty, "new"));
 }
 
 TEST_F(CAlertsDlgTest, WhatCannotFireSaysSoBesideItsCheckMark) {
@@ -388,6 +393,7 @@ TEST_F(CAlertHistoryDlgTest, FirstComesWhatFiredInTheLastAbsence) {
     Fire("BACK", 9'000);
     dialog.ShowMissed();
     EXPECT_THAT(Shown(dialog), ElementsAre("MISSED2", "MISSED"));
+    EXPECT_EQ(TextOf(dialog, "summary"), "2 of 5 alerts; you were away from " + LocalTimeText(5'000) + " on");
     Choose(dialog, "view", "All alerts that fired");
     EXPECT_THAT(Shown(dialog), ElementsAre("BACK", "MISSED2", "MISSED", "EARLIER", "SEEN"));
 }
@@ -414,4 +420,9 @@ TEST_F(CAlertHistoryDlgTest, FiltersSortsAndExportsWhatIsShown) {
                          "\"Reset to 12.5\"," + LocalTimeText(4'000) + "\r\n"));
     dialog.ExportTo(QString::fromStdString(folder / "no/such/folder.csv"));
     EXPECT_THAT(boxes.shown, SizeIs(1));
+    Named<QLineEdit>(dialog, "text").clear();
+    Fire("MSFT", 5'000);
+    dialog.RefreshSoon();
+    EXPECT_TRUE(WaitUntil([&] { return TextOf(dialog, "summary") == "2 of 4 alerts"; }));
+    EXPECT_THAT(Shown(dialog), ElementsAre("IBM", "IBM")) << "what comes leaves the filter as it is";
 }

@@ -105,15 +105,6 @@ TEST_F(CAlertHistoryTest, ALineCutOffAnywhereIsPassedOver) {
     }
 }
 
-TEST_F(CAlertHistoryTest, NoContentOfItsFileDoesHarm) {
-    std::vector<SAlertFiring> out;
-    for (const char* text : {"fired ", "reset x", "fired a 1 2 0 \"\\", "fired a 1 2 0 \"\" \"\" \"\" 1 2 3 4 end",
-                             "fired a 1 2 0 \"\" \"\" \"\" 1 2 3 4 5 end x",
-                             "fired a 1 99999999999999999999 0 \"\" \"\" \"\" 1 2 3 4 5 end"})
-        ParseHistory(text, out);
-    EXPECT_TRUE(out.empty());
-}
-
 TEST_F(CAlertHistoryTest, TheFilesStayBounded) {
     history.NoteFired(Firing("OLDEST", 1));
     Texts ids;

@@ -36,9 +36,8 @@ public:
         if (answers && message.member() == QStringLiteral("Notify")) connection.send(message.createReply(uint{77}));
         return true;
     }
-    /// What the last notification says, and how.
+    /// What the last notification says.
     QString Text() const { return calls.back().arguments()[4].toString(); }
-    QVariantMap Hints() const { return qdbus_cast<QVariantMap>(calls.back().arguments()[6]); }
 
     QList<QDBusMessage> calls;
     QStringList capabilities{QStringLiteral("body"), QStringLiteral("body-markup")};
@@ -106,23 +105,6 @@ TEST_F(CDesktopNotifierTest, ANotificationIsPlainTextAndTheNextOneTakesItsPlace)
     notifier.Withdraw();
     ASSERT_TRUE(WaitUntil([&] { return service.calls.back().member() == QStringLiteral("CloseNotification"); }));
     EXPECT_EQ(service.calls.back().arguments(), QVariantList{uint{77}});
-}
-
-TEST_F(CDesktopNotifierTest, AServiceIsAskedOnceWhatItShowsAndTextFollowsIt) {
-    const QString text = QStringLiteral("1 < 2 & \"3\"");
-    service.capabilities = {QStringLiteral("body"), QStringLiteral("actions")};
-    StartService();
-    CDesktopNotifier notifier(Connection("program"));
-    const auto show = [&](bool urgent = false) {
-        const qsizetype before = service.calls.size();
-        notifier.Show(QStringLiteral("title"), text, urgent);
-        EXPECT_TRUE(WaitUntil([&] { return service.calls.size() == before + 1; }));
-    };
-    show();
-    EXPECT_EQ(service.Text(), text) << "no markup, no entities";
-    show(true);
-    EXPECT_EQ(service.Hints()[QStringLiteral("urgency")].toUInt(), 2u);
-    EXPECT_EQ(service.asked, 1);
 }
 
 TEST_F(CDesktopNotifierTest, WithoutAServiceOrAnAnswerNothingIsHeldUp) {
