@@ -30,7 +30,7 @@ constexpr std::array kKindNames = {"paste", "insert", "delete", "move",   "empty
                                    "undo",  "redo",   "wait",   "save",   "reopen", "kill"};
 static_assert(kKindNames.size() == static_cast<size_t>(EKind::Count));
 // How often each comes, of a hundred.
-constexpr std::array kChances = {16, 5, 5, 5, 4, 5, 4, 4, 5, 5, 3, 7, 4, 10, 9, 4, 2, 1, 1, 1};
+constexpr std::array kChances = {12, 5, 5, 5, 4, 5, 4, 4, 5, 5, 3, 7, 8, 10, 9, 4, 2, 1, 1, 1};
 
 constexpr std::array kTexts = {"ibm", "MSFT", "ge", "T", "aa", "nope1", "NOPE2", "#Banks", "#Big tech names", ""};
 constexpr std::array kSymbols = {"AA", "GE", "IBM", "MSFT", "T"};
@@ -174,12 +174,13 @@ private:
         }
         case EKind::Together: {
             doc.Edit("together", [&](CWatchlistEdit& edit) {
-                for (uint32_t i = step.b % 4; i > 0; --i)
+                for (uint32_t i = 1 + step.b % 7; i > 0; --i) {
                     Edit({static_cast<EKind>((step.a >> i) % static_cast<uint32_t>(EKind::Together)), step.a / i,
                           step.b / i, step.c / i});
-                if (step.c % 3 != 0) return;
-                edit.Cancel();
-                plain.Cancel();
+                    if (step.c % 5 != i) continue;
+                    edit.Cancel();
+                    plain.Cancel();
+                }
             });
             return true;
         }
