@@ -65,6 +65,7 @@ TEST_F(CFileSaverTest, WritesTheFileAndKeepsWhatItReplaces) {
     }
     ASSERT_EQ(file.Backups().size(), CFileBackups::kKept);
     EXPECT_EQ(BackupTexts().front(), second);
+    EXPECT_EQ(file.Backups().front().number, 7);
     EXPECT_EQ(file.Backups().front().bytes, second.size());
     EXPECT_GT(file.Backups().front().savedAt, 1'600'000'000);
     // Under another name.
@@ -95,6 +96,10 @@ TEST_F(CFileSaverTest, AFileThatAnotherProgramChangedIsNotOverwrittenUnasked) {
     EXPECT_EQ(OnDisk(), "Symbols=BAC:1,;\r\n");
     EXPECT_TRUE(SaveWith({.overwriteChanged = true}).IsDone());
     EXPECT_THAT(BackupTexts(), ElementsAre("Symbols=BAC:1,;\r\n", kFirst));
+    WriteFile(At("banks.vxw"), "Symbols=BAC:1,;\r\n");
+    Change(2, "MS");
+    EXPECT_TRUE(SaveWith({.overwriteChanged = true}).IsDone());
+    EXPECT_EQ(file.Backups().size(), 2u) << "the same content was kept twice";
     std::filesystem::remove(At("banks.vxw"));
     EXPECT_TRUE(Save().IsDone()) << "a file that is gone is made again";
     file.Forget();
@@ -115,6 +120,9 @@ TEST_F(CFileSaverTest, AFileOfWhichNotAllWasReadIsNotOverwrittenUnasked) {
         EXPECT_TRUE(SaveWith({.overwriteUnread = true}).IsDone());
         EXPECT_EQ(BackupTexts().front(), text);
         EXPECT_TRUE(Save().IsDone()) << "asked again";
+        OpenAs("banks.vxw", text);
+        OpenAs("banks.vxw", "");
+        EXPECT_TRUE(Save().IsDone()) << "an empty file holds nothing";
     }
 }
 

@@ -112,6 +112,8 @@ TEST_F(CPasteText, WhatABoardCopiedComesBackInWhateverColumnsAndHeadings) {
     Paste(6, copied, 4);
     EXPECT_EQ(Rows(), "IBM|MSFT|#Banks||GE|IBM|MSFT|Banks||GE") << "a text without marks tells no heading";
     EXPECT_THAT(feed.Take(), ElementsAre("wBanks\n")) << "all others are watched already";
+    Paste(11, CopyText(doc, {1, 2, 3, 4}), 3);
+    EXPECT_EQ(Row(11) + Row(12), "IBMMSFT");
     doc.Update()->SetAnnotation(4, "##Tech, and a REALTIME WatchList");
     PasteText(doc, 6, 1, CopyText(doc, {3, 5, 1, 4}, EAnnotationMarks::Yes), EAnnotationMarks::Yes);
     EXPECT_EQ(Row(6) + Row(7) + Row(8), "#Banks##Tech, and a REALTIME WatchListGE");

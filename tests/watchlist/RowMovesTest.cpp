@@ -149,6 +149,13 @@ TEST(CRowList, HoldsWhatASetHoldsFromWhicheverEndItIsFilled) {
             const uint32_t row = round % 3 == 0 ? 400 - step : round % 3 == 1 ? step : any;
             ASSERT_EQ(list.Insert(row), plain.insert(row).second);
             ASSERT_EQ(list.Erase(any), plain.erase(any) == 1);
+            if (step % 40 == 39) {
+                std::set<uint32_t> moved;
+                for (const uint32_t old : plain)
+                    if (old % 7 != 0) moved.insert(1000 - old);
+                plain = moved;
+                list.Renumber([](int old) { return old % 7 == 0 ? 0 : 1000 - old; });
+            }
             ASSERT_THAT(list, ElementsAreArray(plain));
         }
     }

@@ -91,9 +91,6 @@ TEST_F(CSortCommands, RefusedSortsSayWhyAndLeaveTheRecord) {
     Open("Columns=Symbol:1000;Last:1000;\r\nSymbols=B:1,;A:2,;\r\n");
     ManualSort(doc, {1, 3, 1, 2, 1});
     EXPECT_EQ(TakeMessage(), "Selection sorts must use a single column for the source data.");
-    ManualSort(doc, {1, 3, 0, 0, 0});
-    EXPECT_EQ(Sort(), SSortRecord{});
-
     Sort() = {2, false, true, 60000};
     ManualSort(doc, WholeColumn(1));
     EXPECT_EQ(TakeMessage(), "An auto sort has been set for column \"Last,\" it may not be manually sorted.");

@@ -148,6 +148,7 @@ TEST_F(CUndoStackTest, NamesStepsAndTellsWhereTheyAreSeen) {
     EXPECT_EQ(doc.Undo().RedoName(), "move column Last");
     EXPECT_EQ(doc.Undo().UndoName(), "delete 2 rows");
     expect(Undo(), 2, 3, 0, 0); // Whole rows.
+    EXPECT_EQ(doc.Undo().UndoName(), "type \"aapl\"");
     EXPECT_EQ(Undo().firstRow, 4);
     Redo();
     EXPECT_EQ(Redo().firstRow, 2) << "where the deleted rows were";
