@@ -272,6 +272,9 @@ TEST_F(CNoticeQueueTest, ASoundThatIsNotRepeatedIsHeardBeforeItsNoticeAndMuteEnd
     queue.SetMuted(true);
     EXPECT_FALSE(sounds.IsPlaying());
     ASSERT_TRUE(queue.Shown()) << "the notice does not wait for silence";
+    Dismiss();
+    Fire(EAlertSound::BuiltIn, true);
+    Shown();
     EXPECT_EQ(sounds.played, (std::vector<SAlertSound>{{1, "", false}, {2, "", true}, {1, "", false}}));
 }
 
