@@ -299,6 +299,8 @@ TEST_F(CAlertsDlgTest, WhatCannotFireSaysSoBesideItsCheckMark) {
         for (const std::string& text : Column(*List(dialog).model())) {
             const QModelIndex line = List(dialog).model()->index(static_cast<int>(states.size()), 0);
             states.push_back(line.data(Qt::AccessibleTextRole).toString().toStdString().substr(text.size()));
+            EXPECT_EQ(line.data(Qt::ToolTipRole).toString().contains(QStringLiteral("cannot fire")),
+                      !states.back().empty());
         }
         dialog.reject();
     }));

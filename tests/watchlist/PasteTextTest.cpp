@@ -130,6 +130,18 @@ TEST_F(CPasteText, APasteIsOneStepAndTheFeedIsAskedOnce) {
     EXPECT_THAT(feed.Take(), UnorderedElementsAre("wMSFT\n", "rA\n", "rB\n"));
 }
 
+TEST_F(CPasteText, ASymbolThatLeftItsRowAndWasRejectedMeanwhileIsAskedForAgain) {
+    std::string text = "T\r\nMSFT\r\nBanks\r\n\r\n";
+    for (int i = 0; i < 20000; ++i) text += fmt::format("S{}\r\n", i);
+    bool rejected = false;
+    PasteText(doc, 1, 1, text + "IBM\r\n", EAnnotationMarks::No, [&](size_t, size_t) {
+        if (!std::exchange(rejected, true)) doc.SymbolNotFound("IBM");
+        return true;
+    });
+    EXPECT_EQ(doc.RowSymbol(20005), "IBM");
+    EXPECT_THAT(feed.Take(), testing::Contains("wIBM\n"));
+}
+
 TEST_F(CPasteText, ALongPasteLeavesNothingWhenCancelled) {
     std::string text;
     for (int i = 0; i < 20000; ++i) text += fmt::format("S{}\r\n", i);
