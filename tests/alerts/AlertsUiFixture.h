@@ -74,12 +74,11 @@ protected:
     CRecordedSounds sounds;
     CMessageBoxes boxes;
     Texts symbols{"IBM", "MSFT"};
-    bool muted = false;
     SAlertDialogServices services{.settings = settings,
                                   .player = sounds,
                                   .symbols = [this] { return symbols; },
                                   .valueNow = [](std::string_view, int32_t) { return "190.25"; },
-                                  .isMuted = [this] { return muted; }};
+                                  .isMuted = [] { return false; }};
 
     static A_INFO Alert(const char* field, uint32_t condition, double value, bool noZero = false) {
         return {1, noZero, 0, value, AlertFieldId(field).value(), condition, 0, {}};

@@ -141,6 +141,12 @@ void CPlainList::End(bool keep) {
     m_redo.clear();
 }
 
+void CPlainList::Cancel() {
+    rows = m_before.rows;
+    alerts = m_before.alerts;
+    looks = m_before.looks;
+}
+
 // The order and the rows that the edit changed; an alert that both states have keeps what became of it.
 void CPlainList::Become(const SState& from, const SState& to) {
     std::vector<SRow> next;

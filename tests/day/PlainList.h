@@ -64,6 +64,8 @@ public:
 
     void Begin() { m_before = *this; }
     void End(bool keep);
+    /// Takes back what was edited since Begin.
+    void Cancel();
     bool Undo();
     bool Redo();
     /// Another list, or this one read again: what was rejected is asked for again, and there is nothing to undo.

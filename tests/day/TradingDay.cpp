@@ -25,12 +25,12 @@ namespace {
 
 using EKind = SDayStep::EKind;
 
-constexpr std::array kKindNames = {"paste", "insert", "delete", "move",   "empty", "note",  "hide",
-                                   "sort",  "format", "column", "option", "alert", "price", "undo",
-                                   "redo",  "wait",   "save",   "reopen", "kill"};
+constexpr std::array kKindNames = {"paste", "insert", "delete", "move",   "empty",  "note",     "hide",
+                                   "sort",  "format", "column", "option", "alert",  "together", "price",
+                                   "undo",  "redo",   "wait",   "save",   "reopen", "kill"};
 static_assert(kKindNames.size() == static_cast<size_t>(EKind::Count));
 // How often each comes, of a hundred.
-constexpr std::array kChances = {20, 5, 5, 5, 4, 5, 4, 4, 5, 5, 3, 7, 10, 9, 4, 2, 1, 1, 1};
+constexpr std::array kChances = {12, 5, 5, 5, 4, 5, 4, 4, 5, 5, 3, 7, 8, 10, 9, 4, 2, 1, 1, 1};
 
 constexpr std::array kTexts = {"ibm", "MSFT", "ge", "T", "aa", "nope1", "NOPE2", "#Banks", "#Big tech names", ""};
 constexpr std::array kSymbols = {"AA", "GE", "IBM", "MSFT", "T"};
@@ -170,6 +170,18 @@ private:
             alert.value = above;
             doc.Edit("new alert", [&](CWatchlistEdit& edit) { edit.Alerts().Add(symbol, alert); });
             plain.AddAlert(symbol, above);
+            return true;
+        }
+        case EKind::Together: {
+            doc.Edit("together", [&](CWatchlistEdit& edit) {
+                for (uint32_t i = 1 + step.b % 7; i > 0; --i) {
+                    Edit({static_cast<EKind>((step.a >> i) % static_cast<uint32_t>(EKind::Together)), step.a / i,
+                          step.b / i, step.c / i});
+                    if (step.c % 5 != i) continue;
+                    edit.Cancel();
+                    plain.Cancel();
+                }
+            });
             return true;
         }
         default:

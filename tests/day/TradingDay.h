@@ -23,6 +23,7 @@ struct SDayStep {
         Column,
         Option,
         Alert,
+        Together, ///< Several of those above in one step, which may be cancelled.
         Price,
         Undo,
         Redo,

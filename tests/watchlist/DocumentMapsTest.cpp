@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "data/record/SymbolKey.h"
-#include "watchlist/document/ColumnMap.h"
 #include "watchlist/document/SymbolMap.h"
 #include "watchlist/document/SymbolUpdateMap.h"
 
@@ -8,7 +7,6 @@
 
 using namespace vx;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 
@@ -21,9 +19,6 @@ std::vector<uint32_t> Taken(CSymbolUpdateMap& map) {
 } // namespace
 
 TEST(CSymbolMap, SymbolsOfOneHashAreToldApartByTheirText) {
-    EXPECT_EQ(SymbolHash("AB"), 33u * 'B' + 'A') << "from the last character to the first";
-    EXPECT_EQ(SymbolHash("\xFF"), 0xFFFFFFFFu) << "with signed characters";
-    EXPECT_EQ(SymbolHash(""), 0u);
     ASSERT_EQ(SymbolHash("bA"), SymbolHash("AB")); // 33 more in the first character is one less in the second.
     constexpr uint32_t kMany = 4 * CSymbolRecArray::kMostWalked;
     const auto name = [](uint32_t number) {
@@ -48,42 +43,13 @@ TEST(CSymbolMap, SymbolsOfOneHashAreToldApartByTheirText) {
 
 TEST(CSymbolUpdateMap, ARecordIsTakenOnceHoweverOftenItChanged) {
     CSymbolUpdateMap map;
-    for (uint32_t round = 0; round < 3; ++round) {
-        for (uint32_t i = 0; i < 3000; ++i) map.Add({i % 7, i % 1000});
-        EXPECT_FALSE(map.IsEmpty());
-        size_t count = 0;
-        map.TakeAll([&](const SRecordIds& record) {
-            if (count++ < 5) map.Add(record);
-        });
-        EXPECT_EQ(count, 3000u) << "7 and 1000 have no common divisor: every pair is another";
-        EXPECT_THAT(Taken(map), ElementsAre(0, 1, 2, 3, 4)) << "what was added while taking stays";
-        EXPECT_THAT(Taken(map), IsEmpty());
-    }
+    for (uint32_t i = 0; i < 6000; ++i) map.Add({i % 7, i % 1000});
+    size_t count = 0;
+    map.TakeAll([&](const SRecordIds& record) {
+        if (count++ < 2) map.Add(record);
+    });
+    EXPECT_EQ(count, 6000u) << "7 and 1000 have no common divisor: every pair is another";
+    EXPECT_THAT(Taken(map), ElementsAre(0, 1)) << "what was added while taking stays";
     for (const uint32_t number : {2u, 2u, 3u}) map.Add({1, number});
     EXPECT_THAT(Taken(map), ElementsAre(2, 3));
-    map.Add({1, 2});
-    map.Clear();
-    EXPECT_TRUE(map.IsEmpty());
-}
-
-TEST(CColumnMap, KeepsUnknownNamesAndSkipsRepeatedOnes) {
-    CColumnMap map;
-    map.SetNames(kDefaultColumnList);
-    EXPECT_EQ(map.Names(), kDefaultColumnList);
-    EXPECT_EQ(map.At(0).width, 30);
-    EXPECT_EQ(map.At(16).width, 100);
-    EXPECT_EQ(map.At(2).number, FieldIndex("Tick Trend"));
-    map.SetNames("Last;;Mystery;Last;Bid; ");
-    EXPECT_EQ(map.Names(), "Last;Mystery;Bid;");
-    EXPECT_EQ(map.At(2).number, static_cast<int>(kCatalogueSize));
-    EXPECT_EQ(map.At(2).Entry(), nullptr);
-    EXPECT_EQ(map.NameOf(map.NumberOf("Mystery")), "Mystery");
-    EXPECT_EQ(map.NameOf(FieldIndex("Last")), "Last");
-    EXPECT_EQ(map.NumberOf("Other"), kNoField);
-    EXPECT_EQ(map.NameOf(4711), "");
-    map.SetWidth(3, 55);
-    map.SetNames("Bid;Ask");
-    EXPECT_EQ(map.At(1).width, 55) << "a column that stays keeps its width";
-    EXPECT_EQ(map.Append("Bid", 70), 1) << "first place, last width";
-    EXPECT_EQ(map.At(1).width, 70);
 }

@@ -31,11 +31,6 @@ protected:
         EXPECT_EQ(lstat(path.c_str(), &status), 0) << path;
         return status;
     }
-    /// Opens the folders to a user without rights, who has nothing kept in them yet.
-    void OpenFolders() {
-        for (const char* kept : {"generations", "recovery"}) std::filesystem::remove_all(state / kept);
-        for (const std::string& path : {folder.Path(), state.Path(), files.Path()}) chmod(path.c_str(), 0777);
-    }
     SFileResult SaveWith(const SSaveConsent& consent) { return file.Save({}, consent); }
     std::string OnDisk() const { return ReadFile(At("banks.vxw")); }
     /// A save that asks before it replaces the file, and has not touched it.
@@ -53,13 +48,10 @@ protected:
 
 TEST_F(CFileSaverTest, WritesTheFileAndKeepsWhatItReplaces) {
     Change(2, "BAC");
-    shown.statuses.clear();
     ASSERT_TRUE(file.Save({1, 2, 300, 400, true, false}).IsDone());
     EXPECT_EQ(OnDisk(), Written());
     EXPECT_EQ(WrittenLine("Window"), "1;2;300;400;TRUE;FALSE");
     EXPECT_FALSE(doc.IsModified());
-    EXPECT_EQ(shown.statuses.front(), "Saving Watchlist " + Quoted());
-    EXPECT_EQ(shown.Status(), doc.StatusText());
     EXPECT_EQ(settings.ReadText(kMyWatchlists), files.Path() + "/");
     EXPECT_THAT(BackupTexts(), ElementsAre(kFirst));
     EXPECT_THAT(files.Files(), ElementsAre("banks.vxw"));
@@ -91,10 +83,8 @@ TEST_F(CFileSaverTest, FollowsLinksAndKeepsPermissions) {
     EXPECT_EQ(OnDisk(), Written());
     EXPECT_TRUE(S_ISLNK(StatOf(At("link.vxw")).st_mode));
     EXPECT_EQ(StatOf(At("banks.vxw")).st_mode & 0777, 0640u);
-    EXPECT_THAT(BackupTexts(), ElementsAre(kFirst));
     ASSERT_TRUE(SaveAs("to_nothing.vxw").IsDone());
     EXPECT_EQ(ReadFile(At("new.vxw")), Written());
-    EXPECT_TRUE(SaveAs(std::string(251, 'n') + ".vxw").IsDone()) << "the longest name";
 }
 
 TEST_F(CFileSaverTest, AFileThatAnotherProgramChangedIsNotOverwrittenUnasked) {
@@ -136,62 +126,11 @@ TEST_F(CFileSaverTest, AFileOfWhichNotAllWasReadIsNotOverwrittenUnasked) {
     }
 }
 
-TEST_F(CFileSaverTest, PermissionsThatAreMissingAreToldAndTheOldFileStays) {
-    if (!HasOrdinaryUser()) GTEST_SKIP() << kNoOrdinaryUser;
-    Change(2, "BAC");
-    const auto as = [&](mode_t folderMode, mode_t mode, const std::function<bool()>& holds) {
-        // Modes that stop the owner too: the tests may run as an ordinary user themselves.
-        chmod(files.Path().c_str(), folderMode);
-        chmod(At("banks.vxw").c_str(), mode);
-        EXPECT_EQ(RunAsOrdinaryUser([&] { return holds() ? 0 : 1; }), 0) << std::oct << folderMode << " " << mode;
-    };
-    const auto fails = [&](const std::string& name) {
-        const SFileResult result = file.SaveAs(At(name), {}, {.withoutBackup = true});
-        return !result.IsDone() && doc.IsModified() &&
-               result.error.find("could not be saved: you are not allowed to.") != std::string::npos;
-    };
-    for (const std::string& path : {folder.Path(), state.Path()}) chmod(path.c_str(), 0755);
-    as(0555, 0644, [&] { return fails("banks.vxw") && fails("new.vxw"); });
-    as(0777, 0444, [&] { return fails("banks.vxw"); });
-    as(0777, 0000, [&] { return !file.Open(At("banks.vxw")).IsDone(); });
-    chmod(At("banks.vxw").c_str(), 0644);
-    EXPECT_EQ(OnDisk(), kFirst);
-    EXPECT_THAT(files.Files(), ElementsAre("banks.vxw"));
-    OpenFolders();
-    as(0777, 0222, [&] {
-        const SFileResult asked = Save();
-        return asked.outcome == EFileOutcome::BackupNotKept &&
-               asked.error == "The file " + Quoted() +
-                                  " cannot be read: you are not allowed to. What it holds could not be kept." &&
-               SaveWith({.withoutBackup = true}).IsDone();
-    });
-    EXPECT_EQ(OnDisk(), Written());
-}
-
 TEST_F(CFileSaverTest, WhatANewFileCannotTakeOverFromTheFormerOneIsTold) {
     std::filesystem::create_hard_link(At("banks.vxw"), At("second name.vxw"));
     Change(2, "GS");
     EXPECT_THAT(Save().notices, ElementsAre(Quoted() + " had 1 other name (hard link). The old content stays there."));
     EXPECT_EQ(ReadFile(At("second name.vxw")), kFirst);
-    Change(2, "BAC");
-    EXPECT_THAT(Save().notices, IsEmpty());
-    if (geteuid() != 0 || !HasOrdinaryUser()) GTEST_SKIP() << "no file of another user can be made";
-    ASSERT_EQ(chown(At("banks.vxw").c_str(), 1234, 1234), 0);
-    chmod(At("banks.vxw").c_str(), 0646);
-    Change(2, "MS");
-    EXPECT_THAT(Save().notices, IsEmpty());
-    const struct stat status = StatOf(At("banks.vxw"));
-    EXPECT_TRUE(status.st_uid == 1234 && status.st_gid == 1234 && (status.st_mode & 0777) == 0646);
-    OpenFolders();
-    Change(2, "GE");
-    EXPECT_EQ(RunAsOrdinaryUser([&] {
-                  const SFileResult result = Save();
-                  return result.IsDone() && result.notices.size() == 2 &&
-                                 result.notices[0].find("belonged to another user") != std::string::npos
-                             ? 0
-                             : 1;
-              }),
-              0);
 }
 
 TEST_F(CFileSaverTest, OfTwoWindowsInTheSameInstantOneIsAsked) {
@@ -232,14 +171,10 @@ TEST_F(CFileSaverTest, WhatIsEditedMeanwhileLeavesTheDocumentModified) {
     EXPECT_FALSE(doc.IsModified()) << "this is what was saved";
     doc.Undo().Undo();
     EXPECT_TRUE(doc.IsModified());
-    doc.Undo().Redo();
 
     const SSaveJob second = file.BeginSave({}, {});
     doc.Edit({}, [](CWatchlistEdit&) {}); // Something that is no edit.
     file.EndSave(second, file.Saver().Save(second));
-    EXPECT_TRUE(doc.IsModified());
-    type(5, "C");
-    doc.Undo().Undo();
     EXPECT_TRUE(doc.IsModified());
 }
 
@@ -261,14 +196,11 @@ TEST_F(CFileSaverTest, AFormerContentThatCannotBeKeptIsNotReplacedUnasked) {
     std::filesystem::remove_all(state / "generations");
     WriteFile(state / "generations", "in the way");
     Change(2, "GS");
-    for (const SFileResult& asked : {Save(), SaveAs("banks.vxw")}) {
-        ExpectAsks(asked, EFileOutcome::BackupNotKept,
-                   "The backup of " + Quoted() + " could not be made: part of its path is not a folder.");
-        EXPECT_EQ(OnDisk(), kFirst);
-    }
+    ExpectAsks(Save(), EFileOutcome::BackupNotKept,
+               "The backup of " + Quoted() + " could not be made: part of its path is not a folder.");
+    EXPECT_EQ(OnDisk(), kFirst);
     WriteFile(At("banks.vxw"), "Symbols=BAC:1,;\r\n");
     ExpectAsks(SaveWith({.withoutBackup = true}), EFileOutcome::ChangedOnDisk);
-    ExpectAsks(SaveWith({.overwriteChanged = true}), EFileOutcome::BackupNotKept);
     EXPECT_TRUE(SaveAs("new.vxw").IsDone()) << "nothing is replaced";
     const SFileResult agreed = file.SaveAs(At("banks.vxw"), {}, {.withoutBackup = true});
     EXPECT_TRUE(agreed.IsDone());
@@ -278,13 +210,9 @@ TEST_F(CFileSaverTest, AFormerContentThatCannotBeKeptIsNotReplacedUnasked) {
 
 TEST_F(CFileSaverTest, WhatIsNoFileIsNeitherOpenedNorReplaced) {
     ASSERT_EQ(mkfifo(At("pipe").c_str(), 0600), 0);
-    std::filesystem::create_directory(At("folder"));
-    std::filesystem::create_symlink("loop", At("loop"));
     for (const auto& [path, reason] : {std::pair{At("pipe"), "it is not a file but a pipe, a device or a socket."},
-                                       {At("folder"), "it is a folder."},
-                                       {"/dev/zero", "it is not a file but a pipe, a device or a socket."},
-                                       {At("banks.vxw/x"), "part of its path is not a folder."},
-                                       {At("loop"), "its links lead nowhere."}}) {
+                                       {files.Path(), "it is a folder."},
+                                       {"/dev/zero", "it is not a file but a pipe, a device or a socket."}}) {
         Change(2, "GS");
         const std::string before = Written();
         for (const SFileResult& result : {file.Open(path), file.SaveAs(path, {})}) {
@@ -294,8 +222,6 @@ TEST_F(CFileSaverTest, WhatIsNoFileIsNeitherOpenedNorReplaced) {
         EXPECT_EQ(Written(), before);
         EXPECT_EQ(file.Path(), At("banks.vxw"));
     }
-    EXPECT_THAT(file.Open(At("none.vxw")).error, HasSubstr("there is no such file or folder."));
-    EXPECT_THAT(SaveAs("none/list.vxw").error, HasSubstr("there is no such file or folder."));
     ASSERT_EQ(truncate(At("banks.vxw").c_str(), kMostWatchlistBytes + 1), 0);
     EXPECT_THAT(file.Open(At("banks.vxw")).error, HasSubstr("it is larger than 256 MB, which no watchlist is."));
     EXPECT_TRUE(S_ISFIFO(StatOf(At("pipe")).st_mode));

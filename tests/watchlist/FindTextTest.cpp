@@ -60,7 +60,6 @@ TEST_F(CFindText, FindsShownTextsAnnotationsAndNotesAndWrapsAround) {
         {"12.5", {}, "5,2; 5,2 wrapped; ", "5,2; 5,2 wrapped; "},
         {"77", {}, "none", "none"},
         {"", {}, "none", "none"},
-        {"THE IBM LINE AND ON", {}, "none", "none"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(All(FindNext, c.text, c.options), c.forward) << c.text;
@@ -77,7 +76,7 @@ TEST_F(CFindText, GoesToTheSymbolThatIsMeantMost) {
     for (const auto& [row, symbol] : {std::pair{7, "IBM"}, {8, "ibm2"}, {9, "BAD"}})
         doc.Update()->EnterSymbol(row, symbol);
     doc.SymbolNotFound("BAD");
-    const std::pair<const char*, int> cases[] = {{"IBM", 1}, {" Ibm ", 3}, {"iBm", 1}, {"IBM2", 8}, {"aib", 5},
-                                                 {"ib", 1},  {"bad", 9},   {"BM", 0},  {"", 0},     {"IBM22", 0}};
+    const std::pair<const char*, int> cases[] = {{"IBM", 1}, {" Ibm ", 3}, {"iBm", 1}, {"IBM2", 8},
+                                                 {"ib", 1},  {"bad", 9},   {"BM", 0},  {"", 0}};
     for (const auto& [text, row] : cases) EXPECT_EQ(GoToSymbol(doc, text), row) << text;
 }

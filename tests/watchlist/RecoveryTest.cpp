@@ -129,15 +129,10 @@ TEST_F(CRecoveryKeeperTest, WhatWasSavedBeforeTheProgramDiedIsNotOffered) {
 TEST_F(CRecoveryKeeperTest, ADamagedRecoveryIsLeftAloneAndWhatKilledWritesLeftGoes) {
     SRecovery recovery;
     recovery.originalPath = "/a b/\xC3\xBC\n.vxw";
-    recovery.knownHash = 0xABCDEF;
     recovery.savedAt = 12;
     recovery.text = "Symbols=IBM:1,;\r\nVx.Notes=7 \"x\\r\\n\\\"y\\\"\";\r\n";
     const std::string text = FormatRecovery(recovery);
-    const auto read = ParseRecovery(text);
-    ASSERT_TRUE(read);
-    EXPECT_EQ(read->originalPath, recovery.originalPath);
-    EXPECT_EQ(read->knownHash, recovery.knownHash);
-    EXPECT_EQ(FormatRecovery(*read), text);
+    EXPECT_EQ(FormatRecovery(ParseRecovery(text).value()), text);
     for (size_t size = 0; size < text.size(); ++size) ASSERT_FALSE(ParseRecovery(text.substr(0, size))) << size;
     std::string flipped = text;
     flipped[flipped.size() - 5] ^= 1;
@@ -146,7 +141,6 @@ TEST_F(CRecoveryKeeperTest, ADamagedRecoveryIsLeftAloneAndWhatKilledWritesLeftGo
     const std::string written = state / "recovery/.1-4-1.recovery.saving-4-1";
     for (const std::string& name : {left, written}) WriteFile(name, "half");
     const CFileLock held(written, 0);
-    ASSERT_TRUE(held.IsHeld());
     WriteFile(state / "recovery/1.recovery", flipped);
     WriteFile(state / "recovery/2.recovery", text);
     EXPECT_THAT(Found(), ElementsAre(testing::Field(&SRecovery::savedAt, 12)));

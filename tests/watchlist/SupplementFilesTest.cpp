@@ -76,16 +76,12 @@ TEST_F(CSupplementFilesTest, AreReadAndGoWithTheNextSaveWhichPutsThemIntoTheFile
     const std::string all = Written();
     ASSERT_TRUE(Save().IsDone());
     EXPECT_THAT(Left(), ElementsAre("gener"));
-    std::filesystem::remove_all(state / "recovery");
     EXPECT_THAT(Open("list.vxw").notices, IsEmpty());
     EXPECT_EQ(Written(), all);
     ASSERT_TRUE(file.OpenBackup(file.Backups().front()).IsDone());
     EXPECT_TRUE(doc.IsModified());
     ExpectAll();
     EXPECT_EQ(doc.RowSymbol(2), "");
-    ASSERT_TRUE(file.Open(file.Backups().front().path).IsDone());
-    ExpectAll();
-    Open("list.vxw");
     for (int i = 0; i < 6; ++i) {
         Change(3, fmt::format("S{}", i));
         Save();
@@ -101,17 +97,13 @@ TEST_F(CSupplementFilesTest, BelongToOneContentOfOneFile) {
     std::filesystem::rename(At("list.vxw"), At("moved.vxw"));
     Open("moved.vxw");
     ExpectAll();
-    std::filesystem::rename(At("moved.vxw"), At("list.vxw"));
-    Open("list.vxw");
-    ExpectAll();
 
     WriteFile(At("list.vxw"), std::string(kFileText) + "Symbols=GS:2,;\r\n");
     EXPECT_THAT(Open("list.vxw").notices, ElementsAre(HasSubstr("changed by another program")));
     EXPECT_EQ(doc.Notes().Get(9), "");
     Leave("list.vxw", kFileText, kSupplement.substr(0, kSupplement.size() - 4));
     EXPECT_THAT(Open("list.vxw").notices, ElementsAre(HasSubstr("is damaged")));
-    for (const char* line :
-         {"hidden 3-2", "hidden 5,4", "hidden 0", "hidden 1-100001", "hidden 2,2", "hidden x", "note 0 \"a\""})
+    for (const char* line : {"hidden 3-2", "hidden 5,4", "hidden 1-100001", "hidden x", "note 0 \"a\""})
         EXPECT_FALSE(ParseSupplement(std::string("zantrel watchlist supplement 1\n") + line + "\nend\n")) << line;
 }
 

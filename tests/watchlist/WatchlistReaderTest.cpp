@@ -28,30 +28,6 @@ std::string Rows(const SWatchlistContent& content) {
 
 } // namespace
 
-TEST_F(CWatchlistReaderTest, ColumnsAreReadWithTheirWidths) {
-    for (const auto& [text, columns] : {Renamed{"", "Symbol=100 "},
-                                        {";Symbol:500;Last:605;", "Symbol=50 Last=60 "},
-                                        {"Last:5;", ""},
-                                        {"Last:9;Bid:10;Ask:-50;", "Bid=1 "},
-                                        {"Last:999999999;No Such:1000;Last:700;", "Last=70 No Such=100 "},
-                                        {"RowNumbers:450;Last:1000;", "Last=100 "}}) {
-        Open(fmt::format("Columns={}\r\n", text));
-        EXPECT_EQ(Columns(), columns) << text;
-    }
-    EXPECT_EQ(doc.Columns().At(0).width, 45);
-}
-
-TEST_F(CWatchlistReaderTest, OptionsAreReadAndKeptInBounds) {
-    Open("Window=10;20;300;400;TRUE;FALSE\r\nTrailingRows=5000\r\nLockedColumns=-3\r\nShowRowNumbers=FALSE\r\n"
-         "Sort=12;TRUE;FALSE;30\r\nNoEquals\r\nUnknown=1\r\nTrailingRows=2");
-    EXPECT_EQ(shown.placement, (SPlacement{10, 20, 300, 400, true, false}));
-    EXPECT_EQ(doc.Options().trailingRows, SWatchlistOptions::kMaxTrailingRows) << "a line without its end was applied";
-    EXPECT_EQ(doc.Options().lockedColumns, 0);
-    EXPECT_FALSE(doc.Options().showRowNumbers);
-    EXPECT_TRUE(doc.Options().showToolBar) << "what a file lacks keeps its default";
-    EXPECT_EQ(doc.Options().sort, (SSortRecord{12, true, false, 30000}));
-}
-
 TEST_F(CWatchlistReaderTest, BlocksOfEverySizeGiveTheSame) {
     const std::string text =
         "TrailingRows=7\r\nSymbols=IBM:1,;\rX:2,;\nY:3,;\r\n\r\r\nAnnotations=4:#a\r;5:#b;\r\nSymbols=Z:9,;\r";
@@ -98,33 +74,12 @@ TEST_F(CWatchlistReaderTest, MillionsOfEntriesLinesAndBytesAreReadInProportion) 
 
 TEST(WatchlistLegacy, EveryColumnIsRenamedInOrder) {
     for (const auto& [legacy, modern] : {
-             Renamed{"", "Symbol;"},
-             {"Last,Symbol", "Symbol;Last;Symbol"},
+             Renamed{"Last,Symbol", "Symbol;Last;Symbol"},
              {"Last,Symbol,Bid", "Last;Symbol;Bid"},
              {"Symbol,Time,Time,Last", "Symbol;T Time;Time;Last"},
-             {"Symbol,Last,Time", "Symbol;Last;Time"},
              {"Ask Volume,Symbol,Ask Volume,Bid Volume", "Ask Volume;Symbol;A Size;Bid Volume"},
-             {"52 Week High,52 Week Low,Average Volume,Avg Volume", "Symbol;52wk High;52wk Low;Avg Vol;Avg Vol"},
-             {"Balance Date,Chg From Open,Cmn Shr Out", "Symbol;Bal Date;ChgFrmOpn;Shares Out"},
              {"Cur Assets,Cur EPS,Cur Liab,Debt,LT Debt", "Symbol;Assets;EPS;Liabilities;LT Debt;LT LT Debt"},
-             {"Div Amount,Div Exp Date,Pay Date,ET Change", "Symbol;Div Amt;Ex Div Date;Div Pay Date;ET Chg"},
-             {"Expiration Date,Fisc Yr End,Growth %,Leaps", "Symbol;Exp Date;Fisc Yr End;5yr Growth %;Leap Symbols"},
-             {"Net Asset Value,Open Interest,Options", "Symbol;Tot Assets;Open Int;Option Symbols"},
              {"Split #1,Split #2", "Symbol;Split1 Date;Split1 Ratio;Split2 Date;Split2 Ratio"},
-             {"Strike Price,Trade Volume,UPC11830 IND", "Symbol;Strike;Tick Vol;Restricted"},
-             {"Years High,Years Low,% Change", "Symbol;Cal High;Cal Low;% Chg"},
          })
         EXPECT_EQ(ModernColumnNames(legacy), modern);
-}
-
-TEST(WatchlistLegacy, AlertSentencesBecomeRecords) {
-    for (const auto& [legacy, modern] : {
-             Renamed{"IBM^Enabled^when the Price is less than or equal to 9.5", "IBM:Last,<=,9.5,TRUE;"},
-             {"IBM^enabled^when the Last Price is equal to 1,250^x", "IBM:Last,=,1250,FALSE;"},
-             {"IBM^Enabled^when the News is equal to 1", "IBM:News,=,1,TRUE;"},
-             {"IBM^Enabled^when the Bid is", ""},
-             {"^Enabled^when the Bid is 1", ""},
-             {"IBM", ""},
-         })
-        EXPECT_EQ(ModernAlert(legacy), modern) << legacy;
 }
