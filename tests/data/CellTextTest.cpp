@@ -83,8 +83,6 @@ TEST_F(CellTextTest, NumbersOfEveryClassAreCutAndKeepTheirSigns) {
         EXPECT_EQ(text.size(), 255u) << column;
         EXPECT_TRUE(text.front() == ends[0] && (text.back() == ends[1] || ends[1] == '0')) << column;
     }
-    Update("Available Regions=N;P");
-    EXPECT_EQ(Cell("Available Regions"), "N;P");
 }
 
 TEST_F(CellTextTest, MessageContentsAreWordsFromTheLastLetterToTheFirst) {
@@ -148,12 +146,4 @@ TEST_F(CellTextTest, DifferencesHaveTheColourOfTheirSign) {
     EXPECT_EQ(colour("Last", EColourRule::Sign), Up);
     EXPECT_EQ(colour("Open Int", EColourRule::Sign), Down);
     EXPECT_EQ(colour("Tick Trend"), Up);
-}
-
-TEST_F(CellTextTest, TheProgramsOwnColumnsReadNothingOfTheRecord) {
-    Update("Last=1");
-    for (const char* column : {" ", "Alerts", "Notes", "News", "Latest Headline"}) {
-        EXPECT_EQ(Cell(column), "") << column;
-        EXPECT_EQ(Direction(column), NeverSet) << column;
-    }
 }
