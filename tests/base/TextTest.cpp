@@ -55,6 +55,16 @@ TEST(CLineCutter, CutsLinesAtEveryEndWhateverThePieces) {
     }
 }
 
+TEST(CLineCutter, ALineThatIsTooLongIsCutAndToldOnce) {
+    CLineCutter cutter(10);
+    cutter.Append("0123456789\n0123456789x");
+    EXPECT_FALSE(cutter.Next()->tooLong) << "the most that fits";
+    EXPECT_TRUE(cutter.Next()->tooLong);
+    cutter.Append("xxx\r\nnext");
+    cutter.End();
+    EXPECT_EQ(cutter.Next()->text, "next");
+}
+
 TEST(ReadCommandLine, TakesValuesByItsTableAndKeepsWhatItDoesNotKnow) {
     struct SRead {
         bool on = false;

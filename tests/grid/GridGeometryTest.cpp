@@ -120,15 +120,6 @@ TEST(CGridGeometry, HiddenRowsTakeNoPlaceAndRowsKeepTheirNumbers) {
     }
 }
 
-TEST(CGridGeometry, WithAllRowsHiddenThereIsNone) {
-    CGridGeometry geometry = Sample(4, 6);
-    geometry.SetHiddenRows({1, 2, 3, 4, 5, 6});
-    EXPECT_EQ(geometry.RowAt(30), -1);
-    EXPECT_GT(geometry.FirstVisibleRow(), geometry.LastVisibleRow());
-    geometry.SetRowCount(8);
-    EXPECT_EQ(geometry.RowAt(30), 7) << "rows that are added are shown";
-}
-
 TEST(CGridGeometry, HoldsAMillionRowsAndRefusesNonsense) {
     CGridGeometry geometry = Sample(3, 2'000'000'000);
     EXPECT_EQ(geometry.RowCount(), CGridGeometry::kMaxRows);

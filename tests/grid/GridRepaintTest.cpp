@@ -21,7 +21,6 @@ protected:
         ProcessAll();
         return {grid.Counters().passes - m_before.passes, grid.Counters().cells - m_before.cells};
     }
-    int VisibleRows() const { return Geometry().LastVisibleRow() - Geometry().FirstVisibleRow() + 1; }
     int VisibleColumns() const { return Geometry().LastScrolledColumn() - Geometry().FirstScrolledColumn() + 1; }
 
     /// What the window shows; the offscreen platform keeps it in an image.
@@ -51,11 +50,6 @@ TEST_F(CDirtyCellsTest, PaintsOnlyTheCellsThatChangedAndTheRowsConcerned) {
     for (const int column : {1, 3}) grid.MarkCellChanged(6, column);
     grid.FlushChanges();
     EXPECT_EQ(Painted(), (SPaintCounters{1, 2})) << "and not what is between them";
-    Start();
-    for (int row = 1; row <= 100; ++row)
-        for (int column = 1; column <= 10; ++column) grid.MarkCellChanged(row, column);
-    grid.FlushChanges();
-    EXPECT_EQ(Painted(), (SPaintCounters{1, VisibleRows() * VisibleColumns()}));
     grid.SetFocusCell(3, 1);
     Start();
     grid.SetFocusCell(4, 1);
@@ -90,11 +84,6 @@ TEST_F(CDirtyCellsTest, FollowsTheScrollPositionAndTheLockedColumns) {
     grid.MarkCellChanged(60, 2);
     grid.FlushChanges();
     EXPECT_EQ(Painted().cells, 1) << "the locked column is seen, its scrolled neighbour is not";
-    grid.MarkCellChanged(60, 1);
-    grid.EnsureVisible(1, 1);
-    Start();
-    grid.FlushChanges();
-    EXPECT_EQ(Painted().passes, 0) << "scrolling has painted everything already";
 }
 
 TEST_F(CDirtyCellsTest, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
@@ -146,13 +135,10 @@ TEST_F(CDirtyCellsTest, HiddenRowsCostNothingAndAreMarkedBesideTheirNeighbours) 
     grid.MarkCellChanged(12, 1);
     grid.FlushChanges();
     EXPECT_EQ(Painted().passes, 0) << "nobody sees them";
-    for (const int column : {0, 1}) {
-        grid.SetRowNumbersVisible(column == 0);
-        const QImage picture = Picture();
-        const auto mark = [&](int row) { return CountColor(picture, Place(row, column), grid.Theme().focusIdle); };
-        for (const int row : {2, 4, 6, 10}) EXPECT_GT(mark(row), 20) << "hidden rows lie beside " << row;
-        EXPECT_EQ(mark(3), 0);
-    }
+    const QImage picture = Picture();
+    const auto mark = [&](int row) { return CountColor(picture, Place(row, 0), grid.Theme().focusIdle); };
+    for (const int row : {2, 4, 6, 10}) EXPECT_GT(mark(row), 20) << "hidden rows lie beside " << row;
+    EXPECT_EQ(mark(3), 0);
 }
 
 TEST_F(CDirtyCellsTest, LightsAChangedCellAndPutsItOut) {

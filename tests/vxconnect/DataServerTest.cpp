@@ -181,7 +181,7 @@ TEST_F(Replay, RecordingComesBackLineForLine) {
     std::vector<std::string> lived;
     {
         Start();
-        const auto peer = Level1Peer("wIBM\nS,REGON,IBM\nwESH24\n");
+        const auto peer = Level1Peer("wIBM\nS,REGON,IBM\n");
         ASSERT_TRUE(WaitUntil([&] {
             peer->Read();
             return Server().Board().EventCount() > 1'500;
@@ -194,7 +194,7 @@ TEST_F(Replay, RecordingComesBackLineForLine) {
     m_options.record.clear();
     m_options.speed = 1000;
     ASSERT_EQ(StartReplay(recorded), "");
-    const auto peer = Level1Peer("wESH24\nwIBM\nS,REGON,IBM\nwKO\n");
+    const auto peer = Level1Peer("wIBM\nS,REGON,IBM\nwKO\n");
     const uint64_t events = static_cast<uint64_t>(std::count(recorded.begin(), recorded.end(), '\n')) / 2;
     ASSERT_TRUE(WaitUntil([&] {
         peer->Read();
@@ -208,7 +208,7 @@ TEST_F(Replay, RecordingComesBackLineForLine) {
         return out;
     };
     EXPECT_EQ(only(replayed, "n,"), std::vector<std::string>{"n,KO"});
-    for (const char* kind : {"F,IBM,", "P,IBM,", "F,ESH24,", "P,ESH24,", "Q,IBM,", "Q,ESH24,", "R,IBM,HARBOR,"}) {
+    for (const char* kind : {"F,IBM,", "P,IBM,", "Q,IBM,", "R,IBM,HARBOR,"}) {
         auto first = only(lived, kind), second = only(replayed, kind);
         // The first regional line answered the command; it is not of the feed.
         if (kind[0] == 'R') first.erase(first.begin());
@@ -218,7 +218,6 @@ TEST_F(Replay, RecordingComesBackLineForLine) {
         second.resize(count);
         EXPECT_EQ(first, second);
     }
-    EXPECT_THAT(Server().Board().ClockText(), testing::StartsWith("20240131 10:0"));
 }
 
 TEST_F(Replay, PaceFollowsTheTimeStampsAndHeadlinesAreCounted) {

@@ -108,24 +108,6 @@ TEST_F(Instrument, EverythingAgreesAfterEveryEventOfTwoSessions) {
     }
 }
 
-TEST_F(Instrument, NewSessionTakesTheOldOneOver) {
-    for (const char* symbol : {"KO", "ESH24"}) {
-        CInstrument& now = At(symbol);
-        int64_t last = 0, volume = 0;
-        for (SUpdate update; !update.newSession; update = now.Tick()) {
-            last = now.Value(EField::Last);
-            volume = now.Value(EField::TotalVolume);
-        }
-        EXPECT_EQ(now.Date(), 20240205);
-        EXPECT_EQ(now.Value(EField::Close), last);
-        EXPECT_EQ(now.Value(EField::PreviousDayVolume), volume);
-        EXPECT_EQ(now.Value(EField::LastDate), 20240205);
-        EXPECT_EQ(now.Value(EField::Open), now.Value(EField::Last));
-        EXPECT_EQ(now.Value(EField::TotalVolume), now.Value(EField::LastSize));
-        EXPECT_EQ(now.Value(EField::Settle), now.Terms().IsContract() ? last : 0) << symbol;
-    }
-}
-
 TEST_F(Instrument, LinesCarryOnlyWhatChangedAndAddUpToTheSummary) {
     for (const char* symbol : {"IBM", "NKLA"}) {
         CInstrument& now = At(symbol);
