@@ -100,6 +100,15 @@ TEST_F(CFeedSessionTest, TheFirstConnectedStatusOpensTheDataPortsOnce) {
     EXPECT_THAT(session.system, SizeIs(7)) << "every system line reaches the frame, whatever became of it";
 }
 
+TEST_F(CFeedSessionTest, AllOfAStatusLineIsKept) {
+    session.ReceiveSystemLine(
+        "S,STATS,host,-1,abc,12x,1,2,3,99999999999,20240131 09:30:05,never,Resting,a,b,1.5,x,-2,1e3,,7");
+    const FeedStats& stats = session.Stats();
+    EXPECT_EQ(stats.field2 + stats.status + stats.field13 + stats.field14, "hostRestingab");
+    EXPECT_EQ(stats.symbolsWatched, 12u);
+    EXPECT_THAT(stats.fields15To20, ElementsAre(1.5, 0, -2, 1000, 0, 7));
+}
+
 TEST_F(CFeedSessionTest, TheReadyLineOpensTheCommandsAndAsksForNews) {
     EXPECT_EQ(session.Level1Commands().Send("wIBM\n"), -1);
     BringUpReady();

@@ -45,6 +45,9 @@ void ExpectFiguresAgree(const CInstrument& now) {
     ASSERT_GT(value(EField::Spread), 0);
     ASSERT_EQ(value(EField::Spread), value(EField::Ask) - value(EField::Bid));
     ASSERT_NEAR(Exact(value(EField::PercentChange)), 1e6 * Exact(last - close) / Exact(close), 0.51);
+    ASSERT_NEAR(Exact(value(EField::Volatility)), 1e6 * Exact(high - low) / Exact(last), 0.51);
+    ASSERT_EQ(value(EField::ExtendedChange), value(EField::ExtendedTrade) - close);
+    ASSERT_EQ(value(EField::ExtendedDifference), value(EField::ExtendedTrade) - last);
     const SExtremes &calendar = now.CalendarExtremes(), &year = now.YearExtremes();
     ASSERT_TRUE(high <= calendar.high && calendar.high <= year.high);
     ASSERT_TRUE(low >= calendar.low && calendar.low >= year.low);
@@ -63,6 +66,7 @@ void ExpectEventAgrees(const CInstrument& now, const SUpdate& update, const SExt
     ASSERT_EQ(now.Value(EField::TotalVolume), volume + (trade ? now.Value(EField::RecentSize) : 0));
     ASSERT_EQ(now.Value(EField::TradesToday), trades + trade);
     ASSERT_EQ(update.changed.Has(EField::Tick), (contents & kContentsTrade) != 0);
+    ASSERT_EQ(update.changed.Has(EField::High), (contents & kContentsHigh) != 0);
     const int64_t after = now.Value(EField::Last);
     if (contents & kContentsTrade)
         ASSERT_EQ(now.Value(EField::Tick), after > last ? kTickUp : after < last ? kTickDown : kTickSame);
