@@ -135,6 +135,12 @@ TEST_F(NamedPipe, OneWriterAfterTheOtherIsFollowed) {
     EXPECT_TRUE(Becomes("Connected"));
     EXPECT_EQ(Last(*peer, "Q,A,"), "2");
     close(writer);
+    EXPECT_TRUE(Becomes("Not Connected"));
+    ASSERT_EQ(unlink(path.c_str()) + mkfifo(path.c_str(), 0600), 0);
+    ASSERT_TRUE(WaitUntil([&] { return (writer = open(path.c_str(), O_WRONLY | O_NONBLOCK)) >= 0; }));
+    Say(writer, "{\"symbol\":\"A\",\"last\":3}\n");
+    EXPECT_EQ(Last(*peer, "Q,A,"), "3") << "the pipe was made anew";
+    close(writer);
 }
 
 TEST_F(Feeder, ACommandThatEndsIsStartedAgain) {

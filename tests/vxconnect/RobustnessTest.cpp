@@ -52,6 +52,14 @@ TEST_F(Hostile, GarbageIsPassedOverOnEveryPort) {
     }
 }
 
+TEST_F(Hostile, ALineThatIsTooLongIsToldOnce) {
+    Start();
+    CPeer peer(Server().LookupPort());
+    SendAll(peer, "SST" + std::string(200'000, ' ') + "\nSST\n");
+    EXPECT_EQ(peer.TakeLine(""), "!SYNTAX_ERROR!,");
+    EXPECT_EQ(peer.TakeLine(""), "1,EQUITY,Equity");
+}
+
 TEST_F(Hostile, CommandsOfAClientThatDoesNotReadWait) {
     m_options.queueKilobytes = 32;
     Start();
