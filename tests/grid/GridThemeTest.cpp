@@ -37,4 +37,3 @@ TEST(GridTheme, EveryTextCanBeReadOnEveryBackground) {
         ExpectContrast({{"alert", t.alert}, {"note", t.focus}}, cells, 3);
     }
 }
-
