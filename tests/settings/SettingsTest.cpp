@@ -4,7 +4,6 @@
 #include "base/Registry.h"
 #include "settings/ConfigWriter.h"
 #include "settings/ValidateSetting.h"
-#include "support/FakeClock.h"
 #include "support/LogEvents.h"
 #include "support/TempFolder.h"
 
@@ -81,12 +80,6 @@ TEST_F(CSettingsTest, DefaultsApplyWhereNothingUsableIsStored) {
     EXPECT_TRUE(m_settings.ReadBoolean(kShowGridLines));
     EXPECT_EQ(m_settings.ReadTextOrDefault(kTheme), "") << "an empty text is a text";
     EXPECT_THAT(m_log.texts, IsEmpty());
-
-    CRegistry nowhere(m_folder / "registry.txt/x");
-    CApplicationProfile profile(nowhere, kApplicationProfileKey);
-    CConfigWriter writer(profile);
-    EXPECT_EQ(CSettings(writer).ReadText(kCurrentSymbol), "Config Error");
-    EXPECT_FALSE(CSettings(writer).WriteText(kCurrentSymbol, "IBM"));
 }
 
 TEST_F(CSettingsTest, ABadValueIsReportedOnceAndWrittenBackAsItIsUsed) {
@@ -102,40 +95,6 @@ TEST_F(CSettingsTest, ABadValueIsReportedOnceAndWrittenBackAsItIsUsed) {
     EXPECT_THAT(m_log.texts, ElementsAre(HasSubstr("The value \"one\" for \"Search Type\" is not a valid number"),
                                          HasSubstr("The value \"1\" for \"Maximized\" was stored in an older format"),
                                          HasSubstr("The color value \"0x1000000\" for \"Color\"")));
-    m_logger.reset();
-    Store(kSearchType, "two");
-    EXPECT_EQ(m_settings.ReadInteger(kSearchType), 0);
-    EXPECT_EQ(m_log.texts.size(), 3u);
-    EXPECT_EQ(Stored(kSearchType), "two") << "what nobody was told of stays until somebody can be";
-}
-
-TEST_F(CSettingsTest, ABadValueThatCannotBeWrittenBackIsReportedAtEveryRead) {
-    struct CReadOnly final : CConfigWriterMux {
-        std::string ReadString(std::string_view, std::string_view) override { return stored; }
-        bool WriteString(std::string_view, std::string_view) override { return ++attempts, false; }
-        std::string stored = "one";
-        int attempts = 0;
-    } readOnly;
-    CFakeClock clock;
-    CSettings settings(readOnly);
-    settings.SetLogger(m_logger);
-    const auto reads = [&] { return settings.ReadInteger(kSearchType), m_log.texts.size(); };
-    EXPECT_EQ(reads(), 1u);
-    EXPECT_EQ(reads(), 2u);
-    EXPECT_EQ(readOnly.attempts, 1) << "a store that hangs would hold up every one of them";
-    clock.elapsedMs += CSettings::kWriteBackRetryMs;
-    EXPECT_EQ(reads(), 3u);
-    EXPECT_EQ(readOnly.attempts, 2);
-    readOnly.stored = "1";
-    EXPECT_EQ(reads(), 3u);
-}
-
-TEST_F(CSettingsTest, TheWriterPutsTheProfilesBaseBack) {
-    m_profile.WriteString("Same", "profile's");
-    m_writer.WriteString("Same", "writer's");
-    EXPECT_EQ(m_writer.ReadString("Same", ""), "writer's");
-    EXPECT_EQ(m_profile.ReadString("Same", ""), "profile's");
-    EXPECT_EQ(m_registry.Read(kApplicationSettingsKey, "Same")->text, "writer's");
 }
 
 TEST_F(CSettingsTest, TheTableDeclaresEachSettingOnceAndTheDocumentationShowsIt) {

@@ -129,22 +129,6 @@ std::vector<std::string> CMergedRecord::DifferencesTo(std::string_view line) con
     return out;
 }
 
-BoardTest::BoardTest(size_t queueBytes) {
-    NeedEventLoop();
-    int sockets[2];
-    EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, sockets), 0);
-    m_client = std::make_unique<CLevel1Client>(sockets[0], queueBytes, m_feed, uint16_t{5009});
-    m_peer = std::make_unique<CPeer>(sockets[1], true);
-}
-
-void BoardTest::Command(std::string_view commands, size_t watchesAfter) {
-    m_peer->Send(commands);
-    ASSERT_TRUE(WaitUntil([&] {
-        m_peer->Read();
-        return m_client->WatchCount() == watchesAfter;
-    }));
-}
-
 ServerTest::ServerTest() {
     NeedEventLoop();
     m_options.level1Port = m_options.lookupPort = m_options.adminPort = uint16_t{0};

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "vxconnect/common/Level1Client.h"
-#include "vxconnect/market/MarketFeed.h"
 #include "vxconnect/server/Server.h"
 
 #include <gmock/gmock.h>
@@ -87,21 +85,6 @@ protected:
 
     SOptions m_options;
     std::unique_ptr<CServer> m_server;
-};
-
-/// One client of a market that moves only when the test says so.
-class BoardTest : public testing::Test {
-protected:
-    explicit BoardTest(size_t queueBytes);
-
-    /// Sends commands and lets the client carry them out.
-    void Command(std::string_view commands, size_t watchesAfter);
-    CInstrument& Find(std::string_view symbol) { return m_market.At(m_market.Find(symbol).value()); }
-
-    CMarket m_market{1, 0, kFirstSessionDate};
-    CMarketFeed m_feed{m_market, 1000};
-    std::unique_ptr<CLevel1Client> m_client;
-    std::unique_ptr<CPeer> m_peer;
 };
 
 /// The event loop's application object, made on first use.

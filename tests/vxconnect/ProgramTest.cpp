@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "base/Registry.h"
 #include "vxconnect/Peer.h"
-#include "vxconnect/market/Tickers.h"
 
 #include <QFile>
 #include <QProcess>
@@ -11,8 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-
-#include <unistd.h>
 
 namespace vx::sim {
 namespace {
@@ -42,14 +39,6 @@ protected:
     }
     static bool Ends(QProcess& process) {
         return process.state() == QProcess::NotRunning || process.waitForFinished(kAbsurdMs);
-    }
-
-    // Memory of the first program that is in use, in MB.
-    double ResidentMb() const {
-        std::ifstream statm("/proc/" + std::to_string(m_first.processId()) + "/statm");
-        double total = 0, resident = 0;
-        statm >> total >> resident;
-        return resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
     }
 
     QTemporaryDir m_folder;
@@ -105,7 +94,6 @@ TEST_F(Program, WhatCannotBeServedIsToldAndEndsWithStatusTwo) {
     for (const SCase& wrong : std::vector<SCase>{
              {"--rate many", "/dev/null", "vxconnect: --rate: \"many\" is not a whole number from 1 to 500000\n"},
              {"--input " + path, "/dev/null", "vxconnect: " + path + wrongLine + "vxconnect: " + path + none},
-             {"--input " + folder, "/dev/null", "vxconnect: " + folder + ": is a folder, not a file\n"},
              {"--input -", path, "vxconnect: /dev/stdin" + wrongLine + "vxconnect: /dev/stdin" + none},
              {"--input -", "/dev/null", "vxconnect: standard input: has ended\nvxconnect: standard input" + none},
              {"--input -", folder, "vxconnect: standard input: Is a directory\nvxconnect: standard input" + none},
@@ -142,62 +130,6 @@ TEST_F(Program, OwnDataBesideAnotherInstanceAreAnErrorAndAFileStaysConnected) {
         EXPECT_THAT(m_second.readAllStandardError().toStdString(), testing::HasSubstr("is already served")) << own;
     }
     EXPECT_FALSE(QFile::exists(m_folder.filePath(QStringLiteral("started"))));
-}
-
-TEST_F(Program, GivesBackTheMemoryOfClientsThatHaveGone) {
-#if defined(__SANITIZE_ADDRESS__) || (defined(__clang__) && __has_feature(address_sanitizer))
-    GTEST_SKIP() << "the sanitizer keeps what was freed";
-#endif
-    constexpr int kClients = 300;
-    constexpr double kRestMb = 10; // What the symbols take that somebody asked for, and some play.
-    const uint16_t port = PortIn(Run(m_first, QStringList{QStringLiteral("--stay")} + kFreePorts), "level1");
-    std::string watches;
-    for (int i = 0; i < 10; ++i) watches += "w" + std::string(KnownTickers()[static_cast<size_t>(i)].symbol) + "\n";
-    const double before = ResidentMb();
-    {
-        std::vector<std::unique_ptr<CPeer>> peers;
-        for (int i = 0; i < kClients; ++i) peers.push_back(std::make_unique<CPeer>(port));
-        for (auto& peer : peers) peer->Send(watches + "w\n");
-        for (auto& peer : peers) ASSERT_NE(peer->TakeLine("E,"), "(none)");
-    }
-    EXPECT_TRUE(WaitUntil([&] { return ResidentMb() < before + kRestMb; })) << before << " " << ResidentMb();
-}
-
-TEST_F(Program, StandardInputIsFollowed) {
-    const QStringList arguments = QStringList{QStringLiteral("--input"), QStringLiteral("-")} + kFreePorts;
-    m_first.start(QStringLiteral(ZW_BIN_DIR "/vxconnect"), arguments);
-    ASSERT_TRUE(m_first.waitForStarted(kAbsurdMs));
-    m_first.write("Symbol,Last\nA,1\n");
-    ASSERT_TRUE(WaitUntil([&] { return m_first.canReadLine(); }));
-    CPeer peer(PortIn(m_first.readLine().toStdString(), "level1"));
-    peer.Send("S,SELECT UPDATE FIELDS,Symbol,Last\n");
-    peer.TakeLine("S,IP");
-    for (std::string answer = "n"; answer[0] != 'F';) { // The row may come a little later than the ports.
-        peer.Send("wA\n");
-        answer = peer.TakeLine("");
-    }
-    EXPECT_EQ(peer.TakeLine("P,"), "P,A,1,");
-    m_first.write("A,2\n");
-    EXPECT_EQ(peer.TakeLine("Q,"), "Q,A,2,");
-}
-
-TEST_F(Program, TheLogOnTheConsoleShowsWhatClientsSayAndHear) {
-    QStringList arguments = {QStringLiteral("--log"), QStringLiteral("--split=3")};
-    for (const char* port : {"--level1-port=0", "--lookup-port=0", "--admin-port=0"}) arguments << QLatin1String(port);
-    const std::string line = Run(m_first, arguments);
-    CPeer level1(static_cast<uint16_t>(std::stoi(line.substr(line.find("level1=") + 7))));
-    CPeer lookup(static_cast<uint16_t>(std::stoi(line.substr(line.find("lookup=") + 7))));
-    level1.Send("S,SELECT UPDATE FIELDS,Symbol,Delay\nw1\n");
-    lookup.Send("SST\r\n");
-    std::string log;
-    for (const char* shown :
-         {"[L1Request] [FROM CLIENT] w1\n", "[L1System] [TO CLIENT] S,IP,127.0.0.1,", "[L1Data] [TO CLIENT] n,1\n",
-          "[LookupRequest] [FROM CLIENT] SST\n", "[LookupData] [TO CLIENT] 1,EQUITY,Equity\n"})
-        EXPECT_TRUE(WaitUntil([&] {
-            log += m_first.readAllStandardError().toStdString();
-            return log.find(shown) != std::string::npos;
-        })) << shown
-            << log;
 }
 
 } // namespace

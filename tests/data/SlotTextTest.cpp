@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "data/record/FieldText.h"
 #include "data/record/SlotText.h"
 
 #include <gtest/gtest.h>
@@ -7,15 +6,6 @@
 #include <string>
 
 using namespace vx;
-
-TEST(FieldText, MonthsAreNamesInAnyCase) {
-    EXPECT_EQ(ReadMonth("January"), 1);
-    EXPECT_EQ(ReadMonth("dECEMBER"), 12);
-    EXPECT_EQ(ReadMonth("Jan"), 0);
-    EXPECT_EQ(MonthName(9), "September");
-    EXPECT_EQ(MonthName(0), "Invalid");
-    EXPECT_EQ(MonthName(13), "Invalid");
-}
 
 TEST(CSlotText, KeepsTextsOfEveryLengthThroughManyChanges) {
     CSlotText slot;
