@@ -168,6 +168,14 @@ void CPlainList::Become(const SState& from, const SState& to) {
     alerts = std::move(kept);
 }
 
+// What was rejected since stays so.
+void CPlainList::TakeRejections(SStep& step) const {
+    for (std::vector<SRow>* out : {&step.from.rows, &step.to.rows})
+        for (SRow& row : *out)
+            if (const SRow* now = Find(rows, row.id); now && now->kind == EKind::Rejected && now->text == row.text)
+                row.kind = EKind::Rejected;
+}
+
 bool CPlainList::Undo() {
     if (m_undo.empty()) return false;
     SStep step = std::move(m_undo.back());
@@ -176,6 +184,7 @@ bool CPlainList::Undo() {
         for (SAlert& alert : list)
             for (const SAlert& now : alerts[symbol])
                 if (now.above == alert.above) alert.armed = now.armed;
+    TakeRejections(step);
     Become(step.to, step.from);
     m_redo.push_back(std::move(step));
     return true;
@@ -185,6 +194,7 @@ bool CPlainList::Redo() {
     if (m_redo.empty()) return false;
     SStep step = std::move(m_redo.back());
     m_redo.pop_back();
+    TakeRejections(step);
     Become(step.from, step.to);
     m_undo.push_back(std::move(step));
     return true;

@@ -96,6 +96,7 @@ private:
 
     SRow& At(int row);
     void Tidy();
+    void TakeRejections(SStep& step) const;
     void Become(const SState& from, const SState& to);
 
     uint32_t m_lastId = 0;

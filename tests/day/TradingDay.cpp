@@ -1,20 +1,30 @@
 // SPDX-License-Identifier: MIT
 #include "day/TradingDay.h"
 
-#include "alerts/rules/AlertInfo.h"
-#include "alerts/rules/FiredAlert.h"
+#include "base/Hash.h"
+#include "data/text/CellText.h"
 #include "day/PlainList.h"
+#include "day/Program.h"
+#include "day/SimulatedFeed.h"
+#include "day/UserCommands.h"
+#include "support/FakeClock.h"
+#include "support/LogEvents.h"
+#include "support/MessageBoxes.h"
 #include "support/Random.h"
-#include "watchlist/FileFixture.h"
-#include "watchlist/document/CellFormatStore.h"
-#include "watchlist/edit/ColumnMoves.h"
-#include "watchlist/edit/PasteText.h"
-#include "watchlist/edit/SortCommands.h"
+#include "support/SimulatedDisk.h"
 #include "watchlist/file/RecoveryFile.h"
-#include "watchlist/file/RecoveryKeeper.h"
+#include "watchlist/file/StateFiles.h"
+#include "watchlist/fileformat/WatchlistWriter.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <functional>
+#include <map>
+#include <memory>
+#include <numeric>
 #include <optional>
 #include <set>
 #include <utility>
@@ -25,327 +35,378 @@ namespace {
 
 using EKind = SDayStep::EKind;
 
-constexpr std::array kKindNames = {"paste", "insert", "delete", "move",   "empty",  "note",     "hide",
-                                   "sort",  "format", "column", "option", "alert",  "together", "price",
-                                   "undo",  "redo",   "wait",   "save",   "reopen", "kill"};
-static_assert(kKindNames.size() == static_cast<size_t>(EKind::Count));
-// How often each comes, of a hundred.
-constexpr std::array kChances = {12, 5, 5, 5, 4, 5, 4, 4, 5, 5, 3, 7, 8, 10, 9, 4, 2, 1, 1, 1};
+struct SKind {
+    const char* name;
+    uint32_t chance;
+};
+constexpr auto kKinds = std::to_array<SKind>(
+    {{"paste", 12}, {"insert", 5}, {"delete", 5}, {"move", 5},    {"empty", 4}, {"note", 5},     {"hide", 4},
+     {"sort", 4},   {"format", 5}, {"column", 5}, {"option", 3},  {"alert", 7}, {"together", 8}, {"undo", 9},
+     {"redo", 4},   {"price", 10}, {"wait", 2},   {"setting", 1}, {"save", 3},  {"reopen", 1},   {"limit", 1},
+     {"deaf", 1},   {"break", 1},  {"disk", 3},   {"kill", 2}});
+const uint32_t kChances =
+    std::transform_reduce(kKinds.begin(), kKinds.end(), 0U, std::plus(), [](const SKind& kind) { return kind.chance; });
+static_assert(kKinds.size() == static_cast<size_t>(EKind::Count));
 
-constexpr std::array kTexts = {"ibm", "MSFT", "ge", "T", "aa", "nope1", "NOPE2", "#Banks", "#Big tech names", ""};
-constexpr std::array kSymbols = {"AA", "GE", "IBM", "MSFT", "T"};
-constexpr std::array kFields = {"Bid", "Ask", "Volume", "% Chg", "Open", "Settle"};
 constexpr std::array kLookKeys = {"TrailingRows", "LockedColumns", "ShowToolBar", "Columns",
                                   "Formatting",   "Vx.Columns",    "Vx.Looks",    "Vx.SortAcrossHeadings"};
-constexpr uint32_t kRows = 14;
+constexpr std::array kQuoteFields = {"Last", "Last", "Bid", "Ask"};
+constexpr std::array kDiskFaults = {SDiskFault::None, SDiskFault::Fail, SDiskFault::FailOn,
+                                    SDiskFault::Stop, SDiskFault::Stop, SDiskFault::Shorten};
+constexpr const char* kFile = "/lists/day.vxw";
+constexpr uint32_t kMostCalls = 60; // Of the disk, from a fault's step to the fault.
+constexpr int kMostSeconds = 40;
 constexpr int64_t kMostPauseMs = 950; // Between two steps of a user who does not rest.
 constexpr int64_t kPromisedMs = 5000; // No kill takes more than the work of so long.
 constexpr int64_t kMostRestMs = 4500;
+constexpr int64_t kRetryMs = 2 * (CRecoveryKeeper::kRetryMs + kMostPauseMs) + kMostRestMs;
+constexpr int64_t kMostIllMs = 8000;
 
-bool IsUnknown(std::string_view symbol) { return symbol.starts_with("NOPE"); }
-
-/// The real program without its window, and the plain list beside it.
-class CWorld : public CFileFixture, private CFiredAlertReceiver {
+/// The real program on a simulated disk and a simulated feed, and the plain list beside it.
+class CWorld {
 public:
     CWorld() {
-        doc.AlertRules().SetReceiver(this);
-        doc.SetFeedReady();
         boxes.answer = EBoxAnswer::Yes;
-        keeper.emplace(doc, file, state.Path());
-        m_saved.looks = plain.looks = Looks();
+        for (const char* symbol : kSymbols) feed.market[symbol] = {{"Last", "1"}, {"Bid", "1"}, {"Ask", "2"}};
+        disk.Put("/lists/others", "");
+        program = std::make_unique<CProgram>(feed);
+        m_texts[""].looks = plain.looks = Looks();
         Remember();
     }
 
     /// What does not agree after the step; empty for nothing.
     std::string Take(const SDayStep& step) {
         m_fault.clear();
-        const std::string before = plain.Look() + plain.AlertLook() + plain.looks;
-        const size_t steps = doc.Undo().UndoCount();
-        plain.Begin();
-        const bool isEdit = Edit(step);
-        if (isEdit) {
-            const bool made = doc.Undo().UndoCount() > steps;
-            plain.looks = Looks();
-            plain.End(made);
-            if (!made && before != plain.Look() + plain.AlertLook() + plain.looks) m_fault = "a change made no step";
-        } else {
-            Other(step);
+        try {
+            Live(step);
+        } catch (const SStopped&) {
         }
-        FeedAnswers();
-        now += 50 + step.c % (kMostPauseMs - 50);
-        keeper->Poll({}, now);
-        Compare();
-        Remember();
+        if (disk.HasStopped()) Restart(step);
         return m_fault;
     }
 
 private:
-    void TestBody() override {}
+    CWatchlistDoc& Doc() const { return program->doc; }
 
-    void PostFired(std::string record, const A_INFO&) override { m_fired.push_back(ReadAlertRecord(record).threshold); }
-    void PostFiredNews(SAlertRecord, const A_INFO&) override {}
+    void Live(const SDayStep& step) {
+        const bool isEdit = step.kind < EKind::Undo;
+        const std::string before = plain.Look() + plain.AlertLook() + plain.looks;
+        const size_t steps = Doc().Undo().UndoCount();
+        if (m_job && !isEdit) FinishSave();
+        plain.Begin();
+        Fail(DoAsUser(step, Doc(), plain));
+        if (isEdit) {
+            const bool made = Doc().Undo().UndoCount() > steps;
+            plain.looks = Looks();
+            plain.End(made);
+            if (!made && before != plain.Look() + plain.AlertLook() + plain.looks) Fail("a change made no step");
+        }
+        if (m_job) FinishSave();
+        Do(step);
+        const bool isSettled = step.c % 4 != 0;
+        if (isSettled) HearFeed();
+        Compare(isSettled);
+        Remember();
+        clock.elapsedMs += 50 + step.c % (kMostPauseMs - 50);
+        KeepRecovery(false);
+        if (clock.elapsedMs > m_healMs) InjectFault({});
+    }
 
-    bool Edit(const SDayStep& step) {
-        const int row = 1 + static_cast<int>(step.a % kRows), count = 1 + static_cast<int>(step.b % 3);
+    // What is no edit.
+    void Do(const SDayStep& step) {
         switch (step.kind) {
-        case EKind::Paste: {
-            std::vector<std::string> texts;
-            std::string text;
-            for (int i = 0; i < count; ++i) {
-                texts.emplace_back(kTexts[(step.c / (1U << (4 * i))) % kTexts.size()]);
-                text += texts.back() + "\n";
-            }
-            if (text.find_first_not_of('\n') == std::string::npos) return true;
-            PasteText(doc, row, 1, text);
-            plain.Fill(row, texts);
-            return true;
-        }
-        case EKind::Insert:
-            doc.InsertRows(row, count);
-            plain.Insert(row, count);
-            return true;
-        case EKind::Delete:
-            doc.DeleteRows(row, count);
-            plain.Delete(row, count);
-            return true;
-        case EKind::Move: {
-            const int last = std::max(1, plain.LastUsedRow());
-            const int first = 1 + row % last, many = std::min(count, last - first + 1);
-            const int before = 1 + static_cast<int>(step.c) % (last + 1);
-            doc.MoveRows(first, many, before);
-            plain.Move(first, many, before);
-            return true;
-        }
-        case EKind::Empty: {
-            doc.Edit("empty row", [&](CWatchlistEdit& edit) { edit.EmptyRow(row); });
-            plain.Empty(row);
-            return true;
-        }
-        case EKind::Note: {
-            const std::string note = step.c % 3 == 0 ? std::string() : "n" + std::to_string(step.c % 100);
-            doc.Edit("note", [&](CWatchlistEdit& edit) {
-                edit.Notes().Set(row, note);
-                edit.ShowText(row, {});
-            });
-            plain.SetNote(row, note);
-            return true;
-        }
-        case EKind::Hide: {
-            const int used = 1 + row % std::max(1, plain.LastUsedRow());
-            if (plain.LastUsedRow() == 0) return true;
-            doc.SetRowsHidden({used}, step.b % 2 == 0);
-            plain.SetHidden(used, step.b % 2 == 0);
-            return true;
-        }
-        case EKind::Sort:
-            Sort();
-            return true;
-        case EKind::Format: {
-            SCellFormat format;
-            format.decimals = static_cast<int>(step.b % 6);
-            const int column = static_cast<int>(step.c % static_cast<uint32_t>(doc.Columns().Count()));
-            const int formatted = column == 0 || step.b % 5 == 0 ? 0 : row;
-            doc.Edit("format", [&](CWatchlistEdit& edit) { edit.Formats().Set(formatted, column, format); });
-            return true;
-        }
-        case EKind::Column:
-            EditColumns(step);
-            return true;
-        case EKind::Option: {
-            doc.Edit("option", [&](CWatchlistEdit& edit) {
-                SWatchlistOptions& options = edit.Options();
-                (step.a % 3 == 0 ? options.trailingRows : options.lockedColumns) = static_cast<int>(step.b % 4);
-                options.sortAcrossHeadings = step.c % 4 == 0;
-                options.showToolBar = step.c % 5 != 0;
-            });
-            return true;
-        }
-        case EKind::Alert: {
-            const std::string symbol = kSymbols[step.a % kSymbols.size()];
-            const double above = step.b % 40 + ++m_alerts / 64.0;
-            A_INFO alert;
-            alert.enabled = 1;
-            alert.fieldId = AlertFieldId("Last").value();
-            alert.condition = 1;
-            alert.value = above;
-            doc.Edit("new alert", [&](CWatchlistEdit& edit) { edit.Alerts().Add(symbol, alert); });
-            plain.AddAlert(symbol, above);
-            return true;
-        }
-        case EKind::Together: {
-            doc.Edit("together", [&](CWatchlistEdit& edit) {
-                for (uint32_t i = 1 + step.b % 7; i > 0; --i) {
-                    Edit({static_cast<EKind>((step.a >> i) % static_cast<uint32_t>(EKind::Together)), step.a / i,
-                          step.b / i, step.c / i});
-                    if (step.c % 5 != i) continue;
-                    edit.Cancel();
-                    plain.Cancel();
-                }
-            });
-            return true;
-        }
-        default:
-            return false;
-        }
-    }
-
-    void EditColumns(const SDayStep& step) {
-        const int columns = doc.Columns().Count() - 1;
-        const int at = 1 + static_cast<int>(step.b) % columns, to = 1 + static_cast<int>(step.c) % columns;
-        switch (step.a % 4) {
-        case 0:
-            InsertColumn(doc, at, kFields[step.c % kFields.size()]);
-            return;
-        case 1:
-            if (columns > 3) RemoveColumn(doc, at);
-            return;
-        case 2:
-            return MoveColumn(doc, at, to);
-        default:
-            return SetColumnWidth(doc, at, static_cast<int>(step.c % 4) * 40);
-        }
-    }
-
-    // The order is the program's; that headings stay, and what is under them, is the plain list's.
-    void Sort() {
-        const int rows = static_cast<int>(plain.rows.size());
-        std::vector<uint32_t> ids;
-        for (int row = 1; row <= rows; ++row) ids.push_back(doc.RowId(row));
-        ManualSort(doc, {1, std::max(1, doc.RowCount()), 1, 1, 1});
-        std::vector<int> order(static_cast<size_t>(rows), 0);
-        for (int row = 1; row <= rows; ++row) {
-            const int to = doc.RowOfId(ids[static_cast<size_t>(row - 1)]);
-            if (to < 1) {
-                m_fault = "a sort lost a row";
-                return;
-            }
-            if (static_cast<size_t>(to) > order.size()) order.resize(static_cast<size_t>(to), 0);
-            order[static_cast<size_t>(to - 1)] = row;
-        }
-        int headings = 0;
-        std::vector<int> blockOf;
-        for (const CPlainList::SRow& row : plain.rows)
-            blockOf.push_back(row.kind == CPlainList::EKind::Heading ? -++headings : headings);
-        headings = 0;
-        for (const int row : order) {
-            if (row == 0 || doc.Options().sortAcrossHeadings) continue;
-            const int block = blockOf[static_cast<size_t>(row - 1)];
-            if (block < 0 ? block != -++headings : block != headings) m_fault = "a sort mixed what is under headings";
-        }
-        plain.Reorder(order);
-    }
-
-    void Other(const SDayStep& step) {
-        switch (step.kind) {
-        case EKind::Price: {
-            const std::string symbol = kSymbols[step.a % kSymbols.size()];
-            const uint32_t price = 1 + step.b % 49;
-            if (!m_wire.contains(symbol)) return;
-            FeedSets(symbol, "Last", std::to_string(price));
-            if (std::exchange(m_fired, {}) != plain.Price(symbol, price)) m_fault = "other alerts fired";
-            return;
-        }
-        case EKind::Undo:
-            if (doc.Undo().Undo().done != plain.Undo()) m_fault = "only one could undo";
-            return;
-        case EKind::Redo:
-            if (doc.Undo().Redo().done != plain.Redo()) m_fault = "only one could redo";
-            return;
+        case EKind::Price:
+            return feed.Set(kSymbols[step.a % kSymbols.size()], kQuoteFields[step.c % kQuoteFields.size()],
+                            1 + static_cast<int>(step.b % 49));
         case EKind::Wait:
-            now += step.a % kMostRestMs;
+            clock.elapsedMs += step.a % kMostRestMs;
             return;
+        case EKind::Setting:
+            return Store(static_cast<int>(step.a % 1000));
         case EKind::Save:
-            if (!(file.Path().empty() ? SaveAs("day.vxw") : Save()).IsDone()) m_fault = "the save failed";
-            m_saved = plain;
+            m_job = program->file.BeginSave(program->file.Path().empty() ? kFile : "", {});
+            m_texts[m_job->text] = plain;
+            m_savingMs = clock.elapsedMs;
+            if (step.b % 2 == 0) FinishSave(); // Else after the next edit.
             return;
         case EKind::Reopen:
-            OpenSaved();
-            plain = m_saved;
-            return plain.Reopen();
+            return Reopen();
+        case EKind::Limit:
+            feed.limit = 1 + step.a % 6;
+            return;
+        case EKind::Deaf:
+            feed.deaf = 1 + static_cast<int>(step.a % 6);
+            feed.cuts = step.b % 2 == 0;
+            return;
+        case EKind::Break:
+            program->Hear(kAdminSocket, feed.StatusLine("Not Connected"));
+            program->Hear(kLevel1Socket, "S,IP,127.0.0.1,5009");
+            return feed.Summarise();
+        case EKind::Disk:
+            m_healMs = clock.elapsedMs + kMostIllMs;
+            return InjectFault({kDiskFaults[step.a % kDiskFaults.size()], static_cast<int>(step.b % kMostCalls),
+                                step.c % 2 == 0 ? ENOSPC : EIO});
         case EKind::Kill:
-            return Kill();
+            if (step.a % 4 == 0) KeepRecovery(true);
+            return Restart(step);
         default:
             return;
         }
     }
 
-    void OpenSaved() {
-        if (const std::string path = file.Path(); !path.empty()) {
-            if (!file.Open(path).IsDone()) m_fault = "the file could not be opened";
-        } else {
-            doc.NewDocument();
-            file.Forget();
-        }
+    void Fail(const std::string& fault) {
+        if (m_fault.empty()) m_fault = fault; // What follows from it does not matter.
     }
 
-    // What comes back is a state of the last few seconds.
-    void Kill() {
-        keeper->Flush();
-        const std::string path = file.Path();
-        keeper.reset();
-        std::vector<SRecovery> found = FindRecoveries(state.Path());
-        if (found.size() > 1) m_fault = "several recoveries";
-        if (found.empty())
-            OpenSaved();
+    // The disk. A call that fails on purpose excuses what failed by it, and what is on disk only in part.
+
+    void InjectFault(const SDiskFault& fault) {
+        m_injected = fault;
+        disk.Inject(fault);
+    }
+    bool HasFailed(int callsBefore) const {
+        if (disk.HasStopped()) return true;
+        if (m_injected.what == SDiskFault::None || m_injected.what == SDiskFault::Shorten) return false;
+        return disk.Calls() > m_injected.call &&
+               (m_injected.what == SDiskFault::FailOn || callsBefore <= m_injected.call);
+    }
+
+    void FinishSave() {
+        SSaveJob job = *std::exchange(m_job, std::nullopt);
+        const int calls = disk.Calls();
+        const std::set<std::string> former = m_files;
+        const std::string old = disk.Content(kFile).value_or("");
+        m_files.insert(job.text);
+        CWatchlistFile& file = program->file;
+        SFileResult result = file.Saver().Save(job);
+        if (result.outcome == EFileOutcome::ChangedOnDisk && m_isOther) {
+            job.consent.overwriteChanged = true;
+            result = file.Saver().Save(job);
+        }
+        file.EndSave(job, result);
+        const bool excused = HasFailed(calls);
+        if (!result.IsDone()) {
+            m_files = former;
+            if (!excused) Fail("the save failed: " + result.error);
+            return;
+        }
+        if (std::exchange(m_isOther, false) && !job.consent.overwriteChanged && !excused)
+            Fail("what the document does not know of was replaced unasked");
+        if (disk.Content(kFile) != job.text) Fail("a save that was done is not in the file");
+        Remember();
+        KeepRecovery(false);
+        if (excused) return;
+        m_files = {job.text};
+        m_promisedMs = std::max(m_promisedMs, m_savingMs);
+        if (disk.Names("/lists").size() != 2) Fail("a save left something beside the file");
+        const std::vector<SBackup> backups = file.Backups();
+        if (!old.empty() && old != job.text && (backups.empty() || disk.Content(backups.front().path) != old))
+            Fail("a save kept no backup");
+    }
+
+    void Reopen() {
+        const int calls = disk.Calls();
+        if (program->file.Path().empty()) {
+            Doc().NewDocument();
+            program->file.Forget();
+            plain = m_texts[""];
+        } else if (program->file.Open(kFile).IsDone()) {
+            plain = m_texts.at(disk.Content(kFile).value());
+        } else {
+            if (!HasFailed(calls)) Fail("the file could not be opened");
+            return;
+        }
+        m_isOther = false;
+        plain.Reopen();
+        Remember();
+        m_promisedMs = clock.elapsedMs;
+        KeepRecovery(false);
+    }
+
+    void Store(int width) {
+        const int calls = disk.Calls();
+        const std::set<int> former = m_widths;
+        m_widths.insert(width);
+        const bool done = program->settings.WriteInteger(kRectWidth, width);
+        if (!HasFailed(calls))
+            m_widths = {width};
+        else if (!done)
+            m_widths = former;
+        if (!done && !HasFailed(calls)) Fail("a setting was not stored");
+    }
+
+    void KeepRecovery(bool atOnce) {
+        const int calls = disk.Calls();
+        if (atOnce) program->keeper.KeepNow({});
+        program->keeper.Poll({}, clock.elapsedMs);
+        program->keeper.Flush();
+        if (disk.Calls() > calls) m_isKept = !HasFailed(calls);
+        if (HasFailed(calls)) m_failedMs = clock.elapsedMs;
+        if (program->keeper.HasFailed()) {
+            if (m_isKept) Fail("unsaved changes were not kept");
+            if (clock.elapsedMs - m_failedMs > kRetryMs) Fail("what could not be kept was not tried again");
+            return;
+        }
+        const int64_t fromMs = clock.elapsedMs - (atOnce ? 0 : kPromisedMs + 2 * kMostPauseMs);
+        m_keptMs = std::max(m_keptMs, fromMs);
+        if (m_isKept) m_promisedMs = std::max(m_promisedMs, fromMs);
+    }
+
+    // The process dies, and perhaps the power with it. What comes back is what was saved, or a promised state since.
+    void Restart(const SDayStep& step) {
+        const std::string path = program->file.Path();
+        const bool hadFailed = std::exchange(m_failedMs, -1) >= 0 || disk.HasStopped();
+        InjectFault({SDiskFault::Stop, 0, 0});
+        program.reset();
+        m_job.reset();
+        const bool powerLost = step.b % 2 == 0;
+        if (powerLost)
+            disk.LosePower(step.c % (disk.JournalSize() + 1));
         else
-            file.OpenRecovered(found.front());
-        if (file.Path() != path) m_fault = "recovery forgot the file";
-        keeper.emplace(doc, file, state.Path());
-        if (!found.empty()) keeper->Adopt(found.front());
-        FeedAnswers();
-        const int64_t oldest = now - kPromisedMs - 2 * kMostPauseMs;
+            disk.Restart();
+        InjectFault({});
+        program = std::make_unique<CProgram>(feed);
+        CheckFiles(powerLost);
+        std::vector<SRecovery> found = FindRecoveries(CProgram::kStateFolder);
+        for (const std::string& name : disk.Names(RecoveryFolder(CProgram::kStateFolder)))
+            if (name.starts_with('.')) Fail("what was begun stays beside the recoveries");
+        bool isFound = false;
+        for (; !found.empty() && !isFound; found.pop_back()) {
+            program->file.OpenRecovered(found.back());
+            const bool isOurs = found.back().originalPath == path;
+            isFound = isOurs && IsPromised(powerLost);
+            if (isOurs && !isFound && !powerLost && !hadFailed) Fail("an old recovery is offered");
+            if (isFound)
+                program->keeper.Adopt(found.back());
+            else
+                DiscardRecovery(found.back());
+        }
+        for (const SRecovery& other : found) DiscardRecovery(other);
+        if (!isFound) {
+            program->file.Forget();
+            Doc().NewDocument();
+            if (!path.empty() && !program->file.Open(kFile).IsDone()) Fail("the file could not be opened");
+            if (!IsPromised(powerLost))
+                Fail(fmt::format("after a kill there is no promised state: {} {}", Look(), AlertLook()));
+        }
+        m_isOther = !path.empty() && program->file.KnownHash() != ContentHash(disk.Content(kFile).value_or(""));
+        if (disk.JournalSize() == 0) m_history.clear();
+        Remember();
+        HearFeed();
+        Remember();
+    }
+    // Whether the document is in a state that may come back; the plain list is then too.
+    bool IsPromised(bool powerLost) {
         const std::string look = Look(), alerts = AlertLook(), looks = Looks();
-        int64_t replacedMs = now;
-        for (auto past = m_history.rbegin(); past != m_history.rend() && replacedMs >= oldest; ++past) {
-            if (past->second.Look() == look && past->second.AlertLook() == alerts && past->second.looks == looks) {
-                plain = past->second;
-                return plain.Reopen();
+        const int64_t promisedMs = powerLost ? m_promisedMs : std::max(m_promisedMs, m_keptMs);
+        int64_t replacedMs = clock.elapsedMs;
+        for (auto past = m_history.rbegin(); past != m_history.rend() && replacedMs >= promisedMs; ++past) {
+            CPlainList read = past->second;
+            read.Reopen();
+            if (read.Look() == look && read.AlertLook() == alerts && read.looks == looks) {
+                plain = read;
+                return true;
             }
             replacedMs = past->first;
         }
-        m_fault = fmt::format("after a kill there is no state of the last seconds: {} {}", look, alerts);
+        return false;
+    }
+    // What a kill and a power cut left.
+    void CheckFiles(bool powerLost) {
+        const std::string text = disk.Content(kFile).value_or("");
+        if (!m_files.contains(text)) Fail("what is in the file was never saved, or not last");
+        const int width = program->settings.ReadInteger(kRectWidth);
+        if (!m_widths.contains(width)) Fail("a setting was lost");
+        if (disk.JournalSize() == 0) {
+            m_files = {text};
+            m_widths = {width};
+        }
+        std::vector<double> kept;
+        for (const SAlertFiring& firing : program->history.Read()) kept.push_back(firing.threshold);
+        std::ranges::sort(kept);
+        std::ranges::sort(m_firings);
+        if (!powerLost && !std::ranges::includes(kept, m_firings)) Fail("the history lost an alert that fired");
+        m_firings = kept;
     }
 
-    // Asks and answers until there is silence. What nobody knows is refused.
-    void FeedAnswers() {
-        for (std::vector<std::string> sent = feed.Take(); !sent.empty(); sent = feed.Take()) {
-            for (const std::string& command : sent) {
-                const std::string symbol = command.substr(1, command.find_last_not_of("\r\n"));
-                if (command.front() == 'w') m_wire.insert(symbol);
-                if (command.front() == 'r') m_wire.erase(symbol);
-            }
-            const std::set<std::string> asked = m_wire;
-            for (const std::string& symbol : asked) {
-                if (!IsUnknown(symbol)) continue;
-                m_wire.erase(symbol);
-                doc.SymbolNotFound(symbol);
-                plain.Reject(symbol);
-            }
+    // The feed. The program hears all that was said, asks, and is answered, until there is silence.
+    void HearFeed() {
+        std::vector<double> fired;
+        const int calls = disk.Calls();
+        program->fired.clear();
+        feed.missed = false;
+        program->Turn();
+        HearLines(fired);
+        const CSymbolLimitQueue& limited = program->LimitedSymbols();
+        for (int second = 0; second < kMostSeconds; ++second) {
+            program->Hear(kAdminSocket, feed.StatusLine("Connected"));
+            const bool cuts = std::exchange(feed.cuts, false); // A watch that goes out in part here is given up.
+            program->Hear(kLevel1Socket, "T,20240131 09:30:05");
+            feed.cuts = cuts;
+            HearLines(fired);
+            if (limited.Pending().empty() || feed.watched.size() >= feed.limit || feed.missed) break;
         }
-        for (CPlainList::SRow& row : plain.rows)
-            if (row.kind == CPlainList::EKind::Symbol && IsUnknown(row.text)) row.kind = CPlainList::EKind::Rejected;
+        program->Turn();
+        std::ranges::sort(fired);
+        std::ranges::sort(program->fired);
+        if (program->fired != fired) Fail("other alerts fired");
+        if (!HasFailed(calls)) m_firings.insert(m_firings.end(), fired.begin(), fired.end());
+    }
+    void HearLines(std::vector<double>& fired) {
+        while (!feed.lines.empty()) {
+            const CSimulatedFeed::SLine line = feed.lines.front();
+            feed.lines.pop_front();
+            program->Hear(kLevel1Socket, line.text);
+            if (line.rejects) plain.Reject(line.symbol);
+            if (line.rejects || !plain.Watched().contains(line.symbol)) continue;
+            CSimulatedFeed::Quote& heard = feed.heard[line.symbol];
+            for (const auto& [field, value] : line.quote) heard[field] = value;
+            if (!heard.contains("Last")) continue;
+            for (const double above : plain.Price(line.symbol, std::stod(heard["Last"]))) fired.push_back(above);
+        }
+    }
+
+    // Each row's symbol is watched or waits for room, no other one is, and its record holds what was heard of it.
+    void CompareFeed() {
+        const std::set<std::string> wanted = plain.Watched();
+        const CSymbolLimitQueue& limited = program->LimitedSymbols();
+        for (const std::string& symbol : feed.watched)
+            if (!wanted.contains(symbol) && !feed.left.contains(symbol)) Fail(symbol + " is watched for no row");
+        for (const std::string& symbol : limited.Pending())
+            if (!wanted.contains(symbol)) Fail(symbol + " waits for room and is in no row");
+        if (!feed.missed) {
+            for (const std::string& symbol : wanted)
+                if (!feed.watched.contains(symbol) && !limited.Has(symbol)) Fail(symbol + " is not watched");
+            if (!limited.Pending().empty() && feed.watched.size() < feed.limit) Fail("there is room for more");
+        }
+        for (const auto& [symbol, quote] : feed.heard)
+            for (const auto& [field, value] : quote) {
+                const CL1SymbolRec* record = program->store.FindSymbol(symbol);
+                if (wanted.contains(symbol) && (!record || CellNumber(*record, *FindField(field)) != std::stod(value)))
+                    Fail(fmt::format("{} of {} is not {}", field, symbol, value));
+            }
     }
 
     std::string Look() {
         std::string out;
-        const std::vector<int> hidden = doc.HiddenRows();
-        const int last = std::max({doc.LastUsedRow(), doc.Notes().LastRow(), hidden.empty() ? 0 : hidden.back()});
+        const std::vector<int> hidden = Doc().HiddenRows();
+        const int last = std::max({Doc().LastUsedRow(), Doc().Notes().LastRow(), hidden.empty() ? 0 : hidden.back()});
         for (int row = 1; row <= last; ++row) {
-            const std::string_view note = doc.Notes().Get(row), rejected = doc.RejectedSymbol(row);
+            const std::string_view note = Doc().Notes().Get(row), rejected = Doc().RejectedSymbol(row);
             if (!rejected.empty())
                 out += fmt::format("!{}", rejected);
-            else if (doc.RowKind(row) == ERowKind::Annotation)
-                out += fmt::format("#{}", doc.AnnotationText(row));
+            else if (Doc().RowKind(row) == ERowKind::Annotation)
+                out += fmt::format("#{}", Doc().AnnotationText(row));
             else
-                out += doc.RowSymbol(row);
-            out += fmt::format("{}{}{}|", note.empty() ? "" : "~", note, doc.IsRowHidden(row) ? "^" : "");
+                out += Doc().RowSymbol(row);
+            out += fmt::format("{}{}{}|", note.empty() ? "" : "~", note, Doc().IsRowHidden(row) ? "^" : "");
         }
         return out;
     }
     /// The lines of the file that tell of columns, formats and options.
     std::string Looks() const {
         std::string out;
-        const std::string text = Written();
+        const std::string text = WriteWatchlistText(Doc(), {});
         for (size_t begin = 0; begin < text.size();) {
             const size_t end = text.find("\r\n", begin);
             const std::string line = text.substr(begin, end - begin);
@@ -357,38 +418,52 @@ private:
     std::string AlertLook() {
         std::string out;
         for (const char* symbol : kSymbols)
-            for (const A_INFO& alert : doc.Alerts().Get(symbol))
+            for (const A_INFO& alert : Doc().Alerts().Get(symbol))
                 out += fmt::format("{}>{}{};", symbol, alert.value, alert.enabled != 0 ? "" : " off");
         return out;
     }
 
-    void Compare() {
+    void Compare(bool isSettled) {
+        if (isSettled) CompareFeed();
         if (!m_fault.empty()) return;
         if (Look() != plain.Look())
-            m_fault = fmt::format("rows\n  {}\n  {}", Look(), plain.Look());
+            Fail(fmt::format("rows\n  {}\n  {}", Look(), plain.Look()));
         else if (AlertLook() != plain.AlertLook())
-            m_fault = fmt::format("alerts\n  {}\n  {}", AlertLook(), plain.AlertLook());
+            Fail(fmt::format("alerts\n  {}\n  {}", AlertLook(), plain.AlertLook()));
         else if (Looks() != plain.looks)
-            m_fault = fmt::format("columns, formats, options\n  {}\n  {}", Looks(), plain.looks);
-        else if (m_wire != plain.Watched())
-            m_fault = "other symbols are watched than are in rows";
-        else if (doc.Undo().UndoCount() != plain.UndoCount())
-            m_fault = fmt::format("steps: {} and {}", doc.Undo().UndoCount(), plain.UndoCount());
+            Fail(fmt::format("columns, formats, options\n  {}\n  {}", Looks(), plain.looks));
+        else if (Doc().Undo().UndoCount() != plain.UndoCount())
+            Fail(fmt::format("steps: {} and {}", Doc().Undo().UndoCount(), plain.UndoCount()));
         else if (!boxes.shown.empty() && boxes.shown.back().icon == EBoxIcon::Stop)
-            m_fault = "an error was told: " + boxes.shown.back().text;
+            Fail("an error was told: " + boxes.shown.back().text);
     }
     void Remember() {
-        m_history.emplace_back(now, plain);
+        m_history.emplace_back(clock.elapsedMs, plain);
         if (m_history.size() > 400) m_history.erase(m_history.begin(), m_history.begin() + 200);
     }
 
-    int64_t now = 0;
-    CPlainList plain, m_saved;
-    std::optional<CRecoveryKeeper> keeper;
-    std::set<std::string> m_wire;
-    std::vector<double> m_fired;
+    CSimulatedDisk disk;
+    CFakeClock clock;
+    CLogEvents log{"Off"};
+    CMessageBoxes boxes;
+    CSimulatedFeed feed;
+    std::unique_ptr<CProgram> program;
+    CPlainList plain;
     std::vector<std::pair<int64_t, CPlainList>> m_history;
-    int m_alerts = 0;
+    int64_t m_promisedMs = 0; ///< Nothing that was replaced before may come back.
+    int64_t m_keptMs = 0;     ///< The same while the power stays on.
+    bool m_isKept = true;     ///< The recovery file is on disk as it was last written.
+    int64_t m_failedMs = -1;  ///< When it could not be written or removed; -1: always could.
+
+    std::optional<SSaveJob> m_job; ///< A save that another thread is about to carry out.
+    int64_t m_savingMs = 0;
+    std::map<std::string, CPlainList> m_texts; ///< What was saved, and the list that it is.
+    std::set<std::string> m_files = {""};      ///< What may be in the file; empty for none.
+    bool m_isOther = false;                    ///< The file has a content that the document does not know of.
+    std::set<int> m_widths = {0};              ///< What may be stored.
+    std::vector<double> m_firings;             ///< What must be in the history.
+    SDiskFault m_injected;
+    int64_t m_healMs = 0;
     std::string m_fault;
 };
 
@@ -398,10 +473,8 @@ Day MakeDay(uint64_t seed, int steps) {
     CRandom random(seed);
     Day day;
     for (int i = 0; i < steps; ++i) {
-        uint32_t chance = random.Below(100);
         size_t kind = 0;
-        while (kind + 1 < kChances.size() && chance >= static_cast<uint32_t>(kChances[kind]))
-            chance -= static_cast<uint32_t>(kChances[kind++]);
+        for (uint32_t chance = random.Below(kChances); chance >= kKinds[kind].chance;) chance -= kKinds[kind++].chance;
         const auto number = [&] { return static_cast<uint32_t>(random.Next() >> 40); };
         day.push_back({static_cast<EKind>(kind), number(), number(), number()});
     }
@@ -412,12 +485,13 @@ std::string LiveThrough(const Day& day) {
     CWorld world;
     for (size_t i = 0; i < day.size(); ++i)
         if (const std::string fault = world.Take(day[i]); !fault.empty())
-            return fmt::format("step {} ({}): {}", i + 1, kKindNames[static_cast<size_t>(day[i].kind)], fault);
+            return fmt::format("step {} ({}): {}", i + 1, kKinds[static_cast<size_t>(day[i].kind)].name, fault);
     return {};
 }
 
 std::string Shortest(Day day) {
-    for (size_t piece = std::max<size_t>(day.size() / 2, 1); piece > 0; piece /= 2)
+    for (size_t piece = std::max<size_t>(day.size() / 2, 1), length = 0; piece > 1 || length != day.size();) {
+        length = day.size();
         for (size_t at = 0; at < day.size();) {
             Day shorter = day;
             const auto begin = shorter.begin() + static_cast<std::ptrdiff_t>(at);
@@ -427,9 +501,11 @@ std::string Shortest(Day day) {
             else
                 day = std::move(shorter);
         }
+        piece = std::max<size_t>(piece / 2, 1);
+    }
     std::string out;
     for (const SDayStep& step : day)
-        out += fmt::format("  {} {} {} {}\n", kKindNames[static_cast<size_t>(step.kind)], step.a, step.b, step.c);
+        out += fmt::format("  {} {} {} {}\n", kKinds[static_cast<size_t>(step.kind)].name, step.a, step.b, step.c);
     return out + LiveThrough(day);
 }
 

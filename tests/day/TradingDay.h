@@ -23,13 +23,18 @@ struct SDayStep {
         Column,
         Option,
         Alert,
-        Together, ///< Several of those above in one step, which may be cancelled.
-        Price,
+        Together, ///< Several of those above in one step, which may be cancelled. The last edit.
         Undo,
         Redo,
+        Price,
         Wait,
+        Setting,
         Save,
         Reopen,
+        Limit, ///< So many symbols the feed serves from here on.
+        Deaf,  ///< The feed does not take the next commands.
+        Break, ///< The feed loses its server and finds it again.
+        Disk,  ///< One of the next calls fails, or all from there on, or the process dies in it.
         Kill,
         Count
     };

@@ -12,7 +12,7 @@ using namespace vx::test;
 namespace {
 
 /// More of them are lived through with the environment variable ZW_DAYS, from the seed ZW_FIRST_DAY on.
-constexpr int kDays = 12;
+constexpr int kDays = 30;
 constexpr int kSteps = 300;
 
 int FromEnvironment(const char* name, int otherwise) {

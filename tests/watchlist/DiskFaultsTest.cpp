@@ -5,7 +5,6 @@
 #include "watchlist/FileFixture.h"
 #include "watchlist/file/RecoveryFile.h"
 #include "watchlist/file/RecoveryKeeper.h"
-#include "watchlist/file/StateFiles.h"
 
 #include <array>
 #include <csignal>
@@ -19,7 +18,6 @@ using namespace vx::test;
 using testing::AnyOf;
 using testing::Each;
 using testing::ElementsAre;
-using testing::EndsWith;
 using testing::SizeIs;
 
 namespace {
@@ -56,23 +54,6 @@ std::vector<std::string> Kept(const CSimulatedDisk& disk) {
     return out;
 }
 
-std::vector<std::string> FoundTexts() {
-    std::vector<std::string> out;
-    for (const SRecovery& recovery : FindRecoveries(kState)) out.push_back(NameOf(recovery.text));
-    return out;
-}
-
-bool WriteRecovery(const std::string& text) {
-    std::vector<SRecovery> found = FindRecoveries(kState);
-    CRecoveryWriter writer(kState);
-    if (!found.empty()) writer.Adopt(found.front().file, std::exchange(found.front().claim, {}));
-    SRecovery recovery;
-    recovery.text = text;
-    writer.Write(FormatRecovery(recovery));
-    writer.Flush();
-    return writer.Error() == 0;
-}
-
 using CInterruptedSaveTest = CFileFixture;
 
 } // namespace
@@ -97,25 +78,6 @@ TEST(CFileSaver, LeavesTheOldOrTheNewFileAndKeepsTheFormerOnesOnAnyFault) {
             EXPECT_TRUE(SaveOver(text, Version(5)));
             EXPECT_EQ(Kept(disk).front(), now);
             EXPECT_THAT(disk.Names("/home"), ElementsAre("list.vxw")) << "what was begun stays";
-        });
-}
-
-TEST(CRecoveryWriter, ReplacesTheFormerRecoveryWholeOnAnyFault) {
-    const std::string old = Version(1), next = Version(2);
-    TryEveryFault(
-        [&](CSimulatedDisk& disk) {
-            disk.Put("/state/there", "");
-            ASSERT_TRUE(WriteRecovery(old));
-            disk.Restart();
-        },
-        [&] { return WriteRecovery(next); },
-        [&](CSimulatedDisk&, const SDiskOutcome& outcome) {
-            const std::vector<std::string> found = FoundTexts();
-            // Where the former one could not be read it stays, beside the new one.
-            EXPECT_THAT(found, Each(AnyOf("version 1", "version 2")));
-            EXPECT_THAT(found, AnyOf(SizeIs(1), ElementsAre("version 1", "version 2")));
-            EXPECT_TRUE(!outcome.saidDone || found.back() == "version 2");
-            EXPECT_TRUE(!outcome.saidFailed || found.front() == "version 1");
         });
 }
 

@@ -111,9 +111,11 @@ TEST_F(CRecoveryKeeperTest, NamesTheFileThatASaveLeftWhileTheUserWasTyping) {
     PollAt(1000);
     file.EndSave(job, file.Saver().Save(job));
     ASSERT_TRUE(doc.IsModified());
+    Change(4, "C");
     PollAt(1010);
     EXPECT_EQ(Kept().originalPath, At("other.vxw"));
     EXPECT_EQ(Kept().knownHash, file.KnownHash());
+    EXPECT_EQ(Kept().text, Written()) << "what is kept is older than what was saved";
 }
 
 TEST_F(CRecoveryKeeperTest, WhatWasSavedBeforeTheProgramDiedIsNotOffered) {

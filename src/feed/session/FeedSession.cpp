@@ -68,9 +68,13 @@ CFeedSession::~CFeedSession() = default;
 bool CFeedSession::CreateFeedSocket(int which, uint32_t retries) {
     if (which < 0 || which >= kFeedSocketCount || m_sockets[static_cast<size_t>(which)]) return false;
     auto& socket = m_sockets[static_cast<size_t>(which)];
-    socket = std::make_unique<CZantrelClientAppSocket>(retries);
+    socket = MakeSocket(static_cast<EFeedSocket>(which), retries);
     socket->SetLog(&FeedLogOf(which));
     return socket->Create();
+}
+
+std::unique_ptr<CZantrelClientAppSocket> CFeedSession::MakeSocket(EFeedSocket, uint32_t retries) {
+    return std::make_unique<CZantrelClientAppSocket>(retries);
 }
 
 CZantrelClientAppSocket* CFeedSession::FeedSocket(int which) const {

@@ -130,6 +130,8 @@ public:
     void PostMessageBox(SMessageBox box) override;
 
 protected:
+    /// One of the session's sockets, not yet connected.
+    virtual std::unique_ptr<CZantrelClientAppSocket> MakeSocket(EFeedSocket which, uint32_t retries);
     /// The status became "Connected" (the first time included) or "Not Connected".
     virtual void OnFeedConnected() {}
     virtual void OnFeedDisconnected() {}

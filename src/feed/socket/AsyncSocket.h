@@ -50,7 +50,7 @@ public:
 
     int GetLastError() const { return m_socketError; }
     /// Whether the connection is up as far as is known: false before the connect and once the peer has gone.
-    bool IsConnected() const { return m_state == EState::Connected; }
+    virtual bool IsConnected() const { return m_state == EState::Connected; }
 
 protected:
     virtual void OnReceive(int error);

@@ -44,7 +44,9 @@ void CRecoveryKeeper::Poll(const SPlacement& placement, int64_t nowMs) {
     if (!m_firstMs) m_firstMs = nowMs;
     if (changes != m_seen) m_lastMs = nowMs;
     m_seen = changes;
-    if (nowMs - m_lastMs >= kQuietMs || nowMs - *m_firstMs >= kMostDelayMs) Write(placement, nowMs);
+    // Else what is older than the saved file would be offered after a kill.
+    const bool savedSince = m_kept && m_watchlistFile.KnownHash() != m_writtenHash;
+    if (savedSince || nowMs - m_lastMs >= kQuietMs || nowMs - *m_firstMs >= kMostDelayMs) Write(placement, nowMs);
 }
 
 void CRecoveryKeeper::KeepNow(const SPlacement& placement) {

@@ -73,8 +73,9 @@ class CWatchlistFile;
 
 /// Keeps the unsaved changes of the open watchlist in a recovery file, so that they outlive a crash or a power cut.
 ///
-/// A change is on disk kQuietMs after the user paused, at the latest kMostDelayMs after it was made. The file goes
-/// when the document is saved or closed; it stays when the program ends while the document is modified.
+/// A change is on disk kQuietMs after the user paused, at the latest kMostDelayMs after it was made. A recovery file
+/// that is older than a save is written anew at the next Poll. It goes when the document is saved or closed, and stays
+/// when the program ends while the document is modified.
 ///
 /// Errors  what could not be written is tried again with the next change, and every kRetryMs without one; TakeError
 ///         tells the user
