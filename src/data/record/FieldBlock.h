@@ -78,6 +78,11 @@ public:
     const SFieldValue& Value(size_t slot) const { return m_values[kLayout[slot].value]; }
     static constexpr bool HasText(size_t slot) { return KeepsText(kLayout[slot].rule); }
     std::string_view Text(size_t slot) const { return m_texts[kLayout[slot].extra].View(); }
+    /// Asks for the memory of a slot's value and direction.
+    void Prefetch(size_t slot) const {
+        __builtin_prefetch(&m_values[kLayout[slot].value]);
+        __builtin_prefetch(&m_directions[kLayout[slot].value]);
+    }
     /// No slot was ever set.
     bool IsEmpty() const {
         return std::ranges::all_of(m_directions, [](EDirection d) { return d == EDirection::NeverSet; });

@@ -93,6 +93,8 @@ public:
     /// The record of a feed symbol, or of a regional quote's full name; null when there is none. Good until the next
     /// line, Watch, Unwatch or Forget.
     const CSymbolRec* Find(std::string_view symbol) const;
+    /// Asks for the memory with which Find begins.
+    void ExpectLookup(std::string_view symbol) const { m_records.PrefetchEntry(symbol); }
     /// The record of a feed symbol alone.
     CL1SymbolRec* FindSymbol(std::string_view symbol) const { return m_records.Find(symbol); }
     /// The record of a change; null when it is gone.

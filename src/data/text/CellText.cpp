@@ -207,6 +207,13 @@ std::optional<double> CellTextNumber(const CSymbolRec& record, const SFieldEntry
     }
 }
 
+void PrefetchCell(const CSymbolRec& record, const SFieldEntry& entry) {
+    const CL1SymbolRec& base = record.Base();
+    if (entry.source != ESource::Quote || record.AsRegion()) return;
+    base.Quote().Prefetch(entry.slot);
+    base.Quote().Prefetch(UpdateSlot("Decimal Precision"));
+}
+
 double CellNumber(const CSymbolRec& record, const SFieldEntry& entry) {
     const sRegQuoteData* region = ShowsRegion(record, entry) ? record.AsRegion() : nullptr;
     const bool received =

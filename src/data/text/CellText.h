@@ -35,6 +35,9 @@ size_t CellText(const CSymbolRec& record, const SFieldEntry& entry, int decimals
 /// The number that the text of a cell reads as; nothing where only the text can tell. 0 for a field that was never set.
 std::optional<double> CellTextNumber(const CSymbolRec& record, const SFieldEntry& entry, int decimals);
 
+/// Asks for the memory that the number of a cell is read from.
+void PrefetchCell(const CSymbolRec& record, const SFieldEntry& entry);
+
 /// Whether the cells of a column are tick trends, whose bytes are no characters.
 bool IsTickTrend(const SFieldEntry& entry);
 

@@ -12,7 +12,10 @@ namespace vx {
 void CSymbolMap::Add(std::string_view symbol, uint32_t row, uint32_t flag) {
     symbol = TrimBlanks(symbol);
     if (symbol.empty()) return;
-    CSymbolRecArray& symbols = m_arrays[SymbolHash(symbol)];
+    const uint32_t hash = SymbolHash(symbol);
+    const auto [place, isNew] = m_places.try_emplace(hash, static_cast<uint32_t>(m_arrays.size()));
+    if (isNew) m_arrays.push_back({hash, {}});
+    CSymbolRecArray& symbols = m_arrays[place->second].symbols;
     SYMBOL_DATA* data = symbols.Find(symbol);
     if (!data) {
         data = &symbols.Add({std::string(symbol), {}, flag});
@@ -40,6 +43,7 @@ CRowList CSymbolMap::RemoveSymbol(std::string_view symbol) {
 
 void CSymbolMap::Clear() {
     m_arrays.clear();
+    m_places.clear();
     m_count = 0;
 }
 
@@ -48,20 +52,28 @@ const SYMBOL_DATA* CSymbolMap::Find(std::string_view symbol) const {
 }
 
 const CSymbolRecArray* CSymbolMap::FindHash(uint32_t hash) const {
-    const auto found = m_arrays.find(hash);
-    return found == m_arrays.end() ? nullptr : &found->second;
+    const auto place = m_places.find(hash);
+    return place == m_places.end() ? nullptr : &m_arrays[place->second].symbols;
 }
 
 SYMBOL_DATA* CSymbolMap::Entry(std::string_view symbol) {
-    const auto found = m_arrays.find(SymbolHash(symbol));
-    return found == m_arrays.end() ? nullptr : found->second.Find(symbol);
+    const auto place = m_places.find(SymbolHash(symbol));
+    return place == m_places.end() ? nullptr : m_arrays[place->second].symbols.Find(symbol);
 }
 
 void CSymbolMap::Erase(std::string_view symbol) {
-    const auto array = m_arrays.find(SymbolHash(symbol));
-    array->second.Remove(symbol);
-    if (array->second.empty()) m_arrays.erase(array);
+    const auto place = m_places.find(SymbolHash(symbol));
+    SHashed& array = m_arrays[place->second];
+    array.symbols.Remove(symbol);
     --m_count;
+    if (!array.symbols.empty()) return;
+    // The last one takes its place.
+    if (&array != &m_arrays.back()) {
+        array = std::move(m_arrays.back());
+        m_places[array.hash] = place->second;
+    }
+    m_arrays.pop_back();
+    m_places.erase(place);
 }
 
 SYMBOL_DATA* CSymbolRecArray::Find(std::string_view symbol) {

@@ -71,8 +71,8 @@ public:
     /// Returns the symbols that are in no row any more, in no particular order
     template <typename NewRow> std::vector<std::string> Renumber(NewRow&& newRow) {
         std::vector<std::string> gone;
-        for (auto& [hash, symbols] : m_arrays)
-            for (SYMBOL_DATA& data : symbols) {
+        for (SHashed& array : m_arrays)
+            for (SYMBOL_DATA& data : array.symbols) {
                 data.rows.Renumber(newRow);
                 if (data.rows.empty()) gone.push_back(data.symbol);
             }
@@ -90,11 +90,15 @@ public:
 
     /// Calls visit(const SYMBOL_DATA&) for every symbol, in no particular order; the map may not change meanwhile.
     template <typename Visit> void ForEach(Visit&& visit) const {
-        for (const auto& [hash, symbols] : m_arrays)
-            for (const SYMBOL_DATA& data : symbols) visit(data);
+        for (const SHashed& array : m_arrays)
+            for (const SYMBOL_DATA& data : array.symbols) visit(data);
     }
 
 private:
+    struct SHashed {
+        uint32_t hash;
+        CSymbolRecArray symbols;
+    };
     struct SKeyHash {
         CSeededHash hash;
         size_t operator()(uint32_t key) const { return hash(uint64_t{key}); }
@@ -103,7 +107,8 @@ private:
     SYMBOL_DATA* Entry(std::string_view symbol);
     void Erase(std::string_view symbol);
 
-    std::unordered_map<uint32_t, CSymbolRecArray, SKeyHash> m_arrays;
+    std::vector<SHashed> m_arrays;                             ///< Side by side: all of them are walked over quickly.
+    std::unordered_map<uint32_t, uint32_t, SKeyHash> m_places; ///< Of each hash in m_arrays.
     int m_count = 0;
 };
 

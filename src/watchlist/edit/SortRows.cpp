@@ -7,12 +7,15 @@
 #include "watchlist/exchange/RowCellText.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vx {
@@ -39,13 +42,16 @@ SSymbolRows SymbolRows(const CWatchlistDoc& doc, int firstRow, int lastRow) {
     return out;
 }
 
-constexpr size_t kAhead = 8; ///< Rows whose record's memory is asked for before it is read.
+constexpr size_t kAhead = 8; ///< Rows for which memory is asked for before it is read.
 
 std::string_view Text(const CellBuffer& cell, size_t size) { return {cell.data(), size}; }
 
 std::vector<const CSymbolRec*> Records(const CColumnReader& column, const std::vector<int>& rows) {
     std::vector<const CSymbolRec*> records(rows.size());
-    for (size_t i = 0; i < rows.size(); ++i) records[i] = column.FindRecord(rows[i]);
+    for (size_t i = 0; i < rows.size(); ++i) {
+        if (i + kAhead < rows.size()) column.ExpectRecord(rows[i + kAhead]);
+        records[i] = column.FindRecord(rows[i]);
+    }
     return records;
 }
 
@@ -55,7 +61,8 @@ std::vector<uint32_t> NumberOrder(const CColumnReader& column, const SSymbolRows
     std::vector<double> keys(rows.size());
     CellBuffer cell;
     for (size_t i = 0; i < rows.size(); ++i) {
-        if (i + kAhead < rows.size()) __builtin_prefetch(records[i + kAhead]);
+        if (i + 2 * kAhead < rows.size()) __builtin_prefetch(records[i + 2 * kAhead]);
+        if (i + kAhead < rows.size()) column.ExpectNumber(records[i + kAhead]);
         const std::optional<double> number = column.ReadNumber(rows[i], records[i]);
         keys[i] = number ? *number : SortNumber(Text(cell, column.Read(rows[i], records[i], cell)));
     }
@@ -106,17 +113,52 @@ struct STextKey {
 };
 
 struct SNumberKey {
-    double number;
+    uint64_t rank; ///< Orders as the numbers do; zeros are equal.
     uint32_t index;
 };
 
-template <typename Key, typename Before>
-std::vector<uint32_t> SortedIndices(std::vector<Key>& keys, std::span<const size_t> blockEnds, Before before) {
+uint64_t RankOf(double number, bool ascending) {
+    constexpr uint64_t kSign = uint64_t{1} << 63;
+    uint64_t bits = kSign; // Zero, and what is no number.
+    if (number != 0.0 && !std::isnan(number)) {
+        bits = std::bit_cast<uint64_t>(number);
+        bits = (bits & kSign) != 0 ? ~bits : bits | kSign;
+    }
+    return ascending ? bits : ~bits;
+}
+
+constexpr size_t kFewKeys = 1000; ///< Up to here comparing is faster than counting.
+
+// By rank, equal ones in their order.
+void SortByRank(std::span<SNumberKey> keys, std::vector<SNumberKey>& spare) {
+    if (keys.size() <= kFewKeys) {
+        std::stable_sort(keys.begin(), keys.end(),
+                         [](const SNumberKey& a, const SNumberKey& b) { return a.rank < b.rank; });
+        return;
+    }
+    constexpr int kBits = 11;
+    constexpr size_t kDigits = size_t{1} << kBits;
+    spare.resize(keys.size());
+    std::span<SNumberKey> from = keys, to = spare;
+    for (int shift = 0; shift < 64; shift += kBits) {
+        const auto digit = [shift](const SNumberKey& key) { return key.rank >> shift & (kDigits - 1); };
+        std::array<uint32_t, kDigits> places{};
+        for (const SNumberKey& key : from) ++places[digit(key)];
+        if (places[digit(from.front())] == from.size()) continue; // All have the same: most bits of many lists.
+        uint32_t before = 0;
+        for (uint32_t& place : places) before += std::exchange(place, before);
+        for (const SNumberKey& key : from) to[places[digit(key)]++] = key;
+        std::swap(from, to);
+    }
+    if (from.data() != keys.data()) std::ranges::copy(from, keys.begin());
+}
+
+template <typename Key, typename Sort>
+std::vector<uint32_t> SortedIndices(std::vector<Key>& keys, std::span<const size_t> blockEnds, Sort sort) {
     const size_t all = keys.size();
     size_t begin = 0;
     for (const size_t end : blockEnds.empty() ? std::span(&all, 1) : blockEnds) {
-        std::sort(keys.begin() + static_cast<std::ptrdiff_t>(begin), keys.begin() + static_cast<std::ptrdiff_t>(end),
-                  before);
+        sort(std::span(keys).subspan(begin, end - begin));
         begin = end;
     }
     std::vector<uint32_t> out(keys.size());
@@ -139,22 +181,25 @@ std::vector<uint32_t> OrderByText(const std::vector<std::string_view>& keys, boo
     };
     std::vector<STextKey> order(keys.size());
     for (uint32_t i = 0; i < order.size(); ++i) order[i] = {Prefix(foldedKey(i)), i};
-    return SortedIndices(order, blockEnds, [&](const STextKey& a, const STextKey& b) {
+    const auto before = [&](const STextKey& a, const STextKey& b) {
         if (a.prefix != b.prefix) return (a.prefix < b.prefix) == ascending;
         if (const int folds = foldedKey(a.index).compare(foldedKey(b.index)); folds != 0)
             return (folds < 0) == ascending;
         if (const int exact = keys[a.index].compare(keys[b.index]); exact != 0) return (exact < 0) == ascending;
         return a.index > b.index;
-    });
+    };
+    return SortedIndices(order, blockEnds, [&](std::span<STextKey> block) { std::ranges::sort(block, before); });
 }
 
 std::vector<uint32_t> OrderByNumber(const std::vector<double>& keys, bool ascending,
                                     std::span<const size_t> blockEnds) {
     std::vector<SNumberKey> order(keys.size());
-    for (uint32_t i = 0; i < order.size(); ++i) order[i] = {std::isnan(keys[i]) ? 0.0 : keys[i], i};
-    return SortedIndices(order, blockEnds, [&](const SNumberKey& a, const SNumberKey& b) {
-        if (a.number != b.number) return (a.number < b.number) == ascending;
-        return a.number == 0.0 ? a.index > b.index : a.index < b.index;
+    for (uint32_t i = 0; i < order.size(); ++i) order[i] = {RankOf(keys[i], ascending), i};
+    std::vector<SNumberKey> spare;
+    return SortedIndices(order, blockEnds, [&](std::span<SNumberKey> block) {
+        SortByRank(block, spare);
+        const auto zeros = std::ranges::equal_range(block, RankOf(0, ascending), {}, &SNumberKey::rank);
+        std::ranges::reverse(zeros);
     });
 }
 

@@ -69,6 +69,14 @@ const CSymbolRec* CColumnReader::FindRecord(int row) const {
     return m_kind == EKind::Field ? m_doc.Store().Find(m_doc.RowSymbol(row)) : nullptr;
 }
 
+void CColumnReader::ExpectRecord(int row) const {
+    if (m_kind == EKind::Field) m_doc.Store().ExpectLookup(m_doc.RowSymbol(row));
+}
+
+void CColumnReader::ExpectNumber(const CSymbolRec* record) const {
+    if (m_kind == EKind::Field && record) PrefetchCell(*record, *m_entry);
+}
+
 size_t CColumnReader::Read(int row, const CSymbolRec* record, std::span<char, kMostCellText> out) const {
     if (m_kind != EKind::Field) return ReadOwn(row, m_doc.RowSymbol(row), out);
     return record ? CellText(*record, *m_entry, Decimals(row, *record), out) : 0;

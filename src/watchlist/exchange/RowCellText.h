@@ -87,6 +87,11 @@ public:
     const CSymbolRec* FindRecord(int row) const;
     size_t Read(int row, const CSymbolRec* record, std::span<char, kMostCellText> out) const;
 
+    // Ask for the memory that FindRecord and ReadNumber will need; the record's first bytes are there already.
+
+    void ExpectRecord(int row) const;
+    void ExpectNumber(const CSymbolRec* record) const;
+
     /// The number that a cell's text reads as; nothing where only the text can tell.
     std::optional<double> ReadNumber(int row, const CSymbolRec* record) const;
 
