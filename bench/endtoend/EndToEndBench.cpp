@@ -42,8 +42,8 @@ struct SCase {
     SPace pace;
 };
 
-constexpr SPace kCalm{5'000, 5'000};  // Each line in a send of its own.
-constexpr SPace kUsual{5'000, 2'350}; // As lines come together when many symbols trade.
+constexpr SPace kSingle{5'000, 5'000}; // Each line in a send of its own.
+constexpr SPace kUsual{5'000, 2'350};  // Two or three lines a send.
 constexpr SPace kPeak{523'000, 1'000};
 
 void Pause(int ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }
@@ -140,6 +140,8 @@ public:
         const double taken = (BytesRead() - read) / m_feed.BytesALine() / took;
         const SSent now = m_feed.Sent();
         Watch(kPatience, false);
+        if (m_line.Waits()) m_line.IsSeen(Now(), m_feed.StampedAt()); // Later still.
+        if (m_key.Waits()) m_key.IsSeen(Now(), m_pressedAt);
 
         const SMemory memory{m_screen.Megabytes("VmRSS"), m_load.symbols};
         if (!first) first = memory;
@@ -276,7 +278,7 @@ int main(int argc, char** argv) {
     if (all) {
         cases.clear();
         for (const size_t symbols : {500, 10'000, 100'000})
-            for (const SPace pace : {kCalm, kUsual, SPace{50'000, 1'000}, SPace{200'000, 1'000}, kPeak})
+            for (const SPace pace : {kSingle, kUsual, SPace{50'000, 1'000}, SPace{200'000, 1'000}, kPeak})
                 cases.push_back({symbols, pace});
     }
     std::printf("%s\n%dx%d, no window manager; CPU: %% of one core\n%s\n", program.c_str(), CProgramOnScreen::kWidth,

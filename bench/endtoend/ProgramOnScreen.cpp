@@ -5,10 +5,12 @@
 
 #include <algorithm>
 #include <arpa/inet.h>
+#include <array>
 #include <csignal>
 #include <cstring>
 #include <ctime>
 #include <fcntl.h>
+#include <filesystem>
 #include <sstream>
 #include <stdexcept>
 #include <sys/mman.h>
