@@ -116,7 +116,7 @@ struct SMemory {
 /// The program on one list under one load.
 class CRun {
 public:
-    CRun(const SCase& load, const std::string& program) : m_load(load), m_feed(load.symbols) {
+    CRun(const SCase& load, bool evenly, const std::string& program) : m_load(load), m_feed(load.symbols, evenly) {
         WritePorts(m_screen, m_feed);
         m_screen.Start(program, WriteList(m_screen, load.symbols));
         m_screen.Focus();
@@ -258,15 +258,17 @@ int main(int argc, char** argv) {
     std::string program =
         std::filesystem::path(std::filesystem::read_symlink("/proc/self/exe")).parent_path().parent_path() /
         "zantrel-watchlist";
-    bool all = false;
+    bool all = false, evenly = false;
     for (int i = 1; i < argc; ++i) {
         const std::string argument = argv[i];
         if (argument == "--program" && i + 1 < argc) {
             program = argv[++i];
         } else if (argument == "--all" || argument == "--quick") {
             all = argument == "--all";
+        } else if (argument == "--evenly") {
+            evenly = true;
         } else {
-            std::fputs("bench_end_to_end [--quick | --all] [--program PATH]\n", stderr);
+            std::fputs("bench_end_to_end [--quick | --all] [--evenly] [--program PATH]\n", stderr);
             return 2;
         }
     }
@@ -281,13 +283,13 @@ int main(int argc, char** argv) {
             for (const SPace pace : {kSingle, kUsual, SPace{50'000, 1'000}, SPace{200'000, 1'000}, kPeak})
                 cases.push_back({symbols, pace});
     }
-    std::printf("%s\n%dx%d, no window manager; CPU: %% of one core\n%s\n", program.c_str(), CProgramOnScreen::kWidth,
-                CProgramOnScreen::kHeight, kHead);
+    std::printf("%s\n%dx%d, no window manager; traffic %s; CPU: %% of one core\n%s\n", program.c_str(),
+                CProgramOnScreen::kWidth, CProgramOnScreen::kHeight, evenly ? "spread evenly" : "by Zipf's law", kHead);
     std::optional<SMemory> first;
     int status = 0;
     for (const SCase& each : cases) {
         try {
-            std::puts(CRun(each, program).Measure(all ? kSecondsOfAll : kSecondsOfQuick, first).c_str());
+            std::puts(CRun(each, evenly, program).Measure(all ? kSecondsOfAll : kSecondsOfQuick, first).c_str());
         } catch (const std::runtime_error& error) {
             std::printf("%7zu%9u  not measured: %s\n", each.symbols, each.pace.lines, error.what());
             status = 1;

@@ -60,6 +60,20 @@ std::string Summary(std::string_view symbol) {
                  {UpdateSlot("Message Contents"), "Cbaohlc"}});
 }
 
+// The same lines, each of any of the symbols.
+std::string SpreadEvenly(const SLines& lines) {
+    test::CRandom random(1);
+    std::string file;
+    file.reserve(lines.file.size() + lines.file.size() / 16);
+    for (size_t at = 0, end; at < lines.file.size(); at = end + 1) {
+        end = lines.file.find('\n', at);
+        const size_t fields = lines.file.find(',', at + 2); // After "Q," and the symbol.
+        file.append("Q,").append(lines.symbols[random.Below(static_cast<uint32_t>(lines.symbols.size()))]);
+        file.append(lines.file, fields, end + 1 - fields);
+    }
+    return file;
+}
+
 void SendAll(int socket, std::string_view bytes) {
     while (!bytes.empty()) {
         const auto sent = send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
@@ -70,8 +84,9 @@ void SendAll(int socket, std::string_view bytes) {
 
 } // namespace
 
-CLoopbackFeed::CLoopbackFeed(size_t symbols)
-    : m_symbols(Lines(symbols - 1).symbols), m_file(Lines(symbols - 1).file), m_offsets{0} {
+CLoopbackFeed::CLoopbackFeed(size_t symbols, bool evenly)
+    : m_symbols(Lines(symbols - 1).symbols),
+      m_file(evenly ? SpreadEvenly(Lines(symbols - 1)) : Lines(symbols - 1).file), m_offsets{0} {
     for (size_t at = 0; (at = m_file.find('\n', at)) != std::string::npos;) m_offsets.push_back(++at);
     for (const EPort port : {kAdmin, kLookup, kLevel1}) {
         const int listener = m_listeners[port] = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);

@@ -35,14 +35,15 @@ struct SSent {
 /// by what the program takes: what it does not take waits here.
 ///
 /// Shape   the first symbol is the probe, of which no line comes unless Stamp asks for it; the others are those of the
-///         line generator. A summary of each is sent when all are watched.
+///         line generator, with the most traffic in the first ones unless it is spread evenly. A summary of each is
+///         sent when all are watched.
 /// Thread  one of its own sends and answers; the methods are for another one
 class CLoopbackFeed {
 public:
     enum EPort { kAdmin, kLookup, kLevel1 };
     static constexpr const char* kProbe = "PROBE.X";
 
-    explicit CLoopbackFeed(size_t symbols);
+    CLoopbackFeed(size_t symbols, bool evenly);
     ~CLoopbackFeed();
     CLoopbackFeed(const CLoopbackFeed&) = delete;
     CLoopbackFeed& operator=(const CLoopbackFeed&) = delete;
@@ -79,7 +80,7 @@ private:
     std::string_view NextBytes();
 
     const std::vector<std::string>& m_symbols;
-    const std::string& m_file;
+    const std::string m_file;
     std::vector<size_t> m_offsets; ///< Where each line of the file begins, and its end.
     std::array<int, 3> m_listeners{};
     std::array<uint16_t, 3> m_ports{};
