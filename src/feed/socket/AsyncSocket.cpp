@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "feed/socket/AsyncSocket.h"
 
+#include "base/Clock.h"
 #include "feed/socket/NativeSocket.h"
 
 #include <QMetaObject>
 #include <QSocketNotifier>
+#include <QTimer>
+
+#include <utility>
 
 namespace vx {
 
@@ -61,12 +65,14 @@ int CAsyncSocket::Receive(void* buffer, int length, int) {
     }
     const CNativeSocket::SResult result = m_native.Receive(static_cast<char*>(buffer), length);
     m_socketError = result.error;
-    if (result.count > 0)
+    if (result.count > 0) {
+        m_counted += result.count;
         m_received = result.count >= kBurst || result.count == length ? EReceived::Burst : EReceived::Data;
-    else if (result.count == 0)
+    } else if (result.count == 0) {
         m_received = EReceived::End;
-    else
+    } else {
         m_received = result.error == kSocketWouldBlock ? EReceived::WouldBlock : EReceived::Error;
+    }
     return result.count;
 }
 
@@ -100,6 +106,12 @@ void CAsyncSocket::WatchForConnect() {
                          [this] { Readable(); });
         QObject::connect(m_writeNotifier.get(), &QSocketNotifier::activated, m_writeNotifier.get(),
                          [this] { Writable(); });
+        m_rest = std::make_unique<QTimer>();
+        m_rest->setSingleShot(true);
+        m_rest->setTimerType(Qt::PreciseTimer);
+        m_rest->setInterval(kRestMs);
+        QObject::connect(m_rest.get(), &QTimer::timeout, m_readNotifier.get(),
+                         [this] { m_readNotifier->setEnabled(true); });
     }
     m_readNotifier->setSocket(m_native.Descriptor());
     m_writeNotifier->setSocket(m_native.Descriptor());
@@ -139,7 +151,12 @@ void CAsyncSocket::Readable() {
 
 void CAsyncSocket::AfterReceive() {
     switch (m_received) {
-    case EReceived::Data:
+    case EReceived::Data: {
+        const bool rests = IsTrickle();
+        m_readNotifier->setEnabled(!rests);
+        if (rests) m_rest->start();
+        break;
+    }
     case EReceived::Burst:
     case EReceived::WouldBlock:
         m_readNotifier->setEnabled(true);
@@ -155,6 +172,15 @@ void CAsyncSocket::AfterReceive() {
         OnClose(m_received == EReceived::End ? 0 : m_socketError);
         break;
     }
+}
+
+// Whether little enough has come since this was looked at last, some milliseconds ago.
+bool CAsyncSocket::IsTrickle() {
+    const int64_t now = CClock::Instance().MonotonicMs();
+    const int64_t elapsed = now - m_countedFromMs;
+    if (elapsed < kRestMs) return false;
+    m_countedFromMs = now;
+    return std::exchange(m_counted, 0) <= elapsed * kTrickle;
 }
 
 void CAsyncSocket::Writable() {
@@ -179,6 +205,7 @@ void CAsyncSocket::ConnectEnded(int error) {
 void CAsyncSocket::StopNotifiers() {
     if (m_readNotifier) m_readNotifier->setEnabled(false);
     if (m_writeNotifier) m_writeNotifier->setEnabled(false);
+    if (m_rest) m_rest->stop();
 }
 
 } // namespace vx

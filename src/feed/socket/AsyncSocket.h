@@ -7,6 +7,7 @@
 #include <memory>
 
 class QSocketNotifier;
+class QTimer;
 
 namespace vx {
 
@@ -15,8 +16,9 @@ namespace vx {
 /// A connect is answered by OnConnect, arrived bytes by OnReceive (again and again until they are received), room to
 /// send again by OnSend, the peer's end by OnClose. Each OnReceive should receive once: what is left is notified again,
 /// at once after a receive that got a burst (up to kReceivesPerTurn times), else in the next turn of the event loop, so
-/// that timers and windows get theirs. Nothing is notified again after a receive that found the end,
-/// failed, or had no room for a single byte, and none while OnReceive still runs (a dialog opened by a handler).
+/// that timers and windows get theirs; of a trickle kRestMs later. Nothing is notified again after a receive that found
+/// the end, failed, or had no room for a single byte, and none while OnReceive still runs (a dialog opened by a
+/// handler).
 ///
 /// Errors  operations return -1 or false and leave the number in GetLastError (NativeSocket.h)
 /// Owns    the native socket and its notifiers
@@ -29,6 +31,11 @@ public:
     /// Bytes of one receive after which more is likely there already; so is all that was asked for. To look in vain
     /// costs a tenth of a turn.
     static constexpr int kBurst = 8 * 1024;
+    /// Between two receives of a trickle the socket rests, so that thousands of packets a second do not wake the
+    /// program as often. Far less than a display update; no more than a socket's buffer holds comes meanwhile.
+    static constexpr int kRestMs = 4;
+    /// Up to so many bytes a millisecond are a trickle.
+    static constexpr int64_t kTrickle = 16 * 1024;
 
     CAsyncSocket();
     virtual ~CAsyncSocket();
@@ -83,6 +90,7 @@ private:
     void PostConnectFailure(int error);
     void Readable();
     void AfterReceive();
+    bool IsTrickle();
     void Writable();
     void ConnectEnded(int error);
     void StopNotifiers();
@@ -90,6 +98,9 @@ private:
     CNativeSocket m_native;
     std::unique_ptr<QSocketNotifier> m_readNotifier;
     std::unique_ptr<QSocketNotifier> m_writeNotifier;
+    std::unique_ptr<QTimer> m_rest;
+    int64_t m_countedFromMs = 0; ///< Since when m_counted bytes were received.
+    int64_t m_counted = 0;
     EState m_state = EState::Closed;
     EReceived m_received = EReceived::Nothing;
     int m_socketError = 0;
