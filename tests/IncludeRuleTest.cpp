@@ -12,6 +12,7 @@
 #include <set>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -74,18 +75,32 @@ bool IsQt(const std::string& target) {
     return target.size() > 1 && target[0] == 'Q' && (std::isupper(target[1]) || target.starts_with("Qt"));
 }
 
+/// What a file includes, and whether in quotes.
+std::vector<std::pair<std::string, bool>> Includes(std::istream&& lines) {
+    static const std::regex kInclude(R"rx(^\s*#\s*include\s*(["<])([^">]+)[">])rx");
+    std::vector<std::pair<std::string, bool>> out;
+    std::smatch match;
+    for (std::string line; std::getline(lines, line);)
+        if (line.find("include") != std::string::npos && std::regex_search(line, match, kInclude))
+            out.emplace_back(match[2], match[1] == "\"");
+    return out;
+}
+
 /// What is wrong with the includes of a file; its path and theirs begin at src/.
 std::vector<std::string> Faults(const std::string& file, std::istream&& lines) {
-    static const std::regex kInclude(R"rx(^\s*#\s*include\s*(["<])([^">]+)[">])rx");
     std::vector<std::string> out;
-    for (std::string line; std::getline(lines, line);) {
-        std::smatch match;
-        if (!std::regex_search(line, match, kInclude)) continue;
-        const std::string target = match[2];
-        const bool quoted = match[1] == "\"";
+    for (const auto& [target, quoted] : Includes(std::move(lines)))
         if (quoted ? !MayInclude(file, target) : IsQt(target) && std::regex_match(file, kNoQt)) out.push_back(target);
-    }
     return out;
+}
+
+using Units = std::map<std::string, Names>;
+
+void Reach(const Units& units, const std::string& from, Names& reached) {
+    const auto unit = units.find(from);
+    if (unit == units.end()) return;
+    for (const std::string& next : unit->second)
+        if (reached.insert(next).second) Reach(units, next, reached);
 }
 
 std::vector<std::string> SourceFiles() {
@@ -120,6 +135,21 @@ TEST(IncludeRule, EveryFolderAndRoomHasItsPlaceAndIsNoHeap) {
     }
     constexpr size_t kMostStems = 25;
     for (const auto& [room, names] : stems) EXPECT_LE(names.size(), kMostStems) << room;
+}
+
+// A header and its source are a unit. Two that belong together may know each other.
+TEST(IncludeRule, NoMoreThanTwoUnitsIncludeEachOtherInACircle) {
+    const auto unitOf = [](const std::string& file) { return file.substr(0, file.rfind('.')); };
+    Units units, reached;
+    for (const std::string& file : SourceFiles())
+        for (const auto& [target, quoted] : Includes(std::ifstream(fs::path(ZW_SOURCE_DIR "/src") / file)))
+            if (quoted && unitOf(target) != unitOf(file)) units[unitOf(file)].insert(unitOf(target));
+    for (const auto& [unit, targets] : units) Reach(units, unit, reached[unit]);
+    for (const auto& [unit, all] : reached)
+        EXPECT_LE(std::count_if(all.begin(), all.end(),
+                                [&, &name = unit](const std::string& other) { return reached[other].contains(name); }),
+                  2)
+            << unit;
 }
 
 TEST(IncludeRule, SeesWhatItForbids) {

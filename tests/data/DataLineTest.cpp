@@ -56,6 +56,7 @@ TEST_F(CL1DataLineTest, NamesThatCannotBeLoadedAreAskedForAgainAfterFiveSeconds)
     EXPECT_EQ(names.loads, 2);
     names.canLoad = true, clock.elapsedMs += 1;
     Send('Q', "Last Market Center=4", "OTHER");
+    EXPECT_EQ(store.FindSymbol("OTHER")->Quote().Text(UpdateSlot("Last Market Center")), "M4") << "its first line";
     // No further trade of the symbol is needed; a later id was no market's; what came before is named now; and no
     // further line is needed for the other table.
     ExpectCells("Trade Market Center=M5,ET Market Center=M8,MRT Market Center=,Security Type Name=EQUITY,"

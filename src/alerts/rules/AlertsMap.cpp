@@ -163,10 +163,11 @@ void CAlertsMap::InsertArmed(SSymbolAlerts& entry, size_t index) {
     const SFieldEntry* field = JudgedField(alert.fieldId);
     const uint8_t meetingResults = MeetingResults(alert.condition);
     if (alert.enabled == 0 || !field || meetingResults == 0 || std::isnan(alert.value)) return;
-    const SArmed armed{alert.value,   static_cast<uint16_t>(index), 1, StoredAs(*field), field->slot, meetingResults,
+    const SArmed armed{alert.value,      static_cast<uint16_t>(index), 1, StoredAs(*field), field->slot, meetingResults,
                        alert.noZero != 0};
     const auto groupOf = [&](const SArmed& a) { return std::pair(entry.alerts[a.index].fieldId, a.Side()); };
-    const auto [first, end] = std::ranges::equal_range(entry.armed, groupOf(armed), {}, groupOf);
+    const auto first = std::ranges::lower_bound(entry.armed, groupOf(armed), {}, groupOf);
+    const auto end = std::ranges::upper_bound(entry.armed, groupOf(armed), {}, groupOf);
     const auto place = std::upper_bound(first, end, armed, [](const SArmed& a, const SArmed& b) {
         return a.Side() == ESide::Below ? a.threshold > b.threshold : a.threshold < b.threshold;
     });

@@ -142,7 +142,7 @@ private:
     CL1SymbolRec* MergeQuote(std::string_view line, SMergeNotes& notes);
     void FinishMerge(CL1SymbolRec& record, const SMergeNotes& notes);
     void NameMarkets(CL1SymbolRec& record, const SMergeNotes& notes);
-    void NameWaitingMarkets(CL1SymbolRec& record);
+    void NameWaitingMarkets();
     void NameFundamentalCodes(CL1SymbolRec& record, unsigned carried);
     bool HaveMarkets() { return m_markets.done || LoadMarkets(); }
     bool LoadMarkets();

@@ -232,13 +232,13 @@ void CL1DataStore::NameMarkets(CL1SymbolRec& record, const SMergeNotes& notes) {
     if (waits) LoadMarkets();
 }
 
-void CL1DataStore::NameWaitingMarkets(CL1SymbolRec& record) {
-    const auto waiting = m_unnamed.find(record.Ids().id2);
-    if (waiting == m_unnamed.end()) return;
-    for (size_t i = 0; i < kTradeMarkets; ++i)
-        if (const int16_t id = waiting->second[i]; id != kNoMarket)
-            record.m_quote.SetText(kTradeMarketSlots[i], m_names->MarketName(id));
-    m_unnamed.erase(waiting);
+void CL1DataStore::NameWaitingMarkets() {
+    for (const auto& [number, ids] : m_unnamed) {
+        auto& record = static_cast<CL1SymbolRec&>(*m_byNumber.at(number));
+        for (size_t i = 0; i < kTradeMarkets; ++i)
+            if (ids[i] != kNoMarket) record.m_quote.SetText(kTradeMarketSlots[i], m_names->MarketName(ids[i]));
+    }
+    m_unnamed.clear();
 }
 
 void CL1DataStore::NameFundamentalCodes(CL1SymbolRec& record, unsigned carried) {
@@ -278,13 +278,13 @@ template <typename TLoad> bool CL1DataStore::Load(SLoad& state, TLoad load) {
     // The tables mostly come together, and nobody may ask for the other one again for long.
     if (!m_markets.done) m_markets.done = m_names->EnsureMarketsLoaded();
     if (!m_securityTypes.done) m_securityTypes.done = m_names->EnsureSecurityTypesLoaded();
-    // Data that came while the names could not be loaded has been waiting for them.
+    // Data that came while the names could not be loaded has been waiting for them; so has that of the line at hand.
+    if (m_markets.done) NameWaitingMarkets();
     m_records.ForEach([&](CL1SymbolRec& record) {
         if (!record.m_hasData) return;
         const auto known = [&](size_t slot) { return record.Fundamentals().Direction(slot) != EDirection::NeverSet; };
         const bool market = m_markets.done && known(FundamentalSlot("Listed Market"));
         const bool type = m_securityTypes.done && known(FundamentalSlot("Security Type"));
-        if (m_markets.done) NameWaitingMarkets(record);
         NameFundamentalCodes(record, (market ? kNoteListedMarket : 0u) | (type ? kNoteSecurityType : 0u));
         record.NotifyAll();
     });

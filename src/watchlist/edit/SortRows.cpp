@@ -198,8 +198,9 @@ std::vector<uint32_t> OrderByNumber(const std::vector<double>& keys, bool ascend
     std::vector<SNumberKey> spare;
     return SortedIndices(order, blockEnds, [&](std::span<SNumberKey> block) {
         SortByRank(block, spare);
-        const auto zeros = std::ranges::equal_range(block, RankOf(0, ascending), {}, &SNumberKey::rank);
-        std::ranges::reverse(zeros);
+        const uint64_t zero = RankOf(0, ascending);
+        std::reverse(std::ranges::lower_bound(block, zero, {}, &SNumberKey::rank),
+                     std::ranges::upper_bound(block, zero, {}, &SNumberKey::rank));
     });
 }
 
