@@ -134,36 +134,6 @@ TEST_F(Instrument, LinesCarryOnlyWhatChangedAndAddUpToTheSummary) {
     }
 }
 
-TEST_F(Instrument, ValuesAreWrittenAsClientsReadThem) {
-    const std::tuple<const char*, EField, std::string> cases[] = {
-        {"KO", EField::Last, "[0-9]+\\.[0-9][0-9]"},
-        {"KO", EField::PercentChange, "-?0\\.[0-9]+"},
-        {"KO", EField::LastDate, "2/2/2024"},
-        {"KO", EField::LastTime, "10:0[0-9]:[0-9][0-9]"},
-        {"KO", EField::RecentConditions, "[01][1AD]"},
-        {"NKLA", EField::RestrictedCode, "R"},
-        {"EURUSD", EField::Bid, "1\\.0[0-9][0-9][0-9][0-9]"},
-        {"IBM.D", EField::Delay, "15"},
-        {"IBM.D", EField::LastTime, "09:4[0-9]:[0-9][0-9]"},
-    };
-    for (const auto& [symbol, field, wanted] : cases) {
-        CInstrument& now = At(symbol);
-        for (int i = 0; i < 50; ++i) now.Tick();
-        CMergedRecord record;
-        record.Merge(Line('P', now, now.Present()));
-        EXPECT_THAT(record.Get(field), testing::MatchesRegex(wanted)) << symbol;
-    }
-}
-
-TEST_F(Instrument, FieldsStandInTheOrderAskedFor) {
-    const CInstrument& now = At("IBM");
-    EXPECT_EQ(Line('P', now, now.Present(), CFieldSelection("Close,No Such Field, Symbol,close,,Symbol")),
-              "P,183.70,,IBM,,,IBM,\r\n");
-    std::string many;
-    for (int i = 0; i < 5000; ++i) many += "Most Recent Trade Date,";
-    EXPECT_LT(Line('P', now, now.Present(), CFieldSelection(many)).size(), kMaxQuoteLine);
-}
-
 TEST(SessionClock, JumpsOverNightsAndWeekends) {
     CSessionClock clock(20240202);
     for (const auto& [now, text] : {std::pair<MarketMs, const char*>{0, "20240202 10:00:00"},
