@@ -13,7 +13,6 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QScreen>
-#include <QShortcut>
 
 #include <sys/stat.h>
 
@@ -176,47 +175,6 @@ TEST_F(CNoticeQueueTest, ItWaitsForTypingToPauseAndTheSoundDoesNot) {
     EXPECT_TRUE(sounds.IsPlaying());
 }
 
-// What a desktop would send to another window of the program while the notice is up.
-TEST_F(CNoticeQueueTest, OtherWindowsAreShutWhileItIsUp) {
-    QWidget other;
-    QLineEdit line(&other);
-    QPushButton button(&other);
-    button.move(0, 40);
-    QShortcut shortcut(QKeySequence(Qt::CTRL | Qt::Key_N), &other);
-    int done = 0;
-    QObject::connect(&shortcut, &QShortcut::activated, &other, [&] { ++done; });
-    QObject::connect(&button, &QPushButton::clicked, &other, [&] { ++done; });
-    other.show();
-    other.activateWindow();
-    ASSERT_TRUE(WaitUntil([&] { return other.isActiveWindow(); }));
-    Fire();
-    Shown();
-    for (const bool isUp : {true, false}) {
-        QTest::keyClicks(&line, QStringLiteral("x"));
-        QTest::keyClick(&line, Qt::Key_N, Qt::ControlModifier);
-        QTest::mouseClick(&button, Qt::LeftButton);
-        EXPECT_EQ(line.text(), isUp ? QString() : QStringLiteral("x"));
-        EXPECT_EQ(done, isUp ? 0 : 2);
-        if (!isUp) break;
-        Dismiss();
-        ASSERT_TRUE(WaitUntil([&] { return other.isActiveWindow(); })) << "the keyboard comes back";
-    }
-}
-
-TEST_F(CNoticeQueueTest, TheAlertThatFiredCanBeArmedAndTheResetNamesTheOneItChanges) {
-    target = {.resetsFired = false, .resetLine = "the first one", .taken = {}};
-    Fire();
-    CResetAlert& reset = Reset();
-    EXPECT_THAT(TextOf(reset, "target"), HasSubstr("not the one that fired:\nthe first one\n"));
-    ClickStandard(reset, QDialogButtonBox::Cancel);
-    Click(Shown(), "arm");
-    EXPECT_THAT(ended, ElementsAre("1 armed"));
-    EXPECT_THAT(owner.records, IsEmpty());
-    target.canArm = target.canReset = false;
-    Fire();
-    EXPECT_FALSE(IsEnabled(Shown(), "arm") || IsEnabled(Shown(), "reset"));
-}
-
 TEST_F(CNoticeQueueTest, ItOpensWhereTheUserPutTheLastOne) {
     settings.WriteText(kNoticePlace, "70,60");
     Fire();
@@ -225,20 +183,6 @@ TEST_F(CNoticeQueueTest, ItOpensWhereTheUserPutTheLastOne) {
     settings.WriteText(kNoticePlace, "99999,-99999");
     Fire();
     EXPECT_TRUE(Shown().screen()->availableGeometry().contains(QRect(Shown().pos(), Shown().size())));
-}
-
-TEST(NoticePlace, IsBesideTheBoardOrInACornerAndNeverOverItsMiddle) {
-    const QSize notice(460, 260);
-    const QRect screen(0, 20, 1600, 980);
-    for (const auto& [board, place] : {std::pair{QRect(0, 20, 1000, 600), QPoint(1008, 20)},    // right
-                                       std::pair{QRect(600, 100, 1000, 600), QPoint(132, 100)}, // left
-                                       std::pair{QRect(200, 20, 1300, 600), QPoint(200, 628)},  // below
-                                       std::pair{QRect(200, 400, 1300, 600), QPoint(200, 132)}, // above
-                                       std::pair{screen, QPoint(1140, 740)},                    // a corner
-                                       std::pair{QRect(), QPoint(1140, 740)}})
-        EXPECT_EQ(FirstNoticePlace(notice, board, screen), place) << board.left() << ' ' << board.top();
-    EXPECT_EQ(FirstNoticePlace(notice, screen, {0, 0, 320, 200}), QPoint(0, 0)) << "a screen that is too small";
-    for (const char* text : {"", "1,", "1,2,3", "a,b", "99999999999,1"}) EXPECT_FALSE(ReadNoticePlace(text)) << text;
 }
 
 TEST_F(CNoticeQueueTest, NothingComesOverAnOpenMenu) {

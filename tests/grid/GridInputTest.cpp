@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "grid/TestGrid.h"
 
-#include <QHelpEvent>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QToolTip>
 #include <QVBoxLayout>
-#include <QWheelEvent>
 #include <vector>
 
 using namespace vx;
@@ -17,17 +14,6 @@ namespace {
 class CGridCtrlTest : public GridTest {
 protected:
     QSignalSpy resized{&grid, &CGridCtrl::ColumnResized};
-
-    void Wheel(const QPoint& eighths, Qt::KeyboardModifiers modifiers = {}) {
-        QWheelEvent event({50, 100}, Cells()->mapToGlobal(QPointF(50, 100)), {}, eighths, Qt::NoButton, modifiers,
-                          Qt::NoScrollPhase, false);
-        QApplication::sendEvent(Cells(), &event);
-    }
-    QString TipOver(int row, int column) {
-        QHelpEvent event(QEvent::ToolTip, Middle(row, column), Cells()->mapToGlobal(Middle(row, column)));
-        QApplication::sendEvent(Cells(), &event);
-        return QToolTip::text();
-    }
 };
 
 } // namespace
@@ -150,17 +136,6 @@ TEST_F(CGridCtrlTest, TabLeavesTheGridBehindItsLastCell) {
     grid.setParent(nullptr);
 }
 
-TEST_F(CGridCtrlTest, ACellLookedForComesWellIntoView) {
-    grid.SetFocusCell(60, 8);
-    const QRect found = Geometry().VisibleCellRect(60, 8);
-    EXPECT_GT(found.top(), Cells()->height() / 3);
-    EXPECT_LT(found.bottom(), Cells()->height() * 3 / 4);
-    EXPECT_EQ(Geometry().VisibleCellRect(60, 9).width(), 80) << "with its neighbour";
-    const int scrolled = grid.verticalScrollBar()->value();
-    grid.SetFocusCell(62, 8);
-    EXPECT_EQ(grid.verticalScrollBar()->value(), scrolled) << "what can be seen stays where it is";
-}
-
 TEST_F(CGridCtrlTest, FocusAndSelectionStayOnCellsThatAreThere) {
     grid.SetFocusCell(100, 10);
     grid.SetRowCount(5);
@@ -227,28 +202,4 @@ TEST_F(CGridCtrlTest, DoubleClicksFitAColumnAndNameHeadersAndCells) {
     QTest::mouseDClick(Cells(), Qt::LeftButton, {}, Middle(3, 1));
     ASSERT_EQ(cell.size(), 1);
     EXPECT_EQ(cell[0][0].toInt(), 3);
-}
-
-TEST_F(CGridCtrlTest, TheWheelMovesRowsAndWithShiftColumns) {
-    const int rows = QApplication::wheelScrollLines();
-    Wheel({0, -120});
-    EXPECT_EQ(grid.verticalScrollBar()->value(), rows * Geometry().RowHeight());
-    for (int i = 0; i < 12; ++i) Wheel({0, 10}); // a fine wheel loses nothing
-    EXPECT_EQ(grid.verticalScrollBar()->value(), 0);
-    Wheel({0, -120}, Qt::ShiftModifier);
-    EXPECT_EQ(grid.verticalScrollBar()->value(), 0);
-    EXPECT_GT(grid.horizontalScrollBar()->value(), 0);
-}
-
-TEST_F(CGridCtrlTest, TipsExplainHeadersAndShowCutTexts) {
-    source.headerTip = "Last price <b>today</b>";
-    EXPECT_TRUE(TipOver(0, 2).contains(QStringLiteral("&lt;b&gt;"))) << "no markup from outside";
-    source.cell = [](int row, int, SCell& cell) {
-        cell.SetText(row == 1 ? "short" : "a text that its cell has to cut somewhere");
-    };
-    TipOver(1, 1);
-    EXPECT_TRUE(WaitFor([] { return !QToolTip::isVisible(); })) << "nothing is cut";
-    EXPECT_TRUE(TipOver(2, 1).contains(QStringLiteral("cut somewhere")));
-    source.cellTip = "of its own";
-    EXPECT_TRUE(TipOver(1, 1).contains(QStringLiteral("of its own")));
 }

@@ -73,19 +73,6 @@ TEST_F(CDirtyCellsTest, PaintsNothingForWhatCannotBeSeen) {
     EXPECT_EQ(Painted().passes, 0);
 }
 
-TEST_F(CDirtyCellsTest, FollowsTheScrollPositionAndTheLockedColumns) {
-    grid.SetLockedColumns(1);
-    grid.EnsureVisible(60, 10);
-    Start();
-    grid.MarkCellChanged(5, 1);
-    grid.FlushChanges();
-    EXPECT_EQ(Painted().passes, 0);
-    grid.MarkCellChanged(60, 1);
-    grid.MarkCellChanged(60, 2);
-    grid.FlushChanges();
-    EXPECT_EQ(Painted().cells, 1) << "the locked column is seen, its scrolled neighbour is not";
-}
-
 TEST_F(CDirtyCellsTest, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
     grid.SetRowCount(100'000);
     std::vector<int> values(100'001 * 11, 1234);
