@@ -61,25 +61,6 @@ TEST_F(CGridCtrlTest, FocusSelectionAndDraggedRowsPassOverHiddenOnes) {
     ExpectSelected(2, 2, 1, 2, "no row is selected that was not");
 }
 
-TEST_F(CGridCtrlTest, DraggingBeyondTheEdgeScrolls) {
-    Press(Middle(2, 2));
-    Move({Middle(2, 2).x(), Cells()->height() + 30});
-    EXPECT_TRUE(WaitFor([&] { return grid.SelectedRange().lastRow > 25; }));
-    Release(Middle(2, 2));
-    EXPECT_EQ(grid.SelectedRange().firstRow, 2);
-
-    grid.SetLockedColumns(1);
-    grid.verticalScrollBar()->setValue(0);
-    grid.horizontalScrollBar()->setValue(100);
-    Drag(Middle(3, 1), Middle(5, 1));
-    EXPECT_EQ(grid.horizontalScrollBar()->value(), 100) << "a drag among the locked columns leaves the others alone";
-    Press(Middle(3, 4));
-    Move(Middle(3, 1));
-    EXPECT_TRUE(WaitFor([&] { return grid.horizontalScrollBar()->value() == 0; }));
-    Release(Middle(3, 1));
-    ExpectSelected(3, 3, 1, 4);
-}
-
 TEST_F(CGridCtrlTest, KeysMoveTheFocusOverHiddenRowsAndColumnsAndStopAtTheEdges) {
     for (const int hidden : {3, 10}) grid.SetColumnWidth(hidden, 0);
     grid.SetHiddenRows({1, 5, 6, 99, 100});

@@ -115,19 +115,6 @@ TEST_F(CDirtyCellsTest, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
     }
 }
 
-TEST_F(CDirtyCellsTest, HiddenRowsCostNothingAndAreMarkedBesideTheirNeighbours) {
-    grid.SetHiddenRows({1, 5, 7, 8, 11, 12});
-    Start();
-    grid.MarkRowChanged(5);
-    grid.MarkCellChanged(12, 1);
-    grid.FlushChanges();
-    EXPECT_EQ(Painted().passes, 0) << "nobody sees them";
-    const QImage picture = Picture();
-    const auto mark = [&](int row) { return CountColor(picture, Place(row, 0), grid.Theme().focusIdle); };
-    for (const int row : {2, 4, 6, 10}) EXPECT_GT(mark(row), 20) << "hidden rows lie beside " << row;
-    EXPECT_EQ(mark(3), 0);
-}
-
 TEST_F(CDirtyCellsTest, LightsAChangedCellAndPutsItOut) {
     test::CFakeClock clock;
     clock.elapsedMs = 1000;

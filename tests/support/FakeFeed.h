@@ -62,13 +62,13 @@ public:
     bool open = true;
 };
 
-/// A listening window: counts its wakes and keeps the symbols of the notices that it drained.
+/// A listening window: keeps the symbols of the notices that it drained.
 class CFakeWindow : public CChangeWaker {
 public:
     explicit CFakeWindow(const CL1DataStore& store) : m_store(store) {}
 
-    void ChangesWait() override { ++wakes; }
-    void PostPaint() override { ++messages; }
+    void ChangesWait() override {}
+    void PostPaint() override {}
     void DrainNow() override {
         queue.DrainUrgent([&](const SRecordIds& notice) {
             const CSymbolRec* record = m_store.FindById(notice.id1, notice.id2);
@@ -87,8 +87,6 @@ public:
     }
 
     CChangeQueue queue{*this};
-    int wakes = 0;
-    int messages = 0;
     std::vector<std::string> changed;
     std::function<void(const CSymbolRec&)> onChange;
 
