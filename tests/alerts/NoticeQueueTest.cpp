@@ -13,6 +13,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QShortcut>
 
 #include <sys/stat.h>
 
@@ -173,6 +174,33 @@ TEST_F(CNoticeQueueTest, ItWaitsForTypingToPauseAndTheSoundDoesNot) {
     clock.elapsedMs += 1;
     Shown();
     EXPECT_TRUE(sounds.IsPlaying());
+}
+
+// What a desktop would send to another window of the program while the notice is up.
+TEST_F(CNoticeQueueTest, OtherWindowsAreShutWhileItIsUp) {
+    QWidget other;
+    QLineEdit line(&other);
+    QPushButton button(&other);
+    button.move(0, 40);
+    QShortcut shortcut(QKeySequence(Qt::CTRL | Qt::Key_N), &other);
+    int done = 0;
+    QObject::connect(&shortcut, &QShortcut::activated, &other, [&] { ++done; });
+    QObject::connect(&button, &QPushButton::clicked, &other, [&] { ++done; });
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(WaitUntil([&] { return other.isActiveWindow(); }));
+    Fire();
+    Shown();
+    for (const bool isUp : {true, false}) {
+        QTest::keyClicks(&line, QStringLiteral("x"));
+        QTest::keyClick(&line, Qt::Key_N, Qt::ControlModifier);
+        QTest::mouseClick(&button, Qt::LeftButton);
+        EXPECT_EQ(line.text(), isUp ? QString() : QStringLiteral("x"));
+        EXPECT_EQ(done, isUp ? 0 : 2);
+        if (!isUp) break;
+        Dismiss();
+        ASSERT_TRUE(WaitUntil([&] { return other.isActiveWindow(); })) << "the keyboard comes back";
+    }
 }
 
 TEST_F(CNoticeQueueTest, ItOpensWhereTheUserPutTheLastOne) {
