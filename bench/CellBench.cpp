@@ -2,11 +2,11 @@
 // Numbers into cell texts: the program's own writer beside snprintf on the same values, and whole rows of the catalogue
 // as the grid asks for them. The texts are compared before anything is timed.
 
+#include "LineGenerator.h"
 #include "data/catalogue/Catalogue.h"
 #include "data/record/NumberText.h"
 #include "data/store/L1DataStore.h"
 #include "data/text/CellText.h"
-#include "support/LineGenerator.h"
 
 #include <benchmark/benchmark.h>
 
@@ -16,6 +16,7 @@
 namespace {
 
 using namespace vx;
+using namespace vx::bench;
 using namespace vx::test;
 
 struct SNumber {

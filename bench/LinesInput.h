@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "support/LineGenerator.h"
+#include "LineGenerator.h"
 
 #include <array>
 #include <cstddef>
@@ -30,8 +30,8 @@ inline const SLines& Lines(size_t symbols) {
     static std::map<size_t, SLines> made;
     SLines& lines = made[symbols];
     if (lines.file.empty()) {
-        lines.symbols = test::CLineGenerator(symbols, kSeed).Symbols();
-        lines.file = test::GenerateFile(kLines, symbols, kSeed);
+        lines.symbols = CLineGenerator(symbols, kSeed).Symbols();
+        lines.file = GenerateFile(kLines, symbols, kSeed);
     }
     return lines;
 }

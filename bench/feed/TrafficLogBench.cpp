@@ -3,6 +3,7 @@
 // off, as it is until a user switches it on, and switched on with its file, beside the same road with the log compiled
 // out. CPU of the receiving thread alone; the writing of the file has a thread of its own.
 
+#include "LineGenerator.h"
 #include "base/Log.h"
 #include "data/store/L1DataStore.h"
 #include "feed/socket/ClientAppSocket.h"
@@ -10,7 +11,6 @@
 #include "feed/socket/FeedOwner.h"
 #include "feed/socket/Ports.h"
 #include "support/FakeCodeNames.h"
-#include "support/LineGenerator.h"
 #include "support/TempFolder.h"
 
 #include <QCoreApplication>
@@ -28,6 +28,7 @@
 #include <vector>
 
 using namespace vx;
+using namespace vx::bench;
 using namespace vx::test;
 
 namespace {

@@ -9,7 +9,7 @@
 #include "data/record/ChangeQueue.h"
 #include "data/store/L1DataStore.h"
 #include "support/Allocations.h"
-#include "support/LineGenerator.h"
+#include "support/FeedLines.h"
 
 #include <algorithm>
 #include <cmath>
@@ -170,10 +170,10 @@ TEST_F(CAlertsMapBurstTest, EveryKindOfNumberIsJudgedAsItsCellShowsIt) {
 }
 
 TEST_F(CAlertsMapBurstTest, JudgingAllocatesNothingWhileNothingFires) {
-    CLineGenerator generator(20, 7);
+    CFeedLines feed(20, 7);
     std::vector<std::string> lines;
-    for (int i = 0; i < 2000; ++i) lines.push_back(generator.Next());
-    for (const std::string& symbol : generator.Symbols()) {
+    for (int i = 0; i < 2000; ++i) lines.push_back(feed.Next());
+    for (const std::string& symbol : feed.Symbols()) {
         for (int i = 0; i < 10; ++i) Add(symbol, i % 2 == 0 ? "Last" : "Div Yield", ">", 1e12 + i);
         Watch(symbol);
     }

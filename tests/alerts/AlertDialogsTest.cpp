@@ -194,16 +194,6 @@ TEST_F(CNewAlertDlgTest, EveryColumnIsOfferedAndOneThatCannotFireSaysSo) {
     EXPECT_EQ(dialog->Alert(), Alert("Listed Market Name", 0, 1));
 }
 
-TEST_F(CNewAlertDlgTest, TheLatestHeadlineKeepsItsOperationsAndIsAnAlertOnNews) {
-    Show({.symbol = "IBM"});
-    Choose(*dialog, "fieldList", "Latest Headline");
-    Choose(*dialog, "operationList", "less than");
-    Type(*dialog, "valueBox", "3");
-    EXPECT_EQ(Complaint(), "");
-    EXPECT_EQ(dialog->FieldName(), "Latest Headline");
-    EXPECT_EQ(dialog->Alert(), Alert("News", 3, 3));
-}
-
 TEST_F(CNewAlertDlgTest, NewsLeavesOnlyTheSymbolAndTheSound) {
     Show(LastIs("12a", 2));
     const auto looks = [&](const Texts& operations, bool enabled) {
@@ -289,22 +279,6 @@ TEST_F(CAlertsDlgTest, ListsEveryAlertAndArmsByItsCheckBox) {
     symbols.clear();
     const CAlertsDlg empty(alerts, services);
     EXPECT_FALSE(IsEnabled(empty, "new"));
-}
-
-TEST_F(CAlertsDlgTest, WhatCannotFireSaysSoBesideItsCheckMark) {
-    alerts.Add("IBM", Alert("Listed Market Name", 0, 1));
-    alerts.Add("GONE", Alert("Last", 1, 1));
-    Texts states;
-    EXPECT_FALSE(Run([&](CAlertsDlg& dialog) {
-        for (const std::string& text : Column(*List(dialog).model())) {
-            const QModelIndex line = List(dialog).model()->index(static_cast<int>(states.size()), 0);
-            states.push_back(line.data(Qt::AccessibleTextRole).toString().toStdString().substr(text.size()));
-            EXPECT_EQ(line.data(Qt::ToolTipRole).toString().contains(QStringLiteral("cannot fire")),
-                      !states.back().empty());
-        }
-        dialog.reject();
-    }));
-    EXPECT_THAT(states, ElementsAre(", cannot fire: not in the list", "", "", "", ", cannot fire: no numbers", ""));
 }
 
 TEST_F(CAlertsDlgTest, EditingAFiredAlertOffersToArmIt) {

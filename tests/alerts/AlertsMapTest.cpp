@@ -78,19 +78,6 @@ TEST_F(CAlertsMapTest, EachConditionFiresExactlyWhereItSays) {
     EXPECT_EQ(alerts.ArmedCount("ODD"), 0);
 }
 
-TEST_F(CAlertsMapTest, FiringDisarmsAndZeroFiresUnlessTheAlertForbidsIt) {
-    Add("IBM", "Last", "<", 10, true);
-    Add("IBM", "Last", "<", 10);
-    EXPECT_FALSE(Fires("IBM", 0, 0.0));
-    EXPECT_FALSE(Fires("IBM", 0, -0.0));
-    EXPECT_EQ(announced["IBM"], 2);
-    EXPECT_TRUE(Fires("IBM", 0, 9.99));
-    EXPECT_EQ(alerts.Get("IBM")[0].enabled, 0u);
-    EXPECT_EQ(announced["IBM"], 1);
-    EXPECT_TRUE(Fires("IBM", 1, 0.0));
-    for (const int index : {-1, 2}) EXPECT_FALSE(Fires("IBM", index, 1)) << index;
-}
-
 TEST_F(CAlertsMapTest, OnlyArmedAlertsOfNumbersCountAsArmed) {
     for (const char* field : {"Last", "Volume", "Tick Vol", "% Chg", "Split1 Ratio"}) Add("IBM", field, ">", 1);
     for (const char* field : {"News", "T Time", "Trade Date", "Type", "Trade Aggressor", "Div Amt", "Alerts"})

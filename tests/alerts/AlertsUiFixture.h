@@ -5,10 +5,10 @@
 #include "alerts/ui/AlertDialogServices.h"
 #include "alerts/ui/AlertSoundPlayer.h"
 #include "alerts/ui/ResetAlert.h"
-#include "settings/ConfigWriter.h"
 #include "settings/Settings.h"
 #include "support/EventLoop.h"
 #include "support/Gui.h"
+#include "support/MemorySettings.h"
 #include "support/MessageBoxes.h"
 #include "support/TempFolder.h"
 
@@ -19,7 +19,6 @@
 
 #include <gmock/gmock.h>
 
-#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,20 +28,6 @@ namespace vx::test {
 using namespace testing; // Its matchers.
 
 using Texts = std::vector<std::string>;
-
-/// Settings that are nowhere but in the test.
-class CSettingsInMemory final : public CConfigWriterMux {
-public:
-    std::string ReadString(std::string_view name, std::string_view defaultText) override {
-        const auto found = texts.find(name);
-        return found == texts.end() ? std::string(defaultText) : found->second;
-    }
-    bool WriteString(std::string_view name, std::string_view text) override {
-        texts.insert_or_assign(std::string(name), std::string(text));
-        return true;
-    }
-    std::map<std::string, std::string, std::less<>> texts;
-};
 
 /// Plays nothing and remembers everything. A sound counts as ended when the test says so, and is heard until it is
 /// stopped.

@@ -203,20 +203,6 @@ TEST_F(CNoticeQueueTest, OtherWindowsAreShutWhileItIsUp) {
     }
 }
 
-TEST_F(CNoticeQueueTest, TheAlertThatFiredCanBeArmedAndTheResetNamesTheOneItChanges) {
-    target = {.resetsFired = false, .resetLine = "the first one", .taken = {}};
-    Fire();
-    CResetAlert& reset = Reset();
-    EXPECT_THAT(TextOf(reset, "target"), HasSubstr("not the one that fired:\nthe first one\n"));
-    ClickStandard(reset, QDialogButtonBox::Cancel);
-    Click(Shown(), "arm");
-    EXPECT_THAT(ended, ElementsAre("1 armed"));
-    EXPECT_THAT(owner.records, IsEmpty());
-    target.canArm = target.canReset = false;
-    Fire();
-    EXPECT_FALSE(IsEnabled(Shown(), "arm") || IsEnabled(Shown(), "reset"));
-}
-
 TEST_F(CNoticeQueueTest, ItOpensWhereTheUserPutTheLastOne) {
     settings.WriteText(kNoticePlace, "70,60");
     Fire();
@@ -225,20 +211,6 @@ TEST_F(CNoticeQueueTest, ItOpensWhereTheUserPutTheLastOne) {
     settings.WriteText(kNoticePlace, "99999,-99999");
     Fire();
     EXPECT_TRUE(Shown().screen()->availableGeometry().contains(QRect(Shown().pos(), Shown().size())));
-}
-
-TEST(NoticePlace, IsBesideTheBoardOrInACornerAndNeverOverItsMiddle) {
-    const QSize notice(460, 260);
-    const QRect screen(0, 20, 1600, 980);
-    for (const auto& [board, place] : {std::pair{QRect(0, 20, 1000, 600), QPoint(1008, 20)},    // right
-                                       std::pair{QRect(600, 100, 1000, 600), QPoint(132, 100)}, // left
-                                       std::pair{QRect(200, 20, 1300, 600), QPoint(200, 628)},  // below
-                                       std::pair{QRect(200, 400, 1300, 600), QPoint(200, 132)}, // above
-                                       std::pair{screen, QPoint(1140, 740)},                    // a corner
-                                       std::pair{QRect(), QPoint(1140, 740)}})
-        EXPECT_EQ(FirstNoticePlace(notice, board, screen), place) << board.left() << ' ' << board.top();
-    EXPECT_EQ(FirstNoticePlace(notice, screen, {0, 0, 320, 200}), QPoint(0, 0)) << "a screen that is too small";
-    for (const char* text : {"", "1,", "1,2,3", "a,b", "99999999999,1"}) EXPECT_FALSE(ReadNoticePlace(text)) << text;
 }
 
 TEST_F(CNoticeQueueTest, NothingComesOverAnOpenMenu) {

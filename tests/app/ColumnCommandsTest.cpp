@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/BoardFixture.h"
-#include "app/commands/MainMenus.h"
 #include "watchlist/dialogs/InsertColumns.h"
-#include <QToolBar>
 #include <QTreeWidget>
 
 using namespace vx;
@@ -11,7 +9,6 @@ using namespace vx::test;
 namespace {
 
 using CColumnCommandsTest = CBoardFixture;
-using CViewCommandsTest = CBoardFixture;
 using enum ECommand;
 
 } // namespace
@@ -100,18 +97,4 @@ TEST_F(CColumnCommandsTest, PresentColumnsBecomeThoseOfANewList) {
     Do(ColumnDefault);
     doc->NewDocument();
     EXPECT_EQ(Columns(), "Symbol;Tick Trend;");
-}
-
-TEST_F(CViewCommandsTest, RowNumbersAndToolBarFollowTheListAndItsUndo) {
-    const QToolBar& toolBar = frame->Menus().ToolBar();
-    Steps("ViewToolBar; ViewRowNumbers; EditUndo");
-    EXPECT_TRUE(grid->RowNumbersVisible() && toolBar.isHidden());
-    doc->Update()->Options().exporting.utf8 = true;
-    Steps("EditUndo");
-    EXPECT_FALSE(toolBar.isHidden() || doc->IsModified());
-    EXPECT_TRUE(doc->Options().exporting.utf8) << "a choice that is remembered, no edit";
-    Do(ViewShading);
-    settings.WriteBoolean(kShowShading, true);
-    doc->NewDocument();
-    EXPECT_TRUE(grid->Options().shading) << "a new list has the shading of the settings";
 }

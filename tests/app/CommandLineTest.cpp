@@ -66,20 +66,6 @@ TEST(FramePlacement, AWindowThatIsNotWhollyOnScreensIsBroughtInside) {
     EXPECT_EQ(BroughtInside({-5000, 10, 800, 600}, {}).left, -5000);
 }
 
-TEST(FramePlacement, WindowsCascadeAndStayOnTheScreen) {
-    const std::vector<SScreenArea> screens{{0, 0, 1000, 800}};
-    std::vector<QPoint> corners;
-    const auto next = [&](const SPlacement& wanted) {
-        const QRect placed = RectOf(Cascaded(wanted, corners, screens));
-        EXPECT_TRUE(QRect(0, 0, 1000, 800).contains(placed));
-        corners.push_back(placed.topLeft());
-        return corners.back();
-    };
-    EXPECT_EQ(next({500, 300, 400, 400}), QPoint(500, 300));
-    EXPECT_GT(next({500, 300, 400, 400}).x(), 500);
-    for (int i = 0; i < 40; ++i) next({500, 300, 400, 400});
-}
-
 TEST(CFeedHealth, ASilentFeedIsNoQuietMarket) {
     CFeedHealth health(1000);
     const auto at = [&](int64_t ms) {

@@ -172,17 +172,6 @@ TEST_F(CWindowDeskTest, SavingTheWorkspaceReachesEveryWindowAndForgetsThoseThatA
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 }
 
-TEST_F(CWindowDeskTest, AWorkspaceThatCannotBeWrittenIsSaidByEachWindow) {
-    Frame();
-    Store("any", "value");
-    std::filesystem::remove(At("zantrel/registry.txt"));
-    std::filesystem::create_directory(At("zantrel/registry.txt"));
-    Do(ECommand::SaveWorkspace);
-    TurnEventLoop(2);
-    EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Unable to open workspace with name zantrel-watchlist 1 in application "
-                                               "Zantrel Watchlist. Error:31"));
-}
-
 TEST_F(CWindowDeskTest, TheWorkspaceIsOpenedWithoutAShellButForWhatIsOpenOrGone) {
     Frame();
     const std::string odd = ListAt("A $HOME; `id` \"B\"\n.vxw"), here = ListAt("Here.vxw"), there = ListAt("There.vxw");

@@ -85,14 +85,6 @@ TEST_F(CClipboardCommandsTest, APasteIsSelectedSeenAndSaysWhatWasThereAlready) {
     EXPECT_TRUE(WaitUntil([&] { return Status() == doc->StatusText(); }));
 }
 
-TEST_F(CClipboardCommandsTest, AVeryLargeTextIsRefused) {
-    Rows(QStringLiteral("IBM"));
-    Copy(QString((4 << 20) + 1, QLatin1Char('A')));
-    Do(EditPaste);
-    EXPECT_THAT(boxes.TakeTexts(), ElementsAre(HasSubstr("at most 4 MB")));
-    EXPECT_EQ(Board(), "IBM");
-}
-
 TEST_F(CRowCommandsTest, RowsAndGroupsMoveByKeysAndDragWithWhatIsSelected) {
     Rows(QStringLiteral("A\nB\nC\nD"));
     Script({{"rows 2-3; Alt+Up", "B|C|A|D"}});

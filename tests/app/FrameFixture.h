@@ -105,9 +105,6 @@ protected:
     template <class T> T& Child(const char* name) const { return Named<T>(*frame, name); }
     std::string Pane(const char* name) const { return Child<QLabel>(name).text().toStdString(); }
     std::string Status() const { return Pane("paneStatus"); }
-    bool IsPlaced() const {
-        return WaitUntil([&] { return !frame->findChild<QTimer*>(QStringLiteral("placeTimer"))->isActive(); });
-    }
 
     SCell Cell(int row, int column) const {
         SCell cell;

@@ -6,8 +6,6 @@
 #include "news/NewsMap.h"
 
 #include <QPlainTextEdit>
-#include <QPointer>
-#include <QWindow>
 
 #include <fmt/format.h>
 
@@ -35,7 +33,6 @@ protected:
         }));
         return before;
     }
-    QRect Place() const { return {frame->pos(), frame->size()}; }
 };
 
 } // namespace
@@ -158,19 +155,4 @@ TEST_F(CMainFrameTest, AConnectionThatEndsIsShownAndARestartOffered) {
     doc->Update()->EnterSymbol(2, "MSFT");
     EXPECT_EQ(Notice(2), "not watched: no connection to the feed client");
     EXPECT_EQ(Notice(1), "") << "it shows its last values";
-}
-
-TEST_F(CMainFrameTest, AlwaysOnTopKeepsTheWindowsPlaceAndIsKept) {
-    Frame().ShowPlaced();
-    ASSERT_TRUE(IsPlaced());
-    frame->move(40, 50);
-    frame->resize(700, 400);
-    const QPointer<QWindow> window = frame->windowHandle();
-    Do(ECommand::AlwaysOnTop);
-    EXPECT_TRUE(window) << "the windows that belong to it would fall behind a new one";
-    EXPECT_TRUE(frame->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
-    EXPECT_EQ(Place(), QRect(40, 50, 700, 400));
-    frame->close();
-    EXPECT_TRUE(settings.ReadBoolean(kAlwaysOnTop));
-    EXPECT_EQ(settings.ReadInteger(kRectWidth), 700);
 }

@@ -68,23 +68,6 @@ TEST_F(COrderCommandsTest, ASelectionFollowsItsRowsWhileTheyAreTogetherElseTheRo
     EXPECT_EQ(grid->SelectedRange(), (SGridRange{1, grid->RowCount(), 1, 1}));
 }
 
-TEST_F(COrderCommandsTest, AmongHiddenRowsNothingIsSelectedThatWasNot) {
-    struct SCase {
-        const char* rows;
-        int hidden, last; ///< Selected from row 1 on.
-        const char *selected, *why;
-    };
-    for (const SCase& each : {SCase{"D\nC\nB\nA\nE", 2, 3, "BD focus D", "C was hidden among them before"},
-                              {"D\nB\nC\nA\nE", 3, 2, "D focus D", "the hidden C came between them"},
-                              {"B\nE\nC\nA\nD", 2, 3, "BC focus B", "the hidden E went elsewhere"}}) {
-        List(QString::fromLatin1(each.rows));
-        doc->SetRowsHidden({each.hidden}, true);
-        grid->SelectRange({1, each.last, 1, 1});
-        Tick();
-        EXPECT_EQ(Selected(), each.selected) << each.why;
-    }
-}
-
 TEST_F(COrderCommandsTest, AKeyHoldsTheOrderUntilItIsPressedAgain) {
     Rows(QStringLiteral("B\nA"));
     EXPECT_FALSE(IsEnabled(SortHold)) << "without auto sort there is nothing to hold";

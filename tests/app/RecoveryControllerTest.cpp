@@ -123,17 +123,6 @@ TEST_F(CRecoveryControllerTest, AnOpenEditorIsKeptTooUntilTheUserDoesNotWantToSa
     EXPECT_THAT(Kept(), IsEmpty());
 }
 
-TEST_F(CRecoveryControllerTest, TheUserHearsOnceThatNothingCanBeKept) {
-    Frame();
-    std::filesystem::create_directories(At("zantrel"));
-    WriteFile(At("zantrel/recovery"), "in the way of the folder");
-    Enter(1, "ibm");
-    frame->Recovery().KeepNow();
-    for (int i = 0; i < 3; ++i) frame->Recovery().Poll();
-    TurnEventLoop(3);
-    EXPECT_THAT(boxes.TakeTexts(), ElementsAre(StartsWith("Unsaved changes cannot be kept in")));
-}
-
 TEST_F(CRecoveryControllerTest, ASignalEndsTheProgramWithoutAQuestionAndTheChangesAreKeptAndResumed) {
     LoseRun(At("Banks.vxw"), {"IBM"});
     for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {

@@ -125,21 +125,6 @@ TEST_F(CWatchlistCellsTest, TheSymbolSaysThatItsRowHasANoteAndAlerts) {
     EXPECT_THAT(Tip(2, "Symbol"), EndsWith("equal to 4\nand 4 more that fired or are off"));
 }
 
-TEST_F(CWatchlistCellsTest, NotesOfHeadingsAndEmptyRowsAreSeenToo) {
-    doc->Update()->Notes().Set(3, "of the heading");
-    doc->Update()->Notes().Set(7, "of a row");
-    doc->Update()->Columns();
-    EXPECT_EQ(grid->ShownText(3, 1), "\xB6 Heading of some length");
-    EXPECT_EQ(grid->EditText(3, 1), "Heading of some length");
-    EXPECT_EQ(Tip(3, "Bid"), "Heading of some length\nof the heading");
-    EXPECT_EQ(Shown(7, "Notes"), "\xB6 of a row");
-    EXPECT_EQ(Tip(7, "Symbol"), "Note: of a row");
-    grid->SetFocusCell(7, ColumnOf("Notes"));
-    Do(ECommand::EditDelete);
-    EXPECT_FALSE(doc->Notes().Has(7));
-    EXPECT_EQ(grid->RowCount(), 4);
-}
-
 TEST_F(CWatchlistCellsTest, ADoubleClickOpensWhatACellStandsFor) {
     std::vector<ECommand> opened;
     for (const ECommand command : {ECommand::AlertsEdit, ECommand::EditNote, ECommand::Headlines})

@@ -103,23 +103,6 @@ TEST(LogProcess, EarlyEventsComeFirstAndTheEndOfTheProgramLosesNone) {
     EXPECT_THAT(lines[1001], HasSubstr(" late"));
 }
 
-TEST(LogFile, FilesOfDaysToComeDoNotRemoveTodays) {
-    const CTempFolder folder;
-    for (int day = 1; day <= 5; ++day)
-        WriteFile(folder / ("zantrel-2031-01-0" + std::to_string(day) + ".log"), "early\n");
-    WriteFile(folder / "zantrel-2023-12-01.log", "old\n");
-    CLogFile file(folder.Path(), 1000, 2);
-    for (int day = 30; day <= 31; ++day) {
-        const SLogDay today{2024, 1, day};
-        ASSERT_EQ(file.Open(today), 0);
-        file.Append(today, "today");
-        file.Flush();
-        EXPECT_EQ(ReadFile(folder / ("zantrel-2024-01-" + std::to_string(day) + ".log")), "today\n");
-    }
-    EXPECT_THAT(folder.Files("zantrel-2031"), SizeIs(5));
-    EXPECT_THAT(folder.Files("zantrel-202"), testing::ElementsAre("zantrel-2024-01-30.log", "zantrel-2024-01-31.log"));
-}
-
 TEST(LogFile, TwoProgramsShareAFolderAndAThirdGoesOnWhereTheyStopped) {
     const CTempFolder folder;
     const SLogDay day{2024, 1, 31};

@@ -64,38 +64,3 @@ TEST(CLineCutter, ALineThatIsTooLongIsCutAndToldOnce) {
     cutter.End();
     EXPECT_EQ(cutter.Next()->text, "next");
 }
-
-TEST(ReadCommandLine, TakesValuesByItsTableAndKeepsWhatItDoesNotKnow) {
-    struct SRead {
-        bool on = false;
-        std::string text, part;
-        uint64_t number = 0;
-        SCommandLine line;
-    };
-    const auto read = [](std::vector<std::string> arguments, EDashes dashes = EDashes::OneOrTwo) {
-        SRead out;
-        const auto keep = [&](uint64_t value) { out.number = value; };
-        const SCommandOption options[] = {{"--on", "", "turns it on", Flag(out.on)},
-                                          {"-text", "T", "any text", TextValue(out.text, {})},
-                                          {"--number", "N", "a number", WholeNumber(1, 10, keep)},
-                                          {"--part", "P", "", TextValue(out.part, "a part"), "all"},
-                                          {"-h", "", "", Flag(out.on)}};
-        out.line = ReadCommandLine(arguments, options, dashes);
-        EXPECT_EQ(OptionsHelp(options), "  --on        turns it on\n  -text T     any text\n  --number N  a number\n");
-        return out;
-    };
-    const SRead all = read({"one", "-ON", "--Text", "a=b", "--number=7", "-", "-x=3", "--part", "--text"});
-    EXPECT_TRUE(all.on);
-    EXPECT_EQ(all.text + all.part, "a=ball");
-    EXPECT_EQ(all.number, 7u);
-    EXPECT_THAT(all.line.others, ElementsAre("one", "-"));
-    EXPECT_THAT(all.line.unknown, ElementsAre("-x=3", "--text"));
-    const std::pair<std::vector<std::string>, const char*> wrong[] = {
-        {{"--number", "-1", "--on=1"}, "--number: \"-1\" is not a whole number from 1 to 10"},
-        {{"--number", "--on"}, "--number needs a value: a whole number from 1 to 10"},
-        {{"--on=1"}, "--on takes no value"}};
-    for (const auto& [arguments, error] : wrong) EXPECT_EQ(read(arguments).line.error, error);
-    const SRead two = read({"-on", "-h", "-part", "x"}, EDashes::Two);
-    EXPECT_TRUE(two.on) << "by -h";
-    EXPECT_THAT(two.line.unknown, ElementsAre("-on", "-part"));
-}

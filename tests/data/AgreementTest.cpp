@@ -55,9 +55,9 @@ protected:
 } // namespace
 
 TEST_P(Agreement, OnRealisticLinesTheStoreIsThePlainModel) {
-    CLineGenerator generator(200, 1);
-    CSideBySide both(*GetParam(), generator.Symbols());
-    for (int i = 0; i < 15000; ++i) both.Feed(generator.Next());
+    CFeedLines feed(200, 1);
+    CSideBySide both(*GetParam(), feed.Symbols());
+    for (int i = 0; i < 15000; ++i) both.Feed(feed.Next());
     EXPECT_EQ(both.Difference(), "");
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/Allocations.h"
 #include "support/FakeFeed.h"
-#include "support/LineGenerator.h"
+#include "support/FeedLines.h"
 
 #include <gtest/gtest.h>
 
@@ -12,14 +12,14 @@ namespace {
 
 /// Runs the same lines twice; the second time every text and queue has found its size.
 size_t AllocationsOfSecondRun(const SMergeKernel& kernel) {
-    CLineGenerator generator(100, 7);
+    CFeedLines feed(100, 7);
     std::vector<std::string> lines;
-    for (int i = 0; i < 20000; ++i) lines.push_back(generator.Next());
+    for (int i = 0; i < 20000; ++i) lines.push_back(feed.Next());
     CFakeCodeNames names;
     CL1DataStore store(kernel);
     CFakeWindow window(store);
     store.SetCodeNames(&names);
-    for (const std::string& symbol : generator.Symbols()) {
+    for (const std::string& symbol : feed.Symbols()) {
         store.Watch(symbol, window.queue);
         store.SetHistoryLimit(symbol, 500);
     }

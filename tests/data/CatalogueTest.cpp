@@ -51,12 +51,3 @@ TEST(Catalogue, NamesAreDistinctAndFitTheirRecords) {
         EXPECT_EQ(&entry, FindField(entry.name));
     }
 }
-
-TEST(Catalogue, NamesAreMatchedExactlyAndHavePlaces) {
-    for (const char* name : {"% chg", "%Chg", "% Chg ", "", "Session Close Time", "ET Change"})
-        EXPECT_EQ(FieldIndex(name), kNoField) << name;
-    EXPECT_NE(FieldIndex("Sesson Close Time"), kNoField);
-    const std::pair<const char*, std::optional<int>> places[] = {
-        {"MRT Price", 4}, {"Bid Chg", 2}, {"ET Chg", {}}, {"last", {}}};
-    for (const auto& [name, decimals] : places) EXPECT_EQ(CDataInfo::DecimalPlaces(name), decimals) << name;
-}

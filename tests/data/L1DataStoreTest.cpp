@@ -21,20 +21,6 @@ struct CL1DataStoreTest : testing::Test, CFakeFeed {
 
 } // namespace
 
-TEST_F(CL1DataStoreTest, AsksTheFeedForASymbolOnceHoweverManyListen) {
-    CFakeWindow other{store};
-    Watch("IBM"), Watch("IBM");
-    store.Watch("IBM", other.queue);
-    EXPECT_THAT(port.TakeSent(), ElementsAre("wIBM\n"));
-
-    Unwatch("IBM");
-    EXPECT_THAT(port.TakeSent(), IsEmpty());
-    Unwatch("IBM");
-    store.Unwatch("IBM", other.queue);
-    EXPECT_THAT(port.TakeSent(), ElementsAre("rIBM\n"));
-    EXPECT_EQ(store.Find("IBM"), nullptr);
-}
-
 TEST_F(CL1DataStoreTest, TellsEveryListenerAtOnceWhenOneJoins) {
     CFakeWindow other{store};
     Watch("IBM");
@@ -100,38 +86,6 @@ TEST_F(CL1DataStoreTest, WatchesThatDidNotGoOutGoOnceTheConnectionOpensInTheOrde
     EXPECT_EQ(port.TakeSent(), wanted);
 }
 
-TEST_F(CL1DataStoreTest, NoticesOfOneRecordMergeUntilTheWindowDrains) {
-    Watch("IBM");
-    window.TakeChanged();
-    window.wakes = 0;
-    for (int i = 0; i < 1000; ++i) Update("Last=1");
-    EXPECT_EQ(window.wakes, 1);
-    EXPECT_THAT(window.TakeChanged(), ElementsAre("IBM"));
-    Update("Last=2");
-    EXPECT_EQ(window.wakes, 2);
-    Unwatch("IBM");
-    EXPECT_THAT(window.TakeChanged(), ElementsAre("(gone)"));
-}
-
-TEST_F(CL1DataStoreTest, WithAnArmedAlertEveryValueReachesTheListenersAndOneMessageIsPosted) {
-    Watch("IBM"), Watch("ABC");
-    std::vector<double> seen;
-    window.onChange = [&](const CSymbolRec& record) {
-        seen.push_back(record.Base().Quote().Number(UpdateSlot("Last")));
-    };
-    store.SetArmedAlerts("IBM", 2);
-    for (const char* last : {"Last=1", "Last=2", "Last=3"}) Update(last);
-    window.DrainNow();
-    EXPECT_THAT(seen, ElementsAre(1, 2, 3));
-    EXPECT_EQ(window.messages, 1);
-    store.SetArmedAlerts("IBM", 0);
-    for (const char* last : {"Last=4", "Last=5"}) Update(last);
-    window.DrainNow();
-    EXPECT_EQ(seen.size(), 3u) << "nothing is urgent any more";
-    EXPECT_EQ(window.messages, 1);
-    EXPECT_THAT(window.TakeChanged(), ElementsAre("IBM", "ABC"));
-}
-
 TEST_F(CL1DataStoreTest, ASymbolMayBeUnwatchedWhileItsAlertsAreDrained) {
     Watch("IBM");
     store.SetArmedAlerts("IBM", 1);
@@ -166,17 +120,6 @@ TEST_F(CL1DataStoreTest, RecordsThatNobodyWatchesAreBoundedByTheirBytesTooAndThe
     EXPECT_NE(store.Find("T8999"), nullptr);
     EXPECT_NE(store.Find("IBM"), nullptr);
     EXPECT_THAT(log.texts, testing::SizeIs(1));
-}
-
-TEST_F(CL1DataStoreTest, AnUnknownSymbolIsForgottenWithoutTellingTheFeedAndCanBeAskedForAgain) {
-    Watch("IBM"), Watch("IBM--X");
-    const SRecordIds ids = store.Find("IBM--X")->Ids();
-    port.TakeSent();
-    store.Forget("IBM");
-    EXPECT_EQ(store.FindById(ids.id1, ids.id2), nullptr);
-    EXPECT_THAT(port.TakeSent(), IsEmpty());
-    Watch("IBM");
-    EXPECT_THAT(port.TakeSent(), ElementsAre("wIBM\n"));
 }
 
 TEST_F(CL1DataStoreTest, RefusesWhatCannotBeASymbolAndDropsLinesWithoutOneOrOfOtherKinds) {

@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/fields/QuoteFields.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
 #include <cstdint>
 #include <deque>
 #include <map>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace vx::test {
 
@@ -22,14 +28,45 @@ public:
     };
 
     /// Another connection: nothing is watched on it yet.
-    void Reconnect();
+    void Reconnect() {
+        watched.clear();
+        left.clear();
+        heard.clear();
+        lines.clear();
+        deaf = 0;
+        m_sent.clear();
+    }
     /// What a send returns: the bytes taken, -1 for none.
-    int Take(std::string_view command);
+    int Take(std::string_view command) {
+        const size_t verb = command.find_first_not_of('\n');
+        const std::string symbol(command.substr(verb + 1, command.find_last_not_of('\n') - verb));
+        if (command[verb] == 'r') heard.erase(symbol);
+        size_t taken = command.size();
+        if (deaf > 0) {
+            --deaf;
+            missed = true;
+            taken = cuts ? taken / 2 : 0;
+            if (command[verb] == 'r' && watched.contains(symbol)) left.insert(symbol);
+        }
+        for (const char c : command.substr(0, taken))
+            if (c != '\n')
+                m_sent += c;
+            else
+                Obey(std::exchange(m_sent, {}));
+        return taken > 0 ? static_cast<int>(taken) : -1;
+    }
     /// A value of the market changes; a line says so when the symbol is watched.
-    void Set(const std::string& symbol, std::string_view field, int value);
+    void Set(const std::string& symbol, std::string_view field, int value) {
+        market[symbol][field] = std::to_string(value);
+        if (watched.contains(symbol)) Say('Q', symbol, {{field, market[symbol][field]}});
+    }
     /// All values of all watched symbols, as after a break.
-    void Summarise();
-    std::string StatusLine(std::string_view status) const;
+    void Summarise() {
+        for (const std::string& symbol : watched) Say('P', symbol, market[symbol]);
+    }
+    std::string StatusLine(std::string_view status) const {
+        return fmt::format("S,STATS,,,{},{},,,,,,,{},,,,,,,,,", limit, watched.size(), status);
+    }
 
     std::map<std::string, Quote> market;
     std::set<std::string> watched;
@@ -42,8 +79,35 @@ public:
     bool missed = false; ///< A send was not taken whole.
 
 private:
-    void Obey(const std::string& command);
-    void Say(char kind, const std::string& symbol, const Quote& quote, bool rejects = false);
+    void Obey(const std::string& command) {
+        const std::string symbol = command.substr(std::min<size_t>(command.size(), 1));
+        if (symbol.empty() || (command.front() != 'w' && command.front() != 'r')) return;
+        left.erase(symbol);
+        if (command.front() == 'r') {
+            watched.erase(symbol);
+        } else if (!market.contains(symbol)) {
+            // Feed clients say it in either way.
+            if (symbol.back() % 2 == 0)
+                Say('P', symbol, {{"Last", "Not Found"}}, true);
+            else
+                lines.push_back({"n," + symbol, symbol, {}, true});
+        } else if (watched.size() >= limit && !watched.contains(symbol)) {
+            lines.push_back({"S,SYMBOL LIMIT REACHED," + symbol, {}, {}, false});
+        } else {
+            watched.insert(symbol);
+            Say('F', symbol, {});
+            Say('P', symbol, market[symbol]);
+        }
+    }
+    void Say(char kind, const std::string& symbol, const Quote& quote, bool rejects = false) {
+        std::string text = fmt::format("{},{},", kind, symbol);
+        for (size_t slot = 1; slot < kUpdateFieldCount && !quote.empty(); ++slot) {
+            const auto value = quote.find(kUpdateFields[slot].name);
+            if (value != quote.end()) text += value->second;
+            text += ',';
+        }
+        lines.push_back({std::move(text), symbol, quote, rejects});
+    }
 
     std::string m_sent; ///< The beginning of a command.
 };

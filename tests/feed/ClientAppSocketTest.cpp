@@ -50,14 +50,6 @@ TEST_F(CZantrelClientAppSocketTest, TheFirstByteChoosesTheHandler) {
     EXPECT_THAT(owner.updates, ElementsAre("Q,IBM,\xE9"));
 }
 
-TEST_F(CZantrelClientAppSocketTest, SaysTheHandshakeThatItHasInOrder) {
-    CScriptedPort port;
-    socket.SetHandshake({"6.2", "VxWatchlist", "Symbol,Last\n", "x\ny\n"});
-    socket.Connect("127.0.0.1", port.Number());
-    EXPECT_TRUE(port.Heard("S,SET PROTOCOL,6.2\nS,SET CLIENT NAME,VxWatchlist\n"
-                           "S,SELECT UPDATE FIELDS,Symbol,Last\n\nx\ny\n"));
-}
-
 TEST_F(CZantrelClientAppSocketTest, AFailedConnectIsTriedAgainAndThenShownOnce) {
     socket.SetHandshake({"6.2", "VxWatchlist", "", ""});
     socket.Connect("127.0.0.1", FreePort());

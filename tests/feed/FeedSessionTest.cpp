@@ -109,17 +109,6 @@ TEST_F(CFeedSessionTest, AllOfAStatusLineIsKept) {
     EXPECT_THAT(stats.fields15To20, ElementsAre(1.5, 0, -2, 1000, 0, 7));
 }
 
-TEST_F(CFeedSessionTest, TheReadyLineOpensTheCommandsAndAsksForNews) {
-    EXPECT_EQ(session.Level1Commands().Send("wIBM\n"), -1);
-    BringUpReady();
-    EXPECT_TRUE(session.Level1Commands().IsOpen());
-    EXPECT_EQ(session.Level1Commands().Send("wIBM\n"), 5);
-    feed.lookup.Says("S,anything S,IP, here\n");
-    EXPECT_TRUE(feed.level1.Heard(kLevel1Hello + "S,NEWSON\r\nwIBM\nS,NEWSON\r\n"));
-    feed.level1.HangsUp();
-    EXPECT_TRUE(WaitUntil([&] { return !session.Level1Commands().IsOpen(); }));
-}
-
 TEST_F(CFeedSessionTest, RefusedSymbolsAreWatchedAgainWhenThereIsRoom) {
     BringUpReady();
     const std::string before = feed.level1.HeardSoFar();

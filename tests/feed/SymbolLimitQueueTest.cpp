@@ -36,20 +36,6 @@ struct CSymbolLimitQueueTest : testing::Test {
 
 } // namespace
 
-TEST_F(CSymbolLimitQueueTest, SendsAsManyAsThereIsRoomForOnceTheFeedIsThere) {
-    Refuse({"A", "B", "C"});
-    EXPECT_EQ(Pump(10, 0, "Not Connected") + Pump(10, 0, "Connected", false) + Pump(0, 0) + Pump(10, 4294967295u), 0u);
-    EXPECT_THAT(queue.Pending(), ElementsAre("A", "B", "C"));
-    EXPECT_EQ(Pump(10, 8), 2u);
-    EXPECT_THAT(sent, ElementsAre("wA\n", "wB\n"));
-    EXPECT_THAT(queue.Pending(), ElementsAre("C"));
-    EXPECT_EQ(Pump(10, 8), 0u) << "those on their way take room";
-    queue.Arrived("A");
-    EXPECT_EQ(Pump(10, 8), 1u);
-    EXPECT_THAT(queue.Awaiting(), ElementsAre("B", "C"));
-    EXPECT_THAT(queue.Pending(), IsEmpty());
-}
-
 TEST_F(CSymbolLimitQueueTest, ASendThatFailsKeepsTheSymbolAndAShortOneDropsIt) {
     Refuse({"A", "B"});
     shortBy = 3;
@@ -60,17 +46,6 @@ TEST_F(CSymbolLimitQueueTest, ASendThatFailsKeepsTheSymbolAndAShortOneDropsIt) {
     EXPECT_THAT(sent, ElementsAre("wA\n", "wA\n"));
     EXPECT_THAT(queue.Pending(), ElementsAre("B"));
     EXPECT_THAT(queue.Awaiting(), IsEmpty());
-}
-
-TEST_F(CSymbolLimitQueueTest, ARefusedSymbolIsNoLongerAwaitedAndAForgottenOneIsGone) {
-    Refuse({"ABC", "ABC", "X"});
-    Pump(10, 8);
-    ASSERT_THAT(queue.Awaiting(), ElementsAre("ABC", "ABC"));
-    queue.Refused("ABC", true);
-    EXPECT_THAT(queue.Awaiting(), IsEmpty());
-    EXPECT_THAT(queue.Pending(), ElementsAre("X", "ABC"));
-    queue.Forget("ABC");
-    EXPECT_THAT(queue.Pending(), ElementsAre("X"));
 }
 
 TEST_F(CSymbolLimitQueueTest, IsBoundedWhateverTheFeedClientRefuses) {

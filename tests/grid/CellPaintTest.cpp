@@ -50,33 +50,12 @@ TEST_F(CGridPainterTest, EachRoleHasItsColour) {
             }
 }
 
-TEST_F(CGridPainterTest, ARowsNoticeIsDrawnOverItsWidestRunOfEmptyCells) {
-    source.notice = [](int row, SCell& cell) {
-        cell.SetText("waiting for room");
-        cell.role = ETextRole::Stale;
-        return row == 3;
-    };
-    source.cell = [](int, int column, SCell& cell) {
-        if (column == 2) cell.SetText("7");
-    };
-    const auto ink = [&](int row, int column) {
-        return CountColor(Picture(3), Place(row, column, 3), kLightGridTheme.stale);
-    };
-    EXPECT_GT(ink(3, 3), 0);
-    EXPECT_GT(ink(3, 4), 0) << "it runs on over the next cell";
-    EXPECT_EQ(ink(3, 1) + ink(3, 2) + ink(4, 3), 0);
-    grid.SetColumnWidth(1, 300);
-    EXPECT_GT(ink(3, 1), 0);
-}
-
 TEST_F(CGridPainterTest, MarksStandBesideTheTextAndDifferInShape) {
     uint8_t marks = 0;
-    int32_t background = kAutomaticColor;
     source.cell = [&](int row, int column, SCell& cell) {
         if (row != 3 || column != 2) return;
         cell.SetText("IBM");
         cell.marks = marks;
-        cell.background = background;
     };
     const QRect cell = Place(3, 2, 2);
     const auto ink = [&](uint8_t shown, QRgb color) {
@@ -93,12 +72,6 @@ TEST_F(CGridPainterTest, MarksStandBesideTheTextAndDifferInShape) {
         EXPECT_GT(dot, ring + 32) << "one is filled, the other is not";
         EXPECT_EQ(ink(kNoteMark | kArmedMark | kFiredMark, colours.alert), ring + dot) << "none covers another";
         EXPECT_EQ(ink(kNoteMark | kArmedMark | kFiredMark, colours.focus), note);
-        background = 0x0953B4; // The light theme's colour of alerts.
-        EXPECT_GT(ink(kFiredMark, 0xFF000000) + ink(kFiredMark, 0xFFFFFFFF) + ink(kFiredMark, kLightGridTheme.text) +
-                      ink(kFiredMark, kDarkGridTheme.text),
-                  ring)
-            << "on a background on which its colour cannot be seen";
-        background = kAutomaticColor;
     }
 }
 
@@ -122,18 +95,6 @@ TEST_F(CGridPainterTest, TheTickTrendIsDrawnAsArrowsAndDots) {
         EXPECT_GT(CountColor(picture, Place(6, 2, 2), color), 0);
         EXPECT_EQ(CountColor(picture, Place(7, 2, 2), color), 0) << "only in cells that are fed";
     }
-}
-
-TEST_F(CGridPainterTest, TextStandsWhereItsAlignmentSaysAndNumbersNeverMove) {
-    const int width = 80;
-    Show("HH", EAlign::Center);
-    EXPECT_NEAR((Ink().first + Ink().second) / 2, width / 2, 3);
-    Show("HH", EAlign::Right);
-    EXPECT_GT(Ink().first, 2 * width / 3);
-    EXPECT_GT(width - Ink().second, CGridPainter::kTextPadding);
-    CGridFonts fonts;
-    for (const double scale : {1.0, 1.25, 2.0})
-        EXPECT_EQ(fonts.Atlas(0, scale).TextWidth("1111.11"), fonts.Atlas(0, scale).TextWidth("4638.09"));
 }
 
 TEST_F(CGridPainterTest, ACutTextShowsItsBeginningAndAFittedColumnCutsNothing) {
@@ -168,16 +129,6 @@ TEST_F(CGridPainterTest, ASpanningRowIsOneTextWithoutColumnLines) {
     EXPECT_EQ(Picture().copy(row), picture.copy(row)) << "and stays to be read when columns scroll";
 }
 
-TEST_F(CGridPainterTest, GridLinesAndShadingFollowTheOptions) {
-    const auto lines = [&] { return CountColor(Picture(), Place(4, 2), grid.Theme().gridLine); };
-    const auto shade = [&](int row) { return CountColor(Picture(), Place(row, 2), grid.Theme().shade); };
-    EXPECT_EQ(lines(), 80 + Geometry().RowHeight() - 1);
-    EXPECT_GT(shade(4), 500);
-    EXPECT_EQ(shade(5), 0);
-    grid.ApplyViewSettings(false, false, true, true);
-    EXPECT_EQ(lines() + shade(4), 0);
-}
-
 TEST_F(CGridPainterTest, FocusSelectionAndMarksAreSeen) {
     const QRgb selected = grid.Theme().selected;
     source.span = [](int row, SCell&) { return row == 3; };
@@ -197,33 +148,6 @@ TEST_F(CGridPainterTest, FocusSelectionAndMarksAreSeen) {
     EXPECT_NEAR(CountColor(picture, {Place(5, 2).topLeft(), QSize(80, 1)}, grid.Theme().focus), 40, 6);
     grid.SetMarkedRange({});
     EXPECT_EQ(CountColor(Picture(), Place(5, 2), grid.Theme().focus), 0);
-}
-
-TEST_F(CGridPainterTest, TheHeaderShowsTheSortedColumnAndWhereColumnsAreHidden) {
-    source.header = [](int, SCell& cell) {
-        cell.SetText("Headline");
-        cell.align = EAlign::Right;
-    };
-    const QRect mark(2 * Place(0, 2).right() - 2 * CGridPainter::kSortMarkRoom, 0, 20, 2 * Geometry().HeaderHeight());
-    const auto standsOnItsTip = [&] {
-        const QImage picture = Picture(2);
-        std::vector<int> widths;
-        for (int y = 0; y < mark.height(); ++y)
-            if (const int width = CountColor(picture, {mark.x(), y, mark.width(), 1}, grid.Theme().headerText))
-                widths.push_back(width);
-        return widths.size() > 5 && widths.front() > widths.back();
-    };
-    grid.SetSortMark(2, ESortMark::Ascending);
-    EXPECT_FALSE(standsOnItsTip());
-    grid.SetSortMark(2, ESortMark::Descending);
-    EXPECT_TRUE(standsOnItsTip());
-
-    const auto hiddenMark = [&](int column) { return CountColor(Picture(), Place(0, column), grid.Theme().focusIdle); };
-    EXPECT_EQ(hiddenMark(2), 0);
-    grid.SetColumnWidth(3, 0);
-    EXPECT_EQ(hiddenMark(2), 2 * (Geometry().HeaderHeight() - 1));
-    grid.SetColumnWidth(1, 0);
-    EXPECT_GT(hiddenMark(0), 0) << "beside the row numbers";
 }
 
 TEST_F(CGridPainterTest, AChosenBackgroundIsPaintedAndItsTextCanBeRead) {
@@ -274,15 +198,4 @@ TEST_F(CGridPainterTest, WithoutRowsColumnsOrSourceNothingIsBroken) {
     grid.SetRowCount(5);
     grid.SetColumnCount(3);
     EXPECT_GT(CountColor(Picture(), Place(3, 2), grid.Theme().base), 500);
-}
-
-TEST_F(CGridPainterTest, TheThemeFollowsTheDesktopUnlessItIsChosen) {
-    QPalette dark = grid.palette();
-    dark.setColor(QPalette::Base, QColor(20, 20, 20));
-    grid.setPalette(dark);
-    EXPECT_EQ(grid.Theme().base, kLightGridTheme.base);
-    grid.ApplyTheme("system");
-    EXPECT_EQ(grid.Theme().base, kDarkGridTheme.base);
-    grid.setPalette(QPalette());
-    EXPECT_EQ(grid.Theme().base, kLightGridTheme.base);
 }

@@ -105,17 +105,6 @@ TEST_F(CGridAccessibleOnBusTest, TheFocusCellSaysItsNewestTextOncePerPause) {
     EXPECT_EQ(Heard(), Words());
 }
 
-TEST_F(CGridAccessibleOnBusTest, ASelectionSaysWhereItReaches) {
-    Key(Qt::Key_Down, Qt::ShiftModifier);
-    EXPECT_EQ(Heard(), Words{"selected Last"});
-    Key(Qt::Key_Up, Qt::ShiftModifier);
-    EXPECT_EQ(Heard(), Words{"not selected Last"}) << "one cell alone is the focus";
-    grid.SetFocusCell(6, 1);
-    Heard();
-    Click(6, 3);
-    EXPECT_EQ(Heard(), Words()) << "the same heading";
-}
-
 int main(int argc, char** argv) {
     std::vector<char*> command{const_cast<char*>("xvfb-run"), const_cast<char*>("-a"),
                                const_cast<char*>("dbus-run-session"), const_cast<char*>("--")};

@@ -98,18 +98,6 @@ TEST_F(CGridEditorTest, F2AndADoubleClickKeepTheText) {
     EXPECT_FALSE(grid.IsEditing());
 }
 
-TEST_F(CGridEditorTest, KeysOfTheWindowAreLeftToIt) {
-    grid.SetFocusCell(3, 2);
-    for (const char* keys : {"Delete", "Backspace", "Ctrl+C", "Ctrl+V", "Alt+F", "Escape"}) {
-        const QKeyCombination key = QKeySequence(QLatin1String(keys))[0];
-        QKeyEvent event(QEvent::KeyPress, key.key(), key.keyboardModifiers(),
-                        key.keyboardModifiers() == Qt::AltModifier ? QStringLiteral("x") : QString());
-        QApplication::sendEvent(&grid, &event);
-        EXPECT_FALSE(event.isAccepted()) << keys;
-    }
-    EXPECT_FALSE(grid.IsEditing());
-}
-
 TEST_F(CGridEditorTest, AnotherWidgetTakesTheTextOverOnceAndAnotherWindowLeavesTheEditorOpen) {
     QWidget window;
     auto* layout = new QVBoxLayout(&window);

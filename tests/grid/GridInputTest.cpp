@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "grid/TestGrid.h"
 
-#include <QHelpEvent>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QToolTip>
 #include <QVBoxLayout>
-#include <QWheelEvent>
 #include <vector>
 
 using namespace vx;
@@ -17,17 +14,6 @@ namespace {
 class CGridCtrlTest : public GridTest {
 protected:
     QSignalSpy resized{&grid, &CGridCtrl::ColumnResized};
-
-    void Wheel(const QPoint& eighths, Qt::KeyboardModifiers modifiers = {}) {
-        QWheelEvent event({50, 100}, Cells()->mapToGlobal(QPointF(50, 100)), {}, eighths, Qt::NoButton, modifiers,
-                          Qt::NoScrollPhase, false);
-        QApplication::sendEvent(Cells(), &event);
-    }
-    QString TipOver(int row, int column) {
-        QHelpEvent event(QEvent::ToolTip, Middle(row, column), Cells()->mapToGlobal(Middle(row, column)));
-        QApplication::sendEvent(Cells(), &event);
-        return QToolTip::text();
-    }
 };
 
 } // namespace
@@ -73,25 +59,6 @@ TEST_F(CGridCtrlTest, FocusSelectionAndDraggedRowsPassOverHiddenOnes) {
     grid.SelectRange({2, 3, 1, 2});
     grid.MoveRows({0, 1, 2, 5, 3, 4}, {});
     ExpectSelected(2, 2, 1, 2, "no row is selected that was not");
-}
-
-TEST_F(CGridCtrlTest, DraggingBeyondTheEdgeScrolls) {
-    Press(Middle(2, 2));
-    Move({Middle(2, 2).x(), Cells()->height() + 30});
-    EXPECT_TRUE(WaitFor([&] { return grid.SelectedRange().lastRow > 25; }));
-    Release(Middle(2, 2));
-    EXPECT_EQ(grid.SelectedRange().firstRow, 2);
-
-    grid.SetLockedColumns(1);
-    grid.verticalScrollBar()->setValue(0);
-    grid.horizontalScrollBar()->setValue(100);
-    Drag(Middle(3, 1), Middle(5, 1));
-    EXPECT_EQ(grid.horizontalScrollBar()->value(), 100) << "a drag among the locked columns leaves the others alone";
-    Press(Middle(3, 4));
-    Move(Middle(3, 1));
-    EXPECT_TRUE(WaitFor([&] { return grid.horizontalScrollBar()->value() == 0; }));
-    Release(Middle(3, 1));
-    ExpectSelected(3, 3, 1, 4);
 }
 
 TEST_F(CGridCtrlTest, KeysMoveTheFocusOverHiddenRowsAndColumnsAndStopAtTheEdges) {
@@ -148,17 +115,6 @@ TEST_F(CGridCtrlTest, TabLeavesTheGridBehindItsLastCell) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_TRUE(before->hasFocus());
     grid.setParent(nullptr);
-}
-
-TEST_F(CGridCtrlTest, ACellLookedForComesWellIntoView) {
-    grid.SetFocusCell(60, 8);
-    const QRect found = Geometry().VisibleCellRect(60, 8);
-    EXPECT_GT(found.top(), Cells()->height() / 3);
-    EXPECT_LT(found.bottom(), Cells()->height() * 3 / 4);
-    EXPECT_EQ(Geometry().VisibleCellRect(60, 9).width(), 80) << "with its neighbour";
-    const int scrolled = grid.verticalScrollBar()->value();
-    grid.SetFocusCell(62, 8);
-    EXPECT_EQ(grid.verticalScrollBar()->value(), scrolled) << "what can be seen stays where it is";
 }
 
 TEST_F(CGridCtrlTest, FocusAndSelectionStayOnCellsThatAreThere) {
@@ -227,28 +183,4 @@ TEST_F(CGridCtrlTest, DoubleClicksFitAColumnAndNameHeadersAndCells) {
     QTest::mouseDClick(Cells(), Qt::LeftButton, {}, Middle(3, 1));
     ASSERT_EQ(cell.size(), 1);
     EXPECT_EQ(cell[0][0].toInt(), 3);
-}
-
-TEST_F(CGridCtrlTest, TheWheelMovesRowsAndWithShiftColumns) {
-    const int rows = QApplication::wheelScrollLines();
-    Wheel({0, -120});
-    EXPECT_EQ(grid.verticalScrollBar()->value(), rows * Geometry().RowHeight());
-    for (int i = 0; i < 12; ++i) Wheel({0, 10}); // a fine wheel loses nothing
-    EXPECT_EQ(grid.verticalScrollBar()->value(), 0);
-    Wheel({0, -120}, Qt::ShiftModifier);
-    EXPECT_EQ(grid.verticalScrollBar()->value(), 0);
-    EXPECT_GT(grid.horizontalScrollBar()->value(), 0);
-}
-
-TEST_F(CGridCtrlTest, TipsExplainHeadersAndShowCutTexts) {
-    source.headerTip = "Last price <b>today</b>";
-    EXPECT_TRUE(TipOver(0, 2).contains(QStringLiteral("&lt;b&gt;"))) << "no markup from outside";
-    source.cell = [](int row, int, SCell& cell) {
-        cell.SetText(row == 1 ? "short" : "a text that its cell has to cut somewhere");
-    };
-    TipOver(1, 1);
-    EXPECT_TRUE(WaitFor([] { return !QToolTip::isVisible(); })) << "nothing is cut";
-    EXPECT_TRUE(TipOver(2, 1).contains(QStringLiteral("cut somewhere")));
-    source.cellTip = "of its own";
-    EXPECT_TRUE(TipOver(1, 1).contains(QStringLiteral("of its own")));
 }

@@ -73,19 +73,6 @@ TEST_F(CDirtyCellsTest, PaintsNothingForWhatCannotBeSeen) {
     EXPECT_EQ(Painted().passes, 0);
 }
 
-TEST_F(CDirtyCellsTest, FollowsTheScrollPositionAndTheLockedColumns) {
-    grid.SetLockedColumns(1);
-    grid.EnsureVisible(60, 10);
-    Start();
-    grid.MarkCellChanged(5, 1);
-    grid.FlushChanges();
-    EXPECT_EQ(Painted().passes, 0);
-    grid.MarkCellChanged(60, 1);
-    grid.MarkCellChanged(60, 2);
-    grid.FlushChanges();
-    EXPECT_EQ(Painted().cells, 1) << "the locked column is seen, its scrolled neighbour is not";
-}
-
 TEST_F(CDirtyCellsTest, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
     grid.SetRowCount(100'000);
     std::vector<int> values(100'001 * 11, 1234);
@@ -126,19 +113,6 @@ TEST_F(CDirtyCellsTest, AfterManyPartialPaintsTheWindowShowsWhatAFullOneWould) {
         const QImage whole = grid.grab().toImage().convertToFormat(QImage::Format_RGB32);
         EXPECT_EQ(OnScreen().copy(cells), whole.copy(cells));
     }
-}
-
-TEST_F(CDirtyCellsTest, HiddenRowsCostNothingAndAreMarkedBesideTheirNeighbours) {
-    grid.SetHiddenRows({1, 5, 7, 8, 11, 12});
-    Start();
-    grid.MarkRowChanged(5);
-    grid.MarkCellChanged(12, 1);
-    grid.FlushChanges();
-    EXPECT_EQ(Painted().passes, 0) << "nobody sees them";
-    const QImage picture = Picture();
-    const auto mark = [&](int row) { return CountColor(picture, Place(row, 0), grid.Theme().focusIdle); };
-    for (const int row : {2, 4, 6, 10}) EXPECT_GT(mark(row), 20) << "hidden rows lie beside " << row;
-    EXPECT_EQ(mark(3), 0);
 }
 
 TEST_F(CDirtyCellsTest, LightsAChangedCellAndPutsItOut) {

@@ -40,19 +40,6 @@ TEST_F(CNewsMapTest, AHeadlineReachesTheSymbolsThatAreInTheList) {
     EXPECT_EQ(Stories("MSFT"), 2);
 }
 
-TEST_F(CNewsMapTest, TheCellShowsACountOfOneOrMoreAndWhetherItIsFresh) {
-    EXPECT_EQ(news.CountText("IBM"), "");
-    EXPECT_EQ(news.CountStyle("IBM"), ENewsStyle::Plain);
-    news.ApplyHeadline("N,SIM,1,IBM,today,text");
-    EXPECT_EQ(news.CountText("IBM"), "1");
-    EXPECT_EQ(news.CountStyle("IBM"), ENewsStyle::Fresh);
-    EXPECT_EQ(news.CountText("XYZ") + std::string(news.HeadlineText("XYZ")), "");
-
-    news.AddSymbol("IBM");
-    EXPECT_EQ(news.CountText("IBM"), "") << "added again, it counts anew";
-    EXPECT_EQ(news.HeadlineText("IBM"), "text");
-}
-
 TEST_F(CNewsMapTest, AReplyOnlyRaisesCounts) {
     for (int i = 0; i < 5; ++i) news.ApplyHeadline("N,SIM,1,IBM,today,text");
     news.ApplyCountsReply("<NewsCounts>\r\n<symbol Name=\"IBM\" StoryCount=\"3\"/>"

@@ -21,20 +21,4 @@ inline int ExitCode(pid_t child) {
     return WEXITSTATUS(status);
 }
 
-inline constexpr uid_t kNobody = 65534;
-inline constexpr const char* kNoOrdinaryUser = "there is no second user here, as in a rootless container";
-
-/// Whether RunAsOrdinaryUser works. In a rootless container it does not: the only user is the administrator.
-inline bool HasOrdinaryUser() {
-    return geteuid() != 0 || ExitCode(Fork([] { return setgid(kNobody) != 0 || setuid(kNobody) != 0; })) == 0;
-}
-
-/// As Fork and ExitCode, without the rights of the system's administrator, whom no permission stops.
-inline int RunAsOrdinaryUser(const std::function<int()>& run) {
-    return ExitCode(Fork([&] {
-        if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) return 99;
-        return run();
-    }));
-}
-
 } // namespace vx::test

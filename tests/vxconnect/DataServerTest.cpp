@@ -128,24 +128,6 @@ TEST_F(InputFile, TheNewestDailyBarStaysWhicheverWayTheFileRuns) {
     EXPECT_EQ(newer.Get(EField::Last), "3");
 }
 
-TEST_F(InputFile, EveryRowArrivesOrIsFoldedIntoALaterOne) {
-    m_options.rate = 400'000;
-    m_options.queueKilobytes = 16;
-    std::string text = "Symbol,Bid,Ask\n";
-    for (int i = 0; i < 60'000; ++i) text += fmt::format("A,{},{}\n", 1000 + i, 2000 + i);
-    ASSERT_THAT(StartInput(text), testing::IsEmpty());
-    const auto peer = Level1Peer("wA\n");
-    ASSERT_TRUE(WaitUntil([&] { return Server().Board().EventCount() == 59'999; })) << "the client reads nothing";
-    CMergedRecord record;
-    record.Merge(peer->TakeLine("P,A,"));
-    for (std::string line; record.Get(EField::Bid) != "60999"; record.Merge(line)) {
-        line = peer->TakeLine("Q,A,");
-        ASSERT_NE(line, "(none)");
-    }
-    EXPECT_EQ(record.Get(EField::Ask), "61999");
-    EXPECT_EQ(record.Get(EField::Spread), "1000");
-}
-
 TEST(TrafficLine, LinesOfTheLogAreReadAndOthersPassedOver) {
     const auto text = [](std::string_view line) {
         const auto read = ReadTrafficLine(line);
@@ -163,16 +145,6 @@ TEST(TrafficLine, LinesOfTheLogAreReadAndOthersPassedOver) {
     const auto b = ReadTrafficLine("2024-02-01 00:00:00.001 [L1Data] [FROM SERVER] T,x");
     ASSERT_TRUE(a && b && a->timeMs && b->timeMs);
     EXPECT_EQ(*b->timeMs - *a->timeMs, 2);
-}
-
-TEST(TrafficLine, WhatIsWrittenIsReadBack) {
-    std::string all = "N,SIM,1,A,2,\\x41 C:\\x";
-    for (int byte = 0x20; byte < 0x100; ++byte) all += static_cast<char>(byte);
-    const std::string line = TrafficText("2024-01-31 09:30:00.123", all + "\r\n");
-    EXPECT_EQ(line.find('\n'), line.size() - 1);
-    const auto read = ReadTrafficLine(std::string_view(line).substr(0, line.size() - 1));
-    ASSERT_TRUE(read);
-    EXPECT_EQ(read->text, all);
 }
 
 TEST_F(Replay, RecordingComesBackLineForLine) {
@@ -236,12 +208,6 @@ TEST_F(Replay, PaceFollowsTheTimeStampsAndHeadlinesAreCounted) {
     CPeer lookup(Server().LookupPort());
     lookup.Send("NSC,A:B,x,,,L\r\n");
     EXPECT_EQ(lookup.TakeLine(""), "L,<NewsCounts><symbol Name=\"A\" StoryCount=\"1\"/></NewsCounts>");
-}
-
-TEST_F(Replay, FilesWithoutTrafficAreRefused) {
-    EXPECT_THAT(StartReplay(std::string(3'000'000, '\0')), testing::EndsWith("traffic.log: no feed traffic"));
-    m_options.replay += "/none";
-    EXPECT_THAT(CReplaySource(m_options).Open(), testing::EndsWith("Not a directory"));
 }
 
 } // namespace

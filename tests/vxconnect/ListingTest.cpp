@@ -31,21 +31,6 @@ TEST(Market, ListedSymbolsExistByTheRuleAndUnderTheirNumber) {
     EXPECT_GT(seen.size(), 5'000u);
 }
 
-TEST(Market, TickersThatAreNotListedAreMadeUpAndOtherTextsUnknown) {
-    CMarket market(1, 20, kFirstSessionDate);
-    for (const auto& [symbol, kind] :
-         {std::pair("XYZ", EKind::Share), std::pair("Q", EKind::Share), std::pair("ABCD.B", EKind::Share),
-          std::pair("ABCDX", EKind::MutualFund), std::pair("ABCXX", EKind::MoneyFund)}) {
-        const SListing listing = market.Listing(market.Find(symbol).value());
-        EXPECT_EQ(listing.symbol, symbol);
-        EXPECT_EQ(listing.terms.kind, kind) << symbol;
-    }
-    EXPECT_EQ(market.Listing(market.Find("ZM").value()).name, "Zoom Video Communications") << "left out, but known";
-    for (const std::string& unknown :
-         Words("ABCDEF xyz A1 12 A.BC A. .B A..B ABCDX.D SPY.D XYZ.D.D XYZ--X $SPX ABC/D A-B  \xC4"))
-        EXPECT_FALSE(market.Find(unknown)) << unknown;
-}
-
 TEST(Fundamentals, EachKindHasItsOwnFields) {
     CMarket market(1, 0, kFirstSessionDate);
     // Symbol, then places and texts: option symbols 3, shares 18, market 34, type 35, expiration 42, strike 43, root

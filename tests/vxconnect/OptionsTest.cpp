@@ -28,18 +28,6 @@ TEST(Options, OursAreReadAndOthersPassedOver) {
     EXPECT_EQ(options.speed, 2.5);
 }
 
-TEST(Options, OwnDataMayBeACommandWithNamesOfItsOwn) {
-    const std::vector<std::string> arguments = {
-        "--feeder", "curl x | jq -c .", "--map=Stock=Symbol,Close=Last", "--map", "Note=", "--stale=0"};
-    const SOptions options = ReadOptions(arguments);
-    EXPECT_EQ(options.error, "");
-    EXPECT_EQ(options.feeder, "curl x | jq -c .");
-    EXPECT_EQ(options.staleSeconds, 0u);
-    EXPECT_EQ(options.names.Find("close").field, FindInputField("Last"));
-    EXPECT_EQ(options.names.Find("STOCK").field, FindInputField("Symbol"));
-    EXPECT_TRUE(options.names.Find("note").leftOut);
-}
-
 TEST(Options, BadValuesAndConflictsAreNamed) {
     EXPECT_EQ(Read("--mute lookup,admin --stay").mute, kLookup | kAdmin);
     EXPECT_EQ(Read("--mute --stay").mute, kAllPorts);

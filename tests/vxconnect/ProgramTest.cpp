@@ -20,7 +20,6 @@ constexpr int kAbsurdMs = 20000;
 class Program : public testing::Test {
 protected:
     Program() {
-        NeedEventLoop();
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_folder.path());
         for (QProcess* process : {&m_first, &m_second}) process->setProcessEnvironment(environment);

@@ -52,14 +52,6 @@ TEST_F(Hostile, GarbageIsPassedOverOnEveryPort) {
     }
 }
 
-TEST_F(Hostile, ALineThatIsTooLongIsToldOnce) {
-    Start();
-    CPeer peer(Server().LookupPort());
-    SendAll(peer, "SST" + std::string(200'000, ' ') + "\nSST\n");
-    EXPECT_EQ(peer.TakeLine(""), "!SYNTAX_ERROR!,");
-    EXPECT_EQ(peer.TakeLine(""), "1,EQUITY,Equity");
-}
-
 TEST_F(Hostile, CommandsOfAClientThatDoesNotReadWait) {
     m_options.queueKilobytes = 32;
     Start();
@@ -100,7 +92,6 @@ TEST_F(Hostile, ClientsThatVanishTakeNothingWithThem) {
 class SlowClient : public testing::Test {
 protected:
     SlowClient() {
-        NeedEventLoop();
         int sockets[2];
         EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, sockets), 0);
         m_client = std::make_unique<CLevel1Client>(sockets[0], kQueueBytes, m_feed, uint16_t{5009});
@@ -194,24 +185,6 @@ TEST_F(Faults, MuteAndRefusedPortsSayNothingAndTheOthersServe) {
     level1.Read();
     EXPECT_EQ(level1.Text(), "");
     EXPECT_FALSE(level1.IsClosedByServer());
-}
-
-TEST_F(Faults, SplitSendsPiecesAndDropEndsEachConnectionAfterSoManyBytes) {
-    m_options.split = 3;
-    m_options.dropAfter = 100;
-    Start();
-    for (int i = 0; i < 2; ++i) {
-        CPeer peer(Server().LookupPort());
-        peer.Send("SST\n");
-        size_t largest = 0;
-        ASSERT_TRUE(WaitUntil([&, before = size_t{0}]() mutable {
-            peer.Read();
-            largest = std::max(largest, peer.Text().size() - std::exchange(before, peer.Text().size()));
-            return peer.IsClosedByServer();
-        }));
-        EXPECT_EQ(peer.Text().size(), 100u);
-        EXPECT_LT(largest, 60u) << "it came in a few large pieces";
-    }
 }
 
 } // namespace

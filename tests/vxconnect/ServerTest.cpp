@@ -90,16 +90,6 @@ TEST_F(Search, FindsBySymbolAndByDescriptionWithFilters) {
         EXPECT_THAT(results(bad), testing::ElementsAre("!SYNTAX_ERROR!,")) << bad << ": told, and ended";
 }
 
-TEST_F(Search, IdentifierComesBackAndTheTagOnlyAfterAProtocol) {
-    CPeer peer(Server().LookupPort());
-    peer.Send("SBF,s,KO,t,1,Mine\r\nNSC,KO,x,,,Yours\r\nSBF,s,KO\r\n");
-    EXPECT_THAT(peer.TakeLine(""), testing::StartsWith("Mine,KO,"));
-    EXPECT_EQ(peer.TakeLine("Mine,!"), "Mine,!ENDMSG!,");
-    EXPECT_THAT(peer.TakeLine(""), testing::StartsWith("Yours,<NewsCounts>"));
-    EXPECT_EQ(peer.TakeLine(""), "Yours,!ENDMSG!,");
-    EXPECT_EQ(peer.TakeLine(""), "!SYNTAX_ERROR!,");
-}
-
 TEST_F(Level1, HeadlinesReachThoseWhoAskedAndAgreeWithTheCounts) {
     m_options.rate = 20'000;
     Start();
@@ -153,21 +143,6 @@ TEST_F(Level1, UnwatchedSymbolFallsSilentAndAClosedClientWatchesNothing) {
     EXPECT_TRUE(WaitUntil([&] { return Server().Board().WatchedCount() == 0; }));
 }
 
-TEST_F(Level1, SameSeedTellsTheSameStoryWhateverElseHappens) {
-    m_options.rate = 5000;
-    const auto story = [&](std::string_view othersFirst, std::string_view othersLater) {
-        Start();
-        const auto peer = Level1Peer(std::string(othersFirst) + "wIBM\n" + std::string(othersLater));
-        std::vector<std::string> lines = {peer->TakeLine("F,IBM,"), peer->TakeLine("P,IBM,")};
-        while (lines.size() < 200) lines.push_back(peer->TakeLine("Q,IBM,"));
-        return lines;
-    };
-    const std::vector<std::string> alone = story("", "");
-    EXPECT_EQ(story("wF\nwGE\n", "wSPY\n"), alone);
-    m_options.seed = 2;
-    EXPECT_NE(story("", ""), alone);
-}
-
 TEST_F(Level1, RegionalLinesComeForEveryRegionOnceAskedFor) {
     m_options.rate = 20'000;
     Start();
@@ -205,19 +180,6 @@ TEST_F(ServerLife, EndsWhenTheLastClientHasGoneOrNoneEverCame) {
     EXPECT_FALSE(finished) << "one is still there";
     admin.reset();
     EXPECT_TRUE(WaitUntil([&] { return finished; }));
-}
-
-TEST_F(ServerLife, SecondServerOnAnyOfThePortsOpensNone) {
-    Start();
-    const uint16_t ports[] = {Server().Level1Port(), Server().LookupPort(), Server().AdminPort()};
-    for (size_t i = 0; i < 3; ++i) {
-        SOptions options = m_options;
-        (i == 0 ? options.level1Port : i == 1 ? options.lookupPort : options.adminPort) = ports[i];
-        CServer second(options);
-        EXPECT_EQ(second.Start(), CServer::EStart::AlreadyServed);
-        EXPECT_THAT(second.Message(), testing::HasSubstr(std::to_string(ports[i])));
-        EXPECT_EQ(second.Level1Port() + second.LookupPort() + second.AdminPort(), 0);
-    }
 }
 
 } // namespace

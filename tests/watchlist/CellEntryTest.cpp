@@ -107,17 +107,6 @@ TEST_F(CCellEntry, TheKindOfTheRowDecidesWhatBecomesOfATypedText) {
     }
 }
 
-TEST_F(CCellEntry, TheViewIsToldOnceOfAnEdit) {
-    EnterCellText(doc, 1, 1, "IBM", "IBM"); // No change.
-    Type("IBM", 1);
-    shown.TakeRows();
-    const int rebuilds = shown.rebuilds;
-    Type("GE", 1);
-    EXPECT_THAT(shown.TakeRows(), ElementsAre(1));
-    EXPECT_EQ(shown.rebuilds, rebuilds);
-    EXPECT_EQ(shown.Status(), "Symbols:  1");
-}
-
 TEST_F(CCellEntry, ClearingACellTakesItsFormatAndItsRowsNoteWhereNothingElseStands) {
     SCellFormat bold;
     bold.bold = true;

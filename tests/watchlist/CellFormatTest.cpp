@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "data/catalogue/Catalogue.h"
 #include "watchlist/document/CellFormatStore.h"
 
 #include <gtest/gtest.h>
@@ -13,18 +12,6 @@ namespace {
 const std::string kGrid = "0,0:-1,-1,32768,192,-1,0,0,0,Arial,FALSE,FALSE,9,Left,4,TRUE,;";
 
 } // namespace
-
-TEST(CCellFormatStore, DefaultAlignmentPutsNumbersRight) {
-    CCellFormatStore store;
-    SCellFormat centred;
-    centred.alignment = ECellAlign::Center;
-    store.Set(0, 1, centred);
-    for (const char* name : {"Last", "Volume", "Div Amt", "% Held"})
-        EXPECT_EQ(store.Alignment(4, 1, FindField(name), true), ECellAlign::Right) << name;
-    for (const char* name : {"Symbol", "T Time", "Trade Aggressor", "no such column"})
-        EXPECT_EQ(store.Alignment(4, 1, FindField(name), true), ECellAlign::Left) << name;
-    EXPECT_EQ(store.Alignment(4, 1, FindField("Last"), false), ECellAlign::Center);
-}
 
 TEST(CCellFormatStore, ReadsLenientlyAndWritesBackWhatItUnderstood) {
     const struct {

@@ -35,24 +35,12 @@ protected:
     static constexpr const char* kBoard = "IBM|MSFT|#Banks||GE";
 };
 
-using Texts = std::pair<const char*, const char*>;
-
 } // namespace
 
 TEST_F(CPasteText, CopiesWhatTheBoardShows) {
     EXPECT_EQ(CopyText(doc, {1, 5, 1, 4}), "IBM\t12.5000\tfirst line\r\nMSFT\t\t\r\nBanks\r\n\t\t\r\nGE\t\t\r\n");
     EXPECT_EQ(CopyText(doc, {2, 99, 1, 1}, EAnnotationMarks::Yes), "MSFT\r\n#Banks\r\n\r\nGE\r\n");
     EXPECT_EQ(CopyText(doc, {1, 1, 3, 99}), "first line\r\n");
-}
-
-TEST_F(CPasteText, ReportsBecomeTheirWordsAndOtherTextsStay) {
-    for (const auto& [text, words] : {
-             Texts{"IBM\r\n\r\nMSFT  ", "IBM\r\n\r\nMSFT  "},
-             {"My WatchList\r\nUser: me\r\n-- REALTIME --\r\n\r\n IBM  12.5 \r\n- - -\r\n====\r\n", "IBM\r\n12.5"},
-             {"-- DELAYED -- x\r\nREALTIME IBM\t\r\nA-B =\r\n", "REALTIME\r\nIBM\r\nA-B\r\n="},
-             {"IBM\nWatchList candidates\nGE", "IBM\r\nGE"},
-         })
-        EXPECT_EQ(NormalizePastedText(text), words) << text;
 }
 
 TEST_F(CPasteText, SaysWhatWasThereAlreadyAndWhatWasLeftOut) {

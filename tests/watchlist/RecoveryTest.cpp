@@ -7,7 +7,6 @@
 
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
@@ -126,27 +125,4 @@ TEST_F(CRecoveryKeeperTest, WhatWasSavedBeforeTheProgramDiedIsNotOffered) {
     ASSERT_TRUE(Save().IsDone());
     EXPECT_THAT(Found(), IsEmpty());
     EXPECT_EQ(RecoveryFiles().size(), 1u) << "the one of a running program stays";
-}
-
-TEST_F(CRecoveryKeeperTest, ADamagedRecoveryIsLeftAloneAndWhatKilledWritesLeftGoes) {
-    SRecovery recovery;
-    recovery.originalPath = "/a b/\xC3\xBC\n.vxw";
-    recovery.savedAt = 12;
-    recovery.text = "Symbols=IBM:1,;\r\nVx.Notes=7 \"x\\r\\n\\\"y\\\"\";\r\n";
-    const std::string text = FormatRecovery(recovery);
-    EXPECT_EQ(FormatRecovery(ParseRecovery(text).value()), text);
-    for (size_t size = 0; size < text.size(); ++size) ASSERT_FALSE(ParseRecovery(text.substr(0, size))) << size;
-    std::string flipped = text;
-    flipped[flipped.size() - 5] ^= 1;
-    std::filesystem::create_directories(state / "recovery");
-    const std::string left = state / "recovery/.1-2-3.recovery.saving-2-1";
-    const std::string written = state / "recovery/.1-4-1.recovery.saving-4-1";
-    for (const std::string& name : {left, written}) WriteFile(name, "half");
-    const CFileLock held(written, 0);
-    WriteFile(state / "recovery/1.recovery", flipped);
-    WriteFile(state / "recovery/2.recovery", text);
-    EXPECT_THAT(Found(), ElementsAre(testing::Field(&SRecovery::savedAt, 12)));
-    EXPECT_EQ(ReadFile(state / "recovery/1.recovery"), flipped);
-    EXPECT_FALSE(std::filesystem::exists(left));
-    EXPECT_TRUE(std::filesystem::exists(written)) << "it is being written by a running program";
 }

@@ -83,16 +83,6 @@ TEST_F(CRowMoves, WhateverBelongsToARowGoesWithIt) {
     }
 }
 
-TEST_F(CRowMoves, InsertedEmptyRowsBelowTheLastUsedOneAreShown) {
-    doc.Update()->EnterSymbol(1, "IBM");
-    doc.InsertRows(2, 5);
-    EXPECT_EQ(doc.RowCount(), 7);
-    doc.InsertRows(1, 1);
-    EXPECT_EQ(doc.RowCount(), 8);
-    doc.DeleteRows(3, 100);
-    EXPECT_EQ(doc.RowCount(), 3);
-}
-
 TEST_F(CRowMoves, WhatWouldLeaveTheGridIsRefusedWhole) {
     Open("Symbols=IBM:1,100000,;\r\n");
     EXPECT_FALSE(doc.InsertRows(1, 1));

@@ -2,15 +2,13 @@
 #pragma once
 
 #include "data/store/L1DataStore.h"
-#include "settings/ConfigWriter.h"
 #include "settings/Settings.h"
+#include "support/MemorySettings.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/fileformat/WatchlistReader.h"
 #include "watchlist/fileformat/WatchlistWriter.h"
 
 #include <algorithm>
-#include <map>
-#include <string>
 #include <string_view>
 
 namespace vx::test {
@@ -37,20 +35,6 @@ public:
     std::string Written() const { return WriteWatchlistText(doc, doc.Options().placement); }
 
 private:
-    class CMemorySettings final : public CConfigWriterMux {
-    public:
-        std::string ReadString(std::string_view name, std::string_view defaultText) override {
-            const auto found = m_texts.find(name);
-            return std::string(found == m_texts.end() ? defaultText : std::string_view(found->second));
-        }
-        bool WriteString(std::string_view name, std::string_view text) override {
-            m_texts.insert_or_assign(std::string(name), std::string(text));
-            return true;
-        }
-
-    private:
-        std::map<std::string, std::string, std::less<>> m_texts;
-    };
     class CNoFrame final : public CWatchlistFrame {
     public:
         void SetStatusText(std::string_view) override {}
@@ -65,7 +49,7 @@ private:
         bool IsOpen() const override { return true; }
     };
 
-    CMemorySettings m_memory;
+    CSettingsInMemory m_memory;
     CSettings m_settings{m_memory};
     CNoFrame m_frame;
     CDeafFeed m_feed;

@@ -87,21 +87,6 @@ TEST_F(CSortCommands, ASelectionIsSortedAfterAQuestionWhateverIsAnswered) {
     }
 }
 
-TEST_F(CSortCommands, RefusedSortsSayWhyAndLeaveTheRecord) {
-    Open("Columns=Symbol:1000;Last:1000;\r\nSymbols=B:1,;A:2,;\r\n");
-    ManualSort(doc, {1, 3, 1, 2, 1});
-    EXPECT_EQ(TakeMessage(), "Selection sorts must use a single column for the source data.");
-    Sort() = {2, false, true, 60000};
-    ManualSort(doc, WholeColumn(1));
-    EXPECT_EQ(TakeMessage(), "An auto sort has been set for column \"Last,\" it may not be manually sorted.");
-    RequestHeaderSort(doc, 1, WholeColumn(1));
-    EXPECT_EQ(TakeMessage(), "The \"Symbol\" column may not be sorted because an Auto Sort has been set for the "
-                             "\"Last\" column.");
-    EXPECT_EQ(Sort(), (SSortRecord{2, false, true, 60000}));
-    EXPECT_EQ(Rows(), "B|A");
-    EXPECT_FALSE(doc.IsModified());
-}
-
 TEST_F(CSortCommands, AutoSortSortsAtEachTickUntilItsColumnIsGone) {
     Open("Columns=Symbol:1000;Last:1000;\r\nSymbols=B:1,;A:2,;\r\nSort=1;TRUE;TRUE;2\r\n");
     EXPECT_EQ(AutoSortPeriodMs(Sort()), 5000);

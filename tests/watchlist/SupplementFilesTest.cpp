@@ -106,13 +106,3 @@ TEST_F(CSupplementFilesTest, BelongToOneContentOfOneFile) {
     for (const char* line : {"hidden 3-2", "hidden 5,4", "hidden 1-100001", "hidden x", "note 0 \"a\""})
         EXPECT_FALSE(ParseSupplement(std::string("zantrel watchlist supplement 1\n") + line + "\nend\n")) << line;
 }
-
-TEST_F(CSupplementFilesTest, InRecoveriesOfOlderVersionsComeBack) {
-    const auto recovery = ParseRecovery(fmt::format(
-        "zantrel watchlist recovery 1\npath {}\nknown 0\nsaved 12\nsupplement {}\ntext {}\nhash {:016x}\n\n{}{}",
-        At("list.vxw"), kSupplement.size(), kFileText.size(), ContentHash(kFileText), kSupplement, kFileText));
-    ASSERT_TRUE(recovery);
-    file.OpenRecovered(*recovery);
-    ExpectAll();
-    EXPECT_TRUE(doc.IsModified());
-}

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace vx::test {
+namespace vx::bench {
 
 /// Makes update lines as a busy feed sends them: deltas that carry only what changed, of 60 % quotes (about 8 filled
 /// fields), 30 % trades (about 20) and 10 % lines with nearly every field, over symbols of which few make most of the
@@ -38,7 +38,7 @@ private:
     void Put(const char* field, std::string text);
     std::string Clock();
 
-    CRandom m_random;
+    test::CRandom m_random;
     std::vector<std::string> m_symbols;
     std::vector<double> m_cumulated; ///< Zipf weights, summed up.
     std::vector<SInstrument> m_instruments;
@@ -50,4 +50,4 @@ private:
 /// `count` lines, each ended by LF, as one text.
 std::string GenerateFile(size_t count, size_t symbols, uint64_t seed);
 
-} // namespace vx::test
+} // namespace vx::bench

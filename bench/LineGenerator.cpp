@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "support/LineGenerator.h"
+#include "LineGenerator.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <cmath>
 
-namespace vx::test {
+namespace vx::bench {
 
 namespace {
 
@@ -141,4 +141,4 @@ std::string GenerateFile(size_t count, size_t symbols, uint64_t seed) {
     return file;
 }
 
-} // namespace vx::test
+} // namespace vx::bench

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "data/catalogue/UpdateFields.h"
+#include "support/Random.h"
+
+#include <fmt/format.h>
+
+#include <string>
+#include <vector>
+
+namespace vx::test {
+
+/// Makes update lines as a feed sends them: each carries some of the fields, with values after their rules. The same
+/// seed gives the same lines.
+class CFeedLines {
+public:
+    CFeedLines(size_t symbols, uint64_t seed) : m_random(seed) {
+        for (size_t i = 0; i < symbols; ++i)
+            m_symbols.push_back(fmt::format("S{}{}", i, i % 8 == 7 ? "2419C50.5" : ""));
+    }
+
+    /// One line without a line end.
+    std::string Next() {
+        std::string line = "Q," + m_symbols[m_random.Below(static_cast<uint32_t>(m_symbols.size()))];
+        const uint32_t sparse = 1 + m_random.Below(6);
+        for (size_t slot = 1; slot < kUpdateFieldCount; ++slot)
+            line += m_random.OneIn(sparse) ? ',' + Text(kUpdateFields[slot].rule) : ",";
+        return line + ',';
+    }
+    const std::vector<std::string>& Symbols() const { return m_symbols; }
+
+private:
+    std::string Text(EParseRule rule) {
+        const uint32_t number = m_random.Below(50'000'000);
+        if (rule == EParseRule::Text) return number % 3 == 0 ? "Cbaohl" : number % 3 == 1 ? "C" : "ba";
+        if (rule == EParseRule::Date) return fmt::format("{}/{}/2024", 1 + number % 12, 1 + number % 28);
+        if (rule == EParseRule::Time)
+            return fmt::format("{:02}:{:02}:{:02}.{:06}", number % 24, number % 60, number % 59, number % 1'000'000);
+        if (rule == EParseRule::Hex) return fmt::format("{:X}", number % 256);
+        if (rule == EParseRule::Percent) return fmt::format("{:.6f}", m_random.Unit() - 0.5);
+        if (rule == EParseRule::Number || rule == EParseRule::Price) return fmt::format("{:.2f}", number / 1e5);
+        if (rule == EParseRule::Regions) return "N;P;Q;T";
+        if (rule == EParseRule::Tick) return number % 3 == 0 ? "173" : number % 3 == 1 ? "175" : "183";
+        return std::to_string(rule == EParseRule::Unsigned ? number : number % 200);
+    }
+
+    CRandom m_random;
+    std::vector<std::string> m_symbols;
+};
+
+} // namespace vx::test
