@@ -129,6 +129,12 @@ TEST(RowReader, WrongValuesAreNamedAndTheOthersKept) {
                 << text;
 }
 
+TEST(RowReader, VolumesBeyondTheWireAreToldAsTheMostItHas) {
+    EXPECT_THAT(Read({"Symbol,Volume,Bid Size", "A,5000000000,3e9"}),
+                ElementsAre(testing::HasSubstr("is too large"), testing::HasSubstr("is too large"),
+                            "A 4=4294967295 9=2147483647"));
+}
+
 TEST(RowReader, WrongLinesAreToldAndTheNextOnesRead) {
     EXPECT_THAT(Read({"Symbol,Last", "A", "B,1,2", ",5", "\"C", "\"D\"x,1", "A--X,1", "E,5,, ", ",,"}),
                 ElementsAre("2: 1 values where the header names 2", "3: 3 values where the header names 2",
@@ -211,6 +217,21 @@ TEST(DataRecord, ChangeAndItsPercentageNeverContradictEachOther) {
     EXPECT_EQ(worked("10.50", "10.5"), "0.00 0.000000");
     EXPECT_EQ(worked("699999.99", "700000"), "-0.01 -0.000000014285714");
     EXPECT_EQ(worked("0.3", "0.30000000000000004"), "0.000000000000000 0.000000");
+}
+
+TEST(DataRecord, DecimalsAreTheMostSeenUnlessGiven) {
+    CDataRecord record("A");
+    const auto after = [&](EField field, const char* text) {
+        Merge(record, {{Slot(field), text}});
+        return std::string(record.Get(EField::DecimalPrecision));
+    };
+    EXPECT_EQ(after(EField::Last, "10"), "0");
+    EXPECT_EQ(after(EField::Bid, "9.875"), "3");
+    EXPECT_EQ(after(EField::Last, "10.1"), "3");
+    EXPECT_EQ(after(EField::Ask, "10.299999999999999"), "3") << "a program's arithmetic";
+    EXPECT_EQ(after(EField::Ask, "10.12345678"), "6") << "the feed shows no more";
+    EXPECT_EQ(after(EField::DecimalPrecision, "2"), "2");
+    EXPECT_EQ(after(EField::Ask, "10.123"), "2");
 }
 
 TEST(DataRecord, TheLastPriceOfTheDayBeforeIsTheClose) {
