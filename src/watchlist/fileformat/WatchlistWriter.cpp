@@ -1,17 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "watchlist/fileformat/WatchlistWriter.h"
 
+#include "base/Number.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/fileformat/FurtherKeys.h"
 #include "watchlist/fileformat/OptionKeys.h"
+#include "watchlist/fileformat/WatchlistKeys.h"
 
-#include <fmt/format.h>
-
-#include <algorithm>
-#include <iterator>
-#include <type_traits>
-#include <unordered_set>
-#include <utility>
 #include <vector>
 
 namespace vx {
@@ -20,10 +15,7 @@ namespace {
 
 constexpr int kStoredPerPixel = 10;
 constexpr std::string_view kLineEnd = "\r\n";
-
-template <typename... Args> void Append(std::string& out, fmt::format_string<Args...> text, Args&&... args) {
-    fmt::format_to(std::back_inserter(out), text, std::forward<Args>(args)...);
-}
+constexpr size_t kBytesPerRow = 100; // Enough for most; what is not used is never touched.
 
 /// A text as far as a line can hold it.
 std::string_view UpToLineEnd(std::string_view text) { return text.substr(0, text.find(kLineEnd)); }
@@ -33,80 +25,109 @@ void AppendColumns(std::string& out, const CColumnMap& columns) {
     for (int i = 1; i < columns.Count(); ++i) {
         const sColumnInfo& column = columns.At(i);
         const bool written = column.width >= 1 && column.name != " " && !HoldsLineEnd(column.name);
-        if (written) Append(out, "{}:{};", column.name, column.width * kStoredPerPixel);
+        if (!written) continue;
+        out.append(column.name).append(":");
+        AppendInteger(out, column.width * kStoredPerPixel);
+        out += ';';
     }
 }
 
 /// A symbol and the rows of its entry; both stay the document's.
-template <typename Rows> struct SSymbolRows {
+struct SSymbolRows {
     std::string_view symbol;
-    const Rows* rows;
+    const CRowList* rows = nullptr;
 };
 
-template <typename Rows> void AppendSymbols(std::string& out, std::vector<SSymbolRows<Rows>>& symbols) {
-    std::erase_if(symbols, [](const auto& s) { return s.rows->empty() || HoldsLineEnd(s.symbol); });
-    std::ranges::sort(symbols, {}, [](const auto& s) { return std::pair(*s.rows->begin(), s.symbol); });
-    for (const auto& [symbol, rows] : symbols) {
-        out += symbol;
-        out += ':';
-        for (const uint32_t row : *rows) Append(out, "{},", row);
-        out += ';';
+/// Entries by their first rows, in which no two of them are.
+class CSymbolEntries {
+public:
+    explicit CSymbolEntries(int lastRow) : m_entries(static_cast<size_t>(lastRow) + 1) {}
+
+    void Add(std::string_view symbol, const CRowList& rows) {
+        if (rows.empty()) return;
+        m_carried = m_carried && IsSymbolText(symbol) && symbol.find(':') == std::string_view::npos &&
+                    symbol.find(';') == std::string_view::npos;
+        if (!HoldsLineEnd(symbol)) m_entries[rows.front()] = {symbol, &rows};
     }
+    /// Returns whether all of them are read as they are.
+    bool Append(std::string& out) const {
+        for (const auto& [symbol, rows] : m_entries) {
+            if (!rows) continue;
+            out += symbol;
+            out += ':';
+            for (const uint32_t row : *rows) {
+                AppendInteger(out, row);
+                out += ',';
+            }
+            out += ';';
+        }
+        return m_carried;
+    }
+
+private:
+    bool m_carried = true;
+    std::vector<SSymbolRows> m_entries; ///< Index is the row.
+};
+
+bool AppendAllSymbols(std::string& out, const CWatchlistDoc& doc) {
+    CSymbolEntries valid(doc.LastUsedRow());
+    doc.Symbols().ForEach([&](const SYMBOL_DATA& data) { valid.Add(data.symbol, data.rows); });
+    const bool carried = valid.Append(out);
+    CSymbolEntries rejected(doc.LastUsedRow());
+    for (const auto& [symbol, rows] : doc.InvalidSymbols()) rejected.Add(symbol, rows);
+    return rejected.Append(out) && carried;
 }
 
-void AppendAllSymbols(std::string& out, const CWatchlistDoc& doc) {
-    std::vector<SSymbolRows<decltype(SYMBOL_DATA::rows)>> valid;
-    valid.reserve(doc.SymbolCount());
-    doc.Symbols().ForEach([&](const SYMBOL_DATA& data) { valid.push_back({data.symbol, &data.rows}); });
-    AppendSymbols(out, valid);
-    using InvalidRows = std::remove_cvref_t<decltype(doc.InvalidSymbols().begin()->second)>;
-    std::vector<SSymbolRows<InvalidRows>> invalid;
-    for (const auto& [symbol, rows] : doc.InvalidSymbols()) invalid.push_back({symbol, &rows});
-    AppendSymbols(out, invalid);
+bool AppendAnnotations(std::string& out, const CWatchlistDoc& doc) {
+    bool carried = true;
+    for (const auto& [row, text] : doc.Annotations()) {
+        if (doc.IsRejected(row)) continue; // It stands with the symbols.
+        carried = carried && doc.RowSymbol(row).empty() && !HoldsLineEnd(text) &&
+                  text.find(';') == std::string_view::npos && OldInvalidSymbol(text).empty();
+        AppendInteger(out, row);
+        out.append(":").append(UpToLineEnd(text)).append(";");
+    }
+    return carried;
 }
 
-void AppendAnnotations(std::string& out, const CWatchlistDoc& doc) {
-    std::unordered_set<int> invalid; // Their rows stand with the symbols.
-    for (const auto& [symbol, rows] : doc.InvalidSymbols())
-        for (const uint32_t row : rows) invalid.insert(static_cast<int>(row));
-    for (const auto& [row, text] : doc.Annotations())
-        if (!invalid.contains(row)) Append(out, "{}:{};", row, UpToLineEnd(text));
-}
-
-void AppendNotes(std::string& out, const CNoteStore& notes) {
+bool AppendNotes(std::string& out, const CNoteStore& notes) {
+    bool carried = true;
     for (const auto& [row, text] : notes) {
         if (row > notes.Count()) break;
-        Append(out, "{}:", row);
+        carried = carried && text.find_first_of(";:,") == std::string_view::npos;
+        AppendInteger(out, row);
+        out += ':';
         std::string_view rest = text;
         for (size_t end = rest.find(kLineEnd); end != std::string_view::npos; end = rest.find(kLineEnd)) {
-            out += rest.substr(0, end);
-            out += "::";
+            out.append(rest.substr(0, end)).append("::");
             rest.remove_prefix(end + kLineEnd.size());
         }
-        out += rest;
-        out += ';';
+        out.append(rest).append(";");
     }
+    return carried;
 }
 
 } // namespace
 
 std::string WriteWatchlistText(const CWatchlistDoc& doc, const SPlacement& placement) {
     std::string out;
+    out.reserve(kBytesPerRow * static_cast<size_t>(doc.LastUsedRow()));
+    SCarried carried;
     AppendOptionLines(out, doc, placement);
     out += "Columns=";
     AppendColumns(out, doc.Columns());
     out += "\r\nSymbols=";
-    AppendAllSymbols(out, doc);
+    carried.rows = AppendAllSymbols(out, doc);
     out += "\r\nAnnotations=";
-    AppendAnnotations(out, doc);
+    carried.rows = AppendAnnotations(out, doc) && carried.rows;
     out += "\r\nAlerts=";
-    out += doc.Alerts().Save();
+    carried.alerts = doc.Alerts().Save(out);
     out += "\r\nNotes=";
-    AppendNotes(out, doc.Notes());
+    carried.notes = AppendNotes(out, doc.Notes());
     out += "\r\nFormatting=";
-    out += doc.Formats().Write();
+    doc.Formats().Write(out);
     out += kLineEnd;
-    AppendFurtherKeys(out, doc);
+    AppendFurtherKeys(out, doc, carried);
     return out;
 }
 
