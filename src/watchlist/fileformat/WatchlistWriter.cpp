@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "watchlist/fileformat/WatchlistWriter.h"
 
+#include "base/Hash.h"
 #include "base/Number.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/fileformat/FurtherKeys.h"
 #include "watchlist/fileformat/OptionKeys.h"
 #include "watchlist/fileformat/WatchlistKeys.h"
 
+#include <bit>
+#include <map>
+#include <utility>
 #include <vector>
 
 namespace vx {
@@ -32,50 +36,65 @@ void AppendColumns(std::string& out, const CColumnMap& columns) {
     }
 }
 
-/// A symbol and the rows of its entry; both stay the document's.
-struct SSymbolRows {
-    std::string_view symbol;
-    const CRowList* rows = nullptr;
-};
-
-/// Entries by their first rows, in which no two of them are.
-class CSymbolEntries {
-public:
-    explicit CSymbolEntries(int lastRow) : m_entries(static_cast<size_t>(lastRow) + 1) {}
-
-    void Add(std::string_view symbol, const CRowList& rows) {
-        if (rows.empty()) return;
-        m_carried = m_carried && IsSymbolText(symbol) && symbol.find(':') == std::string_view::npos &&
-                    symbol.find(';') == std::string_view::npos;
-        if (!HoldsLineEnd(symbol)) m_entries[rows.front()] = {symbol, &rows};
+// firstRow, nextRow(row): 0 is the end. Returns whether the entry is read as it is.
+template <typename NextRow>
+bool AppendSymbol(std::string& out, std::string_view symbol, uint32_t firstRow, NextRow&& nextRow) {
+    if (HoldsLineEnd(symbol)) return false;
+    out.append(symbol).append(":");
+    for (uint32_t row = firstRow; row != 0; row = nextRow(row)) {
+        AppendInteger(out, row);
+        out += ',';
     }
-    /// Returns whether all of them are read as they are.
-    bool Append(std::string& out) const {
-        for (const auto& [symbol, rows] : m_entries) {
-            if (!rows) continue;
-            out += symbol;
-            out += ':';
-            for (const uint32_t row : *rows) {
-                AppendInteger(out, row);
-                out += ',';
-            }
-            out += ';';
+    out += ';';
+    return IsSymbolText(symbol) && symbol.find(':') == std::string_view::npos &&
+           symbol.find(';') == std::string_view::npos;
+}
+
+/// For each row the next one that has its symbol, found by a walk over the rows: they lie side by side in memory, which
+/// the entries of the document's map do not.
+struct SRowChains {
+    explicit SRowChains(const CWatchlistDoc& doc)
+        : next(static_cast<size_t>(doc.LastUsedRow()) + 1), isFirst(next.size()) {
+        const CSeededHash hash;
+        std::vector<uint32_t> firstRows(std::bit_ceil(2 * next.size())); // By hash; 0 is free.
+        for (size_t row = next.size() - 1; row > 0; --row) {
+            const std::string_view symbol = doc.RowSymbol(static_cast<int>(row));
+            if (symbol.empty()) continue;
+            size_t at = hash(symbol) & (firstRows.size() - 1);
+            while (firstRows[at] != 0 && doc.RowSymbol(static_cast<int>(firstRows[at])) != symbol)
+                at = (at + 1) & (firstRows.size() - 1);
+            next[row] = firstRows[at];
+            isFirst[next[row]] = false;
+            isFirst[row] = true;
+            firstRows[at] = static_cast<uint32_t>(row);
         }
-        return m_carried;
     }
 
-private:
-    bool m_carried = true;
-    std::vector<SSymbolRows> m_entries; ///< Index is the row.
+    std::vector<uint32_t> next; ///< 0: there is none.
+    std::vector<bool> isFirst;  ///< Of the rows of its symbol.
 };
 
-bool AppendAllSymbols(std::string& out, const CWatchlistDoc& doc) {
-    CSymbolEntries valid(doc.LastUsedRow());
-    doc.Symbols().ForEach([&](const SYMBOL_DATA& data) { valid.Add(data.symbol, data.rows); });
-    const bool carried = valid.Append(out);
-    CSymbolEntries rejected(doc.LastUsedRow());
-    for (const auto& [symbol, rows] : doc.InvalidSymbols()) rejected.Add(symbol, rows);
-    return rejected.Append(out) && carried;
+bool AppendSymbols(std::string& out, const CWatchlistDoc& doc) {
+    const SRowChains chains(doc);
+    bool carried = true;
+    for (uint32_t row = 1; row < chains.next.size(); ++row)
+        if (chains.isFirst[row] &&
+            !AppendSymbol(out, doc.RowSymbol(static_cast<int>(row)), row, [&](uint32_t at) { return chains.next[at]; }))
+            carried = false;
+    return carried;
+}
+
+bool AppendRejected(std::string& out, const CWatchlistDoc& doc) {
+    std::map<uint32_t, std::pair<std::string_view, const CRowList*>> byFirstRow;
+    for (const auto& [symbol, rows] : doc.InvalidSymbols())
+        if (!rows.empty()) byFirstRow[rows.front()] = {symbol, &rows};
+    bool carried = true;
+    for (const auto& [first, entry] : byFirstRow) {
+        const uint32_t* row = entry.second->begin();
+        const auto next = [&, end = entry.second->end()](uint32_t) { return ++row == end ? 0 : *row; };
+        if (!AppendSymbol(out, entry.first, first, next)) carried = false;
+    }
+    return carried;
 }
 
 bool AppendAnnotations(std::string& out, const CWatchlistDoc& doc) {
@@ -117,7 +136,8 @@ std::string WriteWatchlistText(const CWatchlistDoc& doc, const SPlacement& place
     out += "Columns=";
     AppendColumns(out, doc.Columns());
     out += "\r\nSymbols=";
-    carried.rows = AppendAllSymbols(out, doc);
+    carried.rows = AppendSymbols(out, doc);
+    carried.rows = AppendRejected(out, doc) && carried.rows;
     out += "\r\nAnnotations=";
     carried.rows = AppendAnnotations(out, doc) && carried.rows;
     out += "\r\nAlerts=";
