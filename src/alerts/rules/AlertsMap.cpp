@@ -239,7 +239,7 @@ bool HoldsAny(std::string_view text, std::string_view bytes) {
     return std::ranges::any_of(bytes, [text](char byte) { return text.find(byte) != std::string_view::npos; });
 }
 
-// Two columns have one name each, but one of them counts as another.
+// Whether a field is found by its name: the latest headline is read as the news.
 bool IsFieldRead(int32_t fieldId) {
     static const std::vector<bool> read = [] {
         std::vector<bool> out;

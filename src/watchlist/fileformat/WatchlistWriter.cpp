@@ -100,7 +100,7 @@ bool AppendRejected(std::string& out, const CWatchlistDoc& doc) {
 bool AppendAnnotations(std::string& out, const CWatchlistDoc& doc) {
     bool carried = true;
     for (const auto& [row, text] : doc.Annotations()) {
-        if (doc.IsRejected(row)) continue; // It stands with the symbols.
+        if (doc.IsRejected(row)) continue; // It is with the symbols.
         carried = carried && doc.RowSymbol(row).empty() && !HoldsLineEnd(text) &&
                   text.find(';') == std::string_view::npos && OldInvalidSymbol(text).empty();
         AppendInteger(out, row);
