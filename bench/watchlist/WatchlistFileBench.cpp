@@ -50,6 +50,22 @@ std::string ListText(int rows) {
                        symbols, annotations, alerts, notes, formats);
 }
 
+// Every row has a symbol of its own; a third of them an alert, a third a note, a third formats of two cells.
+std::string HeavyText(int rows) {
+    std::string symbols, notes, alerts, formats;
+    const auto to = [](std::string& out) { return std::back_inserter(out); };
+    for (int row = 1; row <= rows; ++row) {
+        fmt::format_to(to(symbols), "S{}:{},;", row, row);
+        if (row % 3 == 0) fmt::format_to(to(notes), "{}:bought::at {};", row, row);
+        if (row % 3 == 1)
+            fmt::format_to(to(formats), "{},1:255,,,,,,,,,TRUE,,,,,,;{},2:,65535,,,,,,,,,,,,,,;", row, row);
+        if (row % 3 == 2) fmt::format_to(to(alerts), "S{}:Last,>=,{}.500000,TRUE,FALSE,1,FALSE,;", row, row);
+    }
+    return fmt::format("TrailingRows=3\r\nColumns=Symbol:700;Last:700;Bid:700;Ask:700;Volume:900;\r\nSymbols={}\r\n"
+                       "Annotations=\r\nAlerts={}\r\nNotes={}\r\nFormatting={}\r\n",
+                       symbols, alerts, notes, formats);
+}
+
 // A list made to be slow: its symbols have one and the same SymbolHash. "AB" and "bA" have; so have two texts that are
 // put together from the same number of them.
 std::string CollidingText(int rows) {
@@ -103,6 +119,13 @@ void Save(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+// The part of a save that holds the window: the text is made, not written.
+void MakeText(benchmark::State& state, std::string (*listText)(int)) {
+    SBoard board(listText(static_cast<int>(state.range(0))));
+    for (auto _ : state) benchmark::DoNotOptimize(board.file.BeginSave({}, {}));
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 // The text split into lines, entries and fields, each a string of its own in a map; no document.
 void ReadPlainly(benchmark::State& state) {
     SBoard& board = Board(static_cast<int>(state.range(0)));
@@ -127,6 +150,8 @@ void ReadPlainly(benchmark::State& state) {
 BENCHMARK(Open)->Arg(kFewRows)->Arg(kManyRows)->Unit(benchmark::kMillisecond);
 BENCHMARK(OpenColliding)->Arg(kFewRows)->Arg(kManyRows)->Unit(benchmark::kMillisecond);
 BENCHMARK(Save)->Arg(kFewRows)->Arg(kManyRows)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(MakeText, List, ListText)->Arg(kFewRows)->Arg(kManyRows)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(MakeText, HeavyList, HeavyText)->Arg(kFewRows)->Arg(kManyRows)->Unit(benchmark::kMillisecond);
 BENCHMARK(ReadPlainly)->Arg(kManyRows)->Unit(benchmark::kMillisecond);
 
 class CGrowthReporter final : public benchmark::ConsoleReporter {

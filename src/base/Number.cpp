@@ -4,8 +4,8 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <limits>
-#include <string>
 
 namespace vx {
 
@@ -102,6 +102,11 @@ std::optional<double> ReadWholeDouble(std::string_view text) {
     const SDoublePrefix prefix = ReadDoublePrefix(text);
     if (prefix.used == 0 || prefix.used != text.size()) return std::nullopt;
     return prefix.value;
+}
+
+void AppendInteger(std::string& out, int64_t value) {
+    char digits[std::numeric_limits<int64_t>::digits10 + 2];
+    out.append(digits, std::to_chars(std::begin(digits), std::end(digits), value).ptr);
 }
 
 } // namespace vx

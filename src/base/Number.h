@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace vx {
@@ -26,5 +27,8 @@ double ReadDouble(std::string_view text);
 /// Reads a decimal number that must be the whole text; nothing else than a number gives nothing.
 /// Leading white space is allowed, trailing is not, as strtod with an end check has it.
 std::optional<double> ReadWholeDouble(std::string_view text);
+
+/// Appends a whole number as "%d" writes it.
+void AppendInteger(std::string& out, int64_t value);
 
 } // namespace vx

@@ -54,10 +54,17 @@ TEST_F(CAlertsMapTextTest, WhatCannotBeReadIsLeftOutAndCounted) {
 
 TEST_F(CAlertsMapTextTest, WhatItCannotCarryIsKnownBeforehand) {
     const A_INFO good = Alert("Last", ">", 10);
-    EXPECT_TRUE(CAlertsMap::CanSave("IBM", good));
-    for (const char* symbol : {"", "A:B", "A;B", "A\nB"}) EXPECT_FALSE(CAlertsMap::CanSave(symbol, good)) << symbol;
-    for (const A_INFO& bad : {A_INFO{1, 0, 0, 10, good.fieldId, 1, 2, "a;b.wav"}, A_INFO{1, 0, 0, 10, -1, 1, 0, {}}})
-        EXPECT_FALSE(CAlertsMap::CanSave("IBM", bad));
+    const auto isCarried = [](std::string_view symbol, const A_INFO& alert) {
+        CAlertsMap map;
+        map.Add(symbol, alert);
+        std::string text;
+        return map.Save(text);
+    };
+    EXPECT_TRUE(isCarried("IBM", good));
+    for (const char* symbol : {"A:B", "A;B", "A\nB"}) EXPECT_FALSE(isCarried(symbol, good)) << symbol;
+    for (const A_INFO& bad : {A_INFO{1, 0, 0, 10, good.fieldId, 1, 2, "a;b.wav"}, A_INFO{1, 0, 0, 10, -1, 1, 0, {}},
+                              A_INFO{1, 0, 0, 0.1 + 0.2, good.fieldId, 1, 0, {}}})
+        EXPECT_FALSE(isCarried("IBM", bad));
 }
 
 TEST_F(SAlertNoticeTest, TheRecordCarriesTheMomentAndTheOtherThresholds) {

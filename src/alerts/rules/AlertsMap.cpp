@@ -4,12 +4,10 @@
 #include "alerts/rules/AlertInfo.h"
 #include "alerts/rules/AlertTexts.h"
 #include "base/Number.h"
-
-#include <fmt/format.h>
+#include "data/record/NumberText.h"
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -222,18 +220,51 @@ constexpr char kSymbolEnd = ':';
 constexpr std::string_view kTrue = "TRUE";
 constexpr std::string_view kFalse = "FALSE";
 constexpr size_t kMostReported = 200;
+constexpr int kDecimals = 6; // Of a threshold.
+
+/// The bytes at the beginning of a text as a number that orders texts as they do.
+uint64_t FirstBytes(std::string_view text) {
+    uint64_t number = 0;
+    for (size_t i = 0; i < sizeof number; ++i)
+        number = number << 8 | (i < text.size() ? static_cast<unsigned char>(text[i]) : 0u);
+    return number;
+}
 
 bool HoldsLineEnd(std::string_view text) { return text.find("\r\n") != std::string_view::npos; }
 
 std::string_view FlagText(uint32_t flag) { return flag != 0 ? kTrue : kFalse; }
 uint32_t ReadFlag(std::string_view text) { return text == kTrue ? 1 : 0; }
 
-void AppendRecord(std::string& out, std::string_view symbol, const A_INFO& alert) {
-    const auto to = std::back_inserter(out);
-    fmt::format_to(to, "{}:{},{},", symbol, AlertFieldName(alert.fieldId), ConditionShortForm(alert.condition));
-    AppendFixed(out, alert.value);
-    fmt::format_to(to, ",{},{},{},{},{};", FlagText(alert.enabled), FlagText(alert.noZero),
-                   static_cast<int32_t>(alert.soundType), FlagText(alert.loopSound), alert.soundFile);
+bool HoldsAny(std::string_view text, std::string_view bytes) {
+    return std::ranges::any_of(bytes, [text](char byte) { return text.find(byte) != std::string_view::npos; });
+}
+
+// Whether a field is found by its name: the latest headline is read as the news.
+bool IsFieldRead(int32_t fieldId) {
+    static const std::vector<bool> read = [] {
+        std::vector<bool> out;
+        for (int32_t id = 0; !AlertFieldName(id).empty(); ++id) out.push_back(AlertFieldId(AlertFieldName(id)) == id);
+        return out;
+    }();
+    return fieldId >= 0 && static_cast<size_t>(fieldId) < read.size() && read[static_cast<size_t>(fieldId)];
+}
+
+bool IsValueRead(double value, std::string_view written) {
+    return !std::isfinite(value) || RoundedAsWritten(value, kDecimals).value_or(ReadDouble(written)) == value;
+}
+
+// Returns whether it is read as it is.
+bool AppendRecord(std::string& out, std::string_view symbol, const A_INFO& alert) {
+    out.append(symbol).append(":").append(AlertFieldName(alert.fieldId)).append(",");
+    out.append(ConditionShortForm(alert.condition)).append(",");
+    const size_t value = out.size();
+    AppendFixed(out, alert.value, kDecimals);
+    const bool carried = IsFieldRead(alert.fieldId) && !HoldsAny(alert.soundFile, ";\r\n") &&
+                         IsValueRead(alert.value, std::string_view(out).substr(value));
+    out.append(",").append(FlagText(alert.enabled)).append(",").append(FlagText(alert.noZero)).append(",");
+    AppendInteger(out, static_cast<int32_t>(alert.soundType));
+    out.append(",").append(FlagText(alert.loopSound)).append(",").append(alert.soundFile).append(";");
+    return carried;
 }
 
 /// The fields of a record after its symbol. The last of the wanted ones takes all that is left.
@@ -245,14 +276,19 @@ public:
     std::string_view Take() {
         const std::string_view rest = TakeRest();
         const size_t comma = rest.find(',');
-        if (comma != std::string_view::npos) m_rest = rest.substr(comma + 1);
+        m_isThereMore = comma != std::string_view::npos;
+        if (m_isThereMore) m_rest = rest.substr(comma + 1);
         return rest.substr(0, comma);
     }
-    std::string_view TakeRest() { return std::exchange(m_rest, std::nullopt).value_or(std::string_view{}); }
-    bool IsThereMore() const { return m_rest.has_value(); }
+    std::string_view TakeRest() {
+        m_isThereMore = false;
+        return std::exchange(m_rest, {});
+    }
+    bool IsThereMore() const { return m_isThereMore; }
 
 private:
-    std::optional<std::string_view> m_rest;
+    std::string_view m_rest;
+    bool m_isThereMore = true;
 };
 
 // Older files end each record after the flag that arms the alert, or after the one for zeros.
@@ -274,12 +310,30 @@ std::optional<A_INFO> ReadAlert(std::string_view text) {
 
 } // namespace
 
-std::string CAlertsMap::Save() const {
-    std::string out;
-    for (const std::string& symbol : Symbols())
-        for (const A_INFO& alert : Get(symbol))
-            if (!HoldsLineEnd(symbol) && !HoldsLineEnd(alert.soundFile)) AppendRecord(out, symbol, alert);
-    return out;
+bool CAlertsMap::Save(std::string& out) const {
+    struct SPlace {
+        uint64_t beginning; // Of the symbol: two of them are seldom the same so far.
+        const CMap::value_type* entry;
+    };
+    std::vector<SPlace> places;
+    places.reserve(Map(EAlertMap::Live).size());
+    for (const auto& entry : Map(EAlertMap::Live)) places.push_back({FirstBytes(entry.first), &entry});
+    std::ranges::sort(places, [](const SPlace& a, const SPlace& b) {
+        return a.beginning != b.beginning ? a.beginning < b.beginning : a.entry->first < b.entry->first;
+    });
+    bool carried = true;
+    for (const SPlace& place : places) {
+        const auto& [symbol, entry] = *place.entry;
+        const bool holdsLineEnd = HoldsLineEnd(symbol);
+        carried = carried && !HoldsAny(symbol, ":;\r\n");
+        for (const A_INFO& alert : entry.alerts) {
+            if (holdsLineEnd || HoldsLineEnd(alert.soundFile))
+                carried = false;
+            else if (!AppendRecord(out, symbol, alert))
+                carried = false;
+        }
+    }
+    return carried;
 }
 
 SUnreadAlerts CAlertsMap::Load(std::string_view text) {
@@ -299,21 +353,6 @@ bool CAlertsMap::LoadRecord(std::string_view record) {
     if (colon == std::string_view::npos) return false;
     const std::optional<A_INFO> alert = ReadAlert(record.substr(colon + 1));
     return alert && Add(record.substr(0, colon), *alert);
-}
-
-bool CAlertsMap::CanSave(std::string_view symbol, const A_INFO& alert) {
-    const auto holdsAny = [](std::string_view text, std::string_view bytes) {
-        return text.find_first_of(bytes) != std::string_view::npos;
-    };
-    return !symbol.empty() && !holdsAny(symbol, ":;\r\n") && !holdsAny(alert.soundFile, ";\r\n") &&
-           AlertFieldId(AlertFieldName(alert.fieldId)) == alert.fieldId;
-}
-
-bool CAlertsMap::IsRounded(const A_INFO& alert) {
-    if (!std::isfinite(alert.value)) return false;
-    std::string text;
-    AppendFixed(text, alert.value);
-    return ReadDouble(text) != alert.value;
 }
 
 } // namespace vx

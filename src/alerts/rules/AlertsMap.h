@@ -124,17 +124,20 @@ public:
 
     // Text.
 
-    /// The live alerts as one line of text without a line end, symbols in the order of their bytes. An alert whose
-    /// symbol or sound file holds a line end is left out.
-    std::string Save() const;
+    /// Appends the live alerts as one line of text without a line end, symbols in the order of their bytes. An alert
+    /// whose symbol or sound file holds a line end is left out.
+    ///
+    /// Returns whether Load reads all of them again as they are: false when a symbol or a sound file holds a separator
+    /// of the text, a field has no name, or a threshold has digits beyond the sixth place
+    bool Save(std::string& out) const;
+    std::string Save() const {
+        std::string out;
+        Save(out);
+        return out;
+    }
     /// Adds the alerts that a text describes to the live ones. Records of unknown fields, without a symbol, or beyond
     /// the limits are left out.
     SUnreadAlerts Load(std::string_view text);
-    /// Whether Save can write an alert so that Load reads it again: false when the symbol or the sound file holds a
-    /// separator of the text, or the field has no name. Digits beyond the sixth place are not looked at.
-    static bool CanSave(std::string_view symbol, const A_INFO& alert);
-    /// Whether the threshold is another one after Save and Load: it has digits beyond the sixth place.
-    static bool IsRounded(const A_INFO& alert);
 
 private:
     /// Where the value of a field stands: in a slot of the quote, in one of three forms, or elsewhere.

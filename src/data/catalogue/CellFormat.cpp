@@ -3,11 +3,8 @@
 
 #include "base/Number.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <array>
-#include <iterator>
 
 namespace vx {
 
@@ -22,7 +19,7 @@ constexpr std::string_view kRight = "Right";
 constexpr int kLeastFontPt = 4;
 constexpr int kMostFontPt = 96;
 
-void Append(std::string& out, int32_t value) { fmt::format_to(std::back_inserter(out), "{}", value); }
+void Append(std::string& out, int32_t value) { AppendInteger(out, value); }
 void Append(std::string& out, const std::string& value) { out += value; }
 void Append(std::string& out, bool value) { out += value ? kTrue : kFalse; }
 void Append(std::string& out, ECellAlign value) {

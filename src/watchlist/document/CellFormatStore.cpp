@@ -5,10 +5,7 @@
 #include "data/catalogue/DataInfo.h"
 #include "data/catalogue/FieldEntry.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
-#include <iterator>
 #include <optional>
 
 namespace vx {
@@ -39,12 +36,6 @@ std::optional<SPiece> CutPiece(std::string_view piece) {
     if (colon == std::string_view::npos) return std::nullopt;
     return SPiece{ReadInt32(piece.substr(0, comma)), ReadInt32(piece.substr(comma + 1, colon - comma - 1)),
                   piece.substr(colon + 1)};
-}
-
-void AppendRecord(std::string& out, int row, int column, const SCellFormat& format, const SCellFormat* base) {
-    fmt::format_to(std::back_inserter(out), "{},{}:", row, column);
-    AppendFormatFields(out, format, base);
-    out += kPieceEnd;
 }
 
 } // namespace
@@ -128,16 +119,16 @@ int CCellFormatStore::LastRow() const {
     return row;
 }
 
-std::string CCellFormatStore::Write() const {
-    std::string out;
-    AppendRecord(out, 0, 0, GridFormat(), nullptr);
-    for (int row = 0; row <= m_rows->Size(); ++row)
-        for (const auto& [column, format] : m_rows->Row(row).Extras().formats) {
-            if (row == 0 && column == 0) continue;
-            const SCellFormat& base = row == 0 ? GridFormat() : ColumnFormat(column);
-            if (column == 0 || !HaveSameFields(format, base)) AppendRecord(out, row, column, format, &base);
-        }
-    return out;
+void CCellFormatStore::Write(std::string& out) const {
+    ForEachRecord([&](int row, int column, const SCellFormat& format, const SCellFormat* base) {
+        if (!IsWritten(column, format, base)) return;
+        AppendInteger(out, row);
+        out += ',';
+        AppendInteger(out, column);
+        out += ':';
+        AppendFormatFields(out, format, base);
+        out += kPieceEnd;
+    });
 }
 
 size_t CCellFormatStore::Read(std::string_view text) {

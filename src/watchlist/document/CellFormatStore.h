@@ -75,15 +75,34 @@ public:
                 if (row != 0 || cell.column != 0) visit(row, cell.column);
     }
 
+    /// Calls visit(row, column, format, base) for the grid's format and every other record, row by row. base: the
+    /// cell's default, null for the grid.
+    template <typename Visit> void ForEachRecord(Visit&& visit) const {
+        const SCellFormat& grid = GridFormat();
+        visit(0, 0, grid, nullptr);
+        for (int row = 0; row <= m_rows->Size(); ++row)
+            for (const auto& [column, format] : m_rows->Row(row).Extras().formats)
+                if (row != 0 || column != 0) visit(row, column, format, row == 0 ? &grid : &ColumnFormat(column));
+    }
+
     /// Records, the grid's not among them.
     size_t Size() const { return m_rows->FormatCount() - (m_rows->FindFormat(0, 0) ? 1 : 0); }
 
     // Text.
 
-    /// All records as one line of text without a line end, row by row. Fields that equal those of the cell's default
-    /// (its column's format; the grid's for a column) are left empty. A record that equals its default is left out
-    /// unless it is in column 0; the grid's is there whole.
-    std::string Write() const;
+    /// Appends all records as one line of text without a line end, row by row. Fields that equal those of the cell's
+    /// default (its column's format; the grid's for a column) are left empty. A record that equals its default is left
+    /// out unless it is in column 0; the grid's is there whole.
+    void Write(std::string& out) const;
+    std::string Write() const {
+        std::string out;
+        Write(out);
+        return out;
+    }
+    /// Whether the text has a record of this column, format and default.
+    static bool IsWritten(int column, const SCellFormat& format, const SCellFormat* base) {
+        return !base || column == 0 || !HaveSameFields(format, *base);
+    }
     /// Replaces all records by those that a text describes; an empty text changes nothing.
     ///
     /// Returns how many pieces of it were left out: negative or too great a row or column, no "," or ":"

@@ -90,6 +90,7 @@ SFileResult CFileSaver::Replace(const SSaveJob& job, const SFileImage& before, i
         if (!made.empty()) Disk().Remove(made); // It is still the file's content.
         return FileFailure("saved", job.path, ErrorText(error));
     }
+    result.savedHash = ContentHash(job.text);
     if (!made.empty()) m_backups.RemoveOld(job.path);
     m_supplements.Retire(job.path, m_backups.List(job.path));
     TellLoss(job, loss, result.notices);

@@ -36,6 +36,7 @@ struct SFileResult {
     std::string error;                ///< What failed, with the file's name and the reason; empty when done.
     std::vector<std::string> notices; ///< What worked, but not as expected; a sentence each, for a box.
     std::string remark{};             ///< The same for the status bar; empty for none.
+    uint64_t savedHash = 0;           ///< Of the content that was saved; 0 when none was.
 
     bool IsDone() const { return outcome == EFileOutcome::Done; }
 };

@@ -72,7 +72,7 @@ void CRecoveryKeeper::Write(const SPlacement& placement, int64_t nowMs) {
     recovery.knownHash = m_watchlistFile.KnownHash();
     recovery.savedAt = time(nullptr);
     recovery.text = WriteWatchlistText(m_doc, placement);
-    m_writer.Write(FormatRecovery(recovery));
+    m_writer.Write(std::move(recovery));
 }
 
 void CRecoveryKeeper::Adopt(const SRecovery& recovery) {
@@ -105,7 +105,7 @@ CRecoveryWriter::~CRecoveryWriter() {
     m_thread.join();
 }
 
-void CRecoveryWriter::Write(std::string content) { Ask(std::move(content)); }
+void CRecoveryWriter::Write(SRecovery recovery) { Ask(std::move(recovery)); }
 
 void CRecoveryWriter::Remove() { Ask(std::nullopt); }
 
@@ -116,10 +116,10 @@ void CRecoveryWriter::Adopt(std::string file, std::shared_ptr<CFileLock> lock) {
     m_lock = std::move(lock);
 }
 
-void CRecoveryWriter::Ask(std::optional<std::string> content) {
+void CRecoveryWriter::Ask(std::optional<SRecovery> recovery) {
     {
         const std::lock_guard lock(m_mutex);
-        m_next = std::move(content);
+        m_next = std::move(recovery);
         m_asked = true;
     }
     m_wake.notify_one();
@@ -141,11 +141,11 @@ void CRecoveryWriter::Run() {
     for (;;) {
         m_wake.wait(lock, [this] { return m_asked || m_end; });
         if (!m_asked) return;
-        const std::optional<std::string> content = std::exchange(m_next, std::nullopt);
+        const std::optional<SRecovery> recovery = std::exchange(m_next, std::nullopt);
         m_asked = false;
         m_busy = true;
         lock.unlock();
-        const int error = Do(content);
+        const int error = Do(recovery);
         if (error != 0 && m_error == 0)
             LogInformation(fmt::format("Unsaved changes could not be kept in \"{}\": {}.",
                                        Windows1252FromUtf8(RecoveryFolder(m_stateFolder)), ErrorText(error)));
@@ -156,14 +156,14 @@ void CRecoveryWriter::Run() {
     }
 }
 
-int CRecoveryWriter::Do(const std::optional<std::string>& content) {
-    if (!content) {
+int CRecoveryWriter::Do(const std::optional<SRecovery>& recovery) {
+    if (!recovery) {
         RemoveFile();
         return 0;
     }
     if (m_file.empty())
         if (const int error = Begin()) return error;
-    return SavePrivateFile(m_file, *content);
+    return SavePrivateFile(m_file, FormatRecovery(*recovery));
 }
 
 // Without the lock another program could take the file for one that nobody has.

@@ -32,8 +32,8 @@ public:
     CRecoveryWriter(const CRecoveryWriter&) = delete;
     CRecoveryWriter& operator=(const CRecoveryWriter&) = delete;
 
-    /// Puts a content into the recovery file, which is made when there is none.
-    void Write(std::string content);
+    /// Puts unsaved changes into the recovery file, which is made when there is none.
+    void Write(SRecovery recovery);
     /// The recovery file goes, and its lock after it: in between, nobody may find a file without a holder.
     void Remove();
     /// A file that another program left is the recovery file from here on. The one that was goes.
@@ -46,9 +46,9 @@ public:
     std::string File();
 
 private:
-    void Ask(std::optional<std::string> content);
+    void Ask(std::optional<SRecovery> recovery);
     void Run();
-    int Do(const std::optional<std::string>& content);
+    int Do(const std::optional<SRecovery>& recovery);
     int Begin();
     void RemoveFile();
 
@@ -61,7 +61,7 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_wake, m_done;
     bool m_asked = false;
-    std::optional<std::string> m_next; ///< Of what was asked for; nothing: the file goes.
+    std::optional<SRecovery> m_next; ///< Of what was asked for; nothing: the file goes.
     bool m_busy = false;
     bool m_end = false;
     std::atomic<int> m_error{0};

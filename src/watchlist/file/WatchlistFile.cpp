@@ -171,7 +171,7 @@ void CWatchlistFile::EndSave(const SSaveJob& job, const SFileResult& result) {
     if (result.IsDone()) {
         if (job.path != m_path) m_doc.SetTitle(Windows1252FromUtf8(TitleOfPath(job.path)));
         m_path = job.path;
-        m_knownHash = ContentHash(job.text);
+        m_knownHash = result.savedHash;
         m_onDisk = true;
         m_unread.clear();
         m_doc.Update()->Options().placement = job.placement;

@@ -5,8 +5,6 @@
 #include "base/Number.h"
 #include "watchlist/document/WatchlistDoc.h"
 
-#include <algorithm>
-
 namespace vx {
 
 namespace {
@@ -21,15 +19,6 @@ CAlertArray AsRead(const CAlertArray& alerts) {
         out.back().fieldId = *fieldId;
     }
     return out;
-}
-
-// Most lists have only alerts that the line of alerts carries.
-bool AreAllCarried(const CAlertsMap& alerts, const std::vector<std::string>& symbols) {
-    return std::ranges::all_of(symbols, [&](const std::string& symbol) {
-        return std::ranges::all_of(alerts.Get(symbol), [&](const A_INFO& alert) {
-            return CAlertsMap::CanSave(symbol, alert) && !CAlertsMap::IsRounded(alert);
-        });
-    });
 }
 
 void AppendAlert(CFurtherWriter& out, std::string_view symbol, const A_INFO& alert) {
@@ -57,15 +46,14 @@ std::optional<A_INFO> ReadAlert(CFurtherReader& entry) {
 } // namespace
 
 std::string WriteFurtherAlerts(const SFurtherSource& source) {
+    if (source.carried.alerts) return {};
     const CAlertsMap& alerts = source.doc.Alerts();
-    const std::vector<std::string> symbols = alerts.Symbols();
-    if (AreAllCarried(alerts, symbols)) return {};
     CAlertsMap given;
     given.Load(source.fixed.alerts.text);
     CFurtherWriter out;
     for (const std::string& symbol : given.Symbols())
         if (alerts.Count(symbol) == 0) out.Quote(symbol).EndEntry();
-    for (const std::string& symbol : symbols) {
+    for (const std::string& symbol : alerts.Symbols()) {
         const CAlertArray all = AsRead(alerts.Get(symbol));
         if (all == given.Get(symbol)) continue;
         for (const A_INFO& alert : all) AppendAlert(out, symbol, alert);

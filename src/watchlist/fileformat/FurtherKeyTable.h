@@ -2,6 +2,7 @@
 #pragma once
 
 #include "watchlist/document/WatchlistContent.h"
+#include "watchlist/fileformat/FurtherKeys.h"
 #include "watchlist/fileformat/FurtherText.h"
 
 #include <cstddef>
@@ -18,7 +19,8 @@ class CWatchlistDoc;
 /// From what the value of a further key is made.
 struct SFurtherSource {
     const CWatchlistDoc& doc;
-    const SWatchlistContent& fixed; ///< What reading the other keys of the text gives.
+    const SCarried& carried;
+    const SWatchlistContent& fixed; ///< What reading the other keys of the text gives, unless it is carried.
 };
 
 /// The whole value of a further key, and where it goes.

@@ -3,10 +3,11 @@
 
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/fileformat/FurtherKeyTable.h"
-#include "watchlist/fileformat/WatchlistReader.h"
+#include "watchlist/fileformat/WatchlistKeys.h"
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace vx {
 
@@ -55,11 +56,24 @@ void AppendLines(std::string& text, std::string_view name, std::string_view valu
     }
 }
 
-SWatchlistContent ReadBack(std::string_view text) {
-    CWatchlistReader reader;
-    reader.TakeBlock(text);
-    reader.Finish();
-    return std::move(reader.Content());
+// Only what is needed: reading a long list takes many times as long as writing it.
+SWatchlistContent ReadBack(std::string_view text, const SCarried& carried) {
+    const std::array<std::pair<std::string_view, bool>, 5> keys = {{{"Columns", true},
+                                                                    {"Symbols", !carried.rows},
+                                                                    {"Annotations", !carried.rows},
+                                                                    {"Alerts", !carried.alerts},
+                                                                    {"Notes", !carried.notes}}};
+    SWatchlistContent content;
+    CReadReport report;
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find(kLineEnd));
+        text.remove_prefix(line.size() + kLineEnd.size());
+        const size_t equals = line.find('=');
+        const std::pair needed(line.substr(0, equals), true);
+        if (std::ranges::find(keys, needed) != keys.end())
+            ReadKey(needed.first, line.substr(equals + 1), 0, content, report);
+    }
+    return content;
 }
 
 } // namespace
@@ -68,9 +82,9 @@ void SFurtherValue::LeftOut(std::string_view entry) const {
     report.LeftOut(line, fmt::format("this part of {}{} is not understood", kFurtherPrefix, key), entry);
 }
 
-void AppendFurtherKeys(std::string& text, const CWatchlistDoc& doc) {
-    const SWatchlistContent fixed = ReadBack(text);
-    const SFurtherSource source{doc, fixed};
+void AppendFurtherKeys(std::string& text, const CWatchlistDoc& doc, const SCarried& carried) {
+    const SWatchlistContent fixed = ReadBack(text, carried);
+    const SFurtherSource source{doc, carried, fixed};
     for (const SFurtherKey& key : kFurtherKeys) AppendLines(text, key.name, key.write(source));
     for (const std::string& line : doc.UnknownLines()) {
         text += line;

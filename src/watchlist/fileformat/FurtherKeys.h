@@ -18,13 +18,20 @@ class CWatchlistDoc;
 /// How the name of every further key begins.
 inline constexpr std::string_view kFurtherPrefix = "Vx.";
 
+/// What of a watchlist is read from the other lines of a text as it is; nothing is known of the rest.
+struct SCarried {
+    bool rows = false;
+    bool notes = false; ///< Those in the rows up to their number: no others are in the line of notes.
+    bool alerts = false;
+};
+
 /// Adds the further keys that a watchlist needs to its file's text, and those that were read but are unknown here.
 ///
 /// Shape   lines "key=value" of printable ASCII, each ended by CR LF and at most kMostFurtherBytes long; a longer value
 ///         continues in the next line of the same key
 /// Source  docs/file-format.md, "Further keys"
 /// Thread  GUI thread only
-void AppendFurtherKeys(std::string& text, const CWatchlistDoc& doc);
+void AppendFurtherKeys(std::string& text, const CWatchlistDoc& doc, const SCarried& carried);
 inline constexpr size_t kMostFurtherBytes = 1000;
 
 /// Collects the further keys of a text that is being read, and applies them when all of it was.

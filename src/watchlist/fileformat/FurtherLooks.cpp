@@ -6,8 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
-#include <vector>
 
 namespace vx {
 
@@ -22,17 +20,8 @@ constexpr std::array<std::string_view, 3> kRules = {"field", "direction", "sign"
 constexpr std::string_view kBold = "bold";
 constexpr std::string_view kRegular = "regular";
 
-bool IsKept(const SCellFormat& format) { return format.colourRule != EColourRule::OfField || format.regular; }
-
 bool IsSame(const SCellFormat& a, const SCellFormat& b) {
     return a.colourRule == b.colourRule && a.regular == b.regular;
-}
-
-std::vector<std::pair<int, int>> PlacesOfFormats(const CCellFormatStore& formats) {
-    std::vector<std::pair<int, int>> places{{0, 0}};
-    formats.ForEach([&](int row, int column) { places.emplace_back(row, column); });
-    std::sort(places.begin(), places.end());
-    return places;
 }
 
 } // namespace
@@ -45,20 +34,14 @@ void ApplyLook(const SLook& look, CCellFormatStore& formats) {
 }
 
 std::string WriteFurtherLooks(const SFurtherSource& source) {
-    const CCellFormatStore& formats = source.doc.Formats();
-    bool any = IsKept(formats.GridFormat());
-    formats.ForEach([&](int row, int column) { any = any || IsKept(*formats.Find(row, column)); });
+    static const SCellFormat kRead; // A record that the text has begins with it; others are their defaults.
     CFurtherWriter out;
-    if (!any) return out.Take();
-    CCellFormatStore given; // As a reader has them, entry by entry.
-    given.Read(source.fixed.formats.text);
-    for (const auto& [row, column] : PlacesOfFormats(formats)) {
-        const SCellFormat& format = *formats.Find(row, column);
-        if (IsSame(given.Effective(row, column), format)) continue;
-        ApplyLook({row, column, format.colourRule, format.regular}, given);
+    source.doc.Formats().ForEachRecord([&](int row, int column, const SCellFormat& format, const SCellFormat* base) {
+        if (IsSame(format, kRead) && (!base || IsSame(format, *base))) return; // Most of them.
+        if (IsSame(format, CCellFormatStore::IsWritten(column, format, base) ? kRead : *base)) return;
         out.Add(row).Add(column).Add(kRules[static_cast<size_t>(format.colourRule)]);
         out.Add(format.regular ? kRegular : kBold).EndEntry();
-    }
+    });
     return out.Take();
 }
 

@@ -33,6 +33,7 @@ void TakeRow(const CWatchlistDoc& doc, int row, std::string_view& text, bool& an
 } // namespace
 
 std::string WriteFurtherRows(const SFurtherSource& source) {
+    if (source.carried.rows) return {};
     const std::vector<SReadRow>& given = source.fixed.rows;
     const int last = std::max(source.doc.LastUsedRow(), static_cast<int>(given.size()) - 1);
     static const SReadRow kNone;
@@ -66,7 +67,9 @@ void ReadFurtherRows(const SFurtherValue& value) {
 std::string WriteFurtherNotes(const SFurtherSource& source) {
     CFurtherWriter out;
     const std::map<int, std::string>& given = source.fixed.notes;
+    const int carried = source.carried.notes ? source.doc.Notes().Count() : 0;
     for (const auto& [row, text] : source.doc.Notes()) {
+        if (row <= carried) continue;
         const auto there = given.find(row);
         if (there != given.end() && there->second == text) continue;
         out.Add(row).Quote(text).EndEntry();

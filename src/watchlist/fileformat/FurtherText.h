@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/Number.h"
+
 #include <fmt/format.h>
 
 #include <cstdint>
@@ -8,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace vx {
 
@@ -19,7 +22,10 @@ class CFurtherWriter {
 public:
     template <typename Number> CFurtherWriter& Add(Number value) {
         BeginField();
-        fmt::format_to(std::back_inserter(m_out), "{}", value);
+        if constexpr (std::is_integral_v<Number>)
+            AppendInteger(m_out, value);
+        else
+            fmt::format_to(std::back_inserter(m_out), "{}", value);
         return *this;
     }
     CFurtherWriter& Quote(std::string_view text);

@@ -143,10 +143,15 @@ std::string_view TakeUntil(std::string_view& text, char separator) {
 
 bool ReadFlag(std::string_view text) { return text == "TRUE"; }
 
+bool IsSymbolText(std::string_view symbol) {
+    return !symbol.empty() && symbol.size() <= kMostNameBytes && symbol.front() != ' ' && symbol.back() != ' ' &&
+           std::ranges::none_of(symbol, IsControl);
+}
+
 void ReadSymbolAt(int row, std::string_view symbol, size_t line, SWatchlistContent& content, CReadReport& report) {
     const std::string_view trimmed = TrimBlanks(symbol);
     if (trimmed.empty()) return;
-    if (trimmed.size() > kMostNameBytes || std::ranges::any_of(trimmed, IsControl))
+    if (!IsSymbolText(trimmed))
         report.LeftOut(line, "this is no symbol", trimmed);
     else if (!content.SetRow(row, trimmed, false))
         report.LeftOut(line, "a symbol's row is out of range", trimmed);

@@ -24,7 +24,10 @@ std::string_view TakeUntil(std::string_view& text, char separator);
 /// "TRUE" is true, everything else false.
 bool ReadFlag(std::string_view text);
 
-/// Puts a symbol into a row unless it cannot be one: too long, or holding control characters.
+/// Whether a symbol is read as it is: not empty, not too long, without blanks around it and control characters.
+bool IsSymbolText(std::string_view symbol);
+
+/// Puts a symbol into a row unless it cannot be one; blanks around it go.
 void ReadSymbolAt(int row, std::string_view symbol, size_t line, SWatchlistContent& content, CReadReport& report);
 
 void ReadAnnotationAt(int row, std::string_view text, size_t line, SWatchlistContent& content, CReadReport& report);

@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "watchlist/fileformat/WatchlistWriter.h"
 
+#include "base/Hash.h"
+#include "base/Number.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/fileformat/FurtherKeys.h"
 #include "watchlist/fileformat/OptionKeys.h"
+#include "watchlist/fileformat/WatchlistKeys.h"
 
-#include <fmt/format.h>
-
-#include <algorithm>
-#include <iterator>
-#include <type_traits>
-#include <unordered_set>
+#include <bit>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -20,10 +19,7 @@ namespace {
 
 constexpr int kStoredPerPixel = 10;
 constexpr std::string_view kLineEnd = "\r\n";
-
-template <typename... Args> void Append(std::string& out, fmt::format_string<Args...> text, Args&&... args) {
-    fmt::format_to(std::back_inserter(out), text, std::forward<Args>(args)...);
-}
+constexpr size_t kBytesPerRow = 100; // Enough for most; what is not used is never touched.
 
 /// A text as far as a line can hold it.
 std::string_view UpToLineEnd(std::string_view text) { return text.substr(0, text.find(kLineEnd)); }
@@ -33,80 +29,125 @@ void AppendColumns(std::string& out, const CColumnMap& columns) {
     for (int i = 1; i < columns.Count(); ++i) {
         const sColumnInfo& column = columns.At(i);
         const bool written = column.width >= 1 && column.name != " " && !HoldsLineEnd(column.name);
-        if (written) Append(out, "{}:{};", column.name, column.width * kStoredPerPixel);
+        if (!written) continue;
+        out.append(column.name).append(":");
+        AppendInteger(out, column.width * kStoredPerPixel);
+        out += ';';
     }
 }
 
-/// A symbol and the rows of its entry; both stay the document's.
-template <typename Rows> struct SSymbolRows {
-    std::string_view symbol;
-    const Rows* rows;
+// firstRow, nextRow(row): 0 is the end. Returns whether the entry is read as it is.
+template <typename NextRow>
+bool AppendSymbol(std::string& out, std::string_view symbol, uint32_t firstRow, NextRow&& nextRow) {
+    if (HoldsLineEnd(symbol)) return false;
+    out.append(symbol).append(":");
+    for (uint32_t row = firstRow; row != 0; row = nextRow(row)) {
+        AppendInteger(out, row);
+        out += ',';
+    }
+    out += ';';
+    return IsSymbolText(symbol) && symbol.find(':') == std::string_view::npos &&
+           symbol.find(';') == std::string_view::npos;
+}
+
+/// For each row the next one that has its symbol, found by a walk over the rows: they lie side by side in memory, which
+/// the entries of the document's map do not.
+struct SRowChains {
+    explicit SRowChains(const CWatchlistDoc& doc)
+        : next(static_cast<size_t>(doc.LastUsedRow()) + 1), isFirst(next.size()) {
+        const CSeededHash hash;
+        std::vector<uint32_t> firstRows(std::bit_ceil(2 * next.size())); // By hash; 0 is free.
+        for (size_t row = next.size() - 1; row > 0; --row) {
+            const std::string_view symbol = doc.RowSymbol(static_cast<int>(row));
+            if (symbol.empty()) continue;
+            size_t at = hash(symbol) & (firstRows.size() - 1);
+            while (firstRows[at] != 0 && doc.RowSymbol(static_cast<int>(firstRows[at])) != symbol)
+                at = (at + 1) & (firstRows.size() - 1);
+            next[row] = firstRows[at];
+            isFirst[next[row]] = false;
+            isFirst[row] = true;
+            firstRows[at] = static_cast<uint32_t>(row);
+        }
+    }
+
+    std::vector<uint32_t> next; ///< 0: there is none.
+    std::vector<bool> isFirst;  ///< Of the rows of its symbol.
 };
 
-template <typename Rows> void AppendSymbols(std::string& out, std::vector<SSymbolRows<Rows>>& symbols) {
-    std::erase_if(symbols, [](const auto& s) { return s.rows->empty() || HoldsLineEnd(s.symbol); });
-    std::ranges::sort(symbols, {}, [](const auto& s) { return std::pair(*s.rows->begin(), s.symbol); });
-    for (const auto& [symbol, rows] : symbols) {
-        out += symbol;
-        out += ':';
-        for (const uint32_t row : *rows) Append(out, "{},", row);
-        out += ';';
-    }
+bool AppendSymbols(std::string& out, const CWatchlistDoc& doc) {
+    const SRowChains chains(doc);
+    bool carried = true;
+    for (uint32_t row = 1; row < chains.next.size(); ++row)
+        if (chains.isFirst[row] &&
+            !AppendSymbol(out, doc.RowSymbol(static_cast<int>(row)), row, [&](uint32_t at) { return chains.next[at]; }))
+            carried = false;
+    return carried;
 }
 
-void AppendAllSymbols(std::string& out, const CWatchlistDoc& doc) {
-    std::vector<SSymbolRows<decltype(SYMBOL_DATA::rows)>> valid;
-    valid.reserve(doc.SymbolCount());
-    doc.Symbols().ForEach([&](const SYMBOL_DATA& data) { valid.push_back({data.symbol, &data.rows}); });
-    AppendSymbols(out, valid);
-    using InvalidRows = std::remove_cvref_t<decltype(doc.InvalidSymbols().begin()->second)>;
-    std::vector<SSymbolRows<InvalidRows>> invalid;
-    for (const auto& [symbol, rows] : doc.InvalidSymbols()) invalid.push_back({symbol, &rows});
-    AppendSymbols(out, invalid);
-}
-
-void AppendAnnotations(std::string& out, const CWatchlistDoc& doc) {
-    std::unordered_set<int> invalid; // Their rows stand with the symbols.
+bool AppendRejected(std::string& out, const CWatchlistDoc& doc) {
+    std::map<uint32_t, std::pair<std::string_view, const CRowList*>> byFirstRow;
     for (const auto& [symbol, rows] : doc.InvalidSymbols())
-        for (const uint32_t row : rows) invalid.insert(static_cast<int>(row));
-    for (const auto& [row, text] : doc.Annotations())
-        if (!invalid.contains(row)) Append(out, "{}:{};", row, UpToLineEnd(text));
+        if (!rows.empty()) byFirstRow[rows.front()] = {symbol, &rows};
+    bool carried = true;
+    for (const auto& [first, entry] : byFirstRow) {
+        const uint32_t* row = entry.second->begin();
+        const auto next = [&, end = entry.second->end()](uint32_t) { return ++row == end ? 0 : *row; };
+        if (!AppendSymbol(out, entry.first, first, next)) carried = false;
+    }
+    return carried;
 }
 
-void AppendNotes(std::string& out, const CNoteStore& notes) {
+bool AppendAnnotations(std::string& out, const CWatchlistDoc& doc) {
+    bool carried = true;
+    for (const auto& [row, text] : doc.Annotations()) {
+        if (doc.IsRejected(row)) continue; // It is with the symbols.
+        carried = carried && doc.RowSymbol(row).empty() && !HoldsLineEnd(text) &&
+                  text.find(';') == std::string_view::npos && OldInvalidSymbol(text).empty();
+        AppendInteger(out, row);
+        out.append(":").append(UpToLineEnd(text)).append(";");
+    }
+    return carried;
+}
+
+bool AppendNotes(std::string& out, const CNoteStore& notes) {
+    bool carried = true;
     for (const auto& [row, text] : notes) {
         if (row > notes.Count()) break;
-        Append(out, "{}:", row);
+        carried = carried && text.find_first_of(";:,") == std::string_view::npos;
+        AppendInteger(out, row);
+        out += ':';
         std::string_view rest = text;
         for (size_t end = rest.find(kLineEnd); end != std::string_view::npos; end = rest.find(kLineEnd)) {
-            out += rest.substr(0, end);
-            out += "::";
+            out.append(rest.substr(0, end)).append("::");
             rest.remove_prefix(end + kLineEnd.size());
         }
-        out += rest;
-        out += ';';
+        out.append(rest).append(";");
     }
+    return carried;
 }
 
 } // namespace
 
 std::string WriteWatchlistText(const CWatchlistDoc& doc, const SPlacement& placement) {
     std::string out;
+    out.reserve(kBytesPerRow * static_cast<size_t>(doc.LastUsedRow()));
+    SCarried carried;
     AppendOptionLines(out, doc, placement);
     out += "Columns=";
     AppendColumns(out, doc.Columns());
     out += "\r\nSymbols=";
-    AppendAllSymbols(out, doc);
+    carried.rows = AppendSymbols(out, doc);
+    carried.rows = AppendRejected(out, doc) && carried.rows;
     out += "\r\nAnnotations=";
-    AppendAnnotations(out, doc);
+    carried.rows = AppendAnnotations(out, doc) && carried.rows;
     out += "\r\nAlerts=";
-    out += doc.Alerts().Save();
+    carried.alerts = doc.Alerts().Save(out);
     out += "\r\nNotes=";
-    AppendNotes(out, doc.Notes());
+    carried.notes = AppendNotes(out, doc.Notes());
     out += "\r\nFormatting=";
-    out += doc.Formats().Write();
+    doc.Formats().Write(out);
     out += kLineEnd;
-    AppendFurtherKeys(out, doc);
+    AppendFurtherKeys(out, doc, carried);
     return out;
 }
 
