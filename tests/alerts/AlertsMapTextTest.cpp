@@ -62,8 +62,9 @@ TEST_F(CAlertsMapTextTest, WhatItCannotCarryIsKnownBeforehand) {
     };
     EXPECT_TRUE(isCarried("IBM", good));
     for (const char* symbol : {"A:B", "A;B", "A\nB"}) EXPECT_FALSE(isCarried(symbol, good)) << symbol;
-    for (const A_INFO& bad : {A_INFO{1, 0, 0, 10, good.fieldId, 1, 2, "a;b.wav"}, A_INFO{1, 0, 0, 10, -1, 1, 0, {}},
-                              A_INFO{1, 0, 0, 0.1 + 0.2, good.fieldId, 1, 0, {}}})
+    for (const A_INFO& bad :
+         {A_INFO{1, 0, 0, 10, good.fieldId, 1, 2, "a;b.wav"}, A_INFO{1, 0, 0, 10, -1, 1, 0, {}},
+          A_INFO{1, 0, 0, 0.1 + 0.2, good.fieldId, 1, 0, {}}, A_INFO{1, 0, 0, 10, good.fieldId, 9, 0, {}}})
         EXPECT_FALSE(isCarried("IBM", bad));
 }
 

@@ -259,7 +259,8 @@ bool AppendRecord(std::string& out, std::string_view symbol, const A_INFO& alert
     out.append(ConditionShortForm(alert.condition)).append(",");
     const size_t value = out.size();
     AppendFixed(out, alert.value, kDecimals);
-    const bool carried = IsFieldRead(alert.fieldId) && !HoldsAny(alert.soundFile, ";\r\n") &&
+    const bool carried = IsFieldRead(alert.fieldId) && !ConditionWords(alert.condition).empty() &&
+                         !HoldsAny(alert.soundFile, ";\r\n") &&
                          IsValueRead(alert.value, std::string_view(out).substr(value));
     out.append(",").append(FlagText(alert.enabled)).append(",").append(FlagText(alert.noZero)).append(",");
     AppendInteger(out, static_cast<int32_t>(alert.soundType));
