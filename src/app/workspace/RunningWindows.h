@@ -61,8 +61,8 @@ private:
     std::function<std::string()> m_tell;
     int m_number = 0;
     std::unique_ptr<CFileLock> m_lock;
+    std::vector<QLocalSocket*> m_waiting; ///< Children of the server, which takes each out when it goes.
     QLocalServer m_server;
-    std::vector<QLocalSocket*> m_waiting; ///< Children of the server.
 };
 
 // The windows of the program that run on this computer, each of them a process of its own with a CWindowRegistration.
