@@ -113,7 +113,7 @@ public:
 
 private:
     static constexpr size_t kRecordsInCache = 500; ///< About as many as the second cache of a core holds.
-    static constexpr size_t kTradeMarkets = 3; ///< Fields of a quote that carry the market of a trade.
+    static constexpr size_t kTradeMarkets = 3;     ///< Fields of a quote that carry the market of a trade.
 
     /// Whether a table of names is there; asked for again only after a while.
     struct SLoad {

@@ -9,8 +9,8 @@ namespace vx {
 // Finds where the lines of a block of received bytes end, for all of them at once. The fastest way that the processor
 // knows is chosen at start-up; the others are here for the tests and for processors without it.
 
-inline constexpr size_t kLineBlock = 16384;///< The most bytes of one call.
-inline constexpr size_t kLineSlack = 64;   ///< Bytes that must be readable, with any content, after the block.
+inline constexpr size_t kLineBlock = 16384; ///< The most bytes of one call.
+inline constexpr size_t kLineSlack = 64;    ///< Bytes that must be readable, with any content, after the block.
 
 struct SLineEnds {
     size_t count;
