@@ -22,7 +22,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         if (symbol.empty() || symbol.find(',') != std::string::npos) std::abort();
         joined += symbol + ',';
     }
-    if (CNorvCommandLineInfo({"-symbol", joined}).Symbols() != symbols) std::abort();
+    if (CNorvCommandLineInfo({"-symbol=" + joined}).Symbols() != symbols) std::abort(); // "--" is no value by itself.
     if (read.error.empty() && !read.file.empty() && std::ranges::find(arguments, read.file) == arguments.end())
         std::abort();
     return 0;
