@@ -105,7 +105,8 @@ SOptionValue TextValue(std::string& where, std::string wanted) {
 }
 
 SOptionValue WholeNumber(uint64_t least, uint64_t most, std::function<void(uint64_t)> keep) {
-    return {fmt::format("a whole number from {} to {}", least, most), [=](const std::string& text) {
+    return {fmt::format("a whole number from {} to {}", least, most),
+            [least, most, keep = std::move(keep)](const std::string& text) {
                 uint64_t value = 0;
                 const auto [end, status] = std::from_chars(text.data(), text.data() + text.size(), value);
                 if (status != std::errc() || end != text.data() + text.size() || value < least || value > most)

@@ -73,7 +73,7 @@ bool CSettings::WriteColor(const SColorSetting& setting, uint32_t color) {
 std::string ReadLogPath(CRegistry& registry) {
     const std::optional<SRegistryValue> stored = registry.Read(kStartupKey, kLogPathValue);
     if (stored && stored->kind == ERegistryKind::Text) return stored->text;
-    const std::string path = UserStateFolder() + "/log";
+    std::string path = UserStateFolder() + "/log";
     if (registry.IsReadable()) registry.WriteText(kStartupKey, kLogPathValue, path);
     return path;
 }

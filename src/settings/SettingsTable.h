@@ -43,6 +43,7 @@ struct SColorSetting : SSetting {};
 
 /// Every setting there is, in the order of the table.
 inline constexpr std::array kAllSettings{
+// NOLINTNEXTLINE(bugprone-macro-parentheses): the name of a constant.
 #define ZW_SETTING(constant, type, kind, name, defaultText, purpose) static_cast<const SSetting*>(&constant),
 #include "settings/SettingsTable.def"
 #undef ZW_SETTING
