@@ -260,21 +260,17 @@ int main(int argc, char** argv) {
     SOurs turns(kFewRows, false, kManyRows);
     SOurs lights(kFewRows, true, kFewRows);
     STable tableFew(kFewRows);
-    STable tableMany(kManyRows);
     QApplication::processEvents();
     const int last = few.LastRow();
     const auto every = [&](int) { return EveryVisible(last, random); };
     const auto some = [&](int) { return Feed(kQuiet, 1, kFewRows, random); };
-    const auto flood = [&](int) { return Feed(kFlood, 1, kManyRows, random); };
 
-    enum EIndex { FullOurs, FullTable, SomeOurs, SomeTable, FloodOurs, FloodTable, FullLit, SomeLit };
+    enum EIndex { FullOurs, FullTable, SomeOurs, SomeTable, FullLit, SomeLit };
     std::vector<SCase> cases = {
         {"every visible cell, grid, 1,300 rows", &few, every, 10, false, {}},
         {"every visible cell, QTableWidget, 1,300 rows", &tableFew, every, 2, false, {}},
         {"5,000 changes/s (about 50 seen), grid, 1,300 rows", &few, some, 40, false, {}},
         {"5,000 changes/s (about 50 seen), QTableWidget, 1,300 rows", &tableFew, some, 10, false, {}},
-        {"500,000 changes/s over 100,000 rows, grid", &many, flood, 4, false, {}},
-        {"500,000 changes/s over 100,000 rows, QTableWidget", &tableMany, flood, 1, false, {}},
         {"every visible cell, grid, lit and put out", &lights, every, 1, true, {}},
         {"5,000 changes/s (about 50 seen), grid, lit and put out", &lights, some, 3, true, {}},
     };
@@ -297,7 +293,6 @@ int main(int argc, char** argv) {
     bool good = true;
     good &= Bar("every visible cell / QTableWidget", ratio(FullOurs, FullTable), 1.0 / 18);
     good &= Bar("5,000 changes/s / QTableWidget", ratio(SomeOurs, SomeTable), 1.0 / 5);
-    good &= Bar("500,000 changes/s / QTableWidget", ratio(FloodOurs, FloodTable), 1.0 / 30);
     good &= Bar("every visible cell, 100,000 / 1,300 rows", ManyRowsToFew(turns, every, 5), 1.2);
     good &= Bar("5,000 changes/s, 100,000 / 1,300 rows", ManyRowsToFew(turns, some, 20), 1.2);
     good &= Bar("a page scrolled, ms", PageMs(many), 8);

@@ -3,12 +3,17 @@
 // - the first screen of a watchlist of 100,000 rows, from the moment its file has been read;
 // - a symbol typed into a list that shows every column there is (bar 1 ms of CPU until the document and the grid have
 // it);
+// - a beat of 250 ms with 125,000 changed values: what document and grid do with them, and the painting of 50 cells,
+// all
+//   the way from the records;
+// - the longest time for which an auto sort of 100,000 rows holds the window;
 // - a key pressed while 5,000 updates come every second: the key arrives behind everything that 250 ms of them have
 //   left to do (all their lines, the repaint of their cells), which is the worst moment.
 
 #include "data/catalogue/UpdateFields.h"
 #include "watchlist/ScratchDoc.h"
 #include "watchlist/edit/CellEntry.h"
+#include "watchlist/edit/SortCommands.h"
 #include "watchlist/view/WatchlistGrid.h"
 #include "watchlist/view/WatchlistView.h"
 
@@ -34,6 +39,7 @@ namespace {
 constexpr int kRows = 100000;
 constexpr int kWatched = 1300;
 constexpr int kUpdatesPerBeat = 5000 / 4;
+constexpr int kFloodPerBeat = 500'000 / 4;
 constexpr int kRuns = 15;
 constexpr int kTypedRuns = 200;
 constexpr double kTypedBarMs = 1.0;
@@ -137,22 +143,90 @@ bool TypedSymbol() {
     return median <= kTypedBarMs;
 }
 
-void KeyInAFlood() {
-    SBoard board;
-    board.list.Open(ListText(kWatched));
-    CWatchlistDoc& doc = board.list.doc;
-    doc.SetFeedReady();
-    QApplication::processEvents();
-    std::mt19937 random(4711);
-    const auto line = [&](int row) {
+/// A board with that many rows, all of them watched.
+struct SWatchedBoard : SBoard {
+    explicit SWatchedBoard(int rows) : m_rows(rows) {
+        list.Open(ListText(rows));
+        list.doc.SetFeedReady();
+        QApplication::processEvents();
+    }
+    std::string Line(int row) {
         std::string out = fmt::format("Q,S{}", row);
         for (size_t i = 0; kUpdateFields[i].name != "Last"; ++i) out += ',';
         return out + fmt::format("{}.{:02},", 100 + random() % 50, random() % 100);
-    };
+    }
+    /// New values for some of the first rows.
+    void Receive(int lines, int rows) {
+        for (int i = 0; i < lines; ++i)
+            list.store.OnLevel1Message(Line(1 + static_cast<int>(random() % static_cast<uint32_t>(rows))));
+    }
+    void ReceiveAnywhere(int lines) { Receive(lines, m_rows); }
+    std::mt19937 random{4711};
+
+private:
+    int m_rows;
+};
+
+void Beats(int rows, const char* what) {
+    SWatchedBoard board(rows);
+    STimes beat;
+    for (int i = 0; i < kRuns; ++i) {
+        board.ReceiveAnywhere(kFloodPerBeat);
+        {
+            const CStopWatch watch(beat);
+            board.view.OnRepaintTimer();
+        }
+        QApplication::processEvents();
+    }
+    const double ms = Report(what, beat);
+    std::printf("%64s %4.0f ns a value\n", "", ms * 1e6 / kFloodPerBeat);
+}
+
+void FewCells() {
+    SWatchedBoard board(kRows);
+    const CWatchlistGrid& grid = board.view.Grid();
+    const int rows = grid.Geometry().LastVisibleRow();
+    STimes times;
+    const int64_t before = grid.Counters().cells;
+    for (int i = 0; i < kRuns * 4; ++i) {
+        board.Receive(rows * 4, rows);
+        const CStopWatch watch(times);
+        board.view.OnRepaintTimer();
+        QApplication::processEvents();
+    }
+    Report("new values in the rows of the screen, painted", times);
+    std::printf("%64s %.0f cells\n", "", static_cast<double>(grid.Counters().cells - before) / (kRuns * 4));
+}
+
+void AutoSort(const char* column) {
+    SWatchedBoard board(kRows);
+    CWatchlistDoc& doc = board.list.doc;
+    board.ReceiveAnywhere(kRows * 3);
+    doc.Update()->Options().sort = {doc.Columns().PositionOf(column), true, true, 5000};
+    QApplication::processEvents();
+    STimes slices;
+    CAutoSort sort(doc);
+    for (int i = 0; i < kRuns; ++i) {
+        board.ReceiveAnywhere(25'000);
+        board.view.OnRepaintTimer();
+        QApplication::processEvents();
+        for (auto tick = EAutoSortTick::UnderWay; tick == EAutoSortTick::UnderWay;) {
+            const CStopWatch watch(slices);
+            tick = sort.Tick(false);
+        }
+    }
+    Report(fmt::format("a slice of an auto sort of 100,000 rows by {}", column).c_str(), slices);
+}
+
+void KeyInAFlood() {
+    SWatchedBoard board(kWatched);
+    CWatchlistDoc& doc = board.list.doc;
+    std::mt19937& random = board.random;
     STimes key, beat;
     for (int i = 0; i < kRuns * 4; ++i) {
         std::vector<std::string> lines;
-        for (int n = 0; n < kUpdatesPerBeat; ++n) lines.push_back(line(1 + static_cast<int>(random() % kWatched)));
+        for (int n = 0; n < kUpdatesPerBeat; ++n)
+            lines.push_back(board.Line(1 + static_cast<int>(random() % kWatched)));
         const int64_t before = board.view.Grid().Counters().passes;
         QKeyEvent press(QEvent::KeyPress, i % 60 < 30 ? Qt::Key_Down : Qt::Key_Up, Qt::NoModifier);
         {
@@ -175,6 +249,11 @@ int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication app(argc, argv);
     FirstScreen();
+    Beats(1'000, "a beat of 125,000 values in 1,000 rows, drained and marked");
+    Beats(kRows, "a beat of 125,000 values in 100,000 rows, drained and marked");
+    FewCells();
+    AutoSort("Symbol");
+    AutoSort("Last");
     KeyInAFlood();
     return TypedSymbol() ? 0 : 1;
 }

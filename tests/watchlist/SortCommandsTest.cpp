@@ -90,18 +90,18 @@ TEST_F(CSortCommands, ASelectionIsSortedAfterAQuestionWhateverIsAnswered) {
 TEST_F(CSortCommands, AutoSortSortsAtEachTickUntilItsColumnIsGone) {
     Open("Columns=Symbol:1000;Last:1000;\r\nSymbols=B:1,;A:2,;\r\nSort=1;TRUE;TRUE;2\r\n");
     EXPECT_EQ(AutoSortPeriodMs(Sort()), 5000);
-    EXPECT_EQ(AutoSortTick(doc, true), EAutoSortTick::Postponed);
+    EXPECT_EQ(CAutoSort(doc).Tick(true), EAutoSortTick::Postponed);
     doc.Edit("an edit that takes its time",
-             [&](CWatchlistEdit&) { EXPECT_EQ(AutoSortTick(doc, false), EAutoSortTick::Postponed); });
+             [&](CWatchlistEdit&) { EXPECT_EQ(CAutoSort(doc).Tick(false), EAutoSortTick::Postponed); });
     doc.MarkSaved();
     EXPECT_EQ(Rows(), "B|A");
-    EXPECT_EQ(AutoSortTick(doc, false), EAutoSortTick::Sorted);
+    EXPECT_EQ(CAutoSort(doc).Tick(false), EAutoSortTick::Sorted);
     EXPECT_EQ(Rows(), "A|B");
     EXPECT_FALSE(doc.IsModified());
 
     const auto tick = [&](int column, bool autoSort) {
         Sort() = {column, true, autoSort, 60000};
-        return AutoSortTick(doc, true) != EAutoSortTick::Off && Sort().autoSort;
+        return CAutoSort(doc).Tick(true) != EAutoSortTick::Off && Sort().autoSort;
     };
     EXPECT_TRUE(tick(2, true));
     EXPECT_FALSE(tick(2, false));
@@ -109,6 +109,19 @@ TEST_F(CSortCommands, AutoSortSortsAtEachTickUntilItsColumnIsGone) {
     EXPECT_FALSE(tick(3, true));
     doc.Update()->Columns().SetWidth(2, 0);
     EXPECT_FALSE(tick(2, true)) << "the last column of some width is the first";
+}
+
+TEST_F(CSortCommands, AutoSortOfALongListBeginsAnewWhenItChangesBetweenTwoSlices) {
+    const int rows = 2 * static_cast<int>(CAutoSort::kSliceRows);
+    for (int row = 1; row <= rows; ++row) doc.Update()->PlaceSymbol(row, "S" + std::to_string(200000 - row));
+    Sort() = {1, true, true, 5000};
+    CAutoSort sort(doc);
+    EXPECT_EQ(sort.Tick(false), EAutoSortTick::UnderWay);
+    doc.DeleteRows(1, 1);
+    EXPECT_EQ(sort.Tick(false), EAutoSortTick::UnderWay);
+    EXPECT_EQ(sort.Tick(false), EAutoSortTick::Sorted);
+    EXPECT_EQ(doc.RowSymbol(1), "S" + std::to_string(200000 - rows));
+    EXPECT_EQ(doc.RowSymbol(rows - 1), "S199998");
 }
 
 TEST_F(CSortCommands, DeletingASelectionNeedsAutoSortOff) {

@@ -121,7 +121,7 @@ TEST_F(CUndoStackTest, StepsSurviveAutoSortsAndRejectionsInBetween) {
             if (below(4) == 0) {
                 const SSortRecord before = doc.Options().sort;
                 doc.Update()->Options().sort = {anyColumn(), below(2) == 0, true, 5000};
-                AutoSortTick(doc, false);
+                CAutoSort(doc).Tick(false);
                 doc.Update()->Options().sort = before;
             }
         }

@@ -95,6 +95,10 @@ public:
     const CSymbolRec* Find(std::string_view symbol) const;
     /// Asks for the memory with which Find begins.
     void ExpectLookup(std::string_view symbol) const { m_records.PrefetchEntry(symbol); }
+    /// Asks for the record that Find will come to; worth it a while after ExpectLookup.
+    void ExpectRecord(std::string_view symbol) const {
+        if (const CL1SymbolRec* record = m_records.FindByKey(symbol)) __builtin_prefetch(record);
+    }
     /// The record of a feed symbol alone.
     CL1SymbolRec* FindSymbol(std::string_view symbol) const { return m_records.Find(symbol); }
     /// The record of a change; null when it is gone.

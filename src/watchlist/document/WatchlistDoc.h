@@ -247,6 +247,8 @@ public:
     void RememberExport(const SExportOptions& exporting);
     /// How often the document was marked modified; another number means that something changed.
     uint64_t ChangeCount() const override { return m_changeCount; }
+    /// Another number: rows, columns or options may have changed since. Values that the feed brings do not count.
+    uint64_t Revision() const { return m_revision; }
     const std::string& StatusText() const { return m_status; }
     void SetTitle(std::string_view title) { m_frame.SetDocumentTitle(title); }
     /// Shows in the status bar what is under way, until RestoreStatus puts the status text back.
@@ -284,7 +286,7 @@ private:
     void RebuildGrid();
 
     void BeforeRow(int row) override;
-    void BeforeRowsMove() override { m_undo.Recorder().BeforeRowsMove(); }
+    void BeforeRowsMove() override;
     void RowsInserted(int firstRow, int count) override { m_undo.Recorder().RowsInserted(firstRow, count); }
     void RowsRemoved(const std::vector<SPlacedRow>& rows) override { m_undo.Recorder().RowsRemoved(rows); }
 
@@ -367,6 +369,7 @@ private:
     bool m_modified = false;
     uint64_t m_changeCount = 0;
     uint64_t m_openCount = 0;
+    uint64_t m_revision = 0;
     CUndoStack m_undo{*this};
     std::unique_ptr<CEditor> m_editor;
 };

@@ -127,7 +127,13 @@ void CWatchlistDoc::EndNotices() {
     for (const int row : notices.rows) m_observer->OnRowChanged(row);
 }
 
+void CWatchlistDoc::BeforeRowsMove() {
+    ++m_revision;
+    m_undo.Recorder().BeforeRowsMove();
+}
+
 void CWatchlistDoc::BeforeRow(int row) {
+    ++m_revision;
     m_undo.Recorder().BeforeRow(row);
     if (m_notices.depth == 0) return;
     if (row == 0)
@@ -151,6 +157,7 @@ void CWatchlistDoc::RowChanged(int row) {
 }
 
 void CWatchlistDoc::RebuildGrid() {
+    ++m_revision;
     if (m_notices.depth > 0)
         m_notices.rebuild = true;
     else if (m_observer && !m_loading)

@@ -3,7 +3,6 @@
 
 #include "base/MessageBox.h"
 #include "watchlist/document/WatchlistDoc.h"
-#include "watchlist/edit/SortRows.h"
 
 #include <algorithm>
 #include <string>
@@ -86,14 +85,20 @@ void SwitchOffAutoSort(SSortRecord& sort) {
 
 int AutoSortPeriodMs(const SSortRecord& sort) { return std::max(sort.intervalMs, kShortestPeriodMs); }
 
-EAutoSortTick AutoSortTick(CWatchlistDoc& doc, bool busy) {
-    const SSortRecord& sort = doc.Options().sort;
-    if (!sort.autoSort || sort.column < 1 || sort.column > LastShownColumn(doc.Columns())) {
-        SwitchOffAutoSort(doc.Update()->Options().sort);
+EAutoSortTick CAutoSort::Tick(bool busy) {
+    const SSortRecord& sort = m_doc.Options().sort;
+    const bool off = !sort.autoSort || sort.column < 1 || sort.column > LastShownColumn(m_doc.Columns());
+    const bool wait = busy || m_doc.Undo().IsRecording();
+    if (off || wait || (m_sort && !m_sort->IsCurrent())) m_sort.reset();
+    if (off) {
+        SwitchOffAutoSort(m_doc.Update()->Options().sort);
         return EAutoSortTick::Off;
     }
-    if (busy || doc.Undo().IsRecording()) return EAutoSortTick::Postponed;
-    SortRows(doc, *doc.Update(), 1, doc.RowCount(), sort.column, sort.ascending);
+    if (wait) return EAutoSortTick::Postponed;
+    if (!m_sort) m_sort.emplace(m_doc, 1, m_doc.RowCount(), sort.column, sort.ascending);
+    if (!m_sort->Read(kSliceRows)) return EAutoSortTick::UnderWay;
+    m_sort->Apply(*m_doc.Update());
+    m_sort.reset();
     return EAutoSortTick::Sorted;
 }
 

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "watchlist/edit/SortRows.h"
+
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,13 +48,29 @@ int AutoSortPeriodMs(const SSortRecord& sort);
 
 enum class EAutoSortTick {
     Sorted,    ///< Start a new full period.
+    UnderWay,  ///< The list is long: tick again when other events have had their turn.
     Postponed, ///< Nothing was done; start a new period.
     Off        ///< Auto sort is off now; no timer.
 };
 
-/// The auto-sort timer fired. busy: the order is held, or an editor, a drag or a row's menu is up, so that no row may
-/// move under the hand.
-EAutoSortTick AutoSortTick(CWatchlistDoc& doc, bool busy);
+/// What the auto-sort timer does: sorts, a long list in slices so that no key waits for the whole of it. A list that
+/// changes between two slices is sorted from its beginning.
+///
+/// Thread  GUI thread only
+class CAutoSort {
+public:
+    /// Rows whose cells are read in one slice.
+    static constexpr size_t kSliceRows = 16384;
+
+    explicit CAutoSort(CWatchlistDoc& doc) : m_doc(doc) {}
+
+    /// busy: the order is held, or an editor, a drag or a row's menu is up, so that no row may move under the hand.
+    EAutoSortTick Tick(bool busy);
+
+private:
+    CWatchlistDoc& m_doc;
+    std::optional<CRowSort> m_sort; ///< Under way.
+};
 
 class CColumnMap;
 

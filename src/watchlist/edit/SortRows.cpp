@@ -4,7 +4,6 @@
 #include "base/Number.h"
 #include "base/Text.h"
 #include "watchlist/document/WatchlistDoc.h"
-#include "watchlist/exchange/RowCellText.h"
 
 #include <algorithm>
 #include <array>
@@ -22,80 +21,93 @@ namespace vx {
 
 namespace {
 
-/// The symbol rows of a range, and where in them the blocks end that are sorted each by itself.
-struct SSymbolRows {
-    std::vector<int> rows;
-    std::vector<size_t> blockEnds;
-};
-
-SSymbolRows SymbolRows(const CWatchlistDoc& doc, int firstRow, int lastRow) {
-    SSymbolRows out;
-    const bool blocks = !doc.Options().sortAcrossHeadings;
-    lastRow = std::min(lastRow, doc.LastUsedRow());
-    for (int row = std::max(firstRow, 1); row <= lastRow; ++row) {
-        if (!doc.RowSymbol(row).empty())
-            out.rows.push_back(row);
-        else if (blocks && IsHeading(doc, row))
-            out.blockEnds.push_back(out.rows.size());
-    }
-    out.blockEnds.push_back(out.rows.size());
-    return out;
-}
-
 constexpr size_t kAhead = 8; ///< Rows for which memory is asked for before it is read.
 
 std::string_view Text(const CellBuffer& cell, size_t size) { return {cell.data(), size}; }
 
-std::vector<const CSymbolRec*> Records(const CColumnReader& column, const std::vector<int>& rows) {
+// The records of rows: they are found sooner when nothing else is done in between.
+std::vector<const CSymbolRec*> Records(const CColumnReader& column, std::span<const int> rows) {
     std::vector<const CSymbolRec*> records(rows.size());
     for (size_t i = 0; i < rows.size(); ++i) {
+        if (i + 2 * kAhead < rows.size()) column.ExpectLookup(rows[i + 2 * kAhead]);
         if (i + kAhead < rows.size()) column.ExpectRecord(rows[i + kAhead]);
         records[i] = column.FindRecord(rows[i]);
     }
     return records;
 }
 
-std::vector<uint32_t> NumberOrder(const CColumnReader& column, const SSymbolRows& symbols, bool ascending) {
-    const std::vector<int>& rows = symbols.rows;
-    const std::vector<const CSymbolRec*> records = Records(column, rows);
-    std::vector<double> keys(rows.size());
+} // namespace
+
+CRowSort::CRowSort(const CWatchlistDoc& doc, int firstRow, int lastRow, int column, bool ascending)
+    : m_doc(doc), m_column(doc, column), m_ascending(ascending), m_revision(doc.Revision()) {
+    const bool blocks = !doc.Options().sortAcrossHeadings;
+    lastRow = std::min(lastRow, doc.LastUsedRow());
+    for (int row = std::max(firstRow, 1); row <= lastRow; ++row) {
+        if (!doc.RowSymbol(row).empty())
+            m_rows.push_back(row);
+        else if (blocks && IsHeading(doc, row))
+            m_blockEnds.push_back(m_rows.size());
+    }
+    m_blockEnds.push_back(m_rows.size());
+    if (m_column.IsNumber())
+        m_numbers.resize(m_rows.size());
+    else
+        m_textEnds.resize(m_rows.size());
+}
+
+bool CRowSort::Read(size_t count) {
+    const size_t end = m_read + std::min(count, m_rows.size() - m_read);
+    if (m_column.IsNumber())
+        ReadNumbers(end);
+    else
+        ReadTexts(end);
+    m_read = end;
+    return m_read == m_rows.size();
+}
+
+void CRowSort::ReadNumbers(size_t end) {
+    const auto rows = std::span(m_rows).subspan(m_read, end - m_read);
+    const std::vector<const CSymbolRec*> records = Records(m_column, rows);
     CellBuffer cell;
     for (size_t i = 0; i < rows.size(); ++i) {
         if (i + 2 * kAhead < rows.size()) __builtin_prefetch(records[i + 2 * kAhead]);
-        if (i + kAhead < rows.size()) column.ExpectNumber(records[i + kAhead]);
-        const std::optional<double> number = column.ReadNumber(rows[i], records[i]);
-        keys[i] = number ? *number : SortNumber(Text(cell, column.Read(rows[i], records[i], cell)));
+        if (i + kAhead < rows.size()) m_column.ExpectNumber(records[i + kAhead]);
+        const std::optional<double> number = m_column.ReadNumber(rows[i], records[i]);
+        m_numbers[m_read + i] = number ? *number : SortNumber(Text(cell, m_column.Read(rows[i], records[i], cell)));
     }
-    return OrderByNumber(keys, ascending, symbols.blockEnds);
 }
 
-std::vector<uint32_t> TextOrder(const CColumnReader& column, const SSymbolRows& symbols, bool ascending) {
-    const std::vector<int>& rows = symbols.rows;
-    const std::vector<const CSymbolRec*> records = Records(column, rows);
-    std::string texts; // Behind each other: one allocation for all.
-    std::vector<size_t> ends(rows.size());
+void CRowSort::ReadTexts(size_t end) {
+    const auto rows = std::span(m_rows).subspan(m_read, end - m_read);
+    const std::vector<const CSymbolRec*> records = Records(m_column, rows);
     CellBuffer cell;
     for (size_t i = 0; i < rows.size(); ++i) {
-        texts += Text(cell, column.Read(rows[i], records[i], cell));
-        ends[i] = texts.size();
+        m_texts += Text(cell, m_column.Read(rows[i], records[i], cell));
+        m_textEnds[m_read + i] = m_texts.size();
     }
-    std::vector<std::string_view> keys(rows.size());
-    for (size_t i = 0, begin = 0; i < rows.size(); begin = ends[i++])
-        keys[i] = std::string_view(texts).substr(begin, ends[i] - begin);
-    return OrderByText(keys, ascending, symbols.blockEnds);
 }
 
-} // namespace
+bool CRowSort::IsCurrent() const { return m_doc.Revision() == m_revision; }
+
+std::vector<uint32_t> CRowSort::Order() const {
+    if (m_column.IsNumber()) return OrderByNumber(m_numbers, m_ascending, m_blockEnds);
+    std::vector<std::string_view> keys(m_rows.size());
+    for (size_t i = 0, begin = 0; i < keys.size(); begin = m_textEnds[i++])
+        keys[i] = std::string_view(m_texts).substr(begin, m_textEnds[i] - begin);
+    return OrderByText(keys, m_ascending, m_blockEnds);
+}
+
+void CRowSort::Apply(CWatchlistEdit& edit) const {
+    const std::vector<uint32_t> order = Order();
+    std::vector<int> sorted(m_rows.size());
+    std::transform(order.begin(), order.end(), sorted.begin(), [this](uint32_t index) { return m_rows[index]; });
+    edit.ReorderRows(OrderOfRows(m_rows, sorted));
+}
 
 void SortRows(const CWatchlistDoc& doc, CWatchlistEdit& edit, int firstRow, int lastRow, int column, bool ascending) {
-    const SSymbolRows symbols = SymbolRows(doc, firstRow, lastRow);
-    const CColumnReader reader(doc, column);
-    const std::vector<uint32_t> order =
-        reader.IsNumber() ? NumberOrder(reader, symbols, ascending) : TextOrder(reader, symbols, ascending);
-    const std::vector<int>& rows = symbols.rows;
-    std::vector<int> sorted(rows.size());
-    std::transform(order.begin(), order.end(), sorted.begin(), [&](uint32_t index) { return rows[index]; });
-    edit.ReorderRows(OrderOfRows(rows, sorted));
+    CRowSort sort(doc, firstRow, lastRow, column, ascending);
+    sort.Read(CRowTable::kMaxRow);
+    sort.Apply(edit);
 }
 
 namespace {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "watchlist/exchange/RowCellText.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -55,12 +57,43 @@ double SortNumber(std::string_view text);
 
 class CWatchlistEdit;
 
-/// Sorts the symbol rows of a range by what their cells in one column show; annotation and empty rows stay where they
-/// are. Rows between two headings are sorted among themselves, unless the document's option says to sort across
-/// headings; the message of a rejected symbol is no heading. Each cell's text is made once.
+/// A sort of the symbol rows of a range by what their cells in one column show; annotation and empty rows stay where
+/// they are. Rows between two headings are sorted among themselves, unless the document's option says to sort across
+/// headings; the message of a rejected symbol is no heading. Each cell is read once, all at once or a few at a time.
 ///
 /// Shape   in the order of OrderByText and OrderByNumber; columns of numbers and the news count sort by number, all
-/// others by text Errors  rows and columns that the document does not have are left out Thread  GUI thread only
+///         others by text
+/// Errors  rows and columns that the document does not have are left out
+/// Owns    nothing of the document, which outlives it
+/// Thread  GUI thread only
+class CRowSort {
+public:
+    CRowSort(const CWatchlistDoc& doc, int firstRow, int lastRow, int column, bool ascending);
+
+    /// Reads the cells of the next rows, this many at most; true when all are read.
+    bool Read(size_t count);
+    /// Whether rows, columns and options are still those that it was made for. When they are not, it is of no use.
+    bool IsCurrent() const;
+    /// Brings the rows, whose cells are all read, into their order.
+    void Apply(CWatchlistEdit& edit) const;
+
+private:
+    void ReadNumbers(size_t end);
+    void ReadTexts(size_t end);
+    std::vector<uint32_t> Order() const;
+
+    const CWatchlistDoc& m_doc;
+    CColumnReader m_column;
+    bool m_ascending;
+    uint64_t m_revision;
+    std::vector<int> m_rows;
+    std::vector<size_t> m_blockEnds; ///< In m_rows: each block is sorted by itself.
+    size_t m_read = 0;
+    std::vector<double> m_numbers;
+    std::string m_texts; ///< One after the other: one allocation for all.
+    std::vector<size_t> m_textEnds;
+};
+
 void SortRows(const CWatchlistDoc& doc, CWatchlistEdit& edit, int firstRow, int lastRow, int column, bool ascending);
 
 } // namespace vx

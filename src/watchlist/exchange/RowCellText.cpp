@@ -69,8 +69,12 @@ const CSymbolRec* CColumnReader::FindRecord(int row) const {
     return m_kind == EKind::Field ? m_doc.Store().Find(m_doc.RowSymbol(row)) : nullptr;
 }
 
-void CColumnReader::ExpectRecord(int row) const {
+void CColumnReader::ExpectLookup(int row) const {
     if (m_kind == EKind::Field) m_doc.Store().ExpectLookup(m_doc.RowSymbol(row));
+}
+
+void CColumnReader::ExpectRecord(int row) const {
+    if (m_kind == EKind::Field) m_doc.Store().ExpectRecord(m_doc.RowSymbol(row));
 }
 
 void CColumnReader::ExpectNumber(const CSymbolRec* record) const {

@@ -87,8 +87,9 @@ public:
     const CSymbolRec* FindRecord(int row) const;
     size_t Read(int row, const CSymbolRec* record, std::span<char, kMostCellText> out) const;
 
-    // Ask for the memory that FindRecord and ReadNumber will need; the record's first bytes are there already.
+    // Ask for the memory that FindRecord and ReadNumber will need, each for what the one before it brought.
 
+    void ExpectLookup(int row) const;
     void ExpectRecord(int row) const;
     void ExpectNumber(const CSymbolRec* record) const;
 

@@ -23,7 +23,7 @@ std::string_view View(const QByteArray& bytes) { return {bytes.constData(), stat
 } // namespace
 
 CWatchlistView::CWatchlistView(CWatchlistDoc& doc, CSettings& settings, QWidget* parent)
-    : QWidget(parent), m_doc(doc), m_settings(settings), m_grid(new CWatchlistGrid(doc, this)),
+    : QWidget(parent), m_doc(doc), m_settings(settings), m_grid(new CWatchlistGrid(doc, this)), m_sorter(doc),
       m_paintMessage(RegisterMessage(kPaintMessageName)), m_connectMessage(RegisterMessage(kConnectStatusMessageName)) {
     setObjectName(QStringLiteral("watchlistView"));
     auto* layout = new QVBoxLayout(this);
@@ -112,7 +112,8 @@ void CWatchlistView::ApplySortRecord() {
         return m_autoSort.stop();
     }
     const int period = AutoSortPeriodMs(sort);
-    if (!m_autoSort.isActive() || m_autoSort.interval() != period) m_autoSort.start(period);
+    const bool underWay = m_autoSort.interval() == 0;
+    if (!m_autoSort.isActive() || (m_autoSort.interval() != period && !underWay)) m_autoSort.start(period);
 }
 
 bool CWatchlistView::IsBusy() const {
@@ -122,7 +123,8 @@ bool CWatchlistView::IsBusy() const {
 
 void CWatchlistView::OnAutoSortTimer() {
     m_autoSort.stop();
-    const EAutoSortTick tick = AutoSortTick(m_doc, IsBusy());
+    const EAutoSortTick tick = m_sorter.Tick(IsBusy());
+    if (tick == EAutoSortTick::UnderWay) return m_autoSort.start(0);
     ApplySortRecord();
     if (tick == EAutoSortTick::Off) Q_EMIT DocumentChanged();
 }

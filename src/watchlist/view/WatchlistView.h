@@ -87,6 +87,7 @@ private:
     CWatchlistGrid* m_grid;
     QTimer m_repaint;
     QTimer m_autoSort{this}; ///< One-shot: each sort starts a full period.
+    CAutoSort m_sorter;
     QEvent::Type m_paintMessage;
     QEvent::Type m_connectMessage;
     bool m_orderHeld = false;
