@@ -9,13 +9,22 @@
 
 namespace vx {
 
+namespace {
+
+constexpr size_t kFirstSlots = 16;
+
+} // namespace
+
 void CSymbolMap::Add(std::string_view symbol, uint32_t row, uint32_t flag) {
     symbol = TrimBlanks(symbol);
     if (symbol.empty()) return;
     const uint32_t hash = SymbolHash(symbol);
-    const auto [place, isNew] = m_places.try_emplace(hash, static_cast<uint32_t>(m_arrays.size()));
-    if (isNew) m_arrays.push_back({hash, {}});
-    CSymbolRecArray& symbols = m_arrays[place->second].symbols;
+    SSlot& slot = m_slots[SlotOf(hash)];
+    if (slot.place == kFree) {
+        slot = {hash, static_cast<uint32_t>(m_arrays.size())};
+        m_arrays.push_back({hash, {}});
+    }
+    CSymbolRecArray& symbols = m_arrays[slot.place].symbols;
     SYMBOL_DATA* data = symbols.Find(symbol);
     if (!data) {
         data = &symbols.Add({std::string(symbol), {}, flag});
@@ -23,6 +32,7 @@ void CSymbolMap::Add(std::string_view symbol, uint32_t row, uint32_t flag) {
     }
     data->flag = flag;
     data->rows.Insert(row);
+    if (m_arrays.size() * 2 > m_slots.size()) Grow();
 }
 
 bool CSymbolMap::Remove(std::string_view symbol, uint32_t row) {
@@ -43,7 +53,7 @@ CRowList CSymbolMap::RemoveSymbol(std::string_view symbol) {
 
 void CSymbolMap::Clear() {
     m_arrays.clear();
-    m_places.clear();
+    m_slots.assign(kFirstSlots, {});
     m_count = 0;
 }
 
@@ -52,28 +62,46 @@ const SYMBOL_DATA* CSymbolMap::Find(std::string_view symbol) const {
 }
 
 const CSymbolRecArray* CSymbolMap::FindHash(uint32_t hash) const {
-    const auto place = m_places.find(hash);
-    return place == m_places.end() ? nullptr : &m_arrays[place->second].symbols;
+    const SSlot& slot = m_slots[SlotOf(hash)];
+    return slot.place == kFree ? nullptr : &m_arrays[slot.place].symbols;
 }
 
 SYMBOL_DATA* CSymbolMap::Entry(std::string_view symbol) {
-    const auto place = m_places.find(SymbolHash(symbol));
-    return place == m_places.end() ? nullptr : m_arrays[place->second].symbols.Find(symbol);
+    const SSlot& slot = m_slots[SlotOf(SymbolHash(symbol))];
+    return slot.place == kFree ? nullptr : m_arrays[slot.place].symbols.Find(symbol);
 }
 
 void CSymbolMap::Erase(std::string_view symbol) {
-    const auto place = m_places.find(SymbolHash(symbol));
-    SHashed& array = m_arrays[place->second];
+    const size_t slot = SlotOf(SymbolHash(symbol));
+    const uint32_t place = m_slots[slot].place;
+    SHashed& array = m_arrays[place];
     array.symbols.Remove(symbol);
     --m_count;
     if (!array.symbols.empty()) return;
     // The last one takes its place.
     if (&array != &m_arrays.back()) {
         array = std::move(m_arrays.back());
-        m_places[array.hash] = place->second;
+        m_slots[SlotOf(array.hash)].place = place;
     }
     m_arrays.pop_back();
-    m_places.erase(place);
+    FreeSlot(slot);
+}
+
+// Those after it move up unless they would come before their own place.
+void CSymbolMap::FreeSlot(size_t hole) {
+    const size_t mask = m_slots.size() - 1;
+    for (size_t i = Next(hole); m_slots[i].place != kFree; i = Next(i)) {
+        if (((i - HomeOf(m_slots[i].hash)) & mask) < ((i - hole) & mask)) continue;
+        m_slots[hole] = m_slots[i];
+        hole = i;
+    }
+    m_slots[hole] = {};
+}
+
+void CSymbolMap::Grow() {
+    m_slots.assign(m_slots.size() * 2, {});
+    for (uint32_t place = 0; place < m_arrays.size(); ++place)
+        m_slots[SlotOf(m_arrays[place].hash)] = {m_arrays[place].hash, place};
 }
 
 SYMBOL_DATA* CSymbolRecArray::Find(std::string_view symbol) {

@@ -9,7 +9,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace vx {
@@ -53,11 +52,13 @@ private:
 
 /// Finds the grid rows of a symbol. Which symbol is in a row is the document's own knowledge.
 ///
-/// Shape   keyed by SymbolHash; symbols are compared exactly, case included
+/// Shape   keyed by SymbolHash; symbols are compared exactly, case included. Open addressing
 /// Owns    copies of the symbols
 /// Thread  GUI thread only
 class CSymbolMap {
 public:
+    CSymbolMap() { Clear(); }
+
     /// Adds a row to a symbol. Blanks around it go, an empty symbol is ignored, a row that it has already stays one.
     void Add(std::string_view symbol, uint32_t row, uint32_t flag = 0);
     /// Takes a row from a symbol, and the symbol with its last row; false when it was not there.
@@ -99,16 +100,28 @@ private:
         uint32_t hash;
         CSymbolRecArray symbols;
     };
-    struct SKeyHash {
-        CSeededHash hash;
-        size_t operator()(uint32_t key) const { return hash(uint64_t{key}); }
+    struct SSlot {
+        uint32_t hash = 0;
+        uint32_t place = kFree; ///< In m_arrays.
     };
+    static constexpr uint32_t kFree = UINT32_MAX;
 
+    /// The slot of a hash, or the free one where it would be.
+    size_t SlotOf(uint32_t hash) const {
+        size_t slot = HomeOf(hash);
+        while (m_slots[slot].place != kFree && m_slots[slot].hash != hash) slot = Next(slot);
+        return slot;
+    }
+    size_t HomeOf(uint32_t hash) const { return CSeededHash::Fold(hash, m_spread) & (m_slots.size() - 1); }
+    size_t Next(size_t slot) const { return (slot + 1) & (m_slots.size() - 1); }
+    void FreeSlot(size_t slot);
+    void Grow();
     SYMBOL_DATA* Entry(std::string_view symbol);
     void Erase(std::string_view symbol);
 
-    std::vector<SHashed> m_arrays;                             ///< Side by side: all of them are walked over quickly.
-    std::unordered_map<uint32_t, uint32_t, SKeyHash> m_places; ///< Of each hash in m_arrays.
+    std::vector<SHashed> m_arrays; ///< Side by side: all of them are walked over quickly.
+    std::vector<SSlot> m_slots;    ///< Size is a power of two, at most half full.
+    uint64_t m_spread = CSeededHash::Seed();
     int m_count = 0;
 };
 
