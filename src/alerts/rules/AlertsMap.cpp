@@ -311,7 +311,8 @@ std::optional<A_INFO> ReadAlert(std::string_view text) {
 
 } // namespace
 
-bool CAlertsMap::Save(std::string& out) const {
+const std::vector<const CAlertsMap::CMap::value_type*>& CAlertsMap::InOrder() const {
+    if (m_order.liveKeys == m_liveKeys) return m_order.entries;
     struct SPlace {
         uint64_t beginning; // Of the symbol: two of them are seldom the same so far.
         const CMap::value_type* entry;
@@ -322,9 +323,19 @@ bool CAlertsMap::Save(std::string& out) const {
     std::ranges::sort(places, [](const SPlace& a, const SPlace& b) {
         return a.beginning != b.beginning ? a.beginning < b.beginning : a.entry->first < b.entry->first;
     });
+    m_order.liveKeys = m_liveKeys;
+    m_order.entries.clear();
+    for (const SPlace& place : places) m_order.entries.push_back(place.entry);
+    return m_order.entries;
+}
+
+bool CAlertsMap::Save(std::string& out) const {
+    constexpr size_t kAhead = 8;
+    const std::vector<const CMap::value_type*>& entries = InOrder();
     bool carried = true;
-    for (const SPlace& place : places) {
-        const auto& [symbol, entry] = *place.entry;
+    for (size_t i = 0; i < entries.size(); ++i) {
+        if (i + kAhead < entries.size()) __builtin_prefetch(entries[i + kAhead]);
+        const auto& [symbol, entry] = *entries[i];
         const bool holdsLineEnd = HoldsLineEnd(symbol);
         carried = carried && !HoldsAny(symbol, ":;\r\n");
         for (const A_INFO& alert : entry.alerts) {

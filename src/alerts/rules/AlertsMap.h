@@ -178,6 +178,11 @@ private:
         uint32_t liveKeys = 0; ///< m_liveKeys of that time; another one makes it void.
         const SSymbolAlerts* alerts = nullptr;
     };
+    /// The live map by symbol, as the last save had it.
+    struct SOrder {
+        uint32_t liveKeys = 0;
+        std::vector<const CMap::value_type*> entries;
+    };
     static constexpr size_t kFoundRecords = 4096; ///< Power of two; records whose numbers collide share an entry.
 
     static EStoredAs StoredAs(const SFieldEntry& field);
@@ -198,12 +203,14 @@ private:
     const SSymbolAlerts* FindFor(const CSymbolRec& record);
     template <typename Visit>
     static void ForEachMet(const SSymbolAlerts& entry, const CSymbolRec& record, Visit&& visit);
+    const std::vector<const CMap::value_type*>& InOrder() const;
     bool LoadRecord(std::string_view record);
 
     std::array<CMap, 2> m_maps;
     std::array<size_t, 2> m_totals{};
     uint32_t m_liveKeys = 1; ///< Changes whenever a symbol comes to the live map or goes.
     std::vector<SFound> m_found;
+    mutable SOrder m_order;
     CFiredAlertReceiver* m_receiver = nullptr;
     CAlertsObserver* m_observer = nullptr;
 };
