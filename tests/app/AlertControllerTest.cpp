@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// From a line of the feed to the notice and back, in the real frame.
+// From a new value to the notice and back.
 
 #include "app/alerts/AlertController.h"
 
@@ -9,7 +9,7 @@
 #include "alerts/ui/NewAlertDlg.h"
 #include "alerts/ui/NoticeQueue.h"
 #include "alerts/ui/ResetAlert.h"
-#include "app/FrameFixture.h"
+#include "app/ContextFixture.h"
 #include "app/alerts/MissedAlerts.h"
 
 #include <QComboBox>
@@ -21,21 +21,18 @@ using namespace vx::test;
 
 namespace {
 
-class CAlertControllerTest : public CFeedFixture {
+class CAlertControllerTest : public CContextFixture {
 protected:
-    /// IBM in row 1 and MSFT in row 2, both watched.
     CAlertControllerTest() {
-        ShownFrame({"-symbol", "IBM,MSFT"}, 1400, 500);
-        doc->Update()->Columns().Append("Alerts");
-        doc->Update()->Columns();
-        Connect();
-        EXPECT_TRUE(WaitUntil([&] { return doc->IsFeedReady(); }));
+        ColumnsAre("Symbol;Last;Alerts;");
+        doc->SetFeedReady();
+        Rows(QStringLiteral("IBM\nMSFT"));
     }
     CAlertsMap& Alerts() { return doc->AlertRules(); }
     const A_INFO& Alert(size_t index) { return Alerts().Get("IBM").at(index); }
-    void LastIs(const char* symbol, const char* price) { feed.level1.Says(Update(symbol, "Last", price)); }
-    CNoticeQueue& Queue() { return frame->Alerts().Notices(); }
-    CPresence& Presence() { return frame->Alerts().Presence(); }
+    void LastIs(const char* symbol, const char* price) { Receive(symbol, "Last", price); }
+    CNoticeQueue& Queue() { return alerts.Notices(); }
+    CPresence& Presence() { return alerts.Presence(); }
     CAlertsNotice& Notice() {
         if (!WaitUntil([&] { return Queue().Shown() != nullptr; }, 5000)) throw std::runtime_error("no notice");
         return *Queue().Shown();
@@ -53,6 +50,8 @@ protected:
         for (const SAlertFiring& firing : CAlertHistory(At("zantrel")).Read()) out.push_back(EndText(firing));
         return out;
     }
+
+    CAlertController alerts{context};
 };
 
 } // namespace
@@ -142,7 +141,7 @@ TEST_F(CAlertControllerTest, NewsFireTheirAlert) {
     alert.fieldId = AlertFieldId("News").value();
     alert.condition = 0;
     Alerts().Add("IBM", alert);
-    feed.level1.Says("N,SIM,1001,MSFT:IBM,20240131 093000,Headline, <b>bold</b>\r\n");
+    doc->OnNewsLine("N,SIM,1001,MSFT:IBM,20240131 093000,Headline, <b>bold</b>");
     EXPECT_EQ(TextOf(Notice(), "headline"), "Headline, <b>bold</b>");
     ClickStandard(Reset());
     EXPECT_TRUE(WaitUntil([&] { return Alert(0) == alert; }));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/BoardFixture.h"
+#include "app/ContextFixture.h"
 #include "watchlist/dialogs/InsertColumns.h"
 #include <QTreeWidget>
 
@@ -8,7 +8,7 @@ using namespace vx::test;
 
 namespace {
 
-using CColumnCommandsTest = CBoardFixture;
+using CColumnCommandsTest = CContextFixture;
 using enum ECommand;
 
 } // namespace

@@ -3,7 +3,7 @@
 
 #include "app/commands/Commands.h"
 
-#include "app/BoardFixture.h"
+#include "app/FrameFixture.h"
 #include "app/commands/MainMenus.h"
 #include "app/frame/FramePlacement.h"
 #include "app/shell/RestartController.h"
@@ -23,12 +23,15 @@ namespace {
 
 using enum ECommand;
 
-class CCommandsTest : public CBoardFixture {
+/// On the whole frame: it has all who carry commands out.
+class CCommandsTest : public CSiblingFixture {
 protected:
+    CCommandsTest() { ShownFrame(); }
+
     using Observe = std::function<std::string()>;
     struct SRow {
         std::string command;           ///< As in the table.
-        const char* before;            ///< Steps, see CBoardFixture.
+        const char* before;            ///< Steps, see CWindowFixture.
         std::string after;             ///< What is observed then; it was something else before.
         Observe observe;               ///< The board when it is empty.
         std::function<void()> prepare; ///< Besides the steps.
@@ -47,17 +50,17 @@ protected:
     void Try(const std::vector<SRow>& rows) {
         for (const SRow& row : rows) {
             SCOPED_TRACE(row.command);
-            QAction& action = *frame->Commands().findChild<QAction*>(QString::fromStdString(row.command));
+            QAction& action = *commands->findChild<QAction*>(QString::fromStdString(row.command));
             Begin();
             if (row.prepare) row.prepare();
             Steps(row.before);
             const Observe observe = row.observe ? row.observe : [this] { return Board(); };
             EXPECT_NE(observe(), row.after);
-            frame->Commands().Refresh();
+            commands->Refresh();
             EXPECT_TRUE(action.isEnabled());
             Steps(row.command.c_str());
             EXPECT_EQ(observe(), row.after);
-            frame->Commands().Refresh();
+            commands->Refresh();
             EXPECT_EQ(action.isChecked(), action.isCheckable() && row.after != "off");
         }
     }
@@ -160,10 +163,10 @@ std::vector<CCommandsTest::SRow> CCommandsTest::Views() {
     };
     const auto sort = [this] {
         doc->Update()->Options().sort = {1, true, true, 60000};
-        frame->View().ApplySortRecord();
+        view->ApplySortRecord();
     };
     return {
-        {"SortHold", "at 1 1", "on", [this] { return OnOff(frame->View().IsOrderHeld()); }, sort},
+        {"SortHold", "at 1 1", "on", [this] { return OnOff(view->IsOrderHeld()); }, sort},
         {"SortAcrossHeadings", "at 1 1", "on", [this] { return OnOff(doc->Options().sortAcrossHeadings); }, {}},
         {"ViewRowNumbers", "at 1 1", "off", [this] { return OnOff(grid->RowNumbersVisible()); }, {}},
         {"ViewToolBar", "at 1 1", "off", [this] { return OnOff(!frame->Menus().ToolBar().isHidden()); }, {}},

@@ -5,7 +5,7 @@
 #include "support/DialogWalk.h"
 #include "alerts/rules/FiredAlert.h"
 #include "alerts/ui/ResetAlert.h"
-#include "app/BoardFixture.h"
+#include "app/FrameFixture.h"
 #include "app/files/RecoveryDlg.h"
 #include "watchlist/file/RecoveryFile.h"
 
@@ -29,9 +29,10 @@ private:
     const QFont m_usual = QApplication::font();
 };
 
-class CDialogWalkTest : protected CFontOfSize, public CBoardFixture, public testing::WithParamInterface<double> {
+class CDialogWalkTest : protected CFontOfSize, public CFrameFixture, public testing::WithParamInterface<double> {
 protected:
     CDialogWalkTest() {
+        ShownFrame();
         Rows(QStringLiteral("IBM\nMSFT\nGE"));
         grid->SetFocusCell(1, ColumnOf("Last"));
     }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The dialogs of sort, notes, formats and finding, driven through the program's commands.
 
-#include "app/BoardFixture.h"
+#include "app/ContextFixture.h"
+#include "app/commands/FindCommands.h"
+#include "app/commands/FormatDialogs.h"
 #include "watchlist/document/CellFormatStore.h"
 #include "watchlist/edit/ColumnMoves.h"
 #include "watchlist/edit/FormatCommands.h"
@@ -17,7 +19,7 @@ using namespace vx::test;
 namespace {
 
 /// A board of a few rows, and hands for the dialogs that a command opens.
-class CDialogsTest : public CBoardFixture {
+class CDialogsTest : public CContextFixture {
 protected:
     void List(std::initializer_list<std::string_view> rows) {
         int row = 0;
@@ -42,15 +44,17 @@ protected:
         return [=](QDialog& dialog) { Named<QSpinBox>(dialog, box).setValue(number); };
     }
     const SCellFormat& Format(int row, const char* column) { return doc->Formats().Effective(row, ColumnOf(column)); }
+
+    CFormatDialogs formatDialogs{context};
+    CFindCommands findCommands{context};
 };
 
-using CNoteDlgTest = CDialogsTest;
-using CFormatDeskTest = CDialogsTest;
-using CFindDeskTest = CDialogsTest;
+using CFormatDialogsTest = CDialogsTest;
+using CFindCommandsTest = CDialogsTest;
 
 } // namespace
 
-TEST_F(CNoteDlgTest, ANoteLosesItsSeparatorsKeepsItsLinesAndIsUndone) {
+TEST_F(CFormatDialogsTest, ANoteLosesItsSeparatorsKeepsItsLinesAndIsUndone) {
     List({"IBM"});
     doc->Update()->Notes().Set(1, "one\r\ntwo");
     InDialog(ECommand::EditNote, Use([](QDialog& dialog) {
@@ -70,7 +74,7 @@ TEST_F(CNoteDlgTest, ANoteLosesItsSeparatorsKeepsItsLinesAndIsUndone) {
     EXPECT_EQ(doc->Notes().Get(1), "one\r\ntwo");
 }
 
-TEST_F(CFormatDeskTest, OnlyWhatWasTouchedIsFormatted) {
+TEST_F(CFormatDialogsTest, OnlyWhatWasTouchedIsFormatted) {
     List({"IBM", "MSFT", "GE"});
     CCellFormatStore& formats = doc->Update()->Formats();
     const int last = ColumnOf("Last");
@@ -94,7 +98,7 @@ TEST_F(CFormatDeskTest, OnlyWhatWasTouchedIsFormatted) {
     EXPECT_FALSE(Format(2, "Last").italic);
 }
 
-TEST_F(CFormatDeskTest, SymbolsAndHeadingsAreFormattedAsTheyAreDrawn) {
+TEST_F(CFormatDialogsTest, SymbolsAndHeadingsAreFormattedAsTheyAreDrawn) {
     List({"IBM", "A heading of words", "Another one of them", "GE"});
     const auto drawn = [&](std::initializer_list<int> rows) {
         doc->Update()->Columns();
@@ -126,7 +130,7 @@ TEST_F(CFormatDeskTest, SymbolsAndHeadingsAreFormattedAsTheyAreDrawn) {
     EXPECT_TRUE(doc->Options().useDefaultAlignment);
 }
 
-TEST_F(CFormatDeskTest, TheRuleOfColoursIsChosenAndWhatAFieldDoesByItselfIsNoChoice) {
+TEST_F(CFormatDialogsTest, TheRuleOfColoursIsChosenAndWhatAFieldDoesByItselfIsNoChoice) {
     List({"IBM"});
     const auto rule = [&](const char* column) -> std::string {
         const SCellFormat& format = Format(1, column);
@@ -147,7 +151,7 @@ TEST_F(CFormatDeskTest, TheRuleOfColoursIsChosenAndWhatAFieldDoesByItselfIsNoCho
     }
 }
 
-TEST_F(CFindDeskTest, FindingFollowsTheTypingAndGoesRound) {
+TEST_F(CFindCommandsTest, FindingFollowsTheTypingAndGoesRound) {
     List({"IBM", "first and second words", "INTC", "IBM"});
     for (const auto& [steps, row] :
          {std::pair{"EditFind; 'ib'", 1}, {"Return", 4}, {"Return", 1}, {"Shift+Return", 4}}) {
@@ -155,7 +159,7 @@ TEST_F(CFindDeskTest, FindingFollowsTheTypingAndGoesRound) {
         EXPECT_EQ(grid->FocusCell().row, row) << steps;
     }
     Steps("'s'");
-    EXPECT_EQ(TextOf(*frame, "findMessage"), "Not found");
+    EXPECT_EQ(TextOf(*mainWindow, "findMessage"), "Not found");
     Steps("Esc");
     EXPECT_FALSE(Child<QLineEdit>("findText").isVisible());
 

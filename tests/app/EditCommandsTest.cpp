@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/BoardFixture.h"
+#include "app/ContextFixture.h"
 #include "watchlist/dialogs/InsertColumns.h"
 #include "watchlist/edit/CopyText.h"
 
@@ -11,9 +11,9 @@ using namespace vx::test;
 
 namespace {
 
-using CEditCommandsTest = CBoardFixture;
-using CClipboardCommandsTest = CBoardFixture;
-using CRowCommandsTest = CBoardFixture;
+using CEditCommandsTest = CContextFixture;
+using CClipboardCommandsTest = CContextFixture;
+using CRowCommandsTest = CContextFixture;
 using enum ECommand;
 
 } // namespace

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "app/files/FileController.h"
 
-#include "app/FrameFixture.h"
-#include "app/commands/MainMenus.h"
+#include "app/ContextFixture.h"
+#include "app/files/FileMenus.h"
 #include "app/frame/Dialogs.h"
 #include "support/FakeClock.h"
 
-#include <QDropEvent>
 #include <QFileDialog>
 #include <QMessageBox>
-#include <QMimeData>
 #include <QProgressDialog>
 
 using namespace vx;
@@ -19,11 +17,10 @@ using enum vx::ECommand;
 
 namespace {
 
-class CFileControllerTest : public CFrameFixture {
+class CFileControllerTest : public CContextFixture {
 protected:
-    CFileControllerTest() { Frame().show(); }
+    CFileControllerTest() { files.SetPatienceMs(30'000); } // A save is done when its command returns.
 
-    CFileController& Files() { return frame->Files(); }
     /// Answers the next file dialog with what a user would type, or gives it up.
     void Choose(const std::string& name) {
         WhenOpen<QFileDialog>([this, name](QFileDialog& dialog) {
@@ -36,41 +33,26 @@ protected:
     /// IBM is opened and MSFT typed below it.
     void OpenAndType() {
         path = FileOf("Banks.vxw", "IBM");
-        ASSERT_TRUE(Files().OpenInstead(path));
+        ASSERT_TRUE(files.OpenInstead(path));
         Enter(2, "msft");
     }
     /// Saves of the file wait until slowDisk is reset, as on a disk that takes its time; the window does not.
     void SaveSlowly() {
         ASSERT_EQ(CFileBackups(At("zantrel")).Lock(path, slowDisk), 0);
-        Files().SetPatienceMs(0);
+        files.SetPatienceMs(0);
         Do(FileSave);
-        EXPECT_TRUE(Files().IsSaving());
+        EXPECT_TRUE(files.IsSaving());
     }
     void Save(const std::vector<EBoxAnswer>& answers = {}) {
         boxes.answers = answers;
         Do(FileSave);
     }
     bool IsSaved() {
-        return WaitUntil([this] { return !Files().IsSaving(); });
+        return WaitUntil([this] { return !files.IsSaving(); });
     }
     std::string Content() const { return ReadFile(path); }
-    void Drop(const std::vector<std::string>& paths) {
-        QMimeData data;
-        QList<QUrl> urls;
-        for (const std::string& each : paths) urls.push_back(QUrl::fromLocalFile(QString::fromStdString(each)));
-        data.setUrls(urls);
-        // As the platform has it: the deepest widget is asked first.
-        QWidget* under = grid->viewport();
-        QDragEnterEvent enter(QPoint(20, 20), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(under, &enter);
-        ASSERT_TRUE(enter.isAccepted());
-        QDropEvent event(QPointF(20, 20), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(under, &event);
-        EXPECT_EQ(event.dropAction(), Qt::CopyAction) << "the sender must not remove the file";
-        TurnEventLoop(2);
-    }
     QList<QAction*> Menu(const char* menu) {
-        QMenu& named = frame->Menus().Named(menu);
+        QMenu& named = menus.Named(menu);
         Q_EMIT named.aboutToShow();
         return named.actions();
     }
@@ -81,6 +63,8 @@ protected:
         return texts;
     }
 
+    CFileController files{context, CRegistry::CurrentUser()};
+    CFileMenus fileMenus{files, menus};
     std::string directory, path;
     std::optional<CFileLock> slowDisk;
 };
@@ -89,15 +73,15 @@ protected:
 
 TEST_F(CFileControllerTest, AnUntitledListIsSavedUnderANameThatGetsTheSuffixAndTheNextDialogOpensThere) {
     Enter(1, "ibm");
-    Files().ShowModified();
-    EXPECT_TRUE(frame->isWindowModified());
+    files.ShowModified();
+    EXPECT_TRUE(mainWindow->isWindowModified());
     std::filesystem::create_directory(At("lists"));
     path = At("lists/Banks.vxw");
     Choose(At("lists/Banks"));
     Do(FileSave);
     EXPECT_THAT(Content(), HasSubstr("Symbols=IBM:1,;\r\n"));
-    EXPECT_EQ(frame->windowTitle(), QStringLiteral("Zantrel Watchlist - Banks[*]"));
-    EXPECT_FALSE(frame->isWindowModified());
+    EXPECT_EQ(mainWindow->windowTitle(), QStringLiteral("Banks[*]"));
+    EXPECT_FALSE(mainWindow->isWindowModified());
     Choose({});
     Do(FileOpen);
     EXPECT_EQ(directory, At("lists"));
@@ -106,34 +90,30 @@ TEST_F(CFileControllerTest, AnUntitledListIsSavedUnderANameThatGetsTheSuffixAndT
 
 TEST_F(CFileControllerTest, UnsavedChangesAreAskedAboutBeforeNewOpenAndExit) {
     OpenAndType();
-    for (const ECommand command : {FileNew, FileExit}) { // Cancel: nothing happens.
-        boxes.answers = {Cancel};
-        Do(command);
-        EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Save changes to \"Banks\"?"));
-        EXPECT_EQ(doc->RowSymbol(2), "MSFT");
-    }
-    EXPECT_TRUE(frame->isVisible());
-
-    boxes.answers = {Yes}; // Yes: saved, then on.
+    const std::string question = "Save changes to \"Banks\"?";
+    boxes.answers = {Cancel, Cancel, Yes};
+    Do(FileNew);
+    EXPECT_FALSE(files.MayClose());
+    EXPECT_THAT(boxes.TakeTexts(), ElementsAre(question, question));
+    EXPECT_EQ(doc->RowSymbol(2), "MSFT");
     Do(FileNew);
     EXPECT_THAT(Content(), HasSubstr("Symbols=IBM:1,;MSFT:2,;\r\n"));
     EXPECT_EQ(doc->SymbolCount(), 0U);
-    EXPECT_EQ(frame->windowTitle(), QStringLiteral("Zantrel Watchlist[*]"));
+    EXPECT_EQ(mainWindow->windowTitle(), QStringLiteral("[*]"));
 
     Enter(1, "ge"); // Yes for an untitled list leads to the dialog; giving that up is Cancel.
     boxes.TakeTexts();
     boxes.answers = {Yes};
     Choose({});
-    EXPECT_FALSE(Files().OpenInstead(path));
+    EXPECT_FALSE(files.OpenInstead(path));
     EXPECT_EQ(doc->RowSymbol(1), "GE");
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Save changes to \"Untitled\"?"));
 
     grid->BeginEdit(2, 1, "f"); // What is in an open editor counts as typed.
     boxes.answers = {Cancel, No};
-    frame->close();
+    EXPECT_FALSE(files.MayClose());
     EXPECT_EQ(doc->RowSymbol(2), "F");
-    frame->close(); // No: gone.
-    EXPECT_FALSE(frame->isVisible());
+    EXPECT_TRUE(files.MayClose());
     EXPECT_THAT(Content(), HasSubstr("Symbols=IBM:1,;MSFT:2,;\r\n"));
 }
 
@@ -147,10 +127,10 @@ TEST_F(CFileControllerTest, ASaveThatFailsNamesFileAndReasonAndTheListStaysModif
     EXPECT_TRUE(doc->IsModified());
     const std::string none = At("none.vxw");
     boxes.answers = {Yes};
-    EXPECT_FALSE(Files().OpenInstead(none)) << "it could not be saved";
+    EXPECT_FALSE(files.OpenInstead(none)) << "it could not be saved";
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Save changes to \"Banks\"?", failed));
     doc->MarkSaved();
-    EXPECT_FALSE(Files().OpenInstead(none));
+    EXPECT_FALSE(files.OpenInstead(none));
     EXPECT_THAT(boxes.TakeTexts(),
                 ElementsAre("The watchlist \"" + none + "\" could not be opened: there is no such file or folder."));
     EXPECT_EQ(doc->RowSymbol(2), "MSFT");
@@ -215,7 +195,7 @@ TEST_F(CFileControllerTest, AQuestionThatComesLateTakesNoKeyThatWasTypedForTheWi
     SaveSlowly();
     WriteFile(path, "Symbols=F:1,;\r\n");
     const MessageBoxHandler recording = SetMessageBoxHandler({});
-    InstallQtMessageBoxes(frame);
+    InstallQtMessageBoxes(mainWindow);
     CFakeClock clock;
     std::string afterKeys;
     WhenOpen<QMessageBox>([&](QMessageBox& box) {
@@ -227,7 +207,7 @@ TEST_F(CFileControllerTest, AQuestionThatComesLateTakesNoKeyThatWasTypedForTheWi
         afterKeys = Content();
     });
     slowDisk.reset();
-    EXPECT_TRUE(WaitUntil([&] { return !afterKeys.empty() && !Files().IsSaving(); }));
+    EXPECT_TRUE(WaitUntil([&] { return !afterKeys.empty() && !files.IsSaving(); }));
     SetMessageBoxHandler(recording);
     EXPECT_EQ(afterKeys, "Symbols=F:1,;\r\n");
     EXPECT_TRUE(doc->IsModified());
@@ -237,10 +217,10 @@ TEST_F(CFileControllerTest, WhoLeavesWhileItIsSavedWaitsOrGoesBack) {
     OpenAndType();
     SaveSlowly();
     WhenOpen<QProgressDialog>([](QProgressDialog& dialog) { dialog.cancel(); });
-    EXPECT_FALSE(frame->close());
-    EXPECT_TRUE(frame->isVisible() && Files().IsSaving());
+    EXPECT_FALSE(files.MayClose());
+    EXPECT_TRUE(files.IsSaving());
     WhenOpen<QProgressDialog>([this](QProgressDialog&) { slowDisk.reset(); });
-    EXPECT_TRUE(frame->close());
+    EXPECT_TRUE(files.MayClose());
     EXPECT_THAT(Content(), HasSubstr("MSFT:2,;"));
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
 }
@@ -248,7 +228,7 @@ TEST_F(CFileControllerTest, WhoLeavesWhileItIsSavedWaitsOrGoesBack) {
 TEST_F(CFileControllerTest, AFileOfWhichNotAllWasReadSaysSoAndIsReplacedOnlyWhenTheUserAgrees) {
     path = At("Banks.vxw");
     WriteFile(path, "Symbols=IBM:1,;\r\n[x]\r\nNotes=1:lost;\r\n");
-    ASSERT_TRUE(Files().OpenInstead(path));
+    ASSERT_TRUE(files.OpenInstead(path));
     EXPECT_THAT(boxes.TakeTexts(), ElementsAre(StartsWith("Line 2 of \"" + path + "\" begins with \"[\":")));
     Save({Cancel, Yes});
     EXPECT_THAT(Content(), HasSubstr("lost"));
@@ -277,9 +257,9 @@ TEST_F(CFileControllerTest, AFormerContentThatCannotBeKeptIsNamedAndNothingElseI
 TEST_F(CFileControllerTest, RecentFilesAreTenWithTheLatestFirstAndMissingOnesAreOfferedForRemoval) {
     const char* const recent = CMainMenus::kRecentFiles;
     EXPECT_EQ(Entries(recent), QStringList{QStringLiteral("No file was opened yet")});
-    for (int i = 1; i <= 11; ++i) ASSERT_TRUE(Files().OpenInstead(FileOf("list " + std::to_string(i) + ".vxw", "IBM")));
-    ASSERT_TRUE(Files().OpenInstead(FileOf("M&A.vxw", "GE")));
-    ASSERT_TRUE(Files().OpenInstead(At("list 5.vxw")));
+    for (int i = 1; i <= 11; ++i) ASSERT_TRUE(files.OpenInstead(FileOf("list " + std::to_string(i) + ".vxw", "IBM")));
+    ASSERT_TRUE(files.OpenInstead(FileOf("M&A.vxw", "GE")));
+    ASSERT_TRUE(files.OpenInstead(At("list 5.vxw")));
     EXPECT_EQ(Entries(recent).size(), 11) << "ten files, and clearing the list";
     EXPECT_TRUE(Entries(recent)[0].endsWith(QStringLiteral("list 5.vxw")));
     Menu(recent)[1]->trigger();
@@ -293,7 +273,7 @@ TEST_F(CFileControllerTest, RecentFilesAreTenWithTheLatestFirstAndMissingOnesAre
 TEST_F(CFileControllerTest, AFormerContentOpensAsUnsavedChangesOfTheFile) {
     const char* const versions = CMainMenus::kBackupsMenu;
     path = FileOf("Banks.vxw", "IBM");
-    ASSERT_TRUE(Files().OpenInstead(path));
+    ASSERT_TRUE(files.OpenInstead(path));
     Enter(1, "msft");
     Do(FileSave);
     ASSERT_EQ(Entries(versions).size(), 3);
@@ -304,16 +284,4 @@ TEST_F(CFileControllerTest, AFormerContentOpensAsUnsavedChangesOfTheFile) {
     Do(FileSave);
     EXPECT_THAT(Content(), HasSubstr("Symbols=IBM:1,;\r\n"));
     EXPECT_THAT(boxes.TakeTexts(), IsEmpty());
-}
-
-TEST_F(CFileControllerTest, OfDroppedFilesTheFirstIsOpenedAndTheCommandLinesSymbolsAreForgotten) {
-    Frame({"-symbol", "ibm"}).show();
-    Drop({FileOf("A.vxw", "IBM")});
-    EXPECT_EQ(doc->RowSymbol(1), "IBM");
-    EXPECT_THAT(frame->CommandLine().Symbols(), IsEmpty());
-    Drop({FileOf("B.vxw", "GE"), At("A.vxw"), At("c.txt")});
-    EXPECT_EQ(doc->RowSymbol(1), "GE");
-    EXPECT_THAT(boxes.TakeTexts(), ElementsAre("Only \"" + At("B.vxw") +
-                                               "\" is opened: a window shows one watchlist. "
-                                               "The other 2 files were left alone."));
 }

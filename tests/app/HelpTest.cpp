@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The guide, against the commands that there are.
 
-#include "app/BoardFixture.h"
+#include "app/ContextFixture.h"
 #include "app/windows/GuideDlg.h"
+#include "app/windows/HelpCommands.h"
 
 #include <QFile>
 #include <QListWidget>
@@ -17,11 +18,13 @@ using namespace vx::test;
 
 namespace {
 
-using CHelpDeskTest = CBoardFixture;
+using CHelpCommandsTest = CContextFixture;
 
 } // namespace
 
-TEST_F(CHelpDeskTest, TheGuideKnowsEveryKeyAndItsLinksLeadSomewhere) {
+TEST_F(CHelpCommandsTest, TheGuideKnowsEveryKeyAndItsLinksLeadSomewhere) {
+    const CHelpCommands help(context);
+    commands->Refresh();
     Steps("F1");
     auto& guide = Child<CGuideDlg>("guide");
     ASSERT_TRUE(guide.isVisible());

@@ -5,6 +5,8 @@
 #include "app/shell/AboutDlg.h"
 #include "news/NewsMap.h"
 
+#include <QDropEvent>
+#include <QMimeData>
 #include <QPlainTextEdit>
 
 #include <fmt/format.h>
@@ -21,6 +23,21 @@ protected:
         shown ? ShownFrame({"-symbol", symbols}, 1300, 500) : Frame({"-symbol", symbols});
         Connect();
         EXPECT_TRUE(Level1Heard(watched));
+    }
+    void Drop(const std::vector<std::string>& paths) {
+        QMimeData data;
+        QList<QUrl> urls;
+        for (const std::string& each : paths) urls.push_back(QUrl::fromLocalFile(QString::fromStdString(each)));
+        data.setUrls(urls);
+        // As the platform has it: the deepest widget is asked first.
+        QWidget* under = grid->viewport();
+        QDragEnterEvent enter(QPoint(20, 20), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(under, &enter);
+        ASSERT_TRUE(enter.isAccepted());
+        QDropEvent event(QPointF(20, 20), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(under, &event);
+        EXPECT_EQ(event.dropAction(), Qt::CopyAction) << "the sender must not remove the file";
+        TurnEventLoop(2);
     }
     int64_t Painted() const { return grid->Counters().cells; }
     /// How much was painted when nothing is on its way any more.
@@ -155,4 +172,23 @@ TEST_F(CMainFrameTest, AConnectionThatEndsIsShownAndARestartOffered) {
     doc->Update()->EnterSymbol(2, "MSFT");
     EXPECT_EQ(Notice(2), "not watched: no connection to the feed client");
     EXPECT_EQ(Notice(1), "") << "it shows its last values";
+}
+
+TEST_F(CMainFrameTest, OfDroppedFilesTheFirstIsOpenedAndClosingAsksAboutUnsavedChanges) {
+    Frame({"-symbol", "ibm"}).show();
+    Drop({FileOf("A.vxw", "IBM")});
+    EXPECT_EQ(doc->RowSymbol(1), "IBM");
+    EXPECT_EQ(frame->windowTitle(), QStringLiteral("Zantrel Watchlist - A[*]"));
+    EXPECT_THAT(frame->CommandLine().Symbols(), IsEmpty());
+    Drop({FileOf("B.vxw", "GE"), At("A.vxw"), At("c.txt")});
+    EXPECT_EQ(doc->RowSymbol(1), "GE");
+    EXPECT_THAT(boxes.TakeTexts(),
+                ElementsAre("Only \"" + At("B.vxw") +
+                            "\" is opened: a window shows one watchlist. The other 2 files were left alone."));
+
+    Enter(2, "f");
+    boxes.answers = {EBoxAnswer::Cancel, EBoxAnswer::No};
+    EXPECT_FALSE(frame->close());
+    EXPECT_TRUE(frame->isVisible());
+    EXPECT_TRUE(frame->close());
 }

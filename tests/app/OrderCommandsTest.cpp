@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/BoardFixture.h"
+#include "app/ContextFixture.h"
 
 #include <QToolButton>
 
@@ -11,17 +11,17 @@ namespace {
 using enum ECommand;
 
 /// A board that is sorted by its first column whenever the test lets the timer fire.
-class COrderCommandsTest : public CBoardFixture {
+class COrderCommandsTest : public CContextFixture {
 protected:
     void List(const QString& lines) {
         doc->NewDocument();
         Rows(lines);
         doc->Update()->Options().sort = {1, true, true, 60000};
-        frame->View().ApplySortRecord();
+        view->ApplySortRecord();
         grid->SetFocusCell(1, 1);
     }
     void Tick() {
-        frame->View().OnAutoSortTimer();
+        view->OnAutoSortTimer();
         ProcessAll();
     }
     /// The symbols of the selected rows that are shown, and that of the focus: "AB focus A".
@@ -33,7 +33,7 @@ protected:
         return out.append(" focus ").append(doc->RowSymbol(grid->FocusCell().row));
     }
     bool SaysHeld() const { return !Child<QToolButton>("orderHeld").isHidden(); }
-    QTimer& Timer() const { return *frame->View().findChild<QTimer*>(QStringLiteral("autoSortTimer")); }
+    QTimer& Timer() const { return *view->findChild<QTimer*>(QStringLiteral("autoSortTimer")); }
 };
 
 } // namespace
@@ -80,8 +80,8 @@ TEST_F(COrderCommandsTest, AKeyHoldsTheOrderUntilItIsPressedAgain) {
     EXPECT_FALSE(SaysHeld() || doc->IsModified());
 
     Steps("F8");
-    Click(*frame, "orderHeld");
-    EXPECT_FALSE(frame->View().IsOrderHeld());
+    Click(*mainWindow, "orderHeld");
+    EXPECT_FALSE(view->IsOrderHeld());
 
     boxes.answer = EBoxAnswer::Yes;
     Steps("F8; Del");
@@ -98,7 +98,7 @@ TEST_F(COrderCommandsTest, TheHeaderSortsAndTheTimerMovesNothingUnderAnOpenEdito
     Script({{"at 1 1", "A|B|C", "sort by Symbol"}, {"EditUndo", "C|A|B"}});
 
     doc->Update()->Options().sort = {1, true, true, 7000};
-    frame->View().ApplySortRecord();
+    view->ApplySortRecord();
     EXPECT_EQ(Timer().interval(), 7000);
     grid->BeginEdit(1, 1);
     Tick();

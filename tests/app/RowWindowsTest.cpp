@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "app/FrameFixture.h"
+#include "app/ContextFixture.h"
 #include "app/windows/HeadlinesDlg.h"
 #include "app/windows/ListWindow.h"
+#include "app/windows/MarketCommands.h"
 #include "app/windows/TimeAndSalesDlg.h"
 #include "data/catalogue/FieldLayout.h"
 #include "data/record/L1SymbolRec.h"
+#include "feed/session/FeedSession.h"
 
 #include <QCheckBox>
 #include <QPlainTextEdit>
@@ -16,10 +18,9 @@ using namespace vx::test;
 
 namespace {
 
-class CRowWindowTest : public CFrameFixture {
+class CRowWindowTest : public CContextFixture {
 protected:
     CRowWindowTest() {
-        ShownFrame({}, 900, 500);
         doc->SetFeedReady();
         doc->Update()->EnterSymbol(1, "IBM");
         doc->Update()->EnterSymbol(2, "MSFT");
@@ -30,7 +31,7 @@ protected:
 
     template <typename TWindow> TWindow& Opened(ECommand command) {
         Do(command);
-        m_window = frame->findChild<TWindow*>();
+        m_window = mainWindow->findChild<TWindow*>();
         return *static_cast<TWindow*>(m_window);
     }
     template <typename TWidget> TWidget& Find(const char* name) { return Named<TWidget>(*m_window, name); }
@@ -57,10 +58,12 @@ protected:
         fields[UpdateSlot("Message Contents")] = contents;
         std::string line = "Q,";
         for (const std::string& field : fields) line += field + ",";
-        frame->Store().OnUpdate(line);
+        doc->Store().OnUpdate(line);
     }
-    const CTimeAndSales* History(const char* symbol) { return frame->Store().FindSymbol(symbol)->History(); }
+    const CTimeAndSales* History(const char* symbol) { return doc->Store().FindSymbol(symbol)->History(); }
 
+    CFeedSession session;
+    CMarketCommands market{context, session};
     QWidget* m_window = nullptr;
 };
 

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "app/FrameFixture.h"
+#include "app/ContextFixture.h"
 #include "app/commands/AddSymbols.h"
 #include "app/windows/ListWindow.h"
+#include "app/windows/MarketCommands.h"
 #include "app/windows/SearchFilter.h"
 #include "app/windows/SymbolSearchDlg.h"
+#include "feed/session/FeedSession.h"
 #include "feed/socket/ClientAppSocket.h"
 #include "support/FakeClock.h"
 #include "support/LookupPeer.h"
+#include "support/ScriptedFeed.h"
 
 #include <QComboBox>
 #include <QHeaderView>
@@ -19,18 +22,19 @@ using namespace vx::test;
 
 namespace {
 
-class CSymbolSearchDlgTest : public CFeedFixture {
+class CSymbolSearchDlgTest : public CContextFixture {
 protected:
     CSymbolSearchDlgTest() {
-        Frame().OpenDataPorts("");
-        EXPECT_TRUE(WaitUntil([&] { return frame->FeedSocket(kLookupSocket)->IsConnected(); }));
+        TablesAreAt(feed.lookup.Number());
+        session.OpenDataPorts("");
+        EXPECT_TRUE(WaitUntil([&] { return session.FeedSocket(kLookupSocket)->IsConnected(); }));
         TablesAreAt(FreePort());
     }
     /// The tables of names are asked for on connections of their own.
     void TablesAreAt(uint16_t port) { PortsAre(feed.level1.Number(), port, feed.admin.Number()); }
 
     void Open() {
-        if (!dialog) dialog.emplace(*frame, settings, frame);
+        if (!dialog) dialog.emplace(session, settings, mainWindow);
         dialog->open();
     }
     template <typename TWidget> TWidget& Find(const char* name) { return Named<TWidget>(*dialog, name); }
@@ -62,6 +66,9 @@ protected:
         return WaitUntil([&] { return feed.lookup.HeardSoFar().ends_with(request); });
     }
 
+    CScriptedFeed feed;
+    CFeedSession session;
+    CMarketCommands market{context, session};
     std::optional<CSymbolSearchDlg> dialog;
 };
 

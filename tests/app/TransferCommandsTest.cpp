@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/files/TransferCommands.h"
 
-#include "app/FrameFixture.h"
+#include "app/ContextFixture.h"
+#include "app/files/FileController.h"
 #include "app/files/ListPrinter.h"
 #include "watchlist/dialogs/ImportDlg.h"
 #include "watchlist/dialogs/QuoteDataOptions.h"
@@ -17,12 +18,9 @@ using namespace vx::test;
 
 namespace {
 
-class CTransferCommandsTest : public CFrameFixture {
+class CTransferCommandsTest : public CContextFixture {
 protected:
-    CTransferCommandsTest() {
-        Frame().show();
-        ColumnsAre("Symbol;Last;Notes;");
-    }
+    CTransferCommandsTest() { ColumnsAre("Symbol;Last;Notes;"); }
 
     /// Goes through both dialogs of an export; options: the buttons to press, by their texts. Returns what is written.
     std::string Export(const std::vector<const char*>& options, const std::string& name, const char* suffix = "") {
@@ -30,9 +28,9 @@ protected:
             offered = dialog.Options();
             for (const char* option : options) Named<QAbstractButton>(dialog, option).click();
             if (name.empty()) return dialog.reject();
-            WhenOpen<QFileDialog>([&, name](QFileDialog& files) {
-                files.selectFile(QString::fromStdString(At(name)));
-                static_cast<QDialog&>(files).accept();
+            WhenOpen<QFileDialog>([&, name](QFileDialog& chooser) {
+                chooser.selectFile(QString::fromStdString(At(name)));
+                static_cast<QDialog&>(chooser).accept();
             });
             dialog.accept();
         });
@@ -41,6 +39,8 @@ protected:
     }
     std::string Exported(const std::string& name) { return " \"" + At(name) + "\""; }
 
+    CFileController files{context, CRegistry::CurrentUser()};
+    CTransferCommands transfer{context, files};
     SExportOptions offered;
 };
 
@@ -90,7 +90,7 @@ TEST_F(CTransferCommandsTest, AnImportShowsWhatItWouldDoAndIsOneStep) {
             QPushButton* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
             agree ? ok->click() : dialog.reject();
         });
-        frame->Files().TakeDropped({At("list.csv")});
+        files.TakeDropped({At("list.csv")});
     };
     grid->SetFocusCell(2, 1);
     import(false);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "alerts/rules/AlertInfo.h"
-#include "app/BoardFixture.h"
+#include "app/ContextFixture.h"
 #include "data/record/L1SymbolRec.h"
 #include "support/Allocations.h"
 
@@ -10,7 +10,7 @@ using namespace vx::test;
 namespace {
 
 /// A board with two symbols and a heading, and values from a feed.
-class CWatchlistCellsTest : public CBoardFixture {
+class CWatchlistCellsTest : public CContextFixture {
 protected:
     CWatchlistCellsTest() {
         Rows(QStringLiteral("IBM\nMSFT\n#Heading of some length"));
@@ -18,8 +18,6 @@ protected:
         ColumnsAre("Symbol;Last;Bid;Notes;Alerts;News;Latest Headline;Tick Trend;");
         Receive("IBM", "Last", "10");
         Receive("IBM", "Last", "11.5");
-        EXPECT_TRUE(WaitUntil([this] { return Role("Last") == ETextRole::Stale; })) << "there is no feed";
-        grid->SetStale(false);
     }
 
     std::string Tip(int row, std::string_view column) const { return grid->Source()->CellTip(row, ColumnOf(column)); }
@@ -128,8 +126,8 @@ TEST_F(CWatchlistCellsTest, TheSymbolSaysThatItsRowHasANoteAndAlerts) {
 TEST_F(CWatchlistCellsTest, ADoubleClickOpensWhatACellStandsFor) {
     std::vector<ECommand> opened;
     for (const ECommand command : {ECommand::AlertsEdit, ECommand::EditNote, ECommand::Headlines})
-        frame->Commands().Bind(command, [&opened, command] { opened.push_back(command); });
-    frame->Commands().Refresh();
+        commands->Bind(command, [&opened, command] { opened.push_back(command); });
+    commands->Refresh();
     for (const char* column : {"Alerts", "Notes", "News", "Latest Headline"})
         QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, Middle(1, ColumnOf(column)));
     ProcessAll();
