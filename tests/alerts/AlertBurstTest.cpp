@@ -5,7 +5,6 @@
 #include "AlertsFixture.h"
 
 #include "base/fields/FundamentalFields.h"
-#include "data/catalogue/UpdateFields.h"
 #include "data/record/ChangeQueue.h"
 #include "data/store/L1DataStore.h"
 #include "support/Allocations.h"

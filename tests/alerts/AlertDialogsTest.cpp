@@ -7,7 +7,6 @@
 #include "alerts/ui/AlertHistoryDlg.h"
 #include "alerts/ui/AlertsDlg.h"
 #include "alerts/ui/NewAlertDlg.h"
-#include "alerts/ui/ResetAlert.h"
 #include "data/catalogue/Catalogue.h"
 
 #include <QFileDialog>

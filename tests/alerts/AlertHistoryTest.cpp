@@ -8,7 +8,6 @@
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
-#include <filesystem>
 #include <set>
 
 using namespace vx;

@@ -15,13 +15,10 @@
 #include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialog>
 
 #include <gmock/gmock.h>
 
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace vx::test {
 

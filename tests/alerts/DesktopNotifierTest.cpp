@@ -4,15 +4,12 @@
 #include "alerts/ui/DesktopNotifier.h"
 #include "support/EventLoop.h"
 
-#include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QStandardPaths>
-
-#include <gtest/gtest.h>
 
 using namespace vx;
 using namespace vx::test;

@@ -5,9 +5,7 @@
 
 #include "AlertsUiFixture.h"
 
-#include "alerts/ui/AlertSoundPlayer.h"
 #include "alerts/ui/AlertsNotice.h"
-#include "alerts/ui/ResetAlert.h"
 #include "support/FakeClock.h"
 
 #include <QMenu>

@@ -9,8 +9,6 @@
 #include <QScreen>
 
 #include <atomic>
-#include <map>
-#include <sys/socket.h>
 #include <sys/un.h>
 #include <thread>
 

@@ -3,7 +3,6 @@
 
 #include "app/FrameFixture.h"
 #include "app/shell/AboutDlg.h"
-#include "news/NewsMap.h"
 
 #include <QDropEvent>
 #include <QMimeData>

@@ -22,16 +22,11 @@
 #include <QGuiApplication>
 #include <QMainWindow>
 #include <QMenu>
-#include <QTimer>
 
 #include <gmock/gmock.h>
 
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <memory>
-#include <string>
-#include <vector>
 
 namespace vx::test {
 

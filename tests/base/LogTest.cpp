@@ -10,10 +10,7 @@
 
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::MatchesRegex;
-using testing::SizeIs;
+using namespace testing;
 
 namespace {
 

@@ -13,11 +13,7 @@
 
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::SizeIs;
-using testing::UnorderedElementsAreArray;
+using namespace testing;
 
 namespace {
 

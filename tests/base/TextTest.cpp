@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "base/Text.h"
-#include "base/CommandLine.h"
 #include "base/DateTime.h"
 #include "base/Windows1252.h"
 

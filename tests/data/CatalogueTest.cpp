@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "data/catalogue/Catalogue.h"
-#include "data/catalogue/DataInfo.h"
 #include "data/catalogue/FieldLayout.h"
 #include "data/catalogue/UpdateFields.h"
 

@@ -3,8 +3,6 @@
 
 #include "support/FakeFeed.h"
 
-#include "base/Text.h"
-
 #include <gtest/gtest.h>
 
 #include <string_view>

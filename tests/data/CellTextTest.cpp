@@ -4,13 +4,10 @@
 #include "data/record/NumberText.h"
 #include "support/Random.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <cstring>
 #include <limits>
 #include <sstream>
-#include <vector>
 
 using namespace vx;
 using namespace vx::test;

@@ -8,9 +8,7 @@
 
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::UnorderedElementsAre;
+using namespace testing;
 
 namespace {
 

@@ -18,8 +18,6 @@
 #include "watchlist/file/WatchlistFile.h"
 
 #include <memory>
-#include <string>
-#include <string_view>
 #include <vector>
 
 namespace vx::test {

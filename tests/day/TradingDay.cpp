@@ -5,7 +5,6 @@
 #include "data/text/CellText.h"
 #include "day/PlainList.h"
 #include "day/Program.h"
-#include "day/SimulatedFeed.h"
 #include "day/UserCommands.h"
 #include "support/FakeClock.h"
 #include "support/LogEvents.h"
@@ -16,18 +15,7 @@
 #include "watchlist/file/StateFiles.h"
 #include "watchlist/fileformat/WatchlistWriter.h"
 
-#include <fmt/format.h>
-
-#include <algorithm>
-#include <array>
-#include <cerrno>
-#include <functional>
-#include <map>
-#include <memory>
 #include <numeric>
-#include <optional>
-#include <set>
-#include <utility>
 
 namespace vx::test {
 

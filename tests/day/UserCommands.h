@@ -4,7 +4,6 @@
 #include "day/TradingDay.h"
 
 #include <array>
-#include <string>
 
 namespace vx {
 class CWatchlistDoc;

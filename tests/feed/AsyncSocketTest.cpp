@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "feed/socket/StreamSocket.h"
-#include "support/EventLoop.h"
 #include "support/ScriptedFeed.h"
 
 #include <gmock/gmock.h>
@@ -9,8 +8,7 @@
 
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace testing;
 
 namespace {
 

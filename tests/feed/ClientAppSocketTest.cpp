@@ -2,7 +2,6 @@
 #include "feed/socket/ClientAppSocket.h"
 
 #include "feed/socket/FeedOwner.h"
-#include "support/EventLoop.h"
 #include "support/FakeClock.h"
 #include "support/ReadsSocket.h"
 #include "support/ScriptedFeed.h"
@@ -11,8 +10,7 @@
 
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::SizeIs;
+using namespace testing;
 
 namespace {
 

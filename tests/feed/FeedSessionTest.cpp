@@ -2,7 +2,6 @@
 #include "feed/session/FeedSession.h"
 
 #include "feed/socket/ClientAppSocket.h"
-#include "support/EventLoop.h"
 #include "support/FakeClock.h"
 #include "support/MessageBoxes.h"
 #include "support/ScriptedFeed.h"
@@ -12,9 +11,7 @@
 
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
+using namespace testing;
 
 namespace {
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "feed/lookup/LookupTables.h"
-#include "support/EventLoop.h"
 #include "support/FakeClock.h"
 #include "support/LogEvents.h"
 #include "support/LookupPeer.h"
@@ -10,13 +9,9 @@
 
 #include <gmock/gmock.h>
 
-#include <memory>
-
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
+using namespace testing;
 using enum SLookupAnswer::EThen;
 
 namespace {

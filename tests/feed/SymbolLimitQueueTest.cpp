@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "feed/session/SymbolLimitQueue.h"
 
-#include "feed/session/SymbolQueue.h"
 #include "support/LogEvents.h"
 
 #include <gmock/gmock.h>
 
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace testing;
 
 namespace {
 

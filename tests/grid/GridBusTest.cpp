@@ -5,10 +5,8 @@
 #include "grid/TestGrid.h"
 
 #include <QAccessible>
-#include <QApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
-#include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>

@@ -2,7 +2,6 @@
 #include "grid/TestGrid.h"
 
 #include <QInputMethodEvent>
-#include <QLineEdit>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QVBoxLayout>

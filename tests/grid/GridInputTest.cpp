@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "grid/TestGrid.h"
 
-#include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QVBoxLayout>
-#include <vector>
 
 using namespace vx;
 

@@ -5,7 +5,6 @@
 #include "grid/GridCtrl.h"
 #include "support/Gui.h"
 
-#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 

@@ -4,8 +4,6 @@
 #include "data/store/L1DataStore.h"
 #include "support/PlainStore.h"
 
-#include <string>
-
 namespace vx::test {
 
 /// The first difference between a record and the plain one, in words; empty when they agree in every slot's value,

@@ -18,7 +18,6 @@
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
-#include <memory>
 #include <poll.h>
 #include <stdexcept>
 #include <string>

@@ -9,7 +9,6 @@
 
 #include <functional>
 #include <stdexcept>
-#include <string>
 #include <utility>
 #include <vector>
 

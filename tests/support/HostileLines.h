@@ -4,7 +4,6 @@
 #include "base/Text.h"
 #include "support/FeedLines.h"
 
-#include <string>
 #include <string_view>
 
 namespace vx::test {

@@ -6,12 +6,8 @@
 
 #include <QTemporaryDir>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
-#include <fmt/format.h>
 #include <fstream>
 
 namespace vx::sim {

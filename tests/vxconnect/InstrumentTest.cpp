@@ -5,12 +5,6 @@
 #include "vxconnect/market/Market.h"
 #include "vxconnect/market/QuoteLine.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <string>
-#include <vector>
-
 namespace vx::sim {
 namespace {
 

@@ -4,9 +4,6 @@
 #include "vxconnect/Peer.h"
 #include "vxconnect/market/Fundamentals.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <set>
 
 namespace vx::sim {

@@ -9,14 +9,9 @@
 
 #include <QTemporaryDir>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <fstream>
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace vx::sim {
 namespace {

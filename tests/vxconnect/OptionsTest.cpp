@@ -3,9 +3,6 @@
 
 #include "vxconnect/Peer.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 namespace vx::sim {
 namespace {
 

@@ -5,15 +5,11 @@
 #include "support/EventLoop.h"
 #include "vxconnect/server/Server.h"
 
-#include <QCoreApplication>
-
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <arpa/inet.h>
 #include <array>
 #include <fcntl.h>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <sys/socket.h>

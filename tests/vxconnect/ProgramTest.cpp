@@ -7,8 +7,6 @@
 #include <QTcpServer>
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
-
 #include <fstream>
 
 namespace vx::sim {

@@ -6,14 +6,9 @@
 #include "vxconnect/market/MarketFeed.h"
 #include "vxconnect/market/QuoteLine.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <map>
 #include <random>
-#include <utility>
-
-#include <sys/socket.h>
 
 namespace vx::sim {
 namespace {

@@ -2,12 +2,8 @@
 // The ports as clients have them: what is answered, who is served, and what they are told.
 
 #include "base/Number.h"
-#include "base/Text.h"
 #include "vxconnect/Peer.h"
 #include "vxconnect/market/RegionalQuotes.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace vx::sim {
 namespace {

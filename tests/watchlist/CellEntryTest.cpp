@@ -4,12 +4,8 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 

@@ -8,17 +8,12 @@
 
 #include <array>
 #include <csignal>
-#include <thread>
 
 // Saves and recoveries that are interrupted: on a simulated disk that fails at any call, and whose process or power may
 // end there; and by the system itself.
 
 using namespace vx;
 using namespace vx::test;
-using testing::AnyOf;
-using testing::Each;
-using testing::ElementsAre;
-using testing::SizeIs;
 
 namespace {
 

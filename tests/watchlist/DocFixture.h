@@ -14,10 +14,9 @@
 
 #include <gmock/gmock.h>
 
-#include <string>
-#include <vector>
-
 namespace vx::test {
+
+using namespace testing; // Its matchers.
 
 /// A level-1 connection that keeps what was sent on it.
 class CSentCommands final : public CL1CommandPort {

@@ -2,14 +2,11 @@
 #pragma once
 
 #include "support/LogEvents.h"
-#include "support/TempFolder.h"
 #include "watchlist/DocFixture.h"
 #include "watchlist/file/WatchlistFile.h"
 #include "watchlist/fileformat/WatchlistWriter.h"
 
 #include <fmt/format.h>
-
-#include <string>
 
 namespace vx::test {
 

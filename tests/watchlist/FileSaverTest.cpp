@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "watchlist/file/FileSaver.h"
 
-#include "settings/Settings.h"
 #include "support/ChildProcess.h"
 #include "watchlist/FileFixture.h"
 #include "watchlist/ScratchDoc.h"
@@ -9,16 +8,11 @@
 #include "watchlist/file/RecoveryKeeper.h"
 
 #include <barrier>
-#include <filesystem>
-#include <functional>
 #include <sys/stat.h>
 #include <thread>
 
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 namespace {
 

@@ -5,9 +5,6 @@
 
 using namespace vx;
 using namespace vx::test;
-using testing::Contains;
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 namespace {
 

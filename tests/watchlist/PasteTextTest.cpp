@@ -2,15 +2,11 @@
 #include "watchlist/edit/PasteText.h"
 #include "watchlist/DocFixture.h"
 #include "watchlist/edit/ColumnMoves.h"
-#include "watchlist/edit/CopyText.h"
-#include "watchlist/edit/ImportText.h"
 
 #include <fmt/format.h>
 
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::UnorderedElementsAre;
 
 namespace {
 

@@ -3,12 +3,8 @@
 #include "watchlist/file/RecoveryFile.h"
 #include "watchlist/file/RecoveryKeeper.h"
 
-#include <filesystem>
-
 using namespace vx;
 using namespace vx::test;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 namespace {
 

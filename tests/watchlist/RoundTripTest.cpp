@@ -4,7 +4,6 @@
 
 #include "alerts/rules/AlertInfo.h"
 #include "base/Text.h"
-#include "settings/Settings.h"
 #include "support/Random.h"
 #include "watchlist/FileFixture.h"
 #include "watchlist/edit/CellEntry.h"

@@ -5,13 +5,11 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <random>
 #include <set>
 
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAreArray;
 
 namespace {
 

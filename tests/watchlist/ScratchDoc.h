@@ -9,7 +9,6 @@
 #include "watchlist/fileformat/WatchlistWriter.h"
 
 #include <algorithm>
-#include <string_view>
 
 namespace vx::test {
 

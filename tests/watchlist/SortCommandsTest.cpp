@@ -5,8 +5,6 @@
 
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 

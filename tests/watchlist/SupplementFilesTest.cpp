@@ -3,16 +3,10 @@
 
 #include "base/Hash.h"
 #include "watchlist/FileFixture.h"
-#include "watchlist/file/RecoveryFile.h"
 #include "watchlist/file/StateFiles.h"
-
-#include <filesystem>
 
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 namespace {
 

@@ -11,7 +11,6 @@
 
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
 
 namespace {
 

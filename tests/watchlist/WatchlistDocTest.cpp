@@ -5,13 +5,8 @@
 
 #include <fmt/format.h>
 
-#include <filesystem>
-
 using namespace vx;
 using namespace vx::test;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 
 namespace {
 

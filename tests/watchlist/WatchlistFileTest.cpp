@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "settings/Settings.h"
 #include "watchlist/FileFixture.h"
 
 using namespace vx;
 using namespace vx::test;
 using namespace std::string_literals;
-using testing::Contains;
-using testing::HasSubstr;
 
 namespace {
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "watchlist/fileformat/WatchlistReader.h"
-#include "data/catalogue/Catalogue.h"
 #include "watchlist/FileFixture.h"
 #include "watchlist/fileformat/WatchlistLegacy.h"
 
