@@ -2,7 +2,6 @@
 #include "alerts/rules/AlertHistory.h"
 #include "alerts/rules/WaveFile.h"
 #include "support/ChildProcess.h"
-#include "support/SimulatedDisk.h"
 #include "support/TempFolder.h"
 
 #include <fmt/format.h>
@@ -133,31 +132,6 @@ TEST_F(CAlertHistoryTest, ProgramsThatWriteAtOnceLeaveWholeLinesOfTheirOwn) {
     std::set<std::string> ids;
     for (const SAlertFiring& firing : history.Read()) ids.insert(firing.id);
     EXPECT_EQ(ids.size(), static_cast<size_t>(kPrograms * kEach));
-}
-
-TEST_F(CAlertHistoryTest, ADiskThatFailsOrStopsAtAnyCallTakesNothingOfWhatWasThere) {
-    for (const size_t size : {size_t{0}, size_t{CAlertHistory::kMostFileBytes}}) { // The second begins another file.
-        SCOPED_TRACE(size);
-        TryEveryFault(
-            [&](CSimulatedDisk& disk) {
-                CAlertHistory before("/state");
-                before.NoteFired(Firing("IBM", 1000));
-                before.NoteFired(Firing("MSFT", 2000));
-                const std::string lines = disk.Content(before.FilePath()).value();
-                disk.Put(before.FilePath(), std::string(size, ' ') + '\n' + lines);
-            },
-            [] { return !CAlertHistory("/state").NoteFired(Firing("T", 3000)).empty(); },
-            [](CSimulatedDisk&, const SDiskOutcome& outcome) {
-                CAlertHistory after("/state");
-                after.NoteFired(Firing("GE", 4000));
-                Texts symbols = Symbols(after.Read());
-                if (symbols.size() == 4) {
-                    EXPECT_EQ(symbols[2], "T");
-                    symbols.erase(symbols.begin() + 2);
-                }
-                EXPECT_EQ(symbols, (Texts{"IBM", "MSFT", "GE"})) << outcome.powerLost;
-            });
-    }
 }
 
 TEST_F(CAlertHistoryTest, ATableForSpreadsheetsComputesNothing) {

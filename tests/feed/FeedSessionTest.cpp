@@ -106,20 +106,6 @@ TEST_F(CFeedSessionTest, AllOfAStatusLineIsKept) {
     EXPECT_THAT(stats.fields15To20, ElementsAre(1.5, 0, -2, 1000, 0, 7));
 }
 
-TEST_F(CFeedSessionTest, RefusedSymbolsAreWatchedAgainWhenThereIsRoom) {
-    BringUpReady();
-    const std::string before = feed.level1.HeardSoFar();
-    session.ReceiveSystemLine(StatusLine("Connected", 10, 9));
-    feed.level1.Says("S,SYMBOL LIMIT REACHED,ABC\r\nS,SYMBOL LIMIT REACHED,X Y\r\nS,SYMBOL LIMIT REACHED\r\n"
-                     "TX\nT,20240131 09:30:05\r\nT,20240131 09:30:06\r\n");
-    EXPECT_TRUE(feed.level1.Heard(before + "wABC\n"));
-    EXPECT_THAT(session.LimitedSymbols().Pending(), ElementsAre("X Y"));
-    feed.level1.Says("F,ABC,1,2,\r\nT,20240131 09:30:07\r\n");
-    EXPECT_TRUE(feed.level1.Heard(before + "wABC\nwX Y\n"));
-    feed.level1.Says("F\nF,\nF,X Y\n");
-    EXPECT_TRUE(WaitUntil([&] { return session.LimitedSymbols().Awaiting().empty(); }));
-}
-
 TEST_F(CFeedSessionTest, TheEndOfAConnectionIsKnownAlthoughItsStatusStays) {
     BringUpReady();
     EXPECT_EQ(session.FeedEnd(), EFeedEnd::None);

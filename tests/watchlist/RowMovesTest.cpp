@@ -3,8 +3,6 @@
 #include "watchlist/document/RowList.h"
 #include "watchlist/edit/ColumnMoves.h"
 
-#include <fmt/format.h>
-
 #include <random>
 #include <set>
 
@@ -13,73 +11,9 @@ using namespace vx::test;
 
 namespace {
 
-class CRowMoves : public CDocFixture {
-protected:
-    CRowMoves() { FeedIsReady(); }
-
-    int Below(int limit) { return static_cast<int>(random() % static_cast<uint32_t>(limit)); }
-
-    /// A symbol, a heading, a row with a note alone, a rejected symbol, and the first symbol again with a text shown.
-    void Fill() {
-        Open("Symbols=A:1,5,;BAD:4,;\r\nAnnotations=2:#Tech;\r\n");
-        doc.SymbolNotFound("BAD");
-        doc.Update()->ShowText(5, "shown text here");
-        doc.Update()->KeepTyped(2, "typed");
-        for (int row = 1; row <= 5; ++row) {
-            SCellFormat format;
-            format.decimals = row;
-            doc.Update()->Formats().Set(row, 1, format);
-            doc.Update()->Notes().Set(row, std::string(static_cast<size_t>(row), 'n'));
-        }
-    }
-    /// All that belongs to a row.
-    std::string Look(int row) const {
-        const SCellFormat* format = doc.Formats().Find(row, 1);
-        return fmt::format("{} {} {} {}", Row(row), doc.Notes().Get(row), doc.TypedText(row),
-                           format ? format->decimals : 0);
-    }
-
-    std::mt19937 random{11};
-};
+using CRowMoves = CDocFixture;
 
 } // namespace
-
-TEST_F(CRowMoves, WhateverBelongsToARowGoesWithIt) {
-    for (int round = 0; round < 100; ++round) {
-        Fill();
-        std::vector<std::string> looks{Look(6)};
-        std::vector<uint32_t> ids{0};
-        for (int row = 1; row <= 5; ++row) looks.push_back(Look(row)), ids.push_back(doc.RowId(row));
-        std::vector<size_t> model{1, 2, 3, 4, 5}; // What is in the rows; 0 for an empty one.
-        for (int step = 0; step < 4; ++step) {
-            model.resize(40);
-            const int first = 1 + Below(7), count = 1 + Below(3), end = std::min(first + count, doc.RowCount() + 1);
-            const int action = Below(3), before = 1 + Below(doc.RowCount() + 1);
-            const auto at = [&](int row) { return model.begin() + (row - 1); };
-            if (action == 0) {
-                ASSERT_TRUE(doc.InsertRows(first, count));
-                model.insert(at(first), static_cast<size_t>(count), 0);
-            } else if (action == 1) {
-                doc.DeleteRows(first, count);
-                model.erase(at(first), at(first + count));
-            } else {
-                doc.MoveRows(first, count, before);
-                if (before < first && first < end) std::rotate(at(before), at(first), at(end));
-                if (before > end) std::rotate(at(first), at(end), at(before));
-            }
-            std::vector<uint32_t> rowsOfA;
-            for (int row = 1; row <= 30; ++row) {
-                const size_t there = *at(row);
-                ASSERT_EQ(Look(row), looks[there]) << "round " << round << " action " << action << " row " << row;
-                ASSERT_TRUE(there == 0 || doc.RowOfId(ids[there]) == row);
-                if (there == 1 || there == 5) rowsOfA.push_back(static_cast<uint32_t>(row));
-            }
-            ASSERT_EQ(doc.SymbolCount(), rowsOfA.empty() ? 0u : 1u);
-            ASSERT_EQ(store.Size(), doc.SymbolCount());
-            ASSERT_TRUE(rowsOfA.empty() || testing::Value(doc.Symbols().Find("A")->rows, ElementsAreArray(rowsOfA)));
-        }
-    }
-}
 
 TEST_F(CRowMoves, WhatWouldLeaveTheGridIsRefusedWhole) {
     Open("Symbols=IBM:1,100000,;\r\n");
@@ -97,8 +31,7 @@ TEST_F(CRowMoves, WhatWouldLeaveTheGridIsRefusedWhole) {
 TEST_F(CRowMoves, ColumnsTakeFormatsSortColumnAndLockedOnesAlong) {
     doc.Update()->Columns().Clear();
     doc.Update()->SetColumnsByName("Symbol;Last;Bid;Ask;");
-    SCellFormat bold;
-    bold.bold = true;
+    const SCellFormat bold{.bold = true};
     doc.Update()->Formats().Set(1, 3, bold);
     doc.Update()->Options().sort = {3, true, true, 60000};
     doc.Update()->Options().lockedColumns = 2;
