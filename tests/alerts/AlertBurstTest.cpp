@@ -4,13 +4,9 @@
 
 #include "AlertsFixture.h"
 
-#include "base/fields/FundamentalFields.h"
-#include "data/record/ChangeQueue.h"
-#include "data/store/L1DataStore.h"
 #include "support/Allocations.h"
-#include "support/FeedLines.h"
+#include "support/FakeFeed.h"
 
-#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -19,43 +15,31 @@ using namespace vx::test;
 
 namespace {
 
-using Fields = std::map<std::string, std::string>;
-
-class CAlertsMapBurstTest : public CAlertsFixture, private CChangeWaker {
+class CAlertsMapBurstTest : public CAlertsFixture {
 protected:
+    CAlertsMapBurstTest() {
+        window.onChange = [this](const CSymbolRec& record) {
+            ++judged;
+            alerts.Evaluate(record);
+        };
+    }
     void Watch(std::string_view symbol) {
-        store.Watch(symbol, queue);
+        store.Watch(symbol, window.queue);
         store.SetArmedAlerts(symbol, alerts.ArmedCount(symbol));
         Beat();
     }
-    void Update(std::string_view symbol, const Fields& fields) {
-        std::string line = "Q," + std::string(symbol) + ',';
-        for (size_t slot = 1; slot < kUpdateFieldCount; ++slot) {
-            const auto field = fields.find(std::string(kUpdateFields[slot].name));
-            line += (field == fields.end() ? std::string{} : field->second) + ',';
-        }
-        store.OnLevel1Message(line);
+    void Update(std::string_view symbol, std::string_view fields) {
+        store.OnLevel1Message(DataLine('Q', symbol, fields));
     }
     /// The posted wake arrives: once for a whole burst.
-    void Beat() { Judge(); }
-    size_t Judged() const { return m_judged; }
+    void Beat() { window.DrainNow(); }
 
-    CChangeQueue queue{*this};
     CL1DataStore store;
+    CFakeWindow window{store};
+    size_t judged = 0;
 
 private:
-    void ChangesWait() override {}
-    void PostPaint() override {}
-    void DrainNow() override { Judge(); }
     void OnAlertsChanged(std::string_view symbol, int armed) override { store.SetArmedAlerts(symbol, armed); }
-    void Judge() {
-        queue.DrainUrgent([&](const SRecordIds& notice) {
-            ++m_judged;
-            if (const CSymbolRec* record = store.FindById(notice.id1, notice.id2)) alerts.Evaluate(*record);
-        });
-    }
-
-    size_t m_judged = 0;
 };
 
 } // namespace
@@ -63,8 +47,7 @@ private:
 TEST_F(CAlertsMapBurstTest, EveryValueOfABurstIsJudgedInItsOrderAndOfItsMoment) {
     for (int i = 0; i < 100; ++i) Add("IBM", "Last", "=", 99 - i);
     Watch("IBM");
-    for (int i = 0; i < 100; ++i)
-        Update("IBM", {{"Last", std::to_string(i)}, {"Bid", std::to_string(i - 1)}, {"Ask", std::to_string(i + 1)}});
+    for (int i = 0; i < 100; ++i) Update("IBM", fmt::format("Last={},Bid={},Ask={}", i, i - 1, i + 1));
     Beat();
     ASSERT_EQ(posted.size(), 100u);
     for (int i = 0; i < 100; ++i) {
@@ -78,16 +61,16 @@ TEST_F(CAlertsMapBurstTest, EveryValueOfABurstIsJudgedInItsOrderAndOfItsMoment) 
 TEST_F(CAlertsMapBurstTest, WithoutArmedAlertsNothingIsJudged) {
     Add("IBM", "News", "=", 1);
     Watch("IBM");
-    const size_t before = Judged();
-    for (int i = 1; i <= 100; ++i) Update("IBM", {{"Last", std::to_string(i)}});
+    const size_t before = judged;
+    for (int i = 1; i <= 100; ++i) Update("IBM", fmt::format("Last={}", i));
     Beat();
-    EXPECT_EQ(Judged(), before);
+    EXPECT_EQ(judged, before);
 
     Add("IBM", "Last", "=", 150);
-    for (int i = 101; i <= 200; ++i) Update("IBM", {{"Last", std::to_string(i)}});
+    for (int i = 101; i <= 200; ++i) Update("IBM", fmt::format("Last={}", i));
     Beat();
     EXPECT_EQ(posted.size(), 1u) << "an alert armed while the symbol is watched misses nothing";
-    EXPECT_EQ(Judged() - before, 50u) << "and once it has fired, nothing is judged again";
+    EXPECT_EQ(judged - before, 50u) << "and once it has fired, nothing is judged again";
 }
 
 // Thresholds are kept in order and not compared one by one; a plain loop over the alerts says what must fire.
@@ -116,7 +99,7 @@ TEST_F(CAlertsMapBurstTest, FiresWhatAPlainLoopFiresWhileAlertsComeGoAndAreArmed
         if (waits && std::ranges::any_of(plain, canFire)) judge();
         values[*AlertFieldId(kNames[field].first)] = value;
         waits = waits || std::ranges::any_of(plain, canFire);
-        Update("IBM", {{kNames[field].second, std::to_string(value)}});
+        Update("IBM", fmt::format("{}={}", kNames[field].second, value));
     };
     Watch("IBM");
     for (size_t field = 0; field < kNames.size(); ++field) update(field, 5);
@@ -153,7 +136,7 @@ TEST_F(CAlertsMapBurstTest, EveryKindOfNumberIsJudgedAsItsCellShowsIt) {
     Add("IBM", "NAV", "<", 1); // Never set, which counts as zero once any data came.
     Add("IBM", "Beta", "=", 1.5);
     Watch("IBM");
-    Update("IBM", {{"Total Volume", "4000000000"}, {"Last Size", "-7"}, {"Percent Change", "0.0125"}});
+    Update("IBM", "Total Volume=4000000000,Last Size=-7,Percent Change=0.0125");
     Beat();
     EXPECT_EQ(posted.size(), 4u);
     Add("GE", "Last", "<", 1);
@@ -161,9 +144,7 @@ TEST_F(CAlertsMapBurstTest, EveryKindOfNumberIsJudgedAsItsCellShowsIt) {
     store.OnLevel1Message("F,GE,5,12.5,");
     Beat();
     EXPECT_EQ(alerts.ArmedCount("GE"), 1) << "no quote has come";
-    std::string line = "F,IBM,";
-    for (size_t slot = 1; slot < FundamentalSlot("Beta"); ++slot) line += ',';
-    store.OnLevel1Message(line + "1.5,");
+    store.OnLevel1Message(DataLine('F', "IBM", "Beta=1.5"));
     Beat();
     EXPECT_EQ(alerts.ArmedCount("IBM"), 0);
 }
@@ -181,9 +162,9 @@ TEST_F(CAlertsMapBurstTest, JudgingAllocatesNothingWhileNothingFires) {
         Beat();
     };
     run();
-    const size_t judgedBefore = Judged();
+    const size_t judgedBefore = judged;
     const size_t before = Allocations();
     run();
     EXPECT_EQ(Allocations() - before, 0u);
-    EXPECT_EQ(Judged() - judgedBefore, lines.size()) << "once for every line";
+    EXPECT_EQ(judged - judgedBefore, lines.size()) << "once for every line";
 }

@@ -31,11 +31,10 @@ protected:
     CAlertsMap& Alerts() { return doc->AlertRules(); }
     const A_INFO& Alert(size_t index) { return Alerts().Get("IBM").at(index); }
     void LastIs(const char* symbol, const char* price) { Receive(symbol, "Last", price); }
-    CNoticeQueue& Queue() { return alerts.Notices(); }
-    CPresence& Presence() { return alerts.Presence(); }
     CAlertsNotice& Notice() {
-        if (!WaitUntil([&] { return Queue().Shown() != nullptr; }, 5000)) throw std::runtime_error("no notice");
-        return *Queue().Shown();
+        if (!WaitUntil([&] { return alerts.Notices().Shown() != nullptr; }, 5000))
+            throw std::runtime_error("no notice");
+        return *alerts.Notices().Shown();
     }
     bool CanReset() { return Named<QPushButton>(Notice(), "reset").isEnabled(); }
     CResetAlert& Reset() {
@@ -151,19 +150,19 @@ TEST_F(CAlertControllerTest, WhatFiredWhileAwayIsCountedAndFoundInTheHistory) {
     auto& missed = Child<QToolButton>("missedAlerts");
     Alerts().Add("IBM", Above(10));
     for (const double value : {10, 30}) Alerts().Add("MSFT", Above(value));
-    Presence().SetHere(true);
+    alerts.Presence().SetHere(true);
     LastIs("IBM", "20");
     ASSERT_TRUE(WaitUntil([&] { return Notice().isActiveWindow(); }));
     EXPECT_FALSE(missed.isVisible());
-    Presence().SetHere(false);
+    alerts.Presence().SetHere(false);
     LastIs("MSFT", "20");
     LastIs("MSFT", "40");
     ASSERT_TRUE(WaitUntil([&] { return missed.text() == QStringLiteral("2 missed alerts"); }));
-    Presence().NoteOwnWindow();
+    alerts.Presence().NoteOwnWindow();
     Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
-    EXPECT_FALSE(Presence().IsHere()) << "the desktop made the notice the active window, not the user";
+    EXPECT_FALSE(alerts.Presence().IsHere()) << "the desktop made the notice the active window, not the user";
     Click(Notice(), "dismissAll");
-    EXPECT_TRUE(Presence().IsHere());
+    EXPECT_TRUE(alerts.Presence().IsHere());
     EXPECT_TRUE(missed.isVisible()) << "dismissed together is not looked at";
     missed.click();
     EXPECT_FALSE(missed.isVisible());

@@ -12,8 +12,6 @@
 #include <QMenuBar>
 #include <QToolBar>
 
-#include <fmt/format.h>
-
 #include <set>
 
 using namespace vx;
@@ -161,6 +159,7 @@ std::vector<CCommandsTest::SRow> CCommandsTest::Views() {
     const auto setting = [this](const SBooleanSetting& which) {
         return [this, &which] { return OnOff(settings.ReadBoolean(which)); };
     };
+    const Observe searchType = [this] { return std::to_string(settings.ReadInteger(kSearchType)); };
     const auto sort = [this] {
         doc->Update()->Options().sort = {1, true, true, 60000};
         view->ApplySortRecord();
@@ -178,12 +177,8 @@ std::vector<CCommandsTest::SRow> CCommandsTest::Views() {
         {"AlertMute", "at 1 1", "on", setting(kAlertMute), {}},
         {"AlertMute", "at 1 1", "off", setting(kAlertMute), {}},
         {"AlertUrgent", "at 1 1", "on", setting(kAlertUrgent), {}},
-        {"SearchByDescription",
-         "at 1 1",
-         "1",
-         [this] { return std::to_string(settings.ReadInteger(kSearchType)); },
-         {}},
-        {"SearchBySymbol", "at 1 1", "0", [this] { return std::to_string(settings.ReadInteger(kSearchType)); }, {}},
+        {"SearchByDescription", "at 1 1", "1", searchType, {}},
+        {"SearchBySymbol", "at 1 1", "0", searchType, {}},
         {"AlwaysOnTop", "at 1 1", "on", [this] { return OnOff(frame->Place().IsAlwaysOnTop()); }, {}},
         {"AlwaysOnTop", "AlwaysOnTop", "off", [this] { return OnOff(frame->Place().IsAlwaysOnTop()); }, {}},
     };

@@ -9,6 +9,7 @@
 #include <QScreen>
 
 #include <atomic>
+#include <sys/socket.h>
 #include <sys/un.h>
 #include <thread>
 

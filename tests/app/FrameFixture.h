@@ -4,7 +4,6 @@
 #include "app/WindowFixture.h"
 #include "app/files/FileController.h"
 #include "app/shell/MainFrame.h"
-#include "support/ScriptedFeed.h"
 
 #include <sys/stat.h>
 
@@ -35,25 +34,6 @@ protected:
 
 private:
     std::unique_ptr<CMainFrame> m_frame;
-};
-
-/// The same with a feed that says what the test tells it to.
-class CFeedFixture : public CFrameFixture {
-protected:
-    CFeedFixture() { PortsAre(feed.level1.Number(), feed.lookup.Number(), feed.admin.Number()); }
-
-    /// Brings the session up to the point where watches may begin.
-    void Connect() {
-        frame->OpenAdminPort();
-        feed.admin.Says(StatusLine("Connected"));
-        feed.level1.Says("S,IP,127.0.0.1,5009\r\n");
-        heard = kGreeting + "S,SELECT UPDATE FIELDS," + UpdateFieldList() + "\nS,NEWSON\r\n";
-    }
-    testing::AssertionResult Level1Heard(const std::string& more) { return feed.level1.Heard(heard += more); }
-
-    const std::string kGreeting = "S,SET PROTOCOL,6.2\nS,SET CLIENT NAME,VxWatchlist\n";
-    CScriptedFeed feed;
-    std::string heard;
 };
 
 /// A main frame that finds programs of the test's own, which note how they were started.

@@ -3,20 +3,30 @@
 
 #include "app/FrameFixture.h"
 #include "app/shell/AboutDlg.h"
+#include "support/ScriptedFeed.h"
 
 #include <QDropEvent>
 #include <QMimeData>
 #include <QPlainTextEdit>
-
-#include <fmt/format.h>
 
 using namespace vx;
 using namespace vx::test;
 
 namespace {
 
-class CMainFrameTest : public CFeedFixture {
+/// A main frame with a feed that says what the test tells it to.
+class CMainFrameTest : public CFrameFixture {
 protected:
+    CMainFrameTest() { PortsAre(feed.level1.Number(), feed.lookup.Number(), feed.admin.Number()); }
+
+    /// Brings the session up to the point where watches may begin.
+    void Connect() {
+        frame->OpenAdminPort();
+        feed.admin.Says(StatusLine("Connected"));
+        feed.level1.Says("S,IP,127.0.0.1,5009\r\n");
+        heard = kGreeting + "S,SELECT UPDATE FIELDS," + UpdateFieldList() + "\nS,NEWSON\r\n";
+    }
+    testing::AssertionResult Level1Heard(const std::string& more) { return feed.level1.Heard(heard += more); }
     /// A frame with symbols, which the feed has heard of; shown where it is to be looked at.
     void Connected(const char* symbols, const std::string& watched, bool shown = false) {
         shown ? ShownFrame({"-symbol", symbols}, 1300, 500) : Frame({"-symbol", symbols});
@@ -49,6 +59,10 @@ protected:
         }));
         return before;
     }
+
+    const std::string kGreeting = "S,SET PROTOCOL,6.2\nS,SET CLIENT NAME,VxWatchlist\n";
+    CScriptedFeed feed;
+    std::string heard;
 };
 
 } // namespace
@@ -110,18 +124,15 @@ TEST_F(CMainFrameTest, ALookupPortThatNeverAnswersHoldsTheFrameOnce) {
     Connect();
     ASSERT_TRUE(Level1Heard("wIBM\n"));
     EXPECT_TRUE(feed.lookup.Heard(kGreeting + NewsCountsRequest("IBM"))) << "nothing is to be named yet";
-    for (int i = 1; i <= 50; ++i) {
-        std::string line = "Q,IBM" + std::string(UpdateSlot("Last"), ',') + std::to_string(i);
-        line += std::string(UpdateSlot("Last Market Center") - UpdateSlot("Last"), ',') + "7,\r\n";
-        feed.level1.Says(line);
-    }
+    for (int i = 1; i <= 50; ++i)
+        feed.level1.Says(DataLine('Q', "IBM", fmt::format("Last={},Last Market Center=7", i)) + "\r\n");
     EXPECT_TRUE(Shows(1, "Last", "50.0000"));
     EXPECT_TRUE(feed.lookup.Heard(kGreeting + NewsCountsRequest("IBM") + "SLM\r\n"));
 }
 
 TEST_F(CMainFrameTest, ASymbolThatIsUnwatchedOrUnknownNoLongerWaitsForRoom) {
     Connected("BAD,GOOD,IBM", "wBAD\nwGOOD\nwIBM\n");
-    feed.level1.Says("S,SYMBOL LIMIT REACHED,BAD\r\nS,SYMBOL LIMIT REACHED,GOOD\r\n");
+    feed.level1.Says("S,SYMBOL LIMIT REACHED,BAD\r\nS,SYMBOL LIMIT REACHED\r\nS,SYMBOL LIMIT REACHED,GOOD\r\n");
     feed.admin.Says(StatusLine("Connected", 10, 9));
     ASSERT_TRUE(WaitUntil([&] { return frame->Stats().symbolsWatched == 9; }));
     feed.level1.Says("T,20240131 09:30:05\r\n");

@@ -9,8 +9,6 @@
 #include <QProgressDialog>
 #include <QSignalSpy>
 
-#include <fmt/format.h>
-
 using namespace vx;
 using namespace vx::test;
 

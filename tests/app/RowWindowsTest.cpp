@@ -4,7 +4,6 @@
 #include "app/windows/ListWindow.h"
 #include "app/windows/MarketCommands.h"
 #include "app/windows/TimeAndSalesDlg.h"
-#include "data/catalogue/FieldLayout.h"
 #include "data/record/L1SymbolRec.h"
 #include "feed/session/FeedSession.h"
 
@@ -50,15 +49,9 @@ protected:
         doc->OnNewsLine("N,SIM,1," + symbols + ",20240131 093000," + text);
     }
     void Trade(const std::string& symbol, double price, int size, const std::string& contents = "C") {
-        std::vector<std::string> fields(kUpdateFieldCount);
-        fields[0] = symbol;
-        fields[UpdateSlot("Last")] = std::to_string(price);
-        fields[UpdateSlot("Last Size")] = std::to_string(size);
-        fields[UpdateSlot("Last Time")] = "09:30:0" + std::to_string(size % 10);
-        fields[UpdateSlot("Message Contents")] = contents;
-        std::string line = "Q,";
-        for (const std::string& field : fields) line += field + ",";
-        doc->Store().OnUpdate(line);
+        doc->Store().OnUpdate(DataLine('Q', symbol,
+                                       fmt::format("Last={},Last Size={},Last Time=09:30:0{},Message Contents={}",
+                                                   price, size, size % 10, contents)));
     }
     const CTimeAndSales* History(const char* symbol) { return doc->Store().FindSymbol(symbol)->History(); }
 

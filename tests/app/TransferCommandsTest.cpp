@@ -11,8 +11,6 @@
 #include <QPlainTextEdit>
 #include <QPrinter>
 
-#include <fmt/format.h>
-
 using namespace vx;
 using namespace vx::test;
 

@@ -46,9 +46,7 @@ TEST_F(CWatchlistCellsTest, ACellLooksAsItsOwnFormatSaysElseItsColumnsElseTheGri
     EXPECT_EQ(Shown(1, "Last"), "11.5000");
     EXPECT_EQ(Role("Last"), ETextRole::Up);
 
-    SCellFormat all;
-    all.backColour = 0x101010;
-    doc->Update()->Formats().Set(0, 0, all);
+    doc->Update()->Formats().Set(0, 0, SCellFormat{.backColour = 0x101010});
     EXPECT_EQ(Cell(1, "Symbol").background, 0x101010);
     Format(0, "Last", [](SCellFormat& format) {
         format.decimals = 2;

@@ -3,11 +3,11 @@
 
 #include "app/commands/Commands.h"
 #include "base/Registry.h"
-#include "data/catalogue/UpdateFields.h"
 #include "data/store/L1DataStore.h"
 #include "settings/ConfigWriter.h"
 #include "settings/Settings.h"
 #include "support/EventLoop.h"
+#include "support/FeedLines.h"
 #include "support/Gui.h"
 #include "support/MessageBoxes.h"
 #include "support/TempFolder.h"
@@ -117,11 +117,6 @@ protected:
         doc->Update()->SetColumnsByName(names);
         doc->Update()->Columns();
     }
-    static std::string Update(std::string_view symbol, std::string_view field, std::string_view value) {
-        std::string line = "Q," + std::string(symbol);
-        for (size_t i = 0; kUpdateFields[i].name != field; ++i) line += ',';
-        return line.append(value).append(",\r\n");
-    }
 
     /// "a=1;b=2" in pairs.
     static std::vector<std::pair<std::string, std::string>> Pairs(const char* text) {
@@ -140,8 +135,7 @@ protected:
     }
     /// A value comes from the feed, for a field by the feed's name of it.
     void Receive(std::string_view symbol, std::string_view field, std::string_view value) {
-        std::string line = Update(symbol, field, value);
-        doc->Store().OnLevel1Message(std::string_view(line).substr(0, line.size() - 2));
+        doc->Store().OnLevel1Message(DataLine('Q', symbol, std::string(field).append("=").append(value)));
         doc->OnPaintMessage();
     }
     void Type(const QString& text) {

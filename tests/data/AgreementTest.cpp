@@ -1,20 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "support/Agreement.h"
-#include "support/FakeCodeNames.h"
+#include "support/FakeFeed.h"
 #include "support/HostileLines.h"
-
-#include <gtest/gtest.h>
 
 using namespace vx;
 using namespace vx::test;
 
 namespace {
-
-struct SNoWindow : CChangeWaker {
-    void ChangesWait() override {}
-    void PostPaint() override {}
-    void DrainNow() override {}
-};
 
 /// The store on one kernel beside the plain model, both with every symbol watched, a region and a trade history.
 class CSideBySide {
@@ -24,7 +16,7 @@ public:
         m_names.EnsureMarketsLoaded();
         m_store.SetCodeNames(&m_names);
         for (const std::string& symbol : symbols) {
-            m_store.Watch(std::string(symbol).append("--X"), m_queue);
+            m_store.Watch(std::string(symbol).append("--X"), m_window.queue);
             m_store.SetHistoryLimit(symbol, 5);
             m_plain.AddRegion(symbol, "X");
             m_plain.Record(symbol).tradeLimit = 5;
@@ -38,10 +30,9 @@ public:
     std::string Difference() const { return test::Difference(m_store, m_plain); }
 
 private:
-    SNoWindow m_window;
-    CChangeQueue m_queue{m_window};
     CFakeCodeNames m_names;
     CL1DataStore m_store;
+    CFakeWindow m_window{m_store};
     CPlainStore m_plain;
 };
 

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "support/Allocations.h"
 #include "support/FakeFeed.h"
-#include "support/FeedLines.h"
-
-#include <gtest/gtest.h>
 
 using namespace vx;
 using namespace vx::test;

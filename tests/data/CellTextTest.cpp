@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "data/CellList.h"
+#include "support/FakeFeed.h"
 
 #include "data/record/NumberText.h"
-#include "support/Random.h"
 
 #include <cmath>
 #include <cstring>
@@ -16,7 +15,7 @@ namespace {
 
 using enum EDirection;
 
-struct CellTextTest : testing::Test, CCellLists {
+struct CellTextTest : testing::Test, CFakeFeed {
     double Number(std::string_view column) const { return CellNumber(Ibm(), *FindField(column)); }
 };
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "data/CellList.h"
 #include "support/FakeClock.h"
+#include "support/FakeFeed.h"
 
 #include <gmock/gmock.h>
 
@@ -12,35 +12,13 @@ using testing::ElementsAre;
 
 namespace {
 
-struct CL1DataLineTest : testing::Test, CCellLists {};
+struct CL1DataLineTest : testing::Test, CFakeFeed {};
 
 } // namespace
 
-TEST_F(CL1DataLineTest, TheTickTrendHoldsTenMarksNewestFirst) {
-    const std::string up = "\xAD", down = "\xAF", same = "\xB7";
-    Update("Tick=173");
-    EXPECT_EQ(Direction("Tick Trend"), EDirection::Up) << "also the first";
-    Update("Tick=175"), Update("Tick=183");
-    EXPECT_EQ(Cell("Tick Trend"), same + down + up);
-    Update("Tick=7");
-    EXPECT_EQ(Cell("Tick Trend"), same + down + up);
-    EXPECT_EQ(Direction("Tick Trend"), EDirection::NeverSet);
-    for (int i = 0; i < 11; ++i) Update("Tick=173");
-    EXPECT_EQ(Cell("Tick Trend"), std::string(10, '\xAD'));
-    Summary("Bid=1");
-    EXPECT_EQ(Direction("Tick Trend"), EDirection::Up);
-}
-
-TEST_F(CL1DataLineTest, MarketIdsBecomeNames) {
+TEST_F(CL1DataLineTest, TheMarketOfAQuoteHasTheTablesLoaded) {
     Update("Ask Market Center=3");
-    EXPECT_EQ(Cell("Ask Market Center Name"), "M3") << "the first id that is to be named has the tables loaded";
-    Update("Last Market Center=5,Extended Trade Market Center=256,Most Recent Trade Market Center=250");
-    ExpectCells("Trade Market Center=M5,Trade Market Center Name=M5,ET Market Center=,MRT Market Center=,");
-    Update("Last=1,Bid Market Center=6");
-    EXPECT_EQ(Cell("LQT Market Center"), "M5") << "a name is not taken for an id by the next message";
-    ExpectCells("Bid Market Center=6,Bid Market Center Name=M6,");
-    Update("Last Market Center=300");
-    EXPECT_EQ(Cell("Trade Market Center"), "");
+    EXPECT_EQ(Cell("Ask Market Center Name"), "M3");
 }
 
 TEST_F(CL1DataLineTest, NamesThatCannotBeLoadedAreAskedForAgainAfterFiveSeconds) {

@@ -4,8 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-
 using namespace vx;
 using namespace vx::test;
 using namespace testing;
@@ -27,41 +25,41 @@ TEST_F(CL1DataStoreTest, TellsEveryListenerAtOnceWhenOneJoins) {
     EXPECT_THAT(window.TakeChanged(), ElementsAre("IBM"));
     EXPECT_THAT(other.TakeChanged(), ElementsAre("IBM"));
     store.Watch("C--X", other.queue);
-    port.TakeSent();
+    port.Take();
     store.RemoveListener(other.queue);
-    EXPECT_THAT(port.TakeSent(), ElementsAre("rC\n"));
+    EXPECT_THAT(port.Take(), ElementsAre("rC\n"));
     EXPECT_EQ(store.Size(), 1u);
 }
 
 TEST_F(CL1DataStoreTest, ARegionalQuoteIsRequestedEveryTimeAndItsSymbolOnce) {
     Watch("ABC--X");
-    EXPECT_THAT(port.TakeSent(), ElementsAre("wABC\n", "S,REGON,ABC\n"));
+    EXPECT_THAT(port.Take(), ElementsAre("wABC\n", "S,REGON,ABC\n"));
     Watch("ABC--X");
     Watch("ABC--Y");
-    EXPECT_THAT(port.TakeSent(), ElementsAre("S,REGON,ABC\n", "S,REGON,ABC\n"));
+    EXPECT_THAT(port.Take(), ElementsAre("S,REGON,ABC\n", "S,REGON,ABC\n"));
     Watch("ABC");
-    EXPECT_THAT(port.TakeSent(), IsEmpty());
+    EXPECT_THAT(port.Take(), IsEmpty());
 
     Unwatch("ABC--X"), Unwatch("ABC");
     EXPECT_EQ(store.Find("ABC--X"), nullptr);
-    EXPECT_THAT(port.TakeSent(), IsEmpty());
+    EXPECT_THAT(port.Take(), IsEmpty());
     Unwatch("ABC--Y");
-    EXPECT_THAT(port.TakeSent(), ElementsAre("rABC\n"));
+    EXPECT_THAT(port.Take(), ElementsAre("rABC\n"));
 }
 
 TEST_F(CL1DataStoreTest, AFailedWatchSendsAllAgainOncePerTurn) {
     Watch("A"), Watch("B");
-    port.TakeSent();
+    port.Take();
     port.failures = 1;
     Watch("C");
-    EXPECT_THAT(port.TakeSent(), UnorderedElementsAre("wA\n", "wB\n", "wC\n"));
+    EXPECT_THAT(port.Take(), UnorderedElementsAre("wA\n", "wB\n", "wC\n"));
     port.failures = 1, port.failWith = 2; // A part of the command went out.
     Watch("D");
-    EXPECT_THAT(port.TakeSent(), IsEmpty());
+    EXPECT_THAT(port.Take(), IsEmpty());
     store.NewTurn();
     port.failures = 1;
     Watch("E");
-    EXPECT_THAT(port.TakeSent(), UnorderedElementsAre("wA\n", "wB\n", "wC\n", "wD\n", "wE\n"));
+    EXPECT_THAT(port.Take(), UnorderedElementsAre("wA\n", "wB\n", "wC\n", "wD\n", "wE\n"));
 }
 
 TEST_F(CL1DataStoreTest, WatchesThatDidNotGoOutGoOnceTheConnectionOpensInTheOrderInWhichTheyCame) {
@@ -77,11 +75,11 @@ TEST_F(CL1DataStoreTest, WatchesThatDidNotGoOutGoOnceTheConnectionOpensInTheOrde
     store.SendPendingWatches();
     store.SendPendingWatches();
     wanted.emplace_back("S,REGON,S1\n");
-    EXPECT_EQ(port.TakeSent(), wanted);
+    EXPECT_EQ(port.Take(), wanted);
     wanted.pop_back();
     store.NewTurn();
     store.RewatchAll();
-    EXPECT_EQ(port.TakeSent(), wanted);
+    EXPECT_EQ(port.Take(), wanted);
 }
 
 TEST_F(CL1DataStoreTest, ASymbolMayBeUnwatchedWhileItsAlertsAreDrained) {
@@ -101,7 +99,7 @@ TEST_F(CL1DataStoreTest, KeepsALimitedNumberOfRecordsThatNobodyWatchesOldestOutF
     EXPECT_EQ(store.Size(), CL1DataStore::kMostStrayRecords);
     EXPECT_EQ(store.Find("S0"), nullptr);
     Watch("S1"); // Stays beyond the limit now, and the feed is asked for it.
-    EXPECT_THAT(port.TakeSent(), ElementsAre("wS1\n"));
+    EXPECT_THAT(port.Take(), ElementsAre("wS1\n"));
     for (int i = 0; i < 3; ++i) store.OnUpdate("Q,T" + std::to_string(i) + ",");
     EXPECT_NE(store.Find("S1"), nullptr);
     EXPECT_EQ(store.Find("S2"), nullptr);
@@ -122,7 +120,7 @@ TEST_F(CL1DataStoreTest, RecordsThatNobodyWatchesAreBoundedByTheirBytesTooAndThe
 
 TEST_F(CL1DataStoreTest, RefusesWhatCannotBeASymbolAndDropsLinesWithoutOneOrOfOtherKinds) {
     for (const char* symbol : {"", "--", "--X", "IBM\nrMSFT", "A\rB"}) EXPECT_FALSE(Watch(symbol)) << symbol;
-    EXPECT_THAT(port.TakeSent(), IsEmpty());
+    EXPECT_THAT(port.Take(), IsEmpty());
     for (const char* line :
          {"", "Q", "Q,", "Q,,1,2,", "Q,IBM", "Q, ,1,", "QXIBM,1,", "Z,IBM,1,", "F,,", "R,IBM,", "R,,X,1,"})
         store.OnLevel1Message(line);

@@ -1,44 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "base/Text.h"
 #include "data/catalogue/Catalogue.h"
 #include "data/store/L1DataStore.h"
 #include "data/text/CellText.h"
 #include "support/FakeCodeNames.h"
+#include "support/FeedLines.h"
+
+#include <gtest/gtest.h>
 
 #include <functional>
-#include <stdexcept>
 #include <utility>
-#include <vector>
 
 namespace vx::test {
-
-template <typename SlotOf>
-std::string MakeLine(char kind, std::string_view symbol, std::string_view fields, SlotOf slotOf) {
-    std::vector<std::string_view> slots{symbol};
-    for (const std::string_view field : SplitCountingTail(fields, ',')) {
-        const size_t equals = field.find('=');
-        const size_t slot = slotOf(field.substr(0, equals));
-        if (slot >= slots.size()) slots.resize(slot + 1);
-        slots[slot] = field.substr(equals + 1);
-    }
-    std::string line{kind, ','};
-    for (const std::string_view slot : slots) line.append(slot).append(",");
-    return line;
-}
-
-inline size_t UpdateSlotOf(std::string_view name) {
-    for (size_t i = 0; i < kUpdateFieldCount; ++i)
-        if (kUpdateFields[i].name == name) return i;
-    throw std::invalid_argument(std::string(name));
-}
-
-inline size_t FundamentalSlotOf(std::string_view name) {
-    for (size_t i = 0; i < kFundamentalColumnCount; ++i)
-        if (kFundamentalFields[i].name == name) return FundamentalSlotOfRow(i);
-    throw std::invalid_argument(std::string(name));
-}
 
 /// A connection that records what is sent on it.
 class CFakePort : public CL1CommandPort {
@@ -53,7 +27,7 @@ public:
     }
     bool IsOpen() const override { return open; }
 
-    std::vector<std::string> TakeSent() { return std::exchange(sent, {}); }
+    std::vector<std::string> Take() { return std::exchange(sent, {}); }
 
     std::vector<std::string> sent;
     int failures = 0; ///< So many sends fail before one succeeds.
@@ -105,11 +79,9 @@ public:
     void Update(std::string_view fields) { Send('Q', fields); }
     void Summary(std::string_view fields) { Send('P', fields); }
     /// A fundamental line of IBM; fields are named by their columns.
-    void Fundamental(std::string_view fields) {
-        store.OnLevel1Message(MakeLine('F', "IBM", fields, FundamentalSlotOf));
-    }
+    void Fundamental(std::string_view fields) { Send('F', fields); }
     void Send(char kind, std::string_view fields, std::string_view symbol = "IBM") {
-        store.OnLevel1Message(MakeLine(kind, symbol, fields, UpdateSlotOf));
+        store.OnLevel1Message(DataLine(kind, symbol, fields));
     }
 
     const CL1SymbolRec& Ibm() const { return *store.FindSymbol("IBM"); }
@@ -121,6 +93,14 @@ public:
         return {buffer.data(), size};
     }
     EDirection Direction(std::string_view column) const { return CellDirection(Ibm(), *FindField(column)); }
+    /// Calls see(column, expected) for each of a list: "Bid=9.0000,High=,".
+    template <typename See> static void ForEach(std::string_view list, See see) {
+        for (const std::string_view cell : SplitTerminated(list, ','))
+            see(cell.substr(0, cell.find('=')), cell.substr(cell.find('=') + 1));
+    }
+    void ExpectCells(std::string_view list, int places = 4, std::string_view symbol = "IBM") const {
+        ForEach(list, [&](auto column, auto text) { EXPECT_EQ(Cell(symbol, column, places), text) << column; });
+    }
 
     CFakeCodeNames names;
     CFakePort port;

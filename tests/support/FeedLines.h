@@ -1,15 +1,36 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/Text.h"
+#include "base/fields/FundamentalFields.h"
 #include "data/catalogue/UpdateFields.h"
 #include "support/Random.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace vx::test {
+
+/// A line of some fields: "Last=1.5,Last Size=100" by the feed's names, those of a fundamental line by their columns.
+inline std::string DataLine(char kind, std::string_view symbol, std::string_view fields) {
+    const auto slotOf = [kind](std::string_view name) -> size_t {
+        for (size_t i = 0; i < (kind == 'F' ? kFundamentalColumnCount : kUpdateFieldCount); ++i)
+            if ((kind == 'F' ? kFundamentalFields[i].name : kUpdateFields[i].name) == name)
+                return kind == 'F' ? FundamentalSlotOfRow(i) : i;
+        throw std::invalid_argument(std::string(name));
+    };
+    std::vector<std::string_view> slots{symbol};
+    for (const std::string_view field : SplitCountingTail(fields, ',')) {
+        const size_t equals = field.find('='), slot = slotOf(field.substr(0, equals));
+        slots.resize(std::max(slots.size(), slot + 1));
+        slots[slot] = field.substr(equals + 1);
+    }
+    return fmt::format("{},{},", kind, fmt::join(slots, ","));
+}
 
 /// Makes update lines as a feed sends them: each carries some of the fields, with values after their rules. The same
 /// seed gives the same lines.

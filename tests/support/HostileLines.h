@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "base/Text.h"
 #include "support/FeedLines.h"
 
 #include <string_view>

@@ -1,14 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "support/TempFolder.h"
 #include "vxconnect/Peer.h"
 #include "vxconnect/data/InputSource.h"
 #include "vxconnect/data/Recording.h"
 #include "vxconnect/data/ReplaySource.h"
-
-#include <QTemporaryDir>
-
-#include <algorithm>
-
-#include <fstream>
 
 namespace vx::sim {
 namespace {
@@ -17,9 +12,8 @@ namespace {
 class DataServer : public ServerTest {
 protected:
     std::string Write(const std::string& name, const std::string& text) {
-        const std::string path = m_folder.path().toStdString() + "/" + name;
-        std::ofstream(path, std::ios::binary) << text;
-        return path;
+        test::WriteFile(m_folder / name, text);
+        return m_folder / name;
     }
     std::vector<std::string> StartInput(const std::string& text) {
         std::vector<std::string> told;
@@ -37,7 +31,7 @@ protected:
         return error;
     }
 
-    QTemporaryDir m_folder;
+    test::CTempFolder m_folder;
 };
 
 using InputFile = DataServer;
@@ -145,7 +139,7 @@ TEST(TrafficLine, LinesOfTheLogAreReadAndOthersPassedOver) {
 
 TEST_F(Replay, RecordingComesBackLineForLine) {
     m_options.rate = 3'000;
-    m_options.record = m_folder.path().toStdString() + "/recording.log";
+    m_options.record = m_folder / "recording.log";
     std::vector<std::string> lived;
     {
         Start();
@@ -157,8 +151,7 @@ TEST_F(Replay, RecordingComesBackLineForLine) {
         lived = peer->TakeLines();
         m_server.reset();
     }
-    std::ifstream in(m_options.record, std::ios::binary);
-    const std::string recorded{std::istreambuf_iterator<char>(in), {}};
+    const std::string recorded = test::ReadFile(m_options.record);
     m_options.record.clear();
     m_options.speed = 1000;
     ASSERT_EQ(StartReplay(recorded), "");

@@ -2,8 +2,6 @@
 #include "watchlist/edit/CellEntry.h"
 #include "watchlist/DocFixture.h"
 
-#include <fmt/format.h>
-
 using namespace vx;
 using namespace vx::test;
 
@@ -104,8 +102,7 @@ TEST_F(CCellEntry, TheKindOfTheRowDecidesWhatBecomesOfATypedText) {
 }
 
 TEST_F(CCellEntry, ClearingACellTakesItsFormatAndItsRowsNoteWhereNothingElseStands) {
-    SCellFormat bold;
-    bold.bold = true;
+    const SCellFormat bold{.bold = true};
     doc.Update()->EnterSymbol(1, "IBM");
     doc.Update()->SetAnnotation(2, "Tech");
     for (const int row : {1, 2, 3}) {

@@ -6,7 +6,6 @@
 #include "watchlist/file/RecoveryFile.h"
 #include "watchlist/file/RecoveryKeeper.h"
 
-#include <array>
 #include <csignal>
 
 // Saves and recoveries that are interrupted: on a simulated disk that fails at any call, and whose process or power may

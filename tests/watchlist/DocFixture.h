@@ -2,11 +2,10 @@
 #pragma once
 
 #include "base/Registry.h"
-#include "data/catalogue/UpdateFields.h"
-#include "data/store/L1DataStore.h"
 #include "news/NewsMap.h"
 #include "settings/ConfigWriter.h"
 #include "settings/Settings.h"
+#include "support/FakeFeed.h"
 #include "support/MessageBoxes.h"
 #include "support/TempFolder.h"
 #include "watchlist/document/WatchlistDoc.h"
@@ -17,21 +16,6 @@
 namespace vx::test {
 
 using namespace testing; // Its matchers.
-
-/// A level-1 connection that keeps what was sent on it.
-class CSentCommands final : public CL1CommandPort {
-public:
-    int Send(std::string_view command) override {
-        sent.emplace_back(command);
-        return static_cast<int>(command.size());
-    }
-    bool IsOpen() const override { return true; }
-
-    /// What was sent since the last call.
-    std::vector<std::string> Take() { return std::exchange(sent, {}); }
-
-    std::vector<std::string> sent;
-};
 
 /// A frame and a view in one that keep what the document told them.
 class CFrameAndView final : public CWatchlistFrame, public CWatchlistObserver {
@@ -90,10 +74,7 @@ protected:
     }
     /// An update comes that carries one field, by the feed's name of it.
     void FeedSets(std::string_view symbol, std::string_view field, std::string_view value) {
-        std::string line("Q,");
-        line.append(symbol);
-        for (size_t i = 0; kUpdateFields[i].name != field; ++i) line += ',';
-        FeedSays(line.append(value).append(","));
+        FeedSays(DataLine('Q', symbol, std::string(field).append("=").append(value)));
     }
     /// The symbol stands at the row and is watched, as after typing it.
     void Place(int row, std::string_view symbol) {
@@ -146,7 +127,7 @@ protected:
     CConfigWriter writer{profile};
     CSettings settings{writer};
     CMessageBoxes boxes;
-    CSentCommands feed;
+    CFakePort feed;
     CAskedCounts counts;
     CL1DataStore store;
     CFrameAndView shown;

@@ -6,8 +6,6 @@
 #include "watchlist/file/WatchlistFile.h"
 #include "watchlist/fileformat/WatchlistWriter.h"
 
-#include <fmt/format.h>
-
 namespace vx::test {
 
 /// A document with a file, and folders of the test's own for both the file and what is kept beside it.

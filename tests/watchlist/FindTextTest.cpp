@@ -2,8 +2,6 @@
 #include "watchlist/exchange/FindText.h"
 #include "watchlist/DocFixture.h"
 
-#include <fmt/format.h>
-
 using namespace vx;
 using namespace vx::test;
 

@@ -3,8 +3,6 @@
 #include "watchlist/DocFixture.h"
 #include "watchlist/exchange/ExportText.h"
 
-#include <fmt/format.h>
-
 using namespace vx;
 using namespace vx::test;
 

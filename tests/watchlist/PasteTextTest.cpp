@@ -3,8 +3,6 @@
 #include "watchlist/DocFixture.h"
 #include "watchlist/edit/ColumnMoves.h"
 
-#include <fmt/format.h>
-
 using namespace vx;
 using namespace vx::test;
 
@@ -147,8 +145,7 @@ TEST_F(CPasteText, ALongPasteLeavesNothingWhenCancelled) {
 }
 
 TEST_F(CPasteText, ARangeIsClearedCellByCellInOneStep) {
-    SCellFormat bold;
-    bold.bold = true;
+    const SCellFormat bold{.bold = true};
     SetFormat(2, 2, bold);
     EXPECT_EQ(ClearRange(doc, {1, 5, 2, 2}), 3) << "a note, a format and, as its only text, an annotation";
     EXPECT_EQ(Rows(), "IBM|MSFT|||GE");

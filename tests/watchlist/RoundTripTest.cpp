@@ -3,8 +3,6 @@
 // back when it is opened, and is saved as the same bytes again.
 
 #include "alerts/rules/AlertInfo.h"
-#include "base/Text.h"
-#include "support/Random.h"
 #include "watchlist/FileFixture.h"
 #include "watchlist/edit/CellEntry.h"
 #include "watchlist/edit/ColumnMoves.h"

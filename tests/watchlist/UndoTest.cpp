@@ -5,8 +5,6 @@
 #include "watchlist/edit/SortCommands.h"
 #include "watchlist/fileformat/WatchlistWriter.h"
 
-#include <fmt/format.h>
-
 #include <random>
 
 using namespace vx;

@@ -3,8 +3,6 @@
 #include "watchlist/DocFixture.h"
 #include "watchlist/edit/CellEntry.h"
 
-#include <fmt/format.h>
-
 using namespace vx;
 using namespace vx::test;
 
