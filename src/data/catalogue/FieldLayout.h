@@ -5,6 +5,7 @@
 #include "base/fields/QuoteFields.h"
 #include "data/catalogue/RegionFields.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -62,10 +63,16 @@ inline constexpr uint8_t kNoteSecuritySubType = 4;
 struct SSlot {
     EParseRule rule = EParseRule::None; ///< None: the field is looked at by the store itself, not by the merge.
     EMergeKind kind = EMergeKind::Skip;
-    uint8_t value = 0; ///< Index of its value and direction.
-    uint8_t extra = 0; ///< Index of its text where the rule keeps one; of a split's date among the values.
-    uint8_t note = 0;  ///< One of the bits above, or 0.
+    uint8_t direction = 0; ///< Index of its direction.
+    uint8_t value = 0;     ///< Index of its value; 0, which is never written, where the rule keeps none.
+    uint8_t extra = 0;     ///< Index of its text where the rule keeps one; of a split's date among the values.
+    uint8_t note = 0;      ///< One of the bits above, or 0.
 };
+
+/// Whether the rule keeps a value beside, or instead of, a text.
+constexpr bool KeepsValue(EParseRule rule) {
+    return StorageOf(rule) != EStorage::None && StorageOf(rule) != EStorage::Text;
+}
 
 /// No layout has more slots.
 inline constexpr size_t kMostSlots = 72;
@@ -77,6 +84,7 @@ struct SSlotBytes {
 
     /// Its EMergeKind; Rare for a slot whose value another slot has too, so that no two of a line are in one vector.
     alignas(64) std::array<uint8_t, kRoom> kinds{};
+    alignas(64) std::array<uint8_t, kRoom> values{};
     alignas(64) std::array<uint8_t, kRoom> notes{};
 };
 
@@ -86,28 +94,44 @@ template <size_t kSize> constexpr SSlotBytes BytesOf(const std::array<SSlot, kSi
     static_assert(kSize <= kMostSlots);
     SSlotBytes bytes;
     for (size_t i = 0; i < kSize; ++i) {
-        const bool ownValue = slots[i].value == i || slots[i].kind == EMergeKind::Skip;
+        const bool ownValue = slots[i].direction == i || slots[i].kind == EMergeKind::Skip;
         bytes.kinds[i] = static_cast<uint8_t>(ownValue ? slots[i].kind : EMergeKind::Rare);
+        bytes.values[i] = slots[i].value;
         bytes.notes[i] = slots[i].note;
     }
     return bytes;
 }
 
-template <size_t kSize> constexpr size_t CountTexts(const std::array<SSlot, kSize>& slots) {
+/// How many of each a block has.
+struct SBlockSize {
+    size_t directions = 0;
+    size_t values = 1; ///< With the one that is never written.
     size_t texts = 0;
-    for (const SSlot& slot : slots) texts += KeepsText(slot.rule) ? 1 : 0;
-    return texts;
+};
+
+template <size_t kSize> constexpr SBlockSize SizeOf(const std::array<SSlot, kSize>& slots) {
+    SBlockSize size;
+    for (const SSlot& slot : slots) {
+        const size_t last = slot.rule == EParseRule::Split ? slot.extra : slot.value;
+        size.directions = std::max<size_t>(size.directions, slot.direction + 1u);
+        size.values = std::max<size_t>(size.values, last + 1);
+        if (KeepsText(slot.rule)) size.texts = std::max<size_t>(size.texts, slot.extra + 1u);
+    }
+    return size;
 }
 
 // The symbol is in the record itself: slot 0 of every layout keeps nothing.
 template <size_t kSize> constexpr std::array<SSlot, kSize> FromRules(const std::array<EParseRule, kSize>& rules) {
     std::array<SSlot, kSize> slots{};
+    uint8_t values = 1;
     uint8_t texts = 0;
-    uint8_t splits = 0;
     for (size_t i = 1; i < kSize; ++i) {
-        slots[i] = {rules[i], MergeKindOf(rules[i]), static_cast<uint8_t>(i), 0, 0};
+        slots[i].rule = rules[i];
+        slots[i].kind = MergeKindOf(rules[i]);
+        slots[i].direction = static_cast<uint8_t>(i);
+        if (KeepsValue(rules[i])) slots[i].value = values++;
         if (KeepsText(rules[i])) slots[i].extra = texts++;
-        if (rules[i] == EParseRule::Split) slots[i].extra = static_cast<uint8_t>(kSize + splits++);
+        if (rules[i] == EParseRule::Split) slots[i].extra = values++;
     }
     return slots;
 }
@@ -152,12 +176,5 @@ inline constexpr std::array kRegionLayout = [] {
     rules[RegionSlot("Region")] = EParseRule::None; // Part of the record's name.
     return layout::FromRules(rules);
 }();
-
-inline constexpr size_t kSplitCount = 2;
-inline constexpr size_t kQuoteValueCount = kUpdateFieldCount;
-inline constexpr size_t kQuoteTextCount = layout::CountTexts(kUpdateLayout);
-inline constexpr size_t kFundamentalValueCount = kFundamentalSlotCount + kSplitCount;
-inline constexpr size_t kFundamentalTextCount = layout::CountTexts(kFundamentalLayout);
-inline constexpr size_t kRegionTextCount = layout::CountTexts(kRegionLayout);
 
 } // namespace vx

@@ -77,7 +77,7 @@ ZW_TARGET inline void MergeField(std::string_view line, const char* first, const
                                  const SFieldSlots& block, SMergeNotes& notes) {
     notes.carried = static_cast<uint8_t>(notes.carried | slot.note);
     SFieldValue& value = block.values[slot.value];
-    EDirection& direction = block.directions[slot.value];
+    EDirection& direction = block.directions[slot.direction];
     switch (slot.kind) {
     case EMergeKind::Number:
         MergeNumber<EMergeKind::Number>(line, first, last, value.number, direction, notes.priceWord);

@@ -312,7 +312,8 @@ ZW_TARGET inline bool MergeEight(const char* line, const SNumberList& list, size
 
     const __m512d numbers = AsNumbers(eight, OfKind(kinds, EMergeKind::Percent));
     const __m512i wholes = AsIntegers(eight, unsignedOnes);
-    const __m512i places = _mm512_maskz_cvtepu8_epi64(0xFF, slots);
+    const __m512i places =
+        _mm512_maskz_cvtepu8_epi64(0xFF, _mm256_castsi256_si128(LookUp(block.bytes->values, WithZeros(slots))));
     const __m512i before = _mm512_mask_i64gather_epi64(_mm512_setzero_si512(), valid, places, block.values, 8);
     const __m512i now = _mm512_mask_mov_epi64(_mm512_castpd_si512(numbers), integers, wholes);
     const __m512d beforeNumbers = _mm512_castsi512_pd(before);
@@ -350,7 +351,7 @@ ZW_TARGET inline void MergeTexts(std::string_view line, const SFieldList& list, 
         const char* const last = line.data() + list.ends[i];
         const SSlot& slot = block.layout[list.slots[i]];
         MergeText(line, last - list.sizes[i], last, block.texts[slot.extra]);
-        block.directions[slot.value] = EDirection::Unchanged;
+        block.directions[slot.direction] = EDirection::Unchanged;
     }
 }
 

@@ -30,7 +30,7 @@ constexpr std::array kTicks = [] {
 
 void MergeRareField(std::string_view text, const SSlot& slot, SFieldSlots block) {
     SFieldValue& value = block.values[slot.value];
-    block.directions[slot.value] = EDirection::Unchanged;
+    block.directions[slot.direction] = EDirection::Unchanged;
     switch (slot.rule) {
     case EParseRule::Hex:
         value.whole = ReadHex32(text);
@@ -54,7 +54,6 @@ void MergeRareField(std::string_view text, const SSlot& slot, SFieldSlots block)
         const SSplit split = ReadSplit(text);
         value.number = split.ratio;
         block.values[slot.extra].date = split.date;
-        block.directions[slot.extra] = EDirection::Unchanged;
         break;
     }
     default:
@@ -67,7 +66,7 @@ void MergeTick(int64_t code, const SSlot& slot, SFieldSlots block) {
     const auto place = static_cast<uint64_t>(code - kFirstTick);
     const STick tick = place < kTicks.size() ? kTicks[place] : STick{};
     if (tick.mark != '\0') block.texts[slot.extra].PushFront(tick.mark, kTrendMarks);
-    block.directions[slot.value] = tick.direction;
+    block.directions[slot.direction] = tick.direction;
 }
 
 EPriceWord ClassifyPrice(std::string_view text) {

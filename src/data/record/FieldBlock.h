@@ -66,7 +66,7 @@ struct SFieldSlots {
 };
 
 /// The values, directions and texts of one layout's slots, each in an array of its own.
-template <const auto& kLayout, size_t kValues, size_t kTexts> class CFieldBlock {
+template <const auto& kLayout> class CFieldBlock {
 public:
     double Number(size_t slot) const { return m_values[kLayout[slot].value].number; }
     int32_t Integer(size_t slot) const { return static_cast<int32_t>(m_values[kLayout[slot].value].whole); }
@@ -81,19 +81,19 @@ public:
     /// Asks for the memory of a slot's value and direction.
     void Prefetch(size_t slot) const {
         __builtin_prefetch(&m_values[kLayout[slot].value]);
-        __builtin_prefetch(&m_directions[kLayout[slot].value]);
+        __builtin_prefetch(&m_directions[kLayout[slot].direction]);
     }
     /// No slot was ever set.
     bool IsEmpty() const {
         return std::ranges::all_of(m_directions, [](EDirection d) { return d == EDirection::NeverSet; });
     }
-    EDirection Direction(size_t slot) const { return m_directions[kLayout[slot].value]; }
+    EDirection Direction(size_t slot) const { return m_directions[kLayout[slot].direction]; }
 
     void SetText(size_t slot, std::string_view text) {
         m_texts[kLayout[slot].extra].Assign(text);
         SetDirection(slot, EDirection::Unchanged);
     }
-    void SetDirection(size_t slot, EDirection direction) { m_directions[kLayout[slot].value] = direction; }
+    void SetDirection(size_t slot, EDirection direction) { m_directions[kLayout[slot].direction] = direction; }
 
     /// What its texts take outside of the block.
     size_t TextBytes() const {
@@ -106,19 +106,20 @@ public:
 
 private:
     static constexpr SSlotBytes kBytes = layout::BytesOf(kLayout);
+    static constexpr layout::SBlockSize kSize = layout::SizeOf(kLayout);
 
-    std::array<EDirection, kValues> m_directions{};
-    std::array<SFieldValue, kValues> m_values{};
-    std::array<CSlotText, kTexts> m_texts;
+    std::array<EDirection, kSize.directions> m_directions{};
+    std::array<SFieldValue, kSize.values> m_values{};
+    std::array<CSlotText, kSize.texts> m_texts;
 };
 
 /// The latest value of every field of the update layout. Slots are positions in kUpdateFields.
-class CQuoteData : public CFieldBlock<kUpdateLayout, kQuoteValueCount, kQuoteTextCount> {};
+class CQuoteData : public CFieldBlock<kUpdateLayout> {};
 
 /// The latest value of every field of a fundamental line. Slots are those of FundamentalSlot.
-class CFundamentalData : public CFieldBlock<kFundamentalLayout, kFundamentalValueCount, kFundamentalTextCount> {};
+class CFundamentalData : public CFieldBlock<kFundamentalLayout> {};
 
 /// The latest value of every field of a regional line. Slots are positions in kRegionFields.
-class CRegionData : public CFieldBlock<kRegionLayout, kRegionFieldCount, kRegionTextCount> {};
+class CRegionData : public CFieldBlock<kRegionLayout> {};
 
 } // namespace vx
