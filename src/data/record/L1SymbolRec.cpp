@@ -55,8 +55,8 @@ sRegQuoteData* CL1SymbolRec::FindRegion(std::string_view fullName) const {
 }
 
 sRegQuoteData* CL1SymbolRec::FindRegionOf(std::string_view region) const {
-    const auto found = m_regions.find(region);
-    return found == m_regions.end() ? nullptr : found->second.get();
+    const auto found = Regions().find(region);
+    return found == Regions().end() ? nullptr : found->second.get();
 }
 
 size_t CL1SymbolRec::Bytes() const {
@@ -69,9 +69,14 @@ const CFundamentalData& CL1SymbolRec::NoFundamentals() {
     return none;
 }
 
+const CL1SymbolRec::CRegions& CL1SymbolRec::NoRegions() {
+    static const CRegions none;
+    return none;
+}
+
 void CL1SymbolRec::NotifyAll() {
     Notify();
-    for (const auto& [name, region] : m_regions) region->Notify();
+    for (const auto& [name, region] : Regions()) region->Notify();
 }
 
 } // namespace vx

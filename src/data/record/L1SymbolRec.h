@@ -18,6 +18,12 @@ namespace vx {
 
 class CL1SymbolRec;
 
+/// A record that a line made for a symbol that nobody watches.
+struct SStray {
+    CL1SymbolRec* record;
+    size_t bytes; ///< As the store has counted it.
+};
+
 /// Names for the numeric codes that data lines carry: listed markets and security types.
 ///
 /// Units   ids run from 0 to 255; any other id has an empty name
@@ -130,27 +136,30 @@ public:
 private:
     friend class CL1DataStore;
 
-    bool IsWanted() const { return HasListeners() || !m_regions.empty(); }
+    /// By the region's name. Few symbols have more than a handful, but a file can ask for any number of them.
+    using CRegions = std::map<std::string, std::unique_ptr<sRegQuoteData>, std::less<>>;
+
+    bool IsWanted() const { return HasListeners() || m_regions; }
+    const CRegions& Regions() const { return m_regions ? *m_regions : NoRegions(); }
     sRegQuoteData* FindRegionOf(std::string_view region) const;
     static const CFundamentalData& NoFundamentals();
+    static const CRegions& NoRegions();
     void NotifyAll();
     /// What the record takes, texts outside of it included.
     size_t Bytes() const;
 
-    CQuoteData m_quote;
-    std::unique_ptr<CFundamentalData> m_fundamentals; ///< Null until the feed has sent some: many never come.
     bool m_updated = false;
     bool m_hasData = false;
     bool m_watched = false;     ///< The feed took the watch command.
     bool m_regionsAsked = true; ///< The last request for regional quotes, if there was one, went out.
     bool m_stray = false;       ///< Made by a line for a symbol that nobody watches.
-    std::list<CL1SymbolRec*>::iterator m_strayPlace;
-    size_t m_strayBytes = 0; ///< As the store has counted it.
-    const CCodeNames* m_names = nullptr;
     std::unique_ptr<CTimeAndSales> m_history;
-    /// By the region's name. Few symbols have more than a handful, but a file can ask for any number of them.
-    std::map<std::string, std::unique_ptr<sRegQuoteData>, std::less<>> m_regions;
+    std::unique_ptr<CFundamentalData> m_fundamentals; ///< Null until the feed has sent some: many never come.
+    std::unique_ptr<CRegions> m_regions;              ///< Null while nobody asks for one.
+    const CCodeNames* m_names = nullptr;
+    std::list<SStray>::iterator m_strayPlace;
+    CQuoteData m_quote;
 };
-static_assert(sizeof(CL1SymbolRec) <= 1280);
+static_assert(sizeof(CL1SymbolRec) <= 1000);
 
 } // namespace vx

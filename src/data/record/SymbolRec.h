@@ -4,6 +4,7 @@
 #include "data/record/ChangeQueue.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,7 +46,8 @@ public:
     /// are armed, or the feed does not know the symbol.
     void Notify() {
         if (m_first.queue) Notify(m_first);
-        for (SListener& listener : m_more) Notify(listener);
+        if (!m_more) return;
+        for (SListener& listener : *m_more) Notify(listener);
     }
 
     /// How many armed alerts watch this record. While any do, every value reaches the listeners: see NextWaiting.
@@ -82,7 +84,7 @@ private:
     SRecordIds m_ids;
     int m_armedAlerts = 0;
     SListener m_first; ///< Nearly every record has one listener: it costs no step into another block of memory.
-    std::vector<SListener> m_more;
+    std::unique_ptr<std::vector<SListener>> m_more; ///< Null while there are none.
 };
 
 } // namespace vx

@@ -68,7 +68,7 @@ void CL1DataStore::RemoveListener(CChangeQueue& listener) {
     std::vector<std::string> watched;
     m_records.ForEach([&](CL1SymbolRec& record) {
         if (record.HasListener(listener)) watched.push_back(record.Symbol());
-        for (const auto& [name, region] : record.m_regions)
+        for (const auto& [name, region] : record.Regions())
             if (region->HasListener(listener)) watched.push_back(region->Symbol());
     });
     for (const std::string& symbol : watched) Unwatch(symbol, listener);
@@ -94,7 +94,7 @@ void CL1DataStore::SendPendingWatches() {
     if (!m_commandsPending || !m_port || !m_port->IsOpen()) return;
     m_commandsPending = false;
     const auto watchMissing = [](const CL1SymbolRec& r) { return r.IsWanted() && !r.m_watched; };
-    const auto regionsMissing = [](const CL1SymbolRec& r) { return !r.m_regionsAsked && !r.m_regions.empty(); };
+    const auto regionsMissing = [](const CL1SymbolRec& r) { return !r.m_regionsAsked && r.m_regions; };
     for (CL1SymbolRec* record : InOrder([&](const CL1SymbolRec& r) { return watchMissing(r) || regionsMissing(r); })) {
         if (!m_commandsPending && watchMissing(*record)) SendWatch(*record);
         if (!m_commandsPending && regionsMissing(*record)) SendRegions(*record);
@@ -116,8 +116,8 @@ bool CL1DataStore::IsWanted(std::string_view feedSymbol) const {
 }
 
 const CSymbolRec* CL1DataStore::FindById(uint32_t id1, uint32_t id2) const {
-    const auto found = m_byNumber.find(id2);
-    return found != m_byNumber.end() && found->second->Ids().id1 == id1 ? found->second : nullptr;
+    const CSymbolRec* record = m_byNumber.Find(id2);
+    return record && record->Ids().id1 == id1 ? record : nullptr;
 }
 
 void CL1DataStore::SetArmedAlerts(std::string_view symbol, int count) {
@@ -131,53 +131,55 @@ void CL1DataStore::SetHistoryLimit(std::string_view symbol, size_t limit) {
 CL1SymbolRec& CL1DataStore::AddRecord(std::string_view symbol) {
     CL1SymbolRec& record = m_records.Add(std::make_unique<CL1SymbolRec>(symbol, ++m_lastNumber));
     record.m_names = m_names;
-    m_byNumber[record.Ids().id2] = &record;
+    m_byNumber.Add(record);
     return record;
 }
 
 sRegQuoteData& CL1DataStore::AddRegion(CL1SymbolRec& record, std::string_view fullName) {
     auto made = std::make_unique<sRegQuoteData>(fullName, ++m_lastNumber, record);
     sRegQuoteData& region = *made;
-    record.m_regions.emplace(region.RegionName(), std::move(made));
-    m_byNumber[region.Ids().id2] = &region;
+    if (!record.m_regions) record.m_regions = std::make_unique<CL1SymbolRec::CRegions>();
+    record.m_regions->emplace(region.RegionName(), std::move(made));
+    m_byNumber.Add(region);
     return region;
 }
 
 void CL1DataStore::RemoveRecord(CL1SymbolRec& record) {
     if (record.m_stray) {
+        m_strayBytes -= record.m_strayPlace->bytes;
         m_strays.erase(record.m_strayPlace);
-        m_strayBytes -= record.m_strayBytes;
     }
-    while (!record.m_regions.empty()) RemoveRegion(record, *record.m_regions.begin()->second);
+    while (record.m_regions) RemoveRegion(record, *record.m_regions->begin()->second);
     record.RemoveAllListeners();
-    m_byNumber.erase(record.Ids().id2);
+    m_byNumber.Remove(record);
     m_unnamed.erase(record.Ids().id2);
     m_records.Remove(record.Symbol());
 }
 
 void CL1DataStore::RemoveRegion(CL1SymbolRec& record, sRegQuoteData& region) {
     region.RemoveAllListeners();
-    m_byNumber.erase(region.Ids().id2);
-    record.m_regions.erase(record.m_regions.find(region.RegionName()));
+    m_byNumber.Remove(region);
+    record.m_regions->erase(record.m_regions->find(region.RegionName()));
+    if (record.m_regions->empty()) record.m_regions.reset();
 }
 
 CL1SymbolRec& CL1DataStore::AddStray(std::string_view symbol) {
     if (m_strays.size() == kMostStrayRecords) DropOldestStray();
     CL1SymbolRec& record = AddRecord(symbol);
     record.m_stray = true;
-    record.m_strayPlace = m_strays.insert(m_strays.end(), &record);
+    record.m_strayPlace = m_strays.insert(m_strays.end(), {&record, 0});
     return record;
 }
 
 void CL1DataStore::WeighStray(CL1SymbolRec& record) {
     const size_t bytes = record.Bytes();
-    m_strayBytes += bytes - record.m_strayBytes;
-    record.m_strayBytes = bytes;
-    while (m_strayBytes > kMostStrayBytes && m_strays.front() != &record) DropOldestStray();
+    m_strayBytes += bytes - record.m_strayPlace->bytes;
+    record.m_strayPlace->bytes = bytes;
+    while (m_strayBytes > kMostStrayBytes && m_strays.front().record != &record) DropOldestStray();
 }
 
 void CL1DataStore::DropOldestStray() {
-    RemoveRecord(*m_strays.front());
+    RemoveRecord(*m_strays.front().record);
     if (std::exchange(m_strayDropped, true)) return;
     Log(ELogCategory::L1Error, ELogDirection::Status,
         fmt::format(

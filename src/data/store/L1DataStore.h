@@ -4,6 +4,7 @@
 #include "data/merge/MergeKernel.h"
 #include "data/record/ChangeQueue.h"
 #include "data/record/L1SymbolRec.h"
+#include "data/store/RecordNumbers.h"
 #include "data/store/SymbolTable.h"
 
 #include <array>
@@ -160,10 +161,10 @@ private:
     SLoad m_markets;
     SLoad m_securityTypes;
     CSymbolTable m_records;
-    std::unordered_map<uint32_t, CSymbolRec*> m_byNumber;
+    CRecordNumbers m_byNumber;
     /// Market ids of trades that came while the names were missing, by the record's number. They wait for the table.
     std::unordered_map<uint32_t, std::array<int16_t, kTradeMarkets>> m_unnamed;
-    std::list<CL1SymbolRec*> m_strays; ///< Oldest first.
+    std::list<SStray> m_strays; ///< Oldest first.
     size_t m_strayBytes = 0;
     bool m_strayDropped = false; ///< Has been logged.
     uint32_t m_lastNumber = 0;

@@ -100,9 +100,7 @@ void CL1DataStore::ExpectFar(std::string_view later, std::string_view soon) cons
     };
     m_records.PrefetchEntry(symbolOf(later));
     const CL1SymbolRec* record = m_records.FindByKey(symbolOf(soon));
-    if (!record) return;
-    Prefetch(static_cast<const CSymbolRec*>(record), sizeof(CSymbolRec));
-    Prefetch(&record->m_quote, sizeof(record->m_quote));
+    if (record) Prefetch(record, sizeof(*record));
 }
 
 void CL1DataStore::OnUpdate(std::string_view line) {
@@ -234,7 +232,7 @@ void CL1DataStore::NameMarkets(CL1SymbolRec& record, const SMergeNotes& notes) {
 
 void CL1DataStore::NameWaitingMarkets() {
     for (const auto& [number, ids] : m_unnamed) {
-        auto& record = static_cast<CL1SymbolRec&>(*m_byNumber.at(number));
+        auto& record = static_cast<CL1SymbolRec&>(*m_byNumber.Find(number));
         for (size_t i = 0; i < kTradeMarkets; ++i)
             if (ids[i] != kNoMarket) record.m_quote.SetText(kTradeMarketSlots[i], m_names->MarketName(ids[i]));
     }
