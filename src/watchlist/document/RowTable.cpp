@@ -62,8 +62,7 @@ void CRowTable::ClearSymbol(int row) {
 
 CRowList CRowTable::RemoveSymbol(std::string_view symbol) {
     const std::string taken(symbol); // It may be a row's own.
-    CRowList rows;
-    if (const SYMBOL_DATA* data = m_symbols.Find(taken)) rows = data->rows;
+    CRowList rows = m_symbols.RemoveSymbol(taken);
     for (const uint32_t row : rows) ClearSymbol(static_cast<int>(row));
     return rows;
 }

@@ -105,35 +105,45 @@ void CSymbolMap::Grow() {
 }
 
 SYMBOL_DATA* CSymbolRecArray::Find(std::string_view symbol) {
-    if (m_places) {
-        const auto place = m_places->find(symbol);
-        return place == m_places->end() ? nullptr : &m_symbols[place->second];
+    if (m_many && !m_many->places.empty()) {
+        const auto place = m_many->places.find(symbol);
+        return place == m_many->places.end() ? nullptr : &m_many->symbols[place->second];
     }
-    const auto found = std::ranges::find(m_symbols, symbol, &SYMBOL_DATA::symbol);
-    return found == m_symbols.end() ? nullptr : &*found;
+    const auto found = std::ranges::find(*this, symbol, &SYMBOL_DATA::symbol);
+    return found == end() ? nullptr : found;
 }
 
 SYMBOL_DATA& CSymbolRecArray::Add(SYMBOL_DATA data) {
-    m_symbols.push_back(std::move(data));
-    if (m_places) {
-        m_places->emplace(m_symbols.back().symbol, m_symbols.size() - 1);
-    } else if (m_symbols.size() > kMostWalked) {
-        m_places = std::make_unique<CPlaces>();
-        for (size_t i = 0; i < m_symbols.size(); ++i) m_places->emplace(m_symbols[i].symbol, i);
+    if (empty() && !m_many) return m_one = std::move(data);
+    if (!m_many) {
+        m_many = std::make_unique<SMany>();
+        m_many->symbols.push_back(std::move(m_one));
     }
-    return m_symbols.back();
+    auto& [symbols, places] = *m_many;
+    symbols.push_back(std::move(data));
+    if (!places.empty()) {
+        places.emplace(symbols.back().symbol, symbols.size() - 1);
+    } else if (symbols.size() > kMostWalked) {
+        for (size_t i = 0; i < symbols.size(); ++i) places.emplace(symbols[i].symbol, i);
+    }
+    return symbols.back();
 }
 
 void CSymbolRecArray::Remove(std::string_view symbol) {
     SYMBOL_DATA* data = Find(symbol);
     if (!data) return;
-    if (m_places) {
-        m_places->erase(m_places->find(symbol));
-        if (data != &m_symbols.back())
-            (*m_places)[m_symbols.back().symbol] = static_cast<size_t>(data - m_symbols.data());
+    if (!m_many) {
+        m_one = {};
+        return;
     }
-    if (data != &m_symbols.back()) *data = std::move(m_symbols.back());
-    m_symbols.pop_back();
+    auto& [symbols, places] = *m_many;
+    const bool isLast = data == &symbols.back();
+    if (!places.empty()) {
+        places.erase(places.find(symbol));
+        if (!isLast) places[symbols.back().symbol] = static_cast<size_t>(data - symbols.data());
+    }
+    if (!isLast) *data = std::move(symbols.back());
+    symbols.pop_back();
 }
 
 } // namespace vx

@@ -36,18 +36,21 @@ public:
     /// The last one takes its place.
     void Remove(std::string_view symbol);
 
-    bool empty() const { return m_symbols.empty(); }
-    size_t size() const { return m_symbols.size(); }
-    auto begin() { return m_symbols.begin(); }
-    auto end() { return m_symbols.end(); }
-    auto begin() const { return m_symbols.begin(); }
-    auto end() const { return m_symbols.end(); }
+    bool empty() const { return size() == 0; }
+    size_t size() const { return m_many ? m_many->symbols.size() : size_t{!m_one.symbol.empty()}; }
+    SYMBOL_DATA* begin() { return m_many ? m_many->symbols.data() : &m_one; }
+    SYMBOL_DATA* end() { return begin() + size(); }
+    const SYMBOL_DATA* begin() const { return m_many ? m_many->symbols.data() : &m_one; }
+    const SYMBOL_DATA* end() const { return begin() + size(); }
 
 private:
-    using CPlaces = std::map<std::string, size_t, std::less<>>;
+    struct SMany {
+        std::vector<SYMBOL_DATA> symbols;
+        std::map<std::string, size_t, std::less<>> places; ///< From the moment there are more than kMostWalked.
+    };
 
-    std::vector<SYMBOL_DATA> m_symbols;
-    std::unique_ptr<CPlaces> m_places; ///< From the moment there are more than kMostWalked.
+    SYMBOL_DATA m_one;             ///< The only one; without a symbol when there is none.
+    std::unique_ptr<SMany> m_many; ///< From the second one on.
 };
 
 /// Finds the grid rows of a symbol. Which symbol is in a row is the document's own knowledge.
