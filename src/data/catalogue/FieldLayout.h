@@ -60,7 +60,7 @@ inline constexpr uint8_t kNoteSecurityType = 2;
 inline constexpr uint8_t kNoteSecuritySubType = 4;
 
 /// One comma-separated field of a data line: how it is read and where in the record's block it goes.
-struct SSlot {
+struct alignas(8) SSlot {
     EParseRule rule = EParseRule::None; ///< None: the field is looked at by the store itself, not by the merge.
     EMergeKind kind = EMergeKind::Skip;
     uint8_t direction = 0; ///< Index of its direction.

@@ -8,8 +8,7 @@
 
 // Digits (below 2^53) and divisor are exact, so the quotient is the correctly rounded value of the text.
 ZW_TARGET inline double PlainDouble(const SPlainNumber& plain) {
-    const double size = static_cast<double>(static_cast<int64_t>(plain.digits)) / plain.divisor;
-    return std::bit_cast<double>(std::bit_cast<uint64_t>(size) | uint64_t{plain.negative} << 63);
+    return static_cast<double>(static_cast<int64_t>(plain.digits)) / plain.divisor;
 }
 
 ZW_TARGET inline int64_t PlainWhole(const SPlainNumber& plain) {

@@ -58,7 +58,8 @@ bool ReadPlain(std::string_view /*line*/, const char* first, const char* last, S
     if (count == 0 || count > kMostPlainDigits) return false;
     const auto places = point ? last - point - 1 : 0;
     out.digits = digits;
-    out.divisor = kPowersOfTen[static_cast<size_t>(places)];
+    const double divisor = kPowersOfTen[static_cast<size_t>(places)];
+    out.divisor = out.negative ? -divisor : divisor;
     out.whole = places == 0;
     return true;
 }

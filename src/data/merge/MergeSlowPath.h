@@ -16,7 +16,7 @@ inline constexpr int kMostPlainDigits = 15;
 /// A decimal number as it was written.
 struct SPlainNumber {
     uint64_t digits; ///< Without the point, below 10^15.
-    double divisor;  ///< 10 to the number of digits after the point; exact.
+    double divisor;  ///< 10 to the number of digits after the point, below 0 for a negative number; exact.
     bool whole;      ///< It had no digits after a point.
     bool negative;
 };

@@ -6,7 +6,7 @@
 constexpr unsigned kNoPoint = 16;
 struct SPointTables {
     alignas(16) int8_t closeGap[17][16]; ///< Moves the bytes before the point one up, over it; byte 0 becomes 0.
-    double divisor[17];
+    double divisor[2][17];               ///< The second row for negative numbers.
 };
 
 constexpr SPointTables kPoint = [] {
@@ -14,7 +14,9 @@ constexpr SPointTables kPoint = [] {
     for (int p = 0; p <= 16; ++p) {
         for (int i = 0; i < 16; ++i)
             table.closeGap[p][i] = static_cast<int8_t>(i > p || p == kNoPoint ? i : i == 0 ? -128 : i - 1);
-        table.divisor[p] = p == kNoPoint ? 1 : kPowersOfTen[static_cast<size_t>(15 - p)];
+        const double divisor = p == kNoPoint ? 1 : kPowersOfTen[static_cast<size_t>(15 - p)];
+        table.divisor[0][p] = divisor;
+        table.divisor[1][p] = -divisor;
     }
     return table;
 }();
@@ -44,9 +46,9 @@ ZW_TARGET inline uint64_t SumDigits(__m128i digits) {
 // The bytes of a field of at most 16, at the end of a register; before them are whatever bytes the line has there.
 // The line has at least 16 bytes.
 ZW_TARGET inline __m128i LoadEndingAt(const char* line, const char* last) {
-    const char* const from = last - line >= 16 ? last - 16 : line;
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
-    return _mm_shuffle_epi8(bytes, _mm_loadu_si128(reinterpret_cast<const __m128i*>(kMoveUp + (last - from))));
+    if (last - line >= 16) return _mm_loadu_si128(reinterpret_cast<const __m128i*>(last - 16));
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(line));
+    return _mm_shuffle_epi8(bytes, _mm_loadu_si128(reinterpret_cast<const __m128i*>(kMoveUp + (last - line))));
 }
 
 ZW_TARGET inline __m128i KeepLast(unsigned count) {
@@ -71,7 +73,7 @@ ZW_TARGET inline bool ReadPlain(std::string_view line, const char* first, const 
     const int areDigits = _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_max_epu8(digits, nine), nine));
     if (areDigits != 0xFFFF || size + point == kNoPoint) return false; // The second: the point comes first.
     out.digits = SumDigits(digits);
-    out.divisor = kPoint.divisor[point];
+    out.divisor = kPoint.divisor[minus ? 1 : 0][point];
     out.whole = point >= 15;
     out.negative = minus;
     return true;

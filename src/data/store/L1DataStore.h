@@ -117,8 +117,8 @@ public:
     size_t Size() const { return m_records.Size(); }
 
 private:
-    static constexpr size_t kRecordsInCache = 500; ///< About as many as the second cache of a core holds.
-    static constexpr size_t kTradeMarkets = 3;     ///< Fields of a quote that carry the market of a trade.
+    static constexpr size_t kRecordsInCache = 1000; ///< About as many as the second cache of a core holds.
+    static constexpr size_t kTradeMarkets = 3;      ///< Fields of a quote that carry the market of a trade.
 
     /// Whether a table of names is there; asked for again only after a while.
     struct SLoad {
