@@ -31,6 +31,23 @@ TEST_F(CL1DataStoreTest, TellsEveryListenerAtOnceWhenOneJoins) {
     EXPECT_EQ(store.Size(), 1u);
 }
 
+TEST_F(CL1DataStoreTest, ARecordIsFoundByItsNumbersAsLongAsItIsThere) {
+    constexpr size_t kMany = 3 * CRecordNumbers::kInPage;
+    std::vector<SRecordIds> ids;
+    for (size_t i = 0; i < kMany; ++i) {
+        Watch("S" + std::to_string(i));
+        ids.push_back(store.Find("S" + std::to_string(i))->Ids());
+    }
+    const auto stays = [](size_t i) { return i % kMany == 0 || i > kMany - CRecordNumbers::kInPage; };
+    for (size_t i = 0; i < kMany; ++i)
+        if (!stays(i)) Unwatch("S" + std::to_string(i));
+    for (size_t i = 0; i < kMany; ++i) {
+        EXPECT_EQ(store.FindById(ids[i].id1, ids[i].id2), store.Find("S" + std::to_string(i))) << i;
+        EXPECT_EQ(store.Find("S" + std::to_string(i)) != nullptr, stays(i)) << i;
+    }
+    EXPECT_EQ(store.FindById(ids[0].id1, 4 * kMany), nullptr);
+}
+
 TEST_F(CL1DataStoreTest, ARegionalQuoteIsRequestedEveryTimeAndItsSymbolOnce) {
     Watch("ABC--X");
     EXPECT_THAT(port.Take(), ElementsAre("wABC\n", "S,REGON,ABC\n"));
