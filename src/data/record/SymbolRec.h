@@ -80,9 +80,9 @@ private:
     }
     CChangeQueue* FindWaiting() const;
 
+    int m_armedAlerts = 0; ///< Here it fills the room after m_unknown.
     std::string m_symbol;
     SRecordIds m_ids;
-    int m_armedAlerts = 0;
     SListener m_first; ///< Nearly every record has one listener: it costs no step into another block of memory.
     std::unique_ptr<std::vector<SListener>> m_more; ///< Null while there are none.
 };
