@@ -4,7 +4,6 @@
 #include "data/merge/MergeKernel.h"
 #include "data/record/ChangeQueue.h"
 #include "data/record/L1SymbolRec.h"
-#include "data/store/RecordNumbers.h"
 #include "data/store/SymbolTable.h"
 
 #include <array>
