@@ -72,6 +72,10 @@ SDoublePrefix ReadDoublePrefix(std::string_view text) {
                      (DigitOf(digits[2]) < 16 || digits[2] == '.');
     const char* first = digits.data() + (hex ? 2 : 0);
     const char* last = digits.data() + digits.size();
+    // from_chars takes a second sign in the exponent of a hexadecimal number, the C library none.
+    const size_t exponent = hex ? digits.find_first_of("pP") : std::string_view::npos;
+    if (exponent != std::string_view::npos && digits.substr(exponent + 1).starts_with("+-"))
+        last = digits.data() + exponent;
     const auto [end, error] =
         std::from_chars(first, last, value, hex ? std::chars_format::hex : std::chars_format::general);
     if (error == std::errc::invalid_argument) return hex ? SDoublePrefix{0.0, skipped + signs + 1} : SDoublePrefix{};
