@@ -339,10 +339,7 @@ bool CAlertsMap::Save(std::string& out) const {
         const bool holdsLineEnd = HoldsLineEnd(symbol);
         carried = carried && !HoldsAny(symbol, ":;\r\n");
         for (const A_INFO& alert : entry.alerts) {
-            if (holdsLineEnd || HoldsLineEnd(alert.soundFile))
-                carried = false;
-            else if (!AppendRecord(out, symbol, alert))
-                carried = false;
+            if (holdsLineEnd || HoldsLineEnd(alert.soundFile) || !AppendRecord(out, symbol, alert)) carried = false;
         }
     }
     return carried;
