@@ -78,13 +78,20 @@ check_bench() {
   done
 }
 
-# The two threads that work while the program does: log and recovery writer.
+# tsan_tests "what they are of" PROGRAM FILTER
+tsan_tests() {
+  local program=build/tsan/bin/tests/$2
+  "$program" --gtest_list_tests --gtest_filter="$3" | grep -q '^  ' || fail "no test of $1 is named as scripts/checks.sh has it"
+  step "$1 under thread sanitizer" "$program" --gtest_brief=1 --gtest_filter="$3"
+}
+
+# The threads that work while the program does: log, recovery writer and save.
 check_tsan() {
   install_packages "${ZW_BUILD_PACKAGES[@]}" "${ZW_TEST_PACKAGES[@]}" "${ZW_ASAN_PACKAGES[@]}"
   configure tsan -DZW_TESTS=ON
   build tsan base_tests watchlist_tests
   export TSAN_OPTIONS="halt_on_error=1:${TSAN_OPTIONS:-}"
-  step "the log under thread sanitizer" build/tsan/bin/tests/base_tests --gtest_brief=1 --gtest_filter='LogTest.*'
-  step "the recovery writer under thread sanitizer" \
-    build/tsan/bin/tests/watchlist_tests --gtest_brief=1 --gtest_filter='Recovery.*'
+  tsan_tests "the log" base_tests 'Log*'
+  tsan_tests "the recovery writer" watchlist_tests 'CRecoveryKeeperTest.*:CInterruptedSaveTest.*'
+  tsan_tests "the save" watchlist_tests 'CFileSaver*'
 }
