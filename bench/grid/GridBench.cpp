@@ -192,6 +192,18 @@ double PageMs(SOurs& ours) {
     return Median(ms);
 }
 
+/// CPU ms of the dearest step of the zoom, each to a size that no character was prepared for.
+double ZoomMs(SOurs& ours) {
+    double most = 0;
+    for (const int zoom : {110, 125, 150, 175, 200, 250, 300, 90, 80, 75, 67, 50, 100}) {
+        const double start = CpuMs();
+        ours.grid.SetScale(zoom, CGridView::kRowPadding);
+        QApplication::processEvents();
+        most = std::max(most, CpuMs() - start);
+    }
+    return most;
+}
+
 /// What the same changes cost in the same window while it has many rows, beside few rows; the board's numbers are the
 /// same ones too. Each turn compares neighbours in time, so that what else the machine does meets both.
 double ManyRowsToFew(SOurs& ours, const std::function<Changes(int)>& changes, int passes) {
@@ -296,6 +308,7 @@ int main(int argc, char** argv) {
     good &= Bar("every visible cell, 100,000 / 1,300 rows", ManyRowsToFew(turns, every, 5), 1.2);
     good &= Bar("5,000 changes/s, 100,000 / 1,300 rows", ManyRowsToFew(turns, some, 20), 1.2);
     good &= Bar("a page scrolled, ms", PageMs(many), 8);
+    good &= Bar("a step of the zoom, the dearest of thirteen, ms", ZoomMs(many), 50);
     good &= Bar("every visible cell, lit and put out / QTableWidget", ratio(FullLit, FullTable), 1.0 / 8);
     good &= Bar("5,000 changes/s, lit and put out / QTableWidget", ratio(SomeLit, SomeTable), 1.0 / 4);
     good &= PaintsNothingUnseen(many, random);

@@ -18,7 +18,8 @@ constexpr double kPointsPerInch = 72;
 constexpr size_t kMaxFonts = 256;
 // A window is on one screen; a second scale is needed for a picture of it or a move between screens.
 constexpr size_t kMaxAtlases = 64;
-constexpr int kMargin = 3; // around a character's box, for what smoothing and slanting add
+constexpr int kWhole = 100; // percent
+constexpr int kMargin = 3;  // around a character's box, for what smoothing and slanting add
 
 int16_t Small(double value) { return static_cast<int16_t>(std::clamp<long>(std::lround(value), -30000, 30000)); }
 
@@ -154,8 +155,20 @@ void CGridFonts::SetDotsPerInch(double dotsPerInch) {
     m_atlases.clear();
 }
 
+void CGridFonts::SetZoom(int percent) {
+    if (percent == m_zoom) return;
+    m_zoom = percent;
+    m_atlases.clear();
+}
+
+int CGridFonts::Zoomed(int length) const {
+    if (m_zoom == kWhole || length <= 0) return length;
+    return std::max(1, (length * m_zoom + kWhole / 2) / kWhole);
+}
+
 CGlyphAtlas& CGridFonts::Atlas(int id, double scale) {
     const size_t font = Known(id);
+    scale *= static_cast<double>(m_zoom) / kWhole;
     for (const SEntry& entry : m_atlases)
         if (entry.font == font && entry.scale == scale) return *entry.atlas;
     if (m_atlases.size() >= kMaxAtlases) m_atlases.erase(m_atlases.begin());

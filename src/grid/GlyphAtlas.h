@@ -95,7 +95,7 @@ private:
 /// The grid's font table with the atlas of each font at the scales in use.
 ///
 /// Shape   ids 0..255 in order of adding; id 0 exists from the start
-/// Owns    the atlases; a reference stays good until the next Atlas(), KeepDefault() or SetDotsPerInch()
+/// Owns    the atlases; a reference stays good until the next Atlas(), KeepDefault(), SetDotsPerInch() or SetZoom()
 class CGridFonts {
 public:
     CGridFonts();
@@ -105,11 +105,17 @@ public:
     /// Forgets all fonts but the default one.
     void KeepDefault();
     void SetDotsPerInch(double dotsPerInch);
+    /// Every font is so much larger than it says; 100 percent is its own size.
+    void SetZoom(int percent);
+    int Zoom() const { return m_zoom; }
+    /// What a length at 100 percent measures at the zoom; never 0 for more than 0.
+    int Zoomed(int length) const;
     const SGridFont& Font(int id) const { return m_fonts[Known(id)]; }
     int Count() const { return static_cast<int>(m_fonts.size()); }
 
+    /// scale: device pixels per logical pixel.
     CGlyphAtlas& Atlas(int id, double scale);
-    /// The height of the tallest font's line in logical pixels.
+    /// The height of the tallest font's line in logical pixels, at the zoom.
     int LineHeight();
 
 private:
@@ -123,6 +129,7 @@ private:
     std::vector<SGridFont> m_fonts;
     std::vector<SEntry> m_atlases;
     double m_dotsPerInch = 96;
+    int m_zoom = 100;
 };
 
 } // namespace vx

@@ -26,7 +26,7 @@ void CGridCtrl::FlushChanges() {
     CGridView::FlushChanges();
 }
 
-void CGridCtrl::ThemeChanged() {
+void CGridCtrl::LookChanged() {
     if (m_edit.IsOpen()) m_edit.Dress();
 }
 

@@ -23,7 +23,9 @@ namespace vx {
 ///
 /// Shape   row 0 is the header row, column 0 the row-number column; cells are rows 1..RowCount() and columns
 ///         1..ColumnCount(), numbered in display order
-/// Units   widths and places in logical pixels
+/// Units   places in logical pixels, widths of columns in logical pixels at a zoom of 100 percent; the geometry has
+/// them
+///         as they are drawn
 /// Errors  rows, columns and sizes out of range are clamped or have no effect
 /// Owns    nothing of the source, which must live until another (or null) is set
 class CGridCtrl : public CGridView {
@@ -83,7 +85,7 @@ protected:
 
     void KeepSelectionInside() override { m_selector.KeepInside(); }
     void CellsMoved() override { m_edit.Place(); }
-    void ThemeChanged() override;
+    void LookChanged() override;
     void ShapeChanged() override { AnnounceShape(*this); }
 
 private:

@@ -78,7 +78,8 @@ void CGridDrag::To(const QPoint& place) {
     m_at = place;
     switch (m_kind) {
     case EKind::ResizeColumn:
-        m_grid.Resize(m_pressed.column, std::max(kMinDraggedWidth, m_widthBefore + place.x() - m_pressedAt.x()));
+        m_grid.ResizeDrawn(m_pressed.column, std::max(kMinDraggedWidth, m_grid.Fonts().Zoomed(m_widthBefore) +
+                                                                            place.x() - m_pressedAt.x()));
         break;
     case EKind::MoveColumns:
     case EKind::MoveRows:

@@ -32,14 +32,12 @@ CGridEditor::CGridEditor(QWidget* viewport) : QLineEdit(viewport) {
     setObjectName(QStringLiteral("gridEditor"));
     setFrame(false);
     setMaxLength(SCell::kMaxLength);
-    // The text starts where the cell's own does.
-    constexpr int kMargin = CGridPainter::kTextPadding - kOwnMargin;
-    setTextMargins(kMargin, 0, kMargin, 0);
     hide();
 }
 
-void CGridEditor::SetLook(const QFont& font, Qt::Alignment alignment, const SGridTheme& theme) {
+void CGridEditor::SetLook(const QFont& font, int padding, Qt::Alignment alignment, const SGridTheme& theme) {
     setFont(font);
+    setTextMargins(padding - kOwnMargin, 0, padding - kOwnMargin, 0);
     setAlignment(alignment | Qt::AlignVCenter);
     QPalette colors = palette();
     colors.setColor(QPalette::Base, QColor::fromRgb(theme.base));
@@ -57,7 +55,7 @@ void CGridEditor::Start(const QString& text, bool typed) {
 }
 
 int CGridEditor::NeededWidth() const {
-    return fontMetrics().horizontalAdvance(text()) + 2 * CGridPainter::kTextPadding + kCaretRoom;
+    return fontMetrics().horizontalAdvance(text()) + 2 * (textMargins().left() + kOwnMargin) + kCaretRoom;
 }
 
 bool CGridEditor::EndByKey(const QKeyEvent& event, EEditEnd& end) const {
@@ -199,11 +197,13 @@ void CCellEdit::Dress() {
     }
     const SGridFont& of = m_grid.Fonts().Font(cell.font);
     QFont font(of.family);
-    font.setPixelSize(std::max(1, qRound(of.size * m_grid.logicalDpiY() / kPointsPerInch)));
+    font.setPixelSize(std::max(1, qRound(of.size * m_grid.logicalDpiY() / kPointsPerInch * m_grid.Zoom() / 100)));
     font.setBold(of.bold);
     font.setItalic(of.italic);
     m_editor->setAccessibleName(SpokenPlace(m_grid, m_at.row, m_at.column));
-    m_editor->SetLook(font, QtAlignment(cell.align), m_grid.Theme());
+    // The text starts where the cell's own does.
+    const int padding = m_grid.Fonts().Zoomed(CGridPainter::kTextPadding);
+    m_editor->SetLook(font, padding, QtAlignment(cell.align), m_grid.Theme());
 }
 
 void CCellEdit::Place() {

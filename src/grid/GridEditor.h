@@ -30,7 +30,8 @@ class CGridEditor : public QLineEdit {
 public:
     explicit CGridEditor(QWidget* viewport);
 
-    void SetLook(const QFont& font, Qt::Alignment alignment, const SGridTheme& theme);
+    /// padding: between the editor's edge and its text, in logical pixels.
+    void SetLook(const QFont& font, int padding, Qt::Alignment alignment, const SGridTheme& theme);
     /// Takes the text to start with. While the user types a new text instead of changing the old one, the arrows up
     /// and down end the edit like Enter.
     void Start(const QString& text, bool typed);

@@ -56,7 +56,7 @@ int CGridGeometry::RowAway(int row, int steps) const {
 
 void CGridGeometry::SetRowHeights(int header, int row) {
     m_headerHeight = std::max(header, 0);
-    m_rowHeight = std::clamp(row, 1, 200);
+    m_rowHeight = std::clamp(row, 1, kMaxRowHeight);
 }
 
 void CGridGeometry::SetColumnCount(int columns, int width) {

@@ -19,7 +19,8 @@ namespace vx {
 class CGridGeometry {
 public:
     static constexpr int kMaxRows = 1'000'000;
-    static constexpr int kMaxColumnWidth = 2000;
+    static constexpr int kMaxColumnWidth = 6000;
+    static constexpr int kMaxRowHeight = 600;
 
     CGridGeometry();
 

@@ -148,7 +148,7 @@ int CGridInput::BorderAt(const QPoint& place) const {
     int column = m_grid.Geometry().ColumnAt(place.x());
     if (column < 0) column = m_grid.ColumnCount() + 1;
     if (column >= 1 && column <= m_grid.ColumnCount() &&
-        m_grid.Geometry().ColumnLeft(column) + m_grid.ColumnWidth(column) - place.x() <= kGripWidth)
+        m_grid.Geometry().ColumnLeft(column) + m_grid.Geometry().ColumnWidth(column) - place.x() <= kGripWidth)
         return column;
     const int stuck = m_grid.Geometry().StuckColumn();
     const bool underFixed =
@@ -220,8 +220,16 @@ void CGridInput::Menu(QContextMenuEvent& event) {
     Q_EMIT m_grid.ContextMenuRequested(part, outside ? -1 : at.row, outside ? -1 : at.column, event.globalPos());
 }
 
+void CGridInput::TurnZoom(QWheelEvent& event) {
+    event.accept();
+    m_zoomRest += event.angleDelta().y();
+    const int notches = m_zoomRest / kWheelNotch;
+    m_zoomRest -= notches * kWheelNotch;
+    if (notches != 0) Q_EMIT m_grid.ZoomTurned(notches);
+}
+
 void CGridInput::Wheel(QWheelEvent& event) {
-    if (event.modifiers().testFlag(Qt::ControlModifier)) return event.ignore();
+    if (event.modifiers().testFlag(Qt::ControlModifier)) return TurnZoom(event);
     QPoint pixels;
     if (event.phase() != Qt::NoScrollPhase && !event.pixelDelta().isNull()) {
         pixels = event.pixelDelta();

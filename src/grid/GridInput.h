@@ -37,12 +37,14 @@ private:
     void RequestMenu();
     int BorderAt(const QPoint& place) const;
     void UpdateCursor(const QPoint& place);
+    void TurnZoom(QWheelEvent& event);
 
     CGridView& m_grid;
     CGridSelector& m_selector;
     CGridDrag& m_drag;
     CCellEdit& m_edit;
     QPoint m_wheelRest; // eighths of a degree not yet scrolled
+    int m_zoomRest = 0; // not yet zoomed
 };
 
 } // namespace vx

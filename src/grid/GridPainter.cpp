@@ -42,7 +42,7 @@ int CGridPainter::SymbolOf(unsigned char byte) {
 int CGridPainter::NeededWidth(const SCell& cell, CGridFonts& fonts, double scale) {
     // One pixel for the grid line and one for edges that fall between device pixels.
     const double text = RunWidth(fonts.Atlas(cell.font, scale), cell) / scale;
-    return static_cast<int>(std::ceil(text)) + 2 * kTextPadding + 2;
+    return static_cast<int>(std::ceil(text + 2 * kTextPadding * fonts.Zoom() / 100.0)) + 2;
 }
 
 QRect CGridPainter::Device(const QRect& rect) const {
@@ -58,6 +58,7 @@ int CGridPainter::Paint(QPainter& painter, const QRegion& region, const SGridSce
     const double scale = painter.deviceTransform().m11();
     m_scale = scale > 0 ? scale : 1;
     m_scaleFixed = std::lround(m_scale * (int64_t{1} << kFixedBits));
+    m_zoomedFixed = m_scaleFixed * scene.fonts.Zoom() / 100;
     m_line = std::max(1, static_cast<int>(m_scale));
 
     painter.save();
@@ -179,7 +180,7 @@ void CGridPainter::PaintHint(int row) {
     const QRect run = Device(WidestEmptyRun(row));
     m_cell.Reset();
     m_scene->source->FillRowHint(row, m_cell);
-    const int width = RunWidth(m_scene->fonts.Atlas(m_cell.font, m_scale), m_cell) + 2 * Device(kTextPadding);
+    const int width = RunWidth(m_scene->fonts.Atlas(m_cell.font, m_scale), m_cell) + 2 * Zoomed(kTextPadding);
     if (m_scene->options.lines == EGridLines::Both) ClearLinesBetween(row, run.left(), run.left() + width);
     m_background = m_rowColor;
     DrawText(run, run.intersected(m_canvas.Place()), TextColor());
@@ -264,7 +265,8 @@ void CGridPainter::PaintCell(int row, int column, const QRect& rect, const QRect
 // At the right edge, beside the texts: a note at the top, what fired at the bottom, what is armed above that.
 void CGridPainter::PaintCellMarks(const QRect& rect, const QRect& clip) {
     const SGridTheme& theme = m_scene->theme;
-    const int size = Device(kCellMark);
+    // Three of them have room, one above the other.
+    const int size = std::min(Zoomed(kCellMark), (rect.height() - 2 * m_line) / 3);
     const int right = rect.right() - m_line;
     const int bottom = rect.bottom() - m_line;
     const auto fill = [&](const QRect& place, QRgb color) { m_canvas.Fill(place.intersected(clip), color); };
@@ -313,7 +315,7 @@ void CGridPainter::PaintHeaderCell(int row, int column) {
     QRect text = rect.adjusted(0, 0, 0, -m_line);
     if (const ESortMark mark = row == 0 ? m_scene->marks.SortOf(column) : ESortMark::None; mark != ESortMark::None) {
         PaintSortMark(rect, clip, mark);
-        text.setRight(std::max(text.left(), text.right() - Device(kSortMarkRoom)));
+        text.setRight(std::max(text.left(), text.right() - Zoomed(kSortMarkRoom)));
     }
     row == 0 ? PaintHiddenMark(column, rect, clip) : PaintHiddenRowMark(row, rect, clip);
     if (m_cell.length > 0)
@@ -325,7 +327,7 @@ void CGridPainter::PaintSortMark(const QRect& rect, const QRect& clip, ESortMark
     CGlyphAtlas& atlas = m_scene->fonts.Atlas(0, m_scale);
     const SGlyph& glyph = atlas.Glyph(mark == ESortMark::Ascending ? kSymbolUp : kSymbolDown);
     const int baseline = rect.top() + (rect.height() - m_line + atlas.DigitHeight() + 1) / 2;
-    const int x = rect.right() - m_line - Device(kTextPadding) - glyph.width + 1;
+    const int x = rect.right() - m_line - Zoomed(kTextPadding) - glyph.width + 1;
     m_canvas.Glyph(atlas, glyph, x, baseline, m_scene->theme.headerText, clip);
 }
 
@@ -389,7 +391,7 @@ QRgb CGridPainter::Readable(ETextRole role, QRgb wanted) {
 
 void CGridPainter::DrawText(const QRect& rect, const QRect& clip, QRgb color) {
     CGlyphAtlas& atlas = m_scene->fonts.Atlas(m_cell.font, m_scale);
-    const int padding = Device(kTextPadding);
+    const int padding = Zoomed(kTextPadding);
     const int room = rect.width() - 2 * padding - m_line;
     const int baseline =
         rect.top() + (rect.height() - m_line - atlas.Ascent() - atlas.Descent() + 1) / 2 + atlas.Ascent();

@@ -53,9 +53,9 @@ public:
     /// Returns the number of cells painted, header cells and spanning rows counted once each
     int Paint(QPainter& painter, const QRegion& region, const SGridScene& scene);
 
-    /// Space between a cell's edge and its text, in logical pixels.
+    /// Space between a cell's edge and its text, in logical pixels at a zoom of 100 percent.
     static constexpr int kTextPadding = 5;
-    /// What a header gives to the mark of the column that the rows are sorted by, in logical pixels.
+    /// What a header gives to the mark of the column that the rows are sorted by, the same.
     static constexpr int kSortMarkRoom = 12;
     /// The width in logical pixels that a cell needs to show its text whole on a screen of a scale.
     static int NeededWidth(const SCell& cell, CGridFonts& fonts, double scale);
@@ -66,6 +66,8 @@ private:
     QRect Device(const QRect& rect) const;
     /// The nearest device pixel.
     int Device(int length) const { return static_cast<int>((length * m_scaleFixed + kHalf) >> kFixedBits); }
+    /// The same of a length that grows with the zoom.
+    int Zoomed(int length) const { return static_cast<int>((length * m_zoomedFixed + kHalf) >> kFixedBits); }
 
     void PaintRect(QPainter& painter, const QRect& rect);
     void PaintStrip(int row, const QRect& clip);
@@ -99,6 +101,7 @@ private:
     static constexpr int64_t kHalf = int64_t{1} << (kFixedBits - 1);
     double m_scale = 1;
     int64_t m_scaleFixed = int64_t{1} << kFixedBits;
+    int64_t m_zoomedFixed = m_scaleFixed;
     int m_line = 1; // thickness in device pixels
     int m_painted = 0;
     SGridRange m_selected;

@@ -75,7 +75,7 @@ void CGridSelector::FocusOn(int row, int column) {
     }
     const SGridCell cell{row, std::clamp(column, 1, std::max(1, m_grid.ColumnCount()))};
     const bool seen =
-        m_grid.Geometry().VisibleCellRect(cell.row, cell.column).width() == m_grid.ColumnWidth(cell.column);
+        m_grid.Geometry().VisibleCellRect(cell.row, cell.column).width() == m_grid.Geometry().ColumnWidth(cell.column);
     if (!seen && !m_grid.IsSpan(row)) {
         // Its right neighbour too, where there is room: what was looked for should not hide in the corner.
         m_grid.EnsureVisible(cell.row, m_grid.NextColumn(cell.column, 1));

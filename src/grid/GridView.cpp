@@ -18,8 +18,8 @@ namespace vx {
 
 namespace {
 
-constexpr int kRowPadding = 6;    // above and below the tallest font's line together
-constexpr int kHeaderPadding = 9; // the same for the header row
+constexpr int kHeaderPadding = 3; // what the header row has more than the others
+constexpr int kWhole = 100;       // percent
 constexpr int kMinNumberDigits = 3;
 constexpr int kFitRows = 10000;
 constexpr int kMinFitWidth = 24;
@@ -69,30 +69,37 @@ void CGridView::SetHiddenRows(std::vector<int> rising) {
 
 void CGridView::SetColumnCount(int columns, int defaultWidth) {
     if (columns == ColumnCount()) return;
-    m_geometry.SetColumnCount(columns, defaultWidth);
+    m_geometry.SetColumnCount(columns, m_fonts.Zoomed(defaultWidth));
+    m_widths.resize(static_cast<size_t>(ColumnCount()) + 1, defaultWidth);
     LayoutChanged();
     ShapeChanged();
 }
 
 void CGridView::SetColumnWidth(int column, int width) {
-    if (column < 1 || column > ColumnCount() || !m_geometry.SetColumnWidth(column, width)) return;
-    LayoutChanged();
+    if (TakeWidth(column, width)) LayoutChanged();
 }
 
 void CGridView::SetColumnWidths(const std::vector<int>& widths) {
     bool changed = false;
     const int columns = std::min(ColumnCount(), static_cast<int>(widths.size()));
     for (int column = 1; column <= columns; ++column)
-        changed |= m_geometry.SetColumnWidth(column, widths[static_cast<size_t>(column) - 1]);
+        changed |= TakeWidth(column, widths[static_cast<size_t>(column) - 1]);
     if (changed) LayoutChanged();
+}
+
+bool CGridView::TakeWidth(int column, int width) {
+    if (column < 1 || column > ColumnCount()) return false;
+    int& kept = m_widths[static_cast<size_t>(column)];
+    kept = std::clamp(width, 0, kMaxColumnWidth);
+    return m_geometry.SetColumnWidth(column, m_fonts.Zoomed(kept));
 }
 
 int CGridView::FitWidth(int column) {
     if (m_source == nullptr || column < 1 || column > ColumnCount()) return ColumnWidth(column);
     m_cell.Reset();
     m_source->FillHeader(column, m_cell);
-    int width = std::max(kMinFitWidth, CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()));
-    if (m_marks.SortOf(column) != ESortMark::None) width += CGridPainter::kSortMarkRoom;
+    int width = CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF());
+    if (m_marks.SortOf(column) != ESortMark::None) width += m_fonts.Zoomed(CGridPainter::kSortMarkRoom);
     const auto measure = [&](int firstPlace, int lastPlace) {
         for (int place = firstPlace; place <= lastPlace; ++place) {
             const int row = m_geometry.ShownRowAt(place);
@@ -106,7 +113,8 @@ int CGridView::FitWidth(int column) {
     measure(1, std::min(m_geometry.ShownRowCount(), kFitRows));
     measure(std::max(kFitRows + 1, m_geometry.ShownIndexOf(m_geometry.FirstVisibleRow())),
             m_geometry.ShownIndexOf(m_geometry.LastVisibleRow()));
-    return std::min(width, CGridGeometry::kMaxColumnWidth);
+    // Rounded up, so that it is not less when it is drawn.
+    return std::clamp((width * kWhole + Zoom() - 1) / Zoom(), kMinFitWidth, kMaxColumnWidth);
 }
 
 std::string CGridView::ShownText(int row, int column) const {
@@ -155,6 +163,23 @@ void CGridView::SetRowNumberWidth(int least) {
     LayoutChanged();
 }
 
+void CGridView::SetScale(int zoom, int rowPadding) {
+    zoom = std::clamp(zoom, kMinZoom, kMaxZoom);
+    if (zoom == Zoom() && rowPadding == m_rowPadding) return;
+    const double wider = static_cast<double>(zoom) / Zoom();
+    const QPoint scroll(m_geometry.ScrollX(), m_geometry.ScrollY());
+    const int height = m_geometry.RowHeight();
+    m_fonts.SetZoom(zoom);
+    m_rowPadding = rowPadding;
+    for (int column = 1; column <= ColumnCount(); ++column) TakeWidth(column, ColumnWidth(column));
+    FitRowHeights();
+    FitRowNumbers();
+    m_geometry.SetScroll(qRound(scroll.x() * wider),
+                         static_cast<int>(int64_t{scroll.y()} * m_geometry.RowHeight() / height));
+    LayoutChanged();
+    LookChanged();
+}
+
 void CGridView::SetOptions(const SGridOptions& options) {
     if (options == m_options) return;
     m_options = options;
@@ -173,7 +198,7 @@ void CGridView::ChooseTheme() {
                       (m_themeMode == EThemeMode::System && palette().color(QPalette::Base).lightness() < kMiddleGray);
     m_theme = dark ? &kDarkGridTheme : &kLightGridTheme;
     DressScrollBars();
-    ThemeChanged();
+    LookChanged();
     UpdateAll();
 }
 
@@ -205,10 +230,14 @@ void CGridView::ForgetFonts() {
 }
 
 void CGridView::MeasureFonts() {
-    const int line = m_fonts.LineHeight();
-    m_geometry.SetRowHeights(line + kHeaderPadding, line + kRowPadding);
+    FitRowHeights();
     FitRowNumbers();
     LayoutChanged();
+}
+
+void CGridView::FitRowHeights() {
+    const int line = m_fonts.LineHeight();
+    m_geometry.SetRowHeights(line + m_fonts.Zoomed(m_rowPadding + kHeaderPadding), line + m_fonts.Zoomed(m_rowPadding));
 }
 
 void CGridView::FitRowNumbers() {
@@ -219,7 +248,8 @@ void CGridView::FitRowNumbers() {
         m_cell.Reset();
         const std::array<char, 16> zeros = {'0', '0', '0', '0', '0', '0', '0', '0', '0', '0'};
         m_cell.SetText({zeros.data(), static_cast<size_t>(std::max(digits, kMinNumberDigits))});
-        width = std::max(m_rowNumberWidth, CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()));
+        width =
+            std::max(m_fonts.Zoomed(m_rowNumberWidth), CGridPainter::NeededWidth(m_cell, m_fonts, devicePixelRatioF()));
     }
     m_geometry.SetColumnWidth(0, width);
 }
@@ -341,12 +371,12 @@ QString CGridView::TipAt(int row, int column) {
     if (!own.empty() || column == 0) return QtText(own);
     // Without a tip of its own a cell shows what it had to cut.
     m_cell.Reset();
-    int room = ColumnWidth(column);
+    int room = m_geometry.ColumnWidth(column);
     if (row == 0) {
         m_source->FillHeader(column, m_cell);
-        if (m_marks.SortOf(column) != ESortMark::None) room -= CGridPainter::kSortMarkRoom;
+        if (m_marks.SortOf(column) != ESortMark::None) room -= m_fonts.Zoomed(CGridPainter::kSortMarkRoom);
     } else if (m_source->FillSpan(row, m_cell)) {
-        room = viewport()->width() - ColumnWidth(0);
+        room = viewport()->width() - m_geometry.ColumnWidth(0);
     } else {
         m_cell.Reset();
         m_source->FillCell(row, column, m_cell);
@@ -376,6 +406,10 @@ void CGridView::Resize(int column, int width) {
     if (width == ColumnWidth(column)) return;
     SetColumnWidth(column, width);
     Q_EMIT ColumnResized(column, ColumnWidth(column));
+}
+
+void CGridView::ResizeDrawn(int column, int drawn) {
+    if (drawn != m_geometry.ColumnWidth(column)) Resize(column, qRound(drawn * double{kWhole} / Zoom()));
 }
 
 void CGridView::TakeMovedRows(std::vector<int> hidden) {

@@ -43,6 +43,13 @@ class CGridView : public QAbstractScrollArea {
     Q_OBJECT
 
 public:
+    static constexpr int kMinZoom = 50;
+    static constexpr int kMaxZoom = 300;
+    /// At 100 percent, as all widths of columns that come and go here.
+    static constexpr int kMaxColumnWidth = CGridGeometry::kMaxColumnWidth * 100 / kMaxZoom;
+    /// Above and below the tallest font's line together, in pixels at 100 percent, unless SetScale says otherwise.
+    static constexpr int kRowPadding = 6;
+
     virtual void SetSource(const CCellSource* source);
     const CCellSource* Source() const { return m_source; }
 
@@ -58,7 +65,9 @@ public:
     void SetColumnWidth(int column, int width);
     /// The same for columns 1, 2, ... at once; unchanged widths cost nothing.
     void SetColumnWidths(const std::vector<int>& widths);
-    int ColumnWidth(int column) const { return m_geometry.ColumnWidth(column); }
+    int ColumnWidth(int column) const {
+        return column < 1 || column > ColumnCount() ? 0 : m_widths[static_cast<size_t>(column)];
+    }
     /// The width at which the header and the cells looked at (those on the screen and the first 10,000) are not cut.
     int FitWidth(int column);
     void SetLockedColumns(int columns);
@@ -69,6 +78,11 @@ public:
     bool RowNumbersVisible() const { return m_rowNumbers; }
     /// The row-number column is at least this wide, and wider where its digits need it.
     void SetRowNumberWidth(int least);
+
+    /// How large everything is drawn, in percent, and how much room a row leaves around its text. The first row and
+    /// column in sight stay there.
+    void SetScale(int zoom, int rowPadding);
+    int Zoom() const { return m_fonts.Zoom(); }
 
     void SetOptions(const SGridOptions& options);
     const SGridOptions& Options() const { return m_options; }
@@ -136,8 +150,9 @@ public:
     bool IsSpan(int row) const;
     /// The rows of a range, as wide as the viewport.
     QRect RangeRect(const SGridRange& range) const;
-    /// The user gives a column another width.
+    /// The user gives a column another width, or drags it to one that is `drawn` pixels at the zoom.
     void Resize(int column, int width);
+    void ResizeDrawn(int column, int drawn);
     using QAbstractScrollArea::updateMicroFocus;
 
     /// Whether a cell can be edited in place; asked each time an edit begins.
@@ -152,8 +167,10 @@ public:
 Q_SIGNALS:
     void FocusCellChanged(int row, int column);
     void SelectionChanged();
-    /// The user gave a column another width.
+    /// The user gave a column another width, in pixels at 100 percent.
     void ColumnResized(int column, int width);
+    /// The wheel turned by so many notches with Ctrl held, upwards for more than 0.
+    void ZoomTurned(int notches);
     void HeaderDoubleClicked(int column);
     /// In a cell that cannot be edited; in the others a double click opens the editor.
     void CellDoubleClicked(int row, int column);
@@ -195,14 +212,16 @@ protected:
     virtual void KeepSelectionInside() = 0;
     /// Cells are at other places, or are no longer there.
     virtual void CellsMoved() = 0;
-    /// The theme is another.
-    virtual void ThemeChanged() = 0;
+    /// The theme or the zoom is another.
+    virtual void LookChanged() = 0;
     /// The number of rows or columns is another.
     virtual void ShapeChanged() = 0;
 
 private:
+    bool TakeWidth(int column, int width);
     void VisibleCellsChanged();
     void MeasureFonts();
+    void FitRowHeights();
     void FitRowNumbers();
     void ChooseTheme();
     void DressScrollBars();
@@ -227,8 +246,10 @@ private:
     SPaintCounters m_counters;
     bool m_rowsMoved = false; // since the last paint event
     bool m_rowNumbers = true;
-    int m_rowNumberWidth = 0; // at least
-    mutable SCell m_cell;     // for measuring and asking
+    int m_rowNumberWidth = 0;  // at least, at 100 percent
+    std::vector<int> m_widths; // by column, at 100 percent
+    int m_rowPadding = kRowPadding;
+    mutable SCell m_cell; // for measuring and asking
 };
 
 } // namespace vx

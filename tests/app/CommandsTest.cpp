@@ -160,6 +160,10 @@ std::vector<CCommandsTest::SRow> CCommandsTest::Views() {
         return [this, &which] { return OnOff(settings.ReadBoolean(which)); };
     };
     const Observe searchType = [this] { return std::to_string(settings.ReadInteger(kSearchType)); };
+    const auto zoom = [this] { return std::to_string(grid->Zoom()); };
+    const auto density = [this](EDensity which) {
+        return [this, which] { return OnOff(doc->Options().scale.density == which); };
+    };
     const auto sort = [this] {
         doc->Update()->Options().sort = {1, true, true, 60000};
         view->ApplySortRecord();
@@ -174,6 +178,12 @@ std::vector<CCommandsTest::SRow> CCommandsTest::Views() {
         {"ViewShading", "at 1 1", "off", option(&SGridOptions::shading, true), {}},
         {"ViewEllipsis", "at 1 1", "off", option(&SGridOptions::ellipsis, true), {}},
         {"ViewReducedMotion", "at 1 1", "on", option(&SGridOptions::flash, false), {}},
+        {"ViewZoomIn", "at 1 1", "110", zoom, {}},
+        {"ViewZoomOut", "at 1 1", "90", zoom, {}},
+        {"ViewZoomReset", "ViewZoomIn", "100", zoom, {}},
+        {"ViewCompact", "at 1 1", "on", density(EDensity::Compact), {}},
+        {"ViewNormal", "ViewCompact", "on", density(EDensity::Normal), {}},
+        {"ViewComfortable", "at 1 1", "on", density(EDensity::Comfortable), {}},
         {"AlertMute", "at 1 1", "on", setting(kAlertMute), {}},
         {"AlertMute", "at 1 1", "off", setting(kAlertMute), {}},
         {"AlertUrgent", "at 1 1", "on", setting(kAlertUrgent), {}},

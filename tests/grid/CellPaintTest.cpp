@@ -114,9 +114,12 @@ TEST_F(CGridPainterTest, ACutTextShowsItsBeginningAndAFittedColumnCutsNothing) {
         grid.ApplyViewSettings(true, true, false, true);
         return withDots == Picture(grid.devicePixelRatioF());
     };
-    const int fit = grid.FitWidth(2);
-    EXPECT_TRUE(cutsNothing(fit));
-    EXPECT_FALSE(cutsNothing(fit - 2));
+    for (const int zoom : {50, 67, 100, 150}) {
+        grid.SetScale(zoom, CGridView::kRowPadding);
+        const int fit = grid.FitWidth(2);
+        EXPECT_TRUE(cutsNothing(fit)) << zoom;
+        EXPECT_FALSE(cutsNothing(fit - 4)) << zoom;
+    }
 }
 
 TEST_F(CGridPainterTest, ASpanningRowIsOneTextWithoutColumnLines) {

@@ -36,6 +36,40 @@ TEST_F(CGridCtrlTest, TheMouseSelectsCellsRangesColumnsRowsAndAll) {
     EXPECT_EQ(grid.verticalScrollBar()->value(), 0) << "selecting much does not scroll";
 }
 
+TEST_F(CGridCtrlTest, TheZoomChangesWhatIsDrawnAndNoWidth) {
+    grid.horizontalScrollBar()->setValue(80);
+    grid.verticalScrollBar()->setValue(30 * Geometry().RowHeight());
+    const int height = Geometry().RowHeight();
+    const int numbers = Geometry().ColumnWidth(0);
+    grid.SetScale(200, CGridView::kRowPadding);
+    EXPECT_EQ(Geometry().ColumnWidth(2), 160);
+    EXPECT_EQ(grid.ColumnWidth(2), 80);
+    EXPECT_NEAR(Geometry().RowHeight(), 2 * height, 1);
+    EXPECT_GT(Geometry().ColumnWidth(0), 3 * numbers / 2);
+    EXPECT_EQ(Geometry().FirstVisibleRow(), 31) << "what is in sight stays there";
+    EXPECT_EQ(Geometry().FirstScrolledColumn(), 2);
+    Drag(Border(2), Border(2) + QPoint(20, 0));
+    EXPECT_EQ(resized.last()[1].toInt(), 90);
+    grid.SetScale(50, 0);
+    EXPECT_EQ(Geometry().ColumnWidth(2), 45);
+    EXPECT_LT(Geometry().RowHeight(), height / 2);
+    Drag(Border(3), Border(3) + QPoint(1, 0));
+    EXPECT_EQ(grid.ColumnWidth(3), 82);
+    grid.SetColumnWidth(4, 5000);
+    EXPECT_EQ(grid.ColumnWidth(4), CGridView::kMaxColumnWidth) << "a width in the file ends there at any zoom";
+
+    QSignalSpy turned(&grid, &CGridCtrl::ZoomTurned);
+    const int top = Geometry().FirstVisibleRow();
+    const auto turn = [&](int eighths) {
+        QWheelEvent wheel(Middle(top, 3), Cells()->mapToGlobal(Middle(top, 3)), {}, {0, eighths}, Qt::NoButton,
+                          Qt::ControlModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(Cells(), &wheel);
+    };
+    for (const int eighths : {60, 60, -240}) turn(eighths);
+    EXPECT_EQ(turned, (QList<QList<QVariant>>{{1}, {-2}})) << "half a notch waits for the other half";
+    EXPECT_EQ(Geometry().FirstVisibleRow(), top);
+}
+
 TEST_F(CGridCtrlTest, FocusSelectionAndDraggedRowsPassOverHiddenOnes) {
     grid.SetHiddenRows({1, 4, 5, 99, 100});
     EXPECT_EQ(grid.FocusCell(), (SGridCell{2, 1}));

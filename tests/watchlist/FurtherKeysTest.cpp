@@ -55,6 +55,10 @@ TEST_F(CFurtherKeysTest, OfHostileValuesGiveWhatCanBeRead) {
     EXPECT_FALSE(doc.Options().sortAcrossHeadings);
     OpenFurther("Vx.Export=tabs later;\r\n");
     EXPECT_EQ(doc.Options().exporting, SExportOptions{}) << "a choice that is not known spoils them all";
+    for (const char* scale : {"49 normal", "301 compact", "150", "compact", "150 dense", "150 compact x"}) {
+        OpenFurther(fmt::format("Vx.Scale={};\r\n", scale));
+        EXPECT_EQ(doc.Options().scale, SScale{}) << scale;
+    }
     OpenFurther("Vx.Looks=1 1 sign bold;1 1 sign;1 1 other bold;1 1 sign thin;-1 1 sign bold;1 1001 sign bold;\r\n");
     EXPECT_EQ(doc.Formats().Size(), 1u);
     OpenFurther("Vx.Notes=0 \"a\";2 \"\";3 b;4 \"c;:,\";\r\nVx.Alerts=\"\";\"IBM\" \"None\" 1;\"IBM\" \"Last\" 1;"

@@ -102,6 +102,7 @@ protected:
             options.lockedColumns = AnyColumn();
             options.sort = {AnyColumn() - 2, Flag(), Flag(), Below(90) * 1000};
             options.exporting = {Flag(), Flag(), Flag(), Flag(), Flag()};
+            options.scale = {50 + Below(251), static_cast<EDensity>(Below(3))};
             for (bool* flag : {&options.showRowNumbers, &options.showToolBar, &options.useGridPrecision,
                                &options.useDefaultAlignment, &options.sortAcrossHeadings})
                 *flag = Flag();

@@ -9,6 +9,7 @@
 #include "app/commands/OrderCommands.h"
 #include "app/commands/RowCommands.h"
 #include "app/commands/ViewCommands.h"
+#include "app/commands/ZoomCommands.h"
 #include "watchlist/view/WatchlistGrid.h"
 #include "watchlist/view/WatchlistView.h"
 
@@ -26,6 +27,7 @@ CGridCommands::CGridCommands(const SFrameContext& context, CMainMenus& menus)
     new CClipboardCommands(context, this);
     new CGridMenus(context, this, *columns);
     new COrderCommands(context, this);
+    new CZoomCommands(context, this);
 
     CWatchlistView& view = context.view;
     context.commands.SetBefore([&view] { view.Grid().EndEdit(true); });

@@ -246,8 +246,9 @@ void CUndoStack::ExchangeLayout(SOther<SLayout>& layout, STouched& touched) {
     if (layout.present.options != to.options) {
         const SWatchlistOptions remembered = now.options;
         now.options = to.options;
-        now.options.placement = remembered.placement; // These two are remembered, not edited.
+        now.options.placement = remembered.placement; // These are remembered, not edited.
         now.options.exporting = remembered.exporting;
+        now.options.scale = remembered.scale;
     }
     m_host.SetLayout(now);
     if (const auto [first, last] = DifferentColumns(layout.present.columns, to.columns); first > 0) {

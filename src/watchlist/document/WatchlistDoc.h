@@ -243,8 +243,10 @@ public:
     /// The document is in its file as it is now, or was when the point was taken.
     void MarkSaved() { MarkSaved(m_undo.SavePoint()); }
     void MarkSaved(const SSavePoint& point);
-    /// How it was exported; another choice modifies the document, though there is nothing to undo.
+    /// How it was exported, and how large it is drawn; another choice modifies the document, though there is nothing to
+    /// undo.
     void RememberExport(const SExportOptions& exporting);
+    void RememberScale(const SScale& scale);
     /// How often the document was marked modified; another number means that something changed.
     uint64_t ChangeCount() const override { return m_changeCount; }
     /// Another number: rows, columns or options may have changed since. Values that the feed brings do not count.

@@ -110,6 +110,10 @@ void CWatchlistDoc::RememberExport(const SExportOptions& exporting) {
     if (std::exchange(m_options.exporting, exporting) != exporting) SetModified(true);
 }
 
+void CWatchlistDoc::RememberScale(const SScale& scale) {
+    if (std::exchange(m_options.scale, scale) != scale) SetModified(true);
+}
+
 // What the view hears
 
 void CWatchlistDoc::BeginNotices() {

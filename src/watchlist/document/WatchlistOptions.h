@@ -3,6 +3,8 @@
 
 #include "watchlist/document/WatchlistFrame.h"
 
+#include <cstdint>
+
 namespace vx {
 
 /// By which column the rows are sorted, and whether a timer does it again and again.
@@ -29,6 +31,21 @@ struct SExportOptions {
     bool operator==(const SExportOptions&) const = default;
 };
 
+/// How much room the rows have around their texts.
+enum class EDensity : uint8_t { Compact, Normal, Comfortable };
+
+/// How large the watchlist is drawn.
+struct SScale {
+    static constexpr int kLeastZoom = 50;
+    static constexpr int kNoZoom = 100;
+    static constexpr int kMostZoom = 300;
+
+    int zoom = kNoZoom; ///< Percent. The widths of columns are kept as they are without it.
+    EDensity density = EDensity::Normal;
+
+    bool operator==(const SScale&) const = default;
+};
+
 /// What a watchlist saves besides its rows and columns.
 struct SWatchlistOptions {
     static constexpr int kMaxTrailingRows = 1000;
@@ -43,6 +60,7 @@ struct SWatchlistOptions {
     bool sortAcrossHeadings = false; ///< Else a sort keeps each symbol under its heading.
     SSortRecord sort;
     SExportOptions exporting; ///< As chosen the last time.
+    SScale scale;             ///< The same.
 
     bool operator==(const SWatchlistOptions&) const = default;
 };

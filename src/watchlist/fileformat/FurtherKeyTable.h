@@ -72,4 +72,8 @@ void ReadHiddenRows(const SFurtherValue& value);
 std::string WriteFurtherExport(const SFurtherSource& source);
 void ReadFurtherExport(const SFurtherValue& value);
 
+/// How large the list is drawn.
+std::string WriteScale(const SFurtherSource& source);
+void ReadScale(const SFurtherValue& value);
+
 } // namespace vx

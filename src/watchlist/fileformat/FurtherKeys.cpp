@@ -43,6 +43,7 @@ constexpr std::array kFurtherKeys = {
     SFurtherKey{"HiddenRows", WriteHiddenRows, ReadHiddenRows},
     FlagKey<&SWatchlistOptions::sortAcrossHeadings>("SortAcrossHeadings"),
     SFurtherKey{"Export", WriteFurtherExport, ReadFurtherExport},
+    SFurtherKey{"Scale", WriteScale, ReadScale},
 };
 
 void AppendLines(std::string& text, std::string_view name, std::string_view value) {
@@ -153,6 +154,33 @@ void ReadFurtherExport(const SFurtherValue& value) {
             options.*choice->option = choice->value;
         }
         value.content.options.exporting = options;
+        return true;
+    });
+}
+
+// "150 compact;": the zoom in percent and the density of the rows.
+
+namespace {
+
+constexpr std::array<std::string_view, 3> kDensities = {"compact", "normal", "comfortable"}; ///< By EDensity.
+
+} // namespace
+
+std::string WriteScale(const SFurtherSource& source) {
+    const SScale& scale = source.doc.Options().scale;
+    if (scale == SScale{}) return {};
+    CFurtherWriter out;
+    out.Add(scale.zoom).Add(kDensities[static_cast<size_t>(scale.density)]).EndEntry();
+    return out.Take();
+}
+
+void ReadScale(const SFurtherValue& value) {
+    value.ForEachEntry(1, [&](CFurtherReader& entry) {
+        const int zoom = entry.Int();
+        const auto* density = std::ranges::find(kDensities, entry.Word());
+        if (zoom < SScale::kLeastZoom || zoom > SScale::kMostZoom || density == kDensities.end() || !entry.IsDone())
+            return false;
+        value.content.options.scale = {zoom, static_cast<EDensity>(density - kDensities.begin())};
         return true;
     });
 }

@@ -36,6 +36,7 @@ CWatchlistGrid::~CWatchlistGrid() { SetSource(nullptr); }
 void CWatchlistGrid::Rebuild() {
     const CColumnMap& columns = m_doc.Columns();
     m_cells.ColumnsChanged();
+    TakeScale();
     SetColumnCount(columns.Count() - 1, kDefaultColumnWidthPx);
     if (!IsBusy()) m_draggedWidth.reset(); // The drag was given up.
     std::vector<int> widths;
@@ -51,6 +52,12 @@ void CWatchlistGrid::Rebuild() {
     DropUnusedFonts();
     SetHiddenRows(m_doc.HiddenRows());
     UpdateAll();
+}
+
+void CWatchlistGrid::TakeScale() {
+    constexpr std::array kPadding = {2, kRowPadding, 14}; // By EDensity.
+    const SScale& scale = m_doc.Options().scale;
+    SetScale(scale.zoom, kPadding[static_cast<size_t>(scale.density)]);
 }
 
 void CWatchlistGrid::TakeRowOrder(const std::vector<int>& newRowOf) { MoveRows(newRowOf, m_doc.HiddenRows()); }

@@ -49,6 +49,8 @@ public:
 
     /// Takes rows, columns and options from the document again and repaints everything.
     void Rebuild();
+    /// Takes zoom and density from the document again.
+    void TakeScale();
     /// The document's rows have another order; see CGridCtrl::MoveRows.
     void TakeRowOrder(const std::vector<int>& newRowOf);
     /// Marks those cells of a row whose text or look is another than the one painted. Rows out of sight cost nothing.

@@ -67,6 +67,13 @@ void CWatchlistView::ApplyViewSettings() {
     m_grid->KeepSymbolInSight(m_settings.ReadBoolean(kSymbolInSight));
 }
 
+void CWatchlistView::SetScale(const SScale& scale) {
+    if (scale == m_doc.Options().scale) return;
+    m_doc.RememberScale(scale);
+    m_grid->TakeScale();
+    Q_EMIT DocumentChanged();
+}
+
 // What the user does in the grid
 
 void CWatchlistView::OnCellEdited(int row, int column, const QByteArray& oldText, const QByteArray& newText) {

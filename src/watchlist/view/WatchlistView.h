@@ -15,6 +15,7 @@ namespace vx {
 class CSettings;
 class CWatchlistDoc;
 class CWatchlistGrid;
+struct SScale;
 struct SSpecialColumns;
 
 /// The view of a watchlist: hosts the grid, hands what the user does in it to the document, and gives the screen its
@@ -39,6 +40,8 @@ public:
 
     /// Reads the settings of the grid's look again: lines, shading, ellipsis, reduced motion.
     void ApplyViewSettings();
+    /// Draws the watchlist at a zoom and density, and has it remember them.
+    void SetScale(const SScale& scale);
     /// Shows the document's sort record, and starts, restarts or stops auto sort by it.
     void ApplySortRecord();
     /// Selects rows that have just come, hidden ones shown again, and scrolls to see as many of them as fit.
