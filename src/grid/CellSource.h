@@ -21,6 +21,9 @@ enum class ETextRole : uint8_t {
     Explicit ///< SCell::textColor holds the colour.
 };
 
+/// What shows the direction of a cell's value besides the colour of its text.
+enum class EDirectionMark : uint8_t { None, Background, Arrow };
+
 /// Small shapes at the edge of a cell that say that there is more about it; one bit each.
 enum ECellMark : uint8_t {
     kNoteMark = 1,  ///< A corner.
@@ -43,9 +46,13 @@ struct SCell {
     uint16_t length;
     EAlign align;
     ETextRole role;
-    uint8_t font;       ///< Id in the control's font table; 0 is the default font, unknown ids show the default.
-    uint8_t marks;      ///< Of ECellMark.
-    bool tickTrend;     ///< The bytes AD, AF and B7 are drawn as an up, a down and a dot symbol in their colours.
+    uint8_t font;   ///< Id in the control's font table; 0 is the default font, unknown ids show the default.
+    uint8_t marks;  ///< Of ECellMark.
+    bool tickTrend; ///< The bytes AD, AF and B7 are drawn as an up, a down and a dot symbol in their colours.
+    bool steady;    ///< The cell does not light up when it changes.
+    /// What shows the direction of the value, and the direction: Up, Down or Unchanged.
+    EDirectionMark directionMark;
+    ETextRole direction;
     int32_t textColor;  ///< Counts only with ETextRole::Explicit.
     int32_t background; ///< kAutomaticColor: the row's own.
 
@@ -57,6 +64,9 @@ struct SCell {
         role = ETextRole::Normal;
         font = 0;
         marks = 0;
+        direction = ETextRole::Normal;
+        directionMark = EDirectionMark::None;
+        steady = false;
         tickTrend = false;
         textColor = kAutomaticColor;
         background = kAutomaticColor;

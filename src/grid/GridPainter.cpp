@@ -16,6 +16,13 @@ constexpr double kSeenMark = 3.0;  // The contrast at which a mark can be seen a
 constexpr int kCellMark = 6;       // Its size in logical pixels.
 constexpr int kHiddenRowMark = 16; // its width without row numbers, in logical pixels
 
+int ArrowOf(ETextRole direction) {
+    return direction == ETextRole::Up ? kSymbolUp : direction == ETextRole::Down ? kSymbolDown : kSymbolDot;
+}
+
+// The same for all three.
+int ArrowRoom(CGlyphAtlas& atlas) { return atlas.Glyph(kSymbolUp).advance + atlas.Glyph(' ').advance; }
+
 int RunWidth(CGlyphAtlas& atlas, const SCell& cell) {
     if (!cell.tickTrend) return atlas.TextWidth(cell.Text());
     int width = 0;
@@ -41,7 +48,9 @@ int CGridPainter::SymbolOf(unsigned char byte) {
 
 int CGridPainter::NeededWidth(const SCell& cell, CGridFonts& fonts, double scale) {
     // One pixel for the grid line and one for edges that fall between device pixels.
-    const double text = RunWidth(fonts.Atlas(cell.font, scale), cell) / scale;
+    CGlyphAtlas& atlas = fonts.Atlas(cell.font, scale);
+    const int arrow = cell.directionMark == EDirectionMark::Arrow ? ArrowRoom(atlas) : 0;
+    const double text = (RunWidth(atlas, cell) + arrow) / scale;
     return static_cast<int>(std::ceil(text + 2 * kTextPadding * fonts.Zoom() / 100.0)) + 2;
 }
 
@@ -222,13 +231,34 @@ QRect CGridPainter::WidestEmptyRun(int row) {
 
 QRgb CGridPainter::CellBackground(int row, int column) const {
     if (m_selected.Has(row, column)) return m_scene->theme.selected;
-    const SGridTheme& theme = m_scene->theme;
-    if (m_scene->flash.IsLit(row, column)) {
-        if (m_cell.role == ETextRole::Up) return theme.flashUp;
-        if (m_cell.role == ETextRole::Down) return theme.flashDown;
+    const bool lit = !m_cell.steady && m_scene->flash.IsLit(row, column);
+    if (const ETextRole shown = m_cell.directionMark != EDirectionMark::None ? m_cell.direction : m_cell.role;
+        lit || m_cell.directionMark == EDirectionMark::Background) {
+        if (shown == ETextRole::Up || shown == ETextRole::Down) return DirectionBackground(shown, lit);
         // A change without a direction is seen in the text; colour is left to what it means.
     }
     return m_cell.background != kAutomaticColor ? RgbFromColorRef(m_cell.background) : m_rowColor;
+}
+
+// Where it is always there, a change lights it up more.
+QRgb CGridPainter::DirectionBackground(ETextRole direction, bool lit) const {
+    const SGridTheme& theme = m_scene->theme;
+    const QRgb tint = direction == ETextRole::Up ? theme.flashUp : theme.flashDown;
+    if (!lit || m_cell.directionMark != EDirectionMark::Background) return tint;
+    const QRgb full = theme.RoleColor(direction);
+    const auto mixed = [](int a, int b) { return (3 * a + b) / 4; };
+    return qRgb(mixed(qRed(tint), qRed(full)), mixed(qGreen(tint), qGreen(full)), mixed(qBlue(tint), qBlue(full)));
+}
+
+// At the left edge, where arrows of a column are below each other. Returns what is left of the cell for its text.
+QRect CGridPainter::DrawArrow(const QRect& rect, const QRect& clip) {
+    if (m_cell.directionMark != EDirectionMark::Arrow) return rect;
+    CGlyphAtlas& atlas = m_scene->fonts.Atlas(m_cell.font, m_scale);
+    const int code = ArrowOf(m_cell.direction);
+    const SGlyph& glyph = atlas.Glyph(code);
+    m_canvas.Glyph(atlas, glyph, rect.left() + Zoomed(kTextPadding), Baseline(rect, atlas),
+                   SymbolColor(code, TextColor()), clip);
+    return rect.adjusted(ArrowRoom(atlas), 0, 0, 0);
 }
 
 void CGridPainter::PaintCell(int row, int column, const QRect& rect, const QRect& clip) {
@@ -252,7 +282,7 @@ void CGridPainter::PaintCell(int row, int column, const QRect& rect, const QRect
     if (lastFixed)
         m_canvas.Fill(QRect(rect.right() - m_line + 1, rect.top(), m_line, rect.height()).intersected(clip),
                       theme.headerLine);
-    if (m_cell.length > 0) DrawText(rect, inner, TextColor());
+    if (m_cell.length > 0) DrawText(DrawArrow(rect, inner), inner, TextColor());
     if (m_cell.marks != 0) PaintCellMarks(rect, inner);
     if (m_scene->selection.focus == SGridCell{row, column}) {
         // The frame keeps to what can be seen of the cell, so that it is whole under the locked columns' edge too.
@@ -389,12 +419,15 @@ QRgb CGridPainter::Readable(ETextRole role, QRgb wanted) {
     return known.color;
 }
 
+int CGridPainter::Baseline(const QRect& rect, const CGlyphAtlas& atlas) const {
+    return rect.top() + (rect.height() - m_line - atlas.Ascent() - atlas.Descent() + 1) / 2 + atlas.Ascent();
+}
+
 void CGridPainter::DrawText(const QRect& rect, const QRect& clip, QRgb color) {
     CGlyphAtlas& atlas = m_scene->fonts.Atlas(m_cell.font, m_scale);
     const int padding = Zoomed(kTextPadding);
     const int room = rect.width() - 2 * padding - m_line;
-    const int baseline =
-        rect.top() + (rect.height() - m_line - atlas.Ascent() - atlas.Descent() + 1) / 2 + atlas.Ascent();
+    const int baseline = Baseline(rect, atlas);
     int x = rect.left() + padding;
     std::string_view text = m_cell.Text();
     const int width = RunWidth(atlas, m_cell);

@@ -86,6 +86,8 @@ private:
     void PaintEmptySpace(QPainter& painter, const QRect& rect);
 
     QRgb CellBackground(int row, int column) const;
+    QRgb DirectionBackground(ETextRole direction, bool lit) const;
+    QRect DrawArrow(const QRect& rect, const QRect& clip);
     bool IsOnOwnBackground() const;
     QRgb TextColor();
     QRgb RoleColor(ETextRole role);
@@ -93,6 +95,7 @@ private:
     QRgb SymbolColor(int code, QRgb text);
     /// A colour, or another one of the same meaning when it cannot be seen on the cell's background.
     QRgb Readable(ETextRole role, QRgb wanted);
+    int Baseline(const QRect& rect, const CGlyphAtlas& atlas) const;
     void DrawText(const QRect& rect, const QRect& clip, QRgb color);
     void DrawRun(CGlyphAtlas& atlas, std::string_view text, int x, int baseline, QRgb color, const QRect& clip);
 

@@ -164,6 +164,12 @@ std::vector<CCommandsTest::SRow> CCommandsTest::Views() {
     const auto density = [this](EDensity which) {
         return [this, which] { return OnOff(doc->Options().scale.density == which); };
     };
+    const auto look = [this](bool SColumnLook::*member) {
+        return [this, member] { return OnOff(doc->Columns().At(2).look.*member); };
+    };
+    const auto direction = [this](EDirectionLook which) {
+        return [this, which] { return OnOff(doc->Columns().At(2).look.direction == which); };
+    };
     const auto sort = [this] {
         doc->Update()->Options().sort = {1, true, true, 60000};
         view->ApplySortRecord();
@@ -178,6 +184,13 @@ std::vector<CCommandsTest::SRow> CCommandsTest::Views() {
         {"ViewShading", "at 1 1", "off", option(&SGridOptions::shading, true), {}},
         {"ViewEllipsis", "at 1 1", "off", option(&SGridOptions::ellipsis, true), {}},
         {"ViewReducedMotion", "at 1 1", "on", option(&SGridOptions::flash, false), {}},
+        {"ColumnSeparators", "at 1 2", "on", look(&SColumnLook::separators), {}},
+        {"ColumnShortForms", "at 1 2", "on", look(&SColumnLook::shortForms), {}},
+        {"ColumnFlash", "at 1 2", "off", look(&SColumnLook::flash), {}},
+        {"DirectionBackground", "at 1 2", "on", direction(EDirectionLook::Background), {}},
+        {"DirectionArrow", "at 1 2", "on", direction(EDirectionLook::Arrow), {}},
+        {"DirectionNone", "at 1 2", "on", direction(EDirectionLook::None), {}},
+        {"DirectionColour", "at 1 2; DirectionNone", "on", direction(EDirectionLook::Colour), {}},
         {"ViewZoomIn", "at 1 1", "110", zoom, {}},
         {"ViewZoomOut", "at 1 1", "90", zoom, {}},
         {"ViewZoomReset", "ViewZoomIn", "100", zoom, {}},

@@ -122,6 +122,28 @@ TEST_F(CGridPainterTest, ACutTextShowsItsBeginningAndAFittedColumnCutsNothing) {
     }
 }
 
+TEST_F(CGridPainterTest, AnArrowIsAtTheLeftOfItsNumberWhichKeepsItsPlace) {
+    ETextRole direction = ETextRole::Up;
+    bool arrow = false;
+    source.cell = [&](int, int, SCell& cell) {
+        cell.SetText("12.50");
+        cell.align = EAlign::Right;
+        cell.direction = direction;
+        if (arrow) cell.directionMark = EDirectionMark::Arrow;
+    };
+    const std::pair<int, int> plain = Ink();
+    const int fit = grid.FitWidth(2);
+    arrow = true;
+    for (const auto& [shown, color] :
+         {std::pair{ETextRole::Up, grid.Theme().up}, {ETextRole::Down, grid.Theme().down}}) {
+        direction = shown;
+        EXPECT_EQ(Ink().second, plain.second);
+        EXPECT_LT(Ink().first, plain.first);
+        EXPECT_GT(CountColor(Picture(3), Place(3, 2, 3), color), 100);
+    }
+    EXPECT_GT(grid.FitWidth(2), fit);
+}
+
 TEST_F(CGridPainterTest, ASpanningRowIsOneTextWithoutColumnLines) {
     MakeHeading("A heading that is longer than any one column of the grid", 5);
     const QImage picture = Picture();

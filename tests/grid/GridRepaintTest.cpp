@@ -143,3 +143,24 @@ TEST_F(CDirtyCellsTest, LightsAChangedCellAndPutsItOut) {
     grid.FlushChanges();
     EXPECT_FALSE(lit(1, grid.Theme().flashUp)) << "reduced motion";
 }
+
+TEST_F(CDirtyCellsTest, LightsWhatShowsItsDirectionAsBackgroundMoreAndWhatIsSteadyNot) {
+    test::CFakeClock clock;
+    clock.elapsedMs = 1000;
+    grid.ApplyViewSettings(true, true, true, false);
+    source.cell = [](int row, int, SCell& cell) {
+        cell.direction = ETextRole::Up;
+        cell.directionMark = row == 1 ? EDirectionMark::Background : EDirectionMark::Arrow;
+        cell.steady = row == 3;
+        cell.SetText("1");
+    };
+    const auto has = [&](int row, QRgb color) { return CountColor(Picture(), Place(row, 2), color) > 500; };
+    const QRgb tint = grid.Theme().flashUp;
+    EXPECT_TRUE(has(1, tint));
+    EXPECT_FALSE(has(2, tint));
+    for (int row = 1; row <= 3; ++row) grid.MarkCellChanged(row, 2);
+    grid.FlushChanges();
+    EXPECT_FALSE(has(1, tint)) << "it is seen that it changed";
+    EXPECT_TRUE(has(2, tint));
+    EXPECT_FALSE(has(3, tint));
+}

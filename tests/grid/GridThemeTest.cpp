@@ -30,6 +30,7 @@ TEST(GridTheme, EveryTextCanBeReadOnEveryBackground) {
         ExpectContrast(texts, cells, 4.5);
         ExpectContrast({{"up", t.up}}, {{"lit up", t.flashUp}}, 4.5);
         ExpectContrast({{"down", t.down}}, {{"lit down", t.flashDown}}, 4.5);
+        ExpectContrast({{"text", t.text}}, {{"background up", t.flashUp}, {"background down", t.flashDown}}, 4.5);
         ExpectContrast({{"span text", t.spanText}}, {{"span", t.span}, {"selected", t.selected}}, 4.5);
         ExpectContrast({{"header text", t.headerText}}, {{"header", t.header}, {"selected", t.headerSelected}}, 4.5);
         ExpectContrast({{"focus", t.focus}, {"idle focus", t.focusIdle}}, {{"selected", t.selected}, {"span", t.span}},

@@ -59,6 +59,9 @@ TEST_F(CFurtherKeysTest, OfHostileValuesGiveWhatCanBeRead) {
         OpenFurther(fmt::format("Vx.Scale={};\r\n", scale));
         EXPECT_EQ(doc.Options().scale, SScale{}) << scale;
     }
+    OpenFurther("Vx.ColumnLooks=\"Last\" short later;arrow;\"None\" arrow;\"RowNumbers\" arrow;\"Symbol\" steady;\r\n");
+    EXPECT_EQ(doc.Columns().At(2).look, SColumnLook{}) << "a word that is not known spoils the entry";
+    EXPECT_FALSE(doc.Columns().At(1).look.flash);
     OpenFurther("Vx.Looks=1 1 sign bold;1 1 sign;1 1 other bold;1 1 sign thin;-1 1 sign bold;1 1001 sign bold;\r\n");
     EXPECT_EQ(doc.Formats().Size(), 1u);
     OpenFurther("Vx.Notes=0 \"a\";2 \"\";3 b;4 \"c;:,\";\r\nVx.Alerts=\"\";\"IBM\" \"None\" 1;\"IBM\" \"Last\" 1;"

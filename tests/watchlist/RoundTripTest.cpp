@@ -61,6 +61,9 @@ protected:
         if (!name.empty() && !random.OneIn(4)) AppendColumns({name}, random.OneIn(3) ? 0 : 1 + Below(2000));
         if (random.OneIn(3)) SetWidth(AnyColumn(), Below(3) * 40);
         if (random.OneIn(3)) MoveColumn(doc, AnyColumn(), AnyColumn());
+        if (random.OneIn(3))
+            doc.Update()->Columns().SetLook(AnyColumn(),
+                                            {static_cast<EDirectionLook>(Below(4)), Flag(), Flag(), Flag()});
     }
     void EditFormats() {
         SCellFormat format;
@@ -134,6 +137,9 @@ protected:
             }
         add("sort", doc.Options().sort.column, doc.Options().sortAcrossHeadings ? "across" : "");
         add("locked", doc.Options().lockedColumns, doc.Formats().Write());
+        for (const sColumnInfo& column : doc.Columns().Columns())
+            out += fmt::format("{}{}{}{} ", static_cast<int>(column.look.direction), column.look.flash,
+                               column.look.separators, column.look.shortForms);
         return out + Columns();
     }
     void OpenAgain(const std::string& text, bool throughFile) {

@@ -3,6 +3,7 @@
 
 #include "app/commands/ClipboardCommands.h"
 #include "app/commands/ColumnCommands.h"
+#include "app/commands/ColumnLookCommands.h"
 #include "app/commands/EditCommands.h"
 #include "app/commands/FrameContext.h"
 #include "app/commands/GridMenus.h"
@@ -25,6 +26,7 @@ CGridCommands::CGridCommands(const SFrameContext& context, CMainMenus& menus)
     auto* columns = new CColumnCommands(context, this);
     new CEditCommands(context, this, *rows, *columns);
     new CClipboardCommands(context, this);
+    new CColumnLookCommands(context, this);
     new CGridMenus(context, this, *columns);
     new COrderCommands(context, this);
     new CZoomCommands(context, this);

@@ -84,6 +84,7 @@ void CGridMenus::Fill(QMenu& menu, EGridPart part) {
         Add(menu, kColumns);
         AddHiddenColumns(menu);
         menu.addSeparator();
+        AddLooks(menu);
         Add(*menu.addMenu(QStringLiteral("&Format")), kFormat);
         Add(menu, {EditCopy, ColumnDefault});
         break;
@@ -115,6 +116,16 @@ void CGridMenus::AddLinks(QMenu& menu) {
     QMenu* links = menu.addMenu(QStringLiteral("Application Lin&ks"));
     links->setToolTipsVisible(true); // They say what is not installed.
     Add(*links, kLinks);
+}
+
+void CGridMenus::AddLooks(QMenu& menu) {
+    QMenu* numbers = menu.addMenu(QStringLiteral("Show Nu&mbers As"));
+    Add(*numbers, {ColumnSeparators, ColumnShortForms});
+    QMenu* direction = menu.addMenu(QStringLiteral("Show Dir&ection As"));
+    Add(*direction, {DirectionColour, DirectionBackground, DirectionArrow, DirectionNone});
+    direction->addSeparator();
+    Add(*direction, {ColumnFlash});
+    for (QMenu* looks : {numbers, direction}) looks->setToolTipsVisible(true); // They say what has no effect, and why.
 }
 
 void CGridMenus::AddHiddenColumns(QMenu& menu) {

@@ -26,6 +26,7 @@ private:
     void Fill(QMenu& menu, EGridPart part);
     void Add(QMenu& menu, const std::vector<ECommand>& commands);
     void AddLinks(QMenu& menu);
+    void AddLooks(QMenu& menu);
     void AddHiddenColumns(QMenu& menu);
 
     CColumnCommands& m_columns;

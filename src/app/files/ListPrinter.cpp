@@ -30,6 +30,16 @@ constexpr int kTickPixels = 8; // So that as many ticks fit into their column as
 
 const SGridTheme& Theme() { return kLightGridTheme; }
 
+QRgb BackgroundOf(const SCell& cell, QRgb row) {
+    if (cell.directionMark == EDirectionMark::Background && cell.direction != ETextRole::Unchanged)
+        return cell.direction == ETextRole::Up ? Theme().flashUp : Theme().flashDown;
+    return cell.background != kAutomaticColor ? RgbFromColorRef(cell.background) : row;
+}
+
+QChar ArrowOf(ETextRole direction) {
+    return direction == ETextRole::Up ? kTickUpSign : direction == ETextRole::Down ? kTickDownSign : kTickDotSign;
+}
+
 QString Printable(const SCell& cell) {
     return cell.tickTrend ? QString::fromUtf8(Utf8FromTickTrend(cell.Text())) : QtText(cell.Text());
 }
@@ -196,11 +206,19 @@ void CListPrinter::PrintRow(QPainter& painter, const SSheet& sheet, int row, dou
 
 void CListPrinter::PrintCell(QPainter& painter, const SCell& cell, const QRectF& place, const QFont& font,
                              QRgb row) const {
-    if (cell.background != kAutomaticColor) painter.fillRect(place, QColor(RgbFromColorRef(cell.background)));
+    if (const QRgb background = BackgroundOf(cell, row); background != row) painter.fillRect(place, QColor(background));
     if (cell.length == 0) return;
     painter.setFont(cell.tickTrend ? FontOf(kTickPixels, false) : font);
     const CPrintedColors colors(cell, row);
-    const QRectF inner = place.adjusted(kPadding, 0, -kPadding, 0);
+    QRectF inner = place.adjusted(kPadding, 0, -kPadding, 0);
+    if (cell.directionMark == EDirectionMark::Arrow) {
+        const QChar arrow = ArrowOf(cell.direction);
+        painter.setFont(FontOf(kTickPixels, false));
+        painter.setPen(colors.OfTick(arrow));
+        painter.drawText(inner, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, QString(arrow));
+        inner.setLeft(inner.left() + painter.fontMetrics().horizontalAdvance(arrow) + kPadding);
+        painter.setFont(font);
+    }
     const QFontMetricsF metrics(painter.fontMetrics());
     const QString text = metrics.elidedText(Printable(cell), Qt::ElideRight, std::ceil(inner.width()));
     if (!cell.tickTrend) {

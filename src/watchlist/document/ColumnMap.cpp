@@ -27,7 +27,8 @@ void CColumnMap::SetNames(std::string_view names) {
         if (Count() >= kMostColumns) return;
         if (name.empty() || PositionOf(name) >= 0) continue;
         const auto old = std::ranges::find(before, name, &sColumnInfo::name);
-        Append(name, old == before.end() ? kDefaultColumnWidthPx : old->width);
+        Append(name);
+        if (old != before.end()) m_columns.back() = *old;
     }
 }
 
@@ -42,7 +43,7 @@ int CColumnMap::Append(std::string_view name, int width) {
     if (position < 0) {
         if (Count() >= kMostColumns) return -1;
         position = Count();
-        m_columns.push_back({Register(name), std::string(name), kDefaultColumnWidthPx});
+        m_columns.push_back({Register(name), std::string(name)});
     }
     SetWidth(position, width);
     return position;
@@ -68,6 +69,10 @@ void CColumnMap::Move(int from, int to) {
 
 void CColumnMap::SetWidth(int position, int width) {
     if (position >= 0 && position < Count()) m_columns[static_cast<size_t>(position)].width = std::max(width, 0);
+}
+
+void CColumnMap::SetLook(int position, const SColumnLook& look) {
+    if (position > 0 && position < Count()) m_columns[static_cast<size_t>(position)].look = look;
 }
 
 int CColumnMap::PositionOf(std::string_view name) const {

@@ -3,17 +3,32 @@
 
 #include "data/catalogue/Catalogue.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vx {
 
+/// How a column shows in which direction its numbers went.
+enum class EDirectionLook : uint8_t { Colour, Background, Arrow, None };
+
+/// How the numbers of a column are drawn. What a cell holds stays as it is: what is sorted, found, copied and exported.
+struct SColumnLook {
+    EDirectionLook direction = EDirectionLook::Colour;
+    bool flash = true;       ///< A number that changes lights up for a moment.
+    bool separators = false; ///< "1,234,567"
+    bool shortForms = false; ///< "1.2 M"
+
+    bool operator==(const SColumnLook&) const = default;
+};
+
 /// One column of a grid.
 struct sColumnInfo {
     int number = kRowNumberColumn; ///< Catalogue index; above the catalogue's for names that it does not hold.
     std::string name;
     int width = kDefaultColumnWidthPx; ///< Pixels; 0 is hidden.
+    SColumnLook look = {};
 
     /// The catalogue entry, null for a name that the catalogue does not hold: such a column stays empty.
     const SFieldEntry* Entry() const;
@@ -34,7 +49,8 @@ public:
     void Clear();
 
     /// Arranges the columns by a list of names with ";" between them. Empty names and repeated ones are skipped; a name
-    /// that is shown already keeps its width; a name that the catalogue does not hold becomes a new, empty column.
+    /// that is shown already keeps its width and look; a name that the catalogue does not hold becomes a new, empty
+    /// column.
     void SetNames(std::string_view names);
     /// The names of all columns but the row numbers, each followed by ";".
     std::string Names() const;
@@ -50,6 +66,7 @@ public:
     /// Moves a column so that it is at position `to` afterwards; the row-number column stays first.
     void Move(int from, int to);
     void SetWidth(int position, int width);
+    void SetLook(int position, const SColumnLook& look);
 
     /// Columns, the row-number column included.
     int Count() const { return static_cast<int>(m_columns.size()); }

@@ -11,7 +11,9 @@ namespace vx {
 
 namespace {
 
-bool IsSameColumn(const sColumnInfo& a, const sColumnInfo& b) { return a.name == b.name && a.width == b.width; }
+bool IsSameColumn(const sColumnInfo& a, const sColumnInfo& b) {
+    return a.name == b.name && a.width == b.width && a.look == b.look;
+}
 
 bool AreSameColumns(const CColumnMap& a, const CColumnMap& b) {
     return std::ranges::equal(a.Columns(), b.Columns(), IsSameColumn);

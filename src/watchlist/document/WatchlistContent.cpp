@@ -20,6 +20,7 @@ void ApplyColumns(CWatchlistEdit& edit, const SWatchlistContent& content) {
     if (content.rowNumberWidth) columns.SetWidth(kRowNumberColumn, *content.rowNumberWidth);
     for (const auto& column : content.columns) columns.Append(column.name, column.width);
     if (!content.columnsGiven) columns.Append("Symbol", kDefaultColumnWidthPx);
+    for (const auto& [name, look] : content.columnLooks) columns.SetLook(columns.PositionOf(name), look);
     for (int column = 1; column < columns.Count(); ++column)
         edit.Formats().SetNewColumn(column, columns.At(column).name);
 }

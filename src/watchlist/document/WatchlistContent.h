@@ -3,6 +3,7 @@
 
 #include "alerts/rules/AlertInfo.h"
 #include "data/catalogue/ColourRule.h"
+#include "watchlist/document/ColumnMap.h"
 #include "watchlist/document/WatchlistOptions.h"
 
 #include <cstddef>
@@ -57,6 +58,10 @@ struct SWatchlistContent {
         EColourRule colourRule = EColourRule::OfField;
         bool regular = false;
     };
+    struct SColumnLookOf {
+        std::string name;
+        SColumnLook look;
+    };
     struct SRecords {
         std::string text;
         size_t line = 0; ///< Where the last of it stood.
@@ -66,9 +71,10 @@ struct SWatchlistContent {
     std::optional<bool> showEllipsis;
     std::optional<bool> showGridLines;
     std::optional<int> rowNumberWidth;
-    std::vector<SColumn> columns; ///< Each name once.
-    bool columnsGiven = false;    ///< The text says which columns there are; without it there is one for the symbol.
-    std::vector<SRow> rows;       ///< Index is the grid row; an empty text is an empty row.
+    std::vector<SColumn> columns;           ///< Each name once.
+    std::vector<SColumnLookOf> columnLooks; ///< Of columns that there are, or of no effect.
+    bool columnsGiven = false; ///< The text says which columns there are; without it there is one for the symbol.
+    std::vector<SRow> rows;    ///< Index is the grid row; an empty text is an empty row.
     std::map<int, std::string> notes;
     SRecords alerts;
     /// They replace those that `alerts` has of their symbols; without an alert the symbol has none.

@@ -5,6 +5,7 @@
 #include "watchlist/fileformat/WatchlistKeys.h"
 
 #include <algorithm>
+#include <array>
 #include <set>
 
 namespace vx {
@@ -99,6 +100,59 @@ void ReadFurtherColumns(const SFurtherValue& value) {
     for (; next != placed.end(); ++next) add(std::move(next->second));
     content.columns = std::move(columns);
     content.columnsGiven = true;
+}
+
+// "\"Volume\" arrow short;": the numbers of this column are drawn so. What is not said is as columns begin.
+
+namespace {
+
+struct SLookWord {
+    std::string_view word;
+    void (*apply)(SColumnLook& look);
+};
+
+constexpr std::array kLookWords = {
+    SLookWord{"background", [](SColumnLook& look) { look.direction = EDirectionLook::Background; }},
+    SLookWord{"arrow", [](SColumnLook& look) { look.direction = EDirectionLook::Arrow; }},
+    SLookWord{"plain", [](SColumnLook& look) { look.direction = EDirectionLook::None; }},
+    SLookWord{"steady", [](SColumnLook& look) { look.flash = false; }},
+    SLookWord{"separators", [](SColumnLook& look) { look.separators = true; }},
+    SLookWord{"short", [](SColumnLook& look) { look.shortForms = true; }},
+};
+
+bool Says(const SLookWord& word, const SColumnLook& look) {
+    SColumnLook said = look;
+    word.apply(said);
+    return said == look;
+}
+
+} // namespace
+
+std::string WriteColumnLooks(const SFurtherSource& source) {
+    CFurtherWriter out;
+    for (const sColumnInfo& column : source.doc.Columns().Columns()) {
+        if (column.look == SColumnLook{}) continue;
+        out.Quote(column.name);
+        for (const SLookWord& word : kLookWords)
+            if (Says(word, column.look)) out.Add(word.word);
+        out.EndEntry();
+    }
+    return out.Take();
+}
+
+void ReadColumnLooks(const SFurtherValue& value) {
+    value.ForEachEntry(static_cast<size_t>(SWatchlistContent::kMostColumns), [&](CFurtherReader& entry) {
+        const std::optional<std::string> name = entry.Text();
+        SColumnLook look;
+        while (!entry.IsDone()) {
+            const auto* known = std::ranges::find(kLookWords, entry.Word(), &SLookWord::word);
+            if (known == kLookWords.end()) return false;
+            known->apply(look);
+        }
+        if (!name) return false;
+        value.content.columnLooks.push_back({*name, look});
+        return true;
+    });
 }
 
 } // namespace vx

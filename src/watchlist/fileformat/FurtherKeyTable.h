@@ -65,6 +65,10 @@ void ReadFurtherAlerts(const SFurtherValue& value);
 std::string WriteFurtherLooks(const SFurtherSource& source);
 void ReadFurtherLooks(const SFurtherValue& value);
 
+/// How the numbers of columns are drawn.
+std::string WriteColumnLooks(const SFurtherSource& source);
+void ReadColumnLooks(const SFurtherValue& value);
+
 std::string WriteHiddenRows(const SFurtherSource& source);
 void ReadHiddenRows(const SFurtherValue& value);
 

@@ -40,6 +40,7 @@ constexpr std::array kFurtherKeys = {
     SFurtherKey{"Notes", WriteFurtherNotes, ReadFurtherNotes},
     SFurtherKey{"Alerts", WriteFurtherAlerts, ReadFurtherAlerts},
     SFurtherKey{"Looks", WriteFurtherLooks, ReadFurtherLooks},
+    SFurtherKey{"ColumnLooks", WriteColumnLooks, ReadColumnLooks},
     SFurtherKey{"HiddenRows", WriteHiddenRows, ReadHiddenRows},
     FlagKey<&SWatchlistOptions::sortAcrossHeadings>("SortAcrossHeadings"),
     SFurtherKey{"Export", WriteFurtherExport, ReadFurtherExport},

@@ -21,7 +21,8 @@ uint32_t CPaintedCells::Fingerprint(const SCell& cell) {
                                            uint64_t{cell.tickTrend} << 16 | uint64_t{cell.marks} << 17 |
                                            static_cast<uint64_t>(cell.align) << 24 |
                                            uint64_t{static_cast<uint32_t>(cell.textColor)} << 32);
-    hash = Mixed(hash, static_cast<uint32_t>(cell.background));
+    hash = Mixed(hash, uint64_t{static_cast<uint32_t>(cell.background)} | static_cast<uint64_t>(cell.direction) << 32 |
+                           static_cast<uint64_t>(cell.directionMark) << 40);
     size_t i = 0;
     for (; i + 8 <= cell.length; i += 8) {
         uint64_t word;

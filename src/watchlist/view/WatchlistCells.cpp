@@ -8,6 +8,7 @@
 #include "watchlist/document/CellFormatStore.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/exchange/RowCellText.h"
+#include "watchlist/view/DrawnNumber.h"
 
 #include <fmt/format.h>
 
@@ -63,6 +64,19 @@ void TakeDirectionColour(const SCellFormat& format, ETextRole role, SCell& cell)
     }
 }
 
+void ShowDirection(EDirectionLook look, const SCellFormat& format, ETextRole role, SCell& cell) {
+    if (look == EDirectionLook::None) return;
+    if (look == EDirectionLook::Colour) return TakeDirectionColour(format, role, cell);
+    cell.direction = role;
+    cell.directionMark = look == EDirectionLook::Arrow ? EDirectionMark::Arrow : EDirectionMark::Background;
+    if (look == EDirectionLook::Arrow || role == ETextRole::Unchanged) return;
+    SCell own;
+    TakeDirectionColour(format, role, own);
+    if (own.role != ETextRole::Explicit) return;
+    cell.background = own.textColor; // A colour that the user chose for the direction.
+    cell.directionMark = EDirectionMark::None;
+}
+
 void PutSign(std::string_view sign, SCell& cell) {
     const size_t kept = std::min<size_t>(cell.length, SCell::kMaxLength - sign.size());
     std::memmove(cell.text + sign.size(), cell.text, kept);
@@ -93,7 +107,7 @@ void CWatchlistCells::ColumnsChanged() {
     for (size_t position = 0; position < columns.size(); ++position) {
         const sColumnInfo& info = columns[position];
         const CColumnReader reader(m_doc, static_cast<int>(position));
-        m_columns.push_back({reader, info.Entry(), info.number, KindOf(info, reader)});
+        m_columns.push_back({reader, info.Entry(), info.number, KindOf(info, reader), info.look});
     }
     m_painted.SetColumnCount(m_columns.size());
 }
@@ -144,6 +158,10 @@ void CWatchlistCells::Fill(int row, int column, SCell& cell) const {
     if (info->kind == EKind::Notes && m_doc.Notes().Has(row)) PutSign(kNoteSign, cell);
     cell.align = Align(*info, format);
     cell.tickTrend = info->kind == EKind::Ticks;
+    cell.steady = !info->look.flash;
+    if (info->kind == EKind::Directed)
+        cell.length = static_cast<uint16_t>(
+            DrawNumber(info->look, std::span<char, kMostCellText>(cell.text, kMostCellText), length));
     Colour(*info, format, symbol, record, cell);
 }
 
@@ -166,7 +184,8 @@ void CWatchlistCells::Colour(const SColumn& column, const SCellFormat& format, s
         cell.font = m_fonts.Find(format, true);
         TakeColour(format.textColour, SCellFormat::kAutomatic, ETextRole::Up, cell);
     } else if (column.kind == EKind::Directed && record && format.colourByDirection) {
-        TakeDirectionColour(format, RoleOf(ColourDirection(*record, *column.entry, format.colourRule)), cell);
+        ShowDirection(column.look.direction, format, RoleOf(ColourDirection(*record, *column.entry, format.colourRule)),
+                      cell);
     }
 }
 
@@ -210,6 +229,14 @@ std::string CWatchlistCells::CellTip(int row, int column) const {
     return own.empty() ? std::string(m_doc.RowHint(row)) : own;
 }
 
+std::string CWatchlistCells::WholeNumber(const SColumn& column, int row) const {
+    CellBuffer drawn;
+    size_t length = column.reader.Read(row, drawn);
+    const std::string whole(drawn.data(), length);
+    length = DrawNumber({.shortForms = true}, drawn, length);
+    return std::string_view(drawn.data(), length) == whole ? std::string() : whole;
+}
+
 std::string CWatchlistCells::OwnTip(int row, int column) const {
     const SColumn* info = Column(column);
     if (!info) return {};
@@ -219,6 +246,7 @@ std::string CWatchlistCells::OwnTip(int row, int column) const {
     if (info->number == m_special.alerts) return AlertsTip(m_doc, row);
     if (info->number == m_special.news) return NewsTip(m_doc, row);
     if (info->number == m_special.latestHeadline) return HeadlineTip(m_doc, row);
+    if (info->kind == EKind::Directed && info->look.shortForms) return WholeNumber(*info, row);
     return {};
 }
 

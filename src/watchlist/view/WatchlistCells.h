@@ -4,6 +4,7 @@
 #include "data/catalogue/FieldEntry.h"
 #include "grid/CellSource.h"
 #include "grid/GridGeometry.h"
+#include "watchlist/document/ColumnMap.h"
 #include "watchlist/exchange/RowCellText.h"
 #include "watchlist/view/FormatFonts.h"
 #include "watchlist/view/PaintedCells.h"
@@ -41,7 +42,6 @@ std::string HeadlineTip(const CWatchlistDoc& doc, int row);
 
 class CSymbolRec;
 struct SCellFormat;
-struct sColumnInfo;
 
 /// What the cells of a watchlist hold: the fields of each row's symbol, or the row's annotation, each in the
 /// format of its cell.
@@ -87,6 +87,7 @@ private:
         const SFieldEntry* entry; ///< Null: the column stays empty.
         int number;               ///< Catalogue index.
         EKind kind;
+        SColumnLook look;
     };
 
     EKind KindOf(const sColumnInfo& info, const CColumnReader& reader) const;
@@ -95,6 +96,8 @@ private:
     uint8_t Marks(int row, std::string_view symbol) const;
     bool IsPaintedWhole(int row, int column) const;
     std::string OwnTip(int row, int column) const;
+    /// What a short form stands for; empty where the number is drawn whole.
+    std::string WholeNumber(const SColumn& column, int row) const;
     EAlign Align(const SColumn& column, const SCellFormat& format) const;
     void Dress(const SCellFormat& format, bool strong, SCell& cell) const;
     void Colour(const SColumn& column, const SCellFormat& format, std::string_view symbol, const CSymbolRec* record,
