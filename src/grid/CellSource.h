@@ -31,8 +31,42 @@ enum ECellMark : uint8_t {
     kFiredMark = 4  ///< A dot.
 };
 
+/// Lines at the sides of a cell; one bit each.
+enum ECellBorder : uint8_t {
+    kLeftBorder = 1,
+    kTopBorder = 2,
+    kRightBorder = 4,
+    kBottomBorder = 8,
+    kAllBorders = kLeftBorder | kTopBorder | kRightBorder | kBottomBorder,
+    kThickBorders = 16 ///< The others are thick.
+};
+
 /// No colour of its own: the theme chooses.
 inline constexpr int32_t kAutomaticColor = -1;
+
+/// What is drawn of a cell's number, behind its text.
+enum class ECellShape : uint8_t {
+    None,
+    Bar,   ///< A bar between two places.
+    Range, ///< A line across the cell at its bottom, thicker between two places.
+    Heat   ///< A background of its own.
+};
+
+/// Where it is drawn, and in which colour.
+///
+/// Units   places and strength: 0 at the left edge, or for nothing, to kWhole
+struct SCellShape {
+    static constexpr uint16_t kWhole = 10000;
+    static constexpr uint16_t kNoMark = UINT16_MAX;
+
+    ECellShape kind = ECellShape::None;
+    ETextRole role = ETextRole::Normal; ///< Up and Down have the colours of texts, all others one of their own.
+    uint16_t from = 0;
+    uint16_t to = 0;             ///< The end of a bar or of a line's thick part; the strength of heat.
+    uint16_t fineMark = kNoMark; ///< Of a bar: where zero is.
+    uint16_t strongMark = kNoMark;
+    int32_t color = kAutomaticColor; ///< Counts only with ETextRole::Explicit.
+};
 
 /// One cell as it is to be painted. The painter keeps one record and lets the source fill it again and again.
 ///
@@ -46,15 +80,17 @@ struct SCell {
     uint16_t length;
     EAlign align;
     ETextRole role;
-    uint8_t font;   ///< Id in the control's font table; 0 is the default font, unknown ids show the default.
-    uint8_t marks;  ///< Of ECellMark.
-    bool tickTrend; ///< The bytes AD, AF and B7 are drawn as an up, a down and a dot symbol in their colours.
-    bool steady;    ///< The cell does not light up when it changes.
+    uint8_t font;    ///< Id in the control's font table; 0 is the default font, unknown ids show the default.
+    uint8_t marks;   ///< Of ECellMark.
+    uint8_t borders; ///< Of ECellBorder.
+    bool tickTrend;  ///< The bytes AD, AF and B7 are drawn as an up, a down and a dot symbol in their colours.
+    bool steady;     ///< The cell does not light up when it changes.
     /// What shows the direction of the value, and the direction: Up, Down or Unchanged.
     EDirectionMark directionMark;
     ETextRole direction;
     int32_t textColor;  ///< Counts only with ETextRole::Explicit.
     int32_t background; ///< kAutomaticColor: the row's own.
+    SCellShape shape;
 
     SCell() { Reset(); }
     /// An empty, left aligned cell of the default look.
@@ -67,9 +103,11 @@ struct SCell {
         direction = ETextRole::Normal;
         directionMark = EDirectionMark::None;
         steady = false;
+        borders = 0;
         tickTrend = false;
         textColor = kAutomaticColor;
         background = kAutomaticColor;
+        shape = {};
     }
     std::string_view Text() const { return {text, length}; }
     /// Copies a text; what goes beyond kMaxLength bytes is cut.

@@ -15,6 +15,8 @@ constexpr std::string_view kEllipsis = "...";
 constexpr double kSeenMark = 3.0;  // The contrast at which a mark can be seen against the background.
 constexpr int kCellMark = 6;       // Its size in logical pixels.
 constexpr int kHiddenRowMark = 16; // its width without row numbers, in logical pixels
+constexpr int kShapeEdge = 2;      // Around a bar, in logical pixels.
+constexpr int kRangeHeight = 4;    // Of a range and its marks, in logical pixels: under the digits.
 
 int ArrowOf(ETextRole direction) {
     return direction == ETextRole::Up ? kSymbolUp : direction == ETextRole::Down ? kSymbolDown : kSymbolDot;
@@ -160,6 +162,7 @@ void CGridPainter::PaintSpan(int row) {
             m_canvas.Fill(Device(geometry.VisibleCellRect(row, column)), theme.selected);
     if (m_scene->options.lines == EGridLines::Both)
         m_canvas.Fill({rect.left(), rect.bottom() - m_line + 1, rect.width(), m_line}, theme.gridLine);
+    if (m_cell.borders != 0) PaintBorders(rect, rect);
     const bool plain = m_cell.role == ETextRole::Normal && m_cell.background == kAutomaticColor;
     DrawText(rect, rect, plain ? theme.spanText : TextColor());
     if (m_scene->selection.focus.row == row)
@@ -282,7 +285,10 @@ void CGridPainter::PaintCell(int row, int column, const QRect& rect, const QRect
     if (lastFixed)
         m_canvas.Fill(QRect(rect.right() - m_line + 1, rect.top(), m_line, rect.height()).intersected(clip),
                       theme.headerLine);
-    if (m_cell.length > 0) DrawText(DrawArrow(rect, inner), inner, TextColor());
+    const QRgb text = TextColor();
+    if (m_cell.shape.kind != ECellShape::None) PaintShape(rect, inner, text);
+    if (m_cell.borders != 0) PaintBorders(rect, clip);
+    if (m_cell.length > 0) DrawText(DrawArrow(rect, inner), inner, text);
     if (m_cell.marks != 0) PaintCellMarks(rect, inner);
     if (m_scene->selection.focus == SGridCell{row, column}) {
         // The frame keeps to what can be seen of the cell, so that it is whole under the locked columns' edge too.
@@ -320,6 +326,25 @@ void CGridPainter::PaintCellMarks(const QRect& rect, const QRect& clip) {
     dot(place, MarkColor(theme.alert));
     const int ring = (size + 3) / 6;
     dot(place.adjusted(ring, ring, -ring, -ring), m_background);
+}
+
+void CGridPainter::PaintShape(const QRect& rect, const QRect& clip, QRgb text) {
+    const SGridTheme& theme = m_scene->theme;
+    SShapeLook look{.background = m_background, .text = text, .color = ShapeRoleColor(), .axis = theme.headerLine};
+    look.line = m_line;
+    look.edge = Device(kShapeEdge);
+    look.rangeHeight = Device(kRangeHeight);
+    if (m_cell.shape.kind == ECellShape::Range) {
+        look.color = MarkColor(look.color, m_cell.shape.role);
+        look.fine = MarkColor(theme.border);
+        look.strong = MarkColor(theme.text);
+    }
+    m_shapes.Paint(m_canvas, m_cell.shape, rect, clip, look);
+}
+
+void CGridPainter::PaintBorders(const QRect& rect, const QRect& clip) {
+    const int thickness = (m_cell.borders & kThickBorders) != 0 ? 2 * m_line : m_line;
+    vx::PaintBorders(m_canvas, m_cell.borders, rect, clip, thickness, MarkColor(m_scene->theme.border));
 }
 
 void CGridPainter::PaintHeaderCell(int row, int column) {
@@ -401,9 +426,20 @@ QRgb CGridPainter::RoleColor(ETextRole role) {
     return IsOnOwnBackground() ? Readable(role, color) : color;
 }
 
-QRgb CGridPainter::MarkColor(QRgb wanted) {
-    const bool seen = !IsOnOwnBackground() || ContrastRatio(wanted, m_background) >= kSeenMark;
-    return seen ? wanted : Readable(ETextRole::Normal, wanted);
+QRgb CGridPainter::MarkColor(QRgb wanted, ETextRole role) {
+    if (!IsOnOwnBackground()) return wanted;
+    SReadable& known = m_marks[(m_background ^ wanted ^ m_background >> 7 ^ wanted >> 13) % m_marks.size()];
+    if (known.color != 0 && known.background == m_background && known.wanted == wanted) return known.color;
+    const bool seen = ContrastRatio(wanted, m_background) >= kSeenMark;
+    known = {m_background, wanted, seen ? wanted : Readable(role, wanted)};
+    return known.color;
+}
+
+QRgb CGridPainter::ShapeRoleColor() const {
+    const SCellShape& shape = m_cell.shape;
+    if (shape.role == ETextRole::Explicit && shape.color != kAutomaticColor) return RgbFromColorRef(shape.color);
+    const bool directed = shape.role == ETextRole::Up || shape.role == ETextRole::Down;
+    return directed ? m_scene->theme.RoleColor(shape.role) : m_scene->theme.shape;
 }
 
 QRgb CGridPainter::SymbolColor(int code, QRgb text) {

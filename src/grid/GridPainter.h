@@ -7,6 +7,7 @@
 #include "grid/GridGeometry.h"
 #include "grid/GridMarks.h"
 #include "grid/GridSelection.h"
+#include "grid/GridShapes.h"
 #include "grid/GridTheme.h"
 
 #include <array>
@@ -79,6 +80,8 @@ private:
     QRect WidestEmptyRun(int row);
     void PaintCell(int row, int column, const QRect& rect, const QRect& clip);
     void PaintCellMarks(const QRect& rect, const QRect& clip);
+    void PaintShape(const QRect& rect, const QRect& clip, QRgb text);
+    void PaintBorders(const QRect& rect, const QRect& clip);
     void PaintHeaderCell(int row, int column);
     void PaintSortMark(const QRect& rect, const QRect& clip, ESortMark mark);
     void PaintHiddenMark(int column, const QRect& rect, const QRect& clip);
@@ -91,7 +94,9 @@ private:
     bool IsOnOwnBackground() const;
     QRgb TextColor();
     QRgb RoleColor(ETextRole role);
-    QRgb MarkColor(QRgb wanted);
+    QRgb MarkColor(QRgb wanted, ETextRole role = ETextRole::Normal);
+    /// Of what is drawn of the cell's number.
+    QRgb ShapeRoleColor() const;
     QRgb SymbolColor(int code, QRgb text);
     /// A colour, or another one of the same meaning when it cannot be seen on the cell's background.
     QRgb Readable(ETextRole role, QRgb wanted);
@@ -112,6 +117,7 @@ private:
     QRgb m_background = 0; // of the cell being painted
     SCell m_cell;
     CGridCanvas m_canvas;
+    CGridShapes m_shapes;
 
     struct SReadable {
         QRgb background = 0;
@@ -119,6 +125,7 @@ private:
         QRgb color = 0;
     };
     std::array<SReadable, 64> m_readable{};
+    std::array<SReadable, 64> m_marks{};
 };
 
 } // namespace vx

@@ -13,6 +13,8 @@ constexpr double kReadable = 4.5;
 // chosen in the light theme is on the dark one.
 constexpr double kHardlySeen = 2.0;
 
+constexpr double kKeptContrast = 0.9; // What a shape leaves of a contrast that is below kReadable.
+
 double LinearChannel(int value) {
     const double c = value / 255.0;
     return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
@@ -21,6 +23,14 @@ double LinearChannel(int value) {
 double Luminance(QRgb color) {
     return 0.2126 * LinearChannel(qRed(color)) + 0.7152 * LinearChannel(qGreen(color)) +
            0.0722 * LinearChannel(qBlue(color));
+}
+
+QRgb Mixed(QRgb background, QRgb color, int strength) {
+    const auto channel = [&](int under, int over) {
+        return (under * (kFullStrength - strength) + over * strength + kFullStrength / 2) / kFullStrength;
+    };
+    return qRgb(channel(qRed(background), qRed(color)), channel(qGreen(background), qGreen(color)),
+                channel(qBlue(background), qBlue(color)));
 }
 
 } // namespace
@@ -40,6 +50,14 @@ QRgb ReadableRoleColor(const SGridTheme& theme, ETextRole role, QRgb background)
 QRgb ReadableTextColor(const SGridTheme& theme, ETextRole role, QRgb wanted, QRgb background) {
     if (role != ETextRole::Explicit) return ReadableRoleColor(theme, role, background);
     return ContrastRatio(wanted, background) < kHardlySeen ? theme.text : wanted;
+}
+
+QRgb ShapeColor(QRgb background, QRgb color, int strength, QRgb text) {
+    const double bare = ContrastRatio(text, background);
+    const double least = bare > kReadable ? kReadable : bare * kKeptContrast;
+    for (; strength > 0; --strength)
+        if (const QRgb mixed = Mixed(background, color, strength); ContrastRatio(text, mixed) >= least) return mixed;
+    return background;
 }
 
 } // namespace vx

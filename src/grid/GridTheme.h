@@ -36,6 +36,8 @@ struct SGridTheme {
     QRgb focus;      ///< The rectangle around the focus cell.
     QRgb focusIdle;  ///< The same while the keyboard is elsewhere.
     QRgb alert;      ///< Marks of alerts.
+    QRgb border;     ///< Lines around cells that the user chose, and those of a range.
+    QRgb shape;      ///< Bars, ranges and heat without a direction.
 
     QRgb RoleColor(ETextRole role) const {
         switch (role) {
@@ -72,7 +74,9 @@ inline constexpr SGridTheme kLightGridTheme = {.base = 0xFFFFFFFF,
                                                .headerLine = 0xFFBCC4CD,
                                                .focus = 0xFF1F6FD0,
                                                .focusIdle = 0xFF7A8591,
-                                               .alert = 0xFFB45309};
+                                               .alert = 0xFFB45309,
+                                               .border = 0xFF6B7683,
+                                               .shape = 0xFF1F6FD0};
 
 inline constexpr SGridTheme kDarkGridTheme = {.base = 0xFF13171C,
                                               .shade = 0xFF181D23,
@@ -93,7 +97,9 @@ inline constexpr SGridTheme kDarkGridTheme = {.base = 0xFF13171C,
                                               .headerLine = 0xFF3B444E,
                                               .focus = 0xFF5BA4F5,
                                               .focusIdle = 0xFF7C8793,
-                                              .alert = 0xFFF2B33D};
+                                              .alert = 0xFFF2B33D,
+                                              .border = 0xFF8792A0,
+                                              .shape = 0xFF5BA4F5};
 
 /// 0xBBGGRR to an opaque 0xAARRGGBB.
 constexpr QRgb RgbFromColorRef(int32_t color) {
@@ -113,5 +119,12 @@ QRgb ReadableRoleColor(const SGridTheme& theme, ETextRole role, QRgb background)
 /// The colour that a text is painted in on a background: the user's own, for ETextRole::Explicit, unless it would
 /// hardly be seen there, else that of its role.
 QRgb ReadableTextColor(const SGridTheme& theme, ETextRole role, QRgb wanted, QRgb background);
+
+/// A background with so much of a colour in it, or less: the text on it stays readable, and one that was hardly so
+/// without the colour stays nearly as it was.
+///
+/// Units   strength: 0 for the background itself to kFullStrength for the colour
+inline constexpr int kFullStrength = 64;
+QRgb ShapeColor(QRgb background, QRgb color, int strength, QRgb text);
 
 } // namespace vx

@@ -3,6 +3,10 @@
 #include "app/ContextFixture.h"
 #include "data/record/L1SymbolRec.h"
 #include "support/Allocations.h"
+#include "watchlist/edit/FormatCommands.h"
+#include "watchlist/view/WatchlistView.h"
+
+#include <fmt/format.h>
 
 using namespace vx;
 using namespace vx::test;
@@ -85,6 +89,81 @@ TEST_F(CWatchlistCellsTest, ChangeAndPercentChangeNeverContradictEachOther) {
     EXPECT_EQ(Role("% Chg"), ETextRole::Down);
     Format(1, "% Chg", [](SCellFormat& format) { format.colourByDirection = false; });
     EXPECT_EQ(Role("% Chg"), ETextRole::Normal);
+}
+
+TEST_F(CWatchlistCellsTest, NeighboursShareTheLinesBetweenThem) {
+    const auto borders = [&](int firstRow, int lastRow, EBorder border) {
+        SFormatChange change;
+        change.border = border;
+        EXPECT_TRUE(FormatCells(*doc, {firstRow, lastRow, 1, 3}, change));
+        std::string out;
+        for (int row = firstRow; row <= lastRow; ++row)
+            for (const char* column : {"Symbol", "Last", "Bid"}) {
+                const int sides = Cell(row, column).borders;
+                for (const auto& [side, name] : {std::pair{kLeftBorder, "l"},
+                                                 {kTopBorder, "t"},
+                                                 {kRightBorder, "r"},
+                                                 {kBottomBorder, "b"},
+                                                 {kThickBorders, "+"}})
+                    if ((sides & side) != 0) out += name;
+                out += row == lastRow && column == std::string_view("Bid") ? ""
+                       : column == std::string_view("Bid")                 ? "|"
+                                                                           : " ";
+            }
+        return out;
+    };
+    EXPECT_EQ(borders(1, 2, EBorder::Box), "lt t tr|lb b rb");
+    grid->SetHiddenRows({1});
+    EXPECT_EQ(borders(2, 2, EBorder::Box), "ltb tb trb") << "its neighbour is hidden";
+    grid->SetHiddenRows({});
+    EXPECT_EQ(borders(1, 2, EBorder::Thin), "ltrb trb trb|lrb rb rb");
+    EXPECT_EQ(borders(2, 2, EBorder::Thick), "ltrb+ trb+ trb+") << "over the thin ones";
+    EXPECT_EQ(borders(1, 2, EBorder::Bottom), "b b b|b b b");
+    SCellFormat unknown;
+    unknown.borderStyle = unknown.cellKind = 77;
+    doc->Update()->Formats().Set(2, 2, unknown);
+    EXPECT_EQ(Cell(2, "Last").borders, 0);
+}
+
+TEST_F(CWatchlistCellsTest, NumbersAreDrawnBesideTheGreatestOfTheirColumn) {
+    ColumnsAre("Symbol;Volume;Change;Last;");
+    SFormatChange bars, range;
+    bars.cellKind = ECellKind::Bar;
+    range.cellKind = ECellKind::Range;
+    for (const char* column : {"Volume", "Change"})
+        FormatCells(*doc, {1, doc->RowCount(), ColumnOf(column), ColumnOf(column)}, bars);
+    FormatCells(*doc, {1, 1, ColumnOf("Last"), ColumnOf("Last")}, range);
+    const auto shape = [&](int row, const char* column) { return Cell(row, column).shape; };
+    const auto bar = [&](int row, const char* column) {
+        const SCellShape of = shape(row, column);
+        return of.kind == ECellShape::Bar ? fmt::format("{}-{}", of.from / 100, of.to / 100) : "none";
+    };
+    EXPECT_EQ(bar(1, "Volume"), "none");
+    Receive("IBM", "Total Volume", "2000");
+    Receive("MSFT", "Total Volume", "500");
+    EXPECT_EQ(bar(1, "Volume") + " " + bar(2, "Volume"), "0-100 0-25");
+    EXPECT_TRUE(IsPainted([&] {
+        Receive("MSFT", "Total Volume", "8000");
+        frame->View().OnRepaintTimer();
+    }));
+    EXPECT_EQ(bar(1, "Volume") + " " + bar(2, "Volume"), "0-20 0-80");
+    Receive("IBM", "Change", "-4");
+    EXPECT_EQ(bar(1, "Change"), "10-50");
+    EXPECT_EQ(shape(1, "Change").role, ETextRole::Down);
+    EXPECT_EQ(shape(1, "Last").kind, ECellShape::None) << "Low and High are not known";
+    Receive("IBM", "Low", "10");
+    EXPECT_TRUE(IsPainted([&] {
+        Receive("IBM", "High", "20");
+        frame->View().OnRepaintTimer();
+    })) << "in a cell whose text stays";
+    EXPECT_EQ(shape(1, "Last").strongMark, 1500);
+    EXPECT_EQ(Shown(1, "Last"), "11.5000") << "the number is there all the same";
+
+    for (int i = 0; i < 3; ++i) { // The greatest is gone when a whole pass over the rows did not meet it.
+        Receive("MSFT", "Total Volume", "500");
+        frame->View().OnRepaintTimer();
+    }
+    EXPECT_EQ(bar(2, "Volume"), "0-10");
 }
 
 TEST_F(CWatchlistCellsTest, NotesAlertsAndNewsShowThatThereIsMoreAndTipsSayIt) {

@@ -193,6 +193,82 @@ TEST_F(CGridPainterTest, AChosenBackgroundIsPaintedAndItsTextCanBeRead) {
     EXPECT_GT(count(5, kDarkGridTheme.text), 0) << "nor on what is selected";
 }
 
+TEST_F(CGridPainterTest, ABarIsAsLongAsItsPartAndOnItsSideOfZero) {
+    SCellShape shape;
+    source.cell = [&](int row, int column, SCell& cell) {
+        if (row == 3 && column == 2) cell.shape = shape;
+    };
+    constexpr uint16_t kWhole = SCellShape::kWhole, kHalf = kWhole / 2, kNone = SCellShape::kNoMark;
+    const auto extent = [&](uint16_t from, uint16_t to, uint16_t zero) {
+        shape = {.kind = ECellShape::Bar, .role = ETextRole::Up, .from = from, .to = to, .fineMark = zero};
+        return Ink();
+    };
+    // 75 pixels of the cell's 80 are for the bar.
+    EXPECT_EQ(extent(0, kWhole, kNone), std::pair(2, 76));
+    EXPECT_EQ(extent(0, kWhole / 3, kNone), std::pair(2, 26));
+    EXPECT_EQ(extent(0, 1, kNone), std::pair(2, 2)) << "the smallest number is seen";
+    EXPECT_EQ(extent(0, 0, kNone), std::pair(-1, -1));
+    const auto side = [&](uint16_t from, uint16_t to) {
+        extent(from, to, kHalf);
+        const QImage picture = Picture();
+        const QRect cell = Place(3, 2);
+        const QRgb bar = ShapeColor(grid.Theme().base, grid.Theme().up, kFullStrength * 3 / 10, grid.Theme().text);
+        const QRect middle(cell.left(), cell.center().y(), 39, 1);
+        return std::pair(CountColor(picture, middle, bar), CountColor(picture, middle.translated(40, 0), bar));
+    };
+    EXPECT_EQ(side(kHalf, kWhole), std::pair(0, 37));
+    EXPECT_EQ(side(0, kHalf), std::pair(37, 0));
+    EXPECT_EQ(side(kHalf - 1, kHalf), std::pair(1, 0));
+}
+
+TEST_F(CGridPainterTest, ARangeMarksOpenAndLastUnderTheNumber) {
+    source.cell = [](int row, int column, SCell& cell) {
+        if (row != 3 || column != 2) return;
+        cell.shape = {.kind = ECellShape::Range, .role = ETextRole::Down, .from = 2500, .to = 7500};
+        cell.shape.fineMark = 7500;
+        cell.shape.strongMark = 2500;
+    };
+    const QImage picture = Picture();
+    const QRect cell = Place(3, 2);
+    const SGridTheme& theme = grid.Theme();
+    const auto tall = [&](int x, QRgb color) {
+        return CountColor(picture, {cell.left() + x, cell.top(), 1, cell.height()}, color);
+    };
+    EXPECT_EQ(tall(20, theme.text), 4) << "the last price";
+    EXPECT_EQ(tall(57, theme.border), 4) << "the opening one";
+    EXPECT_EQ(tall(40, theme.down), 2) << "it fell since";
+    EXPECT_EQ(tall(5, theme.border) + tall(70, theme.border), 2) << "the day's range";
+    EXPECT_EQ(CountColor(picture, cell.adjusted(0, 0, 0, -7), theme.base), (cell.height() - 7) * 79)
+        << "the number's room";
+}
+
+TEST_F(CGridPainterTest, BordersAreDrawnAtTheirSides) {
+    uint8_t borders = 0;
+    source.cell = [&](int row, int column, SCell& cell) {
+        if (row == 3 && column == 2) cell.borders = borders;
+    };
+    const QRect cell = Place(3, 2);
+    const auto lines = [&](int shown) {
+        borders = static_cast<uint8_t>(shown);
+        const QImage picture = Picture();
+        const auto full = [&](const QRect& line) {
+            return CountColor(picture, line, grid.Theme().border) == line.width() * line.height();
+        };
+        std::string out;
+        for (int deep = 0; deep < 2; ++deep) {
+            if (full({cell.left() + deep, cell.top(), 1, cell.height()})) out += 'l';
+            if (full({cell.left(), cell.top() + deep, cell.width(), 1})) out += 't';
+            if (full({cell.right() - deep, cell.top(), 1, cell.height()})) out += 'r';
+            if (full({cell.left(), cell.bottom() - deep, cell.width(), 1})) out += 'b';
+        }
+        return out;
+    };
+    EXPECT_EQ(lines(kLeftBorder | kBottomBorder), "lb");
+    EXPECT_EQ(lines(kTopBorder | kRightBorder), "tr");
+    EXPECT_EQ(lines(kTopBorder | kRightBorder | kThickBorders), "trtr");
+    EXPECT_EQ(lines(0), "");
+}
+
 TEST_F(CGridPainterTest, EveryByteAndTheLongestTextCanBePainted) {
     std::string all;
     for (int i = 0; i < 255; ++i) all.push_back(static_cast<char>(i + 1));

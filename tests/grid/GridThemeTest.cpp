@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "grid/GridTheme.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <ios>
 #include <vector>
 
 using namespace vx;
@@ -35,6 +37,20 @@ TEST(GridTheme, EveryTextCanBeReadOnEveryBackground) {
         ExpectContrast({{"header text", t.headerText}}, {{"header", t.header}, {"selected", t.headerSelected}}, 4.5);
         ExpectContrast({{"focus", t.focus}, {"idle focus", t.focusIdle}}, {{"selected", t.selected}, {"span", t.span}},
                        3);
-        ExpectContrast({{"alert", t.alert}, {"note", t.focus}}, cells, 3);
+        ExpectContrast({{"alert", t.alert}, {"note", t.focus}, {"border", t.border}}, cells, 3);
     }
+}
+
+TEST(GridTheme, WhatIsDrawnBehindATextLeavesItReadable) {
+    for (const SGridTheme& t : {kLightGridTheme, kDarkGridTheme})
+        for (const QRgb text : {t.text, t.up, t.down, t.unchanged, t.stale})
+            for (const QRgb back : {t.base, t.shade, t.selected, t.flashUp, t.flashDown})
+                for (const QRgb color : {t.up, t.down, t.shape, 0xFF000000, 0xFFFFFFFF, text}) {
+                    const double bare = ContrastRatio(text, back);
+                    const double kept = ContrastRatio(text, ShapeColor(back, color, kFullStrength, text));
+                    EXPECT_GE(kept, std::min(bare * 0.9, 4.5)) << std::hex << text << " on " << back << "+" << color;
+                    if (back != t.base || (color != t.up && color != t.down && color != t.shape)) continue;
+                    EXPECT_GT(ContrastRatio(ShapeColor(back, color, kFullStrength / 3, text), back), 1.15)
+                        << "it is seen: " << std::hex << text << " on " << color;
+                }
 }

@@ -2,6 +2,7 @@
 #include "watchlist/edit/FormatCommands.h"
 
 #include "data/catalogue/FieldEntry.h"
+#include "data/text/DrawnNumber.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/exchange/RowCellText.h"
 
@@ -108,11 +109,13 @@ void SFormatChange::ApplyTo(SCellFormat& format) const {
     take(decimals, format.decimals);
     take(colourByDirection, format.colourByDirection);
     take(colourRule, format.colourRule);
+    if (border) format.borderStyle = static_cast<int32_t>(*border);
+    if (cellKind) format.cellKind = static_cast<int32_t>(*cellKind);
 }
 
 bool SFormatChange::IsEmpty() const {
     return !textColour && !backColour && !upColour && !downColour && !unchangedColour && !fontFace && !fontSizePt &&
-           !bold && !italic && !alignment && !decimals && !colourByDirection && !colourRule;
+           !bold && !italic && !alignment && !decimals && !colourByDirection && !colourRule && !border && !cellKind;
 }
 
 bool AreHeadings(const CWatchlistDoc& doc, const SFormatRange& range) {
@@ -134,6 +137,13 @@ EColourRule ColourRuleOf(const CWatchlistDoc& doc, int column) {
     if (column < 1 || column >= doc.Columns().Count()) return EColourRule::OfField;
     const SFieldEntry* entry = doc.Columns().At(column).Entry();
     return entry ? entry->colourRule : EColourRule::Direction;
+}
+
+bool CanShow(const CWatchlistDoc& doc, const SFormatRange& asked, ECellKind kind) {
+    const SFormatRange range = Inside(doc, asked);
+    for (int column = range.firstColumn; column <= range.lastColumn; ++column)
+        if (const SFieldEntry* entry = doc.Columns().At(column).Entry(); entry && CanShow(*entry, kind)) return true;
+    return false;
 }
 
 bool FormatCells(CWatchlistDoc& doc, const SFormatRange& asked, const SFormatChange& change) {

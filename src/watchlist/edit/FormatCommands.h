@@ -2,6 +2,7 @@
 #pragma once
 
 #include "data/catalogue/CellFormat.h"
+#include "data/catalogue/CellKind.h"
 
 #include <cstdint>
 #include <optional>
@@ -28,6 +29,8 @@ struct SFormatChange {
     std::optional<int32_t> decimals;
     std::optional<bool> colourByDirection;
     std::optional<EColourRule> colourRule;
+    std::optional<EBorder> border;
+    std::optional<ECellKind> cellKind;
 
     void ApplyTo(SCellFormat& format) const;
     bool IsEmpty() const;
@@ -43,6 +46,9 @@ bool StandsOut(const CWatchlistDoc& doc, int row, int column);
 /// The rule by which the colours of a column's numbers are chosen unless a format says otherwise; OfField where there
 /// is no column.
 EColourRule ColourRuleOf(const CWatchlistDoc& doc, int column);
+
+/// Whether any column of a range can show its numbers as something.
+bool CanShow(const CWatchlistDoc& doc, const SFormatRange& range, ECellKind kind);
 
 /// Changes the look of cells. Whole columns get it as the columns' format, which new rows take over too, and so do
 /// their cells that have a format of their own. A heading is one cell: it is meant where it is selected alone, or by a

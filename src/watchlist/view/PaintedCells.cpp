@@ -22,7 +22,13 @@ uint32_t CPaintedCells::Fingerprint(const SCell& cell) {
                                            static_cast<uint64_t>(cell.align) << 24 |
                                            uint64_t{static_cast<uint32_t>(cell.textColor)} << 32);
     hash = Mixed(hash, uint64_t{static_cast<uint32_t>(cell.background)} | static_cast<uint64_t>(cell.direction) << 32 |
-                           static_cast<uint64_t>(cell.directionMark) << 40);
+                           static_cast<uint64_t>(cell.directionMark) << 40 | uint64_t{cell.borders} << 48);
+    if (const SCellShape& shape = cell.shape; shape.kind != ECellShape::None) {
+        hash = Mixed(hash, static_cast<uint64_t>(shape.kind) | static_cast<uint64_t>(shape.role) << 8 |
+                               uint64_t{static_cast<uint32_t>(shape.color)} << 16);
+        hash = Mixed(hash, uint64_t{shape.from} | uint64_t{shape.to} << 16 | uint64_t{shape.fineMark} << 32 |
+                               uint64_t{shape.strongMark} << 48);
+    }
     size_t i = 0;
     for (; i + 8 <= cell.length; i += 8) {
         uint64_t word;

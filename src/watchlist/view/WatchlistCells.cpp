@@ -8,7 +8,7 @@
 #include "watchlist/document/CellFormatStore.h"
 #include "watchlist/document/WatchlistDoc.h"
 #include "watchlist/exchange/RowCellText.h"
-#include "watchlist/view/DrawnNumber.h"
+#include "watchlist/view/NumberText.h"
 
 #include <fmt/format.h>
 
@@ -44,34 +44,14 @@ ETextRole RoleOf(EDirection direction) {
     }
 }
 
-// A colour that nobody chose is the theme's, which can be read in light and dark.
-void TakeColour(int32_t colour, int32_t unchosen, ETextRole role, SCell& cell) {
-    const bool own = colour != unchosen && colour >= 0;
-    cell.role = own ? ETextRole::Explicit : role;
-    if (own) cell.textColor = colour;
-}
-
-void TakeDirectionColour(const SCellFormat& format, ETextRole role, SCell& cell) {
-    static const SCellFormat unchosen;
-    switch (role) {
-    case ETextRole::Up:
-        return TakeColour(format.upColour, unchosen.upColour, role, cell);
-    case ETextRole::Down:
-        return TakeColour(format.downColour, unchosen.downColour, role, cell);
-    default:
-        if (format.unchangedColour >= 0) return TakeColour(format.unchangedColour, -1, role, cell);
-        return TakeColour(format.textColour, -1, role, cell);
-    }
-}
-
-void ShowDirection(EDirectionLook look, const SCellFormat& format, ETextRole role, SCell& cell) {
+void ShowDirection(EDirectionLook look, const SCellFormat& format, EDirection direction, SCell& cell) {
     if (look == EDirectionLook::None) return;
-    if (look == EDirectionLook::Colour) return TakeDirectionColour(format, role, cell);
-    cell.direction = role;
+    if (look == EDirectionLook::Colour) return TakeDirectionColour(format, direction, cell);
+    cell.direction = RoleOf(direction);
     cell.directionMark = look == EDirectionLook::Arrow ? EDirectionMark::Arrow : EDirectionMark::Background;
-    if (look == EDirectionLook::Arrow || role == ETextRole::Unchanged) return;
+    if (look == EDirectionLook::Arrow || cell.direction == ETextRole::Unchanged) return;
     SCell own;
-    TakeDirectionColour(format, role, own);
+    TakeDirectionColour(format, direction, own);
     if (own.role != ETextRole::Explicit) return;
     cell.background = own.textColor; // A colour that the user chose for the direction.
     cell.directionMark = EDirectionMark::None;
@@ -87,7 +67,7 @@ void PutSign(std::string_view sign, SCell& cell) {
 } // namespace
 
 CWatchlistCells::CWatchlistCells(const CWatchlistDoc& doc, const CGridGeometry& geometry)
-    : m_doc(doc), m_geometry(geometry), m_special(FindSpecialColumns(Catalogue())) {
+    : m_doc(doc), m_geometry(geometry), m_special(FindSpecialColumns(Catalogue())), m_shapes(doc, geometry) {
     m_fonts.Forget();
     ColumnsChanged();
 }
@@ -110,6 +90,7 @@ void CWatchlistCells::ColumnsChanged() {
         m_columns.push_back({reader, info.Entry(), info.number, KindOf(info, reader), info.look});
     }
     m_painted.SetColumnCount(m_columns.size());
+    m_shapes.ColumnsChanged();
 }
 
 const CWatchlistCells::SColumn* CWatchlistCells::Column(int column) const {
@@ -148,6 +129,7 @@ void CWatchlistCells::Fill(int row, int column, SCell& cell) const {
     if (!info) return;
     const SCellFormat& format = m_doc.Formats().Effective(row, column);
     Dress(format, info->kind == EKind::Symbol, cell);
+    if (format.borderStyle != 0) cell.borders = m_shapes.Borders(row, column, format);
     const std::string_view symbol = m_doc.RowSymbol(row);
     if (info->kind == EKind::Symbol) cell.marks = Marks(row, symbol);
     if (!info->entry || (symbol.empty() && info->kind != EKind::Notes)) return;
@@ -163,6 +145,9 @@ void CWatchlistCells::Fill(int row, int column, SCell& cell) const {
         cell.length = static_cast<uint16_t>(
             DrawNumber(info->look, std::span<char, kMostCellText>(cell.text, kMostCellText), length));
     Colour(*info, format, symbol, record, cell);
+    if (format.cellKind == 0 || !record) return;
+    cell.shape = m_shapes.Shape(column, *info->entry, format, *record);
+    if (m_stale) cell.shape.role = ETextRole::Stale;
 }
 
 EAlign CWatchlistCells::Align(const SColumn& column, const SCellFormat& format) const {
@@ -184,8 +169,7 @@ void CWatchlistCells::Colour(const SColumn& column, const SCellFormat& format, s
         cell.font = m_fonts.Find(format, true);
         TakeColour(format.textColour, SCellFormat::kAutomatic, ETextRole::Up, cell);
     } else if (column.kind == EKind::Directed && record && format.colourByDirection) {
-        ShowDirection(column.look.direction, format, RoleOf(ColourDirection(*record, *column.entry, format.colourRule)),
-                      cell);
+        ShowDirection(column.look.direction, format, ColourDirection(*record, *column.entry, format.colourRule), cell);
     }
 }
 
@@ -201,6 +185,7 @@ bool CWatchlistCells::FillSpan(int row, SCell& cell) const {
     const SCellFormat& format = m_doc.Formats().Effective(row, m_headingColumn);
     Dress(format, true, cell);
     if (!m_doc.Options().useDefaultAlignment) cell.align = AlignOf(format.alignment);
+    cell.borders = CCellShapes::HeadingBorders(format);
     cell.SetText(m_doc.AnnotationText(row));
     if (m_doc.Notes().Has(row)) PutSign(kNoteSign, cell);
     return true;

@@ -6,6 +6,7 @@
 #include "grid/GridGeometry.h"
 #include "watchlist/document/ColumnMap.h"
 #include "watchlist/exchange/RowCellText.h"
+#include "watchlist/view/CellShapes.h"
 #include "watchlist/view/FormatFonts.h"
 #include "watchlist/view/PaintedCells.h"
 
@@ -66,6 +67,8 @@ public:
     /// screen reader), or of which only a part is painted, counts as it was painted last.
     void SetPainted(const QRegion* region) { m_region = region; }
     const SSpecialColumns& Special() const { return m_special; }
+    /// What the bars and the heat of columns are drawn in proportion to.
+    CColumnScales& Scales() { return m_shapes.Scales(); }
     /// The fonts that cells asked for; the grid enters those that it does not know yet.
     CFormatFonts& Fonts() { return m_fonts; }
 
@@ -111,6 +114,7 @@ private:
     std::vector<SColumn> m_columns; ///< By grid column.
     int m_headingColumn = 1;
     mutable CFormatFonts m_fonts;
+    mutable CCellShapes m_shapes;
     mutable CPaintedCells m_painted;
 };
 

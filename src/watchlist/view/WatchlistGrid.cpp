@@ -78,6 +78,11 @@ void CWatchlistGrid::MarkChangedCells(int row) {
         MarkRowChanged(row);
         return;
     }
+    MarkDifferentCells(row);
+}
+
+void CWatchlistGrid::MarkDifferentCells(int row) {
+    const CGridGeometry& geometry = Geometry();
     const auto mark = [&](int first, int last) {
         for (int column = first; column <= last; ++column)
             if (m_cells.DiffersFromPainted(row, column)) MarkCellChanged(row, column);
@@ -85,6 +90,27 @@ void CWatchlistGrid::MarkChangedCells(int row) {
     mark(1, geometry.ShownLockedColumns());
     if (const int stuck = geometry.StuckColumn(); stuck > 0) mark(stuck, stuck);
     mark(geometry.FirstScrolledColumn(), geometry.LastScrolledColumn());
+}
+
+void CWatchlistGrid::MarkEditedRow(int row) {
+    MarkChangedCells(row);
+    const CGridGeometry& geometry = Geometry();
+    const int place = geometry.ShownIndexOf(row);
+    for (const int beside : {place - 1, place + 1}) {
+        if (beside < 1 || beside > geometry.ShownRowCount()) continue;
+        const int other = geometry.ShownRowAt(beside);
+        const bool seen = other >= geometry.FirstVisibleRow() && other <= geometry.LastVisibleRow();
+        if (seen && m_doc.RowKind(other) != ERowKind::Annotation) MarkDifferentCells(other);
+    }
+}
+
+void CWatchlistGrid::ReadScales(bool wanted) {
+    m_cells.Scales().ReadOn(wanted);
+    UpdateIfRescaled();
+}
+
+void CWatchlistGrid::UpdateIfRescaled() {
+    if (m_cells.Scales().TakeChanged()) UpdateAll();
 }
 
 void CWatchlistGrid::SetStale(bool stale) {
@@ -199,6 +225,9 @@ void CWatchlistGrid::paintEvent(QPaintEvent* event) {
         };
         QMetaObject::invokeMethod(this, enter, Qt::QueuedConnection);
     }
+    // Cells were painted by a scale that a later one widened.
+    if (m_cells.Scales().HasChanged())
+        QMetaObject::invokeMethod(this, &CWatchlistGrid::UpdateIfRescaled, Qt::QueuedConnection);
     if (m_doc.LastUsedRow() == 0) PaintHint(*event);
 }
 

@@ -55,6 +55,10 @@ public:
     void TakeRowOrder(const std::vector<int>& newRowOf);
     /// Marks those cells of a row whose text or look is another than the one painted. Rows out of sight cost nothing.
     void MarkChangedCells(int row);
+    /// The same for a row that the user changed: lines that it shares with the rows beside it belong to them, too.
+    void MarkEditedRow(int row);
+    /// Reads a slice of what the bars and the heat of columns are drawn in proportion to; see CColumnScales::ReadOn.
+    void ReadScales(bool wanted);
     /// Enters the fonts of all cells into the font table, also of cells that were never painted: before printing.
     void EnterAllFonts();
     /// Whether the column of the symbols stays at the left edge when it would scroll out.
@@ -81,6 +85,8 @@ private:
     void PlaceSticky();
     void EnterFonts();
     void DropUnusedFonts();
+    void UpdateIfRescaled();
+    void MarkDifferentCells(int row);
     bool StandsForMore(int row, int column) const;
     void PaintHint(QPaintEvent& event);
 

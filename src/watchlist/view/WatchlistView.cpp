@@ -148,11 +148,14 @@ void CWatchlistView::SetOrderHeld(bool held) {
 // What the document tells
 
 void CWatchlistView::OnRepaintTimer() {
-    if (!std::exchange(m_pending, false)) return;
-    m_inRepaint = true;
-    m_doc.RepaintChangedRows();
-    m_inRepaint = false;
-    m_grid->FlushChanges();
+    const bool pending = std::exchange(m_pending, false);
+    if (pending) {
+        m_inRepaint = true;
+        m_doc.RepaintChangedRows();
+        m_inRepaint = false;
+    }
+    m_grid->ReadScales(pending);
+    if (pending) m_grid->FlushChanges();
 }
 
 bool CWatchlistView::ShownRows(std::vector<int>& rows) const {
@@ -175,8 +178,8 @@ void CWatchlistView::OnGridRebuilt() {
 }
 
 void CWatchlistView::OnRowChanged(int row) {
-    m_grid->MarkChangedCells(row);
-    if (m_inRepaint) return;
+    if (m_inRepaint) return m_grid->MarkChangedCells(row);
+    m_grid->MarkEditedRow(row);
     m_grid->FlushChanges();
     Q_EMIT DocumentChanged();
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "watchlist/view/DrawnNumber.h"
+#include "watchlist/view/NumberText.h"
 
 #include "data/record/NumberText.h"
 
