@@ -98,6 +98,40 @@ TEST_F(CFormatDialogsTest, OnlyWhatWasTouchedIsFormatted) {
     EXPECT_FALSE(Format(2, "Last").italic);
 }
 
+TEST_F(CFormatDialogsTest, ABorderAndAKindAreChosenWhereTheyHaveAMeaning) {
+    List({"IBM", "MSFT"});
+    const int last = ColumnOf("Last"), symbol = ColumnOf("Symbol");
+    const auto kinds = [](QDialog& dialog) {
+        auto& box = Named<QComboBox>(dialog, "cellKind");
+        QString out;
+        for (int i = 0; i < box.count(); ++i) {
+            const bool offered = (box.model()->flags(box.model()->index(i, 0)) & Qt::ItemIsEnabled) != 0;
+            EXPECT_NE(offered, !box.itemData(i, Qt::ToolTipRole).toString().isEmpty()) << "the tip says why not";
+            out += offered ? QLatin1Char('y') : QLatin1Char('n');
+        }
+        return out.toStdString();
+    };
+    Accept(ECommand::FormatCells, {1, 1, last, last}, [&](QDialog& dialog) {
+        EXPECT_EQ(kinds(dialog), "yyyy");
+        Named<QComboBox>(dialog, "border").setCurrentIndex(2);
+        Named<QComboBox>(dialog, "cellKind").setCurrentIndex(1);
+    });
+    EXPECT_EQ(Format(1, "Last").borderStyle, 2);
+    EXPECT_EQ(Format(1, "Last").cellKind, 1);
+    Accept(ECommand::FormatCells, {1, 1, symbol, symbol}, [&](QDialog& dialog) { EXPECT_EQ(kinds(dialog), "ynnn"); });
+    // What a later version wrote stays until another one is chosen.
+    SCellFormat unknown = Format(1, "Last");
+    unknown.borderStyle = 77;
+    doc->Update()->Formats().Set(1, last, unknown);
+    Accept(ECommand::FormatCells, {1, 1, last, last}, [&](QDialog& dialog) {
+        EXPECT_EQ(Named<QComboBox>(dialog, "border").currentIndex(), -1);
+        Named<QComboBox>(dialog, "cellKind").setCurrentIndex(0);
+    });
+    EXPECT_EQ(Format(1, "Last").borderStyle, 77);
+    Do(ECommand::EditUndo);
+    EXPECT_EQ(Format(1, "Last").cellKind, 1);
+}
+
 TEST_F(CFormatDialogsTest, SymbolsAndHeadingsAreFormattedAsTheyAreDrawn) {
     List({"IBM", "A heading of words", "Another one of them", "GE"});
     const auto drawn = [&](std::initializer_list<int> rows) {

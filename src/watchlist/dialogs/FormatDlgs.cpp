@@ -12,6 +12,8 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace vx {
 
 namespace {
@@ -59,6 +61,12 @@ CCellSettingsDlg::CCellSettingsDlg(CWatchlistDoc& doc, const SFormatRange& range
                            "on in the grid settings."));
     if (doc.Options().useGridPrecision)
         m_fields->DisableDecimals(QStringLiteral("The decimals of the grid settings are used for all cells."));
+    const bool headings = AreHeadings(doc, range);
+    for (const auto& [kind, why] : {std::pair{ECellKind::Bar, "Only columns of numbers have bars."},
+                                    {ECellKind::Range, "Only prices of the day have a range: Last, Bid, Ask, Open, "
+                                                       "High, Low, Close and the like."},
+                                    {ECellKind::Heat, "Only columns of numbers have heat."}})
+        if (headings || !CanShow(doc, range, kind)) m_fields->DisableKind(kind, QString::fromLatin1(why));
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new QLabel(WhatIsFormatted(doc, range)));
     layout->addWidget(m_fields);

@@ -15,6 +15,7 @@
 #include <QPainter>
 #include <QSignalBlocker>
 #include <QSpinBox>
+#include <QStandardItemModel>
 #include <QVBoxLayout>
 
 #include <array>
@@ -35,7 +36,7 @@ constexpr int kByNothing = 3;
 CFormatFields::CFormatFields(QWidget* parent)
     : QWidget(parent), m_font(new QFontComboBox), m_size(new QSpinBox), m_bold(new QCheckBox(QStringLiteral("&Bold"))),
       m_italic(new QCheckBox(QStringLiteral("&Italic"))), m_alignment(new QComboBox), m_decimals(new QSpinBox),
-      m_colourRule(new QComboBox) {
+      m_colourRule(new QComboBox), m_border(new QComboBox), m_kind(new QComboBox) {
     m_font->setObjectName(QStringLiteral("fontFace"));
     m_size->setObjectName(QStringLiteral("fontSize"));
     m_bold->setObjectName(QStringLiteral("bold"));
@@ -43,6 +44,8 @@ CFormatFields::CFormatFields(QWidget* parent)
     m_alignment->setObjectName(QStringLiteral("alignment"));
     m_decimals->setObjectName(QStringLiteral("decimals"));
     m_colourRule->setObjectName(QStringLiteral("colourRule"));
+    m_border->setObjectName(QStringLiteral("border"));
+    m_kind->setObjectName(QStringLiteral("cellKind"));
     m_font->setEditable(false);
     m_size->setRange(kSmallestFont, kLargestFont);
     m_size->setSuffix(QStringLiteral(" pt"));
@@ -58,6 +61,15 @@ CFormatFields::CFormatFields(QWidget* parent)
                        "%2 leaves it to the symbol.")
             .arg(kMostDecimals)
             .arg(kUnchosenDecimals));
+
+    for (const char* name : kBorderNames) m_border->addItem(QString::fromLatin1(name));
+    m_border->setToolTip(QStringLiteral("Box is one line around cells side by side that have it."));
+    for (const char* name : kCellKindNames) m_kind->addItem(QString::fromLatin1(name));
+    m_kind->setToolTip(
+        QStringLiteral("Bar: as long as the number beside the greatest of its column, from the middle for differences\n"
+                       "Range of the day: Open and Last between Low and High\n"
+                       "Heat: a background that is the stronger, the greater the number is\n"
+                       "The number is always shown too."));
 
     auto* style = new QHBoxLayout;
     style->addWidget(m_bold);
@@ -80,9 +92,17 @@ CFormatFields::CFormatFields(QWidget* parent)
     m_down = AddColour(*colours, "downColour", QStringLiteral("Do&wn:"), m_change.downColour);
     m_unchanged = AddColour(*colours, "unchangedColour", QStringLiteral("U&nchanged:"), m_change.unchangedColour);
 
+    auto* cellBox = new QGroupBox(QStringLiteral("Cell"));
+    auto* cell = new QFormLayout(cellBox);
+    cell->addRow(QStringLiteral("Bor&der:"), m_border);
+    cell->addRow(QStringLiteral("S&how as:"), m_kind);
+
+    auto* left = new QVBoxLayout;
+    left->addWidget(textBox);
+    left->addWidget(cellBox);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(textBox);
+    layout->addLayout(left);
     layout->addWidget(colourBox);
     ConnectFields();
 }
@@ -114,6 +134,16 @@ void CFormatFields::ConnectFields() {
         m_change.colourRule = coloured ? static_cast<EColourRule>(index) : EColourRule::OfField;
         for (QWidget* button : {m_up, m_down, m_unchanged}) button->setEnabled(coloured);
     });
+    connect(m_border, &QComboBox::currentIndexChanged, this,
+            [this](int index) { m_change.border = static_cast<EBorder>(index); });
+    connect(m_kind, &QComboBox::currentIndexChanged, this,
+            [this](int index) { m_change.cellKind = static_cast<ECellKind>(index); });
+}
+
+// A number that has no name stays in the format until another one is chosen.
+void CFormatFields::ShowNumber(QComboBox& box, int32_t number) {
+    box.setPlaceholderText(QStringLiteral("Unknown (%1)").arg(number));
+    box.setCurrentIndex(number >= 0 && number < box.count() ? number : -1);
 }
 
 void CFormatFields::Show(const SCellFormat& format, bool standsOut, EColourRule ofField) {
@@ -132,6 +162,8 @@ void CFormatFields::Show(const SCellFormat& format, bool standsOut, EColourRule 
     m_up->SetColour(format.upColour);
     m_down->SetColour(format.downColour);
     m_unchanged->SetColour(format.unchangedColour);
+    ShowNumber(*m_border, format.borderStyle);
+    ShowNumber(*m_kind, format.cellKind);
     m_change = {};
 }
 
@@ -143,6 +175,12 @@ void CFormatFields::DisableAlignment(const QString& why) {
 void CFormatFields::DisableDecimals(const QString& why) {
     m_decimals->setEnabled(false);
     m_decimals->setToolTip(why);
+}
+
+void CFormatFields::DisableKind(ECellKind kind, const QString& why) {
+    const int index = static_cast<int>(kind);
+    if (auto* items = qobject_cast<QStandardItemModel*>(m_kind->model())) items->item(index)->setEnabled(false);
+    m_kind->setItemData(index, why, Qt::ToolTipRole);
 }
 
 namespace {

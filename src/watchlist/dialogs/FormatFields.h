@@ -42,7 +42,8 @@ private:
 
 class CColourButton;
 
-/// The controls of a cell format: font, colours, alignment and decimals. Only what the user touches becomes a change.
+/// The controls of a cell format: font, colours, alignment, decimals, border and what a number is shown as. Only what
+/// the user touches becomes a change.
 ///
 /// Thread  GUI thread only
 class CFormatFields : public QWidget {
@@ -59,11 +60,14 @@ public:
     /// Some rule of the whole watchlist overrides the field: it is disabled, and its tip says why.
     void DisableAlignment(const QString& why);
     void DisableDecimals(const QString& why);
+    /// The cells cannot be shown so.
+    void DisableKind(ECellKind kind, const QString& why);
 
 private:
     CColourButton* AddColour(QFormLayout& form, const char* name, const QString& label,
                              std::optional<int32_t>& changed);
     void ConnectFields();
+    static void ShowNumber(QComboBox& box, int32_t number);
 
     SFormatChange m_change;
     QFontComboBox* m_font;
@@ -73,6 +77,8 @@ private:
     QComboBox* m_alignment;
     QSpinBox* m_decimals;
     QComboBox* m_colourRule;
+    QComboBox* m_border;
+    QComboBox* m_kind;
     CColourButton* m_text;
     CColourButton* m_back;
     CColourButton* m_up;
