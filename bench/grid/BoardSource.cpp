@@ -14,6 +14,11 @@ constexpr std::array<std::string_view, 30> kSymbols = {"AAPL", "MSFT",  "IBM",  
 constexpr std::array<std::string_view, 4> kHeadings = {"Technology", "Banks", "Energy", "Consumer staples"};
 constexpr int kGroup = 9; // a heading and eight symbols
 
+// Columns with a shape.
+constexpr int kLast = 3;
+constexpr int kPercentChange = 5;
+constexpr int kVolume = 6;
+
 struct SWriter {
     char* to;
     char* end;
@@ -77,6 +82,29 @@ bool CBoardSource::FillSpan(int row, SCell& cell) const {
     return true;
 }
 
+void CBoardSource::FillShape(int column, const SValue& value, SCell& cell) const {
+    constexpr uint16_t kMiddle = SCellShape::kWhole / 2;
+    const auto part = static_cast<uint16_t>(value.value % kMiddle);
+    SCellShape& shape = cell.shape;
+    switch (column) {
+    case kLast:
+        shape = {.kind = ECellShape::Range, .role = cell.role, .from = part, .to = kMiddle};
+        shape.fineMark = shape.from;
+        shape.strongMark = shape.to;
+        break;
+    case kPercentChange:
+        shape = {.kind = ECellShape::Bar, .role = cell.role, .from = kMiddle, .to = kMiddle, .fineMark = kMiddle};
+        if (value.direction == 1) shape.from = static_cast<uint16_t>(kMiddle - part);
+        if (value.direction == 2) shape.to = static_cast<uint16_t>(kMiddle + part);
+        break;
+    case kVolume:
+        shape = {.kind = ECellShape::Bar, .to = static_cast<uint16_t>(2 * part)};
+        break;
+    default:
+        break;
+    }
+}
+
 void CBoardSource::FillCell(int row, int column, SCell& cell) const {
     const SValue& value = Value(row, column);
     const EKind kind = kBoardColumns[static_cast<size_t>(column - 1)].kind;
@@ -84,6 +112,10 @@ void CBoardSource::FillCell(int row, int column, SCell& cell) const {
     SWriter out(cell);
     cell.align = EAlign::Right;
     cell.role = kRoles[value.direction];
+    if (m_dressed) {
+        cell.borders = kRightBorder | kBottomBorder;
+        FillShape(column, value, cell);
+    }
     switch (kind) {
     case EKind::Symbol:
         cell.SetText(

@@ -32,6 +32,8 @@ public:
 
     /// The font id of headings in the control that paints this board.
     void SetHeadingFont(int id) { m_headingFont = static_cast<uint8_t>(id); }
+    /// Gives all cells borders, two columns bars and one the range of the day.
+    void Dress(bool dressed) { m_dressed = dressed; }
     uint32_t Random();
 
 private:
@@ -46,12 +48,14 @@ private:
     };
     static const std::array<SColumn, kColumns> kBoardColumns;
 
+    void FillShape(int column, const SValue& value, SCell& cell) const;
     const SValue& Value(int row, int column) const {
         return m_values[static_cast<size_t>(row - 1) * kColumns + static_cast<size_t>(column - 1)];
     }
 
     int m_rows;
     bool m_headings;
+    bool m_dressed = false;
     uint8_t m_headingFont = 0;
     uint32_t m_random = 12345;
     std::vector<SValue> m_values;

@@ -271,13 +271,15 @@ int main(int argc, char** argv) {
     SOurs many(kManyRows, false, kManyRows);
     SOurs turns(kFewRows, false, kManyRows);
     SOurs lights(kFewRows, true, kFewRows);
+    SOurs dressed(kFewRows, false, kFewRows);
+    dressed.board.Dress(true);
     STable tableFew(kFewRows);
     QApplication::processEvents();
     const int last = few.LastRow();
     const auto every = [&](int) { return EveryVisible(last, random); };
     const auto some = [&](int) { return Feed(kQuiet, 1, kFewRows, random); };
 
-    enum EIndex { FullOurs, FullTable, SomeOurs, SomeTable, FullLit, SomeLit };
+    enum EIndex { FullOurs, FullTable, SomeOurs, SomeTable, FullLit, SomeLit, FullDressed };
     std::vector<SCase> cases = {
         {"every visible cell, grid, 1,300 rows", &few, every, 10, false, {}},
         {"every visible cell, QTableWidget, 1,300 rows", &tableFew, every, 2, false, {}},
@@ -285,6 +287,7 @@ int main(int argc, char** argv) {
         {"5,000 changes/s (about 50 seen), QTableWidget, 1,300 rows", &tableFew, some, 10, false, {}},
         {"every visible cell, grid, lit and put out", &lights, every, 1, true, {}},
         {"5,000 changes/s (about 50 seen), grid, lit and put out", &lights, some, 3, true, {}},
+        {"every visible cell, grid, borders, two bars, a range", &dressed, every, 10, false, {}},
     };
     for (SCase& entry : cases) {
         Run(entry); // warm
@@ -311,6 +314,7 @@ int main(int argc, char** argv) {
     good &= Bar("a step of the zoom, the dearest of thirteen, ms", ZoomMs(many), 50);
     good &= Bar("every visible cell, lit and put out / QTableWidget", ratio(FullLit, FullTable), 1.0 / 8);
     good &= Bar("5,000 changes/s, lit and put out / QTableWidget", ratio(SomeLit, SomeTable), 1.0 / 4);
+    good &= Bar("every visible cell, borders, two bars, a range / plain", ratio(FullDressed, FullOurs), 2);
     good &= PaintsNothingUnseen(many, random);
     good &= PaintsWhatIsSeen(few, random, argc > 1 ? argv[1] : nullptr);
     return good ? 0 : 1;
