@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/BoardFixture.h"
 #include "watchlist/exchange/RowCellText.h"
-#include "watchlist/view/DrawnNumber.h"
+#include "watchlist/view/NumberText.h"
 
 #include <QMenu>
 
