@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/BoardFixture.h"
+#include "app/ContextFixture.h"
 #include "watchlist/exchange/RowCellText.h"
 #include "watchlist/view/NumberText.h"
 
@@ -19,7 +19,7 @@ std::string Drawn(std::string_view text, bool shortForms, bool separators) {
     return {buffer.data(), DrawNumber(look, buffer, text.size())};
 }
 
-class CColumnLooksTest : public CBoardFixture {
+class CColumnLooksTest : public CContextFixture {
 protected:
     CColumnLooksTest() {
         Rows(QStringLiteral("IBM\nMSFT"));
@@ -106,7 +106,7 @@ TEST_F(CColumnLooksTest, ColumnsWithoutNumbersAreLeftAloneAndSayWhy) {
 
     Q_EMIT grid->ContextMenuRequested(EGridPart::ColumnHeader, 0, 2, grid->mapToGlobal(QPoint(5, 5)));
     ProcessAll();
-    auto& menu = Named<QMenu>(*frame, "gridMenu");
+    auto& menu = Named<QMenu>(*mainWindow, "gridMenu");
     QStringList titles;
     for (const QAction* action : menu.actions()) titles += action->text();
     EXPECT_TRUE(titles.contains(QStringLiteral("Show Nu&mbers As")) &&

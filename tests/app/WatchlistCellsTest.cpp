@@ -144,7 +144,7 @@ TEST_F(CWatchlistCellsTest, NumbersAreDrawnBesideTheGreatestOfTheirColumn) {
     EXPECT_EQ(bar(1, "Volume") + " " + bar(2, "Volume"), "0-100 0-25");
     EXPECT_TRUE(IsPainted([&] {
         Receive("MSFT", "Total Volume", "8000");
-        frame->View().OnRepaintTimer();
+        view->OnRepaintTimer();
     }));
     EXPECT_EQ(bar(1, "Volume") + " " + bar(2, "Volume"), "0-20 0-80");
     Receive("IBM", "Change", "-4");
@@ -154,14 +154,14 @@ TEST_F(CWatchlistCellsTest, NumbersAreDrawnBesideTheGreatestOfTheirColumn) {
     Receive("IBM", "Low", "10");
     EXPECT_TRUE(IsPainted([&] {
         Receive("IBM", "High", "20");
-        frame->View().OnRepaintTimer();
+        view->OnRepaintTimer();
     })) << "in a cell whose text stays";
     EXPECT_EQ(shape(1, "Last").strongMark, 1500);
     EXPECT_EQ(Shown(1, "Last"), "11.5000") << "the number is there all the same";
 
     for (int i = 0; i < 3; ++i) { // The greatest is gone when a whole pass over the rows did not meet it.
         Receive("MSFT", "Total Volume", "500");
-        frame->View().OnRepaintTimer();
+        view->OnRepaintTimer();
     }
     EXPECT_EQ(bar(2, "Volume"), "0-10");
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/BoardFixture.h"
+#include "app/ContextFixture.h"
 
 #include <QToolButton>
 
@@ -8,7 +8,7 @@ using namespace vx::test;
 
 namespace {
 
-class CZoomCommandsTest : public CBoardFixture {
+class CZoomCommandsTest : public CContextFixture {
 protected:
     std::string Said() const {
         const auto& button = Child<QToolButton>("zoomButton");
@@ -43,7 +43,7 @@ TEST_F(CZoomCommandsTest, TheListKeepsItsZoomWhichIsNoStepAndChangesNoWidth) {
     doc->RememberScale({60, EDensity::Normal});
     Steps("Ctrl+-");
     EXPECT_EQ(Said(), "50 %") << "from between two steps to the next one";
-    Click(*frame, "zoomButton");
+    Click(*mainWindow, "zoomButton");
     EXPECT_EQ(Said() + std::to_string(grid->Zoom()), "100");
 
     const int normal = grid->Geometry().RowHeight();

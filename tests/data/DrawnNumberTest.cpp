@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "data/text/DrawnNumber.h"
 
-#include "data/CellList.h"
+#include "support/FakeFeed.h"
+
+#include "base/Text.h"
 #include "data/text/ColumnScale.h"
 
 #include <fmt/format.h>
@@ -53,7 +55,7 @@ TEST(CColumnScale, NumbersThatCannotBeDrawnAreNot) {
 
 namespace {
 
-struct DayRangeTest : testing::Test, CCellLists {
+struct DayRangeTest : testing::Test, CFakeFeed {
     /// "0.25 0.75": where Open and Last are; "-" for one that is not shown, empty for no range.
     std::string Shown(std::string_view fields) {
         Update(fields);
