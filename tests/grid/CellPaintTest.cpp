@@ -213,11 +213,11 @@ TEST_F(CGridPainterTest, ABarIsAsLongAsItsPartAndOnItsSideOfZero) {
         const QImage picture = Picture();
         const QRect cell = Place(3, 2);
         const QRgb bar = ShapeColor(grid.Theme().base, grid.Theme().up, kFullStrength * 3 / 10, grid.Theme().text);
-        const QRect middle(cell.left(), cell.center().y(), 39, 1);
+        const QRect middle(cell.left(), cell.center().y(), 40, 1);
         return std::pair(CountColor(picture, middle, bar), CountColor(picture, middle.translated(40, 0), bar));
     };
-    EXPECT_EQ(side(kHalf, kWhole), std::pair(0, 37));
-    EXPECT_EQ(side(0, kHalf), std::pair(37, 0));
+    EXPECT_EQ(side(kHalf, kWhole), std::pair(0, 36)) << "one pixel is the line at zero";
+    EXPECT_EQ(side(0, kHalf), std::pair(38, 0));
     EXPECT_EQ(side(kHalf - 1, kHalf), std::pair(1, 0));
 }
 
@@ -235,7 +235,7 @@ TEST_F(CGridPainterTest, ARangeMarksOpenAndLastUnderTheNumber) {
         return CountColor(picture, {cell.left() + x, cell.top(), 1, cell.height()}, color);
     };
     EXPECT_EQ(tall(20, theme.text), 4) << "the last price";
-    EXPECT_EQ(tall(57, theme.border), 4) << "the opening one";
+    EXPECT_EQ(tall(58, theme.border), 4) << "the opening one";
     EXPECT_EQ(tall(40, theme.down), 2) << "it fell since";
     EXPECT_EQ(tall(5, theme.border) + tall(70, theme.border), 2) << "the day's range";
     EXPECT_EQ(CountColor(picture, cell.adjusted(0, 0, 0, -7), theme.base), (cell.height() - 7) * 79)

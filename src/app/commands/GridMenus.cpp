@@ -121,7 +121,7 @@ void CGridMenus::AddLinks(QMenu& menu) {
 void CGridMenus::AddLooks(QMenu& menu) {
     QMenu* numbers = menu.addMenu(QStringLiteral("Show Nu&mbers As"));
     Add(*numbers, {ColumnSeparators, ColumnShortForms});
-    QMenu* direction = menu.addMenu(QStringLiteral("Show Dir&ection As"));
+    QMenu* direction = menu.addMenu(QStringLiteral("Show Direction As"));
     Add(*direction, {DirectionColour, DirectionBackground, DirectionArrow, DirectionNone});
     direction->addSeparator();
     Add(*direction, {ColumnFlash});

@@ -136,7 +136,7 @@ SCellShape CCellShapes::Shape(int column, const SFieldEntry& entry, const SCellF
 SCellShape CCellShapes::NumberShape(int column, const SFieldEntry& entry, const SCellFormat& format, double number) {
     const bool heat = CellKindOf(format.cellKind) == ECellKind::Heat;
     const bool twoSides = HasTwoSides(entry);
-    const CColumnScale& scale = m_scales.Use(column, number);
+    const CColumnScale& scale = m_scales.Use(column, entry, number);
     const std::optional<double> part = heat && !twoSides ? scale.Level(number) : scale.Share(number);
     if (!part) return {};
     SCellShape shape;

@@ -23,19 +23,19 @@ void CColumnScales::Reset() {
     m_changed = false;
 }
 
-const CColumnScale& CColumnScales::Use(int column, double number) {
+const CColumnScale& CColumnScales::Use(int column, const SFieldEntry& entry, double number) {
     SColumn& of = m_columns[static_cast<size_t>(column)];
     of.wasDrawn = true;
-    if (!of.isActive) Begin(column);
+    if (!of.isActive) Begin(column, entry);
     if (of.scale.Take(number)) m_changed = true;
     return of.scale;
 }
 
-void CColumnScales::Begin(int column) {
+void CColumnScales::Begin(int column, const SFieldEntry& entry) {
     SColumn& of = m_columns[static_cast<size_t>(column)];
     of.isActive = true;
     of.wholePass = false;
-    if (std::exchange(of.entry, m_doc.Columns().At(column).Entry())) return;
+    if (std::exchange(of.entry, &entry)) return;
     const bool others = std::exchange(m_changed, false);
     Read(1, std::min(kFirstRows, m_doc.LastUsedRow()), column);
     of.isKnown = m_doc.LastUsedRow() <= kFirstRows;

@@ -29,7 +29,7 @@ public:
     /// The document's columns are others.
     void Reset();
     /// The scale of a column in which a number is drawn.
-    const CColumnScale& Use(int column, double number);
+    const CColumnScale& Use(int column, const SFieldEntry& entry, double number);
 
     /// Reads the next slice. Unless wanted, only when some rows were never read.
     void ReadOn(bool wanted);
@@ -47,7 +47,7 @@ private:
         bool isKnown = false;   ///< All of it was read once.
     };
 
-    void Begin(int column);
+    void Begin(int column, const SFieldEntry& entry);
     void Read(int firstRow, int lastRow, int onlyColumn);
     void EndPass();
 
