@@ -110,6 +110,6 @@ TEST_F(CColumnLooksTest, ColumnsWithoutNumbersAreLeftAloneAndSayWhy) {
     QStringList titles;
     for (const QAction* action : menu.actions()) titles += action->text();
     EXPECT_TRUE(titles.contains(QStringLiteral("Show Nu&mbers As")) &&
-                titles.contains(QStringLiteral("Show Dir&ection As")));
+                titles.contains(QStringLiteral("Show Direction As")));
     menu.close();
 }
