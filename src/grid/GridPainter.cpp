@@ -237,20 +237,11 @@ QRgb CGridPainter::CellBackground(int row, int column) const {
     const bool lit = !m_cell.steady && m_scene->flash.IsLit(row, column);
     if (const ETextRole shown = m_cell.directionMark != EDirectionMark::None ? m_cell.direction : m_cell.role;
         lit || m_cell.directionMark == EDirectionMark::Background) {
-        if (shown == ETextRole::Up || shown == ETextRole::Down) return DirectionBackground(shown, lit);
+        if (shown == ETextRole::Up || shown == ETextRole::Down)
+            return DirectionTint(m_scene->theme, shown, lit && m_cell.directionMark == EDirectionMark::Background);
         // A change without a direction is seen in the text; colour is left to what it means.
     }
     return m_cell.background != kAutomaticColor ? RgbFromColorRef(m_cell.background) : m_rowColor;
-}
-
-// Where it is always there, a change lights it up more.
-QRgb CGridPainter::DirectionBackground(ETextRole direction, bool lit) const {
-    const SGridTheme& theme = m_scene->theme;
-    const QRgb tint = direction == ETextRole::Up ? theme.flashUp : theme.flashDown;
-    if (!lit || m_cell.directionMark != EDirectionMark::Background) return tint;
-    const QRgb full = theme.RoleColor(direction);
-    const auto mixed = [](int a, int b) { return (3 * a + b) / 4; };
-    return qRgb(mixed(qRed(tint), qRed(full)), mixed(qGreen(tint), qGreen(full)), mixed(qBlue(tint), qBlue(full)));
 }
 
 // At the left edge, where arrows of a column are below each other. Returns what is left of the cell for its text.

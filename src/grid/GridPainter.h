@@ -89,7 +89,6 @@ private:
     void PaintEmptySpace(QPainter& painter, const QRect& rect);
 
     QRgb CellBackground(int row, int column) const;
-    QRgb DirectionBackground(ETextRole direction, bool lit) const;
     QRect DrawArrow(const QRect& rect, const QRect& clip);
     bool IsOnOwnBackground() const;
     QRgb TextColor();

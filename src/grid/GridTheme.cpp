@@ -52,6 +52,14 @@ QRgb ReadableTextColor(const SGridTheme& theme, ETextRole role, QRgb wanted, QRg
     return ContrastRatio(wanted, background) < kHardlySeen ? theme.text : wanted;
 }
 
+QRgb DirectionTint(const SGridTheme& theme, ETextRole direction, bool lit) {
+    const QRgb tint = direction == ETextRole::Up ? theme.flashUp : theme.flashDown;
+    if (!lit) return tint;
+    const QRgb full = theme.RoleColor(direction);
+    const auto mixed = [](int a, int b) { return (3 * a + b) / 4; };
+    return qRgb(mixed(qRed(tint), qRed(full)), mixed(qGreen(tint), qGreen(full)), mixed(qBlue(tint), qBlue(full)));
+}
+
 QRgb ShapeColor(QRgb background, QRgb color, int strength, QRgb text) {
     const double bare = ContrastRatio(text, background);
     const double least = bare > kReadable ? kReadable : bare * kKeptContrast;

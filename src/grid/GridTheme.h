@@ -120,6 +120,9 @@ QRgb ReadableRoleColor(const SGridTheme& theme, ETextRole role, QRgb background)
 /// hardly be seen there, else that of its role.
 QRgb ReadableTextColor(const SGridTheme& theme, ETextRole role, QRgb wanted, QRgb background);
 
+/// The background that shows a direction, Up or Down. lit: where it is always there, a change lights it up more.
+QRgb DirectionTint(const SGridTheme& theme, ETextRole direction, bool lit);
+
 /// A background with so much of a colour in it, or less: the text on it stays readable, and one that was hardly so
 /// without the colour stays nearly as it was.
 ///
