@@ -32,7 +32,7 @@ const SGridTheme& Theme() { return kLightGridTheme; }
 
 QRgb BackgroundOf(const SCell& cell, QRgb row) {
     if (cell.directionMark == EDirectionMark::Background && cell.direction != ETextRole::Unchanged)
-        return cell.direction == ETextRole::Up ? Theme().flashUp : Theme().flashDown;
+        return DirectionTint(Theme(), cell.direction, false);
     return cell.background != kAutomaticColor ? RgbFromColorRef(cell.background) : row;
 }
 
